@@ -1,0 +1,56 @@
+# Three functions that every CMakeLists.txt of the tree uses: a folder of logic, a program, a folder of tests.
+# The link lines in the folders are the architecture; keep them minimal and PRIVATE where a header does not need them.
+
+add_library(qbx_options INTERFACE)
+target_compile_options(qbx_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+target_compile_definitions(qbx_options INTERFACE QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING
+                                                 QT_NO_FOREACH QT_NO_KEYWORDS)
+target_include_directories(qbx_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+if(QBX_SANITIZE)
+  target_compile_options(qbx_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(qbx_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# The headers that nearly every file includes are compiled once and shared.
+file(WRITE ${CMAKE_BINARY_DIR}/pch/pch.cpp "")
+add_library(qbx_pch STATIC ${CMAKE_BINARY_DIR}/pch/pch.cpp)
+target_link_libraries(qbx_pch PUBLIC qbx_options Qt6::Core)
+target_precompile_headers(qbx_pch PRIVATE <QDateTime> <QHash> <QString> <QStringList> <QVariant> <functional> <memory> <optional>
+                          <string> <variant> <vector>)
+
+# qbx_library(<folder>) makes the library qbx_<folder> from every .cpp beside the caller. A folder of headers only becomes an
+# interface library, so that the others can link it all the same.
+function(qbx_library name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(sources)
+    add_library(qbx_${name} STATIC ${sources})
+    target_link_libraries(qbx_${name} PUBLIC qbx_options Qt6::Core)
+    target_precompile_headers(qbx_${name} REUSE_FROM qbx_pch)
+  else()
+    add_library(qbx_${name} INTERFACE)
+    target_link_libraries(qbx_${name} INTERFACE qbx_options Qt6::Core)
+  endif()
+endfunction()
+
+# qbx_links(<folder> PUBLIC ... PRIVATE ...) is target_link_libraries that also takes an interface library.
+function(qbx_links name)
+  cmake_parse_arguments(arg "" "" "PUBLIC;PRIVATE" ${ARGN})
+  get_target_property(type qbx_${name} TYPE)
+  if(type STREQUAL "INTERFACE_LIBRARY")
+    target_link_libraries(qbx_${name} INTERFACE ${arg_PUBLIC} ${arg_PRIVATE})
+  else()
+    target_link_libraries(qbx_${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+  endif()
+endfunction()
+
+# qbx_tests(<folder> LINKS ...) makes one GoogleTest program <folder>_test from every .cpp beside the caller; each test is a CTest test
+# named <folder>.Suite.Name.
+function(qbx_tests name)
+  cmake_parse_arguments(arg "" "" "LINKS" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(sources)
+    add_executable(${name}_test ${sources})
+    target_link_libraries(${name}_test PRIVATE ${arg_LINKS} qbx_test_support)
+    gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+  endif()
+endfunction()

@@ -1,0 +1,99 @@
+// The shared connection: how it is opened, its time-outs, its error list, and what runs on its thread.
+
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "database/database_error.h"
+#include "database/session.h"
+
+namespace qbx {
+
+/// A connection string taken apart: "Provider=SQLOLEDB;...;Data Source=SERVER;Initial Catalog=DATABASE;". It never holds a login.
+struct ConnectionTarget {
+  QString server;    ///< as in the string, instance suffix included
+  QString database;
+
+  [[nodiscard]] static ConnectionTarget Parse(const QString& connectionString);
+};
+
+struct Login {
+  QString user;
+  QString password;
+};
+
+/// Makes a session for a target, or throws DatabaseError.
+using SessionFactory =
+    std::function<std::unique_ptr<Session>(const ConnectionTarget& target, const Login& login, int connectionTimeoutSeconds)>;
+
+/// One connection of the client library: remembers its string and login, so that it can be re-opened as it was, and the provider errors of
+/// the last failure. All calls from the thread that owns it, one at a time.
+class Connection {
+ public:
+  explicit Connection(SessionFactory factory);
+  ~Connection();
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  /// \throws DatabaseError
+  void Open(const QString& connectionString, const Login& login);
+  /// Opens again with the last string and login. \throws DatabaseError
+  void Reopen();
+  void Close();
+
+  [[nodiscard]] bool IsOpen() const { return session_ != nullptr; }
+  /// Whether it was ever open; until then statements fail softly.
+  [[nodiscard]] bool WasOpen() const { return wasOpen_; }
+  [[nodiscard]] const QString& ConnectionString() const { return connectionString_; }
+
+  [[nodiscard]] int CommandTimeout() const { return commandTimeout_; }
+  void SetCommandTimeout(int seconds);
+  [[nodiscard]] int ConnectionTimeout() const { return connectionTimeout_; }
+  void SetConnectionTimeout(int seconds) { connectionTimeout_ = seconds; }
+
+  /// The open session. \throws DatabaseError with kUnspecifiedError when the connection is closed
+  [[nodiscard]] Session& Driver();
+
+  /// The provider errors of the last failure, for the interpretation.
+  [[nodiscard]] const std::vector<ProviderError>& Errors() const { return errors_; }
+  void KeepErrors(const DatabaseError& error) { errors_ = error.Errors(); }
+
+  /// Runs `work` on the database thread while the caller waits and `pump` is called over and over; an exception of `work` is thrown again
+  /// here. `work` must not touch the user interface.
+  /// \param cancelled  asked between pumps; once true, the running call is interrupted
+  void RunLong(const std::function<void()>& work, const std::function<void()>& pump, const std::function<bool()>& cancelled);
+
+ private:
+  SessionFactory factory_;
+  std::unique_ptr<Session> session_;
+  QString connectionString_;
+  Login login_;
+  int commandTimeout_ = 20;
+  int connectionTimeout_ = 15;
+  bool wasOpen_ = false;
+  std::vector<ProviderError> errors_;
+};
+
+/// A transaction that rolls back unless it was committed.
+class Transaction {
+ public:
+  explicit Transaction(Session& session) : session_(session) { session_.Begin(); }
+  ~Transaction() {
+    if (!done_) session_.Rollback();
+  }
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  void Commit() {
+    session_.Commit();
+    done_ = true;
+  }
+
+ private:
+  Session& session_;
+  bool done_ = false;
+};
+
+}  // namespace qbx

@@ -1,0 +1,84 @@
+// A result that can be walked, and, when it is kept on the client's side, counted, sorted, filtered and changed.
+
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "database/connection.h"
+#include "database/session.h"
+
+namespace qbx {
+
+/// A cursor over a result.
+///
+///   Recordset rows = Recordset::ReadAll(connection.Driver().Execute(sql));
+///   for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) Use(rows.Field("Mobile").ToText());
+///
+/// ReadAll packs every row in memory (client-side cursor); Forward steps rows as they are asked for and fetches none that are not. Copies share
+/// the packed rows. A closed recordset (default-made) has no columns and is at its end. Calls that reach the server may throw DatabaseError.
+class Recordset {
+ public:
+  Recordset();
+  ~Recordset();
+  Recordset(Recordset&&) noexcept;
+  Recordset& operator=(Recordset&&) noexcept;
+
+  [[nodiscard]] static Recordset ReadAll(std::unique_ptr<RowSource> source);
+  [[nodiscard]] static Recordset Forward(std::unique_ptr<RowSource> source);
+
+  /// Names the table and key column that Delete, AddNew and Update write to, and the session they use (which must outlive this recordset or
+  /// its next Close).
+  void SetWritable(Session& session, const QString& table, const QString& keyColumn);
+  /// How Requery reads again.
+  void SetSource(std::function<std::unique_ptr<RowSource>()> reader);
+
+  [[nodiscard]] bool IsOpen() const;
+  void Close();
+
+  [[nodiscard]] const std::vector<Column>& Columns() const;
+  /// \return position of a column by name without regard to case, -1 when there is none
+  [[nodiscard]] int ColumnIndex(const QString& name) const;
+
+  // Position. A forward-only recordset can only MoveNext.
+  void MoveFirst();
+  void MoveNext();
+  void MoveTo(qint64 row);  ///< position in the current order, 0 the first
+  [[nodiscard]] qint64 Position() const;
+  [[nodiscard]] bool Eof() const;
+
+  /// Rows in the current order and filter; of a forward-only recordset -1.
+  [[nodiscard]] qint64 RecordCount() const;
+
+  /// A field of the current row. An unknown name gives NULL.
+  [[nodiscard]] Value Field(const QString& name) const;
+  [[nodiscard]] Value Field(int column) const;
+  /// Any cell of a client-side recordset, for models; as stored, without moving. Valid while the recordset is unchanged.
+  [[nodiscard]] Cell At(qint64 row, int column) const;
+
+  /// Orders by one column; NULL first, text without regard to case, equal rows stay in order.
+  void Sort(int column, bool descending);
+  /// Shows only rows for which the predicate (asked with the row number as read) is true; an empty one shows all.
+  void Filter(std::function<bool(qint64 storedRow)> predicate);
+
+  /// Reads again with the same source; the sort stays.
+  void Requery();
+  /// A second cursor over the same rows with its own position.
+  [[nodiscard]] Recordset Clone() const;
+
+  /// Deletes the current row here and on the server; the next row becomes current.
+  void Delete();
+  /// Starts a new row; Set fills it, Update writes it to the server.
+  void AddNew();
+  void Set(const QString& column, const Value& value);
+  void Update();
+
+ private:
+  class State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace qbx

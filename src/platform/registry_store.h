@@ -1,0 +1,50 @@
+// A registry: hives that hold keys, keys that hold named, typed values.
+
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace qbx {
+
+enum class RegistryHive : quint32 {
+  kCurrentUser = 0x80000001,   ///< HKEY_CURRENT_USER
+  kLocalMachine = 0x80000002,  ///< HKEY_LOCAL_MACHINE
+};
+
+enum class RegistryType : quint32 { kText = 1 /* REG_SZ */, kBinary = 3 /* REG_BINARY */, kNumber = 4 /* REG_DWORD */ };
+
+struct RegistryValue {
+  QString name;  ///< empty: the key's default value
+  RegistryType type = RegistryType::kText;
+  QString data;  ///< a number as decimal digits, binary as pairs of hexadecimal digits
+};
+
+/// Where registry keys live. Key paths have "\" between their parts and none in front; keys and value names are matched without regard
+/// to case and keep the case they were made with. Enumeration is in the order of creation.
+///
+/// Failures come back as a text (empty: it worked), so that `CRegistry` can report them as the product does.
+class RegistryStore {
+ public:
+  virtual ~RegistryStore() = default;
+
+  [[nodiscard]] virtual bool KeyExists(RegistryHive hive, const QString& key) = 0;
+  /// \return the key's values, nothing when the key is missing or the hive cannot be read (then `error` says why)
+  [[nodiscard]] virtual std::optional<std::vector<RegistryValue>> Values(RegistryHive hive, const QString& key,
+                                                                        QString* error) = 0;
+  [[nodiscard]] virtual QStringList SubKeys(RegistryHive hive, const QString& key) = 0;
+  /// Makes one key; its parent must exist.
+  [[nodiscard]] virtual QString CreateKey(RegistryHive hive, const QString& key) = 0;
+  /// Removes a key that has no sub-keys.
+  [[nodiscard]] virtual QString DeleteKey(RegistryHive hive, const QString& key) = 0;
+  /// Writes or replaces one value of a key that exists.
+  [[nodiscard]] virtual QString SetValue(RegistryHive hive, const QString& key, const RegistryValue& value) = 0;
+  [[nodiscard]] virtual QString DeleteValue(RegistryHive hive, const QString& key, const QString& name) = 0;
+};
+
+/// The real one keeps a text file per hive. See file_registry_store.h.
+
+}  // namespace qbx

@@ -1,0 +1,94 @@
+// What logic may ask of the person in front of the program.
+
+#pragma once
+
+#include <QString>
+#include <initializer_list>
+#include <vector>
+
+namespace qbx {
+
+enum class MessageIcon { kNone, kInformation, kQuestion, kExclamation, kStop };
+
+enum class MessageButtons { kOk, kYesNo, kYesNoCancel };
+
+enum class MessageAnswer { kOk, kYes, kNo, kCancel };
+
+/// The questions of the program that can be answered without a person: a headless run has a flag for each. Messages that only
+/// inform, and questions that only windows ask, carry `kOther`.
+enum class Question {
+  kOther,
+  kBringDatabaseOnline,
+  kStartDatabaseService,
+  kQuitAfterLostConnection,
+  kResetProcessedResults,
+  kSmsCredits,
+  kCancelQueuedEmails,
+  kChangeProcessedFlags,
+};
+
+/// One message box. Line breaks are carriage returns ("\r"); an interface turns them into what it shows.
+struct Message {
+  QString text;
+  MessageIcon icon = MessageIcon::kNone;
+  MessageButtons buttons = MessageButtons::kOk;
+  QString title = {};  ///< empty: the application title
+  Question question = Question::kOther;
+  MessageAnswer defaultAnswer = MessageAnswer::kYes;  ///< of a question; kOk for a message with one button
+};
+
+/// One input box.
+struct InputRequest {
+  QString prompt;
+  QString title;
+  QString defaultText = {};
+  bool masked = false;  ///< shows "*" for every character
+};
+
+/// What the status box shows. Made by `StatusBox`, which knows the rules.
+struct StatusView {
+  QString message;
+  bool showCancel = false;
+  bool highlighted = false;  ///< blue on white instead of the normal colours
+};
+
+/// The one door from logic to the user. There are three of them: windows, the terminal (headless), and the scripted one of the tests.
+///
+/// All calls come from one thread and return when they are answered. No call throws.
+class UserInterface {
+ public:
+  virtual ~UserInterface() = default;
+
+  /// Title of message boxes that name none, "QBX Marketing & Reporting Module" once start-up has settled it.
+  virtual void SetApplicationTitle(const QString& title) = 0;
+  [[nodiscard]] virtual QString ApplicationTitle() const = 0;
+
+  /// Shows a message box and waits.
+  /// \return the button pressed; kOk for a box with one button
+  virtual MessageAnswer ShowMessage(const Message& message) = 0;
+
+  /// \return the text typed, empty when cancelled
+  [[nodiscard]] virtual QString InputBox(const InputRequest& request) = 0;
+
+  /// Shows the status box, or changes what it shows, and clears its cancel flag.
+  virtual void ShowStatusBox(const StatusView& view) = 0;
+  virtual void CloseStatusBox() = 0;
+  /// Whether Cancel was pressed since the last ShowStatusBox.
+  [[nodiscard]] virtual bool StatusCancelled() const = 0;
+
+  /// Hourglass pointer on or off.
+  virtual void SetBusy(bool busy) = 0;
+
+  /// Lets waiting window events run (repaint, Cancel, Pause).
+  virtual void PumpEvents() = 0;
+
+  /// A wait that exists for the eye only. Windows wait and pump events; a headless run returns at once.
+  /// \param milliseconds  at least 0
+  virtual void Pause(int milliseconds) = 0;
+
+  /// The user chose to end the program. Windows close; a headless run notes it and stops at the next safe point.
+  virtual void RequestQuit() = 0;
+  [[nodiscard]] virtual bool QuitRequested() const = 0;
+};
+
+}  // namespace qbx
