@@ -1,0 +1,36 @@
+// What start-up settles once and everybody reads.
+
+#pragma once
+
+#include <QString>
+
+namespace qbx {
+
+/// Which edition of the host product this installation sits beside; all false: the garage edition.
+struct EditionFlags {
+  bool vehicleSales = false;
+  bool truck = false;
+  bool boat = false;
+  bool parts = false;
+  bool commercialVehicle = false;
+};
+
+/// Process-wide values of one run.
+struct StartupValues {
+  QString ProgramFolder;  ///< with a separator at the end
+  QString shortVersion;   ///< "1.0", or "1.0.3" when there is a revision
+  QString fullVersion;    ///< always three parts
+  EditionFlags edition;
+  QString customerCode;  ///< lower case
+  bool debug = false;
+  QString commandLine;     ///< cleared once a switch was recognised
+  QString DatabaseSuffix;  ///< "_" and the /database: value, or empty
+  QString instance;        ///< upper case
+  QString user;            ///< at most 20 characters
+  QString RunKey;          ///< marks the work of this run; at most 36 characters
+  QString databaseName;
+  QString title;
+  QString ProductKey;  ///< registry path of the host product, with a "\" at the end
+};
+
+}  // namespace qbx
