@@ -12,6 +12,7 @@ namespace qbx {
 struct HttpReply {
   std::optional<QString> body;  ///< decoded as Windows-1252 unless the answer says UTF-8
   QString error;                ///< one sentence for the user, no secrets (the address without its query)
+  bool uncertain = false;       ///< with an error: the request was written and no complete answer came, so it may have been acted on
 };
 
 /// One HTTP client, with one connection kept between requests. Not thread-safe.
