@@ -14,8 +14,8 @@ namespace qbx {
 /// Writes the log line and the event, closes the status box and shows "An unexpected error occured." with the details.
 class ErrorReport {
  public:
-  /// Writes an event: type, table, key, details. Set by the owner of the event log, so that reporting an error and writing an event do not
-  /// have to know each other.
+  /// Writes an event: type, table, key, details. Set by the owner of the event log, so that reporting an error and
+  /// writing an event do not have to know each other.
   using EventWriter = std::function<void(int eventType, int tableId, const QString& key, const QString& details)>;
 
   ErrorReport(const LogFile& log, StatusBox& status, UserInterface& ui) : log_(log), status_(status), ui_(ui) {}

@@ -1,0 +1,18 @@
+// The program's text log.
+
+#include "diagnostics/log_file.h"
+
+#include <QFile>
+
+namespace qbx {
+
+LogFile::LogFile(const Clock& clock, QString fallbackPath) : clock_(clock), fallbackPath_(std::move(fallbackPath)) {}
+
+void LogFile::WriteLog(const QString& text) const {
+  const QString line = clock_.Now().toString(QStringLiteral("HH:mm:ss")) + QLatin1String("  ") + text;
+  QFile file(Path());
+  // One write for the whole line, so that lines of two processes on one file do not mix.
+  if (file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) file.write(line.toUtf8() + "\r\n");
+}
+
+}  // namespace qbx
