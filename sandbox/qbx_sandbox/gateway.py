@@ -2,6 +2,8 @@
 id, code). Status 1 is an accepted account, 0 a refused one, 2 one without credits; a code below 2 is an accepted text.
 """
 import asyncio
+import codecs
+from urllib.parse import unquote_to_bytes
 
 from .steering import Steering, normal_number
 from .store import Store
@@ -85,10 +87,11 @@ class Gateway:
             return Response(b"<html><body>Error</body></html>", status=int(rest))
         if kind == "reply":
             return Response(rest.encode("cp1252", "replace"))
+        if behaviour == "ok":
+            return Response(plain)
         if behaviour == "slow":
             return self._late(Response(plain))
         return {
-            "ok": Response(plain),
             "three fields": Response(b"|".join(plain.split(b"|")[:3])),
             "one field": Response(plain.split(b"|")[0]),
             "empty": Response(),
@@ -125,16 +128,9 @@ def decode_query(query: bytes) -> dict:
 
 
 def _decode(value: bytes) -> str:
-    first, *rest = value.replace(b"+", b" ").split(b"%")
-    out = bytearray(first)
-    for piece in rest:
-        try:
-            out += bytes.fromhex(piece[:2].decode("ascii")) if len(piece[:2].strip()) == 2 else b"%" + piece[:2]
-        except ValueError:
-            out += b"%" + piece[:2]
-        out += piece[2:]
-    # Five bytes have no character in the code page; they stand for the control characters of the same number.
-    return "".join(_CHARACTERS[byte] for byte in out.replace(b"\xc2\xa3", b"\xa3"))
+    plain = unquote_to_bytes(value.replace(b"+", b" ")).replace(b"\xc2\xa3", b"\xa3")
+    return codecs.charmap_decode(plain, "strict", _CHARACTERS)[0]
 
 
-_CHARACTERS = [bytes([byte]).decode("cp1252", "ignore") or chr(byte) for byte in range(256)]
+# Five bytes have no character in the code page; they stand for the control characters of the same number.
+_CHARACTERS = "".join(bytes([byte]).decode("cp1252", "ignore") or chr(byte) for byte in range(256))

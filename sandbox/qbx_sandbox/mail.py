@@ -11,7 +11,8 @@ from .steering import Steering
 from .store import Store
 
 SIZE_LIMIT = 35 * 1024 * 1024
-IDLE_LIMIT = 600  # seconds until a silent client is cut off
+LINE_LIMIT = 998  # characters of a line without its end (RFC 5322, 2.1.1)
+SESSION_LIMIT = 24 * 3600  # seconds
 _PLAIN_ADDRESS = re.compile(r"<([A-Za-z0-9.!#$%&'*+/=?^_{|}~-]+@[A-Za-z0-9.-]+)>(.*)")
 
 
@@ -34,12 +35,14 @@ class Accounts:
 
 
 class Server(SMTP):
-    """One connection. Adds to the base class what the records and the steering need, and a shorter way for the
-    addresses of nearly every message."""
+    """One connection. Adds to the base class what the records and the steering need, and shorter ways for the address
+    of nearly every recipient and for the data, which would otherwise be half of the work."""
+
+    line_length_limit = 64 * 1024  # of the buffer below; commands and lines of a message have their own limits
 
     def __init__(self, handler, number: int, implicit_tls: bool, **settings):
         super().__init__(handler, data_size_limit=SIZE_LIMIT, enable_SMTPUTF8=True, hostname="localhost",
-                         ident="sandbox", timeout=IDLE_LIMIT, **settings)
+                         ident="sandbox", timeout=SESSION_LIMIT, **settings)
         self.number = number
         self.messages = 0
         self.quit_behaviour = ""
@@ -54,6 +57,47 @@ class Server(SMTP):
     def drop(self):
         """Ends the connection at once; what is written afterwards goes nowhere."""
         self.transport.abort()
+
+    def _reset_timeout(self, duration=None):
+        # The base class starts a timer anew at every command; one for the whole session does here.
+        if self._timeout_handle is None:
+            super()._reset_timeout(duration)
+
+    async def smtp_DATA(self, arg):
+        if arg or not self.session.host_name or not self.envelope.rcpt_tos:
+            await super().smtp_DATA(arg)  # which refuses it
+            return
+        await self.push("354 End data with <CR><LF>.<CR><LF>")
+        content = await self._read_data()
+        if content is None:
+            status = "552 5.3.4 Message too big"
+        elif any(len(line) > LINE_LIMIT for line in content.split(b"\r\n")):
+            status = "500 5.6.0 Line too long"
+        else:
+            self.envelope.content = self.envelope.original_content = content
+            status = await self.event_handler.handle_DATA(self, self.session, self.envelope)
+        self._set_post_data_state()
+        await self.push(status)
+
+    async def _read_data(self) -> bytes | None:
+        """The message up to the final dot, without the doubled dots (RFC 5321, 4.5.2); None when it is too big."""
+        data = bytearray(b"\r\n")  # so that a dot in the first line stands behind a line end like all others
+        too_big = False
+        end = -1
+        while end < 0:
+            searched = len(data)
+            arrived = await self._reader.read(self.line_length_limit)
+            if not arrived:
+                raise ConnectionResetError
+            data += arrived
+            end = data.find(b"\r\n.\r\n", max(0, searched - 4))
+            if len(data) > SIZE_LIMIT and end < 0:
+                too_big = True
+                del data[:-4]
+        self._reader._buffer[:0] = data[end + 5:]  # commands that came right behind the message
+        if too_big or end > SIZE_LIMIT:
+            return None
+        return bytes(data[2:end + 2]).replace(b"\r\n..", b"\r\n.") if end else b""
 
     def _getaddr(self, arg):
         match = _PLAIN_ADDRESS.fullmatch(arg or "")

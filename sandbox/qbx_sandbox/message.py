@@ -31,9 +31,8 @@ def decoded(value) -> str:
 
 def plain_text(parsed: Message) -> str:
     """The first plain part; an HTML part as it stands when there is no other text. Line ends are LF."""
-    parts = [part for part in parsed.walk() if part.get_content_maintype() == "text"]
-    plain = [part for part in parts if part.get_content_subtype() == "plain"]
-    chosen = (plain or parts)[:1]
+    parts = [(part.get_content_type(), part) for part in parsed.walk()]
+    chosen = [part for kind, part in parts if kind == "text/plain"] or [part for kind, part in parts if kind[:5] == "text/"]
     return _content(chosen[0]).replace("\r\n", "\n") if chosen else ""
 
 

@@ -40,6 +40,8 @@ class Page:
             return _records(self._store.texts, request)
         if request.path == "/api/mails":
             return _records(self._store.mails, request)
+        if request.path == "/api/steer":
+            return _json(self._steering.in_force())
         if request.path.startswith("/api/mails/"):
             return self._mail(request.path.removeprefix("/api/mails/"))
         return _json({"error": "no such page"}, 404)

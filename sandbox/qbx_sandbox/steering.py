@@ -119,6 +119,16 @@ class Steering:
         mailbox = address.rpartition("@")[0].rpartition("+")[2]
         return BUILT_IN_MAILBOXES.get(mailbox, "ok")
 
+    def in_force(self) -> dict:
+        """All that is steered, built in or added: "numbers", "recipients", "mailboxes", "credit_query", "delay"; and the
+        "meanings" of the behaviours among them."""
+        numbers = BUILT_IN_NUMBERS | self._numbers
+        recipients = BUILT_IN_MAILBOXES | self._recipients
+        meanings = {behaviour: _meaning(behaviour, NUMBER_BEHAVIOURS) for behaviour in numbers.values()}
+        meanings |= {behaviour: _meaning(behaviour, RECIPIENT_BEHAVIOURS) for behaviour in recipients.values()}
+        return {"numbers": numbers, "recipients": self._recipients, "mailboxes": BUILT_IN_MAILBOXES,
+                "credit_query": self.credit_query, "delay": self.delay, "meanings": meanings}
+
     def apply(self, wishes: dict):
         """Adds the behaviours of a request; an empty one clears all. Nothing changes when any part is wrong.
 
@@ -152,6 +162,13 @@ def _checked(table, pattern, known) -> dict:
         if not isinstance(behaviour, str) or not pattern.fullmatch(behaviour):
             raise SteeringError(f"unknown behaviour: {behaviour!r}; known are: {', '.join(known)}")
     return table
+
+
+def _meaning(behaviour: str, table: dict) -> str:
+    kind, _, rest = behaviour.partition(" ")
+    exact = {"code": "code N", "http": "http N", "reply": "reply TEXT", "data": "data NNN TEXT"}
+    key = "NNN TEXT" if kind.isdigit() else exact.get(kind, behaviour)
+    return table.get(behaviour) or table[key].replace(" N ", f" {rest} ")
 
 
 def help_table() -> str:

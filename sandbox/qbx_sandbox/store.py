@@ -7,7 +7,9 @@
 Records of an earlier start in the same folder are read back, and the numbering goes on.
 """
 import fcntl
+import functools
 import json
+import time
 from datetime import datetime
 from pathlib import Path
 
@@ -62,9 +64,9 @@ class Store:
             record["file"] = f"mails/{number:06}.eml"
             record["size"] = len(raw)
             record.update(message.summary(raw))
-            temporary = self.folder / "mails" / "arriving"
-            temporary.write_bytes(raw)
-            temporary.rename(self.folder / record["file"])
+            # No detour over a temporary name: a message belongs to the records only once its line is written.
+            with open(f"{self.folder}/{record['file']}", "wb", buffering=0) as file:
+                file.write(raw)
         self._mail_file.write(_line(record))
         self.mails.append(record)
 
@@ -86,13 +88,24 @@ class Store:
         self.resets += 1
 
 
+_encode = json.JSONEncoder(ensure_ascii=False).encode
+
+
 def _now() -> str:
-    return datetime.now().astimezone().isoformat(timespec="milliseconds")
+    """Local time with milliseconds and the distance from UTC."""
+    seconds, fraction = divmod(time.time_ns() // 1_000_000, 1000)
+    moment, zone = _second(seconds)
+    return f"{moment}.{fraction:03}{zone}"
+
+
+@functools.lru_cache(maxsize=1)
+def _second(seconds: int) -> tuple[str, str]:
+    text = datetime.fromtimestamp(seconds).astimezone().isoformat()
+    return text[:19], text[19:]
 
 
 def _line(record: dict) -> bytes:
-    # Bytes that are no UTF-8 (an address may hold them) are written as "?".
-    return json.dumps(record, ensure_ascii=False).encode("utf-8", "replace") + b"\n"
+    return _encode(record).encode("utf-8", "replace") + b"\n"
 
 
 def _read_records(path: Path) -> list:
