@@ -68,6 +68,8 @@ class Gateway:
 
     def _verify(self, parameters: dict):
         behaviour = self._steering.credit_query if self._knows(parameters) else "status 0"
+        if behaviour == "status 0":
+            return Response(fields(0, 0))
         return self._answer(behaviour, fields(1, self._store.credits))
 
     def _knows(self, parameters: dict) -> bool:

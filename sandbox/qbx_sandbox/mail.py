@@ -97,7 +97,7 @@ class Server(SMTP):
         self._reader._buffer[:0] = data[end + 5:]  # commands that came right behind the message
         if too_big or end > SIZE_LIMIT:
             return None
-        return bytes(data[2:end + 2]).replace(b"\r\n..", b"\r\n.") if end else b""
+        return bytes(data[:end + 2]).replace(b"\r\n..", b"\r\n.")[2:]
 
     def _getaddr(self, arg):
         match = _PLAIN_ADDRESS.fullmatch(arg or "")

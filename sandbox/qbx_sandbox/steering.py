@@ -120,14 +120,9 @@ class Steering:
         return BUILT_IN_MAILBOXES.get(mailbox, "ok")
 
     def in_force(self) -> dict:
-        """All that is steered, built in or added: "numbers", "recipients", "mailboxes", "credit_query", "delay"; and the
-        "meanings" of the behaviours among them."""
-        numbers = BUILT_IN_NUMBERS | self._numbers
-        recipients = BUILT_IN_MAILBOXES | self._recipients
-        meanings = {behaviour: _meaning(behaviour, NUMBER_BEHAVIOURS) for behaviour in numbers.values()}
-        meanings |= {behaviour: _meaning(behaviour, RECIPIENT_BEHAVIOURS) for behaviour in recipients.values()}
-        return {"numbers": numbers, "recipients": self._recipients, "mailboxes": BUILT_IN_MAILBOXES,
-                "credit_query": self.credit_query, "delay": self.delay, "meanings": meanings}
+        """All that is steered, built in or added: "numbers", "recipients", "mailboxes", "credit_query", "delay"."""
+        return {"numbers": BUILT_IN_NUMBERS | self._numbers, "recipients": self._recipients,
+                "mailboxes": BUILT_IN_MAILBOXES, "credit_query": self.credit_query, "delay": self.delay}
 
     def apply(self, wishes: dict):
         """Adds the behaviours of a request; an empty one clears all. Nothing changes when any part is wrong.
@@ -164,16 +159,9 @@ def _checked(table, pattern, known) -> dict:
     return table
 
 
-def _meaning(behaviour: str, table: dict) -> str:
-    kind, _, rest = behaviour.partition(" ")
-    exact = {"code": "code N", "http": "http N", "reply": "reply TEXT", "data": "data NNN TEXT"}
-    key = "NNN TEXT" if kind.isdigit() else exact.get(kind, behaviour)
-    return table.get(behaviour) or table[key].replace(" N ", f" {rest} ")
-
-
 def help_table() -> str:
     """The built-in numbers and mailbox names, one a line, for --help."""
-    lines = ["steering numbers (any other number is accepted):"]
+    lines = ["steering numbers (any other number is accepted; +44 and 0044 forms count as well):"]
     lines += [f"  {number[:5]} {number[5:]}   {behaviour}" for number, behaviour in BUILT_IN_NUMBERS.items()]
     lines += ["", "steering mailbox names (NAME@any.host or anything+NAME@any.host):"]
     lines += [f"  {name:<13} {behaviour}" for name, behaviour in BUILT_IN_MAILBOXES.items()]

@@ -186,10 +186,10 @@ async function poll() {
 }
 
 async function showSteering() {
-  const { numbers, mailboxes, recipients, meanings } = await ask("/api/steer");
+  const { numbers, mailboxes, recipients } = await ask("/api/steer");
   const rows = (id, table, shape) => byId(id).replaceChildren(...Object.entries(table).map(([name, behaviour]) => {
     const row = make("tr");
-    row.append(make("td", "", shape(name)), make("td", "", behaviour), make("td", "meaning", meanings[behaviour]));
+    row.append(make("td", "", shape(name)), make("td", "", behaviour));
     return row;
   }));
   rows("steered-numbers", numbers, number);
