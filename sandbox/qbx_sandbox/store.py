@@ -1,7 +1,7 @@
 """What was received: kept in memory for the page, and written to the folder as it arrives.
 
     texts.jsonl        one JSON object a line, a text each
-    mails.jsonl        one JSON object a line, a mail (or a refused recipient) each
+    mails.jsonl        one JSON object a line, a mail (or a refused recipient) each; of a body the first 100,000 characters
     mails/000001.eml   the message exactly as it came
 
 Records of an earlier start in the same folder are read back, and the numbering goes on.
@@ -16,6 +16,7 @@ from pathlib import Path
 from . import message
 
 FIRST_MESSAGE_ID = 1001
+LONGEST_BODY = 100_000
 
 
 class StoreError(Exception):
@@ -64,6 +65,7 @@ class Store:
             record["file"] = f"mails/{number:06}.eml"
             record["size"] = len(raw)
             record.update(message.summary(raw))
+            record["body"] = record["body"][:LONGEST_BODY]
             # No detour over a temporary name: a message belongs to the records only once its line is written.
             with open(f"{self.folder}/{record['file']}", "wb", buffering=0) as file:
                 file.write(raw)
