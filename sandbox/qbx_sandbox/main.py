@@ -17,11 +17,21 @@ PARENT_CHECK = 0.25  # seconds between two looks at the parent process
 
 _EXAMPLE = """\
 example:
-  sandbox --folder /tmp/garage-sandbox --credits 500
-    sandbox ready http=40001 smtp=40002 smtps=40003 page=40004 folder=/tmp/garage-sandbox
+  sandbox --folder ~/garage-sandbox --credits 500
+    sandbox ready http=40001 smtp=40002 smtps=40003 page=40004 folder=/home/jane/garage-sandbox
   curl 'http://127.0.0.1:40001/sms/send_sms.asp?ClientCode=A&ClientAuth=B&_To=07700900123&_From=Garage&_Message=Hello'
     "1"|"499"|"1001"|"0"|
   curl -d '{"numbers": {"07700 900123": "code 33"}, "delay": 1}' http://127.0.0.1:40004/api/steer
+
+JSON interface, on the port of the page:
+  GET  /api/state                 credits, counts, ports, folder
+  GET  /api/texts?since=N&limit=M texts with a number above N, at most M; /api/mails the same
+  GET  /api/mails/N               one mail with its headers and source
+  GET  /api/steer                 all that is steered
+  POST /api/steer                 adds {"numbers": {NUMBER: BEHAVIOUR}, "recipients": {ADDRESS: BEHAVIOUR},
+                                  "credit_query": BEHAVIOUR, "delay": SECONDS}; {} goes back to what is built in
+  POST /api/credits               {"credits": N}
+  POST /api/reset                 forgets all records and steering; credits as at the start
 
 """
 
@@ -36,7 +46,8 @@ def parse_arguments(arguments):
     add("--folder", type=Path, required=True, metavar="DIR", help="where everything received is kept; made when missing")
     add("--http", type=_port, default=0, metavar="PORT", help="port of the SMS gateway (default: a free one)")
     add("--smtp", type=_port, default=0, metavar="PORT", help="port of the mail server, with STARTTLS (default: a free one)")
-    add("--smtps", type=_port, default=0, metavar="PORT", help="port of the mail server with TLS from the start (default: a free one)")
+    add("--smtps", type=_port, default=0, metavar="PORT",
+        help="port of the mail server with TLS from the start (default: a free one)")
     add("--page", type=_port, default=0, metavar="PORT", help="port of the web page (default: a free one)")
     add("--credits", type=_amount, default=1000, metavar="N", help="text credits at the start (default: 1000)")
     add("--delay", type=float, default=5.0, metavar="SECONDS", help="how long a slow answer takes (default: 5)")

@@ -135,7 +135,8 @@ class MailTest(SandboxTest):
                         client.quit()
 
     def test_steering_at_run_time(self):
-        self.sandbox.api("steer", {"recipients": {"X@y.com": "550 5.7.1 Go away", "z@y.com": "data 451 Later", "slow@y.com": "ok"}})
+        self.sandbox.api("steer", {"recipients": {"X@y.com": "550 5.7.1 Go away", "z@y.com": "data 451 Later",
+                                                  "slow@y.com": "ok"}})
         client = self.connect()
         client.mail(SENDER)
         self.assertEqual(client.rcpt("x@Y.com"), (550, b"5.7.1 Go away"))
