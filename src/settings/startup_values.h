@@ -13,6 +13,8 @@ struct EditionFlags {
   bool boat = false;
   bool parts = false;
   bool commercialVehicle = false;
+
+  friend bool operator==(const EditionFlags&, const EditionFlags&) = default;
 };
 
 /// Process-wide values of one run.
@@ -30,7 +32,8 @@ struct StartupValues {
   QString RunKey;          ///< marks the work of this run; at most 36 characters
   QString databaseName;
   QString title;
-  QString ProductKey;  ///< registry path of the host product, with a "\" at the end
+  QString ProductKey;                         ///< registry path of the host product, with a "\" at the end
+  QString companyCode = QStringLiteral("A");  ///< the login's company; read from the registry before connecting
 };
 
 }  // namespace qbx

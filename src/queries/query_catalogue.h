@@ -1,0 +1,69 @@
+// The starting queries of step 1: their tree, their numbers, their descriptions and their lists.
+
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+#include <vector>
+
+namespace qbx {
+
+struct Options;
+
+/// Query numbers: the position of a node in the tree, counting from 1. Stored as the campaign's `CampaignTypeID`.
+enum QueryNumber : int {
+  kNoQuery = 0,
+  kCustomerGroup = 1,
+  kAllCustomers = 2,
+  kLapsedCustomers = 3,
+  kRecentCustomers = 4,
+  kTopCustomers = 5,
+  kBottomCustomers = 6,
+  kVehicleGroup = 7,
+  kAllVehicles = 8,
+  kSpecificMakes = 9,
+  kReminderDate = 10,
+  kSpecificEngines = 11,
+};
+
+/// Nodes 1 and 7 only group others.
+[[nodiscard]] bool IsGroupNode(int query);
+/// Queries 2 to 6: one row per customer.
+[[nodiscard]] bool IsCustomerQuery(int query);
+
+/// A node of `tvQuery`.
+struct QueryNode {
+  int index;    ///< the query number
+  int parent;   ///< 0: a root, shown expanded
+  QString key;  ///< the same in every edition
+  QString text;
+
+  /// The key as the routines below take it: in upper case.
+  [[nodiscard]] QString QueryKey() const { return key.toUpper(); }
+};
+
+/// All nodes in the order in which they are added. "Specific Engines" exists in the boat edition only.
+[[nodiscard]] std::vector<QueryNode> QueryTree(bool boatEdition);
+/// \return nothing when the tree of this edition has no such node
+[[nodiscard]] std::optional<QueryNode> FindQueryNode(int index, bool boatEdition);
+
+/// The text of `txtQueryDesc`; empty for an unknown key.
+/// \param year  the current year, named in the description of the reminder query
+[[nodiscard]] QString QueryDescription(const QString& queryKey, bool boatEdition, int year);
+
+/// The statement that fills `lstMakes` (columns `Description` and `RecordID`) for a query that has makes or engines to
+/// choose.
+[[nodiscard]] std::optional<QString> MakesListStatement(const QString& queryKey);
+
+/// The six entries of `cmbReminder`; the recall number of an entry is its position plus one.
+[[nodiscard]] QStringList ReminderList(const Options& options);
+/// The entries of `cmbType`.
+[[nodiscard]] QStringList CampaignTypes();
+
+/// The text of `txtMakes` after a click in `lstMakes`: the selected items in list order, then the typed entries that
+/// are no items, separated by ", ". The first 50 typed entries are kept, any more are dropped. \param current   the
+/// text before the click \param items     every item of the list \param selected  the selected ones, in list order
+[[nodiscard]] QString RebuildMakesText(const QString& current, const QStringList& items, const QStringList& selected);
+
+}  // namespace qbx

@@ -1,0 +1,36 @@
+// Flipping the flags of a result row.
+
+#pragma once
+
+#include <QString>
+
+#include "database/statements.h"
+#include "diagnostics/diagnostics.h"
+#include "results/results_view.h"
+
+namespace qbx {
+
+/// What a click on a flag cell of the results grid does.
+class ResultFlags {
+ public:
+  ResultFlags(Statements& statements, ResultsView& view, Diagnostics diagnostics);
+
+  /// A left click on a cell. "Send_SMS", "Send_Email" and "Send_Letter" are flipped at once, "Processed" after the user
+  /// agreed once (Question::kChangeProcessedFlags); any other column does nothing. \param column    data field of the
+  /// column, without regard to case \param recordId  key of the row
+  void ClickCell(const QString& column, qint64 recordId);
+
+  /// Flips a 0/1 column of a row and reads the results again. Nothing happens for a key that is not above 0.
+  void ToggleCheckBox(const QString& column, qint64 recordId);
+
+  /// The user agreed to change "Processed" flags; holds as long as the window.
+  [[nodiscard]] bool ProcessedChangeConfirmed() const { return processedChangeConfirmed_; }
+
+ private:
+  Statements& statements_;
+  ResultsView& view_;
+  Diagnostics diagnostics_;
+  bool processedChangeConfirmed_ = false;
+};
+
+}  // namespace qbx

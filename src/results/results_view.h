@@ -1,0 +1,76 @@
+// The rows of the current campaign, as step 3 shows them.
+
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <vector>
+
+#include "database/recordset.h"
+#include "database/statements.h"
+#include "diagnostics/diagnostics.h"
+#include "results/counters.h"
+
+namespace qbx {
+
+struct EditionFlags;
+struct Options;
+
+/// How the grid presents the rows.
+struct ResultsPresentation {
+  struct Caption {
+    QString column;
+    QString caption;
+    friend bool operator==(const Caption&, const Caption&) = default;
+  };
+  std::vector<Caption> captions;  ///< of columns that are not captioned by their names
+  QStringList optInColumns;       ///< the three columns with the customer's consent
+  bool showOptIn = false;         ///< otherwise they are hidden
+};
+
+[[nodiscard]] ResultsPresentation PresentResults(const EditionFlags& edition, const Options& options);
+
+/// Reads and keeps the rows that the results grid shows.
+///
+/// The grid binds to `Rows()` and is told by the two callbacks when these were read anew. No method throws: a failure
+/// is reported, and rows and counters stay what they were. Reading lets events run.
+class ResultsView {
+ public:
+  /// The column that identifies a row.
+  static constexpr char kRowKey[] = "RecordID";
+
+  ResultsView(Statements& statements, Counters& counters, Diagnostics diagnostics);
+
+  /// Called after `DisplayResults`: bind the grid again.
+  void OnDisplayed(std::function<void()> callback) { displayed_ = std::move(callback); }
+  /// Called by `RefreshResults` with what reads the rows again, so that the grid can keep its first visible row around
+  /// it.
+  void OnRefresh(std::function<void(const std::function<void()>& requery)> callback) { refresh_ = std::move(callback); }
+
+  /// Reads counters and rows of a campaign.
+  /// \return false on failure
+  bool DisplayResults(int campaignId);
+  /// Reads counters and rows of the same campaign again, in place: sort and recordset stay.
+  bool RefreshResults();
+
+  /// Deletes one row of the campaign and reads the counters again. The rows here are the caller's (the grid deletes its
+  /// own).
+  bool DeleteRow(qint64 recordId);
+
+  [[nodiscard]] Recordset& Rows() { return rows_; }
+  /// The row count and " records "; "0 records " until the first display.
+  [[nodiscard]] QString CountText() const;
+  [[nodiscard]] int CampaignId() const { return campaignId_; }
+
+ private:
+  Statements& statements_;
+  Counters& counters_;
+  Diagnostics diagnostics_;
+  Recordset rows_;
+  int campaignId_ = 0;
+  std::function<void()> displayed_;
+  std::function<void(const std::function<void()>&)> refresh_;
+};
+
+}  // namespace qbx

@@ -1,0 +1,35 @@
+// Which edition of the host product this is, and the names that follow from it.
+
+#pragma once
+
+#include <QString>
+
+#include "settings/startup_values.h"
+
+namespace qbx {
+
+/// The module's own title, the same in every edition.
+inline constexpr char kProgramTitle[] = "QBX Marketing & Reporting Module";
+
+/// Names that depend on the edition.
+struct EditionNames {
+  QString productKey;    ///< registry path, with a "\" at the end
+  QString databaseName;  ///< base name and suffix
+};
+
+/// \param instance        put into the product key behind a blank unless empty
+/// \param databaseSuffix  put behind the database's base name
+[[nodiscard]] EditionNames EditionNamesFor(const EditionFlags& edition, const QString& instance,
+                                           const QString& databaseSuffix);
+
+/// Sets title, ProductKey and database name of the start-up values from their edition, instance and suffix.
+void WorkOutEditionNames(StartupValues& startup);
+
+/// Finds the edition by the host product's program files, looked for without regard to case. A file that cannot be
+/// looked for is missing. \param programFolder  with or without a separator at the end
+[[nodiscard]] EditionFlags DetectEdition(const QString& programFolder);
+
+/// "DA" turns vehicle-sales on, "HO" truck, "MX" boat; any other code changes nothing. Trimmed, without regard to case.
+void ApplyEditionCode(EditionFlags& edition, const QString& code);
+
+}  // namespace qbx

@@ -1,0 +1,48 @@
+// Reading the company's options from the host database.
+
+#pragma once
+
+#include "database/event_context.h"
+#include "database/statements.h"
+#include "diagnostics/diagnostics.h"
+#include "platform/ini_file.h"
+#include "settings/host_cipher.h"
+#include "settings/options.h"
+#include "settings/startup_values.h"
+
+namespace qbx {
+
+/// Fills `Options`; called after every successful connection and again before each query run.
+class OptionsLoader {
+ public:
+  /// All references must outlive the loader.
+  OptionsLoader(Statements& statements, IniFile& ini, HostCipher& cipher, StartupValues& startup, EventContext& context,
+                Options& options, Diagnostics diagnostics);
+
+  /// Compares the module's level (the user is told when it is not kModuleSchemaLevel; loading goes on), reads the rows
+  /// of company "A" and of `startup.companyCode`, and works out the edition names again.
+  ///
+  /// Also writes: `context.DatabaseVersion`, `startup.edition` (the "vrm" marker), the command time-out of the shared
+  /// connection, and "Customer" of the INI file. \return false when a read failed: the user was told, reading stopped
+  /// there, what was read before stays. While the program was never
+  ///         connected nothing is shown.
+  bool LoadOptions();
+
+ private:
+  bool ReadVersions();
+  bool ReadRow(const QString& companyCode, OptionSource source);
+  bool ReadKey(const Recordset& row, const OptionKey& key);
+  void ApplyRule(const OptionKey& key);
+  void ApplyTextRule(OptionRule rule, QString& value);
+  void TellUpdateNeeded();
+
+  Statements& statements_;
+  IniFile& ini_;
+  HostCipher& cipher_;
+  StartupValues& startup_;
+  EventContext& context_;
+  Options& options_;
+  Diagnostics diagnostics_;
+};
+
+}  // namespace qbx

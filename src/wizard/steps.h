@@ -1,0 +1,83 @@
+// Moving through the wizard.
+
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <optional>
+
+#include "campaigns/campaign_record.h"
+#include "campaigns/campaign_storage.h"
+#include "database/event_log.h"
+#include "diagnostics/diagnostics.h"
+#include "queries/process_query.h"
+#include "results/counters.h"
+#include "results/results_view.h"
+#include "settings/options.h"
+#include "settings/startup_values.h"
+#include "wizard/campaign_settings.h"
+#include "wizard/wizard_state.h"
+
+namespace qbx {
+
+/// What a step leads to. A window does it in this order.
+struct StepResult {
+  int selectTab = 0;                   ///< 1 to 5, 0: stay
+  std::optional<Message> notice = {};  ///< to be shown once the tab is selected
+
+  /// The step was completed.
+  [[nodiscard]] bool Moved() const { return selectTab != 0; }
+};
+
+/// The commands that span the steps. Every refusal and question is shown here, before anything is written; a refused
+/// step leaves the state as it was, but for dates that a check has filled. No method throws.
+class WizardSteps {
+ public:
+  /// The objects that the steps drive.
+  struct Parts {
+    CurrentCampaign& campaign;
+    WizardState& state;
+    CampaignStorage& storage;
+    CampaignSettings& settings;
+    QueryProcessor& queries;
+    ResultsView& results;
+    Counters& counters;
+    EventLog& events;
+    const Options& options;
+    const EditionFlags& edition;
+    std::function<void()> loadOptions;  ///< reads the company's options again
+  };
+  WizardSteps(Parts parts, Diagnostics diagnostics);
+
+  /// "Next >" of tab `index` + 1.
+  /// \param index  0 to 2
+  [[nodiscard]] StepResult NextStep(int index);
+  /// "< Back" of tab `index` + 1. Tab 1 has none before it.
+  [[nodiscard]] StepResult BackStep(int index);
+
+  /// "Refresh" on step 2: runs the query again with the filters. No step is completed by it.
+  /// \return false when it was refused, failed or was cancelled
+  bool Refresh();
+
+  /// A new campaign with the defaults, set up in the wizard; the date boxes are empty.
+  void StartNewCampaign();
+
+  /// "Run Marketing Campaign": the last tab, when steps 1 to 3 are complete.
+  [[nodiscard]] StepResult RunCampaign();
+
+  /// A tab was opened: reads anew what it shows and may have changed (results on tab 3, counters on tab 5).
+  void TabOpened(int tab);
+
+  // The questions of the commands that give something up. \return true when the user agreed
+  [[nodiscard]] bool ConfirmNewCampaign();
+  [[nodiscard]] bool ConfirmLoadCampaign();
+  [[nodiscard]] bool ConfirmExit();
+
+ private:
+  [[nodiscard]] std::optional<Message> CheckStep(int index);
+
+  Parts parts_;
+  Diagnostics diagnostics_;
+};
+
+}  // namespace qbx

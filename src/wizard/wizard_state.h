@@ -1,0 +1,50 @@
+// Every value that the five steps of the wizard hold.
+
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <array>
+#include <vector>
+
+#include "queries/filters.h"
+#include "queries/list_items.h"
+#include "queries/process_query.h"
+#include "queries/query_options.h"
+#include "queries/query_panels.h"
+
+namespace qbx {
+
+/// Plain values, named as the controls that show them. A page copies between its controls and this; logic reads and
+/// writes only this.
+struct WizardState {
+  /// Element 0 is true once a campaign is set up, element n once step n was completed with "Next >".
+  std::array<bool, 4> bStepComplete = {};
+
+  // Step 1
+  int selectedNode = 0;  ///< of the query tree, 0: none
+  QueryPanels panels = {};
+  QueryOptions options = {};
+  QStringList cmbReminderItems = {};
+  std::vector<ListItem> lstMakes = {};
+  std::vector<bool> lstMakesSelected = {};  ///< as long as `lstMakes`
+
+  // Step 2
+  Filters filters = {};
+  std::vector<ListItem> cmbData1Items = {};  ///< customer types
+  std::vector<ListItem> cmbData2Items = {};  ///< enquiry sources
+  RecordLabels lblRecords = {"Records found: ", "Records found: "};
+
+  // Step 4
+  QString rtfLetter = {};  ///< RTF
+  QString txtEmailSubject = {};
+  QString txtEmailBody = {};
+  QString txtSMS = {};
+
+  // Step 5
+  bool ProcessResultsLogged = false;  ///< rows were processed since the results were last shown
+
+  std::vector<ListItem> cmbCampaigns = {};  ///< stored campaigns, data: their IDs
+};
+
+}  // namespace qbx
