@@ -24,7 +24,7 @@ class OpenBrace {
     escaped_ = unit == u'\\';
   }
 
-  /// A field: everything but braces (and, in rich text, backslashes) may be inserted here.
+  /// A field: any value without an opening brace (in rich text, without a backslash either) may be inserted here.
   /// \return whether what stands before it, continued by the value, could become a field
   [[nodiscard]] bool Field() {
     // A lone backslash in front would escape a brace behind the field once the value is empty.
@@ -40,7 +40,8 @@ class OpenBrace {
 };
 
 /// Copies a value behind `out` and moves it on.
-/// \return false when the value holds what could form a field
+/// \return false when the value holds what could begin a field. A closing brace cannot: what it would close is found by
+/// OpenBrace.
 template <bool RichText>
 bool CopyHarmless(const QString& value, char16_t*& out) {
   const char16_t* units = reinterpret_cast<const char16_t*>(value.constData());
@@ -48,7 +49,7 @@ bool CopyHarmless(const QString& value, char16_t*& out) {
   unsigned harmful = 0;
   for (qsizetype i = 0; i < size; ++i) {
     const char16_t unit = units[i];
-    harmful |= static_cast<unsigned>(unit == u'{') | static_cast<unsigned>(unit == u'}');
+    harmful |= static_cast<unsigned>(unit == u'{');
     if constexpr (RichText) harmful |= static_cast<unsigned>(unit == u'\\');
     out[i] = unit;
   }
