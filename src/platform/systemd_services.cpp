@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kCallTimeout = 10000;      // milliseconds
 constexpr int kRequestTimeout = 120000;  // leaves time to type a password that the system may ask for
-const auto kService = QStringLiteral("org.freedesktop.systemd1");
+constexpr QLatin1String kService("org.freedesktop.systemd1");
 
 QString WithSuffix(const QString& unit) {
   return unit.isEmpty() || unit.endsWith(QLatin1String(".service")) ? unit : unit + QLatin1String(".service");
