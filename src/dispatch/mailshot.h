@@ -72,7 +72,8 @@ struct MailshotSummary {
 /// something failed is tried again whole, a row in doubt is left out until a person settles it.
 class Mailshot {
  public:
-  Mailshot(MailshotServices services, MailshotObserver& observer) : services_(services), observer_(observer) {}
+  Mailshot(MailshotServices services, MailshotObserver& observer)
+      : services_(std::move(services)), observer_(observer) {}
 
   /// The command "Send the SMS and Email Mailshots": the checks, the question about credits, then the run.
   /// \param campaignId  also a temporary one, below 0
