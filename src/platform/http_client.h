@@ -8,11 +8,13 @@
 
 namespace qbx {
 
-/// What came of a GET: the body, or what went wrong. Exactly one of the two is set.
+/// What came of a GET: the body, or what went wrong. Exactly one of `body` and `error` is set.
 struct HttpReply {
-  std::optional<QString> body;  ///< decoded as Windows-1252 unless the answer says UTF-8
-  QString error;                ///< one sentence for the user, no secrets (the address without its query)
-  bool uncertain = false;       ///< with an error: the request was written and no complete answer came, so it may have been acted on
+  std::optional<QString> body = {};  ///< decoded as Windows-1252 unless the answer says UTF-8
+  QString error = {};                ///< one sentence for the user, no secrets (the address without its query)
+  /// With an error: the request went out and no complete answer came back, so the server may have acted on it. False
+  /// means that it did not: nothing was sent, or the server answered with a refusal.
+  bool inDoubt = false;
 };
 
 /// One HTTP client, with one connection kept between requests. Not thread-safe.
@@ -20,9 +22,9 @@ class HttpClient {
  public:
   virtual ~HttpClient() = default;
 
-  /// Fetches an address and waits for the whole answer.
-  /// A status of 400 or more, a redirect, a broken-off answer and a time-out are transport failures.
-  /// \param url  sent as it stands: it is already percent-encoded, ASCII only
+  /// Fetches an address and waits for the whole answer. A request is never sent a second time by itself, since it may
+  /// cost money. A status of 400 or more, a redirect, a broken-off answer and a time-out are transport failures. \param
+  /// url  sent as it stands: it is already percent-encoded, ASCII only
   [[nodiscard]] virtual HttpReply Get(const QString& url) = 0;
 };
 

@@ -36,7 +36,7 @@ enum class MailOutcome {
 
 struct MailResult {
   MailOutcome outcome = MailOutcome::kRefused;
-  QString error;         ///< for the user; empty when sent; holds no password
+  QString error;           ///< for the user; empty when sent; holds no password
   bool transport = false;  ///< the failure is of the connection, not of this message (no server, TLS, AUTH, drop)
 };
 
@@ -45,9 +45,9 @@ class MailTransport {
  public:
   virtual ~MailTransport() = default;
 
-  /// Sends one message. Connects (TLS, AUTH) when no connection to that server is kept; a kept one that the server dropped is replaced
-  /// once, silently, as long as nothing of the message was sent.
-  /// \param progress  called now and then with the percentage of the message written, 0 to 100
+  /// Sends one message. Connects (TLS, AUTH) when no connection to that server is kept; a kept one that the server
+  /// dropped is replaced once, silently, as long as nothing of the message was sent. \param progress  called now and
+  /// then with the percentage of the message written, 0 to 100
   [[nodiscard]] virtual MailResult Send(const MailServer& server, const MailEnvelope& envelope,
                                         const std::function<void(int)>& progress) = 0;
 

@@ -23,8 +23,8 @@ struct RegistryValue {
   QString data;  ///< a number as decimal digits, binary as pairs of hexadecimal digits
 };
 
-/// Where registry keys live. Key paths have "\" between their parts and none in front; keys and value names are matched without regard
-/// to case and keep the case they were made with. Enumeration is in the order of creation.
+/// Where registry keys live. Key paths have "\" between their parts and none in front; keys and value names are matched
+/// without regard to case and keep the case they were made with. Enumeration is in the order of creation.
 ///
 /// Failures come back as a text (empty: it worked), so that `CRegistry` can report them as the product does.
 class RegistryStore {
@@ -34,7 +34,7 @@ class RegistryStore {
   [[nodiscard]] virtual bool KeyExists(RegistryHive hive, const QString& key) = 0;
   /// \return the key's values, nothing when the key is missing or the hive cannot be read (then `error` says why)
   [[nodiscard]] virtual std::optional<std::vector<RegistryValue>> Values(RegistryHive hive, const QString& key,
-                                                                        QString* error) = 0;
+                                                                         QString* error) = 0;
   [[nodiscard]] virtual QStringList SubKeys(RegistryHive hive, const QString& key) = 0;
   /// Makes one key; its parent must exist.
   [[nodiscard]] virtual QString CreateKey(RegistryHive hive, const QString& key) = 0;

@@ -7,11 +7,20 @@
 
 namespace qbx {
 
-enum class ServiceState { kStopped = 1, kStartPending, kStopPending, kRunning, kContinuePending, kPausePending, kPaused };
+enum class ServiceState {
+  kStopped = 1,
+  kStartPending,
+  kStopPending,
+  kRunning,
+  kContinuePending,
+  kPausePending,
+  kPaused
+};
 
 enum class ServiceAction { kStart = 0, kStop = 1, kPause = 2, kContinue = 3 };
 
-/// The service manager of this computer. `database` reports through it and words the results; see service_control.h in diagnostics.
+/// The service manager of this computer. `database` reports through it and words the results; see service_control.h in
+/// diagnostics.
 class ServiceManager {
  public:
   virtual ~ServiceManager() = default;

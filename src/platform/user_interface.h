@@ -14,8 +14,8 @@ enum class MessageButtons { kOk, kYesNo, kYesNoCancel };
 
 enum class MessageAnswer { kOk, kYes, kNo, kCancel };
 
-/// The questions of the program that can be answered without a person: a headless run has a flag for each. Messages that only
-/// inform, and questions that only windows ask, carry `kOther`.
+/// The questions of the program that can be answered without a person: a headless run has a flag for each. Messages
+/// that only inform, and questions that only windows ask, carry `kOther`.
 enum class Question {
   kOther,
   kBringDatabaseOnline,
@@ -52,7 +52,8 @@ struct StatusView {
   bool highlighted = false;  ///< blue on white instead of the normal colours
 };
 
-/// The one door from logic to the user. There are three of them: windows, the terminal (headless), and the scripted one of the tests.
+/// The one door from logic to the user. There are three of them: windows, the terminal (headless), and the scripted one
+/// of the tests.
 ///
 /// All calls come from one thread and return when they are answered. No call throws.
 class UserInterface {

@@ -30,10 +30,11 @@ class OptionsLoader {
 
  private:
   bool ReadVersions();
-  bool ReadRow(const QString& companyCode, OptionSource source);
-  bool ReadKey(const Recordset& row, const OptionKey& key);
-  void ApplyRule(const OptionKey& key);
-  void ApplyTextRule(OptionRule rule, QString& value);
+  bool ReadRows();
+  bool OpenRow(const QString& companyCode, Recordset& row);
+  bool ReadKeys(const Recordset& row, OptionSource source);
+  void ApplyRule(OptionRule rule);
+  void FollowCustomerCode();
   void TellUpdateNeeded();
 
   Statements& statements_;

@@ -58,6 +58,8 @@ class CRegistry {
   void SetValueCount(int count);
   [[nodiscard]] int SubKeyCount() const { return static_cast<int>(subKeys_.size()); }
 
+  /// Whether there is no such key. A hive that cannot be read may have it.
+  [[nodiscard]] bool IsMissing() const;
   bool DeleteValue(const QString& name);
   /// \param position  0 the first; outside the list gives empty. As of the last refresh.
   [[nodiscard]] QString GetName(int position) const;
@@ -79,17 +81,19 @@ class CRegistry {
   bool SetValue(const QString& name, const QString& data, RegistryType type = RegistryType::kText);
 
  private:
-  [[nodiscard]] bool DeleteKeyAdv(const QString& path);
+  [[nodiscard]] bool GetKeyInfo();
+  /// Makes one key below its parent. Like the next two: \return what went wrong, empty when it worked
   [[nodiscard]] QString CreateEx(const QString& path);
   [[nodiscard]] QString OpenKey();
-  void CloseKey();
-  [[nodiscard]] bool GetKeyInfo();
+  [[nodiscard]] QString DeleteKeyAdv(const QString& path);
   [[nodiscard]] const RegistryValue* Find(const QString& name) const;
   [[nodiscard]] QString Path() const;
+  [[nodiscard]] QString HiveError() const;
   void ReportOpenFailure(const QString& failure);
   void ReportCreateFailure(const QString& path, const QString& failure);
   void LogDebugQueryValue();
-  void TellSetFailure(int messageNumber);
+  bool SetFailed(int messageNumber, const QString& failure, bool tell);
+  bool LoggedDelete(const QString& failure) const;
 
   RegistryServices services_;
   std::vector<RegistryValue> values_;

@@ -1,0 +1,29 @@
+#include "database/procedure.h"
+
+namespace qbx {
+
+void Procedure::Prepare(Arguments arguments) {
+  Session& driver = connection_.Driver();
+  if (preparedFor_ != &driver) {
+    command_.connection = &connection_;
+    command_.commandText = name_;
+    command_.parameters = driver.DescribeProcedure(name_);
+    preparedFor_ = &driver;
+  }
+  for (Parameter& parameter : command_.parameters)
+    parameter.isSet = false;
+  for (const auto& [name, value] : arguments)
+    command_.SetParameter(QString::fromLatin1(name), value);
+}
+
+void Procedure::Execute(Arguments arguments) {
+  Prepare(arguments);
+  command_.Execute();
+}
+
+Recordset Procedure::Open(Arguments arguments) {
+  Prepare(arguments);
+  return Recordset::ReadAll(command_.Open());
+}
+
+}  // namespace qbx

@@ -1,0 +1,73 @@
+// E-mail sending, one message at a time.
+
+#pragma once
+
+#include <QString>
+
+#include "database/event_log.h"
+#include "database/last_error.h"
+#include "database/procedure.h"
+#include "diagnostics/diagnostics.h"
+#include "dispatch/dispatch_state.h"
+#include "dispatch/send_email_view.h"
+#include "platform/mail_transport.h"
+#include "platform/mime_message.h"
+#include "settings/options.h"
+#include "settings/service_settings.h"
+
+namespace qbx {
+
+/// What came of one e-mail. A failure's reason is in `LastError::LastEmailError`.
+struct EmailResult {
+  bool sent = false;
+  bool uncertain = false;  ///< the message was written and no complete answer came: it may have gone out
+};
+
+/// Sends e-mails through the mail server of the options: the customer's own, or the product family's. Never throws. Not
+/// thread-safe.
+///
+/// A single message is one session (connect, send, QUIT). Inside a run (BeginRun .. EndRun) the connection is kept from
+/// message to message, and the question that follows a failure is asked once; later failures go to the logs only.
+class EmailSender {
+ public:
+  EmailSender(MailTransport& transport, MimeWriter& mime, const Options& options, const ServiceSettings& service,
+              Connection& connection, EventLog& events, DispatchState& state, LastError& lastError, SendEmailView& view,
+              Diagnostics diagnostics);
+
+  /// Sends a plain-text e-mail from the reminder sender.
+  /// \param to  addresses separated by ";"
+  [[nodiscard]] EmailResult SendEmailMessage(const QString& to, const QString& subject, const QString& body);
+
+  /// Writes a sent e-mail into the customer's history. \throws DatabaseError
+  void RecordEmail(const QString& customer, const QString& to, const QString& subject, const QString& body);
+
+  void BeginRun();
+  /// Closes the kept connection; an unclean end is logged and changes no row.
+  void EndRun();
+
+ private:
+  [[nodiscard]] MailAddress ChooseSender() const;
+  [[nodiscard]] bool UsesQbxServer() const;
+  [[nodiscard]] MailServer ServerSettings(bool qbxServer) const;
+  /// \return what is wrong with the message, empty when the envelope is complete
+  [[nodiscard]] QString BuildEnvelope(const QString& to, const QString& subject, const QString& body,
+                                      MailEnvelope& envelope);
+  void CountDown();
+  [[nodiscard]] QString Deliver(const MailServer& server, const MailEnvelope& envelope, EmailResult& result);
+  void ReportFailure(QString text);
+
+  MailTransport& transport_;
+  MimeWriter& mime_;
+  const Options& options_;
+  const ServiceSettings& service_;
+  EventLog& events_;
+  DispatchState& state_;
+  LastError& lastError_;
+  SendEmailView& view_;
+  Diagnostics diagnostics_;
+  Procedure record_;
+  bool inRun_ = false;
+  bool failureAsked_ = false;
+};
+
+}  // namespace qbx

@@ -1,0 +1,144 @@
+#include "dispatch/mailshot.h"
+
+#include "dispatch/mailshot_run.h"
+#include "util/text.h"
+
+namespace qbx {
+
+namespace {
+
+constexpr int kRunLocation = 5400;
+
+QString InDoubtLine(int rows) {
+  return QString::number(rows) + QStringLiteral(
+                                     " row(s) are in doubt and were left alone: nobody knows whether their message "
+                                     "went out. Tick or untick their "
+                                     "Processed flag to settle them.");
+}
+
+Message ClaimedMessage(const ClaimHolder& holder) {
+  return {.text = QStringLiteral("This campaign is already being sent by ") + holder.user +
+                  QStringLiteral(" on computer ") + holder.computer + QStringLiteral(" (process ") +
+                  QString::number(holder.processId) +
+                  QStringLiteral(").\r\rPlease wait until that run has finished or was paused."),
+          .icon = MessageIcon::kExclamation};
+}
+
+/// From here to its end failures of the transports are shown once, and the mail connection is kept.
+class KeptConnections {
+ public:
+  KeptConnections(SmsGateway& gateway, EmailSender& email) : gateway_(gateway), email_(email) {
+    gateway_.BeginRun();
+    email_.BeginRun();
+  }
+  ~KeptConnections() {
+    email_.EndRun();
+    gateway_.EndRun();
+  }
+  KeptConnections(const KeptConnections&) = delete;
+  KeptConnections& operator=(const KeptConnections&) = delete;
+
+ private:
+  SmsGateway& gateway_;
+  EmailSender& email_;
+};
+
+}  // namespace
+
+void Mailshot::Pause() {
+  services_.state.StopSending = true;
+  services_.resultsLog.LogProcessResult(QStringLiteral("Pausing Sending"));
+}
+
+MailshotSummary Mailshot::Send(int campaignId, const MailshotTemplates& templates, MailshotMode mode) {
+  if (mode == MailshotMode::kSend) services_.events.LogMarketingEvent(QStringLiteral("Processing SMS and Emails"));
+  if (!MaySend(services_.options, services_.user)) {
+    services_.events.LogMarketingEvent(QStringLiteral("Not a Manager User"));
+    Tell(NotManagerMessage());
+    return {};
+  }
+  services_.state.StopSending = false;
+  services_.counters.UpdateCounters(campaignId);
+  const CounterValues& counters = services_.counters.Values();
+  if (const auto refusal = CheckTemplates(counters, templates)) {
+    Tell(*refusal);
+    return {};
+  }
+  services_.resultsLog.LogProcessResult(QStringLiteral("Processing ") + QString::number(counters.sms) +
+                                        QStringLiteral(" SMS Texts and ") + QString::number(counters.emails) +
+                                        QStringLiteral(" Emails"));
+  MailshotSummary summary;
+  try {
+    ProcessSMSandEmail(campaignId, templates, mode, summary);
+  } catch (const DatabaseError& error) {
+    services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), error.Description());
+    summary.end = MailshotEnd::kFailed;
+  }
+  return summary;
+}
+
+void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templates, MailshotMode mode,
+                                  MailshotSummary& summary) {
+  CampaignClaim claim(services_.statements.Shared(), services_.host, services_.diagnostics.clock, services_.user);
+  const std::optional<ClaimHolder> holder =
+      mode == MailshotMode::kSend ? claim.Take(campaignId) : claim.HeldBy(campaignId);
+  if (holder) {
+    Tell(ClaimedMessage(*holder));
+    return;
+  }
+  services_.counters.UpdateCounters(campaignId);
+  const CounterValues& counters = services_.counters.Values();
+  if (const auto nothingLeft = CheckOutstanding(counters)) {
+    Tell(*nothingLeft);
+    summary.end = MailshotEnd::kNothingLeft;
+    return;
+  }
+  if (const auto refusal = CheckAccounts(counters, services_.options)) {
+    Tell(*refusal);
+    return;
+  }
+  const bool textsOutstanding = counters.sms - counters.smsSent > 0;
+  const Credits credits = textsOutstanding ? CheckCredits(campaignId, templates, mode) : Credits::kSendAll;
+  if (credits == Credits::kStop) return;
+
+  const KeptConnections kept(services_.gateway, services_.email);
+  MailshotRun run(services_, observer_, claim, campaignId, templates, mode, credits == Credits::kSendAll, summary);
+  run.Run();
+  if (summary.inDoubt > 0) services_.resultsLog.LogProcessResult(InDoubtLine(summary.inDoubt));
+  services_.resultsLog.LogProcessResult(services_.state.StopSending ? QStringLiteral("Processing has been paused")
+                                                                    : QStringLiteral("Processing Finished"));
+}
+
+Mailshot::Credits Mailshot::CheckCredits(int campaignId, const MailshotTemplates& templates, MailshotMode mode) {
+  const SmsGateway::Credits credits = services_.gateway.GetSMSCredits();
+  if (!credits.error.isEmpty()) {
+    services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), credits.error);
+    return Credits::kStop;
+  }
+  if (credits.balance <= -999) {
+    Tell(CreditsUnknownMessage(services_.service.supportTelephone));
+    return Credits::kStop;
+  }
+  const int required = services_.estimate.EstimateSMSCredits(campaignId, templates.sms);
+  if (required > credits.balance) {
+    const CounterValues& counters = services_.counters.Values();
+    const QString line = QStringLiteral("SMS Credits Remaining / Rows to Process: ") + ShortestNumber(credits.balance) +
+                         QStringLiteral(" / ") + QString::number(counters.sms - counters.smsSent);
+    services_.diagnostics.log.WriteLog(line);
+    if (mode == MailshotMode::kSend) services_.events.LogEvent(kEventSms, 0, QStringLiteral("SMS-CREDITS"), line);
+    const CreditsRefusal refusal = NotEnoughCredits(credits.balance, required);
+    Tell(refusal.message);
+    services_.resultsLog.LogProcessResult(refusal.logLine);
+    return Credits::kStop;
+  }
+  switch (services_.diagnostics.ui.ShowMessage(CreditsQuestion(required))) {
+    case MessageAnswer::kYes:
+      return Credits::kSendAll;
+    case MessageAnswer::kNo:
+      return Credits::kEmailOnly;
+    default:
+      return Credits::kStop;
+  }
+}
+
+}  // namespace qbx

@@ -1,0 +1,96 @@
+// The mailshot run: texts and e-mails of a campaign, row by row.
+
+#pragma once
+
+#include <QString>
+
+#include "database/event_log.h"
+#include "database/last_error.h"
+#include "database/statements.h"
+#include "diagnostics/diagnostics.h"
+#include "dispatch/credit_estimate.h"
+#include "dispatch/dispatch_state.h"
+#include "dispatch/email_sender.h"
+#include "dispatch/mailshot_checks.h"
+#include "dispatch/mailshot_observer.h"
+#include "dispatch/results_log.h"
+#include "dispatch/sms_gateway.h"
+#include "platform/host_info.h"
+#include "results/counters.h"
+#include "settings/options.h"
+#include "settings/service_settings.h"
+
+namespace qbx {
+
+/// What a mailshot works with. References only; the Application owns what stands behind them.
+struct MailshotServices {
+  Statements& statements;
+  EventLog& events;
+  SmsGateway& gateway;
+  EmailSender& email;
+  ResultsLog& resultsLog;
+  Counters& counters;
+  CreditEstimate& estimate;
+  DispatchState& state;
+  const LastError& lastError;
+  const Options& options;
+  const ServiceSettings& service;
+  const HostInfo& host;
+  Diagnostics diagnostics;
+  QString user;
+};
+
+enum class MailshotMode {
+  kSend,
+  kDryRun,  ///< everything but sending and recording: nothing leaves, nothing is written
+};
+
+enum class MailshotEnd {
+  kRefused,      ///< a check failed; the user was told
+  kNothingLeft,  ///< every row was processed before; the user was told
+  kFinished,
+  kPaused,        ///< by the user, or by cancelling queued e-mails after a failure
+  kOutOfCredits,  ///< the texts that are left need credits
+  kFailed,        ///< an unexpected error ended the run; rows processed so far stay processed
+};
+
+/// What a run did. Messages, not rows, except `inDoubt`.
+struct MailshotSummary {
+  MailshotEnd end = MailshotEnd::kRefused;
+  int smsSent = 0;
+  int smsFailed = 0;
+  int emailSent = 0;
+  int emailFailed = 0;
+  int inDoubt = 0;  ///< rows left out, or put in doubt by this run, because nobody knows whether their message went out
+};
+
+/// Sends what the rows of a campaign ask for and marks each row whose messages all succeeded. One run at a time;
+/// another run of the same campaign, also on another computer, is refused.
+///
+/// A run is resumed by starting it again. What went out is on disk before the next message goes (see SendJournal), so
+/// neither a pause nor a crash makes anything go twice: a row that was cut off goes on where it stopped, a row in which
+/// something failed is tried again whole, a row in doubt is left out until a person settles it.
+class Mailshot {
+ public:
+  Mailshot(MailshotServices services, MailshotObserver& observer)
+      : services_(std::move(services)), observer_(observer) {}
+
+  /// The command "Send the SMS and Email Mailshots": the checks, the question about credits, then the run.
+  /// \param campaignId  also a temporary one, below 0
+  MailshotSummary Send(int campaignId, const MailshotTemplates& templates, MailshotMode mode = MailshotMode::kSend);
+
+  /// The command "Pause Sending": the run stops after its current row.
+  void Pause();
+
+ private:
+  void ProcessSMSandEmail(int campaignId, const MailshotTemplates& templates, MailshotMode mode,
+                          MailshotSummary& summary);
+  enum class Credits { kSendAll, kEmailOnly, kStop };
+  [[nodiscard]] Credits CheckCredits(int campaignId, const MailshotTemplates& templates, MailshotMode mode);
+  void Tell(const Message& message) { services_.diagnostics.ui.ShowMessage(message); }
+
+  MailshotServices services_;
+  MailshotObserver& observer_;
+};
+
+}  // namespace qbx

@@ -1,0 +1,46 @@
+// What is checked before a mailshot sends anything.
+
+#pragma once
+
+#include <QString>
+#include <optional>
+
+#include "platform/user_interface.h"
+#include "results/counters.h"
+#include "settings/options.h"
+
+namespace qbx {
+
+/// The three templates of a mailshot, as they stand on the templates page or in the campaign.
+struct MailshotTemplates {
+  QString sms;
+  QString emailSubject;
+  QString emailBody;
+};
+
+/// Only the user "manager" (any case) may send while the host's company is an internal one.
+[[nodiscard]] bool MaySend(const Options& options, const QString& user);
+[[nodiscard]] Message NotManagerMessage();
+
+/// Templates that are missing, or nothing to do at all.
+/// \return the message that refuses the run, nothing when it may go on
+[[nodiscard]] std::optional<Message> CheckTemplates(const CounterValues& counters, const MailshotTemplates& templates);
+
+/// Everything that was asked for is processed already.
+[[nodiscard]] std::optional<Message> CheckOutstanding(const CounterValues& counters);
+
+/// Sender address of the e-mails, account of the texts.
+[[nodiscard]] std::optional<Message> CheckAccounts(const CounterValues& counters, const Options& options);
+
+[[nodiscard]] Message CreditsUnknownMessage(const QString& supportTelephone);
+/// The question before credits are spent: Yes sends all, No e-mails only, Cancel nothing.
+[[nodiscard]] Message CreditsQuestion(int required);
+
+/// Too few credits: what the user is told, and the line of the results log.
+struct CreditsRefusal {
+  Message message;
+  QString logLine;
+};
+[[nodiscard]] CreditsRefusal NotEnoughCredits(double credits, int required);
+
+}  // namespace qbx

@@ -1,0 +1,37 @@
+// Watching a mailshot run from outside.
+
+#pragma once
+
+#include <QtGlobal>
+
+namespace qbx {
+
+/// The steps of one message of a row, in order.
+enum class MailshotPoint {
+  kRowStarted,
+  kBeforeJournal,  ///< nothing of this message is written down
+  kAfterJournal,   ///< "sending" is on disk
+  kAfterSend,      ///< the server answered, or did not
+  kBeforeCommit,   ///< record, journal and mark are written, not yet on disk
+  kAfterCommit,
+  kRowFinished,
+};
+
+/// Told of every step of a run. Progress bars and the pause key are observers; so is a test that ends the process at a
+/// chosen step.
+class MailshotObserver {
+ public:
+  virtual ~MailshotObserver() = default;
+  virtual void At(MailshotPoint point, qint64 recordId) {
+    (void)point;
+    (void)recordId;
+  }
+  /// \param done   messages dealt with
+  /// \param total  messages the run set out with
+  virtual void Progress(int done, int total) {
+    (void)done;
+    (void)total;
+  }
+};
+
+}  // namespace qbx

@@ -1,0 +1,30 @@
+#include "dispatch/mobile_number.h"
+
+namespace qbx {
+
+namespace {
+
+constexpr int kFirstRemarkBracket = 5;
+constexpr int kShortestCleaned = 6;
+
+bool IsLatinCapital(QChar c) {
+  return c >= QLatin1Char('A') && c <= QLatin1Char('Z');
+}
+
+}  // namespace
+
+std::optional<QString> CleanMobileNumber(const QString& typed) {
+  QString number = typed.toUpper().trimmed();
+  number.remove(QLatin1Char(' '));
+  for (const char stop : {';', ',', '/'}) {
+    const qsizetype at = number.indexOf(QLatin1Char(stop));
+    if (at >= 0) number.truncate(at);
+  }
+  const qsizetype bracket = number.indexOf(QLatin1Char('('), kFirstRemarkBracket);
+  if (bracket >= 0) number.truncate(bracket);
+  number.removeIf(IsLatinCapital);
+  if (number.size() < kShortestCleaned) return std::nullopt;
+  return number;
+}
+
+}  // namespace qbx

@@ -1,0 +1,31 @@
+// The statements that read a campaign's rows for sending.
+
+#pragma once
+
+#include <QString>
+
+namespace qbx {
+
+/// The whole row of [Campaign Results] as every reading run selects it, up to and including the FROM clause and a
+/// blank.
+inline constexpr char kSelectResultRows[] =
+    "SELECT RecordID, Customer, Title, Firstname, Lastname, Address, Telephone, Contact, "
+    "Mobile, Email, Cust_Type, Enquiry_Source, Last_Invoiced, "
+    "Vehicle, Make, Model, Year, Last_Mileage, Recall_Date, "
+    "Marketing, Send_SMS, Send_Email, Send_Letter, UserID, Created_Date, Processed, Processed_Date "
+    "FROM [Campaign Results] ";
+
+/// Rows that a mailshot has to deal with, in sending order.
+[[nodiscard]] inline QString SelectMailshotRows(int campaignId) {
+  return QLatin1String(kSelectResultRows) + QLatin1String("WHERE (Send_SMS = 1 OR Send_Email = 1) AND CampaignID = ") +
+         QString::number(campaignId) + QLatin1String(" AND Processed = 0 ORDER BY Customer");
+}
+
+/// Rows whose text counts for the credit estimate.
+[[nodiscard]] inline QString SelectEstimateRows(int campaignId) {
+  return QLatin1String(kSelectResultRows) +
+         QLatin1String("WHERE IsNull(Send_SMS, 0) = 1 AND IsNull(Mobile, '') <> '' AND CampaignID = ") +
+         QString::number(campaignId) + QLatin1String(" ORDER BY Customer");
+}
+
+}  // namespace qbx

@@ -1,0 +1,40 @@
+// The results log: the lines that a run shows while it works.
+
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+#include "platform/clock.h"
+#include "platform/user_interface.h"
+
+namespace qbx {
+
+/// Lines "dd/mm/yy HH:mm:ss - text". Kept until cleared, and handed to whoever shows or files them as they come.
+class ResultsLog {
+ public:
+  using Sink = std::function<void(const QString& line)>;
+
+  ResultsLog(const Clock& clock, UserInterface& ui) : clock_(clock), ui_(ui) {}
+
+  /// \param sink  called for every later line, without its line end
+  void SetSink(Sink sink) { sink_ = std::move(sink); }
+
+  /// Adds a line and lets the screen repaint.
+  void LogProcessResult(const QString& text);
+
+  [[nodiscard]] const QStringList& Lines() const { return lines_; }
+  void Clear() { lines_.clear(); }
+
+  /// A line was written since the flag was cleared: results shown elsewhere are out of date.
+  bool ProcessResultsLogged = false;
+
+ private:
+  const Clock& clock_;
+  UserInterface& ui_;
+  Sink sink_;
+  QStringList lines_;
+};
+
+}  // namespace qbx

@@ -1,0 +1,38 @@
+#include "dispatch/send_journal.h"
+
+namespace qbx {
+
+SendJournal::SendJournal(Connection& connection, QString user)
+    : user_(std::move(user)),
+      read_(connection, "proc_selp_Send_Journal"),
+      write_(connection, "proc_updp_Send_Journal"),
+      forget_(connection, "proc_delp_Send_Journal") {}
+
+QHash<qint64, JournalEntry> SendJournal::Read(int campaignId) {
+  QHash<qint64, JournalEntry> entries;
+  Recordset rows = read_.Open({{"@CampaignID", campaignId}});
+  entries.reserve(rows.RecordCount());
+  const int record = rows.ColumnIndex(QStringLiteral("RecordID"));
+  const int channel = rows.ColumnIndex(QStringLiteral("Channel"));
+  const int state = rows.ColumnIndex(QStringLiteral("State"));
+  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
+    JournalEntry& entry = entries[rows.Field(record).ToInt()];
+    const bool sms = rows.Field(channel).ToInt() == static_cast<int>(Channel::kSms);
+    (sms ? entry.sms : entry.email) = static_cast<JournalState>(rows.Field(state).ToInt());
+  }
+  return entries;
+}
+
+void SendJournal::Write(qint64 recordId, int campaignId, Channel channel, JournalState state) {
+  write_.Execute({{"@RecordID", recordId},
+                  {"@CampaignID", campaignId},
+                  {"@Channel", static_cast<int>(channel)},
+                  {"@State", static_cast<int>(state)},
+                  {"@UserID", user_}});
+}
+
+void SendJournal::Forget(qint64 recordId) {
+  forget_.Execute({{"@RecordID", recordId}});
+}
+
+}  // namespace qbx

@@ -1,0 +1,146 @@
+#include "dispatch/sms_gateway.h"
+
+#include "dispatch/sms_credits.h"
+#include "dispatch/sms_reply.h"
+#include "dispatch/url_encode.h"
+
+namespace qbx {
+
+namespace {
+
+constexpr double kUnreadableBalance = -999;
+constexpr int kSmsTable = 7;
+constexpr int kSendLocation = 5210;
+
+}  // namespace
+
+SmsGateway::SmsGateway(HttpClient& http, const Options& options, const ServiceSettings& service, Connection& connection,
+                       EventLog& events, ResultsLog& resultsLog, DispatchState& state, Diagnostics diagnostics,
+                       QString user)
+    : http_(http),
+      options_(options),
+      service_(service),
+      events_(events),
+      resultsLog_(resultsLog),
+      state_(state),
+      diagnostics_(diagnostics),
+      user_(std::move(user)),
+      record_(connection, "proc_addp_SMS") {}
+
+QString SmsGateway::SMSGatewayURL() const {
+  QString server = options_.SMS_Server.trimmed();
+  server.remove(QStringLiteral("http://"), Qt::CaseInsensitive);
+  server.remove(QStringLiteral("https://"), Qt::CaseInsensitive);
+  if (server.isEmpty()) return {};
+  if (!server.endsWith(QLatin1Char('/'))) server += QLatin1Char('/');
+  return QStringLiteral("http://") + server;
+}
+
+SmsGateway::Credits SmsGateway::GetSMSCredits() {
+  const HttpReply reply = http_.Get(SMSGatewayURL() + QStringLiteral("sms/verifyclient.asp?ClientCode=") +
+                                    URLEncode(options_.SMS_ClientID) + QStringLiteral("&ClientAuth=") +
+                                    URLEncode(options_.SMS_ClientPassword));
+  if (!reply.body) return {kUnreadableBalance, reply.error};
+  const std::optional<double> balance = ParseCreditReply(*reply.body);
+  if (!balance) return {kUnreadableBalance, {}};
+  state_.SMSCreditsRemaining = *balance;
+  return {*balance, {}};
+}
+
+QString SmsGateway::SendUrl(const QString& clientId, const QString& password, const QString& mobile,
+                            const QString& sender, const QString& message) const {
+  QString url = SMSGatewayURL() + QStringLiteral("sms/send_sms.asp?ClientCode=") + URLEncode(clientId) +
+                QStringLiteral("&ClientAuth=") + URLEncode(password) + QStringLiteral("&_To=") + URLEncode(mobile) +
+                QStringLiteral("&_From=") + URLEncode(sender) + QStringLiteral("&_Message=") + URLEncode(message);
+  // The gateway takes the pound sign as UTF-8 and every other character as Windows-1252.
+  url.replace(QStringLiteral("%A3"), QStringLiteral("%C2%A3"));
+  return url;
+}
+
+void SmsGateway::BeginRun() {
+  inRun_ = true;
+  failureShown_ = false;
+}
+
+void SmsGateway::LogRefusal(const QString& customer, const QString& mobile, const QString& reason) {
+  resultsLog_.LogProcessResult(QStringLiteral("SMS Failed to: ") + customer + QStringLiteral(", ") + mobile);
+  resultsLog_.LogProcessResult(QStringLiteral("Failed Reason: ") + reason);
+}
+
+void SmsGateway::ReportTransportFailure(const QString& customer, const QString& mobile, const HttpReply& reply) {
+  QString reason = reply.error;
+  if (reply.inDoubt) reason += QStringLiteral(" It is not known whether the text went out.");
+  if (inRun_) LogRefusal(customer, mobile, reason);
+  if (inRun_ && failureShown_) {
+    diagnostics_.log.WriteLog(QStringLiteral("ERROR: ") + reason + QStringLiteral(" (in MSend)"));
+    return;
+  }
+  failureShown_ = true;
+  diagnostics_.errors.ShowError(kSendLocation, QStringLiteral("MSend"), reason);
+}
+
+SmsResult SmsGateway::SendSMS(const QString& customer, const QString& mobile, const QString& message) {
+  const HttpReply reply = http_.Get(
+      SendUrl(options_.SMS_ClientID, options_.SMS_ClientPassword, mobile, options_.Reminder_From_SMS, message));
+  SmsResult result;
+  if (!reply.body) {
+    result.uncertain = reply.inDoubt;
+    ReportTransportFailure(customer, mobile, reply);
+    return result;
+  }
+  result.answered = true;
+  const std::optional<SmsReply> answer = ParseSmsReply(*reply.body);
+  if (!answer) {
+    result.accepted = true;
+    return result;
+  }
+  state_.SMSCreditsRemaining = answer->balance;
+  if (answer->Accepted()) {
+    result.accepted = true;
+    result.messageId = answer->messageId;
+    return result;
+  }
+  events_.LogEvent(kEventError, kSmsTable, QString::number(answer->code), QStringLiteral("SENDSMS: Reminder Error"));
+  LogRefusal(customer, mobile, SendRefusalReason(answer->code, mobile));
+  return result;
+}
+
+void SmsGateway::RecordSMS(const QString& customer, const QString& mobile, const QString& message, int status,
+                           int messageId) {
+  try {
+    record_.Execute({{"@Customer", customer},
+                     {"@Mobile_Number", mobile},
+                     {"@Message", message},
+                     {"@Status", status},
+                     {"@MessageID", messageId},
+                     {"@UserID", user_}});
+  } catch (const DatabaseError&) {
+    // The text went out all the same; its record is a convenience of the host.
+  }
+}
+
+bool SmsGateway::SendTestSMS(const QString& sender, const QString& clientId, const QString& password,
+                             const QString& mobile, const QString& message) {
+  const HttpReply reply = http_.Get(SendUrl(clientId, password, mobile, sender, message.left(kMaxSmsLength)));
+  if (!reply.body) {
+    diagnostics_.errors.ShowError(kSendLocation, QStringLiteral("MSend"), reply.error);
+    return false;
+  }
+  const std::optional<SmsReply> answer = ParseSmsReply(*reply.body);
+  if (!answer) return false;
+  const QString key = QString::number(answer->code);
+  if (answer->Accepted()) {
+    if (answer->messageId < 1) return false;
+    events_.LogEvent(kEventSms, 0, key, QStringLiteral("Test SMS Sent"));
+    return true;
+  }
+  events_.LogEvent(kEventError, kSmsTable, key, QStringLiteral("Send Test SMS Error"));
+  diagnostics_.ui.ShowMessage(
+      {.text = TestRefusalReason(answer->code) +
+               QStringLiteral("\r\rIf you are unsure about this message,\rplease contact QBX on ") +
+               service_.supportTelephone + QStringLiteral(" to report this."),
+       .icon = MessageIcon::kExclamation});
+  return false;
+}
+
+}  // namespace qbx

@@ -1,0 +1,36 @@
+// What the gateway answers.
+
+#pragma once
+
+#include <QString>
+#include <optional>
+
+namespace qbx {
+
+/// The reply to a send: "|"-separated fields, each wrapped in one delimiter character on both sides, a separator at the
+/// end.
+struct SmsReply {
+  double balance = 0;  ///< credits left
+  int messageId = 0;   ///< the gateway's number of the text
+  int code = 0;        ///< below 2: accepted
+
+  [[nodiscard]] bool Accepted() const { return code < 2; }
+};
+
+/// Codes that the client adds to the gateway's own.
+inline constexpr int kCodeAccountRefused = 1000;
+inline constexpr int kCodeNoCredits = 1002;
+
+/// \return nothing when the reply has fewer than four fields
+[[nodiscard]] std::optional<SmsReply> ParseSmsReply(const QString& body);
+
+/// The reply to a credit query.
+/// \return the balance, 0 when the account was refused, nothing when the reply has fewer than two fields
+[[nodiscard]] std::optional<double> ParseCreditReply(const QString& body);
+
+/// Why a mailshot text was refused, for the results log.
+[[nodiscard]] QString SendRefusalReason(int code, const QString& mobile);
+/// Why a test text was refused, for a message box. The gateway's code 33 has another meaning here.
+[[nodiscard]] QString TestRefusalReason(int code);
+
+}  // namespace qbx

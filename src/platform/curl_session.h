@@ -1,0 +1,63 @@
+// What the HTTP client and the mail transport share of libcurl.
+
+#pragma once
+
+#include <curl/curl.h>
+
+#include <QString>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace qbx {
+
+/// One easy handle that runs in the foreground and keeps its connection from transfer to transfer. Events can be pumped
+/// twenty times a second while a transfer is under way.
+class CurlSession {
+ public:
+  CurlSession();
+  CurlSession(const CurlSession&) = delete;
+  CurlSession& operator=(const CurlSession&) = delete;
+  ~CurlSession();
+
+  [[nodiscard]] CURL* Handle() const { return easy_.get(); }
+  template <typename Value>
+  void Set(CURLoption option, Value value) {
+    curl_easy_setopt(easy_.get(), option, value);
+  }
+  template <typename Value>
+  [[nodiscard]] Value Info(CURLINFO info) const {
+    Value value{};
+    curl_easy_getinfo(easy_.get(), info, &value);
+    return value;
+  }
+
+  /// Runs the transfer that the handle is set up for.
+  /// \param pump  called about every 50 ms; false ends the transfer
+  [[nodiscard]] CURLcode Perform(const std::function<bool()>& pump);
+  /// Whether transfers may make connections or must use the one that is kept.
+  void AllowConnecting(bool allow) { mayConnect_ = allow; }
+  /// Breaks what is connected, so that libcurl takes no leave of a server that has gone or may not answer.
+  void CutConnections();
+  /// libcurl's own words for the last failure.
+  [[nodiscard]] QString ErrorText(CURLcode code) const;
+
+ private:
+  struct EasyDeleter {
+    void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
+  };
+  struct MultiDeleter {
+    void operator()(CURLM* handle) const { curl_multi_cleanup(handle); }
+  };
+
+  static curl_socket_t OpenSocket(void* self, curlsocktype purpose, curl_sockaddr* address);
+  static int CloseSocket(void* self, curl_socket_t socket);
+
+  std::vector<curl_socket_t> sockets_;
+  bool mayConnect_ = true;
+  char errorBuffer_[CURL_ERROR_SIZE] = {};
+  std::unique_ptr<CURLM, MultiDeleter> multi_;
+  std::unique_ptr<CURL, EasyDeleter> easy_;
+};
+
+}  // namespace qbx

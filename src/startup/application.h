@@ -1,0 +1,109 @@
+// The one object that owns the process-wide state and wires the modules together.
+
+#pragma once
+
+#include <memory>
+
+#include "campaigns/campaign_record.h"
+#include "campaigns/campaign_storage.h"
+#include "database/embedded/engine.h"
+#include "database/statements.h"
+#include "dispatch/dispatch_state.h"
+#include "platform/http_client.h"
+#include "platform/mail_transport.h"
+#include "settings/options_loader.h"
+#include "settings/registry_values.h"
+#include "settings/service_settings.h"
+#include "settings/user_options.h"
+#include "startup/connect_host.h"
+#include "startup/folders.h"
+#include "startup/start_sequence.h"
+
+namespace qbx {
+
+/// What differs between the window program, the headless runner and the tests. Everything pointed to must outlive the
+/// Application.
+struct ApplicationSetup {
+  UserInterface& ui;
+  const Clock& clock;
+  Folders folders;
+  // Stand-ins; null: the real one is made.
+  const HostInfo* host = nullptr;
+  RegistryStore* registry = nullptr;
+  ServiceManager* services = nullptr;
+  Shell* shell = nullptr;
+  HttpClient* http = nullptr;
+  MailTransport* mail = nullptr;
+};
+
+/// The wiring of one run, in the order of dependence: nothing here has behaviour of its own. The members are the
+/// interface; a module's class is given those that it uses.
+///
+///   SystemClock clock;
+///   Application app({.ui = ui, .clock = clock, .folders = FindFolders()});
+///   if (app.start.Run(JoinCommandLine(arguments), windows) == StartOutcome::kRunning) ...
+///
+/// The database file is opened by starting, not by making this object.
+class Application {
+ public:
+  explicit Application(const ApplicationSetup& setup);
+  Application(const Application&) = delete;
+  Application& operator=(const Application&) = delete;
+
+  // Values.
+  StartupValues startup;
+  Options options;
+  UserOptions userOptions;
+  EventContext eventContext;
+  LastError lastError;
+  CurrentCampaign campaign;
+  DispatchState dispatch;
+
+  // Services that everybody shares.
+  UserInterface& ui;
+  const Clock& clock;
+  LogFile log;
+  StatusBox status;
+  ErrorReport errors;
+  Diagnostics diagnostics;
+
+  // What the surroundings say.
+  IniFile ini;
+  HostCipher cipher;
+  const ServiceSettings service;
+
+ private:
+  std::unique_ptr<HostInfo> ownHost_;
+  std::unique_ptr<RegistryStore> ownRegistry_;
+  std::unique_ptr<ServiceManager> ownServices_;
+  std::unique_ptr<Shell> ownShell_;
+  std::unique_ptr<HttpClient> ownHttp_;
+  std::unique_ptr<MailTransport> ownMail_;
+
+ public:
+  // The world outside.
+  const HostInfo& host;
+  RegistryStore& registryStore;
+  ServiceControl services;
+  Shell& shell;
+  HttpClient& http;
+  MailTransport& mail;
+
+  // Registry.
+  RegistryFailures registryFailures;
+  RegistryValues registry;
+
+  // Database.
+  EmbeddedEngine engine;
+  Connection connection;
+  EventLog events;
+  ErrorInterpretation interpretation;
+  Statements statements;
+  OptionsLoader optionsLoader;
+  CampaignStorage campaignStorage;
+  HostConnection hostConnection;
+
+  StartSequence start;
+};
+
+}  // namespace qbx

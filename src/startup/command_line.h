@@ -1,0 +1,28 @@
+// The switches that the host product starts this program with.
+
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include "platform/user_interface.h"
+#include "settings/startup_values.h"
+
+namespace qbx {
+
+/// One line from the arguments of the process (the program's own name left out). The shell has taken the quotes away:
+/// `/userid:VALUE` becomes `/userid:"VALUE"` again, so that a name may hold blanks.
+[[nodiscard]] QString JoinCommandLine(const QStringList& arguments);
+
+/// Reads the switches of `startup.commandLine`, found anywhere in it and without regard to case:
+///
+///     /userid:"Jo Brown"     the user, at most 20 characters
+///     /database:North        the suffix "_North" of the database name, up to the first blank, 25 characters
+///     /instance:Second       the instance in upper case, up to the first blank, 15 characters
+///     /?                     shows the help message; nothing else is read
+///
+/// Sets user, instance and suffix, works the edition names out again after the latter two, and clears the command line
+/// when one of the three was there.
+void ParseCommandLine(StartupValues& startup, UserInterface& ui);
+
+}  // namespace qbx

@@ -1,0 +1,69 @@
+// Small stand-ins for this computer: its names, its services, its shell.
+
+#pragma once
+
+#include <QHash>
+#include <QStringList>
+
+#include "platform/host_info.h"
+#include "platform/service_manager.h"
+#include "platform/shell.h"
+
+namespace qbx::test {
+
+/// A computer "WORKSHOP-PC" on which this process is 4711; the processes that live are those in `processes`.
+class FakeHostInfo final : public HostInfo {
+ public:
+  QString computerName = QStringLiteral("WORKSHOP-PC");
+  qint64 processId = 4711;
+  QHash<qint64, qint64> processes = {{4711, 1000}};  ///< number to start
+
+  [[nodiscard]] QString ComputerName() const override { return computerName; }
+  [[nodiscard]] qint64 ProcessId() const override { return processId; }
+  [[nodiscard]] qint64 ProcessStart(qint64 id) const override { return processes.value(id, 0); }
+};
+
+/// Services that exist are those in `states`. Requests are written down as "name:action" and change nothing else.
+class FakeServices final : public ServiceManager {
+ public:
+  bool available = true;
+  bool accept = true;    ///< what `Request` answers for a service that exists
+  QString listingError;  ///< not empty: `FindByListing` fails with it
+  QHash<QString, ServiceState> states;
+  QStringList requests;
+
+  [[nodiscard]] bool Available() override { return available; }
+  [[nodiscard]] bool Exists(const QString& service) override { return available && states.contains(service); }
+  [[nodiscard]] std::optional<bool> FindByListing(const QString& service, QString* error) override {
+    if (listingError.isEmpty()) return states.contains(service);
+    *error = listingError;
+    return std::nullopt;
+  }
+  [[nodiscard]] bool Request(const QString& service, ServiceAction action) override {
+    requests.append(service + QLatin1Char(':') + QString::number(static_cast<int>(action)));
+    return accept && Exists(service);
+  }
+  [[nodiscard]] std::optional<ServiceState> State(const QString& service) override {
+    if (!Exists(service)) return std::nullopt;
+    return states.value(service);
+  }
+};
+
+/// Writes down what it was asked for.
+class FakeShell final : public Shell {
+ public:
+  bool accept = true;
+  QStringList opened;
+  QStringList commands;
+
+  bool Open(const QString& target) override {
+    opened.append(target);
+    return accept;
+  }
+  bool RunHidden(const QString& command) override {
+    commands.append(command);
+    return accept;
+  }
+};
+
+}  // namespace qbx::test

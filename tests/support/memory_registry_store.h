@@ -1,0 +1,37 @@
+// A registry that is gone with the test.
+
+#pragma once
+
+#include "platform/registry_store.h"
+#include "platform/registry_tree.h"
+
+namespace qbx::test {
+
+/// Both hives in memory. `readError` and `writeError`, when set, make every read or write fail with that text.
+class MemoryRegistryStore final : public RegistryStore {
+ public:
+  QString readError;
+  QString writeError;
+
+  /// Writes a value and makes the keys above it: the short way to set a test up.
+  void Put(RegistryHive hive, const QString& key, const QString& name, const QString& text);
+  /// \return the value's data, empty when there is none
+  [[nodiscard]] QString Get(RegistryHive hive, const QString& key, const QString& name);
+
+  [[nodiscard]] bool KeyExists(RegistryHive hive, const QString& key) override;
+  [[nodiscard]] std::optional<std::vector<RegistryValue>> Values(RegistryHive hive, const QString& key,
+                                                                 QString* error) override;
+  [[nodiscard]] QStringList SubKeys(RegistryHive hive, const QString& key) override;
+  [[nodiscard]] QString CreateKey(RegistryHive hive, const QString& key) override;
+  [[nodiscard]] QString DeleteKey(RegistryHive hive, const QString& key) override;
+  [[nodiscard]] QString SetValue(RegistryHive hive, const QString& key, const RegistryValue& value) override;
+  [[nodiscard]] QString DeleteValue(RegistryHive hive, const QString& key, const QString& name) override;
+
+ private:
+  RegistryTree& Tree(RegistryHive hive) { return hive == RegistryHive::kCurrentUser ? user_ : machine_; }
+
+  RegistryTree user_;
+  RegistryTree machine_;
+};
+
+}  // namespace qbx::test
