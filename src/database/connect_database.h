@@ -76,17 +76,17 @@ class DatabaseConnector {
     QString database;
   };
 
+  /// Tries twice, and with the alternative password (then kept in `target`) after a refused login.
   /// \return the failure that ends the attempts, nothing when connected
-  std::optional<DatabaseError> TryToOpen(Target& target, const QString& connectionString);
-  std::optional<DatabaseError> OpenOnce(const QString& connectionString, const Login& login);
-  std::optional<DatabaseError> OpenDatabase(const Target& target);
+  std::optional<DatabaseError> TryToOpen(Target& target);
+  std::optional<DatabaseError> Open(const Target& target, const QString& database);
   void ReadFileFolder();
   /// Looks at the status of the database behind a connection with "master" and opens it when it is, or can be brought,
   /// online.
   std::optional<DatabaseError> LeaveMaster(const Target& target);
   [[nodiscard]] QString ReadStatus(const QString& database);
   [[nodiscard]] bool AskToBringOnline(const QString& status);
-  void ReportFailure(const Target& target, const DatabaseError& error);
+  void ReportFailure(const QString& server, const Login& login, const DatabaseError& error);
   [[nodiscard]] bool AskToStartService(const QString& message);
   void OpenFirewall();
   void RestartService();

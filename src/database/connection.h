@@ -5,6 +5,7 @@
 #include <QString>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <vector>
 
 #include "database/database_error.h"
@@ -12,9 +13,10 @@
 
 namespace qbx {
 
-/// A connection string taken apart: "Provider=SQLOLEDB;...;Data Source=SERVER;Initial Catalog=DATABASE;". It never holds a login.
+/// A connection string taken apart: "Provider=SQLOLEDB;...;Data Source=SERVER;Initial Catalog=DATABASE;". It never
+/// holds a login.
 struct ConnectionTarget {
-  QString server;    ///< as in the string, instance suffix included
+  QString server;  ///< as in the string, instance suffix included
   QString database;
 
   [[nodiscard]] static ConnectionTarget Parse(const QString& connectionString);
@@ -26,11 +28,11 @@ struct Login {
 };
 
 /// Makes a session for a target, or throws DatabaseError.
-using SessionFactory =
-    std::function<std::unique_ptr<Session>(const ConnectionTarget& target, const Login& login, int connectionTimeoutSeconds)>;
+using SessionFactory = std::function<std::unique_ptr<Session>(const ConnectionTarget& target, const Login& login,
+                                                              int connectionTimeoutSeconds)>;
 
-/// One connection of the client library: remembers its string and login, so that it can be re-opened as it was, and the provider errors of
-/// the last failure. All calls from the thread that owns it, one at a time.
+/// One connection of the client library: remembers its string and login, so that it can be re-opened as it was, and the
+/// provider errors of the last failure. All calls from the thread that owns it, one at a time.
 class Connection {
  public:
   explicit Connection(SessionFactory factory);
@@ -61,14 +63,19 @@ class Connection {
   [[nodiscard]] const std::vector<ProviderError>& Errors() const { return errors_; }
   void KeepErrors(const DatabaseError& error) { errors_ = error.Errors(); }
 
-  /// Runs `work` on the database thread while the caller waits and `pump` is called over and over; an exception of `work` is thrown again
-  /// here. `work` must not touch the user interface.
-  /// \param cancelled  asked between pumps; once true, the running call is interrupted
-  void RunLong(const std::function<void()>& work, const std::function<void()>& pump, const std::function<bool()>& cancelled);
+  /// Runs `work` on the database thread while the caller waits and `pump` is called over and over; an exception of
+  /// `work` is thrown again here. `work` must not touch the user interface. Work that is short is not delayed and not
+  /// pumped for. \param pump       every 10 ms; may be empty \param cancelled  asked between pumps; while true, the
+  /// running call and those that follow are interrupted; may be empty
+  void RunLong(const std::function<void()>& work, const std::function<void()>& pump,
+               const std::function<bool()>& cancelled);
 
  private:
+  void InterruptSession();
+
   SessionFactory factory_;
   std::unique_ptr<Session> session_;
+  std::mutex sessionMutex_;  // the pointer against an interruption while the work re-opens
   QString connectionString_;
   Login login_;
   int commandTimeout_ = 20;

@@ -20,20 +20,23 @@ class ErrorInterpretation {
   ErrorInterpretation(const EventContext& context, EventLog& events, LastError& lastError, Diagnostics diagnostics);
 
   /// \param connection  whose error list is read; none: nothing is shown or logged
-  /// \param routine     the statement routine that failed
-  /// \param sql         its statement or command text
-  /// \param pending     the error that sent the caller here
-  /// \return the message as built
-  QString ReportDatabaseError(const Connection* connection, const QString& routine, const QString& sql, const DatabaseError& pending);
+  /// \param routine     the statement routine that failed, and
+  /// \param sql         its statement: neither is shown or logged, since a statement can hold what a customer said in
+  /// confidence \param pending     the error that sent the caller here \return the message as built
+  QString ReportDatabaseError(const Connection* connection, const QString& routine, const QString& sql,
+                              const DatabaseError& pending);
 
  private:
+  void OfferToQuit(const QString& message);
+
   const EventContext& context_;
   EventLog& events_;
   LastError& lastError_;
   Diagnostics diagnostics_;
 };
 
-/// The part of `text` behind the first `start` up to the next `end`, both found without regard to case; empty when either is missing.
+/// The part of `text` behind the first `start` up to the next `end`, both found without regard to case; empty when
+/// either is missing.
 [[nodiscard]] QString TextBetween(const QString& text, const QString& start, const QString& end);
 
 }  // namespace qbx

@@ -20,8 +20,8 @@ class EventLog {
  public:
   EventLog(Connection& connection, const EventContext& context, const LogFile& log);
 
-  /// One row of the host's general log: key cut to 25 characters, details to 80. With a database older than version 62 a line of the log
-  /// file instead.
+  /// One row of the host's general log: key cut to 25 characters, details to 80. With a database older than version 62
+  /// a line of the log file instead.
   void LogEvent(int eventType, int tableId, const QString& key, const QString& details);
   /// One row of the marketing log, tied to the current campaign.
   void LogMarketingEvent(const QString& event);

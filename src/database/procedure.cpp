@@ -10,8 +10,10 @@ void Procedure::Prepare(Arguments arguments) {
     command_.parameters = driver.DescribeProcedure(name_);
     preparedFor_ = &driver;
   }
-  for (Parameter& parameter : command_.parameters) parameter.isSet = false;
-  for (const auto& [name, value] : arguments) command_.SetParameter(QString::fromLatin1(name), value);
+  for (Parameter& parameter : command_.parameters)
+    parameter.isSet = false;
+  for (const auto& [name, value] : arguments)
+    command_.SetParameter(QString::fromLatin1(name), value);
 }
 
 void Procedure::Execute(Arguments arguments) {

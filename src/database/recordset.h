@@ -18,8 +18,9 @@ namespace qbx {
 ///   Recordset rows = Recordset::ReadAll(connection.Driver().Execute(sql));
 ///   for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) Use(rows.Field("Mobile").ToText());
 ///
-/// ReadAll packs every row in memory (client-side cursor); Forward steps rows as they are asked for and fetches none that are not. Copies share
-/// the packed rows. A closed recordset (default-made) has no columns and is at its end. Calls that reach the server may throw DatabaseError.
+/// ReadAll packs every row in memory (client-side cursor); Forward steps rows as they are asked for and fetches none
+/// that are not. Copies share the packed rows (Clone). A closed recordset (default-made) has no columns and is at its
+/// end. Calls that reach the server may throw DatabaseError.
 class Recordset {
  public:
   Recordset();
@@ -30,8 +31,8 @@ class Recordset {
   [[nodiscard]] static Recordset ReadAll(std::unique_ptr<RowSource> source);
   [[nodiscard]] static Recordset Forward(std::unique_ptr<RowSource> source);
 
-  /// Names the table and key column that Delete, AddNew and Update write to, and the session they use (which must outlive this recordset or
-  /// its next Close).
+  /// Names the table and key column that Delete, AddNew and Update write to, and the session they use (which must
+  /// outlive this recordset or its next Close).
   void SetWritable(Session& session, const QString& table, const QString& keyColumn);
   /// How Requery reads again.
   void SetSource(std::function<std::unique_ptr<RowSource>()> reader);
@@ -56,22 +57,28 @@ class Recordset {
   /// A field of the current row. An unknown name gives NULL.
   [[nodiscard]] Value Field(const QString& name) const;
   [[nodiscard]] Value Field(int column) const;
-  /// Any cell of a client-side recordset, for models; as stored, without moving. Valid while the recordset is unchanged.
+  /// Any cell of a client-side recordset by position in the current order, for models; as stored, without moving. Valid
+  /// while the recordset is unchanged.
   [[nodiscard]] Cell At(qint64 row, int column) const;
+  /// The same by row number as read, whatever the order and filter; for the predicate of a filter.
+  [[nodiscard]] Cell StoredAt(qint64 storedRow, int column) const;
 
   /// Orders by one column; NULL first, text without regard to case, equal rows stay in order.
   void Sort(int column, bool descending);
-  /// Shows only rows for which the predicate (asked with the row number as read) is true; an empty one shows all.
+  /// Shows only rows for which the predicate (asked with the row number as read) is true; an empty one shows all. The
+  /// sort stays; the first row becomes current.
   void Filter(std::function<bool(qint64 storedRow)> predicate);
 
-  /// Reads again with the same source; the sort stays.
+  /// Reads again with the same source; the sort and the filter stay, the first row becomes current.
   void Requery();
-  /// A second cursor over the same rows with its own position.
+  /// A second cursor over the same rows, in the same order and filter, with its own position; rows deleted through
+  /// either are gone from both.
   [[nodiscard]] Recordset Clone() const;
 
   /// Deletes the current row here and on the server; the next row becomes current.
   void Delete();
-  /// Starts a new row; Set fills it, Update writes it to the server.
+  /// Starts a new row; Set fills it, Update writes it to the server. It is not added to the rows held here: Requery
+  /// shows it. Set without AddNew changes the current row.
   void AddNew();
   void Set(const QString& column, const Value& value);
   void Update();

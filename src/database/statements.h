@@ -24,9 +24,9 @@ enum class CommandType { kText = 1, kStoredProcedure = 4 };
 inline constexpr int kOptionStoredProcedure = 4;
 inline constexpr int kOptionUnspecified = -1;
 
-/// Statements over the shared connection. No routine throws: each catches every database error, hands it to the interpretation, which logs and
-/// shows it, and returns its failure value. A dropped connection is re-opened silently outside a transaction. While the connection was never open
-/// they fail without showing anything.
+/// Statements over the shared connection. No routine throws: each catches every database error, hands it to the
+/// interpretation, which logs and shows it, and returns its failure value. A dropped connection is re-opened silently
+/// outside a transaction. While the connection was never open they fail without showing anything.
 class Statements {
  public:
   Statements(Connection& connection, ErrorInterpretation& interpretation, EventLog& events, LastError& lastError,
@@ -49,8 +49,8 @@ class Statements {
   ExecuteResult dbExecute(const QString& sql, bool returnRecords = false, Connection* connection = nullptr);
 
   /// Executes a command text.
-  /// \param returnValue  asks for the first column of the first row (0 when there is none or it is no number); otherwise the recordset stays open
-  /// \return the value, or 0; -1 on failure
+  /// \param returnValue  asks for the first column of the first row (0 when there is none or it is no number);
+  /// otherwise the recordset stays open \return the value, or 0; -1 on failure
   int dbRunCommand(const QString& commandText, bool returnValue, CommandType type, Recordset& recordset,
                    Connection* connection = nullptr);
 
@@ -58,8 +58,8 @@ class Statements {
   /// \return false when it failed (already reported)
   bool dbRunCommandWithParameters(const QString& procedure, const std::vector<Value>& values);
 
-  /// Makes the command ready to call a procedure: shared connection and its time-out unless set, parameters fetched from the server. On failure
-  /// an event and a status box, and the command has no parameters.
+  /// Makes the command ready to call a procedure: shared connection and its time-out unless set, parameters fetched
+  /// from the server. On failure an event and a status box, and the command has no parameters.
   void PrepareCommand(Command& command, const QString& procedure);
 
   /// \return the next number of a key ("TEMP" counts down from -1), 0 on failure
@@ -73,6 +73,11 @@ class Statements {
   [[nodiscard]] Connection& Shared() { return connection_; }
 
  private:
+  void Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error);
+  void ShowConnectionProblem();
+  std::optional<DatabaseError> Prepare(Command& command, const QString& procedure);
+  void ShowUnreadableParameters(const QString& procedure, const DatabaseError& error);
+
   Connection& connection_;
   ErrorInterpretation& interpretation_;
   EventLog& events_;

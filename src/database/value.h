@@ -9,8 +9,8 @@ namespace qbx {
 
 enum class ValueType : quint8 { kNull, kBool, kInt, kDouble, kDecimal, kText, kDateTime };
 
-/// A value with its type; cheap to copy. The `To...` conversions are null-safe: NULL reads as false, 0, 0.0, empty text or an invalid date.
-/// Text that is asked for as a number gives its leading number, 0 when there is none.
+/// A value with its type; cheap to copy. The `To...` conversions are null-safe: NULL reads as false, 0, 0.0, empty text
+/// or an invalid date. Text that is asked for as a number gives its leading number, 0 when there is none.
 class Value {
  public:
   Value() = default;
@@ -35,7 +35,8 @@ class Value {
   [[nodiscard]] bool ToBool() const;
   [[nodiscard]] qint64 ToInt() const;  ///< a fraction rounds half to even
   [[nodiscard]] double ToDouble() const;
-  /// Numbers in their shortest decimal form, a boolean as "True"/"False", dates as "dd/mm/yyyy" with " HH:mm:ss" unless midnight.
+  /// Numbers in their shortest decimal form, a boolean as "True"/"False", dates as "dd/mm/yyyy" with " HH:mm:ss" unless
+  /// midnight.
   [[nodiscard]] QString ToText() const;
   [[nodiscard]] QDateTime ToDateTime() const;
 

@@ -20,8 +20,8 @@ struct ClaimHolder {
 
 /// The claim of a run on its campaign, a row of the host database. It is given back when this object goes.
 ///
-/// A claim whose process is gone is void: on this computer the process is looked up (number and start time), on another one it is void when it was
-/// not renewed for `kSilence` minutes. Calls throw DatabaseError, except the destructor.
+/// A claim whose process is gone is void: on this computer the process is looked up (number and start time), on another
+/// one it is void when it was not renewed for `kSilence` minutes. Calls throw DatabaseError, except the destructor.
 class CampaignClaim {
  public:
   static constexpr int kSilence = 15;       ///< minutes without a renewal after which another computer's claim is void

@@ -22,8 +22,8 @@ int CreditEstimate::EstimateSMSCredits(int campaignId, const QString& smsTemplat
 
 std::optional<int> CreditEstimate::Add(int campaignId, const QString& smsTemplate) {
   Recordset rows;
-  if (statements_.dbOpenRec(rows, SelectEstimateRows(campaignId), CursorType::kForwardOnly, LockType::kReadOnly, kOptionUnspecified,
-                            CursorLocation::kServer)) {
+  if (statements_.dbOpenRec(rows, SelectEstimateRows(campaignId), CursorType::kForwardOnly, LockType::kReadOnly,
+                            kOptionUnspecified, CursorLocation::kServer)) {
     return std::nullopt;
   }
   CompiledTemplate compiled(smsTemplate);

@@ -10,8 +10,8 @@
 
 namespace qbx {
 
-/// Merges the text of every SMS row of a campaign and adds up what each costs, whether or not it was processed. The sum is kept until `Invalidate`
-/// or until it is asked for another campaign, text or day.
+/// Merges the text of every SMS row of a campaign and adds up what each costs, whether or not it was processed. The sum
+/// is kept until `Invalidate` or until it is asked for another campaign, text or day.
 class CreditEstimate {
  public:
   CreditEstimate(Statements& statements, const Clock& clock) : statements_(statements), clock_(clock) {}

@@ -11,6 +11,7 @@
 #include "dispatch/dispatch_state.h"
 #include "dispatch/send_email_view.h"
 #include "platform/mail_transport.h"
+#include "platform/mime_message.h"
 #include "settings/options.h"
 #include "settings/service_settings.h"
 
@@ -22,14 +23,16 @@ struct EmailResult {
   bool uncertain = false;  ///< the message was written and no complete answer came: it may have gone out
 };
 
-/// Sends e-mails through the mail server of the options: the customer's own, or the product family's. Never throws. Not thread-safe.
+/// Sends e-mails through the mail server of the options: the customer's own, or the product family's. Never throws. Not
+/// thread-safe.
 ///
-/// A single message is one session (connect, send, QUIT). Inside a run (BeginRun .. EndRun) the connection is kept from message to message, and the
-/// question that follows a failure is asked once; later failures go to the logs only.
+/// A single message is one session (connect, send, QUIT). Inside a run (BeginRun .. EndRun) the connection is kept from
+/// message to message, and the question that follows a failure is asked once; later failures go to the logs only.
 class EmailSender {
  public:
-  EmailSender(MailTransport& transport, const Options& options, const ServiceSettings& service, Connection& connection,
-              EventLog& events, DispatchState& state, LastError& lastError, SendEmailView& view, Diagnostics diagnostics);
+  EmailSender(MailTransport& transport, MimeWriter& mime, const Options& options, const ServiceSettings& service,
+              Connection& connection, EventLog& events, DispatchState& state, LastError& lastError, SendEmailView& view,
+              Diagnostics diagnostics);
 
   /// Sends a plain-text e-mail from the reminder sender.
   /// \param to  addresses separated by ";"
@@ -43,20 +46,18 @@ class EmailSender {
   void EndRun();
 
  private:
-  struct Sender {
-    QString name;
-    QString address;
-  };
-  [[nodiscard]] Sender ChooseSender() const;
+  [[nodiscard]] MailAddress ChooseSender() const;
   [[nodiscard]] bool UsesQbxServer() const;
   [[nodiscard]] MailServer ServerSettings(bool qbxServer) const;
   /// \return what is wrong with the message, empty when the envelope is complete
-  [[nodiscard]] QString BuildEnvelope(const QString& to, const QString& subject, const QString& body, MailEnvelope& envelope) const;
+  [[nodiscard]] QString BuildEnvelope(const QString& to, const QString& subject, const QString& body,
+                                      MailEnvelope& envelope);
   void CountDown();
-  [[nodiscard]] QString Deliver(const MailServer& server, const MailEnvelope& envelope, bool qbxServer, EmailResult& result);
+  [[nodiscard]] QString Deliver(const MailServer& server, const MailEnvelope& envelope, EmailResult& result);
   void ReportFailure(QString text);
 
   MailTransport& transport_;
+  MimeWriter& mime_;
   const Options& options_;
   const ServiceSettings& service_;
   EventLog& events_;

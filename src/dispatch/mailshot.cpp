@@ -10,14 +10,16 @@ namespace {
 constexpr int kRunLocation = 5400;
 
 QString InDoubtLine(int rows) {
-  return QString::number(rows) +
-         QStringLiteral(" row(s) are in doubt and were left alone: nobody knows whether their message went out. Tick or untick their "
-                        "Processed flag to settle them.");
+  return QString::number(rows) + QStringLiteral(
+                                     " row(s) are in doubt and were left alone: nobody knows whether their message "
+                                     "went out. Tick or untick their "
+                                     "Processed flag to settle them.");
 }
 
 Message ClaimedMessage(const ClaimHolder& holder) {
-  return {.text = QStringLiteral("This campaign is already being sent by ") + holder.user + QStringLiteral(" on computer ") +
-                  holder.computer + QStringLiteral(" (process ") + QString::number(holder.processId) +
+  return {.text = QStringLiteral("This campaign is already being sent by ") + holder.user +
+                  QStringLiteral(" on computer ") + holder.computer + QStringLiteral(" (process ") +
+                  QString::number(holder.processId) +
                   QStringLiteral(").\r\rPlease wait until that run has finished or was paused."),
           .icon = MessageIcon::kExclamation};
 }
@@ -57,54 +59,54 @@ MailshotSummary Mailshot::Send(int campaignId, const MailshotTemplates& template
   }
   services_.state.StopSending = false;
   services_.counters.UpdateCounters(campaignId);
-  const ResultCounters& counters = services_.counters.Counters();
+  const CounterValues& counters = services_.counters.Values();
   if (const auto refusal = CheckTemplates(counters, templates)) {
     Tell(*refusal);
     return {};
   }
-  services_.resultsLog.LogProcessResult(QStringLiteral("Processing ") + QString::number(counters.BySMS) +
-                                        QStringLiteral(" SMS Texts and ") + QString::number(counters.ByEmail) +
+  services_.resultsLog.LogProcessResult(QStringLiteral("Processing ") + QString::number(counters.sms) +
+                                        QStringLiteral(" SMS Texts and ") + QString::number(counters.emails) +
                                         QStringLiteral(" Emails"));
+  MailshotSummary summary;
   try {
-    return ProcessSMSandEmail(campaignId, templates, mode);
+    ProcessSMSandEmail(campaignId, templates, mode, summary);
   } catch (const DatabaseError& error) {
     services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), error.Description());
-    MailshotSummary failed;
-    failed.end = MailshotEnd::kFailed;
-    return failed;
+    summary.end = MailshotEnd::kFailed;
   }
+  return summary;
 }
 
-MailshotSummary Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templates, MailshotMode mode) {
+void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templates, MailshotMode mode,
+                                  MailshotSummary& summary) {
   CampaignClaim claim(services_.statements.Shared(), services_.host, services_.diagnostics.clock, services_.user);
-  const std::optional<ClaimHolder> holder = mode == MailshotMode::kSend ? claim.Take(campaignId) : claim.HeldBy(campaignId);
+  const std::optional<ClaimHolder> holder =
+      mode == MailshotMode::kSend ? claim.Take(campaignId) : claim.HeldBy(campaignId);
   if (holder) {
     Tell(ClaimedMessage(*holder));
-    return {};
+    return;
   }
   services_.counters.UpdateCounters(campaignId);
-  const ResultCounters& counters = services_.counters.Counters();
+  const CounterValues& counters = services_.counters.Values();
   if (const auto nothingLeft = CheckOutstanding(counters)) {
     Tell(*nothingLeft);
-    MailshotSummary summary;
     summary.end = MailshotEnd::kNothingLeft;
-    return summary;
+    return;
   }
   if (const auto refusal = CheckAccounts(counters, services_.options)) {
     Tell(*refusal);
-    return {};
+    return;
   }
-  const bool textsOutstanding = counters.BySMS - counters.BySMS_Processed > 0;
+  const bool textsOutstanding = counters.sms - counters.smsSent > 0;
   const Credits credits = textsOutstanding ? CheckCredits(campaignId, templates, mode) : Credits::kSendAll;
-  if (credits == Credits::kStop) return {};
+  if (credits == Credits::kStop) return;
 
   const KeptConnections kept(services_.gateway, services_.email);
-  MailshotRun run(services_, observer_, claim, campaignId, templates, mode, credits == Credits::kSendAll);
-  const MailshotSummary summary = run.Run();
+  MailshotRun run(services_, observer_, claim, campaignId, templates, mode, credits == Credits::kSendAll, summary);
+  run.Run();
   if (summary.inDoubt > 0) services_.resultsLog.LogProcessResult(InDoubtLine(summary.inDoubt));
   services_.resultsLog.LogProcessResult(services_.state.StopSending ? QStringLiteral("Processing has been paused")
                                                                     : QStringLiteral("Processing Finished"));
-  return summary;
 }
 
 Mailshot::Credits Mailshot::CheckCredits(int campaignId, const MailshotTemplates& templates, MailshotMode mode) {
@@ -119,9 +121,9 @@ Mailshot::Credits Mailshot::CheckCredits(int campaignId, const MailshotTemplates
   }
   const int required = services_.estimate.EstimateSMSCredits(campaignId, templates.sms);
   if (required > credits.balance) {
-    const ResultCounters& counters = services_.counters.Counters();
+    const CounterValues& counters = services_.counters.Values();
     const QString line = QStringLiteral("SMS Credits Remaining / Rows to Process: ") + ShortestNumber(credits.balance) +
-                         QStringLiteral(" / ") + QString::number(counters.BySMS - counters.BySMS_Processed);
+                         QStringLiteral(" / ") + QString::number(counters.sms - counters.smsSent);
     services_.diagnostics.log.WriteLog(line);
     if (mode == MailshotMode::kSend) services_.events.LogEvent(kEventSms, 0, QStringLiteral("SMS-CREDITS"), line);
     const CreditsRefusal refusal = NotEnoughCredits(credits.balance, required);

@@ -29,7 +29,7 @@ struct MailshotServices {
   SmsGateway& gateway;
   EmailSender& email;
   ResultsLog& resultsLog;
-  CounterStore& counters;
+  Counters& counters;
   CreditEstimate& estimate;
   DispatchState& state;
   const LastError& lastError;
@@ -49,9 +49,9 @@ enum class MailshotEnd {
   kRefused,      ///< a check failed; the user was told
   kNothingLeft,  ///< every row was processed before; the user was told
   kFinished,
-  kPaused,       ///< by the user, or by cancelling queued e-mails after a failure
-  kOutOfCredits, ///< the texts that are left need credits
-  kFailed,       ///< an unexpected error ended the run; rows processed so far stay processed
+  kPaused,        ///< by the user, or by cancelling queued e-mails after a failure
+  kOutOfCredits,  ///< the texts that are left need credits
+  kFailed,        ///< an unexpected error ended the run; rows processed so far stay processed
 };
 
 /// What a run did. Messages, not rows, except `inDoubt`.
@@ -64,15 +64,16 @@ struct MailshotSummary {
   int inDoubt = 0;  ///< rows left out, or put in doubt by this run, because nobody knows whether their message went out
 };
 
-/// Sends what the rows of a campaign ask for and marks each row whose messages all succeeded. One run at a time; another run of the same campaign,
-/// also on another computer, is refused.
+/// Sends what the rows of a campaign ask for and marks each row whose messages all succeeded. One run at a time;
+/// another run of the same campaign, also on another computer, is refused.
 ///
-/// A run is resumed by starting it again. What went out is on disk before the next message goes (see SendJournal), so neither a pause nor a crash
-/// makes anything go twice: a row that was cut off goes on where it stopped, a row in which something failed is tried again whole, a row in doubt is
-/// left out until a person settles it.
+/// A run is resumed by starting it again. What went out is on disk before the next message goes (see SendJournal), so
+/// neither a pause nor a crash makes anything go twice: a row that was cut off goes on where it stopped, a row in which
+/// something failed is tried again whole, a row in doubt is left out until a person settles it.
 class Mailshot {
  public:
-  Mailshot(MailshotServices services, MailshotObserver& observer) : services_(services), observer_(observer) {}
+  Mailshot(MailshotServices services, MailshotObserver& observer)
+      : services_(std::move(services)), observer_(observer) {}
 
   /// The command "Send the SMS and Email Mailshots": the checks, the question about credits, then the run.
   /// \param campaignId  also a temporary one, below 0
@@ -82,7 +83,8 @@ class Mailshot {
   void Pause();
 
  private:
-  [[nodiscard]] MailshotSummary ProcessSMSandEmail(int campaignId, const MailshotTemplates& templates, MailshotMode mode);
+  void ProcessSMSandEmail(int campaignId, const MailshotTemplates& templates, MailshotMode mode,
+                          MailshotSummary& summary);
   enum class Credits { kSendAll, kEmailOnly, kStop };
   [[nodiscard]] Credits CheckCredits(int campaignId, const MailshotTemplates& templates, MailshotMode mode);
   void Tell(const Message& message) { services_.diagnostics.ui.ShowMessage(message); }

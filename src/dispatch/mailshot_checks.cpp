@@ -8,8 +8,12 @@ namespace {
 
 constexpr int kShortestTemplate = 5;
 
-Message Warning(const char* text) { return {.text = QString::fromLatin1(text), .icon = MessageIcon::kExclamation}; }
-Message Information(const char* text) { return {.text = QString::fromLatin1(text), .icon = MessageIcon::kInformation}; }
+Message Warning(const char* text) {
+  return {.text = QString::fromLatin1(text), .icon = MessageIcon::kExclamation};
+}
+Message Information(const char* text) {
+  return {.text = QString::fromLatin1(text), .icon = MessageIcon::kInformation};
+}
 
 }  // namespace
 
@@ -17,50 +21,59 @@ bool MaySend(const Options& options, const QString& user) {
   return !options.QBX_Internal || EqualsNoCase(user, QStringLiteral("manager"));
 }
 
-Message NotManagerMessage() { return Warning("Need to be logged on as Manager to perform this function."); }
+Message NotManagerMessage() {
+  return Warning("Need to be logged on as Manager to perform this function.");
+}
 
-std::optional<Message> CheckTemplates(const ResultCounters& counters, const MailshotTemplates& templates) {
-  if (counters.BySMS > 0 && templates.sms.trimmed().size() < kShortestTemplate) {
+std::optional<Message> CheckTemplates(const CounterValues& counters, const MailshotTemplates& templates) {
+  if (counters.sms > 0 && templates.sms.trimmed().size() < kShortestTemplate) {
     return Warning("You haven't entered an SMS Text Message Template on the Letter Templates Tab.");
   }
-  if (counters.ByEmail > 0 && templates.emailBody.trimmed().size() < kShortestTemplate) {
+  if (counters.emails > 0 && templates.emailBody.trimmed().size() < kShortestTemplate) {
     return Warning("You haven't entered an Email Message Template on the Letter Templates Tab.");
   }
-  if (counters.BySMS + counters.ByEmail == 0) {
+  if (counters.sms + counters.emails == 0) {
     return Information(
-        "No SMS or Emails to process. No customers in the results list are selected to receive a SMS Text Message or Email.");
+        "No SMS or Emails to process. No customers in the results list are selected to receive a SMS Text Message or "
+        "Email.");
   }
   return std::nullopt;
 }
 
-std::optional<Message> CheckOutstanding(const ResultCounters& counters) {
-  if (counters.BySMS + counters.ByEmail != counters.BySMS_Processed + counters.ByEmail_Processed) return std::nullopt;
+std::optional<Message> CheckOutstanding(const CounterValues& counters) {
+  if (counters.sms + counters.emails != counters.smsSent + counters.emailsSent) return std::nullopt;
   return Information(
-      "No results left to process. You can manually untick the Processed flag on the Results Tab if you want to send any particular "
+      "No results left to process. You can manually untick the Processed flag on the Results Tab if you want to send "
+      "any particular "
       "message again.");
 }
 
-std::optional<Message> CheckAccounts(const ResultCounters& counters, const Options& options) {
-  const bool emailsOutstanding = counters.ByEmail - counters.ByEmail_Processed > 0;
+std::optional<Message> CheckAccounts(const CounterValues& counters, const Options& options) {
+  const bool emailsOutstanding = counters.emails - counters.emailsSent > 0;
   if (emailsOutstanding && options.Reminder_From_Email.trimmed().isEmpty()) {
     return Warning(
-        "E-Mails cannot be sent because your Email address has not been specified on the QBX System Settings screen / E-Reminders "
-        "Tab.\r\rPlease configure the Email Send Settings or adjust the Send Method to remove Emails and perhaps send SMS or Letters "
+        "E-Mails cannot be sent because your Email address has not been specified on the QBX System Settings screen / "
+        "E-Reminders "
+        "Tab.\r\rPlease configure the Email Send Settings or adjust the Send Method to remove Emails and perhaps send "
+        "SMS or Letters "
         "instead.");
   }
-  const bool textsOutstanding = counters.BySMS - counters.BySMS_Processed > 0;
+  const bool textsOutstanding = counters.sms - counters.smsSent > 0;
   const bool noAccount = options.SMS_ClientID.trimmed().isEmpty() || options.SMS_ClientPassword.trimmed().isEmpty();
   if (textsOutstanding && noAccount) {
     return Warning(
-        "The SMS Account Username or Password have not been set in the QBX System Settings screen / Communications Tab.\r\rPlease "
-        "configure the SMS Settings or adjust the Send Method to remove SMS and perhaps send Emails or Letters instead.");
+        "The SMS Account Username or Password have not been set in the QBX System Settings screen / Communications "
+        "Tab.\r\rPlease "
+        "configure the SMS Settings or adjust the Send Method to remove SMS and perhaps send Emails or Letters "
+        "instead.");
   }
   return std::nullopt;
 }
 
 Message CreditsUnknownMessage(const QString& supportTelephone) {
   Message message = Warning(
-      "Unable to determine the amount of SMS Text Message credits available on your account.\r\rThere may be a technical problem with "
+      "Unable to determine the amount of SMS Text Message credits available on your account.\r\rThere may be a "
+      "technical problem with "
       "your internet connection, or with the QBX SMS Gateway Server.\r\rPlease call QBX on ");
   message.text += supportTelephone + QStringLiteral(" if you require assistance.");
   return message;
@@ -68,7 +81,8 @@ Message CreditsUnknownMessage(const QString& supportTelephone) {
 
 Message CreditsQuestion(int required) {
   return {.text = QStringLiteral("This campaign is going to use approximately ") + QString::number(required) +
-                  QStringLiteral(" SMS credits.\r\n\r\nWould you like to proceed?\r\nNo: Send Email Only, Cancel: Cancel Sending"),
+                  QStringLiteral(
+                      " SMS credits.\r\n\r\nWould you like to proceed?\r\nNo: Send Email Only, Cancel: Cancel Sending"),
           .icon = MessageIcon::kQuestion,
           .buttons = MessageButtons::kYesNoCancel,
           .title = QStringLiteral("SMS Credits"),
@@ -78,13 +92,15 @@ Message CreditsQuestion(int required) {
 CreditsRefusal NotEnoughCredits(double credits, int required) {
   const QString available = ShortestNumber(credits);
   if (credits == 0) {
-    return {Warning("There are no Text Message credits remaining on your account. SMS Text Messages cannot be processed."),
-            QStringLiteral("Processing Stopped - no Text Messages available (") + available + QLatin1Char(')')};
+    return {
+        Warning("There are no Text Message credits remaining on your account. SMS Text Messages cannot be processed."),
+        QStringLiteral("Processing Stopped - no Text Messages available (") + available + QLatin1Char(')')};
   }
-  Message message =
-      Warning("There is not enough Text Message credits on your account to process all SMS message in the results list.\r\r");
+  Message message = Warning(
+      "There is not enough Text Message credits on your account to process all SMS message in the results list.\r\r");
   message.text += available + QStringLiteral(" available, but require: ") + QString::number(required);
-  return {message, QStringLiteral("Processing Stopped - not enough Text Messages available (") + available + QLatin1Char(')')};
+  return {message,
+          QStringLiteral("Processing Stopped - not enough Text Messages available (") + available + QLatin1Char(')')};
 }
 
 }  // namespace qbx

@@ -24,13 +24,13 @@ struct MailshotTemplates {
 
 /// Templates that are missing, or nothing to do at all.
 /// \return the message that refuses the run, nothing when it may go on
-[[nodiscard]] std::optional<Message> CheckTemplates(const ResultCounters& counters, const MailshotTemplates& templates);
+[[nodiscard]] std::optional<Message> CheckTemplates(const CounterValues& counters, const MailshotTemplates& templates);
 
 /// Everything that was asked for is processed already.
-[[nodiscard]] std::optional<Message> CheckOutstanding(const ResultCounters& counters);
+[[nodiscard]] std::optional<Message> CheckOutstanding(const CounterValues& counters);
 
 /// Sender address of the e-mails, account of the texts.
-[[nodiscard]] std::optional<Message> CheckAccounts(const ResultCounters& counters, const Options& options);
+[[nodiscard]] std::optional<Message> CheckAccounts(const CounterValues& counters, const Options& options);
 
 [[nodiscard]] Message CreditsUnknownMessage(const QString& supportTelephone);
 /// The question before credits are spent: Yes sends all, No e-mails only, Cancel nothing.

@@ -17,7 +17,8 @@ enum class MailshotPoint {
   kRowFinished,
 };
 
-/// Told of every step of a run. Progress bars and the pause key are observers; so is a test that ends the process at a chosen step.
+/// Told of every step of a run. Progress bars and the pause key are observers; so is a test that ends the process at a
+/// chosen step.
 class MailshotObserver {
  public:
   virtual ~MailshotObserver() = default;

@@ -7,8 +7,9 @@
 
 namespace qbx {
 
-MailshotRun::MailshotRun(const MailshotServices& services, MailshotObserver& observer, CampaignClaim& claim, int campaignId,
-                         const MailshotTemplates& templates, MailshotMode mode, bool sendTexts)
+MailshotRun::MailshotRun(const MailshotServices& services, MailshotObserver& observer, CampaignClaim& claim,
+                         int campaignId, const MailshotTemplates& templates, MailshotMode mode, bool sendTexts,
+                         MailshotSummary& summary)
     : services_(services),
       observer_(observer),
       claim_(claim),
@@ -20,21 +21,23 @@ MailshotRun::MailshotRun(const MailshotServices& services, MailshotObserver& obs
       subject_(templates.emailSubject),
       body_(templates.emailBody),
       today_(services.diagnostics.clock.Today()),
-      counters_(services.counters.Counters()) {}
+      counters_(services.counters.Values()),
+      summary_(summary) {}
 
 bool MailshotRun::ReadRows() {
   entries_ = journal_.Read(campaignId_);
   if (services_.statements.dbOpenRec(rows_, SelectMailshotRows(campaignId_))) return false;
   const int sendSms = rows_.ColumnIndex(QStringLiteral("Send_SMS"));
-  for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext()) textsLeft_ += rows_.Field(sendSms).ToBool() ? 1 : 0;
+  for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext())
+    textsLeft_ += rows_.Field(sendSms).ToBool() ? 1 : 0;
   rows_.MoveFirst();
   return true;
 }
 
-MailshotSummary MailshotRun::Run() {
+void MailshotRun::Run() {
   summary_.end = MailshotEnd::kFailed;
-  if (!ReadRows()) return summary_;
-  const int total = counters_.BySMS + counters_.ByEmail - counters_.BySMS_Processed - counters_.ByEmail_Processed;
+  if (!ReadRows()) return;
+  const int total = counters_.sms + counters_.emails - counters_.smsSent - counters_.emailsSent;
   observer_.Progress(0, total);
   summary_.end = MailshotEnd::kFinished;
   for (; !rows_.Eof(); rows_.MoveNext()) {
@@ -57,9 +60,8 @@ MailshotSummary MailshotRun::Run() {
     if (dryRun_) continue;
     claim_.Renew();
     services_.counters.UpdateCounters(campaignId_);
-    counters_ = services_.counters.Counters();
+    counters_ = services_.counters.Values();
   }
-  return summary_;
 }
 
 MailshotRun::Row MailshotRun::CurrentRow() const {
@@ -104,7 +106,7 @@ void MailshotRun::SendText(Row& row) {
       Count(row, Sent::kNo, summary_.smsSent, summary_.smsFailed);
     }
   }
-  ++counters_.BySMS_Processed;
+  ++counters_.smsSent;
   ++done_;
 }
 
@@ -116,7 +118,7 @@ void MailshotRun::SendEmail(Row& row) {
     body_.Merge(row.values, today_, body);
     Count(row, ProcessEmail(row, subject, body), summary_.emailSent, summary_.emailFailed);
   }
-  ++counters_.ByEmail_Processed;
+  ++counters_.emailsSent;
   ++done_;
 }
 
@@ -163,7 +165,8 @@ MailshotRun::Sent MailshotRun::ProcessEmail(Row& row, const QString& subject, co
     if (result.sent) services_.email.RecordEmail(row.customer, row.email, subject, body);
   });
   if (!result.sent) {
-    services_.resultsLog.LogProcessResult(QStringLiteral("Email Failed to: ") + row.customer + QStringLiteral(", ") + row.email);
+    services_.resultsLog.LogProcessResult(QStringLiteral("Email Failed to: ") + row.customer + QStringLiteral(", ") +
+                                          row.email);
     services_.resultsLog.LogProcessResult(QStringLiteral("Failed Reason: ") + services_.lastError.LastEmailError);
   }
   return sent;
@@ -201,8 +204,8 @@ void MailshotRun::Mark(Row& row) {
 bool MailshotRun::CreditsUsedUp() const {
   // A run that sends no more texts needs no credits.
   if (dryRun_ || !sendTexts_ || textsLeft_ < 1) return false;
-  const int outstanding = counters_.BySMS + counters_.ByEmail - counters_.BySMS_Processed - counters_.ByEmail_Processed;
-  return services_.state.SMSCreditsRemaining < 1 && counters_.BySMS >= 1 && done_ < outstanding;
+  const int outstanding = counters_.sms + counters_.emails - counters_.smsSent - counters_.emailsSent;
+  return services_.state.SMSCreditsRemaining < 1 && counters_.sms >= 1 && done_ < outstanding;
 }
 
 }  // namespace qbx

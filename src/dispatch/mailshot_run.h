@@ -11,15 +11,16 @@
 
 namespace qbx {
 
-/// One pass over the unprocessed rows. Made by `Mailshot` once all checks have passed; used once. Throws DatabaseError when the journal or a mark
-/// cannot be written.
+/// One pass over the unprocessed rows. Made by `Mailshot` once all checks have passed; used once. Throws DatabaseError
+/// when the journal or a mark cannot be written.
 class MailshotRun {
  public:
   /// \param sendTexts  false: texts are skipped, their rows stay unprocessed
   MailshotRun(const MailshotServices& services, MailshotObserver& observer, CampaignClaim& claim, int campaignId,
-              const MailshotTemplates& templates, MailshotMode mode, bool sendTexts);
+              const MailshotTemplates& templates, MailshotMode mode, bool sendTexts, MailshotSummary& summary);
 
-  [[nodiscard]] MailshotSummary Run();
+  /// The summary counts up to where an exception left the run.
+  void Run();
 
  private:
   /// One customer: what the row asks for, merged values, and what has become of it.
@@ -46,7 +47,8 @@ class MailshotRun {
   [[nodiscard]] Sent SendSMSToMobile(Row& row, const QString& text);
   [[nodiscard]] Sent ProcessEmail(Row& row, const QString& subject, const QString& body);
   void Announce(const Row& row, Channel channel);
-  /// Writes what came of a message in one transaction: its record, its journal state and, when nothing of the row is left, the mark.
+  /// Writes what came of a message in one transaction: its record, its journal state and, when nothing of the row is
+  /// left, the mark.
   template <typename Record>
   void Settle(Row& row, Channel channel, Sent sent, Record record);
   [[nodiscard]] bool IsLastMessage(const Row& row, Channel channel) const;
@@ -67,10 +69,10 @@ class MailshotRun {
   CompiledTemplate body_;
   QDate today_;
   Recordset rows_;
-  ResultCounters counters_;
+  CounterValues counters_;
   int done_ = 0;
   int textsLeft_ = 0;  ///< texts of the rows not yet visited
-  MailshotSummary summary_;
+  MailshotSummary& summary_;
 };
 
 }  // namespace qbx

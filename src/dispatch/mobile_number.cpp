@@ -7,7 +7,9 @@ namespace {
 constexpr int kFirstRemarkBracket = 5;
 constexpr int kShortestCleaned = 6;
 
-bool IsLatinCapital(QChar c) { return c >= QLatin1Char('A') && c <= QLatin1Char('Z'); }
+bool IsLatinCapital(QChar c) {
+  return c >= QLatin1Char('A') && c <= QLatin1Char('Z');
+}
 
 }  // namespace
 

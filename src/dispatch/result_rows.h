@@ -6,7 +6,8 @@
 
 namespace qbx {
 
-/// The whole row of [Campaign Results] as every reading run selects it, up to and including the FROM clause and a blank.
+/// The whole row of [Campaign Results] as every reading run selects it, up to and including the FROM clause and a
+/// blank.
 inline constexpr char kSelectResultRows[] =
     "SELECT RecordID, Customer, Title, Firstname, Lastname, Address, Telephone, Contact, "
     "Mobile, Email, Cust_Type, Enquiry_Source, Last_Invoiced, "

@@ -31,6 +31,8 @@ void SendJournal::Write(qint64 recordId, int campaignId, Channel channel, Journa
                   {"@UserID", user_}});
 }
 
-void SendJournal::Forget(qint64 recordId) { forget_.Execute({{"@RecordID", recordId}}); }
+void SendJournal::Forget(qint64 recordId) {
+  forget_.Execute({{"@RecordID", recordId}});
+}
 
 }  // namespace qbx

@@ -29,9 +29,9 @@ struct JournalEntry {
 
 /// The send journal of a campaign, in the host database.
 ///
-/// Before a message goes out its state "sending" is committed; afterwards "sent" or "failed" is written in one transaction with whatever else
-/// belongs to it. A message left at "sending" is in doubt and no run touches its row until a person settles it.
-/// Calls throw DatabaseError.
+/// Before a message goes out its state "sending" is committed; afterwards "sent" or "failed" is written in one
+/// transaction with whatever else belongs to it. A message left at "sending" is in doubt and no run touches its row
+/// until a person settles it. Calls throw DatabaseError.
 class SendJournal {
  public:
   SendJournal(Connection& connection, QString user);

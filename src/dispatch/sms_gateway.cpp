@@ -14,8 +14,9 @@ constexpr int kSendLocation = 5210;
 
 }  // namespace
 
-SmsGateway::SmsGateway(HttpClient& http, const Options& options, const ServiceSettings& service, Connection& connection, EventLog& events,
-                       ResultsLog& resultsLog, DispatchState& state, Diagnostics diagnostics, QString user)
+SmsGateway::SmsGateway(HttpClient& http, const Options& options, const ServiceSettings& service, Connection& connection,
+                       EventLog& events, ResultsLog& resultsLog, DispatchState& state, Diagnostics diagnostics,
+                       QString user)
     : http_(http),
       options_(options),
       service_(service),
@@ -46,8 +47,8 @@ SmsGateway::Credits SmsGateway::GetSMSCredits() {
   return {*balance, {}};
 }
 
-QString SmsGateway::SendUrl(const QString& clientId, const QString& password, const QString& mobile, const QString& sender,
-                            const QString& message) const {
+QString SmsGateway::SendUrl(const QString& clientId, const QString& password, const QString& mobile,
+                            const QString& sender, const QString& message) const {
   QString url = SMSGatewayURL() + QStringLiteral("sms/send_sms.asp?ClientCode=") + URLEncode(clientId) +
                 QStringLiteral("&ClientAuth=") + URLEncode(password) + QStringLiteral("&_To=") + URLEncode(mobile) +
                 QStringLiteral("&_From=") + URLEncode(sender) + QStringLiteral("&_Message=") + URLEncode(message);
@@ -68,7 +69,7 @@ void SmsGateway::LogRefusal(const QString& customer, const QString& mobile, cons
 
 void SmsGateway::ReportTransportFailure(const QString& customer, const QString& mobile, const HttpReply& reply) {
   QString reason = reply.error;
-  if (reply.uncertain) reason += QStringLiteral(" It is not known whether the text went out.");
+  if (reply.inDoubt) reason += QStringLiteral(" It is not known whether the text went out.");
   if (inRun_) LogRefusal(customer, mobile, reason);
   if (inRun_ && failureShown_) {
     diagnostics_.log.WriteLog(QStringLiteral("ERROR: ") + reason + QStringLiteral(" (in MSend)"));
@@ -79,11 +80,11 @@ void SmsGateway::ReportTransportFailure(const QString& customer, const QString& 
 }
 
 SmsResult SmsGateway::SendSMS(const QString& customer, const QString& mobile, const QString& message) {
-  const HttpReply reply =
-      http_.Get(SendUrl(options_.SMS_ClientID, options_.SMS_ClientPassword, mobile, options_.Reminder_From_SMS, message));
+  const HttpReply reply = http_.Get(
+      SendUrl(options_.SMS_ClientID, options_.SMS_ClientPassword, mobile, options_.Reminder_From_SMS, message));
   SmsResult result;
   if (!reply.body) {
-    result.uncertain = reply.uncertain;
+    result.uncertain = reply.inDoubt;
     ReportTransportFailure(customer, mobile, reply);
     return result;
   }
@@ -104,7 +105,8 @@ SmsResult SmsGateway::SendSMS(const QString& customer, const QString& mobile, co
   return result;
 }
 
-void SmsGateway::RecordSMS(const QString& customer, const QString& mobile, const QString& message, int status, int messageId) {
+void SmsGateway::RecordSMS(const QString& customer, const QString& mobile, const QString& message, int status,
+                           int messageId) {
   try {
     record_.Execute({{"@Customer", customer},
                      {"@Mobile_Number", mobile},
@@ -117,8 +119,8 @@ void SmsGateway::RecordSMS(const QString& customer, const QString& mobile, const
   }
 }
 
-bool SmsGateway::SendTestSMS(const QString& sender, const QString& clientId, const QString& password, const QString& mobile,
-                             const QString& message) {
+bool SmsGateway::SendTestSMS(const QString& sender, const QString& clientId, const QString& password,
+                             const QString& mobile, const QString& message) {
   const HttpReply reply = http_.Get(SendUrl(clientId, password, mobile, sender, message.left(kMaxSmsLength)));
   if (!reply.body) {
     diagnostics_.errors.ShowError(kSendLocation, QStringLiteral("MSend"), reply.error);
@@ -133,10 +135,11 @@ bool SmsGateway::SendTestSMS(const QString& sender, const QString& clientId, con
     return true;
   }
   events_.LogEvent(kEventError, kSmsTable, key, QStringLiteral("Send Test SMS Error"));
-  diagnostics_.ui.ShowMessage({.text = TestRefusalReason(answer->code) +
-                                       QStringLiteral("\r\rIf you are unsure about this message,\rplease contact QBX on ") +
-                                       service_.supportTelephone + QStringLiteral(" to report this."),
-                               .icon = MessageIcon::kExclamation});
+  diagnostics_.ui.ShowMessage(
+      {.text = TestRefusalReason(answer->code) +
+               QStringLiteral("\r\rIf you are unsure about this message,\rplease contact QBX on ") +
+               service_.supportTelephone + QStringLiteral(" to report this."),
+       .icon = MessageIcon::kExclamation});
   return false;
 }
 

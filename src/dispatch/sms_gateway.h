@@ -23,14 +23,14 @@ struct SmsResult {
   int messageId = 0;       ///< the gateway's number, 0 when refused
 };
 
-/// Sends texts through the gateway, one GET a message, over one kept connection. The account, server and sender name come from the options. Never
-/// throws. Not thread-safe.
+/// Sends texts through the gateway, one GET a message, over one kept connection. The account, server and sender name
+/// come from the options. Never throws. Not thread-safe.
 ///
 /// The gateway is addressed over plain HTTP, also when the setting names https.
 class SmsGateway {
  public:
-  SmsGateway(HttpClient& http, const Options& options, const ServiceSettings& service, Connection& connection, EventLog& events,
-             ResultsLog& resultsLog, DispatchState& state, Diagnostics diagnostics, QString user);
+  SmsGateway(HttpClient& http, const Options& options, const ServiceSettings& service, Connection& connection,
+             EventLog& events, ResultsLog& resultsLog, DispatchState& state, Diagnostics diagnostics, QString user);
 
   /// \return the base address with "/" at its end; empty when no server is set
   [[nodiscard]] QString SMSGatewayURL() const;
@@ -42,28 +42,27 @@ class SmsGateway {
   /// Asks for the account's balance, which is kept in the dispatch state.
   [[nodiscard]] Credits GetSMSCredits();
 
-  /// Sends one text. A refusal is written to the event log and the results log. A failure of the transport is shown through the common error report;
-  /// inside a run only the first one is, those that follow go to the log and the results log.
-  /// \param customer  the customer's account reference, for the logs
-  /// \param mobile    cleaned number
+  /// Sends one text. A refusal is written to the event log and the results log. A failure of the transport is shown
+  /// through the common error report; inside a run only the first one is, those that follow go to the log and the
+  /// results log. \param customer  the customer's account reference, for the logs \param mobile    cleaned number
   /// \param message   as merged, at most 918 characters
   [[nodiscard]] SmsResult SendSMS(const QString& customer, const QString& mobile, const QString& message);
 
   /// Writes a text that was answered into the host's SMS table. A failure is ignored.
   void RecordSMS(const QString& customer, const QString& mobile, const QString& message, int status, int messageId);
 
-  /// The test send: same request with the values given; a refusal is shown in a message box, nothing is recorded, the balance is left alone.
-  /// \param message  cut to 918 characters
-  [[nodiscard]] bool SendTestSMS(const QString& sender, const QString& clientId, const QString& password, const QString& mobile,
-                                 const QString& message);
+  /// The test send: same request with the values given; a refusal is shown in a message box, nothing is recorded, the
+  /// balance is left alone. \param message  cut to 918 characters
+  [[nodiscard]] bool SendTestSMS(const QString& sender, const QString& clientId, const QString& password,
+                                 const QString& mobile, const QString& message);
 
   /// From here to EndRun only the first transport failure is shown.
   void BeginRun();
   void EndRun() { inRun_ = false; }
 
  private:
-  [[nodiscard]] QString SendUrl(const QString& clientId, const QString& password, const QString& mobile, const QString& sender,
-                                const QString& message) const;
+  [[nodiscard]] QString SendUrl(const QString& clientId, const QString& password, const QString& mobile,
+                                const QString& sender, const QString& message) const;
   void ReportTransportFailure(const QString& customer, const QString& mobile, const HttpReply& reply);
   void LogRefusal(const QString& customer, const QString& mobile, const QString& reason);
 

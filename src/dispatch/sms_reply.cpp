@@ -58,8 +58,8 @@ std::optional<SmsReply> ParseSmsReply(const QString& body) {
   SmsReply reply;
   const double status = LeadingNumber(fields[0]);
   reply.balance = LeadingNumber(fields[1]);
-  reply.messageId = LeadingInteger(fields[2]);
-  reply.code = LeadingInteger(fields[3]);
+  reply.messageId = static_cast<int>(LeadingInteger(fields[2]));
+  reply.code = static_cast<int>(LeadingInteger(fields[3]));
   if (status == 0) reply.code = kCodeAccountRefused;
   if (status == 2) reply.code = kCodeNoCredits;
   return reply;
@@ -77,6 +77,8 @@ QString SendRefusalReason(int code, const QString& mobile) {
   return reason;
 }
 
-QString TestRefusalReason(int code) { return Lookup(kTestReasons, code, "SMS Provider reported error code "); }
+QString TestRefusalReason(int code) {
+  return Lookup(kTestReasons, code, "SMS Provider reported error code ");
+}
 
 }  // namespace qbx

@@ -7,11 +7,12 @@
 
 namespace qbx {
 
-/// The reply to a send: "|"-separated fields, each wrapped in one delimiter character on both sides, a separator at the end.
+/// The reply to a send: "|"-separated fields, each wrapped in one delimiter character on both sides, a separator at the
+/// end.
 struct SmsReply {
-  double balance = 0;    ///< credits left
-  int messageId = 0;     ///< the gateway's number of the text
-  int code = 0;          ///< below 2: accepted
+  double balance = 0;  ///< credits left
+  int messageId = 0;   ///< the gateway's number of the text
+  int code = 0;        ///< below 2: accepted
 
   [[nodiscard]] bool Accepted() const { return code < 2; }
 };

@@ -6,13 +6,15 @@ namespace qbx {
 
 namespace {
 
-bool IsPlain(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9'); }
+bool IsPlain(char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+}
 
 }  // namespace
 
 QString URLEncode(const QString& value) {
   static constexpr char kHex[] = "0123456789ABCDEF";
-  const QByteArray bytes = EncodeWindows1252(value.trimmed());
+  const QByteArray bytes = ToWindows1252(value.trimmed());
   QByteArray encoded;
   encoded.reserve(bytes.size() * 3);
   for (const char c : bytes) {

@@ -34,6 +34,8 @@ class CompiledTemplate {
   };
 
   void Compile();
+  /// \return false when a value could form a field; `merged` is then unfinished
+  template <bool RichText>
   [[nodiscard]] bool MergeInOnePass(const MergeValues& values, QString& merged) const;
   [[nodiscard]] const QString& ValueOf(int field, const MergeValues& values) const;
 

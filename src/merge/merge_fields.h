@@ -9,15 +9,15 @@ namespace qbx {
 
 /// What a customer's merge fields are filled with. Empty text for NULL; dates as "dd/mm/yyyy" (see `MergeDate`).
 struct MergeValues {
-  QString title;
-  QString firstname;
-  QString lastname;
-  QString contact;
-  QString make;
-  QString model;
-  QString regno;
-  QString duedate;
-  QString duetime;
+  QString title = {};
+  QString firstname = {};
+  QString lastname = {};
+  QString contact = {};
+  QString make = {};
+  QString model = {};
+  QString regno = {};
+  QString duedate = {};
+  QString duetime = {};
 };
 
 /// Replaces the fields "{contact}", "{make}", "{model}", "{regno}", "{duedate}", "{title}", "{firstname}",

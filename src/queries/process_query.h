@@ -4,6 +4,8 @@
 
 #include <QString>
 #include <array>
+#include <optional>
+#include <span>
 
 #include "database/statements.h"
 #include "diagnostics/diagnostics.h"
@@ -57,10 +59,22 @@ class QueryProcessor {
   [[nodiscard]] QueryOutcome Refresh();
 
  private:
-  class BusyScope;
+  struct Pass {
+    QueryPass kind;
+    bool applyFilters;
+  };
+  struct RunState;
   struct PassCounts;
 
-  QueryOutcome Run(bool startPass, bool filterPass, bool applyFilters);
+  [[nodiscard]] std::optional<Message> Refusal();
+  QueryOutcome Run(std::span<const Pass> passes);
+  QueryOutcome RunWithReopen(std::span<const Pass> passes);
+  QueryOutcome RunPasses(std::span<const Pass> passes, RunState& run);
+  bool Announce(const Pass& pass);
+  bool ReadAhead();
+  void StopIfCancelled() const;
+  [[nodiscard]] Command PreparePass(const Pass& pass);
+  void ShowCounts(const Pass& pass, const PassCounts& counts);
 
   Statements& statements_;
   const Options& options_;

@@ -2,7 +2,9 @@
 
 #include "util/text.h"
 
+#include <QByteArray>
 #include <QLocale>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -61,10 +63,13 @@ NumberExtent FindLeadingNumber(const QString& text) {
 }
 
 double ToDouble(const QString& text, const NumberExtent& extent) {
-  if (extent.end == extent.start) return 0;
-  const double number = text.mid(extent.start, extent.end - extent.start).toLatin1().toDouble();
-  if (std::isfinite(number)) return number;
-  return std::copysign(std::numeric_limits<double>::max(), number);
+  const QByteArray digits = text.mid(extent.start, extent.end - extent.start).toLatin1();
+  const char* const start = digits.startsWith('+') ? digits.begin() + 1 : digits.begin();
+  double number = 0;
+  if (std::from_chars(start, digits.end(), number).ec != std::errc::result_out_of_range) return number;
+  const bool tooSmall = digits.contains("e-") || digits.contains("E-");
+  if (tooSmall) return 0;
+  return digits.startsWith('-') ? std::numeric_limits<double>::lowest() : std::numeric_limits<double>::max();
 }
 
 }  // namespace

@@ -7,8 +7,9 @@
 #include <array>
 #include <vector>
 
+#include "database/list_query.h"
 #include "queries/filters.h"
-#include "queries/list_items.h"
+
 #include "queries/process_query.h"
 #include "queries/query_options.h"
 #include "queries/query_panels.h"
@@ -26,13 +27,13 @@ struct WizardState {
   QueryPanels panels = {};
   QueryOptions options = {};
   QStringList cmbReminderItems = {};
-  std::vector<ListItem> lstMakes = {};
+  std::vector<ListRow> lstMakes = {};
   std::vector<bool> lstMakesSelected = {};  ///< as long as `lstMakes`
 
   // Step 2
   Filters filters = {};
-  std::vector<ListItem> cmbData1Items = {};  ///< customer types
-  std::vector<ListItem> cmbData2Items = {};  ///< enquiry sources
+  std::vector<ListRow> cmbData1Items = {};  ///< customer types
+  std::vector<ListRow> cmbData2Items = {};  ///< enquiry sources
   RecordLabels lblRecords = {"Records found: ", "Records found: "};
 
   // Step 4
@@ -44,7 +45,7 @@ struct WizardState {
   // Step 5
   bool ProcessResultsLogged = false;  ///< rows were processed since the results were last shown
 
-  std::vector<ListItem> cmbCampaigns = {};  ///< stored campaigns, data: their IDs
+  std::vector<ListRow> cmbCampaigns = {};  ///< stored campaigns, data: their IDs
 };
 
 }  // namespace qbx

@@ -13,11 +13,8 @@ namespace qbx {
 /// - `GetDate()`: local time of the clock as text "yyyy-mm-dd hh:mm:ss.zzz";
 /// - `Len(text)`: UTF-16 units without trailing blanks; `CharIndex(find, text [, start])`: position from 1, without regard to case, 0: none;
 /// - `Lower(text)`, `Upper(text)` for all of Unicode;
-/// - `RaiseError(number, message)`: makes the statement fail as that error of the server.
+/// - `RaiseError(number, message)`: makes the statement fail as that error of the server (the text of SQLite's error is "#number#message").
 /// \param clock  must outlive the connection
 void RegisterFunctions(sqlite3* database, const Clock& clock);
-
-/// The number that `RaiseError` was given in the failing statement, 0 when another failure occurred; asked once, then 0.
-[[nodiscard]] int TakeRaisedNumber(sqlite3* database);
 
 }  // namespace qbx

@@ -1,0 +1,138 @@
+"""The SMS gateway: two HTTP GET requests, answered with fields like "1"|"96"|"1001"|"0"| (status, balance, message
+id, code). Status 1 is an accepted account, 0 a refused one, 2 one without credits; a code below 2 is an accepted text.
+"""
+import asyncio
+import codecs
+from urllib.parse import unquote_to_bytes
+
+from .steering import Steering, normal_number
+from .store import Store
+from .web import NoAnswer, Request, Response
+
+SEND_PATH = "/sms/send_sms.asp"
+VERIFY_PATH = "/sms/verifyclient.asp"
+OK_PATH = "/sms/ok.asp"  # where the "redirect" behaviour points
+
+# The text reached the gateway and is charged, whatever became of the answer.
+TAKEN = {"ok", "three fields", "one field", "empty", "four fields", "slow", "broken off", "no answer", "silence"}
+
+
+class Gateway:
+    """`client` and `password` are the only account when given; else every pair with two non-empty halves is one."""
+
+    def __init__(self, store: Store, steering: Steering, client: str | None, password: str | None):
+        self._store = store
+        self._steering = steering
+        self._client = client
+        self._password = password
+
+    def handle(self, request: Request):
+        """The answer to a request; a coroutine when it comes late."""
+        if request.method != "GET":
+            return Response(status=405, headers={"Allow": "GET"})
+        parameters = decode_query(request.query)
+        if request.path == SEND_PATH:
+            return self._send(parameters, request.connection)
+        if request.path == VERIFY_PATH:
+            return self._verify(parameters)
+        if request.path == OK_PATH:
+            return Response(fields(1, self._store.credits, 1, 0))
+        return Response(b"no such page", status=404)
+
+    def _send(self, parameters: dict, connection: int):
+        to, text = parameters.get("_To", ""), parameters.get("_Message", "")
+        cost = credits_for(len(text))
+        behaviour = self._outcome(parameters, to, text, cost)
+        accepted = behaviour in TAKEN
+        message_id = 0
+        if accepted:
+            self._store.credits -= cost
+            message_id = self._store.take_message_id()
+        self._store.record_text({
+            "client": parameters.get("ClientCode", ""), "from": parameters.get("_From", ""), "to": to, "message": text,
+            "outcome": "accepted" if accepted else "refused", "detail": "" if behaviour == "ok" else behaviour,
+            "id": message_id, "credits": cost if accepted else 0, "connection": connection})
+        return self._answer(behaviour, fields(1, self._store.credits, message_id, 0))
+
+    def _outcome(self, parameters: dict, to: str, text: str, cost: int) -> str:
+        if not self._knows(parameters):
+            return "status 0"
+        behaviour = self._steering.for_number(to)
+        if behaviour not in TAKEN:
+            return behaviour
+        if not normal_number(to):
+            return "code 33"
+        if not text:
+            return "code 3"
+        return "status 2" if cost > self._store.credits else behaviour
+
+    def _verify(self, parameters: dict):
+        behaviour = self._steering.credit_query if self._knows(parameters) else "status 0"
+        if behaviour == "status 0":
+            return Response(fields(0, 0))
+        return self._answer(behaviour, fields(1, self._store.credits))
+
+    def _knows(self, parameters: dict) -> bool:
+        client, password = parameters.get("ClientCode", ""), parameters.get("ClientAuth", "")
+        if self._client is not None:
+            return (client, password) == (self._client, self._password)
+        return bool(client and password) and client != "refused"
+
+    def _answer(self, behaviour: str, plain: bytes):
+        """Turns a behaviour into what goes over the wire; `plain` is the answer of an accepted request."""
+        kind, _, rest = behaviour.partition(" ")
+        if kind == "status":
+            return Response(fields(int(rest), self._store.credits if rest == "2" else 0, 0, 0))
+        if kind == "code":
+            return Response(fields(1, self._store.credits, 0, int(rest)))
+        if kind == "http":
+            return Response(b"<html><body>Error</body></html>", status=int(rest))
+        if kind == "reply":
+            return Response(rest.encode("cp1252", "replace"))
+        if behaviour == "ok":
+            return Response(plain)
+        if behaviour == "slow":
+            return self._late(Response(plain))
+        return {
+            "three fields": Response(b"|".join(plain.split(b"|")[:3])),
+            "one field": Response(plain.split(b"|")[0]),
+            "empty": Response(),
+            "four fields": Response(plain.removesuffix(b"|")),
+            "redirect": Response(status=302, headers={"Location": OK_PATH}),
+            "broken off": Response(plain, cut_after=len(plain) // 2),
+            "silence": Response(plain, cut_after=len(plain) // 2, hang=True),
+            "no answer": NoAnswer(),
+            "garbage": Response(bytes(range(256)), content_type="application/octet-stream"),
+            "html": Response(b"<html><body><h1>Service notice</h1><p>1|2|3|4|</p></body></html>"),
+        }[behaviour]
+
+    async def _late(self, response: Response) -> Response:
+        await asyncio.sleep(self._steering.delay)
+        return response
+
+
+def fields(*values: int) -> bytes:
+    return "".join(f'"{value}"|' for value in values).encode("ascii")
+
+
+def credits_for(length: int) -> int:
+    """Credits of a text of `length` characters: a single text holds 160, each part of a longer one 153."""
+    return 1 if length <= 160 else -(-length // 153)
+
+
+def decode_query(query: bytes) -> dict:
+    """The parameters of a query string. A byte is a Windows-1252 character; only the pound sign comes as UTF-8."""
+    result = {}
+    for pair in query.split(b"&"):
+        name, _, value = pair.partition(b"=")
+        result[_decode(name)] = _decode(value)
+    return result
+
+
+def _decode(value: bytes) -> str:
+    plain = unquote_to_bytes(value.replace(b"+", b" ")).replace(b"\xc2\xa3", b"\xa3")
+    return codecs.charmap_decode(plain, "strict", _CHARACTERS)[0]
+
+
+# Five bytes have no character in the code page; they stand for the control characters of the same number.
+_CHARACTERS = "".join(bytes([byte]).decode("cp1252", "ignore") or chr(byte) for byte in range(256))

@@ -1,0 +1,389 @@
+// A result that can be walked, and, when it is kept on the client's side, counted, sorted, filtered and changed.
+
+#include "database/recordset.h"
+
+#include <QHash>
+#include <algorithm>
+#include <numeric>
+
+#include "database/packed_rows.h"
+#include "database/text_compare.h"
+
+namespace qbx {
+namespace {
+
+constexpr int kNotAllowed = 3219;
+
+[[noreturn]] void ThrowNotAllowed() {
+  throw DatabaseError(kNotAllowed, QStringLiteral("Operation is not allowed in this context."), {});
+}
+
+double NumberOf(const Cell& cell) {
+  if (cell.type == ValueType::kDouble) return cell.real;
+  double number = static_cast<double>(cell.integer);
+  for (int i = 0; i < cell.scale; ++i)
+    number /= 10;
+  return number;
+}
+
+/// Order of two cells of one column: NULL, then numbers and dates by value, then text.
+int CompareCells(const Cell& left, const Cell& right) {
+  const auto rank = [](const Cell& cell) {
+    return cell.type == ValueType::kNull ? 0 : cell.type == ValueType::kText ? 2 : 1;
+  };
+  if (rank(left) != rank(right)) return rank(left) - rank(right);
+  if (rank(left) == 0) return 0;
+  if (rank(left) == 2) return CompareNoCase(left.utf8, right.utf8);
+  if (left.type == right.type && left.type != ValueType::kDouble && left.scale == right.scale) {
+    return left.integer == right.integer ? 0 : (left.integer < right.integer ? -1 : 1);
+  }
+  const double a = NumberOf(left);
+  const double b = NumberOf(right);
+  return a == b ? 0 : (a < b ? -1 : 1);
+}
+
+/// Rows with what was deleted of them; shared by clones.
+struct SharedRows {
+  explicit SharedRows(int columns) : rows(columns) {}
+  PackedRows rows;
+  std::vector<bool> deleted;
+  qint64 deletedCount = 0;
+};
+
+}  // namespace
+
+class Recordset::State {
+ public:
+  std::vector<Column> columns;
+  QHash<QString, int> names;  // as asked for, filled as they are
+
+  std::unique_ptr<RowSource> source;  // forward-only
+  bool started = false;
+  bool ended = false;
+
+  std::shared_ptr<SharedRows> shared;  // client-side
+  std::vector<quint32> order;          // stored rows in the current order; may still hold rows deleted since `cleaned`
+  qint64 cleaned = 0;                  // deletions already taken out of `order`
+  qint64 current = 0;                  // index into `order`
+  int sortColumn = -1;
+  bool sortDescending = false;
+  std::function<bool(qint64)> filter;
+
+  Session* session = nullptr;
+  QString table;
+  QString keyColumn;
+  std::function<std::unique_ptr<RowSource>()> reader;
+  bool adding = false;
+  std::vector<QString> pendingColumns;
+  std::vector<Value> pendingValues;
+
+  [[nodiscard]] bool ClientSide() const { return shared != nullptr; }
+
+  void Read(RowSource& rows) {
+    columns = rows.Columns();
+    names.clear();
+    shared = std::make_shared<SharedRows>(static_cast<int>(columns.size()));
+    while (rows.Next())
+      shared->rows.Append(rows);
+    shared->deleted.assign(static_cast<std::size_t>(shared->rows.Count()), false);
+    Arrange();
+  }
+
+  /// Builds `order` from the filter and the sort, and goes to the first row.
+  void Arrange() {
+    const auto count = static_cast<std::size_t>(shared->rows.Count());
+    order.clear();
+    order.reserve(count);
+    for (std::size_t row = 0; row < count; ++row) {
+      if (!shared->deleted[row] && (!filter || filter(static_cast<qint64>(row))))
+        order.push_back(static_cast<quint32>(row));
+    }
+    cleaned = shared->deletedCount;
+    current = 0;
+    if (sortColumn >= 0 && sortColumn < static_cast<int>(columns.size())) SortOrder();
+  }
+
+  void SortOrder() {
+    std::vector<Cell> keys(static_cast<std::size_t>(shared->rows.Count()));
+    for (const quint32 row : order)
+      keys[row] = shared->rows.At(row, sortColumn);
+    const bool descending = sortDescending;
+    std::stable_sort(order.begin(), order.end(), [&keys, descending](quint32 left, quint32 right) {
+      return descending ? CompareCells(keys[right], keys[left]) < 0 : CompareCells(keys[left], keys[right]) < 0;
+    });
+  }
+
+  /// Takes rows deleted meanwhile, here or by a clone, out of `order`; the current row, or the next that is left, stays
+  /// current.
+  void Clean() {
+    if (cleaned == shared->deletedCount) return;
+    const auto gone = [this](quint32 row) { return shared->deleted[row]; };
+    const auto before = order.begin() + std::min<qint64>(current, static_cast<qint64>(order.size()));
+    current -= std::count_if(order.begin(), before, gone);
+    order.erase(std::remove_if(order.begin(), order.end(), gone), order.end());
+    cleaned = shared->deletedCount;
+  }
+
+  void SkipDeleted() {
+    if (cleaned == shared->deletedCount) return;
+    while (current < static_cast<qint64>(order.size()) && shared->deleted[order[static_cast<std::size_t>(current)]])
+      ++current;
+  }
+
+  /// Fetches the first row of a forward-only result, once somebody wants to know.
+  void Start() {
+    if (started) return;
+    started = true;
+    ended = !source->Next();
+  }
+
+  [[nodiscard]] bool AtEnd() {
+    if (ClientSide()) {
+      SkipDeleted();
+      return current >= static_cast<qint64>(order.size());
+    }
+    if (!source) return true;
+    Start();
+    return ended;
+  }
+
+  [[nodiscard]] Cell CurrentCell(int column) {
+    if (AtEnd() || column < 0 || column >= static_cast<int>(columns.size())) return {};
+    return ClientSide() ? shared->rows.At(order[static_cast<std::size_t>(current)], column) : source->At(column);
+  }
+
+  [[nodiscard]] int IndexOf(const QString& name) {
+    if (const auto known = names.constFind(name); known != names.constEnd()) return *known;
+    const auto found = std::find_if(columns.begin(), columns.end(), [&name](const Column& column) {
+      return column.name.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    const int index = found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
+    names.insert(name, index);
+    return index;
+  }
+
+  [[nodiscard]] Value CurrentKey() { return CurrentCell(IndexOf(keyColumn)).ToValue(); }
+
+  void RequireWritable() const {
+    if (session == nullptr || !ClientSide()) ThrowNotAllowed();
+  }
+};
+
+Recordset::Recordset() = default;
+Recordset::~Recordset() = default;
+Recordset::Recordset(Recordset&&) noexcept = default;
+Recordset& Recordset::operator=(Recordset&&) noexcept = default;
+
+Recordset Recordset::ReadAll(std::unique_ptr<RowSource> source) {
+  Recordset result;
+  if (!source) return result;
+  result.state_ = std::make_unique<State>();
+  result.state_->Read(*source);
+  return result;
+}
+
+Recordset Recordset::Forward(std::unique_ptr<RowSource> source) {
+  Recordset result;
+  if (!source) return result;
+  result.state_ = std::make_unique<State>();
+  result.state_->columns = source->Columns();
+  result.state_->source = std::move(source);
+  return result;
+}
+
+void Recordset::SetWritable(Session& session, const QString& table, const QString& keyColumn) {
+  if (!state_) ThrowNotAllowed();
+  state_->session = &session;
+  state_->table = table;
+  state_->keyColumn = keyColumn;
+}
+
+void Recordset::SetSource(std::function<std::unique_ptr<RowSource>()> reader) {
+  if (!state_) ThrowNotAllowed();
+  state_->reader = std::move(reader);
+}
+
+bool Recordset::IsOpen() const {
+  return state_ != nullptr;
+}
+
+void Recordset::Close() {
+  state_.reset();
+}
+
+const std::vector<Column>& Recordset::Columns() const {
+  static const std::vector<Column> kNone;
+  return state_ ? state_->columns : kNone;
+}
+
+int Recordset::ColumnIndex(const QString& name) const {
+  return state_ ? state_->IndexOf(name) : -1;
+}
+
+void Recordset::MoveFirst() {
+  if (!state_) return;
+  if (state_->ClientSide()) {
+    state_->current = 0;
+  } else if (state_->started) {
+    ThrowNotAllowed();
+  }
+}
+
+void Recordset::MoveNext() {
+  if (!state_ || state_->AtEnd()) return;
+  if (state_->ClientSide()) {
+    ++state_->current;
+  } else {
+    state_->ended = !state_->source->Next();
+  }
+}
+
+void Recordset::MoveTo(qint64 row) {
+  if (!state_) return;
+  if (!state_->ClientSide()) ThrowNotAllowed();
+  state_->Clean();
+  state_->current = std::clamp<qint64>(row, 0, static_cast<qint64>(state_->order.size()));
+}
+
+qint64 Recordset::Position() const {
+  if (!state_ || !state_->ClientSide()) return -1;
+  state_->Clean();
+  return state_->current;
+}
+
+bool Recordset::Eof() const {
+  return !state_ || state_->AtEnd();
+}
+
+qint64 Recordset::RecordCount() const {
+  if (!state_) return 0;
+  if (!state_->ClientSide()) return -1;
+  state_->Clean();
+  return static_cast<qint64>(state_->order.size());
+}
+
+Value Recordset::Field(const QString& name) const {
+  if (!state_) return {};
+  for (std::size_t i = 0; i < state_->pendingColumns.size(); ++i) {
+    if (state_->pendingColumns[i].compare(name, Qt::CaseInsensitive) == 0) return state_->pendingValues[i];
+  }
+  return state_->adding ? Value() : Field(state_->IndexOf(name));
+}
+
+Value Recordset::Field(int column) const {
+  return state_ ? state_->CurrentCell(column).ToValue() : Value();
+}
+
+Cell Recordset::At(qint64 row, int column) const {
+  if (!state_ || !state_->ClientSide()) return {};
+  state_->Clean();
+  if (row < 0 || row >= static_cast<qint64>(state_->order.size())) return {};
+  return StoredAt(state_->order[static_cast<std::size_t>(row)], column);
+}
+
+Cell Recordset::StoredAt(qint64 storedRow, int column) const {
+  if (!state_ || !state_->ClientSide() || storedRow < 0 || storedRow >= state_->shared->rows.Count()) return {};
+  if (column < 0 || column >= static_cast<int>(state_->columns.size())) return {};
+  return state_->shared->rows.At(storedRow, column);
+}
+
+void Recordset::Sort(int column, bool descending) {
+  if (!state_) return;
+  if (!state_->ClientSide()) ThrowNotAllowed();
+  state_->sortColumn = column;
+  state_->sortDescending = descending;
+  state_->Arrange();
+}
+
+void Recordset::Filter(std::function<bool(qint64 storedRow)> predicate) {
+  if (!state_) return;
+  if (!state_->ClientSide()) ThrowNotAllowed();
+  state_->filter = std::move(predicate);
+  state_->Arrange();
+}
+
+void Recordset::Requery() {
+  if (!state_ || !state_->reader) ThrowNotAllowed();
+  state_->source.reset();
+  std::unique_ptr<RowSource> rows = state_->reader();
+  if (!rows) ThrowNotAllowed();
+  if (state_->ClientSide()) {
+    state_->Read(*rows);
+  } else {
+    state_->columns = rows->Columns();
+    state_->names.clear();
+    state_->source = std::move(rows);
+    state_->started = false;
+    state_->ended = false;
+  }
+}
+
+Recordset Recordset::Clone() const {
+  Recordset copy;
+  if (!state_) return copy;
+  if (!state_->ClientSide()) ThrowNotAllowed();
+  copy.state_ = std::make_unique<State>();
+  State& to = *copy.state_;
+  to.columns = state_->columns;
+  to.shared = state_->shared;
+  to.order = state_->order;
+  to.cleaned = state_->cleaned;
+  to.sortColumn = state_->sortColumn;
+  to.sortDescending = state_->sortDescending;
+  to.filter = state_->filter;
+  to.session = state_->session;
+  to.table = state_->table;
+  to.keyColumn = state_->keyColumn;
+  to.reader = state_->reader;
+  return copy;
+}
+
+void Recordset::Delete() {
+  if (!state_ || state_->AtEnd()) ThrowNotAllowed();
+  state_->RequireWritable();
+  state_->session->DeleteRow(state_->table, state_->keyColumn, state_->CurrentKey());
+  state_->shared->deleted[state_->order[static_cast<std::size_t>(state_->current)]] = true;
+  ++state_->shared->deletedCount;
+}
+
+void Recordset::AddNew() {
+  if (!state_) ThrowNotAllowed();
+  state_->RequireWritable();
+  state_->adding = true;
+  state_->pendingColumns.clear();
+  state_->pendingValues.clear();
+}
+
+void Recordset::Set(const QString& column, const Value& value) {
+  if (!state_) ThrowNotAllowed();
+  state_->RequireWritable();
+  if (state_->IndexOf(column) < 0) {
+    throw DatabaseError(
+        kItemNotFound,
+        QStringLiteral("Item cannot be found in the collection corresponding to the requested name or ordinal."), {});
+  }
+  state_->pendingColumns.push_back(column);
+  state_->pendingValues.push_back(value);
+}
+
+void Recordset::Update() {
+  if (!state_) ThrowNotAllowed();
+  State& state = *state_;
+  state.RequireWritable();
+  if (state.adding) {
+    state.session->InsertRow(state.table, state.pendingColumns, state.pendingValues);
+  } else if (!state.pendingColumns.empty()) {
+    if (state.AtEnd()) ThrowNotAllowed();
+    state.session->UpdateRow(state.table, state.keyColumn, state.CurrentKey(), state.pendingColumns,
+                             state.pendingValues);
+    const quint32 row = state.order[static_cast<std::size_t>(state.current)];
+    for (std::size_t i = 0; i < state.pendingColumns.size(); ++i) {
+      state.shared->rows.Set(row, state.IndexOf(state.pendingColumns[i]), state.pendingValues[i]);
+    }
+  }
+  state.adding = false;
+  state.pendingColumns.clear();
+  state.pendingValues.clear();
+}
+
+}  // namespace qbx

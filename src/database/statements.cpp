@@ -1,0 +1,189 @@
+// The routines that carry every statement and stored-procedure call of the program.
+
+#include "database/statements.h"
+
+#include <limits>
+
+namespace qbx {
+
+namespace {
+
+constexpr int kReopensOfRead = 3;
+constexpr int kReopensOfExecute = 1;
+constexpr int kReopenPause = 250;
+constexpr int kUnreadableParametersPause = 1500;
+constexpr int kFailed = -1;
+
+bool InTransaction(Connection& connection) {
+  return connection.IsOpen() && connection.Driver().InTransaction();
+}
+
+/// Whether a number or a text that is one; what fits no 32 bits counts as none.
+int FirstNumber(const Recordset& recordset) {
+  if (recordset.Eof() || recordset.Columns().empty()) return 0;
+  const Value value = recordset.Field(0);
+  bool numeric = !value.IsNull() && value.Type() != ValueType::kDateTime;
+  if (value.Type() == ValueType::kText) value.ToText().toDouble(&numeric);
+  if (!numeric) return 0;
+  const qint64 number = value.ToInt();
+  const bool fits = number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
+  return fits ? static_cast<int>(number) : 0;
+}
+
+/// A connection that dropped, or that could not be made again a moment ago.
+bool IsLost(const Connection& connection, const DatabaseError& error) {
+  return error.ConnectionLost() || !connection.IsOpen();
+}
+
+}  // namespace
+
+Statements::Statements(Connection& connection, ErrorInterpretation& interpretation, EventLog& events,
+                       LastError& lastError, Diagnostics diagnostics)
+    : connection_(connection),
+      interpretation_(interpretation),
+      events_(events),
+      lastError_(lastError),
+      diagnostics_(diagnostics) {}
+
+void Statements::Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error) {
+  // The program that runs without its database says so where the user asked for something, not at every statement.
+  if (!connection.WasOpen()) return;
+  connection.KeepErrors(error);
+  interpretation_.ReportDatabaseError(&connection, QLatin1String(routine), sql, error);
+}
+
+bool Statements::dbOpenRec(Recordset& recordset, const QString& sql, CursorType cursor, LockType, int,
+                           CursorLocation location, Connection* connection) {
+  Connection& target = connection != nullptr ? *connection : connection_;
+  recordset.Close();
+  const bool stepwise = cursor == CursorType::kForwardOnly && location == CursorLocation::kServer;
+  const bool mayReopen = target.WasOpen() && !InTransaction(target);
+  for (int reopens = 0;; ++reopens) {
+    try {
+      if (reopens > 0) {
+        target.Reopen();
+        events_.LogEvent(kEventError, 0, QStringLiteral("CONN"), QStringLiteral("Connection Lost - reconnected."));
+      }
+      std::unique_ptr<RowSource> rows = target.Driver().Execute(sql);
+      if (rows != nullptr)
+        recordset = stepwise ? Recordset::Forward(std::move(rows)) : Recordset::ReadAll(std::move(rows));
+      recordset.SetSource([&target, sql] { return target.Driver().Execute(sql); });
+      return false;
+    } catch (const DatabaseError& error) {
+      if (mayReopen && IsLost(target, error) && reopens < kReopensOfRead) {
+        diagnostics_.log.WriteLog(QStringLiteral("No DB Connection - reconnecting"));
+        diagnostics_.ui.Pause(kReopenPause);
+        continue;
+      }
+      Report(target, "dbOpenRec", sql, error);
+      return true;
+    }
+  }
+}
+
+Statements::ExecuteResult Statements::dbExecute(const QString& sql, bool returnRecords, Connection* connection) {
+  Connection& target = connection != nullptr ? *connection : connection_;
+  const bool mayReopen = target.WasOpen() && !InTransaction(target);
+  for (int reopens = 0;; ++reopens) {
+    try {
+      if (reopens > 0) target.Reopen();
+      ExecuteResult result;
+      std::unique_ptr<RowSource> rows = target.Driver().Execute(sql);
+      if (returnRecords && rows != nullptr) result.records = Recordset::Forward(std::move(rows));
+      return result;
+    } catch (const DatabaseError& error) {
+      lastError_.LastEmailErrorNo = error.Number();
+      lastError_.LastEmailError = error.Description();
+      diagnostics_.log.WriteLog(QLatin1String("dbExecute Error - ") + sql);
+      if (mayReopen && IsLost(target, error)) {
+        if (reopens < kReopensOfExecute) continue;
+        ShowConnectionProblem();
+      }
+      Report(target, "dbExecute", sql, error);
+      return {.records = {}, .errorNumber = error.Number() != 0 ? error.Number() : kUnspecifiedError};
+    }
+  }
+}
+
+void Statements::ShowConnectionProblem() {
+  diagnostics_.ui.ShowMessage({.text = QStringLiteral("A problem has occured with the database connection. You should "
+                                                      "quit the program and restart the computer."),
+                               .icon = MessageIcon::kExclamation,
+                               .defaultAnswer = MessageAnswer::kOk});
+}
+
+int Statements::dbRunCommand(const QString& commandText, bool returnValue, CommandType, Recordset& recordset,
+                             Connection* connection) {
+  Connection& target = connection != nullptr ? *connection : connection_;
+  recordset.Close();
+  try {
+    std::unique_ptr<RowSource> rows = target.Driver().Execute(commandText);
+    if (rows != nullptr) recordset = Recordset::ReadAll(std::move(rows));
+    if (!returnValue) return 0;
+    const int value = FirstNumber(recordset);
+    recordset.Close();
+    return value;
+  } catch (const DatabaseError& error) {
+    Report(target, "dbRunCommand", commandText, error);
+    recordset.Close();
+    return kFailed;
+  }
+}
+
+bool Statements::dbRunCommandWithParameters(const QString& procedure, const std::vector<Value>& values) {
+  Command command;
+  const std::optional<DatabaseError> unprepared = Prepare(command, procedure);
+  try {
+    if (unprepared) throw *unprepared;
+    int position = 0;
+    for (const Value& value : values)
+      command.SetParameter(++position, value);
+    command.Execute();
+    return true;
+  } catch (const DatabaseError& error) {
+    Report(*command.connection, "dbRunCommandWithParameters", procedure, error);
+    return false;
+  }
+}
+
+void Statements::PrepareCommand(Command& command, const QString& procedure) {
+  (void)Prepare(command, procedure);
+}
+
+std::optional<DatabaseError> Statements::Prepare(Command& command, const QString& procedure) {
+  if (command.connection == nullptr) command.connection = &connection_;
+  if (command.commandTimeout == 0) command.commandTimeout = connection_.CommandTimeout();
+  command.commandText = procedure;
+  command.parameters.clear();
+  try {
+    command.parameters = command.connection->Driver().DescribeProcedure(procedure);
+    return std::nullopt;
+  } catch (const DatabaseError& error) {
+    if (command.connection->WasOpen()) ShowUnreadableParameters(procedure, error);
+    return error;
+  }
+}
+
+void Statements::ShowUnreadableParameters(const QString& procedure, const DatabaseError& error) {
+  events_.LogEvent(kEventError, 0, QStringLiteral("DERIVE_PARAMS"), error.Description());
+  diagnostics_.status.ShowStatus(QLatin1String("Unable to load parameters for procedure: ") + procedure);
+  diagnostics_.ui.Pause(kUnreadableParametersPause);
+  diagnostics_.status.Close();
+}
+
+int Statements::GetNextKeyID(const QString& key) {
+  Recordset recordset;
+  const QString sql = QLatin1String("proc_sel_Next") + key + QLatin1String("ID");
+  if (dbOpenRec(recordset, sql, CursorType::kDynamic, LockType::kOptimistic, 0, CursorLocation::kClient)) return 0;
+  return FirstNumber(recordset);
+}
+
+Value Statements::sysIsNull(const Recordset& recordset, const QString& field) {
+  Value value = recordset.Field(field);
+  if (!value.IsNull()) return value;
+  const int index = recordset.ColumnIndex(field);
+  const bool isText = index >= 0 && recordset.Columns()[static_cast<std::size_t>(index)].type == ValueType::kText;
+  return isText ? Value(QString(QLatin1String(""))) : Value(0);
+}
+
+}  // namespace qbx

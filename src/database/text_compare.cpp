@@ -1,0 +1,57 @@
+// Comparing text as the host's collation does.
+
+#include "database/text_compare.h"
+
+#include <QChar>
+#include <algorithm>
+#include <array>
+
+namespace qbx {
+namespace {
+
+constexpr std::array<unsigned char, 128> MakeFoldTable() {
+  std::array<unsigned char, 128> table{};
+  for (unsigned i = 0; i < 128; ++i)
+    table[i] = static_cast<unsigned char>(i >= 'A' && i <= 'Z' ? i + 32 : i);
+  return table;
+}
+constexpr auto kFold = MakeFoldTable();
+
+/// Takes the next code point off the front; a malformed byte counts as itself.
+char32_t NextFolded(std::string_view& text) {
+  const auto first = static_cast<unsigned char>(text.front());
+  const std::size_t length = first < 0x80 ? 1 : first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : first >= 0xC0 ? 2 : 1;
+  if (length == 1 || text.size() < length) {
+    text.remove_prefix(1);
+    return first < 0x80 ? kFold[first] : first;
+  }
+  char32_t code = first & (0xFFu >> (length + 1));
+  for (std::size_t i = 1; i < length; ++i)
+    code = (code << 6) | (static_cast<unsigned char>(text[i]) & 0x3Fu);
+  text.remove_prefix(length);
+  return QChar::toCaseFolded(code);
+}
+
+int CompareFolded(std::string_view left, std::string_view right) {
+  while (!left.empty() && !right.empty()) {
+    const char32_t a = NextFolded(left);
+    const char32_t b = NextFolded(right);
+    if (a != b) return a < b ? -1 : 1;
+  }
+  return left.empty() ? (right.empty() ? 0 : -1) : 1;
+}
+
+}  // namespace
+
+int CompareNoCase(std::string_view left, std::string_view right) {
+  const std::size_t common = std::min(left.size(), right.size());
+  for (std::size_t i = 0; i < common; ++i) {
+    const auto a = static_cast<unsigned char>(left[i]);
+    const auto b = static_cast<unsigned char>(right[i]);
+    if ((a | b) >= 0x80) return CompareFolded(left.substr(i), right.substr(i));
+    if (kFold[a] != kFold[b]) return kFold[a] < kFold[b] ? -1 : 1;
+  }
+  return left.size() == right.size() ? 0 : (left.size() < right.size() ? -1 : 1);
+}
+
+}  // namespace qbx

@@ -1,0 +1,11 @@
+-- Records a text message that was handed to the gateway. @MessageID is the gateway's number, 0 when it refused.
+CREATE PROCEDURE proc_addp_SMS
+  @Customer nvarchar(50),
+  @Mobile_Number nvarchar(50),
+  @Message nvarchar(max),
+  @Status smallint = 0,
+  @MessageID int = 0,
+  @UserID nvarchar(50) = NULL
+AS
+INSERT INTO SMS (Customer, Mobile_Number, Message, Status, MessageID, UserID, Created_Date)
+VALUES (@Customer, @Mobile_Number, @Message, @Status, @MessageID, @UserID, GetDate());

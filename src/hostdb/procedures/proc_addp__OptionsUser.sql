@@ -1,0 +1,5 @@
+-- Gives a user the options that everybody starts with. A user who has options keeps them.
+CREATE PROCEDURE proc_addp__OptionsUser
+  @UserId nvarchar(50)
+AS
+INSERT INTO _OptionsUser (UserId) VALUES (@UserId) ON CONFLICT DO NOTHING;

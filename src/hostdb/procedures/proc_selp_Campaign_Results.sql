@@ -1,0 +1,5 @@
+-- The rows of a campaign as the results grid shows them, in the order they were selected in; RecordID first.
+CREATE PROCEDURE proc_selp_Campaign_Results
+  @CampaignID int
+AS
+SELECT * FROM Campaign_Results_Grid WHERE CampaignID = @CampaignID ORDER BY RecordID;

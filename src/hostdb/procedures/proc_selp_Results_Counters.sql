@@ -1,0 +1,8 @@
+-- The counters of a campaign, always one row: rows to get a letter, an SMS, an e-mail, and how many of the last two are processed. Read,
+-- never counted.
+CREATE PROCEDURE proc_selp_Results_Counters
+  @CampaignID int
+AS
+SELECT ifnull(max(ByLetter), 0) AS ByLetter, ifnull(max(BySMS), 0) AS BySMS, ifnull(max(BySMS_Processed), 0) AS BySMS_Processed,
+  ifnull(max(ByEmail), 0) AS ByEmail, ifnull(max(ByEmail_Processed), 0) AS ByEmail_Processed
+FROM Campaign_Results_Counters WHERE CampaignID = @CampaignID;

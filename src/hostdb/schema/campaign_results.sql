@@ -1,0 +1,135 @@
+-- The rows that a query selected for a campaign, and their counters.
+
+-- Keys are never used again, so that what is noted about a row (a message on its way) can never meet another row.
+CREATE TABLE [Campaign Results] (
+  RecordID integer PRIMARY KEY AUTOINCREMENT,
+  CampaignID int NOT NULL,
+  Customer int,
+  Title nvarchar(20) COLLATE NOCASE,
+  Firstname nvarchar(100) COLLATE NOCASE,
+  Lastname nvarchar(100) COLLATE NOCASE,
+  Address nvarchar(700) COLLATE NOCASE,
+  Telephone nvarchar(50) COLLATE NOCASE,
+  Contact nvarchar(250) COLLATE NOCASE,
+  Mobile nvarchar(50) COLLATE NOCASE,
+  Email nvarchar(255) COLLATE NOCASE,
+  Cust_Type nvarchar(50) COLLATE NOCASE,
+  Enquiry_Source nvarchar(50) COLLATE NOCASE,
+  Last_Invoiced datetime,
+  Vehicle nvarchar(20) COLLATE NOCASE,
+  Make nvarchar(50) COLLATE NOCASE,
+  Model nvarchar(100) COLLATE NOCASE,
+  Year int,
+  Last_Mileage int,
+  Recall_Date date,
+  Marketing bit,
+  Send_SMS bit NOT NULL DEFAULT 0 CHECK (Send_SMS IN (0, 1)),
+  Send_Email bit NOT NULL DEFAULT 0 CHECK (Send_Email IN (0, 1)),
+  Send_Letter bit NOT NULL DEFAULT 0 CHECK (Send_Letter IN (0, 1)),
+  UserID nvarchar(50) COLLATE NOCASE,
+  Created_Date datetime,
+  Processed bit NOT NULL DEFAULT 0 CHECK (Processed IN (0, 1)),
+  Processed_Date datetime,
+  Consent_Response int,
+  Can_Send_SMS bit,
+  Can_Send_Email bit,
+  Can_Send_Letter bit
+);
+-- The first gives a campaign's rows in the order they were selected in, the second serves the runs, which go through them by customer.
+CREATE INDEX Campaign_Results_Campaign ON [Campaign Results] (CampaignID);
+CREATE INDEX Campaign_Results_Customer ON [Campaign Results] (CampaignID, Customer);
+
+-- The rows as the results grid shows them.
+CREATE VIEW Campaign_Results_Grid AS
+SELECT RecordID, Customer, Title, Firstname, Lastname, Address, Telephone, Contact, Mobile, Email, Cust_Type, Enquiry_Source, Last_Invoiced,
+  Vehicle, Make, Model, Year, Last_Mileage, Recall_Date, Marketing, Send_SMS, Send_Email, Send_Letter, Processed, Processed_Date,
+  Can_Send_SMS AS [SMS Opt-In], Can_Send_Email AS [Email Opt-In], Can_Send_Letter AS [Letter Opt-In],
+  UserID, Created_Date, Consent_Response, Can_Send_SMS, Can_Send_Email, Can_Send_Letter, CampaignID
+FROM [Campaign Results];
+
+-- The counters of a campaign. The triggers below keep them exact whoever changes a row, so nothing ever counts the rows. A campaign without
+-- a counted row has no counters.
+CREATE TABLE Campaign_Results_Counters (
+  CampaignID integer PRIMARY KEY,
+  ByLetter int NOT NULL DEFAULT 0,
+  BySMS int NOT NULL DEFAULT 0,
+  BySMS_Processed int NOT NULL DEFAULT 0,
+  ByEmail int NOT NULL DEFAULT 0,
+  ByEmail_Processed int NOT NULL DEFAULT 0
+);
+
+-- New rows come without flags and skip this.
+CREATE TRIGGER Campaign_Results_Count_Insert AFTER INSERT ON [Campaign Results]
+WHEN new.Send_SMS OR new.Send_Email OR new.Send_Letter
+BEGIN
+  INSERT INTO Campaign_Results_Counters
+  VALUES (new.CampaignID, new.Send_Letter, new.Send_SMS, new.Send_SMS * new.Processed, new.Send_Email, new.Send_Email * new.Processed)
+  ON CONFLICT (CampaignID) DO UPDATE SET
+    ByLetter = ByLetter + excluded.ByLetter,
+    BySMS = BySMS + excluded.BySMS,
+    BySMS_Processed = BySMS_Processed + excluded.BySMS_Processed,
+    ByEmail = ByEmail + excluded.ByEmail,
+    ByEmail_Processed = ByEmail_Processed + excluded.ByEmail_Processed;
+END;
+
+CREATE TRIGGER Campaign_Results_Count_Delete AFTER DELETE ON [Campaign Results]
+WHEN old.Send_SMS OR old.Send_Email OR old.Send_Letter
+BEGIN
+  UPDATE Campaign_Results_Counters SET
+    ByLetter = ByLetter - old.Send_Letter,
+    BySMS = BySMS - old.Send_SMS,
+    BySMS_Processed = BySMS_Processed - old.Send_SMS * old.Processed,
+    ByEmail = ByEmail - old.Send_Email,
+    ByEmail_Processed = ByEmail_Processed - old.Send_Email * old.Processed
+  WHERE CampaignID = old.CampaignID;
+  DELETE FROM Campaign_Results_Counters WHERE CampaignID = old.CampaignID AND ByLetter = 0 AND BySMS = 0 AND ByEmail = 0;
+END;
+
+CREATE TRIGGER Campaign_Results_Count_Flags AFTER UPDATE OF Send_SMS, Send_Email, Send_Letter, Processed ON [Campaign Results]
+WHEN new.CampaignID = old.CampaignID
+  AND (new.Send_SMS <> old.Send_SMS OR new.Send_Email <> old.Send_Email OR new.Send_Letter <> old.Send_Letter
+       OR new.Processed <> old.Processed)
+BEGIN
+  INSERT INTO Campaign_Results_Counters
+  VALUES (new.CampaignID,
+    new.Send_Letter - old.Send_Letter,
+    new.Send_SMS - old.Send_SMS,
+    new.Send_SMS * new.Processed - old.Send_SMS * old.Processed,
+    new.Send_Email - old.Send_Email,
+    new.Send_Email * new.Processed - old.Send_Email * old.Processed)
+  ON CONFLICT (CampaignID) DO UPDATE SET
+    ByLetter = ByLetter + excluded.ByLetter,
+    BySMS = BySMS + excluded.BySMS,
+    BySMS_Processed = BySMS_Processed + excluded.BySMS_Processed,
+    ByEmail = ByEmail + excluded.ByEmail,
+    ByEmail_Processed = ByEmail_Processed + excluded.ByEmail_Processed;
+END;
+
+-- Saving an unsaved campaign gives its rows another campaign number: the counters and the send journal move along.
+CREATE TRIGGER Campaign_Results_Count_Move AFTER UPDATE OF CampaignID ON [Campaign Results]
+WHEN new.CampaignID <> old.CampaignID
+  AND (new.Send_SMS OR new.Send_Email OR new.Send_Letter OR old.Send_SMS OR old.Send_Email OR old.Send_Letter)
+BEGIN
+  UPDATE Campaign_Results_Counters SET
+    ByLetter = ByLetter - old.Send_Letter,
+    BySMS = BySMS - old.Send_SMS,
+    BySMS_Processed = BySMS_Processed - old.Send_SMS * old.Processed,
+    ByEmail = ByEmail - old.Send_Email,
+    ByEmail_Processed = ByEmail_Processed - old.Send_Email * old.Processed
+  WHERE CampaignID = old.CampaignID;
+  DELETE FROM Campaign_Results_Counters WHERE CampaignID = old.CampaignID AND ByLetter = 0 AND BySMS = 0 AND ByEmail = 0;
+  INSERT INTO Campaign_Results_Counters
+  VALUES (new.CampaignID, new.Send_Letter, new.Send_SMS, new.Send_SMS * new.Processed, new.Send_Email, new.Send_Email * new.Processed)
+  ON CONFLICT (CampaignID) DO UPDATE SET
+    ByLetter = ByLetter + excluded.ByLetter,
+    BySMS = BySMS + excluded.BySMS,
+    BySMS_Processed = BySMS_Processed + excluded.BySMS_Processed,
+    ByEmail = ByEmail + excluded.ByEmail,
+    ByEmail_Processed = ByEmail_Processed + excluded.ByEmail_Processed;
+END;
+
+CREATE TRIGGER Campaign_Results_Processed AFTER UPDATE OF Processed ON [Campaign Results]
+WHEN new.Processed <> old.Processed
+BEGIN
+  UPDATE [Campaign Results] SET Processed_Date = CASE WHEN new.Processed THEN GetDate() END WHERE RecordID = new.RecordID;
+END;

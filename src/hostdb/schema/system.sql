@@ -1,0 +1,57 @@
+-- What the database knows about itself: versions, whether it is online, the procedures, counted keys, the event logs.
+
+-- One row. Version is the host's schema, Marketing_Version the level of the marketing module, Procedures_Version the stored procedures.
+CREATE TABLE _Version (
+  Version int NOT NULL,
+  Marketing_Version int NOT NULL,
+  Procedures_Version int NOT NULL
+);
+
+-- One row: ONLINE or OFFLINE.
+CREATE TABLE _Database_Status (
+  Status nvarchar(20) NOT NULL
+);
+INSERT INTO _Database_Status VALUES ('ONLINE');
+
+CREATE TABLE _Procedures (
+  Name nvarchar(128) NOT NULL PRIMARY KEY COLLATE NOCASE,
+  Header ntext NOT NULL,
+  Body ntext NOT NULL,
+  Version int NOT NULL
+);
+
+-- The last key handed out of each kind and the step to the next. Keys are never handed out twice.
+CREATE TABLE _Keys (
+  Key_Name nvarchar(50) NOT NULL PRIMARY KEY COLLATE NOCASE,
+  Last_Value int NOT NULL,
+  Step int NOT NULL
+);
+INSERT INTO _Keys VALUES ('TEMP', 0, -1), ('CUSTOMER', 1000, 1);
+
+-- The host's general event log. EventType 6 errors, 7 texts, 8 exports, 9 marketing.
+CREATE TABLE _Log (
+  LogID integer PRIMARY KEY AUTOINCREMENT,
+  Log_Date datetime NOT NULL,
+  Username nvarchar(50) COLLATE NOCASE,
+  EventType smallint NOT NULL,
+  TableID smallint NOT NULL,
+  TableKey nvarchar(25) COLLATE NOCASE,
+  Details nvarchar(80) COLLATE NOCASE
+);
+
+-- Marketing events, tied to the campaign that was current.
+CREATE TABLE _Marketing_Log (
+  LogID integer PRIMARY KEY AUTOINCREMENT,
+  Log_Date datetime NOT NULL,
+  UserID nvarchar(50) COLLATE NOCASE,
+  Event ntext COLLATE NOCASE,
+  CampaignID int
+);
+
+-- Every marketing event appears in the history too; one that says a run began is the campaign's last run.
+CREATE TRIGGER Marketing_Log_History AFTER INSERT ON _Marketing_Log
+BEGIN
+  INSERT INTO Marketing_Campaigns_History (Record_Date, CampaignID, Campaign_Name, Event, UserID)
+  VALUES (new.Log_Date, new.CampaignID, (SELECT Campaign_Name FROM Marketing_Campaigns WHERE ID = new.CampaignID), new.Event, new.UserID);
+  UPDATE Marketing_Campaigns SET Last_Run = new.Log_Date WHERE ID = new.CampaignID AND new.Event <> 'Not a Manager User';
+END;

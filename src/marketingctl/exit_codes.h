@@ -1,0 +1,15 @@
+// What a scheduler can act on.
+
+#pragma once
+
+namespace qbx::ctl {
+
+enum ExitCode {
+  kDone = 0,        ///< also when nothing was left to do
+  kRefused = 1,     ///< refused or failed; the reason is on stderr
+  kUsage = 2,       ///< the command line makes no sense
+  kSomeFailed = 3,  ///< some rows failed or are in doubt
+  kPaused = 4,
+};
+
+}  // namespace qbx::ctl

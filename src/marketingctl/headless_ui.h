@@ -1,0 +1,54 @@
+// The user interface of a run that nobody watches.
+
+#pragma once
+
+#include <QHash>
+#include <atomic>
+
+#include "platform/user_interface.h"
+
+namespace qbx::ctl {
+
+/// Prints messages to stderr and answers questions as the command line said. Waits for the eye cost nothing.
+///
+/// Ctrl+C (SIGINT) and SIGTERM cancel what shows a Cancel button, and are seen in `Interrupted`; a second one ends the process.
+class HeadlessUi final : public UserInterface {
+ public:
+  HeadlessUi();
+
+  /// Fixes the answer to a question; without one it is the safe answer (see docs/headless.md).
+  void SetAnswer(Question question, MessageAnswer answer) { answers_.insert(static_cast<int>(question), answer); }
+  [[nodiscard]] static bool Interrupted();
+  /// Whether a refusal or a warning was shown.
+  [[nodiscard]] bool Warned() const { return warned_; }
+
+  void SetApplicationTitle(const QString& title) override { title_ = title; }
+  [[nodiscard]] QString ApplicationTitle() const override { return title_; }
+  MessageAnswer ShowMessage(const Message& message) override;
+  /// Always cancelled.
+  [[nodiscard]] QString InputBox(const InputRequest& request) override;
+  void ShowStatusBox(const StatusView& view) override;
+  void CloseStatusBox() override;
+  [[nodiscard]] bool StatusCancelled() const override { return Interrupted(); }
+  void SetBusy(bool) override {}
+  void PumpEvents() override {}
+  void Pause(int) override {}
+  void RequestQuit() override { quitRequested_ = true; }
+  [[nodiscard]] bool QuitRequested() const override { return quitRequested_; }
+
+  /// Shows how far a run is, on a terminal only.
+  void ShowProgress(int done, int total);
+  void EndProgress();
+
+ private:
+  void ClearLine();
+
+  QString title_;
+  QHash<int, MessageAnswer> answers_;
+  bool terminal_ = false;
+  bool lineOpen_ = false;
+  bool warned_ = false;
+  bool quitRequested_ = false;
+};
+
+}  // namespace qbx::ctl

@@ -1,0 +1,92 @@
+#include "marketingctl/output.h"
+
+#include <QJsonDocument>
+#include <algorithm>
+#include <cstdio>
+
+namespace qbx::ctl {
+
+namespace {
+
+constexpr int kWidestColumn = 40;
+
+QString CellText(const QJsonValue& value) {
+  QString text = value.toVariant().toString().simplified();
+  if (text.size() > kWidestColumn) text = text.left(kWidestColumn - 3) + QStringLiteral("...");
+  return text;
+}
+
+void Print(const QByteArray& bytes) {
+  std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout);
+  std::fputc('\n', stdout);
+}
+
+}  // namespace
+
+QJsonValue ToJson(const Value& value) {
+  switch (value.Type()) {
+    case ValueType::kNull:
+      return QJsonValue::Null;
+    case ValueType::kBool:
+      return value.ToBool();
+    case ValueType::kInt:
+      return value.ToInt();
+    case ValueType::kDouble:
+    case ValueType::kDecimal:
+      return value.ToDouble();
+    case ValueType::kDateTime: {
+      const QDateTime time = value.ToDateTime();
+      return time.time() == QTime(0, 0) ? time.date().toString(Qt::ISODate) : time.toString(Qt::ISODate);
+    }
+    case ValueType::kText:
+      break;
+  }
+  return value.ToText();
+}
+
+QJsonObject RowToJson(const Recordset& rows) {
+  QJsonObject object;
+  const auto& columns = rows.Columns();
+  for (size_t i = 0; i < columns.size(); ++i)
+    object.insert(columns[i].name, ToJson(rows.Field(static_cast<int>(i))));
+  return object;
+}
+
+QJsonArray RowsToJson(Recordset& rows) {
+  QJsonArray array;
+  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext())
+    array.append(RowToJson(rows));
+  return array;
+}
+
+void PrintLine(const QString& line) {
+  Print(line.toUtf8());
+}
+void PrintJson(const QJsonObject& object) {
+  Print(QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+void PrintJson(const QJsonArray& array) {
+  Print(QJsonDocument(array).toJson(QJsonDocument::Compact));
+}
+
+void PrintTable(const QJsonArray& rows, const QStringList& columns) {
+  std::vector<qsizetype> widths;
+  for (const QString& column : columns) {
+    qsizetype width = column.size();
+    for (const QJsonValue& row : rows)
+      width = std::max(width, CellText(row[column]).size());
+    widths.push_back(width);
+  }
+  const auto printRow = [&](const auto& cell) {
+    QString line;
+    for (qsizetype i = 0; i < columns.size(); ++i) {
+      line += cell(columns[i]).leftJustified(widths[static_cast<size_t>(i)] + 2);
+    }
+    PrintLine(line.trimmed());
+  };
+  printRow([](const QString& column) { return column; });
+  for (const QJsonValue& row : rows)
+    printRow([&](const QString& column) { return CellText(row[column]); });
+}
+
+}  // namespace qbx::ctl

@@ -1,0 +1,29 @@
+// What a command prints on stdout: a table or lines for people, JSON for scripts.
+
+#pragma once
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QString>
+#include <QStringList>
+
+#include "database/recordset.h"
+
+namespace qbx::ctl {
+
+/// A JSON value of a database value: numbers and booleans as such, NULL as null, dates in ISO 8601.
+[[nodiscard]] QJsonValue ToJson(const Value& value);
+/// The current row under the columns' own names.
+[[nodiscard]] QJsonObject RowToJson(const Recordset& rows);
+/// All rows of a client-side recordset.
+[[nodiscard]] QJsonArray RowsToJson(Recordset& rows);
+
+void PrintLine(const QString& line);
+void PrintJson(const QJsonObject& object);
+void PrintJson(const QJsonArray& array);
+
+/// Prints objects as an aligned table with the given columns as headings; line breaks become blanks, long texts are cut.
+void PrintTable(const QJsonArray& rows, const QStringList& columns);
+
+}  // namespace qbx::ctl

@@ -1,0 +1,43 @@
+// What the two ways of merging share: the fields in their order, and comparing without case. Used inside this folder
+// only.
+
+#pragma once
+
+#include <QString>
+#include <array>
+
+#include "merge/merge_fields.h"
+
+namespace qbx {
+
+/// The merge fields in the order in which they are replaced.
+struct MergeField {
+  const char16_t* word;
+  QString MergeValues::*value;  ///< null: today's date
+};
+inline constexpr std::array<MergeField, 10> kMergeFields{{
+    {u"contact", &MergeValues::contact},
+    {u"make", &MergeValues::make},
+    {u"model", &MergeValues::model},
+    {u"regno", &MergeValues::regno},
+    {u"duedate", &MergeValues::duedate},
+    {u"title", &MergeValues::title},
+    {u"firstname", &MergeValues::firstname},
+    {u"lastname", &MergeValues::lastname},
+    {u"duetime", &MergeValues::duetime},
+    {u"currentdate", nullptr},
+}};
+
+/// A field as a template holds it, with its braces, in lower case.
+[[nodiscard]] QString FieldPattern(const MergeField& field, bool richText);
+
+/// One code unit in lower case. A letter whose lower case has another length stays as it is.
+[[nodiscard]] inline char16_t FoldCase(char16_t unit) {
+  if (unit < 0x80) return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit;
+  return static_cast<char16_t>(QChar::toLower(char32_t{unit}));
+}
+
+/// Whether `text` holds `folded` (a folded text) at `position`, ignoring case.
+[[nodiscard]] bool MatchesAt(QStringView text, qsizetype position, QStringView folded);
+
+}  // namespace qbx

@@ -1,0 +1,258 @@
+// Running a query into the rows of the current campaign.
+
+#include "queries/process_query.h"
+
+#include <atomic>
+#include <exception>
+#include <memory>
+
+#include "campaigns/campaign_record.h"
+#include "queries/date_check.h"
+#include "queries/plain_messages.h"
+#include "settings/options.h"
+
+namespace qbx {
+
+namespace {
+
+constexpr int kCommandTimeoutSeconds = 40;
+constexpr int kReadAheadPauseMs = 250;
+constexpr char kRoutine[] = "ProcessQuery";
+constexpr char kResultsTable[] = "Campaign Results";
+constexpr char kResultsKey[] = "RecordID";
+
+/// Cancel of the status box, on its way out of a run.
+struct QueryCancelled : std::exception {};
+
+/// Hourglass and status box end with the run, whichever way it ends.
+class BusyScope {
+ public:
+  explicit BusyScope(Diagnostics& diagnostics) : diagnostics_(diagnostics) {
+    diagnostics_.ui.SetBusy(true);
+    diagnostics_.ui.PumpEvents();
+  }
+  ~BusyScope() {
+    diagnostics_.status.Close();
+    diagnostics_.ui.SetBusy(false);
+  }
+  BusyScope(const BusyScope&) = delete;
+  BusyScope& operator=(const BusyScope&) = delete;
+
+ private:
+  Diagnostics& diagnostics_;
+};
+
+qint64 CountRows(RowSource* source) {
+  qint64 rows = 0;
+  while (source && source->Next())
+    ++rows;
+  return rows;
+}
+
+/// Deletes the rows that may not be contacted, from the recordset and with that from the table.
+void PruneRows(Recordset& rows, const ConsentRule& rule, const std::atomic<bool>& cancelled) {
+  const int consent = rows.ColumnIndex(QStringLiteral("Consent_Response"));
+  const int sms = rows.ColumnIndex(QStringLiteral("Can_Send_SMS"));
+  const int email = rows.ColumnIndex(QStringLiteral("Can_Send_Email"));
+  const int letter = rows.ColumnIndex(QStringLiteral("Can_Send_Letter"));
+  const auto field = [&rows](int column) { return column < 0 ? Value::Null() : rows.Field(column); };
+  rows.MoveFirst();
+  while (!rows.Eof()) {
+    if (cancelled) throw QueryCancelled();
+    if (rule.Removes(field(consent).ToInt(), field(sms).ToBool(), field(email).ToBool(), field(letter).ToBool()))
+      rows.Delete();
+    else
+      rows.MoveNext();
+  }
+}
+
+}  // namespace
+
+struct QueryProcessor::RunState {
+  std::atomic<bool> cancelled = false;
+  std::atomic<bool> commitStarted = false;
+};
+
+struct QueryProcessor::PassCounts {
+  qint64 selected = 0;
+  qint64 remaining = 0;
+};
+
+QString RecordsFoundText(qint64 records) {
+  return QLatin1String("Records found: ") + QString::number(records);
+}
+
+bool ConsentRule::Removes(qint64 consentResponse, bool canSendSms, bool canSendEmail, bool canSendLetter) const {
+  constexpr qint64 kConsented = 1;
+  if (!onlyOptedIn) return false;
+  if (consentResponse != kConsented) return true;
+  return usingPlatform && !canSendSms && !canSendEmail && !canSendLetter;
+}
+
+QueryProcessor::QueryProcessor(Statements& statements, const Options& options, const QString& user,
+                               const CurrentCampaign& campaign, QueryOptions& queryOptions, const Filters& filters,
+                               RecordLabels& records, Diagnostics diagnostics)
+    : statements_(statements),
+      options_(options),
+      user_(user),
+      campaign_(campaign),
+      queryOptions_(queryOptions),
+      filters_(filters),
+      records_(records),
+      diagnostics_(diagnostics) {}
+
+QueryOutcome QueryProcessor::ProcessQuery(int step, bool applyFilters) {
+  const Pass pass{.kind = step == 0 ? QueryPass::kStart : QueryPass::kFilter, .applyFilters = applyFilters};
+  return Run(std::span(&pass, 1));
+}
+
+QueryOutcome QueryProcessor::Refresh() {
+  static constexpr Pass kPasses[] = {{QueryPass::kStart, true}, {QueryPass::kFilter, false}};
+  return Run(kPasses);
+}
+
+std::optional<Message> QueryProcessor::Refusal() {
+  const int query = campaign_.record.CampaignTypeID;
+  if (QueryProcedure(QueryPass::kStart, query, filters_).isEmpty())
+    return WarningMessage(QStringLiteral("Invalid Campaign Type Selected."));
+  // A campaign that was loaded comes with its steps complete but without the texts that the check of step 1 makes.
+  const bool textsMissing = queryOptions_.FromDateText.isEmpty() || queryOptions_.ToDateText.isEmpty();
+  if (HasDateCheck(query) && textsMissing && !CheckQueryDates(query, queryOptions_, diagnostics_.clock.Today()))
+    return WarningMessage(QStringLiteral("Dates are not valid."));
+  return std::nullopt;
+}
+
+QueryOutcome QueryProcessor::Run(std::span<const Pass> passes) {
+  if (const std::optional<Message> refusal = Refusal()) {
+    diagnostics_.ui.ShowMessage(*refusal);
+    return QueryOutcome::kFailed;
+  }
+  const RecordLabels before = records_;
+  QueryOutcome outcome = QueryOutcome::kFailed;
+  std::optional<QString> failure;
+  {
+    BusyScope busy(diagnostics_);
+    try {
+      outcome = RunWithReopen(passes);
+    } catch (const DatabaseError& error) {
+      failure = error.Description();
+    } catch (const std::exception& error) {
+      failure = QString::fromUtf8(error.what());
+    }
+  }
+  if (outcome != QueryOutcome::kDone) records_ = before;
+  if (failure) diagnostics_.errors.ShowError(0, QString::fromLatin1(kRoutine), *failure);
+  return outcome;
+}
+
+// A connection that was lost loses its transaction with it, so the run is repeated whole, once; after the commit was
+// asked for nobody knows whether it was made, and the failure is reported.
+QueryOutcome QueryProcessor::RunWithReopen(std::span<const Pass> passes) {
+  Connection& connection = statements_.Shared();
+  if (!connection.WasOpen())
+    throw DatabaseError(kUnspecifiedError, QStringLiteral("There is no connection to the database."), {});
+  connection.SetCommandTimeout(kCommandTimeoutSeconds);
+  for (bool reopened = false;; reopened = true) {
+    RunState run;
+    try {
+      return RunPasses(passes, run);
+    } catch (const QueryCancelled&) {
+      return QueryOutcome::kCancelled;
+    } catch (const DatabaseError& error) {
+      if (run.cancelled) return QueryOutcome::kCancelled;
+      if (!error.ConnectionLost() || run.commitStarted || reopened) throw;
+      diagnostics_.log.WriteLog(QStringLiteral("No DB Connection - reconnecting"));
+      connection.Reopen();
+      connection.SetCommandTimeout(kCommandTimeoutSeconds);
+    }
+  }
+}
+
+QueryOutcome QueryProcessor::RunPasses(std::span<const Pass> passes, RunState& run) {
+  Connection& connection = statements_.Shared();
+  std::unique_ptr<Transaction> transaction;
+  for (const Pass& pass : passes) {
+    if (!Announce(pass)) return QueryOutcome::kFailed;
+    Command command = PreparePass(pass);
+    PassCounts counts;
+    const ConsentRule rule{
+        .onlyOptedIn = options_.Only_Send_Comms_When_Opted_In && !(pass.kind == QueryPass::kStart && pass.applyFilters),
+        .usingPlatform = options_.Using_Vrelo};
+    const auto work = [&] {
+      if (!transaction) transaction = std::make_unique<Transaction>(connection.Driver());
+      if (rule.onlyOptedIn) {
+        Recordset rows = Recordset::ReadAll(command.Open());
+        rows.SetWritable(connection.Driver(), QString::fromLatin1(kResultsTable), QString::fromLatin1(kResultsKey));
+        counts.selected = rows.RecordCount();
+        PruneRows(rows, rule, run.cancelled);
+        counts.remaining = rows.RecordCount();
+      } else {
+        counts.selected = counts.remaining = CountRows(command.Open().get());
+      }
+      if (run.cancelled) throw QueryCancelled();
+      if (&pass != &passes.back()) return;
+      run.commitStarted = true;
+      transaction->Commit();
+    };
+    connection.RunLong(
+        work, [this] { diagnostics_.ui.PumpEvents(); },
+        [this, &run] {
+          if (diagnostics_.status.Cancelled()) run.cancelled = true;
+          return run.cancelled.load();
+        });
+    ShowCounts(pass, counts);
+  }
+  return QueryOutcome::kDone;
+}
+
+/// \return false when a read before the query failed (already reported)
+bool QueryProcessor::Announce(const Pass& pass) {
+  StopIfCancelled();
+  diagnostics_.status.ShowStatus(
+      pass.applyFilters ? QStringLiteral("Applying Filters to the results") : QStringLiteral("Processing the Query"),
+      true);
+  if (pass.kind != QueryPass::kStart) return true;
+  if (!ReadAhead()) return false;
+  if (!pass.applyFilters) {
+    diagnostics_.ui.Pause(kReadAheadPauseMs);
+    StopIfCancelled();
+    diagnostics_.status.ShowStatus(QStringLiteral("Selecting the records"), true);
+  }
+  return true;
+}
+
+/// Asks for the tables that the procedure is about to read. The rows are not fetched.
+bool QueryProcessor::ReadAhead() {
+  static constexpr const char* kReads[] = {
+      "SELECT Customer FROM Customers (NOLOCK)",
+      "SELECT Invoice_Date, Customer FROM Services (NOLOCK) WHERE Record_Type = 0",
+      "SELECT Vehicle, Make, Last_Mileage FROM Vehicles (NOLOCK)",
+  };
+  for (const char* read : kReads)
+    if (!statements_.dbExecute(QString::fromLatin1(read), true).Ok()) return false;
+  return true;
+}
+
+// A new status text clears the flag of the Cancel button, so it is looked at before.
+void QueryProcessor::StopIfCancelled() const {
+  if (diagnostics_.status.Visible() && diagnostics_.status.Cancelled()) throw QueryCancelled();
+}
+
+Command QueryProcessor::PreparePass(const Pass& pass) {
+  const QueryRequest request{
+      .CampaignTypeID = campaign_.record.CampaignTypeID, .campaignId = campaign_.record.ID, .user = user_};
+  const ProcedureCall call = BuildQueryCall(pass.kind, request, queryOptions_, filters_);
+  Command command;
+  statements_.PrepareCommand(command, call.procedure);
+  for (const NamedValue& parameter : call.parameters)
+    command.SetParameter(parameter.name, parameter.value);
+  return command;
+}
+
+void QueryProcessor::ShowCounts(const Pass& pass, const PassCounts& counts) {
+  if (pass.kind == QueryPass::kStart) records_[0] = RecordsFoundText(counts.selected);
+  const bool awaitsFilters = pass.kind == QueryPass::kStart && pass.applyFilters;
+  records_[1] = awaitsFilters ? QStringLiteral("Records found: ") : RecordsFoundText(counts.remaining);
+}
+
+}  // namespace qbx

@@ -1,0 +1,101 @@
+// Status box, error report and numbered messages.
+
+#include <gtest/gtest.h>
+
+#include "diagnostics/error_report.h"
+#include "diagnostics/message_catalogue.h"
+#include "diagnostics/status_box.h"
+#include "support/fixed_clock.h"
+#include "support/scripted_ui.h"
+#include "support/temp_folder.h"
+
+namespace qbx {
+namespace {
+
+TEST(StatusBox, AddsDotsToPlainTexts) {
+  const struct {
+    const char* text;
+    int style;
+    const char* shown;
+    bool highlighted;
+  } cases[] = {
+      {"Processing", 0, "Processing...", false},      {"Done.", 0, "Done.", false}, {"Wait...", 0, "Wait...", false},
+      {"Send Complete!", 12, "Send Complete!", true}, {"Plain", 3, "Plain", false},
+  };
+  for (const auto& each : cases) {
+    test::ScriptedUi ui;
+    StatusBox box(ui);
+    box.ShowStatus(QLatin1String(each.text), true, each.style);
+    ASSERT_EQ(ui.Statuses().size(), 1U);
+    EXPECT_EQ(ui.Statuses()[0].message, QLatin1String(each.shown));
+    EXPECT_EQ(ui.Statuses()[0].highlighted, each.highlighted) << each.text;
+    EXPECT_TRUE(ui.Statuses()[0].showCancel);
+    EXPECT_TRUE(box.Visible());
+    EXPECT_TRUE(ui.Busy());
+    EXPECT_EQ(ui.PumpCount(), 1);
+    EXPECT_EQ(ui.PausedFor(), 160);
+    box.ShowStatus({});
+    EXPECT_FALSE(ui.StatusVisible() || ui.Busy() || box.Visible());
+  }
+}
+
+TEST(StatusBox, ForgetsCancelWithTheNextText) {
+  test::ScriptedUi ui;
+  StatusBox box(ui);
+  box.ShowStatus(QStringLiteral("One"), true);
+  ui.PressCancel();
+  EXPECT_TRUE(box.Cancelled());
+  box.ShowStatus(QStringLiteral("Two"), true);
+  EXPECT_FALSE(box.Cancelled());
+}
+
+class ErrorReportTest : public testing::Test {
+ protected:
+  test::TempFolder folder_;
+  test::FixedClock clock_;
+  LogFile log_{clock_, folder_.File(QStringLiteral("log"))};
+  test::ScriptedUi ui_;
+  StatusBox status_{ui_};
+  ErrorReport errors_{log_, status_, ui_};
+};
+
+TEST_F(ErrorReportTest, LogsRecordsAndShows) {
+  QStringList events;
+  errors_.SetEventWriter([&](int type, int table, const QString& key, const QString& details) {
+    EXPECT_FALSE(ui_.StatusVisible()) << "the status box would cover the message";
+    EXPECT_TRUE(ui_.Messages().empty());
+    events.append(QStringLiteral("%1/%2/%3/%4").arg(type).arg(table).arg(key, details));
+  });
+  status_.ShowStatus(QStringLiteral("Working"));
+  errors_.ShowError(12, QStringLiteral("ProcessQuery"), QStringLiteral("Overflow"));
+  EXPECT_EQ(folder_.Read(QStringLiteral("log")),
+            QByteArray("10:20:30  ERROR: Overflow.\rThe Location ID is 12. (in ProcessQuery)\r\n"));
+  EXPECT_EQ(events, QStringList{QStringLiteral("6/0/12/Overflow")});
+  ASSERT_EQ(ui_.Messages().size(), 1U);
+  const Message& message = ui_.Messages()[0];
+  EXPECT_EQ(message.text, QLatin1String("An unexpected error occured.\r\rOverflow.\rThe Location ID is 12.\r\r"
+                                        "Please contact QBX if you are unsure about this message."));
+  EXPECT_EQ(message.title, QLatin1String("Error"));
+  EXPECT_EQ(message.icon, MessageIcon::kExclamation);
+  EXPECT_FALSE(ui_.Busy());
+}
+
+TEST_F(ErrorReportTest, AsksForARestartWhenSerious) {
+  errors_.ShowError(3, QStringLiteral("Merge"), QStringLiteral("Out of memory."), true);
+  EXPECT_EQ(ui_.MessageTexts(),
+            QStringList{QLatin1String("An unexpected error occured.\r\rThe Description is: Out of memory.\r"
+                                      "The Location ID is 3.\r\r"
+                                      "You should cancel any unsaved changes and restart the application.")});
+}
+
+TEST(MessageCatalogue, FillsPlaceholders) {
+  EXPECT_EQ(AppMessage(108, {QStringLiteral("250")}),
+            QLatin1String("Warning: There are 250 records to be selected - this may take some time.  Are you sure you "
+                          "want to continue?"));
+  EXPECT_TRUE(AppMessage(108).contains(QLatin1String("<<%1>>")));
+  EXPECT_EQ(AppMessage(999), QLatin1String("Message number 999 is missing."));
+  EXPECT_EQ(AppMessage(5, {QStringLiteral("unused")}), QLatin1String("Couldn't write new value."));
+}
+
+}  // namespace
+}  // namespace qbx
