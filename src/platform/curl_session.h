@@ -7,6 +7,7 @@
 #include <QString>
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace qbx {
 
@@ -34,6 +35,10 @@ class CurlSession {
   /// Runs the transfer that the handle is set up for.
   /// \param pump  called about every 50 ms; false ends the transfer
   [[nodiscard]] CURLcode Perform(const std::function<bool()>& pump);
+  /// Whether transfers may make connections or must use the one that is kept.
+  void AllowConnecting(bool allow) { mayConnect_ = allow; }
+  /// Breaks what is connected, so that libcurl takes no leave of a server that has gone or may not answer.
+  void CutConnections();
   /// libcurl's own words for the last failure.
   [[nodiscard]] QString ErrorText(CURLcode code) const;
 
@@ -45,6 +50,11 @@ class CurlSession {
     void operator()(CURLM* handle) const { curl_multi_cleanup(handle); }
   };
 
+  static curl_socket_t OpenSocket(void* self, curlsocktype purpose, curl_sockaddr* address);
+  static int CloseSocket(void* self, curl_socket_t socket);
+
+  std::vector<curl_socket_t> sockets_;
+  bool mayConnect_ = true;
   char errorBuffer_[CURL_ERROR_SIZE] = {};
   std::unique_ptr<CURLM, MultiDeleter> multi_;
   std::unique_ptr<CURL, EasyDeleter> easy_;

@@ -52,6 +52,7 @@ class FileRegistryStore final : public RegistryStore {
     QString path;
     QString rootName;
     FileStamp stamp;
+    bool fresh = false;  ///< `tree` is what the file held at `stamp`
     RegistryTree tree;
     QString error;  ///< why the file could not be read; empty when it was
   };
