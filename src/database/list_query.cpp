@@ -17,8 +17,8 @@ ListRules ListRules::FromTag(const QString& tag) {
 std::optional<std::vector<ListRow>> ReadList(Statements& statements, const QString& sql, const QString& textField,
                                              const QString& dataField, const ListRules& rules) {
   Recordset records;
-  if (statements.dbOpenRec(records, sql, CursorType::kForwardOnly, LockType::kReadOnly, kOptionStoredProcedure,
-                           CursorLocation::kServer))
+  // Read whole, so that a connection that drops halfway is a failure of the statement, which knows how to report it.
+  if (statements.dbOpenRec(records, sql, CursorType::kForwardOnly, LockType::kReadOnly, kOptionStoredProcedure))
     return std::nullopt;
   std::vector<ListRow> rows;
   for (; !records.Eof(); records.MoveNext()) {

@@ -65,8 +65,8 @@ bool Statements::dbOpenRec(Recordset& recordset, const QString& sql, CursorType 
         events_.LogEvent(kEventError, 0, QStringLiteral("CONN"), QStringLiteral("Connection Lost - reconnected."));
       }
       std::unique_ptr<RowSource> rows = target.Driver().Execute(sql);
-      if (rows != nullptr)
-        recordset = stepwise ? Recordset::Forward(std::move(rows)) : Recordset::ReadAll(std::move(rows));
+      if (rows == nullptr) return false;
+      recordset = stepwise ? Recordset::Forward(std::move(rows)) : Recordset::ReadAll(std::move(rows));
       recordset.SetSource([&target, sql] { return target.Driver().Execute(sql); });
       return false;
     } catch (const DatabaseError& error) {
