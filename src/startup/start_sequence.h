@@ -66,8 +66,8 @@ class StartSequence {
   void ReadIniFile();
   /// \param mayOverride  the registry may name another database
   void SettleNames(bool mayOverride);
-  StartOutcome Refuse();
-  StartOutcome Stop();
+  void Refuse();
+  void Stop();
   void Work();
 
   StartParts parts_;

@@ -1,0 +1,104 @@
+#include "startup/application.h"
+
+#include "hostdb/host_database.h"
+#include "platform/curl_http_client.h"
+#include "platform/curl_mail_transport.h"
+#include "platform/file_names.h"
+#include "platform/file_registry_store.h"
+#include "platform/system_host_info.h"
+#include "platform/system_shell.h"
+#include "platform/systemd_services.h"
+#include "util/text.h"
+
+namespace qbx {
+namespace {
+
+/// The stand-in, or the real one, which `own` then keeps.
+template <typename Interface, typename Make>
+Interface& Choose(Interface* standIn, std::unique_ptr<std::remove_const_t<Interface>>& own, const Make& make) {
+  if (standIn != nullptr) return *standIn;
+  own = make();
+  return *own;
+}
+
+StartupValues ValuesFor(const QString& programFolder) {
+  StartupValues values;
+  values.ProgramFolder = programFolder;
+  return values;
+}
+
+/// The systemd unit of a database service.
+QString UnitFor(const ServiceSettings& service, const QString& name) {
+  if (EqualsNoCase(name, QStringLiteral("mssql$qbx"))) return service.qbxDatabaseServiceUnit;
+  if (EqualsNoCase(name, QStringLiteral("mssqlserver"))) return service.databaseServiceUnit;
+  return {};
+}
+
+/// Sessions of the embedded engine; any other server cannot be reached.
+SessionFactory Sessions(EmbeddedEngine& engine) {
+  return [&engine](const ConnectionTarget& target, const Login& login, int timeout) -> std::unique_ptr<Session> {
+    if (IsEmbeddedServer(target.server)) return engine.Connect(target, login, timeout);
+    const QString text = QStringLiteral(
+                             "This build of the program cannot reach the SQL Server %1. "
+                             "Leave the server name empty to use the database in the program folder.")
+                             .arg(target.server);
+    throw DatabaseError(17, text, {{.number = 17, .sqlState = QStringLiteral("08001"), .description = text}});
+  };
+}
+
+}  // namespace
+
+Application::Application(const ApplicationSetup& setup)
+    : startup(ValuesFor(setup.folders.program)),
+      ui(setup.ui),
+      clock(setup.clock),
+      log(clock, startup.ProgramFolder + QStringLiteral("MARKETING.LOG")),
+      status(ui),
+      errors(log, status, ui),
+      diagnostics{clock, log, ui, status, errors},
+      ini(PathNoCase(startup.ProgramFolder, QStringLiteral("QBX.INI"))),
+      cipher(ServiceKeyFile(ini, startup.ProgramFolder), log),
+      service(ReadServiceSettings(ini, startup.ProgramFolder, cipher)),
+      host(Choose(setup.host, ownHost_, [] { return std::make_unique<SystemHostInfo>(); })),
+      registryStore(Choose(setup.registry, ownRegistry_,
+                           [&] { return std::make_unique<FileRegistryStore>(setup.folders.registry); })),
+      services(Choose(setup.services, ownServices_,
+                      [this] {
+                        return std::make_unique<SystemdServices>(
+                            [this](const QString& name) { return UnitFor(service, name); });
+                      }),
+               log),
+      shell(Choose(setup.shell, ownShell_, [] { return std::make_unique<SystemShell>(); })),
+      http(Choose(setup.http, ownHttp_,
+                  [this] {
+                    const auto pump = [this] {
+                      ui.PumpEvents();
+                      return true;
+                    };
+                    return std::make_unique<CurlHttpClient>(pump, HttpLimits{.connectSeconds = service.connectTimeout,
+                                                                             .totalSeconds = service.httpTimeout});
+                  })),
+      mail(Choose(setup.mail, ownMail_,
+                  [this] {
+                    return std::make_unique<CurlMailTransport>(service.caFile,
+                                                               MailLimits{.connectSeconds = service.connectTimeout,
+                                                                          .replySeconds = service.mailReplyTimeout,
+                                                                          .totalSeconds = service.mailTimeout});
+                  })),
+      registry({registryStore, diagnostics, registryFailures}, startup),
+      engine(startup.ProgramFolder, clock, RefreshProcedures),
+      connection(Sessions(engine)),
+      events(connection, eventContext, log),
+      interpretation(eventContext, events, lastError, diagnostics),
+      statements(connection, interpretation, events, lastError, diagnostics),
+      optionsLoader(statements, ini, cipher, startup, eventContext, options, diagnostics),
+      campaignStorage(statements, events, eventContext, diagnostics, campaign),
+      hostConnection({startup, ini, registry, service, cipher, host, connection, statements, services, shell,
+                      optionsLoader, userOptions, diagnostics}),
+      start({startup, eventContext, ini, registry, hostConnection, events, campaignStorage, host, log, diagnostics}) {
+  errors.SetEventWriter([this](int type, int table, const QString& key, const QString& details) {
+    events.LogEvent(type, table, key, details);
+  });
+}
+
+}  // namespace qbx

@@ -1,0 +1,60 @@
+#include "startup/command_line.h"
+
+#include <optional>
+
+#include "settings/edition_names.h"
+#include "util/text.h"
+
+namespace qbx {
+namespace {
+
+constexpr char kUserSwitch[] = "/userid:";
+constexpr int kMaxUser = 20;
+
+/// What stands behind a switch, at most `length` characters after leaving out `skip`; nothing when the switch is not
+/// there.
+std::optional<QString> Behind(const QString& line, const char* name, int length, int skip = 0) {
+  const QString text = QString::fromLatin1(name);
+  const qsizetype at = line.indexOf(text, 0, Qt::CaseInsensitive);
+  if (at < 0) return std::nullopt;
+  return TrimBlanks(line.mid(at + text.size() + skip, length));
+}
+
+QString Before(const QString& text, QLatin1Char stop) {
+  const qsizetype at = text.indexOf(stop);
+  return at < 0 ? text : text.left(at);
+}
+
+}  // namespace
+
+QString JoinCommandLine(const QStringList& arguments) {
+  const QString user = QString::fromLatin1(kUserSwitch);
+  QStringList parts;
+  for (const QString& argument : arguments) {
+    const bool bare =
+        argument.startsWith(user, Qt::CaseInsensitive) && argument.mid(user.size(), 1) != QStringLiteral("\"");
+    parts.append(bare ? argument.left(user.size()) + QLatin1Char('"') + argument.mid(user.size()) + QLatin1Char('"')
+                      : argument);
+  }
+  return parts.join(QLatin1Char(' '));
+}
+
+void ParseCommandLine(StartupValues& startup, UserInterface& ui) {
+  const QString line = startup.commandLine;
+  if (line.contains(QStringLiteral("/?"))) {
+    ui.ShowMessage({QStringLiteral("Command line options: /Backup /ReIndex /Silent /File:QBX.DAT\r\r"
+                                   "Command line parameters need to be passed in the order shown above."),
+                    MessageIcon::kInformation});
+    return;
+  }
+  const auto database = Behind(line, "/database:", 25);
+  const auto instance = Behind(line, "/instance:", 15);
+  const auto user = Behind(line, kUserSwitch, 30, 1);  // the quote in front of the name is left out
+  if (database) startup.DatabaseSuffix = QLatin1Char('_') + Before(*database, QLatin1Char(' '));
+  if (instance) startup.instance = Before(*instance, QLatin1Char(' ')).toUpper();
+  if (user) startup.user = CutText(Before(*user, QLatin1Char('"')), kMaxUser);
+  if (database || instance) WorkOutEditionNames(startup);
+  if (database || instance || user) startup.commandLine.clear();
+}
+
+}  // namespace qbx

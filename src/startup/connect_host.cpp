@@ -1,0 +1,108 @@
+#include "startup/connect_host.h"
+
+#include "platform/file_names.h"
+#include "util/text.h"
+
+namespace qbx {
+namespace {
+
+constexpr char kLogin[] = "Login";
+constexpr char kFConfig[] = "FConfig";
+constexpr char kServerAdministrator[] = "sa";
+
+/// Values of the key "Login" in the machine hive.
+class LoginKey {
+ public:
+  LoginKey(RegistryValues& registry, HostCipher& cipher) : registry_(registry), cipher_(cipher) {}
+
+  [[nodiscard]] QString Text(const char* name, const char* defaultValue = "") const {
+    return registry_.sysLoadValueFromLocalMachine(QString::fromLatin1(kLogin), QString::fromLatin1(name),
+                                                  QString::fromLatin1(defaultValue));
+  }
+  [[nodiscard]] QString Secret(const char* name) const {
+    return cipher_.Decipher(Text(name), QStringLiteral("registry value Login\\%1").arg(QString::fromLatin1(name)));
+  }
+
+ private:
+  RegistryValues& registry_;
+  HostCipher& cipher_;
+};
+
+QString ReadServer(RegistryValues& registry, const LoginKey& key) {
+  const QString server = key.Text("Server");
+  if (!server.isEmpty()) return server;
+  return registry.sysLoadValueFromRegistry(QString::fromLatin1(kLogin), QStringLiteral("Server"));
+}
+
+/// The login actually used: the registry's own, else the database user's, else built-in defaults.
+Login ChooseLogin(const LoginKey& key, const ServiceSettings& service, bool version2Defaults) {
+  Login database = {key.Text("DBUsername"), key.Secret("DBPassword")};
+  if (TrimBlanks(database.user).toUpper() == QStringLiteral("QBX")) {
+    database = {QString::fromLatin1(kServerAdministrator), service.builtInPassword2};
+  }
+  Login login;
+  login.user = key.Text("SQLLoginUser");
+  if (login.user.isEmpty()) login.user = database.user;
+  if (login.user.isEmpty()) login.user = QString::fromLatin1(kServerAdministrator);
+
+  if (!key.Text("SQLLoginPassword").isEmpty()) {
+    login.password = key.Secret("SQLLoginPassword");
+  } else if (!database.password.isEmpty()) {
+    login.password = database.password;
+  } else {
+    login.password = version2Defaults ? service.builtInPassword2 : service.builtInPassword;
+  }
+  return login;
+}
+
+}  // namespace
+
+bool UsesSettingsVersion2(const IniFile& ini, const QString& programFolder) {
+  const qint64 stored = LeadingInteger(ini.Read(QStringLiteral("Database"), QStringLiteral("DatabaseSettingsVersion")));
+  if (stored > 0) return stored == 2;
+  return FindFileNoCase(programFolder, QStringLiteral("QBX_DBCONFIG.EXE")).has_value();
+}
+
+LoginSettings ReadLoginSettings(RegistryValues& registry, const IniFile& ini, const QString& programFolder,
+                                const ServiceSettings& service, HostCipher& cipher) {
+  const LoginKey key(registry, cipher);
+  LoginSettings settings;
+  settings.companyCode = key.Text("Company", "A");
+  settings.server = ReadServer(registry, key);
+  settings.settingsVersion2 = UsesSettingsVersion2(ini, programFolder);
+  settings.overrideAutomaticSettings = key.Text("OverrideAutomaticSettings") == QStringLiteral("Y");
+  settings.login = ChooseLogin(key, service, settings.settingsVersion2 && !settings.overrideAutomaticSettings);
+  return settings;
+}
+
+ConnectSettings HostConnection::SettingsFor(const LoginSettings& login) {
+  RegistryValues& registry = parts_.registry;
+  const QString section = QString::fromLatin1(kLogin);
+  const QString firewall = QString::fromLatin1(kFConfig);
+  return {.companyCode = login.companyCode,
+          .settingsVersion2 = login.settingsVersion2,
+          .overrideAutomaticSettings = login.overrideAutomaticSettings,
+          .alternativePassword = parts_.service.alternativePassword,
+          .computerName = parts_.host.ComputerName(),
+          .readFConfig = [&registry, section,
+                          firewall] { return registry.sysLoadValueFromLocalMachine(section, firewall); },
+          .storeFConfig = [&registry, section, firewall](
+                              const QString& value) { registry.SaveValueToLocalMachine(section, firewall, value); }};
+}
+
+void HostConnection::GetDatabaseSettings() {
+  const LoginSettings login =
+      ReadLoginSettings(parts_.registry, parts_.ini, parts_.startup.ProgramFolder, parts_.service, parts_.cipher);
+  parts_.startup.companyCode = login.companyCode;
+  server_ = login.server;
+  DatabaseConnector connector(parts_.connection, parts_.statements, parts_.services, parts_.shell, parts_.diagnostics,
+                              SettingsFor(login));
+  connected_ = connector.ConnectDatabase(login.server, login.login, parts_.startup.databaseName);
+  flags_ = connector.Flags();
+  if (!connected_) return;
+  databaseName_ = parts_.startup.databaseName;
+  sysLoadUserInfo(parts_.statements, parts_.diagnostics, parts_.startup.user, parts_.userOptions);
+  parts_.options.LoadOptions();
+}
+
+}  // namespace qbx

@@ -1,0 +1,131 @@
+#include "startup/start_sequence.h"
+
+#include <QRandomGenerator>
+#include <QVersionNumber>
+
+#include "settings/edition_names.h"
+#include "startup/command_line.h"
+#include "util/text.h"
+
+namespace qbx {
+namespace {
+
+constexpr int kMaxUser = 20;
+constexpr int kMaxRunKey = 36;
+
+void SetVersions(StartupValues& startup) {
+  const QVersionNumber version = QVersionNumber::fromString(QStringLiteral(QBX_VERSION));
+  const int revision = version.microVersion();
+  startup.shortVersion = QStringLiteral("%1.%2").arg(version.majorVersion()).arg(version.minorVersion());
+  startup.fullVersion = QStringLiteral("%1.%2").arg(startup.shortVersion).arg(revision);
+  if (revision > 0) startup.shortVersion = startup.fullVersion;
+}
+
+void Call(const std::function<void()>& step) {
+  if (step) step();
+}
+
+}  // namespace
+
+QString MakeRunKey(const QString& user, const QDateTime& now) {
+  QRandomGenerator random(static_cast<quint32>(now.toMSecsSinceEpoch()));
+  const QString time = now.toString(QStringLiteral("ddMMyy-HHmmss"));
+  return CutText(QStringLiteral("%1-%2-").arg(user, time) + QString::number(random.bounded(99)), kMaxRunKey);
+}
+
+StartOutcome StartSequence::Run(const QString& commandLine, const StartWindows& windows) {
+  Prepare();
+  Call(windows.showSplash);
+  StartupValues& startup = parts_.startup;
+  startup.commandLine = commandLine;
+  if (!commandLine.isEmpty()) ParseCommandLine(startup, parts_.diagnostics.ui);
+  // A line that meant nothing ends below, with its own message; only a start that could have named a user is told to.
+  const bool stopping = !startup.commandLine.isEmpty();
+  if (startup.user.isEmpty() && !stopping) {
+    Refuse();
+    Call(windows.closeSplash);
+    return StartOutcome::kRefused;
+  }
+  SettleNames(startup.DatabaseSuffix.isEmpty());
+  if (stopping) {
+    Stop();
+    Call(windows.closeSplash);
+    return StartOutcome::kStopped;
+  }
+  Work();
+  Call(windows.openWindows);
+  parts_.diagnostics.ui.PumpEvents();
+  Call(windows.closeSplash);
+  return StartOutcome::kRunning;
+}
+
+StartOutcome StartSequence::RunHeadless(const HeadlessStart& request) {
+  Prepare();
+  StartupValues& startup = parts_.startup;
+  startup.user = CutText(TrimBlanks(request.user), kMaxUser);
+  startup.instance = request.instance.toUpper();
+  WorkOutEditionNames(startup);
+  if (startup.user.isEmpty()) {
+    Refuse();
+    return StartOutcome::kRefused;
+  }
+  if (!request.databaseName.isEmpty()) startup.databaseName = request.databaseName;
+  SettleNames(request.databaseName.isEmpty());
+  Work();
+  return StartOutcome::kRunning;
+}
+
+void StartSequence::Prepare() {
+  StartupValues& startup = parts_.startup;
+  startup.DatabaseSuffix.clear();
+  SetVersions(startup);
+  startup.edition = DetectEdition(startup.ProgramFolder);
+  ReadIniFile();
+  WorkOutEditionNames(startup);
+}
+
+void StartSequence::ReadIniFile() {
+  const QString section = QStringLiteral("App");
+  StartupValues& startup = parts_.startup;
+  ApplyEditionCode(startup.edition, parts_.ini.Read(section, QStringLiteral("Name"), QStringLiteral("KO")));
+  startup.customerCode = parts_.ini.Read(section, QStringLiteral("Customer")).toLower();
+  const QString debug = parts_.ini.Read(section, QStringLiteral("Debug"), QStringLiteral("NO"));
+  startup.debug = EqualsNoCase(TrimBlanks(debug), QStringLiteral("YES"));
+  if (startup.debug) parts_.log.WriteLog(QStringLiteral("Debug Option specified."));
+}
+
+void StartSequence::SettleNames(bool mayOverride) {
+  StartupValues& startup = parts_.startup;
+  const QString stored = TrimBlanks(parts_.registry.sysLoadValueFromLocalMachine({}, QStringLiteral("Database")));
+  if (mayOverride && !stored.isEmpty()) startup.databaseName = stored;
+  parts_.diagnostics.ui.SetApplicationTitle(startup.title);
+}
+
+void StartSequence::Refuse() {
+  UserInterface& ui = parts_.diagnostics.ui;
+  ui.ShowMessage(
+      {QStringLiteral("Please run ") + ui.ApplicationTitle() + QStringLiteral(" from within the main QBX program."),
+       MessageIcon::kExclamation});
+}
+
+void StartSequence::Stop() {
+  UserInterface& ui = parts_.diagnostics.ui;
+  parts_.diagnostics.status.ShowStatus(ui.ApplicationTitle() + QStringLiteral(" will now exit."));
+  ui.Pause(2000);
+  parts_.diagnostics.status.Close();
+}
+
+void StartSequence::Work() {
+  StartupValues& startup = parts_.startup;
+  parts_.context.user = startup.user;
+  startup.RunKey = MakeRunKey(startup.user, parts_.diagnostics.clock.Now());
+  parts_.hostConnection.GetDatabaseSettings();
+  parts_.events.LogEvent(kEventMarketing, 0, QString::fromLatin1(kMarketingKey),
+                         QStringLiteral("Login: %1 on Computer: ").arg(startup.user) + parts_.host.ComputerName());
+  parts_.campaigns.InitialiseCampaign();
+  parts_.ini.Write(QStringLiteral("Database"), QStringLiteral("Name"), startup.databaseName);
+  parts_.ini.Write(QStringLiteral("App"), QStringLiteral("Instance"), startup.instance);
+  parts_.log.SetPath(parts_.registry.sysLoadValueFromLocalMachine({}, QStringLiteral("LogfileName")));
+}
+
+}  // namespace qbx
