@@ -20,7 +20,7 @@ struct ResultsArguments {
 struct Rule {
   const char* channel;
   int SendMethods::*position;
-  const QStringList& (*rules)();
+  QStringList (*rules)();
 };
 
 constexpr Rule kRules[] = {{"sms", &SendMethods::sms, SmsRules},
@@ -46,8 +46,8 @@ SendMethods ParseSendBy(const std::vector<std::string>& words) {
 }
 
 bool Toggle(Program& program, const std::vector<std::string>& toggle) {
-  static const QStringList kFlags = {QStringLiteral("Send_SMS"), QStringLiteral("Send_Email"), QStringLiteral("Send_Letter"),
-                                     QStringLiteral("Processed")};
+  static const QStringList kFlags = {QStringLiteral("Send_SMS"), QStringLiteral("Send_Email"),
+                                     QStringLiteral("Send_Letter"), QStringLiteral("Processed")};
   bool isNumber = false;
   const qint64 record = QString::fromStdString(toggle[0]).toLongLong(&isNumber);
   const QString column = QString::fromStdString(toggle[1]);
@@ -75,22 +75,22 @@ void Print(Program& program) {
     PrintJson(rows);
     return;
   }
-  PrintTable(rows, {QStringLiteral("RecordID"), QStringLiteral("Customer"), QStringLiteral("Contact"), QStringLiteral("Mobile"),
-                    QStringLiteral("Email"), QStringLiteral("Vehicle"), QStringLiteral("Send_SMS"), QStringLiteral("Send_Email"),
-                    QStringLiteral("Send_Letter"), QStringLiteral("Processed")});
+  PrintTable(rows,
+             {QStringLiteral("RecordID"), QStringLiteral("Customer"), QStringLiteral("Contact"),
+              QStringLiteral("Mobile"), QStringLiteral("Email"), QStringLiteral("Vehicle"), QStringLiteral("Send_SMS"),
+              QStringLiteral("Send_Email"), QStringLiteral("Send_Letter"), QStringLiteral("Processed")});
   const CounterLabels labels = MakeCounterLabels(program.desk.counters.Values(), 0);
-  PrintLine(program.desk.results.CountText().trimmed() + QStringLiteral("; ") + labels.lblLetters + QStringLiteral("; ") +
-            labels.lblSMS0 + QStringLiteral(", ") + labels.lblSMS1 + QStringLiteral("; ") + labels.lblEmail0 + QStringLiteral(", ") +
-            labels.lblEmail1);
+  PrintLine(program.desk.results.CountText().trimmed() + QStringLiteral("; ") + labels.lblLetters +
+            QStringLiteral("; ") + labels.lblSMS0 + QStringLiteral(", ") + labels.lblSMS1 + QStringLiteral("; ") +
+            labels.lblEmail0 + QStringLiteral(", ") + labels.lblEmail1);
 }
 
 int Results(Program& program, const ResultsArguments& arguments) {
   if (arguments.yes) program.ui.SetAnswer(Question::kChangeProcessedFlags, MessageAnswer::kYes);
   const SendMethods methods = ParseSendBy(arguments.sendBy);
   if (arguments.id > 0 && !program.app.campaignStorage.LoadCampaign(arguments.id)) return kRefused;
-  const Options& options = program.app.options;
-  if (!arguments.sendBy.empty() && !SetSendMethods(program.app.statements, methods, arguments.id,
-                                                   {options.Using_Vrelo, options.Only_Send_Comms_When_Opted_In})) {
+  if (!arguments.sendBy.empty() &&
+      !SetSendMethods(program.app.statements, methods, arguments.id, program.app.options)) {
     return kRefused;
   }
   if (!program.desk.results.DisplayResults(arguments.id)) return kRefused;
@@ -116,7 +116,8 @@ std::string RulesHelp() {
 
 void AddResultsCommand(Runner& runner) {
   auto arguments = std::make_shared<ResultsArguments>();
-  CLI::App& command = *runner.Root().add_subcommand("results", "List the rows of a campaign, set send methods, flip a flag");
+  CLI::App& command =
+      *runner.Root().add_subcommand("results", "List the rows of a campaign, set send methods, flip a flag");
   command.add_option("ID", arguments->id, "Number of the campaign")->required();
   command.add_option("--send-by", arguments->sendBy, "Rules for all rows: sms=N email=N letter=N")->expected(1, 3);
   command.add_option("--toggle", arguments->toggle, "Flip Send_SMS, Send_Email, Send_Letter or Processed of one row")

@@ -103,9 +103,10 @@ void StartSequence::SettleNames(bool mayOverride) {
 
 void StartSequence::Refuse() {
   UserInterface& ui = parts_.diagnostics.ui;
-  ui.ShowMessage(
-      {QStringLiteral("Please run ") + ui.ApplicationTitle() + QStringLiteral(" from within the main QBX program."),
-       MessageIcon::kExclamation});
+  const QString given = ui.ApplicationTitle();
+  const QString title = given.isEmpty() ? QString::fromLatin1(kProgramTitle) : given;
+  ui.ShowMessage({QStringLiteral("Please run ") + title + QStringLiteral(" from within the main QBX program."),
+                  MessageIcon::kExclamation});
 }
 
 void StartSequence::Stop() {

@@ -17,77 +17,41 @@ Options OptionsWith(bool usingVrelo, bool onlyOptedIn) {
   return options;
 }
 
+// A rule a line: what the list shows, and its batch for campaign 12 where consent is asked for.
+constexpr char16_t kRules[] =
+    uR"(All Customers with a Mobile No: UPDATE [Campaign Results] SET Send_SMS = 1 WHERE (Mobile <> '') AND (Len(Mobile) > 5) AND CampaignID = 12 AND IsNull(Can_Send_SMS, 0) = 1
+No Customers: UPDATE [Campaign Results] SET Send_SMS = 0 WHERE  CampaignID = 12
+All except when Letter or Email: UPDATE [Campaign Results] SET Send_SMS = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_SMS, 0) = 1; UPDATE [Campaign Results] SET Send_SMS = 0 WHERE (Send_Letter = 1 OR Send_Email = 1) AND CampaignID = 12
+All except when Letter: UPDATE [Campaign Results] SET Send_SMS = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_SMS, 0) = 1; UPDATE [Campaign Results] SET Send_SMS = 0 WHERE (Send_Letter = 1) AND CampaignID = 12
+All except when Email: UPDATE [Campaign Results] SET Send_SMS = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_SMS, 0) = 1; UPDATE [Campaign Results] SET Send_SMS = 0 WHERE (Send_Email = 1) AND CampaignID = 12
+All customers without an Email Address: UPDATE [Campaign Results] SET Send_SMS = 1 WHERE  ((Email = '') OR (LEN(Email) < 6) OR (CHARINDEX('@', Email) < 2)) AND (Mobile <> '') AND CampaignID = 12 AND IsNull(Can_Send_SMS, 0) = 1
+All Customers with an Email Address: UPDATE [Campaign Results] SET Send_Email = 1 WHERE (Email <> '') AND (CharIndex('@', Email) > 1) AND CampaignID = 12 AND IsNull(Can_Send_Email, 0) = 1
+No Customers: UPDATE [Campaign Results] SET Send_Email = 0 WHERE  CampaignID = 12
+All except when Letter or SMS: UPDATE [Campaign Results] SET Send_Email = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Email, 0) = 1; UPDATE [Campaign Results] SET Send_Email = 0 WHERE (Send_Letter = 1 OR Send_SMS = 1) AND CampaignID = 12
+All except when Letter: UPDATE [Campaign Results] SET Send_Email = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Email, 0) = 1; UPDATE [Campaign Results] SET Send_Email = 0 WHERE (Send_Letter = 1) AND CampaignID = 12
+All except when SMS: UPDATE [Campaign Results] SET Send_Email = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Email, 0) = 1; UPDATE [Campaign Results] SET Send_Email = 0 WHERE (Send_SMS = 1) AND CampaignID = 12
+All Customers: UPDATE [Campaign Results] SET Send_Letter = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Letter, 0) = 1
+No Customers: UPDATE [Campaign Results] SET Send_Letter = 0 WHERE  CampaignID = 12
+All except when Email or SMS: UPDATE [Campaign Results] SET Send_Letter = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Letter, 0) = 1; UPDATE [Campaign Results] SET Send_Letter = 0 WHERE (Send_Email = 1 OR Send_SMS = 1) AND CampaignID = 12
+All except when Email: UPDATE [Campaign Results] SET Send_Letter = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Letter, 0) = 1; UPDATE [Campaign Results] SET Send_Letter = 0 WHERE (Send_Email = 1) AND CampaignID = 12
+All except when SMS: UPDATE [Campaign Results] SET Send_Letter = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Letter, 0) = 1; UPDATE [Campaign Results] SET Send_Letter = 0 WHERE (Send_SMS = 1) AND CampaignID = 12)";
+
 TEST(SendMethodsTest, EveryRuleIsWrittenAsItsStatement) {
-  struct RuleCase {
-    SendMethods methods;
-    const char* caption;
-    const char* batch;
+  QStringList lines;
+  const auto add = [&](const QStringList& captions, int SendMethods::*channel) {
+    for (int rule = 0; rule < captions.size(); ++rule) {
+      SendMethods methods;
+      methods.*channel = rule;
+      lines += captions[rule] + u": "_qs + SendMethodBatches(methods, 12, OptionsWith(true, true)).join(u'\n');
+    }
   };
-  const RuleCase cases[] = {
-      {{.sms = 0},
-       "All Customers with a Mobile No",
-       "UPDATE [Campaign Results] SET Send_SMS = 1 WHERE (Mobile <> '') AND (Len(Mobile) > 5) AND CampaignID = 12 AND "
-       "IsNull(Can_Send_SMS, 0) = 1"},
-      {{.sms = 1}, "No Customers", "UPDATE [Campaign Results] SET Send_SMS = 0 WHERE  CampaignID = 12"},
-      {{.sms = 2},
-       "All except when Letter or Email",
-       "UPDATE [Campaign Results] SET Send_SMS = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_SMS, 0) = 1; "
-       "UPDATE [Campaign Results] SET Send_SMS = 0 WHERE (Send_Letter = 1 OR Send_Email = 1) AND CampaignID = 12"},
-      {{.sms = 3},
-       "All except when Letter",
-       "UPDATE [Campaign Results] SET Send_SMS = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_SMS, 0) = 1; "
-       "UPDATE [Campaign Results] SET Send_SMS = 0 WHERE (Send_Letter = 1) AND CampaignID = 12"},
-      {{.sms = 4},
-       "All except when Email",
-       "UPDATE [Campaign Results] SET Send_SMS = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_SMS, 0) = 1; "
-       "UPDATE [Campaign Results] SET Send_SMS = 0 WHERE (Send_Email = 1) AND CampaignID = 12"},
-      {{.sms = 5},
-       "All customers without an Email Address",
-       "UPDATE [Campaign Results] SET Send_SMS = 1 WHERE  ((Email = '') OR (LEN(Email) < 6) OR (CHARINDEX('@', Email) "
-       "< 2)) AND "
-       "(Mobile <> '') AND CampaignID = 12 AND IsNull(Can_Send_SMS, 0) = 1"},
-      {{.email = 0},
-       "All Customers with an Email Address",
-       "UPDATE [Campaign Results] SET Send_Email = 1 WHERE (Email <> '') AND (CharIndex('@', Email) > 1) AND "
-       "CampaignID = 12 AND "
-       "IsNull(Can_Send_Email, 0) = 1"},
-      {{.email = 1}, "No Customers", "UPDATE [Campaign Results] SET Send_Email = 0 WHERE  CampaignID = 12"},
-      {{.email = 2},
-       "All except when Letter or SMS",
-       "UPDATE [Campaign Results] SET Send_Email = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Email, 0) = 1; "
-       "UPDATE [Campaign Results] SET Send_Email = 0 WHERE (Send_Letter = 1 OR Send_SMS = 1) AND CampaignID = 12"},
-      {{.email = 3},
-       "All except when Letter",
-       "UPDATE [Campaign Results] SET Send_Email = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Email, 0) = 1; "
-       "UPDATE [Campaign Results] SET Send_Email = 0 WHERE (Send_Letter = 1) AND CampaignID = 12"},
-      {{.email = 4},
-       "All except when SMS",
-       "UPDATE [Campaign Results] SET Send_Email = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Email, 0) = 1; "
-       "UPDATE [Campaign Results] SET Send_Email = 0 WHERE (Send_SMS = 1) AND CampaignID = 12"},
-      {{.letter = 0},
-       "All Customers",
-       "UPDATE [Campaign Results] SET Send_Letter = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Letter, 0) = 1"},
-      {{.letter = 1}, "No Customers", "UPDATE [Campaign Results] SET Send_Letter = 0 WHERE  CampaignID = 12"},
-      {{.letter = 2},
-       "All except when Email or SMS",
-       "UPDATE [Campaign Results] SET Send_Letter = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Letter, 0) = 1; "
-       "UPDATE [Campaign Results] SET Send_Letter = 0 WHERE (Send_Email = 1 OR Send_SMS = 1) AND CampaignID = 12"},
-      {{.letter = 3},
-       "All except when Email",
-       "UPDATE [Campaign Results] SET Send_Letter = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Letter, 0) = 1; "
-       "UPDATE [Campaign Results] SET Send_Letter = 0 WHERE (Send_Email = 1) AND CampaignID = 12"},
-      {{.letter = 4},
-       "All except when SMS",
-       "UPDATE [Campaign Results] SET Send_Letter = 1 WHERE  CampaignID = 12 AND IsNull(Can_Send_Letter, 0) = 1; "
-       "UPDATE [Campaign Results] SET Send_Letter = 0 WHERE (Send_SMS = 1) AND CampaignID = 12"},
-  };
-  QStringList captions;
-  for (const RuleCase& rule : cases) {
-    captions += QString::fromLatin1(rule.caption);
-    EXPECT_THAT(SendMethodBatches(rule.methods, 12, OptionsWith(true, true)),
-                ElementsAre(QString::fromLatin1(rule.batch)));
-  }
-  EXPECT_EQ(SmsRules() + EmailRules() + LetterRules(), captions);
+  add(SmsRules(), &SendMethods::sms);
+  add(EmailRules(), &SendMethods::email);
+  add(LetterRules(), &SendMethods::letter);
+  const QStringList expected = QString::fromUtf16(kRules).split(u'\n');
+  ASSERT_EQ(lines.size(), expected.size());
+  for (int i = 0; i < lines.size(); ++i)
+    EXPECT_EQ(lines[i].toStdString(), expected[i].toStdString());
 }
 
 TEST(SendMethodsTest, ConsentIsAskedForAsTheSettingsSay) {
