@@ -3,8 +3,8 @@
 #include <QUrl>
 #include <algorithm>
 
-#include "platform/code_page.h"
 #include "platform/curl_session.h"
+#include "util/windows1252.h"
 
 namespace qbx {
 namespace {
@@ -116,7 +116,7 @@ QString CurlHttpClient::Transfer::Problem(CURLcode code, long status) const {
 QString CurlHttpClient::Transfer::Text() const {
   const QByteArray type = QByteArray(session_.Info<const char*>(CURLINFO_CONTENT_TYPE)).toLower();
   const bool isUtf8 = type.contains("charset=utf-8") || type.contains("charset=\"utf-8\"");
-  return isUtf8 ? QString::fromUtf8(body_) : DecodeWindows1252(body_);
+  return isUtf8 ? QString::fromUtf8(body_) : FromWindows1252(body_);
 }
 
 CurlHttpClient::CurlHttpClient(std::function<bool()> pump, const HttpLimits& limits)

@@ -228,7 +228,7 @@ bool CurlMailTransport::Connection::Quit() {
   (void)session_.Perform({});
   // libcurl would say QUIT once more when it lets go of the connection, and wait for an answer.
   Cut();
-  return dialogue_.Code() == 221;
+  return dialogue_.QuitCode() == 221;
 }
 
 CurlMailTransport::CurlMailTransport(QString authorityFile, const MailLimits& limits)

@@ -4,8 +4,8 @@
 #include <QList>
 #include <optional>
 
-#include "platform/code_page.h"
 #include "platform/safe_file.h"
+#include "util/windows1252.h"
 
 namespace qbx {
 namespace {
@@ -47,7 +47,8 @@ class IniLines {
 
   /// \return false when the file's encoding cannot hold the value
   [[nodiscard]] bool SetValue(const QString& section, const QString& key, const QString& value) {
-    if (!isUtf8_ && !FitsWindows1252(section + key + value)) return false;
+    const QString added = section + key + value;
+    if (!isUtf8_ && FromWindows1252(ToWindows1252(added)) != added) return false;
     const Place place = Find(section, key);
     if (place.keyLine >= 0) {
       ReplaceValue(place.keyLine, value);
@@ -69,12 +70,10 @@ class IniLines {
   [[nodiscard]] QString Text(qsizetype index) const {
     QByteArray line = lines_[index];
     if (index == 0 && line.startsWith(kByteOrderMark)) line.remove(0, kByteOrderMark.size());
-    return (isUtf8_ ? QString::fromUtf8(line) : DecodeWindows1252(line)).trimmed();
+    return (isUtf8_ ? QString::fromUtf8(line) : FromWindows1252(line)).trimmed();
   }
 
-  [[nodiscard]] QByteArray Encoded(const QString& text) const {
-    return isUtf8_ ? text.toUtf8() : EncodeWindows1252(text);
-  }
+  [[nodiscard]] QByteArray Encoded(const QString& text) const { return isUtf8_ ? text.toUtf8() : ToWindows1252(text); }
 
   [[nodiscard]] Place Find(const QString& section, const QString& key) const {
     Place place;

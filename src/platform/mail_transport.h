@@ -11,12 +11,12 @@ namespace qbx {
 
 /// How to reach a mail server. Equal settings share a kept connection.
 struct MailServer {
-  QString host;
+  QString host = {};
   int port = 0;  ///< 0: 25 without TLS, 587 with
   bool useTls = false;
   bool implicitTls = false;  ///< TLS from the first byte instead of STARTTLS; only with useTls
-  QString userName;          ///< empty: no AUTH
-  QString password;
+  QString userName = {};     ///< empty: no AUTH
+  QString password = {};
 
   friend bool operator==(const MailServer&, const MailServer&) = default;
 };

@@ -29,7 +29,9 @@ void SmtpDialogue::Begin(Step step) {
 void SmtpDialogue::ClientSaid(const QByteArray& lines) {
   for (const QByteArray& line : Lines(lines)) {
     const QByteArray word = line.left(4).toUpper();
-    if (word == "EHLO" || word == "HELO" || word == "STAR" || word == "QUIT") {
+    if (word == "QUIT") {
+      quitSaid_ = true;
+    } else if (word == "EHLO" || word == "HELO" || word == "STAR") {
       Begin(Step::kConnect);
     } else if (word == "MAIL" || word == "RCPT") {
       Begin(word == "MAIL" ? Step::kSender : Step::kRecipient);
@@ -42,6 +44,10 @@ void SmtpDialogue::ClientSaid(const QByteArray& lines) {
 
 void SmtpDialogue::ServerSaid(const QByteArray& lines) {
   for (const QByteArray& line : Lines(lines)) {
+    if (quitSaid_) {
+      quitCode_ = line.left(3).toInt();
+      continue;
+    }
     lastLine_ = line;
     code_ = line.left(3).toInt();
     complete_ = code_ >= 100 && (line.size() == 3 || line[3] == ' ');

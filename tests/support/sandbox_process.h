@@ -1,0 +1,48 @@
+// The gateway and the mail server on loopback, as a process of their own.
+
+#pragma once
+
+#include <QByteArray>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+#include "support/temp_folder.h"
+
+namespace qbx::test {
+
+/// Starts a sandbox on free ports with an empty folder, waits until it answers, and ends it with the test. A sandbox that does not start
+/// fails the test.
+class SandboxProcess {
+ public:
+  /// \param arguments  more options of the sandbox, such as {"--credits", "5"}
+  explicit SandboxProcess(const QStringList& arguments = {});
+  ~SandboxProcess();
+  SandboxProcess(const SandboxProcess&) = delete;
+  SandboxProcess& operator=(const SandboxProcess&) = delete;
+
+  [[nodiscard]] int HttpPort() const { return httpPort_; }
+  [[nodiscard]] int SmtpPort() const { return smtpPort_; }
+  [[nodiscard]] int SmtpsPort() const { return smtpsPort_; }
+  [[nodiscard]] int PagePort() const { return pagePort_; }
+  [[nodiscard]] QString Folder() const { return folder_.Path(); }
+  /// What `SMS_Server` has to be.
+  [[nodiscard]] QString Gateway() const { return QStringLiteral("http://127.0.0.1:%1").arg(httpPort_); }
+  /// The authority that signed the mail server's certificate (PEM).
+  [[nodiscard]] QString AuthorityFile() const { return folder_.File(QStringLiteral("tls/ca.pem")); }
+
+  /// Asks the sandbox's page, such as "/api/mails". \return the answer's body
+  [[nodiscard]] QByteArray Ask(const QString& path) const;
+  /// Changes what numbers and recipients get; JSON as the sandbox's --help describes it.
+  void Steer(const QByteArray& wishes) const;
+
+ private:
+  TempFolder folder_;
+  QProcess process_;
+  int httpPort_ = 0;
+  int smtpPort_ = 0;
+  int smtpsPort_ = 0;
+  int pagePort_ = 0;
+};
+
+}  // namespace qbx::test
