@@ -83,7 +83,7 @@ QString DatabaseFiles::Status(const QString& database) const {
   const QString file = FileOf(database);
   if (file.isEmpty()) return {};
   const Handle handle = OpenFile(file);
-  if (!ReadText(handle.get(), "SELECT count(*) FROM sqlite_master")) return {};
+  if (!ReadText(handle.get(), "SELECT count(*) FROM sqlite_master")) return QStringLiteral("SUSPECT");
   return StoredStatus(handle.get());
 }
 
@@ -103,7 +103,8 @@ void DatabaseFiles::SetStatus(const QString& database, const QString& status) co
           "BEGIN IMMEDIATE; CREATE TABLE IF NOT EXISTS _Database_Status(Status text); DELETE FROM _Database_Status; "
           "INSERT INTO _Database_Status VALUES ('%1'); COMMIT")
           .arg(status);
-  if (sqlite3_exec(handle.get(), sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK) throw refused();
+  if (sqlite3_exec(handle.get(), sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+    throw ErrorFromSqlite(handle.get(), sqlite3_extended_errcode(handle.get()), {.database = database, .file = file});
 }
 
 bool DatabaseFiles::AcceptsLogin(const QString& user, const QString& password) const {

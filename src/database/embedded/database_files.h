@@ -18,9 +18,10 @@ class DatabaseFiles {
 
   /// The file of a database, found without regard to case; empty when there is none.
   [[nodiscard]] QString FileOf(const QString& database) const;
-  /// "ONLINE" or "OFFLINE"; empty for a database that does not exist or cannot be read.
+  /// "ONLINE" or "OFFLINE"; "SUSPECT" for a file that cannot be read as a database; empty for a database that does not
+  /// exist.
   [[nodiscard]] QString Status(const QString& database) const;
-  /// \throws DatabaseError (5011) when there is no such database
+  /// \throws DatabaseError (5011) when there is no such database, or with what is wrong with its file
   void SetStatus(const QString& database, const QString& status) const;
   /// Whether a login is accepted: by any of the databases that have a table of logins, or because none has.
   [[nodiscard]] bool AcceptsLogin(const QString& user, const QString& password) const;

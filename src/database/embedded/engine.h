@@ -49,7 +49,7 @@ class EmbeddedEngine {
 
   /// The file of a database, found without regard to case; empty when there is none (always for "master").
   [[nodiscard]] QString DatabaseFile(const QString& database) const;
-  /// "ONLINE", "OFFLINE", or empty for a database that does not exist.
+  /// "ONLINE", "OFFLINE", "SUSPECT" (the file cannot be read), or empty for a database that does not exist.
   [[nodiscard]] QString DatabaseStatus(const QString& database) const;
   /// Brings a database online or takes it offline. Sessions that are open stay open. \throws DatabaseError (5011) when
   /// it does not exist
