@@ -174,6 +174,7 @@ QueryOutcome QueryProcessor::RunPasses(std::span<const Pass> passes, RunState& r
   for (const Pass& pass : passes) {
     if (!Announce(pass)) return QueryOutcome::kFailed;
     Command command = PreparePass(pass);
+    StopIfCancelled();
     PassCounts counts;
     const ConsentRule rule{
         .onlyOptedIn = options_.Only_Send_Comms_When_Opted_In && !(pass.kind == QueryPass::kStart && pass.applyFilters),
