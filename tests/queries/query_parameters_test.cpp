@@ -174,16 +174,5 @@ TEST(Filters, RefreshNeedsStepOneAndAModel) {
   EXPECT_FALSE(CheckRefresh(filters, true, false));
 }
 
-TEST(Filters, BetweenShowsTheSecondBox) {
-  Filters filters;
-  filters.chkFilter[kFilterYear] = true;
-  filters.cmbFilter[kFilterMileage] = 2;
-  filters.cmbFilter[kFilterYear] = 2;
-  const FilterView view = ShowFilterState(filters);
-  EXPECT_TRUE(view.mileageBetween);
-  EXPECT_FALSE(view.yearBetween);
-  EXPECT_EQ(view.active, (std::array<bool, 5>{false, false, false, false, true}));
-}
-
 }  // namespace
 }  // namespace qbx
