@@ -48,10 +48,9 @@ class CampaignStorage {
   bool DeleteCampaign(int campaignId);
 
  private:
-  /// Prepares a procedure, lets `fill` set its parameters, runs `run` with it; reports any failure under `routine`.
-  bool Call(const char* routine, const QString& procedure, const std::function<void(Command&)>& fill,
-            const std::function<void(Command&)>& run);
-  bool Write(const char* routine, const QString& procedure, const std::function<void(Command&)>& fill);
+  /// Prepares a procedure and lets `run` set its parameters and execute it; reports any failure under `routine`.
+  bool Call(const char* routine, const char* procedure, const std::function<void(Command&)>& run);
+  void SetUser(Command& command) const;
   void SetId(int id);
 
   Statements& statements_;

@@ -37,6 +37,7 @@ class CurlSession {
   [[nodiscard]] CURLcode Perform(const std::function<bool()>& pump);
   /// Whether transfers may make connections or must use the one that is kept.
   void AllowConnecting(bool allow) { mayConnect_ = allow; }
+  [[nodiscard]] bool Connected() const { return !sockets_.empty(); }
   /// Breaks what is connected, so that libcurl takes no leave of a server that has gone or may not answer.
   void CutConnections();
   /// libcurl's own words for the last failure.

@@ -36,7 +36,7 @@ enum class MailOutcome {
 
 struct MailResult {
   MailOutcome outcome = MailOutcome::kRefused;
-  QString error;           ///< for the user; empty when sent; holds no password
+  QString error = {};      ///< for the user; empty when sent; holds no password
   bool transport = false;  ///< the failure is of the connection, not of this message (no server, TLS, AUTH, drop)
 };
 

@@ -250,7 +250,11 @@ Command QueryProcessor::PreparePass(const Pass& pass) {
 }
 
 void QueryProcessor::ShowCounts(const Pass& pass, const PassCounts& counts) {
-  if (pass.kind == QueryPass::kStart) records_[0] = RecordsFoundText(counts.selected);
+  if (pass.kind == QueryPass::kStart) {
+    counts_[0] = counts.selected;
+    records_[0] = RecordsFoundText(counts.selected);
+  }
+  counts_[1] = counts.remaining;
   const bool awaitsFilters = pass.kind == QueryPass::kStart && pass.applyFilters;
   records_[1] = awaitsFilters ? QStringLiteral("Records found: ") : RecordsFoundText(counts.remaining);
 }

@@ -58,6 +58,9 @@ class QueryProcessor {
   /// caller's.
   [[nodiscard]] QueryOutcome Refresh();
 
+  /// Rows of the last run: of the starting query before anything was removed, and of the last pass after filters and consent.
+  [[nodiscard]] const std::array<qint64, 2>& Records() const { return counts_; }
+
  private:
   struct Pass {
     QueryPass kind;
@@ -83,6 +86,7 @@ class QueryProcessor {
   QueryOptions& queryOptions_;
   const Filters& filters_;
   RecordLabels& records_;
+  std::array<qint64, 2> counts_ = {};
   Diagnostics diagnostics_;
 };
 

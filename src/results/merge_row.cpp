@@ -1,5 +1,7 @@
 #include "results/merge_row.h"
 
+#include "util/text.h"
+
 namespace qbx {
 namespace {
 
@@ -20,7 +22,7 @@ MergeValues MergeRow(const Recordset& rows, BlankContact blank) {
   values.model = rows.Field(u"Model"_qs).ToText();
   values.regno = rows.Field(u"Vehicle"_qs).ToText();
   values.duedate = DateText(rows.Field(u"Recall_Date"_qs));
-  if (blank == BlankContact::kBecomesCustomer && values.contact.trimmed().isEmpty()) values.contact = u"Customer"_qs;
+  if (blank == BlankContact::kBecomesCustomer && TrimBlanks(values.contact).isEmpty()) values.contact = u"Customer"_qs;
   return values;
 }
 

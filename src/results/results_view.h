@@ -64,6 +64,8 @@ class ResultsView {
   [[nodiscard]] int CampaignId() const { return campaignId_; }
 
  private:
+  bool ReadRows(const QString& sql, Recordset& rows);
+
   Statements& statements_;
   Counters& counters_;
   Diagnostics diagnostics_;

@@ -9,10 +9,12 @@
 
 namespace qbx {
 
+struct Options;
+
 /// The rules that can be chosen for each way of sending, in list order; the position is the rule's number.
-[[nodiscard]] const QStringList& SmsRules();
-[[nodiscard]] const QStringList& EmailRules();
-[[nodiscard]] const QStringList& LetterRules();
+[[nodiscard]] QStringList SmsRules();
+[[nodiscard]] QStringList EmailRules();
+[[nodiscard]] QStringList LetterRules();
 
 /// What was chosen: positions in the lists above. -1, or any other position a list does not have, leaves the flag
 /// alone.
@@ -22,20 +24,13 @@ struct SendMethods {
   int letter = -1;
 };
 
-/// The settings that decide whether a rule asks for the customer's consent: texts and e-mails when both are on, letters
-/// when `Using_Vrelo` is.
-struct ConsentSettings {
-  bool Using_Vrelo = false;
-  bool Only_Send_Comms_When_Opted_In = false;
-};
-
 /// The statements for a choice: one batch for each channel with a rule, in the order SMS, e-mail, letter. An "except"
 /// rule is two statements separated by "; ".
-[[nodiscard]] QStringList SendMethodBatches(const SendMethods& methods, int campaignId, const ConsentSettings& consent);
+[[nodiscard]] QStringList SendMethodBatches(const SendMethods& methods, int campaignId, const Options& options);
 
 /// Applies the rules to every row of a campaign, one batch after the other, so that a later rule sees the flags that an
 /// earlier one set. No transaction spans them: a batch that ran stays, also when another fails (already reported).
 /// \return true when every batch ran
-bool SetSendMethods(Statements& statements, const SendMethods& methods, int campaignId, const ConsentSettings& consent);
+bool SetSendMethods(Statements& statements, const SendMethods& methods, int campaignId, const Options& options);
 
 }  // namespace qbx

@@ -40,7 +40,8 @@ class CampaignSettings {
 
   /// Copies the wizard into the record and has it saved.
   /// \param save  opens the campaign manager (or saves without one) and returns when that is done
-  /// \return false when nothing was saved; the results of a temporary campaign were otherwise given its new ID
+  /// \return false when the campaign still has no permanent ID; otherwise the results of a temporary campaign were
+  /// given the new one
   bool SaveCampaignSettings(const std::function<void()>& save);
 
   /// \param load  opens the campaign manager (or loads without one) and returns the ID of the campaign loaded into the

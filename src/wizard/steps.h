@@ -74,7 +74,10 @@ class WizardSteps {
   [[nodiscard]] bool ConfirmExit();
 
  private:
-  [[nodiscard]] std::optional<Message> CheckStep(int index);
+  /// The question about sent rows, then the checks of the step; shows what refuses.
+  [[nodiscard]] bool MayRunQuery(int index);
+  void LogClick(const QString& text, int index);
+  [[nodiscard]] bool Confirm(const QString& text);
 
   Parts parts_;
   Diagnostics diagnostics_;

@@ -9,7 +9,6 @@
 
 #include "database/list_query.h"
 #include "queries/filters.h"
-
 #include "queries/process_query.h"
 #include "queries/query_options.h"
 #include "queries/query_panels.h"

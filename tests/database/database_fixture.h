@@ -31,10 +31,7 @@ class DatabaseFixture : public testing::Test {
   /// Lines of the log without their time.
   [[nodiscard]] QStringList LogLines() const {
     if (folder_.Names().isEmpty()) return {};
-    QStringList lines;
-    for (const QString& line :
-         QString::fromUtf8(folder_.Read(QStringLiteral("log"))).split(QStringLiteral("\r\n10:20:30  ")))
-      lines.append(line);
+    QStringList lines = QString::fromUtf8(folder_.Read(QStringLiteral("log"))).split(QStringLiteral("\r\n10:20:30  "));
     lines.first().remove(0, 10);
     lines.last().chop(2);
     return lines;

@@ -144,12 +144,6 @@ TEST_F(StatementsTest, SaysWhichParametersCouldNotBeLoaded) {
   EXPECT_EQ(ui_.MessageTexts(), QStringList{QStringLiteral("Could not find procedure 'pselect_Foo'.\r\n")});
 }
 
-TEST_F(StatementsTest, TakesTheNextKey) {
-  Open();
-  server_.Expect(QStringLiteral("proc_sel_NextTEMPID"), Single(-3));
-  EXPECT_EQ(statements_.GetNextKeyID(QStringLiteral("TEMP")), -3);
-}
-
 TEST_F(StatementsTest, ReadsNullByTheTypeOfTheField) {
   Open();
   server_.Expect(read_, Rows({{.name = QStringLiteral("Name"), .type = ValueType::kText},
@@ -165,20 +159,16 @@ TEST_F(StatementsTest, ReadsNullByTheTypeOfTheField) {
 
 TEST_F(StatementsTest, FillsAListByTheRulesOfItsTag) {
   Open();
-  const std::vector<Column> columns = {{.name = QStringLiteral("Name"), .type = ValueType::kText},
-                                       {.name = QStringLiteral("ID"), .type = ValueType::kInt}};
-  server_.Expect(QStringLiteral("proc_list"), Rows(columns, {{Value(QStringLiteral("Retail trade")), Value(4)},
-                                                             {Value::Null(), Value(5)},
-                                                             {Value(QStringLiteral("Fleet")), Value(6)}}));
+  server_.Expect(read_,
+                 Rows({{.name = QStringLiteral("Name")}, {.name = QStringLiteral("ID"), .type = ValueType::kInt}},
+                      {{Value(QStringLiteral("Retail trade")), Value(4)}, {Value::Null(), Value(5)}}));
   const ListRules rules = ListRules::FromTag(QStringLiteral("CAPS:1,MaxLength:6"));
-  const auto rows =
-      ReadList(statements_, QStringLiteral("proc_list"), QStringLiteral("Name"), QStringLiteral("ID"), rules);
+  const auto rows = ReadList(statements_, read_, QStringLiteral("Name"), QStringLiteral("ID"), rules);
   ASSERT_TRUE(rows.has_value());
-  ASSERT_EQ(rows->size(), 3U);
+  ASSERT_EQ(rows->size(), 2U);
   EXPECT_EQ((*rows)[0].text, QLatin1String("RETAIL"));
   EXPECT_EQ((*rows)[1].text, QString());
-  EXPECT_EQ((*rows)[2].data.ToInt(), 6);
-  EXPECT_EQ(ListRules::FromTag(QStringLiteral("CAPS:0,MaxLength:-2")).maxLength, 0);
+  EXPECT_EQ((*rows)[1].data.ToInt(), 5);
 }
 
 TEST_F(StatementsTest, SelectsByDataOrByTheFirstMatchingText) {

@@ -39,16 +39,6 @@ TEST(StatusBox, AddsDotsToPlainTexts) {
   }
 }
 
-TEST(StatusBox, ForgetsCancelWithTheNextText) {
-  test::ScriptedUi ui;
-  StatusBox box(ui);
-  box.ShowStatus(QStringLiteral("One"), true);
-  ui.PressCancel();
-  EXPECT_TRUE(box.Cancelled());
-  box.ShowStatus(QStringLiteral("Two"), true);
-  EXPECT_FALSE(box.Cancelled());
-}
-
 class ErrorReportTest : public testing::Test {
  protected:
   test::TempFolder folder_;

@@ -13,11 +13,9 @@ class ServiceControlTest : public testing::Test {
  protected:
   [[nodiscard]] QStringList LogLines() const {
     if (folder_.Names().isEmpty()) return {};
-    QStringList lines;
-    for (const QString& line :
-         QString::fromUtf8(folder_.Read(QStringLiteral("log"))).split(QStringLiteral("\r\n"), Qt::SkipEmptyParts))
-      lines.append(line.mid(10));
-    return lines;
+    const QString log = QString::fromUtf8(folder_.Read(QStringLiteral("log")));
+    return log.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts)
+        .replaceInStrings(QStringLiteral("10:20:30  "), QString());
   }
 
   const QString name_ = QStringLiteral("mssql$qbx");
@@ -64,17 +62,8 @@ TEST_F(ServiceControlTest, SendsRequestsAndRefusesUnknownActions) {
 }
 
 TEST_F(ServiceControlTest, WordsTheState) {
-  const std::pair<ServiceState, const char*> cases[] = {{ServiceState::kStopped, "Stopped"},
-                                                        {ServiceState::kStartPending, "Start Pending"},
-                                                        {ServiceState::kStopPending, "Stop Pending"},
-                                                        {ServiceState::kRunning, "Running"},
-                                                        {ServiceState::kContinuePending, "Coninue Pending"},
-                                                        {ServiceState::kPausePending, "Pause Pending"},
-                                                        {ServiceState::kPaused, "Paused"}};
-  for (const auto& [state, text] : cases) {
-    services_.states.insert(name_, state);
-    EXPECT_EQ(control_.ServiceStatusText(name_), QLatin1String(text));
-  }
+  services_.states.insert(name_, ServiceState::kContinuePending);
+  EXPECT_EQ(control_.ServiceStatusText(name_), QLatin1String("Coninue Pending"));
 }
 
 }  // namespace

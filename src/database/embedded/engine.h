@@ -14,21 +14,24 @@ struct sqlite3;
 
 namespace qbx {
 
-/// Whether a server name, as configured, selects the embedded engine: the part before the first "\" is empty or "embedded:".
+class DatabaseFiles;
+
+/// Whether a server name, as configured, selects the embedded engine: the part before the first "\" is empty or
+/// "embedded:".
 [[nodiscard]] bool IsEmbeddedServer(const QString& server);
 
-/// The embedded server of one program folder. A database is the file `<name>.db` there; it is never created here. "master" always exists and has no
-/// file.
+/// The embedded server of one program folder. A database is the file `<name>.db` there; it is never created here.
+/// "master" always exists and has no file.
 ///
 ///   EmbeddedEngine engine(folder, clock);
 ///   Connection connection(engine.Factory());
 ///   connection.Open("Data Source=;Initial Catalog=Garage;", {"sa", ""});
 ///
-/// A session stays usable after the engine is gone, except for the statements about a database's status.
+/// A session stays usable after the engine is gone; the clock must outlive both.
 class EmbeddedEngine {
  public:
-  /// Called on each opened database file before the first statement, with the functions and the collation registered; it may throw
-  /// DatabaseError.
+  /// Called on each opened database file before the first statement, with the functions and the collation registered;
+  /// it may throw DatabaseError.
   using OpenedHook = std::function<void(sqlite3* database)>;
 
   /// \param programFolder  with or without a trailing separator
@@ -36,10 +39,11 @@ class EmbeddedEngine {
   EmbeddedEngine(const EmbeddedEngine&) = delete;
   EmbeddedEngine& operator=(const EmbeddedEngine&) = delete;
 
-  /// Opens a session. The login is checked only when the database has a table `_Logins(Login, Password)`; on "master" those of all databases of
-  /// the folder count.
-  /// \throws DatabaseError with provider error 4060 (no such database), 18456 (login failed), 942 (offline), 5171 (the file is no database)
-  [[nodiscard]] std::unique_ptr<Session> Connect(const ConnectionTarget& target, const Login& login, int connectionTimeoutSeconds);
+  /// Opens a session. The login is checked only when the database has a table `_Logins(Login, Password)`; on "master"
+  /// those of all databases of the folder count. \throws DatabaseError with provider error 4060 (no such database),
+  /// 18456 (login failed), 942 (offline), 5171 (the file is no database)
+  [[nodiscard]] std::unique_ptr<Session> Connect(const ConnectionTarget& target, const Login& login,
+                                                 int connectionTimeoutSeconds);
   /// `Connect` as a Connection takes it; the engine must outlive it.
   [[nodiscard]] SessionFactory Factory();
 
@@ -47,18 +51,17 @@ class EmbeddedEngine {
   [[nodiscard]] QString DatabaseFile(const QString& database) const;
   /// "ONLINE", "OFFLINE", or empty for a database that does not exist.
   [[nodiscard]] QString DatabaseStatus(const QString& database) const;
-  /// Brings a database online or takes it offline. Sessions that are open stay open. \throws DatabaseError (5011) when it does not exist
+  /// Brings a database online or takes it offline. Sessions that are open stay open. \throws DatabaseError (5011) when
+  /// it does not exist
   void SetDatabaseStatus(const QString& database, const QString& status) const;
 
-  [[nodiscard]] const QString& ProgramFolder() const { return folder_; }  ///< with a trailing separator
+  [[nodiscard]] const QString& ProgramFolder() const;  ///< with a trailing separator
 
   /// Ends every open session as a restarted server would: its next call fails with kUnspecifiedError. For tests.
   void BreakSessions() { ++*generation_; }
 
  private:
-  void CheckLogin(const ConnectionTarget& target, const Login& login) const;
-
-  QString folder_;
+  std::shared_ptr<const DatabaseFiles> files_;
   const Clock& clock_;
   OpenedHook opened_;
   std::shared_ptr<std::atomic<int>> generation_ = std::make_shared<std::atomic<int>>(0);

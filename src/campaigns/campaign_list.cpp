@@ -1,0 +1,54 @@
+#include "campaigns/campaign_list.h"
+
+#include "util/text.h"
+
+namespace qbx {
+namespace {
+
+constexpr int kCopyNameLength = 40;
+
+QString DateText(const Value& value) {
+  return value.ToDateTime().toString(u"dd/MM/yyyy HH:mm");
+}
+
+}  // namespace
+
+std::optional<std::vector<CampaignListRow>> LoadCampaigns(Statements& statements) {
+  Recordset rows;
+  if (statements.dbOpenRec(rows, u"proc_sel_Marketing_Campaigns"_qs)) return std::nullopt;
+  std::vector<CampaignListRow> list;
+  for (; !rows.Eof(); rows.MoveNext()) {
+    list.push_back({.ID = static_cast<int>(rows.Field(u"ID"_qs).ToInt()),
+                    .Campaign_Name = rows.Field(u"Campaign_Name"_qs).ToText(),
+                    .Last_Run = DateText(rows.Field(u"Last_Run"_qs)),
+                    .Created_Date = DateText(rows.Field(u"Created_Date"_qs)),
+                    .Campaign_Description = rows.Field(u"Campaign_Description"_qs).ToText(),
+                    .Created_By = rows.Field(u"Created_By"_qs).ToText()});
+  }
+  return list;
+}
+
+std::optional<std::vector<CampaignHistoryRow>> LoadCampaignHistory(Statements& statements, bool viewAll) {
+  Recordset rows;
+  const QString count = QString::number(viewAll ? 0 : kInitialHistoryEvents);
+  if (statements.dbOpenRec(rows, u"proc_sel_Marketing_Campaigns_History "_qs + count)) return std::nullopt;
+  std::vector<CampaignHistoryRow> list;
+  for (; !rows.Eof(); rows.MoveNext()) {
+    list.push_back({.ID = static_cast<int>(rows.Field(u"ID"_qs).ToInt()),
+                    .Record_Date = DateText(rows.Field(u"Record_Date"_qs)),
+                    .Campaign_Name = rows.Field(u"Campaign_Name"_qs).ToText(),
+                    .Event = rows.Field(u"Event"_qs).ToText(),
+                    .UserID = rows.Field(u"UserID"_qs).ToText()});
+  }
+  return list;
+}
+
+bool CampaignNameIsValid(const QString& name) {
+  return !TrimBlanks(name).isEmpty();
+}
+
+QString CampaignCopyName(const QString& typed) {
+  return CutText(typed, kCopyNameLength);
+}
+
+}  // namespace qbx

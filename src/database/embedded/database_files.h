@@ -1,0 +1,40 @@
+// The database files of a program folder, as the server's catalogue.
+
+#pragma once
+
+#include <QString>
+
+struct sqlite3;
+
+namespace qbx {
+
+/// Finds databases by name and reads and sets their status. Stateless: the folder and the files are the truth.
+class DatabaseFiles {
+ public:
+  explicit DatabaseFiles(const QString& folder);
+
+  [[nodiscard]] const QString& Folder() const { return folder_; }  ///< with a trailing separator
+  [[nodiscard]] static bool IsMaster(const QString& database);
+
+  /// The file of a database, found without regard to case; empty when there is none.
+  [[nodiscard]] QString FileOf(const QString& database) const;
+  /// "ONLINE" or "OFFLINE"; empty for a database that does not exist or cannot be read.
+  [[nodiscard]] QString Status(const QString& database) const;
+  /// \throws DatabaseError (5011) when there is no such database
+  void SetStatus(const QString& database, const QString& status) const;
+  /// Whether a login is accepted: by any of the databases that have a table of logins, or because none has.
+  [[nodiscard]] bool AcceptsLogin(const QString& user, const QString& password) const;
+
+ private:
+  QString folder_;
+};
+
+/// Whether the database accepts a login: no table `_Logins`, or a row with this pair. \param database  an open
+/// connection
+enum class LoginCheck { kNoLogins, kAccepted, kRefused };
+[[nodiscard]] LoginCheck CheckLogin(sqlite3* database, const QString& user, const QString& password);
+
+/// The status kept in an open database, "ONLINE" when it keeps none.
+[[nodiscard]] QString StoredStatus(sqlite3* database);
+
+}  // namespace qbx

@@ -1,0 +1,115 @@
+// The SQLite engine that plays the host's server: finds database files, opens sessions, keeps the databases' status.
+
+#include "database/embedded/engine.h"
+
+#include <sqlite3.h>
+
+#include <QFileInfo>
+
+#include "database/embedded/errors.h"
+#include "database/embedded/functions.h"
+#include "database/embedded/session.h"
+
+namespace qbx {
+namespace {
+
+using SharedFiles = std::shared_ptr<const DatabaseFiles>;
+
+void DatabasePropertyEx(sqlite3_context* context, int, sqlite3_value** arguments) {
+  const auto text = [](sqlite3_value* value) {
+    return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(value)));
+  };
+  const SharedFiles& files = *static_cast<SharedFiles*>(sqlite3_user_data(context));
+  const QString status = text(arguments[1]).compare(QLatin1String("Status"), Qt::CaseInsensitive) == 0
+                             ? files->Status(text(arguments[0]))
+                             : QString();
+  if (status.isEmpty()) return sqlite3_result_null(context);
+  const QByteArray utf8 = status.toUtf8();
+  sqlite3_result_text(context, utf8.constData(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
+}
+
+void RegisterServerFunctions(sqlite3* database, const SharedFiles& files) {
+  sqlite3_create_function_v2(database, "DatabasePropertyEx", 2, SQLITE_UTF8, new SharedFiles(files), DatabasePropertyEx,
+                             nullptr, nullptr, [](void* data) { delete static_cast<SharedFiles*>(data); });
+}
+
+DatabaseError LoginFailed(const QString& user) {
+  return ServerError(18456, QStringLiteral("Login failed for user '%1'.").arg(user));
+}
+
+QString ExistingFile(const DatabaseFiles& files, const QString& name) {
+  const QString file = files.FileOf(name);
+  if (file.isEmpty()) {
+    throw ServerError(
+        4060, QStringLiteral("Cannot open database \"%1\" requested by the login. The login failed.").arg(name));
+  }
+  if (QFileInfo(file).size() == 0)
+    throw ServerError(5171, QStringLiteral("%1 is not a primary database file.").arg(file));
+  return file;
+}
+
+/// Sets up a file that was opened, and finds out whether it is a database at all.
+void PrepareFile(SqliteDatabase& database) {
+  database.Run("SELECT count(*) FROM sqlite_master");
+  database.Run("PRAGMA journal_mode = WAL");
+  database.Run("PRAGMA synchronous = FULL");
+  database.Run("PRAGMA foreign_keys = ON");
+  database.Run("PRAGMA cache_size = -16000");
+  database.Run("PRAGMA temp_store = MEMORY");
+}
+
+}  // namespace
+
+bool IsEmbeddedServer(const QString& server) {
+  const QString host = server.section(QLatin1Char('\\'), 0, 0).trimmed();
+  return host.isEmpty() || host.compare(QLatin1String("embedded:"), Qt::CaseInsensitive) == 0;
+}
+
+EmbeddedEngine::EmbeddedEngine(const QString& programFolder, const Clock& clock, OpenedHook opened)
+    : files_(std::make_shared<const DatabaseFiles>(programFolder)), clock_(clock), opened_(std::move(opened)) {}
+
+SessionFactory EmbeddedEngine::Factory() {
+  return [this](const ConnectionTarget& target, const Login& login, int timeout) {
+    return Connect(target, login, timeout);
+  };
+}
+
+std::unique_ptr<Session> EmbeddedEngine::Connect(const ConnectionTarget& target, const Login& login,
+                                                 int connectionTimeoutSeconds) {
+  const bool master = DatabaseFiles::IsMaster(target.database);
+  const QString file = master ? QStringLiteral(":memory:") : ExistingFile(*files_, target.database);
+  auto database = std::make_shared<SqliteDatabase>(target.database, file, generation_);
+  database->SetTimeout(connectionTimeoutSeconds);
+  RegisterFunctions(database->Handle(), clock_);
+  RegisterServerFunctions(database->Handle(), files_);
+  if (master) {
+    if (!files_->AcceptsLogin(login.user, login.password)) throw LoginFailed(login.user);
+    return std::make_unique<EmbeddedSession>(std::move(database), files_);
+  }
+  PrepareFile(*database);
+  if (CheckLogin(database->Handle(), login.user, login.password) == LoginCheck::kRefused) throw LoginFailed(login.user);
+  if (StoredStatus(database->Handle()) == QLatin1String("OFFLINE")) {
+    throw ServerError(942,
+                      QStringLiteral("Database '%1' cannot be opened because it is offline.").arg(target.database));
+  }
+  if (opened_) opened_(database->Handle());
+  return std::make_unique<EmbeddedSession>(std::move(database), files_);
+}
+
+QString EmbeddedEngine::DatabaseFile(const QString& database) const {
+  return files_->FileOf(database);
+}
+
+QString EmbeddedEngine::DatabaseStatus(const QString& database) const {
+  return files_->Status(database);
+}
+
+void EmbeddedEngine::SetDatabaseStatus(const QString& database, const QString& status) const {
+  files_->SetStatus(database, status);
+}
+
+const QString& EmbeddedEngine::ProgramFolder() const {
+  return files_->Folder();
+}
+
+}  // namespace qbx

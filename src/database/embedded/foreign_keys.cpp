@@ -1,0 +1,131 @@
+// Which foreign key a failed statement violated.
+
+#include "database/embedded/foreign_keys.h"
+
+#include <sqlite3.h>
+
+#include <optional>
+
+#include "database/embedded/errors.h"
+#include "database/embedded/prepared.h"
+#include "database/embedded/tokenizer.h"
+
+namespace qbx {
+namespace {
+
+struct Violation {
+  QString child;
+  QString childColumn;
+  QString parent;
+  QString parentColumn;
+};
+
+struct Target {
+  QString verb;  ///< INSERT, UPDATE or DELETE
+  QString table;
+};
+
+Target TargetOf(std::string_view sql) {
+  std::vector<Token> tokens;
+  Tokenize(sql, tokens);
+  Target target;
+  for (const Token& token : tokens) {
+    const bool verb =
+        token.IsWord("INSERT") || token.IsWord("UPDATE") || token.IsWord("DELETE") || token.IsWord("REPLACE");
+    const bool filler = token.IsWord("INTO") || token.IsWord("FROM") || token.IsWord("OR") || token.IsWord("IGNORE");
+    if (target.verb.isEmpty()) {
+      if (verb) target.verb = QString::fromStdString(token.Content()).toUpper();
+    } else if (!verb && !filler && (token.kind == TokenKind::kWord || token.kind == TokenKind::kQuoted)) {
+      target.table = QString::fromStdString(token.Content());
+      break;
+    }
+  }
+  if (target.verb == QLatin1String("REPLACE")) target.verb = QStringLiteral("INSERT");
+  return target;
+}
+
+QString Text(sqlite3_stmt* statement, int column) {
+  return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)));
+}
+
+/// Columns of one foreign key of a table.
+void ReadColumns(sqlite3* database, int key, Violation& violation) {
+  sqlite3_stmt* list = nullptr;
+  sqlite3_prepare_v2(database, "SELECT \"from\", \"to\" FROM pragma_foreign_key_list(?1) WHERE id = ?2 ORDER BY seq",
+                     -1, &list, nullptr);
+  const QByteArray child = violation.child.toUtf8();
+  sqlite3_bind_text(list, 1, child.constData(), static_cast<int>(child.size()), SQLITE_TRANSIENT);
+  sqlite3_bind_int(list, 2, key);
+  if (sqlite3_step(list) == SQLITE_ROW) {
+    violation.childColumn = Text(list, 0);
+    violation.parentColumn = Text(list, 1);
+    if (violation.parentColumn.isEmpty()) violation.parentColumn = violation.childColumn;
+  }
+  sqlite3_finalize(list);
+}
+
+std::optional<Violation> FindViolation(sqlite3* database) {
+  sqlite3_stmt* check = nullptr;
+  std::optional<Violation> found;
+  if (sqlite3_prepare_v2(database, "PRAGMA foreign_key_check", -1, &check, nullptr) == SQLITE_OK &&
+      sqlite3_step(check) == SQLITE_ROW) {
+    found = Violation{Text(check, 0), {}, Text(check, 2), {}};
+    ReadColumns(database, sqlite3_column_int(check, 3), *found);
+  }
+  sqlite3_finalize(check);
+  return found;
+}
+
+/// Undoes what is run while it lives, with the check of foreign keys put off.
+class Rehearsal {
+ public:
+  explicit Rehearsal(sqlite3* database) : database_(database) {
+    Run("SAVEPOINT qbx_rehearsal; PRAGMA defer_foreign_keys = ON");
+  }
+  ~Rehearsal() { Run("ROLLBACK TO qbx_rehearsal; RELEASE qbx_rehearsal; PRAGMA defer_foreign_keys = OFF"); }
+  Rehearsal(const Rehearsal&) = delete;
+  Rehearsal& operator=(const Rehearsal&) = delete;
+
+ private:
+  void Run(const char* sql) { sqlite3_exec(database_, sql, nullptr, nullptr, nullptr); }
+  sqlite3* database_;
+};
+
+std::optional<Violation> Rehearse(PreparedStatement& statement) {
+  sqlite3* database = statement.Database().Handle();
+  sqlite3_reset(statement.Handle());
+  const Rehearsal rehearsal(database);
+  while (sqlite3_step(statement.Handle()) == SQLITE_ROW) {
+  }
+  std::optional<Violation> violation = FindViolation(database);
+  sqlite3_reset(statement.Handle());
+  return violation;
+}
+
+}  // namespace
+
+DatabaseError ForeignKeyError(PreparedStatement& statement) {
+  const DatabaseError unnamed =
+      statement.Database().Error(SQLITE_CONSTRAINT_FOREIGNKEY, QString::fromStdString(statement.Sql()));
+  const std::optional<Violation> violation = Rehearse(statement);
+  if (!violation) return unnamed;
+  const Target target = TargetOf(statement.Sql());
+  const QString key = QStringLiteral("FK_%1_%2").arg(violation->child, violation->parent);
+  const QString database = statement.Database().Name();
+  const bool stillReferred =
+      target.verb == QLatin1String("DELETE") ||
+      (target.verb == QLatin1String("UPDATE") && target.table.compare(violation->child, Qt::CaseInsensitive) != 0);
+  if (stillReferred) {
+    return ServerError(
+        547, QStringLiteral("%1 statement conflicted with COLUMN REFERENCE constraint '%2'. The conflict occurred in "
+                            "database '%3', table '%4', column '%5'.")
+                 .arg(target.verb, key, database, violation->child, violation->childColumn));
+  }
+  return ServerError(
+      547,
+      QStringLiteral("The %1 statement conflicted with the FOREIGN KEY constraint \"%2\". The conflict occurred in "
+                     "database \"%3\", table '%4', column '%5'.")
+          .arg(target.verb, key, database, violation->parent, violation->parentColumn));
+}
+
+}  // namespace qbx

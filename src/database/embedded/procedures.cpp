@@ -1,0 +1,115 @@
+// Stored procedures of the embedded databases: their prepared bodies.
+
+#include "database/embedded/procedures.h"
+
+#include <sqlite3.h>
+
+#include "database/embedded/errors.h"
+#include "database/embedded/rows.h"
+#include "database/embedded/translator.h"
+
+namespace qbx {
+namespace {
+
+QString ColumnText(sqlite3_stmt* statement, int column) {
+  return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)));
+}
+
+std::string_view TextOf(Tokens statement) {
+  const char* begin = statement.front().text.data();
+  const char* end = statement.back().text.data() + statement.back().text.size();
+  return {begin, static_cast<std::size_t>(end - begin)};
+}
+
+}  // namespace
+
+Procedure::Procedure(const std::shared_ptr<SqliteDatabase>& database, ProcedureHeader header, std::string_view body)
+    : database_(database), header_(std::move(header)) {
+  std::vector<Token> tokens;
+  Tokenize(body, tokens);
+  for (const Tokens statement : SplitStatements(tokens)) {
+    BodyStatement& added = body_.emplace_back();
+    added.sql = TextOf(statement);
+    try {
+      Prepare(added);
+      writes_ = writes_ || !added.prepared->IsReadOnly();
+    } catch (const DatabaseError&) {
+      // It may need a table that a statement in front of it makes; what is wrong with it is reported when it runs.
+      added.prepared.reset();
+      writes_ = true;
+    }
+  }
+}
+
+void Procedure::Prepare(BodyStatement& statement) {
+  auto prepared = std::make_shared<PreparedStatement>(database_, statement.sql);
+  statement.bindings.clear();
+  for (int i = 1; i <= sqlite3_bind_parameter_count(prepared->Handle()); ++i) {
+    const QString name = QString::fromUtf8(sqlite3_bind_parameter_name(prepared->Handle(), i));
+    int found = -1;
+    for (std::size_t p = 0; p < header_.parameters.size(); ++p) {
+      if (header_.parameters[p].name.compare(name, Qt::CaseInsensitive) == 0) found = static_cast<int>(p);
+    }
+    if (found < 0) throw ServerError(137, QStringLiteral("Must declare the scalar variable '%1'.").arg(name));
+    statement.bindings.push_back(found);
+  }
+  statement.prepared = std::move(prepared);
+}
+
+StatementLease Procedure::Bind(BodyStatement& statement, const std::vector<Value>& values) {
+  if (!statement.prepared) Prepare(statement);
+  StatementLease lease(statement.prepared);
+  for (std::size_t i = 0; i < statement.bindings.size(); ++i) {
+    lease.Bind(static_cast<int>(i) + 1, values[static_cast<std::size_t>(statement.bindings[i])]);
+  }
+  return lease;
+}
+
+std::unique_ptr<RowSource> Procedure::Run(const std::vector<Value>& values) {
+  std::unique_ptr<RowSource> result;
+  for (std::size_t i = 0; i < body_.size(); ++i) {
+    StatementLease lease = Bind(body_[i], values);
+    const bool hasColumns = lease->HasColumns();
+    const bool lazy = i + 1 == body_.size() && lease->IsReadOnly();
+    const bool atRow = lease.Step();
+    if (!hasColumns) continue;
+    result = std::make_unique<SqliteRows>(std::move(lease), true, atRow);
+    if (!lazy) result = std::make_unique<ReadRows>(*result);
+  }
+  return result;
+}
+
+std::shared_ptr<Procedure> ProcedureCatalogue::Find(const QString& name) {
+  if (const auto known = known_.constFind(name); known != known_.constEnd()) return *known;
+  std::shared_ptr<Procedure> procedure = Load(name.section(QLatin1Char('.'), -1));
+  known_.insert(name, procedure);
+  return procedure;
+}
+
+std::shared_ptr<Procedure> ProcedureCatalogue::Load(const QString& name) {
+  const auto missing = [&name] {
+    return ServerError(2812, QStringLiteral("Could not find stored procedure '%1'.").arg(name));
+  };
+  sqlite3_stmt* handle = nullptr;
+  const int code = sqlite3_prepare_v2(
+      database_->Handle(), "SELECT Header, Body FROM _Procedures WHERE Name = ?1 COLLATE NOCASE", -1, &handle, nullptr);
+  const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> statement(handle, &sqlite3_finalize);
+  if (code != SQLITE_OK) {
+    DatabaseError failure = database_->Error(code);
+    // A database without the table has no procedures; a damaged or locked one is another matter.
+    if (!failure.Errors().empty() && failure.Errors().front().number == 208) throw missing();
+    throw failure;
+  }
+  const QByteArray utf8 = name.toUtf8();
+  sqlite3_bind_text(handle, 1, utf8.constData(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
+  const int step = sqlite3_step(handle);
+  if (step == SQLITE_DONE) throw missing();
+  if (step != SQLITE_ROW) database_->Fail(step);
+  const QByteArray header = ColumnText(handle, 0).toUtf8();
+  const QByteArray body = ColumnText(handle, 1).toUtf8();
+  return std::make_shared<Procedure>(
+      database_, ParseProcedureHeader({header.constData(), static_cast<std::size_t>(header.size())}),
+      std::string_view(body.constData(), static_cast<std::size_t>(body.size())));
+}
+
+}  // namespace qbx

@@ -1,0 +1,49 @@
+// A result of the embedded engine.
+
+#pragma once
+
+#include <memory>
+
+#include "database/embedded/prepared.h"
+#include "database/packed_rows.h"
+#include "database/session.h"
+
+namespace qbx {
+
+/// Steps a statement as rows are asked for.
+class SqliteRows final : public RowSource {
+ public:
+  /// \param stepped  whether the statement was stepped once already, \param atRow  and stands on a row then
+  SqliteRows(StatementLease lease, bool stepped, bool atRow);
+
+  [[nodiscard]] const std::vector<Column>& Columns() const override { return lease_->Columns(); }
+  bool Next() override;
+  [[nodiscard]] Cell At(int column) const override;
+
+ private:
+  StatementLease lease_;
+  std::vector<ColumnReading> readings_;
+  bool stepped_;
+  bool atRow_;
+};
+
+/// Rows that were read already.
+class ReadRows final : public RowSource {
+ public:
+  explicit ReadRows(RowSource& source);
+
+  [[nodiscard]] const std::vector<Column>& Columns() const override { return columns_; }
+  bool Next() override { return ++row_ < rows_.Count(); }
+  [[nodiscard]] Cell At(int column) const override { return rows_.At(row_, column); }
+
+ private:
+  std::vector<Column> columns_;
+  PackedRows rows_;
+  qint64 row_ = -1;
+};
+
+/// "yyyy-mm-dd" with or without " hh:mm:ss[.zzz]" (a "T" between them is accepted) as milliseconds since 1970-01-01 of
+/// the wall clock. \return false when it is no such date
+[[nodiscard]] bool ParseDateTime(std::string_view text, qint64& milliseconds);
+
+}  // namespace qbx

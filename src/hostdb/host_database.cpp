@@ -1,0 +1,157 @@
+#include "hostdb/host_database.h"
+
+#include <fcntl.h>
+#include <sqlite3.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <filesystem>
+#include <string>
+
+#include "hostdb/embedded_sql.h"
+#include "hostdb/sqlite_file.h"
+
+namespace qbx {
+
+namespace {
+
+/// The schema file that is applied behind the content: filling a table first and indexing it then is much faster.
+constexpr std::string_view kIndexFile = "indexes";
+
+QByteArray Line(const QByteArray& text, qsizetype from, qsizetype* next) {
+  qsizetype end = text.indexOf('\n', from);
+  if (end < 0) end = text.size();
+  *next = end + 1;
+  return text.mid(from, end - from).trimmed();
+}
+
+ProcedureFile TakeApart(const EmbeddedSql& file) {
+  const QByteArray text(file.text);
+  ProcedureFile procedure{QByteArray(file.name), {}, {}};
+  qsizetype headerStart = -1;
+  for (qsizetype at = 0, next = 0; at < text.size(); at = next) {
+    const QByteArray line = Line(text, at, &next);
+    if (headerStart < 0 && line.startsWith("CREATE PROCEDURE")) headerStart = at;
+    if (headerStart < 0 || line != "AS") continue;
+    procedure.header = text.mid(headerStart, at - headerStart).trimmed();
+    procedure.body = text.mid(next).trimmed();
+    break;
+  }
+  return procedure;
+}
+
+void StoreProcedures(sqlite3* database) {
+  SqliteStatement store(
+      database,
+      "INSERT INTO _Procedures (Name, Header, Body, Version) VALUES (?, ?, ?, ?) ON CONFLICT (Name) DO UPDATE SET "
+      "Header = excluded.Header, Body = excluded.Body, Version = excluded.Version");
+  for (const ProcedureFile& procedure : BuiltInProcedures())
+    store.Add(procedure.name.toStdString())
+        .Add(procedure.header.toStdString())
+        .Add(procedure.body.toStdString())
+        .Add(qint64{kHostProceduresVersion})
+        .Run();
+}
+
+void ApplySchema(sqlite3* database, bool indexes) {
+  for (const EmbeddedSql& file : SchemaFiles())
+    if ((file.name == kIndexFile) == indexes) ExecuteSql(database, file.text);
+}
+
+void Build(const QString& path, const std::function<HostDatabaseProblem(sqlite3*)>& fill,
+           HostDatabaseProblem* problem) {
+  const SqliteFile file(path);
+  sqlite3* const database = file.Handle();
+  // Nobody sees this file until it is complete, so a journal would protect nothing.
+  ExecuteSql(database, "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA cache_size = -65536; BEGIN");
+  ApplySchema(database, false);
+  SqliteStatement(database, "INSERT INTO _Version VALUES (?, ?, ?)")
+      .Add(qint64{kHostSchemaVersion})
+      .Add(qint64{kHostModuleVersion})
+      .Add(qint64{kHostProceduresVersion})
+      .Run();
+  ExecuteSql(database, "INSERT INTO _Options (Options_Company) VALUES ('A')");
+  StoreProcedures(database);
+  if (fill && (*problem = fill(database))) return;
+  ApplySchema(database, true);
+  ExecuteSql(database, "COMMIT; PRAGMA journal_mode = WAL");
+}
+
+/// Makes sure that nobody has a database open that is about to be replaced, and that no write-ahead log of it stays
+/// behind (it would be applied to the new file).
+HostDatabaseProblem ClearTheWay(const QString& path) {
+  try {
+    const SqliteFile file(path);
+    ExecuteSql(file.Handle(), "PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE; ROLLBACK");
+  } catch (const SqliteFailure&) {
+    const SqliteFile probe(path);
+    if (sqlite3_exec(probe.Handle(), "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_NOTADB)
+      return QStringLiteral("The database %1 is in use. Close every program that uses it and try again.").arg(path);
+  }
+  QFile::remove(path + QStringLiteral("-wal"));
+  QFile::remove(path + QStringLiteral("-shm"));
+  return std::nullopt;
+}
+
+void FlushToDisk(const QString& path) {
+  const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  ::fsync(descriptor);
+  ::close(descriptor);
+}
+
+HostDatabaseProblem MoveIntoPlace(const QString& from, const QString& to) {
+  FlushToDisk(from);
+  std::error_code error;
+  std::filesystem::rename(QFile::encodeName(from).toStdString(), QFile::encodeName(to).toStdString(), error);
+  if (error)
+    return QStringLiteral("The database %1 could not be put in place: %2.")
+        .arg(to, QString::fromStdString(error.message()));
+  FlushToDisk(QFileInfo(to).absolutePath());
+  return std::nullopt;
+}
+
+}  // namespace
+
+HostDatabaseProblem CreateHostDatabase(const QString& path, ExistingFile existing,
+                                       const std::function<HostDatabaseProblem(sqlite3*)>& fill) {
+  if (existing == ExistingFile::kRefuse && QFileInfo::exists(path))
+    return QStringLiteral("The database %1 is already there and was left as it is.").arg(path);
+  const QString building = path + QStringLiteral(".%1.new").arg(QString::number(::getpid()));
+  HostDatabaseProblem problem;
+  try {
+    QFile::remove(building);
+    Build(building, fill, &problem);
+    if (!problem && QFileInfo::exists(path)) problem = ClearTheWay(path);
+    if (!problem) problem = MoveIntoPlace(building, path);
+  } catch (const SqliteFailure& failure) {
+    problem = QStringLiteral("The database %1 could not be made: %2.").arg(path, QString::fromUtf8(failure.what()));
+  }
+  if (problem) QFile::remove(building);
+  return problem;
+}
+
+void RefreshProcedures(sqlite3* database) {
+  try {
+    {
+      SqliteStatement version(database, "SELECT Procedures_Version FROM _Version");
+      if (!version.Step() || version.IntegerAt(0) >= kHostProceduresVersion) return;
+    }
+    ExecuteSql(database, "BEGIN IMMEDIATE");
+    StoreProcedures(database);
+    SqliteStatement(database, "UPDATE _Version SET Procedures_Version = ?").Add(qint64{kHostProceduresVersion}).Run();
+    ExecuteSql(database, "COMMIT");
+  } catch (const SqliteFailure&) {
+    if (sqlite3_get_autocommit(database) == 0) sqlite3_exec(database, "ROLLBACK", nullptr, nullptr, nullptr);
+  }
+}
+
+std::vector<ProcedureFile> BuiltInProcedures() {
+  std::vector<ProcedureFile> procedures;
+  for (const EmbeddedSql& file : ProcedureFiles())
+    procedures.push_back(TakeApart(file));
+  return procedures;
+}
+
+}  // namespace qbx

@@ -1,0 +1,68 @@
+// The little of SQLite that making a database needs: a file that closes itself and a prepared statement that is filled
+// by position.
+
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace qbx {
+
+/// Thrown inside this folder when SQLite refuses something; caught where the folder's functions return.
+class SqliteFailure : public std::runtime_error {
+ public:
+  explicit SqliteFailure(sqlite3* database);
+};
+
+/// An open database file.
+class SqliteFile {
+ public:
+  /// Opens a file, making it when it is not there. \throws SqliteFailure
+  explicit SqliteFile(const QString& path);
+  ~SqliteFile();
+  SqliteFile(const SqliteFile&) = delete;
+  SqliteFile& operator=(const SqliteFile&) = delete;
+
+  [[nodiscard]] sqlite3* Handle() const { return database_; }
+
+ private:
+  sqlite3* database_ = nullptr;
+};
+
+/// Runs statements that return nothing of interest. \throws SqliteFailure
+void ExecuteSql(sqlite3* database, const char* sql);
+
+/// A prepared statement that is bound from the left and run over and over.
+///
+///   SqliteStatement insert(database, "INSERT INTO Makes VALUES (?, ?, ?)");
+///   insert.Add(7).Add("Audi").Add(0).Run();
+class SqliteStatement {
+ public:
+  SqliteStatement(sqlite3* database, const char* sql);  ///< \throws SqliteFailure
+  ~SqliteStatement();
+  SqliteStatement(const SqliteStatement&) = delete;
+  SqliteStatement& operator=(const SqliteStatement&) = delete;
+
+  SqliteStatement& Add(qint64 value);
+  SqliteStatement& Add(double value);
+  SqliteStatement& Add(std::string_view utf8);  ///< is copied
+  SqliteStatement& AddNull();
+
+  /// Runs it to its end and makes it ready for the next values. \throws SqliteFailure
+  void Run();
+  /// Steps to a row. \return false at the end, ready for the next values. \throws SqliteFailure
+  bool Step();
+  [[nodiscard]] qint64 IntegerAt(int column) const;
+
+ private:
+  sqlite3* database_;
+  sqlite3_stmt* statement_ = nullptr;
+  int next_ = 1;
+};
+
+}  // namespace qbx

@@ -1,0 +1,28 @@
+// The settings of a campaign as flags: what `campaigns new`, `campaigns set` and `query` share.
+
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+
+#include "campaigns/campaign_record.h"
+#include "settings/startup_values.h"
+
+namespace qbx::ctl {
+
+/// What was given on the command line; what was not given changes nothing.
+struct CampaignArguments {
+  std::optional<std::string> query, from, to, makes, custType, source, mileage, year, noMarketing, sms, subject, body, letter,
+      description;
+  std::optional<int> records, start, reminder;
+};
+
+/// Declares the flags.
+void DeclareCampaignArguments(CLI::App& command, CampaignArguments& arguments);
+
+/// Puts the arguments into a record.
+/// \throws CLI::ValidationError with a sentence that says which flag is wrong and what it takes
+void ApplyCampaignArguments(const CampaignArguments& arguments, const EditionFlags& edition, CampaignRecord& record);
+
+}  // namespace qbx::ctl

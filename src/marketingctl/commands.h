@@ -1,0 +1,22 @@
+// The commands of marketingctl, a file each.
+
+#pragma once
+
+#include "marketingctl/runner.h"
+
+namespace qbx::ctl {
+
+void AddSampleCommand(Runner& runner);
+void AddInitCommand(Runner& runner);
+void AddStatusCommand(Runner& runner);
+void AddOptionsCommand(Runner& runner);
+void AddCampaignsCommand(Runner& runner);
+void AddQueryCommand(Runner& runner);
+void AddResultsCommand(Runner& runner);
+void AddPreviewCommand(Runner& runner);
+void AddCreditsCommand(Runner& runner);
+void AddSendCommand(Runner& runner);
+void AddLogCommand(Runner& runner);
+void AddEncipherCommand(Runner& runner);
+
+}  // namespace qbx::ctl

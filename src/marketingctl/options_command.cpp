@@ -1,0 +1,132 @@
+// marketingctl options: the company's option rows of the host database.
+
+#include <memory>
+#include <set>
+
+#include "marketingctl/commands.h"
+#include "marketingctl/output.h"
+#include "marketingctl/text_argument.h"
+#include "settings/options.h"
+#include "util/text.h"
+
+namespace qbx::ctl {
+
+namespace {
+
+constexpr char kMasked[] = "********";
+
+struct OptionsArguments {
+  std::string key;
+  std::string value;
+};
+
+/// The key as the program reads it: where it stands in both rows, the own row's.
+const OptionKey* FindKey(const QString& name) {
+  const OptionKey* found = nullptr;
+  for (const OptionKey& key : OptionKeys()) {
+    if (EqualsNoCase(QLatin1String(key.name), name)) found = &key;
+  }
+  return found;
+}
+
+QString CompanyOf(const Application& app, const OptionKey& key) {
+  return key.source == OptionSource::kCompanyA ? QStringLiteral("A") : app.hostConnection.CompanyCode();
+}
+
+QString Shown(const Application& app, const OptionKey& key) {
+  const QString text = OptionText(app.options, key);
+  return key.IsSecret() && !text.isEmpty() ? QLatin1String(kMasked) : text;
+}
+
+int UnknownKey(const std::string& name) {
+  return Refuse(QStringLiteral("There is no option \"") + QString::fromStdString(name) +
+                QStringLiteral("\". \"options list\" shows all."));
+}
+
+int List(Program& program) {
+  QJsonObject object;
+  std::set<QString> seen;
+  for (const OptionKey& key : OptionKeys()) {
+    const QString name = QLatin1String(key.name);
+    object.insert(name, Shown(program.app, key));
+    if (!program.json && seen.insert(name).second) PrintLine(name.leftJustified(36) + Shown(program.app, *FindKey(name)));
+  }
+  if (program.json) PrintJson(object);
+  return kDone;
+}
+
+int Get(Program& program, const std::string& name) {
+  const OptionKey* key = FindKey(QString::fromStdString(name));
+  if (!key) return UnknownKey(name);
+  if (program.json) {
+    PrintJson(QJsonObject{{QLatin1String(key->name), Shown(program.app, *key)}});
+  } else {
+    PrintLine(Shown(program.app, *key));
+  }
+  return kDone;
+}
+
+/// The value as an SQL literal, nothing when it does not fit the key's type.
+std::optional<QString> SqlLiteral(const OptionKey& key, const QString& text) {
+  if (key.type == OptionType::kText) return SqlQuoted(text);
+  if (key.type == OptionType::kBoolean) {
+    static const QStringList kTrue = {QStringLiteral("true"), QStringLiteral("on"), QStringLiteral("yes"), QStringLiteral("1")};
+    static const QStringList kFalse = {QStringLiteral("false"), QStringLiteral("off"), QStringLiteral("no"), QStringLiteral("0")};
+    if (kTrue.contains(text.toLower())) return QStringLiteral("1");
+    if (kFalse.contains(text.toLower())) return QStringLiteral("0");
+    return std::nullopt;
+  }
+  bool isNumber = false;
+  const int number = text.toInt(&isNumber);
+  const bool fits = key.type == OptionType::kInteger32 || (number >= -32768 && number <= 32767);
+  return isNumber && fits ? std::optional(QString::number(number)) : std::nullopt;
+}
+
+int Set(Program& program, const OptionsArguments& arguments) {
+  const OptionKey* key = FindKey(QString::fromStdString(arguments.key));
+  if (!key) return UnknownKey(arguments.key);
+  if (key->IsSecret() && (arguments.value.empty() || arguments.value[0] != '@')) {
+    // A command line can be seen by everybody on the computer and stays in the shell's history.
+    Refuse(QStringLiteral("A password is set from a file or from standard input: options set ") + QLatin1String(key->name) +
+           QStringLiteral(" @FILE (or @-)."));
+    return kUsage;
+  }
+  const QString value = TextArgument(arguments.value);
+  const std::optional<QString> literal = SqlLiteral(*key, value);
+  if (!literal) {
+    Refuse(QStringLiteral("\"") + value + QStringLiteral("\" does not fit ") + QLatin1String(key->name) +
+           (key->type == OptionType::kBoolean ? QStringLiteral(", which is on or off.") : QStringLiteral(", which is a number.")));
+    return kUsage;
+  }
+  const bool done = program.app.statements
+                        .dbExecute(QStringLiteral("UPDATE _Options SET [") + QLatin1String(key->name) + QStringLiteral("] = ") +
+                                   *literal + QStringLiteral(" WHERE Options_Company = ") + SqlQuoted(CompanyOf(program.app, *key)))
+                        .Ok();
+  return done ? kDone : kRefused;
+}
+
+}  // namespace
+
+void AddOptionsCommand(Runner& runner) {
+  auto arguments = std::make_shared<OptionsArguments>();
+  CLI::App& options = *runner.Root().add_subcommand("options", "List, read and set the company's options in the host database");
+  options.require_subcommand(1);
+  options.fallthrough();
+  CLI::App& list = *options.add_subcommand("list", "All keys with their values; passwords are masked");
+  list.fallthrough();
+  runner.AddCommand(list, List);
+  CLI::App& get = *options.add_subcommand("get", "One value");
+  get.fallthrough();
+  get.add_option("KEY", arguments->key)->required();
+  runner.AddCommand(get, [arguments](Program& program) { return Get(program, arguments->key); });
+  CLI::App& set = *options.add_subcommand("set", "Set one value: on/off, a number, or text (@FILE, @- for standard input)");
+  set.fallthrough();
+  set.add_option("KEY", arguments->key)->required();
+  set.add_option("VALUE", arguments->value)->required();
+  set.footer(
+      "Examples: marketingctl --folder garage --user Pat options set SMS_Server 127.0.0.1:8080\n"
+      "          marketingctl --folder garage --user Pat options set SMTP_Password @password.txt");
+  runner.AddCommand(set, [arguments](Program& program) { return Set(program, *arguments); });
+}
+
+}  // namespace qbx::ctl

@@ -1,0 +1,136 @@
+// marketingctl query: steps 1 and 2 of a campaign, stored or temporary.
+
+#include <memory>
+
+#include "campaigns/campaign_list.h"
+#include "marketingctl/campaign_arguments.h"
+#include "marketingctl/commands.h"
+#include "marketingctl/output.h"
+#include "marketingctl/text_argument.h"
+
+namespace qbx::ctl {
+
+namespace {
+
+struct QueryArguments {
+  std::optional<int> id;
+  CampaignArguments settings;
+  std::optional<std::string> model, campaignType, save;
+  bool includeOptedOut = false;
+  bool resetProcessed = false;
+};
+
+/// What a stored campaign does not hold goes into the wizard's state.
+bool ApplyUnstored(const QueryArguments& arguments, CampaignDesk& desk) {
+  if (arguments.model) {
+    desk.state.filters.chkFilter[kFilterModel] = true;
+    desk.state.filters.txtModel = QString::fromStdString(*arguments.model);
+  }
+  if (arguments.campaignType) desk.state.options.cmbType = QString::fromStdString(*arguments.campaignType);
+  if (!arguments.includeOptedOut) return true;
+  desk.selection.IncludeOptedOutClick(true);
+  return desk.state.filters.chkIncludeOptedOut;
+}
+
+/// Both steps, as "Next >" twice. The notices of the second are shown.
+bool RunSteps(Program& program) {
+  for (const int step : {0, 1}) {
+    const StepResult result = program.desk.steps.NextStep(step);
+    if (result.notice) program.ui.ShowMessage(*result.notice);
+    if (!result.Moved()) return false;
+  }
+  return true;
+}
+
+void PrintCounts(Program& program, int campaignId) {
+  const auto& counts = program.desk.queries.Records();
+  if (program.json) {
+    PrintJson(QJsonObject{{QStringLiteral("campaign"), campaignId},
+                          {QStringLiteral("step1"), counts[0]},
+                          {QStringLiteral("step2"), counts[1]}});
+  } else {
+    PrintLine(QStringLiteral("Campaign %1: %2 rows from the query, %3 after filters and consent")
+                  .arg(campaignId)
+                  .arg(counts[0])
+                  .arg(counts[1]));
+  }
+}
+
+int QueryStored(Program& program, const QueryArguments& arguments) {
+  Application& app = program.app;
+  if (!app.campaignStorage.LoadCampaign(*arguments.id)) return kRefused;
+  program.desk.settings.SetupCampaignData();
+  if (!ApplyUnstored(arguments, program.desk)) return kRefused;
+  if (!RunSteps(program)) return kRefused;
+  CopyToRecord(program.desk.state, app.campaign.record);
+  if (!app.campaignStorage.UpdateCampaign()) return kRefused;
+  PrintCounts(program, app.campaign.record.ID);
+  return kDone;
+}
+
+/// The rows of a campaign that is not kept go when the command ends.
+void RemoveRows(Program& program) {
+  program.app.statements.dbExecute(QStringLiteral("DELETE FROM [Campaign Results] WHERE CampaignID = ") +
+                                   QString::number(program.app.campaign.record.ID));
+}
+
+int QueryTemporary(Program& program, const QueryArguments& arguments) {
+  Application& app = program.app;
+  CampaignRecord& record = app.campaign.record;
+  const QString name = arguments.save ? TextArgument(*arguments.save) : QString();
+  if (arguments.save && !CampaignNameIsValid(name)) return Refuse(QStringLiteral("Campaign Name is not valid."));
+  ApplyCampaignArguments(arguments.settings, app.startup.edition, record);
+  program.desk.settings.SetupCampaignData();
+  if (!ApplyUnstored(arguments, program.desk)) return kRefused;
+  if (!RunSteps(program)) {
+    RemoveRows(program);
+    return kRefused;
+  }
+  if (!arguments.save) {
+    RemoveRows(program);
+    PrintCounts(program, record.ID);
+    return kDone;
+  }
+  record.Campaign_Name = name;
+  if (!program.desk.settings.SaveCampaignSettings([&] { app.campaignStorage.SaveCampaign(); })) {
+    RemoveRows(program);
+    return kRefused;
+  }
+  PrintCounts(program, record.ID);
+  return kDone;
+}
+
+int Query(Program& program, const QueryArguments& arguments) {
+  if (arguments.resetProcessed) program.ui.SetAnswer(Question::kResetProcessedResults, MessageAnswer::kYes);
+  return arguments.id ? QueryStored(program, arguments) : QueryTemporary(program, arguments);
+}
+
+}  // namespace
+
+void AddQueryCommand(Runner& runner) {
+  auto arguments = std::make_shared<QueryArguments>();
+  CLI::App& command =
+      *runner.Root().add_subcommand("query", "Select the rows of a campaign: the starting query, then filters and consent");
+  CLI::Option* id = command.add_option("ID", arguments->id, "A saved campaign; without it the flags below make a temporary one");
+  DeclareCampaignArguments(command, arguments->settings);
+  CLI::Option* query = command.get_option("--query");
+  command.add_option("--model", arguments->model, "Model filter: vehicles whose model contains this text (not stored)");
+  command.add_flag("--include-opted-out", arguments->includeOptedOut, "Include customers who opted out (not stored)");
+  command.add_option("--campaign-type", arguments->campaignType, "Campaign type, where the marketing platform is in use");
+  command.add_flag("--reset-processed", arguments->resetProcessed,
+                   "Replace the rows although some were processed (without it the command is refused then)");
+  command.add_option("--save", arguments->save, "Keep the temporary campaign and its rows under this name")->needs(query)->excludes(id);
+  query->excludes(id);
+  command.footer(
+      "Examples: marketingctl --folder garage --user Pat query 12\n"
+      "          marketingctl --folder garage --user Pat query --query \"Top Customers\" --records 25 --json");
+  runner.AddCommand(command, [arguments](Program& program) {
+    if (!arguments->id && !arguments->settings.query) {
+      Refuse(QStringLiteral("query: name a saved campaign or a --query."));
+      return static_cast<int>(kUsage);
+    }
+    return Query(program, *arguments);
+  });
+}
+
+}  // namespace qbx::ctl

@@ -1,0 +1,131 @@
+// marketingctl results: the rows of a campaign, their flags and send methods.
+
+#include <memory>
+
+#include "marketingctl/commands.h"
+#include "marketingctl/output.h"
+#include "results/send_methods.h"
+
+namespace qbx::ctl {
+
+namespace {
+
+struct ResultsArguments {
+  int id = 0;
+  std::vector<std::string> sendBy;
+  std::vector<std::string> toggle;
+  bool yes = false;
+};
+
+struct Rule {
+  const char* channel;
+  int SendMethods::*position;
+  QStringList (*rules)();
+};
+
+constexpr Rule kRules[] = {{"sms", &SendMethods::sms, SmsRules},
+                           {"email", &SendMethods::email, EmailRules},
+                           {"letter", &SendMethods::letter, LetterRules}};
+
+/// \throws CLI::ValidationError
+SendMethods ParseSendBy(const std::vector<std::string>& words) {
+  SendMethods methods;
+  for (const std::string& word : words) {
+    const QString text = QString::fromStdString(word);
+    bool known = false;
+    for (const Rule& rule : kRules) {
+      if (!text.startsWith(QLatin1String(rule.channel) + QLatin1Char('='), Qt::CaseInsensitive)) continue;
+      bool isNumber = false;
+      const int position = text.mid(text.indexOf(QLatin1Char('=')) + 1).toInt(&isNumber);
+      known = isNumber && position >= 0 && position < rule.rules().size();
+      methods.*rule.position = position;
+    }
+    if (!known) throw CLI::ValidationError("--send-by: \"" + word + "\" is not a rule; see results --help");
+  }
+  return methods;
+}
+
+bool Toggle(Program& program, const std::vector<std::string>& toggle) {
+  static const QStringList kFlags = {QStringLiteral("Send_SMS"), QStringLiteral("Send_Email"),
+                                     QStringLiteral("Send_Letter"), QStringLiteral("Processed")};
+  bool isNumber = false;
+  const qint64 record = QString::fromStdString(toggle[0]).toLongLong(&isNumber);
+  const QString column = QString::fromStdString(toggle[1]);
+  if (!isNumber || record < 1 || !kFlags.contains(column, Qt::CaseInsensitive)) {
+    throw CLI::ValidationError("--toggle: RECORDID and one of " + kFlags.join(QStringLiteral(", ")).toStdString());
+  }
+  Recordset& rows = program.desk.results.Rows();
+  const int key = rows.ColumnIndex(QLatin1String(ResultsView::kRowKey));
+  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
+    if (rows.Field(key).ToInt() != record) continue;
+    const bool before = rows.Field(column).ToBool();
+    program.desk.flags.ClickCell(column, record);
+    for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
+      if (rows.Field(key).ToInt() == record) return rows.Field(column).ToBool() != before;
+    }
+    return false;
+  }
+  Refuse(QStringLiteral("Campaign %1 has no row %2.").arg(program.desk.results.CampaignId()).arg(record));
+  return false;
+}
+
+void Print(Program& program) {
+  const QJsonArray rows = RowsToJson(program.desk.results.Rows());
+  if (program.json) {
+    PrintJson(rows);
+    return;
+  }
+  PrintTable(rows,
+             {QStringLiteral("RecordID"), QStringLiteral("Customer"), QStringLiteral("Contact"),
+              QStringLiteral("Mobile"), QStringLiteral("Email"), QStringLiteral("Vehicle"), QStringLiteral("Send_SMS"),
+              QStringLiteral("Send_Email"), QStringLiteral("Send_Letter"), QStringLiteral("Processed")});
+  const CounterLabels labels = MakeCounterLabels(program.desk.counters.Values(), 0);
+  PrintLine(program.desk.results.CountText().trimmed() + QStringLiteral("; ") + labels.lblLetters +
+            QStringLiteral("; ") + labels.lblSMS0 + QStringLiteral(", ") + labels.lblSMS1 + QStringLiteral("; ") +
+            labels.lblEmail0 + QStringLiteral(", ") + labels.lblEmail1);
+}
+
+int Results(Program& program, const ResultsArguments& arguments) {
+  if (arguments.yes) program.ui.SetAnswer(Question::kChangeProcessedFlags, MessageAnswer::kYes);
+  const SendMethods methods = ParseSendBy(arguments.sendBy);
+  if (arguments.id > 0 && !program.app.campaignStorage.LoadCampaign(arguments.id)) return kRefused;
+  if (!arguments.sendBy.empty() &&
+      !SetSendMethods(program.app.statements, methods, arguments.id, program.app.options)) {
+    return kRefused;
+  }
+  if (!program.desk.results.DisplayResults(arguments.id)) return kRefused;
+  if (!arguments.toggle.empty() && !Toggle(program, arguments.toggle)) return kRefused;
+  Print(program);
+  return kDone;
+}
+
+std::string RulesHelp() {
+  QString help = QStringLiteral("Rules of --send-by, by number:\n");
+  for (const Rule& rule : kRules) {
+    for (qsizetype i = 0; i < rule.rules().size(); ++i) {
+      help += QStringLiteral("  %1=%2  %3\n").arg(QLatin1String(rule.channel)).arg(i).arg(rule.rules()[i]);
+    }
+  }
+  help += QStringLiteral(
+      "Examples: marketingctl --folder garage --user Pat results 12 --send-by sms=0 email=0 letter=1\n"
+      "          marketingctl --folder garage --user Pat results 12 --toggle 4711 Processed --yes");
+  return help.toStdString();
+}
+
+}  // namespace
+
+void AddResultsCommand(Runner& runner) {
+  auto arguments = std::make_shared<ResultsArguments>();
+  CLI::App& command =
+      *runner.Root().add_subcommand("results", "List the rows of a campaign, set send methods, flip a flag");
+  command.add_option("ID", arguments->id, "Number of the campaign")->required();
+  command.add_option("--send-by", arguments->sendBy, "Rules for all rows: sms=N email=N letter=N")->expected(1, 3);
+  command.add_option("--toggle", arguments->toggle, "Flip Send_SMS, Send_Email, Send_Letter or Processed of one row")
+      ->expected(2)
+      ->type_name("RECORDID FLAG");
+  command.add_flag("--yes", arguments->yes, "Agree to change a Processed flag");
+  command.footer(RulesHelp());
+  runner.AddCommand(command, [arguments](Program& program) { return Results(program, *arguments); });
+}
+
+}  // namespace qbx::ctl

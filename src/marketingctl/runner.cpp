@@ -1,0 +1,79 @@
+#include "marketingctl/runner.h"
+
+#include <cstdio>
+
+#include "startup/folders.h"
+
+namespace qbx::ctl {
+
+namespace {
+
+QString Text(const std::string& text) { return QString::fromStdString(text); }
+
+}  // namespace
+
+int Refuse(const QString& reason) {
+  std::fprintf(stderr, "%s\n", reason.toUtf8().constData());
+  return kRefused;
+}
+
+Runner::Runner(CLI::App& root) : root_(root) {
+  root_.require_subcommand(1);
+  root_.fallthrough();
+  root_.add_option("--folder", flags_.folder, "Program folder: INI file, database, log and registry/ (default: QBX_PROGRAM_FOLDER)")
+      ->type_name("DIR");
+  root_.add_option("--database", flags_.database, "Name of the host database (default: as the edition says)")->type_name("NAME");
+  root_.add_option("--instance", flags_.instance, "Instance of the host product")->type_name("NAME");
+  root_.add_option("--user", flags_.user, "Who this is done as; QBX_USER does as well. Needed by all but sample, init and encipher")
+      ->envname("QBX_USER")
+      ->type_name("NAME");
+  root_.add_flag("--json", flags_.json, "Print JSON for scripts instead of text");
+  root_.add_flag("--bring-online", flags_.bringOnline, "Bring the database online when it is not");
+  root_.add_flag("--start-service", flags_.startService, "Try to start the database service of this computer when it does not answer");
+}
+
+void Runner::AddCommand(CLI::App& command, Action action) {
+  command.callback([this, action = std::move(action)] { chosen_ = [this, action] { return Start(action, true); }; });
+}
+
+void Runner::AddOfflineCommand(CLI::App& command, Action action) {
+  command.callback([this, action = std::move(action)] { chosen_ = [this, action] { return Start(action, false); }; });
+}
+
+void Runner::AddBareCommand(CLI::App& command, std::function<int()> action) {
+  command.callback([this, action = std::move(action)] { chosen_ = action; });
+}
+
+int Runner::Run(int argc, char** argv) {
+  try {
+    root_.parse(argc, argv);
+    return chosen_ ? chosen_() : kUsage;
+  } catch (const CLI::Success& success) {  // --help, --version
+    return root_.exit(success);
+  } catch (const CLI::ParseError& error) {
+    std::fprintf(stderr, "%s\nTry --help.\n", error.what());
+    return kUsage;
+  }
+}
+
+int Runner::Start(const Action& action, bool needsConnection) {
+  HeadlessUi ui;
+  if (flags_.bringOnline) ui.SetAnswer(Question::kBringDatabaseOnline, MessageAnswer::kYes);
+  if (flags_.startService) ui.SetAnswer(Question::kStartDatabaseService, MessageAnswer::kYes);
+  const SystemClock clock;
+  Application app({.ui = ui, .clock = clock, .folders = FindFolders(Text(flags_.folder))});
+  const StartOutcome outcome = app.start.RunHeadless(
+      {.user = Text(flags_.user), .databaseName = Text(flags_.database), .instance = Text(flags_.instance)});
+  if (outcome != StartOutcome::kRunning) return kRefused;
+  if (needsConnection && !app.hostConnection.Connected()) {
+    return Refuse(QStringLiteral("There is no connection to the database, so nothing was done."));
+  }
+  SendEmailView view;
+  CampaignDesk desk(app, view);
+  Program program{ui, app, desk, flags_.json};
+  const int code = action(program);
+  ui.EndProgress();
+  return code;
+}
+
+}  // namespace qbx::ctl

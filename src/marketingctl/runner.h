@@ -1,0 +1,66 @@
+// Starting the program for a command.
+
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <QString>
+#include <functional>
+
+#include "marketingctl/exit_codes.h"
+#include "marketingctl/headless_ui.h"
+#include "startup/application.h"
+#include "startup/campaign_desk.h"
+
+namespace qbx::ctl {
+
+/// Flags that stand on either side of every command.
+struct GlobalFlags {
+  std::string folder;
+  std::string database;
+  std::string instance;
+  std::string user;
+  bool json = false;
+  bool bringOnline = false;
+  bool startService = false;
+};
+
+/// The program as a command finds it.
+struct Program {
+  HeadlessUi& ui;
+  Application& app;
+  CampaignDesk& desk;
+  bool json;
+};
+
+/// Collects the commands, runs the one that the command line names.
+class Runner {
+ public:
+  using Action = std::function<int(Program&)>;
+
+  explicit Runner(CLI::App& root);
+
+  [[nodiscard]] CLI::App& Root() { return root_; }
+  [[nodiscard]] const GlobalFlags& Flags() const { return flags_; }
+
+  /// A command that needs the database and a user. The action is run once the program was started; a start without a connection ends the command.
+  void AddCommand(CLI::App& command, Action action);
+  /// The same, but run whether or not there is a connection.
+  void AddOfflineCommand(CLI::App& command, Action action);
+  /// A command that does not start the program at all.
+  void AddBareCommand(CLI::App& command, std::function<int()> action);
+
+  /// Parses and runs. \return the exit code
+  [[nodiscard]] int Run(int argc, char** argv);
+
+ private:
+  [[nodiscard]] int Start(const Action& action, bool needsConnection);
+
+  CLI::App& root_;
+  GlobalFlags flags_;
+  std::function<int()> chosen_;
+};
+
+/// A refusal on stderr. \return kRefused
+int Refuse(const QString& reason);
+
+}  // namespace qbx::ctl

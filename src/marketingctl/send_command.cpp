@@ -1,0 +1,156 @@
+// marketingctl send: the mailshot of a campaign.
+
+#include <memory>
+
+#include "marketingctl/commands.h"
+#include "marketingctl/output.h"
+#include "marketingctl/results_log_file.h"
+
+namespace qbx::ctl {
+
+namespace {
+
+struct SendArguments {
+  int id = 0;
+  bool dryRun = false;
+  bool yes = false;
+  bool emailOnly = false;
+  bool stopOnError = false;
+};
+
+/// Shows progress and turns Ctrl+C into a pause.
+class Watch final : public MailshotObserver {
+ public:
+  explicit Watch(HeadlessUi& ui) : ui_(ui) {}
+  void SetRun(Mailshot* run) { run_ = run; }
+
+  void At(MailshotPoint point, qint64) override {
+    if (point != MailshotPoint::kRowFinished || paused_ || !HeadlessUi::Interrupted()) return;
+    paused_ = true;
+    run_->Pause();
+  }
+  void Progress(int done, int total) override { ui_.ShowProgress(done, total); }
+
+ private:
+  HeadlessUi& ui_;
+  Mailshot* run_ = nullptr;
+  bool paused_ = false;
+};
+
+/// Rows of the campaign after the run.
+struct RowsLeft {
+  int processed = 0;
+  int left = 0;
+  int inDoubt = 0;
+};
+
+int CountRows(Statements& statements, const QString& condition, int campaignId) {
+  Recordset rows;
+  return statements.dbRunCommand(QStringLiteral("SELECT Count(1) FROM [Campaign Results] WHERE ") + condition +
+                                     QStringLiteral(" AND CampaignID = ") + QString::number(campaignId),
+                                 true, CommandType::kText, rows);
+}
+
+int CountDoubt(Connection& connection, int campaignId) {
+  int count = 0;
+  for (const JournalEntry& entry : SendJournal(connection, {}).Read(campaignId)) count += entry.InDoubt() ? 1 : 0;
+  return count;
+}
+
+RowsLeft CountLeft(Application& app, int campaignId) {
+  RowsLeft rows;
+  const QString flagged = QStringLiteral("(Send_SMS = 1 OR Send_Email = 1)");
+  rows.processed = CountRows(app.statements, flagged + QStringLiteral(" AND Processed = 1"), campaignId);
+  rows.left = CountRows(app.statements, flagged + QStringLiteral(" AND Processed = 0"), campaignId);
+  try {
+    rows.inDoubt = CountDoubt(app.connection, campaignId);
+  } catch (const DatabaseError& error) {
+    Refuse(error.Description());
+  }
+  return rows;
+}
+
+int ExitCodeOf(const MailshotSummary& summary, const RowsLeft& rows, const HeadlessUi& ui) {
+  switch (summary.end) {
+    case MailshotEnd::kRefused:
+      return ui.Warned() ? kRefused : kDone;  // nothing flagged is nothing to do, told as information
+    case MailshotEnd::kFailed:
+      return kRefused;
+    case MailshotEnd::kPaused:
+      return kPaused;
+    case MailshotEnd::kNothingLeft:
+    case MailshotEnd::kFinished:
+    case MailshotEnd::kOutOfCredits:
+      break;
+  }
+  const bool failed = summary.smsFailed + summary.emailFailed + rows.inDoubt > 0 || summary.end == MailshotEnd::kOutOfCredits;
+  return failed ? kSomeFailed : kDone;
+}
+
+void Print(Program& program, const MailshotSummary& summary, const RowsLeft& rows, bool dryRun) {
+  if (program.json) {
+    PrintJson(QJsonObject{{QStringLiteral("sms_sent"), summary.smsSent},
+                          {QStringLiteral("sms_failed"), summary.smsFailed},
+                          {QStringLiteral("email_sent"), summary.emailSent},
+                          {QStringLiteral("email_failed"), summary.emailFailed},
+                          {QStringLiteral("processed"), rows.processed},
+                          {QStringLiteral("left"), rows.left},
+                          {QStringLiteral("in_doubt"), rows.inDoubt},
+                          {QStringLiteral("log"), QJsonArray::fromStringList(program.desk.resultsLog.Lines())}});
+    return;
+  }
+  for (const QString& line : program.desk.resultsLog.Lines()) PrintLine(line);
+  PrintLine((dryRun ? QStringLiteral("Would send: %1 texts (%2 would fail), %3 e-mails (%4 would fail). ")
+                    : QStringLiteral("Sent: %1 texts (%2 failed), %3 e-mails (%4 failed). "))
+                .arg(summary.smsSent)
+                .arg(summary.smsFailed)
+                .arg(summary.emailSent)
+                .arg(summary.emailFailed) +
+            QStringLiteral("Rows: %1 processed, %2 left, %3 in doubt.").arg(rows.processed).arg(rows.left).arg(rows.inDoubt));
+}
+
+int Send(Program& program, const SendArguments& arguments) {
+  Application& app = program.app;
+  if (arguments.emailOnly) {
+    program.ui.SetAnswer(Question::kSmsCredits, MessageAnswer::kNo);
+  } else if (arguments.yes || arguments.dryRun) {
+    program.ui.SetAnswer(Question::kSmsCredits, MessageAnswer::kYes);
+  }
+  if (arguments.stopOnError) program.ui.SetAnswer(Question::kCancelQueuedEmails, MessageAnswer::kYes);
+  if (!app.campaignStorage.LoadCampaign(arguments.id)) return kRefused;
+
+  const CampaignRecord& record = app.campaign.record;
+  ResultsLogFile file(app.log.Path(), record.ID);
+  if (!arguments.dryRun) {
+    file.Begin();
+    program.desk.resultsLog.SetSink([&file](const QString& line) { file.Append(line); });
+  }
+  Watch watch(program.ui);
+  Mailshot run = program.desk.MakeMailshot(watch);
+  watch.SetRun(&run);
+  const MailshotSummary summary = run.Send(record.ID, {record.SMS, record.Email_Subject, record.Email_Body},
+                                           arguments.dryRun ? MailshotMode::kDryRun : MailshotMode::kSend);
+  program.desk.resultsLog.SetSink({});
+  const RowsLeft rows = CountLeft(app, record.ID);
+  program.ui.EndProgress();
+  Print(program, summary, rows, arguments.dryRun);
+  return ExitCodeOf(summary, rows, program.ui);
+}
+
+}  // namespace
+
+void AddSendCommand(Runner& runner) {
+  auto arguments = std::make_shared<SendArguments>();
+  CLI::App& command = *runner.Root().add_subcommand("send", "Send the texts and e-mails of a campaign; goes on where a run stopped");
+  command.add_option("ID", arguments->id, "Number of the campaign")->required();
+  command.add_flag("--dry-run", arguments->dryRun, "Do everything but send and record, and print what would go");
+  CLI::Option* yes = command.add_flag("--yes", arguments->yes, "Agree to spend SMS credits (without it texts are refused)");
+  command.add_flag("--email-only", arguments->emailOnly, "Send the e-mails only; rows with a text stay unprocessed")->excludes(yes);
+  command.add_flag("--stop-on-error", arguments->stopOnError, "Stop after the first e-mail that fails");
+  command.footer(
+      "Example: marketingctl --folder garage --user Pat send 12 --yes\n"
+      "Ctrl+C pauses after the current row; the next send goes on. Exit codes: 3 some rows failed or are in doubt, 4 paused.");
+  runner.AddCommand(command, [arguments](Program& program) { return Send(program, *arguments); });
+}
+
+}  // namespace qbx::ctl

@@ -1,0 +1,59 @@
+#include "platform/smtp_dialogue.h"
+
+#include <QList>
+
+namespace qbx {
+namespace {
+
+QList<QByteArray> Lines(const QByteArray& text) {
+  QList<QByteArray> lines;
+  for (const QByteArray& line : text.split('\n')) {
+    if (!line.trimmed().isEmpty()) lines.append(line.trimmed());
+  }
+  return lines;
+}
+
+QByteArray AddressIn(const QByteArray& command) {
+  const qsizetype open = command.indexOf('<');
+  return command.mid(open + 1, command.indexOf('>') - open - 1);
+}
+
+}  // namespace
+
+void SmtpDialogue::Begin(Step step) {
+  step_ = step;
+  complete_ = false;
+  code_ = 0;
+}
+
+void SmtpDialogue::ClientSaid(const QByteArray& lines) {
+  for (const QByteArray& line : Lines(lines)) {
+    const QByteArray word = line.left(4).toUpper();
+    if (word == "EHLO" || word == "HELO" || word == "STAR" || word == "QUIT") {
+      Begin(Step::kConnect);
+    } else if (word == "MAIL" || word == "RCPT") {
+      Begin(word == "MAIL" ? Step::kSender : Step::kRecipient);
+      address_ = AddressIn(line);
+    } else {
+      Begin(line.toUpper() == "DATA" ? Step::kData : Step::kLogin);
+    }
+  }
+}
+
+void SmtpDialogue::ServerSaid(const QByteArray& lines) {
+  for (const QByteArray& line : Lines(lines)) {
+    lastLine_ = line;
+    code_ = line.left(3).toInt();
+    complete_ = code_ >= 100 && (line.size() == 3 || line[3] == ' ');
+    if (complete_ && step_ == Step::kData && code_ == 354) Begin(Step::kMessage);
+  }
+}
+
+bool SmtpDialogue::MessageRefused() const {
+  const int code = Code();
+  const bool aboutUs =
+      code == 421 || code == 530 || code == 534 || code == 535 || code == 538;  // closing down, log in first
+  return step_ >= Step::kSender && code >= 400 && !aboutUs;
+}
+
+}  // namespace qbx

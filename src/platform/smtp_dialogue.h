@@ -1,0 +1,42 @@
+// What mail client and mail server said to each other about one message.
+
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace qbx {
+
+/// Follows the commands and answers of one transfer, so that a failure can be judged by where it came and by what the
+/// server said.
+class SmtpDialogue {
+ public:
+  enum class Step { kConnect, kLogin, kSender, kRecipient, kData, kMessage };
+
+  /// \param lines  one or more command lines; what is no command known here belongs to the log-in
+  void ClientSaid(const QByteArray& lines);
+  /// \param lines  one or more lines of an answer
+  void ServerSaid(const QByteArray& lines);
+
+  /// The last step begun. `kMessage` begins when the server invites the message (354).
+  [[nodiscard]] Step LastStep() const { return step_; }
+  /// The last step's code when its answer came complete, else 0.
+  [[nodiscard]] int Code() const { return complete_ ? code_ : 0; }
+  /// The last line of the last answer, of whatever step and however complete.
+  [[nodiscard]] QString LastAnswer() const { return QString::fromUtf8(lastLine_); }
+  /// The server refused this sender, recipient or message rather than to work with us at all.
+  [[nodiscard]] bool MessageRefused() const;
+  /// The address in the last MAIL or RCPT command.
+  [[nodiscard]] QString LastAddress() const { return QString::fromUtf8(address_); }
+
+ private:
+  void Begin(Step step);
+
+  Step step_ = Step::kConnect;
+  bool complete_ = false;
+  int code_ = 0;
+  QByteArray lastLine_;
+  QByteArray address_;
+};
+
+}  // namespace qbx

@@ -1,0 +1,47 @@
+// How many letters, texts and e-mails a campaign has to send, and how many are sent.
+
+#include "results/counters.h"
+
+#include "util/text.h"
+
+namespace qbx {
+
+namespace {
+
+QString SentText(int sent, int all) {
+  return QStringLiteral("Sent: %1 / %2").arg(sent).arg(all);
+}
+
+}  // namespace
+
+CounterLabels MakeCounterLabels(const CounterValues& values, double credits) {
+  return {.lblLetters = QStringLiteral("Letters to Generate: %1").arg(values.letters),
+          .lblSMS0 = QStringLiteral("SMS's to Send: %1").arg(values.sms),
+          .lblSMS1 = SentText(values.smsSent, values.sms),
+          .lblSMS2 = QLatin1String("Credit Cost: ") + ShortestNumber(credits),
+          .lblEmail0 = QStringLiteral("Email's to Send: %1").arg(values.emails),
+          .lblEmail1 = SentText(values.emailsSent, values.emails)};
+}
+
+Counters::Counters(Statements& statements, Diagnostics diagnostics)
+    : statements_(statements), diagnostics_(diagnostics) {}
+
+void Counters::UpdateCounters(int campaignId) {
+  Recordset row;
+  try {
+    if (statements_.dbOpenRec(row, QStringLiteral("proc_selp_Results_Counters (%1)").arg(campaignId)) || row.Eof())
+      return;
+    const auto counter = [&row](const char* column) {
+      return static_cast<int>(row.Field(QString::fromLatin1(column)).ToInt());
+    };
+    values_ = {.letters = counter("ByLetter"),
+               .sms = counter("BySMS"),
+               .smsSent = counter("BySMS_Processed"),
+               .emails = counter("ByEmail"),
+               .emailsSent = counter("ByEmail_Processed")};
+  } catch (const DatabaseError& error) {
+    diagnostics_.errors.ShowError(0, QStringLiteral("UpdateCounters"), error.Description());
+  }
+}
+
+}  // namespace qbx

@@ -1,0 +1,45 @@
+// Flipping the flags of a result row.
+
+#include "results/flags.h"
+
+#include "util/text.h"
+
+namespace qbx {
+
+namespace {
+
+constexpr const char* kSendFlags[] = {"Send_Email", "Send_Letter", "Send_SMS"};
+constexpr char kProcessedFlag[] = "Processed";
+
+}  // namespace
+
+ResultFlags::ResultFlags(Statements& statements, ResultsView& view, Diagnostics diagnostics)
+    : statements_(statements), view_(view), diagnostics_(diagnostics) {}
+
+void ResultFlags::ClickCell(const QString& column, qint64 recordId) {
+  for (const char* flag : kSendFlags)
+    if (EqualsNoCase(column, QString::fromLatin1(flag))) return ToggleCheckBox(QString::fromLatin1(flag), recordId);
+  if (!EqualsNoCase(column, QString::fromLatin1(kProcessedFlag))) return;
+  if (!processedChangeConfirmed_) {
+    const Message question{
+        .text = QStringLiteral("Do you want to adjust the Processed flags? Records can be ignored or "
+                               "resent if the flag is adjusted."),
+        .icon = MessageIcon::kQuestion,
+        .buttons = MessageButtons::kYesNo,
+        .question = Question::kChangeProcessedFlags};
+    if (diagnostics_.ui.ShowMessage(question) != MessageAnswer::kYes) return;
+    processedChangeConfirmed_ = true;
+  }
+  ToggleCheckBox(QString::fromLatin1(kProcessedFlag), recordId);
+}
+
+void ResultFlags::ToggleCheckBox(const QString& column, qint64 recordId) {
+  if (recordId <= 0) return;
+  diagnostics_.ui.SetBusy(true);
+  const bool toggled = statements_.dbRunCommandWithParameters(QStringLiteral("proc_updp_Marketing_ToggleCheckbox"),
+                                                              {Value(recordId), Value(column)});
+  diagnostics_.ui.SetBusy(false);
+  if (toggled) view_.RefreshResults();
+}
+
+}  // namespace qbx

@@ -1,0 +1,85 @@
+// The rows of the current campaign, as step 3 shows them.
+
+#include "results/results_view.h"
+
+#include "settings/options.h"
+#include "settings/startup_values.h"
+
+namespace qbx {
+
+ResultsPresentation PresentResults(const EditionFlags& edition, const Options& options) {
+  ResultsPresentation presentation;
+  if (edition.boat) {
+    presentation.captions = {{QStringLiteral("Vehicle"), QStringLiteral("Boat")},
+                             {QStringLiteral("Last_Mileage"), QStringLiteral("Last Hours")}};
+  }
+  presentation.optInColumns = {QStringLiteral("SMS Opt-In"), QStringLiteral("Email Opt-In"),
+                               QStringLiteral("Letter Opt-In")};
+  presentation.showOptIn = options.Using_Vrelo;
+  return presentation;
+}
+
+ResultsView::ResultsView(Statements& statements, Counters& counters, Diagnostics diagnostics)
+    : statements_(statements), counters_(counters), diagnostics_(diagnostics) {}
+
+bool ResultsView::DisplayResults(int campaignId) {
+  counters_.UpdateCounters(campaignId);
+  Recordset rows;
+  if (!ReadRows(QStringLiteral("proc_selp_Campaign_Results (%1)").arg(campaignId), rows)) return false;
+  rows_ = std::move(rows);
+  campaignId_ = campaignId;
+  if (displayed_) displayed_();
+  return true;
+}
+
+/// Reads on the database thread, so that a long list does not freeze the window. What fails there is tried once more as
+/// an ordinary statement, which opens a lost connection again and says what is wrong.
+bool ResultsView::ReadRows(const QString& sql, Recordset& rows) {
+  Connection& connection = statements_.Shared();
+  if (connection.IsOpen()) {
+    try {
+      connection.RunLong([&] { rows = Recordset::ReadAll(connection.Driver().Execute(sql)); },
+                         [this] { diagnostics_.ui.PumpEvents(); }, [] { return false; });
+      rows.SetSource([&connection, sql] { return connection.Driver().Execute(sql); });
+      return true;
+    } catch (const DatabaseError& error) {
+      diagnostics_.log.WriteLog(QLatin1String("DisplayResults: ") + error.Description());
+    } catch (const std::exception& error) {
+      diagnostics_.errors.ShowError(0, QStringLiteral("DisplayResults"), QString::fromUtf8(error.what()));
+      return false;
+    }
+  }
+  return !statements_.dbOpenRec(rows, sql, CursorType::kForwardOnly, LockType::kReadOnly, kOptionUnspecified,
+                                CursorLocation::kClient);
+}
+
+bool ResultsView::RefreshResults() {
+  counters_.UpdateCounters(campaignId_);
+  if (!rows_.IsOpen()) return true;
+  std::optional<QString> failure;
+  const auto requery = [this, &failure] {
+    try {
+      rows_.Requery();
+    } catch (const DatabaseError& error) {
+      failure = error.Description();
+    }
+  };
+  if (refresh_)
+    refresh_(requery);
+  else
+    requery();
+  if (failure) diagnostics_.errors.ShowError(0, QStringLiteral("RefreshResults"), *failure);
+  return !failure;
+}
+
+bool ResultsView::DeleteRow(qint64 recordId) {
+  if (!statements_.dbExecute(QStringLiteral("proc_delp_Campaign_Results ( %1 )").arg(recordId)).Ok()) return false;
+  counters_.UpdateCounters(campaignId_);
+  return true;
+}
+
+QString ResultsView::CountText() const {
+  return QString::number(rows_.RecordCount()) + QLatin1String(" records ");
+}
+
+}  // namespace qbx

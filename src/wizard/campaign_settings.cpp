@@ -1,0 +1,191 @@
+// Moving the settings of a campaign between the wizard and its record; what closing the program does to unsaved ones.
+
+#include "wizard/campaign_settings.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "database/list_query.h"
+#include "queries/query_catalogue.h"
+#include "util/text.h"
+
+namespace qbx {
+
+namespace {
+
+constexpr int kEarliestStoredYear = 1996;
+
+// The stored flags and conditions of the filters, by the numbers of their controls; the model filter is not stored.
+constexpr bool CampaignRecord::*kUseFields[] = {&CampaignRecord::Marketing, &CampaignRecord::UseCustType,
+                                                &CampaignRecord::UseEnquirySource, &CampaignRecord::UseLastKnownMileage,
+                                                &CampaignRecord::UseYearOfManufacture};
+constexpr int CampaignRecord::*kWhenFields[] = {
+    nullptr, &CampaignRecord::WhenCustType, &CampaignRecord::WhenEnquirySource, &CampaignRecord::WhenLastKnownMileage,
+    &CampaignRecord::WhenYearOfManufacture};
+
+/// The number at the start of the text, as a stored 32-bit field takes it.
+int StoredNumber(const QString& text) {
+  return static_cast<int>(
+      std::clamp<qint64>(LeadingInteger(text), std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+}
+
+/// A date from its control; the stored time is kept when the day is the same.
+void CopyDate(const QDate& date, QDateTime& field) {
+  if (date.isValid() && field.date() != date) field = date.startOfDay();
+}
+
+void CopyStoredDate(const QDateTime& stored, QDate& date) {
+  if (stored.isValid() && stored.date().year() >= kEarliestStoredYear) date = stored.date();
+}
+
+void CopyFilters(const CampaignRecord& record, Filters& filters, std::vector<int>& outOfRange) {
+  for (size_t filter = 0; filter < std::size(kUseFields); ++filter)
+    filters.chkFilter[filter] = record.*kUseFields[filter];
+  filters.chkFilter[kFilterModel] = false;
+  filters.chkIncludeOptedOut = false;
+  for (size_t filter = kFilterCustomerType; filter <= kFilterYear; ++filter) {
+    const int position = record.*kWhenFields[filter];
+    const bool exists = position >= -1 && position < FilterConditions(static_cast<FilterIndex>(filter)).size();
+    filters.cmbFilter[filter] = exists ? position : -1;
+    if (!exists) outOfRange.push_back(static_cast<int>(filter));
+  }
+  filters.cmbData1 = record.ValueCustType;
+  filters.cmbData2 = record.ValueEnquirySource;
+  filters.txtMileage = {record.ValueLastKnownMileage1, record.ValueLastKnownMileage2};
+  filters.txtYear = {record.ValueYearOfManufacture1, record.ValueYearOfManufacture2};
+  filters.txtModel.clear();
+}
+
+}  // namespace
+
+void CopyToRecord(const WizardState& state, CampaignRecord& record) {
+  record.Step1 = state.bStepComplete[1];
+  record.Step2 = state.bStepComplete[2];
+  record.Step3 = state.bStepComplete[3];
+  CopyDate(state.options.dteDate[0], record.Date1);
+  CopyDate(state.options.dteDate[1], record.Date2);
+  record.Records = StoredNumber(state.options.txtCriteria);
+  record.RecordsStart = StoredNumber(state.options.txtCriteriaStart);
+  record.ReminderID = state.options.cmbReminder;
+  record.Makes = state.options.txtMakes;
+  record.Letter = state.rtfLetter;
+  record.Email_Subject = state.txtEmailSubject;
+  record.Email_Body = state.txtEmailBody;
+  record.SMS = state.txtSMS;
+  for (size_t filter = 0; filter < std::size(kUseFields); ++filter)
+    record.*kUseFields[filter] = state.filters.chkFilter[filter];
+  for (size_t filter = kFilterCustomerType; filter <= kFilterYear; ++filter)
+    record.*kWhenFields[filter] = state.filters.cmbFilter[filter];
+  record.ValueCustType = state.filters.cmbData1;
+  record.ValueEnquirySource = state.filters.cmbData2;
+  record.ValueLastKnownMileage1 = state.filters.txtMileage[0];
+  record.ValueLastKnownMileage2 = state.filters.txtMileage[1];
+  record.ValueYearOfManufacture1 = state.filters.txtYear[0];
+  record.ValueYearOfManufacture2 = state.filters.txtYear[1];
+}
+
+std::vector<int> CopyFromRecord(const CampaignRecord& record, WizardState& state) {
+  state.bStepComplete = {true, record.Step1, record.Step2, record.Step3};
+  QueryOptions& options = state.options;
+  CopyStoredDate(record.Date1, options.dteDate[0]);
+  CopyStoredDate(record.Date2, options.dteDate[1]);
+  options.FromDateText.clear();
+  options.ToDateText.clear();
+  options.cmbType.clear();
+  options.cmbReminder =
+      record.ReminderID >= 0 && record.ReminderID < state.cmbReminderItems.size() ? record.ReminderID : -1;
+  options.txtCriteria = QString::number(record.Records);
+  options.txtCriteriaStart = QString::number(record.RecordsStart);
+  options.txtMakes = record.Makes;
+  state.rtfLetter = record.Letter;
+  state.txtEmailSubject = record.Email_Subject;
+  state.txtEmailBody = record.Email_Body;
+  state.txtSMS = record.SMS;
+  std::vector<int> outOfRange;
+  CopyFilters(record, state.filters, outOfRange);
+  return outOfRange;
+}
+
+QString WindowCaption(const QString& base, const CampaignRecord& record) {
+  return record.Campaign_Name.isEmpty() ? base : base + QLatin1String(" - [") + record.Campaign_Name + u']';
+}
+
+CampaignSettings::CampaignSettings(Statements& statements, CurrentCampaign& campaign, WizardState& state,
+                                   QuerySelection& selection, ResultsView& results, const Options& options,
+                                   Diagnostics diagnostics)
+    : statements_(statements),
+      campaign_(campaign),
+      state_(state),
+      selection_(selection),
+      results_(results),
+      options_(options),
+      diagnostics_(diagnostics) {}
+
+void CampaignSettings::SetupCampaignData() {
+  diagnostics_.ui.SetBusy(true);
+  std::optional<QString> failure;
+  try {
+    FillLists();
+    const std::vector<int> outOfRange = CopyFromRecord(campaign_.record, state_);
+    selection_.ShowNode(campaign_.record.CampaignTypeID);
+    if (!outOfRange.empty())
+      failure = QStringLiteral("The condition of filter %1 is not one of its list.").arg(outOfRange.front());
+    campaign_.CampaignChanged = false;
+    results_.DisplayResults(campaign_.record.ID);
+  } catch (const std::exception& error) {
+    failure = QString::fromUtf8(error.what());
+  }
+  diagnostics_.ui.SetBusy(false);
+  if (failure) diagnostics_.errors.ShowError(0, QStringLiteral("SetupCampaignData"), *failure);
+}
+
+void CampaignSettings::FillLists() {
+  const QString description = QStringLiteral("Description");
+  state_.cmbReminderItems = ReminderList(options_);
+  state_.cmbData1Items =
+      ReadList(statements_, QStringLiteral("proc_sel_Customer_Types"), description).value_or(std::vector<ListRow>());
+  state_.cmbData2Items =
+      ReadList(statements_, QStringLiteral("proc_sel_Enquiry_Source"), description).value_or(std::vector<ListRow>());
+  FillCampaignList();
+}
+
+void CampaignSettings::FillCampaignList() {
+  state_.cmbCampaigns = ReadList(statements_, QStringLiteral("proc_sel_Marketing_Campaigns"),
+                                 QStringLiteral("Campaign_Name"), QStringLiteral("ID"))
+                            .value_or(std::vector<ListRow>());
+}
+
+bool CampaignSettings::SaveCampaignSettings(const std::function<void()>& save) {
+  const int oldId = campaign_.record.ID;
+  CopyToRecord(state_, campaign_.record);
+  save();
+  const int newId = campaign_.record.ID;
+  if (newId < 1) return false;
+  if (oldId < 0) {
+    statements_.dbExecute(
+        QStringLiteral("UPDATE [Campaign Results] SET CampaignID = %1 WHERE CampaignID = %2").arg(newId).arg(oldId));
+  }
+  FillCampaignList();
+  return true;
+}
+
+bool CampaignSettings::LoadCampaignSettings(const std::function<int()>& load) {
+  if (load() < 1) return false;
+  SetupCampaignData();
+  return true;
+}
+
+bool CampaignSettings::CloseRequest() {
+  if (!campaign_.CampaignChanged) return true;
+  const Message question{.text = QLatin1String("Campaign details may have changed and have not been saved.\r\rExit ") +
+                                 diagnostics_.ui.ApplicationTitle() + QLatin1String(" and lose changes?"),
+                         .icon = MessageIcon::kQuestion,
+                         .buttons = MessageButtons::kYesNo,
+                         .defaultAnswer = MessageAnswer::kNo};
+  if (diagnostics_.ui.ShowMessage(question) != MessageAnswer::kYes) return false;
+  const int id = campaign_.record.ID;
+  if (id < 0) statements_.dbExecute(QStringLiteral("DELETE FROM [Campaign Results] WHERE CampaignID = %1").arg(id));
+  return true;
+}
+
+}  // namespace qbx

@@ -1,0 +1,64 @@
+// What the user's choices in steps 1 and 2 change beyond the control that was clicked.
+
+#include "wizard/query_selection.h"
+
+#include "database/list_query.h"
+#include "queries/query_catalogue.h"
+
+namespace qbx {
+
+QuerySelection::QuerySelection(Statements& statements, CurrentCampaign& campaign, WizardState& state,
+                               const Options& options, const EditionFlags& edition, Diagnostics diagnostics)
+    : statements_(statements),
+      campaign_(campaign),
+      state_(state),
+      options_(options),
+      edition_(edition),
+      diagnostics_(diagnostics) {}
+
+void QuerySelection::NodeClick(int index) {
+  if (!FindQueryNode(index, edition_.boat)) return;
+  ShowNode(index);
+  state_.options.txtMakes.clear();
+  campaign_.record.CampaignTypeID = index;
+  Changed();
+}
+
+void QuerySelection::MakesClick(const std::vector<bool>& selected) {
+  state_.lstMakesSelected = selected;
+  state_.lstMakesSelected.resize(state_.lstMakes.size());
+  QStringList items;
+  QStringList chosen;
+  for (size_t row = 0; row < state_.lstMakes.size(); ++row) {
+    items.append(state_.lstMakes[row].text);
+    if (state_.lstMakesSelected[row]) chosen.append(state_.lstMakes[row].text);
+  }
+  state_.options.txtMakes = RebuildMakesText(state_.options.txtMakes, items, chosen);
+  Changed();
+}
+
+FilterView QuerySelection::FilterClick() {
+  Changed();
+  return ShowFilterState(state_.filters);
+}
+
+void QuerySelection::IncludeOptedOutClick(bool ticked) {
+  state_.filters.chkIncludeOptedOut = ticked;
+  if (const std::optional<Message> message = GuardIncludeOptedOut(state_.filters, options_))
+    diagnostics_.ui.ShowMessage(*message);
+}
+
+void QuerySelection::ShowNode(int index) {
+  const std::optional<QueryNode> node = FindQueryNode(index, edition_.boat);
+  state_.selectedNode = node ? index : kNoQuery;
+  state_.panels = node ? ShowQueryOptions(node->QueryKey(), state_.options, edition_.boat, diagnostics_.clock.Today())
+                       : NoQueryPanels();
+  state_.filters.mileageVisible = state_.panels.mileageFilterVisible;
+  if (!state_.panels.makesListStatement) return;
+  state_.lstMakes = ReadList(statements_, *state_.panels.makesListStatement, QStringLiteral("Description"),
+                             QStringLiteral("RecordID"))
+                        .value_or(std::vector<ListRow>());
+  state_.lstMakesSelected.assign(state_.lstMakes.size(), false);
+}
+
+}  // namespace qbx

@@ -1,0 +1,116 @@
+// Moving through the wizard.
+
+#include "wizard/steps.h"
+
+#include "wizard/step_checks.h"
+
+namespace qbx {
+
+namespace {
+
+constexpr int kLastStep = 2;
+constexpr int kResultsTab = 3;
+constexpr int kProcessTab = 5;
+
+Message YesNoQuestion(const QString& text) {
+  return {.text = text, .icon = MessageIcon::kQuestion, .buttons = MessageButtons::kYesNo};
+}
+
+}  // namespace
+
+WizardSteps::WizardSteps(Parts parts, Diagnostics diagnostics) : parts_(std::move(parts)), diagnostics_(diagnostics) {}
+
+StepResult WizardSteps::NextStep(int index) {
+  if (index < 0 || index > kLastStep) return {};
+  LogClick(QStringLiteral("Clicked: Next(%1)"), index);
+  const bool runsQuery = index < kLastStep;
+  if (runsQuery && !MayRunQuery(index)) return {};
+  WizardState& state = parts_.state;
+  if (runsQuery && parts_.queries.ProcessQuery(index, false) != QueryOutcome::kDone) return {};
+  state.bStepComplete[static_cast<size_t>(index) + 1] = true;
+  StepResult result{.selectTab = index + 2};
+  if (index == 1) {
+    parts_.results.DisplayResults(parts_.campaign.record.ID);
+    result.notice = OptedOutNotice(state.filters, parts_.options.Only_Send_Comms_When_Opted_In);
+  }
+  return result;
+}
+
+bool WizardSteps::MayRunQuery(int index) {
+  if (parts_.counters.Values().Sent() > 0 &&
+      diagnostics_.ui.ShowMessage(ResetProcessedQuestion()) != MessageAnswer::kYes)
+    return false;
+  const int query = parts_.campaign.record.CampaignTypeID;
+  std::optional<Message> refusal =
+      index == 0 ? CheckStepOne(query, parts_.state.options, parts_.options.Using_Vrelo, diagnostics_.clock.Today())
+                 : CheckStepTwo(query, parts_.state.filters, parts_.edition.boat);
+  if (!refusal && !parts_.state.bStepComplete[static_cast<size_t>(index)]) refusal = StepNotReachedMessage();
+  if (!refusal) return true;
+  diagnostics_.ui.ShowMessage(*refusal);
+  return false;
+}
+
+StepResult WizardSteps::BackStep(int index) {
+  if (index < 1 || index > kLastStep) return {};
+  LogClick(QStringLiteral("Clicked: Back(%1)"), index);
+  return {.selectTab = index};
+}
+
+void WizardSteps::LogClick(const QString& text, int index) {
+  parts_.events.LogEvent(kEventMarketing, 0, QString::fromLatin1(kMarketingKey), text.arg(index));
+}
+
+bool WizardSteps::Refresh() {
+  const WizardState& state = parts_.state;
+  if (const std::optional<Message> refusal = CheckRefresh(state.filters, state.bStepComplete[1], parts_.edition.boat)) {
+    diagnostics_.ui.ShowMessage(*refusal);
+    return false;
+  }
+  return parts_.queries.Refresh() == QueryOutcome::kDone;
+}
+
+void WizardSteps::StartNewCampaign() {
+  WizardState& state = parts_.state;
+  diagnostics_.ui.SetBusy(true);
+  parts_.storage.InitialiseCampaign();
+  state.lblRecords = {QStringLiteral("Records found:"), QStringLiteral("Records found:")};
+  state.lstMakesSelected.assign(state.lstMakes.size(), false);
+  parts_.settings.SetupCampaignData();
+  state.options.dteDate = {};
+  diagnostics_.ui.SetBusy(false);
+}
+
+StepResult WizardSteps::RunCampaign() {
+  parts_.loadOptions();
+  if (const std::optional<Message> refusal = CheckRunCampaign(parts_.state.bStepComplete)) {
+    diagnostics_.ui.ShowMessage(*refusal);
+    return {};
+  }
+  return {.selectTab = kProcessTab};
+}
+
+void WizardSteps::TabOpened(int tab) {
+  if (tab == kResultsTab && parts_.state.ProcessResultsLogged) {
+    parts_.results.RefreshResults();
+    parts_.state.ProcessResultsLogged = false;
+  }
+  if (tab == kProcessTab) parts_.counters.UpdateCounters(parts_.campaign.record.ID);
+}
+
+bool WizardSteps::ConfirmNewCampaign() {
+  return Confirm(QStringLiteral("Lose any changes and start a new campaign?"));
+}
+
+bool WizardSteps::ConfirmLoadCampaign() {
+  return Confirm(QStringLiteral("Lose any changes and load an existing campaign?"));
+}
+
+bool WizardSteps::ConfirmExit() {
+  return Confirm(QLatin1String("Exit ") + diagnostics_.ui.ApplicationTitle() + u'?');
+}
+
+bool WizardSteps::Confirm(const QString& text) {
+  return diagnostics_.ui.ShowMessage(YesNoQuestion(text)) == MessageAnswer::kYes;
+}
+
+}  // namespace qbx

@@ -1,0 +1,82 @@
+// An empty host database behind the real engine and the real statement routines. Header only: a test folder that uses
+// it links qbx_hostdb, qbx_database_embedded and qbx_database.
+
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "database/embedded/engine.h"
+#include "database/statements.h"
+#include "hostdb/host_database.h"
+#include "support/fixed_clock.h"
+#include "support/scripted_ui.h"
+#include "support/temp_folder.h"
+
+namespace qbx::test {
+
+/// Opens on a new host database, as user "TESTER". Statements of a test run below the statement routines and fail the
+/// test by themselves.
+struct EmbeddedHost {
+  EmbeddedHost() {
+    context.user = QStringLiteral("TESTER");
+    context.DatabaseVersion = kHostSchemaVersion;
+    errors.SetEventWriter([this](int type, int table, const QString& key, const QString& details) {
+      events.LogEvent(type, table, key, details);
+    });
+    const HostDatabaseProblem problem =
+        CreateHostDatabase(folder.File(QStringLiteral("Garage.db")), ExistingFile::kRefuse);
+    if (problem) ADD_FAILURE() << problem->toStdString();
+    try {
+      connection.Open(QStringLiteral("Provider=SQLOLEDB;Data Source=;Initial Catalog=Garage;"),
+                      {QStringLiteral("sa"), QString()});
+    } catch (const DatabaseError& error) {
+      ADD_FAILURE() << error.what();
+    }
+  }
+
+  /// Runs a batch and returns the rows of its last result.
+  Recordset Run(const QString& sql) {
+    try {
+      return Recordset::ReadAll(connection.Driver().Execute(sql));
+    } catch (const DatabaseError& error) {
+      ADD_FAILURE() << error.what() << " in: " << sql.toStdString();
+      return {};
+    }
+  }
+  /// The first field of the first row.
+  Value Ask(const QString& sql) {
+    const Recordset rows = Run(sql);
+    return rows.Eof() ? Value() : rows.Field(0);
+  }
+  /// Every row as "a|b|c", NULL as "NULL".
+  QStringList Rows(const QString& sql) {
+    QStringList lines;
+    Recordset rows = Run(sql);
+    for (; !rows.Eof(); rows.MoveNext()) {
+      QStringList fields;
+      for (int i = 0; i < static_cast<int>(rows.Columns().size()); ++i) {
+        const Value value = rows.Field(i);
+        fields += value.IsNull() ? QStringLiteral("NULL") : value.ToText();
+      }
+      lines += fields.join(QLatin1Char('|'));
+    }
+    return lines;
+  }
+
+  TempFolder folder;
+  FixedClock clock;
+  ScriptedUi ui;
+  LogFile log{clock, folder.File(QStringLiteral("MARKETING.LOG"))};
+  StatusBox status{ui};
+  ErrorReport errors{log, status, ui};
+  Diagnostics diagnostics{clock, log, ui, status, errors};
+  EmbeddedEngine engine{folder.Path(), clock, RefreshProcedures};
+  Connection connection{engine.Factory()};
+  EventContext context;
+  EventLog events{connection, context, log};
+  LastError lastError;
+  ErrorInterpretation interpretation{context, events, lastError, diagnostics};
+  Statements statements{connection, interpretation, events, lastError, diagnostics};
+};
+
+}  // namespace qbx::test
