@@ -19,9 +19,10 @@ target_precompile_headers(qbx_pch PRIVATE <QDateTime> <QHash> <QString> <QString
                           <string> <variant> <vector>)
 
 # qbx_library(<folder>) makes the library qbx_<folder> from every .cpp beside the caller. A folder of headers only becomes an
-# interface library, so that the others can link it all the same.
+# interface library, so that the others can link it all the same. A main.cpp is left to qbx_program.
 function(qbx_library name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   if(sources)
     add_library(qbx_${name} STATIC ${sources})
     target_link_libraries(qbx_${name} PUBLIC qbx_options Qt6::Core)
@@ -43,6 +44,12 @@ function(qbx_links name)
   else()
     target_link_libraries(qbx_${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
   endif()
+endfunction()
+
+# qbx_program(<folder>) makes the program <folder> from the main.cpp beside the caller and the folder's library.
+function(qbx_program name)
+  add_executable(${name} main.cpp)
+  target_link_libraries(${name} PRIVATE qbx_${name} ${ARGN})
 endfunction()
 
 # qbx_tests(<folder> LINKS ...) makes one GoogleTest program <folder>_test from every .cpp beside the caller; each test is a CTest test

@@ -14,11 +14,7 @@ inline constexpr int kUnspecifiedError = -2147467259;
 // Numbers of the pending error when it is the provider's own or the client library's, as signed 32-bit numbers.
 inline constexpr int kStatementFailed = -2147217900;       ///< the server refused the statement
 inline constexpr int kConstraintFailed = -2147217873;      ///< a constraint was violated
-<<<<<<< HEAD
-inline constexpr int kTimedOut = -2147217871;              ///< the command took too long, or a lock could not be had
-=======
 inline constexpr int kCommandTimedOut = -2147217871;       ///< the command took too long, or a lock could not be had
->>>>>>> engine
 inline constexpr int kCommandCancelled = -2147217842;      ///< the command was cancelled
 inline constexpr int kAuthenticationFailed = -2147217843;  ///< login failed, or the database cannot be opened with it
 inline constexpr int kItemNotFound = 3265;                 ///< no field or parameter of that name or position
