@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <type_traits>
 
+#include "campaigns/stored_fields.h"
 #include "support/embedded_host.h"
 
 namespace qbx {
@@ -14,38 +16,25 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-/// Every field with a value of its own, none of them a default.
+/// Every field with a value of its own, as awkward as its type allows.
 CampaignRecord FullRecord() {
   CampaignRecord record;
-  record.Version = 3;
-  record.CampaignTypeID = 10;
-  record.Step1 = true;
-  record.Step3 = true;
-  record.Campaign_Name = u"O'Brien \"50% off\" \u20AC; DROP TABLE x --"_qs;
-  record.Campaign_Description = u"line 1\r\nline 2"_qs;
-  record.Letter = u"{\\rtf1 \\{contact\\} "_qs + QString(100'000, u'L') + u'}';
-  record.Email_Subject = u"Subject {make}"_qs;
-  record.Email_Body = u"Body \U0001F697"_qs;
-  record.SMS = u"Text"_qs;
-  record.Makes = u"Audi, Ford"_qs;
-  record.Date1 = QDateTime(QDate(2024, 2, 29), QTime(0, 0));
-  record.Date2 = QDateTime(QDate(2026, 3, 4), QTime(10, 20, 30));
-  record.Records = std::numeric_limits<int>::max();
-  record.RecordsStart = std::numeric_limits<int>::min();
-  record.ReminderID = 4;
-  record.Marketing = true;
-  record.UseEnquirySource = true;
-  record.UseYearOfManufacture = true;
-  record.WhenCustType = 1;
-  record.WhenEnquirySource = 2;
-  record.WhenLastKnownMileage = 3;
-  record.WhenYearOfManufacture = 0;
-  record.ValueCustType = u"Trade"_qs;
-  record.ValueEnquirySource = u"Web"_qs;
-  record.ValueLastKnownMileage1 = u"10000"_qs;
-  record.ValueLastKnownMileage2 = u"20000"_qs;
-  record.ValueYearOfManufacture1 = u"2001"_qs;
-  record.ValueYearOfManufacture2 = u"2002"_qs;
+  int number = std::numeric_limits<int>::min();
+  for (const StoredField& field : StoredFields()) {
+    const auto set = [&](auto member) {
+      auto& value = record.*member;
+      using Type = std::remove_reference_t<decltype(value)>;
+      ++number;
+      if constexpr (std::is_same_v<Type, int>) value = number;
+      if constexpr (std::is_same_v<Type, bool>) value = number % 2 == 0;
+      if constexpr (std::is_same_v<Type, QDateTime>)
+        value = QDateTime(QDate(2024, 2, 29), QTime(23, 59, 59)).addYears(number % 9);
+      if constexpr (std::is_same_v<Type, QString>)
+        value = u"O'Brien \"50%\"\r\n\u20AC \U0001F697 {contact}; -- "_qs + QLatin1String(field.name);
+    };
+    std::visit(set, field.member);
+  }
+  record.Letter += QString(100'000, u'L');
   return record;
 }
 
