@@ -114,7 +114,7 @@ QString CRegistry::HiveError() const {
 QString CRegistry::OpenKey() {
   const QString path = Path();
   if (services_.store.KeyExists(root, path)) return {};
-  if (const QString error = HiveError(); !error.isEmpty()) return error;
+  if (QString error = HiveError(); !error.isEmpty()) return error;
   if (!AutoCreate) return QStringLiteral("The key does not exist");
   return Create() ? QString() : QStringLiteral("Unable to create Registry Key");
 }
@@ -194,7 +194,7 @@ bool CRegistry::DeleteKey() {
 
 QString CRegistry::DeleteKeyAdv(const QString& path) {
   for (const QString& subKey : services_.store.SubKeys(root, path)) {
-    if (const QString failure = DeleteKeyAdv(path + QLatin1Char('\\') + subKey); !failure.isEmpty()) return failure;
+    if (QString failure = DeleteKeyAdv(path + QLatin1Char('\\') + subKey); !failure.isEmpty()) return failure;
   }
   return services_.store.DeleteKey(root, path);
 }

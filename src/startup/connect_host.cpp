@@ -29,7 +29,7 @@ class LoginKey {
 };
 
 QString ReadServer(RegistryValues& registry, const LoginKey& key) {
-  const QString server = key.Text("Server");
+  QString server = key.Text("Server");
   if (!server.isEmpty()) return server;
   return registry.sysLoadValueFromRegistry(QString::fromLatin1(kLogin), QStringLiteral("Server"));
 }
