@@ -149,8 +149,8 @@ QueryOutcome QueryProcessor::Run(std::span<const Pass> passes) {
   return outcome;
 }
 
-// A connection that is lost loses its transaction with it, so the run is repeated whole, once; after the commit was asked for nobody knows
-// whether it was made, and the failure is reported.
+// A connection that is lost loses its transaction with it, so the run is repeated whole, once; after the
+// commit was asked for nobody knows whether it was made, and the failure is reported.
 QueryOutcome QueryProcessor::RunWithReopen(std::span<const Pass> passes) {
   Connection& connection = statements_.Shared();
   if (!connection.WasOpen())

@@ -58,7 +58,8 @@ class QueryProcessor {
   /// caller's.
   [[nodiscard]] QueryOutcome Refresh();
 
-  /// Rows of the last run: of the starting query before anything was removed, and of the last pass after filters and consent.
+  /// Rows of the last run: of the starting query before anything was removed, and of the last pass after filters and
+  /// consent.
   [[nodiscard]] const std::array<qint64, 2>& Records() const { return counts_; }
 
  private:
