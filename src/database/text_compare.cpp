@@ -58,7 +58,8 @@ std::size_t SameStart(const char* left, const char* right, std::size_t size) {
 /// Start of the characters that the bytes at `at` belong to; the bytes in front of them are the same in both texts.
 std::size_t CharacterStart(std::string_view left, std::string_view right, std::size_t at) {
   const auto continues = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; };
-  while (at > 0 && (continues(left[at]) || continues(right[at]))) --at;
+  while (at > 0 && (continues(left[at]) || continues(right[at])))
+    --at;
   return at;
 }
 
