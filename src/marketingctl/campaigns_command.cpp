@@ -45,8 +45,7 @@ int Show(Program& program, int id) {
   return kDone;
 }
 
-int PrintId(Program& program) {
-  const int id = program.app.campaign.record.ID;
+int PrintId(const Program& program, int id) {
   if (program.json) {
     PrintJson(QJsonObject{{QStringLiteral("ID"), id}});
   } else {
@@ -60,13 +59,13 @@ int New(Program& program, const QString& name, const CampaignArguments& argument
   CampaignRecord& record = program.app.campaign.record;
   record.Campaign_Name = name;
   ApplyCampaignArguments(arguments, program.app.startup.edition, record);
-  return program.app.campaignStorage.SaveCampaign() ? PrintId(program) : static_cast<int>(kRefused);
+  return program.app.campaignStorage.SaveCampaign() ? PrintId(program, program.app.campaign.record.ID) : static_cast<int>(kRefused);
 }
 
 int Set(Program& program, int id, const CampaignArguments& arguments) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
   ApplyCampaignArguments(arguments, program.app.startup.edition, program.app.campaign.record);
-  return program.app.campaignStorage.UpdateCampaign() ? PrintId(program) : static_cast<int>(kRefused);
+  return program.app.campaignStorage.UpdateCampaign() ? PrintId(program, program.app.campaign.record.ID) : static_cast<int>(kRefused);
 }
 
 /// The highest number in the list: what a copy was given.
@@ -83,8 +82,7 @@ int Copy(Program& program, int id, const QString& name) {
   if (!CampaignNameIsValid(copyName)) return Refuse(QStringLiteral("Campaign Name is not valid."));
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
   if (!program.app.campaignStorage.CopyCampaign(id, copyName)) return kRefused;
-  program.app.campaign.record.ID = NewestCampaign(program);
-  return PrintId(program);
+  return PrintId(program, NewestCampaign(program));
 }
 
 int Rename(Program& program, int id, const QString& name) {

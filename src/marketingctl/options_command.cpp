@@ -30,7 +30,7 @@ const OptionKey* FindKey(const QString& name) {
 }
 
 QString CompanyOf(const Application& app, const OptionKey& key) {
-  return key.source == OptionSource::kCompanyA ? QStringLiteral("A") : app.hostConnection.CompanyCode();
+  return key.source == OptionSource::kCompanyA ? QStringLiteral("A") : app.startup.companyCode;
 }
 
 QString Shown(const Application& app, const OptionKey& key) {

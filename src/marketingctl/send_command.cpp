@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "dispatch/send_journal.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
 #include "marketingctl/results_log_file.h"

@@ -39,8 +39,10 @@ class RegistryParser {
   QString Parse() {
     try {
       if (TakeLine().trimmed() != kHeader) throw Damage{QStringLiteral("it does not begin with \"%1\"").arg(kHeader)};
-      while (at_ < text_.size())
-        ParseLine();
+      for (qsizetype counted = 0; at_ < text_.size(); ParseLine()) {
+        line_ += QStringView(text_).mid(counted, at_ - counted).count(u'\n');
+        counted = at_;
+      }
       return {};
     } catch (const Damage& damage) {
       return QStringLiteral("line %1: %2").arg(line_).arg(damage.what);

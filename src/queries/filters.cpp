@@ -69,6 +69,16 @@ bool Filters::AnyVehicleFilter() const {
   return Ticked(kFilterMileage) || Ticked(kFilterYear) || Ticked(kFilterModel);
 }
 
+FilterCaptions MakeFilterCaptions(bool boatEdition) {
+  const QString vehicle = boatEdition ? QStringLiteral("Boat") : QStringLiteral("Vehicle");
+  return {
+      .fraVehicleFilter = vehicle + QLatin1String(" Filter"),
+      .chkFilter = {QStringLiteral("Include customers who have selected No Marketing"), QStringLiteral("Customer Type"),
+                    QStringLiteral("Enquiry Source"),
+                    QLatin1String("Last known ") + (boatEdition ? QLatin1String("Hours") : QLatin1String("Mileage")),
+                    QStringLiteral("Year of Manufacture"), vehicle + QLatin1String(" Model is:")}};
+}
+
 QStringList FilterConditions(FilterIndex filter) {
   switch (filter) {
     case kFilterCustomerType:

@@ -43,6 +43,13 @@ struct Filters {
   [[nodiscard]] bool AnyVehicleFilter() const;
 };
 
+/// Captions that the boat edition words differently.
+struct FilterCaptions {
+  QString fraVehicleFilter;
+  std::array<QString, 6> chkFilter;
+};
+[[nodiscard]] FilterCaptions MakeFilterCaptions(bool boatEdition);
+
 /// The entries of `cmbFilter` 1 to 4; empty for a filter without a condition.
 [[nodiscard]] QStringList FilterConditions(FilterIndex filter);
 /// Whether the chosen condition of the mileage or year filter is "Between".

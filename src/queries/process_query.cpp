@@ -42,6 +42,10 @@ class BusyScope {
   Diagnostics& diagnostics_;
 };
 
+bool IsAlive(Connection& connection) {
+  return connection.IsOpen() && connection.Driver().IsAlive();
+}
+
 qint64 CountRows(RowSource* source) {
   qint64 rows = 0;
   while (source && source->Next())
@@ -145,25 +149,26 @@ QueryOutcome QueryProcessor::Run(std::span<const Pass> passes) {
   return outcome;
 }
 
-// A connection that was lost loses its transaction with it, so the run is repeated whole, once; after the commit was
-// asked for nobody knows whether it was made, and the failure is reported.
+// A connection that is lost loses its transaction with it, so the run is repeated whole, once; after the commit was asked for nobody knows
+// whether it was made, and the failure is reported.
 QueryOutcome QueryProcessor::RunWithReopen(std::span<const Pass> passes) {
   Connection& connection = statements_.Shared();
   if (!connection.WasOpen())
     throw DatabaseError(kUnspecifiedError, QStringLiteral("There is no connection to the database."), {});
   connection.SetCommandTimeout(kCommandTimeoutSeconds);
-  for (bool reopened = false;; reopened = true) {
+  for (bool repeated = false;; repeated = true) {
     RunState run;
     try {
+      if (!IsAlive(connection)) {
+        diagnostics_.log.WriteLog(QStringLiteral("No DB Connection - reconnecting"));
+        connection.Reopen();
+      }
       return RunPasses(passes, run);
     } catch (const QueryCancelled&) {
       return QueryOutcome::kCancelled;
-    } catch (const DatabaseError& error) {
+    } catch (const DatabaseError&) {
       if (run.cancelled) return QueryOutcome::kCancelled;
-      if (!error.ConnectionLost() || run.commitStarted || reopened) throw;
-      diagnostics_.log.WriteLog(QStringLiteral("No DB Connection - reconnecting"));
-      connection.Reopen();
-      connection.SetCommandTimeout(kCommandTimeoutSeconds);
+      if (repeated || run.commitStarted || IsAlive(connection)) throw;
     }
   }
 }
@@ -174,6 +179,7 @@ QueryOutcome QueryProcessor::RunPasses(std::span<const Pass> passes, RunState& r
   for (const Pass& pass : passes) {
     if (!Announce(pass)) return QueryOutcome::kFailed;
     Command command = PreparePass(pass);
+    StopIfCancelled();
     PassCounts counts;
     const ConsentRule rule{
         .onlyOptedIn = options_.Only_Send_Comms_When_Opted_In && !(pass.kind == QueryPass::kStart && pass.applyFilters),

@@ -25,22 +25,22 @@ struct ServiceKey {
 
 /// The values of the section. Passwords are in the clear here and must never be logged or shown.
 struct ServiceSettings {
-  QString keyFile;                 ///< absolute path
-  QString builtInPassword;         ///< database login of an installation with the old settings
-  QString builtInPassword2;        ///< database login with settings version 2
-  QString alternativePassword;     ///< tried when the server refuses the login
-  QString mailHost;                ///< the product family's mail server; empty: there is none, and no server is it
-  QString mailAccount;             ///< its account
-  QString mailPassword;            ///< password of that account
-  int implicitTlsPort = 465;       ///< mail port where TLS starts with the first byte
-  QString caFile;                  ///< extra authorities for TLS, absolute path; empty: the system's alone
-  QString supportTelephone;        ///< shown with refused test texts
-  QString databaseServiceUnit;     ///< systemd unit of service "mssqlserver"
-  QString qbxDatabaseServiceUnit;  ///< systemd unit of service "mssql$qbx"
-  int connectTimeout = 10;         ///< seconds to reach the SMS gateway or a mail server
-  int httpTimeout = 30;            ///< seconds for the whole answer of the SMS gateway
-  int mailReplyTimeout = 60;       ///< seconds for each answer of a mail server
-  int mailTimeout = 300;           ///< seconds for one e-mail
+  QString keyFile = {};                 ///< absolute path
+  QString builtInPassword = {};         ///< database login of an installation with the old settings
+  QString builtInPassword2 = {};        ///< database login with settings version 2
+  QString alternativePassword = {};     ///< tried when the server refuses the login
+  QString mailHost = {};                ///< the product family's mail server; empty: there is none, and no server is it
+  QString mailAccount = {};             ///< its account
+  QString mailPassword = {};            ///< password of that account
+  int implicitTlsPort = 465;            ///< mail port where TLS starts with the first byte
+  QString caFile = {};                  ///< extra authorities for TLS, absolute path; empty: the system's alone
+  QString supportTelephone = {};        ///< shown with refused test texts
+  QString databaseServiceUnit = {};     ///< systemd unit of service "mssqlserver"
+  QString qbxDatabaseServiceUnit = {};  ///< systemd unit of service "mssql$qbx"
+  int connectTimeout = 10;              ///< seconds to reach the SMS gateway or a mail server
+  int httpTimeout = 30;                 ///< seconds for the whole answer of the SMS gateway
+  int mailReplyTimeout = 60;            ///< seconds for each answer of a mail server
+  int mailTimeout = 300;                ///< seconds for one e-mail
 };
 
 /// Path of the key file that the section names; the program folder's "QBX.KEY" when it names none.

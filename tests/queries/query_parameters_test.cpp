@@ -11,17 +11,9 @@
 namespace qbx {
 namespace {
 
-const char* TypeName(ValueType type) {
-  switch (type) {
-    case ValueType::kInt:
-      return "i";
-    case ValueType::kDouble:
-      return "d";
-    case ValueType::kBool:
-      return "b";
-    default:
-      return "t";
-  }
+/// "i" integer, "d" double, "b" Boolean, "t" text.
+QChar TypeLetter(ValueType type) {
+  return "nbidctz"[static_cast<int>(type)];
 }
 
 /// The parameters behind the four that every call has: name, type letter, value.
@@ -29,7 +21,7 @@ QString Tail(const ProcedureCall& call) {
   QStringList parts;
   for (size_t i = 4; i < call.parameters.size(); ++i) {
     const NamedValue& parameter = call.parameters[i];
-    parts.append(parameter.name + '=' + TypeName(parameter.value.Type()) + parameter.value.ToText());
+    parts.append(parameter.name + '=' + TypeLetter(parameter.value.Type()) + parameter.value.ToText());
   }
   return parts.join(' ');
 }
@@ -66,8 +58,6 @@ TEST(QueryParameters, EveryQueryAndPass) {
            Case{kSpecificMakes, vehicles, "@Makes=tAudi,Ford", "@Makes=tAudi,Ford"},
            Case{kReminderDate, vehicles, "@Recall_ID=i2", "@Recall_ID=i2"},
            Case{kSpecificEngines, "proc_Marketing_AddAllEngines", "@Makes=tAudi,Ford", "@Makes=tAudi,Ford"},
-           Case{kCustomerGroup, "", "", ""},
-           Case{kVehicleGroup, "", "", ""},
        }) {
     const QueryRequest request{.CampaignTypeID = c.query, .campaignId = -7, .user = "JO"};
     const ProcedureCall start = BuildQueryCall(QueryPass::kStart, request, SomeOptions(), {});
@@ -161,28 +151,6 @@ TEST(Filters, OptedOutCustomersNeedTheCompanysConsent) {
   EXPECT_EQ(message->icon, MessageIcon::kInformation);
   EXPECT_FALSE(filters.chkIncludeOptedOut);
   EXPECT_FALSE(GuardIncludeOptedOut(filters, options));
-}
-
-TEST(Filters, RefreshNeedsStepOneAndAModel) {
-  Filters filters;
-  filters.chkFilter[kFilterModel] = true;
-  filters.txtModel = "  ";
-  EXPECT_EQ(CheckRefresh(filters, false, false)->text, "Please complete Step 1 first and click Next.");
-  EXPECT_EQ(CheckRefresh(filters, true, true)->text,
-            "You have chosen to filter specific Models, but have not entered a boat model.");
-  filters.chkFilter[kFilterModel] = false;
-  EXPECT_FALSE(CheckRefresh(filters, true, false));
-}
-
-TEST(Filters, BetweenShowsTheSecondBox) {
-  Filters filters;
-  filters.chkFilter[kFilterYear] = true;
-  filters.cmbFilter[kFilterMileage] = 2;
-  filters.cmbFilter[kFilterYear] = 2;
-  const FilterView view = ShowFilterState(filters);
-  EXPECT_TRUE(view.mileageBetween);
-  EXPECT_FALSE(view.yearBetween);
-  EXPECT_EQ(view.active, (std::array<bool, 5>{false, false, false, false, true}));
 }
 
 }  // namespace

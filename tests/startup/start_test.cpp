@@ -19,7 +19,7 @@ TEST_F(StartTest, RunsOnADatabase) {
   MakeDatabase(kDatabase);
   folder.Write(QStringLiteral("qbx.ini"), "[App]\r\nCustomer=ABC12\r\nDebug=yes\r\n");
   PutMachine({}, QStringLiteral("LogfileName"), folder.File(QStringLiteral("other.log")));
-  ASSERT_EQ(Run(kUser), StartOutcome::kRunning);
+  ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
   const Application& app = *application;
   EXPECT_TRUE(app.hostConnection.Connected());
   EXPECT_TRUE(ui.Messages().empty()) << ui.MessageTexts().join(u'|').toStdString();
@@ -41,7 +41,7 @@ TEST_F(StartTest, IsRefusedWithoutAUser) {
     ui.Clear();
     steps.clear();
     ui.SetApplicationTitle(QStringLiteral("Built-in"));
-    EXPECT_EQ(Run(QString::fromLatin1(line)), StartOutcome::kRefused) << line;
+    EXPECT_EQ(Launch(QString::fromLatin1(line)), StartOutcome::kRefused) << line;
     EXPECT_THAT(ui.MessageTexts(),
                 ElementsAre(QStringLiteral("Please run Built-in from within the main QBX program.")));
     EXPECT_FALSE(steps.contains(QStringLiteral("open")));
@@ -53,7 +53,7 @@ TEST_F(StartTest, StopsOnALineThatMeansNothingAndAfterHelp) {
   for (const char* line : {"hello", "/?", "/? /userid:\"Jo\""}) {
     ui.Clear();
     steps.clear();
-    EXPECT_EQ(Run(QString::fromLatin1(line)), StartOutcome::kStopped) << line;
+    EXPECT_EQ(Launch(QString::fromLatin1(line)), StartOutcome::kStopped) << line;
     EXPECT_THAT(ui.StatusTexts(), ElementsAre(QStringLiteral("QBX Marketing & Reporting Module will now exit.")));
     EXPECT_FALSE(ui.StatusVisible());
     EXPECT_EQ(ui.Messages().size(), line[0] == '/' ? 1U : 0U);
@@ -65,16 +65,16 @@ TEST_F(StartTest, ARegistryDatabaseCountsForTheConnectionUnlessASwitchNamesOne) 
   MakeDatabase(QStringLiteral("Special"));
   MakeDatabase(kDatabase + QStringLiteral("_North"));
   PutMachine({}, QStringLiteral("Database"), QStringLiteral("  Special "));
-  ASSERT_EQ(Run(kUser), StartOutcome::kRunning);
+  ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
   EXPECT_EQ(application->hostConnection.DatabaseName(), QStringLiteral("Special"));
   EXPECT_EQ(application->startup.databaseName, kDatabase) << "worked out again once the options were read";
-  ASSERT_EQ(Run(kUser + QStringLiteral(" /database:North")), StartOutcome::kRunning);
+  ASSERT_EQ(Launch(kUser + QStringLiteral(" /database:North")), StartOutcome::kRunning);
   EXPECT_EQ(application->hostConnection.DatabaseName(), kDatabase + QStringLiteral("_North"));
 }
 
 TEST_F(StartTest, GoesOnWithoutADatabase) {
   ui.Answer(QStringLiteral("It may not have been configured or initialised yet"), MessageAnswer::kNo);
-  ASSERT_EQ(Run(kUser), StartOutcome::kRunning);
+  ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
   EXPECT_THAT(steps, ElementsAre(QStringLiteral("splash"), QStringLiteral("open"), QStringLiteral("close")));
   EXPECT_EQ(application->hostConnection.Flags().status, DatabaseStatus::kDeclined);
   EXPECT_FALSE(QFile::exists(folder.File(kDatabase + QStringLiteral(".db"))));
@@ -82,7 +82,7 @@ TEST_F(StartTest, GoesOnWithoutADatabase) {
 
 TEST_F(StartTest, GoesOnWhenTheServerCannotBeReached) {
   PutMachine(QStringLiteral("\\Login"), QStringLiteral("Server"), QStringLiteral("FARAWAY"));
-  ASSERT_EQ(Run(kUser), StartOutcome::kRunning);
+  ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
   EXPECT_FALSE(application->hostConnection.Connected());
   ASSERT_EQ(ui.Messages().size(), 1U);
   EXPECT_EQ(ui.Messages().front().icon, MessageIcon::kStop);
@@ -94,7 +94,7 @@ TEST_F(StartTest, ADamagedIniFileMeansDefaults) {
   MakeDatabase(kDatabase);
   const QByteArray damaged("[App\0\xff\xfe]]\nName", 16);
   folder.Write(QStringLiteral("QBX.INI"), damaged);
-  ASSERT_EQ(Run(kUser), StartOutcome::kRunning);
+  ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
   EXPECT_TRUE(application->hostConnection.Connected());
   EXPECT_EQ(folder.Read(QStringLiteral("QBX.INI")), damaged);
 }
@@ -112,7 +112,7 @@ TEST_F(StartTest, RunsHeadlessOnANamedDatabase) {
 
 TEST_F(StartTest, AnErrorReportWritesAnEvent) {
   MakeDatabase(kDatabase);
-  ASSERT_EQ(Run(kUser), StartOutcome::kRunning);
+  ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
   application->errors.ShowError(12, QStringLiteral("Somewhere"), QStringLiteral("Overflow"));
   EXPECT_EQ(Ask(QStringLiteral("SELECT Details FROM _Log WHERE TableKey = '12'")), QStringLiteral("Overflow"));
 }

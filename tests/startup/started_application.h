@@ -47,7 +47,7 @@ struct StartedApplication {
                          .shell = &shell});
     return *application;
   }
-  StartOutcome Run(const QString& commandLine) { return Make().start.Run(commandLine, windows); }
+  StartOutcome Launch(const QString& commandLine) { return Make().start.Run(commandLine, windows); }
   [[nodiscard]] QString Log() const { return QString::fromUtf8(folder.Read(QStringLiteral("MARKETING.LOG"))); }
 
   /// First field of the first row, read beside the statement routines.

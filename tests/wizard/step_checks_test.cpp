@@ -129,21 +129,5 @@ TEST(StepChecks, StepTwo) {
     EXPECT_EQ(TextOf(CheckStepTwo(cases[i].query, cases[i].filters, cases[i].boat)), cases[i].refusal) << "case " << i;
 }
 
-TEST(StepChecks, RunCampaignNamesTheFirstStepThatIsMissing) {
-  EXPECT_EQ(TextOf(CheckRunCampaign({true, true, true, false})),
-            "Step 3 has not been completed. Please go to tab 3. Report Results and click 'Next >'.");
-  EXPECT_EQ(TextOf(CheckRunCampaign({true, true, false, false})),
-            "Step 2 has not been completed. Please go to tab 2. Data Filtering and click 'Next >'.");
-  EXPECT_FALSE(CheckRunCampaign({true, true, true, true}));
-}
-
-TEST(StepChecks, OptedOutCustomersAreANotice) {
-  Filters filters;
-  EXPECT_FALSE(OptedOutNotice(filters, false));
-  filters.chkIncludeOptedOut = true;
-  EXPECT_FALSE(OptedOutNotice(filters, true));
-  EXPECT_TRUE(TextOf(OptedOutNotice(filters, false)).contains("opted in.\r\n\r\nDue to GDPR laws"));
-}
-
 }  // namespace
 }  // namespace qbx

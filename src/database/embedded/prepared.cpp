@@ -139,6 +139,7 @@ void StatementLease::Bind(int index, const Value& value) {
 }
 
 bool StatementLease::Step() {
+  statement_->Database().ThrowIfInterrupted();
   const int code = sqlite3_step(statement_->handle_);
   if (code == SQLITE_ROW) return true;
   if (code == SQLITE_DONE) return false;

@@ -62,6 +62,12 @@ bool SqliteDatabase::MustStop() {
   return true;
 }
 
+void SqliteDatabase::ThrowIfInterrupted() {
+  if (!interrupted_ || shielded_) return;
+  stopped_ = StopReason::kCancelled;
+  Fail(SQLITE_INTERRUPT);
+}
+
 int SqliteDatabase::OnProgress(void* self) {
   return static_cast<SqliteDatabase*>(self)->MustStop() ? 1 : 0;
 }

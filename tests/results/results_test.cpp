@@ -1,0 +1,115 @@
+// Rows, counters and flags of a campaign.
+
+#include <gmock/gmock.h>
+
+#include "results/counters.h"
+#include "results/flags.h"
+#include "results/results_view.h"
+#include "settings/options.h"
+#include "settings/startup_values.h"
+#include "support/embedded_host.h"
+
+namespace qbx {
+namespace {
+
+TEST(Results, CounterLabels) {
+  const CounterLabels labels =
+      MakeCounterLabels({.letters = 1, .sms = 12000, .smsSent = 2, .emails = 3, .emailsSent = 0}, 12001.5);
+  EXPECT_EQ(labels.lblLetters, "Letters to Generate: 1");
+  EXPECT_EQ(labels.lblSMS0, "SMS's to Send: 12000");
+  EXPECT_EQ(labels.lblSMS1, "Sent: 2 / 12000");
+  EXPECT_EQ(labels.lblSMS2, "Credit Cost: 12001.5");
+  EXPECT_EQ(labels.lblEmail0, "Email's to Send: 3");
+  EXPECT_EQ(labels.lblEmail1, "Sent: 0 / 3");
+}
+
+class ResultRows : public testing::Test {
+ protected:
+  ResultRows() {
+    host_.Run(
+        "INSERT INTO [Campaign Results] (RecordID, CampaignID, Customer, Send_SMS, Send_Email, Send_Letter, Processed) "
+        "VALUES (11, 5, 1, 1, 0, 0, 1), (12, 5, 2, 1, 1, 0, 0), (13, 5, 3, 0, 0, 1, 0), (14, 6, 4, 1, 1, 1, 1)");
+  }
+
+  test::EmbeddedHost host_;
+  Counters counters_{host_.statements, host_.diagnostics};
+  ResultsView view_{host_.statements, counters_, host_.diagnostics};
+  ResultFlags flags_{host_.statements, view_, host_.diagnostics};
+};
+
+TEST_F(ResultRows, DisplayReadsTheCampaignsRowsAndCounters) {
+  EXPECT_EQ(view_.CountText(), "0 records ");
+  int displayed = 0;
+  view_.OnDisplayed([&displayed] { ++displayed; });
+  ASSERT_TRUE(view_.DisplayResults(5));
+  EXPECT_EQ(displayed, 1);
+  EXPECT_EQ(view_.CountText(), "3 records ");
+  EXPECT_EQ(counters_.Values(), (CounterValues{.letters = 1, .sms = 2, .smsSent = 1, .emails = 1, .emailsSent = 0}));
+  for (const char* column : {"RecordID", "SMS Opt-In", "Email Opt-In", "Letter Opt-In"})
+    EXPECT_GE(view_.Rows().ColumnIndex(column), 0) << column;
+
+  ASSERT_TRUE(view_.DisplayResults(99));
+  EXPECT_EQ(view_.CountText(), "0 records ");
+  EXPECT_EQ(counters_.Values(), CounterValues());
+}
+
+TEST_F(ResultRows, AFailureKeepsWhatWasShown) {
+  ASSERT_TRUE(view_.DisplayResults(5));
+  host_.Run("DELETE FROM _Procedures WHERE Name IN ('proc_selp_Campaign_Results', 'proc_selp_Results_Counters')");
+  host_.engine.BreakSessions();  // the new session has not read them before
+  EXPECT_FALSE(view_.DisplayResults(6));
+  EXPECT_EQ(view_.CountText(), "3 records ");
+  EXPECT_EQ(view_.CampaignId(), 5);
+  EXPECT_EQ(counters_.Values().sms, 2);
+  EXPECT_EQ(host_.ui.Messages().size(), 2U);
+}
+
+TEST_F(ResultRows, ALostConnectionIsOpenedAgain) {
+  host_.engine.BreakSessions();
+  EXPECT_TRUE(view_.DisplayResults(5));
+  host_.engine.BreakSessions();
+  EXPECT_TRUE(view_.RefreshResults());
+  EXPECT_TRUE(host_.ui.Messages().empty());
+}
+
+TEST_F(ResultRows, ClickingASendFlagFlipsItAndTheCounters) {
+  ASSERT_TRUE(view_.DisplayResults(5));
+  int refreshes = 0;
+  view_.OnRefresh([&refreshes](const std::function<void()>& requery) {
+    ++refreshes;
+    requery();
+  });
+  flags_.ClickCell("send_sms", 13);
+  EXPECT_EQ(counters_.Values().sms, 3);
+  view_.Rows().MoveTo(2);
+  EXPECT_TRUE(view_.Rows().Field("Send_SMS").ToBool());
+  flags_.ClickCell("Send_Letter", 13);
+  EXPECT_EQ(counters_.Values().letters, 0);
+  EXPECT_EQ(refreshes, 2);
+
+  flags_.ClickCell("Lastname", 13);
+  flags_.ClickCell("Send_SMS", 0);
+  EXPECT_EQ(refreshes, 2);
+  EXPECT_FALSE(host_.ui.Busy());
+}
+
+TEST_F(ResultRows, ProcessedIsAskedForUntilTheFirstYes) {
+  ASSERT_TRUE(view_.DisplayResults(5));
+  const QString processed = "SELECT Processed FROM [Campaign Results] WHERE RecordID = 12";
+  host_.ui.Answer("Do you want to adjust the Processed flags?", MessageAnswer::kNo);
+  flags_.ClickCell("Processed", 12);
+  EXPECT_FALSE(host_.Ask(processed).ToBool());
+
+  host_.ui.Answer("Do you want to adjust the Processed flags?", MessageAnswer::kYes);
+  flags_.ClickCell("Processed", 12);
+  EXPECT_TRUE(host_.Ask(processed).ToBool());
+  EXPECT_EQ(host_.ui.Messages().back().question, Question::kChangeProcessedFlags);
+  EXPECT_EQ(counters_.Values().emailsSent, 1);
+
+  flags_.ClickCell("Processed", 12);
+  EXPECT_FALSE(host_.Ask(processed).ToBool());
+  EXPECT_EQ(host_.ui.Messages().size(), 2U);
+}
+
+}  // namespace
+}  // namespace qbx

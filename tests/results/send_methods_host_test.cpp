@@ -1,0 +1,98 @@
+// The send-method rules on the rows of a real host database, and the merge values read from them.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "results/merge_row.h"
+#include "results/send_methods.h"
+#include "settings/options.h"
+#include "support/embedded_host.h"
+
+namespace qbx {
+namespace {
+
+using testing::ElementsAre;
+
+class SendMethodsHostTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    host.Run(
+        u"INSERT INTO [Campaign Results] (RecordID, CampaignID, Mobile, Email, Can_Send_SMS, Can_Send_Email, "
+        u"Can_Send_Letter) VALUES "
+        "(1, 12, '07700900001', 'ann@example.com', 1, 1, 1), (2, 12, '12345', 'bob@', 1, NULL, 0), "
+        "(3, 12, '', '@example.com', NULL, 1, 1), (4, 12, '123456', 'noaddress', 0, 0, NULL), "
+        "(5, 12, NULL, NULL, 1, 1, 1), (6, 12, '07700900006', '', 1, 0, 1), (7, 13, '07700900007', 'eve@example.com', 1, 1, 1)"_qs);
+  }
+  /// The rows with a flag, "1 2 3".
+  QString With(const QString& flag) {
+    return host.Rows(u"SELECT RecordID FROM [Campaign Results] WHERE %1 = 1 ORDER BY RecordID"_qs.arg(flag)).join(u' ');
+  }
+
+  test::EmbeddedHost host;
+};
+
+TEST_F(SendMethodsHostTest, RulesTakeTheRowsTheyName) {
+  EXPECT_TRUE(SetSendMethods(host.statements, {.sms = 0, .email = 0, .letter = 0}, 12, {}));
+  EXPECT_EQ(With(u"Send_SMS"_qs), u"1 4 6"_qs);
+  EXPECT_EQ(With(u"Send_Email"_qs), u"1 2"_qs);
+  EXPECT_EQ(With(u"Send_Letter"_qs), u"1 2 3 4 5 6"_qs);
+
+  EXPECT_TRUE(SetSendMethods(host.statements, {.sms = 1, .letter = 1}, 12, {}));
+  EXPECT_EQ(With(u"Send_SMS"_qs) + With(u"Send_Letter"_qs), QString());
+  EXPECT_EQ(With(u"Send_Email"_qs), u"1 2"_qs);
+
+  EXPECT_TRUE(SetSendMethods(host.statements, {.sms = 5}, 12, {}));
+  EXPECT_EQ(With(u"Send_SMS"_qs), u"2 4 6"_qs);
+
+  Options consent;
+  consent.Using_Vrelo = true;
+  consent.Only_Send_Comms_When_Opted_In = true;
+  EXPECT_TRUE(SetSendMethods(host.statements, {.sms = 1, .email = 1, .letter = 1}, 12, consent));
+  EXPECT_TRUE(SetSendMethods(host.statements, {.sms = 2, .email = 0, .letter = 0}, 12, consent));
+  EXPECT_EQ(With(u"Send_SMS"_qs), u"1 2 5 6"_qs);
+  EXPECT_EQ(With(u"Send_Email"_qs), u"1"_qs);
+  EXPECT_EQ(With(u"Send_Letter"_qs), u"1 3 5 6"_qs);
+  EXPECT_EQ(host.Ask(u"SELECT BySMS FROM Campaign_Results_Counters WHERE CampaignID = 12"_qs).ToInt(), 4);
+}
+
+TEST_F(SendMethodsHostTest, ALaterRuleSeesTheFlagsOfAnEarlierOne) {
+  host.Run(u"UPDATE [Campaign Results] SET Send_Email = 1 WHERE RecordID IN (1, 2)"_qs);
+  // Texts are decided on the e-mail flags from before; letters on both as they are then.
+  EXPECT_TRUE(SetSendMethods(host.statements, {.sms = 4, .email = 1, .letter = 2}, 12, {}));
+  EXPECT_EQ(With(u"Send_SMS"_qs), u"3 4 5 6"_qs);
+  EXPECT_EQ(With(u"Send_Email"_qs), QString());
+  EXPECT_EQ(With(u"Send_Letter"_qs), u"1 2"_qs);
+}
+
+TEST_F(SendMethodsHostTest, ABatchThatRanStaysWhenAnotherFails) {
+  host.Run(
+      u"CREATE TRIGGER No_Mail BEFORE UPDATE OF Send_Email ON [Campaign Results] BEGIN SELECT RaiseError(50000, 'No mail.'); END"_qs);
+  EXPECT_FALSE(SetSendMethods(host.statements, {.sms = 0, .email = 0, .letter = 0}, 12, {}));
+  EXPECT_EQ(With(u"Send_SMS"_qs), u"1 4 6"_qs);
+  EXPECT_EQ(With(u"Send_Email"_qs), QString());
+  EXPECT_EQ(With(u"Send_Letter"_qs), u"1 2 3 4 5 6"_qs);
+  EXPECT_EQ(host.ui.Messages().size(), 1u);
+}
+
+TEST_F(SendMethodsHostTest, MergeValuesComeFromTheRow) {
+  host.Run(
+      u"UPDATE [Campaign Results] SET Title = 'Mrs', Firstname = 'Ann', Lastname = 'Lee', Contact = 'Mrs Lee', Make = "
+      u"'Ford', "
+      "Model = 'Focus', Vehicle = 'AB12 CDE', Recall_Date = '2026-03-27 00:00:00' WHERE RecordID = 1; "
+      "UPDATE [Campaign Results] SET Contact = '  ' WHERE RecordID = 2"_qs);
+  Recordset rows = host.Run(u"SELECT * FROM [Campaign Results] ORDER BY RecordID"_qs);
+  const auto joined = [](const MergeValues& v) {
+    return QStringList{v.title, v.firstname, v.lastname, v.contact, v.make, v.model, v.regno, v.duedate, v.duetime}
+        .join(u'|');
+  };
+  EXPECT_EQ(joined(MergeRow(rows, BlankContact::kBecomesCustomer)),
+            u"Mrs|Ann|Lee|Mrs Lee|Ford|Focus|AB12 CDE|27/03/2026|"_qs);
+  rows.MoveNext();
+  EXPECT_EQ(joined(MergeRow(rows, BlankContact::kBecomesCustomer)), u"|||Customer|||||"_qs);
+  EXPECT_EQ(joined(MergeRow(rows, BlankContact::kStaysBlank)), u"|||  |||||"_qs);
+  rows.MoveNext();
+  EXPECT_EQ(joined(MergeRow(rows, BlankContact::kBecomesCustomer)), u"|||Customer|||||"_qs);
+}
+
+}  // namespace
+}  // namespace qbx

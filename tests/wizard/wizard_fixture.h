@@ -1,0 +1,54 @@
+// The wizard without windows, on a small host database.
+
+#pragma once
+
+#include "queries/query_catalogue.h"
+#include "support/embedded_host.h"
+#include "wizard/steps.h"
+
+namespace qbx::test {
+
+class Wizard : public testing::Test {
+ protected:
+  Wizard() {
+    host_.Run("INSERT INTO Customers (Customer, Lastname) VALUES (1, 'One'), (2, 'Two')");
+    host_.Run("INSERT INTO Customer_Types VALUES (1, 'Retail'), (2, 'Trade')");
+    host_.Run("INSERT INTO Makes VALUES (1, 'Audi', 0), (2, 'Ford', 0), (3, 'Volvo Penta', 5)");
+    options_.MOT_Reminder_Name = "MOT";
+  }
+
+  [[nodiscard]] QStringList Rows(int campaign) {
+    return host_.Rows(
+        QString("SELECT Customer FROM [Campaign Results] WHERE CampaignID = %1 ORDER BY 1").arg(campaign));
+  }
+  QStringList Events() { return host_.Rows("SELECT Details FROM _Log WHERE EventType = 9 ORDER BY LogID"); }
+
+  EmbeddedHost host_;
+  Options options_;
+  EditionFlags edition_;
+  QString user_ = "TESTER";
+  CurrentCampaign campaign_;
+  WizardState state_;
+  CampaignStorage storage_{host_.statements, host_.events, host_.context, host_.diagnostics, campaign_};
+  Counters counters_{host_.statements, host_.diagnostics};
+  ResultsView results_{host_.statements, counters_, host_.diagnostics};
+  QueryProcessor queries_{host_.statements,  options_,         user_, campaign_, state_.options, state_.filters,
+                          state_.lblRecords, host_.diagnostics};
+  QuerySelection selection_{host_.statements, campaign_, state_, options_, edition_, host_.diagnostics};
+  CampaignSettings settings_{host_.statements, campaign_, state_, selection_, results_, options_, host_.diagnostics};
+  int optionLoads_ = 0;
+  WizardSteps steps_{{.campaign = campaign_,
+                      .state = state_,
+                      .storage = storage_,
+                      .settings = settings_,
+                      .queries = queries_,
+                      .results = results_,
+                      .counters = counters_,
+                      .events = host_.events,
+                      .options = options_,
+                      .edition = edition_,
+                      .loadOptions = [this] { ++optionLoads_; }},
+                     host_.diagnostics};
+};
+
+}  // namespace qbx::test
