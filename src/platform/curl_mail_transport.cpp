@@ -166,7 +166,7 @@ MailResult CurlMailTransport::Connection::Send(const MailEnvelope& envelope, con
     return true;
   });
   session_.Set(CURLOPT_MAIL_RCPT, static_cast<curl_slist*>(nullptr));
-  const MailResult result = Judge();
+  MailResult result = Judge();
   if (progress && result.outcome == MailOutcome::kSent) progress(100);
   return result;
 }
