@@ -107,7 +107,8 @@ TEST_F(RecordsetTest, AddsAndChangesRows) {
   for (int i = 0; i < 2; ++i) {
     rows.AddNew();
     EXPECT_TRUE(rows.Field(QStringLiteral("Name")).IsNull());
-    rows.Set(QStringLiteral("name"), QStringLiteral("new"));
+    rows.Set(QStringLiteral("name"), QStringLiteral("old"));
+    rows.Set(QStringLiteral("Name"), QStringLiteral("new"));
     EXPECT_EQ(rows.Field(QStringLiteral("Name")), Value(QStringLiteral("new")));
     rows.Update();
   }
