@@ -1,5 +1,7 @@
 #include "dispatch/campaign_claim.h"
 
+#include "util/text.h"
+
 namespace qbx {
 
 CampaignClaim::CampaignClaim(Connection& connection, const HostInfo& host, const Clock& clock, QString user)
@@ -22,8 +24,12 @@ CampaignClaim::~CampaignClaim() {
   }
 }
 
+bool CampaignClaim::OnThisComputer(const Recordset& claim) const {
+  return EqualsNoCase(claim.Field(QStringLiteral("Computer")).ToText(), host_.ComputerName());
+}
+
 bool CampaignClaim::Alive(const Recordset& claim) const {
-  if (claim.Field(QStringLiteral("Computer")).ToText().compare(host_.ComputerName(), Qt::CaseInsensitive) == 0) {
+  if (OnThisComputer(claim)) {
     const qint64 start = host_.ProcessStart(claim.Field(QStringLiteral("ProcessID")).ToInt());
     return start != 0 && start == claim.Field(QStringLiteral("ProcessStart")).ToInt();
   }
@@ -54,10 +60,20 @@ std::optional<ClaimHolder> CampaignClaim::Take(int campaignId) {
   return std::nullopt;
 }
 
-void CampaignClaim::Renew() {
-  if (!campaignId_ || renewed_.secsTo(clock_.Now()) < kRenewSeconds) return;
+bool CampaignClaim::IsOurs(const Recordset& claim) const {
+  return claim.Field(QStringLiteral("ProcessID")).ToInt() == host_.ProcessId() && OnThisComputer(claim);
+}
+
+bool CampaignClaim::Renew() {
+  if (!campaignId_ || renewed_.secsTo(clock_.Now()) < kRenewSeconds) return true;
+  Transaction transaction(connection_.Driver());
+  Recordset claim = read_.Open({{"@CampaignID", *campaignId_}});
+  claim.MoveFirst();
+  if (claim.Eof() || !IsOurs(claim)) return false;
   renew_.Execute({{"@CampaignID", *campaignId_}});
+  transaction.Commit();
   renewed_ = clock_.Now();
+  return true;
 }
 
 }  // namespace qbx

@@ -37,10 +37,14 @@ class CampaignClaim {
   /// Whoever else holds the campaign now, without taking it.
   [[nodiscard]] std::optional<ClaimHolder> HeldBy(int campaignId);
   /// Renews the claim when it is time to.
-  void Renew();
+  /// \return false when another run took the campaign over since, because this computer was silent for too long
+  /// (asleep), whether or not that run is still at work; this one must not send any more
+  [[nodiscard]] bool Renew();
 
  private:
+  [[nodiscard]] bool OnThisComputer(const Recordset& claim) const;
   [[nodiscard]] bool Alive(const Recordset& claim) const;
+  [[nodiscard]] bool IsOurs(const Recordset& claim) const;
 
   Connection& connection_;
   const HostInfo& host_;

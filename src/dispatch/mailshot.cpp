@@ -53,7 +53,7 @@ void Mailshot::Pause() {
 MailshotSummary Mailshot::Send(int campaignId, const MailshotTemplates& templates, MailshotMode mode) {
   if (mode == MailshotMode::kSend) services_.events.LogMarketingEvent(QStringLiteral("Processing SMS and Emails"));
   if (!MaySend(services_.options, services_.user)) {
-    services_.events.LogMarketingEvent(QStringLiteral("Not a Manager User"));
+    if (mode == MailshotMode::kSend) services_.events.LogMarketingEvent(QStringLiteral("Not a Manager User"));
     Tell(NotManagerMessage());
     return {};
   }

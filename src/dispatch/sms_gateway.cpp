@@ -41,10 +41,10 @@ SmsGateway::Credits SmsGateway::GetSMSCredits() {
                                     URLEncode(options_.SMS_ClientID) + QStringLiteral("&ClientAuth=") +
                                     URLEncode(options_.SMS_ClientPassword));
   if (!reply.body) return {kUnreadableBalance, reply.error};
-  const std::optional<double> balance = ParseCreditReply(*reply.body);
-  if (!balance) return {kUnreadableBalance, {}};
-  state_.SMSCreditsRemaining = *balance;
-  return {*balance, {}};
+  const std::optional<CreditReply> answer = ParseCreditReply(*reply.body);
+  if (!answer) return {kUnreadableBalance, {}};
+  if (answer->accepted) state_.SMSCreditsRemaining = answer->balance;
+  return {answer->balance, {}};
 }
 
 QString SmsGateway::SendUrl(const QString& clientId, const QString& password, const QString& mobile,

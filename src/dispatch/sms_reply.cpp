@@ -65,10 +65,11 @@ std::optional<SmsReply> ParseSmsReply(const QString& body) {
   return reply;
 }
 
-std::optional<double> ParseCreditReply(const QString& body) {
+std::optional<CreditReply> ParseCreditReply(const QString& body) {
   const QStringList fields = Fields(body);
   if (fields.size() < 2) return std::nullopt;
-  return LeadingNumber(fields[0]) > 0 ? LeadingNumber(fields[1]) : 0.0;
+  if (LeadingNumber(fields[0]) <= 0) return CreditReply{};
+  return CreditReply{true, LeadingNumber(fields[1])};
 }
 
 QString SendRefusalReason(int code, const QString& mobile) {
