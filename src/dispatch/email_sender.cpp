@@ -187,12 +187,17 @@ void EmailSender::ReportFailure(QString text) {
 }
 
 void EmailSender::RecordEmail(const QString& customer, const QString& to, const QString& subject, const QString& body) {
-  record_.Execute({{"@AC_Ref", customer.left(kLongestAccount)},
-                   {"@AC_Type", kCustomerAccount},
-                   {"@Email_To", to.left(kLongestRecipient)},
-                   {"@Email_Subject", subject.left(kLongestSubject)},
-                   {"@Email_Text", body},
-                   {"@Attachments", QString()}});
+  try {
+    record_.Execute({{"@AC_Ref", customer.left(kLongestAccount)},
+                     {"@AC_Type", kCustomerAccount},
+                     {"@Email_To", to.left(kLongestRecipient)},
+                     {"@Email_Subject", subject.left(kLongestSubject)},
+                     {"@Email_Text", body},
+                     {"@Attachments", QString()}});
+  } catch (const DatabaseError& error) {
+    // The e-mail went out all the same, and its row must not look as if that were unknown.
+    diagnostics_.log.WriteLog(QStringLiteral("An email that was sent could not be recorded: ") + error.Description());
+  }
 }
 
 void EmailSender::BeginRun() {

@@ -38,7 +38,7 @@ class EmailSender {
   /// \param to  addresses separated by ";"
   [[nodiscard]] EmailResult SendEmailMessage(const QString& to, const QString& subject, const QString& body);
 
-  /// Writes a sent e-mail into the customer's history. \throws DatabaseError
+  /// Writes a sent e-mail into the customer's history. A failure is logged and otherwise ignored.
   void RecordEmail(const QString& customer, const QString& to, const QString& subject, const QString& body);
 
   void BeginRun();

@@ -148,7 +148,7 @@ void MailshotRun::Count(Row& row, Sent sent, int& sentCounter, int& failedCounte
       row.inDoubt = true;
       row.unfinished = true;
       break;
-    case Sent::kRowGone:
+    case Sent::kWithdrawn:
       row.unfinished = true;
       break;
   }
@@ -161,7 +161,7 @@ MailshotRun::Sent MailshotRun::SendSMSToMobile(Row& row, const QString& text) {
     Settle(row, Channel::kSms, Sent::kNo, [] {});
     return Sent::kNo;
   }
-  if (!Announce(row, Channel::kSms)) return Sent::kRowGone;
+  if (!Announce(row, Channel::kSms)) return Sent::kWithdrawn;
   const SmsResult result = services_.gateway.SendSMS(row.customer, *mobile, text);
   observer_.At(MailshotPoint::kAfterSend, row.recordId);
   const Sent sent = result.accepted ? Sent::kYes : result.uncertain ? Sent::kUncertain : Sent::kNo;
@@ -173,7 +173,7 @@ MailshotRun::Sent MailshotRun::SendSMSToMobile(Row& row, const QString& text) {
 
 MailshotRun::Sent MailshotRun::ProcessEmail(Row& row, const QString& subject, const QString& body) {
   if (dryRun_) return row.email.isEmpty() ? Sent::kNo : Sent::kYes;
-  if (!Announce(row, Channel::kEmail)) return Sent::kRowGone;
+  if (!Announce(row, Channel::kEmail)) return Sent::kWithdrawn;
   const EmailResult result = services_.email.SendEmailMessage(row.email, subject, body);
   observer_.At(MailshotPoint::kAfterSend, row.recordId);
   const Sent sent = result.sent ? Sent::kYes : result.uncertain ? Sent::kUncertain : Sent::kNo;
@@ -200,7 +200,7 @@ void MailshotRun::Settle(Row& row, Channel channel, Sent sent, Record record) {
   if (sent == Sent::kUncertain) return;  // it stays at "sending"
   Transaction transaction(services_.statements.Shared().Driver());
   record();
-  // A row that was deleted while its message was on the way has nothing to note the outcome on.
+  // A row that was deleted while its message was on its way has no journal any more.
   (void)journal_.Write(row.recordId, campaignId_, channel,
                        sent == Sent::kYes ? JournalState::kSent : JournalState::kFailed);
   if (sent == Sent::kYes && IsLastMessage(row, channel) && !row.failed && !row.unfinished) Mark(row);

@@ -38,7 +38,7 @@ class MailshotRun {
     bool inDoubt = false;
     bool marked = false;
   };
-  enum class Sent { kYes, kNo, kUncertain, kRowGone };
+  enum class Sent { kYes, kNo, kUncertain, kWithdrawn /* deleted or processed meanwhile at another desk */ };
 
   [[nodiscard]] bool ReadRows();
   [[nodiscard]] Row CurrentRow() const;
@@ -47,7 +47,6 @@ class MailshotRun {
   void SendEmail(Row& row);
   [[nodiscard]] Sent SendSMSToMobile(Row& row, const QString& text);
   [[nodiscard]] Sent ProcessEmail(Row& row, const QString& subject, const QString& body);
-  /// \return false when somebody deleted the row meanwhile
   [[nodiscard]] bool Announce(const Row& row, Channel channel);
   /// Writes what came of a message in one transaction: its record, its journal state and, when nothing of the row is
   /// left, the mark.

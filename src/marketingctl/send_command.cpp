@@ -100,7 +100,7 @@ void Print(Program& program, const MailshotSummary& summary, const RowsLeft& row
                           {QStringLiteral("log"), QJsonArray::fromStringList(program.desk.resultsLog.Lines())}});
     return;
   }
-  for (const QString& line : program.desk.resultsLog.Lines()) PrintLine(line);
+  for (const QString& line : program.desk.resultsLog.Lines()) PrintLine(line.simplified());
   PrintLine((dryRun ? QStringLiteral("Would send: %1 texts (%2 would fail), %3 e-mails (%4 would fail). ")
                     : QStringLiteral("Sent: %1 texts (%2 failed), %3 e-mails (%4 failed). "))
                 .arg(summary.smsSent)
