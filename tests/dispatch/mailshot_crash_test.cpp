@@ -18,6 +18,10 @@ struct Death {
   bool inDoubt;  ///< nobody can tell from the database whether it did
 };
 
+void PrintTo(const Death& death, std::ostream* stream) {
+  *stream << death.name;
+}
+
 class MailshotCrashTest : public testing::TestWithParam<Death> {
  protected:
   /// Starts a run in a process of its own. \return its exit code, or minus the signal that ended it

@@ -77,18 +77,15 @@ TEST_F(MailshotTest, GoesOnAfterFailuresAndTriesFailedRowsAgainWhole) {
 
 TEST_F(MailshotTest, CarriesALongBodyUnchanged) {
   QString body;
-  while (body.size() < 100'000)
+  while (body.size() < 99'000)
     body += QString::fromUtf8("\"It's\"; DROP -- \u00a35 \u20ac7 \u65e5\u672c \U0001F697 = 50% {none}\n");
   desk.templates.emailBody = body;
   desk.templates.sms = QString(1000, u'\'');
   desk.AddRow(101, "07700900101", "a@x.test");
   EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
-  EXPECT_EQ(Mails(sandbox).at(0)["body"].toString().left(60'000), body.left(60'000));
+  EXPECT_TRUE(Mails(sandbox).at(0)["body"].toString() == body);
   EXPECT_TRUE(desk.host.Ask("SELECT Email_Text FROM Emails").ToText() == body);
   EXPECT_EQ(Texts(sandbox).at(0)["message"].toString(), QString(918, u'\''));
-  QFile source(sandbox.Folder() + "/mails/000001.eml");
-  EXPECT_TRUE(source.open(QIODevice::ReadOnly));
-  EXPECT_GE(source.readAll().count("DROP --"), body.count("DROP --"));
 }
 
 TEST_F(MailshotTest, WritesNothingInADryRun) {
@@ -192,15 +189,40 @@ TEST_F(MailshotTest, SendsTheEMailsThatAreLeftWithoutCredits) {
   EXPECT_EQ(desk.Processed().size(), 5);
 }
 
-TEST_F(MailshotTest, LeavesARowAloneThatIsDeletedMeanwhile) {
-  desk.AddRow(101, "07700900101", "a@x.test");
-  const qint64 second = desk.AddRow(102, "07700900102", "b@x.test");
-  AtPoint observer(MailshotPoint::kRowStarted, [&](qint64 record) {
-    if (record == second) desk.host.Run("DELETE FROM [Campaign Results] WHERE Customer = 102");
+TEST_F(MailshotTest, LeavesRowsAloneThatAreDeletedOrProcessedMeanwhile) {
+  const qint64 first = desk.AddRow(101, "07700900101", "a@x.test");
+  desk.AddRow(102, "07700900102", "b@x.test");
+  const qint64 third = desk.AddRow(103, "07700900103", "c@x.test");
+  AtPoint observer(MailshotPoint::kRowFinished, [&](qint64 record) {
+    if (record != first) return;
+    desk.host.Run("DELETE FROM [Campaign Results] WHERE Customer = 102");
+    ToggleProcessed(third);
   });
   const MailshotSummary summary = desk.MakeMailshot(observer).Send(kCampaign, desk.templates);
   EXPECT_EQ(summary.end, MailshotEnd::kFinished);
   EXPECT_EQ(summary.smsSent + summary.smsFailed + summary.inDoubt, 1);
+  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test"));
+}
+
+TEST_F(MailshotTest, GoesOnWhenRecordsCannotBeWritten) {
+  desk.host.Run("DROP TABLE SMS; DROP TABLE Emails");
+  desk.AddRow(101, "07700900101", "a@x.test");
+  desk.AddRow(102, "07700900102", "b@x.test");
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
+  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_THAT(desk.Processed(), ElementsAre("101", "102"));
+}
+
+TEST_F(MailshotTest, SendsNothingAgainWhenOnlyTheMarkFailed) {
+  desk.AddRow(101, "07700900101", "a@x.test");
+  desk.host.Run(
+      "CREATE TRIGGER Locked BEFORE UPDATE OF Processed ON [Campaign Results] BEGIN SELECT RAISE(ABORT, 'locked'); "
+      "END");
+  EXPECT_EQ(desk.Send().smsSent, 1);
+  EXPECT_EQ(Told().size(), 1);
+  desk.host.Run("DROP TRIGGER Locked");
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
+  EXPECT_THAT(desk.Processed(), ElementsAre("101"));
   EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test"));
 }
 
