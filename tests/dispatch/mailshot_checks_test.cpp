@@ -17,15 +17,6 @@ QString Shown(const std::optional<Message>& message) {
   return QString(message->icon == MessageIcon::kExclamation ? "! " : "i ") + message->text;
 }
 
-TEST(MailshotChecks, LetOnlyTheManagerSendForAnInternalCompany) {
-  Options options;
-  EXPECT_TRUE(MaySend(options, "TESTER"));
-  options.QBX_Internal = true;
-  EXPECT_FALSE(MaySend(options, "TESTER"));
-  EXPECT_TRUE(MaySend(options, "Manager"));
-  EXPECT_EQ(Shown(NotManagerMessage()), "! Need to be logged on as Manager to perform this function.");
-}
-
 TEST(MailshotChecks, AskForTemplates) {
   const char* const kNoSms = "! You haven't entered an SMS Text Message Template on the Letter Templates Tab.";
   const char* const kNoEmail = "! You haven't entered an Email Message Template on the Letter Templates Tab.";
@@ -39,7 +30,7 @@ TEST(MailshotChecks, AskForTemplates) {
       {{.sms = 1}, {" abcd ", "", ""}, kNoSms},
       {{.sms = 1}, {"abcde", "", ""}, ""},
       {{.emails = 1}, {"", "", "abcd\r\n"}, kNoEmail},
-      {{.emails = 1}, {"", "", "abcde"}, ""},  // a mail may have no subject
+      {{.emails = 1}, {"", "", "abcde"}, ""},
       {{.sms = 1, .emails = 1}, {}, kNoSms},
       {{.letters = 3},
        kTemplates,
@@ -53,8 +44,7 @@ TEST(MailshotChecks, AskForTemplates) {
 TEST(MailshotChecks, SeeThatNothingIsLeft) {
   EXPECT_EQ(Shown(CheckOutstanding({.sms = 2, .smsSent = 2, .emails = 1, .emailsSent = 1})),
             "i No results left to process. You can manually untick the Processed flag on the Results Tab if you want "
-            "to send any "
-            "particular message again.");
+            "to send any particular message again.");
   EXPECT_EQ(Shown(CheckOutstanding({.sms = 2, .smsSent = 2, .emails = 1})), "");
 }
 
@@ -62,13 +52,11 @@ TEST(MailshotChecks, AskForASenderAndAnAccount) {
   const char* const kNoSender =
       "! E-Mails cannot be sent because your Email address has not been specified on the QBX System Settings screen / "
       "E-Reminders Tab.\r\rPlease configure the Email Send Settings or adjust the Send Method to remove Emails and "
-      "perhaps send "
-      "SMS or Letters instead.";
+      "perhaps send SMS or Letters instead.";
   const char* const kNoAccount =
       "! The SMS Account Username or Password have not been set in the QBX System Settings screen / Communications "
       "Tab.\r\rPlease configure the SMS Settings or adjust the Send Method to remove SMS and perhaps send Emails or "
-      "Letters "
-      "instead.";
+      "Letters instead.";
   struct Case {
     CounterValues counters;
     const char* from;
@@ -98,9 +86,8 @@ TEST(MailshotChecks, SpeakOfCredits) {
   EXPECT_EQ(
       Shown(CreditsUnknownMessage("01234")),
       "! Unable to determine the amount of SMS Text Message credits available on your account.\r\rThere may be a "
-      "technical "
-      "problem with your internet connection, or with the QBX SMS Gateway Server.\r\rPlease call QBX on 01234 if you "
-      "require assistance.");
+      "technical problem with your internet connection, or with the QBX SMS Gateway Server.\r\rPlease call QBX on "
+      "01234 if you require assistance.");
   const Message question = CreditsQuestion(7);
   EXPECT_EQ(
       question.text,
@@ -115,8 +102,7 @@ TEST(MailshotChecks, SpeakOfCredits) {
   const CreditsRefusal few = NotEnoughCredits(2.5, 3);
   EXPECT_EQ(Shown(few.message),
             "! There is not enough Text Message credits on your account to process all SMS message in the results "
-            "list.\r\r2.5 "
-            "available, but require: 3");
+            "list.\r\r2.5 available, but require: 3");
   EXPECT_EQ(few.logLine, "Processing Stopped - not enough Text Messages available (2.5)");
 }
 

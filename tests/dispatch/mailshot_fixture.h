@@ -46,13 +46,16 @@ class MailshotFixture : public testing::Test {
   MessageAnswer aboutQueue = MessageAnswer::kNo;
 };
 
-/// Does something at a step of a run.
+/// Does something at a step of a run, and writes its progress down.
 class AtPoint final : public MailshotObserver {
  public:
   AtPoint(MailshotPoint point, std::function<void(qint64)> action) : point_(point), action_(std::move(action)) {}
   void At(MailshotPoint point, qint64 recordId) override {
     if (point == point_) action_(recordId);
   }
+  void Progress(int done, int total) override { progress += QStringLiteral("%1/%2").arg(done).arg(total); }
+
+  QStringList progress;
 
  private:
   MailshotPoint point_;

@@ -15,14 +15,17 @@ TEST_F(MailshotTest, SendsBothChannelsAndMarksTheRows) {
   desk.AddRow(101, "07700900101", "a@x.test");
   desk.AddRow(103, "", "c@x.test");
   desk.AddRow(104, "07700900104", "", kCampaign + 1);
-  const MailshotSummary summary = desk.Send();
+  AtPoint observer(MailshotPoint::kRowStarted, [](qint64) {});
+  const MailshotSummary summary = desk.MakeMailshot(observer).Send(kCampaign, desk.templates);
   EXPECT_EQ(summary.end, MailshotEnd::kFinished);
+  EXPECT_THAT(observer.progress, ElementsAre("0/4", "2/4", "3/4", "4/4"));
   EXPECT_EQ(summary.smsSent, 2);
   EXPECT_EQ(summary.emailSent, 2);
   EXPECT_EQ(summary.smsFailed + summary.emailFailed + summary.inDoubt, 0);
   EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "07700900102", "a@x.test", "c@x.test"));
   EXPECT_EQ(Texts(sandbox)[0]["message"].toString(), "Hello Mr 101");
   EXPECT_EQ(Mails(sandbox)[1]["subject"].toString(), "Your Ford");
+  EXPECT_EQ(Mails(sandbox)[0]["connection"], Mails(sandbox)[1]["connection"]);
   EXPECT_THAT(desk.Processed(), ElementsAre("101", "102", "103"));
   EXPECT_THAT(desk.host.Rows("SELECT Customer, Mobile_Number, Message, MessageID > 0 FROM SMS"),
               ElementsAre("101|07700900101|Hello Mr 101|1", "102|07700900102|Hello Mr 102|1"));
@@ -124,6 +127,8 @@ TEST_F(MailshotTest, IsRefusedByItsChecks) {
   desk.options.QBX_Internal = true;
   EXPECT_EQ(desk.Send().end, MailshotEnd::kRefused);
   EXPECT_EQ(desk.host.Rows("SELECT Event FROM _Marketing_Log").last(), "Not a Manager User");
+  EXPECT_THAT(Told(), ElementsAre("Need to be logged on as Manager to perform this function."));
+  EXPECT_TRUE(MaySend(desk.options, "Manager"));
   desk.options.QBX_Internal = false;
   desk.templates.sms = " ";
   EXPECT_EQ(desk.Send().end, MailshotEnd::kRefused);

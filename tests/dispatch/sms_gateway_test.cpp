@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "dispatch/sms_reply.h"
 #include "received.h"
 #include "sending_desk.h"
 #include "support/fakes.h"
@@ -47,34 +48,17 @@ TEST_F(SmsGatewayTest, TellsAcceptedRefusedAndUncertainApart) {
   struct Case {
     const char* number;
     Outcome outcome;
-    int recordedId;                ///< -1: not in the record of texts; 1: the gateway's number, whatever it is
-    const char* key = nullptr;     ///< of the refusal's event
-    const char* reason = nullptr;  ///< in the results log
+    int recordedId;  ///< -1: not in the record of texts; 1: the gateway's number, whatever it is
+    int code = 0;    ///< of a refusal
   };
-  const char* const kAccount = "Message not sent because the SMS Client Username or Password is not valid.";
   const Case cases[] = {
-      {"07700900123", kAccepted, 1},
-      {"07700900900", kRefused, 0, "1000", kAccount},
-      {"07700900902", kRefused, 0, "2", "SMS Gateway reported Authentication failed."},
-      {"07700900903", kRefused, 0, "3", "SMS Gateway reported SMS failed."},
-      {"07700900912", kRefused, 0, "1002", "Message not sent because your SMS Text account has insufficient credits."},
-      {"07700900922", kRefused, 0, "22", "SMS Gateway reported Authentication refused."},
-      {"07700900931", kRefused, 0, "31", "SMS Gateway reported Insufficient Credits."},
-      {"07700900933", kRefused, 0, "33",
-       "SMS Gateway reported Invalid Number Format.\r\rNumber may be invalid: 07700900933"},
-      {"07700900977", kRefused, 0, "77", "SMS Gateway reported error code 77"},
-      {"07700900971", kRefused, 0, "1000", kAccount},
-      {"07700900940", kAccepted, 0},
-      {"07700900941", kAccepted, 0},
-      {"07700900942", kAccepted, 0},
-      {"07700900943", kAccepted, 1},
-      {"07700900970", kAccepted, 0},
-      {"07700900960", kAccepted, 1},
-      {"07700900950", kRefused, -1},
-      {"07700900951", kRefused, -1},
-      {"07700900952", kRefused, -1},
-      {"07700900961", kUncertain, -1},
-      {"07700900962", kUncertain, -1},
+      {"07700900123", kAccepted, 1},      {"07700900900", kRefused, 0, 1000}, {"07700900902", kRefused, 0, 2},
+      {"07700900903", kRefused, 0, 3},    {"07700900912", kRefused, 0, 1002}, {"07700900922", kRefused, 0, 22},
+      {"07700900931", kRefused, 0, 31},   {"07700900933", kRefused, 0, 33},   {"07700900977", kRefused, 0, 77},
+      {"07700900971", kRefused, 0, 1000}, {"07700900940", kAccepted, 0},      {"07700900941", kAccepted, 0},
+      {"07700900942", kAccepted, 0},      {"07700900943", kAccepted, 1},      {"07700900970", kAccepted, 0},
+      {"07700900960", kAccepted, 1},      {"07700900950", kRefused, -1},      {"07700900951", kRefused, -1},
+      {"07700900952", kRefused, -1},      {"07700900961", kUncertain, -1},    {"07700900962", kUncertain, -1},
       {"07700900963", kUncertain, -1}};
   sandbox.Steer(R"({"delay": 0})");
   for (const Case& c : cases) {
@@ -90,13 +74,13 @@ TEST_F(SmsGatewayTest, TellsAcceptedRefusedAndUncertainApart) {
     const bool transportFailed = c.recordedId < 0;
     EXPECT_EQ(desk.host.ui.Messages().size(), transportFailed ? 1U : 0U);
     if (!transportFailed) {
-      const QStringList events = desk.host.Rows("SELECT EventType, TableID, TableKey, Details FROM _Log");
-      EXPECT_EQ(events.join('\n'), c.key ? QStringLiteral("6|7|%1|SENDSMS: Reminder Error").arg(c.key) : QString());
+      const QString events = desk.host.Rows("SELECT EventType, TableID, TableKey, Details FROM _Log").join('\n');
+      EXPECT_EQ(events, c.code ? QStringLiteral("6|7|%1|SENDSMS: Reminder Error").arg(c.code) : QString());
     }
     QStringList lines;
-    if (c.reason) {
-      lines = QStringList{QStringLiteral("SMS Failed to: 101, %1").arg(c.number),
-                          QStringLiteral("Failed Reason: %1").arg(c.reason)};
+    if (c.code) {
+      lines += QStringLiteral("SMS Failed to: 101, %1").arg(c.number);
+      lines += QStringLiteral("Failed Reason: ") + SendRefusalReason(c.code, c.number);
     }
     EXPECT_EQ(desk.LogTexts(), lines);
   }
