@@ -42,9 +42,7 @@ void MailshotRun::Run() {
   summary_.end = MailshotEnd::kFinished;
   for (; !rows_.Eof(); rows_.MoveNext()) {
     if (!dryRun_ && !claim_.Renew()) {
-      services_.resultsLog.LogProcessResult(
-          QStringLiteral("Stopped because another run has taken this campaign over."));
-      summary_.end = MailshotEnd::kFailed;
+      TellTakenOver();
       return;
     }
     Row row = CurrentRow();
@@ -67,6 +65,14 @@ void MailshotRun::Run() {
     services_.counters.UpdateCounters(campaignId_);
     counters_ = services_.counters.Values();
   }
+}
+
+void MailshotRun::TellTakenOver() {
+  const QString text = QStringLiteral(
+      "This run was stopped: the computer was silent for so long that another run took the campaign over.");
+  services_.resultsLog.LogProcessResult(text);
+  services_.diagnostics.ui.ShowMessage({.text = text, .icon = MessageIcon::kExclamation});
+  summary_.end = MailshotEnd::kFailed;
 }
 
 MailshotRun::Row MailshotRun::CurrentRow() const {

@@ -53,6 +53,7 @@ class MailshotRun {
   /// left, the mark.
   template <typename Record>
   void Settle(Row& row, Channel channel, Sent sent, Record record);
+  void TellTakenOver();
   void LogWithdrawn(const Row& row);
   [[nodiscard]] bool IsLastMessage(const Row& row, Channel channel) const;
   void Mark(Row& row);
