@@ -49,7 +49,8 @@ int Encipher(const EncipherArguments& arguments, const GlobalFlags& flags) {
 
 void AddEncipherCommand(Runner& runner) {
   auto arguments = std::make_shared<EncipherArguments>();
-  CLI::App& command = *runner.Root().add_subcommand("encipher", "Encipher a password for the INI file, the registry or SMTP_Password");
+  CLI::App& command =
+      *runner.Root().add_subcommand("encipher", "Encipher a password for the INI file, the registry or SMTP_Password");
   command.add_option("SECRET", arguments->secret, "@FILE, or @- for standard input")->capture_default_str();
   command.add_flag("--marked", arguments->marked, "Put the marker of the option SMTP_Password in front");
   command.add_flag("--make-key", arguments->makeKey, "Make the key file first when there is none");

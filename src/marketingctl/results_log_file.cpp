@@ -6,9 +6,12 @@
 namespace qbx::ctl {
 
 ResultsLogFile::ResultsLogFile(const QString& logFile, int campaignId)
-    : path_(QFileInfo(logFile).path() + QStringLiteral("/MARKETING-RESULTS-") + QString::number(campaignId) + QStringLiteral(".LOG")) {}
+    : path_(QFileInfo(logFile).path() + QStringLiteral("/MARKETING-RESULTS-") + QString::number(campaignId) +
+            QStringLiteral(".LOG")) {}
 
-void ResultsLogFile::Begin() { QFile::remove(path_); }
+void ResultsLogFile::Begin() {
+  QFile::remove(path_);
+}
 
 void ResultsLogFile::Append(const QString& line) {
   QFile file(path_);
