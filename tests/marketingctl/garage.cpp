@@ -27,10 +27,8 @@ void StartCtl(QProcess& process, const QStringList& arguments) {
   if (!process.waitForStarted(kLongestRun)) ADD_FAILURE() << "marketingctl did not start";
 }
 
-QStringList AsPat(const QString& folder, const QStringList& command) {
-  return QStringList{QStringLiteral("--folder"), folder, QStringLiteral("--user"), QStringLiteral("Pat"),
-                     QStringLiteral("--json")} +
-         command;
+QStringList AsPat(const QString& folder, const char* line, const QStringList& values) {
+  return Words("--folder %1 --user Pat --json", {folder}) + Words(line, values);
 }
 
 QByteArray FileBytes(const QString& path) {
@@ -41,12 +39,33 @@ QByteArray FileBytes(const QString& path) {
 QJsonArray Accepted(const SandboxProcess& sandbox, const char* path) {
   QJsonArray accepted;
   for (const QJsonValue& record : QJsonDocument::fromJson(sandbox.Ask(QLatin1String(path))).array()) {
-    if (record[QLatin1String("outcome")] == QLatin1String("accepted")) accepted.append(record);
+    if (Text(record, "outcome") == QLatin1String("accepted")) accepted.append(record);
   }
   return accepted;
 }
 
 }  // namespace
+
+QJsonValue At(const QJsonValue& object, const char* name) {
+  return object[QLatin1String(name)];
+}
+int Number(const QJsonValue& object, const char* name) {
+  return At(object, name).toInt(-1);
+}
+QString Text(const QJsonValue& object, const char* name) {
+  return At(object, name).toString();
+}
+bool Flag(const QJsonValue& object, const char* name) {
+  return At(object, name).toBool();
+}
+
+QStringList Words(const char* line, const QStringList& values) {
+  QStringList words = QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+  for (QString& word : words) {
+    if (word.size() == 2 && word[0] == QLatin1Char('%')) word = values.value(word[1].digitValue() - 1);
+  }
+  return words;
+}
 
 QJsonDocument CtlResult::Json() const {
   QJsonParseError error{};
@@ -75,24 +94,24 @@ CtlResult Finish(QProcess& process) {
 }
 
 Garage::Garage(int customers) {
-  const CtlResult made =
-      RunCtl({QStringLiteral("sample"), Path(), QStringLiteral("--customers"), QString::number(customers)});
+  const CtlResult made = RunCtl(Words("sample %1 --customers %2", {Path(), QString::number(customers)}));
   EXPECT_EQ(made.code, 0) << made.err.constData();
 }
 
-CtlResult Garage::Run(const QStringList& command, const QByteArray& input) const {
-  return RunCtl(AsPat(Path(), command), input);
+CtlResult Garage::Run(const char* line, const QStringList& values, const QByteArray& input) const {
+  return RunCtl(AsPat(Path(), line, values), input);
 }
 
-CtlResult Garage::Done(const QStringList& command, const QByteArray& input) const {
-  CtlResult result = Run(command, input);
-  EXPECT_EQ(result.code, 0) << command.join(QLatin1Char(' ')).toStdString() << ": " << result.err.constData();
-  return result;
+QJsonValue Garage::Done(const char* line, const QStringList& values, const QByteArray& input) const {
+  const CtlResult result = Run(line, values, input);
+  EXPECT_EQ(result.code, 0) << line << ": " << result.err.constData();
+  const QJsonDocument json = result.Json();
+  return json.isArray() ? QJsonValue(json.array()) : QJsonValue(json.object());
 }
 
-std::unique_ptr<QProcess> Garage::Start(const QStringList& command) const {
+std::unique_ptr<QProcess> Garage::Start(const char* line, const QStringList& values) const {
   auto process = std::make_unique<QProcess>();
-  StartCtl(*process, AsPat(Path(), command));
+  StartCtl(*process, AsPat(Path(), line, values));
   return process;
 }
 
@@ -108,36 +127,31 @@ void Garage::MakeEverybodyReachable() const {
 }
 
 void Garage::Use(const SandboxProcess& sandbox) const {
-  Done({QStringLiteral("options"), QStringLiteral("set"), QStringLiteral("SMS_Server"), sandbox.Gateway()});
-  Done({QStringLiteral("options"), QStringLiteral("set"), QStringLiteral("SMTP_Server"), QStringLiteral("127.0.0.1")});
-  Done({QStringLiteral("options"), QStringLiteral("set"), QStringLiteral("SMTP_Port"),
-        QString::number(sandbox.SmtpPort())});
+  Done("options set SMS_Server %1", {sandbox.Gateway()});
+  Done("options set SMTP_Server 127.0.0.1");
+  Done("options set SMTP_Port %1", {QString::number(sandbox.SmtpPort())});
 }
 
 QString Garage::MakeCampaign() const {
-  const QJsonObject made =
-      Done({QStringLiteral("query"), QStringLiteral("--query"), QStringLiteral("All Customers"),
-            QStringLiteral("--sms"), QStringLiteral("Dear {contact}"), QStringLiteral("--subject"),
-            QStringLiteral("For {contact}"), QStringLiteral("--body"), QStringLiteral("Hello {contact}"),
-            QStringLiteral("--save"), QStringLiteral("Everybody")})
-          .Object();
-  const QString id = QString::number(made[QLatin1String("campaign")].toInt());
-  Done({QStringLiteral("results"), id, QStringLiteral("--send-by"), QStringLiteral("sms=0"), QStringLiteral("email=0"),
-        QStringLiteral("letter=1")});
+  const QJsonValue made = Done("query --query %1 --sms %2 --subject %3 --body %4 --save Everybody",
+                               {QStringLiteral("All Customers"), QStringLiteral("Dear {contact}"),
+                                QStringLiteral("For {contact}"), QStringLiteral("Hello {contact}")});
+  const QString id = QString::number(Number(made, "campaign"));
+  Done("results %1 --send-by sms=0 email=0 letter=1", {id});
   return id;
 }
 
 Received AcceptedTexts(const SandboxProcess& sandbox) {
   Received received;
   for (const QJsonValue& text : Accepted(sandbox, "/api/texts"))
-    ++received[text[QLatin1String("to")].toString()];
+    ++received[Text(text, "to")];
   return received;
 }
 
 Received AcceptedMails(const SandboxProcess& sandbox) {
   Received received;
   for (const QJsonValue& mail : Accepted(sandbox, "/api/mails"))
-    ++received[mail[QLatin1String("to")][0].toString()];
+    ++received[At(mail, "to")[0].toString()];
   return received;
 }
 

@@ -16,6 +16,15 @@
 
 namespace qbx::test {
 
+/// A member of a JSON object.
+[[nodiscard]] QJsonValue At(const QJsonValue& object, const char* name);
+[[nodiscard]] int Number(const QJsonValue& object, const char* name);  ///< -1 when it is none
+[[nodiscard]] QString Text(const QJsonValue& object, const char* name);
+[[nodiscard]] bool Flag(const QJsonValue& object, const char* name);
+
+/// The words of a command line, split at blanks; "%1" to "%9" stand for the values, which may hold blanks.
+[[nodiscard]] QStringList Words(const char* line, const QStringList& values = {});
+
 /// What one call of the program gave.
 struct CtlResult {
   int code = -1;  ///< -1 when it crashed or was killed
@@ -40,12 +49,14 @@ class Garage {
   [[nodiscard]] const TempFolder& Folder() const { return folder_; }
   [[nodiscard]] QString DatabaseFile() const { return folder_.File(QStringLiteral("QBXKorvelManager.db")); }
 
-  /// A command as user Pat, with --json.
-  CtlResult Run(const QStringList& command, const QByteArray& input = {}) const;
-  /// The same, which has to end with 0.
-  CtlResult Done(const QStringList& command, const QByteArray& input = {}) const;
-  /// The same, without waiting for its end.
-  [[nodiscard]] std::unique_ptr<QProcess> Start(const QStringList& command) const;
+  /// A command as user Pat, with --json. \param line  as for Words
+  CtlResult Run(const char* line, const QStringList& values = {}, const QByteArray& input = {}) const;
+  /// The same, which has to end with 0. \return its JSON
+  QJsonValue Done(const char* line, const QStringList& values = {}, const QByteArray& input = {}) const;
+  /// The same, whose JSON is rows.
+  QJsonArray Rows(const char* line, const QStringList& values = {}) const { return Done(line, values).toArray(); }
+  /// A command under way.
+  [[nodiscard]] std::unique_ptr<QProcess> Start(const char* line, const QStringList& values = {}) const;
 
   /// Changes the host's tables behind the program's back.
   void Sql(const char* statements) const;
