@@ -132,7 +132,7 @@ TEST(MarketingCtl, OneRowChangesWhenAskedTo) {
   const Garage garage;
   garage.MakeEverybodyReachable();
   const QString id = garage.MakeCampaign();
-  const auto first = [&] { return garage.Rows("results %1", {id})[0]; };
+  const auto first = [&]() -> QJsonValue { return garage.Rows("results %1", {id})[0]; };
   const QString record = QString::number(Number(first(), "RecordID"));
   EXPECT_EQ(garage.Run("results %1 --toggle %2 Send_SMS", {id, record}).code, 0);
   EXPECT_FALSE(Flag(first(), "Send_SMS"));
