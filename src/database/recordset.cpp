@@ -362,6 +362,11 @@ void Recordset::Set(const QString& column, const Value& value) {
         kItemNotFound,
         QStringLiteral("Item cannot be found in the collection corresponding to the requested name or ordinal."), {});
   }
+  for (std::size_t i = 0; i < state_->pendingColumns.size(); ++i) {
+    if (state_->pendingColumns[i].compare(column, Qt::CaseInsensitive) != 0) continue;
+    state_->pendingValues[i] = value;
+    return;
+  }
   state_->pendingColumns.push_back(column);
   state_->pendingValues.push_back(value);
 }

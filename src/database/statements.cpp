@@ -18,7 +18,7 @@ bool InTransaction(Connection& connection) {
   return connection.IsOpen() && connection.Driver().InTransaction();
 }
 
-/// Whether a number or a text that is one; what fits no 32 bits counts as none.
+/// First column of the first row: a number, or a text that is one; 0 for anything else and for what fits no 32 bits.
 int FirstNumber(const Recordset& recordset) {
   if (recordset.Eof() || recordset.Columns().empty()) return 0;
   const Value value = recordset.Field(0);

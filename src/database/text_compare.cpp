@@ -5,6 +5,7 @@
 #include <QChar>
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace qbx {
 namespace {
@@ -41,14 +42,38 @@ int CompareFolded(std::string_view left, std::string_view right) {
   return left.empty() ? (right.empty() ? 0 : -1) : 1;
 }
 
+/// Bytes that are the same in both from the start, in whole words.
+std::size_t SameStart(const char* left, const char* right, std::size_t size) {
+  std::size_t i = 0;
+  for (; i + sizeof(quint64) <= size; i += sizeof(quint64)) {
+    quint64 a = 0;
+    quint64 b = 0;
+    std::memcpy(&a, left + i, sizeof a);
+    std::memcpy(&b, right + i, sizeof b);
+    if (a != b) break;
+  }
+  return i;
+}
+
+/// Start of the characters that the bytes at `at` belong to; the bytes in front of them are the same in both texts.
+std::size_t CharacterStart(std::string_view left, std::string_view right, std::size_t at) {
+  const auto continues = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; };
+  while (at > 0 && (continues(left[at]) || continues(right[at])))
+    --at;
+  return at;
+}
+
 }  // namespace
 
 int CompareNoCase(std::string_view left, std::string_view right) {
   const std::size_t common = std::min(left.size(), right.size());
-  for (std::size_t i = 0; i < common; ++i) {
+  for (std::size_t i = SameStart(left.data(), right.data(), common); i < common; ++i) {
     const auto a = static_cast<unsigned char>(left[i]);
     const auto b = static_cast<unsigned char>(right[i]);
-    if ((a | b) >= 0x80) return CompareFolded(left.substr(i), right.substr(i));
+    if ((a | b) >= 0x80) {
+      const std::size_t start = CharacterStart(left, right, i);
+      return CompareFolded(left.substr(start), right.substr(start));
+    }
     if (kFold[a] != kFold[b]) return kFold[a] < kFold[b] ? -1 : 1;
   }
   return left.size() == right.size() ? 0 : (left.size() < right.size() ? -1 : 1);

@@ -135,6 +135,9 @@ void MailshotRun::Count(Row& row, Sent sent, int& sentCounter, int& failedCounte
       if (!row.unfinished) ++summary_.inDoubt;
       row.unfinished = true;
       break;
+    case Sent::kWithdrawn:
+      row.unfinished = true;
+      break;
   }
 }
 
@@ -145,7 +148,7 @@ MailshotRun::Sent MailshotRun::SendSMSToMobile(Row& row, const QString& text) {
     Settle(row, Channel::kSms, Sent::kNo, [] {});
     return Sent::kNo;
   }
-  Announce(row, Channel::kSms);
+  if (!Announce(row, Channel::kSms)) return Sent::kWithdrawn;
   const SmsResult result = services_.gateway.SendSMS(row.customer, *mobile, text);
   observer_.At(MailshotPoint::kAfterSend, row.recordId);
   const Sent sent = result.accepted ? Sent::kYes : result.uncertain ? Sent::kUncertain : Sent::kNo;
@@ -157,7 +160,7 @@ MailshotRun::Sent MailshotRun::SendSMSToMobile(Row& row, const QString& text) {
 
 MailshotRun::Sent MailshotRun::ProcessEmail(Row& row, const QString& subject, const QString& body) {
   if (dryRun_) return row.email.isEmpty() ? Sent::kNo : Sent::kYes;
-  Announce(row, Channel::kEmail);
+  if (!Announce(row, Channel::kEmail)) return Sent::kWithdrawn;
   const EmailResult result = services_.email.SendEmailMessage(row.email, subject, body);
   observer_.At(MailshotPoint::kAfterSend, row.recordId);
   const Sent sent = result.sent ? Sent::kYes : result.uncertain ? Sent::kUncertain : Sent::kNo;
@@ -172,10 +175,11 @@ MailshotRun::Sent MailshotRun::ProcessEmail(Row& row, const QString& subject, co
   return sent;
 }
 
-void MailshotRun::Announce(const Row& row, Channel channel) {
+bool MailshotRun::Announce(const Row& row, Channel channel) {
   observer_.At(MailshotPoint::kBeforeJournal, row.recordId);
-  journal_.Write(row.recordId, campaignId_, channel, JournalState::kSending);
+  if (!journal_.Write(row.recordId, campaignId_, channel, JournalState::kSending)) return false;
   observer_.At(MailshotPoint::kAfterJournal, row.recordId);
+  return true;
 }
 
 template <typename Record>
@@ -183,7 +187,9 @@ void MailshotRun::Settle(Row& row, Channel channel, Sent sent, Record record) {
   if (sent == Sent::kUncertain) return;  // it stays at "sending"
   Transaction transaction(services_.statements.Shared().Driver());
   record();
-  journal_.Write(row.recordId, campaignId_, channel, sent == Sent::kYes ? JournalState::kSent : JournalState::kFailed);
+  // A row that was deleted while its message was on its way has no journal any more.
+  (void)journal_.Write(row.recordId, campaignId_, channel,
+                       sent == Sent::kYes ? JournalState::kSent : JournalState::kFailed);
   if (sent == Sent::kYes && IsLastMessage(row, channel) && !row.failed && !row.unfinished) Mark(row);
   observer_.At(MailshotPoint::kBeforeCommit, row.recordId);
   transaction.Commit();

@@ -37,7 +37,7 @@ class MailshotRun {
     bool unfinished = false;  ///< a message was skipped or is in doubt: the row is not processed
     bool marked = false;
   };
-  enum class Sent { kYes, kNo, kUncertain };
+  enum class Sent { kYes, kNo, kUncertain, kWithdrawn /* deleted or processed meanwhile at another desk */ };
 
   [[nodiscard]] bool ReadRows();
   [[nodiscard]] Row CurrentRow() const;
@@ -46,7 +46,7 @@ class MailshotRun {
   void SendEmail(Row& row);
   [[nodiscard]] Sent SendSMSToMobile(Row& row, const QString& text);
   [[nodiscard]] Sent ProcessEmail(Row& row, const QString& subject, const QString& body);
-  void Announce(const Row& row, Channel channel);
+  [[nodiscard]] bool Announce(const Row& row, Channel channel);
   /// Writes what came of a message in one transaction: its record, its journal state and, when nothing of the row is
   /// left, the mark.
   template <typename Record>

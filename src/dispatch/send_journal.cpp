@@ -23,12 +23,13 @@ QHash<qint64, JournalEntry> SendJournal::Read(int campaignId) {
   return entries;
 }
 
-void SendJournal::Write(qint64 recordId, int campaignId, Channel channel, JournalState state) {
-  write_.Execute({{"@RecordID", recordId},
-                  {"@CampaignID", campaignId},
-                  {"@Channel", static_cast<int>(channel)},
-                  {"@State", static_cast<int>(state)},
-                  {"@UserID", user_}});
+bool SendJournal::Write(qint64 recordId, int campaignId, Channel channel, JournalState state) {
+  const Recordset written = write_.Open({{"@RecordID", recordId},
+                                         {"@CampaignID", campaignId},
+                                         {"@Channel", static_cast<int>(channel)},
+                                         {"@State", static_cast<int>(state)},
+                                         {"@UserID", user_}});
+  return written.RecordCount() > 0;
 }
 
 void SendJournal::Forget(qint64 recordId) {

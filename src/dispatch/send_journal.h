@@ -38,7 +38,9 @@ class SendJournal {
 
   /// Reads all entries of a campaign.
   [[nodiscard]] QHash<qint64, JournalEntry> Read(int campaignId);
-  void Write(qint64 recordId, int campaignId, Channel channel, JournalState state);
+  /// \return false when "sending" was refused: the campaign does not hold the row any more, or it was processed meanwhile
+  /// at another desk. The message must not go out then.
+  [[nodiscard]] bool Write(qint64 recordId, int campaignId, Channel channel, JournalState state);
   /// Forgets both messages of a row, which is tried again whole.
   void Forget(qint64 recordId);
 

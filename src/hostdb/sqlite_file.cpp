@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "database/embedded/functions.h"
+
 namespace qbx {
 
 SqliteFailure::SqliteFailure(sqlite3* database)
@@ -12,7 +14,10 @@ SqliteFailure::SqliteFailure(sqlite3* database)
 SqliteFile::SqliteFile(const QString& path) {
   const int result =
       sqlite3_open_v2(path.toUtf8().constData(), &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
-  if (result == SQLITE_OK) return;
+  if (result == SQLITE_OK) {
+    RegisterFunctions(database_, clock_);
+    return;
+  }
   const SqliteFailure failure(database_);
   sqlite3_close(database_);
   throw failure;

@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "platform/clock.h"
+
 struct sqlite3;
 struct sqlite3_stmt;
 
@@ -19,7 +21,8 @@ class SqliteFailure : public std::runtime_error {
   explicit SqliteFailure(sqlite3* database);
 };
 
-/// An open database file.
+/// An open database file, with the functions and the collation that the engine registers on its own connections: an
+/// index has to be built with the order it will be read in.
 class SqliteFile {
  public:
   /// Opens a file, making it when it is not there. \throws SqliteFailure
@@ -31,6 +34,7 @@ class SqliteFile {
   [[nodiscard]] sqlite3* Handle() const { return database_; }
 
  private:
+  SystemClock clock_;
   sqlite3* database_ = nullptr;
 };
 

@@ -34,8 +34,10 @@ int Encipher(const EncipherArguments& arguments, const GlobalFlags& flags) {
   const LogFile log(clock, folders.program + QStringLiteral("MARKETING.LOG"));
   HostCipher cipher(keyFile, log);
   QString error;
-  const std::optional<QString> enciphered = cipher.Encipher(TextArgument(arguments.secret), &error);
-  if (!enciphered) return Refuse(error);
+  const QString secret = TextArgument(arguments.secret);
+  if (secret.isEmpty()) return Refuse(QStringLiteral("The secret is empty, so nothing was enciphered."));
+  const std::optional<QString> enciphered = cipher.Encipher(secret, &error);
+  if (!enciphered) return Refuse(error + QStringLiteral(" (--make-key makes a missing key file.)"));
   const QString text = (arguments.marked ? QLatin1String(kMarkedSecretPrefix) : QLatin1String()) + *enciphered;
   if (flags.json) {
     PrintJson(QJsonObject{{QStringLiteral("enciphered"), text}});

@@ -57,25 +57,39 @@ void Print(Program& program, const QJsonArray& previews) {
   }
 }
 
+/// The rows are stepped as they are read, so a long campaign is not read for its first rows.
+/// \return nothing when reading failed; the reason was told
+std::optional<QJsonArray> PreviewRows(Application& app, Previewer& previewer, int campaignId, int wanted) {
+  QJsonArray previews;
+  try {
+    Recordset rows;
+    if (app.statements.dbOpenRec(rows, SelectMailshotRows(campaignId), CursorType::kForwardOnly, LockType::kReadOnly,
+                                 kOptionUnspecified, CursorLocation::kServer)) {
+      return std::nullopt;
+    }
+    for (; !rows.Eof() && previews.size() < wanted; rows.MoveNext()) {
+      previews.append(previewer.Merge(rows.Field(QStringLiteral("RecordID")).ToInt(),
+                                      MergeRow(rows, BlankContact::kBecomesCustomer)));
+    }
+  } catch (const DatabaseError& error) {
+    Refuse(error.Description());
+    return std::nullopt;
+  }
+  return previews;
+}
+
 int Preview(Program& program, const PreviewArguments& arguments) {
   Application& app = program.app;
   if (!app.campaignStorage.LoadCampaign(arguments.id)) return kRefused;
   Previewer previewer(app.campaign.record, app.clock.Today());
-  QJsonArray previews;
+  std::optional<QJsonArray> previews;
   if (arguments.sample) {
-    previews.append(previewer.Merge(QJsonValue::Null, SampleMergeValues()));
+    previews = QJsonArray{previewer.Merge(QJsonValue::Null, SampleMergeValues())};
   } else {
-    Recordset rows;
-    if (app.statements.dbOpenRec(rows, SelectMailshotRows(arguments.id), CursorType::kForwardOnly, LockType::kReadOnly,
-                                 kOptionUnspecified, CursorLocation::kServer)) {
-      return kRefused;
-    }
-    for (; !rows.Eof() && previews.size() < arguments.rows; rows.MoveNext()) {
-      previews.append(previewer.Merge(rows.Field(QStringLiteral("RecordID")).ToInt(),
-                                      MergeRow(rows, BlankContact::kBecomesCustomer)));
-    }
+    previews = PreviewRows(app, previewer, arguments.id, arguments.rows);
   }
-  Print(program, previews);
+  if (!previews) return kRefused;
+  Print(program, *previews);
   return kDone;
 }
 

@@ -15,7 +15,7 @@ void ResultsLogFile::Begin() {
 
 void ResultsLogFile::Append(const QString& line) {
   QFile file(path_);
-  if (file.open(QIODevice::Append)) file.write(line.toUtf8() + "\r\n");
+  if (file.open(QIODevice::Append)) file.write(line.simplified().toUtf8() + "\r\n");
 }
 
 QStringList ResultsLogFile::Read() const {

@@ -126,7 +126,7 @@ void Print(Program& program, const MailshotSummary& summary, const RowsLeft& row
     return;
   }
   for (const QString& line : program.desk.resultsLog.Lines())
-    PrintLine(line);
+    PrintLine(line.simplified());
   PrintLine(
       (dryRun ? QStringLiteral("Would send: %1 texts (%2 would fail), %3 e-mails (%4 would fail). ")
               : QStringLiteral("Sent: %1 texts (%2 failed), %3 e-mails (%4 failed). "))

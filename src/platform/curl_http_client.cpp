@@ -67,11 +67,12 @@ CurlHttpClient::Transfer::Transfer(std::function<bool()> pump, const HttpLimits&
 
 std::size_t CurlHttpClient::Transfer::TakeBody(char* data, std::size_t size, std::size_t count, void* self) {
   auto* transfer = static_cast<Transfer*>(self);
-  const auto length = static_cast<qsizetype>(size * count);
+  const std::size_t bytes = size * count;
+  const auto length = static_cast<qsizetype>(bytes);
   transfer->tooLong_ = transfer->body_.size() + length > transfer->limits_.bodyBytes;
   if (transfer->tooLong_) return 0;
   transfer->body_.append(data, length);
-  return size * count;
+  return bytes;
 }
 
 /// libcurl repeats a request by itself when a kept connection breaks before the answer. The server may have acted on

@@ -166,7 +166,7 @@ MailResult CurlMailTransport::Connection::Send(const MailEnvelope& envelope, con
     return true;
   });
   session_.Set(CURLOPT_MAIL_RCPT, static_cast<curl_slist*>(nullptr));
-  const MailResult result = Judge();
+  MailResult result = Judge();
   if (progress && result.outcome == MailOutcome::kSent) progress(100);
   return result;
 }
@@ -204,11 +204,10 @@ QString CurlMailTransport::Connection::Problem() const {
   return QStringLiteral("The connection to the mail server %1 broke off").arg(server_.host);
 }
 
-/// The server's words where it said no, and libcurl's.
+/// The server's own words where it said no, otherwise libcurl's.
 QString CurlMailTransport::Connection::Reason() const {
-  const QString own = session_.ErrorText(code_);
   const bool saidNo = dialogue_.LastAnswer().startsWith(u'4') || dialogue_.LastAnswer().startsWith(u'5');
-  return saidNo ? QStringLiteral("%1 (%2)").arg(dialogue_.LastAnswer(), own) : own;
+  return saidNo ? dialogue_.LastAnswer() : session_.ErrorText(code_);
 }
 
 bool CurlMailTransport::Connection::WasStale() const {

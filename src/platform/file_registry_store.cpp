@@ -52,8 +52,12 @@ QString FileRegistryStore::ChangeHive(RegistryHive which, const Change& change) 
   }
   Update(hive);
   if (!hive.error.isEmpty()) return hive.error;
+  const QByteArray before = FormatRegistryFile(hive.tree, hive.rootName);
   QString error = change(hive.tree);
-  if (error.isEmpty()) error = ReplaceFile(hive.path, FormatRegistryFile(hive.tree, hive.rootName));
+  const QByteArray after = FormatRegistryFile(hive.tree, hive.rootName);
+  // Most of what is stored when a window closes is as it was, and a write to the disk takes its time.
+  if (error.isEmpty() && after == before) return {};
+  if (error.isEmpty()) error = ReplaceFile(hive.path, after);
   // After a failure the tree may be ahead of the file, so it is read anew.
   hive.fresh = error.isEmpty();
   hive.stamp = StampOf(hive.path);

@@ -23,8 +23,8 @@ class HttpClient {
   virtual ~HttpClient() = default;
 
   /// Fetches an address and waits for the whole answer. A request is never sent a second time by itself, since it may
-  /// cost money. A status of 400 or more, a redirect, a broken-off answer and a time-out are transport failures. \param
-  /// url  sent as it stands: it is already percent-encoded, ASCII only
+  /// cost money. A status of 400 or more, a redirect, a broken-off answer and a time-out are transport failures.
+  /// \param url  sent as it stands: it is already percent-encoded, ASCII only
   [[nodiscard]] virtual HttpReply Get(const QString& url) = 0;
 };
 

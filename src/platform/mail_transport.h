@@ -46,8 +46,9 @@ class MailTransport {
   virtual ~MailTransport() = default;
 
   /// Sends one message. Connects (TLS, AUTH) when no connection to that server is kept; a kept one that the server
-  /// dropped is replaced once, silently, as long as nothing of the message was sent. \param progress  called now and
-  /// then with the percentage of the message written, 0 to 100
+  /// dropped is replaced once, silently, as long as nothing of the message was sent.
+  /// \param progress  called with the percentage of the message written, 0 to 100, and about every 50 ms while waiting,
+  ///                  so that it can let window events run; may be empty
   [[nodiscard]] virtual MailResult Send(const MailServer& server, const MailEnvelope& envelope,
                                         const std::function<void(int)>& progress) = 0;
 

@@ -162,7 +162,7 @@ class RegistryParser {
   QString TakeLine() {
     const qsizetype end = text_.indexOf(u'\n', at_);
     const qsizetype next = end < 0 ? text_.size() : end + 1;
-    const QString line = text_.mid(at_, next - at_);
+    QString line = text_.mid(at_, next - at_);
     at_ = next;
     return line;
   }

@@ -36,7 +36,7 @@ class RegistryStore {
   [[nodiscard]] virtual std::optional<std::vector<RegistryValue>> Values(RegistryHive hive, const QString& key,
                                                                          QString* error) = 0;
   [[nodiscard]] virtual QStringList SubKeys(RegistryHive hive, const QString& key) = 0;
-  /// Makes one key; its parent must exist.
+  /// Makes one key; its parent must exist. A key that is there already stays as it is.
   [[nodiscard]] virtual QString CreateKey(RegistryHive hive, const QString& key) = 0;
   /// Removes a key that has no sub-keys.
   [[nodiscard]] virtual QString DeleteKey(RegistryHive hive, const QString& key) = 0;

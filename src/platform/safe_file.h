@@ -30,7 +30,8 @@ class FileLock {
 [[nodiscard]] std::optional<QByteArray> ReadWholeFile(const QString& path);
 
 /// Replaces a file as a whole: written to a temporary name beside it, then renamed. A failure leaves the file as it
-/// was. \return what went wrong; empty when it worked
+/// was.
+/// \return what went wrong; empty when it worked
 [[nodiscard]] QString ReplaceFile(const QString& path, const QByteArray& bytes);
 
 }  // namespace qbx

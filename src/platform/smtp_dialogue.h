@@ -22,8 +22,8 @@ class SmtpDialogue {
   [[nodiscard]] Step LastStep() const { return step_; }
   /// The last step's code when its answer came complete, else 0.
   [[nodiscard]] int Code() const { return complete_ ? code_ : 0; }
-  /// The code of the answer to QUIT, 0 when there was none. QUIT and its answer change nothing else here, since libcurl says it by itself
-  /// after a failure.
+  /// The code of the answer to QUIT, 0 when there was none. QUIT and its answer change nothing else here, since
+  /// libcurl says it by itself after a failure.
   [[nodiscard]] int QuitCode() const { return quitCode_; }
   /// The last line of the last answer, of whatever step and however complete.
   [[nodiscard]] QString LastAnswer() const { return QString::fromUtf8(lastLine_); }

@@ -11,8 +11,8 @@
 
 namespace qbx::test {
 
-/// Starts a sandbox on free ports with an empty folder, waits until it answers, and ends it with the test. A sandbox that does not start
-/// fails the test.
+/// Starts a sandbox on free ports with an empty folder, waits until it answers, and ends it with the test. A sandbox
+/// that does not start fails the test.
 class SandboxProcess {
  public:
   /// \param arguments  more options of the sandbox, such as {"--credits", "5"}
@@ -31,7 +31,8 @@ class SandboxProcess {
   /// The authority that signed the mail server's certificate (PEM).
   [[nodiscard]] QString AuthorityFile() const { return folder_.File(QStringLiteral("tls/ca.pem")); }
 
-  /// Asks the sandbox's page, such as "/api/mails". \return the answer's body
+  /// Asks the sandbox's page, such as "/api/mails".
+  /// \return the answer's body
   [[nodiscard]] QByteArray Ask(const QString& path) const;
   /// Changes what numbers and recipients get; JSON as the sandbox's --help describes it.
   void Steer(const QByteArray& wishes) const;

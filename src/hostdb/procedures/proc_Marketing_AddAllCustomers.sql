@@ -52,9 +52,9 @@ INSERT INTO [Campaign Results]
   (CampaignID, UserID, Created_Date, Customer, Title, Firstname, Lastname, Address, Telephone, Contact, Mobile, Email,
   Cust_Type, Enquiry_Source, Last_Invoiced, Vehicle, Make, Model, Year, Last_Mileage, Recall_Date, Marketing,
   Consent_Response, Can_Send_SMS, Can_Send_Email, Can_Send_Letter)
-SELECT @CampaignID, @UserID, (SELECT GetDate()), c.Customer, c.Title, c.Firstname, c.Lastname, c.Address, c.Telephone, c.Contact, c.Mobile, c.Email,
-  c.Cust_Type, c.Enquiry_Source, c.Last_Invoiced, NULL, NULL, NULL, NULL, NULL, NULL, 1 - c.No_Marketing,
-  c.Consent_Response, c.Can_Send_SMS, c.Can_Send_Email, c.Can_Send_Letter
+SELECT @CampaignID, @UserID, (SELECT GetDate()), c.Customer, c.Title, c.Firstname, c.Lastname, c.Address, c.Telephone, c.Contact,
+  c.Mobile, c.Email, c.Cust_Type, c.Enquiry_Source, c.Last_Invoiced, NULL, NULL, NULL, NULL, NULL, NULL,
+  1 - c.No_Marketing, c.Consent_Response, c.Can_Send_SMS, c.Can_Send_Email, c.Can_Send_Letter
 FROM Marketing_Customers c
 WHERE @Top <> 1 AND @Bottom <> 1
   AND (c.No_Marketing = 0 OR @IgnoreMarketingSwitch = 1)
@@ -101,9 +101,9 @@ INSERT INTO [Campaign Results]
   (CampaignID, UserID, Created_Date, Customer, Title, Firstname, Lastname, Address, Telephone, Contact, Mobile, Email,
   Cust_Type, Enquiry_Source, Last_Invoiced, Vehicle, Make, Model, Year, Last_Mileage, Recall_Date, Marketing,
   Consent_Response, Can_Send_SMS, Can_Send_Email, Can_Send_Letter)
-SELECT @CampaignID, @UserID, (SELECT GetDate()), c.Customer, c.Title, c.Firstname, c.Lastname, c.Address, c.Telephone, c.Contact, c.Mobile, c.Email,
-  c.Cust_Type, c.Enquiry_Source, c.Last_Invoiced, NULL, NULL, NULL, NULL, NULL, NULL, 1 - c.No_Marketing,
-  c.Consent_Response, c.Can_Send_SMS, c.Can_Send_Email, c.Can_Send_Letter
+SELECT @CampaignID, @UserID, (SELECT GetDate()), c.Customer, c.Title, c.Firstname, c.Lastname, c.Address, c.Telephone, c.Contact,
+  c.Mobile, c.Email, c.Cust_Type, c.Enquiry_Source, c.Last_Invoiced, NULL, NULL, NULL, NULL, NULL, NULL,
+  1 - c.No_Marketing, c.Consent_Response, c.Can_Send_SMS, c.Can_Send_Email, c.Can_Send_Letter
 FROM Ranked r
 CROSS JOIN Marketing_Customers c ON c.Customer = r.Customer
 WHERE (@Top = 1 OR @Bottom = 1)

@@ -58,9 +58,9 @@ INSERT INTO [Campaign Results]
   (CampaignID, UserID, Created_Date, Customer, Title, Firstname, Lastname, Address, Telephone, Contact, Mobile, Email,
   Cust_Type, Enquiry_Source, Last_Invoiced, Vehicle, Make, Model, Year, Last_Mileage, Recall_Date, Marketing,
   Consent_Response, Can_Send_SMS, Can_Send_Email, Can_Send_Letter)
-SELECT @CampaignID, @UserID, (SELECT GetDate()), c.Customer, c.Title, c.Firstname, c.Lastname, c.Address, c.Telephone, c.Contact, c.Mobile, c.Email,
-  c.Cust_Type, c.Enquiry_Source, c.Last_Invoiced, v.Vehicle, v.Make, v.Model, v.Year, v.Last_Mileage, v.Recall_Date, 1 - c.No_Marketing,
-  c.Consent_Response, c.Can_Send_SMS, c.Can_Send_Email, c.Can_Send_Letter
+SELECT @CampaignID, @UserID, (SELECT GetDate()), c.Customer, c.Title, c.Firstname, c.Lastname, c.Address, c.Telephone, c.Contact,
+  c.Mobile, c.Email, c.Cust_Type, c.Enquiry_Source, c.Last_Invoiced, v.Vehicle, v.Make, v.Model, v.Year, v.Last_Mileage, v.Recall_Date,
+  1 - c.No_Marketing, c.Consent_Response, c.Can_Send_SMS, c.Can_Send_Email, c.Can_Send_Letter
 FROM (
   SELECT *,
     CASE @Recall_ID WHEN 1 THEN Recall_Date1 WHEN 2 THEN Recall_Date2 WHEN 3 THEN Recall_Date3
@@ -126,9 +126,9 @@ INSERT INTO [Campaign Results]
   (CampaignID, UserID, Created_Date, Customer, Title, Firstname, Lastname, Address, Telephone, Contact, Mobile, Email,
   Cust_Type, Enquiry_Source, Last_Invoiced, Vehicle, Make, Model, Year, Last_Mileage, Recall_Date, Marketing,
   Consent_Response, Can_Send_SMS, Can_Send_Email, Can_Send_Letter)
-SELECT @CampaignID, @UserID, (SELECT GetDate()), c.Customer, c.Title, c.Firstname, c.Lastname, c.Address, c.Telephone, c.Contact, c.Mobile, c.Email,
-  c.Cust_Type, c.Enquiry_Source, c.Last_Invoiced, v.Vehicle, v.Make, v.Model, v.Year, v.Last_Mileage, NULL, 1 - c.No_Marketing,
-  c.Consent_Response, c.Can_Send_SMS, c.Can_Send_Email, c.Can_Send_Letter
+SELECT @CampaignID, @UserID, (SELECT GetDate()), c.Customer, c.Title, c.Firstname, c.Lastname, c.Address, c.Telephone, c.Contact,
+  c.Mobile, c.Email, c.Cust_Type, c.Enquiry_Source, c.Last_Invoiced, v.Vehicle, v.Make, v.Model, v.Year, v.Last_Mileage, NULL,
+  1 - c.No_Marketing, c.Consent_Response, c.Can_Send_SMS, c.Can_Send_Email, c.Can_Send_Letter
 FROM Ranked r
 CROSS JOIN Vehicles v ON v.Customer = r.Customer
 CROSS JOIN Marketing_Customers c ON c.Customer = r.Customer

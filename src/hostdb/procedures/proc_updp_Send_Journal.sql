@@ -1,5 +1,6 @@
 -- Notes how far a message of a results row is: @Channel 1 text, 2 e-mail; @State 0 sending, 1 sent, 2 failed. Returns the key of the row;
--- no row comes back when the campaign does not hold it (any more), and then the message must not go out.
+-- no row comes back when the campaign does not hold it (any more), or when it is to be sent and was processed meanwhile (at another desk), and
+-- then the message must not go out.
 CREATE PROCEDURE proc_updp_Send_Journal
   @RecordID int,
   @CampaignID int,
@@ -9,7 +10,7 @@ CREATE PROCEDURE proc_updp_Send_Journal
 AS
 INSERT INTO Send_Journal (RecordID, Channel, State, CampaignID, UserID, Changed)
 SELECT RecordID, @Channel, @State, CampaignID, @UserID, GetDate()
-FROM [Campaign Results] WHERE RecordID = @RecordID AND CampaignID = @CampaignID
+FROM [Campaign Results] WHERE RecordID = @RecordID AND CampaignID = @CampaignID AND (@State <> 0 OR Processed = 0)
 ON CONFLICT (RecordID, Channel) DO UPDATE SET
   State = excluded.State, CampaignID = excluded.CampaignID, UserID = excluded.UserID, Changed = excluded.Changed
 RETURNING RecordID;

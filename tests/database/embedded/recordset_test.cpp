@@ -13,7 +13,7 @@ class RecordsetTest : public testing::Test {
  protected:
   RecordsetTest() {
     server.Run(
-        "CREATE TABLE Items(ID integer primary key, Name nvarchar(20) COLLATE NOCASE, Price money, Note nvarchar(max));"
+        "CREATE TABLE Items(ID integer primary key, Name nvarchar(20) COLLATE NOCASE, Price money, Note text);"
         "INSERT INTO Items VALUES (1, 'pear', 10, NULL), (2, 'Apple', 9.5, 'x'), (3, NULL, NULL, 'y'), (4, 'apple', "
         "100, ''),"
         " (5, 'Éclair', -1, 'z')");
@@ -83,7 +83,7 @@ TEST_F(RecordsetTest, DeletesHereThereAndInClones) {
 TEST_F(RecordsetTest, DeletesWhileWalking) {
   Recordset rows = Open();
   for (rows.MoveFirst(); !rows.Eof();) {
-    if (rows.Field(QStringLiteral("Price")).ToInt() >= 10) {
+    if (rows.Field(QStringLiteral("Price")).ToDouble() >= 10) {
       rows.Delete();
     } else {
       rows.MoveNext();
@@ -107,7 +107,8 @@ TEST_F(RecordsetTest, AddsAndChangesRows) {
   for (int i = 0; i < 2; ++i) {
     rows.AddNew();
     EXPECT_TRUE(rows.Field(QStringLiteral("Name")).IsNull());
-    rows.Set(QStringLiteral("name"), QStringLiteral("new"));
+    rows.Set(QStringLiteral("name"), QStringLiteral("old"));
+    rows.Set(QStringLiteral("Name"), QStringLiteral("new"));
     EXPECT_EQ(rows.Field(QStringLiteral("Name")), Value(QStringLiteral("new")));
     rows.Update();
   }
