@@ -37,8 +37,8 @@ void ApplyTextFilter(const char* flag, const std::string& argument, bool& use, i
   value = rest;
 }
 
-void ApplyNumberFilter(const char* flag, const std::string& argument, const QStringList& words, bool& use, int& when, QString& first,
-                       QString& second) {
+void ApplyNumberFilter(const char* flag, const std::string& argument, const QStringList& words, bool& use, int& when,
+                       QString& first, QString& second) {
   const auto [word, rest] = Condition(argument);
   use = word != QStringLiteral("none");
   if (!use) return;
@@ -76,7 +76,8 @@ int QueryNumber(const std::string& argument, const EditionFlags& edition) {
 
 QString Letter(const std::string& path) {
   QFile file(QString::fromStdString(path));
-  if (!file.open(QIODevice::ReadOnly)) Wrong("--letter", QStringLiteral("the file cannot be read: ") + file.errorString());
+  if (!file.open(QIODevice::ReadOnly))
+    Wrong("--letter", QStringLiteral("the file cannot be read: ") + file.errorString());
   const QByteArray bytes = file.readAll();
   if (!bytes.trimmed().startsWith("{\\rtf")) Wrong("--letter", QStringLiteral("the file is not rich text (RTF)"));
   return QString::fromUtf8(bytes);
@@ -87,18 +88,21 @@ void ApplyFilters(const CampaignArguments& arguments, CampaignRecord& record) {
     ApplyTextFilter("--cust-type", *arguments.custType, record.UseCustType, record.WhenCustType, record.ValueCustType);
   }
   if (arguments.source) {
-    ApplyTextFilter("--source", *arguments.source, record.UseEnquirySource, record.WhenEnquirySource, record.ValueEnquirySource);
+    ApplyTextFilter("--source", *arguments.source, record.UseEnquirySource, record.WhenEnquirySource,
+                    record.ValueEnquirySource);
   }
   if (arguments.mileage) {
     ApplyNumberFilter("--mileage", *arguments.mileage,
-                      {QStringLiteral("higher"), QStringLiteral("less"), QStringLiteral("between")}, record.UseLastKnownMileage,
-                      record.WhenLastKnownMileage, record.ValueLastKnownMileage1, record.ValueLastKnownMileage2);
+                      {QStringLiteral("higher"), QStringLiteral("less"), QStringLiteral("between")},
+                      record.UseLastKnownMileage, record.WhenLastKnownMileage, record.ValueLastKnownMileage1,
+                      record.ValueLastKnownMileage2);
   }
   if (arguments.year) {
-    ApplyNumberFilter("--year", *arguments.year,
-                      {QStringLiteral("is"), QStringLiteral("after"), QStringLiteral("before"), QStringLiteral("between")},
-                      record.UseYearOfManufacture, record.WhenYearOfManufacture, record.ValueYearOfManufacture1,
-                      record.ValueYearOfManufacture2);
+    ApplyNumberFilter(
+        "--year", *arguments.year,
+        {QStringLiteral("is"), QStringLiteral("after"), QStringLiteral("before"), QStringLiteral("between")},
+        record.UseYearOfManufacture, record.WhenYearOfManufacture, record.ValueYearOfManufacture1,
+        record.ValueYearOfManufacture2);
   }
   if (arguments.noMarketing) record.Marketing = *arguments.noMarketing == "on";
 }
@@ -117,7 +121,8 @@ void DeclareCampaignArguments(CLI::App& command, CampaignArguments& arguments) {
   command.add_option("--query", arguments.query, "Starting query, such as \"Recent Customers\" or \"Reminder Date\"");
   command.add_option("--from", arguments.from, "First date of the query's range")->type_name("yyyy-mm-dd");
   command.add_option("--to", arguments.to, "Last date of the range")->type_name("yyyy-mm-dd");
-  command.add_option("--records", arguments.records, "Top and Bottom Customers: how many")->check(CLI::Range(0, 2'000'000'000));
+  command.add_option("--records", arguments.records, "Top and Bottom Customers: how many")
+      ->check(CLI::Range(0, 2'000'000'000));
   command.add_option("--start", arguments.start, "Top and Bottom Customers: first place of the ranking")
       ->check(CLI::Range(0, 2'000'000'000));
   command.add_option("--makes", arguments.makes, "Specific Makes: \"Audi, Ford\"");
@@ -125,7 +130,8 @@ void DeclareCampaignArguments(CLI::App& command, CampaignArguments& arguments) {
   command.add_option("--cust-type", arguments.custType, "Customer type filter: is:TEXT, is-not:TEXT or none");
   command.add_option("--source", arguments.source, "Enquiry source filter: is:TEXT, is-not:TEXT or none");
   command.add_option("--mileage", arguments.mileage, "Mileage filter: higher:N, less:N, between:N,M or none");
-  command.add_option("--year", arguments.year, "Year of manufacture filter: is:N, after:N, before:N, between:N,M or none");
+  command.add_option("--year", arguments.year,
+                     "Year of manufacture filter: is:N, after:N, before:N, between:N,M or none");
   command.add_option("--no-marketing", arguments.noMarketing, "Include customers who have selected No Marketing")
       ->check(CLI::IsMember({"on", "off"}));
   command.add_option("--sms", arguments.sms, "Text message with merge fields; @FILE reads it from a file");

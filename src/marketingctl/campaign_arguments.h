@@ -13,9 +13,11 @@ namespace qbx::ctl {
 
 /// What was given on the command line; what was not given changes nothing.
 struct CampaignArguments {
-  std::optional<std::string> query, from, to, makes, custType, source, mileage, year, noMarketing, sms, subject, body, letter,
-      description;
+  std::optional<std::string> query, from, to, makes, custType, source, mileage, year, noMarketing, sms, subject, body,
+      letter, description;
   std::optional<int> records, start, reminder;
+
+  [[nodiscard]] bool operator==(const CampaignArguments&) const = default;
 };
 
 /// Declares the flags.

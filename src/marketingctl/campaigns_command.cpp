@@ -28,8 +28,9 @@ int List(Program& program) {
   if (program.json) {
     PrintJson(array);
   } else {
-    PrintTable(array, {QStringLiteral("ID"), QStringLiteral("Campaign_Name"), QStringLiteral("Last_Run"), QStringLiteral("Created_Date"),
-                       QStringLiteral("Created_By"), QStringLiteral("Campaign_Description")});
+    PrintTable(array,
+               {QStringLiteral("ID"), QStringLiteral("Campaign_Name"), QStringLiteral("Last_Run"),
+                QStringLiteral("Created_Date"), QStringLiteral("Created_By"), QStringLiteral("Campaign_Description")});
   }
   return kDone;
 }
@@ -59,20 +60,23 @@ int New(Program& program, const QString& name, const CampaignArguments& argument
   CampaignRecord& record = program.app.campaign.record;
   record.Campaign_Name = name;
   ApplyCampaignArguments(arguments, program.app.startup.edition, record);
-  return program.app.campaignStorage.SaveCampaign() ? PrintId(program, program.app.campaign.record.ID) : static_cast<int>(kRefused);
+  return program.app.campaignStorage.SaveCampaign() ? PrintId(program, program.app.campaign.record.ID)
+                                                    : static_cast<int>(kRefused);
 }
 
 int Set(Program& program, int id, const CampaignArguments& arguments) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
   ApplyCampaignArguments(arguments, program.app.startup.edition, program.app.campaign.record);
-  return program.app.campaignStorage.UpdateCampaign() ? PrintId(program, program.app.campaign.record.ID) : static_cast<int>(kRefused);
+  return program.app.campaignStorage.UpdateCampaign() ? PrintId(program, program.app.campaign.record.ID)
+                                                      : static_cast<int>(kRefused);
 }
 
 /// The highest number in the list: what a copy was given.
 int NewestCampaign(Program& program) {
   int newest = 0;
   if (const auto rows = LoadCampaigns(program.app.statements)) {
-    for (const CampaignListRow& row : *rows) newest = std::max(newest, row.ID);
+    for (const CampaignListRow& row : *rows)
+      newest = std::max(newest, row.ID);
   }
   return newest;
 }
@@ -89,12 +93,13 @@ int Rename(Program& program, int id, const QString& name) {
   if (!CampaignNameIsValid(name)) return Refuse(QStringLiteral("Campaign Name is not valid."));
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
   const QString description = program.app.campaign.record.Campaign_Description;
-  return program.app.campaignStorage.UpdateCampaignDetails(id, name, description) ? kDone : kRefused;
+  return program.app.campaignStorage.UpdateCampaignDetails(id, name, description) ? PrintId(program, id)
+                                                                                  : static_cast<int>(kRefused);
 }
 
 int Delete(Program& program, int id) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
-  return program.app.campaignStorage.DeleteCampaign(id) ? kDone : kRefused;
+  return program.app.campaignStorage.DeleteCampaign(id) ? PrintId(program, id) : static_cast<int>(kRefused);
 }
 
 struct CampaignsArguments {
@@ -116,7 +121,9 @@ void AddCampaignsCommand(Runner& runner) {
     command.footer(std::string("Example: marketingctl --folder garage --user Pat campaigns ") + example);
     return command;
   };
-  const auto id = [&](CLI::App& command) { command.add_option("ID", arguments->id, "Number of the campaign")->required(); };
+  const auto id = [&](CLI::App& command) {
+    command.add_option("ID", arguments->id, "Number of the campaign")->required();
+  };
   const auto name = [&](CLI::App& command) { command.add_option("NAME", arguments->name, "Its name")->required(); };
 
   CLI::App& list = add("list", "All saved campaigns", "list");
@@ -124,24 +131,30 @@ void AddCampaignsCommand(Runner& runner) {
   CLI::App& show = add("show", "Every setting of a campaign", "show 12");
   id(show);
   runner.AddCommand(show, [arguments](Program& program) { return Show(program, arguments->id); });
-  CLI::App& fresh = add("new", "Save a new campaign and print its number",
-                        "new \"Spring offer\" --query \"Recent Customers\" --from 2026-01-01 --to 2026-06-30 --sms @offer.txt");
+  CLI::App& fresh =
+      add("new", "Save a new campaign and print its number",
+          "new \"Spring offer\" --query \"Recent Customers\" --from 2026-01-01 --to 2026-06-30 --sms @offer.txt");
   name(fresh);
   DeclareCampaignArguments(fresh, arguments->settings);
-  runner.AddCommand(
-      fresh, [arguments](Program& program) { return New(program, TextArgument(arguments->name), arguments->settings); });
-  CLI::App& set = add("set", "Change settings of a campaign; what is not named stays", "set 12 --year after:2019 --mileage none");
+  runner.AddCommand(fresh, [arguments](Program& program) {
+    return New(program, TextArgument(arguments->name), arguments->settings);
+  });
+  CLI::App& set =
+      add("set", "Change settings of a campaign; what is not named stays", "set 12 --year after:2019 --mileage none");
   id(set);
   DeclareCampaignArguments(set, arguments->settings);
   runner.AddCommand(set, [arguments](Program& program) { return Set(program, arguments->id, arguments->settings); });
-  CLI::App& copy = add("copy", "Copy a campaign under a new name (40 characters at most) and print its number", "copy 12 \"Spring 2\"");
+  CLI::App& copy = add("copy", "Copy a campaign under a new name (40 characters at most) and print its number",
+                       "copy 12 \"Spring 2\"");
   id(copy);
   name(copy);
-  runner.AddCommand(copy, [arguments](Program& program) { return Copy(program, arguments->id, TextArgument(arguments->name)); });
+  runner.AddCommand(
+      copy, [arguments](Program& program) { return Copy(program, arguments->id, TextArgument(arguments->name)); });
   CLI::App& rename = add("rename", "Give a campaign another name", "rename 12 \"Summer offer\"");
   id(rename);
   name(rename);
-  runner.AddCommand(rename, [arguments](Program& program) { return Rename(program, arguments->id, TextArgument(arguments->name)); });
+  runner.AddCommand(
+      rename, [arguments](Program& program) { return Rename(program, arguments->id, TextArgument(arguments->name)); });
   CLI::App& remove = add("delete", "Delete a campaign, its results and its send journal", "delete 12");
   id(remove);
   runner.AddCommand(remove, [arguments](Program& program) { return Delete(program, arguments->id); });

@@ -34,8 +34,10 @@ int Encipher(const EncipherArguments& arguments, const GlobalFlags& flags) {
   const LogFile log(clock, folders.program + QStringLiteral("MARKETING.LOG"));
   HostCipher cipher(keyFile, log);
   QString error;
-  const std::optional<QString> enciphered = cipher.Encipher(TextArgument(arguments.secret), &error);
-  if (!enciphered) return Refuse(error);
+  const QString secret = TextArgument(arguments.secret);
+  if (secret.isEmpty()) return Refuse(QStringLiteral("The secret is empty, so nothing was enciphered."));
+  const std::optional<QString> enciphered = cipher.Encipher(secret, &error);
+  if (!enciphered) return Refuse(error + QStringLiteral(" (--make-key makes a missing key file.)"));
   const QString text = (arguments.marked ? QLatin1String(kMarkedSecretPrefix) : QLatin1String()) + *enciphered;
   if (flags.json) {
     PrintJson(QJsonObject{{QStringLiteral("enciphered"), text}});
@@ -49,7 +51,8 @@ int Encipher(const EncipherArguments& arguments, const GlobalFlags& flags) {
 
 void AddEncipherCommand(Runner& runner) {
   auto arguments = std::make_shared<EncipherArguments>();
-  CLI::App& command = *runner.Root().add_subcommand("encipher", "Encipher a password for the INI file, the registry or SMTP_Password");
+  CLI::App& command =
+      *runner.Root().add_subcommand("encipher", "Encipher a password for the INI file, the registry or SMTP_Password");
   command.add_option("SECRET", arguments->secret, "@FILE, or @- for standard input")->capture_default_str();
   command.add_flag("--marked", arguments->marked, "Put the marker of the option SMTP_Password in front");
   command.add_flag("--make-key", arguments->makeKey, "Make the key file first when there is none");

@@ -24,6 +24,28 @@ MessageAnswer SafeAnswer(const Message& message) {
   return message.buttons == MessageButtons::kYesNoCancel ? MessageAnswer::kCancel : MessageAnswer::kNo;
 }
 
+/// What gives a question another answer than the safe one.
+const char* FlagOf(Question question) {
+  switch (question) {
+    case Question::kBringDatabaseOnline:
+      return "--bring-online answers Yes";
+    case Question::kStartDatabaseService:
+      return "--start-service answers Yes";
+    case Question::kResetProcessedResults:
+      return "--reset-processed answers Yes";
+    case Question::kSmsCredits:
+      return "--yes answers Yes, --email-only answers No";
+    case Question::kCancelQueuedEmails:
+      return "--stop-on-error answers Yes";
+    case Question::kChangeProcessedFlags:
+      return "--yes answers Yes";
+    case Question::kQuitAfterLostConnection:
+    case Question::kOther:
+      break;
+  }
+  return nullptr;
+}
+
 const char* AnswerText(MessageAnswer answer) {
   switch (answer) {
     case MessageAnswer::kYes:
@@ -57,14 +79,25 @@ bool HeadlessUi::Interrupted() {
 
 MessageAnswer HeadlessUi::ShowMessage(const Message& message) {
   ClearLine();
+  // Without the database everything that start-up goes on to read fails too; one message is enough.
+  if (withoutDatabase_) return message.buttons == MessageButtons::kOk ? MessageAnswer::kOk : SafeAnswer(message);
   const QByteArray text = TerminalText(message.text);
-  if (message.buttons == MessageButtons::kOk) {
-    warned_ = warned_ || message.icon == MessageIcon::kExclamation || message.icon == MessageIcon::kStop;
-    std::fprintf(stderr, "%s\n", text.constData());
-    return MessageAnswer::kOk;
-  }
-  const MessageAnswer answer = answers_.value(static_cast<int>(message.question), SafeAnswer(message));
-  std::fprintf(stderr, "%s\n[answered: %s]\n", text.constData(), AnswerText(answer));
+  std::fprintf(stderr, "%s\n", text.constData());
+  if (message.buttons != MessageButtons::kOk) return Answer(message);
+  warned_ = warned_ || message.icon == MessageIcon::kExclamation || message.icon == MessageIcon::kStop;
+  return MessageAnswer::kOk;
+}
+
+MessageAnswer HeadlessUi::Answer(const Message& message) {
+  const auto given = answers_.constFind(static_cast<int>(message.question));
+  const bool isGiven = given != answers_.cend();
+  const MessageAnswer answer = isGiven ? *given : SafeAnswer(message);
+  declined_ =
+      declined_ || (!isGiven && answer != MessageAnswer::kYes && message.question != Question::kCancelQueuedEmails);
+  withoutDatabase_ = message.question == Question::kBringDatabaseOnline && answer != MessageAnswer::kYes;
+  const char* flag = isGiven ? nullptr : FlagOf(message.question);
+  std::fprintf(stderr, "[answered: %s%s%s]\n", AnswerText(answer), flag != nullptr ? "; " : "",
+               flag != nullptr ? flag : "");
   return answer;
 }
 

@@ -21,6 +21,8 @@ class HeadlessUi final : public UserInterface {
   [[nodiscard]] static bool Interrupted();
   /// Whether a refusal or a warning was shown.
   [[nodiscard]] bool Warned() const { return warned_; }
+  /// Whether a question was answered with anything but Yes because no flag said otherwise: what it was about was not done.
+  [[nodiscard]] bool Declined() const { return declined_; }
 
   void SetApplicationTitle(const QString& title) override { title_ = title; }
   [[nodiscard]] QString ApplicationTitle() const override { return title_; }
@@ -42,12 +44,15 @@ class HeadlessUi final : public UserInterface {
 
  private:
   void ClearLine();
+  [[nodiscard]] MessageAnswer Answer(const Message& message);
 
   QString title_;
   QHash<int, MessageAnswer> answers_;
   bool terminal_ = false;
   bool lineOpen_ = false;
   bool warned_ = false;
+  bool declined_ = false;
+  bool withoutDatabase_ = false;
   bool quitRequested_ = false;
 };
 

@@ -17,7 +17,8 @@ struct InitArguments {
 };
 
 int Init(const InitArguments& arguments, const GlobalFlags& flags) {
-  const std::optional<QString> file = DatabaseFileFor(QString::fromStdString(arguments.folder), flags, arguments.replace);
+  const std::optional<QString> file =
+      DatabaseFileFor(QString::fromStdString(arguments.folder), flags, arguments.replace);
   if (!file) return kRefused;
   const ExistingFile existing = arguments.replace ? ExistingFile::kReplace : ExistingFile::kRefuse;
   if (const HostDatabaseProblem problem = CreateHostDatabase(*file, existing)) return Refuse(*problem);

@@ -17,11 +17,14 @@ struct LogArguments {
   std::optional<int> campaign;
 };
 
-QJsonArray ReadAll(Recordset rows) { return RowsToJson(rows); }
+QJsonArray ReadAll(Recordset rows) {
+  return RowsToJson(rows);
+}
 
 QJsonArray HistoryOf(Connection& connection, int campaignId) {
   QJsonArray events;
-  for (const QJsonValue& event : ReadAll(Procedure(connection, "proc_sel_Marketing_Campaigns_History").Open({{"@Count", 0}}))) {
+  for (const QJsonValue& event :
+       ReadAll(Procedure(connection, "proc_sel_Marketing_Campaigns_History").Open({{"@Count", 0}}))) {
     if (event[QLatin1String("CampaignID")].toInt() == campaignId) events.append(event);
   }
   return events;
@@ -29,7 +32,8 @@ QJsonArray HistoryOf(Connection& connection, int campaignId) {
 
 QJsonArray GeneralEvents(Connection& connection) {
   return ReadAll(Recordset::ReadAll(connection.Driver().Execute(
-      QStringLiteral("SELECT TOP %1 Log_Date, Username, EventType, TableKey, Details FROM _Log (NOLOCK) ORDER BY LogID DESC")
+      QStringLiteral(
+          "SELECT TOP %1 Log_Date, Username, EventType, TableKey, Details FROM _Log (NOLOCK) ORDER BY LogID DESC")
           .arg(kEventsShown))));
 }
 
@@ -58,14 +62,16 @@ int LogOfCampaign(Program& program, int id) {
                           {QStringLiteral("in_doubt"), doubt}});
     return kDone;
   }
-  PrintSection(QStringLiteral("Events"), events,
-               {QStringLiteral("ID"), QStringLiteral("Record_Date"), QStringLiteral("Event"), QStringLiteral("UserID")});
+  PrintSection(
+      QStringLiteral("Events"), events,
+      {QStringLiteral("ID"), QStringLiteral("Record_Date"), QStringLiteral("Event"), QStringLiteral("UserID")});
   PrintLine(QStringLiteral("Results log of the last run"));
-  for (const QString& line : lines.isEmpty() ? QStringList{QStringLiteral("  none")} : lines) PrintLine(line);
+  for (const QString& line : lines.isEmpty() ? QStringList{QStringLiteral("  none")} : lines)
+    PrintLine(line);
   PrintLine({});
   PrintSection(QStringLiteral("In doubt (tick or untick Processed of the row to settle it)"), doubt,
-               {QStringLiteral("RecordID"), QStringLiteral("Customer"), QStringLiteral("Channel"), QStringLiteral("Mobile"),
-                QStringLiteral("Email"), QStringLiteral("Changed")});
+               {QStringLiteral("RecordID"), QStringLiteral("Customer"), QStringLiteral("Channel"),
+                QStringLiteral("Mobile"), QStringLiteral("Email"), QStringLiteral("Changed")});
   return kDone;
 }
 
@@ -77,8 +83,8 @@ int Log(Program& program, const LogArguments& arguments) {
       PrintJson(QJsonObject{{QStringLiteral("events"), events}});
     } else {
       PrintSection(QStringLiteral("The last %1 events, the newest first").arg(kEventsShown), events,
-                   {QStringLiteral("Log_Date"), QStringLiteral("Username"), QStringLiteral("EventType"), QStringLiteral("TableKey"),
-                    QStringLiteral("Details")});
+                   {QStringLiteral("Log_Date"), QStringLiteral("Username"), QStringLiteral("EventType"),
+                    QStringLiteral("TableKey"), QStringLiteral("Details")});
     }
     return kDone;
   } catch (const DatabaseError& error) {
@@ -90,8 +96,10 @@ int Log(Program& program, const LogArguments& arguments) {
 
 void AddLogCommand(Runner& runner) {
   auto arguments = std::make_shared<LogArguments>();
-  CLI::App& command = *runner.Root().add_subcommand("log", "Show events, the results log of the last run and what is in doubt");
-  command.add_option("--campaign", arguments->campaign, "Of one campaign instead of the general events")->type_name("ID");
+  CLI::App& command =
+      *runner.Root().add_subcommand("log", "Show events, the results log of the last run and what is in doubt");
+  command.add_option("--campaign", arguments->campaign, "Of one campaign instead of the general events")
+      ->type_name("ID");
   command.footer("Example: marketingctl --folder garage --user Pat log --campaign 12");
   runner.AddCommand(command, [arguments](Program& program) { return Log(program, *arguments); });
 }

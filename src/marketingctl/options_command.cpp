@@ -49,7 +49,8 @@ int List(Program& program) {
   for (const OptionKey& key : OptionKeys()) {
     const QString name = QLatin1String(key.name);
     object.insert(name, Shown(program.app, key));
-    if (!program.json && seen.insert(name).second) PrintLine(name.leftJustified(36) + Shown(program.app, *FindKey(name)));
+    if (!program.json && seen.insert(name).second)
+      PrintLine(name.leftJustified(36) + Shown(program.app, *FindKey(name)).simplified());
   }
   if (program.json) PrintJson(object);
   return kDone;
@@ -70,8 +71,10 @@ int Get(Program& program, const std::string& name) {
 std::optional<QString> SqlLiteral(const OptionKey& key, const QString& text) {
   if (key.type == OptionType::kText) return SqlQuoted(text);
   if (key.type == OptionType::kBoolean) {
-    static const QStringList kTrue = {QStringLiteral("true"), QStringLiteral("on"), QStringLiteral("yes"), QStringLiteral("1")};
-    static const QStringList kFalse = {QStringLiteral("false"), QStringLiteral("off"), QStringLiteral("no"), QStringLiteral("0")};
+    static const QStringList kTrue = {QStringLiteral("true"), QStringLiteral("on"), QStringLiteral("yes"),
+                                      QStringLiteral("1")};
+    static const QStringList kFalse = {QStringLiteral("false"), QStringLiteral("off"), QStringLiteral("no"),
+                                       QStringLiteral("0")};
     if (kTrue.contains(text.toLower())) return QStringLiteral("1");
     if (kFalse.contains(text.toLower())) return QStringLiteral("0");
     return std::nullopt;
@@ -87,42 +90,51 @@ int Set(Program& program, const OptionsArguments& arguments) {
   if (!key) return UnknownKey(arguments.key);
   if (key->IsSecret() && (arguments.value.empty() || arguments.value[0] != '@')) {
     // A command line can be seen by everybody on the computer and stays in the shell's history.
-    Refuse(QStringLiteral("A password is set from a file or from standard input: options set ") + QLatin1String(key->name) +
-           QStringLiteral(" @FILE (or @-)."));
+    Refuse(QStringLiteral("A password is set from a file or from standard input: options set ") +
+           QLatin1String(key->name) + QStringLiteral(" @FILE (or @-)."));
     return kUsage;
   }
   const QString value = TextArgument(arguments.value);
   const std::optional<QString> literal = SqlLiteral(*key, value);
   if (!literal) {
     Refuse(QStringLiteral("\"") + value + QStringLiteral("\" does not fit ") + QLatin1String(key->name) +
-           (key->type == OptionType::kBoolean ? QStringLiteral(", which is on or off.") : QStringLiteral(", which is a number.")));
+           (key->type == OptionType::kBoolean ? QStringLiteral(", which is on or off.")
+                                              : QStringLiteral(", which is a number.")));
     return kUsage;
   }
-  const bool done = program.app.statements
-                        .dbExecute(QStringLiteral("UPDATE _Options SET [") + QLatin1String(key->name) + QStringLiteral("] = ") +
-                                   *literal + QStringLiteral(" WHERE Options_Company = ") + SqlQuoted(CompanyOf(program.app, *key)))
-                        .Ok();
-  return done ? kDone : kRefused;
+  const bool done =
+      program.app.statements
+          .dbExecute(QStringLiteral("UPDATE _Options SET [") + QLatin1String(key->name) + QStringLiteral("] = ") +
+                     *literal + QStringLiteral(" WHERE Options_Company = ") + SqlQuoted(CompanyOf(program.app, *key)))
+          .Ok();
+  if (!done) return kRefused;
+  if (program.json)
+    PrintJson(QJsonObject{{QLatin1String(key->name), key->IsSecret() ? QLatin1String(kMasked) : value}});
+  return kDone;
 }
 
 }  // namespace
 
 void AddOptionsCommand(Runner& runner) {
   auto arguments = std::make_shared<OptionsArguments>();
-  CLI::App& options = *runner.Root().add_subcommand("options", "List, read and set the company's options in the host database");
+  CLI::App& options =
+      *runner.Root().add_subcommand("options", "List, read and set the company's options in the host database");
   options.require_subcommand(1);
   options.fallthrough();
   CLI::App& list = *options.add_subcommand("list", "All keys with their values; passwords are masked");
   list.fallthrough();
+  list.footer("Example: marketingctl --folder garage --user Pat options list --json");
   runner.AddCommand(list, List);
   CLI::App& get = *options.add_subcommand("get", "One value");
   get.fallthrough();
-  get.add_option("KEY", arguments->key)->required();
+  get.footer("Example: marketingctl --folder garage --user Pat options get SMS_Server");
+  get.add_option("KEY", arguments->key, "Its name, as \"options list\" shows it")->required();
   runner.AddCommand(get, [arguments](Program& program) { return Get(program, arguments->key); });
-  CLI::App& set = *options.add_subcommand("set", "Set one value: on/off, a number, or text (@FILE, @- for standard input)");
+  CLI::App& set =
+      *options.add_subcommand("set", "Set one value: on/off, a number, or text (@FILE, @- for standard input)");
   set.fallthrough();
-  set.add_option("KEY", arguments->key)->required();
-  set.add_option("VALUE", arguments->value)->required();
+  set.add_option("KEY", arguments->key, "Its name, as \"options list\" shows it")->required();
+  set.add_option("VALUE", arguments->value, "Its value; passwords only as @FILE or @-")->required();
   set.footer(
       "Examples: marketingctl --folder garage --user Pat options set SMS_Server 127.0.0.1:8080\n"
       "          marketingctl --folder garage --user Pat options set SMTP_Password @password.txt");

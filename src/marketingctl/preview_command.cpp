@@ -68,8 +68,8 @@ std::optional<QJsonArray> PreviewRows(Application& app, Previewer& previewer, in
       return std::nullopt;
     }
     for (; !rows.Eof() && previews.size() < wanted; rows.MoveNext()) {
-      previews.append(
-          previewer.Merge(rows.Field(QStringLiteral("RecordID")).ToInt(), MergeRow(rows, BlankContact::kBecomesCustomer)));
+      previews.append(previewer.Merge(rows.Field(QStringLiteral("RecordID")).ToInt(),
+                                      MergeRow(rows, BlankContact::kBecomesCustomer)));
     }
   } catch (const DatabaseError& error) {
     Refuse(error.Description());
@@ -97,10 +97,12 @@ int Preview(Program& program, const PreviewArguments& arguments) {
 
 void AddPreviewCommand(Runner& runner) {
   auto arguments = std::make_shared<PreviewArguments>();
-  CLI::App& command = *runner.Root().add_subcommand("preview", "Show the merged texts of the rows that a run would send next");
+  CLI::App& command =
+      *runner.Root().add_subcommand("preview", "Show the merged texts of the rows that a run would send next");
   command.add_option("ID", arguments->id, "Number of the campaign")->required();
-  CLI::Option* rows =
-      command.add_option("--rows", arguments->rows, "How many rows")->capture_default_str()->check(CLI::Range(1, 1'000'000));
+  CLI::Option* rows = command.add_option("--rows", arguments->rows, "How many rows")
+                          ->capture_default_str()
+                          ->check(CLI::Range(1, 1'000'000));
   command.add_flag("--sample", arguments->sample, "Merge with the built-in sample customer instead")->excludes(rows);
   command.footer("Example: marketingctl --folder garage --user Pat preview 12 --rows 3");
   runner.AddCommand(command, [arguments](Program& program) { return Preview(program, *arguments); });

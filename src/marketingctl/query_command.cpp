@@ -109,17 +109,21 @@ int Query(Program& program, const QueryArguments& arguments) {
 
 void AddQueryCommand(Runner& runner) {
   auto arguments = std::make_shared<QueryArguments>();
-  CLI::App& command =
-      *runner.Root().add_subcommand("query", "Select the rows of a campaign: the starting query, then filters and consent");
-  CLI::Option* id = command.add_option("ID", arguments->id, "A saved campaign; without it the flags below make a temporary one");
+  CLI::App& command = *runner.Root().add_subcommand(
+      "query", "Select the rows of a campaign: the starting query, then filters and consent");
+  CLI::Option* id =
+      command.add_option("ID", arguments->id, "A saved campaign; without it the flags below make a temporary one");
   DeclareCampaignArguments(command, arguments->settings);
   CLI::Option* query = command.get_option("--query");
   command.add_option("--model", arguments->model, "Model filter: vehicles whose model contains this text (not stored)");
   command.add_flag("--include-opted-out", arguments->includeOptedOut, "Include customers who opted out (not stored)");
-  command.add_option("--campaign-type", arguments->campaignType, "Campaign type, where the marketing platform is in use");
+  command.add_option("--campaign-type", arguments->campaignType,
+                     "Campaign type, where the marketing platform is in use");
   command.add_flag("--reset-processed", arguments->resetProcessed,
                    "Replace the rows although some were processed (without it the command is refused then)");
-  command.add_option("--save", arguments->save, "Keep the temporary campaign and its rows under this name")->needs(query)->excludes(id);
+  command.add_option("--save", arguments->save, "Keep the temporary campaign and its rows under this name")
+      ->needs(query)
+      ->excludes(id);
   query->excludes(id);
   command.footer(
       "Examples: marketingctl --folder garage --user Pat query 12\n"
@@ -127,6 +131,10 @@ void AddQueryCommand(Runner& runner) {
   runner.AddCommand(command, [arguments](Program& program) {
     if (!arguments->id && !arguments->settings.query) {
       Refuse(QStringLiteral("query: name a saved campaign or a --query."));
+      return static_cast<int>(kUsage);
+    }
+    if (arguments->id && arguments->settings != CampaignArguments()) {
+      Refuse(QStringLiteral("query: a saved campaign is run as it is saved; \"campaigns set\" changes it."));
       return static_cast<int>(kUsage);
     }
     return Query(program, *arguments);

@@ -18,7 +18,8 @@ QJsonValue FieldToJson(const CampaignRecord& record, const StoredField& field) {
 
 QJsonObject RecordToJson(const CampaignRecord& record) {
   QJsonObject object{{QStringLiteral("ID"), record.ID}};
-  for (const StoredField& field : StoredFields()) object.insert(QLatin1String(field.name), FieldToJson(record, field));
+  for (const StoredField& field : StoredFields())
+    object.insert(QLatin1String(field.name), FieldToJson(record, field));
   return object;
 }
 

@@ -6,13 +6,16 @@
 namespace qbx::ctl {
 
 ResultsLogFile::ResultsLogFile(const QString& logFile, int campaignId)
-    : path_(QFileInfo(logFile).path() + QStringLiteral("/MARKETING-RESULTS-") + QString::number(campaignId) + QStringLiteral(".LOG")) {}
+    : path_(QFileInfo(logFile).path() + QStringLiteral("/MARKETING-RESULTS-") + QString::number(campaignId) +
+            QStringLiteral(".LOG")) {}
 
-void ResultsLogFile::Begin() { QFile::remove(path_); }
+void ResultsLogFile::Begin() {
+  QFile::remove(path_);
+}
 
 void ResultsLogFile::Append(const QString& line) {
   QFile file(path_);
-  if (file.open(QIODevice::Append)) file.write(line.toUtf8() + "\r\n");
+  if (file.open(QIODevice::Append)) file.write(line.simplified().toUtf8() + "\r\n");
 }
 
 QStringList ResultsLogFile::Read() const {

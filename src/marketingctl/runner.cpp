@@ -2,13 +2,16 @@
 
 #include <cstdio>
 
+#include "marketingctl/start_checks.h"
 #include "startup/folders.h"
 
 namespace qbx::ctl {
 
 namespace {
 
-QString Text(const std::string& text) { return QString::fromStdString(text); }
+QString Text(const std::string& text) {
+  return QString::fromStdString(text);
+}
 
 }  // namespace
 
@@ -20,16 +23,22 @@ int Refuse(const QString& reason) {
 Runner::Runner(CLI::App& root) : root_(root) {
   root_.require_subcommand(1);
   root_.fallthrough();
-  root_.add_option("--folder", flags_.folder, "Program folder: INI file, database, log and registry/ (default: QBX_PROGRAM_FOLDER)")
+  root_
+      .add_option("--folder", flags_.folder,
+                  "Program folder: INI file, database, log and registry/ (default: QBX_PROGRAM_FOLDER)")
       ->type_name("DIR");
-  root_.add_option("--database", flags_.database, "Name of the host database (default: as the edition says)")->type_name("NAME");
+  root_.add_option("--database", flags_.database, "Name of the host database (default: as the edition says)")
+      ->type_name("NAME");
   root_.add_option("--instance", flags_.instance, "Instance of the host product")->type_name("NAME");
-  root_.add_option("--user", flags_.user, "Who this is done as; QBX_USER does as well. Needed by all but sample, init and encipher")
+  root_
+      .add_option("--user", flags_.user,
+                  "Who this is done as; QBX_USER does as well. Needed by all but sample, init and encipher")
       ->envname("QBX_USER")
       ->type_name("NAME");
   root_.add_flag("--json", flags_.json, "Print JSON for scripts instead of text");
   root_.add_flag("--bring-online", flags_.bringOnline, "Bring the database online when it is not");
-  root_.add_flag("--start-service", flags_.startService, "Try to start the database service of this computer when it does not answer");
+  root_.add_flag("--start-service", flags_.startService,
+                 "Try to start the database service of this computer when it does not answer");
 }
 
 void Runner::AddCommand(CLI::App& command, Action action) {
@@ -51,9 +60,18 @@ int Runner::Run(int argc, char** argv) {
   } catch (const CLI::Success& success) {  // --help, --version
     return root_.exit(success);
   } catch (const CLI::ParseError& error) {
-    std::fprintf(stderr, "%s\nTry --help.\n", error.what());
-    return kUsage;
+    return Misused(error);
+  } catch (const std::exception& error) {
+    return Refuse(QString::fromUtf8(error.what()));
   }
+}
+
+int Runner::Misused(const CLI::ParseError& error) const {
+  const std::vector<std::string> strange = root_.remaining(true);
+  const bool unknownCommand = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !strange.empty();
+  const std::string text = unknownCommand ? "There is no command \"" + strange.front() + "\"." : error.what();
+  std::fprintf(stderr, "%s\nTry --help.\n", text.c_str());
+  return kUsage;
 }
 
 int Runner::Start(const Action& action, bool needsConnection) {
@@ -62,18 +80,20 @@ int Runner::Start(const Action& action, bool needsConnection) {
   if (flags_.startService) ui.SetAnswer(Question::kStartDatabaseService, MessageAnswer::kYes);
   const SystemClock clock;
   Application app({.ui = ui, .clock = clock, .folders = FindFolders(Text(flags_.folder))});
+  if (const auto problem = IniProblem(app.ini.Path())) return Refuse(*problem);
   const StartOutcome outcome = app.start.RunHeadless(
       {.user = Text(flags_.user), .databaseName = Text(flags_.database), .instance = Text(flags_.instance)});
-  if (outcome != StartOutcome::kRunning) return kRefused;
-  if (needsConnection && !app.hostConnection.Connected()) {
-    return Refuse(QStringLiteral("There is no connection to the database, so nothing was done."));
+  if (outcome != StartOutcome::kRunning)
+    return Refuse(QStringLiteral("Say who this is done as: --user NAME or QBX_USER."));
+  if (needsConnection) {
+    if (const auto problem = StartProblem(app, ui)) return Refuse(*problem);
   }
   SendEmailView view;
   CampaignDesk desk(app, view);
   Program program{ui, app, desk, flags_.json};
   const int code = action(program);
   ui.EndProgress();
-  return code;
+  return code == kDone && ui.QuitRequested() ? static_cast<int>(kRefused) : code;
 }
 
 }  // namespace qbx::ctl

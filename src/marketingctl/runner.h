@@ -54,6 +54,7 @@ class Runner {
 
  private:
   [[nodiscard]] int Start(const Action& action, bool needsConnection);
+  [[nodiscard]] int Misused(const CLI::ParseError& error) const;
 
   CLI::App& root_;
   GlobalFlags flags_;

@@ -47,9 +47,12 @@ void AddSampleCommand(Runner& runner) {
   auto arguments = std::make_shared<SampleArguments>();
   CLI::App& command = *runner.Root().add_subcommand("sample", "Make a sample garage to try the program on");
   command.add_option("DIR", arguments->folder, "Program folder; made when it is missing")->required();
-  command.add_option("--customers", arguments->customers, "Number of customers")->capture_default_str()->check(CLI::Range(1, 5'000'000));
+  command.add_option("--customers", arguments->customers, "Number of customers")
+      ->capture_default_str()
+      ->check(CLI::Range(1, 5'000'000));
   command.add_option("--seed", arguments->seed, "The same seed and date make the same garage")->capture_default_str();
-  command.add_option("--as-of", arguments->asOf, "Day that reminders and invoices are laid around (yyyy-mm-dd, default: today)");
+  command.add_option("--as-of", arguments->asOf,
+                     "Day that reminders and invoices are laid around (yyyy-mm-dd, default: today)");
   command.add_flag("--replace", arguments->replace, "Replace the database that the folder holds");
   command.footer("Example: marketingctl sample garage --customers 500 --seed 7");
   runner.AddBareCommand(command, [arguments, &runner] { return MakeSample(*arguments, runner.Flags()); });

@@ -19,21 +19,44 @@ struct SendArguments {
   bool stopOnError = false;
 };
 
-/// Shows progress and turns Ctrl+C into a pause.
+/// Shows progress, turns Ctrl+C into a pause, and files the results log.
 class Watch final : public MailshotObserver {
  public:
-  explicit Watch(HeadlessUi& ui) : ui_(ui) {}
+  Watch(HeadlessUi& ui, ResultsLogFile* file) : ui_(ui), file_(file) {}
   void SetRun(Mailshot* run) { run_ = run; }
+
+  void Line(const QString& line) {
+    if (started_) {
+      file_->Append(line);
+    } else {
+      waiting_ << line;
+    }
+  }
 
   void At(MailshotPoint point, qint64) override {
     if (point != MailshotPoint::kRowFinished || paused_ || !HeadlessUi::Interrupted()) return;
     paused_ = true;
     run_->Pause();
   }
-  void Progress(int done, int total) override { ui_.ShowProgress(done, total); }
+  void Progress(int done, int total) override {
+    Begin();
+    ui_.ShowProgress(done, total);
+  }
 
  private:
+  /// Only a run that really begins takes the place of the last one's log: one that is refused may stand beside a run that is under way.
+  void Begin() {
+    if (!file_ || started_) return;
+    started_ = true;
+    file_->Begin();
+    for (const QString& line : waiting_)
+      file_->Append(line);
+  }
+
   HeadlessUi& ui_;
+  ResultsLogFile* file_;
+  QStringList waiting_;
+  bool started_ = false;
   Mailshot* run_ = nullptr;
   bool paused_ = false;
 };
@@ -54,7 +77,8 @@ int CountRows(Statements& statements, const QString& condition, int campaignId) 
 
 int CountDoubt(Connection& connection, int campaignId) {
   int count = 0;
-  for (const JournalEntry& entry : SendJournal(connection, {}).Read(campaignId)) count += entry.InDoubt() ? 1 : 0;
+  for (const JournalEntry& entry : SendJournal(connection, {}).Read(campaignId))
+    count += entry.InDoubt() ? 1 : 0;
   return count;
 }
 
@@ -74,7 +98,7 @@ RowsLeft CountLeft(Application& app, int campaignId) {
 int ExitCodeOf(const MailshotSummary& summary, const RowsLeft& rows, const HeadlessUi& ui) {
   switch (summary.end) {
     case MailshotEnd::kRefused:
-      return ui.Warned() ? kRefused : kDone;  // nothing flagged is nothing to do, told as information
+      return ui.Warned() || ui.Declined() ? kRefused : kDone;  // nothing flagged is nothing to do, told as information
     case MailshotEnd::kFailed:
       return kRefused;
     case MailshotEnd::kPaused:
@@ -84,7 +108,8 @@ int ExitCodeOf(const MailshotSummary& summary, const RowsLeft& rows, const Headl
     case MailshotEnd::kOutOfCredits:
       break;
   }
-  const bool failed = summary.smsFailed + summary.emailFailed + rows.inDoubt > 0 || summary.end == MailshotEnd::kOutOfCredits;
+  const bool failed =
+      summary.smsFailed + summary.emailFailed + rows.inDoubt > 0 || summary.end == MailshotEnd::kOutOfCredits;
   return failed ? kSomeFailed : kDone;
 }
 
@@ -100,14 +125,16 @@ void Print(Program& program, const MailshotSummary& summary, const RowsLeft& row
                           {QStringLiteral("log"), QJsonArray::fromStringList(program.desk.resultsLog.Lines())}});
     return;
   }
-  for (const QString& line : program.desk.resultsLog.Lines()) PrintLine(line.simplified());
-  PrintLine((dryRun ? QStringLiteral("Would send: %1 texts (%2 would fail), %3 e-mails (%4 would fail). ")
-                    : QStringLiteral("Sent: %1 texts (%2 failed), %3 e-mails (%4 failed). "))
-                .arg(summary.smsSent)
-                .arg(summary.smsFailed)
-                .arg(summary.emailSent)
-                .arg(summary.emailFailed) +
-            QStringLiteral("Rows: %1 processed, %2 left, %3 in doubt.").arg(rows.processed).arg(rows.left).arg(rows.inDoubt));
+  for (const QString& line : program.desk.resultsLog.Lines())
+    PrintLine(line.simplified());
+  PrintLine(
+      (dryRun ? QStringLiteral("Would send: %1 texts (%2 would fail), %3 e-mails (%4 would fail). ")
+              : QStringLiteral("Sent: %1 texts (%2 failed), %3 e-mails (%4 failed). "))
+          .arg(summary.smsSent)
+          .arg(summary.smsFailed)
+          .arg(summary.emailSent)
+          .arg(summary.emailFailed) +
+      QStringLiteral("Rows: %1 processed, %2 left, %3 in doubt.").arg(rows.processed).arg(rows.left).arg(rows.inDoubt));
 }
 
 int Send(Program& program, const SendArguments& arguments) {
@@ -122,11 +149,8 @@ int Send(Program& program, const SendArguments& arguments) {
 
   const CampaignRecord& record = app.campaign.record;
   ResultsLogFile file(app.log.Path(), record.ID);
-  if (!arguments.dryRun) {
-    file.Begin();
-    program.desk.resultsLog.SetSink([&file](const QString& line) { file.Append(line); });
-  }
-  Watch watch(program.ui);
+  Watch watch(program.ui, arguments.dryRun ? nullptr : &file);
+  program.desk.resultsLog.SetSink([&watch](const QString& line) { watch.Line(line); });
   Mailshot run = program.desk.MakeMailshot(watch);
   watch.SetRun(&run);
   const MailshotSummary summary = run.Send(record.ID, {record.SMS, record.Email_Subject, record.Email_Body},
@@ -142,15 +166,19 @@ int Send(Program& program, const SendArguments& arguments) {
 
 void AddSendCommand(Runner& runner) {
   auto arguments = std::make_shared<SendArguments>();
-  CLI::App& command = *runner.Root().add_subcommand("send", "Send the texts and e-mails of a campaign; goes on where a run stopped");
+  CLI::App& command =
+      *runner.Root().add_subcommand("send", "Send the texts and e-mails of a campaign; goes on where a run stopped");
   command.add_option("ID", arguments->id, "Number of the campaign")->required();
   command.add_flag("--dry-run", arguments->dryRun, "Do everything but send and record, and print what would go");
-  CLI::Option* yes = command.add_flag("--yes", arguments->yes, "Agree to spend SMS credits (without it texts are refused)");
-  command.add_flag("--email-only", arguments->emailOnly, "Send the e-mails only; rows with a text stay unprocessed")->excludes(yes);
+  CLI::Option* yes =
+      command.add_flag("--yes", arguments->yes, "Agree to spend SMS credits (without it texts are refused)");
+  command.add_flag("--email-only", arguments->emailOnly, "Send the e-mails only; rows with a text stay unprocessed")
+      ->excludes(yes);
   command.add_flag("--stop-on-error", arguments->stopOnError, "Stop after the first e-mail that fails");
   command.footer(
       "Example: marketingctl --folder garage --user Pat send 12 --yes\n"
-      "Ctrl+C pauses after the current row; the next send goes on. Exit codes: 3 some rows failed or are in doubt, 4 paused.");
+      "Ctrl+C pauses after the current row; the next send goes on. Exit codes: 3 some rows failed or are in doubt, 4 "
+      "paused.");
   runner.AddCommand(command, [arguments](Program& program) { return Send(program, *arguments); });
 }
 

@@ -2,6 +2,7 @@
 
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
+#include "marketingctl/start_checks.h"
 
 namespace qbx::ctl {
 
@@ -19,7 +20,7 @@ QString EditionText(const EditionFlags& edition) {
 
 int Status(Program& program) {
   const Application& app = program.app;
-  const bool connected = app.hostConnection.Connected();
+  const bool connected = OnDatabase(app);
   const QString server = app.hostConnection.Server();
   const QList<QPair<QString, QJsonValue>> facts = {
       {QStringLiteral("title"), app.startup.title},
@@ -36,11 +37,13 @@ int Status(Program& program) {
       {QStringLiteral("moduleVersion"), app.options.ModuleDatabaseVersion},
   };
   QJsonObject object;
-  for (const auto& [name, value] : facts) object.insert(name, value);
+  for (const auto& [name, value] : facts)
+    object.insert(name, value);
   if (program.json) {
     PrintJson(object);
   } else {
-    for (const auto& [name, value] : facts) PrintLine(name.leftJustified(16) + value.toVariant().toString());
+    for (const auto& [name, value] : facts)
+      PrintLine(name.leftJustified(16) + value.toVariant().toString());
   }
   return connected ? kDone : kRefused;
 }
@@ -48,7 +51,8 @@ int Status(Program& program) {
 }  // namespace
 
 void AddStatusCommand(Runner& runner) {
-  CLI::App& command = *runner.Root().add_subcommand("status", "Show what the program connects to, versions and edition");
+  CLI::App& command =
+      *runner.Root().add_subcommand("status", "Show what the program connects to, versions and edition");
   command.footer("Example: marketingctl --folder garage --user Pat status\nEnds with 1 when there is no connection.");
   runner.AddOfflineCommand(command, Status);
 }

@@ -1,0 +1,150 @@
+// A campaign from the query to the last message, through the program alone.
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "garage.h"
+
+namespace qbx::test {
+
+TEST(MarketingCtl, SendsEveryRowOnceAndMarksIt) {
+  const SandboxProcess sandbox;
+  const Garage garage;
+  garage.MakeEverybodyReachable();
+  garage.Use(sandbox);
+  const QString id = garage.MakeCampaign();
+
+  const QJsonArray rows = garage.Rows("results %1", {id});
+  const int count = static_cast<int>(rows.size());
+  EXPECT_EQ(count, 60);
+  const QJsonArray previews = garage.Rows("preview %1 --rows 1000", {id});
+  EXPECT_EQ(previews.size(), count);
+  const int credits = Number(garage.Done("credits"), "credits");
+
+  const QJsonValue dry = garage.Done("send %1 --dry-run", {id});
+  for (const char* all : {"sms_sent", "email_sent", "left"})
+    EXPECT_EQ(Number(dry, all), count) << all;
+  EXPECT_EQ(Recorded(sandbox), 0) << "a dry run sent something";
+
+  const QJsonValue sent = garage.Done("send %1 --yes", {id});
+  for (const char* all : {"sms_sent", "email_sent", "processed"})
+    EXPECT_EQ(Number(sent, all), count) << all;
+  for (const char* none : {"sms_failed", "email_failed", "left", "in_doubt"})
+    EXPECT_EQ(Number(sent, none), 0) << none;
+
+  // The messages arrive in the order of the preview, with its words.
+  const QJsonArray texts = QJsonDocument::fromJson(sandbox.Ask(QStringLiteral("/api/texts"))).array();
+  const QJsonArray mails = QJsonDocument::fromJson(sandbox.Ask(QStringLiteral("/api/mails"))).array();
+  ASSERT_EQ(texts.size(), count);
+  ASSERT_EQ(mails.size(), count);
+  std::map<int, QJsonValue> byRecord;
+  for (const QJsonValue& row : rows)
+    byRecord.emplace(Number(row, "RecordID"), row);
+  for (int i = 0; i < count; ++i) {
+    const QJsonValue& row = byRecord[Number(previews[i], "RecordID")];
+    EXPECT_EQ(Text(texts[i], "to"), Text(row, "Mobile"));
+    EXPECT_EQ(Text(texts[i], "message"), Text(previews[i], "sms"));
+    EXPECT_EQ(At(mails[i], "to")[0].toString(), Text(row, "Email"));
+    EXPECT_EQ(Text(mails[i], "subject"), Text(previews[i], "subject"));
+  }
+  EXPECT_EQ(Number(garage.Done("credits"), "credits"), credits - count);
+  for (const QJsonValue& row : garage.Rows("results %1", {id}))
+    EXPECT_TRUE(Flag(row, "Processed"));
+  EXPECT_EQ(At(garage.Done("log --campaign %1", {id}), "results"), At(sent, "log"));
+
+  // A second send finds nothing left, and leaves the log of the run that sent something.
+  const QJsonValue again = garage.Done("send %1 --yes", {id});
+  EXPECT_EQ(Number(again, "sms_sent") + Number(again, "email_sent"), 0);
+  EXPECT_EQ(Recorded(sandbox), 2 * count);
+  EXPECT_EQ(At(garage.Done("log --campaign %1", {id}), "results"), At(sent, "log"));
+}
+
+TEST(MarketingCtl, OnlyCustomersWhoConsentedBecomeRows) {
+  const Garage garage(300);
+  const auto consents = [&](const char* line) {
+    std::multiset<int> found;
+    const QJsonValue made = garage.Done(line, {QStringLiteral("All Customers")});
+    const QString id = QString::number(Number(made, "campaign"));
+    const QJsonArray rows = garage.Rows("results %1", {id});
+    EXPECT_EQ(rows.size(), Number(made, "step2"));
+    for (const QJsonValue& row : rows)
+      found.insert(At(row, "Consent_Response").toInt(0));
+    garage.Done("campaigns delete %1", {id});
+    return found;
+  };
+  garage.Done("options set Only_Send_Comms_When_Opted_In on");
+  const auto demanded = consents("query --query %1 --save Demanded");
+  EXPECT_GT(demanded.size(), 0U);
+  EXPECT_EQ(demanded.count(1), demanded.size());
+  garage.Done("options set Only_Send_Comms_When_Opted_In off");
+  const auto open = consents("query --query %1 --save Open");
+  EXPECT_GT(open.count(0), 0U);
+  EXPECT_EQ(open.count(2), 0U) << "opted out";
+  EXPECT_GT(consents("query --query %1 --save Everybody --include-opted-out").count(2), 0U);
+}
+
+TEST(MarketingCtl, ATemporaryQueryLeavesNoRowsBehind) {
+  const Garage garage;
+  const QJsonValue top = garage.Done("query --query %1 --records 10", {QStringLiteral("Top Customers")});
+  EXPECT_EQ(Number(top, "step1"), 10);
+  const int id = Number(top, "campaign");
+  EXPECT_LT(id, 0);
+  EXPECT_EQ(garage.Rows("results %1", {QString::number(id)}).size(), 0);
+}
+
+TEST(MarketingCtl, CampaignsAreMadeChangedCopiedAndDeleted) {
+  const Garage garage;
+  const QString text = QString::fromUtf8("O'Neil; \"50%\" \u20ac20 --now");
+  const QString id = QString::number(Number(
+      garage.Done("campaigns new %1 --query %2 --sms @-", {text, QStringLiteral("Reminder Date")}, text.toUtf8()),
+      "ID"));
+  garage.Done(
+      "campaigns set %1 --reminder 6 --year between:2010,2015 --mileage less:90000 --cust-type is-not:Trade --from "
+      "2026-01-01 "
+      "--no-marketing on",
+      {id});
+  const QString copy = QString::number(Number(garage.Done("campaigns copy %1 Second", {id}), "ID"));
+  EXPECT_NE(copy, id);
+  garage.Done("campaigns delete %1", {id});
+  EXPECT_EQ(garage.Run("campaigns show %1", {id}).code, 1);
+
+  const QJsonValue shown = garage.Done("campaigns show %1", {copy});
+  const QList<QPair<const char*, QJsonValue>> expected = {{"SMS", text},
+                                                          {"CampaignTypeID", 10},
+                                                          {"ReminderID", 5},
+                                                          {"UseYearOfManufacture", true},
+                                                          {"WhenYearOfManufacture", 3},
+                                                          {"ValueYearOfManufacture1", QStringLiteral("2010")},
+                                                          {"ValueYearOfManufacture2", QStringLiteral("2015")},
+                                                          {"WhenLastKnownMileage", 1},
+                                                          {"ValueLastKnownMileage1", QStringLiteral("90000")},
+                                                          {"WhenCustType", 1},
+                                                          {"ValueCustType", QStringLiteral("Trade")},
+                                                          {"UseEnquirySource", false},
+                                                          {"Date1", QStringLiteral("2026-01-01")},
+                                                          {"Marketing", true}};
+  for (const auto& [field, value] : expected)
+    EXPECT_TRUE(At(shown, field) == value) << field;
+}
+
+TEST(MarketingCtl, OneRowChangesWhenAskedTo) {
+  const Garage garage;
+  garage.MakeEverybodyReachable();
+  const QString id = garage.MakeCampaign();
+  const auto first = [&]() -> QJsonValue { return garage.Rows("results %1", {id})[0]; };
+  const QString record = QString::number(Number(first(), "RecordID"));
+  EXPECT_EQ(garage.Run("results %1 --toggle %2 Send_SMS", {id, record}).code, 0);
+  EXPECT_FALSE(Flag(first(), "Send_SMS"));
+  EXPECT_EQ(garage.Run("results %1 --toggle %2 Processed", {id, record}).code, 1);
+  EXPECT_FALSE(Flag(first(), "Processed"));
+  EXPECT_EQ(garage.Run("results %1 --toggle %2 Processed --yes", {id, record}).code, 0);
+  EXPECT_TRUE(Flag(first(), "Processed"));
+  // Rows with a mark are not thrown away unasked.
+  EXPECT_EQ(garage.Run("query %1", {id}).code, 1);
+  EXPECT_TRUE(Flag(first(), "Processed"));
+  EXPECT_EQ(garage.Run("query %1 --reset-processed", {id}).code, 0);
+  EXPECT_FALSE(Flag(first(), "Processed"));
+}
+
+}  // namespace qbx::test

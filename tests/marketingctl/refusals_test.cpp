@@ -1,0 +1,231 @@
+// What the program refuses, how it says so, and that it loses nothing by it.
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <functional>
+
+#include "garage.h"
+
+namespace qbx::test {
+
+namespace {
+
+struct Refusal {
+  const char* command;  ///< words split at blanks
+  int code;
+  const char* message;  ///< somewhere in stderr
+};
+
+void ExpectRefusals(const Garage& garage, std::initializer_list<Refusal> refusals) {
+  for (const Refusal& refusal : refusals) {
+    const CtlResult result = garage.Run(refusal.command);
+    EXPECT_EQ(result.code, refusal.code) << refusal.command << ": " << result.err.constData();
+    EXPECT_TRUE(result.err.contains(refusal.message)) << refusal.command << ": " << result.err.constData();
+    EXPECT_TRUE(result.out.isEmpty() || refusal.code != 2) << refusal.command << ": " << result.out.constData();
+  }
+}
+
+}  // namespace
+
+TEST(MarketingCtlHelp, EveryCommandExplainsItselfWithAnExample) {
+  for (const char* command : {"sample",
+                              "init",
+                              "status",
+                              "options set",
+                              "options get",
+                              "options list",
+                              "campaigns list",
+                              "campaigns show",
+                              "campaigns new",
+                              "campaigns set",
+                              "campaigns copy",
+                              "campaigns rename",
+                              "campaigns delete",
+                              "query",
+                              "results",
+                              "preview",
+                              "credits",
+                              "send",
+                              "log",
+                              "encipher"}) {
+    const CtlResult help = RunCtl(Words(command) << QStringLiteral("--help"));
+    EXPECT_EQ(help.code, 0) << command;
+    EXPECT_TRUE(help.out.contains("Example")) << command;
+    EXPECT_TRUE(help.err.isEmpty()) << command << ": " << help.err.constData();
+  }
+}
+
+TEST(MarketingCtlRefuses, CommandLinesThatMakeNoSense) {
+  const Garage garage(20);
+  ExpectRefusals(garage, {
+                             {"", 2, "subcommand"},
+                             {"fly", 2, "There is no command \"fly\""},
+                             {"campaigns fly", 2, "There is no command \"fly\""},
+                             {"campaigns show twelve", 2, "ID"},
+                             {"campaigns set 1 --wings 2", 2, "--wings"},
+                             {"campaigns set 1 --from 31.12.2026", 2, "yyyy-mm-dd"},
+                             {"campaigns set 1 --to 2026-02-30", 2, "yyyy-mm-dd"},
+                             {"campaigns set 1 --query Nobody", 2, "\"Nobody\" is not one of"},
+                             {"campaigns set 1 --records many", 2, "--records"},
+                             {"campaigns set 1 --start -1", 2, "--start"},
+                             {"campaigns set 1 --reminder 7", 2, "--reminder"},
+                             {"campaigns set 1 --cust-type Retail", 2, "is:TEXT, is-not:TEXT or none"},
+                             {"campaigns set 1 --source is:", 2, "is:TEXT, is-not:TEXT or none"},
+                             {"campaigns set 1 --mileage between:1", 2, "between:N,M"},
+                             {"campaigns set 1 --year after:soon", 2, "after:N"},
+                             {"campaigns set 1 --no-marketing perhaps", 2, "--no-marketing"},
+                             {"campaigns set 1 --sms @/no/such/file", 2, "cannot be read"},
+                             {"campaigns set 1 --letter /no/such/file", 2, "cannot be read"},
+                             {"query", 2, "name a saved campaign or a --query"},
+                             {"query 1 --save Mine", 2, "--save"},
+                             {"query 1 --reminder 2", 2, "campaigns set"},
+                             {"results 1 --send-by sms=6", 2, "sms=6"},
+                             {"results 1 --send-by fax=0", 2, "fax=0"},
+                             {"results 1 --toggle 1 Flag", 2, "Send_SMS"},
+                             {"preview 1 --rows 0", 2, "--rows"},
+                             {"send 1 --yes --email-only", 2, "--email-only"},
+                             {"options set SMTP_Password secret", 2, "@FILE"},
+                             {"options set Timeout many", 2, "does not fit"},
+                             {"options set SMTP_UseSSL perhaps", 2, "on or off"},
+                             {"sample elsewhere --customers 0", 2, "--customers"},
+                             {"sample elsewhere --as-of today", 2, "yyyy-mm-dd"},
+                         });
+  EXPECT_EQ(Text(garage.Done("campaigns show 1"), "Campaign_Name"), QStringLiteral("Lapsed customers"));
+}
+
+TEST(MarketingCtlRefuses, WhatCannotBeDone) {
+  const Garage garage(20);
+  garage.Done("options set SMS_Server 127.0.0.1:1");
+  garage.Done("query 1");
+  garage.Done("results 1 --send-by sms=0");
+  ExpectRefusals(garage, {
+                             {"campaigns show 99", 1, "Campaign not found!"},
+                             {"campaigns show -5", 1, "Campaign not found!"},
+                             {"campaigns delete 99", 1, "Campaign not found!"},
+                             {"query -5", 1, "Campaign not found!"},
+                             {"results 99", 1, "Campaign not found!"},
+                             {"results 1 --toggle 987654 Processed --yes", 1, "has no row 987654"},
+                             {"send 99 --yes", 1, "Campaign not found!"},
+                             {"send 1 --yes", 1, "127.0.0.1:1"},
+                             {"credits", 1, "127.0.0.1:1"},
+                             {"options get Wings", 1, "There is no option \"Wings\""},
+                         });
+  const CtlResult nameless = RunCtl(Words("--folder %1 status", {garage.Path()}));
+  EXPECT_EQ(nameless.code, 1);
+  EXPECT_TRUE(nameless.err.contains("--user")) << nameless.err.constData();
+  const QByteArray before = garage.Folder().Read(QStringLiteral("QBXKorvelManager.db"));
+  for (const char* command : {"sample", "init"}) {
+    const CtlResult again = RunCtl({QLatin1String(command), garage.Path()});
+    EXPECT_EQ(again.code, 1);
+    EXPECT_TRUE(again.err.contains("--replace")) << again.err.constData();
+  }
+  EXPECT_EQ(garage.Folder().Read(QStringLiteral("QBXKorvelManager.db")), before);
+}
+
+TEST(MarketingCtlRefuses, TextsWithoutAgreementToTheirCredits) {
+  const SandboxProcess sandbox(Words("--credits 3"));
+  const Garage garage(20);
+  garage.MakeEverybodyReachable();
+  garage.Use(sandbox);
+  const QString id = garage.MakeCampaign();
+  const CtlResult dear = garage.Run("send %1 --yes", {id});
+  EXPECT_EQ(dear.code, 1);
+  EXPECT_TRUE(dear.err.contains("credits")) << dear.err.constData();
+  const SandboxProcess rich;
+  garage.Use(rich);
+  const CtlResult unasked = garage.Run("send %1", {id});
+  EXPECT_EQ(unasked.code, 1);
+  EXPECT_TRUE(unasked.err.contains("--yes")) << unasked.err.constData();
+  EXPECT_EQ(Recorded(sandbox) + Recorded(rich), 0);
+}
+
+TEST(MarketingCtlRefuses, ToWorkOnWhatIsDamagedAndLeavesItAsItIs) {
+  struct Damage {
+    const char* name;
+    const char* file;  ///< what is damaged; null: nothing but SQL
+    QByteArray bytes;
+    const char* sql;
+    const char* message;
+  };
+  QByteArray noise;
+  for (int i = 0; i < 3000; ++i)
+    noise.append(static_cast<char>(i * 7 % 256));
+  const Damage damages[] = {
+      {"ini", "QBX.INI", noise, nullptr, "QBX.INI is damaged"},
+      {"registry", "registry/machine.reg", noise, nullptr, "machine.reg"},
+      {"database of noise", "QBXKorvelManager.db", noise, nullptr, "is not available"},
+      {"empty database file", "QBXKorvelManager.db", QByteArray(), nullptr, "not a primary database file"},
+      {"no options row", nullptr, {}, "DELETE FROM _Options", "Error reading all settings data"},
+      {"no options procedure", nullptr, {}, "DROP TABLE _Options", "did not start well"},
+  };
+  for (const Damage& damage : damages) {
+    SCOPED_TRACE(damage.name);
+    const Garage garage(20);
+    if (damage.sql) garage.Sql(damage.sql);
+    if (damage.file) garage.Folder().Write(QLatin1String(damage.file), damage.bytes);
+    for (const char* command : {"query 1", "send 1 --yes", "campaigns list"}) {
+      const CtlResult result = garage.Run(command);
+      EXPECT_EQ(result.code, 1) << command;
+      EXPECT_TRUE(result.out.isEmpty()) << result.out.constData();
+      EXPECT_TRUE(result.err.contains(damage.message)) << command << ": " << result.err.constData();
+    }
+    if (!damage.file) continue;
+    EXPECT_EQ(garage.Folder().Read(QLatin1String(damage.file)), damage.bytes);
+  }
+  const TempFolder empty;
+  const CtlResult nothing = RunCtl(Words("campaigns list --user=Pat --folder %1", {empty.Path()}));
+  EXPECT_EQ(nothing.code, 1);
+  EXPECT_TRUE(nothing.err.contains("is not available")) << nothing.err.constData();
+  EXPECT_FALSE(empty.Names().contains(QStringLiteral("QBXKorvelManager.db")));
+}
+
+TEST(MarketingCtlSecrets, AreNeverShownAndWorkAllTheSame) {
+  const char* const mailSecret = "m\xc3\xa4il secret";
+  const SandboxProcess sandbox(Words("--client GARAGE --password gateway+secret --smtp-user garage --smtp-password %1",
+                                     {QString::fromUtf8(mailSecret)}));
+  const Garage garage(20);
+  garage.MakeEverybodyReachable();
+  garage.Use(sandbox);
+  const QByteArray marked = Text(garage.Done("encipher --make-key --marked", {}, mailSecret), "enciphered").toUtf8();
+  EXPECT_FALSE(marked.isEmpty());
+  QByteArray shown;
+  const auto run = [&](const char* line, const QStringList& values = {}, const QByteArray& input = {}) {
+    const CtlResult result = garage.Run(line, values, input);
+    shown += result.out + result.err;
+    return result.code;
+  };
+  EXPECT_EQ(run("options set SMTP_Password @-", {}, marked), 0);
+  EXPECT_EQ(run("options set SMS_ClientPassword @-", {}, "gateway+secret\n"), 0);
+  for (const char* line :
+       {"options set SMS_ClientID GARAGE", "options set SMTP_UserName garage", "options set SMTP_Authenticate on"}) {
+    EXPECT_EQ(run(line), 0) << line;
+  }
+  const QString id = garage.MakeCampaign();
+
+  // Failures are where secrets slip out.
+  EXPECT_EQ(run("options set SMTP_Port 1"), 0);
+  EXPECT_EQ(run("send %1 --email-only", {id}), 3);
+  EXPECT_EQ(run("options set SMS_Server http://127.0.0.1:1"), 0);
+  EXPECT_EQ(run("credits"), 1);
+  EXPECT_EQ(run("send %1 --yes", {id}), 1);
+  for (const char* line :
+       {"options list", "options get SMTP_Password", "options get SMS_ClientPassword", "status", "log"})
+    run(line);
+
+  garage.Use(sandbox);
+  EXPECT_EQ(run("send %1 --yes", {id}), 0);
+  EXPECT_EQ(AcceptedMails(sandbox).size(), 20U);
+  EXPECT_EQ(AcceptedTexts(sandbox).size(), 20U);
+
+  for (const QString& name : garage.Folder().Names()) {
+    if (name.endsWith(QStringLiteral(".LOG")) || name.endsWith(QStringLiteral(".INI")))
+      shown += garage.Folder().Read(name);
+  }
+  for (const QByteArray& secret :
+       {QByteArray(mailSecret), QByteArray("gateway+secret"), QByteArray("gateway%2Bsecret"), marked.mid(8)}) {
+    EXPECT_FALSE(shown.contains(secret)) << secret.constData();
+  }
+}
+
+}  // namespace qbx::test

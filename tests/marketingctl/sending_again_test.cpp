@@ -1,0 +1,206 @@
+// A campaign that is sent again: after failures, a pause, a crash, and beside a run that is under way.
+
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QThread>
+#include <random>
+#include <set>
+
+#include "garage.h"
+
+namespace qbx::test {
+
+namespace {
+
+CtlResult Send(const Garage& garage, const QString& id) {
+  return garage.Run("send %1 --yes", {id});
+}
+
+QJsonValue CampaignLog(const Garage& garage, const QString& id) {
+  return garage.Done("log --campaign %1", {id});
+}
+
+/// The customers whose rows are in doubt.
+std::set<int> CustomersInDoubt(const Garage& garage, const QString& id) {
+  std::set<int> customers;
+  for (const QJsonValue& row : At(CampaignLog(garage, id), "in_doubt").toArray())
+    customers.insert(Number(row, "Customer"));
+  return customers;
+}
+
+/// Everybody was told once, those in doubt at most once.
+void ExpectNobodyToldTwice(const SandboxProcess& sandbox, const Garage& garage, const QString& id) {
+  const std::set<int> doubtful = CustomersInDoubt(garage, id);
+  Received texts = AcceptedTexts(sandbox);
+  Received mails = AcceptedMails(sandbox);
+  for (const QJsonValue& row : garage.Rows("results %1", {id})) {
+    const int customer = Number(row, "Customer");
+    const int text = texts[Text(row, "Mobile")];
+    const int mail = mails[Text(row, "Email")];
+    if (doubtful.contains(customer)) {
+      EXPECT_LE(text, 1) << customer;
+      EXPECT_LE(mail, 1) << customer;
+      EXPECT_FALSE(Flag(row, "Processed")) << customer;
+    } else {
+      EXPECT_EQ(text, 1) << customer;
+      EXPECT_EQ(mail, 1) << customer;
+      EXPECT_TRUE(Flag(row, "Processed")) << customer;
+    }
+  }
+}
+
+/// A garage whose campaign waits to be sent.
+struct ReadyGarage {
+  explicit ReadyGarage(int customers, const QStringList& sandboxArguments = {})
+      : sandbox(sandboxArguments), garage(customers) {
+    garage.MakeEverybodyReachable();
+    garage.Use(sandbox);
+    id = garage.MakeCampaign();
+  }
+  /// The mobile of the row that is sent as number `place`, from 0.
+  [[nodiscard]] QByteArray MobileAt(int place) const {
+    const int record = Number(garage.Rows("preview %1 --rows 1000", {id})[place], "RecordID");
+    for (const QJsonValue& row : garage.Rows("results %1", {id})) {
+      if (Number(row, "RecordID") == record) return Text(row, "Mobile").toUtf8();
+    }
+    ADD_FAILURE() << "no row at " << place;
+    return {};
+  }
+
+  SandboxProcess sandbox;
+  Garage garage;
+  QString id;
+};
+
+}  // namespace
+
+TEST(MarketingCtlSend, TriesARowAgainWholeWhenAPartOfItFailed) {
+  const ReadyGarage ready(8);
+  ready.sandbox.Steer("{\"numbers\": {\"" + ready.MobileAt(0) + "\": \"code 33\"}}");
+  const CtlResult first = Send(ready.garage, ready.id);
+  EXPECT_EQ(first.code, 3);
+  EXPECT_EQ(Number(first.Object(), "sms_failed"), 1);
+  EXPECT_EQ(Number(first.Object(), "left"), 1);
+  EXPECT_EQ(AcceptedTexts(ready.sandbox).size(), 7U);
+
+  ready.sandbox.Steer("{}");
+  EXPECT_EQ(Send(ready.garage, ready.id).code, 0);
+  int mailsTwice = 0;
+  for (const auto& [address, count] : AcceptedMails(ready.sandbox))
+    mailsTwice += count - 1;
+  EXPECT_EQ(mailsTwice, 1) << "the e-mail of the row that failed, and no other";
+  for (const auto& [number, count] : AcceptedTexts(ready.sandbox))
+    EXPECT_EQ(count, 1) << number.toStdString();
+  const int recorded = Recorded(ready.sandbox);
+  EXPECT_EQ(Send(ready.garage, ready.id).code, 0);
+  EXPECT_EQ(Recorded(ready.sandbox), recorded);
+}
+
+TEST(MarketingCtlSend, TextsLeftOutByEmailOnlyGoLaterWithoutTheEmails) {
+  const ReadyGarage ready(5);
+  const QJsonValue first = ready.garage.Done("send %1 --email-only", {ready.id});
+  EXPECT_EQ(Number(first, "email_sent"), 5);
+  EXPECT_EQ(Number(first, "sms_sent"), 0);
+  EXPECT_EQ(Number(first, "left"), 5);
+  const QJsonObject second = Send(ready.garage, ready.id).Object();
+  EXPECT_EQ(Number(second, "email_sent"), 0);
+  EXPECT_EQ(Number(second, "sms_sent"), 5);
+  EXPECT_EQ(Number(second, "left"), 0);
+}
+
+TEST(MarketingCtlSend, StopsAfterAFailedEmailWhenToldTo) {
+  const ReadyGarage ready(6);
+  ready.sandbox.Steer(R"({"recipients": {"c1001@example.com": "550 No", "c1002@example.com": "550 No"}})");
+  const CtlResult stopped = ready.garage.Run("send %1 --yes --stop-on-error", {ready.id});
+  EXPECT_EQ(Number(stopped.Object(), "email_failed"), 1) << stopped.err.constData();
+  EXPECT_EQ(stopped.code, 4);
+  const CtlResult through = Send(ready.garage, ready.id);
+  EXPECT_EQ(through.code, 3);
+  EXPECT_EQ(Number(through.Object(), "email_failed"), 2);
+  EXPECT_EQ(Number(through.Object(), "left"), 2);
+}
+
+TEST(MarketingCtlSend, CtrlCPausesAndTheNextSendGoesOn) {
+  const ReadyGarage ready(20, {QStringLiteral("--delay"), QStringLiteral("2")});
+  ready.sandbox.Steer("{\"numbers\": {\"" + ready.MobileAt(1) + "\": \"slow\"}}");
+  const auto run = ready.garage.Start("send %1 --yes", {ready.id});
+  WaitForRecords(ready.sandbox, 2, *run);
+  kill(static_cast<pid_t>(run->processId()), SIGINT);
+  const CtlResult paused = Finish(*run);
+  EXPECT_EQ(paused.code, 4) << paused.err.constData();
+  const int left = Number(paused.Object(), "left");
+  EXPECT_GT(left, 0);
+  EXPECT_EQ(Recorded(ready.sandbox), 2 * (20 - left)) << "a row was left half done";
+  EXPECT_TRUE(
+      At(paused.Object(), "log").toArray().last().toString().endsWith(QStringLiteral("Processing has been paused")));
+
+  const CtlResult rest = Send(ready.garage, ready.id);
+  EXPECT_EQ(rest.code, 0) << rest.err.constData();
+  EXPECT_EQ(Number(rest.Object(), "sms_sent"), left);
+  ExpectNobodyToldTwice(ready.sandbox, ready.garage, ready.id);
+}
+
+TEST(MarketingCtlSend, ASecondRunOfACampaignIsRefusedWhileTheFirstLives) {
+  const ReadyGarage ready(6, {QStringLiteral("--delay"), QStringLiteral("25")});
+  ready.sandbox.Steer("{\"numbers\": {\"" + ready.MobileAt(1) + "\": \"slow\"}}");
+  const auto first = ready.garage.Start("send %1 --yes", {ready.id});
+  WaitForRecords(ready.sandbox, 2, *first);
+  const CtlResult second = Send(ready.garage, ready.id);
+  EXPECT_EQ(second.code, 1);
+  EXPECT_TRUE(second.err.contains("already being sent by Pat")) << second.err.constData();
+  EXPECT_EQ(Number(second.Object(), "sms_sent"), 0);
+  EXPECT_EQ(At(CampaignLog(ready.garage, ready.id), "results").toArray().size(), 1)
+      << "the first run's log was disturbed";
+
+  // The claim of a process that is gone is void; what it was sending is in doubt, and settled by a person.
+  first->kill();
+  (void)Finish(*first);
+  const CtlResult third = Send(ready.garage, ready.id);
+  EXPECT_EQ(third.code, 3) << third.err.constData();
+  EXPECT_EQ(Number(third.Object(), "in_doubt"), 1);
+  EXPECT_EQ(Number(third.Object(), "left"), 1);
+  const QJsonArray doubt = At(CampaignLog(ready.garage, ready.id), "in_doubt").toArray();
+  ASSERT_EQ(doubt.size(), 1);
+  ready.garage.Done("results %1 --toggle %2 Processed --yes",
+                    {ready.id, QString::number(Number(doubt[0], "RecordID"))});
+  const CtlResult settled = Send(ready.garage, ready.id);
+  EXPECT_EQ(settled.code, 0);
+  EXPECT_EQ(Number(settled.Object(), "in_doubt"), 0);
+}
+
+/// Each seed kills the program ten times on its way through one campaign.
+class MarketingCtlKilled : public testing::TestWithParam<unsigned> {};
+
+TEST_P(MarketingCtlKilled, TellsNobodyTwice) {
+  constexpr int kKills = 10;
+  constexpr int kCustomers = 120;
+  const ReadyGarage ready(kCustomers);
+  std::mt19937 random(GetParam());
+  const auto upTo = [&](int most) { return static_cast<int>(random() % static_cast<unsigned>(most)); };
+  int kills = 0;
+  for (int attempt = 0; attempt < kKills; ++attempt) {
+    const auto run = ready.garage.Start("send %1 --yes", {ready.id});
+    if (attempt % 3 == 2) {
+      QThread::msleep(static_cast<unsigned long>(upTo(120)));
+    } else {
+      WaitForRecords(ready.sandbox, Recorded(ready.sandbox) + 1 + upTo(12), *run);
+      QThread::usleep(static_cast<unsigned long>(upTo(3000)));
+    }
+    run->kill();
+    kills += Finish(*run).code == -1 ? 1 : 0;
+  }
+  EXPECT_GE(kills, kKills / 2) << "the campaign was over too early to be cut off";
+
+  const CtlResult last = Send(ready.garage, ready.id);
+  const int inDoubt = Number(last.Object(), "in_doubt");
+  EXPECT_EQ(last.code, inDoubt > 0 ? 3 : 0) << last.err.constData();
+  EXPECT_EQ(Number(last.Object(), "left"), inDoubt);
+  EXPECT_LE(inDoubt, kKills);
+  EXPECT_EQ(static_cast<int>(CustomersInDoubt(ready.garage, ready.id).size()), inDoubt);
+  ExpectNobodyToldTwice(ready.sandbox, ready.garage, ready.id);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, MarketingCtlKilled, testing::Values(11U, 22U, 33U, 44U, 55U));
+
+}  // namespace qbx::test
