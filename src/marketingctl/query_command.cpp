@@ -37,7 +37,9 @@ bool RunSteps(Program& program) {
   for (const int step : {0, 1}) {
     const StepResult result = program.desk.steps.NextStep(step);
     if (result.notice) program.ui.ShowMessage(*result.notice);
-    if (!result.Moved()) return false;
+    if (result.Moved()) continue;
+    if (HeadlessUi::Interrupted()) Refuse(QStringLiteral("The query was interrupted; the rows are as they were."));
+    return false;
   }
   return true;
 }
