@@ -150,6 +150,7 @@ TEST(MarketingCtlSend, ASecondRunOfACampaignIsRefusedWhileTheFirstLives) {
   EXPECT_EQ(Number(third.Object(), "left"), 1);
   const QJsonArray doubt = At(CampaignLog(ready.garage, ready.id), "in_doubt").toArray();
   ASSERT_EQ(doubt.size(), 1);
+  EXPECT_EQ(At(ready.garage.Done("log"), "in_doubt").toArray(), doubt);
   ready.garage.Done("results %1 --toggle %2 Processed --yes",
                     {ready.id, QString::number(Number(doubt[0], "RecordID"))});
   const CtlResult settled = Send(ready.garage, ready.id);
