@@ -24,8 +24,10 @@ CampaignClaim::~CampaignClaim() {
 
 bool CampaignClaim::Alive(const Recordset& claim) const {
   if (claim.Field(QStringLiteral("Computer")).ToText().compare(host_.ComputerName(), Qt::CaseInsensitive) == 0) {
-    const qint64 start = host_.ProcessStart(claim.Field(QStringLiteral("ProcessID")).ToInt());
-    return start != 0 && start == claim.Field(QStringLiteral("ProcessStart")).ToInt();
+    const qint64 process = claim.Field(QStringLiteral("ProcessID")).ToInt();
+    const qint64 start = host_.ProcessStart(process);
+    // A claim of this process is one that it could not give back (a process has one run at a time).
+    return process != host_.ProcessId() && start != 0 && start == claim.Field(QStringLiteral("ProcessStart")).ToInt();
   }
   const QDateTime seen = claim.Field(QStringLiteral("LastSeen")).ToDateTime();
   return seen.isValid() && seen.secsTo(clock_.Now()) < kSilence * 60;
@@ -54,10 +56,14 @@ std::optional<ClaimHolder> CampaignClaim::Take(int campaignId) {
   return std::nullopt;
 }
 
-void CampaignClaim::Renew() {
-  if (!campaignId_ || renewed_.secsTo(clock_.Now()) < kRenewSeconds) return;
-  renew_.Execute({{"@CampaignID", *campaignId_}});
+bool CampaignClaim::Renew() {
+  if (!campaignId_ || renewed_.secsTo(clock_.Now()) < kRenewSeconds) return true;
+  const Recordset mine = renew_.Open({{"@CampaignID", *campaignId_},
+                                      {"@Computer", host_.ComputerName()},
+                                      {"@ProcessID", host_.ProcessId()},
+                                      {"@ProcessStart", QString::number(host_.ProcessStart(host_.ProcessId()))}});
   renewed_ = clock_.Now();
+  return mine.RecordCount() > 0;
 }
 
 }  // namespace qbx

@@ -20,7 +20,7 @@ struct ClaimHolder {
 
 /// The claim of a run on its campaign, a row of the host database. It is given back when this object goes.
 ///
-/// A claim whose process is gone is void: on this computer the process is looked up (number and start time), on another
+/// A claim of this very process is its own and holds nobody up. One whose process is gone is void: on this computer the process is looked up (number and start time), on another
 /// one it is void when it was not renewed for `kSilence` minutes. Calls throw DatabaseError, except the destructor.
 class CampaignClaim {
  public:
@@ -37,7 +37,8 @@ class CampaignClaim {
   /// Whoever else holds the campaign now, without taking it.
   [[nodiscard]] std::optional<ClaimHolder> HeldBy(int campaignId);
   /// Renews the claim when it is time to.
-  void Renew();
+  /// \return false when the claim is another one's by now: the run must end
+  [[nodiscard]] bool Renew();
 
  private:
   [[nodiscard]] bool Alive(const Recordset& claim) const;

@@ -1,5 +1,7 @@
 #include "dispatch/email_sender.h"
 
+#include <utility>
+
 #include "util/text.h"
 
 namespace qbx {
@@ -49,34 +51,34 @@ EmailSender::EmailSender(MailTransport& transport, MimeWriter& mime, const Optio
 MailAddress EmailSender::ChooseSender() const {
   const auto parse = [](const QString& text) {
     const qsizetype bracket = text.indexOf(QLatin1Char('<'));
-    MailAddress sender{text.left(bracket).trimmed(), text.mid(bracket, kLongestAddressPart)};
+    MailAddress sender{TrimBlanks(text.left(bracket)), text.mid(bracket, kLongestAddressPart)};
     sender.address.remove(QLatin1Char('<')).remove(QLatin1Char('>'));
-    sender.address = sender.address.trimmed();
+    sender.address = TrimBlanks(sender.address);
     return sender;
   };
   // A full sender in the mail account's own setting goes first: many servers take mail from no other.
   MailAddress sender = options_.SMTP_FromEmail.contains(QLatin1Char('<'))
                            ? parse(options_.SMTP_FromEmail)
-                           : MailAddress{options_.Reminder_From_Name, options_.Reminder_From_Email.trimmed()};
+                           : MailAddress{options_.Reminder_From_Name, TrimBlanks(options_.Reminder_From_Email)};
   sender.name.remove(QLatin1Char('"'));
   sender.name = OneLine(sender.name);
   return sender;
 }
 
 bool EmailSender::UsesQbxServer() const {
-  return !service_.mailHost.isEmpty() && EqualsNoCase(options_.SMTP_Server.trimmed(), service_.mailHost.trimmed());
+  return !service_.mailHost.isEmpty() && EqualsNoCase(TrimBlanks(options_.SMTP_Server), TrimBlanks(service_.mailHost));
 }
 
 MailServer EmailSender::ServerSettings(bool qbxServer) const {
   MailServer server;
-  server.host = options_.SMTP_Server.trimmed();
+  server.host = TrimBlanks(options_.SMTP_Server);
   server.port = static_cast<int>(LeadingInteger(options_.SMTP_Port));
   server.useTls = options_.SMTP_UseSSL;
   server.implicitTls = server.useTls && server.port == service_.implicitTlsPort;
   server.userName = options_.SMTP_UserName;
   server.password = options_.SMTP_Password;
-  if (qbxServer && server.userName.trimmed().isEmpty()) server.userName = service_.mailAccount;
-  if (qbxServer && server.password.trimmed().isEmpty()) server.password = service_.mailPassword;
+  if (qbxServer && TrimBlanks(server.userName).isEmpty()) server.userName = service_.mailAccount;
+  if (qbxServer && TrimBlanks(server.password).isEmpty()) server.password = service_.mailPassword;
   return server;
 }
 
@@ -84,21 +86,21 @@ QString EmailSender::BuildEnvelope(const QString& to, const QString& subject, co
                                    MailEnvelope& envelope) {
   MailMessage message;
   message.from = ChooseSender();
-  message.replyTo = options_.Reminder_From_Email.trimmed();
+  message.replyTo = TrimBlanks(options_.Reminder_From_Email);
   if (message.replyTo.isEmpty()) message.replyTo = message.from.address;
   message.subject = OneLine(subject);
   message.body = body;
   message.headers.emplace_back("X-Priority", QStringLiteral("3"));
   for (const QString& part : to.split(QLatin1Char(';'))) {
-    const QString address = part.trimmed();
+    const QString address = TrimBlanks(part);
     if (address.isEmpty()) continue;
     if (HasLineBreak(part)) return QStringLiteral("The email address holds a line break: ") + OneLine(part);
     message.to.push_back({{}, address});
     envelope.recipients.append(address);
   }
   if (envelope.recipients.isEmpty()) return QStringLiteral("No Email Address specified.");
-  if (options_.Email_Send_BCC && !options_.Email_Send_BCC_Address.trimmed().isEmpty()) {
-    envelope.recipients.append(options_.Email_Send_BCC_Address.trimmed());
+  if (options_.Email_Send_BCC && !TrimBlanks(options_.Email_Send_BCC_Address).isEmpty()) {
+    envelope.recipients.append(TrimBlanks(options_.Email_Send_BCC_Address));
   }
   envelope.sender = message.from.address;
   MimeResult written = mime_.Write(message);
@@ -121,10 +123,10 @@ EmailResult EmailSender::SendEmailMessage(const QString& to, const QString& subj
   view_.SetStatus(QLatin1String(kSending));
 
   MailEnvelope envelope;
-  QString error = BuildEnvelope(to, subject, body, envelope);
-  if (error.isEmpty()) error = Deliver(ServerSettings(qbxServer), envelope, result);
-  if (!error.isEmpty()) {
-    ReportFailure(error);
+  Failure failure{Blame::kMessage, BuildEnvelope(to, subject, body, envelope)};
+  if (failure.text.isEmpty()) failure = Deliver(ServerSettings(qbxServer), envelope, result);
+  if (!failure.text.isEmpty()) {
+    ReportFailure(failure);
     return result;
   }
   if (qbxServer) diagnostics_.ui.Pause(1000);
@@ -143,29 +145,37 @@ void EmailSender::CountDown() {
   }
 }
 
-QString EmailSender::Deliver(const MailServer& server, const MailEnvelope& envelope, EmailResult& result) {
+EmailSender::Failure EmailSender::Deliver(const MailServer& server, const MailEnvelope& envelope, EmailResult& result) {
   const MailResult sent = transport_.Send(server, envelope, [this](int percent) {
     view_.SetProgress(QString::number(percent) + QStringLiteral("% complete"));
     diagnostics_.ui.PumpEvents();
   });
   result.sent = sent.outcome == MailOutcome::kSent;
   result.uncertain = sent.outcome == MailOutcome::kUncertain;
-  if (!result.sent)
-    return sent.error.isEmpty() ? QStringLiteral("The mail server did not take the message.") : sent.error;
+  if (!result.sent) {
+    const QString noReason = QStringLiteral("The mail server did not take the message.");
+    return {sent.transport ? Blame::kTransport : Blame::kRefusal, sent.error.isEmpty() ? noReason : sent.error};
+  }
   if (inRun_ || transport_.Close()) return {};
   result.sent = false;
-  return QLatin1String(kUncleanEnd);
+  return {Blame::kTransport, QLatin1String(kUncleanEnd)};
 }
 
-void EmailSender::ReportFailure(QString text) {
+/// In a run the user is asked once about refusals and once about the connection; an address that is no address is the row's own fault.
+bool EmailSender::ShallAsk(Blame blame) {
+  if (!inRun_) return true;
+  if (blame == Blame::kMessage) return false;
+  bool& asked = blame == Blame::kTransport ? transportAsked_ : refusalAsked_;
+  return !std::exchange(asked, true);
+}
+
+void EmailSender::ReportFailure(Failure failure) {
   diagnostics_.ui.SetBusy(false);
-  text.remove(QLatin1String(kComponentName), Qt::CaseInsensitive);
-  lastError_.LastEmailError = text;
-  events_.LogEvent(kEventError, 0, QStringLiteral("SendEmail"), text);
-  diagnostics_.log.WriteLog(QStringLiteral("SendEmail Failed: ") + text);
-  const bool ask = !inRun_ || !failureAsked_;
-  failureAsked_ = true;
-  if (!ask) {
+  failure.text.remove(QLatin1String(kComponentName), Qt::CaseInsensitive);
+  lastError_.LastEmailError = failure.text;
+  events_.LogEvent(kEventError, 0, QStringLiteral("SendEmail"), failure.text);
+  diagnostics_.log.WriteLog(QStringLiteral("SendEmail Failed: ") + failure.text);
+  if (!ShallAsk(failure.blame)) {
     view_.Close();
     return;
   }
@@ -182,22 +192,33 @@ void EmailSender::ReportFailure(QString text) {
     view_.Close();
     return;
   }
-  view_.ShowFailure(text);
+  view_.ShowFailure(failure.text);
   state_.StopSending = true;
 }
 
 void EmailSender::RecordEmail(const QString& customer, const QString& to, const QString& subject, const QString& body) {
-  record_.Execute({{"@AC_Ref", customer.left(kLongestAccount)},
-                   {"@AC_Type", kCustomerAccount},
-                   {"@Email_To", to.left(kLongestRecipient)},
-                   {"@Email_Subject", subject.left(kLongestSubject)},
-                   {"@Email_Text", body},
-                   {"@Attachments", QString()}});
+  try {
+    record_.Execute({{"@AC_Ref", customer.left(kLongestAccount)},
+                     {"@AC_Type", kCustomerAccount},
+                     {"@Email_To", to.left(kLongestRecipient)},
+                     {"@Email_Subject", subject.left(kLongestSubject)},
+                     {"@Email_Text", body},
+                     {"@Attachments", QString()}});
+  } catch (const DatabaseError& error) {
+    // The e-mail went out all the same; its record is a convenience of the host.
+    diagnostics_.log.WriteLog(QStringLiteral("The sent e-mail could not be recorded: ") + error.Description());
+  }
+}
+
+QString EmailSender::Problem(const QString& to, const QString& subject, const QString& body) {
+  MailEnvelope envelope;
+  return BuildEnvelope(to, subject, body, envelope);
 }
 
 void EmailSender::BeginRun() {
   inRun_ = true;
-  failureAsked_ = false;
+  transportAsked_ = false;
+  refusalAsked_ = false;
 }
 
 void EmailSender::EndRun() {

@@ -27,7 +27,7 @@ struct EmailResult {
 /// thread-safe.
 ///
 /// A single message is one session (connect, send, QUIT). Inside a run (BeginRun .. EndRun) the connection is kept from
-/// message to message, and the question that follows a failure is asked once; later failures go to the logs only.
+/// message to message, and the question that follows a failure is asked once about refusals and once about the connection; later failures go to the logs only.
 class EmailSender {
  public:
   EmailSender(MailTransport& transport, MimeWriter& mime, const Options& options, const ServiceSettings& service,
@@ -38,7 +38,10 @@ class EmailSender {
   /// \param to  addresses separated by ";"
   [[nodiscard]] EmailResult SendEmailMessage(const QString& to, const QString& subject, const QString& body);
 
-  /// Writes a sent e-mail into the customer's history. \throws DatabaseError
+  /// \return what keeps a message from being sent at all (no or a broken address), empty when nothing does
+  [[nodiscard]] QString Problem(const QString& to, const QString& subject, const QString& body);
+
+  /// Writes a sent e-mail into the customer's history. A failure leaves a log line.
   void RecordEmail(const QString& customer, const QString& to, const QString& subject, const QString& body);
 
   void BeginRun();
@@ -53,8 +56,15 @@ class EmailSender {
   [[nodiscard]] QString BuildEnvelope(const QString& to, const QString& subject, const QString& body,
                                       MailEnvelope& envelope);
   void CountDown();
-  [[nodiscard]] QString Deliver(const MailServer& server, const MailEnvelope& envelope, EmailResult& result);
-  void ReportFailure(QString text);
+  /// Who is to blame for a failure: the message itself, the server's word about it, or the connection.
+  enum class Blame { kMessage, kRefusal, kTransport };
+  struct Failure {
+    Blame blame = Blame::kTransport;
+    QString text = {};  ///< empty: it did not fail
+  };
+  [[nodiscard]] Failure Deliver(const MailServer& server, const MailEnvelope& envelope, EmailResult& result);
+  [[nodiscard]] bool ShallAsk(Blame blame);
+  void ReportFailure(Failure failure);
 
   MailTransport& transport_;
   MimeWriter& mime_;
@@ -67,7 +77,8 @@ class EmailSender {
   Diagnostics diagnostics_;
   Procedure record_;
   bool inRun_ = false;
-  bool failureAsked_ = false;
+  bool transportAsked_ = false;
+  bool refusalAsked_ = false;
 };
 
 }  // namespace qbx

@@ -12,16 +12,8 @@ constexpr int kRunLocation = 5400;
 QString InDoubtLine(int rows) {
   return QString::number(rows) + QStringLiteral(
                                      " row(s) are in doubt and were left alone: nobody knows whether their message "
-                                     "went out. Tick or untick their "
-                                     "Processed flag to settle them.");
-}
-
-Message ClaimedMessage(const ClaimHolder& holder) {
-  return {.text = QStringLiteral("This campaign is already being sent by ") + holder.user +
-                  QStringLiteral(" on computer ") + holder.computer + QStringLiteral(" (process ") +
-                  QString::number(holder.processId) +
-                  QStringLiteral(").\r\rPlease wait until that run has finished or was paused."),
-          .icon = MessageIcon::kExclamation};
+                                     "went out. Tick Processed if it "
+                                     "arrived; tick and untick it to have it sent again.");
 }
 
 /// From here to its end failures of the transports are shown once, and the mail connection is kept.
@@ -53,8 +45,12 @@ void Mailshot::Pause() {
 MailshotSummary Mailshot::Send(int campaignId, const MailshotTemplates& templates, MailshotMode mode) {
   if (mode == MailshotMode::kSend) services_.events.LogMarketingEvent(QStringLiteral("Processing SMS and Emails"));
   if (!MaySend(services_.options, services_.user)) {
-    services_.events.LogMarketingEvent(QStringLiteral("Not a Manager User"));
+    if (mode == MailshotMode::kSend) services_.events.LogMarketingEvent(QStringLiteral("Not a Manager User"));
     Tell(NotManagerMessage());
+    return {};
+  }
+  if (services_.options.ReadFailed) {
+    Tell({.text = QString::fromLatin1(kOptionsUnreadText), .icon = MessageIcon::kExclamation});
     return {};
   }
   services_.state.StopSending = false;
@@ -71,7 +67,7 @@ MailshotSummary Mailshot::Send(int campaignId, const MailshotTemplates& template
   try {
     ProcessSMSandEmail(campaignId, templates, mode, summary);
   } catch (const DatabaseError& error) {
-    services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), error.Description());
+    ReportBreakdown(error);
     summary.end = MailshotEnd::kFailed;
   }
   return summary;
@@ -103,10 +99,19 @@ void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templ
 
   const KeptConnections kept(services_.gateway, services_.email);
   MailshotRun run(services_, observer_, claim, campaignId, templates, mode, credits == Credits::kSendAll, summary);
-  run.Run();
+  try {
+    run.Run();
+  } catch (const DatabaseError& error) {
+    ReportBreakdown(error);
+    summary.end = MailshotEnd::kFailed;
+  }
   if (summary.inDoubt > 0) services_.resultsLog.LogProcessResult(InDoubtLine(summary.inDoubt));
   services_.resultsLog.LogProcessResult(services_.state.StopSending ? QStringLiteral("Processing has been paused")
                                                                     : QStringLiteral("Processing Finished"));
+}
+
+void Mailshot::ReportBreakdown(const DatabaseError& error) {
+  services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), error.Description());
 }
 
 Mailshot::Credits Mailshot::CheckCredits(int campaignId, const MailshotTemplates& templates, MailshotMode mode) {

@@ -85,6 +85,7 @@ class Mailshot {
  private:
   void ProcessSMSandEmail(int campaignId, const MailshotTemplates& templates, MailshotMode mode,
                           MailshotSummary& summary);
+  void ReportBreakdown(const DatabaseError& error);
   enum class Credits { kSendAll, kEmailOnly, kStop };
   [[nodiscard]] Credits CheckCredits(int campaignId, const MailshotTemplates& templates, MailshotMode mode);
   void Tell(const Message& message) { services_.diagnostics.ui.ShowMessage(message); }

@@ -25,11 +25,19 @@ Message NotManagerMessage() {
   return Warning("Need to be logged on as Manager to perform this function.");
 }
 
+Message ClaimedMessage(const ClaimHolder& holder) {
+  return {.text = QStringLiteral("This campaign is already being sent by ") + holder.user +
+                  QStringLiteral(" on computer ") + holder.computer + QStringLiteral(" (process ") +
+                  QString::number(holder.processId) +
+                  QStringLiteral(").\r\rPlease wait until that run has finished or was paused."),
+          .icon = MessageIcon::kExclamation};
+}
+
 std::optional<Message> CheckTemplates(const CounterValues& counters, const MailshotTemplates& templates) {
-  if (counters.sms > 0 && templates.sms.trimmed().size() < kShortestTemplate) {
+  if (counters.sms > 0 && TrimBlanks(templates.sms).size() < kShortestTemplate) {
     return Warning("You haven't entered an SMS Text Message Template on the Letter Templates Tab.");
   }
-  if (counters.emails > 0 && templates.emailBody.trimmed().size() < kShortestTemplate) {
+  if (counters.emails > 0 && TrimBlanks(templates.emailBody).size() < kShortestTemplate) {
     return Warning("You haven't entered an Email Message Template on the Letter Templates Tab.");
   }
   if (counters.sms + counters.emails == 0) {
@@ -50,7 +58,7 @@ std::optional<Message> CheckOutstanding(const CounterValues& counters) {
 
 std::optional<Message> CheckAccounts(const CounterValues& counters, const Options& options) {
   const bool emailsOutstanding = counters.emails - counters.emailsSent > 0;
-  if (emailsOutstanding && options.Reminder_From_Email.trimmed().isEmpty()) {
+  if (emailsOutstanding && TrimBlanks(options.Reminder_From_Email).isEmpty()) {
     return Warning(
         "E-Mails cannot be sent because your Email address has not been specified on the QBX System Settings screen / "
         "E-Reminders "
@@ -59,7 +67,7 @@ std::optional<Message> CheckAccounts(const CounterValues& counters, const Option
         "instead.");
   }
   const bool textsOutstanding = counters.sms - counters.smsSent > 0;
-  const bool noAccount = options.SMS_ClientID.trimmed().isEmpty() || options.SMS_ClientPassword.trimmed().isEmpty();
+  const bool noAccount = TrimBlanks(options.SMS_ClientID).isEmpty() || TrimBlanks(options.SMS_ClientPassword).isEmpty();
   if (textsOutstanding && noAccount) {
     return Warning(
         "The SMS Account Username or Password have not been set in the QBX System Settings screen / Communications "

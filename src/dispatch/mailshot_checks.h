@@ -5,6 +5,7 @@
 #include <QString>
 #include <optional>
 
+#include "dispatch/campaign_claim.h"
 #include "platform/user_interface.h"
 #include "results/counters.h"
 #include "settings/options.h"
@@ -21,6 +22,9 @@ struct MailshotTemplates {
 /// Only the user "manager" (any case) may send while the host's company is an internal one.
 [[nodiscard]] bool MaySend(const Options& options, const QString& user);
 [[nodiscard]] Message NotManagerMessage();
+
+/// Somebody else is sending the campaign.
+[[nodiscard]] Message ClaimedMessage(const ClaimHolder& holder);
 
 /// Templates that are missing, or nothing to do at all.
 /// \return the message that refuses the run, nothing when it may go on

@@ -41,6 +41,10 @@ void MailshotRun::Run() {
   observer_.Progress(0, total);
   summary_.end = MailshotEnd::kFinished;
   for (; !rows_.Eof(); rows_.MoveNext()) {
+    if (!dryRun_ && !claim_.Renew()) {
+      TellTakenOver();
+      return;
+    }
     Row row = CurrentRow();
     observer_.At(MailshotPoint::kRowStarted, row.recordId);
     SendRow(row);
@@ -58,10 +62,17 @@ void MailshotRun::Run() {
       break;
     }
     if (dryRun_) continue;
-    claim_.Renew();
     services_.counters.UpdateCounters(campaignId_);
     counters_ = services_.counters.Values();
   }
+}
+
+void MailshotRun::TellTakenOver() {
+  const QString text = QStringLiteral(
+      "This run was stopped: the computer was silent for so long that another run took the campaign over.");
+  services_.resultsLog.LogProcessResult(text);
+  services_.diagnostics.ui.ShowMessage({.text = text, .icon = MessageIcon::kExclamation});
+  summary_.end = MailshotEnd::kFailed;
 }
 
 MailshotRun::Row MailshotRun::CurrentRow() const {
@@ -78,18 +89,27 @@ MailshotRun::Row MailshotRun::CurrentRow() const {
 }
 
 void MailshotRun::SendRow(Row& row) {
+  // What the row no longer asks for plays no part, but stays on record.
+  if (!row.wantsSms) row.journal.sms = JournalState::kNone;
+  if (!row.wantsEmail) row.journal.email = JournalState::kNone;
   if (row.journal.InDoubt()) {
     ++summary_.inDoubt;
     return;
   }
-  if (row.journal.Failed()) {
-    if (!dryRun_) journal_.Forget(row.recordId);
-    row.journal = {};
-  }
+  if (row.journal.Any(JournalState::kFailed)) ForgetAttempt(row);
   if (row.wantsSms) SendText(row);
   if (row.wantsEmail) SendEmail(row);
   const bool complete = !row.failed && !row.unfinished;
   if (complete && !row.marked && !dryRun_) Mark(row);
+}
+
+/// A row in which something failed is tried again whole.
+void MailshotRun::ForgetAttempt(Row& row) {
+  if (!dryRun_) {
+    if (row.wantsSms) journal_.Forget(row.recordId, Channel::kSms);
+    if (row.wantsEmail) journal_.Forget(row.recordId, Channel::kEmail);
+  }
+  row.journal = {};
 }
 
 void MailshotRun::SendText(Row& row) {
@@ -132,10 +152,12 @@ void MailshotRun::Count(Row& row, Sent sent, int& sentCounter, int& failedCounte
       row.failed = true;
       break;
     case Sent::kUncertain:
-      if (!row.unfinished) ++summary_.inDoubt;
+      if (!row.inDoubt) ++summary_.inDoubt;
+      row.inDoubt = true;
       row.unfinished = true;
       break;
     case Sent::kWithdrawn:
+      if (!row.unfinished) LogWithdrawn(row);
       row.unfinished = true;
       break;
   }
@@ -159,7 +181,7 @@ MailshotRun::Sent MailshotRun::SendSMSToMobile(Row& row, const QString& text) {
 }
 
 MailshotRun::Sent MailshotRun::ProcessEmail(Row& row, const QString& subject, const QString& body) {
-  if (dryRun_) return row.email.isEmpty() ? Sent::kNo : Sent::kYes;
+  if (dryRun_) return services_.email.Problem(row.email, subject, body).isEmpty() ? Sent::kYes : Sent::kNo;
   if (!Announce(row, Channel::kEmail)) return Sent::kWithdrawn;
   const EmailResult result = services_.email.SendEmailMessage(row.email, subject, body);
   observer_.At(MailshotPoint::kAfterSend, row.recordId);
@@ -173,6 +195,11 @@ MailshotRun::Sent MailshotRun::ProcessEmail(Row& row, const QString& subject, co
     services_.resultsLog.LogProcessResult(QStringLiteral("Failed Reason: ") + services_.lastError.LastEmailError);
   }
   return sent;
+}
+
+void MailshotRun::LogWithdrawn(const Row& row) {
+  services_.resultsLog.LogProcessResult(QStringLiteral("Not sent to: ") + row.customer +
+                                        QStringLiteral(". The row was deleted, processed or changed meanwhile."));
 }
 
 bool MailshotRun::Announce(const Row& row, Channel channel) {

@@ -35,6 +35,7 @@ class MailshotRun {
     JournalEntry journal;
     bool failed = false;
     bool unfinished = false;  ///< a message was skipped or is in doubt: the row is not processed
+    bool inDoubt = false;
     bool marked = false;
   };
   enum class Sent { kYes, kNo, kUncertain, kWithdrawn /* deleted or processed meanwhile at another desk */ };
@@ -42,6 +43,7 @@ class MailshotRun {
   [[nodiscard]] bool ReadRows();
   [[nodiscard]] Row CurrentRow() const;
   void SendRow(Row& row);
+  void ForgetAttempt(Row& row);
   void SendText(Row& row);
   void SendEmail(Row& row);
   [[nodiscard]] Sent SendSMSToMobile(Row& row, const QString& text);
@@ -51,6 +53,8 @@ class MailshotRun {
   /// left, the mark.
   template <typename Record>
   void Settle(Row& row, Channel channel, Sent sent, Record record);
+  void TellTakenOver();
+  void LogWithdrawn(const Row& row);
   [[nodiscard]] bool IsLastMessage(const Row& row, Channel channel) const;
   void Mark(Row& row);
   void Count(Row& row, Sent sent, int& sentCounter, int& failedCounter);

@@ -1,5 +1,7 @@
 #include "dispatch/mobile_number.h"
 
+#include "util/text.h"
+
 namespace qbx {
 
 namespace {
@@ -14,7 +16,7 @@ bool IsLatinCapital(QChar c) {
 }  // namespace
 
 std::optional<QString> CleanMobileNumber(const QString& typed) {
-  QString number = typed.toUpper().trimmed();
+  QString number = TrimBlanks(typed.toUpper());
   number.remove(QLatin1Char(' '));
   for (const char stop : {';', ',', '/'}) {
     const qsizetype at = number.indexOf(QLatin1Char(stop));

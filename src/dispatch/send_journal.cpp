@@ -32,8 +32,8 @@ bool SendJournal::Write(qint64 recordId, int campaignId, Channel channel, Journa
   return written.RecordCount() > 0;
 }
 
-void SendJournal::Forget(qint64 recordId) {
-  forget_.Execute({{"@RecordID", recordId}});
+void SendJournal::Forget(qint64 recordId, Channel channel) {
+  forget_.Execute({{"@RecordID", recordId}, {"@Channel", static_cast<int>(channel)}});
 }
 
 }  // namespace qbx

@@ -20,11 +20,9 @@ struct JournalEntry {
   JournalState sms = JournalState::kNone;
   JournalState email = JournalState::kNone;
 
-  [[nodiscard]] JournalState Of(Channel channel) const { return channel == Channel::kSms ? sms : email; }
   /// A message was being sent when the run ended, so nobody knows whether it went out.
-  [[nodiscard]] bool InDoubt() const { return sms == JournalState::kSending || email == JournalState::kSending; }
-  /// The last attempt ended in a failure: the row is tried again whole.
-  [[nodiscard]] bool Failed() const { return sms == JournalState::kFailed || email == JournalState::kFailed; }
+  [[nodiscard]] bool InDoubt() const { return Any(JournalState::kSending); }
+  [[nodiscard]] bool Any(JournalState state) const { return sms == state || email == state; }
 };
 
 /// The send journal of a campaign, in the host database.
@@ -41,8 +39,8 @@ class SendJournal {
   /// \return false when "sending" was refused: the campaign does not hold the row any more, or it was processed meanwhile
   /// at another desk. The message must not go out then.
   [[nodiscard]] bool Write(qint64 recordId, int campaignId, Channel channel, JournalState state);
-  /// Forgets both messages of a row, which is tried again whole.
-  void Forget(qint64 recordId);
+  /// Forgets a message, which is due again then.
+  void Forget(qint64 recordId, Channel channel);
 
  private:
   QString user_;

@@ -3,6 +3,7 @@
 #include "dispatch/sms_credits.h"
 #include "dispatch/sms_reply.h"
 #include "dispatch/url_encode.h"
+#include "util/text.h"
 
 namespace qbx {
 
@@ -28,7 +29,7 @@ SmsGateway::SmsGateway(HttpClient& http, const Options& options, const ServiceSe
       record_(connection, "proc_addp_SMS") {}
 
 QString SmsGateway::SMSGatewayURL() const {
-  QString server = options_.SMS_Server.trimmed();
+  QString server = TrimBlanks(options_.SMS_Server);
   server.remove(QStringLiteral("http://"), Qt::CaseInsensitive);
   server.remove(QStringLiteral("https://"), Qt::CaseInsensitive);
   if (server.isEmpty()) return {};
@@ -41,10 +42,10 @@ SmsGateway::Credits SmsGateway::GetSMSCredits() {
                                     URLEncode(options_.SMS_ClientID) + QStringLiteral("&ClientAuth=") +
                                     URLEncode(options_.SMS_ClientPassword));
   if (!reply.body) return {kUnreadableBalance, reply.error};
-  const std::optional<double> balance = ParseCreditReply(*reply.body);
-  if (!balance) return {kUnreadableBalance, {}};
-  state_.SMSCreditsRemaining = *balance;
-  return {*balance, {}};
+  const std::optional<CreditReply> credits = ParseCreditReply(*reply.body);
+  if (!credits) return {kUnreadableBalance, {}};
+  if (credits->accepted) state_.SMSCreditsRemaining = credits->balance;
+  return {credits->balance, {}};
 }
 
 QString SmsGateway::SendUrl(const QString& clientId, const QString& password, const QString& mobile,

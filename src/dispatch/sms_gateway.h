@@ -39,7 +39,7 @@ class SmsGateway {
     double balance = 0;  ///< 0 when the account was refused, -999 when the answer could not be read
     QString error;       ///< not empty: no answer at all
   };
-  /// Asks for the account's balance, which is kept in the dispatch state.
+  /// Asks for the account's balance, which is kept in the dispatch state when the gateway knows the account.
   [[nodiscard]] Credits GetSMSCredits();
 
   /// Sends one text. A refusal is written to the event log and the results log. A failure of the transport is shown

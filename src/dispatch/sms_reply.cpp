@@ -1,7 +1,8 @@
 #include "dispatch/sms_reply.h"
 
 #include <QStringList>
-#include <utility>
+#include <algorithm>
+#include <limits>
 
 #include "util/text.h"
 
@@ -16,6 +17,11 @@ QStringList Fields(const QString& body) {
     fields[i] = fields[i].size() > 2 ? fields[i].mid(1, fields[i].size() - 2) : QString();
   }
   return fields;
+}
+
+int Integer(const QString& field) {
+  using Limits = std::numeric_limits<int>;
+  return static_cast<int>(std::clamp<qint64>(LeadingInteger(field), Limits::min(), Limits::max()));
 }
 
 struct Reason {
@@ -58,17 +64,18 @@ std::optional<SmsReply> ParseSmsReply(const QString& body) {
   SmsReply reply;
   const double status = LeadingNumber(fields[0]);
   reply.balance = LeadingNumber(fields[1]);
-  reply.messageId = static_cast<int>(LeadingInteger(fields[2]));
-  reply.code = static_cast<int>(LeadingInteger(fields[3]));
+  reply.messageId = Integer(fields[2]);
+  reply.code = Integer(fields[3]);
   if (status == 0) reply.code = kCodeAccountRefused;
   if (status == 2) reply.code = kCodeNoCredits;
   return reply;
 }
 
-std::optional<double> ParseCreditReply(const QString& body) {
+std::optional<CreditReply> ParseCreditReply(const QString& body) {
   const QStringList fields = Fields(body);
   if (fields.size() < 2) return std::nullopt;
-  return LeadingNumber(fields[0]) > 0 ? LeadingNumber(fields[1]) : 0.0;
+  const bool accepted = LeadingNumber(fields[0]) > 0;
+  return CreditReply{accepted, accepted ? LeadingNumber(fields[1]) : 0.0};
 }
 
 QString SendRefusalReason(int code, const QString& mobile) {

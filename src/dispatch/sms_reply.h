@@ -25,8 +25,12 @@ inline constexpr int kCodeNoCredits = 1002;
 [[nodiscard]] std::optional<SmsReply> ParseSmsReply(const QString& body);
 
 /// The reply to a credit query.
-/// \return the balance, 0 when the account was refused, nothing when the reply has fewer than two fields
-[[nodiscard]] std::optional<double> ParseCreditReply(const QString& body);
+struct CreditReply {
+  bool accepted = false;  ///< the account is known
+  double balance = 0;     ///< 0 when it is not
+};
+/// \return nothing when the reply has fewer than two fields
+[[nodiscard]] std::optional<CreditReply> ParseCreditReply(const QString& body);
 
 /// Why a mailshot text was refused, for the results log.
 [[nodiscard]] QString SendRefusalReason(int code, const QString& mobile);

@@ -1,5 +1,6 @@
 #include "dispatch/url_encode.h"
 
+#include "util/text.h"
 #include "util/windows1252.h"
 
 namespace qbx {
@@ -14,7 +15,7 @@ bool IsPlain(char c) {
 
 QString URLEncode(const QString& value) {
   static constexpr char kHex[] = "0123456789ABCDEF";
-  const QByteArray bytes = ToWindows1252(value.trimmed());
+  const QByteArray bytes = ToWindows1252(TrimBlanks(value));
   QByteArray encoded;
   encoded.reserve(bytes.size() * 3);
   for (const char c : bytes) {

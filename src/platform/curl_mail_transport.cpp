@@ -11,6 +11,8 @@ namespace {
 
 using Step = SmtpDialogue::Step;
 
+constexpr long kUploadBuffer = 16 * 1024;  // the least that libcurl takes
+
 struct ListDeleter {
   void operator()(curl_slist* list) const { curl_slist_free_all(list); }
 };
@@ -121,6 +123,8 @@ CurlMailTransport::Connection::Connection(const MailServer& server, const QStrin
     session_.Set(CURLOPT_USERNAME, server.userName.toUtf8().constData());
     session_.Set(CURLOPT_PASSWORD, server.password.toUtf8().constData());
   }
+  // Twice as much is allocated for every message; with the default the heap would grow and shrink each time.
+  session_.Set(CURLOPT_UPLOAD_BUFFERSIZE, kUploadBuffer);
   session_.Set(CURLOPT_READDATA, this);
   session_.Set(CURLOPT_READFUNCTION, &Connection::GiveMessage);
   session_.Set(CURLOPT_WRITEFUNCTION, &Connection::DropText);

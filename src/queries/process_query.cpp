@@ -9,6 +9,7 @@
 #include "campaigns/campaign_record.h"
 #include "queries/date_check.h"
 #include "queries/plain_messages.h"
+#include "queries/query_catalogue.h"
 #include "settings/options.h"
 
 namespace qbx {
@@ -116,6 +117,7 @@ QueryOutcome QueryProcessor::Refresh() {
 }
 
 std::optional<Message> QueryProcessor::Refusal() {
+  if (options_.ReadFailed) return WarningMessage(QString::fromLatin1(kOptionsUnreadText));
   const int query = campaign_.record.CampaignTypeID;
   if (QueryProcedure(QueryPass::kStart, query, filters_).isEmpty())
     return WarningMessage(QStringLiteral("Invalid Campaign Type Selected."));
@@ -123,6 +125,8 @@ std::optional<Message> QueryProcessor::Refusal() {
   const bool textsMissing = queryOptions_.FromDateText.isEmpty() || queryOptions_.ToDateText.isEmpty();
   if (HasDateCheck(query) && textsMissing && !CheckQueryDates(query, queryOptions_, diagnostics_.clock.Today()))
     return WarningMessage(QStringLiteral("Dates are not valid."));
+  if (query == kReminderDate && queryOptions_.cmbReminder < 0)
+    return WarningMessage(QStringLiteral("No Reminder specified."));
   return std::nullopt;
 }
 
@@ -203,6 +207,8 @@ QueryOutcome QueryProcessor::RunPasses(std::span<const Pass> passes, RunState& r
     connection.RunLong(
         work, [this] { diagnostics_.ui.PumpEvents(); },
         [this, &run] {
+          // A commit that is under way is left to its end: interrupted, nobody would know whether it was made.
+          if (run.commitStarted) return false;
           if (diagnostics_.status.Cancelled()) run.cancelled = true;
           return run.cancelled.load();
         });

@@ -28,6 +28,7 @@ bool ResultsView::DisplayResults(int campaignId) {
   if (!ReadRows(QStringLiteral("proc_selp_Campaign_Results (%1)").arg(campaignId), rows)) return false;
   rows_ = std::move(rows);
   campaignId_ = campaignId;
+  if (read_) read_();
   if (displayed_) displayed_();
   return true;
 }
@@ -68,6 +69,7 @@ bool ResultsView::RefreshResults() {
     refresh_(requery);
   else
     requery();
+  if (read_) read_();
   if (failure) diagnostics_.errors.ShowError(0, QStringLiteral("RefreshResults"), *failure);
   return !failure;
 }
@@ -75,6 +77,7 @@ bool ResultsView::RefreshResults() {
 bool ResultsView::DeleteRow(qint64 recordId) {
   if (!statements_.dbExecute(QStringLiteral("proc_delp_Campaign_Results ( %1 )").arg(recordId)).Ok()) return false;
   counters_.UpdateCounters(campaignId_);
+  if (read_) read_();
   return true;
 }
 

@@ -48,6 +48,9 @@ class ResultsView {
   /// it.
   void OnRefresh(std::function<void(const std::function<void()>& requery)> callback) { refresh_ = std::move(callback); }
 
+  /// Called whenever rows or their flags may have changed: what was worked out from them is out of date.
+  void OnRead(std::function<void()> callback) { read_ = std::move(callback); }
+
   /// Reads counters and rows of a campaign.
   /// \return false on failure
   bool DisplayResults(int campaignId);
@@ -71,6 +74,7 @@ class ResultsView {
   Diagnostics diagnostics_;
   Recordset rows_;
   int campaignId_ = 0;
+  std::function<void()> read_;
   std::function<void()> displayed_;
   std::function<void(const std::function<void()>&)> refresh_;
 };

@@ -104,6 +104,7 @@ QStringList SendMethodBatches(const SendMethods& methods, int campaignId, const 
 }
 
 bool SetSendMethods(Statements& statements, const SendMethods& methods, int campaignId, const Options& options) {
+  if (options.ReadFailed) return false;
   bool allRan = true;
   for (const QString& batch : SendMethodBatches(methods, campaignId, options)) {
     if (!statements.dbExecute(batch).Ok()) allRan = false;

@@ -17,6 +17,7 @@ struct Options {
   // Versions, read before the rows.
   int DatabaseVersion = 0;        ///< of the host database; 0 until loaded
   int ModuleDatabaseVersion = 0;  ///< of the marketing module in it; kModuleSchemaLevel when it fits this program
+  bool ReadFailed = false;        ///< the last reading broke off: what the rows say about consent may be missing
 
   // From the row of company "A".
   bool Boats = false;
@@ -153,6 +154,11 @@ struct OptionKey {
 
   [[nodiscard]] bool IsSecret() const;  ///< a password: not to be listed
 };
+
+/// What refuses to select or contact anybody while the options could not be read, since nobody's consent could be checked.
+inline constexpr char kOptionsUnreadText[] =
+    "The company's settings could not be read, so it is not known whether only customers who opted in may be "
+    "contacted. Nothing was done.";
 
 /// Every key in the order of reading: first those of company "A", then those of the own row. "CoTelNo" and "CoFaxNo"
 /// are in both.

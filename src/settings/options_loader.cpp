@@ -27,7 +27,8 @@ OptionsLoader::OptionsLoader(Statements& statements, IniFile& ini, HostCipher& c
       diagnostics_(diagnostics) {}
 
 bool OptionsLoader::LoadOptions() {
-  if (ReadVersions() && ReadRows()) {
+  options_.ReadFailed = !ReadVersions() || !ReadRows();
+  if (!options_.ReadFailed) {
     WorkOutEditionNames(startup_);
     return true;
   }

@@ -3,12 +3,14 @@
 namespace qbx {
 
 CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
-    : counters(app.statements, app.diagnostics),
+    : resultsLog(app.clock, app.ui),
+      guard(app.connection, app.host, app.diagnostics),
+      counters(app.statements, app.diagnostics),
       results(app.statements, counters, app.diagnostics),
       flags(app.statements, results, app.diagnostics),
       selection(app.statements, app.campaign, state, app.options, app.startup.edition, app.diagnostics),
-      queries(app.statements, app.options, app.startup.user, app.campaign, state.options, state.filters, state.lblRecords,
-              app.diagnostics),
+      queries(app.statements, app.options, app.startup.user, app.campaign, state.options, state.filters,
+              state.lblRecords, app.diagnostics),
       settings(app.statements, app.campaign, state, selection, results, app.options, app.diagnostics),
       steps({.campaign = app.campaign,
              .state = state,
@@ -18,17 +20,21 @@ CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
              .results = results,
              .counters = counters,
              .events = app.events,
+             .guard = guard,
+             .resultsLog = resultsLog,
              .options = app.options,
              .edition = app.startup.edition,
              .loadOptions = [&app] { app.optionsLoader.LoadOptions(); }},
             app.diagnostics),
-      resultsLog(app.clock, app.ui),
       estimate(app.statements, app.clock),
       mime(app.clock),
       gateway(app.http, app.options, app.service, app.connection, app.events, resultsLog, app.dispatch, app.diagnostics,
               app.startup.user),
-      email(app.mail, mime, app.options, app.service, app.connection, app.events, app.dispatch, app.lastError, view, app.diagnostics),
-      app_(app) {}
+      email(app.mail, mime, app.options, app.service, app.connection, app.events, app.dispatch, app.lastError, view,
+            app.diagnostics),
+      app_(app) {
+  results.OnRead([this] { estimate.Invalidate(); });
+}
 
 Mailshot CampaignDesk::MakeMailshot(MailshotObserver& observer) {
   return Mailshot({.statements = app_.statements,

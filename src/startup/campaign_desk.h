@@ -7,6 +7,7 @@
 #include "dispatch/credit_estimate.h"
 #include "dispatch/email_sender.h"
 #include "dispatch/mailshot.h"
+#include "dispatch/replace_guard.h"
 #include "dispatch/results_log.h"
 #include "dispatch/sms_gateway.h"
 #include "platform/mime_message.h"
@@ -31,6 +32,10 @@ class CampaignDesk {
   CampaignDesk(const CampaignDesk&) = delete;
   CampaignDesk& operator=(const CampaignDesk&) = delete;
 
+  // What several of the others look at.
+  ResultsLog resultsLog;
+  ReplaceGuard guard;
+
   // The wizard.
   WizardState state;
   Counters counters;
@@ -42,7 +47,6 @@ class CampaignDesk {
   WizardSteps steps;
 
   // Sending.
-  ResultsLog resultsLog;
   CreditEstimate estimate;
   MimeWriter mime;
   SmsGateway gateway;

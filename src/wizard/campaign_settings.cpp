@@ -161,12 +161,16 @@ bool CampaignSettings::SaveCampaignSettings(const std::function<void()>& save) {
   save();
   const int newId = campaign_.record.ID;
   if (newId < 1) return false;
+  bool rowsFollowed = true;
   if (oldId < 0) {
-    statements_.dbExecute(
-        QStringLiteral("UPDATE [Campaign Results] SET CampaignID = %1 WHERE CampaignID = %2").arg(newId).arg(oldId));
+    rowsFollowed = statements_
+                       .dbExecute(QStringLiteral("UPDATE [Campaign Results] SET CampaignID = %1 WHERE CampaignID = %2")
+                                      .arg(newId)
+                                      .arg(oldId))
+                       .Ok();
   }
   FillCampaignList();
-  return true;
+  return rowsFollowed;
 }
 
 bool CampaignSettings::LoadCampaignSettings(const std::function<int()>& load) {

@@ -36,10 +36,21 @@ StepResult WizardSteps::NextStep(int index) {
   return result;
 }
 
-bool WizardSteps::MayRunQuery(int index) {
-  if (parts_.counters.Values().Sent() > 0 &&
-      diagnostics_.ui.ShowMessage(ResetProcessedQuestion()) != MessageAnswer::kYes)
+/// Rows that are being sent elsewhere stay; for rows of which something went out the user is asked.
+bool WizardSteps::MayReplaceRows() {
+  const int campaign = parts_.campaign.record.ID;
+  const ReplaceGuard::Finding finding = parts_.guard.Look(campaign);
+  if (finding.refusal) {
+    diagnostics_.ui.ShowMessage(*finding.refusal);
     return false;
+  }
+  parts_.counters.UpdateCounters(campaign);
+  if (parts_.counters.Values().Sent() == 0 && !finding.messagesOnRecord) return true;
+  return diagnostics_.ui.ShowMessage(ResetProcessedQuestion()) == MessageAnswer::kYes;
+}
+
+bool WizardSteps::MayRunQuery(int index) {
+  if (!MayReplaceRows()) return false;
   const int query = parts_.campaign.record.CampaignTypeID;
   std::optional<Message> refusal =
       index == 0 ? CheckStepOne(query, parts_.state.options, parts_.options.Using_Vrelo, diagnostics_.clock.Today())
@@ -66,6 +77,7 @@ bool WizardSteps::Refresh() {
     diagnostics_.ui.ShowMessage(*refusal);
     return false;
   }
+  if (!MayReplaceRows()) return false;
   return parts_.queries.Refresh() == QueryOutcome::kDone;
 }
 
@@ -90,9 +102,9 @@ StepResult WizardSteps::RunCampaign() {
 }
 
 void WizardSteps::TabOpened(int tab) {
-  if (tab == kResultsTab && parts_.state.ProcessResultsLogged) {
+  if (tab == kResultsTab && parts_.resultsLog.ProcessResultsLogged) {
     parts_.results.RefreshResults();
-    parts_.state.ProcessResultsLogged = false;
+    parts_.resultsLog.ProcessResultsLogged = false;
   }
   if (tab == kProcessTab) parts_.counters.UpdateCounters(parts_.campaign.record.ID);
 }

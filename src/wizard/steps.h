@@ -10,6 +10,8 @@
 #include "campaigns/campaign_storage.h"
 #include "database/event_log.h"
 #include "diagnostics/diagnostics.h"
+#include "dispatch/replace_guard.h"
+#include "dispatch/results_log.h"
 #include "queries/process_query.h"
 #include "results/counters.h"
 #include "results/results_view.h"
@@ -43,6 +45,8 @@ class WizardSteps {
     ResultsView& results;
     Counters& counters;
     EventLog& events;
+    ReplaceGuard& guard;
+    ResultsLog& resultsLog;
     const Options& options;
     const EditionFlags& edition;
     std::function<void()> loadOptions;  ///< reads the company's options again
@@ -76,6 +80,7 @@ class WizardSteps {
  private:
   /// The question about sent rows, then the checks of the step; shows what refuses.
   [[nodiscard]] bool MayRunQuery(int index);
+  [[nodiscard]] bool MayReplaceRows();
   void LogClick(const QString& text, int index);
   [[nodiscard]] bool Confirm(const QString& text);
 

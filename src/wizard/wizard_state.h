@@ -41,9 +41,6 @@ struct WizardState {
   QString txtEmailBody = {};
   QString txtSMS = {};
 
-  // Step 5
-  bool ProcessResultsLogged = false;  ///< rows were processed since the results were last shown
-
   std::vector<ListRow> cmbCampaigns = {};  ///< stored campaigns, data: their IDs
 };
 

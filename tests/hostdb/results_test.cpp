@@ -140,7 +140,10 @@ TEST_F(Results, TheJournalKnowsWhatIsInDoubt) {
   const qint64 first = AddRow(3);
   const qint64 second = AddRow(3);
   Run(QStringLiteral("UPDATE [Campaign Results] SET Mobile = '07700900001' WHERE RecordID = %1").arg(second));
-  Note(second, 3, 1, 0);
+  EXPECT_TRUE(Note(second, 3, 1, 0).IsNull()) << "a row without the flag must not be sent to";
+  Run(QStringLiteral("UPDATE [Campaign Results] SET Send_SMS = 1, Send_Email = 1"));
+  EXPECT_EQ(Note(second, 3, 1, 0).ToInt(), second);
+  EXPECT_TRUE(Note(second, 3, 1, 0).IsNull()) << "a message that was begun must not be begun again";
   Note(first, 3, 2, 0);
   EXPECT_EQ(Note(first, 3, 2, 1).ToInt(), first);
   EXPECT_EQ(Rows(QStringLiteral("proc_selp_Send_Journal (3)")),
@@ -149,13 +152,14 @@ TEST_F(Results, TheJournalKnowsWhatIsInDoubt) {
   ASSERT_EQ(doubt.RecordCount(), 1);
   EXPECT_EQ(doubt.Field(QStringLiteral("Mobile")).ToText(), QStringLiteral("07700900001"));
   EXPECT_EQ(doubt.Field(QStringLiteral("Changed")).ToDateTime(), clock.Now());
-  Run(QStringLiteral("proc_delp_Send_Journal (%1)").arg(first));
+  Run(QStringLiteral("proc_delp_Send_Journal (%1, 2)").arg(first));
   EXPECT_EQ(Journal(first), QStringList());
 }
 
 TEST_F(Results, TheJournalGoesWithItsRow) {
   const qint64 moved = AddRow(-3);
   const qint64 deleted = AddRow(-3);
+  Run(QStringLiteral("UPDATE [Campaign Results] SET Send_SMS = 1"));
   Note(moved, -3, 1, 0);
   Note(deleted, -3, 1, 0);
   Run(QStringLiteral("UPDATE [Campaign Results] SET CampaignID = 5 WHERE CampaignID = -3"));
@@ -172,7 +176,9 @@ TEST_F(Results, AClaimIsGivenBackByItsHolderOnly) {
   clock.AdvanceSeconds(60);
   Run(QStringLiteral("proc_addp_Campaign_Claim 4, 'BOB', 'BENCH', 200, '66'"));
   clock.AdvanceSeconds(60);
-  Run(QStringLiteral("proc_updp_Campaign_Claim_Seen 4"));
+  Run(QStringLiteral("proc_updp_Campaign_Claim_Seen 4, 'BENCH', 200, '66'"));
+  EXPECT_EQ(Run(QStringLiteral("proc_updp_Campaign_Claim_Seen 4, 'DESK', 100, '55'")).RecordCount(), 0)
+      << "a claim that was taken over is not the former holder's to renew";
   Run(QStringLiteral("proc_delp_Campaign_Claim 4, 100, 'DESK'"));
   EXPECT_EQ(Rows(QStringLiteral("proc_selp_Campaign_Claim (4)")),
             QStringList(QStringLiteral("4|BOB|BENCH|200|66|04/03/2026 10:21:30|04/03/2026 10:22:30")));

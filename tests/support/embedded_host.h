@@ -17,15 +17,19 @@ namespace qbx::test {
 /// Opens on a new host database, as user "TESTER". Statements of a test run below the statement routines and fail the
 /// test by themselves.
 struct EmbeddedHost {
-  EmbeddedHost() {
+  /// \param existing  folder of another EmbeddedHost, perhaps of another process, whose database is opened instead of a
+  /// new one
+  explicit EmbeddedHost(const QString& existing = {}) : home(existing.isEmpty() ? folder.Path() : existing) {
     context.user = QStringLiteral("TESTER");
     context.DatabaseVersion = kHostSchemaVersion;
     errors.SetEventWriter([this](int type, int table, const QString& key, const QString& details) {
       events.LogEvent(type, table, key, details);
     });
-    const HostDatabaseProblem problem =
-        CreateHostDatabase(folder.File(QStringLiteral("Garage.db")), ExistingFile::kRefuse);
-    if (problem) ADD_FAILURE() << problem->toStdString();
+    if (existing.isEmpty()) {
+      const HostDatabaseProblem problem =
+          CreateHostDatabase(folder.File(QStringLiteral("Garage.db")), ExistingFile::kRefuse);
+      if (problem) ADD_FAILURE() << problem->toStdString();
+    }
     try {
       connection.Open(QStringLiteral("Provider=SQLOLEDB;Data Source=;Initial Catalog=Garage;"),
                       {QStringLiteral("sa"), QString()});
@@ -64,13 +68,14 @@ struct EmbeddedHost {
   }
 
   TempFolder folder;
+  QString home;  ///< where the database and the log file are
   FixedClock clock;
   ScriptedUi ui;
-  LogFile log{clock, folder.File(QStringLiteral("MARKETING.LOG"))};
+  LogFile log{clock, home + QStringLiteral("/MARKETING.LOG")};
   StatusBox status{ui};
   ErrorReport errors{log, status, ui};
   Diagnostics diagnostics{clock, log, ui, status, errors};
-  EmbeddedEngine engine{folder.Path(), clock, RefreshProcedures};
+  EmbeddedEngine engine{home, clock, RefreshProcedures};
   Connection connection{engine.Factory()};
   EventContext context;
   EventLog events{connection, context, log};

@@ -4,6 +4,7 @@
 
 #include "queries/query_catalogue.h"
 #include "support/embedded_host.h"
+#include "support/fakes.h"
 #include "wizard/steps.h"
 
 namespace qbx::test {
@@ -36,6 +37,9 @@ class Wizard : public testing::Test {
                           state_.lblRecords, host_.diagnostics};
   QuerySelection selection_{host_.statements, campaign_, state_, options_, edition_, host_.diagnostics};
   CampaignSettings settings_{host_.statements, campaign_, state_, selection_, results_, options_, host_.diagnostics};
+  FakeHostInfo computer_;
+  ReplaceGuard guard_{host_.connection, computer_, host_.diagnostics};
+  ResultsLog resultsLog_{host_.diagnostics.clock, host_.diagnostics.ui};
   int optionLoads_ = 0;
   WizardSteps steps_{{.campaign = campaign_,
                       .state = state_,
@@ -45,6 +49,8 @@ class Wizard : public testing::Test {
                       .results = results_,
                       .counters = counters_,
                       .events = host_.events,
+                      .guard = guard_,
+                      .resultsLog = resultsLog_,
                       .options = options_,
                       .edition = edition_,
                       .loadOptions = [this] { ++optionLoads_; }},

@@ -1,6 +1,6 @@
--- Notes how far a message of a results row is: @Channel 1 text, 2 e-mail; @State 0 sending, 1 sent, 2 failed. Returns the key of the row;
--- no row comes back when the campaign does not hold it (any more), or when it is to be sent and was processed meanwhile (at another desk), and
--- then the message must not go out.
+-- Notes how far a message of a results row is: @Channel 1 text, 2 e-mail; @State 0 sending, 1 sent, 2 failed. Returns the key of the row.
+-- No row comes back when the campaign does not hold that row (any more), and none for "sending" when the row was processed, its flag was taken
+-- away or the message was begun meanwhile (at another desk, by another run): then the message must not go out.
 CREATE PROCEDURE proc_updp_Send_Journal
   @RecordID int,
   @CampaignID int,
@@ -10,7 +10,11 @@ CREATE PROCEDURE proc_updp_Send_Journal
 AS
 INSERT INTO Send_Journal (RecordID, Channel, State, CampaignID, UserID, Changed)
 SELECT RecordID, @Channel, @State, CampaignID, @UserID, GetDate()
-FROM [Campaign Results] WHERE RecordID = @RecordID AND CampaignID = @CampaignID AND (@State <> 0 OR Processed = 0)
+FROM [Campaign Results] WHERE RecordID = @RecordID AND CampaignID = @CampaignID
+  AND (@State <> 0
+       OR (Processed = 0
+           AND CASE @Channel WHEN 1 THEN Send_SMS ELSE Send_Email END = 1
+           AND NOT EXISTS (SELECT 1 FROM Send_Journal j WHERE j.RecordID = @RecordID AND j.Channel = @Channel AND j.State <> 2)))
 ON CONFLICT (RecordID, Channel) DO UPDATE SET
   State = excluded.State, CampaignID = excluded.CampaignID, UserID = excluded.UserID, Changed = excluded.Changed
 RETURNING RecordID;

@@ -1,0 +1,171 @@
+// What a mailshot costs of its own: merge, journal, record, mark and counters, over a bare libcurl loop that sends the same
+// bytes over one kept connection and makes the same durable commits to the same disk.
+//
+//   mailshot_bench email|text [ROWS [ROUNDS]]     medians over rounds run in turn; TMPDIR chooses the disk
+//
+// Times are given twice: elapsed, and of the sending thread on its processor, which is steadier on a busy computer.
+
+#include <QCoreApplication>
+#include <array>
+#include <cstring>
+
+#include "mailshot_peer.h"
+#include "support/loopback_sink.h"
+#include "support/rounds.h"
+#include "support/sample_program.h"
+
+namespace {
+
+using namespace qbx;
+using namespace qbx::bench;
+
+constexpr int kCampaign = -5;
+using Kind = MailshotPeer::Kind;
+
+MailshotTemplates Templates() {
+  const QString call = QStringLiteral(
+      "It is against the law to drive a vehicle without a valid certificate and it may affect your insurance. Our "
+      "technicians will check the tyres, brakes, lights, steering and suspension while you wait. ");
+  return {.sms = QStringLiteral(
+              "Dear {contact}, your {make} {model} {regno} is due for its MOT on {duedate}. Please call us to book."),
+          .emailSubject = QStringLiteral("{title} {lastname}: your {make} is due"),
+          .emailBody = QStringLiteral("Dear {contact},\r\n\r\nOur records show that your {make} {model}, registration "
+                                      "{regno}, is due for its annual test on {duedate}, {title} {lastname}.\r\n\r\n") +
+                       call.repeated(4) + QStringLiteral("\r\n\r\nYours sincerely,\r\nHartley Motors\r\n")};
+}
+
+/// Rows that are flagged for one channel, none of which can fail.
+void AddRows(const SampleProgram& program, Kind kind, int rows) {
+  const PlainDatabase database = OpenPlain(program.File(), program.Time());
+  const QByteArray sql =
+      "DELETE FROM [Campaign Results]; WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " +
+      QByteArray::number(rows) +
+      ") INSERT INTO [Campaign Results] (CampaignID, Customer, Title, Firstname, Lastname, Contact, Address, Mobile, "
+      "Email, Vehicle, Make, Model, Recall_Date, Marketing, Send_SMS, Send_Email, UserID, Created_Date) SELECT " +
+      QByteArray::number(kCampaign) +
+      ", 1000 + i, 'Mrs', 'Mary', 'Hartley' || i, 'Mrs Hartley' || i, i || ' Mill Lane', printf('07700%06d', i), "
+      "'customer' || i || '@example.com', printf('AB%05d', i), 'FORD', 'FOCUS', '2026-07-01', 1, " +
+      (kind == Kind::kText ? "1, 0" : "0, 1") + ", 'Bench', '2026-06-01' FROM n; PRAGMA wal_checkpoint(TRUNCATE)";
+  RunSql(database.get(), sql.constData());
+}
+
+/// Makes every row due again.
+void Reset(sqlite3* database) {
+  RunSql(
+      database,
+      "BEGIN; DELETE FROM Send_Journal; DELETE FROM Emails; DELETE FROM SMS; UPDATE [Campaign Results] SET Processed "
+      "= 0, Processed_Date = NULL; COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
+}
+
+std::vector<SentMessage> ReadSent(sqlite3* database, Kind kind, std::vector<std::string> bytes) {
+  const PlainStatement records =
+      Prepare(database, kind == Kind::kEmail
+                            ? "SELECT AC_Ref, Email_To, Email_Subject, Email_Text FROM Emails ORDER BY RecordID"
+                            : "SELECT Customer, Mobile_Number, '', Message FROM SMS ORDER BY RecordID");
+  const PlainStatement rows = Prepare(database, "SELECT RecordID FROM [Campaign Results] ORDER BY Customer");
+  const auto text = [&records](int column) {
+    return std::string(reinterpret_cast<const char*>(sqlite3_column_text(records.get(), column)));
+  };
+  std::vector<SentMessage> messages;
+  for (std::string& each : bytes) {
+    if (sqlite3_step(records.get()) != SQLITE_ROW || sqlite3_step(rows.get()) != SQLITE_ROW)
+      Fail("records are missing");
+    messages.push_back({std::move(each), text(0), text(1), text(2), text(3), sqlite3_column_int64(rows.get(), 0)});
+  }
+  return messages;
+}
+
+/// Elapsed and processor milliseconds of the rounds.
+struct Times {
+  std::vector<double> elapsed;
+  std::vector<double> processor;
+
+  template <typename Work>
+  void Add(const Work& work) {
+    const double before = ThreadMilliseconds();
+    elapsed.push_back(Milliseconds(work));
+    processor.push_back(ThreadMilliseconds() - before);
+  }
+};
+
+class Bench {
+ public:
+  Bench(Kind kind, int rows)
+      : kind_(kind),
+        rows_(rows),
+        program_(10),
+        sink_(kind == Kind::kEmail ? LoopbackSink::Protocol::kSmtp : LoopbackSink::Protocol::kHttp) {
+    AddRows(program_, kind, rows);
+    peerFile_ = program_.CopyForPeer();
+    database_ = OpenPlain(program_.File(), program_.Time());
+    program_.Start();
+    Options& options = program_.App().options;
+    options.SMTP_Server = QStringLiteral("127.0.0.1");
+    options.SMTP_Port = QString::number(sink_.Port());
+    options.SMTP_UserName = options.SMTP_Password = QString();
+    options.SMS_Server = QStringLiteral("127.0.0.1:") + options.SMTP_Port;
+  }
+
+  void Run(int rounds) {
+    sink_.Keep(true);
+    SendOurs();
+    sink_.Keep(false);
+    std::vector<std::string> bytes = sink_.TakeKept();
+    if (kind_ == Kind::kText) bytes.erase(bytes.begin());  // the question about the credits
+    const std::vector<SentMessage> messages = ReadSent(database_.get(), kind_, std::move(bytes));
+    MailshotPeer peer(kind_, peerFile_, program_.Time(), kCampaign, sink_.Port());
+    const PlainDatabase peerDatabase = OpenPlain(peerFile_, program_.Time());
+    for (int round = 0; round < rounds; ++round) {
+      Reset(peerDatabase.get());
+      peer_.Add([&] { peer.Send(messages); });
+      if (sink_.TakeCount() != rows_) Fail("the peer's messages did not all arrive");
+      Reset(database_.get());
+      ours_.Add([&] { SendOurs(); });
+    }
+    Print(rounds);
+  }
+
+ private:
+  void SendOurs() {
+    MailshotObserver observer;
+    Mailshot run = program_.Desk().MakeMailshot(observer);
+    const MailshotSummary summary = run.Send(kCampaign, Templates());
+    const int sent = kind_ == Kind::kEmail ? summary.emailSent : summary.smsSent;
+    if (sent != rows_) Fail(program_.Ui().LastMessage().toUtf8().constData());
+    if (sink_.TakeCount() != rows_ + (kind_ == Kind::kText ? 1 : 0)) Fail("the messages did not all arrive");
+  }
+
+  void Print(int rounds) const {
+    const char* name = kind_ == Kind::kEmail ? "e-mail" : "text";
+    const auto line = [&](const char* what, const std::vector<double>& ours, const std::vector<double>& peer) {
+      std::vector<double> own;
+      for (std::size_t i = 0; i < ours.size(); ++i)
+        own.push_back((ours[i] - peer[i]) * 1000 / rows_);
+      std::printf("%-10s ours %8.1f  peer %8.1f  our own %8.1f us per %s (goal %d)\n", what,
+                  Median(ours) * 1000 / rows_, Median(peer) * 1000 / rows_, Median(own), name,
+                  kind_ == Kind::kEmail ? 150 : 100);
+    };
+    std::printf("%d rows, median of %d rounds\n", rows_, rounds);
+    line("elapsed", ours_.elapsed, peer_.elapsed);
+    line("processor", ours_.processor, peer_.processor);
+  }
+
+  Kind kind_;
+  int rows_;
+  SampleProgram program_;
+  LoopbackSink sink_;
+  QString peerFile_;
+  PlainDatabase database_;
+  Times ours_;
+  Times peer_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QCoreApplication application(argc, argv);
+  if (argc < 2) Fail("usage: mailshot_bench email|text [ROWS [ROUNDS]]");
+  const Kind kind = std::strcmp(argv[1], "text") == 0 ? Kind::kText : Kind::kEmail;
+  const int rows = argc > 2 ? std::atoi(argv[2]) : 1000;
+  Bench(kind, rows).Run(argc > 3 ? std::atoi(argv[3]) : 5);
+}

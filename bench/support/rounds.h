@@ -1,0 +1,41 @@
+// What every measuring program needs: time, medians, giving up.
+
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <vector>
+
+namespace qbx::bench {
+
+/// Ends the program: a result that is wrong is not worth measuring.
+[[noreturn]] inline void Fail(const char* what) {
+  std::fprintf(stderr, "%s\n", what);
+  std::exit(1);
+}
+
+[[nodiscard]] inline double Median(std::vector<double> values) {
+  if (values.empty()) return 0;
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+template <typename Work>
+[[nodiscard]] double Milliseconds(const Work& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// Processor time that this thread has used, in milliseconds: what is left of a measurement when other programs want the
+/// processor and the disk, too.
+[[nodiscard]] inline double ThreadMilliseconds() {
+  timespec time = {};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+}
+
+}  // namespace qbx::bench

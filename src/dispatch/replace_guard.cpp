@@ -1,0 +1,33 @@
+#include "dispatch/replace_guard.h"
+
+#include <algorithm>
+
+#include "dispatch/campaign_claim.h"
+#include "dispatch/mailshot_checks.h"
+#include "dispatch/send_journal.h"
+
+namespace qbx {
+
+ReplaceGuard::ReplaceGuard(Connection& connection, const HostInfo& host, Diagnostics diagnostics)
+    : connection_(connection), host_(host), diagnostics_(diagnostics) {}
+
+ReplaceGuard::Finding ReplaceGuard::Look(int campaignId) {
+  Finding finding;
+  try {
+    CampaignClaim claim(connection_, host_, diagnostics_.clock, {});
+    if (const std::optional<ClaimHolder> holder = claim.HeldBy(campaignId)) finding.refusal = ClaimedMessage(*holder);
+    const QHash<qint64, JournalEntry> entries = SendJournal(connection_, {}).Read(campaignId);
+    finding.messagesOnRecord = std::any_of(entries.begin(), entries.end(), [](const JournalEntry& entry) {
+      return entry.InDoubt() || entry.Any(JournalState::kSent);
+    });
+  } catch (const DatabaseError& error) {
+    finding.refusal =
+        Message{.text = QStringLiteral("It could not be told whether this campaign is being sent, so its rows were not "
+                                       "replaced.\r\r") +
+                        error.Description(),
+                .icon = MessageIcon::kExclamation};
+  }
+  return finding;
+}
+
+}  // namespace qbx

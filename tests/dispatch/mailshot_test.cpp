@@ -1,0 +1,247 @@
+// One run of a mailshot: what goes out, what is written down, what stops it.
+
+#include "mailshot_fixture.h"
+
+namespace qbx::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class MailshotTest : public MailshotFixture {};
+
+TEST_F(MailshotTest, SendsBothChannelsAndMarksTheRows) {
+  desk.AddRow(102, "07700 900102/home", "");
+  desk.AddRow(101, "07700900101", "a@x.test");
+  desk.AddRow(103, "", "c@x.test");
+  desk.AddRow(104, "07700900104", "", kCampaign + 1);
+  AtPoint observer(MailshotPoint::kRowStarted, [](qint64) {});
+  const MailshotSummary summary = desk.MakeMailshot(observer).Send(kCampaign, desk.templates);
+  EXPECT_EQ(summary.end, MailshotEnd::kFinished);
+  EXPECT_THAT(observer.progress, ElementsAre("0/4", "2/4", "3/4", "4/4"));
+  EXPECT_EQ(summary.smsSent, 2);
+  EXPECT_EQ(summary.emailSent, 2);
+  EXPECT_EQ(summary.smsFailed + summary.emailFailed + summary.inDoubt, 0);
+  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "07700900102", "a@x.test", "c@x.test"));
+  EXPECT_EQ(Texts(sandbox)[0]["message"].toString(), "Hello Mr 101");
+  EXPECT_EQ(Mails(sandbox)[1]["subject"].toString(), "Your Ford");
+  EXPECT_EQ(Mails(sandbox)[0]["connection"], Mails(sandbox)[1]["connection"]);
+  EXPECT_THAT(desk.Processed(), ElementsAre("101", "102", "103"));
+  EXPECT_THAT(desk.host.Rows("SELECT Customer, Mobile_Number, Message, MessageID > 0 FROM SMS"),
+              ElementsAre("101|07700900101|Hello Mr 101|1", "102|07700900102|Hello Mr 102|1"));
+  EXPECT_THAT(desk.host.Rows("SELECT AC_Ref, Email_To, Email_Subject, Email_Text FROM Emails"),
+              ElementsAre("101|a@x.test|Your Ford|Dear Mr 101", "103|c@x.test|Your Ford|Dear Mr 103"));
+  EXPECT_THAT(desk.LogTexts(), ElementsAre("Processing 2 SMS Texts and 2 Emails", "Processing Finished"));
+  EXPECT_EQ(desk.host.Ask("SELECT Event FROM _Marketing_Log").ToText(), "Processing SMS and Emails");
+  EXPECT_EQ(desk.host.Ask("SELECT count(*) FROM Campaign_Claims").ToInt(), 0);
+
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kNothingLeft);
+  EXPECT_TRUE(Told().back().startsWith("No results left to process."));
+  EXPECT_EQ(Reached(sandbox).size(), 4);
+}
+
+TEST_F(MailshotTest, KnowsWhatToDoWithShortNumbersAndMissingAddresses) {
+  desk.AddRow(101, "07700900", "a@x.test");      // the e-mail alone is enough
+  desk.AddRow(102, "07700900", "");              // never tried
+  desk.AddRow(103, "12345 mobile", "c@x.test");  // tried, and nothing is left of it
+  desk.AddRow(104, "07700900104", "");
+  desk.host.Run("UPDATE [Campaign Results] SET Send_Email = 1 WHERE Customer = 104");
+  desk.host.Run("UPDATE [Campaign Results] SET Contact = ' ' WHERE Customer = 104");
+  const MailshotSummary summary = desk.Send();
+  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900104", "a@x.test", "c@x.test"));
+  EXPECT_EQ(Texts(sandbox)[0]["message"].toString(), "Hello Customer");
+  EXPECT_THAT(desk.Processed(), ElementsAre("101"));
+  EXPECT_EQ(summary.smsFailed, 2);
+  EXPECT_EQ(summary.emailFailed, 1);
+  EXPECT_THAT(desk.LogTexts().mid(1), ElementsAre("Email Failed to: 104, ",
+                                                  "Failed Reason: No Email Address specified.", "Processing Finished"));
+}
+
+TEST_F(MailshotTest, GoesOnAfterFailuresAndTriesFailedRowsAgainWhole) {
+  desk.AddRow(101, "07700900101", "refused@x.test");
+  desk.AddRow(102, "07700900933", "b@x.test");
+  desk.AddRow(103, "07700900950", "");
+  desk.AddRow(104, "07700900104", "");
+  MailshotSummary summary = desk.Send();
+  EXPECT_EQ(summary.end, MailshotEnd::kFinished);
+  EXPECT_EQ(summary.smsFailed, 2);
+  EXPECT_EQ(summary.emailFailed, 1);
+  EXPECT_THAT(desk.Processed(), ElementsAre("104"));
+  EXPECT_THAT(Journal(), ElementsAre("101|1|1", "101|2|2", "102|1|2", "102|2|1", "103|1|2", "104|1|1"));
+  // Now the causes are gone: both messages of a failed row go, the row that was done is left alone.
+  sandbox.Steer(R"({"numbers": {"07700900933": "ok", "07700900950": "ok"}, "recipients": {"refused@x.test": "ok"}})");
+  summary = desk.Send();
+  EXPECT_EQ(summary.smsSent, 3);
+  EXPECT_EQ(summary.emailSent, 2);
+  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "07700900104", "07700900101", "07700900933", "07700900950",
+                                            "b@x.test", "refused@x.test", "b@x.test"));
+  EXPECT_THAT(desk.Processed(), ElementsAre("101", "102", "103", "104"));
+}
+
+TEST_F(MailshotTest, CarriesALongBodyUnchanged) {
+  QString body;
+  while (body.size() < 99'000)
+    body += QString::fromUtf8("\"It's\"; DROP -- \u00a35 \u20ac7 \u65e5\u672c \U0001F697 = 50% {none}\n");
+  desk.templates.emailBody = body;
+  desk.templates.sms = QString(1000, u'\'');
+  desk.AddRow(101, "07700900101", "a@x.test");
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
+  EXPECT_TRUE(Mails(sandbox).at(0)["body"].toString() == body);
+  EXPECT_TRUE(desk.host.Ask("SELECT Email_Text FROM Emails").ToText() == body);
+  EXPECT_EQ(Texts(sandbox).at(0)["message"].toString(), QString(918, u'\''));
+}
+
+TEST_F(MailshotTest, WritesNothingInADryRun) {
+  desk.AddRow(101, "07700900101", "a@x.test");
+  desk.AddRow(102, "1234567890x", "");
+  desk.AddRow(103, "07700900933", "");
+  EXPECT_EQ(desk.Send().smsFailed, 1);
+  desk.host.Run("UPDATE [Campaign Results] SET Processed = 0");
+  desk.options.QBX_Internal = true;
+  const auto everything = [this] {
+    QStringList all;
+    for (const QString& table : desk.host.Rows("SELECT name FROM sqlite_master WHERE type = 'table'"))
+      all += table + ": " + desk.host.Rows("SELECT * FROM [" + table + "]").join(" / ");
+    return all;
+  };
+  const QStringList before = everything();
+  const QStringList reached = Reached(sandbox);
+  EXPECT_EQ(desk.Send(MailshotMode::kDryRun).end, MailshotEnd::kRefused);
+  desk.options.QBX_Internal = false;
+  const MailshotSummary summary = desk.Send(MailshotMode::kDryRun);
+  EXPECT_EQ(summary.end, MailshotEnd::kFinished);
+  EXPECT_EQ(summary.smsSent, 1);  // of the two other rows it is known that they are out
+  EXPECT_EQ(everything(), before);
+  EXPECT_EQ(Reached(sandbox), reached);
+}
+
+TEST_F(MailshotTest, SendsATemporaryCampaign) {
+  desk.AddRow(101, "07700900101", "a@x.test", -3);
+  EXPECT_EQ(desk.Send(MailshotMode::kSend, -3).end, MailshotEnd::kFinished);
+  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test"));
+  EXPECT_THAT(desk.Processed(), ElementsAre("101"));
+}
+
+TEST_F(MailshotTest, IsRefusedByItsChecks) {
+  desk.AddRow(101, "07700900101", "a@x.test");
+  desk.options.QBX_Internal = true;
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kRefused);
+  EXPECT_EQ(desk.host.Rows("SELECT Event FROM _Marketing_Log").last(), "Not a Manager User");
+  EXPECT_THAT(Told(), ElementsAre("Need to be logged on as Manager to perform this function."));
+  EXPECT_TRUE(MaySend(desk.options, "Manager"));
+  desk.options.QBX_Internal = false;
+  desk.templates.sms = " ";
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kRefused);
+  desk.templates.sms = "Hello";
+  desk.options.Reminder_From_Email = " ";
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kRefused);
+  EXPECT_EQ(Told().size(), 3);
+  EXPECT_THAT(Reached(sandbox), IsEmpty());
+  EXPECT_EQ(desk.host.Ask("SELECT count(*) FROM Campaign_Claims").ToInt(), 0);
+}
+
+TEST_F(MailshotTest, StopsWhenTheBalanceIsUnknownOrTooSmall) {
+  desk.AddRow(101, "07700900101", "a@x.test");
+  desk.AddRow(102, "07700900102", "");
+  struct Case {
+    const char* answer;
+    const char* told;
+    const char* logged;  ///< in the results log
+  };
+  const Case cases[] = {
+      {"empty", "Unable to determine the amount of SMS Text Message credits available", nullptr},
+      {"http 500", "An unexpected error occured.", nullptr},
+      {R"(reply "1"|"1"|)", "1 available, but require: 2",
+       "Processing Stopped - not enough Text Messages available (1)"},
+      {"status 0", "There are no Text Message credits remaining",
+       "Processing Stopped - no Text Messages available (0)"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.answer);
+    sandbox.Steer(QJsonDocument(QJsonObject{{"credit_query", c.answer}}).toJson());
+    desk.host.ui.Clear();
+    desk.resultsLog.Clear();
+    EXPECT_EQ(desk.Send().end, MailshotEnd::kRefused);
+    ASSERT_EQ(Told().size(), 1);
+    EXPECT_TRUE(Told().front().contains(c.told)) << Told().front().toStdString();
+    EXPECT_EQ(desk.LogTexts().mid(1).join('\n'), c.logged);
+  }
+  EXPECT_THAT(desk.host.Rows("SELECT EventType, TableKey, Details FROM _Log WHERE TableKey = 'SMS-CREDITS'"),
+              ElementsAre("7|SMS-CREDITS|SMS Credits Remaining / Rows to Process: 1 / 2",
+                          "7|SMS-CREDITS|SMS Credits Remaining / Rows to Process: 0 / 2"));
+  aboutCredits = MessageAnswer::kCancel;
+  sandbox.Steer("{}");
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kRefused);
+  EXPECT_THAT(Reached(sandbox), IsEmpty());
+}
+
+TEST_F(MailshotTest, StopsWhenTheCreditsRunOutWhileTextsAreLeft) {
+  for (int customer = 101; customer <= 104; ++customer)
+    desk.AddRow(customer, QStringLiteral("07700900%1").arg(customer), "");
+  sandbox.Steer(R"({"numbers": {"07700900101": "reply \"1\"|\"0\"|\"5\"|\"0\"|"}})");
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kOutOfCredits);
+  EXPECT_EQ(Texts(sandbox).size(), 1U);
+  EXPECT_THAT(desk.Processed(), ElementsAre("101"));
+  EXPECT_TRUE(desk.LogTexts().contains("Finished because not enough SMS credits are remaining."));
+}
+
+TEST_F(MailshotTest, SendsTheEMailsThatAreLeftWithoutCredits) {
+  desk.AddRow(101, "07700900101", "");
+  for (int customer = 102; customer <= 105; ++customer)
+    desk.AddRow(customer, "", QStringLiteral("c%1@x.test").arg(customer));
+  sandbox.Steer(R"({"numbers": {"07700900101": "reply \"1\"|\"0\"|\"5\"|\"0\"|"}})");
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
+  EXPECT_EQ(desk.Processed().size(), 5);
+}
+
+TEST_F(MailshotTest, LeavesRowsAloneThatAreDeletedOrProcessedMeanwhile) {
+  const qint64 first = desk.AddRow(101, "07700900101", "a@x.test");
+  desk.AddRow(102, "07700900102", "b@x.test");
+  const qint64 third = desk.AddRow(103, "07700900103", "c@x.test");
+  AtPoint observer(MailshotPoint::kRowFinished, [&](qint64 record) {
+    if (record != first) return;
+    desk.host.Run("DELETE FROM [Campaign Results] WHERE Customer = 102");
+    ToggleProcessed(third);
+  });
+  const MailshotSummary summary = desk.MakeMailshot(observer).Send(kCampaign, desk.templates);
+  EXPECT_EQ(summary.end, MailshotEnd::kFinished);
+  EXPECT_EQ(summary.smsSent + summary.smsFailed + summary.inDoubt, 1);
+  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test"));
+}
+
+TEST_F(MailshotTest, GoesOnWhenRecordsCannotBeWritten) {
+  desk.host.Run("DROP TABLE SMS; DROP TABLE Emails");
+  desk.AddRow(101, "07700900101", "a@x.test");
+  desk.AddRow(102, "07700900102", "b@x.test");
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
+  EXPECT_THAT(Told(), IsEmpty());
+  EXPECT_THAT(desk.Processed(), ElementsAre("101", "102"));
+}
+
+TEST_F(MailshotTest, SendsNothingAgainWhenOnlyTheMarkFailed) {
+  desk.AddRow(101, "07700900101", "a@x.test");
+  desk.host.Run(
+      "CREATE TRIGGER Locked BEFORE UPDATE OF Processed ON [Campaign Results] BEGIN SELECT RAISE(ABORT, 'locked'); "
+      "END");
+  EXPECT_EQ(desk.Send().smsSent, 1);
+  EXPECT_EQ(Told().size(), 1);
+  desk.host.Run("DROP TRIGGER Locked");
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
+  EXPECT_THAT(desk.Processed(), ElementsAre("101"));
+  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test"));
+}
+
+TEST_F(MailshotTest, EndsWithAReportWhenTheJournalCannotBeWritten) {
+  desk.AddRow(101, "07700900101", "");
+  desk.AddRow(102, "07700900102", "");
+  AtPoint observer(MailshotPoint::kRowFinished, [this](qint64) { desk.host.Run("DROP TABLE Send_Journal"); });
+  const MailshotSummary summary = desk.MakeMailshot(observer).Send(kCampaign, desk.templates);
+  EXPECT_EQ(summary.end, MailshotEnd::kFailed);
+  EXPECT_EQ(summary.smsSent, 1);
+  EXPECT_THAT(desk.Processed(), ElementsAre("101"));
+  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101"));
+  EXPECT_TRUE(desk.host.folder.Read("MARKETING.LOG").contains("(in ProcessSMSandEmail)"));
+}
+
+}  // namespace
+}  // namespace qbx::test
