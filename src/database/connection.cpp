@@ -107,6 +107,7 @@ void Connection::RunLong(const std::function<void()>& work, const std::function<
       InterruptSession();
     throw;
   }
+  if (session_) session_->ForgetInterruption();
   worker.Finish();
 }
 

@@ -52,11 +52,9 @@ class Connection {
   [[nodiscard]] bool IsOpen() const { return session_ != nullptr; }
   /// Whether it was ever open (and that counts); until then statements fail softly.
   [[nodiscard]] bool WasOpen() const { return wasOpen_; }
-  [[nodiscard]] const QString& ConnectionString() const { return connectionString_; }
 
   [[nodiscard]] int CommandTimeout() const { return commandTimeout_; }
   void SetCommandTimeout(int seconds);
-  [[nodiscard]] int ConnectionTimeout() const { return connectionTimeout_; }
   void SetConnectionTimeout(int seconds) { connectionTimeout_ = seconds; }
 
   /// The open session. \throws DatabaseError with kUnspecifiedError when the connection is closed

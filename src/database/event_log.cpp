@@ -2,7 +2,6 @@
 
 #include "database/event_log.h"
 
-#include "database/command.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -13,24 +12,15 @@ constexpr int kFirstVersionWithLog = 62;
 constexpr int kKeyLength = 25;
 constexpr int kDetailsLength = 80;
 
-struct NamedValue {
-  QString name;
-  Value value;
-};
+/// Seconds that an event waits for a lock: it must not hold up the work that it tells of.
+constexpr int kTimeout = 2;
 
 /// Calls below the statement routines: their error handling writes events, so an event that fails must not come back to
 /// them.
-void CallQuietly(Connection& connection, const QString& procedure, const std::vector<NamedValue>& values) {
+void CallQuietly(const Connection& connection, Procedure& procedure, Procedure::Arguments arguments) {
   if (!connection.IsOpen()) return;
   try {
-    Command command;
-    command.commandText = procedure;
-    command.commandTimeout = connection.CommandTimeout();
-    command.connection = &connection;
-    command.parameters = connection.Driver().DescribeProcedure(procedure);
-    for (const NamedValue& each : values)
-      command.SetParameter(each.name, each.value);
-    command.Execute();
+    procedure.Execute(arguments);
   } catch (const DatabaseError&) {
     // A lost event is the smaller harm: reporting it would need another event.
   }
@@ -39,26 +29,28 @@ void CallQuietly(Connection& connection, const QString& procedure, const std::ve
 }  // namespace
 
 EventLog::EventLog(Connection& connection, const EventContext& context, const LogFile& log)
-    : connection_(connection), context_(context), log_(log) {}
+    : connection_(connection),
+      context_(context),
+      log_(log),
+      addEvent_(connection, "proc_addp__Log", kTimeout),
+      addMarketingEvent_(connection, "proc_addp__Marketing_Log", kTimeout) {}
 
 void EventLog::LogEvent(int eventType, int tableId, const QString& key, const QString& details) {
   if (context_.DatabaseVersion < kFirstVersionWithLog) {
     log_.WriteLog(QStringLiteral("Event - Type:%1, Table:%2, Key:").arg(eventType).arg(tableId) + key);
     return;
   }
-  CallQuietly(connection_, QStringLiteral("proc_addp__Log"),
-              {{QStringLiteral("@Username"), context_.user},
-               {QStringLiteral("@EventType"), eventType},
-               {QStringLiteral("@TableID"), tableId},
-               {QStringLiteral("@TableKey"), CutText(key, kKeyLength)},
-               {QStringLiteral("@Details"), CutText(details, kDetailsLength)}});
+  CallQuietly(connection_, addEvent_,
+              {{"@Username", context_.user},
+               {"@EventType", eventType},
+               {"@TableID", tableId},
+               {"@TableKey", CutText(key, kKeyLength)},
+               {"@Details", CutText(details, kDetailsLength)}});
 }
 
 void EventLog::LogMarketingEvent(const QString& event) {
-  CallQuietly(connection_, QStringLiteral("proc_addp__Marketing_Log"),
-              {{QStringLiteral("@UserID"), context_.user},
-               {QStringLiteral("@Event"), event},
-               {QStringLiteral("@CampaignID"), context_.campaignId}});
+  CallQuietly(connection_, addMarketingEvent_,
+              {{"@UserID", context_.user}, {"@Event", event}, {"@CampaignID", context_.campaignId}});
 }
 
 }  // namespace qbx

@@ -3,10 +3,10 @@
 #pragma once
 
 #include <QString>
-#include <functional>
 
 #include "database/connection.h"
 #include "database/event_context.h"
+#include "database/procedure.h"
 #include "diagnostics/log_file.h"
 
 namespace qbx {
@@ -30,6 +30,8 @@ class EventLog {
   Connection& connection_;
   const EventContext& context_;
   const LogFile& log_;
+  Procedure addEvent_;
+  Procedure addMarketingEvent_;
 };
 
 }  // namespace qbx

@@ -7,6 +7,7 @@ void Procedure::Prepare(Arguments arguments) {
   if (preparedFor_ != &driver) {
     command_.connection = &connection_;
     command_.commandText = name_;
+    command_.commandTimeout = timeoutSeconds_;
     command_.parameters = driver.DescribeProcedure(name_);
     preparedFor_ = &driver;
   }

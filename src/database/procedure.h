@@ -4,7 +4,6 @@
 
 #include <QString>
 #include <initializer_list>
-#include <memory>
 #include <utility>
 
 #include "database/command.h"
@@ -21,7 +20,9 @@ class Procedure {
  public:
   using Arguments = std::initializer_list<std::pair<const char*, Value>>;
 
-  Procedure(Connection& connection, const char* name) : connection_(connection), name_(QString::fromLatin1(name)) {}
+  /// \param timeoutSeconds  of each call; 0: that of the connection
+  Procedure(Connection& connection, const char* name, int timeoutSeconds = 0)
+      : connection_(connection), name_(QString::fromLatin1(name)), timeoutSeconds_(timeoutSeconds) {}
 
   /// Calls it and discards any rows. What is not named is not sent: the procedure's default holds.
   void Execute(Arguments arguments);
@@ -35,6 +36,7 @@ class Procedure {
 
   Connection& connection_;
   QString name_;
+  int timeoutSeconds_;
   Command command_;
   const Session* preparedFor_ = nullptr;
 };

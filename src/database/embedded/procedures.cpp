@@ -23,7 +23,8 @@ std::string_view TextOf(Tokens statement) {
 
 }  // namespace
 
-Procedure::Procedure(const std::shared_ptr<SqliteDatabase>& database, ProcedureHeader header, std::string_view body)
+StoredProcedure::StoredProcedure(const std::shared_ptr<SqliteDatabase>& database, ProcedureHeader header,
+                                 std::string_view body)
     : database_(database), header_(std::move(header)) {
   std::vector<Token> tokens;
   Tokenize(body, tokens);
@@ -41,7 +42,7 @@ Procedure::Procedure(const std::shared_ptr<SqliteDatabase>& database, ProcedureH
   }
 }
 
-void Procedure::Prepare(BodyStatement& statement) {
+void StoredProcedure::Prepare(BodyStatement& statement) {
   auto prepared = std::make_shared<PreparedStatement>(database_, statement.sql);
   statement.bindings.clear();
   for (int i = 1; i <= sqlite3_bind_parameter_count(prepared->Handle()); ++i) {
@@ -56,7 +57,7 @@ void Procedure::Prepare(BodyStatement& statement) {
   statement.prepared = std::move(prepared);
 }
 
-StatementLease Procedure::Bind(BodyStatement& statement, const std::vector<Value>& values) {
+StatementLease StoredProcedure::Bind(BodyStatement& statement, const std::vector<Value>& values) {
   if (!statement.prepared) Prepare(statement);
   StatementLease lease(statement.prepared);
   for (std::size_t i = 0; i < statement.bindings.size(); ++i) {
@@ -65,7 +66,7 @@ StatementLease Procedure::Bind(BodyStatement& statement, const std::vector<Value
   return lease;
 }
 
-std::unique_ptr<RowSource> Procedure::Run(const std::vector<Value>& values) {
+std::unique_ptr<RowSource> StoredProcedure::Run(const std::vector<Value>& values) {
   std::unique_ptr<RowSource> result;
   for (std::size_t i = 0; i < body_.size(); ++i) {
     StatementLease lease = Bind(body_[i], values);
@@ -79,14 +80,14 @@ std::unique_ptr<RowSource> Procedure::Run(const std::vector<Value>& values) {
   return result;
 }
 
-std::shared_ptr<Procedure> ProcedureCatalogue::Find(const QString& name) {
+std::shared_ptr<StoredProcedure> ProcedureCatalogue::Find(const QString& name) {
   if (const auto known = known_.constFind(name); known != known_.constEnd()) return *known;
-  std::shared_ptr<Procedure> procedure = Load(name.section(QLatin1Char('.'), -1));
+  std::shared_ptr<StoredProcedure> procedure = Load(name.section(QLatin1Char('.'), -1));
   known_.insert(name, procedure);
   return procedure;
 }
 
-std::shared_ptr<Procedure> ProcedureCatalogue::Load(const QString& name) {
+std::shared_ptr<StoredProcedure> ProcedureCatalogue::Load(const QString& name) {
   const auto missing = [&name] {
     return ServerError(2812, QStringLiteral("Could not find stored procedure '%1'.").arg(name));
   };
@@ -107,7 +108,7 @@ std::shared_ptr<Procedure> ProcedureCatalogue::Load(const QString& name) {
   if (step != SQLITE_ROW) database_->Fail(step);
   const QByteArray header = ColumnText(handle, 0).toUtf8();
   const QByteArray body = ColumnText(handle, 1).toUtf8();
-  return std::make_shared<Procedure>(
+  return std::make_shared<StoredProcedure>(
       database_, ParseProcedureHeader({header.constData(), static_cast<std::size_t>(header.size())}),
       std::string_view(body.constData(), static_cast<std::size_t>(body.size())));
 }

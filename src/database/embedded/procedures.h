@@ -38,10 +38,10 @@ struct ProcedureHeader {
 [[nodiscard]] Value ConvertArgument(const DeclaredParameter& parameter, const Value& value);
 
 /// A procedure as a session keeps it.
-class Procedure {
+class StoredProcedure {
  public:
   /// \throws DatabaseError (137) when the body uses a parameter that the header does not declare
-  Procedure(const std::shared_ptr<SqliteDatabase>& database, ProcedureHeader header, std::string_view body);
+  StoredProcedure(const std::shared_ptr<SqliteDatabase>& database, ProcedureHeader header, std::string_view body);
 
   [[nodiscard]] const ProcedureHeader& Header() const { return header_; }
   /// Whether any of its statements may write, so that it needs a transaction.
@@ -73,13 +73,13 @@ class ProcedureCatalogue {
 
   /// \param name  without regard to case; an owner in front ("dbo.") is ignored
   /// \throws DatabaseError (2812) when there is none
-  [[nodiscard]] std::shared_ptr<Procedure> Find(const QString& name);
+  [[nodiscard]] std::shared_ptr<StoredProcedure> Find(const QString& name);
 
  private:
-  [[nodiscard]] std::shared_ptr<Procedure> Load(const QString& name);
+  [[nodiscard]] std::shared_ptr<StoredProcedure> Load(const QString& name);
 
   std::shared_ptr<SqliteDatabase> database_;
-  QHash<QString, std::shared_ptr<Procedure>> known_;  // by the name as asked for
+  QHash<QString, std::shared_ptr<StoredProcedure>> known_;  // by the name as asked for
 };
 
 }  // namespace qbx

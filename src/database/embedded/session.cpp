@@ -152,7 +152,7 @@ std::unique_ptr<RowSource> EmbeddedSession::RunSql(Tokens statement, bool last) 
 
 std::unique_ptr<RowSource> EmbeddedSession::RunCall(const ProcedureCall& call) {
   if (call.name.compare(QLatin1String("sp_helpfile"), Qt::CaseInsensitive) == 0) return HelpFile();
-  const std::shared_ptr<Procedure> procedure = procedures_.Find(call.name);
+  const std::shared_ptr<StoredProcedure> procedure = procedures_.Find(call.name);
   Arguments arguments(procedure->Header());
   std::size_t position = 0;
   for (const auto& [name, value] : call.arguments) {
@@ -167,7 +167,7 @@ std::unique_ptr<RowSource> EmbeddedSession::RunCall(const ProcedureCall& call) {
 
 std::unique_ptr<RowSource> EmbeddedSession::Call(const QString& name, std::span<const Parameter> parameters) {
   return Guarded([&] {
-    const std::shared_ptr<Procedure> procedure = procedures_.Find(name);
+    const std::shared_ptr<StoredProcedure> procedure = procedures_.Find(name);
     Arguments arguments(procedure->Header());
     for (const Parameter& parameter : parameters) {
       if (parameter.isSet && parameter.direction == ParameterDirection::kInput)
@@ -177,7 +177,7 @@ std::unique_ptr<RowSource> EmbeddedSession::Call(const QString& name, std::span<
   });
 }
 
-std::unique_ptr<RowSource> EmbeddedSession::RunProcedure(Procedure& procedure, const std::vector<Value>& values) {
+std::unique_ptr<RowSource> EmbeddedSession::RunProcedure(StoredProcedure& procedure, const std::vector<Value>& values) {
   if (depth_ > 0 || !procedure.Writes()) return procedure.Run(values);
   BeginTransaction();
   try {
@@ -200,7 +200,7 @@ std::unique_ptr<RowSource> EmbeddedSession::HelpFile() {
 
 std::vector<Parameter> EmbeddedSession::DescribeProcedure(const QString& name) {
   return Guarded([&] {
-    const std::shared_ptr<Procedure> procedure = procedures_.Find(name);
+    const std::shared_ptr<StoredProcedure> procedure = procedures_.Find(name);
     std::vector<Parameter> parameters;
     parameters.push_back({QStringLiteral("@RETURN_VALUE"), ValueType::kInt, 0, ParameterDirection::kReturnValue});
     for (const DeclaredParameter& declared : procedure->Header().parameters) {

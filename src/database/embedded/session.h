@@ -39,6 +39,7 @@ class EmbeddedSession final : public Session {
   void SetCommandTimeout(int seconds) override { database_->SetTimeout(seconds); }
   [[nodiscard]] bool IsAlive() override { return !database_->Lost(); }
   void Interrupt() override { database_->Interrupt(); }
+  void ForgetInterruption() override { database_->ForgetInterruption(); }
 
  private:
   template <typename Work>
@@ -49,7 +50,7 @@ class EmbeddedSession final : public Session {
   [[nodiscard]] std::unique_ptr<RowSource> RunStatement(Tokens statement, bool last);
   [[nodiscard]] std::unique_ptr<RowSource> RunSql(Tokens statement, bool last);
   [[nodiscard]] std::unique_ptr<RowSource> RunCall(const ProcedureCall& call);
-  [[nodiscard]] std::unique_ptr<RowSource> RunProcedure(Procedure& procedure, const std::vector<Value>& values);
+  [[nodiscard]] std::unique_ptr<RowSource> RunProcedure(StoredProcedure& procedure, const std::vector<Value>& values);
   [[nodiscard]] std::unique_ptr<RowSource> HelpFile();
   [[nodiscard]] StatementLease DeleteStatement(const QString& table, const QString& keyColumn);
 

@@ -38,6 +38,7 @@ class SqliteDatabase {
 
   /// From any thread.
   void Interrupt() { interrupted_ = true; }
+  void ForgetInterruption() { interrupted_ = false; }
   /// \throws DatabaseError when it was interrupted since the call began; for calls too short to be stopped while they run
   void ThrowIfInterrupted();
   /// While set, nothing is interrupted: for rolling back.

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 #include "database/command.h"
 #include "test_server.h"
 
@@ -80,6 +83,22 @@ TEST_F(ConnectionTest, CancelReachesManyShortCalls) {
   EXPECT_EQ(FailureOf([&] { connection.RunLong(work, {}, [] { return true; }); }), "0: Operation cancelled by user");
   connection.Driver().Rollback();
   EXPECT_EQ(Count(), "3");
+}
+
+TEST_F(ConnectionTest, ACancelThatComesTooLateHitsNothingElse) {
+  Open();
+  const auto rows = connection.Driver().Execute(QStringLiteral("SELECT Customer FROM Customers"));
+  std::atomic<int> pumps = 0;
+  const auto work = [&pumps] {
+    while (pumps < 2)  // by then it was cancelled once
+      std::this_thread::yield();
+  };
+  connection.RunLong(
+      work, [&pumps] { ++pumps; }, [] { return true; });
+  int read = 0;
+  while (rows->Next())
+    ++read;
+  EXPECT_EQ(read, 3);
 }
 
 TEST_F(ConnectionTest, FailuresOfWorkAndPumpReachTheCaller) {
