@@ -53,6 +53,16 @@ QString QuestionToBringOnline(const QString& status) {
          QLatin1String("\r\rDo you want to attempt to bring the database back online?");
 }
 
+/// What keeps a name out of a connection string or a statement; nothing when it can stand there.
+std::optional<DatabaseError> NameProblem(const QString& server, const QString& database) {
+  for (const QString& name : {server, database}) {
+    if (!name.contains(u';') && !name.contains(u']')) continue;
+    const QString text = QStringLiteral("\"%1\" cannot be the name of a server or a database.").arg(name);
+    return DatabaseError(kAuthenticationFailed, text, {});
+  }
+  return std::nullopt;
+}
+
 QString ReadableDescription(const DatabaseError& error) {
   QString description = error.Description();
   description.remove(QLatin1String("[DBNETLIB]"));
@@ -91,7 +101,8 @@ bool DatabaseConnector::ConnectDatabase(const QString& server, const Login& logi
   flags_ = {.localServer = IsLocalServer(server, settings_.computerName)};
   Target target{server, login, database};
   connection_.SetCommandTimeout(kCommandTimeout);
-  std::optional<DatabaseError> failure = TryToOpen(target);
+  std::optional<DatabaseError> failure = NameProblem(server, database);
+  if (!failure) failure = TryToOpen(target);
   if (!failure) {
     connection_.SetConnectionTimeout(kConnectionTimeout);
     if (EqualsNoCase(database, kMaster))

@@ -149,6 +149,13 @@ TEST_F(ConnectTest, ADatabaseThatCannotBeOpenedCountsAsNeverConnected) {
   EXPECT_EQ(ui_.Messages().size(), 1U) << "later statements fail softly";
 }
 
+TEST_F(ConnectTest, ANameCannotAddToTheConnectionStringOrTheStatement) {
+  EXPECT_FALSE(Connect(QStringLiteral("OFFICE"), QStringLiteral("QBX;Data Source=ELSEWHERE")));
+  EXPECT_FALSE(Connect(QStringLiteral("OFFICE"), QStringLiteral("QBX] SET OFFLINE --")));
+  EXPECT_TRUE(server_.calls.isEmpty());
+  EXPECT_EQ(ui_.Messages().size(), 2U);
+}
+
 TEST_F(ConnectTest, OffersToStartTheServiceOfThisComputer) {
   manager_.states.insert(QStringLiteral("mssql$qbx"), ServiceState::kStopped);
   FailToOpen(2, QStringLiteral("no answer"));

@@ -26,34 +26,46 @@ Handle OpenFile(const QString& file) {
   return database;
 }
 
-/// First column of the first row; nothing when the statement fails or returns no row.
-std::optional<QString> ReadText(sqlite3* database, const char* sql, std::initializer_list<QString> values = {}) {
+/// First column of the first row; nothing when there is no row. \throws DatabaseError
+std::optional<QString> FirstText(sqlite3* database, const char* sql, std::initializer_list<QString> values = {}) {
+  const auto failure = [database] { return ErrorFromSqlite(database, sqlite3_extended_errcode(database), {}); };
   sqlite3_stmt* handle = nullptr;
-  if (sqlite3_prepare_v2(database, sql, -1, &handle, nullptr) != SQLITE_OK) return std::nullopt;
+  if (sqlite3_prepare_v2(database, sql, -1, &handle, nullptr) != SQLITE_OK) throw failure();
   const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> statement(handle, &sqlite3_finalize);
   int index = 0;
   for (const QString& value : values) {
     const QByteArray utf8 = value.toUtf8();
     sqlite3_bind_text(handle, ++index, utf8.constData(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
   }
-  if (sqlite3_step(handle) != SQLITE_ROW) return std::nullopt;
+  const int step = sqlite3_step(handle);
+  if (step == SQLITE_DONE) return std::nullopt;
+  if (step != SQLITE_ROW) throw failure();
   return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(handle, 0)));
+}
+
+/// The same; nothing also when the statement fails.
+std::optional<QString> TextOrNothing(sqlite3* database, const char* sql) {
+  try {
+    return FirstText(database, sql);
+  } catch (const DatabaseError&) {
+    return std::nullopt;
+  }
 }
 
 }  // namespace
 
 LoginCheck CheckLogin(sqlite3* database, const QString& user, const QString& password) {
-  if (!ReadText(database, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND lower(name) = '_logins'")) {
+  if (!FirstText(database, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND lower(name) = '_logins'")) {
     return LoginCheck::kNoLogins;
   }
   const auto found =
-      ReadText(database, "SELECT 1 FROM _Logins WHERE lower(Login) = lower(?1) AND Password = ?2 COLLATE BINARY",
-               {user, password});
+      FirstText(database, "SELECT 1 FROM _Logins WHERE lower(Login) = lower(?1) AND Password = ?2 COLLATE BINARY",
+                {user, password});
   return found ? LoginCheck::kAccepted : LoginCheck::kRefused;
 }
 
 QString StoredStatus(sqlite3* database) {
-  return ReadText(database, "SELECT Status FROM _Database_Status").value_or(QStringLiteral("ONLINE")).toUpper();
+  return TextOrNothing(database, "SELECT Status FROM _Database_Status").value_or(QStringLiteral("ONLINE")).toUpper();
 }
 
 DatabaseFiles::DatabaseFiles(const QString& folder) : folder_(folder) {
@@ -83,7 +95,7 @@ QString DatabaseFiles::Status(const QString& database) const {
   const QString file = FileOf(database);
   if (file.isEmpty()) return {};
   const Handle handle = OpenFile(file);
-  if (!ReadText(handle.get(), "SELECT count(*) FROM sqlite_master")) return QStringLiteral("SUSPECT");
+  if (!TextOrNothing(handle.get(), "SELECT count(*) FROM sqlite_master")) return QStringLiteral("SUSPECT");
   return StoredStatus(handle.get());
 }
 
@@ -112,14 +124,12 @@ bool DatabaseFiles::AcceptsLogin(const QString& user, const QString& password) c
   const QStringList files = QDir(folder_).entryList({QStringLiteral("*.db")}, QDir::Files);
   for (const QString& file : files) {
     const Handle handle = OpenFile(folder_ + file);
-    switch (CheckLogin(handle.get(), user, password)) {
-      case LoginCheck::kAccepted:
-        return true;
-      case LoginCheck::kRefused:
-        refused = true;
-        break;
-      case LoginCheck::kNoLogins:
-        break;
+    try {
+      const LoginCheck check = CheckLogin(handle.get(), user, password);
+      if (check == LoginCheck::kAccepted) return true;
+      refused = refused || check == LoginCheck::kRefused;
+    } catch (const DatabaseError&) {
+      // A damaged file must not keep everybody out of the others; opening it checks the login again.
     }
   }
   return !refused;

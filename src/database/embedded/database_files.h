@@ -30,9 +30,10 @@ class DatabaseFiles {
   QString folder_;
 };
 
-/// Whether the database accepts a login: no table `_Logins`, or a row with this pair. \param database  an open
-/// connection
 enum class LoginCheck { kNoLogins, kAccepted, kRefused };
+/// Whether the database accepts a login: no table `_Logins`, or a row with this pair.
+/// \param database  an open connection
+/// \throws DatabaseError when that cannot be read
 [[nodiscard]] LoginCheck CheckLogin(sqlite3* database, const QString& user, const QString& password);
 
 /// The status kept in an open database, "ONLINE" when it keeps none.

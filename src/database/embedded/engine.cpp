@@ -95,20 +95,8 @@ std::unique_ptr<Session> EmbeddedEngine::Connect(const ConnectionTarget& target,
   return std::make_unique<EmbeddedSession>(std::move(database), files_);
 }
 
-QString EmbeddedEngine::DatabaseFile(const QString& database) const {
-  return files_->FileOf(database);
-}
-
-QString EmbeddedEngine::DatabaseStatus(const QString& database) const {
-  return files_->Status(database);
-}
-
 void EmbeddedEngine::SetDatabaseStatus(const QString& database, const QString& status) const {
   files_->SetStatus(database, status);
-}
-
-const QString& EmbeddedEngine::ProgramFolder() const {
-  return files_->Folder();
 }
 
 }  // namespace qbx

@@ -47,15 +47,9 @@ class EmbeddedEngine {
   /// `Connect` as a Connection takes it; the engine must outlive it.
   [[nodiscard]] SessionFactory Factory();
 
-  /// The file of a database, found without regard to case; empty when there is none (always for "master").
-  [[nodiscard]] QString DatabaseFile(const QString& database) const;
-  /// "ONLINE", "OFFLINE", "SUSPECT" (the file cannot be read), or empty for a database that does not exist.
-  [[nodiscard]] QString DatabaseStatus(const QString& database) const;
   /// Brings a database online or takes it offline. Sessions that are open stay open. \throws DatabaseError (5011) when
   /// it does not exist
   void SetDatabaseStatus(const QString& database, const QString& status) const;
-
-  [[nodiscard]] const QString& ProgramFolder() const;  ///< with a trailing separator
 
   /// Ends every open session as a restarted server would: its next call fails with kUnspecifiedError. For tests.
   void BreakSessions() { ++*generation_; }
