@@ -2,8 +2,6 @@
 
 #include <QStringDecoder>
 #include <QtEndian>
-#include <algorithm>
-#include <optional>
 
 namespace qbx {
 namespace {
@@ -73,7 +71,9 @@ class RegistryParser {
     if (!isRoot && !path.startsWith(rootName_ + u'\\', Qt::CaseInsensitive)) {
       throw Damage{QStringLiteral("the key is not below %1").arg(rootName_)};
     }
-    key_ = &tree_->MakePath(path.mid(rootName_.size()));
+    const QString below = path.mid(rootName_.size());
+    if (RegistryTree::TooDeep(below)) throw Damage{QStringLiteral("the key stands too deep")};
+    key_ = &tree_->MakePath(below);
   }
 
   void ParseValue() {

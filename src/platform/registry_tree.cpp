@@ -25,8 +25,9 @@ auto FindIn(const std::vector<RegistryValue>& values, const QString& name) {
                       [&name](const RegistryValue& value) { return SameName(value.name, name); });
 }
 
-RegistryKey* Walk(RegistryKey& root, const QStringList& parts) {
-  RegistryKey* key = &root;
+template <typename Key>
+Key* Walk(Key& root, const QStringList& parts) {
+  Key* key = &root;
   for (const QString& part : parts) {
     key = FindSubKey(*key, part);
     if (key == nullptr) return nullptr;
@@ -59,12 +60,11 @@ QStringList RegistryKey::SubKeyNames() const {
 }
 
 const RegistryKey* RegistryTree::Find(const QString& key) const {
-  const RegistryKey* found = &root_;
-  for (const QString& part : Parts(key)) {
-    found = FindSubKey(*found, part);
-    if (found == nullptr) return nullptr;
-  }
-  return found;
+  return Walk(root_, Parts(key));
+}
+
+bool RegistryTree::TooDeep(const QString& key) {
+  return Parts(key).size() > kDeepest;
 }
 
 RegistryKey& RegistryTree::MakePath(const QString& key) {
@@ -79,6 +79,7 @@ RegistryKey& RegistryTree::MakePath(const QString& key) {
 QString RegistryTree::CreateKey(const QString& key) {
   QStringList parts = Parts(key);
   if (parts.isEmpty()) return {};
+  if (TooDeep(key)) return QStringLiteral("A registry key cannot stand more than %1 levels deep.").arg(kDeepest);
   const QString name = parts.takeLast();
   RegistryKey* parent = Walk(root_, parts);
   if (parent == nullptr) return Missing(parts.join(u'\\'));

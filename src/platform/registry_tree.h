@@ -27,6 +27,9 @@ struct RegistryKey {
 /// is the hive itself. The changing calls return a text that says what was wrong, empty when they worked.
 class RegistryTree {
  public:
+  static constexpr int kDeepest = 512;  ///< levels of keys below a hive
+  [[nodiscard]] static bool TooDeep(const QString& key);
+
   [[nodiscard]] const RegistryKey& Root() const { return root_; }
   /// \return null when there is no such key
   [[nodiscard]] const RegistryKey* Find(const QString& key) const;
@@ -35,7 +38,7 @@ class RegistryTree {
   [[nodiscard]] QString DeleteKey(const QString& key);
   [[nodiscard]] QString SetValue(const QString& key, const RegistryValue& value);
   [[nodiscard]] QString DeleteValue(const QString& key, const QString& name);
-  /// The key, made with all that is missing above it.
+  /// The key, made with all that is missing above it. It must not be too deep.
   RegistryKey& MakePath(const QString& key);
 
  private:

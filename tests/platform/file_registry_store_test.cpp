@@ -129,7 +129,7 @@ TEST(FileRegistryStore, ReadsAndKeepsWhatOthersWrote) {
 
 TEST(FileRegistryStore, ADamagedFileIsNeverWrittenOver) {
   struct Case {
-    const char* body;
+    QByteArray body;
     int line;
   };
   const Case cases[] = {{"\n[HKEY_LOCAL_MACHINE\\A]\n\"x\"=\"open\n", 4},
@@ -141,14 +141,15 @@ TEST(FileRegistryStore, ADamagedFileIsNeverWrittenOver) {
                         {"[HKEY_LOCAL_MACHINE\\A]\n\"x\"=\"C:\\temp\"\n", 3},
                         {"[HKEY_LOCAL_MACHINE\\A]\n\"x\"=\"1\"\n\"X\"=\"2\"\n", 4},
                         {"[HKEY_LOCAL_MACHINE\\A]\n\"x\" \"1\"\n", 3},
-                        {"[HKEY_LOCAL_MACHINE\\A]\n\"x\"=\"1\" more\n", 3}};
+                        {"[HKEY_LOCAL_MACHINE\\A]\n\"x\"=\"1\" more\n", 3},
+                        {"[HKEY_LOCAL_MACHINE" + QByteArray("\\k").repeated(513) + "]\n", 2}};
   const TempFolder folder;
   FileRegistryStore store(folder.Path());
   for (const Case& c : cases) {
-    const QByteArray damaged = kHeader + QByteArray(c.body);
+    const QByteArray damaged = kHeader + c.body;
     folder.Write(QStringLiteral("machine.reg"), damaged);
     QString error;
-    EXPECT_FALSE(store.Values(kMachine, QStringLiteral("A"), &error).has_value()) << c.body;
+    EXPECT_FALSE(store.Values(kMachine, QStringLiteral("A"), &error).has_value()) << c.body.toStdString();
     EXPECT_TRUE(error.contains(QStringLiteral("line %1:").arg(c.line))) << error.toStdString();
     EXPECT_FALSE(store.KeyExists(kMachine, QStringLiteral("A")));
     EXPECT_EQ(store.SetValue(kMachine, QString(), {QStringLiteral("x"), RegistryType::kText, {}}), error);
