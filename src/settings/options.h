@@ -118,9 +118,6 @@ struct Options {
   QString GoodsTerms;
   QString PaymentMethods;
   QString LabourDesc;
-
-  /// Sender name shown on the customer's phone.
-  [[nodiscard]] const QString& SmsSenderName() const { return Reminder_From_SMS; }
 };
 
 /// How a key's value is stored in the host database.

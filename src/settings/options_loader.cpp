@@ -1,6 +1,7 @@
 #include "settings/options_loader.h"
 
 #include "settings/edition_names.h"
+#include "settings/member_value.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -85,13 +86,7 @@ bool OptionsLoader::ReadKeys(const Recordset& row, OptionSource source) {
     const bool present = row.ColumnIndex(name) >= 0;
     if (!present && !key.mayBeMissing) return false;
     const Value value = present ? Statements::sysIsNull(row, name) : Value();
-    if (const auto* flag = std::get_if<bool Options::*>(&key.member)) {
-      options_.** flag = value.ToBool();
-    } else if (const auto* number = std::get_if<int Options::*>(&key.member)) {
-      options_.** number = static_cast<int>(value.ToInt());
-    } else {
-      options_.*std::get<QString Options::*>(key.member) = value.ToText();
-    }
+    AssignMember(options_, key.member, value);
     ApplyRule(key.rule);
   }
   return true;
@@ -134,6 +129,7 @@ void OptionsLoader::ApplyRule(OptionRule rule) {
 }
 
 void OptionsLoader::FollowCustomerCode() {
+  startup_.customerCode = options_.Customer;
   const QString section = QStringLiteral("App");
   const QString key = QStringLiteral("Customer");
   if (ini_.Read(section, key) != options_.Customer) ini_.Write(section, key, options_.Customer);

@@ -1,7 +1,5 @@
 #include "settings/registry_key.h"
 
-#include <algorithm>
-
 #include "diagnostics/message_catalogue.h"
 #include "util/text.h"
 

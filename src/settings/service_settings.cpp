@@ -1,7 +1,6 @@
 #include "settings/service_settings.h"
 
 #include <QDir>
-#include <algorithm>
 #include <array>
 
 namespace qbx {

@@ -4,6 +4,7 @@
 #include <variant>
 
 #include "diagnostics/message_catalogue.h"
+#include "settings/member_value.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -58,13 +59,7 @@ bool ReadKeys(const Recordset& row, UserOptions& options) {
       return false;
     }
     const Value value = Statements::sysIsNull(row, name);
-    if (const auto* flag = std::get_if<bool UserOptions::*>(&key.member)) {
-      options.** flag = value.ToBool();
-    } else if (const auto* number = std::get_if<int UserOptions::*>(&key.member)) {
-      options.** number = static_cast<int>(value.ToInt());
-    } else {
-      options.*std::get<QString UserOptions::*>(key.member) = value.ToText();
-    }
+    AssignMember(options, key.member, value);
   }
   return true;
 }

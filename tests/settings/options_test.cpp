@@ -53,7 +53,7 @@ TEST_F(OptionsTest, NullKeysGetTheirDefaults) {
   ASSERT_TRUE(loader.LoadOptions());
   EXPECT_TRUE(ui.Messages().empty());
   EXPECT_EQ(options.Timeout, 15);
-  EXPECT_EQ(options.SmsSenderName(), QStringLiteral("The Garage"));
+  EXPECT_EQ(options.Reminder_From_SMS, QStringLiteral("The Garage"));
   EXPECT_EQ(options.MOT_Reminder_Name, QStringLiteral("MOT"));
   EXPECT_EQ(options.RemindersFont, QStringLiteral("Tahoma"));
   EXPECT_EQ(options.RemindersFontSize, 10);
@@ -85,7 +85,7 @@ TEST_F(OptionsTest, TheSenderOfTextsIsNeverBlank) {
     Set("Reminder_From_SMS", QString::fromLatin1(c.from));
     Set("SMS_Sender_ID", QString::fromLatin1(c.senderId));
     ASSERT_TRUE(loader.LoadOptions());
-    EXPECT_EQ(options.SmsSenderName(), QString::fromLatin1(c.resolved)) << c.from << "|" << c.senderId;
+    EXPECT_EQ(options.Reminder_From_SMS, QString::fromLatin1(c.resolved)) << c.from << "|" << c.senderId;
   }
 }
 
@@ -135,6 +135,7 @@ TEST_F(OptionsTest, AChangedCustomerCodeIsWrittenToTheIniFile) {
   Set("Customer", QStringLiteral("New12"));
   ASSERT_TRUE(loader.LoadOptions());
   EXPECT_EQ(options.Customer, QStringLiteral("new12"));
+  EXPECT_EQ(startup.customerCode, QStringLiteral("new12"));
   EXPECT_EQ(ini.Read(QStringLiteral("App"), QStringLiteral("Customer")), QStringLiteral("new12"));
 }
 
