@@ -9,7 +9,7 @@ namespace qbx {
 namespace {
 
 constexpr char kUserSwitch[] = "/userid:";
-constexpr int kMaxUser = 20;
+constexpr int kMaxInstance = 15;
 
 /// What stands behind a switch, at most `length` characters after leaving out `skip`; nothing when the switch is not
 /// there.
@@ -26,6 +26,10 @@ QString Before(const QString& text, QLatin1Char stop) {
 }
 
 }  // namespace
+
+QString InstanceName(const QString& text) {
+  return Before(TrimBlanks(CutText(text, kMaxInstance)), QLatin1Char(' ')).toUpper();
+}
 
 QString JoinCommandLine(const QStringList& arguments) {
   const QString user = QString::fromLatin1(kUserSwitch);
@@ -48,10 +52,10 @@ void ParseCommandLine(StartupValues& startup, UserInterface& ui) {
     return;
   }
   const auto database = Behind(line, "/database:", 25);
-  const auto instance = Behind(line, "/instance:", 15);
+  const auto instance = Behind(line, "/instance:", kMaxInstance);
   const auto user = Behind(line, kUserSwitch, 30, 1);  // the quote in front of the name is left out
   if (database) startup.DatabaseSuffix = QLatin1Char('_') + Before(*database, QLatin1Char(' '));
-  if (instance) startup.instance = Before(*instance, QLatin1Char(' ')).toUpper();
+  if (instance) startup.instance = InstanceName(*instance);
   if (user) startup.user = CutText(Before(*user, QLatin1Char('"')), kMaxUser);
   if (database || instance) WorkOutEditionNames(startup);
   if (database || instance || user) startup.commandLine.clear();

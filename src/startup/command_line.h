@@ -10,6 +10,11 @@
 
 namespace qbx {
 
+inline constexpr int kMaxUser = 20;  ///< characters of a user
+
+/// The name of an instance as it is given: 15 characters at most, up to the first blank, in upper case.
+[[nodiscard]] QString InstanceName(const QString& text);
+
 /// One line from the arguments of the process (the program's own name left out). The shell has taken the quotes away:
 /// `/userid:VALUE` becomes `/userid:"VALUE"` again, so that a name may hold blanks.
 [[nodiscard]] QString JoinCommandLine(const QStringList& arguments);

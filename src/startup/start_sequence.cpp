@@ -10,7 +10,6 @@
 namespace qbx {
 namespace {
 
-constexpr int kMaxUser = 20;
 constexpr int kMaxRunKey = 36;
 
 void SetVersions(StartupValues& startup) {
@@ -63,7 +62,7 @@ StartOutcome StartSequence::RunHeadless(const HeadlessStart& request) {
   Prepare();
   StartupValues& startup = parts_.startup;
   startup.user = CutText(TrimBlanks(request.user), kMaxUser);
-  startup.instance = request.instance.toUpper();
+  startup.instance = InstanceName(request.instance);
   WorkOutEditionNames(startup);
   if (startup.user.isEmpty()) {
     Refuse();

@@ -31,7 +31,7 @@ struct StartWindows {
 struct HeadlessStart {
   QString user;          ///< cut to 20 characters
   QString databaseName;  ///< the whole name; empty: as the edition and the registry say
-  QString instance;      ///< made upper case
+  QString instance;      ///< as the switch /instance: takes it
 };
 
 /// "user-ddmmyy-HHmmss-n" with n from 0 to 98, at most 36 characters.
