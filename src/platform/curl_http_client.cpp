@@ -14,6 +14,13 @@ QString PublicAddress(const QUrl& url) {
   return url.adjusted(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment).toString();
 }
 
+/// The same for what cannot be read as an address.
+QString PublicText(const QString& malformed) {
+  const QString text = malformed.section(u'?', 0, 0);
+  const qsizetype at = text.lastIndexOf(u'@');
+  return at < 0 ? text : QLatin1String("***") + text.mid(at);
+}
+
 bool IsWebAddress(const QString& url, const QString& host) {
   const auto isPrintableAscii = [](QChar character) {
     return character.unicode() > 0x20 && character.unicode() < 0x7F;
@@ -89,7 +96,7 @@ HttpReply CurlHttpClient::Transfer::Get(const QString& url) {
   const QUrl parsed(url);
   const QString host = parsed.host();
   if (!IsWebAddress(url, host)) {
-    return {.error = QStringLiteral("\"%1\" is not a web address.").arg(url.section(u'?', 0, 0))};
+    return {.error = QStringLiteral("\"%1\" is not a web address.").arg(PublicText(url))};
   }
   body_.clear();
   tooLong_ = false;

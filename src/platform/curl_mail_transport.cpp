@@ -11,6 +11,7 @@ namespace {
 
 using Step = SmtpDialogue::Step;
 
+constexpr int kShortestMasked = 4;
 constexpr long kUploadBuffer = 16 * 1024;  // the least that libcurl takes
 
 struct ListDeleter {
@@ -186,7 +187,8 @@ MailResult CurlMailTransport::Connection::Judge() const {
           ? QStringLiteral("The mail server %1 did not confirm the message, which may have been sent").arg(server_.host)
           : Problem();
   result.error = problem + QLatin1String(": ") + Reason();
-  if (!server_.password.isEmpty()) result.error.replace(server_.password, QStringLiteral("***"));
+  // A shorter one is found in ordinary words, and masking these would tell it.
+  if (server_.password.size() >= kShortestMasked) result.error.replace(server_.password, QStringLiteral("***"));
   return result;
 }
 

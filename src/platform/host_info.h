@@ -1,4 +1,4 @@
-// Names of this computer, user and process.
+// Names of this computer and its processes.
 
 #pragma once
 
@@ -6,6 +6,7 @@
 
 namespace qbx {
 
+/// The real one: see system_host_info.h.
 class HostInfo {
  public:
   virtual ~HostInfo() = default;
@@ -16,7 +17,5 @@ class HostInfo {
   /// the number it names a process for good, since numbers are used again.
   [[nodiscard]] virtual qint64 ProcessStart(qint64 processId) const = 0;
 };
-
-/// The real one. See system_host_info.h.
 
 }  // namespace qbx

@@ -1,6 +1,7 @@
 #include "platform/smtp_dialogue.h"
 
 #include <QList>
+#include <algorithm>
 
 namespace qbx {
 namespace {
@@ -11,6 +12,12 @@ QList<QByteArray> Lines(const QByteArray& text) {
     if (!line.trimmed().isEmpty()) lines.append(line.trimmed());
   }
   return lines;
+}
+
+/// A log-in is a line of letters and digits as well, and may begin like a command.
+QByteArray FirstWord(const QByteArray& line) {
+  const auto end = std::find_if(line.begin(), line.end(), [](char c) { return c == ' ' || c == ':'; });
+  return line.left(end - line.begin()).toUpper();
 }
 
 QByteArray AddressIn(const QByteArray& command) {
@@ -28,16 +35,16 @@ void SmtpDialogue::Begin(Step step) {
 
 void SmtpDialogue::ClientSaid(const QByteArray& lines) {
   for (const QByteArray& line : Lines(lines)) {
-    const QByteArray word = line.left(4).toUpper();
+    const QByteArray word = FirstWord(line);
     if (word == "QUIT") {
       quitSaid_ = true;
-    } else if (word == "EHLO" || word == "HELO" || word == "STAR") {
+    } else if (word == "EHLO" || word == "HELO" || word == "STARTTLS") {
       Begin(Step::kConnect);
     } else if (word == "MAIL" || word == "RCPT") {
       Begin(word == "MAIL" ? Step::kSender : Step::kRecipient);
       address_ = AddressIn(line);
     } else {
-      Begin(line.toUpper() == "DATA" ? Step::kData : Step::kLogin);
+      Begin(word == "DATA" ? Step::kData : Step::kLogin);
     }
   }
 }

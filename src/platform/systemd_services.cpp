@@ -77,23 +77,28 @@ class SystemdServices::Bus {
   QDBusConnection connection_;
 };
 
-SystemdServices::SystemdServices(UnitOf unitOf) : unitOf_(std::move(unitOf)), bus_(std::make_unique<Bus>()) {}
+SystemdServices::SystemdServices(UnitOf unitOf) : unitOf_(std::move(unitOf)) {}
 
 SystemdServices::~SystemdServices() = default;
 
+SystemdServices::Bus& SystemdServices::TheBus() {
+  if (!bus_) bus_ = std::make_unique<Bus>();
+  return *bus_;
+}
+
 bool SystemdServices::Available() {
-  return bus_->HasSystemd();
+  return TheBus().HasSystemd();
 }
 
 bool SystemdServices::Exists(const QString& service) {
   const QString unit = WithSuffix(unitOf_(service));
   if (unit.isEmpty()) return false;
-  const std::optional<QString> loadState = bus_->UnitProperty(unit, QStringLiteral("LoadState"));
+  const std::optional<QString> loadState = TheBus().UnitProperty(unit, QStringLiteral("LoadState"));
   return loadState && *loadState != QLatin1String("not-found");
 }
 
 std::optional<bool> SystemdServices::FindByListing(const QString& service, QString* error) {
-  const QDBusMessage reply = bus_->CallManager(QStringLiteral("ListUnitFiles"), {}, kCallTimeout);
+  const QDBusMessage reply = TheBus().CallManager(QStringLiteral("ListUnitFiles"), {}, kCallTimeout);
   if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
     *error = reply.errorMessage();
     return std::nullopt;
@@ -121,12 +126,13 @@ bool SystemdServices::Request(const QString& service, ServiceAction action) {
   if (stopped != (action == ServiceAction::kStart)) return false;
   const QString method = action == ServiceAction::kStart ? QStringLiteral("StartUnit") : QStringLiteral("StopUnit");
   const QVariantList arguments = {WithSuffix(unitOf_(service)), QStringLiteral("replace")};
-  return bus_->CallManager(method, arguments, kRequestTimeout).type() == QDBusMessage::ReplyMessage;
+  return TheBus().CallManager(method, arguments, kRequestTimeout).type() == QDBusMessage::ReplyMessage;
 }
 
 std::optional<ServiceState> SystemdServices::State(const QString& service) {
   if (!Exists(service)) return std::nullopt;
-  const std::optional<QString> active = bus_->UnitProperty(WithSuffix(unitOf_(service)), QStringLiteral("ActiveState"));
+  const std::optional<QString> active =
+      TheBus().UnitProperty(WithSuffix(unitOf_(service)), QStringLiteral("ActiveState"));
   if (!active) return std::nullopt;
   return StateOf(*active);
 }

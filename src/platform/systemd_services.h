@@ -17,7 +17,7 @@ class SystemdServices final : public ServiceManager {
   /// Gives the unit for a service's name: "MSSQL$GARAGE" cannot be one. Empty: there is no such service.
   using UnitOf = std::function<QString(const QString& service)>;
 
-  /// Connects to the bus; when that fails, `Available` is false.
+  /// The bus is connected to when it is first needed, which is seldom; when that fails, `Available` is false.
   explicit SystemdServices(UnitOf unitOf);
   ~SystemdServices() override;
   SystemdServices(const SystemdServices&) = delete;
@@ -32,8 +32,10 @@ class SystemdServices final : public ServiceManager {
  private:
   class Bus;
 
+  [[nodiscard]] Bus& TheBus();
+
   UnitOf unitOf_;
-  std::unique_ptr<Bus> bus_;
+  std::unique_ptr<Bus> bus_;  ///< null: not needed yet
 };
 
 }  // namespace qbx

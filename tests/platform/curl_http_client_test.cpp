@@ -97,8 +97,9 @@ TEST(CurlHttpClient, ReplacesAConnectionThatWasClosedBetweenRequests) {
 
 TEST(CurlHttpClient, RefusesWhatIsNoWebAddress) {
   CurlHttpClient client;
-  for (const char* url : {"", "sms/send_sms.asp?ClientAuth=s3cret", "http:///sms?ClientAuth=s3cret",
-                          "file:///etc/passwd", "http://host/a b?ClientAuth=s3cret", "http://host/\r\nX: y"}) {
+  for (const char* url :
+       {"", "sms/send_sms.asp?ClientAuth=s3cret", "http:///sms?ClientAuth=s3cret", "file:///etc/passwd",
+        "http://host/a b?ClientAuth=s3cret", "http://host/\r\nX: y", "http//garage:s3cret@host/sms"}) {
     const HttpReply reply = client.Get(QString::fromUtf8(url));
     EXPECT_FALSE(reply.body.has_value()) << url;
     EXPECT_FALSE(reply.inDoubt) << url;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/curl_mail_transport.h"
+#include "platform/smtp_dialogue.h"
 #include "script_server.h"
 
 namespace qbx {
@@ -200,6 +201,17 @@ TEST(MailFailures, AnotherServerEndsTheKeptConnectionProperly) {
   }
   second.WaitForClosed(1);
   EXPECT_EQ(leaves, 2);
+}
+
+TEST(SmtpDialogueTest, ALogInIsNoCommandThatItBeginsLike) {
+  for (const char* line : {"QUITabcd", "MAILbGF0", "RCPTeHh4", "EHLOd29y", "DATAbGF0"}) {
+    SmtpDialogue dialogue;
+    dialogue.ClientSaid("EHLO desk\r\n");
+    dialogue.ClientSaid(QByteArray(line) + "\r\n");
+    dialogue.ServerSaid("535 no\r\n");
+    EXPECT_EQ(dialogue.LastStep(), SmtpDialogue::Step::kLogin) << line;
+    EXPECT_EQ(dialogue.Code(), 535) << line;
+  }
 }
 
 }  // namespace
