@@ -3,7 +3,6 @@
 #include "database/database_service.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 #include "util/text.h"

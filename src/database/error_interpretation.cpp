@@ -4,14 +4,10 @@
 
 #include <array>
 
-#include "util/text.h"
-
 namespace qbx {
 
 namespace {
 
-constexpr int kDetailsLength = 80;
-constexpr int kFieldNotFilledIn = 3421;
 constexpr int kOldestVersion = 6;
 constexpr int kCurrentVersion = 999;
 
@@ -121,7 +117,7 @@ QString PendingInstead(const DatabaseError& pending) {
   if (message.contains(QLatin1String("value of the wrong type")))
     message = QLatin1String("Database Update: ") + message + kTwoLineBreaks +
               QLatin1String("A data field may not be filled in correctly, is blank, or has more data than expected.");
-  if (pending.Number() == kFieldNotFilledIn)
+  if (pending.Number() == kWrongType)
     message += kTwoLineBreaks + QLatin1String("Please ensure that all the required fields have been entered.");
   return message;
 }
@@ -158,7 +154,7 @@ QString ErrorInterpretation::ReportDatabaseError(const Connection* connection, c
   if (context_.DatabaseVersion != kOldestVersion && context_.DatabaseVersion != kCurrentVersion)
     message += kTwoReturns + QLatin1String("This system may need updating! Please do a Check for Updates.");
   lastError_.DbErrorShown = true;
-  events_.LogEvent(kEventError, 0, QStringLiteral("DB"), CutText(message.trimmed(), kDetailsLength));
+  events_.LogEvent(kEventError, 0, QStringLiteral("DB"), message.trimmed());
   diagnostics_.ui.ShowMessage(
       {.text = message, .icon = MessageIcon::kExclamation, .defaultAnswer = MessageAnswer::kOk});
   return message;

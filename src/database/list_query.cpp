@@ -20,6 +20,8 @@ std::optional<std::vector<ListRow>> ReadList(Statements& statements, const QStri
   // Read whole, so that a connection that drops halfway is a failure of the statement, which knows how to report it.
   if (statements.dbOpenRec(records, sql, CursorType::kForwardOnly, LockType::kReadOnly, kOptionStoredProcedure))
     return std::nullopt;
+  if (records.ColumnIndex(textField) < 0) return std::nullopt;
+  if (!dataField.isEmpty() && records.ColumnIndex(dataField) < 0) return std::nullopt;
   std::vector<ListRow> rows;
   for (; !records.Eof(); records.MoveNext()) {
     ListRow row;

@@ -25,14 +25,15 @@ struct ListRules {
 
 /// Reads one column (and the data that stands behind each row) of a procedure's rows.
 /// \param dataField  empty: none
-/// \return nothing when the query failed (already reported)
+/// \return nothing when the query failed (already reported), or has no such columns
 [[nodiscard]] std::optional<std::vector<ListRow>> ReadList(Statements& statements, const QString& sql,
                                                            const QString& textField, const QString& dataField = {},
                                                            const ListRules& rules = {});
 
 /// The row that a filled list shows as selected: the last one that was selected while the rows were added, a row being
-/// selected when its data is `data`, or when its text is `text` (which counts for the first such row only). \param data
-/// NULL: no data to select \return -1 when there is none
+/// selected when its data is `data`, or when its text is `text` (which counts for the first such row only).
+/// \param data  NULL: no data to select
+/// \return -1 when there is none
 [[nodiscard]] int RowToSelect(const std::vector<ListRow>& rows, const QString& text, const Value& data);
 
 }  // namespace qbx

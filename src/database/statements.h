@@ -32,7 +32,9 @@ class Statements {
   Statements(Connection& connection, ErrorInterpretation& interpretation, EventLog& events, LastError& lastError,
              Diagnostics diagnostics);
 
-  /// Opens a recordset. A server-side forward-only one steps rows as they are asked for, any other is read whole.
+  /// Opens a recordset. A server-side forward-only one steps rows as they are asked for, any other is read whole. While
+  /// one is stepped, nothing may be written over the same connection: the rows still to come could change or fail.
+  /// Lock type and options are the platform's; the embedded engine needs neither.
   /// \param recordset   closed first when open
   /// \param connection  another connection than the shared one
   /// \return true when it FAILED
@@ -50,7 +52,8 @@ class Statements {
 
   /// Executes a command text.
   /// \param returnValue  asks for the first column of the first row (0 when there is none or it is no number);
-  /// otherwise the recordset stays open \return the value, or 0; -1 on failure
+  ///                     otherwise the recordset stays open
+  /// \return the value, or 0; -1 on failure
   int dbRunCommand(const QString& commandText, bool returnValue, CommandType type, Recordset& recordset,
                    Connection* connection = nullptr);
 

@@ -2,7 +2,6 @@
 
 #include "database/value.h"
 
-#include <cfenv>
 #include <cmath>
 #include <limits>
 

@@ -17,7 +17,6 @@ class LogFile {
 
   /// \param path  empty: the fallback
   void SetPath(const QString& path) { path_ = path; }
-  void SetFallbackPath(const QString& path) { fallbackPath_ = path; }
   [[nodiscard]] QString Path() const { return path_.isEmpty() ? fallbackPath_ : path_; }
 
   void WriteLog(const QString& text) const;

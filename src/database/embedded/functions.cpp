@@ -6,7 +6,6 @@
 
 #include <QString>
 #include <algorithm>
-#include <cstring>
 #include <string_view>
 
 #include "database/text_compare.h"

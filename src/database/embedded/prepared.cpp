@@ -4,10 +4,6 @@
 
 #include <sqlite3.h>
 
-#include <array>
-#include <charconv>
-#include <cstdio>
-
 #include "database/embedded/foreign_keys.h"
 
 namespace qbx {
@@ -159,11 +155,6 @@ StatementLease StatementCache::Get(std::string_view sql) {
     used_.pop_back();
   }
   return StatementLease(used_.front());
-}
-
-void StatementCache::Clear() {
-  bySql_.clear();
-  used_.clear();
 }
 
 }  // namespace qbx

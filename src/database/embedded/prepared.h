@@ -94,7 +94,6 @@ class StatementCache {
   explicit StatementCache(std::shared_ptr<SqliteDatabase> database) : database_(std::move(database)) {}
 
   [[nodiscard]] StatementLease Get(std::string_view sql);
-  void Clear();
 
  private:
   using Entry = std::shared_ptr<PreparedStatement>;

@@ -1,7 +1,6 @@
 // Reading the header of a stored procedure, and fitting values to its parameters.
 
 #include <cmath>
-#include <limits>
 
 #include "database/embedded/errors.h"
 #include "database/embedded/procedures.h"

@@ -3,7 +3,6 @@
 #include "database/embedded/translator.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 
 #include "database/embedded/errors.h"
