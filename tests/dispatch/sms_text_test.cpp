@@ -41,7 +41,7 @@ TEST(SmsText, CleansNumbersAsPeopleTypeThem) {
 
 TEST(SmsText, EncodesAsTheGatewayReads) {
   const std::pair<const char*, const char*> cases[] = {{"Az09", "Az09"},
-                                                       {"  a b \r\n", "a%20b"},
+                                                       {"  a b \r\n ", "a%20b%20%0D%0A"},
                                                        {"a\r\nb", "a%0D%0Ab"},
                                                        {"\u00a35 off", "%A35%20off"},
                                                        {"caf\u00e9", "caf%E9"},
