@@ -163,6 +163,7 @@ class Bench {
 }  // namespace
 
 int main(int argc, char** argv) {
+  SettleTimeZone();
   QCoreApplication application(argc, argv);
   if (argc < 2) Fail("usage: mailshot_bench email|text [ROWS [ROUNDS]]");
   const Kind kind = std::strcmp(argv[1], "text") == 0 ? Kind::kText : Kind::kEmail;

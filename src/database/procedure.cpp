@@ -21,6 +21,12 @@ void Procedure::Execute(Arguments arguments) {
   command_.Execute();
 }
 
+bool Procedure::Finds(Arguments arguments) {
+  Prepare(arguments);
+  const std::unique_ptr<RowSource> rows = command_.Open();
+  return rows && rows->Next();
+}
+
 Recordset Procedure::Open(Arguments arguments) {
   Prepare(arguments);
   return Recordset::ReadAll(command_.Open());

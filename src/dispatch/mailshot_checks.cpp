@@ -34,10 +34,10 @@ Message ClaimedMessage(const ClaimHolder& holder) {
 }
 
 std::optional<Message> CheckTemplates(const CounterValues& counters, const MailshotTemplates& templates) {
-  if (counters.sms > 0 && TrimBlanks(templates.sms).size() < kShortestTemplate) {
+  if (counters.sms > 0 && templates.sms.trimmed().size() < kShortestTemplate) {
     return Warning("You haven't entered an SMS Text Message Template on the Letter Templates Tab.");
   }
-  if (counters.emails > 0 && TrimBlanks(templates.emailBody).size() < kShortestTemplate) {
+  if (counters.emails > 0 && templates.emailBody.trimmed().size() < kShortestTemplate) {
     return Warning("You haven't entered an Email Message Template on the Letter Templates Tab.");
   }
   if (counters.sms + counters.emails == 0) {

@@ -24,12 +24,11 @@ QHash<qint64, JournalEntry> SendJournal::Read(int campaignId) {
 }
 
 bool SendJournal::Write(qint64 recordId, int campaignId, Channel channel, JournalState state) {
-  const Recordset written = write_.Open({{"@RecordID", recordId},
-                                         {"@CampaignID", campaignId},
-                                         {"@Channel", static_cast<int>(channel)},
-                                         {"@State", static_cast<int>(state)},
-                                         {"@UserID", user_}});
-  return written.RecordCount() > 0;
+  return write_.Finds({{"@RecordID", recordId},
+                       {"@CampaignID", campaignId},
+                       {"@Channel", static_cast<int>(channel)},
+                       {"@State", static_cast<int>(state)},
+                       {"@UserID", user_}});
 }
 
 void SendJournal::Forget(qint64 recordId, Channel channel) {

@@ -38,7 +38,25 @@ QJsonArray GeneralEvents(Connection& connection) {
 }
 
 QJsonArray DoubtOf(Connection& connection, int campaignId) {
-  return ReadAll(Procedure(connection, "proc_selp_Send_Journal_Doubt").Open({{"@CampaignID", campaignId}}));
+  QJsonArray doubt;
+  for (const QJsonValue& row :
+       ReadAll(Procedure(connection, "proc_selp_Send_Journal_Doubt").Open({{"@CampaignID", campaignId}}))) {
+    QJsonObject object = row.toObject();
+    object.insert(QStringLiteral("CampaignID"), campaignId);
+    doubt.append(object);
+  }
+  return doubt;
+}
+
+QJsonArray AllDoubt(Connection& connection) {
+  QJsonArray doubt;
+  Recordset campaigns = Recordset::ReadAll(connection.Driver().Execute(
+      QStringLiteral("SELECT DISTINCT CampaignID FROM Send_Journal (NOLOCK) WHERE State = 0 ORDER BY CampaignID")));
+  for (; !campaigns.Eof(); campaigns.MoveNext()) {
+    for (const QJsonValue& row : DoubtOf(connection, static_cast<int>(campaigns.Field(0).ToInt())))
+      doubt.append(row);
+  }
+  return doubt;
 }
 
 void PrintSection(const QString& title, const QJsonArray& rows, const QStringList& columns) {
@@ -51,42 +69,57 @@ void PrintSection(const QString& title, const QJsonArray& rows, const QStringLis
   PrintLine({});
 }
 
-int LogOfCampaign(Program& program, int id) {
-  if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
-  const QJsonArray events = HistoryOf(program.app.connection, id);
-  const QStringList lines = ResultsLogFile(program.app.log.Path(), id).Read();
-  const QJsonArray doubt = DoubtOf(program.app.connection, id);
+/// What was told of a campaign, or of all.
+struct Story {
+  QString eventsTitle;
+  QJsonArray events;
+  QStringList eventColumns;
+  QStringList results;
+  QJsonArray doubt;
+};
+
+void Print(const Program& program, const Story& story) {
   if (program.json) {
-    PrintJson(QJsonObject{{QStringLiteral("events"), events},
-                          {QStringLiteral("results"), QJsonArray::fromStringList(lines)},
-                          {QStringLiteral("in_doubt"), doubt}});
-    return kDone;
+    PrintJson(QJsonObject{{QStringLiteral("events"), story.events},
+                          {QStringLiteral("results"), QJsonArray::fromStringList(story.results)},
+                          {QStringLiteral("in_doubt"), story.doubt}});
+    return;
   }
-  PrintSection(
-      QStringLiteral("Events"), events,
-      {QStringLiteral("ID"), QStringLiteral("Record_Date"), QStringLiteral("Event"), QStringLiteral("UserID")});
+  PrintSection(story.eventsTitle, story.events, story.eventColumns);
   PrintLine(QStringLiteral("Results log of the last run"));
-  for (const QString& line : lines.isEmpty() ? QStringList{QStringLiteral("  none")} : lines)
+  for (const QString& line : story.results.isEmpty() ? QStringList{QStringLiteral("  none")} : story.results)
     PrintLine(line);
   PrintLine({});
-  PrintSection(QStringLiteral("In doubt (tick or untick Processed of the row to settle it)"), doubt,
-               {QStringLiteral("RecordID"), QStringLiteral("Customer"), QStringLiteral("Channel"),
-                QStringLiteral("Mobile"), QStringLiteral("Email"), QStringLiteral("Changed")});
+  PrintSection(
+      QStringLiteral("In doubt (tick or untick Processed of the row to settle it)"), story.doubt,
+      {QStringLiteral("CampaignID"), QStringLiteral("RecordID"), QStringLiteral("Customer"), QStringLiteral("Channel"),
+       QStringLiteral("Mobile"), QStringLiteral("Email"), QStringLiteral("Changed")});
+}
+
+int LogOfCampaign(Program& program, int id) {
+  if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
+  Print(program, {.eventsTitle = QStringLiteral("Events"),
+                  .events = HistoryOf(program.app.connection, id),
+                  .eventColumns = {QStringLiteral("ID"), QStringLiteral("Record_Date"), QStringLiteral("Event"),
+                                   QStringLiteral("UserID")},
+                  .results = ResultsLogFile(program.app.log.Path(), id).Read(),
+                  .doubt = DoubtOf(program.app.connection, id)});
+  return kDone;
+}
+
+int LogOfAll(Program& program) {
+  Print(program, {.eventsTitle = QStringLiteral("The last %1 events, the newest first").arg(kEventsShown),
+                  .events = GeneralEvents(program.app.connection),
+                  .eventColumns = {QStringLiteral("Log_Date"), QStringLiteral("Username"), QStringLiteral("EventType"),
+                                   QStringLiteral("TableKey"), QStringLiteral("Details")},
+                  .results = ReadNewestResultsLog(program.app.log.Path()),
+                  .doubt = AllDoubt(program.app.connection)});
   return kDone;
 }
 
 int Log(Program& program, const LogArguments& arguments) {
   try {
-    if (arguments.campaign) return LogOfCampaign(program, *arguments.campaign);
-    const QJsonArray events = GeneralEvents(program.app.connection);
-    if (program.json) {
-      PrintJson(QJsonObject{{QStringLiteral("events"), events}});
-    } else {
-      PrintSection(QStringLiteral("The last %1 events, the newest first").arg(kEventsShown), events,
-                   {QStringLiteral("Log_Date"), QStringLiteral("Username"), QStringLiteral("EventType"),
-                    QStringLiteral("TableKey"), QStringLiteral("Details")});
-    }
-    return kDone;
+    return arguments.campaign ? LogOfCampaign(program, *arguments.campaign) : LogOfAll(program);
   } catch (const DatabaseError& error) {
     return Refuse(error.Description());
   }

@@ -4,8 +4,10 @@
 #include <QCoreApplication>
 
 #include "marketingctl/commands.h"
+#include "platform/clock.h"
 
 int main(int argc, char** argv) {
+  qbx::SettleTimeZone();
   QCoreApplication application(argc, argv);
   CLI::App root(
       "Marketing campaigns without a window: the same queries, filters, texts and e-mails, for a scheduler or a "

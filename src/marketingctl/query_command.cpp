@@ -33,13 +33,25 @@ bool ApplyUnstored(const QueryArguments& arguments, CampaignDesk& desk) {
 }
 
 /// Both steps, as "Next >" twice. The notices of the second are shown.
-bool RunSteps(Program& program) {
+/// \return how many were done
+int RunSteps(Program& program) {
   for (const int step : {0, 1}) {
     const StepResult result = program.desk.steps.NextStep(step);
     if (result.notice) program.ui.ShowMessage(*result.notice);
-    if (!result.Moved()) return false;
+    if (result.Moved()) continue;
+    if (HeadlessUi::Interrupted()) Refuse(QStringLiteral("The query was interrupted."));
+    return step;
   }
-  return true;
+  return 2;
+}
+
+/// \param stepsDone  of a saved campaign, whose rows stay
+int RefuseUnfinished(int stepsDone) {
+  return Refuse(
+      stepsDone == 0
+          ? QStringLiteral("The rows of the campaign are as they were.")
+          : QStringLiteral("The campaign now holds the rows of step 1, to which its filters were not applied. "
+                           "Run the query again."));
 }
 
 void PrintCounts(Program& program, int campaignId) {
@@ -61,7 +73,7 @@ int QueryStored(Program& program, const QueryArguments& arguments) {
   if (!app.campaignStorage.LoadCampaign(*arguments.id)) return kRefused;
   program.desk.settings.SetupCampaignData();
   if (!ApplyUnstored(arguments, program.desk)) return kRefused;
-  if (!RunSteps(program)) return kRefused;
+  if (const int done = RunSteps(program); done < 2) return RefuseUnfinished(done);
   CopyToRecord(program.desk.state, app.campaign.record);
   if (!app.campaignStorage.UpdateCampaign()) return kRefused;
   PrintCounts(program, app.campaign.record.ID);
@@ -82,7 +94,7 @@ int QueryTemporary(Program& program, const QueryArguments& arguments) {
   ApplyCampaignArguments(arguments.settings, app.startup.edition, record);
   program.desk.settings.SetupCampaignData();
   if (!ApplyUnstored(arguments, program.desk)) return kRefused;
-  if (!RunSteps(program)) {
+  if (RunSteps(program) < 2) {
     RemoveRows(program);
     return kRefused;
   }

@@ -23,4 +23,7 @@ class ResultsLogFile {
   QString path_;
 };
 
+/// The lines of the run that was the last of all campaigns.
+[[nodiscard]] QStringList ReadNewestResultsLog(const QString& logFile);
+
 }  // namespace qbx::ctl

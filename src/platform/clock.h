@@ -14,6 +14,11 @@ class Clock {
   [[nodiscard]] QDate Today() const { return Now().date(); }
 };
 
+/// Settles the time zone of this process where the environment names none. Without it the C library looks whether the
+/// zone's file has changed every time a local time is made. To be called once, first thing in a program; a zone that is
+/// chosen for the computer later is seen by the next start.
+void SettleTimeZone();
+
 /// The computer's clock.
 class SystemClock final : public Clock {
  public:

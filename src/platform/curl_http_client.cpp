@@ -10,17 +10,17 @@ namespace qbx {
 namespace {
 
 /// The address as a user may see it: without user, password and query.
-QString PublicAddress(const QString& url) {
-  return QUrl(url).adjusted(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment).toString();
+QString PublicAddress(const QUrl& url) {
+  return url.adjusted(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment).toString();
 }
 
-bool IsWebAddress(const QString& url) {
+bool IsWebAddress(const QString& url, const QString& host) {
   const auto isPrintableAscii = [](QChar character) {
     return character.unicode() > 0x20 && character.unicode() < 0x7F;
   };
   const bool isWeb = url.startsWith(QLatin1String("http://"), Qt::CaseInsensitive) ||
                      url.startsWith(QLatin1String("https://"), Qt::CaseInsensitive);
-  return isWeb && std::all_of(url.begin(), url.end(), isPrintableAscii) && !QUrl(url).host().isEmpty();
+  return isWeb && std::all_of(url.begin(), url.end(), isPrintableAscii) && !host.isEmpty();
 }
 
 bool IsLoopback(const QString& host) {
@@ -85,8 +85,9 @@ int CurlHttpClient::Transfer::BeforeRequest(void* self, char*, char*, int, int) 
 }
 
 HttpReply CurlHttpClient::Transfer::Get(const QString& url) {
-  const QString address = PublicAddress(url);
-  if (!IsWebAddress(url)) {
+  const QUrl parsed(url);
+  const QString host = parsed.host();
+  if (!IsWebAddress(url, host)) {
     return {.error = QStringLiteral("\"%1\" is not a web address.").arg(url.section(u'?', 0, 0))};
   }
   body_.clear();
@@ -94,11 +95,11 @@ HttpReply CurlHttpClient::Transfer::Get(const QString& url) {
   requestSent_ = false;
   session_.Set(CURLOPT_URL, url.toLatin1().constData());
   // A proxy of the environment cannot reach this computer's own servers.
-  session_.Set(CURLOPT_PROXY, IsLoopback(QUrl(url).host()) ? "" : static_cast<const char*>(nullptr));
+  session_.Set(CURLOPT_PROXY, IsLoopback(host) ? "" : static_cast<const char*>(nullptr));
   const CURLcode code = session_.Perform(pump_);
   const auto status = session_.Info<long>(CURLINFO_RESPONSE_CODE);
   if (code == CURLE_OK && status >= 200 && status < 300) return {.body = Text()};
-  return {.error = QStringLiteral("\"%1\" %2.").arg(address, Problem(code, status)),
+  return {.error = QStringLiteral("\"%1\" %2.").arg(PublicAddress(parsed), Problem(code, status)),
           .inDoubt = code != CURLE_OK && requestSent_};
 }
 

@@ -29,8 +29,12 @@ Counters::Counters(Statements& statements, Diagnostics diagnostics)
 void Counters::UpdateCounters(int campaignId) {
   Recordset row;
   try {
-    if (statements_.dbOpenRec(row, QStringLiteral("proc_selp_Results_Counters (%1)").arg(campaignId)) || row.Eof())
+    const QString sql = QStringLiteral("proc_selp_Results_Counters (%1)").arg(campaignId);
+    if (statements_.dbOpenRec(row, sql, CursorType::kForwardOnly, LockType::kReadOnly, kOptionUnspecified,
+                              CursorLocation::kServer) ||
+        row.Eof()) {
       return;
+    }
     const auto counter = [&row](const char* column) {
       return static_cast<int>(row.Field(QString::fromLatin1(column)).ToInt());
     };

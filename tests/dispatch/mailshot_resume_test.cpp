@@ -62,8 +62,8 @@ TEST_F(MailshotResumeTest, LeavesRowsInDoubtToAPerson) {
   EXPECT_EQ(desk.Send().inDoubt, 2);
   EXPECT_EQ(Reached(sandbox), reached);
   EXPECT_TRUE(desk.LogTexts().contains(
-      "2 row(s) are in doubt and were left alone: nobody knows whether their message went out. Tick Processed if it "
-      "arrived; tick and untick it to have it sent again."));
+      "2 row(s) are in doubt and were left alone: nobody knows whether their message went out. "
+      "Tick Processed if it arrived; tick and untick it to have it sent again."));
   // Ticked: taken for sent. Ticked and unticked: due whole.
   ToggleProcessed(text);
   ToggleProcessed(mail);

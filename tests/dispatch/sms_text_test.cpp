@@ -41,8 +41,8 @@ TEST(SmsText, CleansNumbersAsPeopleTypeThem) {
 
 TEST(SmsText, EncodesAsTheGatewayReads) {
   const std::pair<const char*, const char*> cases[] = {{"Az09", "Az09"},
-                                                       {"  a b \r\n ", "a%20b%20%0D%0A"},
-                                                       {"a\r\nb", "a%0D%0Ab"},
+                                                       {"  a b ", "a%20b"},
+                                                       {"a\r\nb\r\n", "a%0D%0Ab%0D%0A"},
                                                        {"\u00a35 off", "%A35%20off"},
                                                        {"caf\u00e9", "caf%E9"},
                                                        {"\u20ac9", "%809"},

@@ -36,14 +36,6 @@ QByteArray FileBytes(const QString& path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QJsonArray Accepted(const SandboxProcess& sandbox, const char* path) {
-  QJsonArray accepted;
-  for (const QJsonValue& record : QJsonDocument::fromJson(sandbox.Ask(QLatin1String(path))).array()) {
-    if (Text(record, "outcome") == QLatin1String("accepted")) accepted.append(record);
-  }
-  return accepted;
-}
-
 }  // namespace
 
 QJsonValue At(const QJsonValue& object, const char* name) {
@@ -141,17 +133,14 @@ QString Garage::MakeCampaign() const {
   return id;
 }
 
-Received AcceptedTexts(const SandboxProcess& sandbox) {
+Received Accepted(const SandboxProcess& sandbox, const char* kind) {
   Received received;
-  for (const QJsonValue& text : Accepted(sandbox, "/api/texts"))
-    ++received[Text(text, "to")];
-  return received;
-}
-
-Received AcceptedMails(const SandboxProcess& sandbox) {
-  Received received;
-  for (const QJsonValue& mail : Accepted(sandbox, "/api/mails"))
-    ++received[At(mail, "to")[0].toString()];
+  const QByteArray records = sandbox.Ask(QLatin1String("/api/") + QLatin1String(kind));
+  for (const QJsonValue& record : QJsonDocument::fromJson(records).array()) {
+    if (Text(record, "outcome") != QLatin1String("accepted")) continue;
+    const QJsonValue to = At(record, "to");
+    ++received[to.isArray() ? to[0].toString() : to.toString()];
+  }
   return received;
 }
 

@@ -71,10 +71,9 @@ class Garage {
   TempFolder folder_;
 };
 
-/// How many messages the sandbox accepted, by number or address.
+/// How many "texts" or "mails" the sandbox accepted, by number or address.
 using Received = std::map<QString, int>;
-[[nodiscard]] Received AcceptedTexts(const SandboxProcess& sandbox);
-[[nodiscard]] Received AcceptedMails(const SandboxProcess& sandbox);
+[[nodiscard]] Received Accepted(const SandboxProcess& sandbox, const char* kind);
 /// Messages recorded so far, read from the sandbox's files.
 [[nodiscard]] int Recorded(const SandboxProcess& sandbox);
 /// Waits until so many are recorded, or the process ends.

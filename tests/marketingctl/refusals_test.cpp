@@ -215,8 +215,8 @@ TEST(MarketingCtlSecrets, AreNeverShownAndWorkAllTheSame) {
 
   garage.Use(sandbox);
   EXPECT_EQ(run("send %1 --yes", {id}), 0);
-  EXPECT_EQ(AcceptedMails(sandbox).size(), 20U);
-  EXPECT_EQ(AcceptedTexts(sandbox).size(), 20U);
+  EXPECT_EQ(Accepted(sandbox, "mails").size(), 20U);
+  EXPECT_EQ(Accepted(sandbox, "texts").size(), 20U);
 
   for (const QString& name : garage.Folder().Names()) {
     if (name.endsWith(QStringLiteral(".LOG")) || name.endsWith(QStringLiteral(".INI")))
