@@ -27,7 +27,7 @@ TEST(MailshotChecks, AskForTemplates) {
   };
   const Case cases[] = {
       {{.sms = 1, .emails = 1}, kTemplates, ""},
-      {{.sms = 1}, {"abcd\r\n", "", ""}, kNoSms},
+      {{.sms = 1}, {" abcd ", "", ""}, kNoSms},
       {{.sms = 1}, {"abcde", "", ""}, ""},
       {{.emails = 1}, {"", "", "abcd\r\n"}, kNoEmail},
       {{.emails = 1}, {"", "", "abcde"}, ""},
