@@ -25,7 +25,7 @@ struct CampaignRecord {
   QString Email_Body;
   QString SMS;
   QString Makes;    ///< makes as typed or chosen, separated by commas
-  QDateTime Date1;  ///< date range of the query; invalid when the stored value is NULL
+  QDateTime Date1;  ///< date range of the query, wall-clock times; invalid when the stored value is NULL
   QDateTime Date2;
   int Records = 100;
   int RecordsStart = 1;

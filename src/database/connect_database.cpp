@@ -28,6 +28,7 @@ constexpr int kWaitWhenRefused = 800;
 
 const QLatin1String kMaster("master");
 const QLatin1String kOnline("ONLINE");
+const QLatin1String kSuspect("SUSPECT");
 
 QString WithoutInstance(const QString& server) {
   return server.section(u'\\', 0, 0);
@@ -100,6 +101,7 @@ bool DatabaseConnector::ConnectDatabase(const QString& server, const Login& logi
   }
   if (!failure) return true;
   connection_.Close();
+  connection_.CountAsNeverOpen();
   ReportFailure(server, login, *failure);
   return false;
 }
@@ -141,6 +143,14 @@ void DatabaseConnector::ReadFileFolder() {
 
 std::optional<DatabaseError> DatabaseConnector::LeaveMaster(const Target& target) {
   QString status = ReadStatus(target.database);
+  if (status == kSuspect) {
+    // Nothing that could be offered here mends a damaged file; opening it tells what is wrong with it.
+    flags_.status = DatabaseStatus::kNotAvailable;
+    diagnostics_.status.Close();
+    std::optional<DatabaseError> damage = Open(target, target.database);
+    if (!damage) flags_.status = DatabaseStatus::kOnline;
+    return damage;
+  }
   if (status != kOnline) {
     flags_.status = DatabaseStatus::kNotAvailable;
     if (!AskToBringOnline(status)) {
@@ -225,7 +235,7 @@ void DatabaseConnector::WaitForService(int milliseconds) {
   for (int wait = 0; wait < kServiceWaits; ++wait) {
     diagnostics_.status.ShowStatus(
         QStringLiteral("Please wait a few seconds while the program attempts to start the Database Service"));
-    diagnostics_.ui.Pause(milliseconds);
+    diagnostics_.ui.Wait(milliseconds);
   }
   diagnostics_.status.Close();
 }

@@ -32,7 +32,8 @@ using SessionFactory = std::function<std::unique_ptr<Session>(const ConnectionTa
                                                               int connectionTimeoutSeconds)>;
 
 /// One connection of the client library: remembers its string and login, so that it can be re-opened as it was, and the
-/// provider errors of the last failure. All calls from the thread that owns it, one at a time.
+/// provider errors of the last failure. All calls from the thread that owns it, one at a time; the work of `RunLong`
+/// uses it in that thread's stead while it waits.
 class Connection {
  public:
   explicit Connection(SessionFactory factory);
@@ -45,9 +46,11 @@ class Connection {
   /// Opens again with the last string and login. \throws DatabaseError
   void Reopen();
   void Close();
+  /// For a connection that did not lead to the host database: statements fail softly until it is opened again.
+  void CountAsNeverOpen() { wasOpen_ = false; }
 
   [[nodiscard]] bool IsOpen() const { return session_ != nullptr; }
-  /// Whether it was ever open; until then statements fail softly.
+  /// Whether it was ever open (and that counts); until then statements fail softly.
   [[nodiscard]] bool WasOpen() const { return wasOpen_; }
   [[nodiscard]] const QString& ConnectionString() const { return connectionString_; }
 
@@ -65,8 +68,10 @@ class Connection {
 
   /// Runs `work` on the database thread while the caller waits and `pump` is called over and over; an exception of
   /// `work` is thrown again here. `work` must not touch the user interface. Work that is short is not delayed and not
-  /// pumped for. \param pump       every 10 ms; may be empty \param cancelled  asked between pumps; while true, the
-  /// running call and those that follow are interrupted; may be empty
+  /// pumped for.
+  /// \param pump       every 10 ms; may be empty
+  /// \param cancelled  asked between pumps; while true, the running call and those that follow are interrupted; may be
+  ///                   empty
   void RunLong(const std::function<void()>& work, const std::function<void()>& pump,
                const std::function<bool()>& cancelled);
 

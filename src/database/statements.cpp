@@ -72,7 +72,7 @@ bool Statements::dbOpenRec(Recordset& recordset, const QString& sql, CursorType 
     } catch (const DatabaseError& error) {
       if (mayReopen && IsLost(target, error) && reopens < kReopensOfRead) {
         diagnostics_.log.WriteLog(QStringLiteral("No DB Connection - reconnecting"));
-        diagnostics_.ui.Pause(kReopenPause);
+        diagnostics_.ui.Wait(kReopenPause);
         continue;
       }
       Report(target, "dbOpenRec", sql, error);

@@ -3,16 +3,13 @@
 #include "database/value.h"
 
 #include <cfenv>
-#include <charconv>
 #include <cmath>
 #include <limits>
 
 #include "database/session.h"
+#include "util/text.h"
 
 namespace qbx {
-namespace {
-
-constexpr qint64 kMillisecondsPerDay = 86'400'000;
 
 double PowerOfTen(int exponent) {
   double power = 1;
@@ -21,18 +18,9 @@ double PowerOfTen(int exponent) {
   return power;
 }
 
-/// The number at the start of a text, 0 when there is none.
-double LeadingNumber(const QString& text) {
-  const QByteArray ascii = text.trimmed().toLatin1();
-  const char* begin = ascii.constData();
-  const char* end = begin + ascii.size();
-  if (begin != end && *begin == '+') ++begin;
-  const char* digits = begin != end && *begin == '-' ? begin + 1 : begin;
-  if (digits == end || (*digits != '.' && (*digits < '0' || *digits > '9'))) return 0;
-  double number = 0;
-  const auto result = std::from_chars(begin, end, number);
-  return result.ec == std::errc() ? number : 0;
-}
+namespace {
+
+constexpr qint64 kMillisecondsPerDay = 86'400'000;
 
 qint64 RoundToInt(double number) {
   if (std::isnan(number)) return 0;
@@ -70,9 +58,9 @@ QDateTime DateFromText(const QString& text) {
                          ? QDate::fromString(trimmed.left(10), QStringLiteral("dd/MM/yyyy"))
                          : QDate::fromString(trimmed.left(10), Qt::ISODate);
   if (!date.isValid()) return {};
-  if (trimmed.size() <= 10) return QDateTime(date, QTime(0, 0));
+  if (trimmed.size() <= 10) return QDateTime(date, QTime(0, 0), Qt::UTC);
   const QTime time = QTime::fromString(trimmed.mid(11), Qt::ISODateWithMs);
-  return time.isValid() ? QDateTime(date, time) : QDateTime();
+  return time.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
 }
 
 }  // namespace
@@ -83,6 +71,10 @@ Value Value::Decimal(qint64 unscaled, int scale) {
   value.int_ = unscaled;
   value.scale_ = static_cast<quint8>(scale);
   return value;
+}
+
+QDateTime Value::WallClock(const QDateTime& when) {
+  return when.isValid() ? QDateTime(when.date(), when.time(), Qt::UTC) : QDateTime();
 }
 
 bool Value::ToBool() const {
@@ -135,7 +127,7 @@ QString Value::ToText() const {
     case ValueType::kInt:
       return QString::number(int_);
     case ValueType::kDouble:
-      return QString::number(double_, 'g', QLocale::FloatingPointShortest);
+      return ShortestNumber(double_);
     case ValueType::kDecimal:
       return DecimalText(int_, scale_);
     case ValueType::kText:
@@ -187,8 +179,8 @@ Value Cell::ToValue() const {
       const qint64 day =
           integer >= 0 ? integer / kMillisecondsPerDay : -((-integer + kMillisecondsPerDay - 1) / kMillisecondsPerDay);
       const QDate date = QDate(1970, 1, 1).addDays(day);
-      return Value(
-          QDateTime(date, QTime::fromMSecsSinceStartOfDay(static_cast<int>(integer - day * kMillisecondsPerDay))));
+      const QTime time = QTime::fromMSecsSinceStartOfDay(static_cast<int>(integer - day * kMillisecondsPerDay));
+      return Value(QDateTime(date, time, Qt::UTC));
     }
   }
   return {};

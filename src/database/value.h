@@ -9,7 +9,8 @@ namespace qbx {
 
 enum class ValueType : quint8 { kNull, kBool, kInt, kDouble, kDecimal, kText, kDateTime };
 
-/// A value with its type; cheap to copy. The `To...` conversions are null-safe: NULL reads as false, 0, 0.0, empty text
+/// A value with its type; cheap to copy. A date and time is what a clock on the wall shows, of no time zone: it is kept
+/// as UTC, so that an hour that the summer time leaves out is a time like any other. The `To...` conversions are null-safe: NULL reads as false, 0, 0.0, empty text
 /// or an invalid date. Text that is asked for as a number gives its leading number, 0 when there is none.
 class Value {
  public:
@@ -19,7 +20,7 @@ class Value {
   Value(qint64 value) : type_(ValueType::kInt), int_(value) {}
   Value(double value) : type_(ValueType::kDouble), double_(value) {}
   Value(const QString& value) : type_(ValueType::kText), text_(value) {}
-  Value(const QDateTime& value) : type_(ValueType::kDateTime), dateTime_(value) {}
+  Value(const QDateTime& value) : type_(ValueType::kDateTime), dateTime_(WallClock(value)) {}
   Value(const char*) = delete;
 
   /// A fixed-point number, `unscaled` / 10^`scale`.
@@ -38,7 +39,10 @@ class Value {
   /// Numbers in their shortest decimal form, a boolean as "True"/"False", dates as "dd/mm/yyyy" with " HH:mm:ss" unless
   /// midnight.
   [[nodiscard]] QString ToText() const;
-  [[nodiscard]] QDateTime ToDateTime() const;
+  [[nodiscard]] QDateTime ToDateTime() const;  ///< the wall clock, as UTC
+
+  /// Date and time of the clock of any time zone as `ToDateTime` gives them; to compare a time of now with a stored one.
+  [[nodiscard]] static QDateTime WallClock(const QDateTime& when);
 
   /// Same type and same value; text by code unit.
   friend bool operator==(const Value& left, const Value& right);
@@ -53,5 +57,8 @@ class Value {
   QString text_;
   QDateTime dateTime_;
 };
+
+/// 10 to the power of a scale, 0 or more.
+[[nodiscard]] double PowerOfTen(int exponent);
 
 }  // namespace qbx

@@ -2,8 +2,11 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <thread>
 
 namespace qbx::ctl {
 
@@ -114,6 +117,14 @@ void HeadlessUi::ShowStatusBox(const StatusView& view) {
 
 void HeadlessUi::CloseStatusBox() {
   ClearLine();
+}
+
+void HeadlessUi::Wait(int milliseconds) {
+  constexpr int kSlice = 50;  // so that Ctrl+C is heeded soon
+  for (int left = milliseconds; left > 0 && !Interrupted(); left -= kSlice) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(std::min(left, kSlice)));
+    PumpEvents();
+  }
 }
 
 void HeadlessUi::ShowProgress(int done, int total) {

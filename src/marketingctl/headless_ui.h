@@ -35,6 +35,7 @@ class HeadlessUi final : public UserInterface {
   void SetBusy(bool) override {}
   void PumpEvents() override {}
   void Pause(int) override {}
+  void Wait(int milliseconds) override;
   void RequestQuit() override { quitRequested_ = true; }
   [[nodiscard]] bool QuitRequested() const override { return quitRequested_; }
 

@@ -36,7 +36,9 @@ QJsonValue ToJson(const Value& value) {
       return value.ToDouble();
     case ValueType::kDateTime: {
       const QDateTime time = value.ToDateTime();
-      return time.time() == QTime(0, 0) ? time.date().toString(Qt::ISODate) : time.toString(Qt::ISODate);
+      const QString date = time.date().toString(Qt::ISODate);
+      // A wall-clock time has no zone, so none is printed.
+      return time.time() == QTime(0, 0) ? date : date + QLatin1Char('T') + time.time().toString(Qt::ISODate);
     }
     case ValueType::kText:
       break;

@@ -32,7 +32,7 @@ bool IsLoopback(const QString& host) {
 
 class CurlHttpClient::Transfer {
  public:
-  Transfer(std::function<bool()> pump, const HttpLimits& limits);
+  Transfer(std::function<bool()> pump, const HttpLimits& limits, const QString& authorityFile);
 
   [[nodiscard]] HttpReply Get(const QString& url);
 
@@ -50,8 +50,9 @@ class CurlHttpClient::Transfer {
   bool requestSent_ = false;
 };
 
-CurlHttpClient::Transfer::Transfer(std::function<bool()> pump, const HttpLimits& limits)
+CurlHttpClient::Transfer::Transfer(std::function<bool()> pump, const HttpLimits& limits, const QString& authorityFile)
     : pump_(std::move(pump)), limits_(limits) {
+  session_.TrustAlso(authorityFile);
   session_.Set(CURLOPT_PROTOCOLS_STR, "http,https");
   session_.Set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
   session_.Set(CURLOPT_FOLLOWLOCATION, 0L);
@@ -121,8 +122,8 @@ QString CurlHttpClient::Transfer::Text() const {
   return isUtf8 ? QString::fromUtf8(body_) : FromWindows1252(body_);
 }
 
-CurlHttpClient::CurlHttpClient(std::function<bool()> pump, const HttpLimits& limits)
-    : transfer_(std::make_unique<Transfer>(std::move(pump), limits)) {}
+CurlHttpClient::CurlHttpClient(std::function<bool()> pump, const HttpLimits& limits, const QString& authorityFile)
+    : transfer_(std::make_unique<Transfer>(std::move(pump), limits, authorityFile)) {}
 
 CurlHttpClient::~CurlHttpClient() = default;
 

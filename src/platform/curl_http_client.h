@@ -20,7 +20,9 @@ struct HttpLimits {
 class CurlHttpClient final : public HttpClient {
  public:
   /// \param pump    called about every 50 ms during a transfer; returning false ends it. May be empty.
-  explicit CurlHttpClient(std::function<bool()> pump = {}, const HttpLimits& limits = {});
+  /// \param authorityFile  path of a PEM file with more certificate authorities; empty: none
+  explicit CurlHttpClient(std::function<bool()> pump = {}, const HttpLimits& limits = {},
+                          const QString& authorityFile = {});
   ~CurlHttpClient() override;
   CurlHttpClient(const CurlHttpClient&) = delete;
   CurlHttpClient& operator=(const CurlHttpClient&) = delete;

@@ -117,8 +117,7 @@ CurlMailTransport::Connection::Connection(const MailServer& server, const QStrin
   session_.Set(CURLOPT_SERVER_RESPONSE_TIMEOUT, static_cast<long>(limits.replySeconds));
   session_.Set(CURLOPT_TIMEOUT, static_cast<long>(limits.totalSeconds));
   session_.Set(CURLOPT_USE_SSL, static_cast<long>(server.useTls ? CURLUSESSL_ALL : CURLUSESSL_NONE));
-  // The system's authorities stay in force beside this file: libcurl looks them up in their own folder.
-  if (!authorityFile.isEmpty()) session_.Set(CURLOPT_CAINFO, authorityFile.toLocal8Bit().constData());
+  session_.TrustAlso(authorityFile);
   if (!server.userName.isEmpty()) {
     session_.Set(CURLOPT_USERNAME, server.userName.toUtf8().constData());
     session_.Set(CURLOPT_PASSWORD, server.password.toUtf8().constData());

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <algorithm>
 
 namespace qbx {
@@ -42,6 +43,11 @@ int CurlSession::CloseSocket(void* self, curl_socket_t socket) {
 void CurlSession::CutConnections() {
   for (const curl_socket_t socket : sockets_)
     ::shutdown(socket, SHUT_RDWR);
+}
+
+void CurlSession::TrustAlso(const QString& authorityFile) {
+  // The system's authorities stay in force: libcurl looks them up in their own folder.
+  if (!authorityFile.isEmpty()) Set(CURLOPT_CAINFO, QFile::encodeName(authorityFile).constData());
 }
 
 CURLcode CurlSession::Perform(const std::function<bool()>& pump) {

@@ -32,6 +32,10 @@ class CurlSession {
     return value;
   }
 
+  /// Trusts the certificate authorities of a PEM file beside the system's.
+  /// \param authorityFile  empty: none
+  void TrustAlso(const QString& authorityFile);
+
   /// Runs the transfer that the handle is set up for.
   /// \param pump  called about every 50 ms; false ends the transfer
   [[nodiscard]] CURLcode Perform(const std::function<bool()>& pump);

@@ -87,6 +87,11 @@ class UserInterface {
   /// \param milliseconds  at least 0
   virtual void Pause(int milliseconds) = 0;
 
+  /// A wait for something outside the program, such as a service that starts: it takes its time with every interface,
+  /// and pumps events.
+  /// \param milliseconds  at least 0
+  virtual void Wait(int milliseconds) { Pause(milliseconds); }
+
   /// The user chose to end the program. Windows close; a headless run notes it and stops at the next safe point.
   virtual void RequestQuit() = 0;
   [[nodiscard]] virtual bool QuitRequested() const = 0;

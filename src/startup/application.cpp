@@ -42,7 +42,8 @@ SessionFactory Sessions(EmbeddedEngine& engine) {
                              "This build of the program cannot reach the SQL Server %1. "
                              "Leave the server name empty to use the database in the program folder.")
                              .arg(target.server);
-    throw DatabaseError(17, text, {{.number = 17, .sqlState = QStringLiteral("08001"), .description = text}});
+    throw DatabaseError(kUnspecifiedError, text,
+                        {{.number = 17, .sqlState = QStringLiteral("08001"), .description = text}});
   };
 }
 
@@ -75,8 +76,9 @@ Application::Application(const ApplicationSetup& setup)
                       ui.PumpEvents();
                       return true;
                     };
-                    return std::make_unique<CurlHttpClient>(pump, HttpLimits{.connectSeconds = service.connectTimeout,
-                                                                             .totalSeconds = service.httpTimeout});
+                    return std::make_unique<CurlHttpClient>(
+                        pump, HttpLimits{.connectSeconds = service.connectTimeout, .totalSeconds = service.httpTimeout},
+                        service.caFile);
                   })),
       mail(Choose(setup.mail, ownMail_,
                   [this] {

@@ -100,6 +100,11 @@ void HostConnection::GetDatabaseSettings() {
   connected_ = connector.ConnectDatabase(login.server, login.login, parts_.startup.databaseName);
   flags_ = connector.Flags();
   if (!connected_) return;
+  if (!Ready()) {
+    // "master" holds nothing of the host's: every statement would fail, each with a box of its own.
+    parts_.connection.CountAsNeverOpen();
+    return;
+  }
   databaseName_ = parts_.startup.databaseName;
   sysLoadUserInfo(parts_.statements, parts_.diagnostics, parts_.startup.user, parts_.userOptions);
   parts_.options.LoadOptions();

@@ -53,11 +53,14 @@ class HostConnection {
  public:
   explicit HostConnection(const HostConnectionParts& parts) : parts_(parts) {}
 
-  /// Reads the login data, connects, and then reads the user's and the company's options. A failure was shown to the
-  /// user; the program goes on without a connection.
+  /// Reads the login data, connects, and, when the database is there, reads the user's and the company's options. A
+  /// failure was shown to the user; the program goes on without a database, and statements fail softly.
   void GetDatabaseSettings();
 
+  /// Whether the server answered. The connection may be with "master" alone: see `Ready`.
   [[nodiscard]] bool Connected() const { return connected_; }
+  /// Whether the host database itself can be worked with.
+  [[nodiscard]] bool Ready() const { return connected_ && flags_.status == DatabaseStatus::kOnline; }
   [[nodiscard]] const ConnectionFlags& Flags() const { return flags_; }
   /// The configured server, for the about box.
   [[nodiscard]] const QString& Server() const { return server_; }

@@ -28,7 +28,7 @@ CampaignRecord FullRecord() {
       if constexpr (std::is_same_v<Type, int>) value = number;
       if constexpr (std::is_same_v<Type, bool>) value = number % 2 == 0;
       if constexpr (std::is_same_v<Type, QDateTime>)
-        value = QDateTime(QDate(2024, 2, 29), QTime(23, 59, 59)).addYears(number % 9);
+        value = QDateTime(QDate(2024, 2, 29), QTime(23, 59, 59), Qt::UTC).addYears(number % 9);
       if constexpr (std::is_same_v<Type, QString>)
         value = u"O'Brien \"50%\"\r\n\u20AC \U0001F697 {contact}; -- "_qs + QLatin1String(field.name);
     };
@@ -85,7 +85,7 @@ TEST_F(CampaignStorageTest, EveryFieldComesBackAsItWasSavedAndUpdated) {
 
   current.record = CampaignRecord{};
   current.record.ID = saved.ID;
-  current.record.Date2 = QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5));
+  current.record.Date2 = QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5), Qt::UTC);
   const CampaignRecord updated = current.record;
   current.CampaignChanged = true;
   ASSERT_TRUE(storage.UpdateCampaign());

@@ -138,6 +138,17 @@ TEST_F(ConnectTest, ADatabaseThatStaysOfflineIsNotAvailable) {
   EXPECT_EQ(server_.Count(QStringLiteral("open QBX")), 0);
 }
 
+TEST_F(ConnectTest, ADatabaseThatCannotBeOpenedCountsAsNeverConnected) {
+  server_.opens.push_back(std::nullopt);  // master
+  FailToOpen(1, QStringLiteral("damaged"), kStatementFailed);
+  server_.Expect(kStatus, Single(Value(QStringLiteral("SUSPECT"))));
+  EXPECT_FALSE(Connect());
+  EXPECT_EQ(flags_.status, DatabaseStatus::kNotAvailable);
+  EXPECT_EQ(ui_.Messages().size(), 1U) << "what is wrong, and no question";
+  EXPECT_FALSE(statements_.dbExecute(QStringLiteral("SELECT 1")).Ok());
+  EXPECT_EQ(ui_.Messages().size(), 1U) << "later statements fail softly";
+}
+
 TEST_F(ConnectTest, OffersToStartTheServiceOfThisComputer) {
   manager_.states.insert(QStringLiteral("mssql$qbx"), ServiceState::kStopped);
   FailToOpen(2, QStringLiteral("no answer"));
@@ -156,7 +167,7 @@ TEST_F(ConnectTest, OffersToStartTheServiceOfThisComputer) {
   EXPECT_EQ(manager_.requests, (QStringList{QStringLiteral("mssql$qbx:1"), QStringLiteral("mssql$qbx:0")}));
   EXPECT_EQ(ui_.StatusTexts(), QStringList(6, QStringLiteral("Please wait a few seconds while the program attempts to "
                                                              "start the Database Service...")));
-  EXPECT_EQ(ui_.PausedFor(), 3 * (1600 + 1500) + 6 * 160);
+  EXPECT_EQ(ui_.WaitedFor(), 3 * (1600 + 1500));
   EXPECT_EQ(server_.calls,
             (QStringList{QStringLiteral("open master sa/secret 6"), QStringLiteral("open master sa/secret 9")}));
   EXPECT_EQ(LogLines()[1], QLatin1String("Database Connection Attempt 2: no answer"));
@@ -169,7 +180,7 @@ TEST_F(ConnectTest, RefusedRequestsShortenTheWaitsAndOpenPortsStayOpen) {
   ui_.Answer({}, MessageAnswer::kYes);
   EXPECT_FALSE(Connect(QStringLiteral("WORKSHOP-PC\\QBX")));
   EXPECT_TRUE(shell_.commands.isEmpty());
-  EXPECT_EQ(ui_.PausedFor(), 6 * (800 + 160));
+  EXPECT_EQ(ui_.WaitedFor(), 6 * 800);
 }
 
 TEST_F(ConnectTest, DecliningTheStartEndsQuietly) {

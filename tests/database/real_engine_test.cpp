@@ -117,16 +117,15 @@ TEST_F(RealEngineTest, SaysWhatIsWrongWithADatabaseThatCannotBeUsed) {
   const std::array<QString, 3> cases[] = {
       {QStringLiteral("Absent"), QStringLiteral("It may not have been configured or initialised yet"),
        QStringLiteral("the database does not exist")},
-      {QStringLiteral("Broken"), QStringLiteral("It may be in the process of being restored"),
-       QStringLiteral("Broken.db is not a primary database file.")},
-      {QStringLiteral("Empty"), {}, QStringLiteral("Empty.db is not a primary database file.")},
+      {QStringLiteral("Broken"), {}, QStringLiteral("Broken.db is not a primary database file. It is damaged")},
+      {QStringLiteral("Empty"), {}, QStringLiteral("Empty.db is not a primary database file. It is damaged")},
   };
   for (const auto& [database, question, reason] : cases) {
     ui_.Clear();
     if (!question.isEmpty()) ui_.Answer(question, MessageAnswer::kYes);
     EXPECT_EQ(Connect(database), !question.isEmpty());
     EXPECT_TRUE(ui_.MessageTexts().last().contains(reason)) << ui_.MessageTexts().last().toStdString();
-    EXPECT_EQ(flags_.status == DatabaseStatus::kNotAvailable, !question.isEmpty());
+    EXPECT_EQ(garage_.IsOpen(), !question.isEmpty());
   }
   EXPECT_EQ(folder_.Read(QStringLiteral("Broken.db")), QByteArray(5000, 'x'));
   EXPECT_FALSE(QFile::exists(folder_.File(QStringLiteral("Absent.db"))));

@@ -28,7 +28,7 @@ TEST_F(StatementsTest, ThreeLossesOfOneReadAreBridgedSilently) {
   EXPECT_EQ(server_.Count(QStringLiteral("open QBX sa/pw")), 4);
   EXPECT_EQ(server_.Count(QStringLiteral("@TableKey=CONN @Details=Connection Lost - reconnected.")), 3);
   EXPECT_EQ(LogLines(), QStringList(3, QStringLiteral("No DB Connection - reconnecting")));
-  EXPECT_EQ(ui_.PausedFor(), 750);
+  EXPECT_EQ(ui_.WaitedFor(), 750);
   EXPECT_TRUE(ui_.Messages().empty());
   EXPECT_TRUE(ui_.Statuses().empty());
 }
@@ -88,7 +88,7 @@ TEST_F(StatementsTest, WithoutAConnectionEverythingFailsWithoutABox) {
   EXPECT_TRUE(server_.calls.isEmpty());
   EXPECT_TRUE(ui_.Messages().empty());
   EXPECT_TRUE(ui_.Statuses().empty());
-  EXPECT_EQ(ui_.PausedFor(), 0);
+  EXPECT_EQ(ui_.WaitedFor(), 0);
 }
 
 TEST_F(StatementsTest, ACommandGivesItsFirstNumber) {

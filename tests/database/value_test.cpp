@@ -30,7 +30,8 @@ TEST(ValueTest, ConvertsWithoutFailing) {
       {Value(2.5), true, 2, 2.5, "2.5"},
       {Value(3.5), true, 4, 3.5, "3.5"},
       {Value(0.1 + 0.2), true, 0, 0.30000000000000004, "0.30000000000000004"},
-      {Value(1e300), true, std::numeric_limits<qint64>::max(), 1e300, "1e+300"},
+      {Value(1e6), true, 1000000, 1e6, "1000000"},
+      {Value(1e19), true, std::numeric_limits<qint64>::max(), 1e19, "10000000000000000000"},
       {Value::Decimal(125000, 4), true, 12, 12.5, "12.5"},
       {Value::Decimal(-5, 2), true, 0, -0.05, "-0.05"},
       {Value::Decimal(1200, 2), true, 12, 12, "12"},
@@ -38,8 +39,8 @@ TEST(ValueTest, ConvertsWithoutFailing) {
       {Value(QStringLiteral("  -3")), true, -3, -3, "  -3"},
       {Value(QStringLiteral("TRUE")), true, 0, 0, "TRUE"},
       {Value(QStringLiteral("infinity")), false, 0, 0, "infinity"},
-      {Value(QDateTime(QDate(2024, 2, 9), QTime(0, 0))), true, 0, 0, "09/02/2024"},
-      {Value(QDateTime(QDate(2024, 2, 9), QTime(17, 5, 6))), true, 0, 0, "09/02/2024 17:05:06"},
+      {Value(QDateTime(QDate(2024, 2, 9), QTime(0, 0), Qt::UTC)), true, 0, 0, "09/02/2024"},
+      {Value(QDateTime(QDate(2024, 2, 9), QTime(17, 5, 6), Qt::UTC)), true, 0, 0, "09/02/2024 17:05:06"},
   };
   for (const Conversion& test : cases) {
     EXPECT_EQ(test.value.ToBool(), test.asBool) << test.asText;
@@ -51,10 +52,11 @@ TEST(ValueTest, ConvertsWithoutFailing) {
 
 TEST(ValueTest, ReadsDatesFromText) {
   const std::pair<const char*, QDateTime> cases[] = {
-      {"2024-02-29", QDateTime(QDate(2024, 2, 29), QTime(0, 0))},
-      {"29/02/2024", QDateTime(QDate(2024, 2, 29), QTime(0, 0))},
-      {"2024-02-29 23:59:58", QDateTime(QDate(2024, 2, 29), QTime(23, 59, 58))},
-      {"2024-02-29 23:59:58.007", QDateTime(QDate(2024, 2, 29), QTime(23, 59, 58, 7))},
+      {"2024-02-29", QDateTime(QDate(2024, 2, 29), QTime(0, 0), Qt::UTC)},
+      {"29/02/2024", QDateTime(QDate(2024, 2, 29), QTime(0, 0), Qt::UTC)},
+      {"2024-02-29 23:59:58", QDateTime(QDate(2024, 2, 29), QTime(23, 59, 58), Qt::UTC)},
+      {"2024-02-29 23:59:58.007", QDateTime(QDate(2024, 2, 29), QTime(23, 59, 58, 7), Qt::UTC)},
+      {"2026-03-29 02:30:00", QDateTime(QDate(2026, 3, 29), QTime(2, 30), Qt::UTC)},  // left out in much of Europe
       {"2023-02-29", {}},
       {"2024-02-29 25:00:00", {}},
       {"soon", {}},
@@ -68,7 +70,7 @@ TEST(CellTest, GivesDatesOfBothSidesOfTheEpoch) {
   Cell cell;
   cell.type = ValueType::kDateTime;
   cell.integer = -1000;
-  EXPECT_EQ(cell.ToValue().ToDateTime(), QDateTime(QDate(1969, 12, 31), QTime(23, 59, 59)));
+  EXPECT_EQ(cell.ToValue().ToDateTime(), QDateTime(QDate(1969, 12, 31), QTime(23, 59, 59), Qt::UTC));
   cell.integer = 1709251200000;
   EXPECT_EQ(cell.ToValue().ToText(), QStringLiteral("01/03/2024"));
 }

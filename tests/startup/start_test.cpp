@@ -21,7 +21,7 @@ TEST_F(StartTest, RunsOnADatabase) {
   PutMachine({}, QStringLiteral("LogfileName"), folder.File(QStringLiteral("other.log")));
   ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
   const Application& app = *application;
-  EXPECT_TRUE(app.hostConnection.Connected());
+  EXPECT_TRUE(app.hostConnection.Ready());
   EXPECT_TRUE(ui.Messages().empty()) << ui.MessageTexts().join(u'|').toStdString();
   EXPECT_THAT(steps, ElementsAre(QStringLiteral("splash"), QStringLiteral("open"), QStringLiteral("close")));
   EXPECT_EQ(ui.ApplicationTitle(), QStringLiteral("QBX Marketing & Reporting Module"));
@@ -77,6 +77,8 @@ TEST_F(StartTest, GoesOnWithoutADatabase) {
   ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
   EXPECT_THAT(steps, ElementsAre(QStringLiteral("splash"), QStringLiteral("open"), QStringLiteral("close")));
   EXPECT_EQ(application->hostConnection.Flags().status, DatabaseStatus::kDeclined);
+  EXPECT_FALSE(application->hostConnection.Ready());
+  EXPECT_EQ(ui.Messages().size(), 1U) << "the question alone: nothing is read from a server without the database";
   EXPECT_FALSE(QFile::exists(folder.File(kDatabase + QStringLiteral(".db"))));
 }
 
@@ -88,6 +90,11 @@ TEST_F(StartTest, GoesOnWhenTheServerCannotBeReached) {
   EXPECT_EQ(ui.Messages().front().icon, MessageIcon::kStop);
   EXPECT_THAT(ui.Messages().front().text.toStdString(), HasSubstr("FARAWAY"));
   EXPECT_EQ(application->options.DatabaseVersion, 0);
+
+  ui.Clear();
+  PutMachine(QStringLiteral("\\Login"), QStringLiteral("Server"), QStringLiteral("workshop-pc"));
+  ui.Answer(QStringLiteral("try and start the Database Service"), MessageAnswer::kNo);
+  EXPECT_EQ(Launch(kUser), StartOutcome::kRunning);
 }
 
 TEST_F(StartTest, ADamagedIniFileMeansDefaults) {

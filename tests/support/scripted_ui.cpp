@@ -43,6 +43,7 @@ void ScriptedUi::Clear() {
   statuses_.clear();
   pumps_ = 0;
   pausedFor_ = 0;
+  waitedFor_ = 0;
 }
 
 MessageAnswer ScriptedUi::ShowMessage(const Message& message) {
@@ -89,6 +90,11 @@ void ScriptedUi::PumpEvents() {
 
 void ScriptedUi::Pause(int milliseconds) {
   pausedFor_ += milliseconds;
+  if (pump_) pump_();
+}
+
+void ScriptedUi::Wait(int milliseconds) {
+  waitedFor_ += milliseconds;
   if (pump_) pump_();
 }
 

@@ -37,7 +37,7 @@ class ScriptedUi final : public UserInterface {
   /// Asked for every message box before the queue, boxes with one button included; what it leaves open goes to the
   /// queue. A place to look at the state behind the box as well.
   void OnMessage(MessageRule rule) { rule_ = std::move(rule); }
-  /// Called by every PumpEvents and Pause: what the user does meanwhile.
+  /// Called by every PumpEvents, Pause and Wait: what the user does meanwhile.
   void OnPump(std::function<void()> action) { pump_ = std::move(action); }
   /// Called after every change of the status box.
   void OnStatus(std::function<void(const StatusView&)> action) { status_ = std::move(action); }
@@ -55,6 +55,8 @@ class ScriptedUi final : public UserInterface {
   [[nodiscard]] int PumpCount() const { return pumps_; }
   /// Sum of all pauses in milliseconds.
   [[nodiscard]] qint64 PausedFor() const { return pausedFor_; }
+  /// Sum of all waits in milliseconds; none is slept.
+  [[nodiscard]] qint64 WaitedFor() const { return waitedFor_; }
   /// Forgets what was shown; queued answers stay.
   void Clear();
 
@@ -68,6 +70,7 @@ class ScriptedUi final : public UserInterface {
   void SetBusy(bool busy) override { busy_ = busy; }
   void PumpEvents() override;
   void Pause(int milliseconds) override;
+  void Wait(int milliseconds) override;
   void RequestQuit() override { quitRequested_ = true; }
   [[nodiscard]] bool QuitRequested() const override { return quitRequested_; }
 
@@ -96,6 +99,7 @@ class ScriptedUi final : public UserInterface {
   bool quitRequested_ = false;
   int pumps_ = 0;
   qint64 pausedFor_ = 0;
+  qint64 waitedFor_ = 0;
 };
 
 }  // namespace qbx::test

@@ -43,8 +43,7 @@ QString ExistingFile(const DatabaseFiles& files, const QString& name) {
     throw ServerError(
         4060, QStringLiteral("Cannot open database \"%1\" requested by the login. The login failed.").arg(name));
   }
-  if (QFileInfo(file).size() == 0)
-    throw ServerError(5171, QStringLiteral("%1 is not a primary database file.").arg(file));
+  if (QFileInfo(file).size() == 0) throw ServerError(5171, NoDatabaseText(file));
   return file;
 }
 

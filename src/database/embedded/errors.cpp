@@ -185,7 +185,7 @@ std::optional<DatabaseError> FileError(int primary, const FailureContext& contex
                          "'%2' is damaged.")
               .arg(context.database, context.file));
     case SQLITE_NOTADB:
-      return ServerError(kNoDatabaseFile, QStringLiteral("%1 is not a primary database file.").arg(context.file));
+      return ServerError(kNoDatabaseFile, NoDatabaseText(context.file));
     case SQLITE_READONLY:
     case SQLITE_PERM:
       return ServerError(
@@ -199,6 +199,10 @@ std::optional<DatabaseError> FileError(int primary, const FailureContext& contex
 }
 
 }  // namespace
+
+QString NoDatabaseText(const QString& file) {
+  return QStringLiteral("%1 is not a primary database file. It is damaged, or no database at all.").arg(file);
+}
 
 DatabaseError ServerError(int number, const QString& description, const QString& sqlState) {
   std::vector<ProviderError> errors{

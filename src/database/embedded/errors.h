@@ -25,11 +25,15 @@ struct FailureContext {
 /// followed by the notice that the statement has been terminated.
 [[nodiscard]] DatabaseError ServerError(int number, const QString& description, const QString& sqlState = {});
 
+/// The words for a file that SQLite cannot read as a database.
+[[nodiscard]] QString NoDatabaseText(const QString& file);
+
 /// The connection is lost.
 [[nodiscard]] DatabaseError LostConnectionError();
 
 /// The last failure of a SQLite connection as the server's error. Violated foreign keys need their names: see
-/// foreign_keys.h. \param code  the extended result code
+/// foreign_keys.h.
+/// \param code  the extended result code
 [[nodiscard]] DatabaseError ErrorFromSqlite(sqlite3* database, int code, const FailureContext& context);
 
 }  // namespace qbx

@@ -9,13 +9,6 @@
 namespace qbx {
 namespace {
 
-double PowerOfTen(int exponent) {
-  double power = 1;
-  for (int i = 0; i < exponent; ++i)
-    power *= 10;
-  return power;
-}
-
 /// Reads a number of exactly `count` digits.
 bool Digits(std::string_view text, std::size_t at, std::size_t count, int& number) {
   if (text.size() < at + count) return false;
