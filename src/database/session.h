@@ -23,10 +23,11 @@ struct Column {
 /// One cell as a driver hands it over, valid until the row source moves.
 struct Cell {
   ValueType type = ValueType::kNull;
-  qint64 integer = 0;      ///< kBool, kInt; kDecimal: unscaled; kDateTime: milliseconds since 1970-01-01 00:00 as local wall-clock time
-  double real = 0;         ///< kDouble
-  std::string_view utf8;   ///< kText
-  quint8 scale = 0;        ///< kDecimal
+  qint64 integer =
+      0;  ///< kBool, kInt; kDecimal: unscaled; kDateTime: milliseconds since 1970-01-01 00:00 as local wall-clock time
+  double real = 0;        ///< kDouble
+  std::string_view utf8;  ///< kText
+  quint8 scale = 0;       ///< kDecimal
 
   [[nodiscard]] Value ToValue() const;
 };
@@ -79,8 +80,8 @@ class Session {
 
   /// Row-wise changes, as a client-side recordset makes them.
   virtual void DeleteRow(const QString& table, const QString& keyColumn, const Value& key) = 0;
-  virtual void UpdateRow(const QString& table, const QString& keyColumn, const Value& key, std::span<const QString> columns,
-                         std::span<const Value> values) = 0;
+  virtual void UpdateRow(const QString& table, const QString& keyColumn, const Value& key,
+                         std::span<const QString> columns, std::span<const Value> values) = 0;
   virtual void InsertRow(const QString& table, std::span<const QString> columns, std::span<const Value> values) = 0;
 
   /// \param seconds  time limit of each later call; 0: none
