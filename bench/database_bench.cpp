@@ -5,8 +5,6 @@
 #include <sqlite3.h>
 
 #include <QTemporaryDir>
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -17,28 +15,17 @@
 #include "database/embedded/functions.h"
 #include "database/recordset.h"
 #include "platform/clock.h"
+#include "support/rounds.h"
 
 namespace {
+
+using qbx::bench::Fail;
+using qbx::bench::Median;
+using qbx::bench::Milliseconds;
 
 constexpr int kRows = 100'000;
 constexpr int kColumns = 30;
 constexpr int kCalls = 20'000;
-
-double Milliseconds(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
-[[noreturn]] void Fail(const char* what) {
-  std::fprintf(stderr, "%s\n", what);
-  std::exit(1);
-}
 
 sqlite3* OpenPlain(const QString& path, const qbx::Clock& clock) {
   sqlite3* database = nullptr;

@@ -8,9 +8,7 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QStringList>
-#include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <random>
@@ -18,24 +16,19 @@
 
 #include "merge/compiled_template.h"
 #include "merge/merge_fields.h"
+#include "support/rounds.h"
 
 namespace {
 
 using qbx::CompiledTemplate;
 using qbx::MergeValues;
+using qbx::bench::Median;
 
 constexpr size_t kCustomers = 1000;
 const QDate kToday(2024, 2, 1);
 
 double Seconds(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
+  return qbx::bench::Milliseconds(work) / 1000;
 }
 
 /// 900 characters with eight fields, as a reminder letter has them.

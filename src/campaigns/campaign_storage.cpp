@@ -129,13 +129,16 @@ bool CampaignStorage::LoadCampaign(int campaignId) {
   return found;
 }
 
-bool CampaignStorage::CopyCampaign(int campaignId, const QString& newName) {
-  return Call("CopyCampaign", "proc_copy_Marketing_Campaign", [&](Command& command) {
+int CampaignStorage::CopyCampaign(int campaignId, const QString& newName) {
+  int copy = 0;
+  Call("CopyCampaign", "proc_copy_Marketing_Campaign", [&](Command& command) {
     command.SetParameter(u"@CampaignID"_qs, campaignId);
     command.SetParameter(u"@Campaign_Name"_qs, newName);
     SetUser(command);
-    command.Execute();
+    const Recordset row = Recordset::ReadAll(command.Open());
+    if (!row.Eof()) copy = ToLong(row.Field(0));
   });
+  return copy;
 }
 
 bool CampaignStorage::DeleteCampaign(int campaignId) {

@@ -44,7 +44,8 @@ class CampaignStorage {
   bool LoadCampaign(int campaignId);
 
   /// \param newName  see `CampaignCopyName`
-  bool CopyCampaign(int campaignId, const QString& newName);
+  /// \return the number of the copy, 0 on failure
+  int CopyCampaign(int campaignId, const QString& newName);
   bool DeleteCampaign(int campaignId);
 
  private:

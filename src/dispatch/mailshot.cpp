@@ -16,6 +16,17 @@ QString InDoubtLine(int rows) {
                                      "arrived; tick and untick it to have it sent again.");
 }
 
+QString ClosingLine(MailshotEnd end) {
+  switch (end) {
+    case MailshotEnd::kPaused:
+      return QStringLiteral("Processing has been paused");
+    case MailshotEnd::kFailed:
+      return QStringLiteral("Processing was broken off");
+    default:
+      return QStringLiteral("Processing Finished");
+  }
+}
+
 /// From here to its end failures of the transports are shown once, and the mail connection is kept.
 class KeptConnections {
  public:
@@ -106,8 +117,7 @@ void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templ
     summary.end = MailshotEnd::kFailed;
   }
   if (summary.inDoubt > 0) services_.resultsLog.LogProcessResult(InDoubtLine(summary.inDoubt));
-  services_.resultsLog.LogProcessResult(services_.state.StopSending ? QStringLiteral("Processing has been paused")
-                                                                    : QStringLiteral("Processing Finished"));
+  services_.resultsLog.LogProcessResult(ClosingLine(summary.end));
 }
 
 void Mailshot::ReportBreakdown(const DatabaseError& error) {

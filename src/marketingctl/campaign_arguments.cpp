@@ -5,6 +5,7 @@
 #include "marketingctl/text_argument.h"
 #include "queries/query_catalogue.h"
 #include "util/text.h"
+#include "util/windows1252.h"
 
 namespace qbx::ctl {
 
@@ -34,7 +35,7 @@ void ApplyTextFilter(const char* flag, const std::string& argument, bool& use, i
   const int position = static_cast<int>(QStringList{QStringLiteral("is"), QStringLiteral("is-not")}.indexOf(word));
   if (position < 0 || rest.isEmpty()) Wrong(flag, QStringLiteral("is:TEXT, is-not:TEXT or none"));
   when = position;
-  value = rest;
+  value = TextArgument(rest.toStdString());
 }
 
 void ApplyNumberFilter(const char* flag, const std::string& argument, const QStringList& words, bool& use, int& when,
@@ -80,7 +81,7 @@ QString Letter(const std::string& path) {
     Wrong("--letter", QStringLiteral("the file cannot be read: ") + file.errorString());
   const QByteArray bytes = file.readAll();
   if (!bytes.trimmed().startsWith("{\\rtf")) Wrong("--letter", QStringLiteral("the file is not rich text (RTF)"));
-  return QString::fromUtf8(bytes);
+  return FromFileBytes(bytes);
 }
 
 void ApplyFilters(const CampaignArguments& arguments, CampaignRecord& record) {
@@ -147,7 +148,7 @@ void ApplyCampaignArguments(const CampaignArguments& arguments, const EditionFla
   if (arguments.to) record.Date2 = Date("--to", *arguments.to);
   if (arguments.records) record.Records = *arguments.records;
   if (arguments.start) record.RecordsStart = *arguments.start;
-  if (arguments.makes) record.Makes = QString::fromStdString(*arguments.makes);
+  if (arguments.makes) record.Makes = TextArgument(*arguments.makes);
   if (arguments.reminder) record.ReminderID = *arguments.reminder - 1;
   ApplyFilters(arguments, record);
   ApplyTemplates(arguments, record);

@@ -71,22 +71,12 @@ int Set(Program& program, int id, const CampaignArguments& arguments) {
                                                       : static_cast<int>(kRefused);
 }
 
-/// The highest number in the list: what a copy was given.
-int NewestCampaign(Program& program) {
-  int newest = 0;
-  if (const auto rows = LoadCampaigns(program.app.statements)) {
-    for (const CampaignListRow& row : *rows)
-      newest = std::max(newest, row.ID);
-  }
-  return newest;
-}
-
 int Copy(Program& program, int id, const QString& name) {
   const QString copyName = CampaignCopyName(name);
   if (!CampaignNameIsValid(copyName)) return Refuse(QStringLiteral("Campaign Name is not valid."));
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
-  if (!program.app.campaignStorage.CopyCampaign(id, copyName)) return kRefused;
-  return PrintId(program, NewestCampaign(program));
+  const int newId = program.app.campaignStorage.CopyCampaign(id, copyName);
+  return newId > 0 ? PrintId(program, newId) : static_cast<int>(kRefused);
 }
 
 int Rename(Program& program, int id, const QString& name) {

@@ -67,22 +67,34 @@ int Get(Program& program, const std::string& name) {
   return kDone;
 }
 
-/// The value as an SQL literal, nothing when it does not fit the key's type.
-std::optional<QString> SqlLiteral(const OptionKey& key, const QString& text) {
-  if (key.type == OptionType::kText) return SqlQuoted(text);
+/// The value as the key's type wants it, nothing when it does not fit.
+std::optional<Value> TypedValue(const OptionKey& key, const QString& text) {
+  if (key.type == OptionType::kText) return Value(text);
   if (key.type == OptionType::kBoolean) {
     static const QStringList kTrue = {QStringLiteral("true"), QStringLiteral("on"), QStringLiteral("yes"),
                                       QStringLiteral("1")};
     static const QStringList kFalse = {QStringLiteral("false"), QStringLiteral("off"), QStringLiteral("no"),
                                        QStringLiteral("0")};
-    if (kTrue.contains(text.toLower())) return QStringLiteral("1");
-    if (kFalse.contains(text.toLower())) return QStringLiteral("0");
+    if (kTrue.contains(text.toLower())) return Value(true);
+    if (kFalse.contains(text.toLower())) return Value(false);
     return std::nullopt;
   }
   bool isNumber = false;
   const int number = text.toInt(&isNumber);
   const bool fits = key.type == OptionType::kInteger32 || (number >= -32768 && number <= 32767);
-  return isNumber && fits ? std::optional(QString::number(number)) : std::nullopt;
+  return isNumber && fits ? std::optional(Value(number)) : std::nullopt;
+}
+
+/// Writes one field of the company's row. The value never stands in the text of a statement, which may end up in a log.
+int Store(Application& app, const OptionKey& key, const Value& value) {
+  const QString column = QLatin1String(key.name);
+  try {
+    app.connection.Driver().UpdateRow(QStringLiteral("_Options"), QStringLiteral("Options_Company"),
+                                      CompanyOf(app, key), {&column, 1}, {&value, 1});
+    return kDone;
+  } catch (const DatabaseError& error) {
+    return Refuse(QStringLiteral("The option was not stored: ") + error.Description());
+  }
 }
 
 int Set(Program& program, const OptionsArguments& arguments) {
@@ -95,19 +107,14 @@ int Set(Program& program, const OptionsArguments& arguments) {
     return kUsage;
   }
   const QString value = TextArgument(arguments.value);
-  const std::optional<QString> literal = SqlLiteral(*key, value);
-  if (!literal) {
+  const std::optional<Value> typed = TypedValue(*key, value);
+  if (!typed) {
     Refuse(QStringLiteral("\"") + value + QStringLiteral("\" does not fit ") + QLatin1String(key->name) +
            (key->type == OptionType::kBoolean ? QStringLiteral(", which is on or off.")
                                               : QStringLiteral(", which is a number.")));
     return kUsage;
   }
-  const bool done =
-      program.app.statements
-          .dbExecute(QStringLiteral("UPDATE _Options SET [") + QLatin1String(key->name) + QStringLiteral("] = ") +
-                     *literal + QStringLiteral(" WHERE Options_Company = ") + SqlQuoted(CompanyOf(program.app, *key)))
-          .Ok();
-  if (!done) return kRefused;
+  if (const int code = Store(program.app, *key, *typed); code != kDone) return code;
   if (program.json)
     PrintJson(QJsonObject{{QLatin1String(key->name), key->IsSecret() ? QLatin1String(kMasked) : value}});
   return kDone;

@@ -24,9 +24,9 @@ struct QueryArguments {
 bool ApplyUnstored(const QueryArguments& arguments, CampaignDesk& desk) {
   if (arguments.model) {
     desk.state.filters.chkFilter[kFilterModel] = true;
-    desk.state.filters.txtModel = QString::fromStdString(*arguments.model);
+    desk.state.filters.txtModel = TextArgument(*arguments.model);
   }
-  if (arguments.campaignType) desk.state.options.cmbType = QString::fromStdString(*arguments.campaignType);
+  if (arguments.campaignType) desk.state.options.cmbType = TextArgument(*arguments.campaignType);
   if (!arguments.includeOptedOut) return true;
   desk.selection.IncludeOptedOutClick(true);
   return desk.state.filters.chkIncludeOptedOut;
@@ -35,6 +35,7 @@ bool ApplyUnstored(const QueryArguments& arguments, CampaignDesk& desk) {
 /// Both steps, as "Next >" twice. The notices of the second are shown.
 /// \return how many were done
 int RunSteps(Program& program) {
+  program.desk.state.bStepComplete = {true, false, false, program.desk.state.bStepComplete[3]};
   for (const int step : {0, 1}) {
     const StepResult result = program.desk.steps.NextStep(step);
     if (result.notice) program.ui.ShowMessage(*result.notice);
@@ -68,14 +69,23 @@ void PrintCounts(Program& program, int campaignId) {
   }
 }
 
+/// Stores which steps are complete and nothing else: what another desk saved while the query ran stays.
+bool StoreCompletion(Application& app, const WizardState& state) {
+  CampaignRecord& record = app.campaign.record;
+  if (!app.campaignStorage.LoadCampaign(record.ID)) return false;
+  record.Step1 = state.bStepComplete[1];
+  record.Step2 = state.bStepComplete[2];
+  return app.campaignStorage.UpdateCampaign();
+}
+
 int QueryStored(Program& program, const QueryArguments& arguments) {
   Application& app = program.app;
   if (!app.campaignStorage.LoadCampaign(*arguments.id)) return kRefused;
   program.desk.settings.SetupCampaignData();
   if (!ApplyUnstored(arguments, program.desk)) return kRefused;
-  if (const int done = RunSteps(program); done < 2) return RefuseUnfinished(done);
-  CopyToRecord(program.desk.state, app.campaign.record);
-  if (!app.campaignStorage.UpdateCampaign()) return kRefused;
+  const int done = RunSteps(program);
+  if (done > 0 && !StoreCompletion(app, program.desk.state)) return kRefused;
+  if (done < 2) return RefuseUnfinished(done);
   PrintCounts(program, app.campaign.record.ID);
   return kDone;
 }
@@ -126,6 +136,10 @@ void AddQueryCommand(Runner& runner) {
   CLI::Option* id =
       command.add_option("ID", arguments->id, "A saved campaign; without it the flags below make a temporary one");
   DeclareCampaignArguments(command, arguments->settings);
+  for (CLI::Option* flag : command.get_options()) {
+    // A saved campaign runs with its own settings; "campaigns set" changes them.
+    if (flag != id && flag != command.get_help_ptr()) flag->excludes(id);
+  }
   CLI::Option* query = command.get_option("--query");
   command.add_option("--model", arguments->model, "Model filter: vehicles whose model contains this text (not stored)");
   command.add_flag("--include-opted-out", arguments->includeOptedOut, "Include customers who opted out (not stored)");
@@ -136,7 +150,6 @@ void AddQueryCommand(Runner& runner) {
   command.add_option("--save", arguments->save, "Keep the temporary campaign and its rows under this name")
       ->needs(query)
       ->excludes(id);
-  query->excludes(id);
   command.footer(
       "Examples: marketingctl --folder garage --user Pat query 12\n"
       "          marketingctl --folder garage --user Pat query --query \"Top Customers\" --records 25 --json");

@@ -4,6 +4,8 @@
 #include <QFile>
 #include <cstdio>
 
+#include "util/windows1252.h"
+
 namespace qbx::ctl {
 
 namespace {
@@ -11,7 +13,7 @@ namespace {
 QString Decode(QByteArray bytes) {
   if (bytes.endsWith('\n')) bytes.chop(1);
   if (bytes.endsWith('\r')) bytes.chop(1);
-  return QString::fromUtf8(bytes);
+  return FromFileBytes(bytes);
 }
 
 }  // namespace

@@ -51,4 +51,8 @@ QString FromWindows1252(const QByteArray& bytes) {
   return text;
 }
 
+QString FromFileBytes(const QByteArray& bytes) {
+  return bytes.isValidUtf8() ? QString::fromUtf8(bytes) : FromWindows1252(bytes);
+}
+
 }  // namespace qbx

@@ -14,4 +14,7 @@ namespace qbx {
 /// back from it.
 [[nodiscard]] QString FromWindows1252(const QByteArray& bytes);
 
+/// Text of a file that people write with whatever editor they have: UTF-8 where the bytes are that, otherwise Windows-1252.
+[[nodiscard]] QString FromFileBytes(const QByteArray& bytes);
+
 }  // namespace qbx

@@ -105,7 +105,7 @@ TEST_F(CampaignStorageTest, DetailsCopiesAndDeletionsLeaveTheCurrentRecordAlone)
   const CampaignRecord before = current.record;
 
   EXPECT_TRUE(storage.UpdateCampaignDetails(before.ID, u"Renamed"_qs, u"What for"_qs));
-  EXPECT_TRUE(storage.CopyCampaign(before.ID, u"Copy"_qs));
+  EXPECT_GT(storage.CopyCampaign(before.ID, u"Copy"_qs), before.ID);
   EXPECT_TRUE(storage.DeleteCampaign(before.ID));
   EXPECT_EQ(current.record, before);
   EXPECT_THAT(host.Rows(u"SELECT Campaign_Name, Campaign_Description, SMS, Created_By FROM Marketing_Campaigns"_qs),
@@ -160,7 +160,7 @@ TEST_F(CampaignStorageTest, AFailureIsReportedUnderTheRoutinesNameAndKeepsWhatWa
   EXPECT_FALSE(storage.SaveCampaign());
   EXPECT_FALSE(storage.UpdateCampaign());
   EXPECT_FALSE(storage.UpdateCampaignDetails(1, u"a"_qs, u"b"_qs));
-  EXPECT_FALSE(storage.CopyCampaign(1, u"a"_qs));
+  EXPECT_EQ(storage.CopyCampaign(1, u"a"_qs), 0);
   EXPECT_FALSE(storage.DeleteCampaign(1));
   host.Run(u"DROP TABLE Marketing_Campaigns"_qs);
   EXPECT_FALSE(storage.LoadCampaign(1));

@@ -191,15 +191,21 @@ TEST_F(EmailSenderTest, TakesAnUncleanEndForAFailureOfASingleMessageOnly) {
   EXPECT_EQ(desk.host.folder.Read("MARKETING.LOG").count(QByteArray("SendEmail: ") + kUncleanEnd), 2);
 }
 
-TEST_F(EmailSenderTest, KeepsTheConnectionAndAsksOnceInARun) {
+TEST_F(EmailSenderTest, KeepsTheConnectionAndAsksOnceForEachKindOfFailureInARun) {
+  const auto failQuietly = [this](const char* to) {
+    EXPECT_FALSE(desk.email.SendEmailMessage(to, "Hello", "Dear all").sent);
+  };
   desk.email.BeginRun();
   Send("a@x.test");
   Send("b@x.test");
   EXPECT_EQ(Mails(sandbox).front()["connection"], Mails(sandbox).back()["connection"]);
+  failQuietly("a@x.test\n");  // the row's own fault
   Fail("refused@x.test");
-  EXPECT_FALSE(desk.email.SendEmailMessage("refused@x.test", "Hello", "Dear all").sent);
+  failQuietly("refused@x.test");
+  Fail("drop@x.test");
+  failQuietly("drop@x.test");
   desk.email.EndRun();
-  EXPECT_EQ(desk.host.folder.Read("MARKETING.LOG").count("SendEmail Failed: "), 2);
+  EXPECT_EQ(desk.host.folder.Read("MARKETING.LOG").count("SendEmail Failed: "), 5);
 }
 
 TEST_F(EmailSenderTest, CutsWhatTheHistoryCannotHold) {

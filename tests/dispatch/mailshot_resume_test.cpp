@@ -1,5 +1,6 @@
 // Starting a mailshot again: after a pause, after texts were skipped, with rows in doubt, beside another run.
 
+#include "dispatch/replace_guard.h"
 #include "mailshot_fixture.h"
 
 namespace qbx::test {
@@ -109,9 +110,10 @@ TEST_F(MailshotClaimTest, RefusesASecondRunWhileTheFirstLives) {
   };
   const Case cases[] = {
       {"WORKSHOP-PC", 99, 5, 500, true},  // this computer: the process counts, not the time
-      {"workshop-pc", 99, 5, 0, true},   {"WORKSHOP-PC", 99, 6, 0, false},  // the number was given out again
-      {"WORKSHOP-PC", 98, 5, 0, false},                                     // gone
-      {"OFFICE-PC", 1, 1, 14, true},     {"OFFICE-PC", 1, 1, 15, false},
+      {"workshop-pc", 99, 5, 0, true},       {"WORKSHOP-PC", 99, 6, 0, false},  // the number was given out again
+      {"WORKSHOP-PC", 4711, 1000, 0, false},                                    // this process could not give it back
+      {"WORKSHOP-PC", 98, 5, 0, false},                                         // gone
+      {"OFFICE-PC", 1, 1, 14, true},         {"OFFICE-PC", 1, 1, 15, false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.computer);
@@ -130,7 +132,22 @@ TEST_F(MailshotClaimTest, RefusesASecondRunWhileTheFirstLives) {
     }
     EXPECT_EQ(desk.host.Ask("SELECT count(*) FROM Campaign_Claims").ToInt(), c.lives ? 1 : 0);
   }
-  EXPECT_EQ(Texts(sandbox).size(), 3U);
+  EXPECT_EQ(Texts(sandbox).size(), 4U);
+}
+
+TEST_F(MailshotClaimTest, GuardsTheRowsFromBeingReplaced) {
+  desk.AddRow(101, "07700900101", "");
+  ReplaceGuard guard(desk.host.connection, computer, desk.host.diagnostics);
+  EXPECT_FALSE(guard.Look(kCampaign).refusal);
+  EXPECT_FALSE(guard.Look(kCampaign).messagesOnRecord);
+  Claim("OFFICE-PC", 1, 1, 0);
+  EXPECT_TRUE(guard.Look(kCampaign).refusal.value().text.startsWith("This campaign is already being sent by ANNE"));
+  EXPECT_FALSE(guard.Look(kCampaign + 1).refusal);
+  Claim("OFFICE-PC", 1, 1, 20);
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
+  EXPECT_TRUE(guard.Look(kCampaign).messagesOnRecord);
+  desk.host.Run("DROP TABLE Send_Journal");
+  EXPECT_TRUE(guard.Look(kCampaign).refusal);
 }
 
 TEST_F(MailshotClaimTest, HoldsTheCampaignWhileItRunsAndSaysThatItLives) {

@@ -135,7 +135,10 @@ TEST_F(MailshotTest, IsRefusedByItsChecks) {
   desk.templates.sms = "Hello";
   desk.options.Reminder_From_Email = " ";
   EXPECT_EQ(desk.Send().end, MailshotEnd::kRefused);
-  EXPECT_EQ(Told().size(), 3);
+  desk.options.Reminder_From_Email = "office@hill.test";
+  desk.options.ReadFailed = true;  // nobody knows who consented
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kRefused);
+  EXPECT_EQ(Told().size(), 4);
   EXPECT_THAT(Reached(sandbox), IsEmpty());
   EXPECT_EQ(desk.host.Ask("SELECT count(*) FROM Campaign_Claims").ToInt(), 0);
 }
@@ -194,19 +197,25 @@ TEST_F(MailshotTest, SendsTheEMailsThatAreLeftWithoutCredits) {
   EXPECT_EQ(desk.Processed().size(), 5);
 }
 
-TEST_F(MailshotTest, LeavesRowsAloneThatAreDeletedOrProcessedMeanwhile) {
+TEST_F(MailshotTest, LeavesAloneWhatIsWithdrawnMeanwhile) {
   const qint64 first = desk.AddRow(101, "07700900101", "a@x.test");
   desk.AddRow(102, "07700900102", "b@x.test");
   const qint64 third = desk.AddRow(103, "07700900103", "c@x.test");
+  desk.AddRow(104, "07700900104", "d@x.test");
   AtPoint observer(MailshotPoint::kRowFinished, [&](qint64 record) {
     if (record != first) return;
     desk.host.Run("DELETE FROM [Campaign Results] WHERE Customer = 102");
     ToggleProcessed(third);
+    desk.host.Run("UPDATE [Campaign Results] SET Send_SMS = 0 WHERE Customer = 104");
   });
   const MailshotSummary summary = desk.MakeMailshot(observer).Send(kCampaign, desk.templates);
   EXPECT_EQ(summary.end, MailshotEnd::kFinished);
   EXPECT_EQ(summary.smsSent + summary.smsFailed + summary.inDoubt, 1);
-  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test"));
+  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test", "d@x.test"));
+  EXPECT_EQ(desk.LogTexts().filter("Not sent to: 10").size(), 3);
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);  // what is left of the last row is done already
+  EXPECT_EQ(Reached(sandbox).size(), 3);
+  EXPECT_THAT(desk.Processed(), ElementsAre("101", "103", "104"));
 }
 
 TEST_F(MailshotTest, GoesOnWhenRecordsCannotBeWritten) {

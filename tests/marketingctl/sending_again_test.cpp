@@ -186,6 +186,8 @@ TEST_P(MarketingCtlKilled, TellsNobodyTwice) {
   EXPECT_EQ(last.code, inDoubt > 0 ? 3 : 0) << last.err.constData();
   EXPECT_EQ(Number(last.Object(), "left"), inDoubt);
   EXPECT_LE(inDoubt, kKills);
+  RecordProperty("kills", kills);
+  RecordProperty("in_doubt", inDoubt);
   EXPECT_EQ(static_cast<int>(CustomersInDoubt(ready.garage, ready.id).size()), inDoubt);
   ExpectNobodyToldTwice(ready.sandbox, ready.garage, ready.id);
 }
