@@ -40,7 +40,8 @@ class CampaignStorage {
 
   /// Reads a stored campaign into the record, after an event "Load Campaign: " with the ID. NULL reads as 0, false, ""
   /// or an invalid date; a number that does not fit in 32 bits as the nearest that does. A campaign that does not exist
-  /// is told to the user. `CampaignChanged` stays. \return true when the record holds the campaign
+  /// is told to the user. `CampaignChanged` stays.
+  /// \return true when the record holds the campaign
   bool LoadCampaign(int campaignId);
 
   /// \param newName  see `CampaignCopyName`

@@ -43,7 +43,8 @@ class Connection {
 
   /// \throws DatabaseError
   void Open(const QString& connectionString, const Login& login);
-  /// Opens again with the last string and login. \throws DatabaseError
+  /// Opens again with the last string and login.
+  /// \throws DatabaseError
   void Reopen();
   void Close();
   /// For a connection that did not lead to the host database: statements fail softly until it is opened again.
@@ -57,7 +58,8 @@ class Connection {
   void SetCommandTimeout(int seconds);
   void SetConnectionTimeout(int seconds) { connectionTimeout_ = seconds; }
 
-  /// The open session. \throws DatabaseError with kUnspecifiedError when the connection is closed
+  /// The open session.
+  /// \throws DatabaseError with kUnspecifiedError when the connection is closed
   [[nodiscard]] Session& Driver();
 
   /// The provider errors of the last failure, for the interpretation.

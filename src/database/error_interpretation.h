@@ -22,7 +22,9 @@ class ErrorInterpretation {
   /// \param connection  whose error list is read; none: nothing is shown or logged
   /// \param routine     the statement routine that failed, and
   /// \param sql         its statement: neither is shown or logged, since a statement can hold what a customer said in
-  /// confidence \param pending     the error that sent the caller here \return the message as built
+  ///                    confidence
+  /// \param pending     the error that sent the caller here
+  /// \return the message as built
   QString ReportDatabaseError(const Connection* connection, const QString& routine, const QString& sql,
                               const DatabaseError& pending);
 

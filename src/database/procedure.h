@@ -26,7 +26,8 @@ class Procedure {
 
   /// Calls it and discards any rows. What is not named is not sent: the procedure's default holds.
   void Execute(Arguments arguments);
-  /// Calls it and discards its rows. \return whether there was one
+  /// Calls it and discards its rows.
+  /// \return whether there was one
   [[nodiscard]] bool Finds(Arguments arguments);
   /// Calls it and returns its rows.
   [[nodiscard]] Recordset Open(Arguments arguments);

@@ -14,8 +14,8 @@ class StatusBox {
   explicit StatusBox(UserInterface& ui) : ui_(ui) {}
 
   /// Shows a text, or closes the box when the text is empty. "..." is added unless the text ends in "." or the style is
-  /// not 0. Sets the hourglass while shown, lets events run and waits 160 ms for the eye. \param style  12: blue on
-  /// white; anything else: the normal colours
+  /// not 0. Sets the hourglass while shown, lets events run and waits 160 ms for the eye.
+  /// \param style  12: blue on white; anything else: the normal colours
   void ShowStatus(const QString& text, bool showCancel = false, int style = 0);
   void Close() { ShowStatus({}); }
   [[nodiscard]] bool Visible() const { return visible_; }

@@ -11,8 +11,8 @@ namespace qbx {
 inline constexpr int kShortestMobile = 9;
 
 /// Reduces a typed number to what the gateway takes: no blanks, no letters, nothing from the first ";", "," or "/" on,
-/// nor from a "(" behind the fifth character ("07700 900123 (work)"). \return nothing when fewer than six characters
-/// remain
+/// nor from a "(" behind the fifth character ("07700 900123 (work)").
+/// \return nothing when fewer than six characters remain
 [[nodiscard]] std::optional<QString> CleanMobileNumber(const QString& typed);
 
 }  // namespace qbx

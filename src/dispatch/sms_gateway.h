@@ -44,7 +44,9 @@ class SmsGateway {
 
   /// Sends one text. A refusal is written to the event log and the results log. A failure of the transport is shown
   /// through the common error report; inside a run only the first one is, those that follow go to the log and the
-  /// results log. \param customer  the customer's account reference, for the logs \param mobile    cleaned number
+  /// results log.
+  /// \param customer  the customer's account reference, for the logs
+  /// \param mobile    cleaned number
   /// \param message   as merged, at most 918 characters
   [[nodiscard]] SmsResult SendSMS(const QString& customer, const QString& mobile, const QString& message);
 
@@ -52,7 +54,8 @@ class SmsGateway {
   void RecordSMS(const QString& customer, const QString& mobile, const QString& message, int status, int messageId);
 
   /// The test send: same request with the values given; a refusal is shown in a message box, nothing is recorded, the
-  /// balance is left alone. \param message  cut to 918 characters
+  /// balance is left alone.
+  /// \param message  cut to 918 characters
   [[nodiscard]] bool SendTestSMS(const QString& sender, const QString& clientId, const QString& password,
                                  const QString& mobile, const QString& message);
 

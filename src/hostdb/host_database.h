@@ -26,9 +26,10 @@ using HostDatabaseProblem = std::optional<QString>;
 
 /// Makes a host database: every table, every procedure, an options row for company "A" and nothing else. The file is
 /// built under a temporary name beside `path` and renamed when it is complete, so `path` never holds half a database
-/// and a failure leaves what was there. \param path  the file, by custom `<program folder>/<database name>.db`; its
-/// folder must exist \param fill  called with the open database inside one transaction, to put content into it; \return
-/// false with the reason to give up
+/// and a failure leaves what was there.
+/// \param path  the file, by custom `<program folder>/<database name>.db`; its folder must exist
+/// \param fill  called with the open database inside one transaction, to put content into it; a
+///              problem that it returns gives all of it up
 [[nodiscard]] HostDatabaseProblem CreateHostDatabase(const QString& path, ExistingFile existing,
                                                      const std::function<HostDatabaseProblem(sqlite3*)>& fill = {});
 

@@ -21,7 +21,8 @@ struct SampleInvoice {
 };
 
 /// Six years of documents, oldest first. A lapsed customer was invoiced more than two years ago and not since (some
-/// came back within the last five months, which does not count as seen again). \param invoices  cleared first
+/// came back within the last five months, which does not count as seen again).
+/// \param invoices  cleared first
 void MakeInvoices(RandomSource& random, CustomerHabit habit, std::vector<SampleInvoice>& invoices);
 
 }  // namespace qbx

@@ -29,8 +29,8 @@ struct SamplePerson {
 };
 
 /// An ordinary customer. Mobile numbers lie between 07700 900000 and 07700 900899, telephone numbers in 01632 960, mail
-/// addresses in the example domains: none of them can belong to anybody. \param customer  the key; makes mail addresses
-/// unique
+/// addresses in the example domains: none of them can belong to anybody.
+/// \param customer  the key; makes mail addresses unique
 [[nodiscard]] SamplePerson MakePerson(RandomSource& random, int customer);
 
 /// How many ways of being awkward there are; the first kFailingKinds of them are recipients whom the sandbox refuses.

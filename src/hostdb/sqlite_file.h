@@ -25,7 +25,8 @@ class SqliteFailure : public std::runtime_error {
 /// index has to be built with the order it will be read in.
 class SqliteFile {
  public:
-  /// Opens a file, making it when it is not there. \throws SqliteFailure
+  /// Opens a file, making it when it is not there.
+  /// \throws SqliteFailure
   explicit SqliteFile(const QString& path);
   ~SqliteFile();
   SqliteFile(const SqliteFile&) = delete;
@@ -38,7 +39,8 @@ class SqliteFile {
   sqlite3* database_ = nullptr;
 };
 
-/// Runs statements that return nothing of interest. \throws SqliteFailure
+/// Runs statements that return nothing of interest.
+/// \throws SqliteFailure
 void ExecuteSql(sqlite3* database, const char* sql);
 
 /// A prepared statement that is bound from the left and run over and over.
@@ -57,9 +59,12 @@ class SqliteStatement {
   SqliteStatement& Add(std::string_view utf8);  ///< is copied
   SqliteStatement& AddNull();
 
-  /// Runs it to its end and makes it ready for the next values. \throws SqliteFailure
+  /// Runs it to its end and makes it ready for the next values.
+  /// \throws SqliteFailure
   void Run();
-  /// Steps to a row. \return false at the end, ready for the next values. \throws SqliteFailure
+  /// Steps to a row.
+  /// \return false at the end, ready for the next values.
+  /// \throws SqliteFailure
   bool Step();
   [[nodiscard]] qint64 IntegerAt(int column) const;
 

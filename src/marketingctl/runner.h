@@ -49,7 +49,8 @@ class Runner {
   /// A command that does not start the program at all.
   void AddBareCommand(CLI::App& command, std::function<int()> action);
 
-  /// Parses and runs. \return the exit code
+  /// Parses and runs.
+  /// \return the exit code
   [[nodiscard]] int Run(int argc, char** argv);
 
  private:
@@ -61,7 +62,8 @@ class Runner {
   std::function<int()> chosen_;
 };
 
-/// A refusal on stderr. \return kRefused
+/// A refusal on stderr.
+/// \return kRefused
 int Refuse(const QString& reason);
 
 }  // namespace qbx::ctl

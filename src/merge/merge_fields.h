@@ -23,8 +23,9 @@ struct MergeValues {
 /// Replaces the fields "{contact}", "{make}", "{model}", "{regno}", "{duedate}", "{title}", "{firstname}",
 /// "{lastname}", "{duetime}" and "{currentdate}" of a template, in this order, whatever their letter case. In rich text
 /// (a template that holds "{\rtf") the field is written "\{contact\}". Values go in unchanged, and a later field that a
-/// value holds is merged in its turn. Anything else in braces stays as it is. \param today  what "{currentdate}" shows,
-/// as "dd/mm/yyyy" \return the merged text
+/// value holds is merged in its turn. Anything else in braces stays as it is.
+/// \param today  what "{currentdate}" shows, as "dd/mm/yyyy"
+/// \return the merged text
 [[nodiscard]] QString MergeFields(const QString& text, const QString& title, const QString& firstname,
                                   const QString& lastname, const QString& contact, const QString& make,
                                   const QString& model, const QString& regno, const QString& duedate,

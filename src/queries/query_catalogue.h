@@ -62,8 +62,10 @@ struct QueryNode {
 [[nodiscard]] QStringList CampaignTypes();
 
 /// The text of `txtMakes` after a click in `lstMakes`: the selected items in list order, then the typed entries that
-/// are no items, separated by ", ". The first 50 typed entries are kept, any more are dropped. \param current   the
-/// text before the click \param items     every item of the list \param selected  the selected ones, in list order
+/// are no items, separated by ", ". The first 50 typed entries are kept, any more are dropped.
+/// \param current   the text before the click
+/// \param items     every item of the list
+/// \param selected  the selected ones, in list order
 [[nodiscard]] QString RebuildMakesText(const QString& current, const QStringList& items, const QStringList& selected);
 
 }  // namespace qbx

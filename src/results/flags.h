@@ -16,8 +16,9 @@ class ResultFlags {
   ResultFlags(Statements& statements, ResultsView& view, Diagnostics diagnostics);
 
   /// A left click on a cell. "Send_SMS", "Send_Email" and "Send_Letter" are flipped at once, "Processed" after the user
-  /// agreed once (Question::kChangeProcessedFlags); any other column does nothing. \param column    data field of the
-  /// column, without regard to case \param recordId  key of the row
+  /// agreed once (Question::kChangeProcessedFlags); any other column does nothing.
+  /// \param column    data field of the column, without regard to case
+  /// \param recordId  key of the row
   void ClickCell(const QString& column, qint64 recordId);
 
   /// Flips a 0/1 column of a row and reads the results again. Nothing happens for a key that is not above 0.

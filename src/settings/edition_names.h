@@ -26,7 +26,8 @@ struct EditionNames {
 void WorkOutEditionNames(StartupValues& startup);
 
 /// Finds the edition by the host product's program files, looked for without regard to case. A file that cannot be
-/// looked for is missing. \param programFolder  with or without a separator at the end
+/// looked for is missing.
+/// \param programFolder  with or without a separator at the end
 [[nodiscard]] EditionFlags DetectEdition(const QString& programFolder);
 
 /// "DA" turns vehicle-sales on, "HO" truck, "MX" boat; any other code changes nothing. Trimmed, without regard to case.

@@ -37,7 +37,8 @@ class HostCipher {
   [[nodiscard]] QString Reveal(const QString& stored, const QString& what);
 
   /// Makes a key file that only its owner may read. An existing one is left alone, since what it enciphered would be
-  /// lost. \return empty, or what went wrong
+  /// lost.
+  /// \return empty, or what went wrong
   [[nodiscard]] static QString CreateKeyFile(const QString& path);
 
  private:

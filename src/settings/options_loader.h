@@ -23,9 +23,9 @@ class OptionsLoader {
   /// of company "A" and of `startup.companyCode`, and works out the edition names again.
   ///
   /// Also writes: `context.DatabaseVersion`, `startup.edition` (the "vrm" marker), the command time-out of the shared
-  /// connection, and "Customer" of the INI file. \return false when a read failed: the user was told, reading stopped
-  /// there, what was read before stays. While the program was never
-  ///         connected nothing is shown.
+  /// connection, and "Customer" of the INI file.
+  /// \return false when a read failed: the user was told, reading stopped there, what was read before stays. While the
+  ///         program was never connected nothing is shown.
   bool LoadOptions();
 
  private:

@@ -82,7 +82,8 @@ class CRegistry {
 
  private:
   [[nodiscard]] bool GetKeyInfo();
-  /// Makes one key below its parent. Like the next two: \return what went wrong, empty when it worked
+  /// Makes one key below its parent.
+  /// \return like the next two, what went wrong, empty when it worked
   [[nodiscard]] QString CreateEx(const QString& path);
   [[nodiscard]] QString OpenKey();
   [[nodiscard]] QString DeleteKeyAdv(const QString& path);

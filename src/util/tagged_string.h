@@ -16,8 +16,9 @@ struct TaggedObject {
 /// Reads the value of a key: the text behind "KEY:" up to the next "," or the end. A value cannot hold ",".
 ///
 /// The key is found as a plain substring without regard to case and the first occurrence wins, so "MSG" is also found
-/// at the tail of "AMSG:". Keys of one text should therefore not end alike. \param key  with or without its ":" \return
-/// the value, empty when the key is missing
+/// at the tail of "AMSG:". Keys of one text should therefore not end alike.
+/// \param key  with or without its ":"
+/// \return the value, empty when the key is missing
 [[nodiscard]] QString strGetTag(const QString& tagged, const QString& key);
 
 /// The tagged text with the value of a key replaced, or with the pair added at its end. The key is written in the case

@@ -13,8 +13,8 @@ namespace qbx {
 [[nodiscard]] QString SqlQuoted(const QString& text);
 
 /// The number at the start of the text, blanks in front of it passed over: sign, digits, "." and an exponent. Never
-/// depends on the locale. \return 0 when there is no number; a number beyond the range of a double gives the largest
-/// one of its sign
+/// depends on the locale.
+/// \return 0 when there is no number; a number beyond the range of a double gives the largest one of its sign
 [[nodiscard]] double LeadingNumber(const QString& text);
 
 /// The same as a whole number; a fraction rounds half to even, a number beyond 64 bits gives the nearest one that fits.

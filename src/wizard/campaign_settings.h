@@ -21,8 +21,8 @@ void CopyToRecord(const WizardState& state, CampaignRecord& record);
 
 /// Copies the record into the wizard's plain values (completion flags, dates later than 1995, option and filter values,
 /// templates). What is not stored (opted-out customers, model filter, campaign type, the two date texts) is cleared, so
-/// that no campaign inherits another's. A list position that its list does not have becomes -1. \return the conditions
-/// of filters (their numbers) that were out of range
+/// that no campaign inherits another's. A list position that its list does not have becomes -1.
+/// \return the conditions of filters (their numbers) that were out of range
 std::vector<int> CopyFromRecord(const CampaignRecord& record, WizardState& state);
 
 /// The caption of the main window: `base`, and " - [" name "]" for a campaign with a name.
@@ -45,11 +45,13 @@ class CampaignSettings {
   bool SaveCampaignSettings(const std::function<void()>& save);
 
   /// \param load  opens the campaign manager (or loads without one) and returns the ID of the campaign loaded into the
-  /// record, below 1: none \return true when a campaign was loaded; the wizard shows it then
+  ///              record, below 1: none
+  /// \return true when a campaign was loaded; the wizard shows it then
   bool LoadCampaignSettings(const std::function<int()>& load);
 
   /// The user wants to leave: asks when there are unsaved changes, and then removes the rows of a campaign that was
-  /// never saved. \return true when the program may close
+  /// never saved.
+  /// \return true when the program may close
   [[nodiscard]] bool CloseRequest();
 
  private:

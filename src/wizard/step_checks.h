@@ -19,8 +19,9 @@ inline constexpr int kTabCount = 5;
 [[nodiscard]] QString TabCaption(int tab);
 
 /// The checks of step 1, in their order: the first that fails gives its message. "Top" and "Bottom" fill empty dates,
-/// and a date check that passes sets the two date texts, whether or not a later check fails. \param query          the
-/// campaign's query number \param usingPlatform  the marketing platform is in use: a campaign type is needed
+/// and a date check that passes sets the two date texts, whether or not a later check fails.
+/// \param query          the campaign's query number
+/// \param usingPlatform  the marketing platform is in use: a campaign type is needed
 [[nodiscard]] std::optional<Message> CheckStepOne(int query, QueryOptions& options, bool usingPlatform,
                                                   const QDate& today);
 

@@ -40,15 +40,16 @@ class EmbeddedEngine {
   EmbeddedEngine& operator=(const EmbeddedEngine&) = delete;
 
   /// Opens a session. The login is checked only when the database has a table `_Logins(Login, Password)`; on "master"
-  /// those of all databases of the folder count. \throws DatabaseError with provider error 4060 (no such database),
-  /// 18456 (login failed), 942 (offline), 5171 (the file is no database)
+  /// those of all databases of the folder count.
+  /// \throws DatabaseError with provider error 4060 (no such database), 18456 (login failed), 942 (offline), 5171 (the
+  ///         file is no database)
   [[nodiscard]] std::unique_ptr<Session> Connect(const ConnectionTarget& target, const Login& login,
                                                  int connectionTimeoutSeconds);
   /// `Connect` as a Connection takes it; the engine must outlive it.
   [[nodiscard]] SessionFactory Factory();
 
-  /// Brings a database online or takes it offline. Sessions that are open stay open. \throws DatabaseError (5011) when
-  /// it does not exist
+  /// Brings a database online or takes it offline. Sessions that are open stay open.
+  /// \throws DatabaseError (5011) when it does not exist
   void SetDatabaseStatus(const QString& database, const QString& status) const;
 
   /// Ends every open session as a restarted server would: its next call fails with kUnspecifiedError. For tests.

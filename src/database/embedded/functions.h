@@ -15,7 +15,8 @@ namespace qbx {
 /// regard to case, 0: none;
 /// - `Lower(text)`, `Upper(text)` for all of Unicode;
 /// - `RaiseError(number, message)`: makes the statement fail as that error of the server (the text of SQLite's error is
-/// "#number#message"). \param clock  must outlive the connection
+/// "#number#message").
+/// \param clock  must outlive the connection
 void RegisterFunctions(sqlite3* database, const Clock& clock);
 
 }  // namespace qbx

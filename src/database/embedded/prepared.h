@@ -25,7 +25,8 @@ struct ColumnReading {
 /// One prepared statement with what is known of its result.
 class PreparedStatement {
  public:
-  /// Prepares the first statement of `sql`. \throws DatabaseError
+  /// Prepares the first statement of `sql`.
+  /// \throws DatabaseError
   PreparedStatement(std::shared_ptr<SqliteDatabase> database, std::string_view sql);
   ~PreparedStatement();
   PreparedStatement(const PreparedStatement&) = delete;
@@ -76,7 +77,8 @@ class StatementLease {
   void BindText(int index, std::string_view utf8);  ///< copied
   void Bind(int index, const Value& value);
 
-  /// \return true at a row, false at the end. \throws DatabaseError, a violated foreign key with its names
+  /// \return true at a row, false at the end.
+  /// \throws DatabaseError, a violated foreign key with its names
   bool Step();
   /// Steps to the end, discarding rows.
   void Finish() {

@@ -13,7 +13,8 @@ namespace qbx {
 /// Steps a statement as rows are asked for.
 class SqliteRows final : public RowSource {
  public:
-  /// \param stepped  whether the statement was stepped once already, \param atRow  and stands on a row then
+  /// \param stepped  whether the statement was stepped once already
+  /// \param atRow    and stands on a row then
   SqliteRows(StatementLease lease, bool stepped, bool atRow);
 
   [[nodiscard]] const std::vector<Column>& Columns() const override { return lease_->Columns(); }
@@ -43,7 +44,8 @@ class ReadRows final : public RowSource {
 };
 
 /// "yyyy-mm-dd" with or without " hh:mm:ss[.zzz]" (a "T" between them is accepted) as milliseconds since 1970-01-01 of
-/// the wall clock. \return false when it is no such date
+/// the wall clock.
+/// \return false when it is no such date
 [[nodiscard]] bool ParseDateTime(std::string_view text, qint64& milliseconds);
 
 }  // namespace qbx

@@ -28,8 +28,8 @@ class SqliteDatabase {
   [[nodiscard]] const QString& Name() const { return name_; }
   [[nodiscard]] const QString& File() const { return file_; }
 
-  /// Begins a call: the time starts, an interruption that came too late is forgotten. \throws DatabaseError when the
-  /// connection is lost
+  /// Begins a call: the time starts, an interruption that came too late is forgotten.
+  /// \throws DatabaseError when the connection is lost
   void BeginCall();
   /// Gives the running call its full time again, as the reader of a result goes on to its next row.
   void RenewTime() { deadline_ = 0; }
@@ -44,7 +44,8 @@ class SqliteDatabase {
   /// While set, nothing is interrupted: for rolling back.
   void Shield(bool on) { shielded_ = on; }
 
-  /// Runs a statement without result. \throws DatabaseError
+  /// Runs a statement without result.
+  /// \throws DatabaseError
   void Run(const char* sql);
 
   /// \throws DatabaseError for the last failure

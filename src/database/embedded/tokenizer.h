@@ -22,7 +22,8 @@ struct Token {
   TokenKind kind = TokenKind::kSymbol;
   std::string_view text;  ///< as written, quotes included
 
-  /// Whether it is this keyword, without regard to case. \param upper  in upper case
+  /// Whether it is this keyword, without regard to case.
+  /// \param upper  in upper case
   [[nodiscard]] bool IsWord(std::string_view upper) const;
   [[nodiscard]] bool IsSymbol(std::string_view symbol) const { return kind == TokenKind::kSymbol && text == symbol; }
   /// What a quoted name or text literal stands for, quotes removed and doubled ones made single; any other token as

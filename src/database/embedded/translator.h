@@ -45,13 +45,16 @@ struct SqlStatement {
   std::vector<Token> literals;  ///< texts and numbers, as written
 };
 /// Brackets, "dbo.", table hints, TOP, IsNull, N'text' and + between texts are translated, everything else is passed
-/// on. \throws DatabaseError (102, 105, 137)
+/// on.
+/// \throws DatabaseError (102, 105, 137)
 [[nodiscard]] SqlStatement TranslateSql(Tokens statement);
 
-/// The value of a literal. \param negative  a minus stood in front
+/// The value of a literal.
+/// \param negative  a minus stood in front
 [[nodiscard]] Value LiteralValue(const Token& literal, bool negative = false);
 
-/// Fails as the server does at this token. \throws DatabaseError (102)
+/// Fails as the server does at this token.
+/// \throws DatabaseError (102)
 [[noreturn]] void ThrowSyntaxError(std::string_view near);
 
 }  // namespace qbx
