@@ -136,10 +136,6 @@ void AddQueryCommand(Runner& runner) {
   CLI::Option* id =
       command.add_option("ID", arguments->id, "A saved campaign; without it the flags below make a temporary one");
   DeclareCampaignArguments(command, arguments->settings);
-  for (CLI::Option* flag : command.get_options()) {
-    // A saved campaign runs with its own settings; "campaigns set" changes them.
-    if (flag != id && flag != command.get_help_ptr()) flag->excludes(id);
-  }
   CLI::Option* query = command.get_option("--query");
   command.add_option("--model", arguments->model, "Model filter: vehicles whose model contains this text (not stored)");
   command.add_flag("--include-opted-out", arguments->includeOptedOut, "Include customers who opted out (not stored)");

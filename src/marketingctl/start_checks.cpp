@@ -15,14 +15,10 @@ std::optional<QString> IniProblem(const QString& path) {
          QStringLiteral(" is damaged: it is not text. It was left as it is; repair or remove it, then try again.");
 }
 
-bool OnDatabase(const Application& app) {
-  return app.hostConnection.Connected() && app.hostConnection.Flags().status == DatabaseStatus::kOnline;
-}
-
 std::optional<QString> StartProblem(const Application& app, const HeadlessUi& ui) {
   if (!app.hostConnection.Connected())
     return QStringLiteral("There is no connection to the database, so nothing was done.");
-  if (!OnDatabase(app)) {
+  if (!app.hostConnection.Ready()) {
     return QStringLiteral(
                "The database \"%1\" of %2 is not available, so nothing was done. \"status\" shows what the program "
                "connects to, "

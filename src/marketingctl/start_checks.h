@@ -13,9 +13,6 @@ namespace qbx::ctl {
 /// \return what is wrong with an INI file that exists; a missing one is fine
 [[nodiscard]] std::optional<QString> IniProblem(const QString& path);
 
-/// Whether the program is on the database that was asked for.
-[[nodiscard]] bool OnDatabase(const Application& app);
-
 /// A person sees a warning at the start and decides; unattended, nothing is done on settings that were read in part, since consent is one of
 /// them.
 /// \return why the command must not run, nothing when it may

@@ -20,7 +20,7 @@ QString EditionText(const EditionFlags& edition) {
 
 int Status(Program& program) {
   const Application& app = program.app;
-  const bool connected = OnDatabase(app);
+  const bool connected = app.hostConnection.Ready();
   const QString server = app.hostConnection.Server();
   const QList<QPair<QString, QJsonValue>> facts = {
       {QStringLiteral("title"), app.startup.title},

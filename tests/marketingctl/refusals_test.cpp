@@ -154,7 +154,7 @@ TEST(MarketingCtlRefuses, ToWorkOnWhatIsDamagedAndLeavesItAsItIs) {
   const Damage damages[] = {
       {"ini", "QBX.INI", noise, nullptr, "QBX.INI is damaged"},
       {"registry", "registry/machine.reg", noise, nullptr, "machine.reg"},
-      {"database of noise", "QBXKorvelManager.db", noise, nullptr, "is not available"},
+      {"database of noise", "QBXKorvelManager.db", noise, nullptr, "It is damaged"},
       {"empty database file", "QBXKorvelManager.db", QByteArray(), nullptr, "not a primary database file"},
       {"no options row", nullptr, {}, "DELETE FROM _Options", "Error reading all settings data"},
       {"no options procedure", nullptr, {}, "DROP TABLE _Options", "did not start well"},
