@@ -163,6 +163,7 @@ class Bench {
 }  // namespace
 
 int main(int argc, char** argv) {
+  StayOnOneProcessor();
   SettleTimeZone();
   QCoreApplication application(argc, argv);
   if (argc < 2) Fail("usage: mailshot_bench email|text [ROWS [ROUNDS]]");
