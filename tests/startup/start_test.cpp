@@ -99,7 +99,7 @@ TEST_F(StartTest, GoesOnWhenTheServerCannotBeReached) {
 
 TEST_F(StartTest, ADamagedIniFileMeansDefaults) {
   MakeDatabase(kDatabase);
-  const QByteArray damaged("[App\0\xff\xfe]]\nName", 16);
+  const QByteArray damaged("[App\0\xff\xfe]]\nName", 14);
   folder.Write(QStringLiteral("QBX.INI"), damaged);
   ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
   EXPECT_TRUE(application->hostConnection.Connected());
