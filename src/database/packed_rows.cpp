@@ -17,7 +17,7 @@ constexpr std::size_t kLengthBytes = sizeof(quint32);
 
 // A type byte holds the type in its lower and the scale of a decimal in its upper half.
 quint8 TypeByte(const Cell& cell) {
-  return static_cast<quint8>(static_cast<unsigned>(cell.type) | (cell.scale << 4U));
+  return static_cast<quint8>(static_cast<unsigned>(cell.type) | (static_cast<unsigned>(cell.scale) << 4U));
 }
 
 std::size_t RowsOfBlock(std::size_t block) {

@@ -30,7 +30,7 @@ bool CampaignClaim::Alive(const Recordset& claim) const {
     return process != host_.ProcessId() && start != 0 && start == claim.Field(QStringLiteral("ProcessStart")).ToInt();
   }
   const QDateTime seen = claim.Field(QStringLiteral("LastSeen")).ToDateTime();
-  return seen.isValid() && seen.secsTo(Value::WallClock(clock_.Now())) < kSilence * 60;
+  return seen.isValid() && seen.secsTo(Value::WallClock(clock_.Now())) < qint64{kSilence} * 60;
 }
 
 std::optional<ClaimHolder> CampaignClaim::HeldBy(int campaignId) {

@@ -13,7 +13,16 @@ namespace qbx::ctl {
 
 namespace {
 
+/// For scripts: the host's own columns, dates in ISO 8601.
+int ListForScripts(Program& program) {
+  Recordset rows;
+  if (program.app.statements.dbOpenRec(rows, QStringLiteral("proc_sel_Marketing_Campaigns"))) return kRefused;
+  PrintJson(RowsToJson(rows));
+  return kDone;
+}
+
 int List(Program& program) {
+  if (program.json) return ListForScripts(program);
   const auto rows = LoadCampaigns(program.app.statements);
   if (!rows) return kRefused;
   QJsonArray array;
@@ -25,13 +34,9 @@ int List(Program& program) {
                              {QStringLiteral("Campaign_Description"), row.Campaign_Description},
                              {QStringLiteral("Created_By"), row.Created_By}});
   }
-  if (program.json) {
-    PrintJson(array);
-  } else {
-    PrintTable(array,
-               {QStringLiteral("ID"), QStringLiteral("Campaign_Name"), QStringLiteral("Last_Run"),
-                QStringLiteral("Created_Date"), QStringLiteral("Created_By"), QStringLiteral("Campaign_Description")});
-  }
+  PrintTable(array,
+             {QStringLiteral("ID"), QStringLiteral("Campaign_Name"), QStringLiteral("Last_Run"),
+              QStringLiteral("Created_Date"), QStringLiteral("Created_By"), QStringLiteral("Campaign_Description")});
   return kDone;
 }
 

@@ -38,7 +38,7 @@ DatabaseError LoginFailed(const QString& user) {
 }
 
 QString ExistingFile(const DatabaseFiles& files, const QString& name) {
-  const QString file = files.FileOf(name);
+  QString file = files.FileOf(name);
   if (file.isEmpty()) {
     throw ServerError(
         4060, QStringLiteral("Cannot open database \"%1\" requested by the login. The login failed.").arg(name));

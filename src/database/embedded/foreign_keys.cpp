@@ -105,7 +105,7 @@ std::optional<Violation> Rehearse(PreparedStatement& statement) {
 }  // namespace
 
 DatabaseError ForeignKeyError(PreparedStatement& statement) {
-  const DatabaseError unnamed =
+  DatabaseError unnamed =
       statement.Database().Error(SQLITE_CONSTRAINT_FOREIGNKEY, QString::fromStdString(statement.Sql()));
   const std::optional<Violation> violation = Rehearse(statement);
   if (!violation) return unnamed;

@@ -57,7 +57,7 @@ class HeaderReader {
     ++at_;
   }
   QString Name() {
-    const QString name = QString::fromStdString(Current().Content());
+    QString name = QString::fromStdString(Current().Content());
     ++at_;
     return name;
   }

@@ -26,7 +26,7 @@ qint64 DaysFromCivil(int year, int month, int day) {
   const int era = y / 400;
   const int yearOfEra = y - era * 400;
   const int dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-  return qint64{era} * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
+  return qint64{era} * 146097 + qint64{yearOfEra} * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
 }
 
 bool ParseTime(std::string_view text, qint64& milliseconds) {

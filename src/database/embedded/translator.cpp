@@ -103,9 +103,8 @@ class SqlWriter {
       ReadTop();
     } else if (IsAnyWord(token, {"WHERE", "SET", "VALUES"})) {
       level.bind = mayBind_;
-    } else if (IsAnyWord(token, {"ORDER", "GROUP", "FROM", "LIMIT", "RETURNING"})) {
-      level.bind = false;
-    } else if (token.IsWord("AS") && level.cast) {
+    } else if (IsAnyWord(token, {"ORDER", "GROUP", "FROM", "LIMIT", "RETURNING"}) ||
+               (token.IsWord("AS") && level.cast)) {
       level.bind = false;
     } else if (IsAnyWord(token, {"UNION", "EXCEPT", "INTERSECT"}) && !level.top.empty()) {
       ThrowSyntaxError(token.text);
