@@ -158,8 +158,11 @@ int Send(Program& program, const SendArguments& arguments) {
   program.desk.resultsLog.SetSink({});
   const RowsLeft rows = CountLeft(app, record.ID);
   program.ui.EndProgress();
-  Print(program, summary, rows, arguments.dryRun);
-  return ExitCodeOf(summary, rows, program.ui);
+  const int code = ExitCodeOf(summary, rows, program.ui);
+  // A person is not shown the summary of a run that did not take place; a script always finds the same keys.
+  const bool refused = code == kRefused && summary.end != MailshotEnd::kFailed;
+  if (program.json || !refused) Print(program, summary, rows, arguments.dryRun);
+  return code;
 }
 
 }  // namespace
