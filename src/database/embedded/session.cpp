@@ -88,9 +88,13 @@ auto EmbeddedSession::Guarded(Work&& work) {
                          "log file. Roll back the transaction."));
     }
     return work();
-  } catch (const DatabaseError&) {
-    if (database_->Lost() && sqlite3_get_autocommit(database_->Handle()) == 0) {
+  } catch (const DatabaseError& error) {
+    // SQLite rolls back an interrupted write by itself, but not a call that was stopped before or between its statements.
+    const bool takesTransaction = database_->Lost() || error.Number() == kCommandCancelled;
+    if (takesTransaction && sqlite3_get_autocommit(database_->Handle()) == 0) {
+      database_->Shield(true);
       sqlite3_exec(database_->Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+      database_->Shield(false);
     }
     doomed_ = depth_ > 0 && sqlite3_get_autocommit(database_->Handle()) != 0;
     throw;
