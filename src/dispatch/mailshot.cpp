@@ -130,7 +130,7 @@ Mailshot::Credits Mailshot::CheckCredits(int campaignId, const MailshotTemplates
     services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), credits.error);
     return Credits::kStop;
   }
-  if (credits.balance <= -999) {
+  if (credits.balance <= kUnreadableBalance) {
     Tell(CreditsUnknownMessage(services_.service.supportTelephone));
     return Credits::kStop;
   }

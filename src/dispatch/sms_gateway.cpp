@@ -9,7 +9,6 @@ namespace qbx {
 
 namespace {
 
-constexpr double kUnreadableBalance = -999;
 constexpr int kSmsTable = 7;
 constexpr int kSendLocation = 5210;
 

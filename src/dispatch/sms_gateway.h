@@ -15,6 +15,9 @@
 
 namespace qbx {
 
+/// The balance of a credit query whose answer could not be read.
+inline constexpr double kUnreadableBalance = -999;
+
 /// What came of one text.
 struct SmsResult {
   bool accepted = false;
@@ -36,7 +39,7 @@ class SmsGateway {
   [[nodiscard]] QString SMSGatewayURL() const;
 
   struct Credits {
-    double balance = 0;  ///< 0 when the account was refused, -999 when the answer could not be read
+    double balance = 0;  ///< 0 when the account was refused, kUnreadableBalance when the answer could not be read
     QString error;       ///< not empty: no answer at all
   };
   /// Asks for the account's balance, which is kept in the dispatch state when the gateway knows the account.
