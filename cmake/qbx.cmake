@@ -35,6 +35,24 @@ function(qbx_library name)
   endif()
 endfunction()
 
+# The same for windows, which share the widget headers as well.
+add_library(qbx_widgets_pch STATIC ${CMAKE_BINARY_DIR}/pch/pch.cpp)
+target_link_libraries(qbx_widgets_pch PUBLIC qbx_options Qt6::Core Qt6::Gui Qt6::Widgets)
+target_precompile_headers(qbx_widgets_pch PRIVATE <QDateTime> <QHash> <QString> <QStringList> <QVariant> <QtWidgets> <functional> <memory>
+                          <optional> <vector>)
+
+# qbx_ui_library(<folder>) makes the library qbx_<folder>_ui from every .cpp beside the caller, the ui/ folder of <folder>. A Designer file
+# frmX.ui is turned into "ui_frmX.h". No class declares signals or slots of its own, so there is no moc step.
+function(qbx_ui_library name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  add_library(qbx_${name}_ui STATIC ${sources})
+  set_target_properties(qbx_${name}_ui PROPERTIES AUTOUIC ON AUTOUIC_SEARCH_PATHS ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(qbx_${name}_ui PUBLIC qbx_options Qt6::Core Qt6::Gui Qt6::Widgets)
+  if(QBX_PCH)
+    target_precompile_headers(qbx_${name}_ui REUSE_FROM qbx_widgets_pch)
+  endif()
+endfunction()
+
 # qbx_links(<folder> PUBLIC ... PRIVATE ...) is target_link_libraries that also takes an interface library.
 function(qbx_links name)
   cmake_parse_arguments(arg "" "" "PUBLIC;PRIVATE" ${ARGN})

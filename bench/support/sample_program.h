@@ -7,7 +7,7 @@
 
 #include "silent_ui.h"
 #include "startup/application.h"
-#include "startup/campaign_desk.h"
+#include "wizard/campaign_desk.h"
 
 namespace qbx::bench {
 

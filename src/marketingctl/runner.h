@@ -9,7 +9,7 @@
 #include "marketingctl/exit_codes.h"
 #include "marketingctl/headless_ui.h"
 #include "startup/application.h"
-#include "startup/campaign_desk.h"
+#include "wizard/campaign_desk.h"
 
 namespace qbx::ctl {
 

@@ -89,7 +89,7 @@ Application::Application(const ApplicationSetup& setup)
                   })),
       registry({registryStore, diagnostics, registryFailures}, startup),
       engine(startup.ProgramFolder, clock, RefreshProcedures),
-      connection(Sessions(engine)),
+      connection(setup.wrapSessions ? setup.wrapSessions(Sessions(engine)) : Sessions(engine)),
       events(connection, eventContext, log),
       interpretation(eventContext, events, lastError, diagnostics),
       statements(connection, interpretation, events, lastError, diagnostics),

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "campaigns/campaign_record.h"
@@ -34,6 +35,8 @@ struct ApplicationSetup {
   Shell* shell = nullptr;
   HttpClient* http = nullptr;
   MailTransport* mail = nullptr;
+  /// Stands between the connection and the sessions it opens (a server that is slow to answer); empty: nothing does.
+  std::function<SessionFactory(SessionFactory)> wrapSessions = {};
 };
 
 /// The wiring of one run, in the order of dependence: nothing here has behaviour of its own. The members are the

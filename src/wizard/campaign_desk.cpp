@@ -1,4 +1,4 @@
-#include "startup/campaign_desk.h"
+#include "wizard/campaign_desk.h"
 
 namespace qbx {
 

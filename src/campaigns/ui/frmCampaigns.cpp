@@ -1,0 +1,1 @@
+#include "campaigns/ui/frmCampaigns.h"

@@ -1,0 +1,1 @@
+#include "platform/ui/widget_ui.h"

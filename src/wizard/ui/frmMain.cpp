@@ -1,0 +1,1 @@
+#include "wizard/ui/frmMain.h"
