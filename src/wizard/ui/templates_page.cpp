@@ -51,7 +51,7 @@ void TemplatesPage::CopyState() {
 }
 
 void TemplatesPage::ShowLength() {
-  const qsizetype length = State().txtSMS.size();
+  const int length = static_cast<int>(State().txtSMS.size());
   ui_->lblSMSChars->setText(
       QStringLiteral("Chars: %1 / 918 max, approx. %2 Credit(s)").arg(length).arg(SMSCreditsFor(length, 1)));
 }
