@@ -13,7 +13,9 @@ QPushButton#cmdNew, QPushButton#cmdLoad { font-weight: bold; }
 QFrame#fraReporting, QFrame#fraMarketing { border: 1px solid palette(mid); border-radius: 6px; background: palette(base); }
 QLabel#lblWelcome { font-size: 17pt; }
 QLabel#lblPickStart { font-size: 13pt; padding: 28px; }
-QPlainTextEdit#txtQueryDesc { background: palette(window); }
+QPlainTextEdit#txtQueryDesc { background: transparent; border: none; }
+QScrollArea, QScrollArea > QWidget > QWidget#optionsContents { background: transparent; }
+QTreeView::item { padding: 3px 0px; }
 QStatusBar::item { border: none; }
 )";
 
@@ -157,7 +159,7 @@ QColor LineColour(Drawing drawing, QIcon::Mode mode) {
   if (mode == QIcon::Disabled) return palette.color(QPalette::Disabled, QPalette::ButtonText);
   if (mode == QIcon::Selected) return palette.color(QPalette::HighlightedText);
   const bool coloured = drawing == Drawing::kLogo || drawing == Drawing::kInformation;
-  return palette.color(coloured ? QPalette::Link : QPalette::ButtonText);
+  return palette.color(coloured ? QPalette::Highlight : QPalette::ButtonText);
 }
 
 class DrawnIconEngine : public QIconEngine {
