@@ -1,1 +1,40 @@
 #include "marketing/program.h"
+
+#include "platform/ui/widget_ui.h"
+#include "settings/ui/window_layout.h"
+#include "startup/ui/frmAbout.h"
+#include "wizard/campaign_desk.h"
+#include "wizard/ui/frmMain.h"
+
+namespace qbx {
+
+MarketingProgram::MarketingProgram(WidgetUi& ui, const ApplicationSetup& setup)
+    : ui_(ui), app_(setup), layout_(std::make_unique<WindowLayout>(app_.registry)) {
+  ui_.SetWindowMemory(
+      {.restore = [this](QWidget& window, const QString& form) { layout_->RestoreWindow(window, form); },
+       .keep = [this](const QWidget& window, const QString& form) { layout_->SaveWindow(window, form); }});
+}
+
+MarketingProgram::~MarketingProgram() {
+  ui_.SetMainWindow(nullptr);
+  ui_.SetWindowMemory({});
+}
+
+StartOutcome MarketingProgram::Start(const QString& commandLine) {
+  return app_.start.Run(commandLine, {.showSplash =
+                                          [this] {
+                                            splash_ = std::make_unique<frmAbout>(app_);
+                                            splash_->ShowSplash();
+                                          },
+                                      .openWindows = [this] { OpenWindows(); },
+                                      .closeSplash = [this] { splash_.reset(); }});
+}
+
+void MarketingProgram::OpenWindows() {
+  desk_ = std::make_unique<CampaignDesk>(app_, view_);
+  window_ = std::make_unique<frmMain>(app_, *desk_, ui_, *layout_);
+  ui_.SetMainWindow(window_.get());
+  window_->show();
+}
+
+}  // namespace qbx
