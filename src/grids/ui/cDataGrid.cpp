@@ -1,1 +1,1 @@
-#include <QtWidgets>
+#include "grids/ui/cDataGrid.h"
