@@ -44,6 +44,8 @@ class GridOwner {
   [[nodiscard]] virtual QString sInsertRowExtraParams() const { return {}; }
   /// Whether the window is in edit mode: rows may be inserted, and a deletion reaches the database.
   [[nodiscard]] virtual bool EditMode() const { return false; }
+  /// Asked before a row is deleted; false, after the window has told the user why, leaves the row.
+  [[nodiscard]] virtual bool MayDeleteRows() { return true; }
   /// Connection whose transaction the window's changes belong to; none: the shared one.
   [[nodiscard]] virtual Connection* ADOConnTrans() { return nullptr; }
 };
