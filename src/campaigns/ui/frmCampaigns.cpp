@@ -3,6 +3,7 @@
 #include "campaigns/campaign_list.h"
 #include "campaigns/store_campaign.h"
 #include "campaigns/ui/list_widget.h"
+#include "platform/ui/modal.h"
 #include "ui_frmCampaigns.h"
 
 namespace qbx {
@@ -93,7 +94,7 @@ void frmCampaigns::ShowForm() {
   parts_.layout.RestoreColumns(*ui_->lstCampaigns->header(), ListName("lstCampaigns"));
   parts_.layout.RestoreColumns(*ui_->lstHistory->header(), ListName("lstHistory"));
   (saving_ ? static_cast<QWidget*>(ui_->txtName) : ui_->lstCampaigns)->setFocus();
-  exec();
+  ShowModal(*this);
 }
 
 void frmCampaigns::PrepareMode() {
@@ -234,6 +235,7 @@ void frmCampaigns::Edit() {
     ui_->txtDescription->document()->setModified(true);
   }
   editing_ = true;
+  editedId_ = lCampaignId;
   ui_->ssTabCampaigns->setTabEnabled(kSaveTab, true);
   ui_->ssTabCampaigns->setCurrentIndex(kSaveTab);
   ui_->txtName->setFocus();
@@ -256,7 +258,7 @@ void frmCampaigns::Save() {
 }
 
 void frmCampaigns::SaveEdit() {
-  const Details typed{.campaignId = lCampaignId, .name = ui_->txtName->text(), .description = TypedDescription()};
+  const Details typed{.campaignId = editedId_, .name = ui_->txtName->text(), .description = TypedDescription()};
   const bool stored = parts_.storage.UpdateCampaignDetails(typed.campaignId, typed.name, typed.description);
   unsaved_ = stored ? Details() : typed;
   ShowNames({}, {});

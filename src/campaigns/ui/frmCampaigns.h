@@ -85,6 +85,7 @@ class frmCampaigns : public QDialog {
   std::unique_ptr<Ui::frmCampaigns> ui_;
   bool saving_ = false;
   bool editing_ = false;
+  int editedId_ = 0;  ///< the list may be clicked during an edit
   bool viewAll_ = false;
   bool historyRead_ = false;
   QString selectedName_;
