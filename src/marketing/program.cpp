@@ -1,5 +1,6 @@
 #include "marketing/program.h"
 
+#include "database/patient_session.h"
 #include "platform/ui/widget_ui.h"
 #include "settings/ui/window_layout.h"
 #include "startup/ui/frmAbout.h"
@@ -8,8 +9,21 @@
 
 namespace qbx {
 
+namespace {
+
+/// Windows stay alive while the server is slow to answer.
+ApplicationSetup WithPatience(ApplicationSetup setup) {
+  const auto inner = setup.wrapSessions;
+  setup.wrapSessions = [inner, &ui = setup.ui](SessionFactory sessions) {
+    return PatientSessions(inner ? inner(std::move(sessions)) : std::move(sessions), [&ui] { ui.PumpEvents(); });
+  };
+  return setup;
+}
+
+}  // namespace
+
 MarketingProgram::MarketingProgram(WidgetUi& ui, const ApplicationSetup& setup)
-    : ui_(ui), app_(setup), layout_(std::make_unique<WindowLayout>(app_.registry)) {
+    : ui_(ui), app_(WithPatience(setup)), layout_(std::make_unique<WindowLayout>(app_.registry)) {
   ui_.SetWindowMemory(
       {.restore = [this](QWidget& window, const QString& form) { layout_->RestoreWindow(window, form); },
        .keep = [this](const QWidget& window, const QString& form) { layout_->SaveWindow(window, form); }});
