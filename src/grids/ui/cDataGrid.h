@@ -2,7 +2,9 @@
 
 #pragma once
 
+#include <QPoint>
 #include <QPointer>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -16,9 +18,8 @@
 #include "grids/ui/grid_style.h"
 #include "settings/user_options.h"
 
-class QAbstractButton;
+class QItemSelection;
 class QKeyEvent;
-class QMenu;
 class QModelIndex;
 class QMouseEvent;
 class QTableView;
@@ -30,6 +31,7 @@ class GridDelegate;
 class GridEvents;
 class GridFinder;
 class EmptyGridPanel;
+class RegistryValues;
 
 /// What a data grid asks of the window that it stands in. A window that only shows rows overrides nothing.
 class GridOwner {
@@ -181,6 +183,12 @@ class cDataGrid {
   void HideColumns(const QStringList& fields, bool hide = true);
   /// Locked columns cannot be edited.
   void LockColumns(const QStringList& fields, bool lock = true);
+  /// Brings the user's column layout of this grid back whenever columns are shown that were not shown before.
+  /// \param registry  must outlive this
+  /// \param window    name of the owner window ("frmMain")
+  void KeepLayout(RegistryValues& registry, const QString& window);
+  /// Stores the column layout, when `KeepLayout` was called and columns are shown; for the window's end.
+  void SaveLayout();
   /// Columns drawn as ticks and offered for a click (a hand is shown over them); columns that hold truth values are
   /// drawn as ticks in any case.
   void FlagColumns(const QStringList& fields);
@@ -245,6 +253,7 @@ class cDataGrid {
   void ColResize();
   void RowColChange(const QModelIndex& current, const QModelIndex& previous);
   void GotFocus();
+  void MouseLeave();
   void Resize();
   void AfterColUpdate();
   /// \return false cancels the deletion
@@ -253,25 +262,38 @@ class cDataGrid {
   bool AfterDelete();
   [[nodiscard]] bool BeforeInsert() const;
   [[nodiscard]] bool BeforeUpdate() const;
+  /// Reads the user's colours and fonts again; happens by itself when the palette changes.
+  void ApplyStyles();
 
  private:
   struct Place;  // where the user is in the rows
 
-  void Guarded(const char* routine, const std::function<void()>& work);
+  bool Guarded(const char* routine, const std::function<void()>& work);
+  [[nodiscard]] std::vector<int> LineIdColumns() const;
   [[nodiscard]] std::vector<Value> KeyOf(qint64 row) const;
-  [[nodiscard]] int LineIdColumn() const;
   [[nodiscard]] qint64 RowOfKey(const std::vector<Value>& key, qint64 hint) const;
+  [[nodiscard]] std::vector<qint64> SelectedRows() const;
+  [[nodiscard]] QItemSelection AllCells() const;
   [[nodiscard]] Place Remember() const;
   void Restore(const Place& place);
-  void Rebind(bool keepPlace);
+  void SetCurrent(qint64 row, int column);
+  void PrepareView();
+  void ShowRows(bool newColumns);
   void ApplySort();
   void ApplyFilter();
-  void ApplyStyles();
+  void ApplyRowHeight();
+  void ApplyHidden();
   void ShowSortMark();
   void ShowPanel();
   void FirstWidths();
+  [[nodiscard]] int SortedColumn() const;
+  [[nodiscard]] int VisibleColumn(int column) const;
   void DeleteSelected();
   bool DeleteRow(qint64 row);
+  bool EditCell(qint64 row, int column, const QString& text);
+  bool Shortcut(const QKeyEvent& event);
+  bool FindTyped(const QKeyEvent& event);
+  void Find(const QString& start);
   void ClickCell(const QModelIndex& index);
   void Say(const QString& text, MessageIcon icon);
   void Menu(const QPoint& position);
@@ -312,7 +334,14 @@ class cDataGrid {
   qint64 headerId_ = 0;
   std::vector<Value> deleteKey_;  // of the row about to be deleted
   QString deleteError_;           // why it could not be
-  QPoint pressed_ = {-1, -1};     // row and column of the cell that the mouse went down on
+  Qt::KeyboardModifiers clickModifiers_;
+  QPoint clickedAt_;
+  int controlKey_ = 0;    // Delete or Insert went down with Ctrl
+  QSet<QString> hidden_;  // fields in lower case
+  QStringList shownFields_;
+  RegistryValues* registry_ = nullptr;
+  QString layoutWindow_;
+  int rowHeight_ = 0;  // as stored by the user's layout, 0: by the font
 
   std::function<void(const QString&, qint64)> onCellClick_;
   std::function<void(qint64)> onDeleted_;
