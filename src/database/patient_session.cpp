@@ -5,6 +5,8 @@
 #include <exception>
 #include <thread>
 
+#include "database/session_wrapper.h"
+
 namespace qbx {
 namespace {
 
@@ -82,66 +84,25 @@ class Helper {
   std::thread thread_;  // the last member: it uses those above
 };
 
-class PatientSession final : public Session {
+class PatientSession final : public SessionWrapper {
  public:
   PatientSession(const SessionFactory& factory, const ConnectionTarget& target, const Login& login, int timeout,
                  Pump pump)
       : helper_(std::move(pump)) {
-    helper_.Do([&] { inner_ = factory(target, login, timeout); });
+    helper_.Do([&] { SetInner(factory(target, login, timeout)); });
   }
 
-  std::unique_ptr<RowSource> Execute(const QString& batch) override {
-    return Get<std::unique_ptr<RowSource>>([&] { return inner_->Execute(batch); });
-  }
-  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) override {
-    return Get<std::unique_ptr<RowSource>>([&] { return inner_->Call(procedure, parameters); });
-  }
-  [[nodiscard]] std::vector<Parameter> DescribeProcedure(const QString& procedure) override {
-    return Get<std::vector<Parameter>>([&] { return inner_->DescribeProcedure(procedure); });
-  }
-  void Begin() override {
-    Do([this] { inner_->Begin(); });
-  }
-  void Commit() override {
-    Do([this] { inner_->Commit(); });
-  }
-  // Never throws, so it must not let events run, whose handlers could.
-  void Rollback() override { inner_->Rollback(); }
-  [[nodiscard]] bool InTransaction() const override { return inner_->InTransaction(); }
-  void DeleteRow(const QString& table, const QString& keyColumn, const Value& key) override {
-    Do([&] { inner_->DeleteRow(table, keyColumn, key); });
-  }
-  void UpdateRow(const QString& table, const QString& keyColumn, const Value& key, std::span<const QString> columns,
-                 std::span<const Value> values) override {
-    Do([&] { inner_->UpdateRow(table, keyColumn, key, columns, values); });
-  }
-  void InsertRow(const QString& table, std::span<const QString> columns, std::span<const Value> values) override {
-    Do([&] { inner_->InsertRow(table, columns, values); });
-  }
-  void SetCommandTimeout(int seconds) override { inner_->SetCommandTimeout(seconds); }
-  [[nodiscard]] bool IsAlive() override {
-    return Get<bool>([this] { return inner_->IsAlive(); });
-  }
-  void Interrupt() override { inner_->Interrupt(); }
-  void ForgetInterruption() override { inner_->ForgetInterruption(); }
-
- private:
-  void Do(const std::function<void()>& call) {
+ protected:
+  void Ask(const std::function<void()>& call) override {
     if (std::this_thread::get_id() == owner_)
       helper_.Do(call);
     else
       call();
   }
-  template <typename Result>
-  Result Get(const std::function<Result()>& call) {
-    Result result = {};
-    Do([&] { result = call(); });
-    return result;
-  }
 
+ private:
   const std::thread::id owner_ = std::this_thread::get_id();
   Helper helper_;
-  std::unique_ptr<Session> inner_;
 };
 
 }  // namespace

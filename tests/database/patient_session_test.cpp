@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "database/fake_server.h"
+#include "database/session_wrapper.h"
 
 namespace qbx::test {
 namespace {
@@ -24,35 +25,21 @@ class SlowServer {
   FakeServer& Script() { return server_; }
 
  private:
-  class SlowSession final : public Session {
+  class SlowSession final : public SessionWrapper {
    public:
-    SlowSession(std::unique_ptr<Session> inner, std::atomic<int>& pumps) : inner_(std::move(inner)), pumps_(pumps) {}
+    SlowSession(std::unique_ptr<Session> inner, std::atomic<int>& pumps)
+        : SessionWrapper(std::move(inner)), pumps_(pumps) {}
     std::unique_ptr<RowSource> Execute(const QString& batch) override {
       constexpr int kEnough = 3;
       while (batch.startsWith(QLatin1String("wait")) && pumps_ < kEnough)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
-      return inner_->Execute(batch);
+      return SessionWrapper::Execute(batch);
     }
-    std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) override {
-      return inner_->Call(procedure, parameters);
-    }
-    std::vector<Parameter> DescribeProcedure(const QString& procedure) override {
-      return inner_->DescribeProcedure(procedure);
-    }
-    void Begin() override { inner_->Begin(); }
-    void Commit() override { inner_->Commit(); }
-    void Rollback() override { inner_->Rollback(); }
-    bool InTransaction() const override { return inner_->InTransaction(); }
-    void DeleteRow(const QString&, const QString&, const Value&) override {}
-    void UpdateRow(const QString&, const QString&, const Value&, std::span<const QString>,
-                   std::span<const Value>) override {}
-    void InsertRow(const QString&, std::span<const QString>, std::span<const Value>) override {}
-    void SetCommandTimeout(int seconds) override { inner_->SetCommandTimeout(seconds); }
-    bool IsAlive() override { return inner_->IsAlive(); }
-    void Interrupt() override { inner_->Interrupt(); }
+
+   protected:
+    void Ask(const std::function<void()>& call) override { call(); }
 
    private:
-    std::unique_ptr<Session> inner_;
     std::atomic<int>& pumps_;
   };
 
