@@ -44,7 +44,8 @@ frmCampaigns::frmCampaigns(const CampaignManagerParts& parts, QWidget* parent)
   PrepareList(*ui_->lstCampaigns);
   PrepareList(*ui_->lstHistory);
   SetColumnWidths(*ui_->lstCampaigns, {QStringLiteral("88888"), name, date, date, name, QStringLiteral("Created By")});
-  SetColumnWidths(*ui_->lstHistory, {QStringLiteral("888888"), date, name, name, QStringLiteral("Username")});
+  SetColumnWidths(*ui_->lstHistory, {QStringLiteral("888888"), date, name,
+                                     QStringLiteral("Name or description changed"), QStringLiteral("Username")});
   Connect();
   SetLoading();
 }
@@ -103,6 +104,11 @@ void frmCampaigns::PrepareMode() {
   for (QPushButton* button : {ui_->cmdLoad, ui_->cmdEdit, ui_->cmdCopy})
     button->setEnabled(!saving_);
   ui_->cmdDelete->setEnabled(true);
+}
+
+void frmCampaigns::setVisible(bool visible) {
+  QDialog::setVisible(visible);
+  if (visible) ui_->txtName->end(false);  // a dialog that opens selects the text of its first box
 }
 
 void frmCampaigns::done(int result) {

@@ -48,6 +48,7 @@ class frmCampaigns : public QDialog {
   /// Shows the window modally; returns when it is closed. Afterwards the caller reads `lLoadedCampaignID`, or the record's ID.
   void ShowForm();
 
+  void setVisible(bool visible) override;
   void done(int result) override;
 
  protected:
