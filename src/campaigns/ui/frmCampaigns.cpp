@@ -17,13 +17,16 @@ QString ListName(const char* list) {
   return QString::fromLatin1(list);
 }
 
-/// Whether another statement makes sense after one has failed: one failure is told once.
-bool DatabaseAnswers(Statements& statements) {
-  try {
-    return statements.Shared().IsOpen() && statements.Shared().Driver().IsAlive();
-  } catch (const DatabaseError&) {
-    return false;
-  }
+/// Wrapping a paragraph takes time that grows with the square of its length; a very long one is shown as one line.
+constexpr int kLongestWrapped = 5000;
+
+void SetLongText(QPlainTextEdit& box, const QString& text) {
+  const QStringList paragraphs = text.split(u'\n');
+  const bool wrap = std::all_of(paragraphs.begin(), paragraphs.end(),
+                                [](const QString& line) { return line.size() <= kLongestWrapped; });
+  box.setPlainText({});
+  box.setLineWrapMode(wrap ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
+  box.setPlainText(text);
 }
 
 QTreeWidgetItem* FindRow(const QTreeWidget& list, int id) {
@@ -183,6 +186,7 @@ void frmCampaigns::LoadCampaignHistory(bool viewAll) {
   ui_->lstHistory->scrollToItem(last);
 }
 
+// After a failure the lists are read again only when the campaign is gone: a database that does not answer has been told of.
 void frmCampaigns::RefreshLists(bool withHistory) {
   if (LoadCampaigns() && withHistory) LoadCampaignHistory(viewAll_);
 }
@@ -191,7 +195,7 @@ void frmCampaigns::SelectCampaign(const QTreeWidgetItem* row) {
   lCampaignId = row == nullptr ? 0 : row->text(0).toInt();
   selectedName_ = row == nullptr ? QString() : row->text(1);
   selectedDescription_ = row == nullptr ? QString() : row->text(4);
-  ui_->txtDesc->setPlainText(selectedDescription_);
+  SetLongText(*ui_->txtDesc, selectedDescription_);
   ui_->lblCreatedBy->setText(row == nullptr ? QString() : QLatin1String("Created By: ") + row->text(5));
 }
 
@@ -199,7 +203,7 @@ void frmCampaigns::ShowNames(const QString& name, const QString& description) {
   ui_->txtName->setText(name);
   ui_->txtName->end(false);
   givenDescription_ = description;
-  ui_->txtDescription->setPlainText(description);
+  SetLongText(*ui_->txtDescription, description);
   ui_->txtDescription->document()->setModified(false);
 }
 
@@ -208,25 +212,25 @@ QString frmCampaigns::TypedDescription() const {
 }
 
 void frmCampaigns::Load() {
-  if (lCampaignId == 0) return;
-  if (parts_.storage.LoadCampaign(lCampaignId)) {
-    lLoadedCampaignID = lCampaignId;
-    accept();
-  } else if (DatabaseAnswers(parts_.statements)) {
-    RefreshLists(true);
-  }
+  if (LoadSelected()) accept();
 }
 
 void frmCampaigns::LoadByDoubleClick() {
-  if (!ui_->cmdLoad->isEnabled() || lCampaignId <= 0) return;
-  if (!parts_.storage.LoadCampaign(lCampaignId)) {
-    if (DatabaseAnswers(parts_.statements)) RefreshLists(true);
-    return;
-  }
-  lLoadedCampaignID = lCampaignId;
+  if (!ui_->cmdLoad->isEnabled() || lCampaignId < 0 || !LoadSelected()) return;
   parts_.diagnostics.ui.Pause(kDoubleClickPause);
   parts_.diagnostics.ui.PumpEvents();
   accept();
+}
+
+bool frmCampaigns::LoadSelected() {
+  if (lCampaignId == 0) return false;
+  if (parts_.storage.LoadCampaign(lCampaignId)) {
+    lLoadedCampaignID = lCampaignId;
+    return true;
+  }
+  // The window stays, so that another campaign can be chosen and the wizard keeps what it holds.
+  if (CampaignIsGone(parts_.statements, lCampaignId)) RefreshLists(true);
+  return false;
 }
 
 void frmCampaigns::Edit() {
@@ -237,7 +241,7 @@ void frmCampaigns::Edit() {
   ShowNames(selectedName_, selectedDescription_);
   if (unsaved_.campaignId == lCampaignId) {
     ui_->txtName->setText(unsaved_.name);
-    ui_->txtDescription->setPlainText(unsaved_.description);
+    SetLongText(*ui_->txtDescription, unsaved_.description);
     ui_->txtDescription->document()->setModified(true);
   }
   editing_ = true;
@@ -269,7 +273,7 @@ void frmCampaigns::SaveEdit() {
   unsaved_ = stored ? Details() : typed;
   ShowNames({}, {});
   LeaveEditing();
-  if (stored || DatabaseAnswers(parts_.statements)) RefreshLists(true);
+  if (stored || CampaignIsGone(parts_.statements, typed.campaignId)) RefreshLists(true);
 }
 
 void frmCampaigns::Cancel() {
@@ -294,7 +298,7 @@ void frmCampaigns::Copy() {
   const QString name = CampaignCopyName(typed);
   if (name.isEmpty()) return;
   const bool copied = parts_.storage.CopyCampaign(lCampaignId, name) != 0;
-  if (copied || DatabaseAnswers(parts_.statements)) RefreshLists(false);
+  if (copied || CampaignIsGone(parts_.statements, lCampaignId)) RefreshLists(false);
 }
 
 void frmCampaigns::Delete() {
@@ -315,7 +319,7 @@ void frmCampaigns::Delete() {
     if (next == nullptr) next = ui_->lstCampaigns->itemAbove(row);
     SelectCampaign(next);
   }
-  if (deleted || DatabaseAnswers(parts_.statements)) RefreshLists(true);
+  if (deleted || CampaignIsGone(parts_.statements, lCampaignId)) RefreshLists(true);
 }
 
 void frmCampaigns::Tell(const QString& text) {

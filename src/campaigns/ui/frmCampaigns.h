@@ -73,6 +73,7 @@ class frmCampaigns : public QDialog {
   [[nodiscard]] QString TypedDescription() const;
   void Load();
   void LoadByDoubleClick();
+  [[nodiscard]] bool LoadSelected();
   void Edit();
   void Save();
   void SaveEdit();
