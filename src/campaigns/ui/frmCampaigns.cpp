@@ -89,6 +89,7 @@ void frmCampaigns::SetLoading() {
 void frmCampaigns::ShowForm() {
   lLoadedCampaignID = 0;
   editing_ = false;
+  if (!saving_ && lCampaignId < 0) lCampaignId = 0;  // a campaign that was never saved is not in the list
   PrepareMode();
   // A database that fails is told once, so the history waits until its tab is selected.
   historyRead_ = false;
