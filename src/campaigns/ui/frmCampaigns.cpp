@@ -17,13 +17,16 @@ QString ListName(const char* list) {
   return QString::fromLatin1(list);
 }
 
-/// Whether another statement makes sense after one has failed: one failure is told once.
-bool DatabaseAnswers(Statements& statements) {
-  try {
-    return statements.Shared().IsOpen() && statements.Shared().Driver().IsAlive();
-  } catch (const DatabaseError&) {
-    return false;
-  }
+/// Wrapping a paragraph takes time that grows with the square of its length; a very long one is shown as one line.
+constexpr int kLongestWrapped = 5000;
+
+void SetLongText(QPlainTextEdit& box, const QString& text) {
+  const QStringList paragraphs = text.split(u'\n');
+  const bool wrap = std::all_of(paragraphs.begin(), paragraphs.end(),
+                                [](const QString& line) { return line.size() <= kLongestWrapped; });
+  box.setPlainText({});
+  box.setLineWrapMode(wrap ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
+  box.setPlainText(text);
 }
 
 QTreeWidgetItem* FindRow(const QTreeWidget& list, int id) {
@@ -44,7 +47,8 @@ frmCampaigns::frmCampaigns(const CampaignManagerParts& parts, QWidget* parent)
   PrepareList(*ui_->lstCampaigns);
   PrepareList(*ui_->lstHistory);
   SetColumnWidths(*ui_->lstCampaigns, {QStringLiteral("88888"), name, date, date, name, QStringLiteral("Created By")});
-  SetColumnWidths(*ui_->lstHistory, {QStringLiteral("888888"), date, name, name, QStringLiteral("Username")});
+  SetColumnWidths(*ui_->lstHistory, {QStringLiteral("888888"), date, name,
+                                     QStringLiteral("Name or description changed"), QStringLiteral("Username")});
   Connect();
   SetLoading();
 }
@@ -85,6 +89,7 @@ void frmCampaigns::SetLoading() {
 void frmCampaigns::ShowForm() {
   lLoadedCampaignID = 0;
   editing_ = false;
+  if (!saving_ && lCampaignId < 0) lCampaignId = 0;  // a campaign that was never saved is not in the list
   PrepareMode();
   // A database that fails is told once, so the history waits until its tab is selected.
   historyRead_ = false;
@@ -103,6 +108,11 @@ void frmCampaigns::PrepareMode() {
   for (QPushButton* button : {ui_->cmdLoad, ui_->cmdEdit, ui_->cmdCopy})
     button->setEnabled(!saving_);
   ui_->cmdDelete->setEnabled(true);
+}
+
+void frmCampaigns::setVisible(bool visible) {
+  QDialog::setVisible(visible);
+  if (visible) ui_->txtName->end(false);  // a dialog that opens selects the text of its first box
 }
 
 void frmCampaigns::done(int result) {
@@ -177,6 +187,7 @@ void frmCampaigns::LoadCampaignHistory(bool viewAll) {
   ui_->lstHistory->scrollToItem(last);
 }
 
+// After a failure the lists are read again only when the campaign is gone: a database that does not answer has been told of.
 void frmCampaigns::RefreshLists(bool withHistory) {
   if (LoadCampaigns() && withHistory) LoadCampaignHistory(viewAll_);
 }
@@ -185,7 +196,7 @@ void frmCampaigns::SelectCampaign(const QTreeWidgetItem* row) {
   lCampaignId = row == nullptr ? 0 : row->text(0).toInt();
   selectedName_ = row == nullptr ? QString() : row->text(1);
   selectedDescription_ = row == nullptr ? QString() : row->text(4);
-  ui_->txtDesc->setPlainText(selectedDescription_);
+  SetLongText(*ui_->txtDesc, selectedDescription_);
   ui_->lblCreatedBy->setText(row == nullptr ? QString() : QLatin1String("Created By: ") + row->text(5));
 }
 
@@ -193,7 +204,7 @@ void frmCampaigns::ShowNames(const QString& name, const QString& description) {
   ui_->txtName->setText(name);
   ui_->txtName->end(false);
   givenDescription_ = description;
-  ui_->txtDescription->setPlainText(description);
+  SetLongText(*ui_->txtDescription, description);
   ui_->txtDescription->document()->setModified(false);
 }
 
@@ -202,25 +213,25 @@ QString frmCampaigns::TypedDescription() const {
 }
 
 void frmCampaigns::Load() {
-  if (lCampaignId == 0) return;
-  if (parts_.storage.LoadCampaign(lCampaignId)) {
-    lLoadedCampaignID = lCampaignId;
-    accept();
-  } else if (DatabaseAnswers(parts_.statements)) {
-    RefreshLists(true);
-  }
+  if (LoadSelected()) accept();
 }
 
 void frmCampaigns::LoadByDoubleClick() {
-  if (!ui_->cmdLoad->isEnabled() || lCampaignId <= 0) return;
-  if (!parts_.storage.LoadCampaign(lCampaignId)) {
-    if (DatabaseAnswers(parts_.statements)) RefreshLists(true);
-    return;
-  }
-  lLoadedCampaignID = lCampaignId;
+  if (!ui_->cmdLoad->isEnabled() || lCampaignId < 0 || !LoadSelected()) return;
   parts_.diagnostics.ui.Pause(kDoubleClickPause);
   parts_.diagnostics.ui.PumpEvents();
   accept();
+}
+
+bool frmCampaigns::LoadSelected() {
+  if (lCampaignId == 0) return false;
+  if (parts_.storage.LoadCampaign(lCampaignId)) {
+    lLoadedCampaignID = lCampaignId;
+    return true;
+  }
+  // The window stays, so that another campaign can be chosen and the wizard keeps what it holds.
+  if (CampaignIsGone(parts_.statements, lCampaignId)) RefreshLists(true);
+  return false;
 }
 
 void frmCampaigns::Edit() {
@@ -231,7 +242,7 @@ void frmCampaigns::Edit() {
   ShowNames(selectedName_, selectedDescription_);
   if (unsaved_.campaignId == lCampaignId) {
     ui_->txtName->setText(unsaved_.name);
-    ui_->txtDescription->setPlainText(unsaved_.description);
+    SetLongText(*ui_->txtDescription, unsaved_.description);
     ui_->txtDescription->document()->setModified(true);
   }
   editing_ = true;
@@ -263,7 +274,7 @@ void frmCampaigns::SaveEdit() {
   unsaved_ = stored ? Details() : typed;
   ShowNames({}, {});
   LeaveEditing();
-  if (stored || DatabaseAnswers(parts_.statements)) RefreshLists(true);
+  if (stored || CampaignIsGone(parts_.statements, typed.campaignId)) RefreshLists(true);
 }
 
 void frmCampaigns::Cancel() {
@@ -288,7 +299,7 @@ void frmCampaigns::Copy() {
   const QString name = CampaignCopyName(typed);
   if (name.isEmpty()) return;
   const bool copied = parts_.storage.CopyCampaign(lCampaignId, name) != 0;
-  if (copied || DatabaseAnswers(parts_.statements)) RefreshLists(false);
+  if (copied || CampaignIsGone(parts_.statements, lCampaignId)) RefreshLists(false);
 }
 
 void frmCampaigns::Delete() {
@@ -309,7 +320,7 @@ void frmCampaigns::Delete() {
     if (next == nullptr) next = ui_->lstCampaigns->itemAbove(row);
     SelectCampaign(next);
   }
-  if (deleted || DatabaseAnswers(parts_.statements)) RefreshLists(true);
+  if (deleted || CampaignIsGone(parts_.statements, lCampaignId)) RefreshLists(true);
 }
 
 void frmCampaigns::Tell(const QString& text) {

@@ -48,6 +48,7 @@ class frmCampaigns : public QDialog {
   /// Shows the window modally; returns when it is closed. Afterwards the caller reads `lLoadedCampaignID`, or the record's ID.
   void ShowForm();
 
+  void setVisible(bool visible) override;
   void done(int result) override;
 
  protected:
@@ -72,6 +73,7 @@ class frmCampaigns : public QDialog {
   [[nodiscard]] QString TypedDescription() const;
   void Load();
   void LoadByDoubleClick();
+  [[nodiscard]] bool LoadSelected();
   void Edit();
   void Save();
   void SaveEdit();

@@ -8,6 +8,7 @@ namespace {
 /// A longer text is shown cut, since measuring and eliding it would take a visible time; so is a tip.
 constexpr int kLongestCell = 300;
 constexpr int kLongestTip = 1000;
+constexpr int kRowPadding = 6;  // logical pixels between the lines of text
 
 QString OneLine(const QString& text) {
   QString line = text.left(kLongestCell);
@@ -53,6 +54,10 @@ class CellDelegate : public QStyledItemDelegate {
     // As markup only so that a name that looks like markup is shown as it is.
     QToolTip::showText(event->globalPos(), cut ? Qt::convertFromPlainText(text.left(kLongestTip)) : QString(), view);
     return true;
+  }
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    return QStyledItemDelegate::sizeHint(option, index) + QSize(0, kRowPadding);
   }
 
  protected:

@@ -10,6 +10,7 @@ namespace {
 /// Masked characters are shown as "*", whatever the style would use.
 class AsteriskStyle : public QProxyStyle {
  public:
+  AsteriskStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* data) const override {
     return hint == SH_LineEdit_PasswordCharacter ? '*' : QProxyStyle::styleHint(hint, option, widget, data);

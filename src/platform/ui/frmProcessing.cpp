@@ -36,7 +36,11 @@ void frmProcessing::ShowView(const StatusView& view, QWidget* owner) {
     colours.setColor(QPalette::Window, Qt::white);
     colours.setColor(QPalette::WindowText, Qt::blue);
   }
-  ui_->fraInfo->setPalette(colours);
+  // Labels are told as well: under a style sheet colours are not handed down.
+  for (QWidget* widget : {static_cast<QWidget*>(ui_->fraInfo), static_cast<QWidget*>(ui_->lblMessage),
+                          static_cast<QWidget*>(ui_->lblInfo)}) {
+    widget->setPalette(colours);
+  }
   setWindowTitle(ui_->lblMessage->text());
   if (isVisible()) {
     resize(width(), std::max(height(), sizeHint().height()));

@@ -5,11 +5,12 @@
 namespace qbx {
 
 int ShowModal(QDialog& dialog) {
-  const QPointer<QWidget> activeBefore = QApplication::activeWindow();
+  QPointer<QWidget> before = QApplication::activeWindow();
+  if (before == nullptr && dialog.parentWidget() != nullptr) before = dialog.parentWidget()->window();
   const int result = dialog.exec();
-  // Only when no window has it: the user may have gone to another one.
-  if (QApplication::activeWindow() == nullptr && activeBefore != nullptr && activeBefore->isVisible())
-    activeBefore->activateWindow();
+  // Only when no other window has it: the user may have gone to one.
+  const QWidget* active = QApplication::activeWindow();
+  if ((active == nullptr || active == &dialog) && before != nullptr && before->isVisible()) before->activateWindow();
   return result;
 }
 

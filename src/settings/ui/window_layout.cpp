@@ -8,6 +8,7 @@ namespace {
 constexpr int kTwipsPerPixel = 15;
 
 /// The position moved and cut so that all of it lies on a screen; the screen is the one that holds its centre, otherwise the first.
+/// Its corner is that of the frame and its size that of the inside, as a window takes them: so none moves or grows from run to run.
 QRect OntoScreen(const QRect& wanted) {
   const QScreen* screen = QGuiApplication::screenAt(wanted.center());
   if (screen == nullptr) screen = QGuiApplication::primaryScreen();
@@ -26,7 +27,7 @@ void WindowLayout::RestoreWindow(QWidget& window, const QString& form) {
   if (!stored || stored->width <= 0) return;
   const QRect wanted(stored->left / kTwipsPerPixel, stored->top / kTwipsPerPixel, stored->width / kTwipsPerPixel,
                      stored->height / kTwipsPerPixel);
-  const QRect placed = OntoScreen(wanted);
+  const QRect placed = OntoScreen(QRect(wanted.topLeft(), wanted.size().expandedTo(window.minimumSize())));
   window.resize(placed.size());
   window.move(placed.topLeft());
 }

@@ -1,6 +1,7 @@
 #include "startup/ui/frmAbout.h"
 
 #include "database/database_service.h"
+#include "platform/ui/look.h"
 #include "platform/ui/modal.h"
 #include "settings/ui/window_layout.h"
 #include "startup/application.h"
@@ -15,6 +16,7 @@ frmAbout::frmAbout(Application& app, QWidget* parent)
   heading.setPointSizeF(heading.pointSizeF() * 1.4);
   heading.setBold(true);
   ui_->lblTitle->setFont(heading);
+  ui_->lblLogo->setPixmap(DrawnIcon(Drawing::kLogo).pixmap(QSize(40, 40), devicePixelRatioF()));
   ui_->lblServer->installEventFilter(this);
   connect(ui_->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
 }
@@ -41,7 +43,7 @@ void frmAbout::ShowSplash() {
     widget->hide();
   setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
   setAttribute(Qt::WA_ShowWithoutActivating);
-  resize(width(), sizeHint().height());
+  adjustSize();
   show();
   // Start-up goes on at once without letting many events run, so the splash has to be on the screen by then.
   repaint();
@@ -56,6 +58,11 @@ void frmAbout::ShowForm(WindowLayout& layout) {
 }
 
 bool frmAbout::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == ui_->lblServer && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
+    QFont shown = ui_->lblServer->font();
+    shown.setUnderline(event->type() == QEvent::FocusIn);
+    ui_->lblServer->setFont(shown);
+  }
   bool asked = event->type() == QEvent::MouseButtonDblClick;
   if (event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
