@@ -2,7 +2,9 @@
 
 #include "grids/grid_columns.h"
 
+#include <QStringList>
 #include <algorithm>
+#include <utility>
 
 namespace qbx {
 namespace {
@@ -117,6 +119,21 @@ QString GridText(const Cell& cell, const GridColumn& column) {
     default:
       return cell.ToValue().ToText();
   }
+}
+
+QString OneLine(const QString& text) {
+  const auto breaks = [](QChar c) { return c == u'\r' || c == u'\n' || c == QChar::LineSeparator; };
+  if (std::none_of(text.begin(), text.end(), breaks)) return text;
+  QStringList lines;
+  QString line;
+  for (const QChar c : text + u'\n') {
+    if (!breaks(c)) {
+      line += c;
+    } else if (const QString done = std::exchange(line, QString()).trimmed(); !done.isEmpty()) {
+      lines += done;
+    }
+  }
+  return lines.join(QLatin1String(", "));
 }
 
 std::optional<Value> GridValue(const QString& text, const GridColumn& column) {
