@@ -62,6 +62,13 @@ QString DateText(qint64 milliseconds, GridFormat format) {
   return QString(text, to - text);
 }
 
+/// A decimal with all its places.
+QString FixedText(qint64 unscaled, int scale) {
+  QString digits = QString::number(unscaled < 0 ? -unscaled : unscaled).rightJustified(scale + 1, u'0');
+  digits.insert(digits.size() - scale, u'.');
+  return unscaled < 0 ? u'-' + digits : digits;
+}
+
 bool IsTrue(const Cell& cell) {
   switch (cell.type) {
     case ValueType::kDouble:
@@ -113,9 +120,9 @@ QString GridText(const Cell& cell, const GridColumn& column) {
       return DateText(cell.integer, column.format);
     case ValueType::kDouble:
     case ValueType::kDecimal:
-      if (column.format == GridFormat::kFixed && cell.scale != column.decimals)
-        return QString::number(cell.ToValue().ToDouble(), 'f', column.decimals);
-      [[fallthrough]];
+      if (column.format != GridFormat::kFixed) return cell.ToValue().ToText();
+      if (cell.type == ValueType::kDecimal && cell.scale == column.decimals) return FixedText(cell.integer, cell.scale);
+      return QString::number(cell.ToValue().ToDouble(), 'f', column.decimals);
     default:
       return cell.ToValue().ToText();
   }
