@@ -86,6 +86,7 @@ void RunQuery(SampleProgram& program) {
   CampaignRecord& record = program.App().campaign.record;
   record.ID = kCampaign;
   record.CampaignTypeID = kAllCustomers;
+  program.App().options.Only_Send_Comms_When_Opted_In = false;
   for (const int step : {0, 1}) {
     if (program.Desk().queries.ProcessQuery(step, false) != QueryOutcome::kDone)
       Fail(program.Ui().LastMessage().toUtf8().constData());

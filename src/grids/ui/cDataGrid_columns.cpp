@@ -32,11 +32,8 @@ QString Widest(const Recordset& records, int column, const GridColumn& format) {
 
 }  // namespace
 
-void cDataGrid::FormatColumns() {
-  Guarded("FormatColumns", [this] {
-    model_->Format({});
-    if (view_) FirstWidths();
-  });
+void cDataGrid::FormatColumns(const QString& highlightedColumns) {
+  Guarded("FormatColumns", [this, &highlightedColumns] { model_->Format(highlightedColumns); });
 }
 
 /// Wide enough for the heading and for what the first rows hold; measuring every row would cost seconds.
