@@ -2,7 +2,9 @@
 
 #include "grids/grid_columns.h"
 
+#include <QStringList>
 #include <algorithm>
+#include <utility>
 
 namespace qbx {
 namespace {
@@ -60,6 +62,13 @@ QString DateText(qint64 milliseconds, GridFormat format) {
   return QString(text, to - text);
 }
 
+/// A decimal with all its places.
+QString FixedText(qint64 unscaled, int scale) {
+  QString digits = QString::number(unscaled < 0 ? -unscaled : unscaled).rightJustified(scale + 1, u'0');
+  digits.insert(digits.size() - scale, u'.');
+  return unscaled < 0 ? u'-' + digits : digits;
+}
+
 bool IsTrue(const Cell& cell) {
   switch (cell.type) {
     case ValueType::kDouble:
@@ -111,12 +120,27 @@ QString GridText(const Cell& cell, const GridColumn& column) {
       return DateText(cell.integer, column.format);
     case ValueType::kDouble:
     case ValueType::kDecimal:
-      if (column.format == GridFormat::kFixed && cell.scale != column.decimals)
-        return QString::number(cell.ToValue().ToDouble(), 'f', column.decimals);
-      [[fallthrough]];
+      if (column.format != GridFormat::kFixed) return cell.ToValue().ToText();
+      if (cell.type == ValueType::kDecimal && cell.scale == column.decimals) return FixedText(cell.integer, cell.scale);
+      return QString::number(cell.ToValue().ToDouble(), 'f', column.decimals);
     default:
       return cell.ToValue().ToText();
   }
+}
+
+QString OneLine(const QString& text) {
+  const auto breaks = [](QChar c) { return c == u'\r' || c == u'\n' || c == QChar::LineSeparator; };
+  if (std::none_of(text.begin(), text.end(), breaks)) return text;
+  QStringList lines;
+  QString line;
+  for (const QChar c : text + u'\n') {
+    if (!breaks(c)) {
+      line += c;
+    } else if (const QString done = std::exchange(line, QString()).trimmed(); !done.isEmpty()) {
+      lines += done;
+    }
+  }
+  return lines.join(QLatin1String(", "));
 }
 
 std::optional<Value> GridValue(const QString& text, const GridColumn& column) {

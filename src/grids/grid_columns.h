@@ -42,6 +42,9 @@ struct GridColumn {
 /// The text of a cell: NULL is empty, a tick "Yes" or "No".
 [[nodiscard]] QString GridText(const Cell& cell, const GridColumn& column);
 
+/// A text of several lines (an address) in one, the lines joined by ", ".
+[[nodiscard]] QString OneLine(const QString& text);
+
 /// What the user typed into a cell as a value of the column; an empty text is NULL.
 /// \return nothing when the column cannot hold it
 [[nodiscard]] std::optional<Value> GridValue(const QString& text, const GridColumn& column);

@@ -3,24 +3,13 @@
 #include "grids/grid_copy.h"
 
 namespace qbx {
-namespace {
-
-QString OneLine(QString text) {
-  text.replace(QLatin1String("\r\n"), QLatin1String(" "));
-  for (const QChar breaking : {u'\t', u'\r', u'\n'})
-    text.replace(breaking, u' ');
-  return text;
-}
-
-}  // namespace
-
 QString CopiedRows(const Recordset& records, const std::vector<GridColumn>& columns, const std::vector<int>& shown,
                    const std::vector<qint64>& rows) {
   QString text;
   const auto add = [&text, &shown](const auto& cellOf) {
     for (std::size_t i = 0; i < shown.size(); ++i) {
       if (i > 0) text += u'\t';
-      text += OneLine(cellOf(shown[i]));
+      text += OneLine(cellOf(shown[i])).replace(u'\t', u' ');
     }
     text += QLatin1String("\r\n");
   };

@@ -10,8 +10,8 @@
 
 namespace qbx {
 
-/// Rows as lines of cells separated by tabs, as spreadsheets take them, under a line with the headings. Tabs and line
-/// breaks inside a cell become blanks. Lines end with CR LF.
+/// Rows as lines of cells separated by tabs, as spreadsheets take them, under a line with the headings. A text of
+/// several lines becomes one, tabs inside a cell become blanks. Lines end with CR LF.
 /// \param shown  positions of the columns in the recordset, in the order to be copied
 /// \param rows   positions in the current order
 [[nodiscard]] QString CopiedRows(const Recordset& records, const std::vector<GridColumn>& columns,

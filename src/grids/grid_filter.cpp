@@ -112,16 +112,22 @@ bool Holds(const Clause& clause, const Value& value) {
 
 }  // namespace
 
-std::optional<std::function<bool(qint64 storedRow)>> ParseGridFilter(const QString& condition, const Recordset& rows) {
+std::optional<GridFilter> ParseGridFilter(const QString& condition, const Recordset& rows) {
   std::optional<Groups> groups = Parse(condition, rows);
   if (!groups) return std::nullopt;
-  return [groups = std::move(*groups), &rows](qint64 row) {
+  GridFilter filter;
+  for (const std::vector<Clause>& group : *groups) {
+    for (const Clause& clause : group)
+      filter.columns.push_back(clause.column);
+  }
+  filter.test = [groups = std::move(*groups), &rows](qint64 row) {
     return std::any_of(groups.begin(), groups.end(), [&rows, row](const std::vector<Clause>& group) {
       return std::all_of(group.begin(), group.end(), [&rows, row](const Clause& clause) {
         return Holds(clause, rows.StoredAt(row, clause.column).ToValue());
       });
     });
   };
+  return filter;
 }
 
 }  // namespace qbx

@@ -5,10 +5,16 @@
 #include <QString>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "database/recordset.h"
 
 namespace qbx {
+
+struct GridFilter {
+  std::function<bool(qint64 storedRow)> test;
+  std::vector<int> columns;  ///< that the condition looks at
+};
 
 /// A condition in words, such as "[Make] = 'Ford' AND Year > 2010 OR Model LIKE 'Trans%'", as a test of a stored row.
 ///
@@ -18,7 +24,6 @@ namespace qbx {
 /// regard to case. Nothing but "= NULL" and "<> NULL" is true of NULL.
 /// \param rows  must outlive the test and keep its columns
 /// \return nothing when the condition cannot be read or names an unknown field
-[[nodiscard]] std::optional<std::function<bool(qint64 storedRow)>> ParseGridFilter(const QString& condition,
-                                                                                   const Recordset& rows);
+[[nodiscard]] std::optional<GridFilter> ParseGridFilter(const QString& condition, const Recordset& rows);
 
 }  // namespace qbx

@@ -24,7 +24,10 @@ cDataGrid::cDataGrid(Statements& statements, Diagnostics diagnostics, const User
       diagnostics_(diagnostics),
       options_(options),
       model_(std::make_unique<GridModel>()),
-      delegate_(std::make_unique<GridDelegate>(*model_)) {}
+      delegate_(std::make_unique<GridDelegate>(*model_)) {
+  model_->SetEditor([this](qint64 row, int column, const QString& text) { return EditCell(row, column, text); },
+                    [this] { return BeforeUpdate(); });
+}
 
 cDataGrid::~cDataGrid() {
   if (!view_) return;
@@ -138,11 +141,6 @@ void cDataGrid::Tag(const QString& tagged) {
 
 bool cDataGrid::EditMode() const {
   return editMode_ || (owner_ != nullptr && owner_->EditMode());
-}
-
-void cDataGrid::EditMode(bool on) {
-  editMode_ = on;
-  model_->SetEditor([this](qint64 row, int column, const QString& text) { return EditCell(row, column, text); }, on);
 }
 
 void cDataGrid::sFilter(const QString& filter) {
@@ -269,8 +267,10 @@ void cDataGrid::Say(const QString& text, MessageIcon icon) {
 }
 
 void cDataGrid::ApplyFilter() {
-  const auto test = filter_.isEmpty() ? std::nullopt : ParseGridFilter(filter_, *records_);
-  records_->Filter(test ? *test : std::function<bool(qint64)>());
+  std::optional<GridFilter> filter;
+  if (!filter_.isEmpty()) filter = ParseGridFilter(filter_, *records_);
+  model_->SetFilteredColumns(filter ? QSet<int>(filter->columns.begin(), filter->columns.end()) : QSet<int>());
+  records_->Filter(filter ? std::move(filter->test) : std::function<bool(qint64)>());
 }
 
 void cDataGrid::ApplySort() {

@@ -122,7 +122,7 @@ class cDataGrid {
   /// The grid is editable: deletions reach the database, and cells of a writable recordset can be edited. It is also
   /// editable while its owner is in edit mode.
   [[nodiscard]] bool EditMode() const;
-  void EditMode(bool on);
+  void EditMode(bool on) { editMode_ = on; }
   /// What the grid control lets the user do. Deletes are off, updates on at first. A grid that allows deletes but no
   /// updates refuses Ctrl+Delete with a message.
   [[nodiscard]] bool AllowDelete() const { return allowDelete_; }
@@ -130,7 +130,7 @@ class cDataGrid {
   [[nodiscard]] bool AllowUpdate() const { return allowUpdate_; }
   void AllowUpdate(bool allow) { allowUpdate_ = allow; }
   /// Shows only rows that fulfil a condition on the recordset, such as "[Make] = 'Ford' AND [Year] > 2010"; empty: all.
-  /// A condition that cannot be read shows all.
+  /// A condition that cannot be read shows all. The headings of its columns are marked.
   [[nodiscard]] QString sFilter() const { return filter_; }
   void sFilter(const QString& filter);
   /// Name of the column (or, separated by ",", columns) that identifies a row.
@@ -176,8 +176,9 @@ class cDataGrid {
   void Clear();
 
   // Columns.
-  /// Headings, formats and first widths of the columns.
-  void FormatColumns();
+  /// Headings and formats of the columns anew.
+  /// \param highlightedColumns  names in brackets ("[Make][Model]") of columns to be shown in blue, now and later
+  void FormatColumns(const QString& highlightedColumns = {});
   /// Another heading than the field's name.
   void SetCaption(const QString& field, const QString& caption);
   void HideColumns(const QStringList& fields, bool hide = true);
@@ -289,7 +290,8 @@ class cDataGrid {
   [[nodiscard]] int SortedColumn() const;
   [[nodiscard]] int VisibleColumn(int column) const;
   void DeleteSelected();
-  bool DeleteRow(qint64 row);
+  bool DeleteInDatabase(qint64 row);
+  void DropRows(const std::vector<qint64>& rows);
   bool EditCell(qint64 row, int column, const QString& text);
   bool Shortcut(const QKeyEvent& event);
   bool FindTyped(const QKeyEvent& event);
@@ -333,7 +335,6 @@ class cDataGrid {
   int customBackColor_ = -1;
   qint64 headerId_ = 0;
   std::vector<Value> deleteKey_;  // of the row about to be deleted
-  QString deleteError_;           // why it could not be
   Qt::KeyboardModifiers clickModifiers_;
   QPoint clickedAt_;
   int controlKey_ = 0;    // Delete or Insert went down with Ctrl

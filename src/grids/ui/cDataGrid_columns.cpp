@@ -12,17 +12,19 @@ namespace qbx {
 namespace {
 
 constexpr int kRowPadding = 6;      // above and below a line, together
-constexpr int kCellPadding = 14;    // left and right of a text, together
+constexpr int kCellPadding = 18;    // left and right of a text, together
 constexpr int kSortMarkWidth = 16;  // beside a heading
 constexpr int kWidestFirst = 260;   // a long text does not push the others out of sight
 constexpr int kLinesWhenWrapped = 3;
 constexpr qint64 kSample = 60;  // rows looked at for the first widths
 
 QString Widest(const Recordset& records, int column, const GridColumn& format) {
-  QString widest;
+  QString widest = format.type != ValueType::kDateTime      ? QString()
+                   : format.format == GridFormat::kDateTime ? QStringLiteral("00/00/0000 00:00:00")
+                                                            : QStringLiteral("00/00/0000");
   const qint64 count = std::min(records.RecordCount(), kSample);
   for (qint64 row = 0; row < count; ++row) {
-    const QString text = GridText(records.At(row, column), format);
+    const QString text = OneLine(GridText(records.At(row, column), format));
     if (text.size() > widest.size()) widest = text;
   }
   return widest;
@@ -30,11 +32,8 @@ QString Widest(const Recordset& records, int column, const GridColumn& format) {
 
 }  // namespace
 
-void cDataGrid::FormatColumns() {
-  Guarded("FormatColumns", [this] {
-    model_->Format({});
-    if (view_) FirstWidths();
-  });
+void cDataGrid::FormatColumns(const QString& highlightedColumns) {
+  Guarded("FormatColumns", [this, &highlightedColumns] { model_->Format(highlightedColumns); });
 }
 
 /// Wide enough for the heading and for what the first rows hold; measuring every row would cost seconds.

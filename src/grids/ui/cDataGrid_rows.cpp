@@ -104,14 +104,27 @@ bool cDataGrid::AfterDelete() {
   return result.Ok();
 }
 
-/// Deletes one row, in the database first so that a row that is still there is never hidden. The rows shown are told of
-/// it by the caller.
-bool cDataGrid::DeleteRow(qint64 row) {
+/// The database comes first, so that a row that is still there is never hidden. A grid that is not editable does not
+/// reach it.
+bool cDataGrid::DeleteInDatabase(qint64 row) {
+  if (!EditMode()) return true;
   deleteKey_ = KeyOf(row);
-  if (EditMode() && !AfterDelete()) return false;
-  records_->MoveTo(row);
-  records_->Drop();
-  return true;
+  return AfterDelete();
+}
+
+/// Takes rows out of the recordset, in one walk.
+/// \param rows  in rising order
+void cDataGrid::DropRows(const std::vector<qint64>& rows) {
+  auto next = rows.begin();
+  records_->MoveFirst();
+  for (qint64 row = 0; next != rows.end() && !records_->Eof(); ++row) {
+    if (row == *next) {
+      records_->Drop();
+      ++next;
+    } else {
+      records_->MoveNext();
+    }
+  }
 }
 
 /// What Ctrl+Delete does: an editable grid deletes one row at a time, any other just stops showing the rows.
@@ -122,21 +135,22 @@ void cDataGrid::DeleteSelected() {
   if (EditMode() && (!BeforeDelete() || (owner_ != nullptr && !owner_->MayDeleteRows()))) return;
   if (rows.size() == 1 && CurrentRow() != rows.front()) SetCurrent(rows.front(), view_->currentIndex().column());
   const qint64 recordId = RecordID();
-  const bool reaches = EditMode();
   bool deleted = false;
-  if (!Guarded("BeforeDelete", [&] {
-        const RedrawOff redraw(view_);
-        const Place place = Remember();
-        deleted = std::all_of(rows.rbegin(), rows.rend(), [this](qint64 row) { return DeleteRow(row); });
-        model_->RowsChanged();
-        Restore(place);
-        ShowPanel();
-      }))
-    return;
+  const bool done = Guarded("AfterDelete", [&] {
+    const RedrawOff redraw(view_);
+    deleted = DeleteInDatabase(rows.front());
+    if (!deleted) return;
+    const Place place = Remember();
+    DropRows(rows);
+    model_->RowsChanged();
+    Restore(place);
+    ShowPanel();
+  });
+  if (!done) return;
   if (!deleted) {
     Say(QStringLiteral("Error deleting currently selected row. It may have already been deleted."),
         MessageIcon::kInformation);
-  } else if (reaches && onDeleted_) {
+  } else if (EditMode() && onDeleted_) {
     onDeleted_(recordId);
   }
 }
@@ -153,12 +167,12 @@ void cDataGrid::RemoveRows() {
     std::vector<qint64> removed;
     {
       const RedrawOff redraw(view_);
-      bool going = true;
-      for (qint64 row = RowCount() - 1; going && row >= 0; --row) {
-        const std::vector<Value> key = KeyOf(row);
-        going = DeleteRow(row);
-        if (going && !key.empty()) removed.push_back(key.front().ToInt());
+      std::vector<qint64> rows;
+      for (qint64 row = 0; row < RowCount() && DeleteInDatabase(row); ++row) {
+        rows.push_back(row);
+        if (const std::vector<Value> key = KeyOf(row); !key.empty()) removed.push_back(key.front().ToInt());
       }
+      DropRows(rows);
       model_->RowsChanged();
       SetCurrent(0, VisibleColumn(-1));
       ShowPanel();

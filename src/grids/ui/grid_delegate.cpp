@@ -7,6 +7,9 @@
 #include "grids/ui/grid_model.h"
 
 namespace qbx {
+namespace {
+constexpr int kTextMargin = 3;
+}  // namespace
 
 void GridDelegate::SetWrap(bool wraps, bool all, const QString& field) {
   wraps_ = wraps;
@@ -30,26 +33,53 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
   const bool wraps =
       wraps_ && column != nullptr && (wrapsAll_ || column->field.compare(wrapField_, Qt::CaseInsensitive) == 0);
   option->features.setFlag(QStyleOptionViewItem::WrapText, wraps);
+  if (!wraps) option->text = OneLine(option->text);
 }
 
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
   QStyleOptionViewItem cell = option;
   initStyleOption(&cell, index);
+  const bool current = (cell.state & QStyle::State_HasFocus) != 0;
+  cell.state &= ~(QStyle::State_HasFocus | QStyle::State_MouseOver);
   const QStyle* style = cell.widget != nullptr ? cell.widget->style() : QApplication::style();
+  style->drawPrimitive(QStyle::PE_PanelItemViewItem, &cell, painter, cell.widget);
   if (model_.IsTick(index.column())) {
-    const QString text = std::exchange(cell.text, QString());
+    if (!cell.text.isEmpty()) PaintTick(*painter, cell, cell.text == QLatin1String("Yes"));
+  } else {
+    cell.rect.adjust(kTextMargin, 0, -kTextMargin, 0);
     style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
-    if (!text.isEmpty()) PaintTick(*painter, cell, text == QLatin1String("Yes"));
-    return;
+    cell.rect = option.rect;
   }
-  style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, cell.widget);
-  if ((cell.state & QStyle::State_HasFocus) == 0 || !HasEditButton(index.column())) return;
+  if (current) PaintCurrent(*painter, cell);
+}
+
+/// The row is selected as a whole, so the cell in which the keys act needs a frame of its own.
+void GridDelegate::PaintCurrent(QPainter& painter, const QStyleOptionViewItem& option) const {
+  const bool selected = (option.state & QStyle::State_Selected) != 0;
+  painter.save();
+  painter.setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Highlight));
+  painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+  painter.restore();
+  if (!HasEditButton(option.index.column())) return;
+  const QStyle* style = option.widget != nullptr ? option.widget->style() : QApplication::style();
   QStyleOptionButton button;
-  button.rect = EditButtonRect(cell.rect);
+  button.rect = EditButtonRect(option.rect);
   button.text = QStringLiteral("...");
-  button.palette = cell.palette;
+  button.palette = option.palette;
   button.state = QStyle::State_Enabled | QStyle::State_Raised;
-  style->drawControl(QStyle::CE_PushButton, &button, painter, cell.widget);
+  style->drawControl(QStyle::CE_PushButton, &button, &painter, option.widget);
+}
+
+bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) {
+  if (event->type() != QEvent::ToolTip || !index.isValid() || model_.IsTick(index.column()))
+    return QStyledItemDelegate::helpEvent(event, view, option, index);
+  QStyleOptionViewItem cell = option;
+  initStyleOption(&cell, index);
+  const int width = cell.fontMetrics.horizontalAdvance(cell.text) + 4 * kTextMargin;
+  const QString tip = width > cell.rect.width() ? index.data().toString() : QString();
+  QToolTip::showText(event->globalPos(), tip.isEmpty() ? QString() : Qt::convertFromPlainText(tip), view);
+  return true;
 }
 
 /// A tick for yes, in a thin box where a click changes it; so an empty box can be seen to be clickable.

@@ -9,7 +9,8 @@ namespace qbx {
 
 class GridModel;
 
-/// Draws ticks, wrapped texts in the columns that wrap, and the edit button of the current cell.
+/// Draws ticks, texts on one line except in the columns that wrap, a frame around the current cell, and its edit button.
+/// A text that is cut off is shown whole as a tip.
 class GridDelegate final : public QStyledItemDelegate {
  public:
   explicit GridDelegate(const GridModel& model) : model_(model) {}
@@ -22,12 +23,15 @@ class GridDelegate final : public QStyledItemDelegate {
   [[nodiscard]] static QRect EditButtonRect(const QRect& cell);
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override;
 
  protected:
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 
  private:
   void PaintTick(QPainter& painter, const QStyleOptionViewItem& option, bool ticked) const;
+  void PaintCurrent(QPainter& painter, const QStyleOptionViewItem& option) const;
 
   const GridModel& model_;
   QSet<QString> editButtons_;

@@ -93,9 +93,9 @@ bool GridModel::IsFlag(int column) const {
   return found != nullptr && HasAny(flags_, found->field);
 }
 
-void GridModel::SetEditor(Editor editor, bool editable) {
+void GridModel::SetEditor(Editor editor, std::function<bool()> mayEdit) {
   editor_ = std::move(editor);
-  editable_ = editable;
+  mayEdit_ = std::move(mayEdit);
 }
 
 void GridModel::SetStyles(GridStyles styles, QColor customBackground) {
@@ -114,6 +114,17 @@ GridStyle& GridModel::NamedStyle(const QString& name) {
 void GridModel::SetSortedColumn(int column) {
   sortedColumn_ = column;
   if (!columns_.empty()) headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+}
+
+void GridModel::SetFilteredColumns(QSet<int> columns) {
+  filteredColumns_ = std::move(columns);
+  if (!columns_.empty()) headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+}
+
+/// Invalid for an ordinary heading.
+QColor GridModel::HeadingColour(int column) const {
+  if (column == sortedColumn_) return styles_.sorted;
+  return filteredColumns_.contains(column) ? styles_.filtered : QColor();
 }
 
 void GridModel::Highlight(qint64 row, int column) {
@@ -194,10 +205,14 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
       return column->heading;
     case Qt::ToolTipRole:
       return column->heading;
-    case Qt::BackgroundRole:
-      return section == sortedColumn_ ? QVariant(QBrush(styles_.sorted)) : QVariant();
-    case Qt::ForegroundRole:
-      return section == sortedColumn_ ? QVariant(QBrush(ReadableOn(styles_.sorted))) : QVariant();
+    case Qt::BackgroundRole: {
+      const QColor colour = HeadingColour(section);
+      return colour.isValid() ? QVariant(QBrush(colour)) : QVariant();
+    }
+    case Qt::ForegroundRole: {
+      const QColor colour = HeadingColour(section);
+      return colour.isValid() ? QVariant(QBrush(ReadableOn(colour))) : QVariant();
+    }
     case Qt::TextAlignmentRole:
       return QVariant::fromValue(Qt::AlignVCenter | (column->IsNumber() ? Qt::AlignRight : Qt::AlignLeft));
     default:
@@ -209,7 +224,7 @@ Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
   if (!index.isValid() || index.row() >= rows_) return Qt::NoItemFlags;
   Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
   const GridColumn* column = ColumnAt(index.column());
-  if (editable_ && column != nullptr && records_->IsWritable() && !HasAny(locked_, column->field))
+  if (column != nullptr && records_->IsWritable() && mayEdit_ && mayEdit_() && !HasAny(locked_, column->field))
     flags |= Qt::ItemIsEditable;
   return flags;
 }

@@ -36,13 +36,15 @@ class GridModel final : public QAbstractTableModel {
   void Lock(const QStringList& fields, bool lock);
   [[nodiscard]] bool IsTick(int column) const;
   [[nodiscard]] bool IsFlag(int column) const;
-  void SetEditor(Editor editor, bool editable);
+  /// \param mayEdit  asked for every cell that somebody wants to edit
+  void SetEditor(Editor editor, std::function<bool()> mayEdit);
 
   void SetStyles(GridStyles styles, QColor customBackground);
   [[nodiscard]] const GridStyles& Styles() const { return styles_; }
   GridStyle& NamedStyle(const QString& name);
   void SetRowStyle(std::function<QString(qint64)> styleOf) { styleOf_ = std::move(styleOf); }
   void SetSortedColumn(int column);
+  void SetFilteredColumns(QSet<int> columns);
   /// Marks one cell; a row of -1 none.
   void Highlight(qint64 row, int column);
 
@@ -55,6 +57,7 @@ class GridModel final : public QAbstractTableModel {
 
  private:
   [[nodiscard]] const GridStyle& StyleOf(qint64 row) const;
+  [[nodiscard]] QColor HeadingColour(int column) const;
   [[nodiscard]] QColor ForegroundOf(const QModelIndex& index, const GridStyle& style) const;
   void Decorate();
 
@@ -66,12 +69,13 @@ class GridModel final : public QAbstractTableModel {
   QSet<QString> flags_;
   QSet<QString> locked_;
   Editor editor_;
-  bool editable_ = false;
+  std::function<bool()> mayEdit_;
   GridStyles styles_;
   QColor customBackground_;
   std::map<QString, GridStyle> named_;
   std::function<QString(qint64)> styleOf_;
   int sortedColumn_ = -1;
+  QSet<int> filteredColumns_;
   qint64 highlightedRow_ = -1;
   int highlightedColumn_ = -1;
 };

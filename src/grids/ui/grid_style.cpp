@@ -60,6 +60,12 @@ Colours PairOf(int background, int foreground, int neverChosen, const QPalette& 
   return {base.color(role), base.color(QPalette::Text)};
 }
 
+/// A marked heading in the user's colour, or a tint of the palette's when none was chosen.
+QColor MarkOf(int colour, const QPalette& base) {
+  const bool chosen = colour != 0 && !(IsDark(base) && colour == kFirstSorted);
+  return chosen ? ColourOf(colour) : Mixed(base.color(QPalette::Button), base.color(QPalette::Highlight), 0.35);
+}
+
 }  // namespace
 
 QColor ColourOf(int number) {
@@ -92,10 +98,8 @@ GridStyles StylesOf(const UserOptions& options, const QPalette& base, const QFon
   styles.heading = {FontOf(font, options.GRID_HEADFONT, options.GRID_HEADFONT_SIZE, options.GRID_HEADFONT_BOLD,
                            options.GRID_HEADFONT_ITALIC, options.GRID_HEADFONT_UNDERLINE),
                     base.color(QPalette::Button), base.color(QPalette::ButtonText)};
-  const int sorted = options.SORTED_COLUMN_COLOUR;
-  const bool chosen = sorted != 0 && !(IsDark(base) && sorted == kFirstSorted);
-  styles.sorted =
-      chosen ? ColourOf(sorted) : Mixed(base.color(QPalette::Button), base.color(QPalette::Highlight), 0.35);
+  styles.sorted = MarkOf(options.SORTED_COLUMN_COLOUR, base);
+  styles.filtered = MarkOf(options.FILTER_COLUMN_COLOUR, base);
   return styles;
 }
 

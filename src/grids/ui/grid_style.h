@@ -24,7 +24,8 @@ struct GridStyles {
   GridStyle even;
   GridStyle section;
   GridStyle heading;
-  QColor sorted;  ///< background of the sorted column's heading
+  QColor sorted;    ///< background of the sorted column's heading
+  QColor filtered;  ///< background of a filtered column's heading
 };
 
 /// A colour number of the options: 24-bit RGB, red in the lowest byte.

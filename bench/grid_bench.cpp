@@ -1,0 +1,171 @@
+// What the results grid costs: from the end of a query to a painted grid, sorting, scrolling, and flipping a flag.
+//
+//   grid_bench [ROUNDS [CUSTOMERS]]     medians over rounds run in turn; needs no display
+//
+// Beside it: the same rows stepped and every column read as text through the C API of SQLite.
+
+#include <malloc.h>
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QImage>
+#include <QTableView>
+#include <array>
+
+#include "grids/ui/cDataGrid.h"
+#include "queries/query_catalogue.h"
+#include "support/plain_database.h"
+#include "support/rounds.h"
+#include "support/sample_program.h"
+
+namespace {
+
+using namespace qbx;
+using namespace qbx::bench;
+
+constexpr int kCampaign = -3;
+constexpr int kShownColumns = 30;
+
+/// The grid as the results page has it.
+class ResultsGrid {
+ public:
+  explicit ResultsGrid(SampleProgram& program)
+      : program_(program), grid_(program.App().statements, program.App().diagnostics, program.App().userOptions) {
+    view_.resize(1100, 600);
+    grid_.Grid(view_);
+    grid_.StoredProc(QStringLiteral("Campaign_Results"));
+    grid_.SetLineID(QStringLiteral("RecordID"));
+    grid_.FlagColumns({QStringLiteral("Send_SMS"), QStringLiteral("Send_Email"), QStringLiteral("Send_Letter"),
+                       QStringLiteral("Processed")});
+    Results().OnDisplayed([this] { grid_.ConnectRecordset(Results().Rows()); });
+    Results().OnRefresh([this](const std::function<void()>& requery) { grid_.Requery(requery); });
+    view_.show();
+  }
+
+  [[nodiscard]] ResultsView& Results() { return program_.Desk().results; }
+  [[nodiscard]] cDataGrid& Grid() { return grid_; }
+
+  void Paint() {
+    QCoreApplication::processEvents();
+    view_.render(&image_);
+  }
+
+  /// Drops the rows, so that the next display starts as the first did.
+  void Forget() {
+    grid_.Clear();
+    Results().Rows().Close();
+    malloc_trim(0);
+  }
+
+  void Display() {
+    if (!Results().DisplayResults(kCampaign)) Fail("the rows could not be read");
+    Paint();
+  }
+
+  void Flip() {
+    const QString before = grid_.CellText(grid_.CurrentRow(), QStringLiteral("Send_SMS"));
+    program_.Desk().flags.ToggleCheckBox(QStringLiteral("Send_SMS"), grid_.RecordID());
+    if (grid_.CellText(grid_.CurrentRow(), QStringLiteral("Send_SMS")) == before) Fail("no flag was flipped");
+    Paint();
+  }
+
+ private:
+  SampleProgram& program_;
+  QTableView view_;
+  cDataGrid grid_;
+  QImage image_ = QImage(1100, 600, QImage::Format_ARGB32_Premultiplied);
+};
+
+/// Memory in use, MiB.
+double UsedMemory() {
+  const auto info = mallinfo2();
+  return static_cast<double>(info.uordblks + info.hblkhd) / 1048576.0;
+}
+
+void RunQuery(SampleProgram& program) {
+  CampaignRecord& record = program.App().campaign.record;
+  record.ID = kCampaign;
+  record.CampaignTypeID = kAllCustomers;
+  program.App().options.Only_Send_Comms_When_Opted_In = false;
+  for (const int step : {0, 1}) {
+    if (program.Desk().queries.ProcessQuery(step, false) != QueryOutcome::kDone)
+      Fail(program.Ui().LastMessage().toUtf8().constData());
+  }
+}
+
+void Show(const char* what, const std::vector<double>& times) {
+  std::printf("%-44s %9.1f ms\n", what, Median(times));
+}
+
+constexpr std::array kSorted = {"Lastname",     "Address",       "Email",   "Customer",
+                                "Last_Mileage", "Last_Invoiced", "Send_SMS"};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  QApplication::setStyle(QStringLiteral("Fusion"));
+  const int rounds = argc > 1 ? std::atoi(argv[1]) : 7;
+  const int customers = argc > 2 ? std::atoi(argv[2]) : 100'000;
+  SampleProgram program(customers);
+  {
+    const PlainDatabase garage = OpenPlain(program.File(), program.Time());
+    RunSql(garage.get(), "UPDATE Customers SET No_Marketing = 0, Consent_Response = 0");  // nobody is left out
+  }
+  program.Start();
+  RunQuery(program);
+  const PlainDatabase plain = OpenPlain(program.File(), program.Time());
+  const PlainStatement select =
+      Prepare(plain.get(), "SELECT * FROM Campaign_Results_Grid WHERE CampaignID = -3 ORDER BY RecordID");
+  ResultsGrid grid(program);
+  grid.Display();
+  const qint64 rows = grid.Grid().RowCount();
+  if (rows != customers || StepThrough(select) != rows) Fail("rows are missing");
+  if (static_cast<int>(grid.Results().Rows().Columns().size()) < kShownColumns) Fail("columns are missing");
+
+  std::vector<double> plainTimes;
+  std::vector<double> shown;
+  std::vector<double> memory;
+  std::vector<double> scrolled;
+  std::vector<double> flipped;
+  std::vector<double> selected;
+  std::array<std::vector<double>, kSorted.size()> sorted;
+  for (int round = 0; round < rounds; ++round) {
+    plainTimes.push_back(Milliseconds([&] { StepThrough(select); }));
+    grid.Forget();
+    const double before = UsedMemory();
+    shown.push_back(Milliseconds([&] { grid.Display(); }));
+    memory.push_back(UsedMemory() - before);
+    for (int tenth = 1; tenth <= 10; ++tenth) {
+      scrolled.push_back(Milliseconds([&] {
+        grid.Grid().SetFirstVisibleRow(rows * tenth / 11);
+        grid.Paint();
+      }));
+    }
+    grid.Grid().MoveTo(rows / 2);
+    flipped.push_back(Milliseconds([&] { grid.Flip(); }));
+    selected.push_back(Milliseconds([&] {
+      grid.Grid().SelectAll();
+      grid.Paint();
+    }));
+    for (std::size_t i = 0; i < kSorted.size(); ++i) {
+      sorted[i].push_back(Milliseconds([&] {
+        grid.Grid().HeadClick(grid.Results().Rows().ColumnIndex(QLatin1String(kSorted[i])));
+        grid.Paint();
+      }));
+    }
+    grid.Grid().sSortString({});
+  }
+
+  std::printf("%lld rows of %zu columns, median of %d rounds\n", rows, grid.Results().Rows().Columns().size(), rounds);
+  Show("plain step + column_text", plainTimes);
+  std::printf("%-44s %9.1f ms   %.2f x plain (goal 2)\n", "counters, rows, grid, first paint", Median(shown),
+              Median(shown) / Median(plainTimes));
+  std::printf("%-44s %9.1f MiB (goal 80)\n", "memory", Median(memory));
+  for (std::size_t i = 0; i < kSorted.size(); ++i)
+    Show((QByteArray("sort by ") + kSorted[i] + " (goal 500)").constData(), sorted[i]);
+  Show("scroll anywhere and paint", scrolled);
+  Show("flip a flag, read again, paint", flipped);
+  Show("select all rows and paint", selected);
+}

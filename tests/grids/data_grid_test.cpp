@@ -1,0 +1,310 @@
+// The data grid as a user meets it: sorting, selecting, finding, copying, deleting, reading again.
+
+#include <QApplication>
+#include <QScrollBar>
+
+#include "grids/grid_fixture.h"
+#include "settings/registry_values.h"
+#include "support/memory_registry_store.h"
+
+namespace qbx {
+namespace {
+
+using test::GridFixture;
+
+TEST_F(GridFixture, AHeadingSortsAndTurnsRound) {
+  Run(QStringLiteral(
+      "INSERT INTO Lines VALUES (1, 'bell', 10, '2026-02-01', 1), (2, NULL, 9.5, NULL, 0), "
+      "(3, 'Adams', -1, '2025-12-31', 1), (4, 'BELL', NULL, '2026-01-01', NULL), (5, 'Émile', 100, NULL, 0)"));
+  Connect();
+  grid_.MoveTo(3);
+  struct Click {
+    const char* field;
+    const char* ids;
+    const char* sort;
+  };
+  for (const Click& click : std::initializer_list<Click>{
+           {"Last_Name", "2 3 1 4 5", "[Last_Name] ASC"},
+           {"Last_Name", "5 1 4 3 2", "[Last_Name] DESC"},  // equal names keep their order
+           {"Price", "4 3 2 1 5", "[Price] ASC"},
+           {"Due", "2 5 3 4 1", "[Due] ASC"},
+           {"Ticked", "4 2 5 1 3", "[Ticked] ASC"},
+       }) {
+    ClickHeading(QLatin1String(click.field));
+    EXPECT_EQ(Shown(QStringLiteral("ID")), QLatin1String(click.ids)) << click.sort;
+    EXPECT_EQ(grid_.sSortString(), QLatin1String(click.sort));
+    EXPECT_EQ(grid_.CurrentRow(), 0);
+  }
+  Run(QStringLiteral("UPDATE Lines SET Ticked = 1 WHERE ID = 2"));
+  grid_.Requery();
+  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("4 5 1 2 3")) << "sorted anew after reading again";
+  Connect();
+  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("4 5 1 2 3")) << "and with other rows";
+  grid_.bColSorting(false);
+  ClickHeading(QStringLiteral("ID"));
+  EXPECT_EQ(grid_.sSortString(), QStringLiteral("[Ticked] ASC"));
+}
+
+TEST_F(GridFixture, SelectingManyRowsAsksFirst) {
+  Fill(500);
+  Connect();
+  Press(Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(grid_.SelectedCount(), 500);
+  EXPECT_TRUE(ui.Messages().empty());
+  Press(Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(grid_.SelectedCount(), 0);
+
+  Run(QStringLiteral("INSERT INTO Lines (ID) VALUES (501)"));
+  grid_.Requery();
+  grid_.MoveTo(7);
+  ui.Answer(QStringLiteral("There are 501 records"), MessageAnswer::kNo);
+  grid_.SelectAll();
+  EXPECT_EQ(grid_.SelectedCount(), 1) << "refused: nothing changes";
+  ui.Answer({}, MessageAnswer::kYes);
+  grid_.SelectAll();
+  EXPECT_EQ(grid_.SelectedCount(), 501);
+  EXPECT_EQ(grid_.CurrentRow(), 0);
+
+  grid_.sFilter(QStringLiteral("ID < 0"));
+  grid_.SelectAll();
+  EXPECT_EQ(ui.Messages().back().text, QStringLiteral("Nothing to be selected."));
+}
+
+class DeletingRows : public GridFixture {
+ protected:
+  DeletingRows() {
+    Run(
+        QStringLiteral("INSERT INTO _Procedures (Name, Header, Body, Version) VALUES ('proc_delp_Lines', "
+                       "'CREATE PROCEDURE proc_delp_Lines @ID int AS', 'DELETE FROM Lines WHERE ID = @ID', 1)"));
+    Fill(4);
+    grid_.StoredProc(QStringLiteral("Lines"));
+    grid_.OnDeleted([this](qint64 id) { deleted_ += id; });
+    Connect();
+  }
+  void CtrlDelete() { Press(Qt::Key_Delete, Qt::ControlModifier); }
+  [[nodiscard]] QString LastMessage() const { return ui.Messages().empty() ? QString() : ui.Messages().back().text; }
+
+  QList<qint64> deleted_;
+};
+
+TEST_F(DeletingRows, OnlyAsTheGridAllows) {
+  CtrlDelete();
+  EXPECT_EQ(grid_.RowCount(), 4) << "deletes are not allowed";
+  EXPECT_EQ(keysUp_.count(Qt::Key_Delete), 1) << "the owner hears of every key";
+  grid_.AllowDelete(true);
+  grid_.AllowUpdate(false);
+  CtrlDelete();
+  EXPECT_EQ(LastMessage(), QStringLiteral("Rows cannot be deleted from this grid."));
+  EXPECT_EQ(grid_.RowCount(), 4);
+  grid_.AllowUpdate(true);
+  CtrlDelete();
+  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("2 3 4"));
+  EXPECT_EQ(Ask(QStringLiteral("SELECT count(*) FROM Lines")).ToInt(), 4)
+      << "a grid that is not editable only hides rows";
+}
+
+TEST_F(DeletingRows, OneByOneInAnEditableGrid) {
+  grid_.AllowDelete(true);
+  grid_.EditMode(true);
+  ClickCell(0, QStringLiteral("ID"));
+  ClickCell(2, QStringLiteral("ID"), Qt::ShiftModifier);
+  CtrlDelete();
+  EXPECT_EQ(LastMessage(), QStringLiteral("Deleting multiple rows is not supported."));
+  EXPECT_EQ(grid_.RowCount(), 4);
+
+  ClickCell(1, QStringLiteral("ID"));
+  CtrlDelete();
+  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("1 3 4"));
+  EXPECT_EQ(Rows(QStringLiteral("SELECT ID FROM Lines")), QStringList({"1", "3", "4"}));
+  EXPECT_EQ(grid_.RecordID(), 3) << "the next row is current";
+  EXPECT_EQ(deleted_, QList<qint64>{2});
+
+  Run(QStringLiteral("DROP TABLE Lines"));
+  CtrlDelete();
+  EXPECT_EQ(LastMessage(), QStringLiteral("Error deleting currently selected row. It may have already been deleted."));
+  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("1 3 4")) << "what is still there is still shown";
+  EXPECT_EQ(deleted_.size(), 1);
+}
+
+TEST_F(DeletingRows, AllOfThem) {
+  grid_.EditMode(true);
+  grid_.RemoveRows();
+  EXPECT_EQ(Ask(QStringLiteral("SELECT count(*) FROM Lines")).ToInt(), 0);
+  EXPECT_EQ(PanelText(), QStringLiteral("No records to display"));
+  EXPECT_EQ(deleted_.size(), 4);
+}
+
+TEST_F(GridFixture, InsertingRowsNeedsAnOwnerInEditMode) {
+  Run(
+      QStringLiteral("INSERT INTO _Procedures (Name, Header, Body, Version) VALUES ('proc_addp_Lines_InsertRow', "
+                     "'CREATE PROCEDURE proc_addp_Lines_InsertRow @Header int, @Above int AS', "
+                     "'INSERT INTO Lines (ID, Price) VALUES (@Above + 10, @Header)', 1)"));
+  Fill(2);
+  grid_.StoredProc(QStringLiteral("Lines"));
+  grid_.SetHeaderID(77);
+  Connect();
+  Press(Qt::Key_Insert, Qt::ControlModifier);
+  EXPECT_TRUE(ui.Messages().empty());
+  editing_ = true;
+  Press(Qt::Key_Insert, Qt::ControlModifier);
+  EXPECT_EQ(ui.MessageTexts(), QStringList(QStringLiteral("Row Inserting is not available on this grid.")));
+  grid_.bRowInserts(true);
+  Press(Qt::Key_Insert, Qt::ControlModifier);
+  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("1 2 11"));
+  EXPECT_EQ(grid_.CellText(2, QStringLiteral("Price")), QStringLiteral("77.00"));
+}
+
+TEST_F(GridFixture, ReadingAgainKeepsTheUserInPlace) {
+  Fill(400);
+  Connect();
+  view_->horizontalHeader()->resizeSection(0, 800);
+  view_->horizontalScrollBar()->setValue(90);
+  grid_.SetFirstVisibleRow(200);
+  view_->setCurrentIndex(view_->model()->index(203, 3));
+  ASSERT_EQ(grid_.FirstVisibleRow(), 200);
+  view_->horizontalScrollBar()->setValue(90);
+
+  Run(QStringLiteral("DELETE FROM Lines WHERE ID <= 5 OR ID = 350"));  // another desk
+  grid_.Requery();
+  EXPECT_EQ(grid_.CellText(grid_.FirstVisibleRow(), QStringLiteral("ID")), QStringLiteral("201"));
+  EXPECT_EQ(grid_.RecordID(), 204);
+  EXPECT_EQ(grid_.CurrentField(), QStringLiteral("Due"));
+  EXPECT_EQ(view_->horizontalScrollBar()->value(), 90);
+
+  grid_.sSortString(QStringLiteral("[Ticked] DESC"));
+  grid_.SetFirstVisibleRow(100);
+  grid_.MoveTo(100);
+  const QString below = grid_.CellText(101, QStringLiteral("ID"));
+  Run(QStringLiteral("UPDATE Lines SET Ticked = 0 WHERE ID = %1").arg(grid_.RecordID()));
+  grid_.Requery();
+  EXPECT_EQ(grid_.CellText(grid_.FirstVisibleRow() + 1, QStringLiteral("ID")), below)
+      << "a row that a flip moves away does not take the view with it";
+
+  grid_.Requery([] { throw std::runtime_error("gone"); });
+  EXPECT_EQ(ui.MessageTexts(), QStringList(QStringLiteral("Unexpected error when reloading the grid.")));
+  EXPECT_EQ(grid_.RowCount(), 394);
+}
+
+TEST_F(GridFixture, TypingFindsInTheSortedColumn) {
+  Run(QStringLiteral(
+      "INSERT INTO Lines (ID, Last_Name) VALUES (1, 'Baker'), (2, 'brown'), (3, 'Ash'), (4, 'Van Dyk'), (5, 'Vance')"));
+  Connect();
+  const auto current = [this] { return grid_.CellText(grid_.CurrentRow(), QStringLiteral("Last_Name")); };
+  QTest::keyClicks(view_, QStringLiteral("4"));
+  EXPECT_EQ(current(), QStringLiteral("Van Dyk")) << "unsorted: in the current column";
+  Press(Qt::Key_Escape);
+  grid_.sSortString(QStringLiteral("Last_Name"));
+  QTest::keyClicks(view_, QStringLiteral("B"));
+  EXPECT_EQ(current(), QStringLiteral("Baker"));
+  QTest::keyClicks(view_, QStringLiteral("r"));
+  EXPECT_EQ(current(), QStringLiteral("brown"));
+  QTest::keyClicks(view_, QStringLiteral("x"));
+  EXPECT_EQ(current(), QStringLiteral("brown")) << "nothing found: stays";
+  Press(Qt::Key_Backspace);
+  Press(Qt::Key_Backspace);
+  EXPECT_EQ(current(), QStringLiteral("Baker"));
+  Press(Qt::Key_Escape);
+  int clicks = 0;
+  grid_.OnCellClick([&clicks](const QString&, qint64) { ++clicks; });
+  QTest::keyClicks(view_, QStringLiteral("van d"));
+  EXPECT_EQ(current(), QStringLiteral("Van Dyk"));
+  EXPECT_EQ(clicks, 0) << "a blank inside of what is typed is no click";
+}
+
+TEST_F(GridFixture, OneClickOrSpaceAnswersOnce) {
+  Fill(3);
+  Connect();
+  QStringList clicked;
+  grid_.OnCellClick([&clicked, this](const QString& field, qint64 id) {
+    clicked += field + QString::number(id);
+    grid_.Requery();
+  });
+  ClickCell(1, QStringLiteral("Ticked"));
+  Press(Qt::Key_Space);
+  ClickCell(2, QStringLiteral("Ticked"), Qt::ControlModifier);
+  QTest::mouseClick(view_->viewport(), Qt::RightButton, {}, view_->visualRect(view_->model()->index(0, 4)).center());
+  EXPECT_EQ(clicked, QStringList({"Ticked2", "Ticked2"}));
+}
+
+TEST_F(GridFixture, CopyingGivesWhatIsShown) {
+  Fill(3);
+  Run(QStringLiteral("UPDATE Lines SET Last_Name = 'One\r\n2 High St\t' || ID WHERE ID = 1"));
+  Connect();
+  grid_.HideColumns({QStringLiteral("Due")});
+  view_->horizontalHeader()->moveSection(4, 0);
+  view_->setCurrentIndex(view_->model()->index(1, 2));
+  Press(Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("3.00"));
+  grid_.SelectAll();
+  Press(Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Ticked\tID\tLast Name\tPrice\r\n"
+                                                              "Yes\t1\tOne, 2 High St 1\t1.50\r\n"
+                                                              "No\t2\tName 2\t3.00\r\n"
+                                                              "Yes\t3\t\t4.50\r\n"));
+}
+
+TEST_F(GridFixture, AnEmptyGridSaysSo) {
+  EXPECT_EQ(PanelText(), QString()) << "nothing connected";
+  Connect();
+  EXPECT_EQ(PanelText(), QStringLiteral("No records to display"));
+  grid_.Tag(QStringLiteral("LOCK:1,MSG:Nobody was found"));
+  EXPECT_EQ(PanelText(), QStringLiteral("Nobody was found"));
+  grid_.bHideNoRecords(true);
+  EXPECT_EQ(PanelText(), QString());
+  grid_.bHideNoRecords(false);
+  Fill(1);
+  grid_.Requery();
+  EXPECT_EQ(PanelText(), QString());
+}
+
+TEST_F(GridFixture, FiltersInWordsAndFindsLines) {
+  Fill(9);
+  Connect();
+  for (const auto& [filter, ids] : std::initializer_list<std::pair<const char*, const char*>>{
+           {"ID > 2 AND ID <= 4 OR [Last_Name] = 'NAME 8'", "3 4 8"},
+           {"Last_Name = NULL", "3 6 9"},
+           {"Last_Name LIKE '%7' or Price = 1.5", "1 7"},
+           {"Due < #02/01/2026#", ""},
+           {"Nonsense = 1", "1 2 3 4 5 6 7 8 9"},
+           {"ID = ", "1 2 3 4 5 6 7 8 9"},
+       }) {
+    grid_.sFilter(QLatin1String(filter));
+    EXPECT_EQ(Shown(QStringLiteral("ID")), QLatin1String(ids)) << filter;
+  }
+  EXPECT_TRUE(grid_.FindLine(QStringLiteral("Last_Name"), Value(QStringLiteral("name 5"))));
+  EXPECT_EQ(grid_.RecordID(), 5);
+  EXPECT_FALSE(grid_.FindLine(QStringLiteral("ID"), Value(99)));
+  EXPECT_EQ(grid_.RecordID(), 5);
+}
+
+TEST_F(GridFixture, LayoutComesBack) {
+  test::MemoryRegistryStore store;
+  StartupValues startup;
+  startup.user = QStringLiteral("Jo");
+  startup.ProductKey = QStringLiteral("SOFTWARE\\Test\\");
+  RegistryFailures failures;
+  RegistryValues registry({store, diagnostics, failures}, startup);
+  grid_.KeepLayout(registry, QStringLiteral("frmMain"));
+  Fill(1);
+  Connect();
+  view_->horizontalHeader()->moveSection(4, 1);
+  view_->setColumnWidth(2, 123);
+  grid_.HideColumns({QStringLiteral("Due")});
+  grid_.SaveLayout();
+  EXPECT_EQ(
+      registry.sysLoadValueFromRegistry(QStringLiteral("frmMainDataGrid"), QStringLiteral("03-"), {.perUser = true}),
+      QStringLiteral("W:123,V:-1,C:02"));
+
+  QTableView other;
+  other.setObjectName(QStringLiteral("dbgData"));
+  cDataGrid again(statements, diagnostics, options_);
+  again.Grid(other);
+  again.KeepLayout(registry, QStringLiteral("frmMain"));
+  again.ConnectRecordset(rows_);
+  EXPECT_EQ(other.horizontalHeader()->visualIndex(4), 1);
+  EXPECT_EQ(other.columnWidth(2), 123);
+  EXPECT_TRUE(other.isColumnHidden(3));
+}
+
+}  // namespace
+}  // namespace qbx
