@@ -19,7 +19,10 @@ class frmProcessing;
 ///
 /// While logic lets events run (PumpEvents, Pause, Wait) windows repaint, but clicks, keys and requests to close that are meant for any
 /// window but the status box are dropped, not queued; a request to close brings the status box to the front instead. A widget on which
-/// `AllowWhileWorking` was called, and what it contains, stays usable. Boxes that are opened meanwhile work as ever.
+/// `AllowWhileWorking` was called, and what it contains, stays usable. Boxes that are opened meanwhile work as ever. Esc is Cancel of the
+/// status box, wherever the keyboard is.
+///
+/// The pointer is one switch, not a count: SetBusy(false) restores it however often it was switched on. One of these at a time.
 class WidgetUi : public UserInterface {
  public:
   WidgetUi();
@@ -41,7 +44,7 @@ class WidgetUi : public UserInterface {
   /// The window that boxes belong to while no other window is active. RequestQuit closes it once events run again.
   void SetMainWindow(QWidget* window);
 
-  /// How the boxes are placed: called with a box and its name before it is shown, and when it closes.
+  /// How the input box is placed: called with the box and its name before it is shown, and when it closes.
   struct WindowMemory {
     std::function<void(QWidget& window, const QString& form)> restore = {};
     std::function<void(const QWidget& window, const QString& form)> keep = {};
@@ -52,10 +55,15 @@ class WidgetUi : public UserInterface {
   static void AllowWhileWorking(QWidget& widget);
 
  private:
+  class BoxOpen;
+
   [[nodiscard]] QWidget* Owner() const;
+  void CloseWhenIdle();
 
   QString title_;
   bool quitRequested_ = false;
+  bool closePending_ = false;
+  bool busy_ = false;
   QPointer<QWidget> mainWindow_;
   WindowMemory memory_;
   std::unique_ptr<InputGate> gate_;

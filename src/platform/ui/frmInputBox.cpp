@@ -1,0 +1,48 @@
+#include "platform/ui/frmInputBox.h"
+
+#include "platform/ui/line_breaks.h"
+#include "ui_frmInputBox.h"
+
+namespace qbx {
+namespace {
+
+/// Masked characters are shown as "*", whatever the style would use.
+class AsteriskStyle : public QProxyStyle {
+ public:
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    return hint == SH_LineEdit_PasswordCharacter ? '*' : QProxyStyle::styleHint(hint, option, widget, data);
+  }
+};
+
+}  // namespace
+
+frmInputBox::frmInputBox(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmInputBox>()) {
+  ui_->setupUi(this);
+  connect(ui_->cmdOK, &QPushButton::clicked, this, [this] {
+    sReturnValue = ui_->txtInput->text();
+    accept();
+  });
+  connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+frmInputBox::~frmInputBox() = default;
+
+QString frmInputBox::QBXInputBox(const InputRequest& request) {
+  if (!request.title.isEmpty()) setWindowTitle(request.title);
+  ui_->lblPrompt->setText(WithLineFeeds(request.prompt));
+  ui_->txtInput->setAccessibleName(WithLineFeeds(request.prompt));
+  if (request.masked) {
+    auto* style = new AsteriskStyle;
+    style->setParent(this);
+    ui_->txtInput->setStyle(style);
+    ui_->txtInput->setEchoMode(QLineEdit::Password);
+  }
+  ui_->txtInput->setText(request.defaultText);
+  ui_->txtInput->selectAll();
+  ui_->txtInput->setFocus();
+  exec();
+  return sReturnValue;
+}
+
+}  // namespace qbx

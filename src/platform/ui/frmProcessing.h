@@ -1,0 +1,49 @@
+// The status box: what a long operation is doing.
+
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+#include "platform/user_interface.h"
+
+namespace Ui {
+class frmProcessing;
+}
+
+namespace qbx {
+
+/// A window above all others that never takes the keyboard away for good: it opens without being activated, and when it closes the window
+/// that was active before is active again. Cancel is pressed with the mouse, or with Esc wherever the keyboard is.
+class frmProcessing : public QWidget {
+ public:
+  /// \param dismissed  called when the user closes the box by a right click on its text
+  explicit frmProcessing(std::function<void()> dismissed);
+  ~frmProcessing() override;
+
+  /// Shows the box in the middle of its owner, or changes its text where it stands, and clears the cancel flag.
+  /// \param owner  the window it belongs to; may be null
+  void ShowView(const StatusView& view, QWidget* owner);
+  void CloseBox();
+  [[nodiscard]] bool Cancelled() const { return cancelled_; }
+  /// Sets the cancel flag when the box offers to cancel.
+  void Cancel();
+  void BringToFront();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void Place(const QWidget* owner);
+
+  std::unique_ptr<Ui::frmProcessing> ui_;
+  std::function<void()> dismissed_;
+  QPointer<QWidget> activeBefore_;
+  bool cancelled_ = false;
+};
+
+}  // namespace qbx

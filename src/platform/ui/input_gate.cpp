@@ -1,0 +1,149 @@
+#include "platform/ui/input_gate.h"
+
+#include <utility>
+
+namespace qbx {
+namespace {
+
+constexpr const char* kAllowed = "qbxAllowWhileWorking";
+
+bool IsAllowed(const QWidget& widget) {
+  for (const QWidget* at = &widget; at != nullptr; at = at->parentWidget()) {
+    if (at->property(kAllowed).toBool()) return true;
+  }
+  return false;
+}
+
+/// Whether anything in a window may be used; which part of it is settled when the event reaches the widget.
+bool HoldsAllowed(QWindow& window) {
+  const QWidget* top = QWidget::find(window.winId());
+  if (top == nullptr) return false;
+  if (IsAllowed(*top)) return true;
+  const QList<QWidget*> widgets = top->findChildren<QWidget*>();
+  return std::any_of(widgets.begin(), widgets.end(),
+                     [](const QWidget* widget) { return widget->property(kAllowed).toBool(); });
+}
+
+bool MayReceive(QObject* receiver) {
+  if (receiver->isWindowType()) return HoldsAllowed(static_cast<QWindow&>(*receiver));
+  for (const QObject* at = receiver; at != nullptr; at = at->parent()) {
+    if (at->isWidgetType()) return IsAllowed(static_cast<const QWidget&>(*at));
+  }
+  return false;
+}
+
+bool IsMouseButton(const QEvent& event) {
+  return event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick ||
+         event.type() == QEvent::MouseButtonRelease;
+}
+
+bool IsInput(const QEvent& event) {
+  switch (event.type()) {
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case QEvent::InputMethod:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+    case QEvent::NativeGesture:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+    case QEvent::Close:
+    case QEvent::Quit:
+      return true;
+    default:
+      return false;
+  }
+}
+
+/// A button that is held down while its release is dropped would stay down, and click at the next release of any key.
+void LetGo(QObject* receiver) {
+  if (auto* button = qobject_cast<QAbstractButton*>(receiver)) button->setDown(false);
+}
+
+}  // namespace
+
+InputGate::InputGate(Answers answers) : answers_(std::move(answers)) {
+  QCoreApplication::instance()->installEventFilter(this);
+}
+
+InputGate::~InputGate() = default;
+
+InputGate::Closed::Closed(InputGate& gate) : gate_(gate) {
+  ++gate_.closed_;
+}
+
+InputGate::Closed::~Closed() {
+  --gate_.closed_;
+  gate_.TellIdle();
+}
+
+InputGate::Opened::Opened(InputGate& gate) : gate_(gate), closedBefore_(std::exchange(gate.closed_, 0)) {
+  ++gate_.boxes_;
+}
+
+InputGate::Opened::~Opened() {
+  gate_.closed_ = closedBefore_;
+  --gate_.boxes_;
+  gate_.TellIdle();
+}
+
+void InputGate::Allow(QWidget& widget) {
+  widget.setProperty(kAllowed, true);
+}
+
+void InputGate::TellIdle() {
+  if (Idle() && whenIdle_) whenIdle_();
+}
+
+bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
+  if (IsMouseButton(*event)) return DropMouse(receiver, event);
+  if (!IsClosed() || !IsInput(*event) || MayReceive(receiver)) return false;
+  if (event->type() == QEvent::KeyRelease) LetGo(receiver);
+  Dropped(event);
+  return true;
+}
+
+bool InputGate::DropMouse(QObject* receiver, QEvent* event) {
+  const Qt::MouseButton button = static_cast<QMouseEvent*>(event)->button();
+  if (event->type() != QEvent::MouseButtonRelease) {
+    if (!IsClosed() || MayReceive(receiver)) {
+      droppedPresses_.setFlag(button, false);
+      return false;
+    }
+    droppedPresses_.setFlag(button);
+    return true;
+  }
+  if (droppedPresses_.testFlag(button)) {
+    droppedPresses_.setFlag(button, false);
+    return true;
+  }
+  // The press counted. The window must hear of the release to end its hold on the mouse, and so must a scroll bar; a button, a list or
+  // a menu would take it for a command.
+  if (!IsClosed() || receiver->isWindowType() || MayReceive(receiver)) return false;
+  if (qobject_cast<QAbstractSlider*>(receiver) != nullptr) return false;
+  LetGo(receiver);
+  return true;
+}
+
+void InputGate::Dropped(QEvent* event) {
+  if (event->type() == QEvent::Close || event->type() == QEvent::Quit) {
+    event->ignore();
+    answers_.closeRefused();
+    return;
+  }
+  if (event->type() != QEvent::KeyPress) return;
+  const auto* key = static_cast<QKeyEvent*>(event);
+  if (key->key() == Qt::Key_Escape && !key->isAutoRepeat()) answers_.escapePressed();
+}
+
+}  // namespace qbx

@@ -1,0 +1,76 @@
+// Which clicks, keys and close requests count while logic is at work and lets events run.
+
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+class QWidget;
+
+namespace qbx {
+
+/// An event filter of the application. While closed, input meant for any widget but the allowed ones is dropped; windows keep
+/// repainting and timers keep running.
+///
+/// A press that was dropped takes its release with it, also when the gate opened in between; a press that counted gets its release where
+/// a control would otherwise stay pressed, without the click it would have made.
+class InputGate : public QObject {
+ public:
+  /// What is done about input that was dropped; both must be set.
+  struct Answers {
+    std::function<void()> closeRefused;   ///< a window was asked to close
+    std::function<void()> escapePressed;  ///< Esc was pressed in a window that may not be used
+  };
+  explicit InputGate(Answers answers);
+  ~InputGate() override;
+
+  /// Closes the gate for the life of the object; nests.
+  class Closed {
+   public:
+    explicit Closed(InputGate& gate);
+    ~Closed();
+    Closed(const Closed&) = delete;
+    Closed& operator=(const Closed&) = delete;
+
+   private:
+    InputGate& gate_;
+  };
+
+  /// Opens it again for the life of the object, for a box that is answered while logic is at work.
+  class Opened {
+   public:
+    explicit Opened(InputGate& gate);
+    ~Opened();
+    Opened(const Opened&) = delete;
+    Opened& operator=(const Opened&) = delete;
+
+   private:
+    InputGate& gate_;
+    int closedBefore_;
+  };
+
+  [[nodiscard]] bool IsClosed() const { return closed_ > 0; }
+  /// Neither events are being let run for logic nor is a box open.
+  [[nodiscard]] bool Idle() const { return closed_ == 0 && boxes_ == 0; }
+  /// Called whenever it becomes idle.
+  void SetWhenIdle(std::function<void()> whenIdle) { whenIdle_ = std::move(whenIdle); }
+
+  /// Lets a widget, and what it contains, be used while the gate is closed.
+  static void Allow(QWidget& widget);
+
+ protected:
+  bool eventFilter(QObject* receiver, QEvent* event) override;
+
+ private:
+  [[nodiscard]] bool DropMouse(QObject* receiver, QEvent* event);
+  void Dropped(QEvent* event);
+  void TellIdle();
+
+  Answers answers_;
+  std::function<void()> whenIdle_ = {};
+  int closed_ = 0;
+  int boxes_ = 0;
+  Qt::MouseButtons droppedPresses_ = Qt::NoButton;
+};
+
+}  // namespace qbx
