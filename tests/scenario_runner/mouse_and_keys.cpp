@@ -10,7 +10,7 @@ namespace qbx::scenario {
 namespace {
 
 void Activate(QWidget& window) {
-  if (QApplication::activeWindow() == &window) return;
+  if (QApplication::activeWindow() == &window || window.windowType() == Qt::Tool) return;
   window.activateWindow();
   // Without a window system that answers at once, shortcuts would go nowhere.
   for (int i = 0; i < 20 && QApplication::activeWindow() != &window; ++i)
@@ -26,7 +26,8 @@ void Settle() {
 
 void MakeUsable(QWidget& widget, const QString& what) {
   const QWidget* modal = QApplication::activeModalWidget();
-  if (modal != nullptr && widget.window() != modal)
+  // The status box belongs to the window that works, modal or not.
+  if (modal != nullptr && widget.window() != modal && WindowName(*widget.window()) != QLatin1String("frmProcessing"))
     throw ScenarioError(QStringLiteral("%1 cannot be used while %2 is open.").arg(what, WindowName(*modal)));
   if (!widget.isVisible()) throw ScenarioError(QStringLiteral("%1 is not visible.").arg(what));
   if (!widget.isEnabled()) throw ScenarioError(QStringLiteral("%1 is disabled.").arg(what));

@@ -1,7 +1,5 @@
 #include "window_watch.h"
 
-#include <QtTest/qtest.h>  // with its gui and widget parts
-
 #include <QtTest>
 #include <QtWidgets>
 
@@ -29,13 +27,15 @@ const char* IconName(QMessageBox::Icon icon) {
 
 QStringList ButtonTexts(const QMessageBox& box) {
   QStringList texts;
-  for (const QAbstractButton* button : box.buttons())
-    texts += PlainCaption(button->text());
+  for (QAbstractButton* button : box.buttons()) {
+    if (box.buttonRole(button) != QMessageBox::ActionRole) texts += PlainCaption(button->text());  // not "Show Details..."
+  }
   return texts;
 }
 
 QVariantMap Describe(const QMessageBox& box) {
-  QString text = box.text();
+  // A text that is too long for the box stands whole in its details.
+  QString text = box.detailedText().isEmpty() ? box.text() : box.detailedText();
   if (!box.informativeText().isEmpty()) text += QStringLiteral("\n\n") + box.informativeText();
   return {{QStringLiteral("text"), PlainLines(text)},
           {QStringLiteral("caption"), box.windowTitle()},
