@@ -45,11 +45,10 @@ target_precompile_headers(qbx_widgets_pch PRIVATE <QDateTime> <QHash> <QString> 
 # frmX.ui is turned into "ui_frmX.h". No class declares signals or slots of its own, so there is no moc step.
 function(qbx_ui_library name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
-  add_library(qbx_${name}_ui STATIC ${sources})
   file(GLOB forms CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.ui)
-  # Without the dependence a form that is new beside files that were scanned before would not be noticed.
-  set_target_properties(qbx_${name}_ui PROPERTIES AUTOUIC ON AUTOUIC_SEARCH_PATHS ${CMAKE_CURRENT_SOURCE_DIR}
-                                                  AUTOGEN_TARGET_DEPENDS "${sources};${forms}")
+  qt_wrap_ui(form_headers ${forms})
+  add_library(qbx_${name}_ui STATIC ${sources} ${form_headers})
+  target_include_directories(qbx_${name}_ui PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
   target_link_libraries(qbx_${name}_ui PUBLIC qbx_options Qt6::Core Qt6::Gui Qt6::Widgets)
   if(QBX_PCH)
     target_precompile_headers(qbx_${name}_ui REUSE_FROM qbx_widgets_pch)

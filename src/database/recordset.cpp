@@ -4,7 +4,7 @@
 
 #include <QHash>
 #include <algorithm>
-#include <numeric>
+#include <bit>
 
 #include "database/packed_rows.h"
 #include "database/text_compare.h"
@@ -26,20 +26,41 @@ double NumberOf(const Cell& cell) {
   return number;
 }
 
-/// Order of two cells of one column: NULL, then numbers and dates by value, then text.
+int Rank(const Cell& cell) {
+  return cell.type == ValueType::kNull ? 0 : cell.type == ValueType::kText ? 2 : 1;
+}
+
+/// Order of two cells of one column and rank.
 int CompareCells(const Cell& left, const Cell& right) {
-  const auto rank = [](const Cell& cell) {
-    return cell.type == ValueType::kNull ? 0 : cell.type == ValueType::kText ? 2 : 1;
-  };
-  if (rank(left) != rank(right)) return rank(left) - rank(right);
-  if (rank(left) == 0) return 0;
-  if (rank(left) == 2) return CompareNoCase(left.utf8, right.utf8);
+  if (left.type == ValueType::kNull) return 0;
+  if (left.type == ValueType::kText) return CompareNoCase(left.utf8, right.utf8);
   if (left.type == right.type && left.type != ValueType::kDouble && left.scale == right.scale) {
     return left.integer == right.integer ? 0 : (left.integer < right.integer ? -1 : 1);
   }
   const double a = NumberOf(left);
   const double b = NumberOf(right);
   return a == b ? 0 : (a < b ? -1 : 1);
+}
+
+/// What decides most comparisons of a sort without looking at the cell again. Cells whose rank and head differ are in the
+/// order of these.
+struct SortKey {
+  quint64 head;
+  quint32 row;
+  quint32 rank;
+};
+
+/// A number whose order as unsigned integer is that of the double.
+quint64 OrderedBits(double number) {
+  const auto bits = std::bit_cast<quint64>(number == 0 ? 0.0 : number);
+  constexpr quint64 kSign = quint64{1} << 63U;
+  return (bits & kSign) != 0 ? ~bits : bits | kSign;
+}
+
+SortKey KeyOf(const Cell& cell, quint32 row) {
+  const auto rank = static_cast<quint32>(Rank(cell));
+  if (rank == 0) return {0, row, rank};
+  return {cell.type == ValueType::kText ? FoldedStart(cell.utf8) : OrderedBits(NumberOf(cell)), row, rank};
 }
 
 /// Rows with what was deleted of them; shared by clones.
@@ -80,12 +101,13 @@ class Recordset::State {
   [[nodiscard]] bool ClientSide() const { return shared != nullptr; }
 
   void Read(RowSource& rows) {
+    auto read = std::make_shared<SharedRows>(static_cast<int>(rows.Columns().size()));
+    while (rows.Next())
+      read->rows.Append(rows);
+    read->deleted.assign(static_cast<std::size_t>(read->rows.Count()), false);
     columns = rows.Columns();
     names.clear();
-    shared = std::make_shared<SharedRows>(static_cast<int>(columns.size()));
-    while (rows.Next())
-      shared->rows.Append(rows);
-    shared->deleted.assign(static_cast<std::size_t>(shared->rows.Count()), false);
+    shared = std::move(read);
     Arrange();
   }
 
@@ -104,13 +126,22 @@ class Recordset::State {
   }
 
   void SortOrder() {
-    std::vector<Cell> keys(static_cast<std::size_t>(shared->rows.Count()));
+    std::vector<SortKey> keys;
+    keys.reserve(order.size());
     for (const quint32 row : order)
-      keys[row] = shared->rows.At(row, sortColumn);
+      keys.push_back(KeyOf(shared->rows.At(row, sortColumn), row));
+    const PackedRows& rows = shared->rows;
+    const auto compare = [this, &rows](const SortKey& left, const SortKey& right) {
+      if (left.rank != right.rank) return left.rank < right.rank ? -1 : 1;
+      if (left.head != right.head) return left.head < right.head ? -1 : 1;
+      return CompareCells(rows.At(left.row, sortColumn), rows.At(right.row, sortColumn));
+    };
     const bool descending = sortDescending;
-    std::stable_sort(order.begin(), order.end(), [&keys, descending](quint32 left, quint32 right) {
-      return descending ? CompareCells(keys[right], keys[left]) < 0 : CompareCells(keys[left], keys[right]) < 0;
+    std::sort(keys.begin(), keys.end(), [&compare, descending](const SortKey& left, const SortKey& right) {
+      const int sign = compare(left, right);
+      return sign == 0 ? left.row < right.row : (sign < 0) != descending;
     });
+    std::transform(keys.begin(), keys.end(), order.begin(), [](const SortKey& key) { return key.row; });
   }
 
   /// Takes rows deleted meanwhile, here or by a clone, out of `order`; the current row, or the next that is left, stays
@@ -205,6 +236,10 @@ void Recordset::SetSource(std::function<std::unique_ptr<RowSource>()> reader) {
 
 bool Recordset::IsOpen() const {
   return state_ != nullptr;
+}
+
+bool Recordset::IsWritable() const {
+  return state_ && state_->session != nullptr && state_->ClientSide();
 }
 
 void Recordset::Close() {
@@ -342,6 +377,11 @@ void Recordset::Delete() {
   if (!state_ || state_->AtEnd()) ThrowNotAllowed();
   state_->RequireWritable();
   state_->session->DeleteRow(state_->table, state_->keyColumn, state_->CurrentKey());
+  Drop();
+}
+
+void Recordset::Drop() {
+  if (!state_ || !state_->ClientSide() || state_->AtEnd()) ThrowNotAllowed();
   state_->shared->deleted[state_->order[static_cast<std::size_t>(state_->current)]] = true;
   ++state_->shared->deletedCount;
 }

@@ -38,6 +38,8 @@ class Recordset {
   void SetSource(std::function<std::unique_ptr<RowSource>()> reader);
 
   [[nodiscard]] bool IsOpen() const;
+  /// Whether Delete, AddNew and Update have where to write to.
+  [[nodiscard]] bool IsWritable() const;
   void Close();
 
   [[nodiscard]] const std::vector<Column>& Columns() const;
@@ -69,7 +71,8 @@ class Recordset {
   /// sort stays; the first row becomes current.
   void Filter(std::function<bool(qint64 storedRow)> predicate);
 
-  /// Reads again with the same source; the sort and the filter stay, the first row becomes current.
+  /// Reads again with the same source; the sort and the filter stay, the first row becomes current. When reading fails
+  /// the rows stay what they were.
   void Requery();
   /// A second cursor over the same rows, in the same order and filter, with its own position; rows deleted through
   /// either are gone from both.
@@ -77,6 +80,8 @@ class Recordset {
 
   /// Deletes the current row here and on the server; the next row becomes current.
   void Delete();
+  /// Takes the current row out here only, after something else deleted it on the server; the next row becomes current.
+  void Drop();
   /// Starts a new row; Set fills it, Update writes it to the server. It is not added to the rows held here: Requery
   /// shows it. Set without AddNew changes the current row.
   void AddNew();

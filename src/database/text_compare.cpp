@@ -79,4 +79,22 @@ int CompareNoCase(std::string_view left, std::string_view right) {
   return left.size() == right.size() ? 0 : (left.size() < right.size() ? -1 : 1);
 }
 
+quint64 FoldedStart(std::string_view text) {
+  constexpr unsigned kBits = 64;
+  quint64 start = 0;
+  for (unsigned shift = 8; shift <= kBits && !text.empty(); shift += 8) {
+    const char32_t code = NextFolded(text);
+    start |= quint64{std::min<char32_t>(code, 0x80)} << (kBits - shift);
+    if (code >= 0x80) break;  // letters beyond ASCII are alike here, so nothing behind one may count
+  }
+  return start;
+}
+
+bool StartsWithNoCase(std::string_view text, std::string_view start) {
+  while (!text.empty() && !start.empty()) {
+    if (NextFolded(text) != NextFolded(start)) return false;
+  }
+  return start.empty();
+}
+
 }  // namespace qbx

@@ -1,5 +1,7 @@
 #include "dispatch/email_sender.h"
 
+#include "dispatch/mailshot_checks.h"
+
 #include <utility>
 
 #include "util/text.h"
@@ -66,7 +68,7 @@ MailAddress EmailSender::ChooseSender() const {
 }
 
 bool EmailSender::UsesQbxServer() const {
-  return !service_.mailHost.isEmpty() && EqualsNoCase(TrimBlanks(options_.SMTP_Server), TrimBlanks(service_.mailHost));
+  return IsHostMailServer(options_, service_);
 }
 
 MailServer EmailSender::ServerSettings(bool qbxServer) const {

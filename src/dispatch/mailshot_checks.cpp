@@ -78,6 +78,21 @@ std::optional<Message> CheckAccounts(const CounterValues& counters, const Option
   return std::nullopt;
 }
 
+bool IsHostMailServer(const Options& options, const ServiceSettings& service) {
+  return !service.mailHost.isEmpty() && EqualsNoCase(TrimBlanks(options.SMTP_Server), TrimBlanks(service.mailHost));
+}
+
+std::optional<Message> HostMailServerNotice(const Options& options, const ServiceSettings& service) {
+  if (!IsHostMailServer(options, service)) return std::nullopt;
+  return Message{
+      .text = QStringLiteral("Please note that this system is currently configured to use the QBX Email Server. "
+                             "You can configure the system to use your own email account in the QBX System Settings "
+                             "screen on the Communcations Tab.\r\rUsing your own account may bring benefits such as "
+                             "recording the sent emails in your own Outbound or Sent Items list. It should also be "
+                             "quicker to connect and to send emails using your own email provider."),
+      .icon = MessageIcon::kInformation};
+}
+
 Message CreditsUnknownMessage(const QString& supportTelephone) {
   Message message = Warning(
       "Unable to determine the amount of SMS Text Message credits available on your account.\r\rThere may be a "

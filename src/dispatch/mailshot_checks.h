@@ -9,6 +9,7 @@
 #include "platform/user_interface.h"
 #include "results/counters.h"
 #include "settings/options.h"
+#include "settings/service_settings.h"
 
 namespace qbx {
 
@@ -35,6 +36,11 @@ struct MailshotTemplates {
 
 /// Sender address of the e-mails, account of the texts.
 [[nodiscard]] std::optional<Message> CheckAccounts(const CounterValues& counters, const Options& options);
+
+/// Whether e-mails are set up to go through the mail server of the host product.
+[[nodiscard]] bool IsHostMailServer(const Options& options, const ServiceSettings& service);
+/// What the user is told then, when the last tab is opened.
+[[nodiscard]] std::optional<Message> HostMailServerNotice(const Options& options, const ServiceSettings& service);
 
 [[nodiscard]] Message CreditsUnknownMessage(const QString& supportTelephone);
 /// The question before credits are spent: Yes sends all, No e-mails only, Cancel nothing.

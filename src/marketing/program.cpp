@@ -1,1 +1,54 @@
 #include "marketing/program.h"
+
+#include "database/patient_session.h"
+#include "platform/ui/widget_ui.h"
+#include "settings/ui/window_layout.h"
+#include "startup/ui/frmAbout.h"
+#include "wizard/campaign_desk.h"
+#include "wizard/ui/frmMain.h"
+
+namespace qbx {
+
+namespace {
+
+/// Windows stay alive while the server is slow to answer.
+ApplicationSetup WithPatience(ApplicationSetup setup) {
+  const auto inner = setup.wrapSessions;
+  setup.wrapSessions = [inner, &ui = setup.ui](SessionFactory sessions) {
+    return PatientSessions(inner ? inner(std::move(sessions)) : std::move(sessions), [&ui] { ui.PumpEvents(); });
+  };
+  return setup;
+}
+
+}  // namespace
+
+MarketingProgram::MarketingProgram(WidgetUi& ui, const ApplicationSetup& setup)
+    : ui_(ui), app_(WithPatience(setup)), layout_(std::make_unique<WindowLayout>(app_.registry)) {
+  ui_.SetWindowMemory(
+      {.restore = [this](QWidget& window, const QString& form) { layout_->RestoreWindow(window, form); },
+       .keep = [this](const QWidget& window, const QString& form) { layout_->SaveWindow(window, form); }});
+}
+
+MarketingProgram::~MarketingProgram() {
+  ui_.SetMainWindow(nullptr);
+  ui_.SetWindowMemory({});
+}
+
+StartOutcome MarketingProgram::Start(const QString& commandLine) {
+  return app_.start.Run(commandLine, {.showSplash =
+                                          [this] {
+                                            splash_ = std::make_unique<frmAbout>(app_);
+                                            splash_->ShowSplash();
+                                          },
+                                      .openWindows = [this] { OpenWindows(); },
+                                      .closeSplash = [this] { splash_.reset(); }});
+}
+
+void MarketingProgram::OpenWindows() {
+  desk_ = std::make_unique<CampaignDesk>(app_, view_);
+  window_ = std::make_unique<frmMain>(app_, *desk_, ui_, *layout_);
+  ui_.SetMainWindow(window_.get());
+  window_->show();
+}
+
+}  // namespace qbx

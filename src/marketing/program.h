@@ -5,6 +5,7 @@
 #include <QString>
 #include <memory>
 
+#include "dispatch/send_email_view.h"
 #include "startup/application.h"
 
 namespace qbx {
@@ -40,6 +41,7 @@ class MarketingProgram {
 
   WidgetUi& ui_;
   Application app_;
+  SendEmailView view_;  // shows nothing: the window of an e-mail under way is still to come
   std::unique_ptr<WindowLayout> layout_;
   std::unique_ptr<frmAbout> splash_;
   std::unique_ptr<CampaignDesk> desk_;

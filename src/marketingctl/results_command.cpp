@@ -85,18 +85,11 @@ void Print(Program& program) {
             labels.lblEmail0 + QStringLiteral(", ") + labels.lblEmail1);
 }
 
-/// Flags stay as they are while a run goes through the rows: a flag flipped under its hands could undo its own mark.
-bool BeingSent(Program& program, int campaignId) {
-  const ReplaceGuard::Finding finding = program.desk.guard.Look(campaignId);
-  if (finding.refusal) program.ui.ShowMessage(*finding.refusal);
-  return finding.refusal.has_value();
-}
-
 int Results(Program& program, const ResultsArguments& arguments) {
   if (arguments.yes) program.ui.SetAnswer(Question::kChangeProcessedFlags, MessageAnswer::kYes);
   const SendMethods methods = ParseSendBy(arguments.sendBy);
   if (arguments.id > 0 && !program.app.campaignStorage.LoadCampaign(arguments.id)) return kRefused;
-  if ((!arguments.sendBy.empty() || !arguments.toggle.empty()) && BeingSent(program, arguments.id)) return kRefused;
+  if ((!arguments.sendBy.empty() || !arguments.toggle.empty()) && !program.desk.edits.MayEdit()) return kRefused;
   if (!arguments.sendBy.empty() &&
       !SetSendMethods(program.app.statements, methods, arguments.id, program.app.options)) {
     return kRefused;

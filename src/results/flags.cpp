@@ -2,6 +2,8 @@
 
 #include "results/flags.h"
 
+#include <algorithm>
+
 #include "util/text.h"
 
 namespace qbx {
@@ -15,6 +17,12 @@ constexpr char kProcessedFlag[] = "Processed";
 
 ResultFlags::ResultFlags(Statements& statements, ResultsView& view, Diagnostics diagnostics)
     : statements_(statements), view_(view), diagnostics_(diagnostics) {}
+
+bool ResultFlags::IsFlag(const QString& column) {
+  return EqualsNoCase(column, QString::fromLatin1(kProcessedFlag)) ||
+         std::any_of(std::begin(kSendFlags), std::end(kSendFlags),
+                     [&](const char* flag) { return EqualsNoCase(column, QString::fromLatin1(flag)); });
+}
 
 void ResultFlags::ClickCell(const QString& column, qint64 recordId) {
   for (const char* flag : kSendFlags)

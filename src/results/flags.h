@@ -15,6 +15,9 @@ class ResultFlags {
  public:
   ResultFlags(Statements& statements, ResultsView& view, Diagnostics diagnostics);
 
+  /// Whether a click on a column (its data field, without regard to case) flips a flag.
+  [[nodiscard]] static bool IsFlag(const QString& column);
+
   /// A left click on a cell. "Send_SMS", "Send_Email" and "Send_Letter" are flipped at once, "Processed" after the user
   /// agreed once (Question::kChangeProcessedFlags); any other column does nothing.
   /// \param column    data field of the column, without regard to case

@@ -74,11 +74,9 @@ bool ResultsView::RefreshResults() {
   return !failure;
 }
 
-bool ResultsView::DeleteRow(qint64 recordId) {
-  if (!statements_.dbExecute(QStringLiteral("proc_delp_Campaign_Results ( %1 )").arg(recordId)).Ok()) return false;
+void ResultsView::RowDeleted() {
   counters_.UpdateCounters(campaignId_);
   if (read_) read_();
-  return true;
 }
 
 QString ResultsView::CountText() const {

@@ -57,9 +57,8 @@ class ResultsView {
   /// Reads counters and rows of the same campaign again, in place: sort and recordset stay.
   bool RefreshResults();
 
-  /// Deletes one row of the campaign and reads the counters again. The rows here are the caller's (the grid deletes its
-  /// own).
-  bool DeleteRow(qint64 recordId);
+  /// The grid has deleted a row in the database and taken it out of `Rows()`: reads the counters again.
+  void RowDeleted();
 
   [[nodiscard]] Recordset& Rows() { return rows_; }
   /// The row count and " records "; "0 records " until the first display.

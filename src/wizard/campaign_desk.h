@@ -18,6 +18,7 @@
 #include "startup/application.h"
 #include "wizard/campaign_settings.h"
 #include "wizard/query_selection.h"
+#include "wizard/result_edits.h"
 #include "wizard/steps.h"
 #include "wizard/wizard_state.h"
 
@@ -41,6 +42,7 @@ class CampaignDesk {
   Counters counters;
   ResultsView results;
   ResultFlags flags;
+  ResultEdits edits;
   QuerySelection selection;
   QueryProcessor queries;
   CampaignSettings settings;

@@ -79,6 +79,16 @@ std::optional<Message> CheckStepTwo(int query, const Filters& filters, bool boat
   return CheckModelFilter(filters, boatEdition);
 }
 
+Message NoDatabaseMessage() {
+  return {.text = QStringLiteral("There is no connection to the database, so this cannot be done now.\r\r"
+                                 "Please check that the database server is running, and start the program again."),
+          .icon = MessageIcon::kExclamation};
+}
+
+Message NoResultsMessage(const QString& action) {
+  return {.text = QStringLiteral("There are no results to %1.").arg(action), .icon = MessageIcon::kExclamation};
+}
+
 Message StepNotReachedMessage() {
   return InformationMessage(
       QStringLiteral("Please go to Step 1 and click Next to complete that step before continuing onto another step."));

@@ -28,6 +28,12 @@ inline constexpr int kTabCount = 5;
 /// The checks of step 2, in their order.
 [[nodiscard]] std::optional<Message> CheckStepTwo(int query, const Filters& filters, bool boatEdition);
 
+/// What a command that needs the database says while there never was a connection.
+[[nodiscard]] Message NoDatabaseMessage();
+
+/// What refuses printing or exporting results that have no rows.
+[[nodiscard]] Message NoResultsMessage(const QString& action);
+
 /// The refusal of a "Next >" whose step before was not completed.
 [[nodiscard]] Message StepNotReachedMessage();
 

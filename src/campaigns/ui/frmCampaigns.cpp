@@ -1,1 +1,320 @@
 #include "campaigns/ui/frmCampaigns.h"
+
+#include "campaigns/campaign_list.h"
+#include "campaigns/store_campaign.h"
+#include "campaigns/ui/list_widget.h"
+#include "platform/ui/modal.h"
+#include "ui_frmCampaigns.h"
+
+namespace qbx {
+namespace {
+
+enum Tab { kSaveTab, kCampaignsTab, kHistoryTab };
+
+constexpr int kDoubleClickPause = 100;  // so that the row is seen to be chosen
+
+QString ListName(const char* list) {
+  return QString::fromLatin1(list);
+}
+
+/// Whether another statement makes sense after one has failed: one failure is told once.
+bool DatabaseAnswers(Statements& statements) {
+  try {
+    return statements.Shared().IsOpen() && statements.Shared().Driver().IsAlive();
+  } catch (const DatabaseError&) {
+    return false;
+  }
+}
+
+QTreeWidgetItem* FindRow(const QTreeWidget& list, int id) {
+  for (int row = 0; row < list.topLevelItemCount(); ++row) {
+    QTreeWidgetItem* item = list.topLevelItem(row);
+    if (item->text(0).toInt() == id) return item;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+frmCampaigns::frmCampaigns(const CampaignManagerParts& parts, QWidget* parent)
+    : QDialog(parent), parts_(parts), ui_(std::make_unique<Ui::frmCampaigns>()) {
+  ui_->setupUi(this);
+  const QString date = QStringLiteral("88/88/8888 88:88");
+  const QString name = QStringLiteral("A campaign name of usual length");
+  PrepareList(*ui_->lstCampaigns);
+  PrepareList(*ui_->lstHistory);
+  SetColumnWidths(*ui_->lstCampaigns, {QStringLiteral("88888"), name, date, date, name, QStringLiteral("Created By")});
+  SetColumnWidths(*ui_->lstHistory, {QStringLiteral("888888"), date, name, name, QStringLiteral("Username")});
+  Connect();
+  SetLoading();
+}
+
+frmCampaigns::~frmCampaigns() = default;
+
+void frmCampaigns::Connect() {
+  connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+  connect(ui_->cmdLoad, &QPushButton::clicked, this, &frmCampaigns::Load);
+  connect(ui_->cmdEdit, &QPushButton::clicked, this, &frmCampaigns::Edit);
+  connect(ui_->cmdSave, &QPushButton::clicked, this, &frmCampaigns::Save);
+  connect(ui_->cmdCancel, &QPushButton::clicked, this, &frmCampaigns::Cancel);
+  connect(ui_->cmdCopy, &QPushButton::clicked, this, &frmCampaigns::Copy);
+  connect(ui_->cmdDelete, &QPushButton::clicked, this, &frmCampaigns::Delete);
+  connect(ui_->cmdViewAllEvents, &QPushButton::clicked, this, [this] {
+    viewAll_ = true;
+    LoadCampaignHistory(true);
+  });
+  connect(ui_->lstCampaigns, &QTreeWidget::itemSelectionChanged, this, [this] {
+    const QList<QTreeWidgetItem*> rows = ui_->lstCampaigns->selectedItems();
+    SelectCampaign(rows.isEmpty() ? nullptr : rows.front());
+  });
+  connect(ui_->lstCampaigns, &QTreeWidget::itemDoubleClicked, this, &frmCampaigns::LoadByDoubleClick);
+  connect(ui_->ssTabCampaigns, &QTabWidget::currentChanged, this, [this](int tab) {
+    if (isVisible() && tab == kHistoryTab && !historyRead_) LoadCampaignHistory(viewAll_);
+  });
+  ui_->lstCampaigns->installEventFilter(this);
+}
+
+void frmCampaigns::SetSaving() {
+  saving_ = true;
+}
+
+void frmCampaigns::SetLoading() {
+  saving_ = false;
+}
+
+void frmCampaigns::ShowForm() {
+  lLoadedCampaignID = 0;
+  editing_ = false;
+  PrepareMode();
+  // A database that fails is told once, so the history waits until its tab is selected.
+  historyRead_ = false;
+  if (LoadCampaigns()) LoadCampaignHistory(viewAll_);
+  ShowNames(parts_.campaign.record.Campaign_Name, parts_.campaign.record.Campaign_Description);
+  parts_.layout.RestoreWindow(*this, objectName());
+  parts_.layout.RestoreColumns(*ui_->lstCampaigns->header(), ListName("lstCampaigns"));
+  parts_.layout.RestoreColumns(*ui_->lstHistory->header(), ListName("lstHistory"));
+  (saving_ ? static_cast<QWidget*>(ui_->txtName) : ui_->lstCampaigns)->setFocus();
+  ShowModal(*this);
+}
+
+void frmCampaigns::PrepareMode() {
+  ui_->ssTabCampaigns->setTabEnabled(kSaveTab, saving_);
+  ui_->ssTabCampaigns->setCurrentIndex(saving_ ? kSaveTab : kCampaignsTab);
+  for (QPushButton* button : {ui_->cmdLoad, ui_->cmdEdit, ui_->cmdCopy})
+    button->setEnabled(!saving_);
+  ui_->cmdDelete->setEnabled(true);
+}
+
+void frmCampaigns::done(int result) {
+  parts_.layout.SaveWindow(*this, objectName());
+  parts_.layout.SaveColumns(*ui_->lstCampaigns->header(), ListName("lstCampaigns"));
+  parts_.layout.SaveColumns(*ui_->lstHistory->header(), ListName("lstHistory"));
+  QDialog::done(result);
+}
+
+void frmCampaigns::keyPressEvent(QKeyEvent* event) {
+  // In an edit Esc means the edit alone; the window is closed by the next one.
+  if (event->key() == Qt::Key_Escape && editing_) {
+    Cancel();
+    return;
+  }
+  QDialog::keyPressEvent(event);
+}
+
+bool frmCampaigns::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != ui_->lstCampaigns || event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+  switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      ui_->cmdLoad->click();
+      return true;
+    case Qt::Key_F2:
+      ui_->cmdEdit->click();
+      return true;
+    case Qt::Key_Delete:
+      ui_->cmdDelete->click();
+      return true;
+    default:
+      return QDialog::eventFilter(watched, event);
+  }
+}
+
+bool frmCampaigns::LoadCampaigns() {
+  const std::optional<std::vector<CampaignListRow>> rows = qbx::LoadCampaigns(parts_.statements);
+  {
+    ListFilling filling(*ui_->lstCampaigns);
+    for (const CampaignListRow& row : rows.value_or(std::vector<CampaignListRow>())) {
+      const QTreeWidgetItem* item = filling.Add({QString::number(row.ID), row.Campaign_Name, row.Last_Run,
+                                                 row.Created_Date, row.Campaign_Description, row.Created_By});
+      if (lCampaignId == 0) SelectCampaign(item);
+    }
+    if (QTreeWidgetItem* current = FindRow(*ui_->lstCampaigns, lCampaignId)) {
+      ui_->lstCampaigns->setCurrentItem(current);
+      SelectCampaign(current);
+    } else if (lCampaignId > 0 && ui_->lstCampaigns->topLevelItemCount() > 0) {
+      SelectCampaign(nullptr);
+    }
+  }
+  if (QTreeWidgetItem* current = ui_->lstCampaigns->currentItem()) ui_->lstCampaigns->scrollToItem(current);
+  if (!rows && !parts_.statements.Shared().WasOpen()) {
+    Tell(QStringLiteral("There is no connection to the database, so the campaigns cannot be shown."));
+  }
+  return rows.has_value();
+}
+
+void frmCampaigns::LoadCampaignHistory(bool viewAll) {
+  const std::optional<std::vector<CampaignHistoryRow>> rows = qbx::LoadCampaignHistory(parts_.statements, viewAll);
+  historyRead_ = true;
+  QTreeWidgetItem* last = nullptr;
+  {
+    ListFilling filling(*ui_->lstHistory);
+    for (const CampaignHistoryRow& row : rows.value_or(std::vector<CampaignHistoryRow>())) {
+      last = filling.Add({QString::number(row.ID), row.Record_Date, row.Campaign_Name, row.Event, row.UserID});
+    }
+  }
+  if (last == nullptr) return;
+  ui_->lstHistory->setCurrentItem(last);
+  ui_->lstHistory->scrollToItem(last);
+}
+
+void frmCampaigns::RefreshLists(bool withHistory) {
+  if (LoadCampaigns() && withHistory) LoadCampaignHistory(viewAll_);
+}
+
+void frmCampaigns::SelectCampaign(const QTreeWidgetItem* row) {
+  lCampaignId = row == nullptr ? 0 : row->text(0).toInt();
+  selectedName_ = row == nullptr ? QString() : row->text(1);
+  selectedDescription_ = row == nullptr ? QString() : row->text(4);
+  ui_->txtDesc->setPlainText(selectedDescription_);
+  ui_->lblCreatedBy->setText(row == nullptr ? QString() : QLatin1String("Created By: ") + row->text(5));
+}
+
+void frmCampaigns::ShowNames(const QString& name, const QString& description) {
+  ui_->txtName->setText(name);
+  ui_->txtName->end(false);
+  givenDescription_ = description;
+  ui_->txtDescription->setPlainText(description);
+  ui_->txtDescription->document()->setModified(false);
+}
+
+QString frmCampaigns::TypedDescription() const {
+  return ui_->txtDescription->document()->isModified() ? ui_->txtDescription->toPlainText() : givenDescription_;
+}
+
+void frmCampaigns::Load() {
+  if (lCampaignId == 0) return;
+  if (parts_.storage.LoadCampaign(lCampaignId)) {
+    lLoadedCampaignID = lCampaignId;
+    accept();
+  } else if (DatabaseAnswers(parts_.statements)) {
+    RefreshLists(true);
+  }
+}
+
+void frmCampaigns::LoadByDoubleClick() {
+  if (!ui_->cmdLoad->isEnabled() || lCampaignId <= 0) return;
+  if (!parts_.storage.LoadCampaign(lCampaignId)) {
+    if (DatabaseAnswers(parts_.statements)) RefreshLists(true);
+    return;
+  }
+  lLoadedCampaignID = lCampaignId;
+  parts_.diagnostics.ui.Pause(kDoubleClickPause);
+  parts_.diagnostics.ui.PumpEvents();
+  accept();
+}
+
+void frmCampaigns::Edit() {
+  if (lCampaignId == 0) {
+    Tell(QStringLiteral("No Campaign selected to Edit!"));
+    return;
+  }
+  ShowNames(selectedName_, selectedDescription_);
+  if (unsaved_.campaignId == lCampaignId) {
+    ui_->txtName->setText(unsaved_.name);
+    ui_->txtDescription->setPlainText(unsaved_.description);
+    ui_->txtDescription->document()->setModified(true);
+  }
+  editing_ = true;
+  editedId_ = lCampaignId;
+  ui_->ssTabCampaigns->setTabEnabled(kSaveTab, true);
+  ui_->ssTabCampaigns->setCurrentIndex(kSaveTab);
+  ui_->txtName->setFocus();
+}
+
+void frmCampaigns::Save() {
+  if (!CampaignNameIsValid(ui_->txtName->text())) {
+    Tell(QStringLiteral("Campaign Name is not valid."));
+    ui_->txtName->setFocus();
+    return;
+  }
+  if (editing_) {
+    SaveEdit();
+    return;
+  }
+  StoreCampaign(parts_.statements, parts_.storage, parts_.campaign, parts_.diagnostics.ui, ui_->txtName->text(),
+                TypedDescription());
+  lCampaignId = parts_.campaign.record.ID;
+  accept();
+}
+
+void frmCampaigns::SaveEdit() {
+  const Details typed{.campaignId = editedId_, .name = ui_->txtName->text(), .description = TypedDescription()};
+  const bool stored = parts_.storage.UpdateCampaignDetails(typed.campaignId, typed.name, typed.description);
+  unsaved_ = stored ? Details() : typed;
+  ShowNames({}, {});
+  LeaveEditing();
+  if (stored || DatabaseAnswers(parts_.statements)) RefreshLists(true);
+}
+
+void frmCampaigns::Cancel() {
+  if (editing_) LeaveEditing();
+  if (saving_) reject();
+}
+
+void frmCampaigns::LeaveEditing() {
+  editing_ = false;
+  ui_->ssTabCampaigns->setCurrentIndex(kCampaignsTab);
+  ui_->ssTabCampaigns->setTabEnabled(kSaveTab, false);
+  ui_->lstCampaigns->setFocus();
+}
+
+void frmCampaigns::Copy() {
+  if (lCampaignId == 0) {
+    Tell(QStringLiteral("No Campaign selected to copy!"));
+    return;
+  }
+  const QString typed = parts_.diagnostics.ui.InputBox(
+      {.prompt = QStringLiteral("Enter name for the new campaign:"), .title = QStringLiteral("Copy Campaign")});
+  const QString name = CampaignCopyName(typed);
+  if (name.isEmpty()) return;
+  const bool copied = parts_.storage.CopyCampaign(lCampaignId, name) != 0;
+  if (copied || DatabaseAnswers(parts_.statements)) RefreshLists(false);
+}
+
+void frmCampaigns::Delete() {
+  const Message question{
+      .text = QLatin1String("OK to delete the selected Campaign '") + selectedName_ + QLatin1String("'?"),
+      .icon = MessageIcon::kQuestion,
+      .buttons = MessageButtons::kYesNo};
+  if (ui_->lstCampaigns->selectedItems().isEmpty()) {
+    Tell(QStringLiteral("No Campaign selected to delete!"));
+    return;
+  }
+  if (parts_.diagnostics.ui.ShowMessage(question) != MessageAnswer::kYes) return;
+  const bool deleted = parts_.storage.DeleteCampaign(lCampaignId);
+  if (deleted) {
+    // The row below takes its place, so that the keyboard stays where it was.
+    const QTreeWidgetItem* row = ui_->lstCampaigns->selectedItems().front();
+    const QTreeWidgetItem* next = ui_->lstCampaigns->itemBelow(row);
+    if (next == nullptr) next = ui_->lstCampaigns->itemAbove(row);
+    SelectCampaign(next);
+  }
+  if (deleted || DatabaseAnswers(parts_.statements)) RefreshLists(true);
+}
+
+void frmCampaigns::Tell(const QString& text) {
+  parts_.diagnostics.ui.ShowMessage(
+      {.text = text, .icon = MessageIcon::kExclamation, .defaultAnswer = MessageAnswer::kOk});
+}
+
+}  // namespace qbx

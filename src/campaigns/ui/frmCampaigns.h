@@ -9,6 +9,8 @@
 #include "diagnostics/diagnostics.h"
 #include "settings/ui/window_layout.h"
 
+class QTreeWidgetItem;
+
 namespace Ui {
 class frmCampaigns;
 }
@@ -25,6 +27,13 @@ struct CampaignManagerParts {
 };
 
 /// A modal window, opened in one of two modes: saving the current campaign, or loading another.
+///
+///   frmCampaigns window(parts, this);
+///   window.SetLoading();
+///   window.ShowForm();
+///   if (window.lLoadedCampaignID > 0) ...
+///
+/// Database failures were reported when a call returns; the window stays usable.
 class frmCampaigns : public QDialog {
  public:
   explicit frmCampaigns(const CampaignManagerParts& parts, QWidget* parent = nullptr);
@@ -39,9 +48,50 @@ class frmCampaigns : public QDialog {
   /// Shows the window modally; returns when it is closed. Afterwards the caller reads `lLoadedCampaignID`, or the record's ID.
   void ShowForm();
 
+  void done(int result) override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+  /// A name and description as typed for a stored campaign.
+  struct Details {
+    int campaignId = 0;
+    QString name = {};
+    QString description = {};
+  };
+
+  void Connect();
+  void PrepareMode();
+  [[nodiscard]] bool LoadCampaigns();
+  void LoadCampaignHistory(bool viewAll);
+  void RefreshLists(bool withHistory);
+  void SelectCampaign(const QTreeWidgetItem* row);
+  void ShowNames(const QString& name, const QString& description);
+  [[nodiscard]] QString TypedDescription() const;
+  void Load();
+  void LoadByDoubleClick();
+  void Edit();
+  void Save();
+  void SaveEdit();
+  void Cancel();
+  void Copy();
+  void Delete();
+  void LeaveEditing();
+  void Tell(const QString& text);
+
   CampaignManagerParts parts_;
   std::unique_ptr<Ui::frmCampaigns> ui_;
+  bool saving_ = false;
+  bool editing_ = false;
+  int editedId_ = 0;  ///< the list may be clicked during an edit
+  bool viewAll_ = false;
+  bool historyRead_ = false;
+  QString selectedName_;
+  QString selectedDescription_;
+  QString givenDescription_;  ///< what `txtDescription` was given; the box turns its line breaks into its own
+  Details unsaved_;           ///< an edit that could not be stored, offered again when the same campaign is edited
 };
 
 }  // namespace qbx

@@ -24,14 +24,24 @@ ColumnReading ReadingOf(const char* declared) {
     const int scale = type.section(QLatin1Char(','), 1).section(QLatin1Char(')'), 0, 0).trimmed().toInt();
     return {ValueType::kDecimal, static_cast<quint8>(qBound(0, scale, 15))};
   }
-  if (word.startsWith(QLatin1String("datetime")) || word == QLatin1String("date")) return {ValueType::kDateTime};
+  if (word.contains(QLatin1String("datetime")) || word == QLatin1String("date")) return {ValueType::kDateTime};
   if (word.contains(QLatin1String("char")) || word == QLatin1String("text")) return {ValueType::kText};
   return {};
 }
 
 int DeclaredSize(const char* declared) {
   const QString type = QString::fromUtf8(declared);
-  return type.section(QLatin1Char('('), 1).section(QLatin1Char(')'), 0, 0).trimmed().toInt();
+  return type.section(QLatin1Char('('), 1)
+      .section(QLatin1Char(')'), 0, 0)
+      .section(QLatin1Char(','), 0, 0)
+      .trimmed()
+      .toInt();
+}
+
+/// Characters of a date of the declared type when written out.
+int DatePrecision(const char* declared) {
+  const QString type = QString::fromUtf8(declared).trimmed().toLower();
+  return type == QLatin1String("date") ? 10 : type == QLatin1String("smalldatetime") ? 16 : 23;
 }
 
 }  // namespace
@@ -74,6 +84,11 @@ void PreparedStatement::Describe() {
     column.name = QString::fromUtf8(sqlite3_column_name(handle_, i));
     column.type = reading.type == ValueType::kNull ? ValueType::kText : reading.type;
     if (reading.type == ValueType::kText) column.size = DeclaredSize(declared);
+    if (reading.type == ValueType::kDateTime) column.precision = DatePrecision(declared);
+    if (reading.type == ValueType::kDecimal) {
+      column.precision = DeclaredSize(declared);
+      column.scale = reading.scale;
+    }
     if (table != nullptr) column.baseTable = QString::fromUtf8(table);
     columns_.push_back(std::move(column));
     readings_.push_back(reading);

@@ -1,6 +1,7 @@
 #include "platform/ui/frmInputBox.h"
 
 #include "platform/ui/line_breaks.h"
+#include "platform/ui/modal.h"
 #include "ui_frmInputBox.h"
 
 namespace qbx {
@@ -41,7 +42,7 @@ QString frmInputBox::QBXInputBox(const InputRequest& request) {
   ui_->txtInput->setText(request.defaultText);
   ui_->txtInput->selectAll();
   ui_->txtInput->setFocus();
-  exec();
+  ShowModal(*this);
   return sReturnValue;
 }
 

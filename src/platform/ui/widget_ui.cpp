@@ -4,6 +4,7 @@
 #include "platform/ui/frmProcessing.h"
 #include "platform/ui/input_gate.h"
 #include "platform/ui/line_breaks.h"
+#include "platform/ui/modal.h"
 
 namespace qbx {
 namespace {
@@ -87,19 +88,11 @@ void SetText(QMessageBox& box, const QString& text) {
 
 }  // namespace
 
-/// Around a box that waits for the user: the normal pointer, open input, and afterwards the keyboard where it was.
+/// Around a box that waits for the user: the normal pointer and open input.
 class WidgetUi::BoxOpen {
  public:
-  explicit BoxOpen(WidgetUi& ui)
-      : ui_(ui), wasBusy_(ui.busy_), opened_(*ui.gate_), activeBefore_(QApplication::activeWindow()) {
-    ui_.SetBusy(false);
-  }
-  ~BoxOpen() {
-    ui_.SetBusy(wasBusy_);
-    // Without a window manager nobody else gives the keyboard back.
-    if (QApplication::activeWindow() == nullptr && activeBefore_ != nullptr && activeBefore_->isVisible())
-      activeBefore_->activateWindow();
-  }
+  explicit BoxOpen(WidgetUi& ui) : ui_(ui), wasBusy_(ui.busy_), opened_(*ui.gate_) { ui_.SetBusy(false); }
+  ~BoxOpen() { ui_.SetBusy(wasBusy_); }
   BoxOpen(const BoxOpen&) = delete;
   BoxOpen& operator=(const BoxOpen&) = delete;
 
@@ -107,7 +100,6 @@ class WidgetUi::BoxOpen {
   WidgetUi& ui_;
   bool wasBusy_;
   InputGate::Opened opened_;
-  QPointer<QWidget> activeBefore_;
 };
 
 WidgetUi::WidgetUi() {
@@ -138,7 +130,7 @@ MessageAnswer WidgetUi::ShowMessage(const Message& message) {
   SetButtons(box, message);
   // The status box stands above all windows; a question must stand above it.
   if (processing_->isVisible()) box.setWindowFlag(Qt::WindowStaysOnTopHint);
-  return AnswerOf(box.exec());
+  return AnswerOf(ShowModal(box));
 }
 
 QString WidgetUi::InputBox(const InputRequest& request) {

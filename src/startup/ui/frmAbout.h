@@ -20,12 +20,17 @@ class frmAbout : public QDialog {
   explicit frmAbout(Application& app, QWidget* parent = nullptr);
   ~frmAbout() override;
 
-  /// Shows it without a frame or buttons until it is deleted; only what is known so early is shown.
+  /// Shows it without a frame or buttons until it is deleted; only what is known so early is shown. It never takes the keyboard.
   void ShowSplash();
   /// Shows the connection modally; returns when it is closed.
   void ShowForm(WindowLayout& layout);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+  void FillIn();
+
   Application& app_;
   std::unique_ptr<Ui::frmAbout> ui_;
 };

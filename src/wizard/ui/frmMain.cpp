@@ -1,1 +1,287 @@
 #include "wizard/ui/frmMain.h"
+
+#include "campaigns/ui/frmCampaigns.h"
+#include "dispatch/mailshot_checks.h"
+#include "platform/ui/look.h"
+#include "startup/back_up_database.h"
+#include "startup/ui/frmAbout.h"
+#include "ui_frmMain.h"
+#include "wizard/step_checks.h"
+#include "wizard/ui/command_guard.h"
+#include "wizard/ui/filter_page.h"
+#include "wizard/ui/process_page.h"
+#include "wizard/ui/query_page.h"
+#include "wizard/ui/results_page.h"
+#include "wizard/ui/templates_page.h"
+
+namespace qbx {
+namespace {
+
+constexpr char kFormName[] = "frmMain";
+constexpr int kProcessTab = 5;
+
+}  // namespace
+
+frmMain::frmMain(Application& app, CampaignDesk& desk, WidgetUi& ui, WindowLayout& layout)
+    : app_(app), desk_(desk), boxes_(ui), layout_(layout), ui_(std::make_unique<Ui::frmMain>()) {
+  ui_->setupUi(this);
+  setWindowIcon(DrawnIcon(Drawing::kLogo));
+  ui_->imgLogo->setPixmap(DrawnIcon(Drawing::kLogo).pixmap(QSize(72, 72), devicePixelRatio()));
+  ui_->cmdNew->setIcon(DrawnIcon(Drawing::kNew));
+  ui_->cmdLoad->setIcon(DrawnIcon(Drawing::kOpen));
+  ui_->cmdSave->setIcon(DrawnIcon(Drawing::kSave));
+  ui_->cmdRun->setIcon(DrawnIcon(Drawing::kRun));
+  BuildTabs();
+  BuildMenu();
+  ConnectButtons();
+  ShowConnection();
+  ShowCaption();
+  for (QWidget* control : std::initializer_list<QWidget*>{ui_->ssTabMain, ui_->cmdSave, ui_->cmdRun})
+    control->setEnabled(false);
+  ui_->stack->setCurrentWidget(ui_->fraStart);
+  ui_->cmdNew->setFocus();
+  resize(1120, 740);
+  layout_.RestoreWindow(*this, QString::fromLatin1(kFormName));
+}
+
+// The pages refer to the desk, which outlives this window; they go first.
+frmMain::~frmMain() {
+  for (WizardPage* page : pages_)
+    delete page;
+}
+
+void frmMain::BuildTabs() {
+  for (int tab = 1; tab <= kTabCount; ++tab) {
+    auto* holder = new QWidget;
+    auto* room = new QVBoxLayout(holder);
+    room->setContentsMargins(0, 0, 0, 0);
+    ui_->ssTabMain->addTab(holder, TabCaption(tab));
+  }
+  connect(ui_->ssTabMain, &QTabWidget::currentChanged, this, &frmMain::TabOpened);
+}
+
+QAction* frmMain::AddEntry(QMenu& menu, const char* name, const QString& text, const std::function<void()>& command) {
+  QAction* entry = menu.addAction(text);
+  entry->setObjectName(QString::fromLatin1(name));
+  connect(entry, &QAction::triggered, this, command);
+  return entry;
+}
+
+void frmMain::BuildMenu() {
+  QMenu& file = *menuBar()->addMenu(QStringLiteral("&File"));
+  file.setObjectName(QStringLiteral("mnuFile"));
+  AddEntry(file, "mnuStart", QStringLiteral("Start a new Report or Campaign..."), [this] {
+    if (desk_.steps.ConfirmNewCampaign()) StartNewCampaign();
+  })->setShortcut(QKeySequence::New);
+  AddEntry(file, "mnuLoad", QStringLiteral("Load an existing Report or Campaign..."), [this] {
+    if (desk_.steps.ConfirmLoadCampaign()) LoadCampaign();
+  })->setShortcut(QKeySequence::Open);
+  mnuSave_ = AddEntry(file, "mnuSave", QStringLiteral("Save the current Report / Campaign Settings..."),
+                      [this] { SaveCampaign(); });
+  mnuSave_->setShortcut(QKeySequence::Save);
+  mnuSave_->setEnabled(false);
+  file.addSeparator();
+  AddEntry(file, "mnuExit", QStringLiteral("&Exit"), [this] {
+    close();
+  })->setShortcut(QKeySequence(QStringLiteral("Ctrl+Q")));
+  QMenu& help = *menuBar()->addMenu(QStringLiteral("&Help"));
+  help.setObjectName(QStringLiteral("mnuHelp"));
+  AddEntry(help, "mnuLog", QStringLiteral("Open the &log file"), [this] { OpenLogFile(); });
+  if (CanBackUpDatabase(app_))
+    AddEntry(help, "mnuBackup", QStringLiteral("&Back up the database..."), [this] { BackUp(); });
+  help.addSeparator();
+  AddEntry(help, "mnuAbout", QStringLiteral("&About"), [this] { About(); });
+}
+
+void frmMain::ConnectButtons() {
+  connect(ui_->cmdNew, &QPushButton::clicked, this, &frmMain::StartNewCampaign);
+  connect(ui_->cmdLoad, &QPushButton::clicked, this, &frmMain::LoadCampaign);
+  connect(ui_->cmdClose, &QPushButton::clicked, this, &frmMain::Exit);
+  connect(ui_->cmdSave, &QPushButton::clicked, this, &frmMain::SaveCampaign);
+  connect(ui_->cmdRun, &QPushButton::clicked, this, &frmMain::RunCampaign);
+}
+
+void frmMain::ShowConnection() {
+  const bool connected = app_.hostConnection.Ready();
+  auto* line = new QLabel(this);
+  line->setObjectName(QStringLiteral("lblConnection"));
+  line->setText(
+      connected ? QStringLiteral("User: %1    Database: %2").arg(app_.startup.user, app_.hostConnection.DatabaseName())
+                : QStringLiteral("User: %1    Not connected to the database").arg(app_.startup.user));
+  statusBar()->addWidget(line);
+  if (!connected) {
+    ui_->lblNoConnection->setText(QStringLiteral(
+        "There is no connection to the database. Campaigns cannot be loaded, saved or run until there is one."));
+  }
+}
+
+void frmMain::Guarded(const std::function<void()>& command) {
+  const CommandGuard guard(*this);
+  command();
+}
+
+void frmMain::WithDatabase(const std::function<void()>& command) {
+  if (app_.connection.WasOpen()) return Guarded(command);
+  boxes_.ShowMessage(NoDatabaseMessage());
+}
+
+void frmMain::StartNewCampaign() {
+  Guarded([this] { desk_.steps.StartNewCampaign(); });
+  ShowCampaign();
+}
+
+void frmMain::LoadCampaign() {
+  bool loaded = false;
+  WithDatabase([this, &loaded] {
+    loaded = desk_.settings.LoadCampaignSettings([this] {
+      frmCampaigns manager({app_.statements, app_.campaignStorage, app_.campaign, layout_, app_.diagnostics}, this);
+      manager.lCampaignId = app_.campaign.record.ID;
+      manager.SetLoading();
+      manager.ShowForm();
+      return manager.lLoadedCampaignID;
+    });
+  });
+  if (loaded) ShowCampaign();
+}
+
+void frmMain::SaveCampaign() {
+  WithDatabase([this] {
+    desk_.settings.SaveCampaignSettings([this] {
+      frmCampaigns manager({app_.statements, app_.campaignStorage, app_.campaign, layout_, app_.diagnostics}, this);
+      manager.lCampaignId = app_.campaign.record.ID;
+      manager.SetSaving();
+      manager.ShowForm();
+    });
+  });
+  ShowCaption();
+}
+
+void frmMain::RunCampaign() {
+  StepResult result;
+  WithDatabase([this, &result] { result = desk_.steps.RunCampaign(); });
+  Go(result);
+  boxes_.PumpEvents();
+}
+
+void frmMain::Next(int index) {
+  StepResult result;
+  const auto step = [this, index, &result] { result = desk_.steps.NextStep(index); };
+  const bool runsQuery = index < 2;
+  runsQuery ? WithDatabase(step) : Guarded(step);
+  Page(index).ShowState();
+  Go(result);
+}
+
+void frmMain::Back(int index) {
+  Go(desk_.steps.BackStep(index));
+}
+
+void frmMain::Go(const StepResult& result) {
+  if (!result.Moved()) return;
+  ui_->ssTabMain->setCurrentIndex(result.selectTab - 1);
+  if (result.notice) boxes_.ShowMessage(*result.notice);
+}
+
+void frmMain::TabOpened(int index) {
+  if (!ui_->ssTabMain->isEnabled() || index < 0) return;
+  WizardPage& page = Page(index);
+  desk_.steps.TabOpened(index + 1);
+  page.ShowState();
+  if (!ui_->ssTabMain->tabBar()->hasFocus()) page.FirstControl()->setFocus();
+  if (index + 1 != kProcessTab) return;
+  if (const std::optional<Message> notice = HostMailServerNotice(app_.options, app_.service))
+    boxes_.ShowMessage(*notice);
+}
+
+WizardPage& frmMain::Page(int index) {
+  WizardPage*& page = pages_[static_cast<size_t>(index)];
+  if (page != nullptr) return *page;
+  const PageParts parts{.app = app_,
+                        .desk = desk_,
+                        .next = [this](int step) { Next(step); },
+                        .back = [this](int step) { Back(step); },
+                        .run = [this](const std::function<void()>& command) { WithDatabase(command); }};
+  switch (index) {
+    case 0:
+      page = new QueryPage(parts);
+      break;
+    case 1:
+      page = new FilterPage(parts);
+      break;
+    case 2:
+      page = new ResultsPage(parts);
+      break;
+    case 3:
+      page = new TemplatesPage(parts);
+      break;
+    default:
+      page = new ProcessPage(parts);
+      break;
+  }
+  ui_->ssTabMain->widget(index)->layout()->addWidget(page);
+  return *page;
+}
+
+void frmMain::ShowWizard() {
+  ui_->stack->setCurrentWidget(ui_->ssTabMain);
+  for (QWidget* control : std::initializer_list<QWidget*>{ui_->ssTabMain, ui_->cmdSave, ui_->cmdRun})
+    control->setEnabled(true);
+  mnuSave_->setEnabled(true);
+}
+
+void frmMain::ShowCampaign() {
+  desk_.resultsLog.Clear();
+  ShowWizard();
+  for (WizardPage* page : pages_) {
+    if (page == nullptr) continue;
+    page->CampaignSetUp();
+    page->ShowState();
+  }
+  ui_->ssTabMain->currentIndex() == 0 ? TabOpened(0) : ui_->ssTabMain->setCurrentIndex(0);
+  ShowCaption();
+}
+
+void frmMain::ShowCaption() {
+  setWindowTitle(WindowCaption(boxes_.ApplicationTitle(), app_.campaign.record));
+}
+
+void frmMain::Exit() {
+  if (!desk_.steps.ConfirmExit()) return;
+  app_.connection.Close();
+  close();
+}
+
+void frmMain::About() {
+  frmAbout about(app_, this);
+  about.ShowForm(layout_);
+}
+
+void frmMain::OpenLogFile() {
+  const QString path = app_.log.Path();
+  if (!QFileInfo::exists(path)) {
+    boxes_.ShowMessage({.text = QStringLiteral("Nothing has been logged yet."), .icon = MessageIcon::kInformation});
+  } else if (!app_.shell.Open(path)) {
+    boxes_.ShowMessage({.text = QStringLiteral("The log file could not be opened. It is here:\r\r") + path,
+                        .icon = MessageIcon::kExclamation});
+  }
+}
+
+void frmMain::BackUp() {
+  QFileDialog dialog(this, QStringLiteral("Back up the database"));
+  dialog.setObjectName(QStringLiteral("dlgBackup"));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilter(QStringLiteral("Database (*.db)"));
+  dialog.setDefaultSuffix(QStringLiteral("db"));
+  dialog.selectFile(app_.hostConnection.DatabaseName() + app_.clock.Today().toString(QStringLiteral("-yyyy-MM-dd")));
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+  Guarded([this, &dialog] { BackUpDatabase(app_, dialog.selectedFiles().constFirst()); });
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+  if (!boxes_.QuitRequested() && !desk_.settings.CloseRequest()) return event->ignore();
+  layout_.SaveWindow(*this, QString::fromLatin1(kFormName));
+  app_.connection.Close();
+  event->accept();
+}
+
+}  // namespace qbx

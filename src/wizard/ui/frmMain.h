@@ -3,12 +3,21 @@
 #pragma once
 
 #include <QMainWindow>
+#include <array>
+#include <functional>
+#include <memory>
 
 #include "platform/ui/widget_ui.h"
 #include "settings/ui/window_layout.h"
 #include "wizard/campaign_desk.h"
 
+namespace Ui {
+class frmMain;
+}
+
 namespace qbx {
+
+class WizardPage;
 
 /// Owns the pages and the commands that span them; what a page shows and does is the page's own.
 class frmMain : public QMainWindow {
@@ -16,11 +25,49 @@ class frmMain : public QMainWindow {
   frmMain(Application& app, CampaignDesk& desk, WidgetUi& ui, WindowLayout& layout);
   ~frmMain() override;
 
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
  private:
+  void BuildTabs();
+  void BuildMenu();
+  QAction* AddEntry(QMenu& menu, const char* name, const QString& text, const std::function<void()>& command);
+  void ConnectButtons();
+  void ShowConnection();
+
+  // Commands.
+  void StartNewCampaign();
+  void LoadCampaign();
+  void SaveCampaign();
+  void RunCampaign();
+  void Next(int index);
+  void Back(int index);
+  void Exit();
+  void About();
+  void OpenLogFile();
+  void BackUp();
+
+  /// Runs a command with every other one disabled meanwhile.
+  void Guarded(const std::function<void()>& command);
+  /// The same for one that needs the database: refused, with a message, when there never was a connection.
+  void WithDatabase(const std::function<void()>& command);
+
+  void Go(const StepResult& result);
+  void TabOpened(int index);
+  WizardPage& Page(int index);
+  /// Shows the wizard instead of the start panel.
+  void ShowWizard();
+  /// Shows the campaign that was just set up.
+  void ShowCampaign();
+  void ShowCaption();
+
   Application& app_;
   CampaignDesk& desk_;
-  WidgetUi& ui_;
+  WidgetUi& boxes_;
   WindowLayout& layout_;
+  std::unique_ptr<Ui::frmMain> ui_;
+  std::array<WizardPage*, 5> pages_ = {};  // by tab number less one; null until first opened
+  QAction* mnuSave_ = nullptr;
 };
 
 }  // namespace qbx

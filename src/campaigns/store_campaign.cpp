@@ -1,0 +1,32 @@
+#include "campaigns/store_campaign.h"
+
+namespace qbx {
+
+bool StoreCampaign(Statements& statements, CampaignStorage& storage, CurrentCampaign& campaign, UserInterface& ui,
+                   const QString& name, const QString& description) {
+  campaign.record.Campaign_Name = name;
+  campaign.record.Campaign_Description = description;
+  if (campaign.record.ID < 1) return storage.SaveCampaign();
+  if (storage.UpdateCampaign()) return true;
+  if (!CampaignIsGone(statements, campaign.record.ID)) return false;
+  const Message question{
+      .text = QStringLiteral("The Campaign has been deleted by another user.\r\rSave it as a new Campaign?"),
+      .icon = MessageIcon::kQuestion,
+      .buttons = MessageButtons::kYesNo};
+  return ui.ShowMessage(question) == MessageAnswer::kYes && storage.SaveCampaign();
+}
+
+bool CampaignIsGone(Statements& statements, int campaignId) {
+  try {
+    Command command;
+    command.connection = &statements.Shared();
+    command.commandText = QStringLiteral("proc_selp_Marketing_Campaign");
+    command.parameters = command.connection->Driver().DescribeProcedure(command.commandText);
+    command.SetParameter(QStringLiteral("@CampaignID"), campaignId);
+    return Recordset::ReadAll(command.Open()).Eof();
+  } catch (const DatabaseError&) {
+    return false;
+  }
+}
+
+}  // namespace qbx

@@ -1,0 +1,34 @@
+// Filling a list of text columns.
+
+#pragma once
+
+#include <QStringList>
+
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace qbx {
+
+/// Prepares a list: rows are single lines, a cell that is cut shows its text as a tip, and headings sort once they are clicked; until
+/// then rows stand in the order they were added.
+void PrepareList(QTreeWidget& list);
+
+/// While it lives the list can be filled without being sorted or saying that its selection changed. It starts empty.
+class ListFilling {
+ public:
+  explicit ListFilling(QTreeWidget& list);
+  ~ListFilling();
+  ListFilling(const ListFilling&) = delete;
+  ListFilling& operator=(const ListFilling&) = delete;
+
+  /// Adds a row. Numbers sort as numbers and "dd/mm/yyyy HH:mm" as dates.
+  QTreeWidgetItem* Add(const QStringList& texts);
+
+ private:
+  QTreeWidget& list_;
+};
+
+/// Makes columns as wide as sample texts, in the font of the list.
+void SetColumnWidths(QTreeWidget& list, const QStringList& samples);
+
+}  // namespace qbx

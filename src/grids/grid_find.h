@@ -1,0 +1,21 @@
+// Finding a row of a grid.
+
+#pragma once
+
+#include <QString>
+
+#include "database/recordset.h"
+#include "grids/grid_columns.h"
+
+namespace qbx {
+
+/// The first row, in the order shown, whose cell starts with a text as it is shown, without regard to case.
+/// \param column  position in the recordset
+/// \return -1 when there is none
+[[nodiscard]] qint64 FindStart(const Recordset& rows, int column, const GridColumn& format, const QString& start);
+
+/// The first row whose cell equals a value: numbers by value, whatever their types; text without regard to case.
+/// \return -1 when there is none
+[[nodiscard]] qint64 FindValue(const Recordset& rows, int column, const Value& value);
+
+}  // namespace qbx

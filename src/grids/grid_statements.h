@@ -1,0 +1,20 @@
+// The statements by which a grid inserts and deletes rows.
+
+#pragma once
+
+#include <QString>
+#include <vector>
+
+#include "database/value.h"
+
+namespace qbx {
+
+/// "proc_delp_" + procedure + " ( key, key )"; a key that is no number is quoted.
+[[nodiscard]] QString DeleteRowStatement(const QString& storedProc, const std::vector<Value>& key);
+
+/// "proc_addp_" + procedure + "_InsertRow ( header ID, record ID)", with ", " and the extra parameters in front of the
+/// bracket when there are any.
+[[nodiscard]] QString InsertRowStatement(const QString& storedProc, qint64 headerId, qint64 recordId,
+                                         const QString& extraParams);
+
+}  // namespace qbx

@@ -1,0 +1,88 @@
+// The events of a table view, handed to the grid that wraps it.
+
+#include "grids/ui/grid_events.h"
+
+#include <QtWidgets>
+
+#include "grids/ui/cDataGrid.h"
+
+namespace qbx {
+
+GridEvents::GridEvents(cDataGrid& grid, QTableView& view) : grid_(grid), view_(view) {
+  view.installEventFilter(this);
+  view.viewport()->installEventFilter(this);
+  view.viewport()->setMouseTracking(true);
+}
+
+bool GridEvents::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == &view_) return ViewEvent(*event);
+  ViewportEvent(*event);
+  return false;
+}
+
+/// Keys that would otherwise be taken by the shortcuts of the window.
+bool GridEvents::IsOurs(const QKeyEvent& event) {
+  const bool control = (event.modifiers() & Qt::ControlModifier) != 0;
+  switch (event.key()) {
+    case Qt::Key_A:
+    case Qt::Key_C:
+    case Qt::Key_F:
+    case Qt::Key_Delete:
+    case Qt::Key_Insert:
+      return control;
+    default:
+      return event.modifiers() == Qt::NoModifier && !event.text().isEmpty() && event.text().front().isPrint();
+  }
+}
+
+bool GridEvents::ViewEvent(QEvent& event) {
+  switch (event.type()) {
+    case QEvent::ShortcutOverride:
+      if (!IsOurs(static_cast<QKeyEvent&>(event))) return false;
+      event.accept();
+      return true;
+    case QEvent::KeyPress:
+      return grid_.KeyPress(static_cast<QKeyEvent&>(event));
+    case QEvent::KeyRelease:
+      grid_.KeyUp(static_cast<QKeyEvent&>(event));
+      return false;
+    case QEvent::FocusIn:
+      grid_.GotFocus();
+      return false;
+    case QEvent::Move:
+    case QEvent::Resize:
+    case QEvent::ShowToParent:
+    case QEvent::HideToParent:
+      grid_.Resize();
+      return false;
+    case QEvent::PaletteChange:
+    case QEvent::StyleChange:
+    case QEvent::ApplicationFontChange:
+      grid_.ApplyStyles();
+      return false;
+    default:
+      return false;
+  }
+}
+
+void GridEvents::ViewportEvent(QEvent& event) {
+  switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+      grid_.MouseDown(static_cast<QMouseEvent&>(event));
+      break;
+    case QEvent::MouseButtonRelease:
+      grid_.MouseUp(static_cast<QMouseEvent&>(event));
+      break;
+    case QEvent::MouseMove:
+      grid_.MouseMove(static_cast<QMouseEvent&>(event));
+      break;
+    case QEvent::Leave:
+      grid_.MouseLeave();
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace qbx

@@ -1,0 +1,79 @@
+// What the table view asks about a recordset.
+
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QHash>
+#include <QSet>
+#include <functional>
+#include <map>
+
+#include "database/recordset.h"
+#include "grids/grid_columns.h"
+#include "grids/ui/grid_style.h"
+
+namespace qbx {
+
+/// Reads the cells of a recordset at the moment they are drawn; keeps nothing of the rows but their number.
+class GridModel final : public QAbstractTableModel {
+ public:
+  /// Takes what a user typed into a cell. \return whether it is in the recordset now
+  using Editor = std::function<bool(qint64 row, int column, const QString& text)>;
+
+  /// Shows a recordset, or none.
+  void Bind(const Recordset* records);
+  /// Tells the view that other rows, or the same in another order, are there now.
+  void RowsChanged();
+
+  [[nodiscard]] const Recordset* Records() const { return records_; }
+  [[nodiscard]] const std::vector<GridColumn>& Columns() const { return columns_; }
+  [[nodiscard]] int ColumnOf(const QString& field) const;
+  [[nodiscard]] const GridColumn* ColumnAt(int column) const;
+  void Format(const QString& highlightedColumns);
+
+  void SetCaption(const QString& field, const QString& caption);
+  void SetFlags(const QStringList& fields);
+  void Lock(const QStringList& fields, bool lock);
+  [[nodiscard]] bool IsTick(int column) const;
+  [[nodiscard]] bool IsFlag(int column) const;
+  void SetEditor(Editor editor, bool editable);
+
+  void SetStyles(GridStyles styles, QColor customBackground);
+  [[nodiscard]] const GridStyles& Styles() const { return styles_; }
+  GridStyle& NamedStyle(const QString& name);
+  void SetRowStyle(std::function<QString(qint64)> styleOf) { styleOf_ = std::move(styleOf); }
+  void SetSortedColumn(int column);
+  /// Marks one cell; a row of -1 none.
+  void Highlight(qint64 row, int column);
+
+  [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+  [[nodiscard]] QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+  [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+ private:
+  [[nodiscard]] const GridStyle& StyleOf(qint64 row) const;
+  [[nodiscard]] QColor ForegroundOf(const QModelIndex& index, const GridStyle& style) const;
+  void Decorate();
+
+  const Recordset* records_ = nullptr;
+  int rows_ = 0;
+  std::vector<GridColumn> columns_;
+  QString highlightedColumns_;
+  QHash<QString, QString> captions_;  // fields in lower case, here and below
+  QSet<QString> flags_;
+  QSet<QString> locked_;
+  Editor editor_;
+  bool editable_ = false;
+  GridStyles styles_;
+  QColor customBackground_;
+  std::map<QString, GridStyle> named_;
+  std::function<QString(qint64)> styleOf_;
+  int sortedColumn_ = -1;
+  qint64 highlightedRow_ = -1;
+  int highlightedColumn_ = -1;
+};
+
+}  // namespace qbx

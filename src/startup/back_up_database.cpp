@@ -1,0 +1,39 @@
+#include "startup/back_up_database.h"
+
+#include <atomic>
+
+#include "hostdb/database_backup.h"
+#include "startup/application.h"
+
+namespace qbx {
+
+bool CanBackUpDatabase(const Application& app) {
+  return app.hostConnection.Ready() && IsEmbeddedServer(app.hostConnection.Server());
+}
+
+void BackUpDatabase(Application& app, const QString& target) {
+  const QString path = app.startup.ProgramFolder + app.hostConnection.DatabaseName() + QStringLiteral(".db");
+  std::atomic<bool> cancelled = false;
+  HostDatabaseProblem problem;
+  app.status.ShowStatus(QStringLiteral("Backing up the database"), true);
+  try {
+    app.connection.RunLong([&] { problem = CopyHostDatabase(path, target, [&cancelled] { return cancelled.load(); }); },
+                           [&] {
+                             app.ui.PumpEvents();
+                             if (app.status.Cancelled()) cancelled = true;
+                           },
+                           {});
+  } catch (const std::exception& error) {
+    problem = QString::fromUtf8(error.what());
+  }
+  app.status.Close();
+  if (problem) {
+    app.ui.ShowMessage(
+        {.text = QStringLiteral("The database was not backed up. ") + *problem, .icon = MessageIcon::kExclamation});
+  } else if (!cancelled) {
+    app.ui.ShowMessage(
+        {.text = QStringLiteral("The database was backed up to ") + target, .icon = MessageIcon::kInformation});
+  }
+}
+
+}  // namespace qbx

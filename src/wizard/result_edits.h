@@ -1,0 +1,45 @@
+// What the user does to the rows of step 3.
+
+#pragma once
+
+#include "campaigns/campaign_record.h"
+#include "database/statements.h"
+#include "diagnostics/diagnostics.h"
+#include "dispatch/replace_guard.h"
+#include "results/flags.h"
+#include "results/results_view.h"
+#include "results/send_methods.h"
+#include "settings/options.h"
+
+namespace qbx {
+
+/// Changes to the rows of the current campaign. Each is refused, with a message, while a run sends the campaign: a flag flipped under its
+/// hands could undo its own mark. No method throws.
+class ResultEdits {
+ public:
+  struct Parts {
+    Statements& statements;
+    const CurrentCampaign& campaign;
+    ReplaceGuard& guard;
+    ResultFlags& flags;
+    ResultsView& results;
+    const Options& options;
+  };
+  ResultEdits(const Parts& parts, Diagnostics diagnostics) : parts_(parts), diagnostics_(diagnostics) {}
+
+  /// \return false when the rows may not be changed now; the user was told
+  [[nodiscard]] bool MayEdit();
+
+  /// A click on a cell of the grid; flips the flag of a flag column.
+  void ClickCell(const QString& column, qint64 recordId);
+
+  /// Applies the rules to every row and shows the results anew.
+  /// \return false when it was refused; a rule that failed was reported, and those before it stay
+  bool ApplySendMethods(const SendMethods& methods);
+
+ private:
+  Parts parts_;
+  Diagnostics diagnostics_;
+};
+
+}  // namespace qbx

@@ -1,0 +1,37 @@
+// A date that is typed or chosen, or left empty.
+
+#pragma once
+
+#include <QDate>
+#include <QLineEdit>
+#include <functional>
+
+namespace qbx {
+
+/// Shows "dd/mm/yyyy" and takes what `ParseTypedDate` reads. A calendar opens from its button, with F4 and with Alt+Down; Up and Down go a
+/// day on or back. Text that is no date stays as it was typed, in red, and counts as no date.
+class DateBox : public QLineEdit {
+ public:
+  explicit DateBox(QWidget* parent = nullptr);
+
+  /// Invalid while the box is empty or holds no date.
+  [[nodiscard]] QDate Date() const;
+  /// Shows a date, or empties the box; does not call the callback.
+  void SetDate(const QDate& date);
+  /// Called when the user changed the text.
+  void OnEdited(std::function<void()> callback) { edited_ = std::move(callback); }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  void Edited();
+  void Choose(const QDate& date);
+  void OpenCalendar();
+  void MarkText();
+
+  std::function<void()> edited_;
+};
+
+}  // namespace qbx

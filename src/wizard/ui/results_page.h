@@ -1,0 +1,42 @@
+// Tab 3: the rows that the query found.
+
+#pragma once
+
+#include <memory>
+
+#include "grids/ui/cDataGrid.h"
+#include "wizard/ui/wizard_page.h"
+
+namespace Ui {
+class ResultsPage;
+}
+
+namespace qbx {
+
+class ResultsPage : public WizardPage, private GridOwner {
+ public:
+  explicit ResultsPage(PageParts parts);
+  ~ResultsPage() override;
+
+  [[nodiscard]] QWidget* FirstControl() override;
+
+ protected:
+  void CopyState() override;
+
+ private:
+  void SetUpGrid();
+  void ConnectResults();
+  void ConnectControls();
+  void ShowRows();
+  void ShowCount();
+  void SetMethods();
+  [[nodiscard]] bool HasRows(const QString& action);
+  // GridOwner
+  [[nodiscard]] bool EditMode() const override { return true; }
+  [[nodiscard]] bool MayDeleteRows() override { return Desk().edits.MayEdit(); }
+
+  std::unique_ptr<Ui::ResultsPage> ui_;
+  cDataGrid grid_;
+};
+
+}  // namespace qbx

@@ -1,0 +1,59 @@
+#include "wizard/ui/templates_page.h"
+
+#include "dispatch/sms_credits.h"
+#include "ui_templates_page.h"
+#include "wizard/template_examples.h"
+
+namespace qbx {
+namespace {
+
+void ShowText(QPlainTextEdit& box, const QString& text) {
+  if (box.toPlainText() != text) box.setPlainText(text);
+}
+
+}  // namespace
+
+TemplatesPage::TemplatesPage(PageParts parts)
+    : WizardPage(std::move(parts)), ui_(std::make_unique<Ui::TemplatesPage>()) {
+  ui_->setupUi(this);
+  const TemplateExamples examples = MakeTemplateExamples(App().startup.edition.boat);
+  ui_->lblExample1->setText(examples.lblExample1);
+  ui_->txtExample1->setPlainText(examples.txtExample1);
+  ui_->lblExample2->setText(examples.lblExample2);
+  ui_->txtExample2->setPlainText(examples.txtExample2);
+  connect(ui_->txtEmailSubject, &QLineEdit::textEdited, this,
+          [this](const QString& text) { Edited(State().txtEmailSubject, text); });
+  connect(ui_->txtEmailBody, &QPlainTextEdit::textChanged, this,
+          [this] { Edited(State().txtEmailBody, ui_->txtEmailBody->toPlainText()); });
+  connect(ui_->txtSMS, &QPlainTextEdit::textChanged, this, [this] {
+    Edited(State().txtSMS, ui_->txtSMS->toPlainText());
+    ShowLength();
+  });
+}
+
+TemplatesPage::~TemplatesPage() = default;
+
+QWidget* TemplatesPage::FirstControl() {
+  return ui_->ssTabLetters;
+}
+
+void TemplatesPage::Edited(QString& value, const QString& text) {
+  if (Showing()) return;
+  value = text;
+  Desk().selection.Changed();
+}
+
+void TemplatesPage::CopyState() {
+  ui_->txtEmailSubject->setText(State().txtEmailSubject);
+  ShowText(*ui_->txtEmailBody, State().txtEmailBody);
+  ShowText(*ui_->txtSMS, State().txtSMS);
+  ShowLength();
+}
+
+void TemplatesPage::ShowLength() {
+  const int length = static_cast<int>(State().txtSMS.size());
+  ui_->lblSMSChars->setText(
+      QStringLiteral("Chars: %1 / 918 max, approx. %2 Credit(s)").arg(length).arg(SMSCreditsFor(length, 1)));
+}
+
+}  // namespace qbx

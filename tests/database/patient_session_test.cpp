@@ -1,0 +1,92 @@
+#include "database/patient_session.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+#include "database/fake_server.h"
+
+namespace qbx::test {
+namespace {
+
+/// Answers a statement "wait" only after events were let run three times, as a server that is slow to answer.
+class SlowServer {
+ public:
+  std::atomic<int> pumps = 0;
+
+  SessionFactory Sessions() {
+    return [this, inner = server_.Factory()](const ConnectionTarget& target, const Login& login, int timeout) {
+      return std::make_unique<SlowSession>(inner(target, login, timeout), pumps);
+    };
+  }
+  FakeServer& Script() { return server_; }
+
+ private:
+  class SlowSession final : public Session {
+   public:
+    SlowSession(std::unique_ptr<Session> inner, std::atomic<int>& pumps) : inner_(std::move(inner)), pumps_(pumps) {}
+    std::unique_ptr<RowSource> Execute(const QString& batch) override {
+      constexpr int kEnough = 3;
+      while (batch.startsWith(QLatin1String("wait")) && pumps_ < kEnough)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      return inner_->Execute(batch);
+    }
+    std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) override {
+      return inner_->Call(procedure, parameters);
+    }
+    std::vector<Parameter> DescribeProcedure(const QString& procedure) override {
+      return inner_->DescribeProcedure(procedure);
+    }
+    void Begin() override { inner_->Begin(); }
+    void Commit() override { inner_->Commit(); }
+    void Rollback() override { inner_->Rollback(); }
+    bool InTransaction() const override { return inner_->InTransaction(); }
+    void DeleteRow(const QString&, const QString&, const Value&) override {}
+    void UpdateRow(const QString&, const QString&, const Value&, std::span<const QString>,
+                   std::span<const Value>) override {}
+    void InsertRow(const QString&, std::span<const QString>, std::span<const Value>) override {}
+    void SetCommandTimeout(int seconds) override { inner_->SetCommandTimeout(seconds); }
+    bool IsAlive() override { return inner_->IsAlive(); }
+    void Interrupt() override { inner_->Interrupt(); }
+
+   private:
+    std::unique_ptr<Session> inner_;
+    std::atomic<int>& pumps_;
+  };
+
+  FakeServer server_;
+};
+
+std::unique_ptr<Session> Open(SlowServer& server) {
+  return PatientSessions(server.Sessions(), [&server] { ++server.pumps; })({}, {}, 5);
+}
+
+TEST(PatientSession, LetsEventsRunWhileTheServerIsSlow) {
+  SlowServer server;
+  const std::unique_ptr<Session> session = Open(server);
+  (void)session->Execute(QStringLiteral("wait for it"));
+  EXPECT_GE(server.pumps, 3);
+  EXPECT_EQ(server.Script().Count(QStringLiteral("wait for it")), 1);
+}
+
+TEST(PatientSession, HandsFailuresToTheCallerAndGoesOn) {
+  SlowServer server;
+  const std::unique_ptr<Session> session = Open(server);
+  server.Script().Expect(QStringLiteral("bad"), Failure(QStringLiteral("no such table")));
+  EXPECT_THROW((void)session->Execute(QStringLiteral("wait, bad")), DatabaseError);
+  EXPECT_NO_THROW((void)session->Execute(QStringLiteral("good")));
+}
+
+TEST(PatientSession, AnotherThreadGoesStraightThrough) {
+  SlowServer server;
+  const std::unique_ptr<Session> session = Open(server);
+  server.pumps = 3;
+  std::thread([&session] { (void)session->Execute(QStringLiteral("wait no longer")); }).join();
+  EXPECT_EQ(server.pumps, 3);
+  EXPECT_EQ(server.Script().Count(QStringLiteral("wait no longer")), 1);
+}
+
+}  // namespace
+}  // namespace qbx::test
