@@ -119,7 +119,7 @@ void cDataGrid::DeleteSelected() {
   std::vector<qint64> rows = SelectedRows();
   if (rows.empty() && CurrentRow() >= 0) rows = {CurrentRow()};
   if (rows.empty() || records_ == nullptr) return;
-  if (EditMode() && !BeforeDelete()) return;
+  if (EditMode() && (!BeforeDelete() || (owner_ != nullptr && !owner_->MayDeleteRows()))) return;
   if (rows.size() == 1 && CurrentRow() != rows.front()) SetCurrent(rows.front(), view_->currentIndex().column());
   const qint64 recordId = RecordID();
   const bool reaches = EditMode();
