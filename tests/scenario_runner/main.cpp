@@ -5,14 +5,26 @@
 #include <cstdio>
 
 #include "batch.h"
+#include "platform/clock.h"
+#include "platform/ui/look.h"
 #include "scenario.h"
 
 namespace {
 
 using qbx::scenario::BatchSettings;
 
+// What the offscreen platform says of itself at every window would bury what matters.
+void PrintUnlessNoise(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  if (text.startsWith(QLatin1String("This plugin does not support")) || text.startsWith(QLatin1String("QStandardPaths:"))) return;
+  std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
+}
+
 int RunHere(int argc, char** argv, const BatchSettings& settings) {
+  qInstallMessageHandler(&PrintUnlessNoise);
+  qbx::SettleTimeZone();
   QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("marketing"));
+  qbx::ApplyLook();
   // Closing the main window must not end the loops in which the scenario goes on.
   QApplication::setQuitOnLastWindowClosed(false);
   return qbx::scenario::RunScenario(settings.files.value(0), settings.screenshots) ? 0 : 1;
