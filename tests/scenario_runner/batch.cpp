@@ -24,8 +24,9 @@ bool RunOne(const QString& file, const BatchSettings& settings) {
     const bool started = process.state() != QProcess::NotRunning;
     process.kill();
     process.waitForFinished();
-    PrintLine(QStringLiteral("FAIL %1: %2").arg(file, started ? QStringLiteral("has not ended after %1 s").arg(settings.timeLimitSeconds)
-                                                              : process.errorString()));
+    PrintLine(QStringLiteral("FAIL %1: %2")
+                  .arg(file, started ? QStringLiteral("has not ended after %1 s").arg(settings.timeLimitSeconds)
+                                     : process.errorString()));
     return false;
   }
   if (process.exitStatus() == QProcess::CrashExit) {

@@ -14,7 +14,8 @@ namespace qbx::scenario {
 namespace {
 
 QWidget& Focus() {
-  if (QWidget* popup = QApplication::activePopupWidget()) return popup->focusWidget() != nullptr ? *popup->focusWidget() : *popup;
+  if (QWidget* popup = QApplication::activePopupWidget())
+    return popup->focusWidget() != nullptr ? *popup->focusWidget() : *popup;
   if (QWidget* focus = QApplication::focusWidget()) return *focus;
   const QList<QWidget*> windows = VisibleWindows();
   if (windows.isEmpty()) throw ScenarioError(QStringLiteral("No window is open that could take keys."));
@@ -40,7 +41,9 @@ QVariant Names(const Arguments& arguments) {
 QVariant CloseWindow(const Arguments& arguments) {
   QWidget& window = FindWindow(TextAt(arguments, 0));
   const QWidget* modal = QApplication::activeModalWidget();
-  if (modal != nullptr && modal != &window) throw ScenarioError(QStringLiteral("%1 cannot be closed while %2 is open.").arg(WindowName(window), WindowName(*modal)));
+  if (modal != nullptr && modal != &window)
+    throw ScenarioError(
+        QStringLiteral("%1 cannot be closed while %2 is open.").arg(WindowName(window), WindowName(*modal)));
   const QPointer<QWidget> alive(&window);
   window.close();
   Settle();
@@ -67,7 +70,8 @@ void AddWindowCommands(Bridge& bridge, Stage& stage) {
   });
   bridge.Add(QStringLiteral("controlNames"), Names);
   bridge.Add(QStringLiteral("closeWindow"), CloseWindow);
-  bridge.Add(QStringLiteral("screenshot"), [&stage](const Arguments& arguments) { return Screenshot(arguments, stage); });
+  bridge.Add(QStringLiteral("screenshot"),
+             [&stage](const Arguments& arguments) { return Screenshot(arguments, stage); });
   bridge.Add(QStringLiteral("wait"), [](const Arguments& arguments) -> QVariant {
     QTest::qWait(NumberAt(arguments, 0));
     return {};
@@ -84,7 +88,8 @@ void AddKeyCommands(Bridge& bridge) {
     TypeText(Focus(), TextAt(arguments, 0));
     return {};
   });
-  bridge.Add(QStringLiteral("clipboard"), [](const Arguments&) -> QVariant { return PlainLines(QApplication::clipboard()->text()); });
+  bridge.Add(QStringLiteral("clipboard"),
+             [](const Arguments&) -> QVariant { return PlainLines(QApplication::clipboard()->text()); });
   bridge.Add(QStringLiteral("setClipboard"), [](const Arguments& arguments) -> QVariant {
     QApplication::clipboard()->setText(TextAt(arguments, 0));
     return {};
@@ -98,7 +103,8 @@ void AddControlCommands(Bridge& bridge, Stage& stage) {
     (void)FindControl(TextAt(arguments, 0));
     return {};
   });
-  bridge.Add(QStringLiteral("exists"), [](const Arguments& arguments) -> QVariant { return TryFindControl(TextAt(arguments, 0)) != nullptr; });
+  bridge.Add(QStringLiteral("exists"),
+             [](const Arguments& arguments) -> QVariant { return TryFindControl(TextAt(arguments, 0)) != nullptr; });
   bridge.Add(QStringLiteral("read"), [](const Arguments& arguments) {
     const QString name = TextAt(arguments, 0);
     return ReadControl(FindControl(name), name, TextAt(arguments, 1), arguments.mid(2));

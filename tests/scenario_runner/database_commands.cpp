@@ -27,7 +27,8 @@ void DropProcedure(Stage& stage, const QString& name) {
 
 void RestoreProcedure(Stage& stage, const QString& name) {
   const QString where = QStringLiteral(" WHERE Name = %1").arg(Quoted(name));
-  const int restored = stage.Data().Execute(QStringLiteral("INSERT INTO _Procedures SELECT * FROM _Dropped%1").arg(where));
+  const int restored =
+      stage.Data().Execute(QStringLiteral("INSERT INTO _Procedures SELECT * FROM _Dropped%1").arg(where));
   if (restored == 0) throw ScenarioError(QStringLiteral("The procedure %1 was not dropped.").arg(name));
   stage.Data().Execute(QStringLiteral("DELETE FROM _Dropped%1").arg(where));
   ForgetProcedures(stage);
@@ -51,11 +52,15 @@ void AddTroubles(Bridge& bridge, Stage& stage) {
   Add(bridge, stage, "lockDatabase",
       [](Stage& on, const Arguments& arguments) { on.lock.Hold(on.Data().File(), NumberAt(arguments, 0)); });
   Add(bridge, stage, "unlockDatabase", [](Stage& on, const Arguments&) { on.lock.Release(); });
-  Add(bridge, stage, "dropProcedure", [](Stage& on, const Arguments& arguments) { DropProcedure(on, TextAt(arguments, 0)); });
-  Add(bridge, stage, "restoreProcedure", [](Stage& on, const Arguments& arguments) { RestoreProcedure(on, TextAt(arguments, 0)); });
-  Add(bridge, stage, "failProcedure",
-      [](Stage& on, const Arguments& arguments) { on.troubles.FailProcedure(TextAt(arguments, 0), TextAt(arguments, 1)); });
-  Add(bridge, stage, "slowDatabase", [](Stage& on, const Arguments& arguments) { on.troubles.delayMilliseconds = NumberAt(arguments, 0); });
+  Add(bridge, stage, "dropProcedure",
+      [](Stage& on, const Arguments& arguments) { DropProcedure(on, TextAt(arguments, 0)); });
+  Add(bridge, stage, "restoreProcedure",
+      [](Stage& on, const Arguments& arguments) { RestoreProcedure(on, TextAt(arguments, 0)); });
+  Add(bridge, stage, "failProcedure", [](Stage& on, const Arguments& arguments) {
+    on.troubles.FailProcedure(TextAt(arguments, 0), TextAt(arguments, 1));
+  });
+  Add(bridge, stage, "slowDatabase",
+      [](Stage& on, const Arguments& arguments) { on.troubles.delayMilliseconds = NumberAt(arguments, 0); });
   Add(bridge, stage, "takeOffline", [](Stage& on, const Arguments&) { SetStatus(on, "OFFLINE"); });
   Add(bridge, stage, "bringOnline", [](Stage& on, const Arguments&) { SetStatus(on, "ONLINE"); });
   Add(bridge, stage, "breakConnection", [](Stage& on, const Arguments&) { on.Program().App().engine.BreakSessions(); });
@@ -70,29 +75,42 @@ void AddTroubles(Bridge& bridge, Stage& stage) {
 
 void AddDatabaseCommands(Bridge& bridge, Stage& stage) {
   AddTroubles(bridge, stage);
-  bridge.Add(QStringLiteral("sql"), [&stage](const Arguments& arguments) -> QVariant { return stage.Data().Select(TextAt(arguments, 0)); });
-  bridge.Add(QStringLiteral("execute"), [&stage](const Arguments& arguments) -> QVariant { return stage.Data().Execute(TextAt(arguments, 0)); });
+  bridge.Add(QStringLiteral("sql"),
+             [&stage](const Arguments& arguments) -> QVariant { return stage.Data().Select(TextAt(arguments, 0)); });
+  bridge.Add(QStringLiteral("execute"),
+             [&stage](const Arguments& arguments) -> QVariant { return stage.Data().Execute(TextAt(arguments, 0)); });
   bridge.Add(QStringLiteral("calls"), [&stage](const Arguments&) -> QVariant { return stage.troubles.Calls(); });
   bridge.Add(QStringLiteral("databaseStatus"), [&stage](const Arguments&) -> QVariant {
-    return stage.Data().Select(QStringLiteral("SELECT Status FROM _Database_Status")).value(0).toMap().value(QStringLiteral("Status"));
+    return stage.Data()
+        .Select(QStringLiteral("SELECT Status FROM _Database_Status"))
+        .value(0)
+        .toMap()
+        .value(QStringLiteral("Status"));
   });
   bridge.Add(QStringLiteral("events"), [&stage](const Arguments&) -> QVariant {
-    return stage.Data().Select(QStringLiteral("SELECT EventType AS type, TableID AS [table], TableKey AS [key], Details AS details,"
-                                              " Username AS user, Log_Date AS date FROM _Log ORDER BY LogID"));
+    return stage.Data().Select(
+        QStringLiteral("SELECT EventType AS type, TableID AS [table], TableKey AS [key], Details AS details,"
+                       " Username AS user, Log_Date AS date FROM _Log ORDER BY LogID"));
   });
   bridge.Add(QStringLiteral("marketingEvents"), [&stage](const Arguments&) -> QVariant {
-    return stage.Data().Select(QStringLiteral("SELECT Event AS event, CampaignID AS campaign, UserID AS user, Log_Date AS date"
-                                              " FROM _Marketing_Log ORDER BY LogID"));
+    return stage.Data().Select(
+        QStringLiteral("SELECT Event AS event, CampaignID AS campaign, UserID AS user, Log_Date AS date"
+                       " FROM _Marketing_Log ORDER BY LogID"));
   });
   bridge.Add(QStringLiteral("option"), [&stage](const Arguments& arguments) -> QVariant {
     const QString name = TextAt(arguments, 0);
-    return stage.Data().Select(QStringLiteral("SELECT [%1] AS value FROM _Options WHERE Options_Company = 'A'").arg(name))
-        .value(0).toMap().value(QStringLiteral("value"));
+    return stage.Data()
+        .Select(QStringLiteral("SELECT [%1] AS value FROM _Options WHERE Options_Company = 'A'").arg(name))
+        .value(0)
+        .toMap()
+        .value(QStringLiteral("value"));
   });
   bridge.Add(QStringLiteral("setOption"), [&stage](const Arguments& arguments) -> QVariant {
     const QVariant value = arguments.value(1);
-    const QString text = value.typeId() == QMetaType::Bool || IsNumber(value) ? QString::number(value.toDouble()) : Quoted(value.toString());
-    return stage.Data().Execute(QStringLiteral("UPDATE _Options SET [%1] = %2 WHERE Options_Company = 'A'").arg(TextAt(arguments, 0), text));
+    const QString text = value.typeId() == QMetaType::Bool || IsNumber(value) ? QString::number(value.toDouble())
+                                                                              : Quoted(value.toString());
+    return stage.Data().Execute(
+        QStringLiteral("UPDATE _Options SET [%1] = %2 WHERE Options_Company = 'A'").arg(TextAt(arguments, 0), text));
   });
 }
 

@@ -43,8 +43,9 @@ void DatabaseLock::Hold(const QString& file, int milliseconds) {
   Release();
   holder_ = std::make_unique<Holder>();
   Holder& holder = *holder_;
-  holder.thread =
-      std::jthread([&holder, name = file.toUtf8(), milliseconds](const std::stop_token& stop) { holder.Run(stop, name, milliseconds); });
+  holder.thread = std::jthread([&holder, name = file.toUtf8(), milliseconds](const std::stop_token& stop) {
+    holder.Run(stop, name, milliseconds);
+  });
   if (holder.held.get_future().get()) return;
   Release();
   throw ScenarioError(QStringLiteral("The database could not be locked: %1").arg(file));

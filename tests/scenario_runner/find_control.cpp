@@ -67,7 +67,8 @@ QList<QWidget*> VisibleWindows() {
 QStringList ControlNames(const QWidget& window) {
   QStringList names;
   const auto add = [&names](const QString& name) {
-    if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_"))) names += name;
+    const bool ofQt = name.startsWith(QLatin1String("qt_")) || name.startsWith(QLatin1String("Scroll"));
+    if (!name.isEmpty() && !ofQt) names += name;
   };
   for (const QWidget* widget : window.findChildren<QWidget*>())
     add(widget->objectName());
@@ -113,7 +114,8 @@ QWidget& FindWindow(const QString& name) {
     names += WindowName(*window);
     if (names.constLast() == name) return *window;
   }
-  throw ScenarioError(QStringLiteral("There is no window \"%1\"; open are: %2.").arg(name, names.join(QStringLiteral(", "))));
+  throw ScenarioError(
+      QStringLiteral("There is no window \"%1\"; open are: %2.").arg(name, names.join(QStringLiteral(", "))));
 }
 
 }  // namespace qbx::scenario

@@ -37,7 +37,8 @@ QVariant ValueAt(sqlite3_stmt* statement, int column) {
     case SQLITE_FLOAT:
       return QVariant(sqlite3_column_double(statement, column));
     default:
-      return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)), sqlite3_column_bytes(statement, column));
+      return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)),
+                               sqlite3_column_bytes(statement, column));
   }
 }
 
@@ -46,7 +47,8 @@ QVariant ValueAt(sqlite3_stmt* statement, int column) {
 QVariantList HostData::Select(const QString& sql) const {
   const Handle database = Open(file_, clock_);
   sqlite3_stmt* raw = nullptr;
-  if (sqlite3_prepare_v2(database.get(), sql.toUtf8().constData(), -1, &raw, nullptr) != SQLITE_OK) Refuse(database.get(), sql);
+  if (sqlite3_prepare_v2(database.get(), sql.toUtf8().constData(), -1, &raw, nullptr) != SQLITE_OK)
+    Refuse(database.get(), sql);
   const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> statement(raw, &sqlite3_finalize);
   QVariantList rows;
   int step = sqlite3_step(raw);
@@ -62,7 +64,8 @@ QVariantList HostData::Select(const QString& sql) const {
 
 int HostData::Execute(const QString& sql) const {
   const Handle database = Open(file_, clock_);
-  if (sqlite3_exec(database.get(), sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK) Refuse(database.get(), sql);
+  if (sqlite3_exec(database.get(), sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+    Refuse(database.get(), sql);
   return sqlite3_changes(database.get());
 }
 

@@ -63,8 +63,9 @@ QVariant Sort(QAbstractItemView& view) {
       header->sortIndicatorSection() >= header->count())
     return QVariant::fromValue(nullptr);
   const bool ascending = header->sortIndicatorOrder() == Qt::AscendingOrder;
-  return QVariantMap{{QStringLiteral("column"), ColumnCaptions(view).value(header->sortIndicatorSection())},
-                     {QStringLiteral("direction"), ascending ? QStringLiteral("ascending") : QStringLiteral("descending")}};
+  return QVariantMap{
+      {QStringLiteral("column"), ColumnCaptions(view).value(header->sortIndicatorSection())},
+      {QStringLiteral("direction"), ascending ? QStringLiteral("ascending") : QStringLiteral("descending")}};
 }
 
 QVariantList SelectedRows(const QAbstractItemView& view) {
@@ -146,14 +147,18 @@ QStringList ColumnCaptions(QAbstractItemView& view) {
 int ColumnOf(QAbstractItemView& view, const QVariant& column) {
   const QStringList captions = ColumnCaptions(view);
   if (!column.isValid()) return 0;
-  const qsizetype found = IsNumber(column) ? column.toInt() : captions.indexOf(column.toString());
+  const QString name = column.toString();
+  qsizetype found = IsNumber(column) ? column.toInt() : captions.indexOf(name);
+  if (found < 0) found = captions.indexOf(QString(name).replace(QLatin1Char('_'), QLatin1Char(' ')));
   if (found >= 0 && found < captions.size()) return static_cast<int>(found);
-  throw ScenarioError(QStringLiteral("There is no column \"%1\" but %2.").arg(column.toString(), captions.join(QStringLiteral(", "))));
+  throw ScenarioError(
+      QStringLiteral("There is no column \"%1\" but %2.").arg(name, captions.join(QStringLiteral(", "))));
 }
 
 QModelIndex CellAt(QAbstractItemView& view, int row, const QVariant& column) {
   const int rows = view.model() == nullptr ? 0 : view.model()->rowCount(view.rootIndex());
-  if (row < 0 || row >= rows) throw ScenarioError(QStringLiteral("There is no row %1; there are %2 rows, from 0.").arg(row).arg(rows));
+  if (row < 0 || row >= rows)
+    throw ScenarioError(QStringLiteral("There is no row %1; there are %2 rows, from 0.").arg(row).arg(rows));
   return view.model()->index(row, ColumnOf(view, column), view.rootIndex());
 }
 
@@ -176,7 +181,8 @@ QModelIndex ItemOf(QAbstractItemView& view, const QVariant& item) {
       if (HasKey(index, item.toString())) return index;
     }
   }
-  throw ScenarioError(QStringLiteral("There is no item \"%1\" but %2.").arg(item.toString(), ItemTexts(view).join(QStringLiteral(", "))));
+  throw ScenarioError(QStringLiteral("There is no item \"%1\" but %2.")
+                          .arg(item.toString(), ItemTexts(view).join(QStringLiteral(", "))));
 }
 
 QVariant Shown(const QModelIndex& cell) {
@@ -193,12 +199,14 @@ QVariant ReadItems(QAbstractItemView& view, const QString& property, const Argum
       keys += KeyOf(item);
     return keys;
   }
-  if (property == QLatin1String("rowCount")) return view.model() == nullptr ? 0 : view.model()->rowCount(view.rootIndex());
+  if (property == QLatin1String("rowCount"))
+    return view.model() == nullptr ? 0 : view.model()->rowCount(view.rootIndex());
   if (property == QLatin1String("columns")) return Columns(view, false);
   if (property == QLatin1String("hiddenColumns")) return Columns(view, true);
   if (property == QLatin1String("cell")) return Shown(CellAt(view, NumberAt(arguments, 0), arguments.value(1)));
   if (property == QLatin1String("row")) return RowTexts(view, NumberAt(arguments, 0));
-  if (property == QLatin1String("cellColours")) return CellColours(CellAt(view, NumberAt(arguments, 0), arguments.value(1)), view);
+  if (property == QLatin1String("cellColours"))
+    return CellColours(CellAt(view, NumberAt(arguments, 0), arguments.value(1)), view);
   if (property == QLatin1String("sort")) return Sort(view);
   if (property == QLatin1String("firstVisibleRow")) return view.indexAt(QPoint(1, 1)).row();
   if (property == QLatin1String("columnWidth")) {

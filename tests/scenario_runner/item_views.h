@@ -16,7 +16,7 @@ namespace qbx::scenario {
 [[nodiscard]] QHeaderView* HeaderOf(QAbstractItemView& view);
 /// Captions of all columns, hidden ones included, in the order of the model.
 [[nodiscard]] QStringList ColumnCaptions(QAbstractItemView& view);
-/// A column by caption or by number from 0. \throws ScenarioError with the captions that are there
+/// A column by caption, by field ("_" stands for a blank) or by number from 0. \throws ScenarioError with the captions that are there
 [[nodiscard]] int ColumnOf(QAbstractItemView& view, const QVariant& column);
 /// \throws ScenarioError when there is no such row
 [[nodiscard]] QModelIndex CellAt(QAbstractItemView& view, int row, const QVariant& column);

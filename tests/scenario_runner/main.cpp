@@ -15,7 +15,9 @@ using qbx::scenario::BatchSettings;
 
 // What the offscreen platform says of itself at every window would bury what matters.
 void PrintUnlessNoise(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-  if (text.startsWith(QLatin1String("This plugin does not support")) || text.startsWith(QLatin1String("QStandardPaths:"))) return;
+  if (text.startsWith(QLatin1String("This plugin does not support")) ||
+      text.startsWith(QLatin1String("QStandardPaths:")))
+    return;
   std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
 }
 
@@ -39,14 +41,19 @@ int main(int argc, char** argv) {
     words += QString::fromLocal8Bit(argv[i]);
 
   QCommandLineParser parser;
-  parser.setApplicationDescription(QStringLiteral("Runs scenarios against the real windows; tests/scenarios/README.md is their reference."));
-  parser.addPositionalArgument(QStringLiteral("FILE.js ..."), QStringLiteral("scenarios; each runs in a process of its own"));
+  parser.setApplicationDescription(
+      QStringLiteral("Runs scenarios against the real windows; tests/scenarios/README.md is their reference."));
+  parser.addPositionalArgument(QStringLiteral("FILE.js ..."),
+                               QStringLiteral("scenarios; each runs in a process of its own"));
   const QCommandLineOption help(QStringLiteral("help"), QStringLiteral("Shows this help."));
-  const QCommandLineOption screenshots(QStringLiteral("screenshots"), QStringLiteral("Folder for the pictures that scenarios take."),
+  const QCommandLineOption screenshots(QStringLiteral("screenshots"),
+                                       QStringLiteral("Folder for the pictures that scenarios take."),
                                        QStringLiteral("DIR"));
-  const QCommandLineOption limit(QStringLiteral("time-limit"), QStringLiteral("Seconds that one scenario may take (120)."), QStringLiteral("SECONDS"),
+  const QCommandLineOption limit(QStringLiteral("time-limit"),
+                                 QStringLiteral("Seconds that one scenario may take (120)."), QStringLiteral("SECONDS"),
                                  QStringLiteral("120"));
-  const QCommandLineOption here(QStringLiteral("here"), QStringLiteral("Runs one file in this very process, for a debugger."));
+  const QCommandLineOption here(QStringLiteral("here"),
+                                QStringLiteral("Runs one file in this very process, for a debugger."));
   parser.addOptions({help, screenshots, limit, here});
   if (!parser.parse(words) || parser.isSet(help) || parser.positionalArguments().isEmpty()) {
     const QString problem = parser.errorText().isEmpty() ? QString() : parser.errorText() + QLatin1Char('\n');

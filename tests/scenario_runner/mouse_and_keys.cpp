@@ -82,7 +82,8 @@ void TypeText(QWidget& widget, const QString& text) {
 
 void PressKeys(QWidget& widget, const QString& keys) {
   const QKeySequence sequence = QKeySequence::fromString(keys, QKeySequence::PortableText);
-  if (sequence.count() != 1 || sequence[0].key() == Qt::Key_unknown) throw ScenarioError(QStringLiteral("There is no key \"%1\".").arg(keys));
+  if (sequence.count() != 1 || sequence[0].key() == Qt::Key_unknown)
+    throw ScenarioError(QStringLiteral("There is no key \"%1\".").arg(keys));
   Activate(*widget.window());
   QTest::keyClick(&widget, sequence[0].key(), sequence[0].keyboardModifiers());
   Settle();

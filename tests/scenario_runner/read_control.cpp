@@ -22,7 +22,8 @@ QVariant TextOf(const QObject& control) {
   if (const auto* action = qobject_cast<const QAction*>(&control)) return PlainCaption(action->text());
   if (const auto* button = qobject_cast<const QAbstractButton*>(&control)) return PlainCaption(button->text());
   if (const auto* label = qobject_cast<const QLabel*>(&control)) {
-    if (label->textFormat() == Qt::RichText || (label->textFormat() == Qt::AutoText && Qt::mightBeRichText(label->text())))
+    if (label->textFormat() == Qt::RichText ||
+        (label->textFormat() == Qt::AutoText && Qt::mightBeRichText(label->text())))
       return PlainLines(QTextDocumentFragment::fromHtml(label->text()).toPlainText());
     return PlainLines(label->buddy() != nullptr ? PlainCaption(label->text()) : label->text());
   }
@@ -39,7 +40,8 @@ QVariant TextOf(const QObject& control) {
 }
 
 QVariant CaptionOf(const QObject& control) {
-  if (control.isWidgetType() && static_cast<const QWidget&>(control).isWindow()) return static_cast<const QWidget&>(control).windowTitle();
+  if (control.isWidgetType() && static_cast<const QWidget&>(control).isWindow())
+    return static_cast<const QWidget&>(control).windowTitle();
   return TextOf(control);
 }
 
@@ -132,9 +134,12 @@ QVariant ReadWidget(QWidget& widget, const QString& property, const Arguments& a
   if (auto* view = qobject_cast<QAbstractItemView*>(&widget)) return ReadItems(*view, property, arguments);
   if (const auto* button = qobject_cast<QAbstractButton*>(&widget)) return ReadButton(*button, property);
   if (const auto* combo = qobject_cast<QComboBox*>(&widget)) return ReadCombo(*combo, property);
-  if (const auto* tabs = qobject_cast<QTabWidget*>(&widget)) return ReadTabs(*tabs->tabBar(), tabs->currentIndex(), property, arguments);
-  if (const auto* tabs = qobject_cast<QTabBar*>(&widget)) return ReadTabs(*tabs, tabs->currentIndex(), property, arguments);
-  if (const auto* box = qobject_cast<QGroupBox*>(&widget); box != nullptr && property == QLatin1String("ticked")) return box->isChecked();
+  if (const auto* tabs = qobject_cast<QTabWidget*>(&widget))
+    return ReadTabs(*tabs->tabBar(), tabs->currentIndex(), property, arguments);
+  if (const auto* tabs = qobject_cast<QTabBar*>(&widget))
+    return ReadTabs(*tabs, tabs->currentIndex(), property, arguments);
+  if (const auto* box = qobject_cast<QGroupBox*>(&widget); box != nullptr && property == QLatin1String("ticked"))
+    return box->isChecked();
   if (const auto* bar = qobject_cast<QProgressBar*>(&widget)) {
     if (property == QLatin1String("value")) return bar->value();
     if (property == QLatin1String("maximum")) return bar->maximum();
@@ -153,10 +158,13 @@ QVariant ReadControl(QObject& control, const QString& name, const QString& prope
   if (property == QLatin1String("kind")) return QString::fromLatin1(control.metaObject()->className());
   if (property == QLatin1String("text")) value = TextOf(control);
   if (property == QLatin1String("caption")) value = CaptionOf(control);
-  if (!value.isValid() && control.isWidgetType()) value = ReadWidget(static_cast<QWidget&>(control), property, arguments);
-  if (const auto* action = qobject_cast<QAction*>(&control); action != nullptr && !value.isValid()) value = ReadAction(*action, property);
+  if (!value.isValid() && control.isWidgetType())
+    value = ReadWidget(static_cast<QWidget&>(control), property, arguments);
+  if (const auto* action = qobject_cast<QAction*>(&control); action != nullptr && !value.isValid())
+    value = ReadAction(*action, property);
   if (value.isValid()) return value;
-  throw ScenarioError(QStringLiteral("%1 (%2) has no \"%3\".").arg(name, QString::fromLatin1(control.metaObject()->className()), property));
+  throw ScenarioError(QStringLiteral("%1 (%2) has no \"%3\".")
+                          .arg(name, QString::fromLatin1(control.metaObject()->className()), property));
 }
 
 }  // namespace qbx::scenario

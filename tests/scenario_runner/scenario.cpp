@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJSEngine>
-#include <QStringDecoder>
+#include <cstdlib>
 
 #include "bridge.h"
 #include "control_commands.h"
@@ -25,6 +25,8 @@ void AddReportCommands(Bridge& bridge, Report& report) {
     report.Fail(TextAt(arguments, 0), TextAt(arguments, 1));
     return {};
   });
+  // For the runner's own test.
+  bridge.Add(QStringLiteral("crash"), [](const Arguments&) -> QVariant { std::abort(); });
   bridge.Add(QStringLiteral("checked"), [&report](const Arguments& arguments) -> QVariant {
     report.Ok(TextAt(arguments, 0));
     return {};
@@ -49,16 +51,15 @@ void LoadPrelude(QJSEngine& engine, Bridge& bridge) {
 
 void ReportException(const QJSValue& error, const QStringList& trace, Bridge& bridge, Report& report) {
   if (bridge.Invoke(QStringLiteral("abandoned"), {QVariant::fromValue(error)}).toBool()) return;
-  const bool syntax = error.property(QStringLiteral("name")).toString() == QLatin1String("SyntaxError");
-  const QString text = error.isError() && error.property(QStringLiteral("name")).toString() == QLatin1String("Error")
-                           ? error.property(QStringLiteral("message")).toString()
-                           : error.toString();
-  if (syntax || trace.isEmpty()) {
-    report.FailAt(text, error.property(QStringLiteral("lineNumber")).toInt());
-    return;
+  const auto property = [&error](const char* name) { return error.property(QLatin1String(name)); };
+  if (!error.isError()) {  // the trace's frames are "function:line:column:file"
+    report.FailAt(QStringLiteral("threw ") + error.toString(), trace.value(0).section(QLatin1Char(':'), 1, 1).toInt());
+  } else if (property("name").toString() == QLatin1String("SyntaxError")) {
+    report.FailAt(error.toString(), property("lineNumber").toInt());
+  } else {
+    const bool plain = property("name").toString() == QLatin1String("Error");
+    report.Fail(plain ? property("message").toString() : error.toString(), property("stack").toString());
   }
-  const QString stack = error.property(QStringLiteral("stack")).toString();
-  report.Fail(error.isError() ? text : QStringLiteral("threw ") + text, stack);
 }
 
 }  // namespace

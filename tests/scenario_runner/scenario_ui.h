@@ -16,7 +16,8 @@ namespace qbx::scenario {
 class ScenarioUi final : public WidgetUi {
  public:
   /// \param meanwhile  called among the events that the program lets run, at most once per pump and never inside itself
-  ScenarioUi(qbx::test::FixedClock& clock, std::function<void()> meanwhile) : clock_(clock), meanwhile_(std::move(meanwhile)) {}
+  ScenarioUi(qbx::test::FixedClock& clock, std::function<void()> meanwhile)
+      : clock_(clock), meanwhile_(std::move(meanwhile)) {}
 
   void ShowStatusBox(const StatusView& view) override;
   void CloseStatusBox() override;

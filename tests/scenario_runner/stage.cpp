@@ -85,6 +85,7 @@ void Stage::Prepare(const QVariantMap& options, bool fresh) {
   if (fresh || named) MakeGarage(wishes);
   data_ = std::make_unique<HostData>(folder_->File(names_.databaseName + QStringLiteral(".db")), clock);
   PutRegistry(wishes);
+  PutServices(wishes);
   if (wishes.sandbox.toBool() || wishes.sandbox.typeId() == QMetaType::QVariantMap) UseSandbox(wishes.sandbox);
   PutOptions(wishes);
   wishes_ = wishes;
@@ -96,7 +97,8 @@ void Stage::MakeGarage(const StartWishes& wishes) {
   if (wishes.garage == StartWishes::Garage::kEmpty) {
     problem = CreateHostDatabase(file, ExistingFile::kReplace);
   } else if (wishes.garage == StartWishes::Garage::kSample) {
-    problem = MakeSampleGarage(file, {.customers = wishes.customers, .seed = wishes.seed, .asOf = clock.Now().date()}, ExistingFile::kReplace);
+    problem = MakeSampleGarage(file, {.customers = wishes.customers, .seed = wishes.seed, .asOf = clock.Now().date()},
+                               ExistingFile::kReplace);
   } else {
     QFile::remove(file);
   }
@@ -135,6 +137,13 @@ void Stage::PutRegistry(const StartWishes& wishes) {
   }
 }
 
+void Stage::PutServices(const StartWishes& wishes) {
+  for (auto service = wishes.services.begin(); service != wishes.services.end(); ++service) {
+    const bool runs = service.value().toString() == QLatin1String("running");
+    services.states.insert(service.key(), runs ? ServiceState::kRunning : ServiceState::kStopped);
+  }
+}
+
 RegistryHive Stage::ReadHive(const QString& name) {
   if (name == QLatin1String("machine")) return RegistryHive::kLocalMachine;
   if (name == QLatin1String("user")) return RegistryHive::kCurrentUser;
@@ -149,11 +158,14 @@ QString Stage::RegistryPath(const QString& path) const {
 
 void Stage::PutOptions(const StartWishes& wishes) {
   if (!wishes.options.isEmpty())
-    data_->Execute(QStringLiteral("UPDATE _Options SET %1 WHERE Options_Company = 'A'").arg(Assignments(wishes.options)));
+    data_->Execute(
+        QStringLiteral("UPDATE _Options SET %1 WHERE Options_Company = 'A'").arg(Assignments(wishes.options)));
   if (wishes.userOptions.isEmpty()) return;
   const QString user = Quoted(wishes.user);
-  data_->Execute(QStringLiteral("INSERT OR IGNORE INTO _OptionsUser (UserId) VALUES (%1); UPDATE _OptionsUser SET %2 WHERE UserId = %1")
-                     .arg(user, Assignments(wishes.userOptions)));
+  data_->Execute(
+      QStringLiteral(
+          "INSERT OR IGNORE INTO _OptionsUser (UserId) VALUES (%1); UPDATE _OptionsUser SET %2 WHERE UserId = %1")
+          .arg(user, Assignments(wishes.userOptions)));
 }
 
 void Stage::UseSandbox(const QVariant& wish) {
@@ -162,7 +174,8 @@ void Stage::UseSandbox(const QVariant& wish) {
     sandbox_ = std::make_unique<qbx::test::SandboxProcess>(
         credits.isValid() ? QStringList{QStringLiteral("--credits"), credits.toString()} : QStringList());
   }
-  data_->Execute(QStringLiteral("UPDATE _Options SET SMS_Server = %1, SMTP_Server = '127.0.0.1', SMTP_Port = '%2' WHERE Options_Company = 'A'")
+  data_->Execute(QStringLiteral("UPDATE _Options SET SMS_Server = %1, SMTP_Server = '127.0.0.1', SMTP_Port = '%2' "
+                                "WHERE Options_Company = 'A'")
                      .arg(Quoted(sandbox_->Gateway()))
                      .arg(sandbox_->SmtpPort()));
 }
@@ -171,14 +184,15 @@ QString Stage::Launch() {
   if (folder_ == nullptr) throw ScenarioError(QStringLiteral("Nothing was prepared to start."));
   ui_ = std::make_unique<ScenarioUi>(clock, [this] { bridge_.Invoke(QStringLiteral("pump")); });
   ui_->UseRealPauses(wishes_.realPauses);
-  const ApplicationSetup setup{.ui = *ui_,
-                               .clock = clock,
-                               .folders = {folder_->Path() + QLatin1Char('/'), folder_->File(QStringLiteral("registry"))},
-                               .host = &computer,
-                               .registry = &registry,
-                               .services = &services,
-                               .shell = &shell,
-                               .wrapSessions = [this](SessionFactory inner) { return WithTroubles(std::move(inner), troubles); }};
+  const ApplicationSetup setup{
+      .ui = *ui_,
+      .clock = clock,
+      .folders = {folder_->Path() + QLatin1Char('/'), folder_->File(QStringLiteral("registry"))},
+      .host = &computer,
+      .registry = &registry,
+      .services = &services,
+      .shell = &shell,
+      .wrapSessions = [this](SessionFactory inner) { return WithTroubles(std::move(inner), troubles); }};
   program_ = std::make_unique<MarketingProgram>(*ui_, setup);
   outcome = QLatin1String(OutcomeName(program_->Start(wishes_.commandLine)));
   QCoreApplication::processEvents();
@@ -213,7 +227,8 @@ const qbx::test::TempFolder& Stage::Folder() const {
 }
 
 qbx::test::SandboxProcess& Stage::Sandbox() {
-  if (sandbox_ == nullptr) throw ScenarioError(QStringLiteral("The scenario has no sandbox; start({sandbox: true}) makes one."));
+  if (sandbox_ == nullptr)
+    throw ScenarioError(QStringLiteral("The scenario has no sandbox; start({sandbox: true}) makes one."));
   return *sandbox_;
 }
 

@@ -65,6 +65,7 @@ class Stage {
   void MakeGarage(const StartWishes& wishes);
   void PutFiles(const StartWishes& wishes) const;
   void PutRegistry(const StartWishes& wishes);
+  void PutServices(const StartWishes& wishes);
   void PutOptions(const StartWishes& wishes);
   void UseSandbox(const QVariant& wish);
 

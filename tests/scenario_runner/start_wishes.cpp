@@ -4,6 +4,7 @@
 #include <QSet>
 
 #include "bridge.h"
+#include "platform/ini_file.h"
 #include "scenario_error.h"
 
 namespace qbx::scenario {
@@ -11,9 +12,10 @@ namespace {
 
 const QSet<QString>& KnownNames() {
   static const QSet<QString> kNames = {
-      QStringLiteral("garage"),      QStringLiteral("edition"), QStringLiteral("user"),    QStringLiteral("commandLine"),
-      QStringLiteral("database"),    QStringLiteral("ini"),     QStringLiteral("registry"), QStringLiteral("options"),
-      QStringLiteral("userOptions"), QStringLiteral("files"),   QStringLiteral("sandbox"), QStringLiteral("clock"),
+      QStringLiteral("garage"),      QStringLiteral("edition"),  QStringLiteral("user"),
+      QStringLiteral("commandLine"), QStringLiteral("database"), QStringLiteral("ini"),
+      QStringLiteral("registry"),    QStringLiteral("options"),  QStringLiteral("userOptions"),
+      QStringLiteral("files"),       QStringLiteral("sandbox"),  QStringLiteral("clock"),
       QStringLiteral("realPauses"),  QStringLiteral("services"), QStringLiteral("reachable")};
   return kNames;
 }
@@ -37,7 +39,8 @@ void ReadGarage(const QVariant& value, StartWishes& wishes) {
 
 // What stands behind a switch of the command line.
 QString SwitchValue(const QString& commandLine, const QString& name) {
-  const QRegularExpression pattern(QStringLiteral("/%1:\\s*([^\\s/]+)").arg(name), QRegularExpression::CaseInsensitiveOption);
+  const QRegularExpression pattern(QStringLiteral("/%1:\\s*([^\\s/]+)").arg(name),
+                                   QRegularExpression::CaseInsensitiveOption);
   return pattern.match(commandLine).captured(1);
 }
 
@@ -56,7 +59,8 @@ QString EditionFile(const QString& edition) {
 
 StartWishes StartWishes::Read(const QVariantMap& options) {
   for (auto option = options.begin(); option != options.end(); ++option) {
-    if (!KnownNames().contains(option.key())) throw ScenarioError(QStringLiteral("start does not know \"%1\".").arg(option.key()));
+    if (!KnownNames().contains(option.key()))
+      throw ScenarioError(QStringLiteral("start does not know \"%1\".").arg(option.key()));
   }
   const auto text = [&options](const char* name, const QString& missing = {}) {
     return options.value(QLatin1String(name), missing).toString();
@@ -66,7 +70,9 @@ StartWishes StartWishes::Read(const QVariantMap& options) {
   ReadGarage(options.value(QStringLiteral("garage")), wishes);
   wishes.edition = text("edition", QStringLiteral("garage"));
   wishes.user = text("user", wishes.user);
-  wishes.commandLine = options.contains(QStringLiteral("commandLine")) ? text("commandLine") : QStringLiteral("/userid:\"%1\"").arg(wishes.user);
+  wishes.commandLine = options.contains(QStringLiteral("commandLine"))
+                           ? text("commandLine")
+                           : QStringLiteral("/userid:\"%1\"").arg(wishes.user);
   wishes.database = text("database");
   wishes.ini = map("ini");
   wishes.registry = map("registry");
@@ -81,13 +87,10 @@ StartWishes StartWishes::Read(const QVariantMap& options) {
   return wishes;
 }
 
-QString StartWishes::EditionCode() const {
-  return ini.value(QStringLiteral("App")).toMap().value(QStringLiteral("Name")).toString();
-}
-
 EditionNames StartWishes::Names(const QString& programFolder) const {
   EditionFlags flags = DetectEdition(programFolder);
-  ApplyEditionCode(flags, EditionCode());
+  ApplyEditionCode(
+      flags, IniFile(programFolder + QStringLiteral("/QBX.INI")).Read(QStringLiteral("App"), QStringLiteral("Name")));
   const QString suffix = SwitchValue(commandLine, QStringLiteral("database"));
   EditionNames names = EditionNamesFor(flags, SwitchValue(commandLine, QStringLiteral("instance")).toUpper(),
                                        suffix.isEmpty() ? QString() : QLatin1Char('_') + suffix);

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QVariantMap>
-#include <optional>
 
 #include "settings/edition_names.h"
 
@@ -34,8 +33,7 @@ struct StartWishes {
   /// \throws ScenarioError for a name that is not known, so that a misspelt one is noticed
   [[nodiscard]] static StartWishes Read(const QVariantMap& options);
 
-  [[nodiscard]] QString EditionCode() const;
-  /// \param programFolder  with the edition files in it
+  /// \param programFolder  with the edition files and QBX.INI in it
   [[nodiscard]] EditionNames Names(const QString& programFolder) const;
 };
 

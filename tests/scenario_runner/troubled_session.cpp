@@ -97,7 +97,8 @@ class TroubledSession final : public Session {
     if (milliseconds <= 0) return;
     std::unique_lock guard(mutex_);
     interrupted_ = false;
-    const bool stopped = wake_.wait_for(guard, std::chrono::milliseconds(milliseconds), [this] { return interrupted_; });
+    const bool stopped =
+        wake_.wait_for(guard, std::chrono::milliseconds(milliseconds), [this] { return interrupted_; });
     if (!stopped) return;
     const QString text = QStringLiteral("Operation cancelled by user");
     throw DatabaseError(kCommandCancelled, text, {{0, QStringLiteral("HY008"), text}});
@@ -145,7 +146,8 @@ void Troubles::Reset() {
 }
 
 SessionFactory WithTroubles(SessionFactory inner, Troubles& troubles) {
-  return [inner = std::move(inner), &troubles](const ConnectionTarget& target, const Login& login, int timeout) -> std::unique_ptr<Session> {
+  return [inner = std::move(inner), &troubles](const ConnectionTarget& target, const Login& login,
+                                               int timeout) -> std::unique_ptr<Session> {
     if (troubles.refuse) throw RefusedConnection();
     return std::make_unique<TroubledSession>(inner(target, login, timeout), troubles);
   };

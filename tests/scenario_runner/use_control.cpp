@@ -13,10 +13,12 @@ namespace {
 // A tick box reacts where its mark and text are, not everywhere in its space.
 QPoint PointOf(QWidget& widget) {
   if (auto* button = qobject_cast<QAbstractButton*>(&widget);
-      button != nullptr && (qobject_cast<QCheckBox*>(button) != nullptr || qobject_cast<QRadioButton*>(button) != nullptr)) {
+      button != nullptr &&
+      (qobject_cast<QCheckBox*>(button) != nullptr || qobject_cast<QRadioButton*>(button) != nullptr)) {
     QStyleOptionButton option;
     option.initFrom(button);
-    const auto part = qobject_cast<QCheckBox*>(button) != nullptr ? QStyle::SE_CheckBoxIndicator : QStyle::SE_RadioButtonIndicator;
+    const auto part =
+        qobject_cast<QCheckBox*>(button) != nullptr ? QStyle::SE_CheckBoxIndicator : QStyle::SE_RadioButtonIndicator;
     return button->style()->subElementRect(part, &option, button).center();
   }
   if (auto* box = qobject_cast<QGroupBox*>(&widget); box != nullptr && box->isCheckable()) {
@@ -72,12 +74,14 @@ void Press(QWidget& widget, const QString& name, const Arguments& arguments) {
 
 void ChooseIn(QComboBox& combo, const QString& name, const QVariant& item) {
   MakeUsable(combo, name);
-  const int index = IsNumber(item) ? item.toInt() : combo.findText(item.toString(), Qt::MatchExactly | Qt::MatchCaseSensitive);
+  const int index =
+      IsNumber(item) ? item.toInt() : combo.findText(item.toString(), Qt::MatchExactly | Qt::MatchCaseSensitive);
   if (index < 0 || index >= combo.count()) {
     QStringList items;
     for (int i = 0; i < combo.count(); ++i)
       items += combo.itemText(i);
-    throw ScenarioError(QStringLiteral("%1 has no \"%2\" but %3.").arg(name, item.toString(), items.join(QStringLiteral(", "))));
+    throw ScenarioError(
+        QStringLiteral("%1 has no \"%2\" but %3.").arg(name, item.toString(), items.join(QStringLiteral(", "))));
   }
   combo.setFocus();
   combo.showPopup();
@@ -96,7 +100,8 @@ void SelectTab(QWidget& widget, const QString& name, const QVariant& tab) {
   }
   if (index < 0 || index >= bar->count() || !bar->isTabVisible(index))
     throw ScenarioError(QStringLiteral("%1 has no tab \"%2\".").arg(name, tab.toString()));
-  if (!bar->isTabEnabled(index)) throw ScenarioError(QStringLiteral("Tab \"%1\" of %2 is disabled.").arg(tab.toString(), name));
+  if (!bar->isTabEnabled(index))
+    throw ScenarioError(QStringLiteral("Tab \"%1\" of %2 is disabled.").arg(tab.toString(), name));
   ClickAt(*bar, bar->tabRect(index).center(), name);
 }
 
@@ -109,7 +114,8 @@ void Tick(QWidget& widget, const QString& name, bool on) {
 
 void Trigger(QAction& action, const QString& name) {
   const QWidget* modal = QApplication::activeModalWidget();
-  if (modal != nullptr) throw ScenarioError(QStringLiteral("%1 cannot be used while %2 is open.").arg(name, WindowName(*modal)));
+  if (modal != nullptr)
+    throw ScenarioError(QStringLiteral("%1 cannot be used while %2 is open.").arg(name, WindowName(*modal)));
   if (!action.isVisible()) throw ScenarioError(QStringLiteral("%1 is not visible.").arg(name));
   if (!action.isEnabled()) throw ScenarioError(QStringLiteral("%1 is disabled.").arg(name));
   action.trigger();
@@ -130,7 +136,7 @@ bool UseAction(QAction& action, const QString& name, const QString& wish) {
 }
 
 bool UseMouse(QWidget& widget, const QString& name, const QString& action, const Arguments& arguments) {
-  Click click{.modifiers = ReadModifiers(TextAt(arguments, 0))};
+  Click click;
   if (action == QLatin1String("doubleClick")) {
     click.twice = true;
   } else if (action == QLatin1String("rightClick")) {
@@ -138,6 +144,7 @@ bool UseMouse(QWidget& widget, const QString& name, const QString& action, const
   } else if (action != QLatin1String("click")) {
     return false;
   }
+  click.modifiers = ReadModifiers(TextAt(arguments, 0));
   ClickAt(widget, PointOf(widget), name, click);
   return true;
 }
@@ -183,7 +190,8 @@ void UseControl(QObject& control, const QString& name, const QString& action, co
     if (view != nullptr && UseItems(*view, name, action, arguments)) return;
     if (UseWidget(widget, name, action, arguments)) return;
   }
-  throw ScenarioError(QStringLiteral("%1 (%2) does not take \"%3\".").arg(name, QString::fromLatin1(control.metaObject()->className()), action));
+  throw ScenarioError(QStringLiteral("%1 (%2) does not take \"%3\".")
+                          .arg(name, QString::fromLatin1(control.metaObject()->className()), action));
 }
 
 }  // namespace qbx::scenario

@@ -14,6 +14,7 @@ namespace qbx::scenario {
 void UseControl(QObject& control, const QString& name, const QString& action, const Arguments& arguments);
 
 /// The same for lists, trees and grids. \return false when the action is not theirs
-[[nodiscard]] bool UseItems(QAbstractItemView& view, const QString& name, const QString& action, const Arguments& arguments);
+[[nodiscard]] bool UseItems(QAbstractItemView& view, const QString& name, const QString& action,
+                            const Arguments& arguments);
 
 }  // namespace qbx::scenario

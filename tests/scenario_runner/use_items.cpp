@@ -17,7 +17,8 @@ void ClickItem(QAbstractItemView& view, const QModelIndex& item, const QString& 
   view.scrollTo(item);
   Settle();
   const QRect place = view.visualRect(item).intersected(view.viewport()->rect());
-  if (place.isEmpty()) throw ScenarioError(QStringLiteral("\"%1\" of %2 cannot be seen.").arg(item.data().toString(), name));
+  if (place.isEmpty())
+    throw ScenarioError(QStringLiteral("\"%1\" of %2 cannot be seen.").arg(item.data().toString(), name));
   ClickAt(*view.viewport(), place.center(), name, click);
 }
 
@@ -32,7 +33,8 @@ void ChooseAll(QAbstractItemView& view, const QString& name, const QVariantList&
     items += QPersistentModelIndex(ItemOf(view, item));
   if (TakesManyByClick(view)) {
     for (const QModelIndex& item : AllItems(view)) {
-      if (view.selectionModel()->isSelected(item) != items.contains(QPersistentModelIndex(item))) ClickItem(view, item, name);
+      if (view.selectionModel()->isSelected(item) != items.contains(QPersistentModelIndex(item)))
+        ClickItem(view, item, name);
     }
     return;
   }
@@ -58,7 +60,9 @@ int PlainColumn(QAbstractItemView& view, int row) {
   const QHeaderView* header = HeaderOf(view);
   for (int place = 0; header != nullptr && place < header->count(); ++place) {
     const int column = header->logicalIndex(place);
-    if (!header->isSectionHidden(column) && !CellAt(view, row, column).data(Qt::CheckStateRole).isValid()) return column;
+    const QString text = Shown(CellAt(view, row, column)).toString();
+    const bool flag = text == QLatin1String("Yes") || text == QLatin1String("No");
+    if (!header->isSectionHidden(column) && !flag) return column;
   }
   return 0;
 }
@@ -68,7 +72,8 @@ void SelectRows(QAbstractItemView& view, const QString& name, const QVariantList
   for (const QVariant& row : rows) {
     const int number = row.toInt();
     (void)CellAt(view, number, 0);
-    ClickItem(view, CellAt(view, number, PlainColumn(view, number)), name, {.modifiers = first ? Qt::NoModifier : Qt::ControlModifier});
+    ClickItem(view, CellAt(view, number, PlainColumn(view, number)), name,
+              {.modifiers = first ? Qt::NoModifier : Qt::ControlModifier});
     first = false;
   }
 }
@@ -77,18 +82,20 @@ void ClickHeading(QAbstractItemView& view, const QString& name, const QVariant& 
   QHeaderView* header = HeaderOf(view);
   if (header == nullptr || !header->isVisible()) throw ScenarioError(QStringLiteral("%1 has no headings.").arg(name));
   const int section = ColumnOf(view, column);
-  if (header->isSectionHidden(section)) throw ScenarioError(QStringLiteral("Column \"%1\" of %2 is hidden.").arg(column.toString(), name));
+  if (header->isSectionHidden(section))
+    throw ScenarioError(QStringLiteral("Column \"%1\" of %2 is hidden.").arg(column.toString(), name));
   MakeUsable(view, name);
   if (view.model()->rowCount(view.rootIndex()) > 0) {
     const int top = view.indexAt(QPoint(1, 1)).row();
     view.scrollTo(view.model()->index(std::max(0, top), section, view.rootIndex()));
   }
-  const QPoint place(header->sectionViewportPosition(section) + header->sectionSize(section) / 2, header->viewport()->height() / 2);
+  const QPoint place(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
+                     header->viewport()->height() / 2);
   ClickAt(*header->viewport(), place, name);
 }
 
 bool UseCells(QAbstractItemView& view, const QString& name, const QString& action, const Arguments& arguments) {
-  Click click{.modifiers = ReadModifiers(TextAt(arguments, 2))};
+  Click click;
   if (action == QLatin1String("doubleClickCell")) {
     click.twice = true;
   } else if (action == QLatin1String("rightClickCell")) {
@@ -96,6 +103,7 @@ bool UseCells(QAbstractItemView& view, const QString& name, const QString& actio
   } else if (action != QLatin1String("clickCell")) {
     return false;
   }
+  click.modifiers = ReadModifiers(TextAt(arguments, 2));
   const QModelIndex cell = CellAt(view, NumberAt(arguments, 0), arguments.value(1));
   const QHeaderView* header = HeaderOf(view);
   if (header != nullptr && header->isSectionHidden(cell.column()))
@@ -111,7 +119,8 @@ bool UseItems(QAbstractItemView& view, const QString& name, const QString& actio
   if (action == QLatin1String("choose")) {
     Choose(view, name, arguments);
   } else if (action == QLatin1String("toggle")) {
-    ClickItem(view, ItemOf(view, arguments.value(0)), name, {.modifiers = TakesManyByClick(view) ? Qt::NoModifier : Qt::ControlModifier});
+    ClickItem(view, ItemOf(view, arguments.value(0)), name,
+              {.modifiers = TakesManyByClick(view) ? Qt::NoModifier : Qt::ControlModifier});
   } else if (action == QLatin1String("selectRows")) {
     SelectRows(view, name, ListAt(arguments, 0));
   } else if (action == QLatin1String("clickHeading")) {

@@ -28,7 +28,8 @@ const char* IconName(QMessageBox::Icon icon) {
 QStringList ButtonTexts(const QMessageBox& box) {
   QStringList texts;
   for (QAbstractButton* button : box.buttons()) {
-    if (box.buttonRole(button) != QMessageBox::ActionRole) texts += PlainCaption(button->text());  // not "Show Details..."
+    if (box.buttonRole(button) != QMessageBox::ActionRole)
+      texts += PlainCaption(button->text());  // not "Show Details..."
   }
   return texts;
 }
@@ -41,7 +42,8 @@ QVariantMap Describe(const QMessageBox& box) {
           {QStringLiteral("caption"), box.windowTitle()},
           {QStringLiteral("icon"), QLatin1String(IconName(box.icon()))},
           {QStringLiteral("buttons"), ButtonTexts(box)},
-          {QStringLiteral("defaultButton"), box.defaultButton() != nullptr ? PlainCaption(box.defaultButton()->text()) : QString()}};
+          {QStringLiteral("defaultButton"),
+           box.defaultButton() != nullptr ? PlainCaption(box.defaultButton()->text()) : QString()}};
 }
 
 void Press(QAbstractButton* button) {
@@ -86,8 +88,10 @@ void WindowWatch::Opened(QWidget& window) {
   if (alive != nullptr && alive->isVisible()) alive->close();
   // A box without a way to be closed.
   if (alive != nullptr && alive->isVisible()) {
-    if (auto* dialog = qobject_cast<QDialog*>(alive.data())) dialog->done(QDialog::Rejected);
-    else alive->hide();
+    if (auto* dialog = qobject_cast<QDialog*>(alive.data()))
+      dialog->done(QDialog::Rejected);
+    else
+      alive->hide();
   }
 }
 
@@ -119,7 +123,8 @@ void WindowWatch::AnswerInput(QWidget& box) {
   auto* ok = box.findChild<QAbstractButton*>(QStringLiteral("cmdOK"));
   auto* cancel = box.findChild<QAbstractButton*>(QStringLiteral("cmdCancel"));
   if (prompt == nullptr || edit == nullptr || ok == nullptr || cancel == nullptr) {
-    bridge_.Invoke(QStringLiteral("problem"), {QStringLiteral("frmInputBox lacks lblPrompt, txtInput, cmdOK or cmdCancel.")});
+    bridge_.Invoke(QStringLiteral("problem"),
+                   {QStringLiteral("frmInputBox lacks lblPrompt, txtInput, cmdOK or cmdCancel.")});
     return;
   }
   const QVariantMap description = {{QStringLiteral("prompt"), PlainLines(prompt->text())},

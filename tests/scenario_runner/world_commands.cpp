@@ -29,8 +29,9 @@ void AddDo(Bridge& bridge, Stage& stage, const char* name, Do action) {
 }
 
 void AddProgramCommands(Bridge& bridge, Stage& stage) {
-  AddDo(bridge, stage, "prepare",
-        [](Stage& on, const Arguments& arguments) { on.Prepare(arguments.value(0).toMap(), arguments.value(1).toBool()); });
+  AddDo(bridge, stage, "prepare", [](Stage& on, const Arguments& arguments) {
+    on.Prepare(arguments.value(0).toMap(), arguments.value(1).toBool());
+  });
   AddGet(bridge, stage, "launch", [](Stage& on, const Arguments&) -> QVariant { return on.Launch(); });
   AddGet(bridge, stage, "outcome", [](Stage& on, const Arguments&) -> QVariant { return on.outcome; });
   AddGet(bridge, stage, "statusTexts", [](Stage& on, const Arguments&) -> QVariant { return on.Ui().StatusTexts(); });
@@ -47,7 +48,8 @@ void AddProgramCommands(Bridge& bridge, Stage& stage) {
 
 QString ReadText(const QString& path) {
   QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) throw ScenarioError(QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()));
+  if (!file.open(QIODevice::ReadOnly))
+    throw ScenarioError(QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString()));
   return QString::fromUtf8(file.readAll());
 }
 
@@ -74,36 +76,46 @@ void AddFileCommands(Bridge& bridge, Stage& stage) {
   AddGet(bridge, stage, "programFolder", [](Stage& on, const Arguments&) -> QVariant { return on.Folder().Path(); });
   AddGet(bridge, stage, "log", [](Stage& on, const Arguments&) { return LogLines(on); });
   AddGet(bridge, stage, "files", [](Stage& on, const Arguments&) { return FileNames(on); });
-  AddGet(bridge, stage, "readFile",
-         [](Stage& on, const Arguments& arguments) -> QVariant { return ReadText(QDir(on.Folder().Path()).filePath(TextAt(arguments, 0))); });
-  AddDo(bridge, stage, "writeFile",
-        [](Stage& on, const Arguments& arguments) { on.Folder().Write(TextAt(arguments, 0), TextAt(arguments, 1).toUtf8()); });
+  AddGet(bridge, stage, "readFile", [](Stage& on, const Arguments& arguments) -> QVariant {
+    return ReadText(QDir(on.Folder().Path()).filePath(TextAt(arguments, 0)));
+  });
+  AddDo(bridge, stage, "writeFile", [](Stage& on, const Arguments& arguments) {
+    on.Folder().Write(TextAt(arguments, 0), TextAt(arguments, 1).toUtf8());
+  });
   AddDo(bridge, stage, "removeFile", [](Stage& on, const Arguments& arguments) {
-    if (!QFile::remove(on.Folder().File(TextAt(arguments, 0)))) throw ScenarioError(QStringLiteral("There is no file %1.").arg(TextAt(arguments, 0)));
+    if (!QFile::remove(on.Folder().File(TextAt(arguments, 0))))
+      throw ScenarioError(QStringLiteral("There is no file %1.").arg(TextAt(arguments, 0)));
   });
   AddGet(bridge, stage, "ini", [](Stage& on, const Arguments& arguments) -> QVariant {
     return IniFile(on.Folder().File(QStringLiteral("QBX.INI"))).Read(TextAt(arguments, 0), TextAt(arguments, 1));
   });
   AddDo(bridge, stage, "setIni", [](Stage& on, const Arguments& arguments) {
-    if (!IniFile(on.Folder().File(QStringLiteral("QBX.INI"))).Write(TextAt(arguments, 0), TextAt(arguments, 1), TextAt(arguments, 2)))
+    if (!IniFile(on.Folder().File(QStringLiteral("QBX.INI")))
+             .Write(TextAt(arguments, 0), TextAt(arguments, 1), TextAt(arguments, 2)))
       throw ScenarioError(QStringLiteral("QBX.INI could not be written."));
   });
 }
 
 void AddComputerCommands(Bridge& bridge, Stage& stage) {
   AddGet(bridge, stage, "registry", [](Stage& on, const Arguments& arguments) -> QVariant {
-    return on.registry.Get(Stage::ReadHive(TextAt(arguments, 0)), on.RegistryPath(TextAt(arguments, 1)), TextAt(arguments, 2));
+    return on.registry.Get(Stage::ReadHive(TextAt(arguments, 0)), on.RegistryPath(TextAt(arguments, 1)),
+                           TextAt(arguments, 2));
   });
   AddDo(bridge, stage, "setRegistry", [](Stage& on, const Arguments& arguments) {
-    on.registry.Put(Stage::ReadHive(TextAt(arguments, 0)), on.RegistryPath(TextAt(arguments, 1)), TextAt(arguments, 2), TextAt(arguments, 3));
+    on.registry.Put(Stage::ReadHive(TextAt(arguments, 0)), on.RegistryPath(TextAt(arguments, 1)), TextAt(arguments, 2),
+                    TextAt(arguments, 3));
   });
   AddGet(bridge, stage, "shellOpened", [](Stage& on, const Arguments&) -> QVariant { return on.shell.opened; });
   AddGet(bridge, stage, "shellCommands", [](Stage& on, const Arguments&) -> QVariant { return on.shell.commands; });
-  AddGet(bridge, stage, "serviceRequests", [](Stage& on, const Arguments&) -> QVariant { return on.services.requests; });
-  AddGet(bridge, stage, "clock",
-         [](Stage& on, const Arguments&) -> QVariant { return on.clock.Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); });
-  AddDo(bridge, stage, "setClock", [](Stage& on, const Arguments& arguments) { on.clock.Set(ReadTime(TextAt(arguments, 0))); });
-  AddDo(bridge, stage, "advanceClock", [](Stage& on, const Arguments& arguments) { on.clock.AdvanceSeconds(NumberAt(arguments, 0)); });
+  AddGet(bridge, stage, "serviceRequests",
+         [](Stage& on, const Arguments&) -> QVariant { return on.services.requests; });
+  AddGet(bridge, stage, "clock", [](Stage& on, const Arguments&) -> QVariant {
+    return on.clock.Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+  });
+  AddDo(bridge, stage, "setClock",
+        [](Stage& on, const Arguments& arguments) { on.clock.Set(ReadTime(TextAt(arguments, 0))); });
+  AddDo(bridge, stage, "advanceClock",
+        [](Stage& on, const Arguments& arguments) { on.clock.AdvanceSeconds(NumberAt(arguments, 0)); });
 }
 
 void AddSandboxCommands(Bridge& bridge, Stage& stage) {
@@ -111,9 +123,11 @@ void AddSandboxCommands(Bridge& bridge, Stage& stage) {
     return QString::fromUtf8(on.Sandbox().Ask(TextAt(arguments, 0)));
   });
   AddDo(bridge, stage, "steer", [](Stage& on, const Arguments& arguments) {
-    on.Sandbox().Steer(QJsonDocument(QJsonObject::fromVariantMap(arguments.value(0).toMap())).toJson(QJsonDocument::Compact));
+    on.Sandbox().Steer(
+        QJsonDocument(QJsonObject::fromVariantMap(arguments.value(0).toMap())).toJson(QJsonDocument::Compact));
   });
-  AddDo(bridge, stage, "setCredits", [](Stage& on, const Arguments& arguments) { on.Sandbox().SetCredits(NumberAt(arguments, 0)); });
+  AddDo(bridge, stage, "setCredits",
+        [](Stage& on, const Arguments& arguments) { on.Sandbox().SetCredits(NumberAt(arguments, 0)); });
 }
 
 }  // namespace
