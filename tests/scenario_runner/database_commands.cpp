@@ -10,28 +10,10 @@ QString Quoted(const QString& text) {
   return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QStringLiteral("''")) + QLatin1Char('\'');
 }
 
-// Sessions keep what they know of a procedure, so that only a new one notices.
-void ForgetProcedures(Stage& stage) {
-  if (stage.Running()) stage.Program().App().engine.BreakSessions();
-}
-
-void DropProcedure(Stage& stage, const QString& name) {
-  const QString where = QStringLiteral(" WHERE Name = %1").arg(Quoted(name));
-  if (stage.Data().Select(QStringLiteral("SELECT 1 FROM _Procedures") + where).isEmpty())
+void DropProcedure(Stage& stage, const QString& name, bool dropped) {
+  if (stage.Data().Select(QStringLiteral("SELECT 1 FROM _Procedures WHERE Name = %1").arg(Quoted(name))).isEmpty())
     throw ScenarioError(QStringLiteral("There is no procedure %1.").arg(name));
-  stage.Data().Execute(QStringLiteral("CREATE TABLE IF NOT EXISTS _Dropped AS SELECT * FROM _Procedures WHERE 0;"
-                                      "INSERT INTO _Dropped SELECT * FROM _Procedures%1; DELETE FROM _Procedures%1")
-                           .arg(where));
-  ForgetProcedures(stage);
-}
-
-void RestoreProcedure(Stage& stage, const QString& name) {
-  const QString where = QStringLiteral(" WHERE Name = %1").arg(Quoted(name));
-  const int restored =
-      stage.Data().Execute(QStringLiteral("INSERT INTO _Procedures SELECT * FROM _Dropped%1").arg(where));
-  if (restored == 0) throw ScenarioError(QStringLiteral("The procedure %1 was not dropped.").arg(name));
-  stage.Data().Execute(QStringLiteral("DELETE FROM _Dropped%1").arg(where));
-  ForgetProcedures(stage);
+  stage.troubles.DropProcedure(name, dropped);
 }
 
 // Also while the program is not running, and without opening the database as the program would.
@@ -53,9 +35,9 @@ void AddTroubles(Bridge& bridge, Stage& stage) {
       [](Stage& on, const Arguments& arguments) { on.lock.Hold(on.Data().File(), NumberAt(arguments, 0)); });
   Add(bridge, stage, "unlockDatabase", [](Stage& on, const Arguments&) { on.lock.Release(); });
   Add(bridge, stage, "dropProcedure",
-      [](Stage& on, const Arguments& arguments) { DropProcedure(on, TextAt(arguments, 0)); });
+      [](Stage& on, const Arguments& arguments) { DropProcedure(on, TextAt(arguments, 0), true); });
   Add(bridge, stage, "restoreProcedure",
-      [](Stage& on, const Arguments& arguments) { RestoreProcedure(on, TextAt(arguments, 0)); });
+      [](Stage& on, const Arguments& arguments) { DropProcedure(on, TextAt(arguments, 0), false); });
   Add(bridge, stage, "failProcedure", [](Stage& on, const Arguments& arguments) {
     on.troubles.FailProcedure(TextAt(arguments, 0), TextAt(arguments, 1));
   });

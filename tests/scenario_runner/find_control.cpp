@@ -67,7 +67,8 @@ QList<QWidget*> VisibleWindows() {
 QStringList ControlNames(const QWidget& window) {
   QStringList names;
   const auto add = [&names](const QString& name) {
-    const bool ofQt = name.startsWith(QLatin1String("qt_")) || name.startsWith(QLatin1String("Scroll"));
+    const bool ofQt = name.startsWith(QLatin1String("qt_")) || name.startsWith(QLatin1String("_q_")) ||
+                      name.startsWith(QLatin1String("Scroll"));
     if (!name.isEmpty() && !ofQt) names += name;
   };
   for (const QWidget* widget : window.findChildren<QWidget*>())

@@ -17,6 +17,14 @@ void Activate(QWidget& window) {
     QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
 }
 
+bool AnyButtonDown() {
+  for (const QWidget* widget : QApplication::allWidgets()) {
+    const auto* button = qobject_cast<const QAbstractButton*>(widget);
+    if (button != nullptr && button->isDown()) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 void Settle() {
@@ -67,14 +75,16 @@ void ClickAt(QWidget& widget, QPoint point, const QString& what, const Click& cl
 void TypeText(QWidget& widget, const QString& text) {
   Activate(*widget.window());
   const QPointer<QWidget> alive(&widget);
-  for (const QChar character : text) {
+  for (const char32_t character : text.toStdU32String()) {
     if (alive == nullptr) return;
-    if (character == QLatin1Char('\n')) {
+    if (character == U'\n') {
       QTest::keyClick(&widget, Qt::Key_Return);
-    } else if (character == QLatin1Char('\t')) {
+    } else if (character == U'\t') {
       QTest::keyClick(&widget, Qt::Key_Tab);
     } else {
-      QTest::sendKeyEvent(QTest::Click, &widget, QTest::asciiToKey(character.toLatin1()), character, Qt::NoModifier);
+      const bool ascii = character < 0x80;  // the library knows the keys of no others
+      const Qt::Key key = ascii ? QTest::asciiToKey(static_cast<char>(character)) : Qt::Key_unknown;
+      QTest::sendKeyEvent(QTest::Click, &widget, key, QString::fromUcs4(&character, 1), Qt::NoModifier);
     }
   }
   Settle();
@@ -86,6 +96,9 @@ void PressKeys(QWidget& widget, const QString& keys) {
     throw ScenarioError(QStringLiteral("There is no key \"%1\".").arg(keys));
   Activate(*widget.window());
   QTest::keyClick(&widget, sequence[0].key(), sequence[0].keyboardModifiers());
+  Settle();
+  // An accelerator holds its button down for the eye, and clicks when it lets go.
+  (void)QTest::qWaitFor([] { return !AnyButtonDown(); }, 1000);
   Settle();
 }
 

@@ -8,6 +8,7 @@
 namespace qbx::scenario {
 namespace {
 
+constexpr int kMissingProcedure = 2812;
 constexpr int kRaisedError = 50000;  // what a server gives an error that a procedure raises
 
 DatabaseError RefusedConnection() {
@@ -35,6 +36,7 @@ class TroubledSession final : public Session {
   }
   std::vector<Parameter> DescribeProcedure(const QString& procedure) override {
     LoseIfRefused();
+    MissIfDropped(procedure);
     return inner_->DescribeProcedure(procedure);
   }
   void Begin() override {
@@ -83,11 +85,19 @@ class TroubledSession final : public Session {
     if (troubles_.refuse) throw LostConnectionError();
   }
 
+  void MissIfDropped(const QString& what) const {
+    if (!troubles_.IsDropped(what)) return;
+    throw ServerError(kMissingProcedure,
+                      QStringLiteral("Could not find stored procedure '%1'.").arg(what.section(QLatin1Char(' '), 0, 0)),
+                      QStringLiteral("42000"));
+  }
+
   void Suffer(const QString& what) {
     LoseIfRefused();
     troubles_.NoteCall(what);
     Delay();
     LoseIfRefused();
+    MissIfDropped(what);
     const QString text = troubles_.FailureOf(what);
     if (!text.isEmpty()) throw ServerError(kRaisedError, text, QStringLiteral("42000"));
   }
@@ -127,6 +137,20 @@ QString Troubles::FailureOf(const QString& procedureOrBatch) const {
   return failing_.isEmpty() ? QString() : failing_.value(FirstWord(procedureOrBatch));
 }
 
+void Troubles::DropProcedure(const QString& name, bool dropped) {
+  const std::lock_guard guard(mutex_);
+  if (dropped) {
+    dropped_.insert(name.toLower());
+  } else {
+    dropped_.remove(name.toLower());
+  }
+}
+
+bool Troubles::IsDropped(const QString& procedureOrBatch) const {
+  const std::lock_guard guard(mutex_);
+  return !dropped_.isEmpty() && dropped_.contains(FirstWord(procedureOrBatch));
+}
+
 void Troubles::NoteCall(const QString& procedureOrBatch) {
   const std::lock_guard guard(mutex_);
   calls_ += procedureOrBatch;
@@ -140,6 +164,7 @@ QStringList Troubles::Calls() const {
 void Troubles::Reset() {
   const std::lock_guard guard(mutex_);
   failing_.clear();
+  dropped_.clear();
   calls_.clear();
   delayMilliseconds = 0;
   refuse = false;

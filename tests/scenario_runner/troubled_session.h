@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <atomic>
@@ -22,6 +23,9 @@ class Troubles {
   void FailProcedure(const QString& name, const QString& text);
   /// The text for a procedure, or for a batch that calls it; empty: it works.
   [[nodiscard]] QString FailureOf(const QString& procedureOrBatch) const;
+  /// Lets a procedure be missing, or be there again.
+  void DropProcedure(const QString& name, bool dropped);
+  [[nodiscard]] bool IsDropped(const QString& procedureOrBatch) const;
   void NoteCall(const QString& procedureOrBatch);
   /// Procedures and batches that reached the server, in order.
   [[nodiscard]] QStringList Calls() const;
@@ -30,6 +34,7 @@ class Troubles {
  private:
   mutable std::mutex mutex_;
   QHash<QString, QString> failing_;
+  QSet<QString> dropped_;
   QStringList calls_;
 };
 
