@@ -69,4 +69,9 @@ void SandboxProcess::Steer(const QByteArray& wishes) const {
   (void)Exchange(QStringLiteral("http://127.0.0.1:%1/api/steer").arg(pagePort_), &wishes);
 }
 
+void SandboxProcess::SetCredits(int credits) const {
+  const QByteArray wish = QStringLiteral("{\"credits\": %1}").arg(credits).toUtf8();
+  (void)Exchange(QStringLiteral("http://127.0.0.1:%1/api/credits").arg(pagePort_), &wish);
+}
+
 }  // namespace qbx::test

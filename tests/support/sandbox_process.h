@@ -36,6 +36,7 @@ class SandboxProcess {
   [[nodiscard]] QByteArray Ask(const QString& path) const;
   /// Changes what numbers and recipients get; JSON as the sandbox's --help describes it.
   void Steer(const QByteArray& wishes) const;
+  void SetCredits(int credits) const;
 
  private:
   TempFolder folder_;

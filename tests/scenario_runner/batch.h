@@ -1,0 +1,20 @@
+// Several scenarios, each in a process of its own.
+
+#pragma once
+
+#include <QStringList>
+
+namespace qbx::scenario {
+
+struct BatchSettings {
+  QStringList files;
+  QString screenshots = {};  ///< empty: no pictures
+  int timeLimitSeconds = 120;
+};
+
+/// Starts this program once per file, so that a crash or a hang fails that scenario alone, and prints "N passed, N failed"
+/// as the last line. Needs a QCoreApplication.
+/// \return the exit status: 0 when all passed, 1 otherwise
+[[nodiscard]] int RunBatch(const BatchSettings& settings);
+
+}  // namespace qbx::scenario

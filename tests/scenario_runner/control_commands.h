@@ -1,0 +1,13 @@
+// Commands about windows and controls.
+
+#pragma once
+
+#include "bridge.h"
+
+namespace qbx::scenario {
+
+class Stage;
+
+void AddControlCommands(Bridge& bridge, Stage& stage);
+
+}  // namespace qbx::scenario

@@ -1,0 +1,34 @@
+// Finding windows and controls by the product's names.
+
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QObject;
+class QWidget;
+
+namespace qbx::scenario {
+
+/// A caption as it is read: without the "&" of its mnemonic.
+[[nodiscard]] QString PlainCaption(const QString& caption);
+/// A text with "\n" for every kind of line break.
+[[nodiscard]] QString PlainLines(const QString& text);
+
+/// Name of a window: its object name, its class without one.
+[[nodiscard]] QString WindowName(const QWidget& window);
+/// The visible windows, topmost first: the modal one, the main window, the others.
+[[nodiscard]] QList<QWidget*> VisibleWindows();
+/// Names of the controls and menu entries of a window, sorted.
+[[nodiscard]] QStringList ControlNames(const QWidget& window);
+
+/// A control (QWidget) or menu entry (QAction) by name, looked for in the topmost window first; "window.control" in that window
+/// alone; a window by its own name.
+/// \return null when there is none
+[[nodiscard]] QObject* TryFindControl(const QString& name);
+/// \throws ScenarioError with the names that are there
+[[nodiscard]] QObject& FindControl(const QString& name);
+/// \throws ScenarioError
+[[nodiscard]] QWidget& FindWindow(const QString& name);
+
+}  // namespace qbx::scenario

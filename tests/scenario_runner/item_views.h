@@ -1,0 +1,31 @@
+// Lists, trees and grids: which item is meant, and where it is.
+
+#pragma once
+
+#include <QAbstractItemView>
+#include <QModelIndex>
+#include <QStringList>
+
+#include "bridge.h"
+
+class QHeaderView;
+
+namespace qbx::scenario {
+
+/// The column headings' widget; null for a plain list.
+[[nodiscard]] QHeaderView* HeaderOf(QAbstractItemView& view);
+/// Captions of all columns, hidden ones included, in the order of the model.
+[[nodiscard]] QStringList ColumnCaptions(QAbstractItemView& view);
+/// A column by caption, by field ("_" stands for a blank) or by number from 0. \throws ScenarioError with the captions that are there
+[[nodiscard]] int ColumnOf(QAbstractItemView& view, const QVariant& column);
+/// \throws ScenarioError when there is no such row
+[[nodiscard]] QModelIndex CellAt(QAbstractItemView& view, int row, const QVariant& column);
+/// Every item in the order shown, with those below it behind it.
+[[nodiscard]] QList<QModelIndex> AllItems(const QAbstractItemView& view);
+/// An item by text, by key (a text that it keeps beside the shown one) or by number: from 0, in a tree from 1 in the order shown.
+/// \throws ScenarioError with the texts that are there
+[[nodiscard]] QModelIndex ItemOf(QAbstractItemView& view, const QVariant& item);
+/// What the cell shows: true or false for a tick mark, else the text.
+[[nodiscard]] QVariant Shown(const QModelIndex& cell);
+
+}  // namespace qbx::scenario

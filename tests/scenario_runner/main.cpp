@@ -1,0 +1,69 @@
+// scenario_runner FILE.js ... [--screenshots DIR] [--time-limit SECONDS]
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <cstdio>
+
+#include "batch.h"
+#include "platform/clock.h"
+#include "platform/ui/look.h"
+#include "scenario.h"
+
+namespace {
+
+using qbx::scenario::BatchSettings;
+
+// What the offscreen platform says of itself at every window would bury what matters.
+void PrintUnlessNoise(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  if (text.startsWith(QLatin1String("This plugin does not support")) ||
+      text.startsWith(QLatin1String("QStandardPaths:")))
+    return;
+  std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
+}
+
+int RunHere(int argc, char** argv, const BatchSettings& settings) {
+  qInstallMessageHandler(&PrintUnlessNoise);
+  qbx::SettleTimeZone();
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("marketing"));
+  qbx::ApplyLook();
+  // Closing the main window must not end the loops in which the scenario goes on.
+  QApplication::setQuitOnLastWindowClosed(false);
+  return qbx::scenario::RunScenario(settings.files.value(0), settings.screenshots) ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QStringList words;
+  for (int i = 0; i < argc; ++i)
+    words += QString::fromLocal8Bit(argv[i]);
+
+  QCommandLineParser parser;
+  parser.setApplicationDescription(
+      QStringLiteral("Runs scenarios against the real windows; tests/scenarios/README.md is their reference."));
+  parser.addPositionalArgument(QStringLiteral("FILE.js ..."),
+                               QStringLiteral("scenarios; each runs in a process of its own"));
+  const QCommandLineOption help(QStringLiteral("help"), QStringLiteral("Shows this help."));
+  const QCommandLineOption screenshots(QStringLiteral("screenshots"),
+                                       QStringLiteral("Folder for the pictures that scenarios take."),
+                                       QStringLiteral("DIR"));
+  const QCommandLineOption limit(QStringLiteral("time-limit"),
+                                 QStringLiteral("Seconds that one scenario may take (120)."), QStringLiteral("SECONDS"),
+                                 QStringLiteral("120"));
+  const QCommandLineOption here(QStringLiteral("here"),
+                                QStringLiteral("Runs one file in this very process, for a debugger."));
+  parser.addOptions({help, screenshots, limit, here});
+  if (!parser.parse(words) || parser.isSet(help) || parser.positionalArguments().isEmpty()) {
+    const QString problem = parser.errorText().isEmpty() ? QString() : parser.errorText() + QLatin1Char('\n');
+    std::fputs(qPrintable(problem + parser.helpText()), parser.isSet(help) ? stdout : stderr);
+    return parser.isSet(help) ? 0 : 2;
+  }
+  const BatchSettings settings{.files = parser.positionalArguments(),
+                               .screenshots = parser.value(screenshots),
+                               .timeLimitSeconds = parser.value(limit).toInt()};
+  if (parser.isSet(here)) return RunHere(argc, argv, settings);
+  QCoreApplication application(argc, argv);
+  return qbx::scenario::RunBatch(settings);
+}

@@ -1,0 +1,326 @@
+// The functions that a scenario uses, over the commands of the runner. README.md of tests/scenarios is their reference.
+(function (host, global) {
+  "use strict";
+
+  // A failure that is already reported; thrown only to leave the scenario's code.
+  class Abandoned extends Error {}
+  let abandoned = false;
+  let assertions = 0;
+
+  function call(name, ...args) {
+    const result = host.call(name, args);
+    if (abandoned) throw new Abandoned("abandoned");
+    return result;
+  }
+  function stackOf(error) {
+    return error instanceof Error && error.stack ? String(error.stack) : String(new Error().stack);
+  }
+  function fail(text, error) {
+    host.call("fail", [String(text), stackOf(error)]);
+  }
+  // For what happens while a command runs: the command ends, then the scenario's code is left.
+  function failAndLeave(text) {
+    fail(text, new Error());
+    abandoned = true;
+  }
+  function messageOf(error) {
+    return error instanceof Error ? (error.name === "Error" ? "" : error.name + ": ") + error.message : "threw " + show(error);
+  }
+  function report(error, prefix) {
+    if (error instanceof Abandoned) return;
+    fail((prefix || "") + messageOf(error), error);
+  }
+  function show(value) {
+    if (typeof value === "function" || value instanceof RegExp || value === undefined) return String(value);
+    try {
+      return JSON.stringify(value);
+    } catch (e) {
+      return String(value);
+    }
+  }
+  function same(a, b) {
+    if (a === b || (a !== a && b !== b)) return true;
+    if (a === null || b === null || typeof a !== "object" || typeof b !== "object") return false;
+    if (Array.isArray(a) !== Array.isArray(b)) return false;
+    const keys = Object.keys(a);
+    return keys.length === Object.keys(b).length && keys.every(key => Object.prototype.hasOwnProperty.call(b, key) && same(a[key], b[key]));
+  }
+  function matches(text, pattern) {
+    return pattern instanceof RegExp ? pattern.test(text) : String(text).indexOf(String(pattern)) >= 0;
+  }
+
+  // ---- assertions
+
+  function verify(condition, explain, text) {
+    assertions++;
+    if (!condition) throw new Error((text ? text + ": " : "") + explain);
+  }
+  global.assert = (condition, text) => verify(condition, "assertion failed", text);
+  global.assertEqual = (actual, expected, text) => verify(same(actual, expected), "is " + show(actual) + ", expected " + show(expected), text);
+  global.assertNotEqual = (actual, unwanted, text) => verify(!same(actual, unwanted), "is " + show(actual) + ", which it must not be", text);
+  global.assertMatch = (actual, pattern, text) => verify(matches(actual, pattern), show(actual) + " does not match " + show(pattern), text);
+  global.assertNoMatch = (actual, pattern, text) => verify(!matches(actual, pattern), show(actual) + " matches " + show(pattern), text);
+  global.assertThrows = (action, pattern) => {
+    let thrown = null;
+    try {
+      action();
+    } catch (error) {
+      if (error instanceof Abandoned) throw error;
+      thrown = error;
+    }
+    verify(thrown !== null, "nothing was thrown");
+    if (pattern !== undefined) verify(matches(thrown.message, pattern), show(thrown.message) + " does not match " + show(pattern));
+  };
+  global.check = (name, action) => {
+    try {
+      action();
+      host.call("checked", [String(name)]);
+      return true;
+    } catch (error) {
+      if (error instanceof Abandoned) host.call("checkFailed", [String(name)]);
+      else report(error, name + ": ");
+      abandoned = false;
+      return false;
+    }
+  };
+  global.print = (...values) => call("print", values.map(value => (typeof value === "string" ? value : show(value))).join(" "));
+
+  // ---- what is answered in advance
+
+  let answers = [];
+  let inputs = [];
+  let menus = [];
+  let fileAnswers = [];
+  let windows = [];
+  let rule = null;
+  let notices = false;
+
+  function queue(list, entry) {
+    entry.where = new Error().stack;
+    list.push(entry);
+  }
+  function take(list, fits) {
+    const index = list.findIndex(fits);
+    return index < 0 ? null : list.splice(index, 1)[0];
+  }
+  global.answer = (part, button) => queue(answers, { part: part, button: button });
+  global.answerInput = (text, part) => queue(inputs, { part: part === undefined ? "" : part, text: text });
+  global.answerMenu = entry => queue(menus, { entry: entry });
+  global.answerFile = path => queue(fileAnswers, { path: path });
+  global.onMessage = action => { rule = action; };
+  global.acceptNotices = on => { notices = on === undefined || on; };
+  global.onWindow = (name, action) => queue(windows, { name: name, action: action });
+  global.messages = () => call("messages");
+  global.inputBoxes = () => call("inputBoxes");
+  global.lastMessage = () => {
+    const all = call("messages");
+    return all.length ? all[all.length - 1] : null;
+  };
+  global.clearMessages = () => call("clearMessages");
+
+  // The functions below are called by the runner inside other commands; what they return is done to the window.
+  host.handle("box", box => {
+    try {
+      if (rule !== null) {
+        const ruled = rule(box);
+        if (typeof ruled === "string") return { press: ruled };
+      }
+      const found = take(answers, entry => matches(box.text, entry.part));
+      if (found !== null) {
+        if (found.button !== undefined) return { press: found.button };
+        if (box.buttons.length === 1) return { press: box.buttons[0] };
+        failAndLeave("Message box \"" + box.text + "\" was answered without a button; it has " + box.buttons.join(", ") + ".");
+        return { close: true };
+      }
+      if (notices && box.buttons.length === 1) return { press: box.buttons[0] };
+      failAndLeave("Nobody answers the message box \"" + box.text + "\" (" + box.icon + "; " + box.buttons.join(", ") + ").");
+    } catch (error) {
+      report(error, "While the message box \"" + box.text + "\" was open: ");
+      abandoned = true;
+    }
+    return { close: true };
+  });
+  host.handle("problem", text => failAndLeave(text));
+  host.handle("input", box => {
+    const found = take(inputs, entry => matches(box.prompt, entry.part));
+    if (found !== null) return { text: found.text === null || found.text === undefined ? null : String(found.text) };
+    failAndLeave("Nobody answers the input box \"" + box.prompt + "\" (" + box.caption + ").");
+    return { text: null };
+  });
+  host.handle("menu", entries => {
+    const found = menus.shift();
+    if (found === undefined) failAndLeave("Nobody chooses from the menu " + show(entries) + ".");
+    else if (entries.indexOf(found.entry) < 0) failAndLeave("The menu has no \"" + found.entry + "\" but " + show(entries) + ".");
+    else return found.entry;
+    return null;
+  });
+  host.handle("file", caption => {
+    const found = fileAnswers.shift();
+    if (found === undefined) failAndLeave("Nobody answers the file dialog \"" + caption + "\".");
+    return found === undefined || found.path === null ? null : String(found.path);
+  });
+  host.handle("window", (name, caption) => {
+    const found = take(windows, entry => entry.name === name);
+    if (found === null) {
+      failAndLeave("The window " + name + " (\"" + caption + "\") opened unexpectedly.");
+      return;
+    }
+    try {
+      found.action(new WindowHandle(name));
+    } catch (error) {
+      report(error, "In " + name + ": ");
+      abandoned = true;
+    }
+  });
+
+  host.handle("stillOpen", name => {
+    if (!abandoned) failAndLeave("The window " + name + " was left open.");
+  });
+
+  // ---- while something is under way
+
+  let meanwhile = null;
+  host.handle("pump", () => {
+    const current = meanwhile;
+    if (current === null || abandoned) return;
+    current.count++;
+    try {
+      if (current.action(current.count) === true && meanwhile === current) meanwhile = null;
+    } catch (error) {
+      report(error, "Meanwhile: ");
+      meanwhile = null;
+      abandoned = true;
+    }
+  });
+  global.onPump = action => { meanwhile = action ? { action: action, count: 0 } : null; };
+  global.during = (operation, action) => {
+    const mine = { action: action, count: 0 };
+    meanwhile = mine;
+    try {
+      operation();
+    } finally {
+      meanwhile = null;
+    }
+    if (abandoned) throw new Abandoned("abandoned");
+    verify(mine.count > 0, "the operation ended before anything could be done meanwhile");
+  };
+  global.statusTexts = () => call("statusTexts");
+  global.clearStatusTexts = () => call("clearStatusTexts");
+  global.statusBox = () => call("statusBox");
+  global.cancelStatus = () => { control("frmProcessing.cmdCancel").click(); };
+  global.busy = () => call("busy");
+
+  // ---- controls and windows
+
+  const readable = ["text", "caption", "enabled", "visible", "ticked", "readOnly", "focused", "toolTip", "accessibleName", "colour", "background",
+    "bold", "value", "maximum", "placeholder", "selectedIndex", "selectedText", "selectedTexts", "selectedRows", "items", "keys", "tabs", "currentTab",
+    "rowCount", "columns", "hiddenColumns", "firstVisibleRow", "currentRow", "currentColumn", "sort", "shortcut", "size", "kind", "mnemonic"];
+  const asked = ["cell", "cellColours", "row", "tabEnabled", "columnWidth", "visibleTexts"];
+  const actions = ["click", "doubleClick", "rightClick", "type", "setText", "choose", "toggle", "tick", "untick", "press", "focus", "selectTab",
+    "clickCell", "doubleClickCell", "rightClickCell", "clickHeading", "selectRows", "scrollToRow", "resizeColumn", "trigger", "close", "resize", "setValue"];
+
+  class Control {
+    constructor(name) { this.name = name; }
+    toString() { return this.name; }
+    toJSON() { return this.name; }
+  }
+  readable.forEach(property => Object.defineProperty(Control.prototype, property, {
+    get() { return call("read", this.name, property); },
+    set(value) { throw new Error(property + " cannot be assigned; use the methods that a user has."); },
+  }));
+  asked.forEach(property => { Control.prototype[property] = function (...args) { return call("read", this.name, property, ...args); }; });
+  actions.forEach(action => {
+    Control.prototype[action] = function (...args) {
+      call("act", this.name, action, ...args);
+      return this;
+    };
+  });
+  // A misspelt property must not read as "undefined", which is as good as false.
+  const strict = {
+    get(target, key) {
+      if (key in target || typeof key === "symbol" || key === "then") return Reflect.get(target, key, target);
+      throw new Error("A control has no \"" + key + "\".");
+    },
+  };
+  function control(name) {
+    call("find", name);
+    return new Proxy(new Control(name), strict);
+  }
+  global.control = control;
+  global.exists = name => call("exists", name);
+  global.controlNames = window => call("controlNames", window);
+  global.windows = () => call("windows");
+  global.focusedControl = () => call("focusedControl");
+  global.press = (keys, times) => {
+    for (let i = 0; i < (times === undefined ? 1 : times); i++) call("press", keys);
+  };
+  global.type = text => call("type", text);
+  global.selectTab = tab => { control("ssTabMain").selectTab(tab); };
+  global.currentTab = () => control("ssTabMain").currentTab;
+
+  class WindowHandle {
+    constructor(name) { this.name = name; }
+    control(name) { return control(this.name + "." + name); }
+    get caption() { return control(this.name).caption; }
+    close() { control(this.name).close(); }
+  }
+  global.window = name => {
+    call("find", name);
+    return new WindowHandle(name);
+  };
+
+  // ---- the program
+
+  function launch(options, fresh) {
+    const wishes = Object.assign({}, options);
+    const before = wishes.before;
+    delete wishes.before;
+    call("prepare", wishes, fresh);
+    if (before !== undefined) before();
+    return call("launch");
+  }
+  global.start = options => launch(options || {}, true);
+  global.restart = options => launch(options || {}, false);
+  global.closeWindow = name => call("closeWindow", name === undefined ? "frmMain" : name);
+  global.outcome = () => call("outcome");
+  ["sql", "execute", "lockDatabase", "unlockDatabase", "dropProcedure", "restoreProcedure", "failProcedure", "takeOffline", "bringOnline",
+    "databaseStatus", "breakConnection", "loseConnection", "restoreConnection", "slowDatabase", "log", "events", "marketingEvents", "ini", "setIni",
+    "registry", "setRegistry", "files", "readFile", "writeFile", "removeFile", "programFolder", "shellOpened", "shellCommands", "serviceRequests",
+    "steer", "setClock", "advanceClock", "clock", "screenshot", "wait", "clipboard", "setClipboard", "calls", "crash"]
+    .forEach(name => { global[name] = (...args) => call(name, ...args); });
+  global.option = (name, value) => (value === undefined ? call("option", name) : call("setOption", name, value));
+  global.texts = () => JSON.parse(call("sandbox", "/api/texts"));
+  global.mails = () => JSON.parse(call("sandbox", "/api/mails")).map(mail => JSON.parse(call("sandbox", "/api/mails/" + mail.number)));
+  global.credits = number => {
+    if (number === undefined) return JSON.parse(call("sandbox", "/api/state")).credits;
+    call("setCredits", number);
+  };
+  global.waitFor = (condition, milliseconds) => {
+    const limit = milliseconds === undefined ? 10000 : milliseconds;
+    const started = Date.now();
+    for (;;) {
+      const result = condition();
+      if (result) return result;
+      if (Date.now() - started > limit) throw new Error("waited " + limit + " ms in vain for " + condition);
+      call("wait", 10);
+    }
+  };
+
+  // ---- the end of the scenario, called by the runner
+
+  host.handle("abandoned", error => error instanceof Abandoned);
+  host.handle("finish", () => {
+    abandoned = false;
+    answers.forEach(entry => host.call("fail", ["Nothing asked for the answer \"" + entry.part + "\".", entry.where]));
+    inputs.forEach(entry => host.call("fail", ["No input box asked for the answer \"" + entry.text + "\".", entry.where]));
+    menus.forEach(entry => host.call("fail", ["No menu asked for \"" + entry.entry + "\".", entry.where]));
+    fileAnswers.forEach(entry => host.call("fail", ["No file dialog asked for \"" + entry.path + "\".", entry.where]));
+    windows.forEach(entry => host.call("fail", ["The window " + entry.name + " never opened.", entry.where]));
+    answers = [];
+    inputs = [];
+    menus = [];
+    fileAnswers = [];
+    windows = [];
+    return assertions;
+  });
+})

@@ -1,0 +1,93 @@
+#include "scenario.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJSEngine>
+#include <cstdlib>
+
+#include "bridge.h"
+#include "control_commands.h"
+#include "report.h"
+#include "stage.h"
+#include "window_watch.h"
+#include "world_commands.h"
+
+namespace qbx::scenario {
+namespace {
+
+void AddReportCommands(Bridge& bridge, Report& report) {
+  bridge.Add(QStringLiteral("print"), [&report](const Arguments& arguments) -> QVariant {
+    report.Print(QStringLiteral("     ") + TextAt(arguments, 0));
+    return {};
+  });
+  bridge.Add(QStringLiteral("fail"), [&report](const Arguments& arguments) -> QVariant {
+    report.Fail(TextAt(arguments, 0), TextAt(arguments, 1));
+    return {};
+  });
+  // For the runner's own test.
+  bridge.Add(QStringLiteral("crash"), [](const Arguments&) -> QVariant { std::abort(); });
+  bridge.Add(QStringLiteral("checked"), [&report](const Arguments& arguments) -> QVariant {
+    report.Ok(TextAt(arguments, 0));
+    return {};
+  });
+  bridge.Add(QStringLiteral("checkFailed"), [&report](const Arguments& arguments) -> QVariant {
+    report.CheckFailed(TextAt(arguments, 0));
+    return {};
+  });
+}
+
+void LoadPrelude(QJSEngine& engine, Bridge& bridge) {
+  QFile prelude(QStringLiteral(":/scenario_runner/prelude.js"));
+  if (!prelude.open(QIODevice::ReadOnly)) qFatal("prelude.js is missing");
+  const QJSValue function = engine.evaluate(QString::fromUtf8(prelude.readAll()), QStringLiteral("prelude.js"));
+  QJSEngine::setObjectOwnership(&bridge, QJSEngine::CppOwnership);
+  const QJSValue result = function.call({engine.newQObject(&bridge), engine.globalObject()});
+  if (function.isError() || result.isError()) {
+    const QJSValue& error = function.isError() ? function : result;
+    qFatal("prelude.js:%d: %s", error.property(QStringLiteral("lineNumber")).toInt(), qPrintable(error.toString()));
+  }
+}
+
+void ReportException(const QJSValue& error, const QStringList& trace, Bridge& bridge, Report& report) {
+  if (bridge.Invoke(QStringLiteral("abandoned"), {QVariant::fromValue(error)}).toBool()) return;
+  const auto property = [&error](const char* name) { return error.property(QLatin1String(name)); };
+  if (!error.isError()) {  // the trace's frames are "function:line:column:file"
+    report.FailAt(QStringLiteral("threw ") + error.toString(), trace.value(0).section(QLatin1Char(':'), 1, 1).toInt());
+  } else if (property("name").toString() == QLatin1String("SyntaxError")) {
+    report.FailAt(error.toString(), property("lineNumber").toInt());
+  } else {
+    const bool plain = property("name").toString() == QLatin1String("Error");
+    report.Fail(plain ? property("message").toString() : error.toString(), property("stack").toString());
+  }
+}
+
+}  // namespace
+
+bool RunScenario(const QString& file, const QString& screenshots) {
+  Report report(file);
+  QFile source(file);
+  if (!source.open(QIODevice::ReadOnly)) {
+    report.FailAt(QStringLiteral("cannot be read: ") + source.errorString(), 0);
+    return false;
+  }
+  QJSEngine engine;
+  Bridge bridge(engine);
+  Stage stage(bridge, screenshots);
+  WindowWatch watch(bridge);
+  AddReportCommands(bridge, report);
+  AddWorldCommands(bridge, stage);
+  AddControlCommands(bridge, stage);
+  AddMessageCommands(bridge, watch);
+  LoadPrelude(engine, bridge);
+
+  QStringList trace;
+  const QJSValue result = engine.evaluate(QString::fromUtf8(source.readAll()), file, 1, &trace);
+  if (!trace.isEmpty() || result.isError()) ReportException(result, trace, bridge, report);
+  const int assertions = bridge.Invoke(QStringLiteral("finish")).toInt();
+  if (assertions == 0 && report.Failures() == 0) report.FailAt(QStringLiteral("asserts nothing"), 0);
+  stage.End();
+  return report.Failures() == 0;
+}
+
+}  // namespace qbx::scenario

@@ -1,0 +1,241 @@
+#include "stage.h"
+
+#include <QApplication>
+#include <QDir>
+
+#include "hostdb/sample_garage.h"
+#include "platform/ini_file.h"
+#include "scenario_error.h"
+
+namespace qbx::scenario {
+namespace {
+
+QString Quoted(const QString& text) {
+  return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QStringLiteral("''")) + QLatin1Char('\'');
+}
+
+QString SqlValue(const QVariant& value) {
+  if (value.isNull()) return QStringLiteral("NULL");
+  if (value.typeId() == QMetaType::Bool) return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
+  if (IsNumber(value)) return value.toString();
+  return Quoted(value.toString());
+}
+
+QString Assignments(const QVariantMap& values) {
+  QStringList parts;
+  for (auto value = values.begin(); value != values.end(); ++value)
+    parts += QStringLiteral("[%1] = %2").arg(value.key(), SqlValue(value.value()));
+  return parts.join(QStringLiteral(", "));
+}
+
+const char* OutcomeName(StartOutcome outcome) {
+  switch (outcome) {
+    case StartOutcome::kRefused:
+      return "refused";
+    case StartOutcome::kStopped:
+      return "stopped";
+    case StartOutcome::kRunning:
+      break;
+  }
+  return "running";
+}
+
+}  // namespace
+
+QDateTime ReadTime(const QString& text) {
+  for (const char* format : {"yyyy-MM-dd HH:mm:ss", "yyyy-MM-dd HH:mm", "yyyy-MM-dd"}) {
+    const QDateTime time = QDateTime::fromString(text, QLatin1String(format));
+    if (time.isValid()) return time;
+  }
+  throw ScenarioError(QStringLiteral("\"%1\" is no time like \"2026-03-04 10:20\".").arg(text));
+}
+
+Stage::Stage(Bridge& bridge, const QString& screenshots) : bridge_(bridge), screenshots_(screenshots) {}
+
+Stage::~Stage() {
+  End();
+}
+
+void Stage::Prepare(const QVariantMap& options, bool fresh) {
+  if (!fresh && folder_ == nullptr) throw ScenarioError(QStringLiteral("restart needs a start before it."));
+  // Read first: a misspelt wish ends nothing.
+  QVariantMap merged = options;
+  if (!fresh && !merged.contains(QStringLiteral("commandLine")) && !merged.contains(QStringLiteral("user")))
+    merged.insert(QStringLiteral("commandLine"), wishes_.commandLine);
+  StartWishes wishes = StartWishes::Read(merged);
+  End();
+  if (!fresh && wishes.database.isEmpty()) wishes.database = wishes_.database;
+  if (fresh) {
+    data_.reset();
+    folder_ = std::make_unique<qbx::test::TempFolder>();
+    sandbox_.reset();
+    registry = {};
+    clock = qbx::test::FixedClock();
+    services.states.clear();
+    services.requests.clear();
+    shell.opened.clear();
+    shell.commands.clear();
+  }
+  troubles.Reset();
+  troubles.refuse = !wishes.reachable;
+  if (!wishes.clock.isEmpty()) clock.Set(ReadTime(wishes.clock));
+  PutFiles(wishes);
+  names_ = wishes.Names(folder_->Path());
+  const bool named = options.contains(QStringLiteral("garage"));
+  if (fresh || named) MakeGarage(wishes);
+  data_ = std::make_unique<HostData>(folder_->File(names_.databaseName + QStringLiteral(".db")), clock);
+  PutRegistry(wishes);
+  PutServices(wishes);
+  if (wishes.sandbox.toBool() || wishes.sandbox.typeId() == QMetaType::QVariantMap) UseSandbox(wishes.sandbox);
+  PutOptions(wishes);
+  wishes_ = wishes;
+}
+
+void Stage::MakeGarage(const StartWishes& wishes) {
+  const QString file = folder_->File(names_.databaseName + QStringLiteral(".db"));
+  HostDatabaseProblem problem;
+  if (wishes.garage == StartWishes::Garage::kEmpty) {
+    problem = CreateHostDatabase(file, ExistingFile::kReplace);
+  } else if (wishes.garage == StartWishes::Garage::kSample) {
+    problem = MakeSampleGarage(file, {.customers = wishes.customers, .seed = wishes.seed, .asOf = clock.Now().date()},
+                               ExistingFile::kReplace);
+  } else {
+    QFile::remove(file);
+  }
+  if (problem) throw ScenarioError(*problem);
+}
+
+void Stage::PutFiles(const StartWishes& wishes) const {
+  const QString edition = EditionFile(wishes.edition);
+  if (!edition.isEmpty()) folder_->Write(edition, {});
+  if (wishes.files.typeId() == QMetaType::QVariantMap) {
+    const QVariantMap files = wishes.files.toMap();
+    for (auto file = files.begin(); file != files.end(); ++file)
+      folder_->Write(file.key(), file.value().toString().toUtf8());
+  } else {
+    for (const QVariant& name : wishes.files.toList())
+      folder_->Write(name.toString(), {});
+  }
+  IniFile ini(folder_->File(QStringLiteral("QBX.INI")));
+  for (auto section = wishes.ini.begin(); section != wishes.ini.end(); ++section) {
+    const QVariantMap keys = section.value().toMap();
+    for (auto key = keys.begin(); key != keys.end(); ++key) {
+      if (!ini.Write(section.key(), key.key(), key.value().toString()))
+        throw ScenarioError(QStringLiteral("QBX.INI cannot hold %1=%2.").arg(key.key(), key.value().toString()));
+    }
+  }
+}
+
+void Stage::PutRegistry(const StartWishes& wishes) {
+  for (auto hive = wishes.registry.begin(); hive != wishes.registry.end(); ++hive) {
+    const QVariantMap paths = hive.value().toMap();
+    for (auto path = paths.begin(); path != paths.end(); ++path) {
+      const QVariantMap values = path.value().toMap();
+      for (auto value = values.begin(); value != values.end(); ++value)
+        registry.Put(ReadHive(hive.key()), RegistryPath(path.key()), value.key(), value.value().toString());
+    }
+  }
+}
+
+void Stage::PutServices(const StartWishes& wishes) {
+  for (auto service = wishes.services.begin(); service != wishes.services.end(); ++service) {
+    const bool runs = service.value().toString() == QLatin1String("running");
+    services.states.insert(service.key(), runs ? ServiceState::kRunning : ServiceState::kStopped);
+  }
+}
+
+RegistryHive Stage::ReadHive(const QString& name) {
+  if (name == QLatin1String("machine")) return RegistryHive::kLocalMachine;
+  if (name == QLatin1String("user")) return RegistryHive::kCurrentUser;
+  throw ScenarioError(QStringLiteral("There is no hive \"%1\" but machine and user.").arg(name));
+}
+
+QString Stage::RegistryPath(const QString& path) const {
+  if (path.startsWith(QLatin1String("SOFTWARE\\"))) return path;
+  const QString key = names_.productKey + path;
+  return key.endsWith(QLatin1Char('\\')) ? key.chopped(1) : key;
+}
+
+void Stage::PutOptions(const StartWishes& wishes) {
+  if (!wishes.options.isEmpty())
+    data_->Execute(
+        QStringLiteral("UPDATE _Options SET %1 WHERE Options_Company = 'A'").arg(Assignments(wishes.options)));
+  if (wishes.userOptions.isEmpty()) return;
+  const QString user = Quoted(wishes.user);
+  data_->Execute(
+      QStringLiteral(
+          "INSERT OR IGNORE INTO _OptionsUser (UserId) VALUES (%1); UPDATE _OptionsUser SET %2 WHERE UserId = %1")
+          .arg(user, Assignments(wishes.userOptions)));
+}
+
+void Stage::UseSandbox(const QVariant& wish) {
+  if (sandbox_ == nullptr) {
+    const QVariant credits = wish.toMap().value(QStringLiteral("credits"));
+    sandbox_ = std::make_unique<qbx::test::SandboxProcess>(
+        credits.isValid() ? QStringList{QStringLiteral("--credits"), credits.toString()} : QStringList());
+  }
+  data_->Execute(QStringLiteral("UPDATE _Options SET SMS_Server = %1, SMTP_Server = '127.0.0.1', SMTP_Port = '%2' "
+                                "WHERE Options_Company = 'A'")
+                     .arg(Quoted(sandbox_->Gateway()))
+                     .arg(sandbox_->SmtpPort()));
+}
+
+QString Stage::Launch() {
+  if (folder_ == nullptr) throw ScenarioError(QStringLiteral("Nothing was prepared to start."));
+  ui_ = std::make_unique<ScenarioUi>(clock, [this] { bridge_.Invoke(QStringLiteral("pump")); });
+  ui_->UseRealPauses(wishes_.realPauses);
+  const ApplicationSetup setup{
+      .ui = *ui_,
+      .clock = clock,
+      .folders = {folder_->Path() + QLatin1Char('/'), folder_->File(QStringLiteral("registry"))},
+      .host = &computer,
+      .registry = &registry,
+      .services = &services,
+      .shell = &shell,
+      .wrapSessions = [this](SessionFactory inner) { return WithTroubles(std::move(inner), troubles); }};
+  program_ = std::make_unique<MarketingProgram>(*ui_, setup);
+  outcome = QLatin1String(OutcomeName(program_->Start(wishes_.commandLine)));
+  QCoreApplication::processEvents();
+  return outcome;
+}
+
+void Stage::End() {
+  lock.Release();
+  troubles.Reset();
+  program_.reset();
+  ui_.reset();
+}
+
+HostData& Stage::Data() {
+  if (data_ == nullptr) throw ScenarioError(QStringLiteral("There is no garage before start."));
+  return *data_;
+}
+
+MarketingProgram& Stage::Program() {
+  if (program_ == nullptr) throw ScenarioError(QStringLiteral("The program was not started."));
+  return *program_;
+}
+
+ScenarioUi& Stage::Ui() {
+  if (ui_ == nullptr) throw ScenarioError(QStringLiteral("The program was not started."));
+  return *ui_;
+}
+
+const qbx::test::TempFolder& Stage::Folder() const {
+  if (folder_ == nullptr) throw ScenarioError(QStringLiteral("There is no program folder before start."));
+  return *folder_;
+}
+
+qbx::test::SandboxProcess& Stage::Sandbox() {
+  if (sandbox_ == nullptr)
+    throw ScenarioError(QStringLiteral("The scenario has no sandbox; start({sandbox: true}) makes one."));
+  return *sandbox_;
+}
+
+QString Stage::ScreenshotFile(const QString& name) const {
+  if (screenshots_.isEmpty()) return {};
+  QDir().mkpath(screenshots_);
+  return QDir(screenshots_).filePath(name + QStringLiteral(".png"));
+}
+
+}  // namespace qbx::scenario

@@ -1,0 +1,181 @@
+#include "troubled_session.h"
+
+#include <chrono>
+#include <condition_variable>
+
+#include "database/embedded/errors.h"
+
+namespace qbx::scenario {
+namespace {
+
+constexpr int kMissingProcedure = 2812;
+constexpr int kRaisedError = 50000;  // what a server gives an error that a procedure raises
+
+DatabaseError RefusedConnection() {
+  return ServerError(17, QStringLiteral("SQL Server does not exist or access denied."), QStringLiteral("08001"));
+}
+
+QString FirstWord(const QString& batch) {
+  qsizetype end = 0;
+  while (end < batch.size() && (batch[end].isLetterOrNumber() || batch[end] == QLatin1Char('_')))
+    ++end;
+  return batch.left(end).toLower();
+}
+
+class TroubledSession final : public Session {
+ public:
+  TroubledSession(std::unique_ptr<Session> inner, Troubles& troubles) : inner_(std::move(inner)), troubles_(troubles) {}
+
+  std::unique_ptr<RowSource> Execute(const QString& batch) override {
+    Suffer(batch);
+    return inner_->Execute(batch);
+  }
+  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) override {
+    Suffer(procedure);
+    return inner_->Call(procedure, parameters);
+  }
+  std::vector<Parameter> DescribeProcedure(const QString& procedure) override {
+    LoseIfRefused();
+    MissIfDropped(procedure);
+    return inner_->DescribeProcedure(procedure);
+  }
+  void Begin() override {
+    LoseIfRefused();
+    inner_->Begin();
+  }
+  void Commit() override {
+    LoseIfRefused();
+    inner_->Commit();
+  }
+  void Rollback() override { inner_->Rollback(); }
+  bool InTransaction() const override { return inner_->InTransaction(); }
+  void DeleteRow(const QString& table, const QString& keyColumn, const Value& key) override {
+    Suffer(QStringLiteral("DELETE ") + table);
+    inner_->DeleteRow(table, keyColumn, key);
+  }
+  void UpdateRow(const QString& table, const QString& keyColumn, const Value& key, std::span<const QString> columns,
+                 std::span<const Value> values) override {
+    Suffer(QStringLiteral("UPDATE ") + table);
+    inner_->UpdateRow(table, keyColumn, key, columns, values);
+  }
+  void InsertRow(const QString& table, std::span<const QString> columns, std::span<const Value> values) override {
+    Suffer(QStringLiteral("INSERT ") + table);
+    inner_->InsertRow(table, columns, values);
+  }
+  void SetCommandTimeout(int seconds) override { inner_->SetCommandTimeout(seconds); }
+  bool IsAlive() override { return !troubles_.refuse && inner_->IsAlive(); }
+  void Interrupt() override {
+    {
+      const std::lock_guard guard(mutex_);
+      interrupted_ = true;
+    }
+    wake_.notify_all();
+    inner_->Interrupt();
+  }
+  void ForgetInterruption() override {
+    {
+      const std::lock_guard guard(mutex_);
+      interrupted_ = false;
+    }
+    inner_->ForgetInterruption();
+  }
+
+ private:
+  void LoseIfRefused() const {
+    if (troubles_.refuse) throw LostConnectionError();
+  }
+
+  void MissIfDropped(const QString& what) const {
+    if (!troubles_.IsDropped(what)) return;
+    throw ServerError(kMissingProcedure,
+                      QStringLiteral("Could not find stored procedure '%1'.").arg(what.section(QLatin1Char(' '), 0, 0)),
+                      QStringLiteral("42000"));
+  }
+
+  void Suffer(const QString& what) {
+    LoseIfRefused();
+    troubles_.NoteCall(what);
+    Delay();
+    LoseIfRefused();
+    MissIfDropped(what);
+    const QString text = troubles_.FailureOf(what);
+    if (!text.isEmpty()) throw ServerError(kRaisedError, text, QStringLiteral("42000"));
+  }
+
+  void Delay() {
+    const int milliseconds = troubles_.delayMilliseconds;
+    if (milliseconds <= 0) return;
+    std::unique_lock guard(mutex_);
+    interrupted_ = false;
+    const bool stopped =
+        wake_.wait_for(guard, std::chrono::milliseconds(milliseconds), [this] { return interrupted_; });
+    if (!stopped) return;
+    const QString text = QStringLiteral("Operation cancelled by user");
+    throw DatabaseError(kCommandCancelled, text, {{0, QStringLiteral("HY008"), text}});
+  }
+
+  std::unique_ptr<Session> inner_;
+  Troubles& troubles_;
+  std::mutex mutex_;
+  std::condition_variable wake_;
+  bool interrupted_ = false;
+};
+
+}  // namespace
+
+void Troubles::FailProcedure(const QString& name, const QString& text) {
+  const std::lock_guard guard(mutex_);
+  if (text.isEmpty()) {
+    failing_.remove(name.toLower());
+  } else {
+    failing_.insert(name.toLower(), text);
+  }
+}
+
+QString Troubles::FailureOf(const QString& procedureOrBatch) const {
+  const std::lock_guard guard(mutex_);
+  return failing_.isEmpty() ? QString() : failing_.value(FirstWord(procedureOrBatch));
+}
+
+void Troubles::DropProcedure(const QString& name, bool dropped) {
+  const std::lock_guard guard(mutex_);
+  if (dropped) {
+    dropped_.insert(name.toLower());
+  } else {
+    dropped_.remove(name.toLower());
+  }
+}
+
+bool Troubles::IsDropped(const QString& procedureOrBatch) const {
+  const std::lock_guard guard(mutex_);
+  return !dropped_.isEmpty() && dropped_.contains(FirstWord(procedureOrBatch));
+}
+
+void Troubles::NoteCall(const QString& procedureOrBatch) {
+  const std::lock_guard guard(mutex_);
+  calls_ += procedureOrBatch;
+}
+
+QStringList Troubles::Calls() const {
+  const std::lock_guard guard(mutex_);
+  return calls_;
+}
+
+void Troubles::Reset() {
+  const std::lock_guard guard(mutex_);
+  failing_.clear();
+  dropped_.clear();
+  calls_.clear();
+  delayMilliseconds = 0;
+  refuse = false;
+}
+
+SessionFactory WithTroubles(SessionFactory inner, Troubles& troubles) {
+  return [inner = std::move(inner), &troubles](const ConnectionTarget& target, const Login& login,
+                                               int timeout) -> std::unique_ptr<Session> {
+    if (troubles.refuse) throw RefusedConnection();
+    return std::make_unique<TroubledSession>(inner(target, login, timeout), troubles);
+  };
+}
+
+}  // namespace qbx::scenario
