@@ -13,13 +13,18 @@
 namespace qbx::scenario {
 namespace {
 
+QWidget& FocusOf(QWidget& window) {
+  return window.focusWidget() != nullptr ? *window.focusWidget() : window;
+}
+
 QWidget& Focus() {
-  if (QWidget* popup = QApplication::activePopupWidget())
-    return popup->focusWidget() != nullptr ? *popup->focusWidget() : *popup;
-  if (QWidget* focus = QApplication::focusWidget()) return *focus;
+  if (QWidget* popup = QApplication::activePopupWidget()) return FocusOf(*popup);
   const QList<QWidget*> windows = VisibleWindows();
   if (windows.isEmpty()) throw ScenarioError(QStringLiteral("No window is open that could take keys."));
-  return *windows.constFirst();
+  // A modal window that has just opened may not be active yet; keys are for it all the same.
+  QWidget* focus = QApplication::focusWidget();
+  const QWidget* modal = QApplication::activeModalWidget();
+  return focus != nullptr && (modal == nullptr || focus->window() == modal) ? *focus : FocusOf(*windows.constFirst());
 }
 
 // The nearest name: the focus may be on a part of a control that has none.

@@ -45,6 +45,12 @@ QVariant CaptionOf(const QObject& control) {
   return TextOf(control);
 }
 
+// What Alt is pressed with, such as "Alt+N"; empty without an accelerator.
+QString MnemonicOf(const QObject& control) {
+  const QVariant text = control.property(qobject_cast<const QGroupBox*>(&control) != nullptr ? "title" : "text");
+  return QKeySequence::mnemonic(text.toString()).toString(QKeySequence::PortableText);
+}
+
 QVariant ReadAction(const QAction& action, const QString& property) {
   if (property == QLatin1String("enabled")) return action.isEnabled();
   if (property == QLatin1String("visible")) return action.isVisible();
@@ -156,6 +162,7 @@ QVariant ReadWidget(QWidget& widget, const QString& property, const Arguments& a
 QVariant ReadControl(QObject& control, const QString& name, const QString& property, const Arguments& arguments) {
   QVariant value;
   if (property == QLatin1String("kind")) return QString::fromLatin1(control.metaObject()->className());
+  if (property == QLatin1String("mnemonic")) return MnemonicOf(control);
   if (property == QLatin1String("text")) value = TextOf(control);
   if (property == QLatin1String("caption")) value = CaptionOf(control);
   if (!value.isValid() && control.isWidgetType())

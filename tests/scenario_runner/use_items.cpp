@@ -131,6 +131,11 @@ bool UseItems(QAbstractItemView& view, const QString& name, const QString& actio
   } else if (action == QLatin1String("scrollToRow")) {
     view.scrollTo(CellAt(view, NumberAt(arguments, 0), 0), QAbstractItemView::PositionAtTop);
     Settle();
+  } else if (action == QLatin1String("moveColumn")) {
+    if (HeaderOf(view) == nullptr) return false;
+    HeaderOf(view)->moveSection(HeaderOf(view)->visualIndex(ColumnOf(view, arguments.value(0))),
+                                NumberAt(arguments, 1));
+    Settle();
   } else if (action == QLatin1String("resizeColumn")) {
     if (HeaderOf(view) == nullptr) return false;
     HeaderOf(view)->resizeSection(ColumnOf(view, arguments.value(0)), NumberAt(arguments, 1));
