@@ -4,10 +4,12 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJSEngine>
+#include <QtWidgets/QWidget>
 #include <cstdlib>
 
 #include "bridge.h"
 #include "control_commands.h"
+#include "find_control.h"
 #include "report.h"
 #include "stage.h"
 #include "window_watch.h"
@@ -16,13 +18,22 @@
 namespace qbx::scenario {
 namespace {
 
-void AddReportCommands(Bridge& bridge, Report& report) {
+// What stood on the screen when something failed tells more than the line.
+void TakeFailurePicture(const Stage& stage, const QString& file, int number) {
+  const QString picture =
+      stage.ScreenshotFile(QStringLiteral("%1-failed-%2").arg(QFileInfo(file).baseName()).arg(number));
+  const QList<QWidget*> windows = VisibleWindows();
+  if (!picture.isEmpty() && !windows.isEmpty()) windows.constFirst()->grab().save(picture);
+}
+
+void AddReportCommands(Bridge& bridge, Report& report, const Stage& stage, const QString& file) {
   bridge.Add(QStringLiteral("print"), [&report](const Arguments& arguments) -> QVariant {
     report.Print(QStringLiteral("     ") + TextAt(arguments, 0));
     return {};
   });
-  bridge.Add(QStringLiteral("fail"), [&report](const Arguments& arguments) -> QVariant {
+  bridge.Add(QStringLiteral("fail"), [&report, &stage, file](const Arguments& arguments) -> QVariant {
     report.Fail(TextAt(arguments, 0), TextAt(arguments, 1));
+    TakeFailurePicture(stage, file, report.Failures());
     return {};
   });
   // For the runner's own test.
@@ -75,7 +86,7 @@ bool RunScenario(const QString& file, const QString& screenshots) {
   Bridge bridge(engine);
   Stage stage(bridge, screenshots);
   WindowWatch watch(bridge);
-  AddReportCommands(bridge, report);
+  AddReportCommands(bridge, report, stage, file);
   AddWorldCommands(bridge, stage);
   AddControlCommands(bridge, stage);
   AddMessageCommands(bridge, watch);

@@ -86,9 +86,9 @@ TEST(Runner, FailsAScenarioThatHangsAndGoesOnWithTheNext) {
 }
 
 TEST(Runner, PassesOnlyWhenAllPass) {
-  const RunnerResult good = RunFixtures({QStringLiteral("passes.js")});
+  const RunnerResult good = RunFixtures({QStringLiteral("passes.js"), QStringLiteral("troubles.js")});
   EXPECT_EQ(good.status, 0) << good.output;
-  EXPECT_THAT(good.output, EndsWith("\n1 passed, 0 failed\n"));
+  EXPECT_THAT(good.output, EndsWith("\n2 passed, 0 failed\n"));
   const RunnerResult mixed = RunFixtures({QStringLiteral("assertion.js"), QStringLiteral("passes.js")});
   EXPECT_EQ(mixed.status, 1);
   EXPECT_THAT(mixed.output, HasSubstr("ok   the next one still runs"));
