@@ -11,13 +11,28 @@ namespace {
 
 constexpr int kLastKeyRole = Qt::UserRole + 8;
 
-void Collect(const QAbstractItemView& view, const QModelIndex& parent, QList<QModelIndex>& items) {
-  const int column = view.inherits("QListView") ? static_cast<const QListView&>(view).modelColumn() : 0;
-  for (int row = 0; row < view.model()->rowCount(parent); ++row) {
-    const QModelIndex item = view.model()->index(row, column, parent);
-    items += item;
-    Collect(view, view.model()->index(row, 0, parent), items);
+// Where an item is clicked, and what it is called.
+int FirstColumn(const QAbstractItemView& view) {
+  if (const auto* list = qobject_cast<const QListView*>(&view)) return list->modelColumn();
+  const QHeaderView* header = HeaderOf(view);
+  for (int place = 0; header != nullptr && place < header->count(); ++place) {
+    if (!header->isSectionHidden(header->logicalIndex(place))) return header->logicalIndex(place);
   }
+  return 0;
+}
+
+void Collect(const QAbstractItemView& view, const QModelIndex& parent, int column, QList<QModelIndex>& items) {
+  for (int row = 0; row < view.model()->rowCount(parent); ++row) {
+    items += view.model()->index(row, column, parent);
+    Collect(view, view.model()->index(row, 0, parent), column, items);
+  }
+}
+
+bool ShowsText(const QModelIndex& item, const QString& text) {
+  for (int column = 0; column < item.model()->columnCount(item.parent()); ++column) {
+    if (PlainLines(item.siblingAtColumn(column).data().toString()) == text) return true;
+  }
+  return false;
 }
 
 bool HasKey(const QModelIndex& item, const QString& key) {
@@ -130,9 +145,9 @@ QStringList ItemTexts(const QAbstractItemView& view) {
 
 }  // namespace
 
-QHeaderView* HeaderOf(QAbstractItemView& view) {
-  if (auto* table = qobject_cast<QTableView*>(&view)) return table->horizontalHeader();
-  if (auto* tree = qobject_cast<QTreeView*>(&view)) return tree->header();
+QHeaderView* HeaderOf(const QAbstractItemView& view) {
+  if (const auto* table = qobject_cast<const QTableView*>(&view)) return table->horizontalHeader();
+  if (const auto* tree = qobject_cast<const QTreeView*>(&view)) return tree->header();
   return nullptr;
 }
 
@@ -164,7 +179,7 @@ QModelIndex CellAt(QAbstractItemView& view, int row, const QVariant& column) {
 
 QList<QModelIndex> AllItems(const QAbstractItemView& view) {
   QList<QModelIndex> items;
-  if (view.model() != nullptr) Collect(view, view.rootIndex(), items);
+  if (view.model() != nullptr) Collect(view, view.rootIndex(), FirstColumn(view), items);
   return items;
 }
 
@@ -175,14 +190,21 @@ QModelIndex ItemOf(QAbstractItemView& view, const QVariant& item) {
     if (position >= 0 && position < items.size()) return items[position];
   } else {
     for (const QModelIndex& index : items) {
-      if (PlainLines(index.data().toString()) == item.toString()) return index;
+      if (ShowsText(index, item.toString())) return index;
     }
     for (const QModelIndex& index : items) {
       if (HasKey(index, item.toString())) return index;
     }
   }
-  throw ScenarioError(QStringLiteral("There is no item \"%1\" but %2.")
-                          .arg(item.toString(), ItemTexts(view).join(QStringLiteral(", "))));
+  QStringList rows;
+  for (const QModelIndex& index : items) {
+    QStringList cells;
+    for (int column = 0; column < view.model()->columnCount(index.parent()); ++column)
+      cells += PlainLines(index.siblingAtColumn(column).data().toString());
+    rows += cells.join(QStringLiteral(" | "));
+  }
+  throw ScenarioError(
+      QStringLiteral("There is no item \"%1\" but %2.").arg(item.toString(), rows.join(QStringLiteral(", "))));
 }
 
 QVariant Shown(const QModelIndex& cell) {

@@ -13,7 +13,7 @@ class QHeaderView;
 namespace qbx::scenario {
 
 /// The column headings' widget; null for a plain list.
-[[nodiscard]] QHeaderView* HeaderOf(QAbstractItemView& view);
+[[nodiscard]] QHeaderView* HeaderOf(const QAbstractItemView& view);
 /// Captions of all columns, hidden ones included, in the order of the model.
 [[nodiscard]] QStringList ColumnCaptions(QAbstractItemView& view);
 /// A column by caption, by field ("_" stands for a blank) or by number from 0. \throws ScenarioError with the captions that are there
@@ -22,7 +22,7 @@ namespace qbx::scenario {
 [[nodiscard]] QModelIndex CellAt(QAbstractItemView& view, int row, const QVariant& column);
 /// Every item in the order shown, with those below it behind it.
 [[nodiscard]] QList<QModelIndex> AllItems(const QAbstractItemView& view);
-/// An item by text, by key (a text that it keeps beside the shown one) or by number: from 0, in a tree from 1 in the order shown.
+/// An item by the text of any of its columns, by key (a text that it keeps beside the shown one) or by number: from 0, in a tree from 1 in the order shown.
 /// \throws ScenarioError with the texts that are there
 [[nodiscard]] QModelIndex ItemOf(QAbstractItemView& view, const QVariant& item);
 /// What the cell shows: true or false for a tick mark, else the text.
