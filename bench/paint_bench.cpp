@@ -64,6 +64,7 @@ void Measure(const QString& folder, int delay) {
            .folders = {.program = folder + QLatin1Char('/'), .registry = folder},
            .wrapSessions = [delay](SessionFactory inner) { return SlowSessions(std::move(inner), delay); }});
   if (program.Start(QStringLiteral("/userid:\"Bench\"")) != StartOutcome::kRunning) Fail("The program did not start.");
+  program.App().options.Only_Send_Comms_When_Opted_In = false;  // rows are not deleted one by one, each with its delay
   frmMain& window = *program.MainWindow();
   Find<QPushButton>(window, "cmdNew").click();
   auto& tree = Find<QTreeWidget>(window, "tvQuery");

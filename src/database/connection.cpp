@@ -76,6 +76,12 @@ void Connection::Reopen() {
   Open(QString(connectionString_), Login(login_));
 }
 
+bool Connection::ReopenIfLost() {
+  if (!wasOpen_ || (session_ && (session_->InTransaction() || session_->IsAlive()))) return false;
+  Reopen();
+  return true;
+}
+
 void Connection::Close() {
   const std::lock_guard lock(sessionMutex_);
   session_.reset();

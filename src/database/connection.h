@@ -46,6 +46,11 @@ class Connection {
   /// Opens again with the last string and login.
   /// \throws DatabaseError
   void Reopen();
+  /// Opens again when the server no longer answers. Nothing is done inside a transaction, which is lost as a whole, nor for a connection
+  /// that never was open.
+  /// \return whether it was opened again
+  /// \throws DatabaseError
+  bool ReopenIfLost();
   void Close();
   /// For a connection that did not lead to the host database: statements fail softly until it is opened again.
   void CountAsNeverOpen() { wasOpen_ = false; }

@@ -14,6 +14,7 @@ ReplaceGuard::ReplaceGuard(Connection& connection, const HostInfo& host, Diagnos
 ReplaceGuard::Finding ReplaceGuard::Look(int campaignId) {
   Finding finding;
   try {
+    if (connection_.ReopenIfLost()) diagnostics_.log.WriteLog(QStringLiteral("No DB Connection - reconnecting"));
     CampaignClaim claim(connection_, host_, diagnostics_.clock, {});
     if (const std::optional<ClaimHolder> holder = claim.HeldBy(campaignId)) finding.refusal = ClaimedMessage(*holder);
     const QHash<qint64, JournalEntry> entries = SendJournal(connection_, {}).Read(campaignId);

@@ -163,10 +163,7 @@ QueryOutcome QueryProcessor::RunWithReopen(std::span<const Pass> passes) {
   for (bool repeated = false;; repeated = true) {
     RunState run;
     try {
-      if (!IsAlive(connection)) {
-        diagnostics_.log.WriteLog(QStringLiteral("No DB Connection - reconnecting"));
-        connection.Reopen();
-      }
+      if (connection.ReopenIfLost()) diagnostics_.log.WriteLog(QStringLiteral("No DB Connection - reconnecting"));
       return RunPasses(passes, run);
     } catch (const QueryCancelled&) {
       return QueryOutcome::kCancelled;
