@@ -1,5 +1,7 @@
 #include "campaigns/ui/frmCampaigns.h"
 
+#include <QtWidgets>
+
 #include "campaigns/campaign_list.h"
 #include "campaigns/store_campaign.h"
 #include "campaigns/ui/list_widget.h"

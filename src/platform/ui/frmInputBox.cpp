@@ -1,5 +1,7 @@
 #include "platform/ui/frmInputBox.h"
 
+#include <QtWidgets>
+
 #include "platform/ui/line_breaks.h"
 #include "platform/ui/modal.h"
 #include "ui_frmInputBox.h"

@@ -1,5 +1,7 @@
 #include "platform/ui/frmProcessing.h"
 
+#include <QtWidgets>
+
 #include "platform/ui/input_gate.h"
 #include "platform/ui/line_breaks.h"
 #include "ui_frmProcessing.h"

@@ -1,5 +1,6 @@
 #include "platform/ui/input_gate.h"
 
+#include <QtWidgets>
 #include <utility>
 
 namespace qbx {

@@ -1,5 +1,7 @@
 #include "platform/ui/widget_ui.h"
 
+#include <QtWidgets>
+
 #include "platform/ui/frmInputBox.h"
 #include "platform/ui/frmProcessing.h"
 #include "platform/ui/input_gate.h"

@@ -1,5 +1,6 @@
 #include "settings/ui/window_layout.h"
 
+#include <QtWidgets>
 #include <algorithm>
 
 namespace qbx {

@@ -1,5 +1,7 @@
 #include "startup/ui/frmAbout.h"
 
+#include <QtWidgets>
+
 #include "database/database_service.h"
 #include "platform/ui/look.h"
 #include "platform/ui/modal.h"
