@@ -57,21 +57,21 @@ bool ResultsView::ReadRows(const QString& sql, Recordset& rows) {
 bool ResultsView::RefreshResults() {
   counters_.UpdateCounters(campaignId_);
   if (!rows_.IsOpen()) return true;
-  std::optional<QString> failure;
-  const auto requery = [this, &failure] {
-    try {
-      rows_.Requery();
-    } catch (const DatabaseError& error) {
-      failure = error.Description();
-    }
+  bool read = false;
+  const auto requery = [this, &read] {
+    rows_.Requery();
+    read = true;
   };
-  if (refresh_)
-    refresh_(requery);
-  else
-    requery();
+  try {
+    if (refresh_)
+      refresh_(requery);
+    else
+      requery();
+  } catch (const DatabaseError& error) {
+    diagnostics_.errors.ShowError(0, QStringLiteral("RefreshResults"), error.Description());
+  }
   if (read_) read_();
-  if (failure) diagnostics_.errors.ShowError(0, QStringLiteral("RefreshResults"), *failure);
-  return !failure;
+  return read;
 }
 
 void ResultsView::RowDeleted() {

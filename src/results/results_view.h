@@ -45,7 +45,7 @@ class ResultsView {
   /// Called after `DisplayResults`: bind the grid again.
   void OnDisplayed(std::function<void()> callback) { displayed_ = std::move(callback); }
   /// Called by `RefreshResults` with what reads the rows again, so that the grid can keep its first visible row around
-  /// it.
+  /// it. Reading throws DatabaseError when it fails; whoever catches it tells the user.
   void OnRefresh(std::function<void(const std::function<void()>& requery)> callback) { refresh_ = std::move(callback); }
 
   /// Called whenever rows or their flags may have changed: what was worked out from them is out of date.

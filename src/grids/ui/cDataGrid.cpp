@@ -183,6 +183,7 @@ void cDataGrid::ConnectRecordset(Recordset& records) {
 void cDataGrid::ShowRows(bool newColumns) {
   model_->Bind(records_);
   if (newColumns) {
+    ApplyStyles();  // the user's options may have been read since
     QHeaderView& header = *view_->horizontalHeader();
     for (int i = 0; i < header.count(); ++i)
       header.moveSection(header.visualIndex(i), i);
@@ -232,6 +233,7 @@ void cDataGrid::Clear() {
 
 void cDataGrid::Requery(const std::function<void()>& reread) {
   if (records_ == nullptr || !view_) return;
+  ShowClickedFlag();
   const Place place = Remember();
   bool read = false;
   {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QPersistentModelIndex>
 #include <QPoint>
 #include <QPointer>
 #include <QSet>
@@ -297,6 +298,7 @@ class cDataGrid {
   bool FindTyped(const QKeyEvent& event);
   void Find(const QString& start);
   void ClickCell(const QModelIndex& index);
+  void ShowClickedFlag();
   void Say(const QString& text, MessageIcon icon);
   void Menu(const QPoint& position);
   void AskFind();
@@ -337,8 +339,9 @@ class cDataGrid {
   std::vector<Value> deleteKey_;  // of the row about to be deleted
   Qt::KeyboardModifiers clickModifiers_;
   QPoint clickedAt_;
-  int controlKey_ = 0;    // Delete or Insert went down with Ctrl
-  QSet<QString> hidden_;  // fields in lower case
+  QPersistentModelIndex clickedFlag_;  // while its click is answered
+  int controlKey_ = 0;                 // Delete or Insert went down with Ctrl
+  QSet<QString> hidden_;               // fields in lower case
   QStringList shownFields_;
   RegistryValues* registry_ = nullptr;
   QString layoutWindow_;

@@ -148,10 +148,21 @@ void cDataGrid::ClickCell(const QModelIndex& index) {
   const qint64 recordId = RecordID();
   const bool onButton = delegate_->HasEditButton(index.column()) &&
                         GridDelegate::EditButtonRect(view_->visualRect(index)).contains(clickedAt_);
-  if (onButton && onEditButton_)
-    onEditButton_(field, recordId);
-  else if (onCellClick_)
+  if (onButton) {
+    if (onEditButton_) onEditButton_(field, recordId);
+  } else if (onCellClick_) {
+    if (model_->IsFlag(index.column())) clickedFlag_ = index;
     onCellClick_(field, recordId);
+    clickedFlag_ = QModelIndex();
+  }
+}
+
+/// Rows that are read again while the click on a flag is answered were changed by it. Reading many takes a moment, which
+/// the user need not wait for to see the tick change.
+void cDataGrid::ShowClickedFlag() {
+  if (!clickedFlag_.isValid()) return;
+  model_->ShowFlipped(clickedFlag_.row(), clickedFlag_.column());
+  view_->viewport()->repaint(view_->visualRect(clickedFlag_));
 }
 
 void cDataGrid::ColResize() {

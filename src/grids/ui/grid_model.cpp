@@ -27,6 +27,7 @@ void GridModel::Bind(const Recordset* records) {
               ? 0
               : static_cast<int>(std::min<qint64>(records_->RecordCount(), std::numeric_limits<int>::max()));
   highlightedRow_ = -1;
+  flippedRow_ = -1;
   endResetModel();
 }
 
@@ -34,6 +35,7 @@ void GridModel::RowsChanged() {
   beginResetModel();
   rows_ = records_ == nullptr || !records_->IsOpen() ? 0 : static_cast<int>(records_->RecordCount());
   highlightedRow_ = -1;
+  flippedRow_ = -1;
   endResetModel();
 }
 
@@ -127,6 +129,18 @@ QColor GridModel::HeadingColour(int column) const {
   return filteredColumns_.contains(column) ? styles_.filtered : QColor();
 }
 
+void GridModel::ShowFlipped(qint64 row, int column) {
+  flippedRow_ = row;
+  flippedColumn_ = column;
+}
+
+QString GridModel::TextOf(const QModelIndex& index) const {
+  const QString text =
+      GridText(records_->At(index.row(), index.column()), columns_[static_cast<std::size_t>(index.column())]);
+  if (index.row() != flippedRow_ || index.column() != flippedColumn_) return text;
+  return text == QLatin1String("Yes") ? QStringLiteral("No") : QStringLiteral("Yes");
+}
+
 void GridModel::Highlight(qint64 row, int column) {
   const auto changed = [this](qint64 of, int at) {
     if (of < 0 || of >= rows_) return;
@@ -170,7 +184,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
-      return GridText(records_->At(index.row(), index.column()), column);
+      return TextOf(index);
     case Qt::TextAlignmentRole:
       return QVariant::fromValue(Qt::AlignVCenter | (column.format == GridFormat::kTick ? Qt::AlignHCenter
                                                      : column.IsNumber()                ? Qt::AlignRight

@@ -45,6 +45,8 @@ class GridModel final : public QAbstractTableModel {
   void SetRowStyle(std::function<QString(qint64)> styleOf) { styleOf_ = std::move(styleOf); }
   void SetSortedColumn(int column);
   void SetFilteredColumns(QSet<int> columns);
+  /// Shows the tick of one cell the other way round until the rows change; a row of -1 none.
+  void ShowFlipped(qint64 row, int column);
   /// Marks one cell; a row of -1 none.
   void Highlight(qint64 row, int column);
 
@@ -57,6 +59,7 @@ class GridModel final : public QAbstractTableModel {
 
  private:
   [[nodiscard]] const GridStyle& StyleOf(qint64 row) const;
+  [[nodiscard]] QString TextOf(const QModelIndex& index) const;
   [[nodiscard]] QColor HeadingColour(int column) const;
   [[nodiscard]] QColor ForegroundOf(const QModelIndex& index, const GridStyle& style) const;
   void Decorate();
@@ -78,6 +81,8 @@ class GridModel final : public QAbstractTableModel {
   QSet<int> filteredColumns_;
   qint64 highlightedRow_ = -1;
   int highlightedColumn_ = -1;
+  qint64 flippedRow_ = -1;
+  int flippedColumn_ = -1;
 };
 
 }  // namespace qbx
