@@ -1,12 +1,12 @@
 // Colours, fonts and texts of cells.
 
 #include "grids/ui/grid_style.h"
-#include "support/printing.h"
 
 #include <gtest/gtest.h>
 
 #include "grids/grid_columns.h"
 #include "grids/grid_statements.h"
+#include "support/printing.h"
 
 namespace qbx {
 namespace {

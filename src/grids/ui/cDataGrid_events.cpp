@@ -26,6 +26,7 @@ void cDataGrid::OnRowColChange(std::function<void()> callback) {
 }
 
 bool cDataGrid::KeyPress(const QKeyEvent& event) {
+  controlKey_ = 0;  // a Ctrl+Delete whose release went elsewhere must not turn a later Delete into one
   if (ignoreKeyPress_) {
     ignoreKeyPress_ = false;
     return true;
