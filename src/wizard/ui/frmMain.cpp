@@ -280,6 +280,9 @@ void frmMain::BackUp() {
 void frmMain::closeEvent(QCloseEvent* event) {
   if (!boxes_.QuitRequested() && !desk_.settings.CloseRequest()) return event->ignore();
   layout_.SaveWindow(*this, QString::fromLatin1(kFormName));
+  for (WizardPage* page : pages_) {
+    if (page != nullptr) page->WindowCloses();
+  }
   app_.connection.Close();
   event->accept();
 }

@@ -54,6 +54,7 @@ void ResultsPage::SetUpGrid() {
   grid_.SetLineID(QString::fromLatin1(ResultsView::kRowKey));
   grid_.FlagColumns(FlagColumns());
   grid_.AllowDelete(true);
+  grid_.KeepLayout(App().registry, QStringLiteral("frmMain"));
   grid_.OnCellClick([this](const QString& field, qint64 recordId) { Desk().edits.ClickCell(field, recordId); });
   grid_.OnDeleted([this](qint64) {
     Desk().results.RowDeleted();

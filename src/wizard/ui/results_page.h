@@ -19,6 +19,7 @@ class ResultsPage : public WizardPage, private GridOwner {
   ~ResultsPage() override;
 
   [[nodiscard]] QWidget* FirstControl() override;
+  void WindowCloses() override { grid_.SaveLayout(); }
 
  protected:
   void CopyState() override;

@@ -34,6 +34,8 @@ class WizardPage : public QWidget {
   }
   /// Another campaign was set up: forgets what the controls alone know. `ShowState` follows.
   virtual void CampaignSetUp() {}
+  /// The window is about to close: keeps what is kept for the user.
+  virtual void WindowCloses() {}
   /// Where the focus goes when the tab is opened.
   [[nodiscard]] virtual QWidget* FirstControl() = 0;
 
