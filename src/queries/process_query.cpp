@@ -253,6 +253,10 @@ Command QueryProcessor::PreparePass(const Pass& pass) {
   const ProcedureCall call = BuildQueryCall(pass.kind, request, queryOptions_, filters_);
   Command command;
   statements_.PrepareCommand(command, call.procedure);
+  if (command.parameters.empty()) {
+    const QString text = QStringLiteral("The stored procedure %1 is missing or could not be read.");
+    throw DatabaseError(kItemNotFound, text.arg(call.procedure), {});
+  }
   for (const NamedValue& parameter : call.parameters)
     command.SetParameter(parameter.name, parameter.value);
   return command;

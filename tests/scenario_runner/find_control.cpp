@@ -21,6 +21,7 @@ QObject* FindIn(const QWidget& window, const QString& name) {
   for (QWidget* widget : widgets) {
     if (widget->window() == &window) return widget;
   }
+  if (const QMenu* menu = window.findChild<QMenu*>(name)) return menu->menuAction();
   return window.findChild<QAction*>(name);
 }
 

@@ -82,6 +82,8 @@ void FilterPage::ConnectChecks() {
     Run([this] { Desk().steps.Refresh(); });
     ShowState();
   });
+  connect(new QShortcut(QKeySequence(Qt::Key_F5), this), &QShortcut::activated, ui_->cmdApplyFilters,
+          &QPushButton::click);
 }
 
 void FilterPage::ConnectValues() {

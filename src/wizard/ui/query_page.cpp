@@ -37,6 +37,8 @@ QWidget* QueryPage::FirstControl() {
 }
 
 void QueryPage::BuildTree() {
+  // Rows are measured when they are added; before the style sheet holds they would come out too low.
+  ui_->tvQuery->ensurePolished();
   for (const QueryNode& node : QueryTree(App().startup.edition.boat)) {
     auto* item = node.parent == 0 ? new QTreeWidgetItem(ui_->tvQuery) : new QTreeWidgetItem(nodes_.value(node.parent));
     item->setText(0, node.text);
@@ -49,9 +51,11 @@ void QueryPage::BuildTree() {
 }
 
 void QueryPage::ConnectControls() {
-  connect(ui_->tvQuery, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
-    if (Showing() || item == nullptr) return;
-    Desk().selection.NodeClick(item->data(0, kIndexRole).toInt());
+  // The current item is another matter: the focus alone moves it to the first node.
+  connect(ui_->tvQuery, &QTreeWidget::itemSelectionChanged, this, [this] {
+    const QList<QTreeWidgetItem*> chosen = ui_->tvQuery->selectedItems();
+    if (Showing() || chosen.isEmpty()) return;
+    Desk().selection.NodeClick(chosen.constFirst()->data(0, kIndexRole).toInt());
     ShowState();
   });
   connect(ui_->txtCriteria, &QLineEdit::textEdited, this,
@@ -100,6 +104,7 @@ void QueryPage::CopyState() {
   const WizardState& state = State();
   QTreeWidgetItem* node = nodes_.value(state.selectedNode);
   ui_->tvQuery->setCurrentItem(node);
+  if (node == nullptr) ui_->tvQuery->clearSelection();
   if (node != nullptr) ui_->tvQuery->scrollToItem(node);
   FillCombo(*ui_->cmbReminder, state.cmbReminderItems);
   ui_->cmbReminder->setCurrentIndex(state.options.cmbReminder);
