@@ -41,8 +41,8 @@ CREATE INDEX Campaign_Results_Customer ON [Campaign Results] (CampaignID, Custom
 
 -- The rows as the results grid shows them.
 CREATE VIEW Campaign_Results_Grid AS
-SELECT RecordID, Customer, Title, Firstname, Lastname, Address, Telephone, Contact, Mobile, Email, Cust_Type, Enquiry_Source, Last_Invoiced,
-  Vehicle, Make, Model, Year, Last_Mileage, Recall_Date, Marketing, Send_SMS, Send_Email, Send_Letter, Processed, Processed_Date,
+SELECT RecordID, Customer, Title, Firstname, Lastname, Send_SMS, Send_Email, Send_Letter, Processed, Mobile, Email, Vehicle, Make, Model, Year,
+  Last_Mileage, Recall_Date, Last_Invoiced, Address, Telephone, Contact, Cust_Type, Enquiry_Source, Marketing, Processed_Date,
   Can_Send_SMS AS [SMS Opt-In], Can_Send_Email AS [Email Opt-In], Can_Send_Letter AS [Letter Opt-In],
   UserID, Created_Date, Consent_Response, Can_Send_SMS, Can_Send_Email, Can_Send_Letter, CampaignID
 FROM [Campaign Results];

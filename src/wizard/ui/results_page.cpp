@@ -87,6 +87,7 @@ void ResultsPage::ShowRows() {
   grid_.ConnectRecordset(Desk().results.Rows());
   for (const ResultsPresentation::Caption& caption : presentation.captions)
     grid_.SetCaption(caption.column, caption.caption);
+  grid_.HideColumns(presentation.hiddenColumns);
   grid_.HideColumns(presentation.optInColumns, !presentation.showOptIn);
   ShowCount();
 }
