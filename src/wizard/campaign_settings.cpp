@@ -179,6 +179,36 @@ bool CampaignSettings::LoadCampaignSettings(const std::function<int()>& load) {
   return true;
 }
 
+bool CampaignSettings::LoadLetters(int position) {
+  const auto index = static_cast<size_t>(position);
+  if (position < 0 || index >= state_.cmbCampaigns.size()) {
+    diagnostics_.ui.ShowMessage({.text = QStringLiteral("Campaign not selected."), .icon = MessageIcon::kExclamation});
+    return false;
+  }
+  const Message question{
+      .text =
+          QStringLiteral("The existing Letter Templates in the Campaign will be lost and replaced by the letters in "
+                         "the selected Campaign.\r\rOK to continue?"),
+      .icon = MessageIcon::kQuestion,
+      .buttons = MessageButtons::kYesNo};
+  if (diagnostics_.ui.ShowMessage(question) != MessageAnswer::kYes) return false;
+  const QString id = QString::number(state_.cmbCampaigns[index].data.ToInt());
+  Recordset row;
+  if (statements_.dbOpenRec(row, QStringLiteral("proc_selp_Marketing_Campaign (%1)").arg(id))) return false;
+  if (row.Eof()) {
+    diagnostics_.ui.ShowMessage({.text = QStringLiteral("Campaign not found!"), .icon = MessageIcon::kExclamation});
+    return false;
+  }
+  const auto text = [&row](const char* column) { return Statements::sysIsNull(row, QLatin1String(column)).ToText(); };
+  CampaignRecord& record = campaign_.record;
+  record.Letter = state_.rtfLetter = text("Letter");
+  record.Email_Subject = state_.txtEmailSubject = text("Email_Subject");
+  record.Email_Body = state_.txtEmailBody = text("Email_Body");
+  record.SMS = state_.txtSMS = text("SMS");
+  campaign_.CampaignChanged = true;
+  return true;
+}
+
 bool CampaignSettings::CloseRequest() {
   if (!campaign_.CampaignChanged) return true;
   const Message question{.text = QLatin1String("Campaign details may have changed and have not been saved.\r\rExit ") +

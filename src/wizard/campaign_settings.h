@@ -49,6 +49,11 @@ class CampaignSettings {
   /// \return true when a campaign was loaded; the wizard shows it then
   bool LoadCampaignSettings(const std::function<int()>& load);
 
+  /// Replaces the letter, the e-mail and the text message by those of another stored campaign, once the user agreed.
+  /// \param position  of the campaign in the list `cmbCampaigns`, -1: none was chosen (the user is told)
+  /// \return true when the state holds the other texts
+  bool LoadLetters(int position);
+
   /// The user wants to leave: asks when there are unsaved changes, and then removes the rows of a campaign that was
   /// never saved.
   /// \return true when the program may close

@@ -9,7 +9,7 @@ constexpr char kStyleSheet[] = R"(
 QGroupBox { border: 1px solid palette(mid); border-radius: 4px; margin-top: 9px; padding: 8px 8px 6px 8px; }
 QGroupBox::title { subcontrol-origin: margin; left: 9px; padding: 0 4px; }
 QPushButton { padding: 5px 14px; }
-QPushButton#cmdNew, QPushButton#cmdLoad { font-weight: bold; }
+QFrame#fraReporting QPushButton, QFrame#fraMarketing QPushButton { font-weight: bold; }
 QFrame#fraReporting, QFrame#fraMarketing { border: 1px solid palette(mid); border-radius: 6px; background: palette(base); }
 QLabel#lblWelcome { font-size: 17pt; }
 QLabel#lblPickStart { font-size: 13pt; padding: 28px; }

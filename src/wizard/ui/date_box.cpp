@@ -53,6 +53,12 @@ void DateBox::keyPressEvent(QKeyEvent* event) {
   if (date.isValid() && date <= kLatestTypedDate) Choose(date);
 }
 
+// Typing replaces the date that was there, also after a click.
+void DateBox::focusInEvent(QFocusEvent* event) {
+  QLineEdit::focusInEvent(event);
+  QTimer::singleShot(0, this, &QLineEdit::selectAll);
+}
+
 void DateBox::focusOutEvent(QFocusEvent* event) {
   if (Date().isValid()) setText(DateBoxText(Date()));
   QLineEdit::focusOutEvent(event);

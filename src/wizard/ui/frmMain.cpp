@@ -153,6 +153,7 @@ void frmMain::SaveCampaign() {
       manager.ShowForm();
     });
   });
+  ShowPages();
   ShowCaption();
 }
 
@@ -233,12 +234,17 @@ void frmMain::ShowCampaign() {
   desk_.resultsLog.Clear();
   ShowWizard();
   for (WizardPage* page : pages_) {
-    if (page == nullptr) continue;
-    page->CampaignSetUp();
-    page->ShowState();
+    if (page != nullptr) page->CampaignSetUp();
   }
+  ShowPages();
   ui_->ssTabMain->currentIndex() == 0 ? TabOpened(0) : ui_->ssTabMain->setCurrentIndex(0);
   ShowCaption();
+}
+
+void frmMain::ShowPages() {
+  for (WizardPage* page : pages_) {
+    if (page != nullptr) page->ShowState();
+  }
 }
 
 void frmMain::ShowCaption() {

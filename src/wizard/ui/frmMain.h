@@ -59,6 +59,7 @@ class frmMain : public QMainWindow {
   void ShowWizard();
   /// Shows the campaign that was just set up.
   void ShowCampaign();
+  void ShowPages();
   void ShowCaption();
 
   Application& app_;

@@ -21,6 +21,7 @@ TemplatesPage::TemplatesPage(PageParts parts)
   ui_->txtExample1->setPlainText(examples.txtExample1);
   ui_->lblExample2->setText(examples.lblExample2);
   ui_->txtExample2->setPlainText(examples.txtExample2);
+  connect(ui_->cmdLoadLetters, &QPushButton::clicked, this, &TemplatesPage::LoadLetters);
   connect(ui_->txtEmailSubject, &QLineEdit::textEdited, this,
           [this](const QString& text) { Edited(State().txtEmailSubject, text); });
   connect(ui_->txtEmailBody, &QPlainTextEdit::textChanged, this,
@@ -37,6 +38,19 @@ QWidget* TemplatesPage::FirstControl() {
   return ui_->ssTabLetters;
 }
 
+void TemplatesPage::LoadLetters() {
+  Run([this] { Desk().settings.LoadLetters(ui_->cmbCampaigns->currentIndex()); });
+  ShowState();
+}
+
+void TemplatesPage::ShowCampaigns() {
+  const QString chosen = ui_->cmbCampaigns->currentText();
+  ui_->cmbCampaigns->clear();
+  for (const ListRow& row : State().cmbCampaigns)
+    ui_->cmbCampaigns->addItem(row.text);
+  ui_->cmbCampaigns->setCurrentIndex(ui_->cmbCampaigns->findText(chosen));
+}
+
 void TemplatesPage::Edited(QString& value, const QString& text) {
   if (Showing()) return;
   value = text;
@@ -44,7 +58,13 @@ void TemplatesPage::Edited(QString& value, const QString& text) {
 }
 
 void TemplatesPage::CopyState() {
-  ui_->txtEmailSubject->setText(State().txtEmailSubject);
+  ShowCampaigns();
+  ui_->lblLetter->setText(
+      State().rtfLetter.isEmpty()
+          ? QStringLiteral("This campaign has no letter. Letters are written in a later version of this program.")
+          : QStringLiteral("This campaign has a letter, which is kept and saved with it. Letters are shown and written "
+                           "in a later version of this program."));
+  if (ui_->txtEmailSubject->text() != State().txtEmailSubject) ui_->txtEmailSubject->setText(State().txtEmailSubject);
   ShowText(*ui_->txtEmailBody, State().txtEmailBody);
   ShowText(*ui_->txtSMS, State().txtSMS);
   ShowLength();

@@ -25,6 +25,8 @@ class TemplatesPage : public WizardPage {
 
  private:
   void Edited(QString& value, const QString& text);
+  void LoadLetters();
+  void ShowCampaigns();
   void ShowLength();
 
   std::unique_ptr<Ui::TemplatesPage> ui_;
