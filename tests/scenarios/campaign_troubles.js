@@ -104,7 +104,7 @@ check("the history that cannot be read is reported", () => {
   answer("Could not find");
   manage((window, list) => assert(list.rowCount > 0));
   restoreProcedure("proc_sel_Marketing_Campaigns_History");
-  assertMatch(log().slice(-2).join("\n"), "proc_sel_Marketing_Campaigns_History");
+  assertMatch(log().slice(-2).join("\n"), "select_Marketing_Campaigns_History");
 });
 
 check("what was typed in an edit that failed is there again in the next one", () => {
