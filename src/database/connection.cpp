@@ -76,6 +76,11 @@ void Connection::Reopen() {
   Open(QString(connectionString_), Login(login_));
 }
 
+void Connection::Revive() {
+  const bool usable = session_ && (session_->InTransaction() || session_->IsAlive());
+  if (wasOpen_ && !usable) Reopen();
+}
+
 void Connection::Close() {
   const std::lock_guard lock(sessionMutex_);
   session_.reset();

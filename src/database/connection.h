@@ -46,6 +46,10 @@ class Connection {
   /// Opens again with the last string and login.
   /// \throws DatabaseError
   void Reopen();
+  /// Opens a connection that dropped since it was open again, outside a transaction. For those who cannot simply repeat
+  /// what failed on it.
+  /// \throws DatabaseError
+  void Revive();
   void Close();
   /// For a connection that did not lead to the host database: statements fail softly until it is opened again.
   void CountAsNeverOpen() { wasOpen_ = false; }

@@ -14,6 +14,7 @@ ReplaceGuard::ReplaceGuard(Connection& connection, const HostInfo& host, Diagnos
 ReplaceGuard::Finding ReplaceGuard::Look(int campaignId) {
   Finding finding;
   try {
+    connection_.Revive();
     CampaignClaim claim(connection_, host_, diagnostics_.clock, {});
     if (const std::optional<ClaimHolder> holder = claim.HeldBy(campaignId)) finding.refusal = ClaimedMessage(*holder);
     const QHash<qint64, JournalEntry> entries = SendJournal(connection_, {}).Read(campaignId);
@@ -22,9 +23,9 @@ ReplaceGuard::Finding ReplaceGuard::Look(int campaignId) {
     });
   } catch (const DatabaseError& error) {
     finding.refusal =
-        Message{.text = QStringLiteral("It could not be told whether this campaign is being sent, so its rows were not "
-                                       "replaced.\r\r") +
-                        error.Description(),
+        Message{.text = QStringLiteral("It could not be told whether this campaign is being sent, so nothing was "
+                                       "changed.\r\r") +
+                        error.Description().section(u']', -1),
                 .icon = MessageIcon::kExclamation};
   }
   return finding;
