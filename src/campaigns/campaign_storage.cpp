@@ -151,6 +151,7 @@ bool CampaignStorage::DeleteCampaign(int campaignId) {
 
 bool CampaignStorage::Call(const char* routine, const char* procedure, const std::function<void(Command&)>& run) {
   try {
+    statements_.Shared().ReopenIfLost();
     // A closed connection is said as such; preparing a command on it would only say that it has no parameters.
     (void)statements_.Shared().Driver();
     Command command;

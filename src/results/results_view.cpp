@@ -6,6 +6,13 @@
 #include "settings/startup_values.h"
 
 namespace qbx {
+namespace {
+
+QString RowsOf(int campaignId) {
+  return QStringLiteral("proc_selp_Campaign_Results (%1)").arg(campaignId);
+}
+
+}  // namespace
 
 ResultsPresentation PresentResults(const EditionFlags& edition, const Options& options) {
   ResultsPresentation presentation;
@@ -27,7 +34,7 @@ ResultsView::ResultsView(Statements& statements, Counters& counters, Diagnostics
 bool ResultsView::DisplayResults(int campaignId) {
   counters_.UpdateCounters(campaignId);
   Recordset rows;
-  if (!ReadRows(QStringLiteral("proc_selp_Campaign_Results (%1)").arg(campaignId), rows)) return false;
+  if (!ReadRows(RowsOf(campaignId), rows)) return false;
   rows_ = std::move(rows);
   campaignId_ = campaignId;
   if (read_) read_();
@@ -43,7 +50,7 @@ bool ResultsView::ReadRows(const QString& sql, Recordset& rows) {
     try {
       connection.RunLong([&] { rows = Recordset::ReadAll(connection.Driver().Execute(sql)); },
                          [this] { diagnostics_.ui.PumpEvents(); }, [] { return false; });
-      rows.SetSource([&connection, sql] { return connection.Driver().Execute(sql); });
+      ReadAgainWith(sql, rows);
       return true;
     } catch (const DatabaseError& error) {
       diagnostics_.log.WriteLog(QLatin1String("DisplayResults: ") + error.Description());
@@ -74,6 +81,16 @@ bool ResultsView::RefreshResults() {
   }
   if (read_) read_();
   return read;
+}
+
+void ResultsView::ReadAgainWith(const QString& sql, Recordset& rows) {
+  rows.SetSource([&connection = statements_.Shared(), sql] { return connection.Driver().Execute(sql); });
+}
+
+bool ResultsView::FollowCampaign(int campaignId) {
+  campaignId_ = campaignId;
+  if (rows_.IsOpen()) ReadAgainWith(RowsOf(campaignId), rows_);
+  return RefreshResults();
 }
 
 void ResultsView::RowDeleted() {

@@ -58,6 +58,9 @@ class ResultsView {
   /// Reads counters and rows of the same campaign again, in place: sort and recordset stay.
   bool RefreshResults();
 
+  /// The campaign whose rows are shown has another number now, and its rows with it: reads them under that one, in place.
+  bool FollowCampaign(int campaignId);
+
   /// The grid has deleted a row in the database and taken it out of `Rows()`: reads the counters again.
   void RowDeleted();
 
@@ -68,6 +71,7 @@ class ResultsView {
 
  private:
   bool ReadRows(const QString& sql, Recordset& rows);
+  void ReadAgainWith(const QString& sql, Recordset& rows);
 
   Statements& statements_;
   Counters& counters_;

@@ -169,6 +169,7 @@ bool CampaignSettings::SaveCampaignSettings(const std::function<void()>& save) {
                                       .arg(oldId))
                        .Ok();
   }
+  if (newId != oldId && results_.CampaignId() == oldId) results_.FollowCampaign(newId);
   FillCampaignList();
   return rowsFollowed;
 }

@@ -24,8 +24,10 @@ void ProcessPage::CampaignSetUp() {
 }
 
 void ProcessPage::CopyState() {
-  const int credits = Desk().estimate.EstimateSMSCredits(App().campaign.record.ID, State().txtSMS);
-  const CounterLabels labels = MakeCounterLabels(Desk().counters.Values(), credits);
+  // A connection that was lost has just been told of by the counters; the estimate stays what it was.
+  if (App().connection.IsOpen())
+    credits_ = Desk().estimate.EstimateSMSCredits(App().campaign.record.ID, State().txtSMS);
+  const CounterLabels labels = MakeCounterLabels(Desk().counters.Values(), credits_);
   ui_->lblLetters->setText(labels.lblLetters);
   ui_->lblSMS0->setText(labels.lblSMS0);
   ui_->lblSMS1->setText(labels.lblSMS1);

@@ -26,6 +26,7 @@ class ProcessPage : public WizardPage {
 
  private:
   std::unique_ptr<Ui::ProcessPage> ui_;
+  int credits_ = 0;
 };
 
 }  // namespace qbx

@@ -1,0 +1,101 @@
+// A database that goes away between two clicks, is locked, or is not there at all.
+
+const noConnection = "There is no connection to the database, so this cannot be done now.";
+let grid = null;
+
+function toResults() {
+  control("cmdNew").click();
+  control("tvQuery").choose("All Customers");
+  control("cmdNext0").click();
+  control("cmdNext1").click();
+  grid = control("dbgData");
+}
+const sendsText = row => sql("SELECT Send_SMS AS f FROM [Campaign Results] WHERE RecordID = " + grid.cell(row, "RecordID"))[0].f;
+
+start();
+toResults();
+const rows = grid.rowCount;
+
+check("a connection that broke is opened again without a word", () => {
+  const acts = {
+    "a flag": () => grid.clickCell(0, "Send SMS"),
+    "a deletion": () => grid.clickCell(rows - 1, "Lastname").press("Ctrl+Del"),
+    "send methods": () => { control("cmbSendBy2").choose(0); control("cmdSetSendMethods").click(); },
+    "the counters": () => { selectTab(5); selectTab(2); },
+    "refreshing": () => control("cmdApplyFilters").click(),
+    "the next step": () => control("cmdNext1").click(),
+    "back": () => control("cmdBack2").click(),
+    "a save": () => {
+      onWindow("frmCampaigns", window => {
+        breakConnection();
+        window.control("txtName").setText("Broken twice");
+        window.control("cmdSave").click();
+      });
+      control("cmdSave").click();
+    },
+    "a load": () => {
+      answer("Lose any changes", "Yes");
+      onWindow("frmCampaigns", window => {
+        breakConnection();
+        window.control("cmdLoad").click();
+      });
+      control("mnuLoad").trigger();
+    },
+    "a new campaign": () => { answer("Lose any changes", "Yes"); control("mnuStart").trigger(); },
+  };
+  for (const what of Object.keys(acts)) {
+    const before = messages().length;
+    breakConnection();
+    acts[what]();
+    assertEqual(messages().slice(before).filter(box => box.icon !== "question").map(box => box.text), [], what);
+  }
+});
+
+check("while the server is gone each command says so once, and nothing is lost", () => {
+  start();
+  toResults();
+  grid.clickCell(0, "Send SMS");
+  loseConnection();
+  const acts = {
+    "a flag": () => grid.clickCell(1, "Send SMS"),
+    "a deletion": () => grid.clickCell(2, "Lastname").press("Ctrl+Del"),
+    "send methods": () => { control("cmbSendBy2").choose(0); control("cmdSetSendMethods").click(); },
+    "the counters": () => { selectTab(5); selectTab(2); },
+    "refreshing": () => control("cmdApplyFilters").click(),
+    "the next step": () => control("cmdNext1").click(),
+    "a save": () => {
+      onWindow("frmCampaigns", window => {
+        window.control("txtName").setText("Lost");
+        window.control("cmdSave").click();
+      });
+      control("cmdSave").click();
+    },
+    "a load": () => {
+      onWindow("frmCampaigns", window => window.control("cmdClose").click());
+      control("mnuLoad").trigger();
+    },
+  };
+  onMessage(box => (/Lose any changes/.test(box.text) ? "Yes" : box.buttons.length === 1 ? "OK" : "No"));
+  for (const what of Object.keys(acts)) {
+    const before = messages().length;
+    acts[what]();
+    const told = messages().slice(before).map(box => box.text).filter(text => !/Lose any changes/.test(text));
+    print(what, told, windows());
+  }
+  onMessage(null);
+  assertEqual([grid.rowCount, grid.cell(0, "Send SMS"), grid.cell(1, "Send SMS")], [rows, "Yes", "No"]);
+});
+
+check("when the server is back the work goes on where it stood", () => {
+  restoreConnection();
+  selectTab(3);
+  grid.clickCell(1, "Send SMS");
+  assertEqual([grid.cell(1, "Send SMS"), sendsText(1)], ["Yes", 1]);
+  onWindow("frmCampaigns", window => {
+    window.control("txtName").setText("Saved after all");
+    window.control("cmdSave").click();
+  });
+  control("cmdSave").click();
+  assertEqual(sql("SELECT COUNT(*) AS n FROM Marketing_Campaigns WHERE Campaign_Name = 'Saved after all'")[0].n, 1);
+  assertEqual(grid.rowCount, rows);
+});
