@@ -27,7 +27,7 @@ check("the rows of the campaign are shown, and counted", () => {
 });
 
 check("the opt-in columns are hidden, and other captions are the fields with blanks", () => {
-  assertEqual(grid.hiddenColumns, ["SMS Opt-In", "Email Opt-In", "Letter Opt-In"]);
+  assertEqual(grid.hiddenColumns.filter(name => /Opt-In/.test(name)), ["SMS Opt-In", "Email Opt-In", "Letter Opt-In"]);
   for (const heading of ["Vehicle", "Last Mileage", "Send SMS", "Processed"]) assert(grid.columns.includes(heading), heading);
 });
 
@@ -116,7 +116,7 @@ check("with the consent module the opt-in columns are shown", () => {
   control("cmbType").choose(0);
   control("cmdNext0").click();
   control("cmdNext1").click();
-  assertEqual(grid.hiddenColumns, []);
+  assertEqual(grid.hiddenColumns.filter(name => /Opt-In/.test(name)), []);
 });
 
 check("more than 500 rows are selected only after a question", () => {
