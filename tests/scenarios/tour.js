@@ -1,0 +1,77 @@
+// Walks past every page and window and takes a picture of each: with --screenshots these are the pictures of the README, and a look at them
+// shows what a change did to the windows.
+
+start({garage: {customers: 1500, seed: 3}});
+screenshot("start");
+
+check("step 1 shows the options of each kind of query", () => {
+  control("cmdNew").click();
+  for (const [query, picture] of [["Lapsed Customers", "step1-lapsed"], ["Top Customers", "step1-top"], ["Specific Makes", "step1-makes"]]) {
+    control("tvQuery").choose(query);
+    if (query === "Specific Makes") control("lstMakes").choose(["Audi", "Ford"]);
+    screenshot(picture);
+  }
+  control("tvQuery").choose("Based on Reminder Date");
+  control("cmbReminder").choose(0);
+  control("dteDate0").setText("01/03/2026");
+  control("dteDate1").setText("30/04/2026");
+  screenshot("step1-reminder");
+  control("cmdNext0").click();
+  assertEqual(currentTab(), 2);
+});
+
+check("step 2 narrows them", () => {
+  control("chkFilter4").tick();
+  control("cmbFilter4").choose("Between");
+  control("txtYear0").type("2010");
+  control("txtYear1").type("2020");
+  control("cmdApplyFilters").click();
+  screenshot("step2");
+  control("cmdNext1").click();
+  assertEqual(currentTab(), 3);
+});
+
+check("step 3 decides who gets what", () => {
+  control("cmbSendBy0").choose(0);
+  control("cmbSendBy1").choose(0);
+  control("cmdSetSendMethods").click();
+  const grid = control("dbgData");
+  grid.clickHeading("Lastname");
+  grid.clickCell(3, "Send_SMS");
+  screenshot("step3");
+  control("cmdNext2").click();
+  assertEqual(currentTab(), 4);
+});
+
+check("steps 4 and 5 stand", () => {
+  for (const page of ["Email", "Text Message", "Examples"]) {
+    control("ssTabLetters").selectTab(page);
+    screenshot("step4-" + page.split(" ")[0].toLowerCase());
+  }
+  selectTab(5);
+  assertMatch(control("lblSMS0").text, /^SMS's to Send: [1-9]/);
+  screenshot("step5");
+});
+
+check("the campaign manager and the about box open and close", () => {
+  onWindow("frmCampaigns", window => {
+    window.control("txtName").setText("MOT due, spring");
+    screenshot("save");
+    window.control("cmdSave").click();
+  });
+  control("cmdSave").click();
+  assertMatch(control("frmMain").caption, "[MOT due, spring]");
+  answer("Lose any changes", "Yes");
+  onWindow("frmCampaigns", window => {
+    screenshot("load");
+    window.control("ssTabCampaigns").selectTab(3);
+    screenshot("history");
+    window.control("cmdClose").click();
+  });
+  control("mnuLoad").trigger();
+  onWindow("frmAbout", window => {
+    screenshot("about");
+    window.close();
+  });
+  control("mnuAbout").trigger();
+});
