@@ -78,6 +78,12 @@ void CampaignStorage::InitialiseCampaign() {
   SetId(statements_.GetNextKeyID(u"TEMP"_qs));
 }
 
+bool CampaignStorage::EnsureId() {
+  if (current_.record.ID != 0 || !statements_.Shared().WasOpen()) return true;
+  SetId(statements_.GetNextKeyID(u"TEMP"_qs));
+  return current_.record.ID != 0;
+}
+
 bool CampaignStorage::SaveCampaign() {
   return Call("SaveCampaign", "proc_addp_Marketing_Campaign", [this](Command& command) {
     SetStoredFields(command, current_.record);

@@ -29,6 +29,10 @@ class CampaignStorage {
   /// Starts a new campaign: the defaults, a temporary ID (0 when none could be had), the range from twelve calendar
   /// months ago to now. `CampaignChanged` stays.
   void InitialiseCampaign();
+  /// Gives a record that was started while the database was away the temporary ID that it lacks. A database that was
+  /// never there is left to what comes next.
+  /// \return false when there is still none to be had (reported)
+  bool EnsureId();
 
   /// Adds the record as a new campaign; its ID becomes the permanent one and `CampaignChanged` false. A campaign number
   /// below 1 from the database counts as a failure.

@@ -3,6 +3,7 @@
 #include "database/statements.h"
 
 #include <limits>
+#include <utility>
 
 namespace qbx {
 
@@ -48,6 +49,10 @@ Statements::Statements(Connection& connection, ErrorInterpretation& interpretati
 void Statements::Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error) {
   // The program that runs without its database says so where the user asked for something, not at every statement.
   if (!connection.WasOpen()) return;
+  if (lossTold_ != nullptr && IsLost(connection, error) && std::exchange(*lossTold_, true)) {
+    diagnostics_.log.WriteLog(QLatin1String("Database Error - ") + error.Description());
+    return;
+  }
   connection.KeepErrors(error);
   interpretation_.ReportDatabaseError(&connection, QLatin1String(routine), sql, error);
 }

@@ -75,6 +75,23 @@ class Statements {
 
   [[nodiscard]] Connection& Shared() { return connection_; }
 
+  /// While one lives, a lost connection is told to the user once, however many statements fail for it; the log has each
+  /// of them. For a command that reads several things in a row.
+  class TellLossOnce {
+   public:
+    explicit TellLossOnce(Statements& statements) : statements_(statements), outer_(statements.lossTold_) {
+      if (outer_ == nullptr) statements_.lossTold_ = &told_;
+    }
+    ~TellLossOnce() { statements_.lossTold_ = outer_; }
+    TellLossOnce(const TellLossOnce&) = delete;
+    TellLossOnce& operator=(const TellLossOnce&) = delete;
+
+   private:
+    Statements& statements_;
+    bool* outer_;
+    bool told_ = false;
+  };
+
  private:
   void Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error);
   void ShowConnectionProblem();
@@ -86,6 +103,7 @@ class Statements {
   EventLog& events_;
   LastError& lastError_;
   Diagnostics diagnostics_;
+  bool* lossTold_ = nullptr;  // of the outermost TellLossOnce
 };
 
 }  // namespace qbx

@@ -124,6 +124,7 @@ CampaignSettings::CampaignSettings(Statements& statements, CurrentCampaign& camp
 void CampaignSettings::SetupCampaignData() {
   diagnostics_.ui.SetBusy(true);
   std::optional<QString> failure;
+  const Statements::TellLossOnce once(statements_);
   try {
     FillLists();
     const std::vector<int> outOfRange = CopyFromRecord(campaign_.record, state_);

@@ -38,6 +38,9 @@ StepResult WizardSteps::NextStep(int index) {
 
 /// Rows that are being sent elsewhere stay; for rows of which something went out the user is asked.
 bool WizardSteps::MayReplaceRows() {
+  // What the database could not give while it was away is fetched now that it may be back.
+  if (!parts_.storage.EnsureId()) return false;
+  if (parts_.options.ReadFailed) parts_.loadOptions();
   const int campaign = parts_.campaign.record.ID;
   const ReplaceGuard::Finding finding = parts_.guard.Look(campaign);
   if (finding.refusal) {

@@ -62,23 +62,3 @@ check("the user declined to bring the database online", () => {
     "or may be offline.\n\nDo you want to attempt to bring the database back online?");
   usesEverything();
 });
-
-check("the server goes away while the wizard is open, and comes back", () => {
-  start({options: {Only_Send_Comms_When_Opted_In: false}});
-  control("cmdNew").click();
-  control("tvQuery").choose("All Customers");
-  loseConnection();
-  clearMessages();
-  acceptNotices();
-  control("cmdNext0").click();
-  acceptNotices(false);
-  assert(messages().length > 0, "it is said");
-  assertEqual(currentTab(), 1);
-  restoreConnection();
-  control("cmdNext0").click();
-  assertEqual(currentTab(), 2);
-  breakConnection();
-  control("cmdNext1").click();
-  assertEqual(currentTab(), 3);
-  assert(control("dbgData").rowCount > 0);
-});

@@ -212,7 +212,8 @@ void WidgetUi::AllowWhileWorking(QWidget& widget) {
 QWidget* WidgetUi::Owner() const {
   if (processing_->isVisible()) return processing_.get();
   if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-  if (QWidget* active = QApplication::activeWindow()) return active;
+  QWidget* const active = QApplication::activeWindow();
+  if (active != nullptr && active != processing_.get()) return active;
   if (mainWindow_ != nullptr) return mainWindow_;
   const QWidgetList windows = QApplication::topLevelWidgets();
   const auto shown =

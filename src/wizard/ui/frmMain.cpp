@@ -126,6 +126,7 @@ void frmMain::WithDatabase(const std::function<void()>& command) {
 }
 
 void frmMain::StartNewCampaign() {
+  const Statements::TellLossOnce once(app_.statements);
   Guarded([this] { desk_.steps.StartNewCampaign(); });
   ShowCampaign();
 }
@@ -186,8 +187,11 @@ void frmMain::Go(const StepResult& result) {
 void frmMain::TabOpened(int index) {
   if (!ui_->ssTabMain->isEnabled() || index < 0) return;
   WizardPage& page = Page(index);
-  desk_.steps.TabOpened(index + 1);
-  page.ShowState();
+  {
+    const Statements::TellLossOnce once(app_.statements);
+    desk_.steps.TabOpened(index + 1);
+    page.ShowState();
+  }
   if (!ui_->ssTabMain->tabBar()->hasFocus()) page.FirstControl()->setFocus();
   if (index + 1 != kProcessTab) return;
   if (const std::optional<Message> notice = HostMailServerNotice(app_.options, app_.service))
