@@ -52,6 +52,8 @@ function(qbx_ui_library name)
   target_link_libraries(qbx_${name}_ui PUBLIC qbx_options Qt6::Core Qt6::Gui Qt6::Widgets)
   if(QBX_PCH)
     target_precompile_headers(qbx_${name}_ui REUSE_FROM qbx_widgets_pch)
+  else()
+    target_compile_options(qbx_${name}_ui PRIVATE -include QtWidgets)  # what the shared header gives otherwise
   endif()
 endfunction()
 
