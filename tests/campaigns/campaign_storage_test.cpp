@@ -179,6 +179,7 @@ TEST_F(CampaignStorageTest, AFailureIsReportedUnderTheRoutinesNameAndKeepsWhatWa
 
 TEST_F(CampaignStorageTest, WithoutAConnectionEveryCallSaysSoOnce) {
   host.connection.Close();
+  host.connection.CountAsNeverOpen();
   EXPECT_FALSE(storage.SaveCampaign());
   EXPECT_EQ(host.ui.Messages().size(), 1u);
   EXPECT_FALSE(storage.LoadCampaign(1));

@@ -32,6 +32,7 @@ check("its own cross asks", () => {
 
 check("a new campaign in which nothing was chosen asks nothing", () => {
   start();
+  clearMessages();
   control("cmdNew").click();
   selectTab(2);
   selectTab(5);
@@ -69,6 +70,7 @@ check("after a save nothing is asked, and the rows of the campaign stay", () => 
   });
   control("cmdSave").click();
   const rows = sql("SELECT COUNT(*) AS n FROM [Campaign Results]")[0].n;
+  clearMessages();
   assert(closeWindow());
   assertEqual(messages(), []);
   assertEqual(sql("SELECT COUNT(*) AS n FROM [Campaign Results]")[0].n, rows);
