@@ -44,15 +44,8 @@ check("when it is back, the wizard goes on; the campaign gets the number that it
   assert(sql("SELECT max(CampaignID) AS id FROM [Campaign Results]")[0].id < 0);
 });
 
-check("a connection that dropped is opened again without a word", () => {
-  breakConnection();
-  clearMessages();
-  control("cmdNext1").click();
-  assertEqual(messages(), []);
-  assertEqual(currentTab(), 3);
-});
-
 check("a database that was taken offline is named", () => {
+  control("cmdNext1").click();
   const before = rows();
   takeOffline();
   breakConnection();

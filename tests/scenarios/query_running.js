@@ -43,6 +43,21 @@ check("commands are off while it runs, and the window does not close", () => {
   idle("after a slow query");
 });
 
+check("a right click on its text closes the status box; the query goes on", () => {
+  selectTab(2);
+  slowDatabase(200);
+  during(() => control("cmdNext1").click(), () => {
+    if (statusBox() === null) return false;
+    control("frmProcessing.lblMessage").rightClick();
+    assertEqual(statusBox(), null);
+    assert(!busy());
+    return true;
+  });
+  slowDatabase(0);
+  assertEqual(currentTab(), 3);
+  idle("after a status box that was closed");
+});
+
 check("Cancel leaves the rows as they were and the wizard on its step", () => {
   [[1, "cmdNext0"], [2, "cmdNext1"], [2, "cmdApplyFilters"]].forEach(([tab, button]) => {
     selectTab(tab);

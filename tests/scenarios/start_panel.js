@@ -101,8 +101,8 @@ check("loading from the start panel opens the wizard", () => {
   assertEqual(control("txtMakes").text, "Audi, BMW, Volkswagen");
 });
 
-check("a campaign that was stored without a query has none, and looking at it changes nothing", () => {
-  execute("UPDATE Marketing_Campaigns SET CampaignTypeID = 0 WHERE Campaign_Name = 'MOT due'");
+[0, 11].forEach(query => check("a campaign stored with query " + query + " shows none, and looking at it changes nothing", () => {
+  execute("UPDATE Marketing_Campaigns SET CampaignTypeID = " + query + " WHERE Campaign_Name = 'MOT due'");
   answer("Lose any changes and load an existing campaign?", "Yes");
   onWindow("frmCampaigns", manager => {
     manager.control("lstCampaigns").choose("MOT due");
@@ -114,7 +114,7 @@ check("a campaign that was stored without a query has none, and looking at it ch
   assertEqual(control("tvQuery").selectedIndex, -1);
   assertEqual(control("txtQueryDesc").text, "Please select a Query to see the description.");
   assert(control("fraPickStart").visible);
-});
+}));
 
 check("Exit closes without a question when nothing changed", () => {
   control("mnuExit").trigger();

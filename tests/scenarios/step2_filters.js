@@ -146,6 +146,11 @@ check("those who opted out come in on request, and a word about the law follows"
   assertEqual(messages().map(box => [box.text, box.icon]), [["Please note you have disabled the option to only send to people who have " +
     "opted in.\n\nDue to GDPR laws please ensure that you do not send marketing emails to those who do not wish to receive them.",
     "exclamation"]]);
+  const found = control("lblRecords0").text;
+  selectTab(1);
+  control("cmdNext0").click();
+  assertNotEqual(control("lblRecords0").text, found, "the first step counts them as well");
+  assertEqual(messages().length, 1);
 });
 
 check("where only those who opted in are written to, Include Opted Out cannot be ticked", () => {
