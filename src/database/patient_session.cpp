@@ -1,5 +1,6 @@
 #include "database/patient_session.h"
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <exception>
@@ -84,6 +85,22 @@ class Helper {
   std::thread thread_;  // the last member: it uses those above
 };
 
+/// A call that comes while another is waited for is refused: whoever let events run did not expect it.
+class OneAtATime {
+ public:
+  explicit OneAtATime(std::atomic<bool>& busy) : busy_(busy) {
+    if (!busy_.exchange(true)) return;
+    const QString text = QStringLiteral("The database is still busy with the request before.");
+    throw DatabaseError(kStatementFailed, text, {{0, QString(), text}});
+  }
+  ~OneAtATime() { busy_ = false; }
+  OneAtATime(const OneAtATime&) = delete;
+  OneAtATime& operator=(const OneAtATime&) = delete;
+
+ private:
+  std::atomic<bool>& busy_;
+};
+
 class PatientSession final : public SessionWrapper {
  public:
   PatientSession(const SessionFactory& factory, const ConnectionTarget& target, const Login& login, int timeout,
@@ -94,6 +111,7 @@ class PatientSession final : public SessionWrapper {
 
  protected:
   void Ask(const std::function<void()>& call) override {
+    const OneAtATime turn(busy_);
     if (std::this_thread::get_id() == owner_)
       helper_.Do(call);
     else
@@ -102,6 +120,7 @@ class PatientSession final : public SessionWrapper {
 
  private:
   const std::thread::id owner_ = std::this_thread::get_id();
+  std::atomic<bool> busy_ = false;
   Helper helper_;
 };
 

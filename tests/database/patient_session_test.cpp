@@ -66,6 +66,19 @@ TEST(PatientSession, HandsFailuresToTheCallerAndGoesOn) {
   EXPECT_NO_THROW((void)session->Execute(QStringLiteral("good")));
 }
 
+TEST(PatientSession, RefusesACallThatComesWhileAnotherIsWaitedFor) {
+  SlowServer server;
+  std::unique_ptr<Session> session;
+  const auto pump = [&] {
+    ++server.pumps;
+    if (session) EXPECT_THROW((void)session->Execute(QStringLiteral("meanwhile")), DatabaseError);
+  };
+  session = PatientSessions(server.Sessions(), pump)({}, {}, 5);
+  (void)session->Execute(QStringLiteral("wait for it"));
+  EXPECT_EQ(server.Script().calls.last(), QStringLiteral("wait for it"));
+  EXPECT_EQ(server.Script().Count(QStringLiteral("meanwhile")), 0);
+}
+
 TEST(PatientSession, AnotherThreadGoesStraightThrough) {
   SlowServer server;
   const std::unique_ptr<Session> session = Open(server);

@@ -71,6 +71,16 @@ void LetGo(QObject* receiver) {
   if (auto* button = qobject_cast<QAbstractButton*>(receiver)) button->setDown(false);
 }
 
+/// An accelerator would hold its button down for a tenth of a second and click it then, whatever has begun by that time.
+/// \return whether it was one
+bool ClickAtOnce(QObject* receiver, QEvent* event) {
+  if (event->type() != QEvent::Shortcut || static_cast<QShortcutEvent*>(event)->isAmbiguous()) return false;
+  auto* button = qobject_cast<QAbstractButton*>(receiver);
+  if (button == nullptr) return false;
+  button->click();
+  return true;
+}
+
 }  // namespace
 
 InputGate::InputGate(Answers answers) : answers_(std::move(answers)) {
@@ -108,7 +118,7 @@ void InputGate::TellIdle() {
 
 bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
   if (IsMouseButton(*event)) return DropMouse(receiver, event);
-  if (!IsClosed() || !IsInput(*event) || MayReceive(receiver)) return false;
+  if (!IsClosed() || !IsInput(*event) || MayReceive(receiver)) return ClickAtOnce(receiver, event);
   if (event->type() == QEvent::KeyRelease) LetGo(receiver);
   Dropped(event);
   return true;

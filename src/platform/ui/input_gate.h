@@ -12,6 +12,8 @@ namespace qbx {
 /// An event filter of the application. While closed, input meant for any widget but the allowed ones is dropped; windows keep
 /// repainting and timers keep running.
 ///
+/// The accelerator of a button clicks it at once, so that no click comes out of a timer once the gate is closed.
+///
 /// A press that was dropped takes its release with it, also when the gate opened in between; a press that counted gets its release where
 /// a control would otherwise stay pressed, without the click it would have made.
 class InputGate : public QObject {

@@ -82,6 +82,13 @@ TEST_F(WidgetUiTest, InputIsDroppedWhileLogicWorksAndCountsAgainAfterwards) {
   EXPECT_EQ(triggers, 1);
 }
 
+TEST_F(WidgetUiTest, AnAcceleratorClicksBeforeAnythingElseCanBegin) {
+  QTest::keyClick(window.windowHandle(), Qt::Key_C, Qt::AltModifier);
+  EXPECT_EQ(clicks, 1);
+  WhileWorking([] { QTest::qWait(150); });  // longer than a button is held down for the eye
+  EXPECT_EQ(clicks, 1);
+}
+
 TEST_F(WidgetUiTest, AClickThatBeginsOrEndsWhileLogicWorksIsNoClick) {
   WhileWorking([this] { QTest::mousePress(&command, Qt::LeftButton); });
   QTest::mouseRelease(&command, Qt::LeftButton);
