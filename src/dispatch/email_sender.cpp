@@ -1,9 +1,8 @@
 #include "dispatch/email_sender.h"
 
-#include "dispatch/mailshot_checks.h"
-
 #include <utility>
 
+#include "dispatch/mailshot_checks.h"
 #include "util/text.h"
 
 namespace qbx {
