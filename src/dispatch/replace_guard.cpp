@@ -23,8 +23,8 @@ ReplaceGuard::Finding ReplaceGuard::Look(int campaignId) {
     });
   } catch (const DatabaseError& error) {
     finding.refusal =
-        Message{.text = QStringLiteral("It could not be told whether this campaign is being sent, so its rows were not "
-                                       "replaced.\r\r") +
+        Message{.text = QStringLiteral("It could not be told whether this campaign is being sent, so nothing was "
+                                       "changed.\r\r") +
                         error.Description(),
                 .icon = MessageIcon::kExclamation};
   }

@@ -63,6 +63,7 @@ check("Yes closes, and takes the temporary rows away", () => {
 
 check("after a save nothing is asked, and the rows of the campaign stay", () => {
   start();
+  clearMessages();
   edit();
   onWindow("frmCampaigns", window => {
     window.control("txtName").setText("Kept");
