@@ -4,6 +4,8 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryFile>
+#include <cstdio>
 #include <memory>
 
 namespace qbx {
@@ -21,48 +23,59 @@ Database Open(const QString& path, int flags) {
   return code == SQLITE_OK ? std::move(opened) : Database(nullptr, &sqlite3_close);
 }
 
-/// Copies everything. \return the code of the last step: SQLITE_DONE when the copy is whole, SQLITE_OK when it was cancelled
+/// Copies everything. \return the code of the last step: SQLITE_DONE when the copy is whole
 int CopyPages(sqlite3* from, sqlite3* to, const std::function<bool()>& cancelled) {
+  // Reading from one moment on: what is written meanwhile would begin the copy anew, for ever on a busy database.
+  sqlite3_exec(from, "BEGIN; SELECT 1 FROM sqlite_master LIMIT 1", nullptr, nullptr, nullptr);
   sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
   if (backup == nullptr) return sqlite3_errcode(to);
   int code = SQLITE_OK;
-  while (code == SQLITE_OK || code == SQLITE_BUSY || code == SQLITE_LOCKED) {
-    code = cancelled() ? SQLITE_DONE : sqlite3_backup_step(backup, kPagesAStep);
-    if (cancelled()) break;
+  while ((code == SQLITE_OK || code == SQLITE_BUSY || code == SQLITE_LOCKED) && !cancelled()) {
+    code = sqlite3_backup_step(backup, kPagesAStep);
     if (code == SQLITE_BUSY || code == SQLITE_LOCKED) sqlite3_sleep(kBusyWaitMs);
   }
   const int finished = sqlite3_backup_finish(backup);
-  if (cancelled()) return SQLITE_OK;
-  return code == SQLITE_DONE && finished == SQLITE_OK ? SQLITE_DONE : code;
+  return code == SQLITE_DONE && finished != SQLITE_OK ? finished : code;
 }
 
-QString Reason(int code) {
-  return QString::fromUtf8(sqlite3_errstr(code));
+int CopyFile(const QString& path, const QString& unfinished, const std::function<bool()>& cancelled) {
+  const Database from = Open(path, SQLITE_OPEN_READONLY);
+  const Database to = Open(unfinished, SQLITE_OPEN_READWRITE);
+  return from && to ? CopyPages(from.get(), to.get(), cancelled) : SQLITE_CANTOPEN;
+}
+
+bool SameFile(const QString& path, const QString& other) {
+  return QFileInfo::exists(other) && QFileInfo(path).canonicalFilePath() == QFileInfo(other).canonicalFilePath();
 }
 
 }  // namespace
 
-HostDatabaseProblem CopyHostDatabase(const QString& path, const QString& target,
-                                     const std::function<bool()>& cancelled) {
-  if (QFileInfo(path).canonicalFilePath() == QFileInfo(target).canonicalFilePath() && QFileInfo::exists(target))
-    return QStringLiteral("The database cannot be copied onto itself.");
-  const QString unfinished = target + QStringLiteral(".part");
-  QFile::remove(unfinished);
-  int code = SQLITE_CANTOPEN;
-  {
-    const Database from = Open(path, SQLITE_OPEN_READONLY);
-    if (!from) return QStringLiteral("The database file cannot be read: %1").arg(path);
-    const Database to = Open(unfinished, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    if (to) code = CopyPages(from.get(), to.get(), cancelled);
+CopyOutcome CopyHostDatabase(const QString& path, const QString& target, const std::function<bool()>& cancelled,
+                             QString& problem) {
+  if (SameFile(path, target)) {
+    problem = QStringLiteral("The database cannot be copied onto itself.");
+    return CopyOutcome::kFailed;
   }
+  QTemporaryFile unfinished(target + QStringLiteral(".XXXXXX"));
+  if (!unfinished.open()) {
+    problem = QStringLiteral("The copy could not be written to %1 (%2).").arg(target, unfinished.errorString());
+    return CopyOutcome::kFailed;
+  }
+  unfinished.close();
+  const int code = CopyFile(path, unfinished.fileName(), cancelled);
   if (code == SQLITE_DONE) {
-    if (std::rename(QFile::encodeName(unfinished).constData(), QFile::encodeName(target).constData()) == 0)
-      return std::nullopt;
-    code = SQLITE_CANTOPEN;
+    const QByteArray from = QFile::encodeName(unfinished.fileName());
+    if (std::rename(from.constData(), QFile::encodeName(target).constData()) == 0) {
+      unfinished.setAutoRemove(false);
+      return CopyOutcome::kCopied;
+    }
+  } else if (cancelled()) {
+    return CopyOutcome::kCancelled;
   }
-  QFile::remove(unfinished);
-  if (code == SQLITE_OK) return std::nullopt;
-  return QStringLiteral("The copy could not be written to %1 (%2).").arg(target, Reason(code));
+  problem = QStringLiteral("The copy could not be written to %1 (%2).")
+                .arg(target, code == SQLITE_DONE ? QStringLiteral("the file cannot be replaced")
+                                                 : QString::fromUtf8(sqlite3_errstr(code)));
+  return CopyOutcome::kFailed;
 }
 
 }  // namespace qbx

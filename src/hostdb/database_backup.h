@@ -9,11 +9,13 @@
 
 namespace qbx {
 
-/// Copies a database page by page while others may go on using it. The copy is written under a temporary name and renamed when it is
-/// whole, so a failure leaves a file of that name as it was.
-/// \param cancelled  asked every few pages; true gives the copy up, which is no problem
-/// \return why the copy could not be made
-[[nodiscard]] HostDatabaseProblem CopyHostDatabase(const QString& path, const QString& target,
-                                                   const std::function<bool()>& cancelled);
+enum class CopyOutcome { kCopied, kCancelled, kFailed };
+
+/// Copies a database as it is now, page by page, while others may go on using it. The copy is written under a temporary name beside the
+/// target and renamed when it is whole, so a failure leaves a file of that name as it was.
+/// \param cancelled  asked every few pages; true gives the copy up
+/// \param problem    why it failed, as a sentence for the user
+[[nodiscard]] CopyOutcome CopyHostDatabase(const QString& path, const QString& target,
+                                           const std::function<bool()>& cancelled, QString& problem);
 
 }  // namespace qbx

@@ -14,25 +14,30 @@ bool CanBackUpDatabase(const Application& app) {
 void BackUpDatabase(Application& app, const QString& target) {
   const QString path = app.startup.ProgramFolder + app.hostConnection.DatabaseName() + QStringLiteral(".db");
   std::atomic<bool> cancelled = false;
-  HostDatabaseProblem problem;
+  CopyOutcome outcome = CopyOutcome::kFailed;
+  QString problem;
   app.status.ShowStatus(QStringLiteral("Backing up the database"), true);
   try {
-    app.connection.RunLong([&] { problem = CopyHostDatabase(path, target, [&cancelled] { return cancelled.load(); }); },
-                           [&] {
-                             app.ui.PumpEvents();
-                             if (app.status.Cancelled()) cancelled = true;
-                           },
-                           {});
+    app.connection.RunLong(
+        [&] {
+          outcome = CopyHostDatabase(
+              path, target, [&cancelled] { return cancelled.load(); }, problem);
+        },
+        [&] {
+          app.ui.PumpEvents();
+          if (app.status.Cancelled()) cancelled = true;
+        },
+        {});
   } catch (const std::exception& error) {
     problem = QString::fromUtf8(error.what());
   }
   app.status.Close();
-  if (problem) {
-    app.ui.ShowMessage(
-        {.text = QStringLiteral("The database was not backed up. ") + *problem, .icon = MessageIcon::kExclamation});
-  } else if (!cancelled) {
+  if (outcome == CopyOutcome::kCopied) {
     app.ui.ShowMessage(
         {.text = QStringLiteral("The database was backed up to ") + target, .icon = MessageIcon::kInformation});
+  } else if (outcome == CopyOutcome::kFailed) {
+    app.ui.ShowMessage(
+        {.text = QStringLiteral("The database was not backed up. ") + problem, .icon = MessageIcon::kExclamation});
   }
 }
 

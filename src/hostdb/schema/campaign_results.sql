@@ -15,7 +15,7 @@ CREATE TABLE [Campaign Results] (
   Email nvarchar(255) COLLATE NOCASE,
   Cust_Type nvarchar(50) COLLATE NOCASE,
   Enquiry_Source nvarchar(50) COLLATE NOCASE,
-  Last_Invoiced datetime,
+  Last_Invoiced date,
   Vehicle nvarchar(20) COLLATE NOCASE,
   Make nvarchar(50) COLLATE NOCASE,
   Model nvarchar(100) COLLATE NOCASE,
