@@ -1,14 +1,16 @@
 #include "wizard/ui/templates_page.h"
 
 #include "dispatch/sms_credits.h"
+#include "platform/ui/long_text.h"
 #include "ui_templates_page.h"
 #include "wizard/template_examples.h"
 
 namespace qbx {
 namespace {
 
+/// Shows a text unless the box holds it already, where the caret would be lost.
 void ShowText(QPlainTextEdit& box, const QString& text) {
-  if (box.toPlainText() != text) box.setPlainText(text);
+  if (ExactText(box, text) != text) SetLongText(box, text);
 }
 
 }  // namespace
@@ -25,9 +27,9 @@ TemplatesPage::TemplatesPage(PageParts parts)
   connect(ui_->txtEmailSubject, &QLineEdit::textEdited, this,
           [this](const QString& text) { Edited(State().txtEmailSubject, text); });
   connect(ui_->txtEmailBody, &QPlainTextEdit::textChanged, this,
-          [this] { Edited(State().txtEmailBody, ui_->txtEmailBody->toPlainText()); });
+          [this] { Edited(State().txtEmailBody, ExactText(*ui_->txtEmailBody, State().txtEmailBody)); });
   connect(ui_->txtSMS, &QPlainTextEdit::textChanged, this, [this] {
-    Edited(State().txtSMS, ui_->txtSMS->toPlainText());
+    Edited(State().txtSMS, ExactText(*ui_->txtSMS, State().txtSMS));
     ShowLength();
   });
 }
