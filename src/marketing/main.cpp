@@ -8,14 +8,39 @@
 #include "startup/command_line.h"
 #include "startup/folders.h"
 
+namespace {
+
+/// Reports what nobody caught instead of ending without a word.
+class Application : public QApplication {
+ public:
+  using QApplication::QApplication;
+  void SetReport(std::function<void(const QString&)> report) { report_ = std::move(report); }
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (const std::exception& error) {
+      if (!report_) throw;
+      report_(QString::fromUtf8(error.what()));
+      return true;
+    }
+  }
+
+ private:
+  std::function<void(const QString&)> report_;
+};
+
+}  // namespace
+
 int main(int argc, char** argv) {
   qbx::SettleTimeZone();
-  QApplication application(argc, argv);
+  Application application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("marketing"));
   qbx::ApplyLook();
   const qbx::SystemClock clock;
   qbx::WidgetUi ui;
   qbx::MarketingProgram program(ui, {.ui = ui, .clock = clock, .folders = qbx::FindFolders()});
+  application.SetReport(
+      [&program](const QString& what) { program.App().errors.ShowError(0, QStringLiteral("marketing"), what, true); });
   if (program.Start(qbx::JoinCommandLine(QApplication::arguments().mid(1))) != qbx::StartOutcome::kRunning) return 0;
   return QApplication::exec();
 }

@@ -71,7 +71,9 @@ TEST(PatientSession, RefusesACallThatComesWhileAnotherIsWaitedFor) {
   std::unique_ptr<Session> session;
   const auto pump = [&] {
     ++server.pumps;
-    if (session) EXPECT_THROW((void)session->Execute(QStringLiteral("meanwhile")), DatabaseError);
+    if (session) {
+      EXPECT_THROW((void)session->Execute(QStringLiteral("meanwhile")), DatabaseError);
+    }
   };
   session = PatientSessions(server.Sessions(), pump)({}, {}, 5);
   (void)session->Execute(QStringLiteral("wait for it"));

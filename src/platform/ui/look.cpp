@@ -49,6 +49,22 @@ void Vehicles(QPainterPath& path) {
   path.addEllipse(QPointF(17, 17), 2.2, 2.2);
 }
 
+void Boats(QPainterPath& path) {
+  path.moveTo(2.5, 15.5);
+  path.lineTo(21.5, 15.5);
+  path.lineTo(18.5, 20);
+  path.lineTo(5.5, 20);
+  path.closeSubpath();
+  path.moveTo(11.5, 15.5);
+  path.lineTo(11.5, 3.5);
+  path.lineTo(18.5, 12.5);
+  path.lineTo(11.5, 12.5);
+  path.moveTo(9.5, 6.5);
+  path.lineTo(4.5, 12.5);
+  path.lineTo(9.5, 12.5);
+  path.closeSubpath();
+}
+
 void Logo(QPainterPath& path) {
   path.addRoundedRect(2, 5, 20, 14, 2, 2);
   path.moveTo(2.5, 6.5);
@@ -138,6 +154,8 @@ Stroke StrokeOf(Drawing drawing) {
       return Customers;
     case Drawing::kVehicles:
       return Vehicles;
+    case Drawing::kBoats:
+      return Boats;
     case Drawing::kCalendar:
       return Calendar;
     case Drawing::kNew:
@@ -193,10 +211,25 @@ class DrawnIconEngine : public QIconEngine {
   Drawing drawing_;
 };
 
+/// A value that is changed by scrolling past it is changed unseen.
+class WheelGuard : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::Wheel) return false;
+    const bool holdsValue =
+        qobject_cast<QComboBox*>(watched) != nullptr || qobject_cast<QAbstractSpinBox*>(watched) != nullptr;
+    if (!holdsValue || static_cast<QWidget*>(watched)->hasFocus()) return false;
+    event->ignore();  // so that it goes on to what can scroll
+    return true;
+  }
+};
+
 }  // namespace
 
 void ApplyLook() {
   QApplication::setStyle(QStringLiteral("Fusion"));
+  qApp->installEventFilter(new WheelGuard(qApp));
   qApp->setStyleSheet(QString::fromLatin1(kStyleSheet));
 }
 

@@ -7,9 +7,22 @@
 namespace qbx {
 
 /// The drawings of the program, lines in the text colour of the palette.
-enum class Drawing { kLogo, kInformation, kCustomers, kVehicles, kCalendar, kNew, kOpen, kSave, kRun, kRefresh };
+enum class Drawing {
+  kLogo,
+  kInformation,
+  kCustomers,
+  kVehicles,
+  kBoats,
+  kCalendar,
+  kNew,
+  kOpen,
+  kSave,
+  kRun,
+  kRefresh
+};
 
-/// Sets the style and the style sheet of the whole application. Colours come from the palette, so a dark one works.
+/// Sets the style and the style sheet of the whole application. Colours come from the palette, so a dark one works. A wheel that is turned
+/// over a list box or a number box which does not have the focus scrolls the page and leaves the value alone.
 void ApplyLook();
 
 /// A drawing at any size and scale, greyed by the style where a control is disabled.

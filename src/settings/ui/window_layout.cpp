@@ -8,11 +8,15 @@ namespace {
 
 constexpr int kTwipsPerPixel = 15;
 
+const QScreen* ScreenAt(const QPoint& point) {
+  const QScreen* screen = QGuiApplication::screenAt(point);
+  return screen != nullptr ? screen : QGuiApplication::primaryScreen();
+}
+
 /// The position moved and cut so that all of it lies on a screen; the screen is the one that holds its centre, otherwise the first.
 /// Its corner is that of the frame and its size that of the inside, as a window takes them: so none moves or grows from run to run.
 QRect OntoScreen(const QRect& wanted) {
-  const QScreen* screen = QGuiApplication::screenAt(wanted.center());
-  if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+  const QScreen* screen = ScreenAt(wanted.center());
   if (screen == nullptr) return wanted;
   const QRect room = screen->availableGeometry();
   QRect placed(wanted.topLeft(), wanted.size().boundedTo(room.size()));
@@ -24,6 +28,12 @@ QRect OntoScreen(const QRect& wanted) {
 }  // namespace
 
 void WindowLayout::RestoreWindow(QWidget& window, const QString& form) {
+  // A small screen, or a large scale, goes before what a window would like to have.
+  if (const QScreen* screen = ScreenAt({})) {
+    const QSize room = screen->availableSize();
+    window.setMinimumSize(window.minimumSize().boundedTo(room));
+    window.resize(window.size().boundedTo(room));
+  }
   const std::optional<WindowPosition> stored = registry_.LoadWindowPosition(form);
   if (!stored || stored->width <= 0) return;
   const QRect wanted(stored->left / kTwipsPerPixel, stored->top / kTwipsPerPixel, stored->width / kTwipsPerPixel,

@@ -37,6 +37,7 @@ QWidget* QueryPage::FirstControl() {
 }
 
 void QueryPage::BuildTree() {
+  const Drawing vehicles = App().startup.edition.boat ? Drawing::kBoats : Drawing::kVehicles;
   // Rows are measured when they are added; before the style sheet holds they would come out too low.
   ui_->tvQuery->ensurePolished();
   for (const QueryNode& node : QueryTree(App().startup.edition.boat)) {
@@ -45,7 +46,7 @@ void QueryPage::BuildTree() {
     item->setData(0, kIndexRole, node.index);
     nodes_.insert(node.index, item);
     if (node.parent != 0) continue;
-    item->setIcon(0, DrawnIcon(node.index == kCustomerGroup ? Drawing::kCustomers : Drawing::kVehicles));
+    item->setIcon(0, DrawnIcon(node.index == kCustomerGroup ? Drawing::kCustomers : vehicles));
     item->setExpanded(true);
   }
 }

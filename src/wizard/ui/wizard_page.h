@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QScopedValueRollback>
 #include <QWidget>
 #include <functional>
 
@@ -28,9 +29,8 @@ class WizardPage : public QWidget {
 
   /// Copies the state to the controls.
   void ShowState() {
-    showing_ = true;
+    const QScopedValueRollback<bool> showing(showing_, true);
     CopyState();
-    showing_ = false;
   }
   /// Another campaign was set up: forgets what the controls alone know. `ShowState` follows.
   virtual void CampaignSetUp() {}
@@ -40,6 +40,8 @@ class WizardPage : public QWidget {
   [[nodiscard]] virtual QWidget* FirstControl() = 0;
 
  protected:
+  /// Return and Enter press the button that has the focus, otherwise the page's default button.
+  void keyPressEvent(QKeyEvent* event) override;
   virtual void CopyState() = 0;
   /// The controls are being filled: what they signal is not the user's doing.
   [[nodiscard]] bool Showing() const { return showing_; }
