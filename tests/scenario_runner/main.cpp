@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QTemporaryFile>
 #include <cstdio>
 
 #include "batch.h"
@@ -21,8 +22,24 @@ void PrintUnlessNoise(QtMsgType type, const QMessageLogContext& context, const Q
   std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
 }
 
+/// Without a display: a screen as people have it, where nothing else was asked for.
+class OffscreenScreen {
+ public:
+  OffscreenScreen() {
+    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !file_.open()) return;
+    file_.write(R"({"screens": [{"name": "Desk", "x": 0, "y": 0, "width": 1920, "height": 1080,
+                                 "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1.0}]})");
+    file_.close();
+    qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + file_.fileName().toLocal8Bit());
+  }
+
+ private:
+  QTemporaryFile file_;
+};
+
 int RunHere(int argc, char** argv, const BatchSettings& settings) {
   qInstallMessageHandler(&PrintUnlessNoise);
+  const OffscreenScreen screen;
   qbx::SettleTimeZone();
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("marketing"));
@@ -35,7 +52,6 @@ int RunHere(int argc, char** argv, const BatchSettings& settings) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QStringList words;
   for (int i = 0; i < argc; ++i)
     words += QString::fromLocal8Bit(argv[i]);
