@@ -20,7 +20,7 @@ void NotYet(UserInterface& ui, const QString& what) {
 void FillRules(QComboBox& combo, const QStringList& rules) {
   combo.addItems(rules);
   combo.setCurrentIndex(-1);
-  combo.setPlaceholderText(QStringLiteral("(leave as it is)"));
+  combo.setPlaceholderText(QStringLiteral("(no change)"));
 }
 
 }  // namespace
