@@ -71,14 +71,21 @@ int main(int argc, char** argv) {
   const QCommandLineOption here(QStringLiteral("here"),
                                 QStringLiteral("Runs one file in this very process, for a debugger."));
   parser.addOptions({help, screenshots, limit, here});
-  if (!parser.parse(words) || parser.isSet(help) || parser.positionalArguments().isEmpty()) {
-    const QString problem = parser.errorText().isEmpty() ? QString() : parser.errorText() + QLatin1Char('\n');
-    std::fputs(qPrintable(problem + parser.helpText()), parser.isSet(help) ? stdout : stderr);
+  QString problem = parser.parse(words) ? QString() : parser.errorText();
+  bool isNumber = false;
+  const int seconds = parser.value(limit).toInt(&isNumber);
+  if (problem.isEmpty() && (!isNumber || seconds < 1))
+    problem = QStringLiteral("--time-limit takes a number of seconds.");
+  if (problem.isEmpty() && parser.positionalArguments().isEmpty()) problem = QStringLiteral("Name a scenario.");
+  if (parser.isSet(help) || !problem.isEmpty()) {
+    const QString text =
+        parser.helpText().replace(QLatin1String("<executable_name>"), QLatin1String("scenario_runner"));
+    std::fputs(qPrintable(parser.isSet(help) ? text : problem + QLatin1Char('\n') + text),
+               parser.isSet(help) ? stdout : stderr);
     return parser.isSet(help) ? 0 : 2;
   }
-  const BatchSettings settings{.files = parser.positionalArguments(),
-                               .screenshots = parser.value(screenshots),
-                               .timeLimitSeconds = parser.value(limit).toInt()};
+  const BatchSettings settings{
+      .files = parser.positionalArguments(), .screenshots = parser.value(screenshots), .timeLimitSeconds = seconds};
   if (parser.isSet(here)) return RunHere(argc, argv, settings);
   QCoreApplication application(argc, argv);
   return qbx::scenario::RunBatch(settings);

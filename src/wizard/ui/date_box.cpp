@@ -61,6 +61,7 @@ void DateBox::focusInEvent(QFocusEvent* event) {
 
 void DateBox::focusOutEvent(QFocusEvent* event) {
   if (Date().isValid()) setText(DateBoxText(Date()));
+  deselect();
   QLineEdit::focusOutEvent(event);
 }
 
