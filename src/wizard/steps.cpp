@@ -8,9 +8,7 @@ namespace qbx {
 
 namespace {
 
-constexpr int kLastStep = 2;
-constexpr int kResultsTab = 3;
-constexpr int kProcessTab = 5;
+constexpr int kLastStep = kResultsTab - 1;
 
 Message YesNoQuestion(const QString& text) {
   return {.text = text, .icon = MessageIcon::kQuestion, .buttons = MessageButtons::kYesNo};
@@ -18,12 +16,16 @@ Message YesNoQuestion(const QString& text) {
 
 }  // namespace
 
+bool WizardSteps::RunsQuery(int index) {
+  return index < kLastStep;
+}
+
 WizardSteps::WizardSteps(Parts parts, Diagnostics diagnostics) : parts_(std::move(parts)), diagnostics_(diagnostics) {}
 
 StepResult WizardSteps::NextStep(int index) {
   if (index < 0 || index > kLastStep) return {};
   LogClick(QStringLiteral("Clicked: Next(%1)"), index);
-  const bool runsQuery = index < kLastStep;
+  const bool runsQuery = RunsQuery(index);
   if (runsQuery && !MayRunQuery(index)) return {};
   WizardState& state = parts_.state;
   if (runsQuery && parts_.queries.ProcessQuery(index, false) != QueryOutcome::kDone) return {};

@@ -6,7 +6,6 @@
 #include "startup/back_up_database.h"
 #include "startup/ui/frmAbout.h"
 #include "ui_frmMain.h"
-#include "wizard/step_checks.h"
 #include "wizard/ui/command_guard.h"
 #include "wizard/ui/filter_page.h"
 #include "wizard/ui/process_page.h"
@@ -18,7 +17,6 @@ namespace qbx {
 namespace {
 
 constexpr char kFormName[] = "frmMain";
-constexpr int kProcessTab = 5;
 
 }  // namespace
 
@@ -168,8 +166,7 @@ void frmMain::RunCampaign() {
 void frmMain::Next(int index) {
   StepResult result;
   const auto step = [this, index, &result] { result = desk_.steps.NextStep(index); };
-  const bool runsQuery = index < 2;
-  runsQuery ? WithDatabase(step) : Guarded(step);
+  WizardSteps::RunsQuery(index) ? WithDatabase(step) : Guarded(step);
   Page(index).ShowState();
   Go(result);
 }
@@ -206,17 +203,17 @@ WizardPage& frmMain::Page(int index) {
                         .next = [this](int step) { Next(step); },
                         .back = [this](int step) { Back(step); },
                         .run = [this](const std::function<void()>& command) { WithDatabase(command); }};
-  switch (index) {
-    case 0:
+  switch (index + 1) {
+    case kQueryTab:
       page = new QueryPage(parts);
       break;
-    case 1:
+    case kFilterTab:
       page = new FilterPage(parts);
       break;
-    case 2:
+    case kResultsTab:
       page = new ResultsPage(parts);
       break;
-    case 3:
+    case kTemplatesTab:
       page = new TemplatesPage(parts);
       break;
     default:
