@@ -3,9 +3,9 @@
 namespace qbx {
 
 bool ResultEdits::MayEdit() {
-  const ReplaceGuard::Finding finding = parts_.guard.Look(parts_.campaign.record.ID);
-  if (finding.refusal) diagnostics_.ui.ShowMessage(*finding.refusal);
-  return !finding.refusal;
+  const std::optional<Message> refusal = parts_.guard.LookAtClaim(parts_.campaign.record.ID);
+  if (refusal) diagnostics_.ui.ShowMessage(*refusal);
+  return !refusal;
 }
 
 void ResultEdits::ClickCell(const QString& column, qint64 recordId) {
