@@ -35,7 +35,8 @@ struct ResultsPresentation {
 /// Reads and keeps the rows that the results grid shows.
 ///
 /// The grid binds to `Rows()` and is told by the two callbacks when these were read anew. No method throws: a failure
-/// is reported, and rows and counters stay what they were. Reading lets events run.
+/// is reported, and rows and counters stay what they were, but that rows of another campaign are given up. Reading lets
+/// events run.
 class ResultsView {
  public:
   /// The column that identifies a row.
@@ -53,7 +54,7 @@ class ResultsView {
   void OnRead(std::function<void()> callback) { read_ = std::move(callback); }
 
   /// Reads counters and rows of a campaign.
-  /// \return false on failure
+  /// \return false on failure; `Rows()` is closed then when it held another campaign's
   bool DisplayResults(int campaignId);
   /// Reads counters and rows of the same campaign again, in place: sort and recordset stay.
   bool RefreshResults();

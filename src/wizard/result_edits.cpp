@@ -1,9 +1,20 @@
 #include "wizard/result_edits.h"
 
 namespace qbx {
+namespace {
+
+Message OtherRowsMessage() {
+  return {.text = QStringLiteral("The results of this campaign have not been read, so nothing was changed.\r\rPlease "
+                                 "leave this page and open it again."),
+          .icon = MessageIcon::kExclamation};
+}
+
+}  // namespace
 
 bool ResultEdits::MayEdit() {
-  const std::optional<Message> refusal = parts_.guard.LookAtClaim(parts_.campaign.record.ID);
+  const int campaign = parts_.campaign.record.ID;
+  const std::optional<Message> refusal =
+      parts_.results.CampaignId() == campaign ? parts_.guard.LookAtClaim(campaign) : OtherRowsMessage();
   if (refusal) diagnostics_.ui.ShowMessage(*refusal);
   return !refusal;
 }

@@ -13,8 +13,8 @@
 
 namespace qbx {
 
-/// Changes to the rows of the current campaign. Each is refused, with a message, while a run sends the campaign: a flag flipped under its
-/// hands could undo its own mark. No method throws.
+/// Changes to the rows of the current campaign. Each is refused, with a message, while a run sends the campaign (a flag flipped under its
+/// hands could undo its own mark) and while the rows shown are another campaign's. No method throws.
 class ResultEdits {
  public:
   struct Parts {

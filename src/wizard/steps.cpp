@@ -29,12 +29,11 @@ StepResult WizardSteps::NextStep(int index) {
   if (runsQuery && !MayRunQuery(index)) return {};
   WizardState& state = parts_.state;
   if (runsQuery && parts_.queries.ProcessQuery(index, false) != QueryOutcome::kDone) return {};
+  const bool showsResults = index + 2 == kResultsTab;
+  if (showsResults && !parts_.results.DisplayResults(parts_.campaign.record.ID)) return {};
   state.bStepComplete[static_cast<size_t>(index) + 1] = true;
   StepResult result{.selectTab = index + 2};
-  if (index == 1) {
-    parts_.results.DisplayResults(parts_.campaign.record.ID);
-    result.notice = OptedOutNotice(state.filters, parts_.options.Only_Send_Comms_When_Opted_In);
-  }
+  if (showsResults) result.notice = OptedOutNotice(state.filters, parts_.options.Only_Send_Comms_When_Opted_In);
   return result;
 }
 
