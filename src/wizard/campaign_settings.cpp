@@ -126,6 +126,7 @@ void CampaignSettings::SetupCampaignData() {
   std::optional<QString> failure;
   const Statements::TellLossOnce once(statements_);
   try {
+    FollowRows();
     FillLists();
     const std::vector<int> outOfRange = CopyFromRecord(campaign_.record, state_);
     selection_.ShowNode(campaign_.record.CampaignTypeID);
@@ -162,17 +163,27 @@ bool CampaignSettings::SaveCampaignSettings(const std::function<void()>& save) {
   save();
   const int newId = campaign_.record.ID;
   if (newId < 1) return false;
-  bool rowsFollowed = true;
-  if (oldId < 0) {
-    rowsFollowed = statements_
-                       .dbExecute(QStringLiteral("UPDATE [Campaign Results] SET CampaignID = %1 WHERE CampaignID = %2")
-                                      .arg(newId)
-                                      .arg(oldId))
-                       .Ok();
-  }
-  if (newId != oldId && results_.CampaignId() == oldId) results_.FollowCampaign(newId);
+  const Statements::TellLossOnce once(statements_);
+  if (oldId < 0)
+    unfollowed_.push_back({.from = oldId, .to = newId});
+  else if (newId != oldId && results_.CampaignId() == oldId)
+    results_.FollowCampaign(newId);
+  const bool rowsFollowed = FollowRows();
+  if (!rowsFollowed) campaign_.CampaignChanged = true;  // there is still something to save
   FillCampaignList();
   return rowsFollowed;
+}
+
+bool CampaignSettings::FollowRows() {
+  std::erase_if(unfollowed_, [this](const Renumbering& rows) {
+    const QString sql = QStringLiteral("UPDATE [Campaign Results] SET CampaignID = %1 WHERE CampaignID = %2");
+    if (!statements_.dbExecute(sql.arg(rows.to).arg(rows.from)).Ok()) return false;
+    const int shown = results_.CampaignId();
+    if (shown == rows.from || shown == rows.to) results_.FollowCampaign(rows.to);
+    return true;
+  });
+  return std::none_of(unfollowed_.begin(), unfollowed_.end(),
+                      [this](const Renumbering& rows) { return rows.to == campaign_.record.ID; });
 }
 
 bool CampaignSettings::LoadCampaignSettings(const std::function<int()>& load) {
@@ -219,6 +230,8 @@ bool CampaignSettings::CloseRequest() {
                          .buttons = MessageButtons::kYesNo,
                          .defaultAnswer = MessageAnswer::kNo};
   if (diagnostics_.ui.ShowMessage(question) != MessageAnswer::kYes) return false;
+  const Statements::TellLossOnce once(statements_);
+  FollowRows();
   const int id = campaign_.record.ID;
   if (id < 0) statements_.dbExecute(QStringLiteral("DELETE FROM [Campaign Results] WHERE CampaignID = %1").arg(id));
   return true;

@@ -40,7 +40,7 @@ StepResult WizardSteps::NextStep(int index) {
 /// Rows that are being sent elsewhere stay; for rows of which something went out the user is asked.
 bool WizardSteps::MayReplaceRows() {
   // What the database could not give while it was away is fetched now that it may be back.
-  if (!parts_.storage.EnsureId()) return false;
+  if (!parts_.storage.EnsureId() || !parts_.settings.FollowRows()) return false;
   if (parts_.options.ReadFailed) parts_.loadOptions();
   const int campaign = parts_.campaign.record.ID;
   const ReplaceGuard::Finding finding = parts_.guard.Look(campaign);
@@ -106,11 +106,16 @@ StepResult WizardSteps::RunCampaign() {
 }
 
 void WizardSteps::TabOpened(int tab) {
-  if (tab == kResultsTab && parts_.resultsLog.ProcessResultsLogged) {
+  if (tab != kResultsTab && tab != kProcessTab) return;
+  const bool rowsFollowed = parts_.settings.FollowRows();
+  const int campaign = parts_.campaign.record.ID;
+  if (tab == kProcessTab) return parts_.counters.UpdateCounters(campaign);
+  if (!rowsFollowed) return;
+  if (parts_.results.CampaignId() != campaign || !parts_.results.Rows().IsOpen())
+    parts_.results.DisplayResults(campaign);  // it could not be read when the campaign was set up
+  else if (parts_.resultsLog.ProcessResultsLogged)
     parts_.results.RefreshResults();
-    parts_.resultsLog.ProcessResultsLogged = false;
-  }
-  if (tab == kProcessTab) parts_.counters.UpdateCounters(parts_.campaign.record.ID);
+  parts_.resultsLog.ProcessResultsLogged = false;
 }
 
 bool WizardSteps::ConfirmNewCampaign() {
