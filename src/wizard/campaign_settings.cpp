@@ -38,6 +38,10 @@ void CopyStoredDate(const QDateTime& stored, QDate& date) {
   if (stored.isValid() && stored.date().year() >= kEarliestStoredYear) date = stored.date();
 }
 
+QString DeletionOfRows(int campaignId) {
+  return QStringLiteral("DELETE FROM [Campaign Results] WHERE CampaignID = %1").arg(campaignId);
+}
+
 void CopyFilters(const CampaignRecord& record, Filters& filters, std::vector<int>& outOfRange) {
   for (size_t filter = 0; filter < std::size(kUseFields); ++filter)
     filters.chkFilter[filter] = record.*kUseFields[filter];
@@ -233,8 +237,20 @@ bool CampaignSettings::CloseRequest() {
   const Statements::TellLossOnce once(statements_);
   FollowRows();
   const int id = campaign_.record.ID;
-  if (id < 0) statements_.dbExecute(QStringLiteral("DELETE FROM [Campaign Results] WHERE CampaignID = %1").arg(id));
+  if (id < 0) statements_.dbExecute(DeletionOfRows(id));
   return true;
+}
+
+void CampaignSettings::Quit() {
+  const int id = campaign_.record.ID;
+  if (!campaign_.CampaignChanged || id >= 0) return;
+  Connection& connection = statements_.Shared();
+  try {
+    connection.ReopenIfLost();
+    connection.Driver().Execute(DeletionOfRows(id));
+  } catch (const DatabaseError& error) {
+    diagnostics_.log.WriteLog(QLatin1String("Quit: ") + error.Description());
+  }
 }
 
 }  // namespace qbx

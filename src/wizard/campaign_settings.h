@@ -63,6 +63,9 @@ class CampaignSettings {
   /// never saved.
   /// \return true when the program may close
   [[nodiscard]] bool CloseRequest();
+  /// The user has agreed to quit because the connection is lost: the same as a Yes to `CloseRequest`, without a question. A failure is
+  /// only logged.
+  void Quit();
 
  private:
   void FillLists();

@@ -285,7 +285,10 @@ void frmMain::BackUp() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
-  if (!boxes_.QuitRequested() && !desk_.settings.CloseRequest()) return event->ignore();
+  if (boxes_.QuitRequested())
+    desk_.settings.Quit();
+  else if (!desk_.settings.CloseRequest())
+    return event->ignore();
   layout_.SaveWindow(*this, QString::fromLatin1(kFormName));
   for (WizardPage* page : pages_) {
     if (page != nullptr) page->WindowCloses();
