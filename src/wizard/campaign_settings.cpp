@@ -133,6 +133,8 @@ void CampaignSettings::SetupCampaignData() {
     FollowRows();
     FillLists();
     const std::vector<int> outOfRange = CopyFromRecord(campaign_.record, state_);
+    const QString uncounted = QStringLiteral("Records found: ");
+    state_.lblRecords = {uncounted, uncounted};
     selection_.ShowNode(campaign_.record.CampaignTypeID);
     if (!outOfRange.empty())
       failure = QStringLiteral("The condition of filter %1 is not one of its list.").arg(outOfRange.front());

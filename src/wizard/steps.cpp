@@ -89,9 +89,9 @@ void WizardSteps::StartNewCampaign() {
   WizardState& state = parts_.state;
   diagnostics_.ui.SetBusy(true);
   parts_.storage.InitialiseCampaign();
-  state.lblRecords = {QStringLiteral("Records found:"), QStringLiteral("Records found:")};
   state.lstMakesSelected.assign(state.lstMakes.size(), false);
   parts_.settings.SetupCampaignData();
+  state.lblRecords = {QStringLiteral("Records found:"), QStringLiteral("Records found:")};
   state.options.dteDate = {};
   diagnostics_.ui.SetBusy(false);
 }
