@@ -19,12 +19,20 @@ bool ResultEdits::MayEdit() {
   return !refusal;
 }
 
+/// Options that could not be read before are read again first.
+bool ResultEdits::ConsentKnown() {
+  if (parts_.options.ReadFailed) parts_.loadOptions();
+  if (!parts_.options.ReadFailed) return true;
+  diagnostics_.ui.ShowMessage({.text = QString::fromLatin1(kOptionsUnreadText), .icon = MessageIcon::kExclamation});
+  return false;
+}
+
 void ResultEdits::ClickCell(const QString& column, qint64 recordId) {
   if (ResultFlags::IsFlag(column) && MayEdit()) parts_.flags.ClickCell(column, recordId);
 }
 
 bool ResultEdits::ApplySendMethods(const SendMethods& methods) {
-  if (!MayEdit()) return false;
+  if (!MayEdit() || !ConsentKnown()) return false;
   const int campaign = parts_.campaign.record.ID;
   SetSendMethods(parts_.statements, methods, campaign, parts_.options);
   parts_.results.DisplayResults(campaign);

@@ -39,15 +39,15 @@ StepResult WizardSteps::NextStep(int index) {
 
 /// Rows that are being sent elsewhere stay; for rows of which something went out the user is asked.
 bool WizardSteps::MayReplaceRows() {
-  // What the database could not give while it was away is fetched now that it may be back.
   if (!parts_.storage.EnsureId() || !parts_.settings.FollowRows()) return false;
-  if (parts_.options.ReadFailed) parts_.loadOptions();
   const int campaign = parts_.campaign.record.ID;
   const ReplaceGuard::Finding finding = parts_.guard.Look(campaign);
   if (finding.refusal) {
     diagnostics_.ui.ShowMessage(*finding.refusal);
     return false;
   }
+  // What could not be read while the database was away is fetched now that it is back.
+  if (parts_.options.ReadFailed) parts_.loadOptions();
   parts_.counters.UpdateCounters(campaign);
   if (parts_.counters.Values().Sent() == 0 && !finding.messagesOnRecord) return true;
   return diagnostics_.ui.ShowMessage(ResetProcessedQuestion()) == MessageAnswer::kYes;
@@ -89,6 +89,8 @@ void WizardSteps::StartNewCampaign() {
   WizardState& state = parts_.state;
   diagnostics_.ui.SetBusy(true);
   parts_.storage.InitialiseCampaign();
+  const bool databaseAnswers = parts_.campaign.record.ID != 0;
+  if (parts_.options.ReadFailed && databaseAnswers) parts_.loadOptions();
   state.lstMakesSelected.assign(state.lstMakes.size(), false);
   parts_.settings.SetupCampaignData();
   state.lblRecords = {QStringLiteral("Records found:"), QStringLiteral("Records found:")};
