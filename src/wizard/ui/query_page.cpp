@@ -65,8 +65,10 @@ void QueryPage::ConnectControls() {
           [this](const QString& text) { Edited(State().options.txtCriteriaStart, text); });
   connect(ui_->txtMakes, &QLineEdit::textEdited, this,
           [this](const QString& text) { Edited(State().options.txtMakes, text); });
-  connect(ui_->cmbType, &QComboBox::currentTextChanged, this,
-          [this](const QString& text) { Edited(State().options.cmbType, text); });
+  // Not stored, so no change of the campaign.
+  connect(ui_->cmbType, &QComboBox::currentTextChanged, this, [this](const QString& text) {
+    if (!Showing()) State().options.cmbType = text;
+  });
   connect(ui_->cmbReminder, &QComboBox::currentIndexChanged, this, [this](int position) {
     if (Showing()) return;
     State().options.cmbReminder = position;
