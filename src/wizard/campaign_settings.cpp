@@ -93,6 +93,7 @@ std::vector<int> CopyFromRecord(const CampaignRecord& record, WizardState& state
   QueryOptions& options = state.options;
   CopyStoredDate(record.Date1, options.dteDate[0]);
   CopyStoredDate(record.Date2, options.dteDate[1]);
+  options.dteDateHasText = {};
   options.FromDateText.clear();
   options.ToDateText.clear();
   options.cmbType.clear();

@@ -55,7 +55,8 @@ void QueryPage::ConnectControls() {
   // The current item is another matter: the focus alone moves it to the first node.
   connect(ui_->tvQuery, &QTreeWidget::itemSelectionChanged, this, [this] {
     const QList<QTreeWidgetItem*> chosen = ui_->tvQuery->selectedItems();
-    if (Showing() || chosen.isEmpty()) return;
+    if (Showing()) return;
+    if (chosen.isEmpty()) return ShowState();  // its options stay, so the query stays chosen
     Desk().selection.NodeClick(chosen.constFirst()->data(0, kIndexRole).toInt());
     ShowState();
   });
@@ -86,6 +87,7 @@ void QueryPage::ConnectControls() {
   for (size_t i = 0; i < std::size(boxes); ++i) {
     boxes[i]->OnEdited([this, i, box = boxes[i]] {
       State().options.dteDate[i] = box->Date();
+      State().options.dteDateHasText[i] = !box->text().trimmed().isEmpty();
       Desk().selection.Changed();
     });
   }
