@@ -157,6 +157,7 @@ void frmMain::SaveCampaign() {
 }
 
 void frmMain::RunCampaign() {
+  const Statements::TellLossOnce once(app_.statements);
   StepResult result;
   WithDatabase([this, &result] { result = desk_.steps.RunCampaign(); });
   Go(result);
@@ -164,6 +165,7 @@ void frmMain::RunCampaign() {
 }
 
 void frmMain::Next(int index) {
+  const Statements::TellLossOnce once(app_.statements);
   StepResult result;
   const auto step = [this, index, &result] { result = desk_.steps.NextStep(index); };
   WizardSteps::RunsQuery(index) ? WithDatabase(step) : Guarded(step);
@@ -177,8 +179,13 @@ void frmMain::Back(int index) {
 
 void frmMain::Go(const StepResult& result) {
   if (!result.Moved()) return;
-  ui_->ssTabMain->setCurrentIndex(result.selectTab - 1);
+  SelectTab(result.selectTab);
   if (result.notice) boxes_.ShowMessage(*result.notice);
+}
+
+void frmMain::SelectTab(int tab) {
+  const int index = tab - 1;
+  ui_->ssTabMain->currentIndex() == index ? TabOpened(index) : ui_->ssTabMain->setCurrentIndex(index);
 }
 
 void frmMain::TabOpened(int index) {
@@ -238,7 +245,7 @@ void frmMain::ShowCampaign() {
     if (page != nullptr) page->CampaignSetUp();
   }
   ShowPages();
-  ui_->ssTabMain->currentIndex() == 0 ? TabOpened(0) : ui_->ssTabMain->setCurrentIndex(0);
+  SelectTab(kQueryTab);
   ShowCaption();
 }
 

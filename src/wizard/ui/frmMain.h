@@ -54,6 +54,8 @@ class frmMain : public QMainWindow {
   void WithDatabase(const std::function<void()>& command);
 
   void Go(const StepResult& result);
+  /// Opens a tab, by its number, and shows it anew when it is open already.
+  void SelectTab(int tab);
   void TabOpened(int index);
   WizardPage& Page(int index);
   /// Shows the wizard instead of the start panel.
