@@ -10,10 +10,10 @@ namespace qbx {
 namespace {
 
 Message UnknownMessage(const DatabaseError& error) {
-  return {.text = QStringLiteral(
-                      "It could not be told whether this campaign is being sent, so nothing was changed.\r\r") +
-                  error.Description(),
-          .icon = MessageIcon::kExclamation};
+  return {
+      .text = QStringLiteral("It could not be told whether this campaign is being sent, so nothing was changed.\r\r") +
+              error.Description(),
+      .icon = MessageIcon::kExclamation};
 }
 
 }  // namespace

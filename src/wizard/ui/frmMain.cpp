@@ -174,7 +174,10 @@ void frmMain::Next(int index) {
 }
 
 void frmMain::Back(int index) {
-  Go(desk_.steps.BackStep(index));
+  const Statements::TellLossOnce once(app_.statements);
+  StepResult result;
+  Guarded([this, index, &result] { result = desk_.steps.BackStep(index); });
+  Go(result);
 }
 
 void frmMain::Go(const StepResult& result) {
@@ -193,7 +196,7 @@ void frmMain::TabOpened(int index) {
   WizardPage& page = Page(index);
   {
     const Statements::TellLossOnce once(app_.statements);
-    desk_.steps.TabOpened(index + 1);
+    Guarded([this, index] { desk_.steps.TabOpened(index + 1); });
     page.ShowState();
   }
   if (!ui_->ssTabMain->tabBar()->hasFocus()) page.FirstControl()->setFocus();
@@ -209,6 +212,7 @@ WizardPage& frmMain::Page(int index) {
                         .desk = desk_,
                         .next = [this](int step) { Next(step); },
                         .back = [this](int step) { Back(step); },
+                        .guarded = [this](const std::function<void()>& command) { Guarded(command); },
                         .run = [this](const std::function<void()>& command) { WithDatabase(command); }};
   switch (index + 1) {
     case kQueryTab:

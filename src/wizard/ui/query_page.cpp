@@ -57,7 +57,8 @@ void QueryPage::ConnectControls() {
     const QList<QTreeWidgetItem*> chosen = ui_->tvQuery->selectedItems();
     if (Showing()) return;
     if (chosen.isEmpty()) return ShowState();  // its options stay, so the query stays chosen
-    Desk().selection.NodeClick(chosen.constFirst()->data(0, kIndexRole).toInt());
+    const int node = chosen.constFirst()->data(0, kIndexRole).toInt();
+    Guarded([this, node] { Desk().selection.NodeClick(node); });
     ShowState();
   });
   connect(ui_->txtCriteria, &QLineEdit::textEdited, this,
