@@ -39,6 +39,7 @@ bool ResultsView::DisplayResults(int campaignId) {
   if (!read && campaignId == campaignId_) return false;
   rows_ = std::move(rows);
   campaignId_ = campaignId;
+  outOfDate_ = false;
   if (read_) read_();
   if (displayed_) displayed_();
   return read;
@@ -72,6 +73,7 @@ bool ResultsView::RefreshResults() {
   const auto requery = [this, &read] {
     rows_.Requery();
     read = true;
+    outOfDate_ = false;
   };
   try {
     if (refresh_)

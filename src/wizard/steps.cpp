@@ -28,7 +28,10 @@ StepResult WizardSteps::NextStep(int index) {
   const bool runsQuery = RunsQuery(index);
   if (runsQuery && !MayRunQuery(index)) return {};
   WizardState& state = parts_.state;
-  if (runsQuery && parts_.queries.ProcessQuery(index, false) != QueryOutcome::kDone) return {};
+  if (runsQuery) {
+    if (parts_.queries.ProcessQuery(index, false) != QueryOutcome::kDone) return {};
+    parts_.results.RowsReplaced();
+  }
   const bool showsResults = index + 2 == kResultsTab;
   if (showsResults && !parts_.results.DisplayResults(parts_.campaign.record.ID)) return {};
   state.bStepComplete[static_cast<size_t>(index) + 1] = true;
@@ -82,7 +85,9 @@ bool WizardSteps::Refresh() {
     return false;
   }
   if (!MayReplaceRows()) return false;
-  return parts_.queries.Refresh() == QueryOutcome::kDone;
+  if (parts_.queries.Refresh() != QueryOutcome::kDone) return false;
+  parts_.results.RowsReplaced();
+  return true;
 }
 
 void WizardSteps::StartNewCampaign() {
@@ -113,8 +118,8 @@ void WizardSteps::TabOpened(int tab) {
   const int campaign = parts_.campaign.record.ID;
   if (tab == kProcessTab) return parts_.counters.UpdateCounters(campaign);
   if (!rowsFollowed) return;
-  if (parts_.results.CampaignId() != campaign || !parts_.results.Rows().IsOpen())
-    parts_.results.DisplayResults(campaign);  // it could not be read when the campaign was set up
+  if (parts_.results.OutOfDate(campaign))
+    parts_.results.DisplayResults(campaign);
   else if (parts_.resultsLog.ProcessResultsLogged)
     parts_.results.RefreshResults();
   parts_.resultsLog.ProcessResultsLogged = false;
