@@ -102,7 +102,7 @@ Statements::ExecuteResult Statements::dbExecute(const QString& sql, bool returnR
       diagnostics_.log.WriteLog(QLatin1String("dbExecute Error - ") + sql);
       if (mayReopen && IsLost(target, error)) {
         if (reopens < kReopensOfExecute) continue;
-        ShowConnectionProblem();
+        if (lossTold_ == nullptr) ShowConnectionProblem();  // told once, it is told by what follows
       }
       Report(target, "dbExecute", sql, error);
       return {.records = {}, .errorNumber = error.Number() != 0 ? error.Number() : kUnspecifiedError};

@@ -7,28 +7,44 @@
 #include "dispatch/send_journal.h"
 
 namespace qbx {
+namespace {
+
+Message UnknownMessage(const DatabaseError& error) {
+  return {
+      .text = QStringLiteral("It could not be told whether this campaign is being sent, so nothing was changed.\r\r") +
+              error.Description(),
+      .icon = MessageIcon::kExclamation};
+}
+
+}  // namespace
 
 ReplaceGuard::ReplaceGuard(Connection& connection, const HostInfo& host, Diagnostics diagnostics)
     : connection_(connection), host_(host), diagnostics_(diagnostics) {}
 
 ReplaceGuard::Finding ReplaceGuard::Look(int campaignId) {
   Finding finding;
+  finding.refusal = LookAtClaim(campaignId);
+  if (finding.refusal) return finding;
   try {
-    if (connection_.ReopenIfLost()) diagnostics_.log.WriteLog(QStringLiteral("No DB Connection - reconnecting"));
-    CampaignClaim claim(connection_, host_, diagnostics_.clock, {});
-    if (const std::optional<ClaimHolder> holder = claim.HeldBy(campaignId)) finding.refusal = ClaimedMessage(*holder);
     const QHash<qint64, JournalEntry> entries = SendJournal(connection_, {}).Read(campaignId);
     finding.messagesOnRecord = std::any_of(entries.begin(), entries.end(), [](const JournalEntry& entry) {
       return entry.InDoubt() || entry.Any(JournalState::kSent);
     });
   } catch (const DatabaseError& error) {
-    finding.refusal =
-        Message{.text = QStringLiteral("It could not be told whether this campaign is being sent, so nothing was "
-                                       "changed.\r\r") +
-                        error.Description(),
-                .icon = MessageIcon::kExclamation};
+    finding.refusal = UnknownMessage(error);
   }
   return finding;
+}
+
+std::optional<Message> ReplaceGuard::LookAtClaim(int campaignId) {
+  try {
+    if (connection_.ReopenIfLost()) diagnostics_.log.WriteLog(QStringLiteral("No DB Connection - reconnecting"));
+    CampaignClaim claim(connection_, host_, diagnostics_.clock, {});
+    if (const std::optional<ClaimHolder> holder = claim.HeldBy(campaignId)) return ClaimedMessage(*holder);
+    return std::nullopt;
+  } catch (const DatabaseError& error) {
+    return UnknownMessage(error);
+  }
 }
 
 }  // namespace qbx

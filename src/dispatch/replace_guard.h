@@ -19,8 +19,10 @@ class ReplaceGuard {
     std::optional<Message> refusal = {};  ///< somebody else is sending the campaign, or it could not be told
     bool messagesOnRecord = false;        ///< messages went out, or may have gone out
   };
-  /// Never throws.
+  /// Never throws. After a refusal what went out was not looked at.
   [[nodiscard]] Finding Look(int campaignId);
+  /// The refusal alone, without reading what went out: for a change of single rows. Never throws.
+  [[nodiscard]] std::optional<Message> LookAtClaim(int campaignId);
 
  private:
   Connection& connection_;

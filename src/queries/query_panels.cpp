@@ -32,7 +32,7 @@ void ShowLapsed(QueryPanels& panels, QueryOptions& options, const QDate& today) 
   panels.lblOptionsExample = QLatin1String("For Customers not seen in the last 6 months, set the Start to be ") +
                              today.toString(format) + QLatin1String(" and the Last Seen Start Date to be ") +
                              start.toString(format);
-  if (!options.dteDate[0].isValid()) options.dteDate = {today, start};
+  if (!options.dteDate[0].isValid() && !options.dteDateHasText[0]) options.dteDate = {today, start};
 }
 
 void ShowPanelsOf(int query, QueryPanels& panels, QueryOptions& options, const QDate& today) {

@@ -42,7 +42,7 @@ struct QueryPanels {
 /// What is shown while no node is selected.
 [[nodiscard]] QueryPanels NoQueryPanels();
 
-/// What is shown for a query. For "LAPSED CUSTOMERS" with an empty From date the dates are set as well: today, and six
+/// What is shown for a query. For "LAPSED CUSTOMERS" with an empty From box the dates are set as well: today, and six
 /// calendar months before.
 /// \param queryKey  key of the node in upper case; an unknown one shows what is shown for no node
 [[nodiscard]] QueryPanels ShowQueryOptions(const QString& queryKey, QueryOptions& options, bool boatEdition,

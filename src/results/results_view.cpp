@@ -34,12 +34,15 @@ ResultsView::ResultsView(Statements& statements, Counters& counters, Diagnostics
 bool ResultsView::DisplayResults(int campaignId) {
   counters_.UpdateCounters(campaignId);
   Recordset rows;
-  if (!ReadRows(RowsOf(campaignId), rows)) return false;
+  const bool read = ReadRows(RowsOf(campaignId), rows);
+  // The rows of the same campaign stay; those of another one would pass for its own.
+  if (!read && campaignId == campaignId_) return false;
   rows_ = std::move(rows);
   campaignId_ = campaignId;
+  outOfDate_ = false;
   if (read_) read_();
   if (displayed_) displayed_();
-  return true;
+  return read;
 }
 
 /// Reads on the database thread, so that a long list does not freeze the window. What fails there is tried once more as
@@ -70,6 +73,7 @@ bool ResultsView::RefreshResults() {
   const auto requery = [this, &read] {
     rows_.Requery();
     read = true;
+    outOfDate_ = false;
   };
   try {
     if (refresh_)

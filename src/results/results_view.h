@@ -35,7 +35,8 @@ struct ResultsPresentation {
 /// Reads and keeps the rows that the results grid shows.
 ///
 /// The grid binds to `Rows()` and is told by the two callbacks when these were read anew. No method throws: a failure
-/// is reported, and rows and counters stay what they were. Reading lets events run.
+/// is reported, and rows and counters stay what they were, but that rows of another campaign are given up. Reading lets
+/// events run.
 class ResultsView {
  public:
   /// The column that identifies a row.
@@ -52,8 +53,15 @@ class ResultsView {
   /// Called whenever rows or their flags may have changed: what was worked out from them is out of date.
   void OnRead(std::function<void()> callback) { read_ = std::move(callback); }
 
+  /// A query has replaced the rows of the campaign in the database: those shown are out of date until they are read again.
+  void RowsReplaced() { outOfDate_ = true; }
+  /// The rows shown are not the campaign's: they were replaced, or could not be read.
+  [[nodiscard]] bool OutOfDate(int campaignId) const {
+    return outOfDate_ || campaignId != campaignId_ || !rows_.IsOpen();
+  }
+
   /// Reads counters and rows of a campaign.
-  /// \return false on failure
+  /// \return false on failure; `Rows()` is closed then when it held another campaign's
   bool DisplayResults(int campaignId);
   /// Reads counters and rows of the same campaign again, in place: sort and recordset stay.
   bool RefreshResults();
@@ -78,6 +86,7 @@ class ResultsView {
   Diagnostics diagnostics_;
   Recordset rows_;
   int campaignId_ = 0;
+  bool outOfDate_ = false;
   std::function<void()> read_;
   std::function<void()> displayed_;
   std::function<void(const std::function<void()>&)> refresh_;

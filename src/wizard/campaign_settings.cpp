@@ -38,6 +38,10 @@ void CopyStoredDate(const QDateTime& stored, QDate& date) {
   if (stored.isValid() && stored.date().year() >= kEarliestStoredYear) date = stored.date();
 }
 
+QString DeletionOfRows(int campaignId) {
+  return QStringLiteral("DELETE FROM [Campaign Results] WHERE CampaignID = %1").arg(campaignId);
+}
+
 void CopyFilters(const CampaignRecord& record, Filters& filters, std::vector<int>& outOfRange) {
   for (size_t filter = 0; filter < std::size(kUseFields); ++filter)
     filters.chkFilter[filter] = record.*kUseFields[filter];
@@ -89,6 +93,7 @@ std::vector<int> CopyFromRecord(const CampaignRecord& record, WizardState& state
   QueryOptions& options = state.options;
   CopyStoredDate(record.Date1, options.dteDate[0]);
   CopyStoredDate(record.Date2, options.dteDate[1]);
+  options.dteDateHasText = {};
   options.FromDateText.clear();
   options.ToDateText.clear();
   options.cmbType.clear();
@@ -126,8 +131,11 @@ void CampaignSettings::SetupCampaignData() {
   std::optional<QString> failure;
   const Statements::TellLossOnce once(statements_);
   try {
+    FollowRows();
     FillLists();
     const std::vector<int> outOfRange = CopyFromRecord(campaign_.record, state_);
+    const QString uncounted = QStringLiteral("Records found: ");
+    state_.lblRecords = {uncounted, uncounted};
     selection_.ShowNode(campaign_.record.CampaignTypeID);
     if (!outOfRange.empty())
       failure = QStringLiteral("The condition of filter %1 is not one of its list.").arg(outOfRange.front());
@@ -162,17 +170,27 @@ bool CampaignSettings::SaveCampaignSettings(const std::function<void()>& save) {
   save();
   const int newId = campaign_.record.ID;
   if (newId < 1) return false;
-  bool rowsFollowed = true;
-  if (oldId < 0) {
-    rowsFollowed = statements_
-                       .dbExecute(QStringLiteral("UPDATE [Campaign Results] SET CampaignID = %1 WHERE CampaignID = %2")
-                                      .arg(newId)
-                                      .arg(oldId))
-                       .Ok();
-  }
-  if (newId != oldId && results_.CampaignId() == oldId) results_.FollowCampaign(newId);
+  const Statements::TellLossOnce once(statements_);
+  if (oldId < 0)
+    unfollowed_.push_back({.from = oldId, .to = newId});
+  else if (newId != oldId && results_.CampaignId() == oldId)
+    results_.FollowCampaign(newId);
+  const bool rowsFollowed = FollowRows();
+  if (!rowsFollowed) campaign_.CampaignChanged = true;  // there is still something to save
   FillCampaignList();
   return rowsFollowed;
+}
+
+bool CampaignSettings::FollowRows() {
+  std::erase_if(unfollowed_, [this](const Renumbering& rows) {
+    const QString sql = QStringLiteral("UPDATE [Campaign Results] SET CampaignID = %1 WHERE CampaignID = %2");
+    if (!statements_.dbExecute(sql.arg(rows.to).arg(rows.from)).Ok()) return false;
+    const int shown = results_.CampaignId();
+    if (shown == rows.from || shown == rows.to) results_.FollowCampaign(rows.to);
+    return true;
+  });
+  return std::none_of(unfollowed_.begin(), unfollowed_.end(),
+                      [this](const Renumbering& rows) { return rows.to == campaign_.record.ID; });
 }
 
 bool CampaignSettings::LoadCampaignSettings(const std::function<int()>& load) {
@@ -219,9 +237,23 @@ bool CampaignSettings::CloseRequest() {
                          .buttons = MessageButtons::kYesNo,
                          .defaultAnswer = MessageAnswer::kNo};
   if (diagnostics_.ui.ShowMessage(question) != MessageAnswer::kYes) return false;
+  const Statements::TellLossOnce once(statements_);
+  FollowRows();
   const int id = campaign_.record.ID;
-  if (id < 0) statements_.dbExecute(QStringLiteral("DELETE FROM [Campaign Results] WHERE CampaignID = %1").arg(id));
+  if (id < 0) statements_.dbExecute(DeletionOfRows(id));
   return true;
+}
+
+void CampaignSettings::Quit() {
+  const int id = campaign_.record.ID;
+  if (!campaign_.CampaignChanged || id >= 0) return;
+  Connection& connection = statements_.Shared();
+  try {
+    connection.ReopenIfLost();
+    connection.Driver().Execute(DeletionOfRows(id));
+  } catch (const DatabaseError& error) {
+    diagnostics_.log.WriteLog(QLatin1String("Quit: ") + error.Description());
+  }
 }
 
 }  // namespace qbx

@@ -40,9 +40,14 @@ class CampaignSettings {
 
   /// Copies the wizard into the record and has it saved.
   /// \param save  opens the campaign manager (or saves without one) and returns when that is done
-  /// \return false when the campaign still has no permanent ID; otherwise the results of a temporary campaign were
-  /// given the new one
+  /// \return true when the campaign is stored and its results carry its number; false when it still has no permanent ID,
+  /// or when its results could not be given it (reported; it counts as changed then, see `FollowRows`)
   bool SaveCampaignSettings(const std::function<void()>& save);
+
+  /// Gives rows the permanent number of their campaign that a save could not give them. Tried again before anything
+  /// that reads or replaces them.
+  /// \return false when rows of the current campaign still have their old number (reported)
+  bool FollowRows();
 
   /// \param load  opens the campaign manager (or loads without one) and returns the ID of the campaign loaded into the
   ///              record, below 1: none
@@ -58,10 +63,19 @@ class CampaignSettings {
   /// never saved.
   /// \return true when the program may close
   [[nodiscard]] bool CloseRequest();
+  /// The user has agreed to quit because the connection is lost: the same as a Yes to `CloseRequest`, without a question. A failure is
+  /// only logged.
+  void Quit();
 
  private:
   void FillLists();
   void FillCampaignList();
+
+  /// Rows whose campaign was stored under another number than theirs.
+  struct Renumbering {
+    int from;
+    int to;
+  };
 
   Statements& statements_;
   CurrentCampaign& campaign_;
@@ -70,6 +84,7 @@ class CampaignSettings {
   ResultsView& results_;
   const Options& options_;
   Diagnostics diagnostics_;
+  std::vector<Renumbering> unfollowed_;
 };
 
 }  // namespace qbx

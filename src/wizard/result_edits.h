@@ -2,6 +2,9 @@
 
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "campaigns/campaign_record.h"
 #include "database/statements.h"
 #include "diagnostics/diagnostics.h"
@@ -13,8 +16,8 @@
 
 namespace qbx {
 
-/// Changes to the rows of the current campaign. Each is refused, with a message, while a run sends the campaign: a flag flipped under its
-/// hands could undo its own mark. No method throws.
+/// Changes to the rows of the current campaign. Each is refused, with a message, while a run sends the campaign (a flag flipped under its
+/// hands could undo its own mark) and while the rows shown are another campaign's. No method throws.
 class ResultEdits {
  public:
   struct Parts {
@@ -24,8 +27,9 @@ class ResultEdits {
     ResultFlags& flags;
     ResultsView& results;
     const Options& options;
+    std::function<void()> loadOptions;  ///< reads the company's options again
   };
-  ResultEdits(const Parts& parts, Diagnostics diagnostics) : parts_(parts), diagnostics_(diagnostics) {}
+  ResultEdits(Parts parts, Diagnostics diagnostics) : parts_(std::move(parts)), diagnostics_(diagnostics) {}
 
   /// \return false when the rows may not be changed now; the user was told
   [[nodiscard]] bool MayEdit();
@@ -34,10 +38,12 @@ class ResultEdits {
   void ClickCell(const QString& column, qint64 recordId);
 
   /// Applies the rules to every row and shows the results anew.
-  /// \return false when it was refused; a rule that failed was reported, and those before it stay
+  /// \return false when it was refused, by `MayEdit` or since the options could not be read (the user was told); a rule that failed was reported, and those before it stay
   bool ApplySendMethods(const SendMethods& methods);
 
  private:
+  [[nodiscard]] bool ConsentKnown();
+
   Parts parts_;
   Diagnostics diagnostics_;
 };

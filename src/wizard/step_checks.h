@@ -13,8 +13,9 @@
 
 namespace qbx {
 
-/// Number of tabs of the wizard, counted from 1.
-inline constexpr int kTabCount = 5;
+/// The tabs of the wizard by number. "Next >" and "< Back" of a tab are known by its number less one.
+enum WizardTab : int { kQueryTab = 1, kFilterTab, kResultsTab, kTemplatesTab, kProcessTab };
+inline constexpr int kTabCount = kProcessTab;
 /// \param tab  1 to 5
 [[nodiscard]] QString TabCaption(int tab);
 

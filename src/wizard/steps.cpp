@@ -8,9 +8,7 @@ namespace qbx {
 
 namespace {
 
-constexpr int kLastStep = 2;
-constexpr int kResultsTab = 3;
-constexpr int kProcessTab = 5;
+constexpr int kLastStep = kResultsTab - 1;
 
 Message YesNoQuestion(const QString& text) {
   return {.text = text, .icon = MessageIcon::kQuestion, .buttons = MessageButtons::kYesNo};
@@ -18,35 +16,41 @@ Message YesNoQuestion(const QString& text) {
 
 }  // namespace
 
+bool WizardSteps::RunsQuery(int index) {
+  return index < kLastStep;
+}
+
 WizardSteps::WizardSteps(Parts parts, Diagnostics diagnostics) : parts_(std::move(parts)), diagnostics_(diagnostics) {}
 
 StepResult WizardSteps::NextStep(int index) {
   if (index < 0 || index > kLastStep) return {};
   LogClick(QStringLiteral("Clicked: Next(%1)"), index);
-  const bool runsQuery = index < kLastStep;
+  const bool runsQuery = RunsQuery(index);
   if (runsQuery && !MayRunQuery(index)) return {};
   WizardState& state = parts_.state;
-  if (runsQuery && parts_.queries.ProcessQuery(index, false) != QueryOutcome::kDone) return {};
+  if (runsQuery) {
+    if (parts_.queries.ProcessQuery(index, false) != QueryOutcome::kDone) return {};
+    parts_.results.RowsReplaced();
+  }
+  const bool showsResults = index + 2 == kResultsTab;
+  if (showsResults && !parts_.results.DisplayResults(parts_.campaign.record.ID)) return {};
   state.bStepComplete[static_cast<size_t>(index) + 1] = true;
   StepResult result{.selectTab = index + 2};
-  if (index == 1) {
-    parts_.results.DisplayResults(parts_.campaign.record.ID);
-    result.notice = OptedOutNotice(state.filters, parts_.options.Only_Send_Comms_When_Opted_In);
-  }
+  if (showsResults) result.notice = OptedOutNotice(state.filters, parts_.options.Only_Send_Comms_When_Opted_In);
   return result;
 }
 
 /// Rows that are being sent elsewhere stay; for rows of which something went out the user is asked.
 bool WizardSteps::MayReplaceRows() {
-  // What the database could not give while it was away is fetched now that it may be back.
-  if (!parts_.storage.EnsureId()) return false;
-  if (parts_.options.ReadFailed) parts_.loadOptions();
+  if (!parts_.storage.EnsureId() || !parts_.settings.FollowRows()) return false;
   const int campaign = parts_.campaign.record.ID;
   const ReplaceGuard::Finding finding = parts_.guard.Look(campaign);
   if (finding.refusal) {
     diagnostics_.ui.ShowMessage(*finding.refusal);
     return false;
   }
+  // What could not be read while the database was away is fetched now that it is back.
+  if (parts_.options.ReadFailed) parts_.loadOptions();
   parts_.counters.UpdateCounters(campaign);
   if (parts_.counters.Values().Sent() == 0 && !finding.messagesOnRecord) return true;
   return diagnostics_.ui.ShowMessage(ResetProcessedQuestion()) == MessageAnswer::kYes;
@@ -81,16 +85,20 @@ bool WizardSteps::Refresh() {
     return false;
   }
   if (!MayReplaceRows()) return false;
-  return parts_.queries.Refresh() == QueryOutcome::kDone;
+  if (parts_.queries.Refresh() != QueryOutcome::kDone) return false;
+  parts_.results.RowsReplaced();
+  return true;
 }
 
 void WizardSteps::StartNewCampaign() {
   WizardState& state = parts_.state;
   diagnostics_.ui.SetBusy(true);
   parts_.storage.InitialiseCampaign();
-  state.lblRecords = {QStringLiteral("Records found:"), QStringLiteral("Records found:")};
+  const bool databaseAnswers = parts_.campaign.record.ID != 0;
+  if (parts_.options.ReadFailed && databaseAnswers) parts_.loadOptions();
   state.lstMakesSelected.assign(state.lstMakes.size(), false);
   parts_.settings.SetupCampaignData();
+  state.lblRecords = {QStringLiteral("Records found:"), QStringLiteral("Records found:")};
   state.options.dteDate = {};
   diagnostics_.ui.SetBusy(false);
 }
@@ -105,11 +113,16 @@ StepResult WizardSteps::RunCampaign() {
 }
 
 void WizardSteps::TabOpened(int tab) {
-  if (tab == kResultsTab && parts_.resultsLog.ProcessResultsLogged) {
+  if (tab != kResultsTab && tab != kProcessTab) return;
+  const bool rowsFollowed = parts_.settings.FollowRows();
+  const int campaign = parts_.campaign.record.ID;
+  if (tab == kProcessTab) return parts_.counters.UpdateCounters(campaign);
+  if (!rowsFollowed) return;
+  if (parts_.results.OutOfDate(campaign))
+    parts_.results.DisplayResults(campaign);
+  else if (parts_.resultsLog.ProcessResultsLogged)
     parts_.results.RefreshResults();
-    parts_.resultsLog.ProcessResultsLogged = false;
-  }
-  if (tab == kProcessTab) parts_.counters.UpdateCounters(parts_.campaign.record.ID);
+  parts_.resultsLog.ProcessResultsLogged = false;
 }
 
 bool WizardSteps::ConfirmNewCampaign() {

@@ -53,6 +53,8 @@ class WizardSteps {
   };
   WizardSteps(Parts parts, Diagnostics diagnostics);
 
+  /// Whether "Next >" of tab `index` + 1 runs the query.
+  [[nodiscard]] static bool RunsQuery(int index);
   /// "Next >" of tab `index` + 1.
   /// \param index  0 to 2
   [[nodiscard]] StepResult NextStep(int index);

@@ -147,7 +147,8 @@ TEST_F(MailshotClaimTest, GuardsTheRowsFromBeingReplaced) {
   EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
   EXPECT_TRUE(guard.Look(kCampaign).messagesOnRecord);
   desk.host.Run("DROP TABLE Send_Journal");
-  EXPECT_TRUE(guard.Look(kCampaign).refusal);
+  EXPECT_TRUE(guard.Look(kCampaign).refusal.value().text.contains("so nothing was changed"));
+  EXPECT_FALSE(guard.LookAtClaim(kCampaign)) << "the claim alone needs no journal";
 }
 
 TEST_F(MailshotClaimTest, HoldsTheCampaignWhileItRunsAndSaysThatItLives) {

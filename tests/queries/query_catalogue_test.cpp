@@ -135,6 +135,11 @@ TEST(QueryPanels, LapsedFillsEmptyDatesOnly) {
   (void)ShowQueryOptions("LAPSED CUSTOMERS", options, false, kToday);
   EXPECT_EQ(options.dteDate[0], QDate(2020, 5, 1));
   EXPECT_FALSE(options.dteDate[1].isValid());
+
+  options.dteDate = {QDate(), QDate(2021, 5, 1)};
+  options.dteDateHasText[0] = true;
+  (void)ShowQueryOptions("LAPSED CUSTOMERS", options, false, kToday);
+  EXPECT_EQ(options.dteDate[1], QDate(2021, 5, 1));
 }
 
 }  // namespace

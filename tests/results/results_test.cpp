@@ -53,15 +53,21 @@ TEST_F(ResultRows, DisplayReadsTheCampaignsRowsAndCounters) {
   EXPECT_EQ(counters_.Values(), CounterValues());
 }
 
-TEST_F(ResultRows, AFailureKeepsWhatWasShown) {
+TEST_F(ResultRows, AFailureKeepsTheCampaignsRowsAndGivesUpAnothers) {
   ASSERT_TRUE(view_.DisplayResults(5));
+  int displayed = 0;
+  view_.OnDisplayed([&displayed] { ++displayed; });
   host_.Run("DELETE FROM _Procedures WHERE Name IN ('proc_selp_Campaign_Results', 'proc_selp_Results_Counters')");
   host_.engine.BreakSessions();  // the new session has not read them before
-  EXPECT_FALSE(view_.DisplayResults(6));
+  EXPECT_FALSE(view_.DisplayResults(5));
   EXPECT_EQ(view_.CountText(), "3 records ");
-  EXPECT_EQ(view_.CampaignId(), 5);
+  EXPECT_EQ(displayed, 0);
+  EXPECT_FALSE(view_.DisplayResults(6));
+  EXPECT_EQ(view_.CountText(), "0 records ");
+  EXPECT_EQ(displayed, 1);
+  EXPECT_EQ(view_.CampaignId(), 6);
   EXPECT_EQ(counters_.Values().sms, 2);
-  EXPECT_EQ(host_.ui.Messages().size(), 2U);
+  EXPECT_EQ(host_.ui.Messages().size(), 4U);
 }
 
 TEST_F(ResultRows, ALostConnectionIsOpenedAgain) {

@@ -48,6 +48,19 @@ check("the manager opens on its list, with the first campaign chosen and saving 
   assert(control("fraStart").visible, "nothing was loaded");
 });
 
+check("a loaded campaign has not been counted yet", () => {
+  control("cmdNew").click();
+  selectTab(2);
+  assertEqual([control("lblRecords0").text, control("lblRecords1").text], ["Records found:", "Records found:"]);
+  selectTab(1);
+  control("tvQuery").choose("All Customers");
+  control("cmdNext0").click();
+  assertMatch(control("lblRecords0").text, /\d/);
+  load("Everything");
+  selectTab(2);
+  assertEqual([control("lblRecords0").text, control("lblRecords1").text], ["Records found: ", "Records found: "]);
+});
+
 check("every setting comes back in its control", () => {
   load("Everything");
   assertEqual(currentTab(), 1);

@@ -96,6 +96,31 @@ for (const what of Object.keys(edits)) {
   });
 }
 
+check("a model and a campaign type are not stored, so they ask nothing", () => {
+  start({options: {Using_Vrelo: true}});
+  onWindow("frmCampaigns", window => window.control("cmdLoad").click());
+  control("cmdLoad").click();
+  control("cmbType").choose("Promotions");
+  selectTab(2);
+  control("txtModel").type("golf");
+  clearMessages();
+  assert(closeWindow());
+  assertEqual(messages(), []);
+});
+
+check("whoever agrees to quit for a lost connection is asked nothing more, and leaves no rows behind", () => {
+  start();
+  edit();
+  assert(temporaryRows() > 0);
+  failProcedure("proc_sel_Makes_all", "general network error");
+  answer("OK to quit?", "Yes");
+  selectTab(1);
+  control("tvQuery").choose("Specific Makes");
+  wait(50);
+  assertEqual(windows(), []);
+  assertEqual(temporaryRows(), 0);
+});
+
 check("a deletion that fails at the end is reported, and the program closes", () => {
   start();
   edit();

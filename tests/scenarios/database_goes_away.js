@@ -31,9 +31,11 @@ check("each command says it once", () => {
   toldOnce("a new campaign", () => control("mnuStart").trigger());
   assertEqual(currentTab(), 1);
   control("tvQuery").choose("All Customers");
+  clearMessages();
   onMessage(() => "OK");
   control("cmdRun").click();
   onMessage(null);
+  assertEqual(messages().filter(box => /does not exist/.test(box.text)).length, 1, "run");
 });
 
 check("when it is back, the wizard goes on; the campaign gets the number that it lacked", () => {
@@ -74,4 +76,9 @@ check("while somebody else writes, the query waits, and can be cancelled", () =>
   lockDatabase(300);
   control("cmdNext1").click();
   assertEqual(currentTab(), 3);
+});
+
+check("closing says it once", () => {
+  loseConnection();
+  toldOnce("closing", () => assert(closeWindow()));
 });

@@ -111,3 +111,30 @@ check("the window closes although the server is gone", () => {
   answer("lose changes", "Yes");
   assert(closeWindow());
 });
+
+check("results that cannot be read are never taken for another campaign's", () => {
+  restart();
+  toResults();
+  failProcedure("proc_selp_Campaign_Results", "no rows today");
+  selectTab(2);
+  acceptNotices();
+  control("cmdNext1").click();
+  assertEqual(currentTab(), 2, "step 2 stays");
+  onMessage(box => (/Lose any changes/.test(box.text) ? "Yes" : null));
+  onWindow("frmCampaigns", window => window.control("cmdLoad").click());
+  control("mnuLoad").trigger();
+  selectTab(3);
+  onMessage(null);
+  acceptNotices(false);
+  assertEqual([grid.rowCount, control("lblCount").text], [0, "0 records "]);
+  failProcedure("proc_selp_Campaign_Results", "");
+  answer("Lose any changes", "Yes");
+  onWindow("frmCampaigns", window => {
+    const list = window.control("lstCampaigns");
+    list.clickCell(list.items.findIndex((_, row) => list.cell(row, "Campaign Name") === "Saved after all"), "Campaign Name");
+    window.control("cmdLoad").click();
+  });
+  control("mnuLoad").trigger();
+  selectTab(3);
+  assertEqual(grid.rowCount, rows);
+});

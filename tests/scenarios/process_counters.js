@@ -27,6 +27,18 @@ check("opening the page counts what the database holds now", () => {
               ["Letters to Generate: 3", "SMS's to Send: 5", "Sent: 2 / 5", "Email's to Send: 5", "Sent: 2 / 5"]);
 });
 
+check("so does the run command while the page is open", () => {
+  selectTab(3);
+  control("cmdNext2").click();
+  selectTab(5);
+  first("Send_Letter = 1", 4);
+  control("cmdRun").click();
+  assertEqual([currentTab(), control("lblLetters").text], [5, "Letters to Generate: 4"]);
+  first("Send_Letter = 0", 1);
+  control("cmdRun").click();
+  assertEqual(control("lblLetters").text, "Letters to Generate: 3");
+});
+
 check("counters that cannot be read are reported, and the old ones stay", () => {
   first("Send_Letter = 1", 9);
   failProcedure("proc_selp_Results_Counters", "no counters today");

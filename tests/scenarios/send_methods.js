@@ -110,3 +110,17 @@ for (const strict of [false, true]) {
     assert(rowsWith("Send_Letter = 1").length < rowsWith("1 = 1").length);
   });
 }
+
+check("while the settings cannot be read nothing is set and the choices stay; once they can, it goes on", () => {
+  begin({options: {Using_Vrelo: true, Only_Send_Comms_When_Opted_In: false}});
+  failProcedure("proc_selp__Option", "no settings today");
+  acceptNotices();
+  control("cmdRun").click();
+  acceptNotices(false);
+  for (const text of ["no settings today", "Error reading all settings data.", "The company's settings could not be read"]) answer(text);
+  assertEqual(apply(0, null, 0), []);
+  assertEqual([0, 1, 2].map(i => control("cmbSendBy" + i).selectedIndex), [0, -1, 0]);
+  failProcedure("proc_selp__Option", "");
+  control("cmdSetSendMethods").click();
+  assertEqual(rowsWith("Send_SMS = 1"), rowsWith(kHasMobile));
+});

@@ -77,6 +77,16 @@ check("top customers fill in empty dates: all of time", () => {
   assertEqual([from.text, to.text], ["01/01/1990", "04/03/2026"]);
 });
 
+check("a slip of the finger is there to mend, also when the query is chosen again", () => {
+  control("tvQuery").choose("Lapsed Customers");
+  from.setText("1/1/26x");
+  to.setText("02/02/2026");
+  control("tvQuery").choose("Top Customers");
+  control("tvQuery").choose("Lapsed Customers");
+  assertEqual([from.text, to.text], ["1/1/26x", "02/02/2026"]);
+  control("tvQuery").choose("Top Customers");
+});
+
 check("a text that is no date does not hold a date either, and is replaced", () => {
   from.setText("soon");
   to.setText("31/12/2025");

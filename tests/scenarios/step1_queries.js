@@ -128,3 +128,10 @@ check("a garage that uses the platform chooses a campaign type as well", () => {
   control("cmdNext0").click();
   assertEqual(currentTab(), 2);
 });
+
+check("the chosen query stays chosen", () => {
+  selectTab(1);
+  control("tvQuery").press("Ctrl+Space");
+  assertEqual(control("tvQuery").selectedText, "All Customers");
+  assert(control("cmdNext0").enabled);
+});

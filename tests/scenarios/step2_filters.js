@@ -131,6 +131,20 @@ check("model, and a customer query that is filtered by a vehicle's value", () =>
   assertEqual(control("txtModel").text, "golf");
 });
 
+check("the results page shows what the last query found", () => {
+  const before = control("lblCount").text;
+  control("chkFilter4").tick();
+  control("cmbFilter4").choose("After");
+  control("txtYear0").setText("2015");
+  control("cmdApplyFilters").click();
+  selectTab(3);
+  assertNotEqual(control("lblCount").text, before);
+  assertEqual(control("lblCount").text, sql("SELECT count(*) AS n FROM [Campaign Results] WHERE CampaignID < 0")[0].n + " records ");
+  selectTab(2);
+  control("chkFilter4").untick();
+  control("cmdApplyFilters").click();
+});
+
 check("customers who chose no marketing come in on request", () => {
   const without = results(() => true);
   control("chkFilter0").tick();

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include "wizard/step_checks.h"
 #include "wizard/wizard_fixture.h"
 
 namespace qbx {
@@ -120,6 +121,46 @@ TEST_F(Wizard, SavingGivesTheRowsTheirCampaign) {
   EXPECT_EQ(state_.selectedNode, kAllCustomers);
   EXPECT_EQ(results_.CountText(), "2 records ");
   EXPECT_TRUE(steps_.NextStep(1).Moved());
+}
+
+TEST_F(Wizard, RowsThatCannotFollowTheirCampaignAreTriedAgain) {
+  steps_.StartNewCampaign();
+  selection_.NodeClick(kAllCustomers);
+  ASSERT_TRUE(steps_.NextStep(0).Moved());
+  ASSERT_TRUE(steps_.NextStep(1).Moved());
+  const int temporary = campaign_.record.ID;
+  host_.Run(
+      "CREATE TRIGGER Refuse BEFORE UPDATE OF CampaignID ON [Campaign Results] BEGIN SELECT RAISE(ABORT, 'not now'); "
+      "END");
+  EXPECT_FALSE(settings_.SaveCampaignSettings([this] { storage_.SaveCampaign(); }));
+  const int saved = campaign_.record.ID;
+  EXPECT_GT(saved, 0);
+  EXPECT_TRUE(campaign_.CampaignChanged);
+  EXPECT_EQ(results_.CampaignId(), temporary);
+  EXPECT_FALSE(steps_.NextStep(0).Moved());
+  EXPECT_EQ(Rows(temporary).size(), 2);
+
+  host_.Run("DROP TRIGGER Refuse");
+  steps_.TabOpened(kResultsTab);
+  EXPECT_EQ(Rows(temporary).size(), 0);
+  EXPECT_EQ(Rows(saved).size(), 2);
+  EXPECT_EQ(results_.CampaignId(), saved);
+  EXPECT_EQ(results_.CountText(), "2 records ");
+}
+
+TEST_F(Wizard, QuittingRemovesTheRowsOfAnUnsavedCampaignWithoutAWord) {
+  steps_.StartNewCampaign();
+  selection_.NodeClick(kAllCustomers);
+  ASSERT_TRUE(steps_.NextStep(0).Moved());
+  const int id = campaign_.record.ID;
+  host_.Run("CREATE TRIGGER Refuse BEFORE DELETE ON [Campaign Results] BEGIN SELECT RAISE(ABORT, 'still in use'); END");
+  settings_.Quit();
+  EXPECT_EQ(Rows(id).size(), 2);
+  host_.Run("DROP TRIGGER Refuse");
+  host_.engine.BreakSessions();
+  settings_.Quit();
+  EXPECT_EQ(Rows(id).size(), 0);
+  EXPECT_TRUE(host_.ui.Messages().empty());
 }
 
 TEST_F(Wizard, ClosingRemovesTheRowsOfAnUnsavedCampaignOnlyWhenChangesAreGivenUp) {

@@ -71,6 +71,16 @@ TEST_F(Wizard, AFailedQueryCompletesNoStep) {
   EXPECT_FALSE(state_.bStepComplete[1]);
 }
 
+TEST_F(Wizard, RowsThatCannotBeReadCompleteNoStep) {
+  steps_.StartNewCampaign();
+  selection_.NodeClick(kAllCustomers);
+  ASSERT_TRUE(steps_.NextStep(0).Moved());
+  host_.Run("DELETE FROM _Procedures WHERE Name = 'proc_selp_Campaign_Results'");
+  host_.engine.BreakSessions();  // the new session has not read it before
+  EXPECT_FALSE(steps_.NextStep(1).Moved());
+  EXPECT_FALSE(state_.bStepComplete[2]);
+}
+
 TEST_F(Wizard, MakesAreChosenFromTheHostsListAndTyped) {
   edition_.boat = true;
   steps_.StartNewCampaign();

@@ -88,8 +88,10 @@ void FilterPage::ConnectChecks() {
 
 void FilterPage::ConnectValues() {
   Filters& filters = State().filters;
-  const std::pair<QLineEdit*, QString*> boxes[] = {{ui_->txtModel, &filters.txtModel},
-                                                   {ui_->txtYear0, &filters.txtYear[0]},
+  // The model is not stored, so it is no change of the campaign.
+  connect(ui_->txtModel, &QLineEdit::textEdited, this,
+          [this](const QString& text) { State().filters.txtModel = text; });
+  const std::pair<QLineEdit*, QString*> boxes[] = {{ui_->txtYear0, &filters.txtYear[0]},
                                                    {ui_->txtYear1, &filters.txtYear[1]},
                                                    {ui_->txtMileage0, &filters.txtMileage[0]},
                                                    {ui_->txtMileage1, &filters.txtMileage[1]}};

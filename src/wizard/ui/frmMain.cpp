@@ -6,7 +6,6 @@
 #include "startup/back_up_database.h"
 #include "startup/ui/frmAbout.h"
 #include "ui_frmMain.h"
-#include "wizard/step_checks.h"
 #include "wizard/ui/command_guard.h"
 #include "wizard/ui/filter_page.h"
 #include "wizard/ui/process_page.h"
@@ -18,7 +17,6 @@ namespace qbx {
 namespace {
 
 constexpr char kFormName[] = "frmMain";
-constexpr int kProcessTab = 5;
 
 }  // namespace
 
@@ -159,6 +157,7 @@ void frmMain::SaveCampaign() {
 }
 
 void frmMain::RunCampaign() {
+  const Statements::TellLossOnce once(app_.statements);
   StepResult result;
   WithDatabase([this, &result] { result = desk_.steps.RunCampaign(); });
   Go(result);
@@ -166,22 +165,30 @@ void frmMain::RunCampaign() {
 }
 
 void frmMain::Next(int index) {
+  const Statements::TellLossOnce once(app_.statements);
   StepResult result;
   const auto step = [this, index, &result] { result = desk_.steps.NextStep(index); };
-  const bool runsQuery = index < 2;
-  runsQuery ? WithDatabase(step) : Guarded(step);
+  WizardSteps::RunsQuery(index) ? WithDatabase(step) : Guarded(step);
   Page(index).ShowState();
   Go(result);
 }
 
 void frmMain::Back(int index) {
-  Go(desk_.steps.BackStep(index));
+  const Statements::TellLossOnce once(app_.statements);
+  StepResult result;
+  Guarded([this, index, &result] { result = desk_.steps.BackStep(index); });
+  Go(result);
 }
 
 void frmMain::Go(const StepResult& result) {
   if (!result.Moved()) return;
-  ui_->ssTabMain->setCurrentIndex(result.selectTab - 1);
+  SelectTab(result.selectTab);
   if (result.notice) boxes_.ShowMessage(*result.notice);
+}
+
+void frmMain::SelectTab(int tab) {
+  const int index = tab - 1;
+  ui_->ssTabMain->currentIndex() == index ? TabOpened(index) : ui_->ssTabMain->setCurrentIndex(index);
 }
 
 void frmMain::TabOpened(int index) {
@@ -189,7 +196,7 @@ void frmMain::TabOpened(int index) {
   WizardPage& page = Page(index);
   {
     const Statements::TellLossOnce once(app_.statements);
-    desk_.steps.TabOpened(index + 1);
+    Guarded([this, index] { desk_.steps.TabOpened(index + 1); });
     page.ShowState();
   }
   if (!ui_->ssTabMain->tabBar()->hasFocus()) page.FirstControl()->setFocus();
@@ -205,18 +212,19 @@ WizardPage& frmMain::Page(int index) {
                         .desk = desk_,
                         .next = [this](int step) { Next(step); },
                         .back = [this](int step) { Back(step); },
+                        .guarded = [this](const std::function<void()>& command) { Guarded(command); },
                         .run = [this](const std::function<void()>& command) { WithDatabase(command); }};
-  switch (index) {
-    case 0:
+  switch (index + 1) {
+    case kQueryTab:
       page = new QueryPage(parts);
       break;
-    case 1:
+    case kFilterTab:
       page = new FilterPage(parts);
       break;
-    case 2:
+    case kResultsTab:
       page = new ResultsPage(parts);
       break;
-    case 3:
+    case kTemplatesTab:
       page = new TemplatesPage(parts);
       break;
     default:
@@ -241,7 +249,7 @@ void frmMain::ShowCampaign() {
     if (page != nullptr) page->CampaignSetUp();
   }
   ShowPages();
-  ui_->ssTabMain->currentIndex() == 0 ? TabOpened(0) : ui_->ssTabMain->setCurrentIndex(0);
+  SelectTab(kQueryTab);
   ShowCaption();
 }
 
@@ -288,7 +296,10 @@ void frmMain::BackUp() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
-  if (!boxes_.QuitRequested() && !desk_.settings.CloseRequest()) return event->ignore();
+  if (boxes_.QuitRequested())
+    desk_.settings.Quit();
+  else if (!desk_.settings.CloseRequest())
+    return event->ignore();
   layout_.SaveWindow(*this, QString::fromLatin1(kFormName));
   for (WizardPage* page : pages_) {
     if (page != nullptr) page->WindowCloses();

@@ -10,6 +10,7 @@
 #include "platform/ui/widget_ui.h"
 #include "settings/ui/window_layout.h"
 #include "wizard/campaign_desk.h"
+#include "wizard/step_checks.h"
 
 namespace Ui {
 class frmMain;
@@ -53,6 +54,8 @@ class frmMain : public QMainWindow {
   void WithDatabase(const std::function<void()>& command);
 
   void Go(const StepResult& result);
+  /// Opens a tab, by its number, and shows it anew when it is open already.
+  void SelectTab(int tab);
   void TabOpened(int index);
   WizardPage& Page(int index);
   /// Shows the wizard instead of the start panel.
@@ -67,7 +70,7 @@ class frmMain : public QMainWindow {
   WidgetUi& boxes_;
   WindowLayout& layout_;
   std::unique_ptr<Ui::frmMain> ui_;
-  std::array<WizardPage*, 5> pages_ = {};  // by tab number less one; null until first opened
+  std::array<WizardPage*, kTabCount> pages_ = {};  // by tab number less one; null until first opened
   QAction* mnuSave_ = nullptr;
 };
 

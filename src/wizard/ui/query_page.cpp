@@ -55,8 +55,10 @@ void QueryPage::ConnectControls() {
   // The current item is another matter: the focus alone moves it to the first node.
   connect(ui_->tvQuery, &QTreeWidget::itemSelectionChanged, this, [this] {
     const QList<QTreeWidgetItem*> chosen = ui_->tvQuery->selectedItems();
-    if (Showing() || chosen.isEmpty()) return;
-    Desk().selection.NodeClick(chosen.constFirst()->data(0, kIndexRole).toInt());
+    if (Showing()) return;
+    if (chosen.isEmpty()) return ShowState();  // its options stay, so the query stays chosen
+    const int node = chosen.constFirst()->data(0, kIndexRole).toInt();
+    Guarded([this, node] { Desk().selection.NodeClick(node); });
     ShowState();
   });
   connect(ui_->txtCriteria, &QLineEdit::textEdited, this,
@@ -65,8 +67,10 @@ void QueryPage::ConnectControls() {
           [this](const QString& text) { Edited(State().options.txtCriteriaStart, text); });
   connect(ui_->txtMakes, &QLineEdit::textEdited, this,
           [this](const QString& text) { Edited(State().options.txtMakes, text); });
-  connect(ui_->cmbType, &QComboBox::currentTextChanged, this,
-          [this](const QString& text) { Edited(State().options.cmbType, text); });
+  // Not stored, so no change of the campaign.
+  connect(ui_->cmbType, &QComboBox::currentTextChanged, this, [this](const QString& text) {
+    if (!Showing()) State().options.cmbType = text;
+  });
   connect(ui_->cmbReminder, &QComboBox::currentIndexChanged, this, [this](int position) {
     if (Showing()) return;
     State().options.cmbReminder = position;
@@ -84,6 +88,7 @@ void QueryPage::ConnectControls() {
   for (size_t i = 0; i < std::size(boxes); ++i) {
     boxes[i]->OnEdited([this, i, box = boxes[i]] {
       State().options.dteDate[i] = box->Date();
+      State().options.dteDateHasText[i] = !box->text().trimmed().isEmpty();
       Desk().selection.Changed();
     });
   }

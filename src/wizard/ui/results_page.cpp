@@ -83,13 +83,14 @@ void ResultsPage::ConnectControls() {
 }
 
 void ResultsPage::ShowRows() {
+  ShowCount();
+  if (!Desk().results.Rows().IsOpen()) return grid_.DisconnectRecordset();
   const ResultsPresentation presentation = PresentResults(App().startup.edition, App().options);
   grid_.ConnectRecordset(Desk().results.Rows());
   for (const ResultsPresentation::Caption& caption : presentation.captions)
     grid_.SetCaption(caption.column, caption.caption);
   grid_.HideColumns(presentation.hiddenColumns);
   grid_.HideColumns(presentation.optInColumns, !presentation.showOptIn);
-  ShowCount();
 }
 
 void ResultsPage::ShowCount() {

@@ -16,8 +16,9 @@ struct PageParts {
   CampaignDesk& desk;
   std::function<void(int index)> next;  ///< "Next >" of tab index + 1
   std::function<void(int index)> back;  ///< "< Back" of tab index + 1
-  /// Runs a command that uses the database, with every other command disabled meanwhile. Refused, with a message, when there never was a
-  /// connection.
+  /// Runs a command with every other one disabled meanwhile. It does not show state: what that enables or disables is for afterwards.
+  std::function<void(const std::function<void()>& command)> guarded;
+  /// The same for a command that needs the database. Refused, with a message, when there never was a connection.
   std::function<void(const std::function<void()>& command)> run;
 };
 
@@ -50,6 +51,7 @@ class WizardPage : public QWidget {
   [[nodiscard]] CampaignDesk& Desk() { return parts_.desk; }
   void Next(int index) { parts_.next(index); }
   void Back(int index) { parts_.back(index); }
+  void Guarded(const std::function<void()>& command) { parts_.guarded(command); }
   void Run(const std::function<void()>& command) { parts_.run(command); }
 
  private:
