@@ -272,7 +272,7 @@ void cDataGrid::ApplyFilter() {
   std::optional<GridFilter> filter;
   if (!filter_.isEmpty()) filter = ParseGridFilter(filter_, *records_);
   model_->SetFilteredColumns(filter ? QSet<int>(filter->columns.begin(), filter->columns.end()) : QSet<int>());
-  records_->Filter(filter ? std::move(filter->test) : std::function<bool(qint64)>());
+  records_->Filter(filter ? std::move(filter->test) : std::function<bool(const StoredRow&)>());
 }
 
 void cDataGrid::ApplySort() {
