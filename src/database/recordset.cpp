@@ -5,6 +5,7 @@
 #include <QHash>
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 #include "database/packed_rows.h"
 #include "database/text_compare.h"
@@ -88,7 +89,7 @@ class Recordset::State {
   qint64 current = 0;                  // index into `order`
   int sortColumn = -1;
   bool sortDescending = false;
-  std::function<bool(qint64)> filter;
+  std::function<bool(const StoredRow& row)> filter;
 
   Session* session = nullptr;
   QString table;
@@ -117,12 +118,24 @@ class Recordset::State {
     order.clear();
     order.reserve(count);
     for (std::size_t row = 0; row < count; ++row) {
-      if (!shared->deleted[row] && (!filter || filter(static_cast<qint64>(row))))
+      if (!shared->deleted[row] && (!filter || filter(StoredRow(shared->rows, static_cast<qint64>(row)))))
         order.push_back(static_cast<quint32>(row));
     }
     cleaned = shared->deletedCount;
-    current = 0;
+    GoTo(0);
     if (sortColumn >= 0 && sortColumn < static_cast<int>(columns.size())) SortOrder();
+  }
+
+  /// What was set and never written belongs to the row that is left.
+  void GoTo(qint64 row) {
+    DropChanges();
+    current = row;
+  }
+
+  void DropChanges() {
+    adding = false;
+    pendingColumns.clear();
+    pendingValues.clear();
   }
 
   void SortOrder() {
@@ -258,7 +271,7 @@ int Recordset::ColumnIndex(const QString& name) const {
 void Recordset::MoveFirst() {
   if (!state_) return;
   if (state_->ClientSide()) {
-    state_->current = 0;
+    state_->GoTo(0);
   } else if (state_->started) {
     ThrowNotAllowed();
   }
@@ -267,7 +280,7 @@ void Recordset::MoveFirst() {
 void Recordset::MoveNext() {
   if (!state_ || state_->AtEnd()) return;
   if (state_->ClientSide()) {
-    ++state_->current;
+    state_->GoTo(state_->current + 1);
   } else {
     state_->ended = !state_->source->Next();
   }
@@ -277,7 +290,7 @@ void Recordset::MoveTo(qint64 row) {
   if (!state_) return;
   if (!state_->ClientSide()) ThrowNotAllowed();
   state_->Clean();
-  state_->current = std::clamp<qint64>(row, 0, static_cast<qint64>(state_->order.size()));
+  state_->GoTo(std::clamp<qint64>(row, 0, static_cast<qint64>(state_->order.size())));
 }
 
 qint64 Recordset::Position() const {
@@ -313,13 +326,12 @@ Cell Recordset::At(qint64 row, int column) const {
   if (!state_ || !state_->ClientSide()) return {};
   state_->Clean();
   if (row < 0 || row >= static_cast<qint64>(state_->order.size())) return {};
-  return StoredAt(state_->order[static_cast<std::size_t>(row)], column);
+  if (column < 0 || column >= static_cast<int>(state_->columns.size())) return {};
+  return state_->shared->rows.At(state_->order[static_cast<std::size_t>(row)], column);
 }
 
-Cell Recordset::StoredAt(qint64 storedRow, int column) const {
-  if (!state_ || !state_->ClientSide() || storedRow < 0 || storedRow >= state_->shared->rows.Count()) return {};
-  if (column < 0 || column >= static_cast<int>(state_->columns.size())) return {};
-  return state_->shared->rows.At(storedRow, column);
+Cell StoredRow::At(int column) const {
+  return rows_.At(row_, column);
 }
 
 void Recordset::Sort(int column, bool descending) {
@@ -330,7 +342,7 @@ void Recordset::Sort(int column, bool descending) {
   state_->Arrange();
 }
 
-void Recordset::Filter(std::function<bool(qint64 storedRow)> predicate) {
+void Recordset::Filter(std::function<bool(const StoredRow& row)> predicate) {
   if (!state_) return;
   if (!state_->ClientSide()) ThrowNotAllowed();
   state_->filter = std::move(predicate);
@@ -382,16 +394,24 @@ void Recordset::Delete() {
 
 void Recordset::Drop() {
   if (!state_ || !state_->ClientSide() || state_->AtEnd()) ThrowNotAllowed();
+  state_->DropChanges();
   state_->shared->deleted[state_->order[static_cast<std::size_t>(state_->current)]] = true;
   ++state_->shared->deletedCount;
+}
+
+void Recordset::Put(qint64 row, int column, const Value& value) {
+  if (!state_ || !state_->ClientSide()) ThrowNotAllowed();
+  state_->Clean();
+  if (row < 0 || row >= static_cast<qint64>(state_->order.size())) return;
+  if (column < 0 || column >= static_cast<int>(state_->columns.size())) return;
+  state_->shared->rows.Set(state_->order[static_cast<std::size_t>(row)], column, value);
 }
 
 void Recordset::AddNew() {
   if (!state_) ThrowNotAllowed();
   state_->RequireWritable();
+  state_->DropChanges();
   state_->adding = true;
-  state_->pendingColumns.clear();
-  state_->pendingValues.clear();
 }
 
 void Recordset::Set(const QString& column, const Value& value) {
@@ -415,20 +435,19 @@ void Recordset::Update() {
   if (!state_) ThrowNotAllowed();
   State& state = *state_;
   state.RequireWritable();
-  if (state.adding) {
-    state.session->InsertRow(state.table, state.pendingColumns, state.pendingValues);
-  } else if (!state.pendingColumns.empty()) {
+  // Taken first, so that changes which the server refuses are not shown or written later.
+  const bool adding = std::exchange(state.adding, false);
+  const std::vector<QString> columns = std::exchange(state.pendingColumns, {});
+  const std::vector<Value> values = std::exchange(state.pendingValues, {});
+  if (adding) {
+    state.session->InsertRow(state.table, columns, values);
+  } else if (!columns.empty()) {
     if (state.AtEnd()) ThrowNotAllowed();
-    state.session->UpdateRow(state.table, state.keyColumn, state.CurrentKey(), state.pendingColumns,
-                             state.pendingValues);
+    state.session->UpdateRow(state.table, state.keyColumn, state.CurrentKey(), columns, values);
     const quint32 row = state.order[static_cast<std::size_t>(state.current)];
-    for (std::size_t i = 0; i < state.pendingColumns.size(); ++i) {
-      state.shared->rows.Set(row, state.IndexOf(state.pendingColumns[i]), state.pendingValues[i]);
-    }
+    for (std::size_t i = 0; i < columns.size(); ++i)
+      state.shared->rows.Set(row, state.IndexOf(columns[i]), values[i]);
   }
-  state.adding = false;
-  state.pendingColumns.clear();
-  state.pendingValues.clear();
 }
 
 }  // namespace qbx

@@ -13,6 +13,21 @@
 
 namespace qbx {
 
+class PackedRows;
+
+/// A row as it was read, whatever the order and filter; what a filter looks at.
+class StoredRow {
+ public:
+  StoredRow(const PackedRows& rows, qint64 row) : rows_(rows), row_(row) {}
+
+  /// \param column  one that the recordset has
+  [[nodiscard]] Cell At(int column) const;
+
+ private:
+  const PackedRows& rows_;
+  qint64 row_;
+};
+
 /// A cursor over a result.
 ///
 ///   Recordset rows = Recordset::ReadAll(connection.Driver().Execute(sql));
@@ -62,14 +77,12 @@ class Recordset {
   /// Any cell of a client-side recordset by position in the current order, for models; as stored, without moving. Valid
   /// while the recordset is unchanged.
   [[nodiscard]] Cell At(qint64 row, int column) const;
-  /// The same by row number as read, whatever the order and filter; for the predicate of a filter.
-  [[nodiscard]] Cell StoredAt(qint64 storedRow, int column) const;
 
   /// Orders by one column; NULL first, text without regard to case, equal rows stay in order.
   void Sort(int column, bool descending);
-  /// Shows only rows for which the predicate (asked with the row number as read) is true; an empty one shows all. The
-  /// sort stays; the first row becomes current.
-  void Filter(std::function<bool(qint64 storedRow)> predicate);
+  /// Shows only rows for which the predicate is true; an empty one shows all. The sort stays; the first row becomes
+  /// current. Clones share the predicate, so it must not refer to this recordset.
+  void Filter(std::function<bool(const StoredRow& row)> predicate);
 
   /// Reads again with the same source; the sort and the filter stay, the first row becomes current. When reading fails
   /// the rows stay what they were.
@@ -82,8 +95,11 @@ class Recordset {
   void Delete();
   /// Takes the current row out here only, after something else deleted it on the server; the next row becomes current.
   void Drop();
+  /// Changes a cell here only, after something else changed it on the server. \param row  position in the current order
+  void Put(qint64 row, int column, const Value& value);
   /// Starts a new row; Set fills it, Update writes it to the server. It is not added to the rows held here: Requery
-  /// shows it. Set without AddNew changes the current row.
+  /// shows it. Set without AddNew changes the current row. What was set is forgotten when Update fails or another row
+  /// becomes current.
   void AddNew();
   void Set(const QString& column, const Value& value);
   void Update();

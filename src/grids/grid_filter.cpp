@@ -120,11 +120,10 @@ std::optional<GridFilter> ParseGridFilter(const QString& condition, const Record
     for (const Clause& clause : group)
       filter.columns.push_back(clause.column);
   }
-  filter.test = [groups = std::move(*groups), &rows](qint64 row) {
-    return std::any_of(groups.begin(), groups.end(), [&rows, row](const std::vector<Clause>& group) {
-      return std::all_of(group.begin(), group.end(), [&rows, row](const Clause& clause) {
-        return Holds(clause, rows.StoredAt(row, clause.column).ToValue());
-      });
+  filter.test = [groups = std::move(*groups)](const StoredRow& row) {
+    return std::any_of(groups.begin(), groups.end(), [&row](const std::vector<Clause>& group) {
+      return std::all_of(group.begin(), group.end(),
+                         [&row](const Clause& clause) { return Holds(clause, row.At(clause.column).ToValue()); });
     });
   };
   return filter;

@@ -12,7 +12,7 @@
 namespace qbx {
 
 struct GridFilter {
-  std::function<bool(qint64 storedRow)> test;
+  std::function<bool(const StoredRow& row)> test;
   std::vector<int> columns;  ///< that the condition looks at
 };
 
@@ -22,7 +22,7 @@ struct GridFilter {
 /// single quotes (doubled inside), a date between "#" (dd/mm/yyyy) or NULL. AND binds closer than OR; there are no
 /// brackets around clauses. LIKE compares with a text that may begin and end with "%" or "*". Text compares without
 /// regard to case. Nothing but "= NULL" and "<> NULL" is true of NULL.
-/// \param rows  must outlive the test and keep its columns
+/// \param rows  whose columns the condition names; the test is for rows with the same ones
 /// \return nothing when the condition cannot be read or names an unknown field
 [[nodiscard]] std::optional<GridFilter> ParseGridFilter(const QString& condition, const Recordset& rows);
 

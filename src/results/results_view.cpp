@@ -23,8 +23,9 @@ ResultsPresentation PresentResults(const EditionFlags& edition, const Options& o
   presentation.optInColumns = {QStringLiteral("SMS Opt-In"), QStringLiteral("Email Opt-In"),
                                QStringLiteral("Letter Opt-In")};
   presentation.showOptIn = options.Using_Vrelo;
-  presentation.hiddenColumns = {QStringLiteral("CampaignID"), QStringLiteral("Can_Send_SMS"),
-                                QStringLiteral("Can_Send_Email"), QStringLiteral("Can_Send_Letter")};
+  presentation.hiddenColumns = {QString::fromLatin1(ResultsView::kRowKey), QStringLiteral("CampaignID"),
+                                QStringLiteral("Can_Send_SMS"), QStringLiteral("Can_Send_Email"),
+                                QStringLiteral("Can_Send_Letter")};
   return presentation;
 }
 

@@ -27,7 +27,9 @@ struct ResultsPresentation {
   std::vector<Caption> captions;  ///< of columns that are not captioned by their names
   QStringList optInColumns;       ///< the three columns with the customer's consent
   bool showOptIn = false;         ///< otherwise they are hidden
-  QStringList hiddenColumns;      ///< never shown: keys, and the consent columns under their other names
+  QStringList
+      hiddenColumns;  ///< never shown: the keys of row and campaign (the customer's number is the host's, and shown), and
+                      ///< the consent columns under their other names
 };
 
 [[nodiscard]] ResultsPresentation PresentResults(const EditionFlags& edition, const Options& options);

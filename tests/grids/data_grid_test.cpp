@@ -131,6 +131,10 @@ TEST_F(DeletingRows, OneByOneInAnEditableGrid) {
 
 TEST_F(DeletingRows, AllOfThem) {
   grid_.EditMode(true);
+  mayDelete_ = false;
+  grid_.RemoveRows();
+  EXPECT_EQ(Ask(QStringLiteral("SELECT count(*) FROM Lines")).ToInt(), 4) << "the owner forbids it";
+  mayDelete_ = true;
   grid_.RemoveRows();
   EXPECT_EQ(Ask(QStringLiteral("SELECT count(*) FROM Lines")).ToInt(), 0);
   EXPECT_EQ(PanelText(), QStringLiteral("No records to display"));
@@ -183,9 +187,19 @@ TEST_F(GridFixture, ReadingAgainKeepsTheUserInPlace) {
   EXPECT_EQ(grid_.CellText(grid_.FirstVisibleRow() + 1, QStringLiteral("ID")), below)
       << "a row that a flip moves away does not take the view with it";
 
+  grid_.sSortString(QStringLiteral("[ID] ASC"));
+  ClickCell(2, QStringLiteral("ID"));
+  ClickCell(4, QStringLiteral("ID"), Qt::ControlModifier);
+  Run(QStringLiteral("DELETE FROM Lines WHERE ID = 7"));
+  grid_.Requery();
+  EXPECT_EQ(grid_.SelectedCount(), 2);
+  Press(Qt::Key_C, Qt::ControlModifier);
+  EXPECT_TRUE(QApplication::clipboard()->text().contains(QLatin1String("\r\n8\tName 8\t12.00")))
+      << "the rows themselves";
+
   grid_.Requery([] { throw std::runtime_error("gone"); });
   EXPECT_EQ(ui.MessageTexts(), QStringList(QStringLiteral("Unexpected error when reloading the grid.")));
-  EXPECT_EQ(grid_.RowCount(), 394);
+  EXPECT_EQ(grid_.RowCount(), 393);
 }
 
 TEST_F(GridFixture, TypingFindsInTheSortedColumn) {
@@ -227,6 +241,55 @@ TEST_F(GridFixture, OneClickOrSpaceAnswersOnce) {
   ClickCell(2, QStringLiteral("Ticked"), Qt::ControlModifier);
   QTest::mouseClick(view_->viewport(), Qt::RightButton, {}, view_->visualRect(view_->model()->index(0, 4)).center());
   EXPECT_EQ(clicked, QStringList({"Ticked2", "Ticked2"}));
+  const QPoint cell = view_->visualRect(view_->model()->index(2, 4)).center();
+  QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, cell);
+  QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, cell);
+  QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, cell);
+  EXPECT_EQ(clicked.size(), 3) << "the second click of a double-click is none";
+}
+
+TEST_F(GridFixture, SpaceIsAClickOnTheEditButton) {
+  Fill(3);
+  Connect();
+  QStringList pressed;
+  grid_.AddEditButton(QStringLiteral("Price"));
+  grid_.OnEditButton([&pressed](const QString& field, qint64 id) { pressed += field + QString::number(id); });
+  ClickCell(1, QStringLiteral("Price"));
+  EXPECT_TRUE(pressed.isEmpty()) << "beside the button";
+  Press(Qt::Key_Space);
+  EXPECT_EQ(pressed, QStringList("Price2"));
+}
+
+TEST_F(GridFixture, AFlippedFlagStaysFlippedWhenTheRowsCannotBeReadAgain) {
+  Fill(3);
+  Connect();
+  grid_.FlagColumns({QStringLiteral("Ticked")});
+  bool fails = true;
+  grid_.OnCellClick([this, &fails](const QString&, qint64 id) {
+    Run(QStringLiteral("UPDATE Lines SET Ticked = 1 - Ticked WHERE ID = %1").arg(id));
+    grid_.Requery([this, &fails] {
+      if (fails) throw std::runtime_error("gone");
+      rows_.Requery();
+    });
+  });
+  for (const char* shown : {"Yes Yes Yes", "Yes No Yes"}) {
+    ClickCell(1, QStringLiteral("Ticked"));
+    EXPECT_EQ(Shown(QStringLiteral("Ticked")), QLatin1String(shown));
+  }
+  fails = false;
+  ClickCell(1, QStringLiteral("Ticked"));
+  EXPECT_EQ(Shown(QStringLiteral("Ticked")), QStringLiteral("Yes Yes Yes"));
+}
+
+TEST_F(GridFixture, RefusesRowsThatCannotBeSorted) {
+  Fill(3);
+  Connect();
+  Recordset forward = Recordset::Forward(connection.Driver().Execute(QStringLiteral("SELECT 1 AS Other")));
+  grid_.ConnectRecordset(forward);
+  EXPECT_EQ(ui.Messages().size(), 1u);
+  EXPECT_EQ(grid_.DataSource(), &rows_);
+  grid_.sSortString(QStringLiteral("[ID] DESC"));
+  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("3 2 1"));
 }
 
 TEST_F(GridFixture, CopyingGivesWhatIsShown) {
@@ -239,7 +302,12 @@ TEST_F(GridFixture, CopyingGivesWhatIsShown) {
   Press(Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("3.00"));
   grid_.SelectAll();
+  bool hourglass = false;
+  const auto watch = QObject::connect(QApplication::clipboard(), &QClipboard::dataChanged,
+                                      [this, &hourglass] { hourglass = ui.Busy(); });
   Press(Qt::Key_C, Qt::ControlModifier);
+  QObject::disconnect(watch);
+  EXPECT_TRUE(hourglass && !ui.Busy());
   EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Ticked\tID\tLast Name\tPrice\r\n"
                                                               "Yes\t1\tOne, 2 High St 1\t1.50\r\n"
                                                               "No\t2\tName 2\t3.00\r\n"
@@ -296,7 +364,7 @@ TEST_F(GridFixture, LayoutComesBack) {
   grid_.SaveLayout();
   EXPECT_EQ(
       registry.sysLoadValueFromRegistry(QStringLiteral("frmMainDataGrid"), QStringLiteral("03-"), {.perUser = true}),
-      QStringLiteral("W:123,V:-1,C:02"));
+      QStringLiteral("W:123,C:02"));
 
   QTableView other;
   other.setObjectName(QStringLiteral("dbgData"));
@@ -306,7 +374,7 @@ TEST_F(GridFixture, LayoutComesBack) {
   again.ConnectRecordset(rows_);
   EXPECT_EQ(other.horizontalHeader()->visualIndex(4), 1);
   EXPECT_EQ(other.columnWidth(2), 123);
-  EXPECT_TRUE(other.isColumnHidden(3));
+  EXPECT_FALSE(other.isColumnHidden(3)) << "what is hidden is said by the window, whatever stands at that place now";
 }
 
 }  // namespace

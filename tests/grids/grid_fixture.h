@@ -36,6 +36,7 @@ class GridFixture : public testing::Test, public EmbeddedHost, public GridOwner 
 
   void Grid_KeyUp(int key, Qt::KeyboardModifiers, QTableView&) override { keysUp_ += key; }
   [[nodiscard]] bool EditMode() const override { return editing_; }
+  [[nodiscard]] bool MayDeleteRows() override { return mayDelete_; }
 
   /// Makes rows 1 to n; every third has no name.
   void Fill(int rows) {
@@ -82,6 +83,7 @@ class GridFixture : public testing::Test, public EmbeddedHost, public GridOwner 
   Recordset rows_;
   QList<int> keysUp_;
   bool editing_ = false;
+  bool mayDelete_ = true;
 };
 
 }  // namespace qbx::test

@@ -11,16 +11,6 @@ namespace {
 
 constexpr int kLastKeyRole = Qt::UserRole + 8;
 
-// Where an item is clicked, and what it is called.
-int FirstColumn(const QAbstractItemView& view) {
-  if (const auto* list = qobject_cast<const QListView*>(&view)) return list->modelColumn();
-  const QHeaderView* header = HeaderOf(view);
-  for (int place = 0; header != nullptr && place < header->count(); ++place) {
-    if (!header->isSectionHidden(header->logicalIndex(place))) return header->logicalIndex(place);
-  }
-  return 0;
-}
-
 void Collect(const QAbstractItemView& view, const QModelIndex& parent, int column, QList<QModelIndex>& items) {
   for (int row = 0; row < view.model()->rowCount(parent); ++row) {
     items += view.model()->index(row, column, parent);
@@ -168,6 +158,15 @@ int ColumnOf(QAbstractItemView& view, const QVariant& column) {
   if (found >= 0 && found < captions.size()) return static_cast<int>(found);
   throw ScenarioError(
       QStringLiteral("There is no column \"%1\" but %2.").arg(name, captions.join(QStringLiteral(", "))));
+}
+
+int FirstColumn(const QAbstractItemView& view) {
+  if (const auto* list = qobject_cast<const QListView*>(&view)) return list->modelColumn();
+  const QHeaderView* header = HeaderOf(view);
+  for (int place = 0; header != nullptr && place < header->count(); ++place) {
+    if (!header->isSectionHidden(header->logicalIndex(place))) return header->logicalIndex(place);
+  }
+  return 0;
 }
 
 QModelIndex CellAt(QAbstractItemView& view, int row, const QVariant& column) {

@@ -18,6 +18,8 @@ namespace qbx::scenario {
 [[nodiscard]] QStringList ColumnCaptions(QAbstractItemView& view);
 /// A column by caption, by field ("_" stands for a blank) or by number from 0. \throws ScenarioError with the captions that are there
 [[nodiscard]] int ColumnOf(QAbstractItemView& view, const QVariant& column);
+/// Where a row is clicked and what it is called: the first column that is shown.
+[[nodiscard]] int FirstColumn(const QAbstractItemView& view);
 /// \throws ScenarioError when there is no such row
 [[nodiscard]] QModelIndex CellAt(QAbstractItemView& view, int row, const QVariant& column);
 /// Every item in the order shown, with those below it behind it.

@@ -86,6 +86,7 @@ QVariant ReadButton(const QAbstractButton& button, const QString& property) {
 QVariant ReadEdit(const QWidget& widget, const QString& property) {
   const auto* text = qobject_cast<const QTextEdit*>(&widget);
   const auto* plain = qobject_cast<const QPlainTextEdit*>(&widget);
+  const auto* combo = qobject_cast<const QComboBox*>(&widget);
   const QLineEdit* line = InnerEdit(widget);
   if (property == QLatin1String("readOnly")) {
     if (text != nullptr) return text->isReadOnly();
@@ -96,6 +97,7 @@ QVariant ReadEdit(const QWidget& widget, const QString& property) {
     if (text != nullptr) return text->placeholderText();
     if (plain != nullptr) return plain->placeholderText();
     if (line != nullptr) return line->placeholderText();
+    if (combo != nullptr) return combo->placeholderText();
   }
   return {};
 }

@@ -129,7 +129,7 @@ bool UseItems(QAbstractItemView& view, const QString& name, const QString& actio
     if (arguments.isEmpty()) return false;
     ClickItem(view, ItemOf(view, arguments.value(0)), name, {.twice = true});
   } else if (action == QLatin1String("scrollToRow")) {
-    view.scrollTo(CellAt(view, NumberAt(arguments, 0), 0), QAbstractItemView::PositionAtTop);
+    view.scrollTo(CellAt(view, NumberAt(arguments, 0), FirstColumn(view)), QAbstractItemView::PositionAtTop);
     Settle();
   } else if (action == QLatin1String("moveColumn")) {
     if (HeaderOf(view) == nullptr) return false;

@@ -28,6 +28,12 @@ check("one click flips a flag in the grid, the table and the counter", () => {
   assertEqual(counter(), "SMS's to Send: 0");
 });
 
+check("a double-click is one click", () => {
+  grid.doubleClickCell(1, "Send SMS");
+  assertEqual([grid.cell(1, "Send SMS"), flag(1, "Send_SMS")], ["Yes", 1]);
+  grid.clickCell(1, "Send SMS");
+});
+
 check("the space bar flips the flag of the current cell", () => {
   grid.press("Space");
   assertEqual(grid.cell(1, "Send SMS"), "Yes");
@@ -101,6 +107,15 @@ check("Ctrl+Delete takes one row out of the results; counts follow", () => {
   assertEqual(counter(), "SMS's to Send: 0");
 });
 
+check("so does the menu of the grid", () => {
+  const count = grid.rowCount;
+  const record = grid.cell(2, "RecordID");
+  answerMenu("Delete row");
+  grid.rightClickCell(2, "Lastname");
+  assertEqual(sql("SELECT * FROM [Campaign Results] WHERE RecordID = " + record), []);
+  assertEqual(grid.rowCount, count - 1);
+});
+
 check("several rows are refused", () => {
   const count = grid.rowCount;
   answer("Deleting multiple rows is not supported.");
@@ -143,6 +158,20 @@ check("a toggle that fails is reported and changes nothing", () => {
   grid.clickCell(0, "Send Email");
   assertEqual(grid.cell(0, "Send Email"), "No");
   failProcedure("proc_updp_Marketing_ToggleCheckbox", "");
+});
+
+check("a toggle after which the rows cannot be read stays shown", () => {
+  const record = grid.cell(0, "RecordID");
+  const shown = grid.cell(0, "Send Letter");
+  failProcedure("proc_selp_Campaign_Results", "no rows today");
+  answer("Unexpected error when reloading the grid.");
+  grid.clickCell(0, "Send Letter");
+  failProcedure("proc_selp_Campaign_Results", "");
+  assertNotEqual(grid.cell(0, "Send Letter"), shown);
+  assertEqual(grid.cell(0, "RecordID"), record);
+  assertEqual(flag(0, "Send_Letter"), shown === "Yes" ? 0 : 1);
+  grid.clickCell(0, "Send Letter");
+  assertEqual(grid.cell(0, "Send Letter"), shown);
 });
 
 check("while somebody else sends the campaign, flags, send methods and rows stay as they are", () => {

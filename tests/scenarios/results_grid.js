@@ -23,10 +23,13 @@ check("the rows of the campaign are shown, and counted", () => {
   assertEqual(grid.cell(0, "Lastname"), rows[0].Lastname);
   assertEqual(control("lblInfo3").text.trim(), "Query results. You can remove records you don't want to include.");
   assertEqual(control("lblStepComplete2").text, "Press Next> for Marketing Options");
+  assertMatch(control("lblInfo3").toolTip, "Ctrl+Delete");
   assertEqual(control("frmMain.imgLogo").visible, false);
 });
 
-check("the opt-in columns are hidden, and other captions are the fields with blanks", () => {
+check("the opt-in columns and keys are hidden, and other captions are the fields with blanks", () => {
+  assertEqual(grid.hiddenColumns.filter(name => /ID$/.test(name)).sort(), ["CampaignID", "RecordID"]);
+  assert(grid.columns.includes("Customer"));
   assertEqual(grid.hiddenColumns.filter(name => /Opt-In/.test(name)), ["SMS Opt-In", "Email Opt-In", "Letter Opt-In"]);
   for (const heading of ["Vehicle", "Last Mileage", "Send SMS", "Processed"]) assert(grid.columns.includes(heading), heading);
 });
@@ -82,6 +85,17 @@ check("the menu of the grid does the same", () => {
   answerMenu("Select All");
   grid.rightClickCell(1, "Firstname");
   assertEqual(grid.selectedRows.length, grid.rowCount);
+});
+
+check("a new campaign is not sorted as the one before", () => {
+  grid.clickHeading("Firstname");
+  answer("Lose any changes and start a new campaign?", "Yes");
+  control("mnuStart").trigger();
+  control("tvQuery").choose("All Customers");
+  control("cmdNext0").click();
+  control("cmdNext1").click();
+  assertEqual(grid.sort, null);
+  assertEqual(grid.row(0).RecordID, String(sql("SELECT MIN(RecordID) AS r FROM [Campaign Results] WHERE CampaignID = " + grid.cell(0, "CampaignID"))[0].r));
 });
 
 check("a result without rows says so in place of the grid", () => {

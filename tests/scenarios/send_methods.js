@@ -36,7 +36,10 @@ check("the lists offer the rules, with nothing chosen", () => {
     "All except when Letter", "All except when SMS"]);
   assertEqual(control("cmbSendBy2").items, ["All Customers", "No Customers", "All except when Email or SMS", "All except when Email",
     "All except when SMS"]);
-  for (const i of [0, 1, 2]) assertEqual(control("cmbSendBy" + i).selectedIndex, -1);
+  for (const i of [0, 1, 2]) {
+    const list = control("cmbSendBy" + i);
+    assertEqual([list.selectedIndex, list.placeholder], [-1, "(leave as it is)"]);
+  }
 });
 
 check("without a rule nothing is changed, and the grid is read again", () => {

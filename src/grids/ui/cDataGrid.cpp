@@ -3,6 +3,7 @@
 #include "grids/ui/cDataGrid.h"
 
 #include <QtWidgets>
+#include <stdexcept>
 
 #include "grids/grid_filter.h"
 #include "grids/grid_find.h"
@@ -72,7 +73,7 @@ void cDataGrid::PrepareView() {
   QObject::connect(header, &QHeaderView::sectionClicked, events_.get(), [this](int column) { HeadClick(column); });
   QObject::connect(header, &QHeaderView::sectionResized, events_.get(), [this] { ColResize(); });
   QObject::connect(view_, &QTableView::clicked, events_.get(), [this](const QModelIndex& index) {
-    if (clickModifiers_ == Qt::NoModifier) ClickCell(index);
+    if (clickModifiers_ == Qt::NoModifier && !secondClick_) ClickCell(index, ClickedBy::kMouse);
   });
   QObject::connect(view_, &QWidget::customContextMenuRequested, events_.get(), [this](const QPoint& at) { Menu(at); });
   QObject::connect(
@@ -163,6 +164,7 @@ void cDataGrid::DataSource(Recordset* records) {
 void cDataGrid::ConnectRecordset(Recordset& records) {
   Guarded("ConnectRecordset", [this, &records] {
     if (!view_) return;
+    if (records.RecordCount() < 0) throw std::invalid_argument("A grid needs rows that can be counted and sorted.");
     const RedrawOff redraw(view_);
     finder_->Stop();
     records_ = records.IsOpen() ? &records : nullptr;
@@ -216,9 +218,10 @@ void cDataGrid::RebindData() {
       Recordset rows;
       if (statements_.dbOpenRec(rows, QStringLiteral("proc_selp_%1 ( %2 )").arg(storedProc_).arg(header))) return;
       ownRecords_ = std::move(rows);
-      records_ = &ownRecords_;
+      ConnectRecordset(ownRecords_);
+    } else if (records_ != nullptr) {
+      ConnectRecordset(*records_);
     }
-    if (records_ != nullptr) ConnectRecordset(*records_);
   });
 }
 
@@ -246,6 +249,7 @@ void cDataGrid::Requery(const std::function<void()>& reread) {
       read = true;
     } catch (const std::exception& error) {
       diagnostics_.log.WriteLog(QLatin1String("Requery: ") + QString::fromUtf8(error.what()));
+      KeepClickedFlag();
     }
     model_->RowsChanged();
     Restore(place);
@@ -272,7 +276,7 @@ void cDataGrid::ApplyFilter() {
   std::optional<GridFilter> filter;
   if (!filter_.isEmpty()) filter = ParseGridFilter(filter_, *records_);
   model_->SetFilteredColumns(filter ? QSet<int>(filter->columns.begin(), filter->columns.end()) : QSet<int>());
-  records_->Filter(filter ? std::move(filter->test) : std::function<bool(qint64)>());
+  records_->Filter(filter ? std::move(filter->test) : std::function<bool(const StoredRow&)>());
 }
 
 void cDataGrid::ApplySort() {

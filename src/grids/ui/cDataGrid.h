@@ -163,14 +163,14 @@ class cDataGrid {
 
   // Binding.
   /// Shows a recordset: columns are formatted, sort and filter applied, the first row becomes current. With the columns
-  /// that were shown before, their widths, order and visibility stay.
+  /// that were shown before, their widths, order and visibility stay. A forward-only recordset is refused (reported).
   void ConnectRecordset(Recordset& records);
   void DisconnectRecordset();
   /// Shows the connected recordset anew, after other rows were read into it. Without a connected one the rows of
   /// "proc_selp_" + StoredProc + " ( header ID )" are read.
   void RebindData();
-  /// Reads the rows again. Sort, first visible row, current row (by its key), current column and horizontal position
-  /// stay. A failure shows "Unexpected error when reloading the grid." and leaves the rows that were there.
+  /// Reads the rows again. Sort, first visible row, current row and up to 500 selected ones (by their keys), current
+  /// column and horizontal position stay. A failure shows "Unexpected error when reloading the grid." and leaves the rows that were there.
   /// \param reread  what reads them into the connected recordset; may throw. Empty: its own Requery.
   void Requery(const std::function<void()>& reread = {});
   /// Empties the grid: no recordset, no columns, no sort.
@@ -189,7 +189,9 @@ class cDataGrid {
   /// \param registry  must outlive this
   /// \param window    name of the owner window ("frmMain")
   void KeepLayout(RegistryValues& registry, const QString& window);
-  /// Stores the column layout, when `KeepLayout` was called and columns are shown; for the window's end.
+  /// Stores order and widths of the columns, when `KeepLayout` was called and columns are shown; for the window's end.
+  /// Which columns are shown is the window's to say each time: kept by position, it would hide others once the host's
+  /// columns come in another order.
   void SaveLayout();
   /// Columns drawn as ticks and offered for a click (a hand is shown over them); columns that hold truth values are
   /// drawn as ticks in any case.
@@ -222,7 +224,7 @@ class cDataGrid {
   void Copy();
   /// Deletes the current row, as Ctrl+Delete does but without asking whether the grid allows it.
   void Remove();
-  /// Deletes all rows, one by one; stops at the first that fails.
+  /// Deletes all rows, one by one, once the owner agreed; stops at the first that fails.
   void RemoveRows();
   /// Inserts a row above the current one through "proc_addp_" + StoredProc + "_InsertRow" and reads again.
   void InsertRow();
@@ -235,11 +237,11 @@ class cDataGrid {
   void IgnoreKeyPress() { ignoreKeyPress_ = true; }
 
   // What the owner may want to know.
-  /// A left click, or Space, on any cell; the row is current by then.
+  /// A left click, or Space, on any cell; the row is current by then. A double-click is one click.
   void OnCellClick(std::function<void(const QString& field, qint64 recordId)> callback);
   /// After a row was deleted in the database and taken out of the grid.
   void OnDeleted(std::function<void(qint64 recordId)> callback);
-  /// A click on the button of `AddEditButton`.
+  /// A click on the button of `AddEditButton`, or Space in its cell.
   void OnEditButton(std::function<void(const QString& field, qint64 recordId)> callback);
   /// Another row or column became current.
   void OnRowColChange(std::function<void()> callback);
@@ -273,6 +275,7 @@ class cDataGrid {
   bool Guarded(const char* routine, const std::function<void()>& work);
   [[nodiscard]] std::vector<int> LineIdColumns() const;
   [[nodiscard]] std::vector<Value> KeyOf(qint64 row) const;
+  [[nodiscard]] std::vector<qint64> RowsOf(const Place& place) const;
   [[nodiscard]] qint64 RowOfKey(const std::vector<Value>& key, qint64 hint) const;
   [[nodiscard]] std::vector<qint64> SelectedRows() const;
   [[nodiscard]] QItemSelection AllCells() const;
@@ -291,14 +294,17 @@ class cDataGrid {
   [[nodiscard]] int SortedColumn() const;
   [[nodiscard]] int VisibleColumn(int column) const;
   void DeleteSelected();
+  void DeleteByUser();
   bool DeleteInDatabase(qint64 row);
   void DropRows(const std::vector<qint64>& rows);
   bool EditCell(qint64 row, int column, const QString& text);
   bool Shortcut(const QKeyEvent& event);
   bool FindTyped(const QKeyEvent& event);
   void Find(const QString& start);
-  void ClickCell(const QModelIndex& index);
+  enum class ClickedBy { kMouse, kKey };
+  void ClickCell(const QModelIndex& index, ClickedBy by);
   void ShowClickedFlag();
+  void KeepClickedFlag();
   void Say(const QString& text, MessageIcon icon);
   void Menu(const QPoint& position);
   void AskFind();
@@ -338,6 +344,7 @@ class cDataGrid {
   qint64 headerId_ = 0;
   std::vector<Value> deleteKey_;  // of the row about to be deleted
   Qt::KeyboardModifiers clickModifiers_;
+  bool secondClick_ = false;  // of a double-click
   QPoint clickedAt_;
   QPersistentModelIndex clickedFlag_;  // while its click is answered
   int controlKey_ = 0;                 // Delete or Insert went down with Ctrl

@@ -148,7 +148,7 @@ void cDataGrid::KeepLayout(RegistryValues& registry, const QString& window) {
 
 void cDataGrid::SaveLayout() {
   if (registry_ == nullptr || !view_ || model_->columnCount() == 0) return;
-  Guarded("gridSavePosition", [this] { gridSavePosition(*registry_, layoutWindow_, false, *view_); });
+  Guarded("gridSavePosition", [this] { gridSavePosition(*registry_, layoutWindow_, true, *view_); });
 }
 
 }  // namespace qbx

@@ -38,7 +38,7 @@ bool cDataGrid::Shortcut(const QKeyEvent& event) {
   const bool control = (event.modifiers() & Qt::ControlModifier) != 0;
   if (!control) {
     const bool clicks = event.key() == Qt::Key_Space && event.modifiers() == Qt::NoModifier && !finder_->Active();
-    if (clicks && !event.isAutoRepeat()) ClickCell(view_->currentIndex());
+    if (clicks && !event.isAutoRepeat()) ClickCell(view_->currentIndex(), ClickedBy::kKey);
     return clicks;
   }
   switch (event.key()) {
@@ -71,12 +71,7 @@ void cDataGrid::KeyUp(const QKeyEvent& event) {
   if (event.isAutoRepeat()) return;
   const bool control = (event.modifiers() & Qt::ControlModifier) != 0 || controlKey_ == event.key();
   if (controlKey_ == event.key()) controlKey_ = 0;
-  if (control && event.key() == Qt::Key_Delete && allowDelete_) {
-    if (allowUpdate_)
-      DeleteSelected();
-    else
-      Say(QStringLiteral("Rows cannot be deleted from this grid."), MessageIcon::kExclamation);
-  }
+  if (control && event.key() == Qt::Key_Delete) DeleteByUser();
   if (control && event.key() == Qt::Key_Insert && owner_ != nullptr && owner_->EditMode()) InsertRow();
   if (owner_ != nullptr && view_) owner_->Grid_KeyUp(event.key(), event.modifiers(), *view_);
 }
@@ -120,6 +115,7 @@ void cDataGrid::AskFind() {
 
 void cDataGrid::MouseDown(const QMouseEvent& event) {
   clickModifiers_ = event.modifiers();
+  secondClick_ = event.type() == QEvent::MouseButtonDblClick;
   clickedAt_ = event.position().toPoint();
   finder_->Stop();
 }
@@ -142,13 +138,14 @@ void cDataGrid::MouseLeave() {
   mouseColumn_.clear();
 }
 
-void cDataGrid::ClickCell(const QModelIndex& index) {
+void cDataGrid::ClickCell(const QModelIndex& index, ClickedBy by) {
   const GridColumn* column = model_->ColumnAt(index.column());
   if (column == nullptr || index.row() < 0 || index.row() >= RowCount()) return;
   const QString field = column->field;  // the columns may be others after a callback
   const qint64 recordId = RecordID();
-  const bool onButton = delegate_->HasEditButton(index.column()) &&
-                        GridDelegate::EditButtonRect(view_->visualRect(index)).contains(clickedAt_);
+  const bool onButton =
+      delegate_->HasEditButton(index.column()) &&
+      (by == ClickedBy::kKey || GridDelegate::EditButtonRect(view_->visualRect(index)).contains(clickedAt_));
   if (onButton) {
     if (onEditButton_) onEditButton_(field, recordId);
   } else if (onCellClick_) {
@@ -164,6 +161,13 @@ void cDataGrid::ShowClickedFlag() {
   if (!clickedFlag_.isValid()) return;
   model_->ShowFlipped(clickedFlag_.row(), clickedFlag_.column());
   view_->viewport()->repaint(view_->visualRect(clickedFlag_));
+}
+
+/// The flag was flipped, but the rows could not be read: what is shown must not invite to flip it back.
+void cDataGrid::KeepClickedFlag() {
+  if (!clickedFlag_.isValid()) return;
+  const bool was = records_->At(clickedFlag_.row(), clickedFlag_.column()).ToValue().ToBool();
+  records_->Put(clickedFlag_.row(), clickedFlag_.column(), Value(!was));
 }
 
 void cDataGrid::ColResize() {
@@ -209,6 +213,10 @@ void cDataGrid::Menu(const QPoint& position) {
   add(QStringLiteral("Select &All"), QKeySequence(Qt::CTRL | Qt::Key_A), any, [this] { SelectAll(); });
   add(QStringLiteral("Select &None"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A), any, [this] { SelectNone(); });
   menu->addSeparator();
+  if (allowDelete_) {
+    add(QStringLiteral("&Delete row"), QKeySequence(Qt::CTRL | Qt::Key_Delete), any, [this] { DeleteByUser(); });
+    menu->addSeparator();
+  }
   add(QStringLiteral("&Find..."), QKeySequence(Qt::CTRL | Qt::Key_F), any, [this] { AskFind(); });
   if (const GridColumn* sorted = model_->ColumnAt(column); colSorting_ && sorted != nullptr) {
     QString heading = sorted->heading;

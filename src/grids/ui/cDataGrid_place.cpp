@@ -78,6 +78,10 @@ cDataGrid::Place cDataGrid::Remember() const {
     if (row != CurrentRow()) place.visible.push_back({row, KeyOf(row)});
   }
   place.current = {CurrentRow(), KeyOf(CurrentRow())};
+  if (const qint64 selected = SelectedCount(); selected > 1 && selected <= kFewRows) {
+    for (const qint64 row : SelectedRows())
+      place.selected.push_back({row, KeyOf(row)});
+  }
   place.column = view_->currentIndex().column();
   place.horizontal = view_->horizontalScrollBar()->value();
   return place;
@@ -94,8 +98,36 @@ void cDataGrid::Restore(const Place& place) {
   qint64 current = RowOfKey(place.current.key, place.current.row);
   if (current < 0) current = std::min(place.current.row, RowCount() - 1);
   SetCurrent(current, place.column);
+  QItemSelection selection;
+  for (const qint64 row : RowsOf(place))
+    selection.select(model_->index(static_cast<int>(row), 0), model_->index(static_cast<int>(row), 0));
+  if (!selection.isEmpty())
+    view_->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   SetFirstVisibleRow(first);
   view_->horizontalScrollBar()->setValue(place.horizontal);
+}
+
+/// Where the rows are now that were selected. Rows that moved are looked for together, since each search walks all rows.
+std::vector<qint64> cDataGrid::RowsOf(const Place& place) const {
+  const auto textOf = [](const std::vector<Value>& key) {
+    QString text;
+    for (const Value& value : key)
+      text += value.ToText() + u'\n';
+    return text;
+  };
+  std::vector<qint64> rows;
+  QSet<QString> moved;
+  for (const Place::Row& row : place.selected) {
+    if (row.key.empty()) continue;
+    if (KeyOf(row.row) == row.key)
+      rows.push_back(row.row);
+    else
+      moved.insert(textOf(row.key));
+  }
+  for (qint64 row = 0; row < RowCount() && !moved.isEmpty(); ++row) {
+    if (moved.remove(textOf(KeyOf(row)))) rows.push_back(row);
+  }
+  return rows;
 }
 
 /// Makes a cell current and its row the selected one, without scrolling.

@@ -11,7 +11,6 @@
 
 namespace qbx {
 namespace {
-constexpr qint64 kSelectWithoutAsking = 500;
 constexpr int kMultipleRows = 103;
 constexpr int kNothingToSelect = 107;
 constexpr int kManyToSelect = 108;
@@ -25,7 +24,7 @@ void cDataGrid::SelectAll() {
   Guarded("SelectAll", [this] {
     const qint64 count = RowCount();
     if (!view_ || count == 0) return Say(AppMessage(kNothingToSelect), MessageIcon::kExclamation);
-    if (count > kSelectWithoutAsking) {
+    if (count > kFewRows) {
       const MessageAnswer answer =
           diagnostics_.ui.ShowMessage({.text = AppMessage(kManyToSelect, {QString::number(count)}),
                                        .icon = MessageIcon::kQuestion,
@@ -77,7 +76,11 @@ void cDataGrid::CopyRows() {
     const int column = header.logicalIndex(position);
     if (!header.isSectionHidden(column)) shown.push_back(column);
   }
-  QGuiApplication::clipboard()->setText(CopiedRows(*records_, model_->Columns(), shown, SelectedRows()));
+  diagnostics_.ui.SetBusy(true);
+  Guarded("CopyRows", [&] {
+    QGuiApplication::clipboard()->setText(CopiedRows(*records_, model_->Columns(), shown, SelectedRows()));
+  });
+  diagnostics_.ui.SetBusy(false);
 }
 
 void cDataGrid::Copy() {
@@ -155,6 +158,14 @@ void cDataGrid::DeleteSelected() {
   }
 }
 
+void cDataGrid::DeleteByUser() {
+  if (!allowDelete_) return;
+  if (allowUpdate_)
+    DeleteSelected();
+  else
+    Say(QStringLiteral("Rows cannot be deleted from this grid."), MessageIcon::kExclamation);
+}
+
 void cDataGrid::Remove() {
   if (!view_ || CurrentRow() < 0) return;
   SetCurrent(CurrentRow(), view_->currentIndex().column());
@@ -164,6 +175,7 @@ void cDataGrid::Remove() {
 void cDataGrid::RemoveRows() {
   Guarded("RemoveRows", [this] {
     if (!view_ || records_ == nullptr) return;
+    if (EditMode() && owner_ != nullptr && !owner_->MayDeleteRows()) return;
     std::vector<qint64> removed;
     {
       const RedrawOff redraw(view_);

@@ -19,6 +19,7 @@ class ResultsPage : public WizardPage, private GridOwner {
   ~ResultsPage() override;
 
   [[nodiscard]] QWidget* FirstControl() override;
+  void CampaignSetUp() override { grid_.sSortString({}); }
   void WindowCloses() override { grid_.SaveLayout(); }
 
  protected:

@@ -52,14 +52,19 @@ TEST_F(RecordsetTest, SortsNullsFirstTextWithoutCaseNumbersByValueAndStably) {
 
 TEST_F(RecordsetTest, FilterAndSortStayThroughARequery) {
   Recordset rows = Open();
-  rows.Filter([&rows](qint64 row) { return rows.StoredAt(row, 3).type != ValueType::kNull; });
+  rows.Filter([](const StoredRow& row) { return row.At(3).type != ValueType::kNull; });
   rows.Sort(2, true);
   EXPECT_EQ(Ids(rows), "4253");
   EXPECT_EQ(rows.RecordCount(), 4);
   session->Execute(QStringLiteral("INSERT INTO Items VALUES (6, 'fig', 50, 'n'), (7, 'kiwi', 60, NULL)"));
+  Recordset clone = rows.Clone();
   rows.Requery();
   EXPECT_EQ(Ids(rows), "46253");
-  rows.Filter({});
+  EXPECT_EQ(Ids(clone), "4253");
+  rows.Close();
+  clone.Requery();
+  EXPECT_EQ(Ids(clone), "46253") << "the filter of a clone looks at the clone's rows";
+  rows = Open();
   EXPECT_EQ(rows.RecordCount(), 7);
 }
 
@@ -121,6 +126,29 @@ TEST_F(RecordsetTest, AddsAndChangesRows) {
             "300000");
   EXPECT_EQ(FailureOf([&] { rows.Set(QStringLiteral("Colour"), 1); }),
             ": Item cannot be found in the collection corresponding to the requested name or ordinal.");
+}
+
+TEST_F(RecordsetTest, ForgetsChangesThatWereRefusedOrLeftBehind) {
+  server.Run("CREATE UNIQUE INDEX Names ON Items(Name, Note)");
+  const QString name = QStringLiteral("Name");
+  Recordset rows = Open();
+  rows.Set(name, QStringLiteral("Apple"));
+  rows.Set(QStringLiteral("Note"), QStringLiteral("x"));
+  EXPECT_NE(FailureOf([&] { rows.Update(); }), "");
+  EXPECT_EQ(rows.Field(name), Value(QStringLiteral("pear")));
+  rows.Update();
+
+  rows.AddNew();
+  EXPECT_EQ(rows.Field(name), Value());
+  rows.MoveNext();
+  EXPECT_EQ(rows.Field(name), Value(QStringLiteral("Apple"))) << "not the new row";
+  for (const std::function<void()>& leave : std::initializer_list<std::function<void()>>{
+           [&] { rows.MoveTo(2); }, [&] { rows.MoveFirst(); }, [&] { rows.MoveNext(); }, [&] { rows.Requery(); }}) {
+    rows.Set(name, QStringLiteral("left"));
+    leave();
+    rows.Update();
+  }
+  EXPECT_EQ(FirstText(session->Execute(QStringLiteral("SELECT count(*) FROM Items WHERE Name = 'left'"))), "0");
 }
 
 TEST_F(RecordsetTest, KeepsEveryCellOfALargeResult) {
