@@ -2,10 +2,9 @@
 
 namespace qbx {
 
-bool StoreCampaign(Statements& statements, CampaignStorage& storage, CurrentCampaign& campaign, UserInterface& ui,
-                   const QString& name, const QString& description) {
-  campaign.record.Campaign_Name = name;
-  campaign.record.Campaign_Description = description;
+namespace {
+
+bool Store(Statements& statements, CampaignStorage& storage, const CurrentCampaign& campaign, UserInterface& ui) {
   if (campaign.record.ID < 1) return storage.SaveCampaign();
   if (storage.UpdateCampaign()) return true;
   if (!CampaignIsGone(statements, campaign.record.ID)) return false;
@@ -14,6 +13,17 @@ bool StoreCampaign(Statements& statements, CampaignStorage& storage, CurrentCamp
       .icon = MessageIcon::kQuestion,
       .buttons = MessageButtons::kYesNo};
   return ui.ShowMessage(question) == MessageAnswer::kYes && storage.SaveCampaign();
+}
+
+}  // namespace
+
+bool StoreCampaign(Statements& statements, CampaignStorage& storage, CurrentCampaign& campaign, UserInterface& ui,
+                   const QString& name, const QString& description) {
+  campaign.record.Campaign_Name = name;
+  campaign.record.Campaign_Description = description;
+  const bool stored = Store(statements, storage, campaign, ui);
+  if (!stored) campaign.CampaignChanged = true;
+  return stored;
 }
 
 bool CampaignIsGone(Statements& statements, int campaignId) {

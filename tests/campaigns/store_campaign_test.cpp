@@ -51,6 +51,7 @@ TEST_F(StoreCampaignTest, AFailingDatabaseIsNotTakenForADeletedCampaign) {
   EXPECT_FALSE(Store(u"Typed"_qs));
   EXPECT_EQ(host.ui.Messages().size(), 1u) << "the failure alone, no question";
   EXPECT_EQ(campaign.record.Campaign_Name, u"Typed"_qs) << "what was typed is kept";
+  EXPECT_TRUE(campaign.CampaignChanged) << "and asked about before it is lost";
 }
 
 }  // namespace
