@@ -38,7 +38,7 @@ check("the lists offer the rules, with nothing chosen", () => {
     "All except when SMS"]);
   for (const i of [0, 1, 2]) {
     const list = control("cmbSendBy" + i);
-    assertEqual([list.selectedIndex, list.placeholder], [-1, "(leave as it is)"]);
+    assertEqual([list.selectedIndex, list.placeholder], [-1, "(no change)"]);
   }
 });
 
