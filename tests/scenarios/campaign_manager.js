@@ -58,6 +58,31 @@ check("Cancel, or Esc, gives an edit up; the window stays for another choice", (
   assertEqual(stored("Given up"), []);
 }));
 
+check("during an edit the other buttons wait, and closing asks before what was typed is lost", () => {
+  onWindow("frmCampaigns", window => {
+    const list = window.control("lstCampaigns");
+    const tabs = window.control("ssTabCampaigns");
+    const question = "The Name or Description has been changed and not been saved.\n\nClose and lose the changes?";
+    select(list, "Lapsed customers");
+    window.control("cmdEdit").click();
+    window.control("txtName").setText("Typed at length");
+    tabs.selectTab(2);
+    for (const name of ["cmdLoad", "cmdEdit", "cmdCopy", "cmdDelete"]) assert(!window.control(name).enabled, name);
+    list.doubleClickCell(0, "Campaign Name");
+    answer(question, "No");
+    window.control("cmdClose").click();
+    assertEqual([tabs.currentTab, window.control("txtName").text], [1, "Typed at length"]);
+    window.control("cmdCancel").click();
+    for (const name of ["cmdLoad", "cmdEdit", "cmdCopy", "cmdDelete"]) assert(window.control(name).enabled, name);
+    window.control("cmdEdit").click();
+    window.control("txtDescription").setText("Typed at length");
+    answer(question, "Yes");
+    window.control("cmdClose").click();
+  });
+  control("cmdLoad").click();
+  assertEqual(sql("SELECT * FROM Marketing_Campaigns WHERE 'Typed at length' IN (Campaign_Name, Campaign_Description)"), []);
+});
+
 check("Copy asks for a name, of which 40 characters are taken; none copies nothing", () => manage((window, list) => {
   const count = list.rowCount;
   select(list, "Lapsed customers");
@@ -149,6 +174,22 @@ check("columns and window are kept for the user, and for that user only", () => 
     assertNotEqual(place(window)[1], mine[1]);
   });
   restart({user: "Pat"});
+});
+
+check("a long text is cut in the list alone", () => {
+  const text = "First line\n" + "and many words ".repeat(3000);
+  execute("UPDATE Marketing_Campaigns SET Campaign_Description = '" + text + "' WHERE Campaign_Name = 'Lapsed customers'");
+  manage((window, list) => {
+    select(list, "Lapsed customers");
+    const shown = list.cell(list.selectedIndex, "Description");
+    assertMatch(shown, /^First line and many words/);
+    assertEqual(shown.length, 300);
+    assertEqual(window.control("txtDesc").text, text);
+    window.control("cmdEdit").click();
+    assertEqual(window.control("txtDescription").text, text);
+    window.control("cmdSave").click();
+  });
+  assertEqual(stored("Lapsed customers")[0].Campaign_Description, text);
 });
 
 check("without campaigns there is nothing to choose, and every button says so", () => {

@@ -122,3 +122,44 @@ check("what was typed in an edit that failed is there again in the next one", ()
   });
   assertEqual(sql("SELECT COUNT(*) AS n FROM Marketing_Campaigns WHERE Campaign_Description = 'A long text that took a while'")[0].n, 1);
 });
+
+check("a campaign that somebody sends is not deleted", () => {
+  const [campaign] = sql("SELECT MIN(ID) AS ID FROM Marketing_Campaigns");
+  const name = sql("SELECT Campaign_Name FROM Marketing_Campaigns WHERE ID = " + campaign.ID)[0].Campaign_Name;
+  execute("INSERT INTO Campaign_Claims VALUES (" + campaign.ID + ", 'Alex', 'FRONTDESK', 4711, '1', GetDate(), '2026-03-04 10:20:00')");
+  manage((window, list) => {
+    select(list, name);
+    answer("OK to delete", "Yes");
+    answer(/being sent by Alex.*FRONTDESK/);
+    window.control("cmdDelete").click();
+    assert(names(list).includes(name));
+  });
+  assertEqual(sql("SELECT ID FROM Marketing_Campaigns WHERE ID = " + campaign.ID).length, 1);
+  execute("DELETE FROM Campaign_Claims");
+});
+
+check("a name that could not be stored is not in the caption, and counts as a change", () => {
+  const save = name => {
+    onWindow("frmCampaigns", window => {
+      window.control("txtName").setText(name);
+      window.control("cmdSave").click();
+    });
+    control("mnuSave").trigger();
+  };
+  save("Stored");
+  const stored = control("frmMain").caption;
+  assertMatch(stored, " - [Stored]");
+  failProcedure("proc_updp_Marketing_Campaign", "not now");
+  answer("not now");
+  save("Not stored");
+  failProcedure("proc_updp_Marketing_Campaign", "");
+  assertEqual(control("frmMain").caption, stored);
+  answer("have not been saved", "No");
+  assert(!closeWindow());
+  onWindow("frmCampaigns", window => {
+    assertEqual(window.control("txtName").text, "Not stored", "what was typed is there again");
+    window.control("cmdSave").click();
+  });
+  control("mnuSave").trigger();
+  assertMatch(control("frmMain").caption, " - [Not stored]");
+});

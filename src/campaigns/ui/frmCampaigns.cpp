@@ -5,6 +5,7 @@
 #include "campaigns/campaign_list.h"
 #include "campaigns/store_campaign.h"
 #include "campaigns/ui/list_widget.h"
+#include "platform/ui/long_text.h"
 #include "platform/ui/modal.h"
 #include "ui_frmCampaigns.h"
 
@@ -17,26 +18,6 @@ constexpr int kDoubleClickPause = 100;  // so that the row is seen to be chosen
 
 QString ListName(const char* list) {
   return QString::fromLatin1(list);
-}
-
-/// Wrapping a paragraph takes time that grows with the square of its length; a very long one is shown as one line.
-constexpr int kLongestWrapped = 5000;
-
-void SetLongText(QPlainTextEdit& box, const QString& text) {
-  const QStringList paragraphs = text.split(u'\n');
-  const bool wrap = std::all_of(paragraphs.begin(), paragraphs.end(),
-                                [](const QString& line) { return line.size() <= kLongestWrapped; });
-  box.setPlainText({});
-  box.setLineWrapMode(wrap ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
-  box.setPlainText(text);
-}
-
-QTreeWidgetItem* FindRow(const QTreeWidget& list, int id) {
-  for (int row = 0; row < list.topLevelItemCount(); ++row) {
-    QTreeWidgetItem* item = list.topLevelItem(row);
-    if (item->text(0).toInt() == id) return item;
-  }
-  return nullptr;
 }
 
 }  // namespace
@@ -90,6 +71,7 @@ void frmCampaigns::SetLoading() {
 
 void frmCampaigns::ShowForm() {
   lLoadedCampaignID = 0;
+  stored = false;
   editing_ = false;
   if (!saving_ && lCampaignId < 0) lCampaignId = 0;  // a campaign that was never saved is not in the list
   PrepareMode();
@@ -107,14 +89,37 @@ void frmCampaigns::ShowForm() {
 void frmCampaigns::PrepareMode() {
   ui_->ssTabCampaigns->setTabEnabled(kSaveTab, saving_);
   ui_->ssTabCampaigns->setCurrentIndex(saving_ ? kSaveTab : kCampaignsTab);
+  EnableButtons();
+}
+
+// During an edit they wait: they could take away the campaign that is edited, or what was typed for it.
+void frmCampaigns::EnableButtons() {
   for (QPushButton* button : {ui_->cmdLoad, ui_->cmdEdit, ui_->cmdCopy})
-    button->setEnabled(!saving_);
-  ui_->cmdDelete->setEnabled(true);
+    button->setEnabled(!saving_ && !editing_);
+  ui_->cmdDelete->setEnabled(!editing_);
 }
 
 void frmCampaigns::setVisible(bool visible) {
   QDialog::setVisible(visible);
   if (visible) ui_->txtName->end(false);  // a dialog that opens selects the text of its first box
+}
+
+void frmCampaigns::reject() {
+  if (MayLoseEdit()) QDialog::reject();
+}
+
+bool frmCampaigns::MayLoseEdit() {
+  const bool typed = ui_->txtName->text() != givenName_ || ui_->txtDescription->document()->isModified();
+  if (!editing_ || !typed || parts_.diagnostics.ui.QuitRequested()) return true;
+  const Message question{
+      .text =
+          QStringLiteral("The Name or Description has been changed and not been saved.\r\rClose and lose the changes?"),
+      .icon = MessageIcon::kQuestion,
+      .buttons = MessageButtons::kYesNo,
+      .defaultAnswer = MessageAnswer::kNo};
+  if (parts_.diagnostics.ui.ShowMessage(question) == MessageAnswer::kYes) return true;
+  ui_->ssTabCampaigns->setCurrentIndex(kSaveTab);
+  return false;
 }
 
 void frmCampaigns::done(int result) {
@@ -151,60 +156,10 @@ bool frmCampaigns::eventFilter(QObject* watched, QEvent* event) {
   }
 }
 
-bool frmCampaigns::LoadCampaigns() {
-  const std::optional<std::vector<CampaignListRow>> rows = qbx::LoadCampaigns(parts_.statements);
-  {
-    ListFilling filling(*ui_->lstCampaigns);
-    for (const CampaignListRow& row : rows.value_or(std::vector<CampaignListRow>())) {
-      const QTreeWidgetItem* item = filling.Add({QString::number(row.ID), row.Campaign_Name, row.Last_Run,
-                                                 row.Created_Date, row.Campaign_Description, row.Created_By});
-      if (lCampaignId == 0) SelectCampaign(item);
-    }
-    if (QTreeWidgetItem* current = FindRow(*ui_->lstCampaigns, lCampaignId)) {
-      ui_->lstCampaigns->setCurrentItem(current);
-      SelectCampaign(current);
-    } else if (lCampaignId > 0 && ui_->lstCampaigns->topLevelItemCount() > 0) {
-      SelectCampaign(nullptr);
-    }
-  }
-  if (QTreeWidgetItem* current = ui_->lstCampaigns->currentItem()) ui_->lstCampaigns->scrollToItem(current);
-  if (!rows && !parts_.statements.Shared().WasOpen()) {
-    Tell(QStringLiteral("There is no connection to the database, so the campaigns cannot be shown."));
-  }
-  return rows.has_value();
-}
-
-void frmCampaigns::LoadCampaignHistory(bool viewAll) {
-  const std::optional<std::vector<CampaignHistoryRow>> rows = qbx::LoadCampaignHistory(parts_.statements, viewAll);
-  historyRead_ = true;
-  QTreeWidgetItem* last = nullptr;
-  {
-    ListFilling filling(*ui_->lstHistory);
-    for (const CampaignHistoryRow& row : rows.value_or(std::vector<CampaignHistoryRow>())) {
-      last = filling.Add({QString::number(row.ID), row.Record_Date, row.Campaign_Name, row.Event, row.UserID});
-    }
-  }
-  if (last == nullptr) return;
-  ui_->lstHistory->setCurrentItem(last);
-  ui_->lstHistory->scrollToItem(last);
-}
-
-// After a failure the lists are read again only when the campaign is gone: a database that does not answer has been told of.
-void frmCampaigns::RefreshLists(bool withHistory) {
-  if (LoadCampaigns() && withHistory) LoadCampaignHistory(viewAll_);
-}
-
-void frmCampaigns::SelectCampaign(const QTreeWidgetItem* row) {
-  lCampaignId = row == nullptr ? 0 : row->text(0).toInt();
-  selectedName_ = row == nullptr ? QString() : row->text(1);
-  selectedDescription_ = row == nullptr ? QString() : row->text(4);
-  SetLongText(*ui_->txtDesc, selectedDescription_);
-  ui_->lblCreatedBy->setText(row == nullptr ? QString() : QLatin1String("Created By: ") + row->text(5));
-}
-
 void frmCampaigns::ShowNames(const QString& name, const QString& description) {
   ui_->txtName->setText(name);
   ui_->txtName->end(false);
+  givenName_ = ui_->txtName->text();
   givenDescription_ = description;
   SetLongText(*ui_->txtDescription, description);
   ui_->txtDescription->document()->setModified(false);
@@ -249,6 +204,7 @@ void frmCampaigns::Edit() {
   }
   editing_ = true;
   editedId_ = lCampaignId;
+  EnableButtons();
   ui_->ssTabCampaigns->setTabEnabled(kSaveTab, true);
   ui_->ssTabCampaigns->setCurrentIndex(kSaveTab);
   ui_->txtName->setFocus();
@@ -264,19 +220,19 @@ void frmCampaigns::Save() {
     SaveEdit();
     return;
   }
-  StoreCampaign(parts_.statements, parts_.storage, parts_.campaign, parts_.diagnostics.ui, ui_->txtName->text(),
-                TypedDescription());
+  stored = StoreCampaign(parts_.statements, parts_.storage, parts_.campaign, parts_.diagnostics.ui,
+                         ui_->txtName->text(), TypedDescription());
   lCampaignId = parts_.campaign.record.ID;
   accept();
 }
 
 void frmCampaigns::SaveEdit() {
   const Details typed{.campaignId = editedId_, .name = ui_->txtName->text(), .description = TypedDescription()};
-  const bool stored = parts_.storage.UpdateCampaignDetails(typed.campaignId, typed.name, typed.description);
-  unsaved_ = stored ? Details() : typed;
+  const bool changed = parts_.storage.UpdateCampaignDetails(typed.campaignId, typed.name, typed.description);
+  unsaved_ = changed ? Details() : typed;
   ShowNames({}, {});
   LeaveEditing();
-  if (stored || CampaignIsGone(parts_.statements, typed.campaignId)) RefreshLists(true);
+  if (changed || CampaignIsGone(parts_.statements, typed.campaignId)) RefreshLists(true);
 }
 
 void frmCampaigns::Cancel() {
@@ -286,6 +242,7 @@ void frmCampaigns::Cancel() {
 
 void frmCampaigns::LeaveEditing() {
   editing_ = false;
+  EnableButtons();
   ui_->ssTabCampaigns->setCurrentIndex(kCampaignsTab);
   ui_->ssTabCampaigns->setTabEnabled(kSaveTab, false);
   ui_->lstCampaigns->setFocus();
@@ -314,6 +271,7 @@ void frmCampaigns::Delete() {
     return;
   }
   if (parts_.diagnostics.ui.ShowMessage(question) != MessageAnswer::kYes) return;
+  if (parts_.mayDelete && !parts_.mayDelete(lCampaignId)) return;
   const bool deleted = parts_.storage.DeleteCampaign(lCampaignId);
   if (deleted) {
     // The row below takes its place, so that the keyboard stays where it was.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 #include <memory>
 
 #include "campaigns/campaign_storage.h"
@@ -17,13 +18,15 @@ class frmCampaigns;
 
 namespace qbx {
 
-/// What the campaign manager works with. References only.
+/// What the campaign manager works with; the references must outlive it.
 struct CampaignManagerParts {
   Statements& statements;
   CampaignStorage& storage;
   CurrentCampaign& campaign;
   WindowLayout& layout;
   Diagnostics diagnostics;
+  /// Asked before a campaign is deleted; false, after telling the user why, leaves it.
+  std::function<bool(int campaignId)> mayDelete;
 };
 
 /// A modal window, opened in one of two modes: saving the current campaign, or loading another.
@@ -41,6 +44,7 @@ class frmCampaigns : public QDialog {
 
   int lLoadedCampaignID = 0;  ///< the campaign loaded in this opening, 0: none
   int lCampaignId = 0;        ///< the current campaign, then the one selected in the list
+  bool stored = false;        ///< the current campaign was stored in this opening
 
   void SetSaving();   ///< opens in save mode
   void SetLoading();  ///< opens in load mode
@@ -49,6 +53,8 @@ class frmCampaigns : public QDialog {
   void ShowForm();
 
   void setVisible(bool visible) override;
+  /// Asks first when an edit would be lost.
+  void reject() override;
   void done(int result) override;
 
  protected:
@@ -65,12 +71,14 @@ class frmCampaigns : public QDialog {
 
   void Connect();
   void PrepareMode();
+  void EnableButtons();
   [[nodiscard]] bool LoadCampaigns();
   void LoadCampaignHistory(bool viewAll);
   void RefreshLists(bool withHistory);
   void SelectCampaign(const QTreeWidgetItem* row);
   void ShowNames(const QString& name, const QString& description);
   [[nodiscard]] QString TypedDescription() const;
+  [[nodiscard]] bool MayLoseEdit();
   void Load();
   void LoadByDoubleClick();
   [[nodiscard]] bool LoadSelected();
@@ -87,11 +95,12 @@ class frmCampaigns : public QDialog {
   std::unique_ptr<Ui::frmCampaigns> ui_;
   bool saving_ = false;
   bool editing_ = false;
-  int editedId_ = 0;  ///< the list may be clicked during an edit
+  int editedId_ = 0;  ///< the list may be clicked during an edit, but its buttons wait
   bool viewAll_ = false;
   bool historyRead_ = false;
   QString selectedName_;
   QString selectedDescription_;
+  QString givenName_;         ///< what `txtName` was given
   QString givenDescription_;  ///< what `txtDescription` was given; the box turns its line breaks into its own
   Details unsaved_;           ///< an edit that could not be stored, offered again when the same campaign is edited
 };

@@ -5,8 +5,9 @@
 namespace qbx {
 namespace {
 
-/// A longer text is shown cut, since measuring and eliding it would take a visible time; so is a tip.
+/// A cell holds a longer text cut, since the list copies, measures and elides what its cells hold; a tip is cut too.
 constexpr int kLongestCell = 300;
+constexpr int kWholeTextRole = Qt::UserRole;
 constexpr int kLongestTip = 1000;
 constexpr int kRowPadding = 6;  // logical pixels between the lines of text
 
@@ -36,7 +37,7 @@ class Row : public QTreeWidgetItem {
     const QVariant mine = SortKey(text(column));
     const QVariant others = SortKey(other.text(column));
     if (mine.typeId() == QMetaType::QString || mine.typeId() != others.typeId()) {
-      return QString::localeAwareCompare(OneLine(text(column)), OneLine(other.text(column))) < 0;
+      return QString::localeAwareCompare(text(column), other.text(column)) < 0;
     }
     return QVariant::compare(mine, others) == QPartialOrdering::Less;
   }
@@ -49,7 +50,8 @@ class CellDelegate : public QStyledItemDelegate {
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                  const QModelIndex& index) override {
     if (event->type() != QEvent::ToolTip) return QStyledItemDelegate::helpEvent(event, view, option, index);
-    const QString text = index.data().toString();
+    const QVariant whole = index.data(kWholeTextRole);
+    const QString text = whole.isNull() ? index.data().toString() : whole.toString();
     const bool cut = sizeHint(option, index).width() > view->visualRect(index).width() || text.size() > kLongestCell;
     // As markup only so that a name that looks like markup is shown as it is.
     QToolTip::showText(event->globalPos(), cut ? Qt::convertFromPlainText(text.left(kLongestTip)) : QString(), view);
@@ -58,12 +60,6 @@ class CellDelegate : public QStyledItemDelegate {
 
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     return QStyledItemDelegate::sizeHint(option, index) + QSize(0, kRowPadding);
-  }
-
- protected:
-  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-    QStyledItemDelegate::initStyleOption(option, index);
-    option->text = OneLine(index.data().toString());
   }
 };
 
@@ -89,7 +85,18 @@ ListFilling::~ListFilling() {
 }
 
 QTreeWidgetItem* ListFilling::Add(const QStringList& texts) {
-  return new Row(&list_, texts);
+  auto* row = new Row(&list_);
+  for (int column = 0; column < texts.size(); ++column) {
+    const QString line = OneLine(texts[column]);
+    row->setText(column, line);
+    if (line != texts[column]) row->setData(column, kWholeTextRole, texts[column]);
+  }
+  return row;
+}
+
+QString WholeText(const QTreeWidgetItem& row, int column) {
+  const QVariant whole = row.data(column, kWholeTextRole);
+  return whole.isNull() ? row.text(column) : whole.toString();
 }
 
 void SetColumnWidths(QTreeWidget& list, const QStringList& samples) {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QString>
 #include <QStringList>
 
 class QTreeWidget;
@@ -21,12 +22,16 @@ class ListFilling {
   ListFilling(const ListFilling&) = delete;
   ListFilling& operator=(const ListFilling&) = delete;
 
-  /// Adds a row. Numbers sort as numbers and "dd/mm/yyyy HH:mm" as dates.
+  /// Adds a row. Numbers sort as numbers and "dd/mm/yyyy HH:mm" as dates. A cell shows its text on one line, and a long
+  /// one cut; see `WholeText`.
   QTreeWidgetItem* Add(const QStringList& texts);
 
  private:
   QTreeWidget& list_;
 };
+
+/// The text that a cell was given.
+[[nodiscard]] QString WholeText(const QTreeWidgetItem& row, int column);
 
 /// Makes columns as wide as sample texts, in the font of the list.
 void SetColumnWidths(QTreeWidget& list, const QStringList& samples);

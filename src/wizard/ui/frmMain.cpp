@@ -133,7 +133,7 @@ void frmMain::LoadCampaign() {
   bool loaded = false;
   WithDatabase([this, &loaded] {
     loaded = desk_.settings.LoadCampaignSettings([this] {
-      frmCampaigns manager({app_.statements, app_.campaignStorage, app_.campaign, layout_, app_.diagnostics}, this);
+      frmCampaigns manager(ManagerParts(), this);
       manager.lCampaignId = app_.campaign.record.ID;
       manager.SetLoading();
       manager.ShowForm();
@@ -144,16 +144,28 @@ void frmMain::LoadCampaign() {
 }
 
 void frmMain::SaveCampaign() {
-  WithDatabase([this] {
-    desk_.settings.SaveCampaignSettings([this] {
-      frmCampaigns manager({app_.statements, app_.campaignStorage, app_.campaign, layout_, app_.diagnostics}, this);
+  bool stored = false;
+  WithDatabase([this, &stored] {
+    desk_.settings.SaveCampaignSettings([this, &stored] {
+      frmCampaigns manager(ManagerParts(), this);
       manager.lCampaignId = app_.campaign.record.ID;
       manager.SetSaving();
       manager.ShowForm();
+      stored = manager.stored;
     });
   });
   ShowPages();
-  ShowCaption();
+  if (stored) ShowCaption();
+}
+
+/// A campaign that is being sent stays, with what is on record about its messages.
+CampaignManagerParts frmMain::ManagerParts() {
+  const auto mayDelete = [this](int campaignId) {
+    const std::optional<Message> refusal = desk_.guard.Look(campaignId).refusal;
+    if (refusal) boxes_.ShowMessage(*refusal);
+    return !refusal;
+  };
+  return {app_.statements, app_.campaignStorage, app_.campaign, layout_, app_.diagnostics, mayDelete};
 }
 
 void frmMain::RunCampaign() {

@@ -19,6 +19,7 @@ class frmMain;
 namespace qbx {
 
 class WizardPage;
+struct CampaignManagerParts;
 
 /// Owns the pages and the commands that span them; what a page shows and does is the page's own.
 class frmMain : public QMainWindow {
@@ -64,6 +65,7 @@ class frmMain : public QMainWindow {
   void ShowCampaign();
   void ShowPages();
   void ShowCaption();
+  [[nodiscard]] CampaignManagerParts ManagerParts();
 
   Application& app_;
   CampaignDesk& desk_;
