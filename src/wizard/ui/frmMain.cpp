@@ -161,7 +161,7 @@ void frmMain::SaveCampaign() {
 /// A campaign that is being sent stays, with what is on record about its messages.
 CampaignManagerParts frmMain::ManagerParts() {
   const auto mayDelete = [this](int campaignId) {
-    const std::optional<Message> refusal = desk_.guard.Look(campaignId).refusal;
+    const std::optional<Message> refusal = desk_.guard.LookAtClaim(campaignId);
     if (refusal) boxes_.ShowMessage(*refusal);
     return !refusal;
   };
