@@ -40,8 +40,9 @@ bool CheckDates(QueryOptions& options) {
 bool CheckQueryDates(int query, QueryOptions& options, const QDate& today) {
   if (query == kTopCustomers || query == kBottomCustomers) {
     auto& [from, to] = options.dteDate;
-    if (!from.isValid()) from = QDate(kEarliestYear, 1, 1);
-    if (!to.isValid()) to = today;
+    // A text that is no date is refused like anywhere else; the box that holds it keeps it.
+    if (!from.isValid() && !options.dteDateHasText[0]) from = QDate(kEarliestYear, 1, 1);
+    if (!to.isValid() && !options.dteDateHasText[1]) to = today;
   }
   return CheckDates(options);
 }

@@ -121,6 +121,16 @@ QStringList CampaignTypes() {
           QStringLiteral("Other")};
 }
 
+std::vector<bool> MakesInText(const QString& text, const QStringList& items) {
+  QStringList entries;
+  for (const QString& piece : text.split(u','))
+    entries += TrimBlanks(piece);
+  std::vector<bool> named;
+  for (const QString& item : items)
+    named.push_back(entries.contains(item, Qt::CaseInsensitive));
+  return named;
+}
+
 QString RebuildMakesText(const QString& current, const QStringList& items, const QStringList& selected) {
   QStringList entries = selected;
   int typed = 0;

@@ -61,6 +61,9 @@ struct QueryNode {
 /// The entries of `cmbType`.
 [[nodiscard]] QStringList CampaignTypes();
 
+/// The items of a makes list that a makes text names, without regard to case: as long as the list.
+[[nodiscard]] std::vector<bool> MakesInText(const QString& text, const QStringList& items);
+
 /// The text of `txtMakes` after a click in `lstMakes`: the selected items in list order, then the typed entries that
 /// are no items, separated by ", ". The first 50 typed entries are kept, any more are dropped.
 /// \param current   the text before the click

@@ -108,6 +108,7 @@ std::vector<int> CopyFromRecord(const CampaignRecord& record, WizardState& state
   state.txtSMS = record.SMS;
   std::vector<int> outOfRange;
   CopyFilters(record, state.filters, outOfRange);
+  state.appliedFilters = record.Step2 ? state.filters : Filters();
   return outOfRange;
 }
 

@@ -18,20 +18,32 @@ QuerySelection::QuerySelection(Statements& statements, CurrentCampaign& campaign
 
 void QuerySelection::NodeClick(int index) {
   if (!FindQueryNode(index, edition_.boat)) return;
-  ShowNode(index);
   state_.options.txtMakes.clear();
+  ShowNode(index);
   campaign_.record.CampaignTypeID = index;
+  Changed();
+}
+
+QStringList QuerySelection::Makes() const {
+  QStringList items;
+  for (const ListRow& row : state_.lstMakes)
+    items.append(row.text);
+  return items;
+}
+
+void QuerySelection::MakesTyped(const QString& text) {
+  state_.options.txtMakes = text;
+  state_.lstMakesSelected = MakesInText(text, Makes());
   Changed();
 }
 
 void QuerySelection::MakesClick(const std::vector<bool>& selected) {
   state_.lstMakesSelected = selected;
   state_.lstMakesSelected.resize(state_.lstMakes.size());
-  QStringList items;
+  const QStringList items = Makes();
   QStringList chosen;
-  for (size_t row = 0; row < state_.lstMakes.size(); ++row) {
-    items.append(state_.lstMakes[row].text);
-    if (state_.lstMakesSelected[row]) chosen.append(state_.lstMakes[row].text);
+  for (qsizetype row = 0; row < items.size(); ++row) {
+    if (state_.lstMakesSelected[static_cast<size_t>(row)]) chosen.append(items[row]);
   }
   state_.options.txtMakes = RebuildMakesText(state_.options.txtMakes, items, chosen);
   Changed();
@@ -58,7 +70,7 @@ void QuerySelection::ShowNode(int index) {
   state_.lstMakes = ReadList(statements_, *state_.panels.makesListStatement, QStringLiteral("Description"),
                              QStringLiteral("RecordID"))
                         .value_or(std::vector<ListRow>());
-  state_.lstMakesSelected.assign(state_.lstMakes.size(), false);
+  state_.lstMakesSelected = MakesInText(state_.options.txtMakes, Makes());
 }
 
 }  // namespace qbx

@@ -28,6 +28,9 @@ class QuerySelection {
   /// \param selected  as long as the list
   void MakesClick(const std::vector<bool>& selected);
 
+  /// The makes text was edited: the makes that it names are selected in the list, so that the next click adds to them.
+  void MakesTyped(const QString& text);
+
   /// A filter was ticked or unticked, or another condition was chosen, in the state: how the controls look now.
   FilterView FilterClick();
 
@@ -43,6 +46,8 @@ class QuerySelection {
   void ShowNode(int index);
 
  private:
+  [[nodiscard]] QStringList Makes() const;
+
   Statements& statements_;
   CurrentCampaign& campaign_;
   WizardState& state_;

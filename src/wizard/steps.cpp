@@ -10,8 +10,9 @@ namespace {
 
 constexpr int kLastStep = kResultsTab - 1;
 
-Message YesNoQuestion(const QString& text) {
-  return {.text = text, .icon = MessageIcon::kQuestion, .buttons = MessageButtons::kYesNo};
+Message YesNoQuestion(const QString& text, MessageAnswer defaultAnswer) {
+  return {
+      .text = text, .icon = MessageIcon::kQuestion, .buttons = MessageButtons::kYesNo, .defaultAnswer = defaultAnswer};
 }
 
 }  // namespace
@@ -31,6 +32,7 @@ StepResult WizardSteps::NextStep(int index) {
   if (runsQuery) {
     if (parts_.queries.ProcessQuery(index, false) != QueryOutcome::kDone) return {};
     parts_.results.RowsReplaced();
+    state.appliedFilters = index == 0 ? Filters() : state.filters;
   }
   const bool showsResults = index + 2 == kResultsTab;
   if (showsResults && !parts_.results.DisplayResults(parts_.campaign.record.ID)) return {};
@@ -79,7 +81,7 @@ void WizardSteps::LogClick(const QString& text, int index) {
 }
 
 bool WizardSteps::Refresh() {
-  const WizardState& state = parts_.state;
+  WizardState& state = parts_.state;
   if (const std::optional<Message> refusal = CheckRefresh(state.filters, state.bStepComplete[1], parts_.edition.boat)) {
     diagnostics_.ui.ShowMessage(*refusal);
     return false;
@@ -87,6 +89,7 @@ bool WizardSteps::Refresh() {
   if (!MayReplaceRows()) return false;
   if (parts_.queries.Refresh() != QueryOutcome::kDone) return false;
   parts_.results.RowsReplaced();
+  state.appliedFilters = state.filters;
   return true;
 }
 
@@ -126,19 +129,19 @@ void WizardSteps::TabOpened(int tab) {
 }
 
 bool WizardSteps::ConfirmNewCampaign() {
-  return Confirm(QStringLiteral("Lose any changes and start a new campaign?"));
+  return Confirm(QStringLiteral("Lose any changes and start a new campaign?"), MessageAnswer::kNo);
 }
 
 bool WizardSteps::ConfirmLoadCampaign() {
-  return Confirm(QStringLiteral("Lose any changes and load an existing campaign?"));
+  return Confirm(QStringLiteral("Lose any changes and load an existing campaign?"), MessageAnswer::kNo);
 }
 
 bool WizardSteps::ConfirmExit() {
-  return Confirm(QLatin1String("Exit ") + diagnostics_.ui.ApplicationTitle() + u'?');
+  return Confirm(QLatin1String("Exit ") + diagnostics_.ui.ApplicationTitle() + u'?', MessageAnswer::kYes);
 }
 
-bool WizardSteps::Confirm(const QString& text) {
-  return diagnostics_.ui.ShowMessage(YesNoQuestion(text)) == MessageAnswer::kYes;
+bool WizardSteps::Confirm(const QString& text, MessageAnswer defaultAnswer) {
+  return diagnostics_.ui.ShowMessage(YesNoQuestion(text, defaultAnswer)) == MessageAnswer::kYes;
 }
 
 }  // namespace qbx

@@ -84,7 +84,7 @@ class WizardSteps {
   [[nodiscard]] bool MayRunQuery(int index);
   [[nodiscard]] bool MayReplaceRows();
   void LogClick(const QString& text, int index);
-  [[nodiscard]] bool Confirm(const QString& text);
+  [[nodiscard]] bool Confirm(const QString& text, MessageAnswer defaultAnswer);
 
   Parts parts_;
   Diagnostics diagnostics_;

@@ -31,6 +31,7 @@ struct WizardState {
 
   // Step 2
   Filters filters = {};
+  Filters appliedFilters = {};              ///< those that the rows were last selected with
   std::vector<ListRow> cmbData1Items = {};  ///< customer types
   std::vector<ListRow> cmbData2Items = {};  ///< enquiry sources
   RecordLabels lblRecords = {"Records found: ", "Records found: "};

@@ -19,9 +19,11 @@ check("chosen makes stand in the text in the order of the list", () => {
   assertEqual(text.text, "Ford");
 });
 
-check("typed makes that are not in the list are kept behind the chosen ones; others follow the list", () => {
+check("typed makes that are not in the list are kept behind the chosen ones; others are chosen in the list", () => {
   text.setText("Lada,  audi, Ford , Wartburg");
+  assertEqual(list.selectedTexts, ["Audi", "Ford"]);
   list.toggle("BMW");
+  list.toggle("Audi");
   assertEqual(text.text, "BMW, Ford, Lada, Wartburg");
   list.choose([]);
   assertEqual(text.text, "Lada, Wartburg");
@@ -55,4 +57,14 @@ check("choosing the query again empties the text and the selection", () => {
   control("tvQuery").choose("Specific Makes");
   assertEqual(text.text, "");
   assertEqual(list.selectedTexts, []);
+});
+
+check("the list follows the text, so that a click adds to what was typed", () => {
+  start();
+  control("cmdNew").click();
+  control("tvQuery").choose("Specific Makes");
+  control("txtMakes").setText("audi, Zagato, Volkswagen");
+  assertEqual(control("lstMakes").selectedTexts, ["Audi", "Volkswagen"]);
+  control("lstMakes").toggle("BMW");
+  assertEqual(control("txtMakes").text, "Audi, BMW, Volkswagen, Zagato");
 });

@@ -98,3 +98,26 @@ check("Refresh looks only at the model: it counts and stays", () => {
   control("cmdApplyFilters").click();
   assertEqual(control("lblRecords1").text, "Records found: 0");
 });
+
+check("filters that are not applied to the rows say so, on both pages", () => {
+  const pending = /The filters are not applied to these rows yet/;
+  start({garage: {customers: 200, seed: 5}});
+  control("cmdNew").click();
+  control("tvQuery").choose("All Vehicles");
+  control("cmdNext0").click();
+  assertEqual(control("lblFiltersPending").text, "");
+  control("chkFilter4").tick();
+  control("cmbFilter4").choose("After");
+  control("txtYear0").type("2015");
+  assertMatch(control("lblFiltersPending").text, pending);
+  control("cmdApplyFilters").click();
+  assertEqual(control("lblFiltersPending").text, "");
+  selectTab(1);
+  control("cmdNext0").click();
+  assertMatch(control("lblFiltersPending").text, pending);
+  selectTab(3);
+  assertMatch(control("lblFiltersPending").text, pending);
+  selectTab(2);
+  control("cmdNext1").click();
+  assertEqual(control("lblFiltersPending").text, "");
+});

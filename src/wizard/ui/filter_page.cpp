@@ -2,6 +2,7 @@
 
 #include "platform/ui/look.h"
 #include "ui_filter_page.h"
+#include "wizard/filters_pending.h"
 
 namespace qbx {
 namespace {
@@ -89,8 +90,10 @@ void FilterPage::ConnectChecks() {
 void FilterPage::ConnectValues() {
   Filters& filters = State().filters;
   // The model is not stored, so it is no change of the campaign.
-  connect(ui_->txtModel, &QLineEdit::textEdited, this,
-          [this](const QString& text) { State().filters.txtModel = text; });
+  connect(ui_->txtModel, &QLineEdit::textEdited, this, [this](const QString& text) {
+    State().filters.txtModel = text;
+    ShowPending();
+  });
   const std::pair<QLineEdit*, QString*> boxes[] = {{ui_->txtYear0, &filters.txtYear[0]},
                                                    {ui_->txtYear1, &filters.txtYear[1]},
                                                    {ui_->txtMileage0, &filters.txtMileage[0]},
@@ -99,6 +102,7 @@ void FilterPage::ConnectValues() {
     connect(box, &QLineEdit::textEdited, this, [this, target = value](const QString& text) {
       *target = text;
       Desk().selection.Changed();
+      ShowPending();
     });
   }
   const std::pair<QComboBox*, QString*> lists[] = {{ui_->cmbData1, &filters.cmbData1},
@@ -109,15 +113,22 @@ void FilterPage::ConnectValues() {
       if (Showing()) return;
       *target = text;
       Desk().selection.Changed();
+      ShowPending();
     });
   }
 }
 
 void FilterPage::FilterClicked() {
   ShowFilters(Desk().selection.FilterClick());
+  ShowPending();
+}
+
+void FilterPage::ShowPending() {
+  ui_->lblFiltersPending->setText(FiltersPendingText(State()));
 }
 
 void FilterPage::CopyState() {
+  ShowPending();
   const Filters& filters = State().filters;
   ui_->chkIncludeOptedOut->setChecked(filters.chkIncludeOptedOut);
   for (size_t filter = 0; filter < chkFilter_.size(); ++filter)

@@ -33,6 +33,7 @@ class FilterPage : public WizardPage {
   void ShowLists();
   void ShowFilters(const FilterView& view);
   void FilterClicked();
+  void ShowPending();
 
   std::unique_ptr<Ui::FilterPage> ui_;
   // By filter number; null where a filter has none.

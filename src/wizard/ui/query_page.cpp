@@ -65,8 +65,10 @@ void QueryPage::ConnectControls() {
           [this](const QString& text) { Edited(State().options.txtCriteria, text); });
   connect(ui_->txtCriteriaStart, &QLineEdit::textEdited, this,
           [this](const QString& text) { Edited(State().options.txtCriteriaStart, text); });
-  connect(ui_->txtMakes, &QLineEdit::textEdited, this,
-          [this](const QString& text) { Edited(State().options.txtMakes, text); });
+  connect(ui_->txtMakes, &QLineEdit::textEdited, this, [this](const QString& text) {
+    Desk().selection.MakesTyped(text);
+    ShowState();
+  });
   // Not stored, so no change of the campaign.
   connect(ui_->cmbType, &QComboBox::currentTextChanged, this, [this](const QString& text) {
     if (!Showing()) State().options.cmbType = text;

@@ -1,6 +1,7 @@
 #include "wizard/ui/results_page.h"
 
 #include "ui_results_page.h"
+#include "wizard/filters_pending.h"
 #include "wizard/step_checks.h"
 
 namespace qbx {
@@ -98,6 +99,7 @@ void ResultsPage::ShowCount() {
 }
 
 void ResultsPage::CopyState() {
+  ui_->lblFiltersPending->setText(FiltersPendingText(State()));
   if (Desk().results.Rows().IsOpen() && grid_.DataSource() == nullptr) ShowRows();
   ShowCount();
 }
