@@ -87,10 +87,10 @@ check("a slip of the finger is there to mend, also when the query is chosen agai
   control("tvQuery").choose("Top Customers");
 });
 
-check("a text that is no date does not hold a date either, and is replaced", () => {
-  from.setText("soon");
-  to.setText("31/12/2025");
+check("a text that is no date is refused there, too, and stays", () => {
+  from.setText("31/02/2025");
+  answer("Dates are not valid.");
   next.click();
-  selectTab(1);
-  assertEqual([from.text, to.text], ["01/01/1990", "31/12/2025"]);
+  assertEqual(from.text, "31/02/2025");
+  assertEqual(currentTab(), 1);
 });

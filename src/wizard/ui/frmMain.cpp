@@ -3,11 +3,10 @@
 #include "campaigns/ui/frmCampaigns.h"
 #include "dispatch/mailshot_checks.h"
 #include "platform/ui/look.h"
-#include "startup/back_up_database.h"
-#include "startup/ui/frmAbout.h"
 #include "ui_frmMain.h"
 #include "wizard/ui/command_guard.h"
 #include "wizard/ui/filter_page.h"
+#include "wizard/ui/help_menu.h"
 #include "wizard/ui/process_page.h"
 #include "wizard/ui/query_page.h"
 #include "wizard/ui/results_page.h"
@@ -82,13 +81,7 @@ void frmMain::BuildMenu() {
   AddEntry(file, "mnuExit", QStringLiteral("&Exit"), [this] {
     close();
   })->setShortcut(QKeySequence(QStringLiteral("Ctrl+Q")));
-  QMenu& help = *menuBar()->addMenu(QStringLiteral("&Help"));
-  help.setObjectName(QStringLiteral("mnuHelp"));
-  AddEntry(help, "mnuLog", QStringLiteral("Open the &log file"), [this] { OpenLogFile(); });
-  if (CanBackUpDatabase(app_))
-    AddEntry(help, "mnuBackup", QStringLiteral("&Back up the database..."), [this] { BackUp(); });
-  help.addSeparator();
-  AddEntry(help, "mnuAbout", QStringLiteral("&About"), [this] { About(); });
+  AddHelpMenu(*this, app_, layout_);
 }
 
 void frmMain::ConnectButtons() {
@@ -97,12 +90,25 @@ void frmMain::ConnectButtons() {
   connect(ui_->cmdClose, &QPushButton::clicked, this, &frmMain::Exit);
   connect(ui_->cmdSave, &QPushButton::clicked, this, &frmMain::SaveCampaign);
   connect(ui_->cmdRun, &QPushButton::clicked, this, &frmMain::RunCampaign);
+  // Return presses the button that has the focus.
+  for (QPushButton* button : {ui_->cmdNew, ui_->cmdLoad, ui_->cmdClose, ui_->cmdSave, ui_->cmdRun})
+    button->setAutoDefault(true);
+  // Some controls keep Ctrl+Tab for themselves.
+  for (const auto& [key, step] : {std::pair(Qt::Key_PageDown, 1), std::pair(Qt::Key_PageUp, -1)}) {
+    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), ui_->ssTabMain);
+    shortcut->setContext(Qt::WindowShortcut);
+    connect(shortcut, &QShortcut::activated, this, [this, step = step] {
+      const int index = ui_->ssTabMain->currentIndex() + step;
+      if (ui_->ssTabMain->isEnabled() && index >= 0 && index < kTabCount) ui_->ssTabMain->setCurrentIndex(index);
+    });
+  }
 }
 
 void frmMain::ShowConnection() {
   const bool connected = app_.hostConnection.Ready();
   auto* line = new QLabel(this);
   line->setObjectName(QStringLiteral("lblConnection"));
+  line->setTextFormat(Qt::PlainText);
   line->setText(
       connected ? QStringLiteral("User: %1    Database: %2").arg(app_.startup.user, app_.hostConnection.DatabaseName())
                 : QStringLiteral("User: %1    Not connected to the database").arg(app_.startup.user));
@@ -276,35 +282,7 @@ void frmMain::ShowCaption() {
 }
 
 void frmMain::Exit() {
-  if (!desk_.steps.ConfirmExit()) return;
-  app_.connection.Close();
-  close();
-}
-
-void frmMain::About() {
-  frmAbout about(app_, this);
-  about.ShowForm(layout_);
-}
-
-void frmMain::OpenLogFile() {
-  const QString path = app_.log.Path();
-  if (!QFileInfo::exists(path)) {
-    boxes_.ShowMessage({.text = QStringLiteral("Nothing has been logged yet."), .icon = MessageIcon::kInformation});
-  } else if (!app_.shell.Open(path)) {
-    boxes_.ShowMessage({.text = QStringLiteral("The log file could not be opened. It is here:\r\r") + path,
-                        .icon = MessageIcon::kExclamation});
-  }
-}
-
-void frmMain::BackUp() {
-  QFileDialog dialog(this, QStringLiteral("Back up the database"));
-  dialog.setObjectName(QStringLiteral("dlgBackup"));
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setNameFilter(QStringLiteral("Database (*.db)"));
-  dialog.setDefaultSuffix(QStringLiteral("db"));
-  dialog.selectFile(app_.hostConnection.DatabaseName() + app_.clock.Today().toString(QStringLiteral("-yyyy-MM-dd")));
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
-  Guarded([this, &dialog] { BackUpDatabase(app_, dialog.selectedFiles().constFirst()); });
+  if (desk_.steps.ConfirmExit()) close();
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

@@ -45,9 +45,6 @@ class frmMain : public QMainWindow {
   void Next(int index);
   void Back(int index);
   void Exit();
-  void About();
-  void OpenLogFile();
-  void BackUp();
 
   /// Runs a command with every other one disabled meanwhile.
   void Guarded(const std::function<void()>& command);
