@@ -12,11 +12,15 @@ Message OtherRowsMessage() {
 }  // namespace
 
 bool ResultEdits::MayEdit() {
-  const int campaign = parts_.campaign.record.ID;
-  const std::optional<Message> refusal =
-      parts_.results.CampaignId() == campaign ? parts_.guard.LookAtClaim(campaign) : OtherRowsMessage();
+  const std::optional<Message> refusal = parts_.guard.LookAtClaim(parts_.campaign.record.ID);
   if (refusal) diagnostics_.ui.ShowMessage(*refusal);
   return !refusal;
+}
+
+bool ResultEdits::MayEditShown() {
+  if (parts_.results.CampaignId() == parts_.campaign.record.ID) return MayEdit();
+  diagnostics_.ui.ShowMessage(OtherRowsMessage());
+  return false;
 }
 
 /// Options that could not be read before are read again first.
@@ -28,11 +32,11 @@ bool ResultEdits::ConsentKnown() {
 }
 
 void ResultEdits::ClickCell(const QString& column, qint64 recordId) {
-  if (ResultFlags::IsFlag(column) && MayEdit()) parts_.flags.ClickCell(column, recordId);
+  if (ResultFlags::IsFlag(column) && MayEditShown()) parts_.flags.ClickCell(column, recordId);
 }
 
 bool ResultEdits::ApplySendMethods(const SendMethods& methods) {
-  if (!MayEdit() || !ConsentKnown()) return false;
+  if (!MayEditShown() || !ConsentKnown()) return false;
   const int campaign = parts_.campaign.record.ID;
   SetSendMethods(parts_.statements, methods, campaign, parts_.options);
   parts_.results.DisplayResults(campaign);

@@ -31,14 +31,16 @@ class ResultEdits {
   };
   ResultEdits(Parts parts, Diagnostics diagnostics) : parts_(std::move(parts)), diagnostics_(diagnostics) {}
 
-  /// \return false when the rows may not be changed now; the user was told
+  /// \return false when the rows of the campaign may not be changed now; the user was told
   [[nodiscard]] bool MayEdit();
+  /// The same for the rows that are shown.
+  [[nodiscard]] bool MayEditShown();
 
   /// A click on a cell of the grid; flips the flag of a flag column.
   void ClickCell(const QString& column, qint64 recordId);
 
   /// Applies the rules to every row and shows the results anew.
-  /// \return false when it was refused, by `MayEdit` or since the options could not be read (the user was told); a rule that failed was reported, and those before it stay
+  /// \return false when it was refused, by `MayEditShown` or since the options could not be read (the user was told); a rule that failed was reported, and those before it stay
   bool ApplySendMethods(const SendMethods& methods);
 
  private:

@@ -35,7 +35,7 @@ class ResultsPage : public WizardPage, private GridOwner {
   [[nodiscard]] bool HasRows(const QString& action);
   // GridOwner
   [[nodiscard]] bool EditMode() const override { return true; }
-  [[nodiscard]] bool MayDeleteRows() override { return Desk().edits.MayEdit(); }
+  [[nodiscard]] bool MayDeleteRows() override { return Desk().edits.MayEditShown(); }
 
   std::unique_ptr<Ui::ResultsPage> ui_;
   cDataGrid grid_;
