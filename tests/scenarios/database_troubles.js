@@ -138,3 +138,25 @@ check("results that cannot be read are never taken for another campaign's", () =
   selectTab(3);
   assertEqual(grid.rowCount, rows);
 });
+
+check("rows that could not follow a saved campaign are left alone until they do", () => {
+  restart();
+  toResults();
+  onWindow("frmCampaigns", window => {
+    window.control("txtName").setText("Rows behind");
+    window.control("cmdSave").click();
+  });
+  failProcedure("UPDATE", "rows are locked");
+  answer("rows are locked");
+  control("cmdSave").click();
+  answer("The results of this campaign have not been read, so nothing was changed.");
+  grid.clickCell(0, "Send SMS");
+  assertEqual(grid.rowCount, rows);
+  failProcedure("UPDATE", "");
+  selectTab(1);
+  selectTab(3);
+  assertEqual(sql("SELECT COUNT(*) AS n FROM [Campaign Results] r JOIN Marketing_Campaigns c ON c.ID = r.CampaignID " +
+                  "WHERE c.Campaign_Name = 'Rows behind'")[0].n, rows);
+  grid.clickCell(0, "Send SMS");
+  assertEqual(grid.cell(0, "Send SMS"), "Yes");
+});
