@@ -38,6 +38,10 @@ void CopyStoredDate(const QDateTime& stored, QDate& date) {
   if (stored.isValid() && stored.date().year() >= kEarliestStoredYear) date = stored.date();
 }
 
+QString RenumberingOfRows(int from, int to) {
+  return QStringLiteral("UPDATE [Campaign Results] SET CampaignID = %1 WHERE CampaignID = %2").arg(to).arg(from);
+}
+
 QString DeletionOfRows(int campaignId) {
   return QStringLiteral("DELETE FROM [Campaign Results] WHERE CampaignID = %1").arg(campaignId);
 }
@@ -108,7 +112,6 @@ std::vector<int> CopyFromRecord(const CampaignRecord& record, WizardState& state
   state.txtSMS = record.SMS;
   std::vector<int> outOfRange;
   CopyFilters(record, state.filters, outOfRange);
-  state.appliedFilters = record.Step2 ? state.filters : Filters();
   return outOfRange;
 }
 
@@ -138,6 +141,7 @@ void CampaignSettings::SetupCampaignData() {
     const QString uncounted = QStringLiteral("Records found: ");
     state_.lblRecords = {uncounted, uncounted};
     selection_.ShowNode(campaign_.record.CampaignTypeID);
+    state_.appliedFilters = state_.bStepComplete[2] ? state_.filters : Filters();
     if (!outOfRange.empty())
       failure = QStringLiteral("The condition of filter %1 is not one of its list.").arg(outOfRange.front());
     campaign_.CampaignChanged = false;
@@ -170,7 +174,7 @@ bool CampaignSettings::SaveCampaignSettings(const std::function<void()>& save) {
   CopyToRecord(state_, campaign_.record);
   save();
   const int newId = campaign_.record.ID;
-  if (newId < 1) return false;
+  if (newId < 1 || diagnostics_.ui.QuitRequested()) return false;
   const Statements::TellLossOnce once(statements_);
   if (oldId < 0)
     unfollowed_.push_back({.from = oldId, .to = newId});
@@ -184,8 +188,7 @@ bool CampaignSettings::SaveCampaignSettings(const std::function<void()>& save) {
 
 bool CampaignSettings::FollowRows() {
   std::erase_if(unfollowed_, [this](const Renumbering& rows) {
-    const QString sql = QStringLiteral("UPDATE [Campaign Results] SET CampaignID = %1 WHERE CampaignID = %2");
-    if (!statements_.dbExecute(sql.arg(rows.to).arg(rows.from)).Ok()) return false;
+    if (!statements_.dbExecute(RenumberingOfRows(rows.from, rows.to)).Ok()) return false;
     const int shown = results_.CampaignId();
     if (shown == rows.from || shown == rows.to) results_.FollowCampaign(rows.to);
     return true;
@@ -231,6 +234,7 @@ bool CampaignSettings::LoadLetters(int position) {
 }
 
 bool CampaignSettings::CloseRequest() {
+  if (!unfollowed_.empty()) FollowRows();  // the last chance of rows that a save left behind
   if (!campaign_.CampaignChanged) return true;
   const Message question{.text = QLatin1String("Campaign details may have changed and have not been saved.\r\rExit ") +
                                  diagnostics_.ui.ApplicationTitle() + QLatin1String(" and lose changes?"),
@@ -246,12 +250,17 @@ bool CampaignSettings::CloseRequest() {
 }
 
 void CampaignSettings::Quit() {
+  QStringList batches;
+  for (const Renumbering& rows : unfollowed_)
+    batches += RenumberingOfRows(rows.from, rows.to);
   const int id = campaign_.record.ID;
-  if (!campaign_.CampaignChanged || id >= 0) return;
+  if (campaign_.CampaignChanged && id < 0) batches += DeletionOfRows(id);
+  if (batches.isEmpty()) return;
   Connection& connection = statements_.Shared();
   try {
     connection.ReopenIfLost();
-    connection.Driver().Execute(DeletionOfRows(id));
+    for (const QString& batch : batches)
+      connection.Driver().Execute(batch);
   } catch (const DatabaseError& error) {
     diagnostics_.log.WriteLog(QLatin1String("Quit: ") + error.Description());
   }

@@ -18,7 +18,7 @@ bool ResultEdits::MayEdit() {
 }
 
 bool ResultEdits::MayEditShown() {
-  if (parts_.results.CampaignId() == parts_.campaign.record.ID) return MayEdit();
+  if (!parts_.results.OutOfDate(parts_.campaign.record.ID)) return MayEdit();
   diagnostics_.ui.ShowMessage(OtherRowsMessage());
   return false;
 }

@@ -30,8 +30,7 @@ StepResult WizardSteps::NextStep(int index) {
   if (runsQuery && !MayRunQuery(index)) return {};
   WizardState& state = parts_.state;
   if (runsQuery) {
-    if (parts_.queries.ProcessQuery(index, false) != QueryOutcome::kDone) return {};
-    parts_.results.RowsReplaced();
+    if (!RowsReplaced(parts_.queries.ProcessQuery(index, false))) return {};
     state.appliedFilters = index == 0 ? Filters() : state.filters;
   }
   const bool showsResults = index + 2 == kResultsTab;
@@ -56,6 +55,12 @@ bool WizardSteps::MayReplaceRows() {
   parts_.counters.UpdateCounters(campaign);
   if (parts_.counters.Values().Sent() == 0 && !finding.messagesOnRecord) return true;
   return diagnostics_.ui.ShowMessage(ResetProcessedQuestion()) == MessageAnswer::kYes;
+}
+
+/// After a failure nobody knows for sure: a connection can be lost with the commit on its way.
+bool WizardSteps::RowsReplaced(QueryOutcome outcome) {
+  if (outcome != QueryOutcome::kCancelled) parts_.results.RowsReplaced();
+  return outcome == QueryOutcome::kDone;
 }
 
 bool WizardSteps::MayRunQuery(int index) {
@@ -87,8 +92,7 @@ bool WizardSteps::Refresh() {
     return false;
   }
   if (!MayReplaceRows()) return false;
-  if (parts_.queries.Refresh() != QueryOutcome::kDone) return false;
-  parts_.results.RowsReplaced();
+  if (!RowsReplaced(parts_.queries.Refresh())) return false;
   state.appliedFilters = state.filters;
   return true;
 }

@@ -83,6 +83,8 @@ class WizardSteps {
   /// The question about sent rows, then the checks of the step; shows what refuses.
   [[nodiscard]] bool MayRunQuery(int index);
   [[nodiscard]] bool MayReplaceRows();
+  /// Notes that the rows shown are out of date. \return whether the query was run
+  [[nodiscard]] bool RowsReplaced(QueryOutcome outcome);
   void LogClick(const QString& text, int index);
   [[nodiscard]] bool Confirm(const QString& text, MessageAnswer defaultAnswer);
 

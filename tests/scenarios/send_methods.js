@@ -127,3 +127,12 @@ check("while the settings cannot be read nothing is set and the choices stay; on
   control("cmdSetSendMethods").click();
   assertEqual(rowsWith("Send_SMS = 1"), rowsWith(kHasMobile));
 });
+
+check("a rule that was chosen and not applied does not reach the next campaign", () => {
+  control("cmbSendBy2").choose(0);
+  acceptNotices();
+  onMessage(box => /Lose any changes/.test(box.text) ? "Yes" : undefined);
+  control("mnuStart").trigger();
+  selectTab(3);
+  assertEqual(control("cmbSendBy2").selectedIndex, -1);
+});

@@ -166,7 +166,8 @@ void frmCampaigns::ShowNames(const QString& name, const QString& description) {
 }
 
 QString frmCampaigns::TypedDescription() const {
-  return ui_->txtDescription->document()->isModified() ? ui_->txtDescription->toPlainText() : givenDescription_;
+  return ui_->txtDescription->document()->isModified() ? ExactText(*ui_->txtDescription, givenDescription_)
+                                                       : givenDescription_;
 }
 
 void frmCampaigns::Load() {

@@ -205,7 +205,9 @@ void cDataGrid::DisconnectRecordset() {
   Guarded("DisconnectRecordset", [this] {
     if (!view_) return;
     finder_->Stop();
+    SaveLayout();  // the heading forgets it with the columns
     records_ = nullptr;
+    shownFields_.clear();
     model_->Bind(nullptr);
     ShowPanel();
   });

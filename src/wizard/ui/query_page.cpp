@@ -104,8 +104,8 @@ void QueryPage::Edited(QString& value, const QString& text) {
 }
 
 void QueryPage::CampaignSetUp() {
-  ui_->dteDate0->clear();
-  ui_->dteDate1->clear();
+  ui_->dteDate0->SetDate({});
+  ui_->dteDate1->SetDate({});
 }
 
 void QueryPage::CopyState() {

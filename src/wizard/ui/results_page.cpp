@@ -44,6 +44,16 @@ ResultsPage::~ResultsPage() {
   Desk().results.OnRefresh({});
 }
 
+void ResultsPage::CampaignSetUp() {
+  grid_.sSortString({});
+  ForgetMethods();
+}
+
+void ResultsPage::ForgetMethods() {
+  for (QComboBox* combo : {ui_->cmbSendBy0, ui_->cmbSendBy1, ui_->cmbSendBy2})
+    combo->setCurrentIndex(-1);
+}
+
 QWidget* ResultsPage::FirstControl() {
   return ui_->dbgData;
 }
@@ -87,11 +97,12 @@ void ResultsPage::ShowRows() {
   ShowCount();
   if (!Desk().results.Rows().IsOpen()) return grid_.DisconnectRecordset();
   const ResultsPresentation presentation = PresentResults(App().startup.edition, App().options);
+  // First, so that no hidden column becomes the current one.
+  grid_.HideColumns(presentation.hiddenColumns);
+  grid_.HideColumns(presentation.optInColumns, !presentation.showOptIn);
   grid_.ConnectRecordset(Desk().results.Rows());
   for (const ResultsPresentation::Caption& caption : presentation.captions)
     grid_.SetCaption(caption.column, caption.caption);
-  grid_.HideColumns(presentation.hiddenColumns);
-  grid_.HideColumns(presentation.optInColumns, !presentation.showOptIn);
 }
 
 void ResultsPage::ShowCount() {
@@ -106,12 +117,10 @@ void ResultsPage::CopyState() {
 
 void ResultsPage::SetMethods() {
   Run([this] {
-    QComboBox* const combos[] = {ui_->cmbSendBy0, ui_->cmbSendBy1, ui_->cmbSendBy2};
-    const SendMethods methods{
-        .sms = combos[0]->currentIndex(), .email = combos[1]->currentIndex(), .letter = combos[2]->currentIndex()};
-    if (!Desk().edits.ApplySendMethods(methods)) return;
-    for (QComboBox* combo : combos)
-      combo->setCurrentIndex(-1);
+    const SendMethods methods{.sms = ui_->cmbSendBy0->currentIndex(),
+                              .email = ui_->cmbSendBy1->currentIndex(),
+                              .letter = ui_->cmbSendBy2->currentIndex()};
+    if (Desk().edits.ApplySendMethods(methods)) ForgetMethods();
   });
 }
 

@@ -19,7 +19,7 @@ class ResultsPage : public WizardPage, private GridOwner {
   ~ResultsPage() override;
 
   [[nodiscard]] QWidget* FirstControl() override;
-  void CampaignSetUp() override { grid_.sSortString({}); }
+  void CampaignSetUp() override;
   void WindowCloses() override { grid_.SaveLayout(); }
 
  protected:
@@ -32,6 +32,7 @@ class ResultsPage : public WizardPage, private GridOwner {
   void ShowRows();
   void ShowCount();
   void SetMethods();
+  void ForgetMethods();
   [[nodiscard]] bool HasRows(const QString& action);
   // GridOwner
   [[nodiscard]] bool EditMode() const override { return true; }

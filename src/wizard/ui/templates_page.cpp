@@ -46,11 +46,11 @@ void TemplatesPage::LoadLetters() {
 }
 
 void TemplatesPage::ShowCampaigns() {
-  const QString chosen = ui_->cmbCampaigns->currentText();
+  const QVariant chosen = ui_->cmbCampaigns->currentData();  // names need not be unique
   ui_->cmbCampaigns->clear();
   for (const ListRow& row : State().cmbCampaigns)
-    ui_->cmbCampaigns->addItem(row.text);
-  ui_->cmbCampaigns->setCurrentIndex(ui_->cmbCampaigns->findText(chosen));
+    ui_->cmbCampaigns->addItem(row.text, row.data.ToInt());
+  ui_->cmbCampaigns->setCurrentIndex(chosen.isValid() ? ui_->cmbCampaigns->findData(chosen) : -1);
 }
 
 void TemplatesPage::Edited(QString& value, const QString& text) {
