@@ -30,7 +30,7 @@ Operator OperatorOf(const QString& text) {
   return Operator::kLike;
 }
 
-Value ValueOf(QString literal) {
+Value ValueOf(const QString& literal) {
   if (literal.startsWith(u'\''))
     return Value(literal.mid(1).chopped(1).replace(QLatin1String("''"), QLatin1String("'")));
   if (literal.startsWith(u'#'))

@@ -63,7 +63,7 @@ std::vector<qint64> cDataGrid::SelectedRows() const {
 }
 
 QString cDataGrid::CopyCellValue() {
-  const QString text = CurrentRow() < 0 ? QString() : CellText(CurrentRow(), CurrentField());
+  QString text = CurrentRow() < 0 ? QString() : CellText(CurrentRow(), CurrentField());
   if (CurrentRow() >= 0) QGuiApplication::clipboard()->setText(text);
   return text;
 }

@@ -135,7 +135,7 @@ void GridModel::ShowFlipped(qint64 row, int column) {
 }
 
 QString GridModel::TextOf(const QModelIndex& index) const {
-  const QString text =
+  QString text =
       GridText(records_->At(index.row(), index.column()), columns_[static_cast<std::size_t>(index.column())]);
   if (index.row() != flippedRow_ || index.column() != flippedColumn_) return text;
   return text == QLatin1String("Yes") ? QStringLiteral("No") : QStringLiteral("Yes");
@@ -216,7 +216,6 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
   if (column == nullptr) return {};
   switch (role) {
     case Qt::DisplayRole:
-      return column->heading;
     case Qt::ToolTipRole:
       return column->heading;
     case Qt::BackgroundRole: {

@@ -81,6 +81,7 @@ void QueryPage::ConnectControls() {
   connect(ui_->lstMakes, &QListWidget::itemSelectionChanged, this, [this] {
     if (Showing()) return;
     std::vector<bool> selected;
+    selected.reserve(static_cast<size_t>(ui_->lstMakes->count()));
     for (int row = 0; row < ui_->lstMakes->count(); ++row)
       selected.push_back(ui_->lstMakes->item(row)->isSelected());
     Desk().selection.MakesClick(selected);
