@@ -97,7 +97,7 @@ QString QueryDescription(const QString& queryKey, bool boatEdition, int year) {
     return queryKey == QLatin1String(description.queryKey);
   });
   if (found == kDescriptions.end()) return {};
-  const QString text = QString::fromLatin1(found->text);
+  QString text = QString::fromLatin1(found->text);
   if (boatEdition) return BoatWording(text);
   const QString example = QString::fromLatin1(found->example);
   if (example.isEmpty()) return text;

@@ -10,7 +10,7 @@ constexpr int kPivotYear = 50;  // of two digits: the years below are of this ce
 
 QStringList Digits(const QString& text) {
   static const QRegularExpression separators(QStringLiteral("[/.\\-\\s]+"));
-  const QStringList parts = text.split(separators, Qt::SkipEmptyParts);
+  QStringList parts = text.split(separators, Qt::SkipEmptyParts);
   if (parts.size() != 1 || (text.size() != 6 && text.size() != 8)) return parts;
   return {text.left(2), text.mid(2, 2), text.mid(4)};
 }

@@ -70,6 +70,7 @@ void WindowLayout::RestoreColumns(QHeaderView& header, const QString& list) {
 
 void WindowLayout::SaveColumns(const QHeaderView& header, const QString& list) {
   std::vector<ListViewColumn> columns;
+  columns.reserve(static_cast<size_t>(header.count()));
   for (int column = 0; column < header.count(); ++column) {
     columns.push_back({.position = header.visualIndex(column), .width = header.sectionSize(column)});
   }
