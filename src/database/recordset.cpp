@@ -4,11 +4,10 @@
 
 #include <QHash>
 #include <algorithm>
-#include <bit>
 #include <utility>
 
 #include "database/packed_rows.h"
-#include "database/text_compare.h"
+#include "database/row_order.h"
 
 namespace qbx {
 namespace {
@@ -17,51 +16,6 @@ constexpr int kNotAllowed = 3219;
 
 [[noreturn]] void ThrowNotAllowed() {
   throw DatabaseError(kNotAllowed, QStringLiteral("Operation is not allowed in this context."), {});
-}
-
-double NumberOf(const Cell& cell) {
-  if (cell.type == ValueType::kDouble) return cell.real;
-  double number = static_cast<double>(cell.integer);
-  for (int i = 0; i < cell.scale; ++i)
-    number /= 10;
-  return number;
-}
-
-int Rank(const Cell& cell) {
-  return cell.type == ValueType::kNull ? 0 : cell.type == ValueType::kText ? 2 : 1;
-}
-
-/// Order of two cells of one column and rank.
-int CompareCells(const Cell& left, const Cell& right) {
-  if (left.type == ValueType::kNull) return 0;
-  if (left.type == ValueType::kText) return CompareNoCase(left.utf8, right.utf8);
-  if (left.type == right.type && left.type != ValueType::kDouble && left.scale == right.scale) {
-    return left.integer == right.integer ? 0 : (left.integer < right.integer ? -1 : 1);
-  }
-  const double a = NumberOf(left);
-  const double b = NumberOf(right);
-  return a == b ? 0 : (a < b ? -1 : 1);
-}
-
-/// What decides most comparisons of a sort without looking at the cell again. Cells whose rank and head differ are in the
-/// order of these.
-struct SortKey {
-  quint64 head;
-  quint32 row;
-  quint32 rank;
-};
-
-/// A number whose order as unsigned integer is that of the double.
-quint64 OrderedBits(double number) {
-  const auto bits = std::bit_cast<quint64>(number == 0 ? 0.0 : number);
-  constexpr quint64 kSign = quint64{1} << 63U;
-  return (bits & kSign) != 0 ? ~bits : bits | kSign;
-}
-
-SortKey KeyOf(const Cell& cell, quint32 row) {
-  const auto rank = static_cast<quint32>(Rank(cell));
-  if (rank == 0) return {0, row, rank};
-  return {cell.type == ValueType::kText ? FoldedStart(cell.utf8) : OrderedBits(NumberOf(cell)), row, rank};
 }
 
 /// Rows with what was deleted of them; shared by clones.
@@ -138,24 +92,7 @@ class Recordset::State {
     pendingValues.clear();
   }
 
-  void SortOrder() {
-    std::vector<SortKey> keys;
-    keys.reserve(order.size());
-    for (const quint32 row : order)
-      keys.push_back(KeyOf(shared->rows.At(row, sortColumn), row));
-    const PackedRows& rows = shared->rows;
-    const auto compare = [this, &rows](const SortKey& left, const SortKey& right) {
-      if (left.rank != right.rank) return left.rank < right.rank ? -1 : 1;
-      if (left.head != right.head) return left.head < right.head ? -1 : 1;
-      return CompareCells(rows.At(left.row, sortColumn), rows.At(right.row, sortColumn));
-    };
-    const bool descending = sortDescending;
-    std::sort(keys.begin(), keys.end(), [&compare, descending](const SortKey& left, const SortKey& right) {
-      const int sign = compare(left, right);
-      return sign == 0 ? left.row < right.row : (sign < 0) != descending;
-    });
-    std::transform(keys.begin(), keys.end(), order.begin(), [](const SortKey& key) { return key.row; });
-  }
+  void SortOrder() { SortRows(order, shared->rows, sortColumn, sortDescending); }
 
   /// Takes rows deleted meanwhile, here or by a clone, out of `order`; the current row, or the next that is left, stays
   /// current.

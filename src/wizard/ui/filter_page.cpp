@@ -3,19 +3,16 @@
 #include "platform/ui/look.h"
 #include "ui_filter_page.h"
 #include "wizard/filters_pending.h"
+#include "wizard/ui/fill_combo.h"
 
 namespace qbx {
 namespace {
 
-/// The texts of a list, as a combo box that also takes a typed one shows them.
-void FillValues(QComboBox& combo, const std::vector<ListRow>& rows) {
-  bool same = static_cast<size_t>(combo.count()) == rows.size();
-  for (int i = 0; same && i < combo.count(); ++i)
-    same = combo.itemText(i) == rows[static_cast<size_t>(i)].text;
-  if (same) return;
-  combo.clear();
+QStringList Texts(const std::vector<ListRow>& rows) {
+  QStringList texts;
   for (const ListRow& row : rows)
-    combo.addItem(row.text);
+    texts += row.text;
+  return texts;
 }
 
 /// Text in the normal colour, or greyed; nothing is disabled.
@@ -148,8 +145,8 @@ void FilterPage::CopyState() {
 
 void FilterPage::ShowLists() {
   const WizardState& state = State();
-  FillValues(*ui_->cmbData1, state.cmbData1Items);
-  FillValues(*ui_->cmbData2, state.cmbData2Items);
+  FillCombo(*ui_->cmbData1, Texts(state.cmbData1Items));
+  FillCombo(*ui_->cmbData2, Texts(state.cmbData2Items));
   if (ui_->cmbData1->currentText() != state.filters.cmbData1) ui_->cmbData1->setCurrentText(state.filters.cmbData1);
   if (ui_->cmbData2->currentText() != state.filters.cmbData2) ui_->cmbData2->setCurrentText(state.filters.cmbData2);
 }

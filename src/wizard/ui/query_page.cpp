@@ -3,20 +3,12 @@
 #include "platform/ui/look.h"
 #include "queries/query_catalogue.h"
 #include "ui_query_page.h"
+#include "wizard/ui/fill_combo.h"
 
 namespace qbx {
 namespace {
 
 constexpr int kIndexRole = Qt::UserRole;
-
-void FillCombo(QComboBox& combo, const QStringList& items) {
-  QStringList shown;
-  for (int i = 0; i < combo.count(); ++i)
-    shown += combo.itemText(i);
-  if (shown == items) return;
-  combo.clear();
-  combo.addItems(items);
-}
 
 }  // namespace
 

@@ -1,0 +1,15 @@
+// The order of rows by one column.
+
+#pragma once
+
+#include <vector>
+
+#include "database/packed_rows.h"
+
+namespace qbx {
+
+/// Sorts row numbers by a column: NULL first, text without regard to case, equal rows by their numbers.
+/// \param order  numbers of rows of `rows`
+void SortRows(std::vector<quint32>& order, const PackedRows& rows, int column, bool descending);
+
+}  // namespace qbx
