@@ -36,7 +36,7 @@ class Gateway:
         if request.path == VERIFY_PATH:
             return self._verify(parameters)
         if request.path == OK_PATH:
-            return Response(fields(1, self._store.credits, 1, 0))
+            return plain_text(fields(1, self._store.credits, 1, 0))
         return Response(b"no such page", status=404)
 
     def _send(self, parameters: dict, connection: int):
@@ -69,7 +69,7 @@ class Gateway:
     def _verify(self, parameters: dict):
         behaviour = self._steering.credit_query if self._knows(parameters) else "status 0"
         if behaviour == "status 0":
-            return Response(fields(0, 0))
+            return plain_text(fields(0, 0))
         return self._answer(behaviour, fields(1, self._store.credits))
 
     def _knows(self, parameters: dict) -> bool:
@@ -82,33 +82,39 @@ class Gateway:
         """Turns a behaviour into what goes over the wire; `plain` is the answer of an accepted request."""
         kind, _, rest = behaviour.partition(" ")
         if kind == "status":
-            return Response(fields(int(rest), self._store.credits if rest == "2" else 0, 0, 0))
+            return plain_text(fields(int(rest), self._store.credits if rest == "2" else 0, 0, 0))
         if kind == "code":
-            return Response(fields(1, self._store.credits, 0, int(rest)))
+            return plain_text(fields(1, self._store.credits, 0, int(rest)))
         if kind == "http":
             return Response(b"<html><body>Error</body></html>", status=int(rest))
         if kind == "reply":
-            return Response(rest.encode("cp1252", "replace"))
+            return plain_text(rest.encode("cp1252", "replace"))
         if behaviour == "ok":
-            return Response(plain)
+            return plain_text(plain)
         if behaviour == "slow":
-            return self._late(Response(plain))
+            return self._late(plain_text(plain))
         return {
-            "three fields": Response(b"|".join(plain.split(b"|")[:3])),
-            "one field": Response(plain.split(b"|")[0]),
-            "empty": Response(),
-            "four fields": Response(plain.removesuffix(b"|")),
+            "three fields": plain_text(b"|".join(plain.split(b"|")[:3])),
+            "one field": plain_text(plain.split(b"|")[0]),
+            "empty": plain_text(b""),
+            "four fields": plain_text(plain.removesuffix(b"|")),
             "redirect": Response(status=302, headers={"Location": OK_PATH}),
-            "broken off": Response(plain, cut_after=len(plain) // 2),
-            "silence": Response(plain, cut_after=len(plain) // 2, hang=True),
+            "broken off": plain_text(plain, cut_after=len(plain) // 2),
+            "silence": plain_text(plain, cut_after=len(plain) // 2, hang=True),
             "no answer": NoAnswer(),
             "garbage": Response(bytes(range(256)), content_type="application/octet-stream"),
             "html": Response(b"<html><body><h1>Service notice</h1><p>1|2|3|4|</p></body></html>"),
+            "page": Response(b"Please log in to the network."),
         }[behaviour]
 
     async def _late(self, response: Response) -> Response:
         await asyncio.sleep(self._steering.delay)
         return response
+
+
+def plain_text(body: bytes, **more) -> Response:
+    """An answer of the gateway itself; what is not one of these (an error page, a notice) is HTML."""
+    return Response(body, content_type="text/plain; charset=windows-1252", **more)
 
 
 def fields(*values: int) -> bytes:

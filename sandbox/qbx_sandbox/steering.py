@@ -27,6 +27,7 @@ BUILT_IN_NUMBERS = {
     "07700900963": "silence",
     "07700900970": "garbage",
     "07700900971": "html",
+    "07700900972": "page",
     "07700900977": "code 77",
 }
 
@@ -47,6 +48,7 @@ NUMBER_BEHAVIOURS = {
     "silence": "accepted; half an answer, then nothing, on an open connection",
     "garbage": "not taken; the answer is binary garbage",
     "html": "not taken; the answer is an HTML page",
+    "page": "not taken; the answer is called HTML and has no tag, as of a network that wants a log-in first",
     "reply TEXT": "not taken; the answer is exactly TEXT",
 }
 
@@ -75,7 +77,7 @@ RECIPIENT_BEHAVIOURS = {
 
 _NUMBER_PATTERN = re.compile(
     r"(ok|status [02]|code ([2-9]|[1-9]\d{1,8})|three fields|one field|empty|four fields|http [45]\d\d|redirect|slow|broken off"
-    r"|no answer|silence|garbage|html|reply .*)", re.DOTALL)
+    r"|no answer|silence|garbage|html|page|reply .*)", re.DOTALL)
 _RECIPIENT_PATTERN = re.compile(r"(ok|(data )?[45]\d\d [^\r\n]+|drop|dropdata|slow|quit421|quitdrop)")
 
 

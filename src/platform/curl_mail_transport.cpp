@@ -181,6 +181,7 @@ MailResult CurlMailTransport::Connection::Judge() const {
   const bool written = session_.Info<curl_off_t>(CURLINFO_SIZE_UPLOAD_T) >= message_.size();
   MailResult result;
   result.transport = !dialogue_.MessageRefused();
+  result.unreachable = dialogue_.LastStep() < Step::kSender || dialogue_.LogInDemanded();
   if (dialogue_.LastStep() == Step::kMessage && written && !answered) result.outcome = MailOutcome::kUncertain;
   const QString problem =
       result.outcome == MailOutcome::kUncertain
@@ -246,7 +247,8 @@ MailResult CurlMailTransport::Send(const MailServer& server, const MailEnvelope&
                                    const std::function<void(int)>& progress) {
   if (!IsHostName(server.host)) {
     return {.error = QStringLiteral("\"%1\" is not the name of a mail server.").arg(server.host.simplified()),
-            .transport = true};
+            .transport = true,
+            .unreachable = true};
   }
   const QString problem = CheckEnvelope(envelope);
   if (!problem.isEmpty()) return {.error = problem};

@@ -63,10 +63,13 @@ void SmtpDialogue::ServerSaid(const QByteArray& lines) {
 }
 
 bool SmtpDialogue::MessageRefused() const {
+  const bool closingDown = Code() == 421;
+  return step_ >= Step::kSender && Code() >= 400 && !closingDown && !LogInDemanded();
+}
+
+bool SmtpDialogue::LogInDemanded() const {
   const int code = Code();
-  const bool aboutUs =
-      code == 421 || code == 530 || code == 534 || code == 535 || code == 538;  // closing down, log in first
-  return step_ >= Step::kSender && code >= 400 && !aboutUs;
+  return code == 530 || code == 534 || code == 535 || code == 538;
 }
 
 }  // namespace qbx

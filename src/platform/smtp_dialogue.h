@@ -29,6 +29,8 @@ class SmtpDialogue {
   [[nodiscard]] QString LastAnswer() const { return QString::fromUtf8(lastLine_); }
   /// The server refused this sender, recipient or message rather than to work with us at all.
   [[nodiscard]] bool MessageRefused() const;
+  /// The server takes nothing from us because of the log-in: there was none, or not one that is good enough.
+  [[nodiscard]] bool LogInDemanded() const;
   /// The address in the last MAIL or RCPT command.
   [[nodiscard]] QString LastAddress() const { return QString::fromUtf8(address_); }
 

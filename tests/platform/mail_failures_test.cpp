@@ -134,6 +134,7 @@ TEST(MailFailures, SilenceEndsInATimeOut) {
   const MailResult early = SendTo(atMail, transport);
   EXPECT_EQ(early.outcome, MailOutcome::kRefused);
   EXPECT_TRUE(early.transport);
+  EXPECT_FALSE(early.unreachable);
   EXPECT_TRUE(early.error.contains(QLatin1String("did not answer in time"))) << early.error.toStdString();
   ScriptServer atEnd(silent(true));
   const MailResult late = SendTo(atEnd, transport);
@@ -151,7 +152,7 @@ TEST(MailFailures, NothingIsSentInTheClearWhereTlsIsAskedFor) {
     CurlMailTransport transport;
     const MailResult result = SendTo(server, transport, kMessage, true);
     EXPECT_EQ(result.outcome, MailOutcome::kRefused);
-    EXPECT_TRUE(result.transport);
+    EXPECT_TRUE(result.transport && result.unreachable);
     EXPECT_TRUE(result.error.contains(QLatin1String("No secure connection"))) << result.error.toStdString();
   }
   EXPECT_FALSE(heard.contains("MAIL")) << heard.toStdString();
@@ -176,7 +177,7 @@ TEST(MailFailures, AServerThatDoesNotServeIsATransportFailure) {
     CurlMailTransport transport;
     const MailResult result = SendTo(server, transport);
     EXPECT_EQ(result.outcome, MailOutcome::kRefused);
-    EXPECT_TRUE(result.transport) << c.part;
+    EXPECT_TRUE(result.transport && result.unreachable) << c.part;
     EXPECT_TRUE(result.error.contains(QLatin1String(c.part))) << result.error.toStdString();
   }
 }

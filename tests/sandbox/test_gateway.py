@@ -27,6 +27,7 @@ class GatewayTest(SandboxTest):
         connection = connection or self.http
         connection.request("GET", path)
         answer = connection.getresponse()
+        self.content_type = answer.headers["Content-Type"]
         return answer.status, answer.read().decode("latin-1")
 
     def send(self, to="07700900123", message="Hello", account=ACCOUNT, connection=None):
@@ -59,6 +60,8 @@ class GatewayTest(SandboxTest):
 
     def test_steering_numbers_that_answer(self):
         refused, accepted = ("refused", 0), ("accepted", 1)
+        other_types = {"900950": "text/html", "900951": "text/html", "900952": "text/html", "900971": "text/html",
+                       "900972": "text/html", "900970": "application/octet-stream"}
         for number, status, body, (outcome, cost) in [
                 ("900900", 200, '"0"|"0"|"0"|"0"|', refused), ("900912", 200, '"2"|"100"|"0"|"0"|', refused),
                 ("900902", 200, '"1"|"100"|"0"|"2"|', refused), ("900903", 200, '"1"|"100"|"0"|"3"|', refused),
@@ -68,11 +71,13 @@ class GatewayTest(SandboxTest):
                 ("900942", 200, "", accepted), ("900943", 200, '"1"|"99"|"1001"|"0"', accepted),
                 ("900960", 200, '"1"|"99"|"1001"|"0"|', accepted), ("900899", 200, '"1"|"99"|"1001"|"0"|', accepted),
                 ("900950", 500, None, refused), ("900951", 404, None, refused), ("900952", 302, "", refused),
-                ("900970", 200, bytes(range(256)).decode("latin-1"), refused), ("900971", 200, None, refused)]:
+                ("900970", 200, bytes(range(256)).decode("latin-1"), refused), ("900971", 200, None, refused),
+                ("900972", 200, "Please log in to the network.", refused)]:
             with self.subTest(number):
                 self.sandbox.api("reset", {})
                 answer = self.send(f"07700{number}")
                 self.assertEqual((answer[0], answer[1] if body is not None else None), (status, body))
+                self.assertEqual(self.content_type, other_types.get(number, "text/plain; charset=windows-1252"))
                 self.assertEqual((self.last()["outcome"], self.last()["credits"]), (outcome, cost))
                 self.assertEqual(self.sandbox.api("state")["credits"], 100 - cost)
 
