@@ -29,6 +29,11 @@ QString OneLine(QString text) {
   return text;
 }
 
+ServerSign SignOf(const MailResult& result) {
+  if (result.unreachable) return ServerSign::kUnreachable;
+  return result.transport || result.outcome == MailOutcome::kUncertain ? ServerSign::kUnknown : ServerSign::kServes;
+}
+
 bool HasLineBreak(const QString& text) {
   return text.contains(QLatin1Char('\r')) || text.contains(QLatin1Char('\n'));
 }
@@ -153,6 +158,7 @@ EmailSender::Failure EmailSender::Deliver(const MailServer& server, const MailEn
   });
   result.sent = sent.outcome == MailOutcome::kSent;
   result.uncertain = sent.outcome == MailOutcome::kUncertain;
+  result.sign = SignOf(sent);
   if (!result.sent) {
     const QString noReason = QStringLiteral("The mail server did not take the message.");
     return {sent.transport ? Blame::kTransport : Blame::kRefusal, sent.error.isEmpty() ? noReason : sent.error};

@@ -10,6 +10,7 @@
 #include "diagnostics/diagnostics.h"
 #include "dispatch/dispatch_state.h"
 #include "dispatch/send_email_view.h"
+#include "dispatch/server_watch.h"
 #include "platform/mail_transport.h"
 #include "platform/mime_message.h"
 #include "settings/options.h"
@@ -21,6 +22,7 @@ namespace qbx {
 struct EmailResult {
   bool sent = false;
   bool uncertain = false;  ///< the message was written and no complete answer came: it may have gone out
+  ServerSign sign = ServerSign::kUnknown;
 };
 
 /// Sends e-mails through the mail server of the options: the customer's own, or the product family's. Never throws. Not

@@ -11,6 +11,22 @@ namespace {
 
 constexpr int kSmsTable = 7;
 constexpr int kSendLocation = 5210;
+constexpr int kServerError = 500;  // RFC 9110, section 15.6
+
+constexpr char kWebPage[] = "The SMS gateway answered with a web page instead of a reply.";
+
+/// What the transport of a text has come to, as long as the gateway said nothing that can be read.
+SmsResult NoReply(const HttpReply& reply) {
+  SmsResult result;
+  result.uncertain = reply.body || reply.inDoubt;
+  result.failure = reply.body ? QLatin1String(kWebPage) : reply.error;
+  if (reply.body || reply.status >= kServerError) {
+    result.sign = ServerSign::kErrorPage;
+  } else if (reply.status == 0) {
+    result.sign = reply.inDoubt ? ServerSign::kUnknown : ServerSign::kUnreachable;
+  }
+  return result;
+}
 
 }  // namespace
 
@@ -40,7 +56,7 @@ SmsGateway::Credits SmsGateway::GetSMSCredits() {
   const HttpReply reply = http_.Get(SMSGatewayURL() + QStringLiteral("sms/verifyclient.asp?ClientCode=") +
                                     URLEncode(options_.SMS_ClientID) + QStringLiteral("&ClientAuth=") +
                                     URLEncode(options_.SMS_ClientPassword));
-  if (!reply.body) return {kUnreadableBalance, reply.error};
+  if (!reply.body || IsWebPage(*reply.body, reply.isHtml, kCreditFields)) return {kUnreadableBalance, reply.error};
   const std::optional<CreditReply> credits = ParseCreditReply(*reply.body);
   if (!credits) return {kUnreadableBalance, {}};
   if (credits->accepted) state_.SMSCreditsRemaining = credits->balance;
@@ -67,9 +83,9 @@ void SmsGateway::LogRefusal(const QString& customer, const QString& mobile, cons
   resultsLog_.LogProcessResult(QStringLiteral("Failed Reason: ") + reason);
 }
 
-void SmsGateway::ReportTransportFailure(const QString& customer, const QString& mobile, const HttpReply& reply) {
-  QString reason = reply.error;
-  if (reply.inDoubt) reason += QStringLiteral(" It is not known whether the text went out.");
+void SmsGateway::ReportTransportFailure(const QString& customer, const QString& mobile, const SmsResult& result) {
+  QString reason = result.failure;
+  if (result.uncertain) reason += QStringLiteral(" It is not known whether the text went out.");
   if (inRun_) LogRefusal(customer, mobile, reason);
   if (inRun_ && failureShown_) {
     diagnostics_.log.WriteLog(QStringLiteral("ERROR: ") + reason + QStringLiteral(" (in MSend)"));
@@ -82,12 +98,12 @@ void SmsGateway::ReportTransportFailure(const QString& customer, const QString& 
 SmsResult SmsGateway::SendSMS(const QString& customer, const QString& mobile, const QString& message) {
   const HttpReply reply = http_.Get(
       SendUrl(options_.SMS_ClientID, options_.SMS_ClientPassword, mobile, options_.Reminder_From_SMS, message));
-  SmsResult result;
-  if (!reply.body) {
-    result.uncertain = reply.inDoubt;
-    ReportTransportFailure(customer, mobile, reply);
+  if (!reply.body || IsWebPage(*reply.body, reply.isHtml, kSendFields)) {
+    const SmsResult result = NoReply(reply);
+    ReportTransportFailure(customer, mobile, result);
     return result;
   }
+  SmsResult result;
   result.answered = true;
   const std::optional<SmsReply> answer = ParseSmsReply(*reply.body);
   if (!answer) {
@@ -122,8 +138,8 @@ void SmsGateway::RecordSMS(const QString& customer, const QString& mobile, const
 bool SmsGateway::SendTestSMS(const QString& sender, const QString& clientId, const QString& password,
                              const QString& mobile, const QString& message) {
   const HttpReply reply = http_.Get(SendUrl(clientId, password, mobile, sender, message.left(kMaxSmsLength)));
-  if (!reply.body) {
-    diagnostics_.errors.ShowError(kSendLocation, QStringLiteral("MSend"), reply.error);
+  if (!reply.body || IsWebPage(*reply.body, reply.isHtml, kSendFields)) {
+    diagnostics_.errors.ShowError(kSendLocation, QStringLiteral("MSend"), NoReply(reply).failure);
     return false;
   }
   const std::optional<SmsReply> answer = ParseSmsReply(*reply.body);

@@ -9,6 +9,7 @@
 #include "diagnostics/diagnostics.h"
 #include "dispatch/dispatch_state.h"
 #include "dispatch/results_log.h"
+#include "dispatch/server_watch.h"
 #include "platform/http_client.h"
 #include "settings/options.h"
 #include "settings/service_settings.h"
@@ -22,8 +23,10 @@ inline constexpr double kUnreadableBalance = -999;
 struct SmsResult {
   bool accepted = false;
   bool answered = false;   ///< the gateway's reply was read: the text belongs into the record, accepted or not
-  bool uncertain = false;  ///< no complete answer came: the text may have gone out
+  bool uncertain = false;  ///< no complete answer came, or one that does not tell: the text may have gone out
   int messageId = 0;       ///< the gateway's number, 0 when refused
+  ServerSign sign = ServerSign::kServes;
+  QString failure = {};  ///< why the gateway could not be asked; empty when it answered
 };
 
 /// Sends texts through the gateway, one GET a message, over one kept connection. The account, server and sender name
@@ -45,7 +48,7 @@ class SmsGateway {
   /// Asks for the account's balance, which is kept in the dispatch state when the gateway knows the account.
   [[nodiscard]] Credits GetSMSCredits();
 
-  /// Sends one text. A refusal is written to the event log and the results log. A failure of the transport is shown
+  /// Sends one text. A refusal is written to the event log and the results log. A web page is no reply. A failure of the transport is shown
   /// through the common error report; inside a run only the first one is, those that follow go to the log and the
   /// results log.
   /// \param customer  the customer's account reference, for the logs
@@ -69,7 +72,7 @@ class SmsGateway {
  private:
   [[nodiscard]] QString SendUrl(const QString& clientId, const QString& password, const QString& mobile,
                                 const QString& sender, const QString& message) const;
-  void ReportTransportFailure(const QString& customer, const QString& mobile, const HttpReply& reply);
+  void ReportTransportFailure(const QString& customer, const QString& mobile, const SmsResult& result);
   void LogRefusal(const QString& customer, const QString& mobile, const QString& reason);
 
   HttpClient& http_;

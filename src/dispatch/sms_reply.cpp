@@ -58,9 +58,15 @@ QString Lookup(const Reason (&reasons)[n], int code, const char* otherwise) {
 
 }  // namespace
 
+bool IsWebPage(const QString& body, bool isHtml, int fields) {
+  const QStringList present = Fields(body);
+  if (present.size() >= fields && !present[0].isEmpty() && present[0][0].isDigit()) return false;
+  return isHtml || body.trimmed().startsWith(QLatin1Char('<'));
+}
+
 std::optional<SmsReply> ParseSmsReply(const QString& body) {
   const QStringList fields = Fields(body);
-  if (fields.size() < 4) return std::nullopt;
+  if (fields.size() < kSendFields) return std::nullopt;
   SmsReply reply;
   const double status = LeadingNumber(fields[0]);
   reply.balance = LeadingNumber(fields[1]);
@@ -73,7 +79,7 @@ std::optional<SmsReply> ParseSmsReply(const QString& body) {
 
 std::optional<CreditReply> ParseCreditReply(const QString& body) {
   const QStringList fields = Fields(body);
-  if (fields.size() < 2) return std::nullopt;
+  if (fields.size() < kCreditFields) return std::nullopt;
   const bool accepted = LeadingNumber(fields[0]) > 0;
   return CreditReply{accepted, accepted ? LeadingNumber(fields[1]) : 0.0};
 }

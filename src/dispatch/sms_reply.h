@@ -21,6 +21,15 @@ struct SmsReply {
 inline constexpr int kCodeAccountRefused = 1000;
 inline constexpr int kCodeNoCredits = 1002;
 
+/// Whether a web page came instead of a reply: an error page, or the log-in page of a hot spot. A reply of `fields` fields or more whose first
+/// one is a number is the gateway's, whatever its type says.
+/// \param isHtml  the answer says that it is a web page
+[[nodiscard]] bool IsWebPage(const QString& body, bool isHtml, int fields);
+
+/// Fields of a whole reply to a send and to a credit query.
+inline constexpr int kSendFields = 4;
+inline constexpr int kCreditFields = 2;
+
 /// \return nothing when the reply has fewer than four fields
 [[nodiscard]] std::optional<SmsReply> ParseSmsReply(const QString& body);
 

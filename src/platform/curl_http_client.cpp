@@ -35,6 +35,11 @@ bool IsLoopback(const QString& host) {
          host == QLatin1String("::1");
 }
 
+/// A server, or a proxy in front of it, says these after the request may have been acted on.
+bool LeavesDoubt(long status) {
+  return status == 500 || status == 502 || status == 504;
+}
+
 }  // namespace
 
 class CurlHttpClient::Transfer {
@@ -47,6 +52,7 @@ class CurlHttpClient::Transfer {
   static std::size_t TakeBody(char* data, std::size_t size, std::size_t count, void* self);
   static int BeforeRequest(void* self, char*, char*, int, int);
   [[nodiscard]] QString Problem(CURLcode code, long status) const;
+  [[nodiscard]] QByteArray Type() const;
   [[nodiscard]] QString Text() const;
 
   CurlSession session_;
@@ -106,9 +112,16 @@ HttpReply CurlHttpClient::Transfer::Get(const QString& url) {
   session_.Set(CURLOPT_PROXY, IsLoopback(host) ? "" : static_cast<const char*>(nullptr));
   const CURLcode code = session_.Perform(pump_);
   const auto status = session_.Info<long>(CURLINFO_RESPONSE_CODE);
-  if (code == CURLE_OK && status >= 200 && status < 300) return {.body = Text()};
-  return {.error = QStringLiteral("\"%1\" %2.").arg(PublicAddress(parsed), Problem(code, status)),
-          .inDoubt = code != CURLE_OK && requestSent_};
+  HttpReply reply;
+  reply.status = static_cast<int>(status);
+  reply.isHtml = Type().startsWith("text/html");
+  if (code == CURLE_OK && status >= 200 && status < 300) {
+    reply.body = Text();
+  } else {
+    reply.error = QStringLiteral("\"%1\" %2.").arg(PublicAddress(parsed), Problem(code, status));
+    reply.inDoubt = code == CURLE_OK ? LeavesDoubt(status) : requestSent_;
+  }
+  return reply;
 }
 
 QString CurlHttpClient::Transfer::Problem(CURLcode code, long status) const {
@@ -123,8 +136,13 @@ QString CurlHttpClient::Transfer::Problem(CURLcode code, long status) const {
   return QStringLiteral("did not answer completely: %1").arg(reason);
 }
 
+/// The type that the answer says it has, in small letters; empty when it says none.
+QByteArray CurlHttpClient::Transfer::Type() const {
+  return QByteArray(session_.Info<const char*>(CURLINFO_CONTENT_TYPE)).trimmed().toLower();
+}
+
 QString CurlHttpClient::Transfer::Text() const {
-  const QByteArray type = QByteArray(session_.Info<const char*>(CURLINFO_CONTENT_TYPE)).toLower();
+  const QByteArray type = Type();
   const bool isUtf8 = type.contains("charset=utf-8") || type.contains("charset=\"utf-8\"");
   return isUtf8 ? QString::fromUtf8(body_) : FromWindows1252(body_);
 }

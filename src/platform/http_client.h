@@ -12,9 +12,11 @@ namespace qbx {
 struct HttpReply {
   std::optional<QString> body = {};  ///< decoded as Windows-1252 unless the answer says UTF-8
   QString error = {};                ///< one sentence for the user, no secrets (the address without its query)
-  /// With an error: the request went out and no complete answer came back, so the server may have acted on it. False
-  /// means that it did not: nothing was sent, or the server answered with a refusal.
+  /// With an error: the server may have acted on the request. Either it went out and no complete answer came back, or the answer was a status
+  /// that a proxy gives after it passed the request on (500, 502, 504). False means that it did not: nothing was sent, or it was refused.
   bool inDoubt = false;
+  int status = 0;       ///< of the answer (RFC 9110); 0 when none came
+  bool isHtml = false;  ///< the answer says that it is a web page (type text/html)
 };
 
 /// One HTTP client, with one connection kept between requests. Not thread-safe.

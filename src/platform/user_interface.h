@@ -22,8 +22,10 @@ enum class Question {
   kStartDatabaseService,
   kQuitAfterLostConnection,
   kResetProcessedResults,
+  kRepeatDelivered,
   kSmsCredits,
   kCancelQueuedEmails,
+  kGoOnSending,
   kChangeProcessedFlags,
 };
 

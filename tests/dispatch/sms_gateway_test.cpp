@@ -52,14 +52,14 @@ TEST_F(SmsGatewayTest, TellsAcceptedRefusedAndUncertainApart) {
     int code = 0;    ///< of a refusal
   };
   const Case cases[] = {
-      {"07700900123", kAccepted, 1},      {"07700900900", kRefused, 0, 1000}, {"07700900902", kRefused, 0, 2},
-      {"07700900903", kRefused, 0, 3},    {"07700900912", kRefused, 0, 1002}, {"07700900922", kRefused, 0, 22},
-      {"07700900931", kRefused, 0, 31},   {"07700900933", kRefused, 0, 33},   {"07700900977", kRefused, 0, 77},
-      {"07700900971", kRefused, 0, 1000}, {"07700900940", kAccepted, 0},      {"07700900941", kAccepted, 0},
-      {"07700900942", kAccepted, 0},      {"07700900943", kAccepted, 1},      {"07700900970", kAccepted, 0},
-      {"07700900960", kAccepted, 1},      {"07700900950", kRefused, -1},      {"07700900951", kRefused, -1},
-      {"07700900952", kRefused, -1},      {"07700900961", kUncertain, -1},    {"07700900962", kUncertain, -1},
-      {"07700900963", kUncertain, -1}};
+      {"07700900123", kAccepted, 1},    {"07700900900", kRefused, 0, 1000}, {"07700900902", kRefused, 0, 2},
+      {"07700900903", kRefused, 0, 3},  {"07700900912", kRefused, 0, 1002}, {"07700900922", kRefused, 0, 22},
+      {"07700900931", kRefused, 0, 31}, {"07700900933", kRefused, 0, 33},   {"07700900977", kRefused, 0, 77},
+      {"07700900971", kUncertain, -1},  {"07700900972", kUncertain, -1},    {"07700900940", kAccepted, 0},
+      {"07700900941", kAccepted, 0},    {"07700900942", kAccepted, 0},      {"07700900943", kAccepted, 1},
+      {"07700900970", kAccepted, 0},    {"07700900960", kAccepted, 1},      {"07700900950", kUncertain, -1},
+      {"07700900951", kRefused, -1},    {"07700900952", kRefused, -1},      {"07700900961", kUncertain, -1},
+      {"07700900962", kUncertain, -1},  {"07700900963", kUncertain, -1}};
   sandbox.Steer(R"({"delay": 0})");
   for (const Case& c : cases) {
     SCOPED_TRACE(c.number);
@@ -134,7 +134,7 @@ TEST_F(SmsGatewayTest, AsksForTheBalance) {
       {"http 500", -999, 7, true},
       {"broken off", -999, 7, true},
       {R"(reply "1"|"2.5"|)", 2.5, 2.5, false},
-      {"html", 0, 7, false},
+      {"html", -999, 7, false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.answer);
