@@ -3,38 +3,52 @@
 #include <algorithm>
 
 #include "dispatch/result_rows.h"
+#include "dispatch/send_journal.h"
+#include "dispatch/send_refusals.h"
 #include "dispatch/sms_credits.h"
 #include "merge/compiled_template.h"
 #include "results/merge_row.h"
 
 namespace qbx {
 
-int CreditEstimate::EstimateSMSCredits(int campaignId, const QString& smsTemplate) {
-  const QDate today = clock_.Today();
-  if (kept_ && kept_->campaignId == campaignId && kept_->smsTemplate == smsTemplate && kept_->day == today) {
-    return kept_->credits;
-  }
+std::optional<CreditNeed> CreditEstimate::EstimateSMSCredits(int campaignId, const QString& smsTemplate,
+                                                             bool repeatDelivered) {
+  const Wish wish{campaignId, smsTemplate, repeatDelivered, diagnostics_.clock.Today()};
+  if (kept_ && kept_->wish == wish) return kept_->need;
   kept_.reset();
-  const std::optional<int> credits = Add(campaignId, smsTemplate);
-  if (credits) kept_ = Kept{campaignId, smsTemplate, today, *credits};
-  return credits.value_or(0);
+  try {
+    const std::optional<CreditNeed> need = Add(wish);
+    if (need) kept_ = Kept{wish, *need};
+    return need;
+  } catch (const DatabaseError& error) {
+    diagnostics_.errors.ShowError(0, QStringLiteral("EstimateSMSCredits"), error.Description());
+    return std::nullopt;
+  }
 }
 
-std::optional<int> CreditEstimate::Add(int campaignId, const QString& smsTemplate) {
+std::optional<CreditNeed> CreditEstimate::Add(const Wish& wish) {
+  const QHash<qint64, JournalEntry> journal = SendJournal(statements_.Shared(), {}).Read(wish.campaignId);
+  const QHash<qint64, RowRefusals> refusals = SendRefusals(statements_.Shared()).OfCampaign(wish.campaignId);
   Recordset rows;
-  if (statements_.dbOpenRec(rows, SelectEstimateRows(campaignId), CursorType::kForwardOnly, LockType::kReadOnly,
+  if (statements_.dbOpenRec(rows, SelectEstimateRows(wish.campaignId), CursorType::kForwardOnly, LockType::kReadOnly,
                             kOptionUnspecified, CursorLocation::kServer)) {
     return std::nullopt;
   }
-  CompiledTemplate compiled(smsTemplate);
-  const QDate today = clock_.Today();
+  CompiledTemplate compiled(wish.smsTemplate);
   QString text;
-  int credits = 0;
+  CreditNeed need;
   for (; !rows.Eof(); rows.MoveNext()) {
-    compiled.Merge(MergeRow(rows, BlankContact::kStaysBlank), today, text);
-    credits += SMSCreditsFor(std::min(static_cast<int>(text.size()), kMaxSmsLength), 1);
+    compiled.Merge(MergeRow(rows, BlankContact::kStaysBlank), wish.day, text);
+    const int cost = SMSCreditsFor(std::min(static_cast<int>(text.size()), kMaxSmsLength), 1);
+    const qint64 recordId = rows.Field(QStringLiteral("RecordID")).ToInt();
+    const bool processed = rows.Field(QStringLiteral("Processed")).ToBool();
+    const JournalEntry entry = journal.value(recordId).Wanted(true, rows.Field(QStringLiteral("Send_Email")).ToBool());
+    need.inAll += cost;
+    if (processed || entry.sms == JournalState::kSent) need.sent += cost;
+    const bool isDue = !processed && !entry.InDoubt() && entry.IsDue(Channel::kSms, wish.repeatDelivered);
+    if (isDue && refusals.value(recordId).sms == Refusal::kNone) need.toGo += cost;
   }
-  return credits;
+  return need;
 }
 
 }  // namespace qbx

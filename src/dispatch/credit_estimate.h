@@ -6,34 +6,44 @@
 #include <optional>
 
 #include "database/statements.h"
-#include "platform/clock.h"
+#include "diagnostics/diagnostics.h"
+#include "results/counters.h"
 
 namespace qbx {
 
-/// Merges the text of every SMS row of a campaign and adds up what each costs, whether or not it was processed. The sum
-/// is kept until `Invalidate` or until it is asked for another campaign, text or day.
+/// Merges the text of every SMS row of a campaign and adds up what each costs: all of them, and those that are still to go. The sums are kept
+/// until `Invalidate` or until they are asked for another campaign, text or day.
 class CreditEstimate {
  public:
-  CreditEstimate(Statements& statements, const Clock& clock) : statements_(statements), clock_(clock) {}
+  CreditEstimate(Statements& statements, Diagnostics diagnostics)
+      : statements_(statements), diagnostics_(diagnostics) {}
 
-  /// \param smsTemplate  text with merge fields
-  /// \return credits; 0 when the rows could not be read (already reported)
-  [[nodiscard]] int EstimateSMSCredits(int campaignId, const QString& smsTemplate);
+  /// \param smsTemplate      text with merge fields
+  /// \param repeatDelivered  texts that were delivered go again where the e-mail of their row failed
+  /// \return nothing when the rows could not be read (already reported)
+  [[nodiscard]] std::optional<CreditNeed> EstimateSMSCredits(int campaignId, const QString& smsTemplate,
+                                                             bool repeatDelivered = false);
 
-  /// Rows or flags changed.
+  /// Rows, flags or what went out changed.
   void Invalidate() { kept_.reset(); }
 
  private:
-  struct Kept {
+  struct Wish {
     int campaignId;
     QString smsTemplate;
+    bool repeatDelivered;
     QDate day;
-    int credits;
+
+    friend bool operator==(const Wish&, const Wish&) = default;
   };
-  [[nodiscard]] std::optional<int> Add(int campaignId, const QString& smsTemplate);
+  struct Kept {
+    Wish wish;
+    CreditNeed need;
+  };
+  [[nodiscard]] std::optional<CreditNeed> Add(const Wish& wish);
 
   Statements& statements_;
-  const Clock& clock_;
+  Diagnostics diagnostics_;
   std::optional<Kept> kept_;
 };
 

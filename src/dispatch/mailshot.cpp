@@ -104,18 +104,22 @@ void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templ
     Tell(*refusal);
     return;
   }
+  MailshotPlan plan{.campaignId = campaignId, .mode = mode};
+  plan.repeatDelivered = AskAboutDelivered(campaignId, summary);
   const bool textsOutstanding = counters.sms - counters.smsSent > 0;
-  const Credits credits = textsOutstanding ? CheckCredits(campaignId, templates, mode) : Credits::kSendAll;
+  const Credits credits = textsOutstanding ? CheckCredits(plan, templates.sms, summary) : Credits::kSendAll;
   if (credits == Credits::kStop) return;
+  plan.sendTexts = credits == Credits::kSendAll;
 
   const KeptConnections kept(services_.gateway, services_.email);
-  MailshotRun run(services_, observer_, claim, campaignId, templates, mode, credits == Credits::kSendAll, summary);
+  MailshotRun run(services_, observer_, claim, plan, templates, summary);
   try {
     run.Run();
   } catch (const DatabaseError& error) {
     ReportBreakdown(error);
     summary.end = MailshotEnd::kFailed;
   }
+  services_.estimate.Invalidate();
   if (summary.inDoubt > 0) services_.resultsLog.LogProcessResult(InDoubtLine(summary.inDoubt));
   services_.resultsLog.LogProcessResult(ClosingLine(summary.end));
 }
@@ -124,7 +128,17 @@ void Mailshot::ReportBreakdown(const DatabaseError& error) {
   services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), error.Description());
 }
 
-Mailshot::Credits Mailshot::CheckCredits(int campaignId, const MailshotTemplates& templates, MailshotMode mode) {
+/// \return whether those who got one half of their row before get the whole row again
+bool Mailshot::AskAboutDelivered(int campaignId, MailshotSummary& summary) {
+  const Recordset count =
+      Procedure(services_.statements.Shared(), "proc_selp_Delivered_Before").Open({{"@CampaignID", campaignId}});
+  summary.deliveredBefore = count.Eof() ? 0 : static_cast<int>(count.Field(0).ToInt());
+  if (summary.deliveredBefore == 0) return false;
+  return services_.diagnostics.ui.ShowMessage(DeliveredQuestion(summary.deliveredBefore)) == MessageAnswer::kYes;
+}
+
+Mailshot::Credits Mailshot::CheckCredits(const MailshotPlan& plan, const QString& smsTemplate,
+                                         MailshotSummary& summary) {
   const SmsGateway::Credits credits = services_.gateway.GetSMSCredits();
   if (!credits.error.isEmpty()) {
     services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), credits.error);
@@ -134,19 +148,22 @@ Mailshot::Credits Mailshot::CheckCredits(int campaignId, const MailshotTemplates
     Tell(CreditsUnknownMessage(services_.service.supportTelephone));
     return Credits::kStop;
   }
-  const int required = services_.estimate.EstimateSMSCredits(campaignId, templates.sms);
-  if (required > credits.balance) {
+  summary.credits = services_.estimate.EstimateSMSCredits(plan.campaignId, smsTemplate, plan.repeatDelivered);
+  if (!summary.credits) return Credits::kStop;
+  const CreditNeed& need = *summary.credits;
+  if (need.toGo == 0) return Credits::kSendAll;  // no text will go, so there is nothing to ask
+  if (need.toGo > credits.balance) {
     const CounterValues& counters = services_.counters.Values();
     const QString line = QStringLiteral("SMS Credits Remaining / Rows to Process: ") + ShortestNumber(credits.balance) +
                          QStringLiteral(" / ") + QString::number(counters.sms - counters.smsSent);
     services_.diagnostics.log.WriteLog(line);
-    if (mode == MailshotMode::kSend) services_.events.LogEvent(kEventSms, 0, QStringLiteral("SMS-CREDITS"), line);
-    const CreditsRefusal refusal = NotEnoughCredits(credits.balance, required);
+    if (plan.mode == MailshotMode::kSend) services_.events.LogEvent(kEventSms, 0, QStringLiteral("SMS-CREDITS"), line);
+    const CreditsRefusal refusal = NotEnoughCredits(credits.balance, need);
     Tell(refusal.message);
     services_.resultsLog.LogProcessResult(refusal.logLine);
     return Credits::kStop;
   }
-  switch (services_.diagnostics.ui.ShowMessage(CreditsQuestion(required))) {
+  switch (services_.diagnostics.ui.ShowMessage(CreditsQuestion(need))) {
     case MessageAnswer::kYes:
       return Credits::kSendAll;
     case MessageAnswer::kNo:

@@ -61,15 +61,22 @@ struct MailshotSummary {
   int smsFailed = 0;
   int emailSent = 0;
   int emailFailed = 0;
-  int inDoubt = 0;  ///< rows left out, or put in doubt by this run, because nobody knows whether their message went out
+  int inDoubt =
+      0;  ///< rows left alone, or put in doubt by this run, because nobody knows whether their message went out
+  int leftOut = 0;  ///< rows of which a message did not go because the customer has said no since they were selected
+  int deliveredBefore = 0;  ///< customers who had got one half of their row before, while the other one failed
+  std::optional<CreditNeed> credits = {};  ///< what the texts cost; nothing where no text was due
 };
+
+struct MailshotPlan;
 
 /// Sends what the rows of a campaign ask for and marks each row whose messages all succeeded. One run at a time;
 /// another run of the same campaign, also on another computer, is refused.
 ///
 /// A run is resumed by starting it again. What went out is on disk before the next message goes (see SendJournal), so
-/// neither a pause nor a crash makes anything go twice: a row that was cut off goes on where it stopped, a row in which
-/// something failed is tried again whole, a row in doubt is left out until a person settles it.
+/// neither a pause nor a crash makes anything go twice: a row that was cut off goes on where it stopped, of a row in which one half failed only
+/// that half goes unless the user wants the whole row again, a row in doubt is left alone until a person settles it. A customer who has said no
+/// since the rows were selected is left out. A channel whose server is away pauses by itself.
 class Mailshot {
  public:
   Mailshot(MailshotServices services, MailshotObserver& observer)
@@ -87,7 +94,8 @@ class Mailshot {
                           MailshotSummary& summary);
   void ReportBreakdown(const DatabaseError& error);
   enum class Credits { kSendAll, kEmailOnly, kStop };
-  [[nodiscard]] Credits CheckCredits(int campaignId, const MailshotTemplates& templates, MailshotMode mode);
+  [[nodiscard]] bool AskAboutDelivered(int campaignId, MailshotSummary& summary);
+  [[nodiscard]] Credits CheckCredits(const MailshotPlan& plan, const QString& smsTemplate, MailshotSummary& summary);
   void Tell(const Message& message) { services_.diagnostics.ui.ShowMessage(message); }
 
   MailshotServices services_;

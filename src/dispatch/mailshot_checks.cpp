@@ -1,5 +1,6 @@
 #include "dispatch/mailshot_checks.h"
 
+#include "dispatch/server_watch.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -102,17 +103,41 @@ Message CreditsUnknownMessage(const QString& supportTelephone) {
   return message;
 }
 
-Message CreditsQuestion(int required) {
-  return {.text = QStringLiteral("This campaign is going to use approximately ") + QString::number(required) +
-                  QStringLiteral(
-                      " SMS credits.\r\n\r\nWould you like to proceed?\r\nNo: Send Email Only, Cancel: Cancel Sending"),
+Message DeliveredQuestion(int customers) {
+  const QString who = customers == 1 ? QStringLiteral("1 customer already got its")
+                                     : QStringLiteral("%1 customers already got their").arg(customers);
+  return {.text = who + QStringLiteral(" text or e-mail of this campaign; only the other half failed.\r\r") +
+                  QStringLiteral("Send them again what they already got?"),
+          .icon = MessageIcon::kQuestion,
+          .buttons = MessageButtons::kYesNo,
+          .question = Question::kRepeatDelivered,
+          .defaultAnswer = MessageAnswer::kNo};
+}
+
+Message GoOnQuestion(Channel channel, const QString& failure) {
+  const QString what = channel == Channel::kSms
+                           ? QStringLiteral("The SMS gateway has failed %1 times in a row. The last time: %2")
+                           : QStringLiteral("The mail server has failed %1 times in a row. The last time: %2");
+  return {.text = what.arg(ServerWatch::kEnough).arg(failure) + QStringLiteral("\r\rGo on sending?"),
+          .icon = MessageIcon::kExclamation,
+          .buttons = MessageButtons::kYesNo,
+          .question = Question::kGoOnSending,
+          .defaultAnswer = MessageAnswer::kNo};
+}
+
+Message CreditsQuestion(const CreditNeed& need) {
+  const QString all =
+      need.toGo == need.inAll ? QString() : QStringLiteral(" (%1 in all, %2 sent)").arg(need.inAll).arg(need.sent);
+  return {.text = QStringLiteral("This campaign is going to use approximately ") + QString::number(need.toGo) +
+                  QStringLiteral(" SMS credits") + all +
+                  QStringLiteral(".\r\n\r\nWould you like to proceed?\r\nNo: Send Email Only, Cancel: Cancel Sending"),
           .icon = MessageIcon::kQuestion,
           .buttons = MessageButtons::kYesNoCancel,
           .title = QStringLiteral("SMS Credits"),
           .question = Question::kSmsCredits};
 }
 
-CreditsRefusal NotEnoughCredits(double credits, int required) {
+CreditsRefusal NotEnoughCredits(double credits, const CreditNeed& need) {
   const QString available = ShortestNumber(credits);
   if (credits == 0) {
     return {
@@ -121,7 +146,8 @@ CreditsRefusal NotEnoughCredits(double credits, int required) {
   }
   Message message = Warning(
       "There is not enough Text Message credits on your account to process all SMS message in the results list.\r\r");
-  message.text += available + QStringLiteral(" available, but require: ") + QString::number(required);
+  message.text +=
+      available + QStringLiteral(" available, but require: ") + QString::number(need.toGo) + InAllText(need);
   return {message,
           QStringLiteral("Processing Stopped - not enough Text Messages available (") + available + QLatin1Char(')')};
 }

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "dispatch/campaign_claim.h"
+#include "dispatch/send_journal.h"
 #include "platform/user_interface.h"
 #include "results/counters.h"
 #include "settings/options.h"
@@ -42,15 +43,24 @@ struct MailshotTemplates {
 /// What the user is told then, when the last tab is opened.
 [[nodiscard]] std::optional<Message> HostMailServerNotice(const Options& options, const ServiceSettings& service);
 
+/// The question before a run when the other half of what some customers got has failed. Yes sends them the whole row again, No (the default)
+/// only what is missing.
+/// \param customers  different customers, at least 1
+[[nodiscard]] Message DeliveredQuestion(int customers);
+
+/// The question when a server has failed three times in a row: Yes goes on, No (the default) pauses its channel.
+/// \param failure  what happened the last time
+[[nodiscard]] Message GoOnQuestion(Channel channel, const QString& failure);
+
 [[nodiscard]] Message CreditsUnknownMessage(const QString& supportTelephone);
 /// The question before credits are spent: Yes sends all, No e-mails only, Cancel nothing.
-[[nodiscard]] Message CreditsQuestion(int required);
+[[nodiscard]] Message CreditsQuestion(const CreditNeed& need);
 
 /// Too few credits: what the user is told, and the line of the results log.
 struct CreditsRefusal {
   Message message;
   QString logLine;
 };
-[[nodiscard]] CreditsRefusal NotEnoughCredits(double credits, int required);
+[[nodiscard]] CreditsRefusal NotEnoughCredits(double credits, const CreditNeed& need);
 
 }  // namespace qbx

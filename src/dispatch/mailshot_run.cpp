@@ -8,28 +8,32 @@
 namespace qbx {
 
 MailshotRun::MailshotRun(const MailshotServices& services, MailshotObserver& observer, CampaignClaim& claim,
-                         int campaignId, const MailshotTemplates& templates, MailshotMode mode, bool sendTexts,
-                         MailshotSummary& summary)
+                         const MailshotPlan& plan, const MailshotTemplates& templates, MailshotSummary& summary)
     : services_(services),
       observer_(observer),
       claim_(claim),
-      campaignId_(campaignId),
-      dryRun_(mode == MailshotMode::kDryRun),
-      sendTexts_(sendTexts),
+      plan_(plan),
+      dryRun_(plan.mode == MailshotMode::kDryRun),
       journal_(services.statements.Shared(), services.user),
+      refusals_(services.statements.Shared()),
       sms_(templates.sms),
       subject_(templates.emailSubject),
       body_(templates.emailBody),
-      today_(services.diagnostics.clock.Today()),
       counters_(services.counters.Values()),
-      summary_(summary) {}
+      summary_(summary) {
+  texts_.open = plan.sendTexts;
+}
 
 bool MailshotRun::ReadRows() {
-  entries_ = journal_.Read(campaignId_);
-  if (services_.statements.dbOpenRec(rows_, SelectMailshotRows(campaignId_))) return false;
+  entries_ = journal_.Read(plan_.campaignId);
+  if (dryRun_) refused_ = refusals_.OfCampaign(plan_.campaignId);
+  if (services_.statements.dbOpenRec(rows_, SelectMailshotRows(plan_.campaignId))) return false;
   const int sendSms = rows_.ColumnIndex(QStringLiteral("Send_SMS"));
-  for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext())
-    textsLeft_ += rows_.Field(sendSms).ToBool() ? 1 : 0;
+  const int sendEmail = rows_.ColumnIndex(QStringLiteral("Send_Email"));
+  for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext()) {
+    texts_.left += rows_.Field(sendSms).ToBool() ? 1 : 0;
+    emails_.left += rows_.Field(sendEmail).ToBool() ? 1 : 0;
+  }
   rows_.MoveFirst();
   return true;
 }
@@ -48,23 +52,22 @@ void MailshotRun::Run() {
     Row row = CurrentRow();
     observer_.At(MailshotPoint::kRowStarted, row.recordId);
     SendRow(row);
-    textsLeft_ -= row.wantsSms ? 1 : 0;
+    texts_.left -= row.wantsSms ? 1 : 0;
+    emails_.left -= row.wantsEmail ? 1 : 0;
     observer_.Progress(done_, total);
     observer_.At(MailshotPoint::kRowFinished, row.recordId);
     services_.diagnostics.ui.PumpEvents();
-    if (services_.state.StopSending) {
-      summary_.end = MailshotEnd::kPaused;
-      break;
-    }
+    if (services_.state.StopSending || AllThatIsLeftIsPaused()) break;
     if (CreditsUsedUp()) {
       services_.resultsLog.LogProcessResult(QStringLiteral("Finished because not enough SMS credits are remaining."));
       summary_.end = MailshotEnd::kOutOfCredits;
       break;
     }
     if (dryRun_) continue;
-    services_.counters.UpdateCounters(campaignId_);
+    services_.counters.UpdateCounters(plan_.campaignId);
     counters_ = services_.counters.Values();
   }
+  if (services_.state.StopSending || texts_.paused || emails_.paused) summary_.end = MailshotEnd::kPaused;
 }
 
 void MailshotRun::TellTakenOver() {
@@ -89,39 +92,25 @@ MailshotRun::Row MailshotRun::CurrentRow() const {
 }
 
 void MailshotRun::SendRow(Row& row) {
-  // What the row no longer asks for plays no part, but stays on record.
-  if (!row.wantsSms) row.journal.sms = JournalState::kNone;
-  if (!row.wantsEmail) row.journal.email = JournalState::kNone;
+  row.journal = row.journal.Wanted(row.wantsSms, row.wantsEmail);
   if (row.journal.InDoubt()) {
     ++summary_.inDoubt;
     return;
   }
-  if (row.journal.Any(JournalState::kFailed)) ForgetAttempt(row);
   if (row.wantsSms) SendText(row);
   if (row.wantsEmail) SendEmail(row);
   const bool complete = !row.failed && !row.unfinished;
   if (complete && !row.marked && !dryRun_) Mark(row);
 }
 
-/// A row in which something failed is tried again whole.
-void MailshotRun::ForgetAttempt(Row& row) {
-  if (!dryRun_) {
-    if (row.wantsSms) journal_.Forget(row.recordId, Channel::kSms);
-    if (row.wantsEmail) journal_.Forget(row.recordId, Channel::kEmail);
-  }
-  row.journal = {};
-}
-
 void MailshotRun::SendText(Row& row) {
-  if (!sendTexts_) {
-    row.unfinished = true;
-    return;
-  }
-  if (row.journal.sms != JournalState::kSent) {
+  if (row.journal.IsDue(Channel::kSms, plan_.repeatDelivered)) {
+    if (!texts_.open) {
+      row.unfinished = true;
+      return;
+    }
     if (row.mobile.size() >= kShortestMobile) {
-      QString text;
-      sms_.Merge(row.values, today_, text);
-      Count(row, SendSMSToMobile(row, text.left(kMaxSmsLength)), summary_.smsSent, summary_.smsFailed);
+      Count(row, SendSMSToMobile(row), summary_.smsSent, summary_.smsFailed);
     } else if (!row.wantsEmail) {
       Count(row, Sent::kNo, summary_.smsSent, summary_.smsFailed);
     }
@@ -131,12 +120,12 @@ void MailshotRun::SendText(Row& row) {
 }
 
 void MailshotRun::SendEmail(Row& row) {
-  if (row.journal.email != JournalState::kSent) {
-    QString subject;
-    QString body;
-    subject_.Merge(row.values, today_, subject);
-    body_.Merge(row.values, today_, body);
-    Count(row, ProcessEmail(row, subject, body), summary_.emailSent, summary_.emailFailed);
+  if (row.journal.IsDue(Channel::kEmail, plan_.repeatDelivered)) {
+    if (!emails_.open) {
+      row.unfinished = true;
+      return;
+    }
+    Count(row, ProcessEmail(row), summary_.emailSent, summary_.emailFailed);
   }
   ++counters_.emailsSent;
   ++done_;
@@ -156,6 +145,9 @@ void MailshotRun::Count(Row& row, Sent sent, int& sentCounter, int& failedCounte
       row.inDoubt = true;
       row.unfinished = true;
       break;
+    case Sent::kLeftOut:
+      row.unfinished = true;
+      break;
     case Sent::kWithdrawn:
       if (!row.unfinished) LogWithdrawn(row);
       row.unfinished = true;
@@ -163,26 +155,38 @@ void MailshotRun::Count(Row& row, Sent sent, int& sentCounter, int& failedCounte
   }
 }
 
-MailshotRun::Sent MailshotRun::SendSMSToMobile(Row& row, const QString& text) {
+MailshotRun::Sent MailshotRun::SendSMSToMobile(Row& row) {
   const std::optional<QString> mobile = CleanMobileNumber(row.mobile);
-  if (dryRun_) return mobile ? Sent::kYes : Sent::kNo;
+  if (dryRun_) return AnnounceDry(row, Channel::kSms).value_or(mobile ? Sent::kYes : Sent::kNo);
   if (!mobile) {
     Settle(row, Channel::kSms, Sent::kNo, [] {});
     return Sent::kNo;
   }
-  if (!Announce(row, Channel::kSms)) return Sent::kWithdrawn;
+  QString text;
+  sms_.Merge(row.values, services_.diagnostics.clock.Today(), text);
+  text.truncate(kMaxSmsLength);
+  if (const std::optional<Sent> refused = Announce(row, Channel::kSms)) return *refused;
   const SmsResult result = services_.gateway.SendSMS(row.customer, *mobile, text);
   observer_.At(MailshotPoint::kAfterSend, row.recordId);
   const Sent sent = result.accepted ? Sent::kYes : result.uncertain ? Sent::kUncertain : Sent::kNo;
   Settle(row, Channel::kSms, sent, [&] {
     if (result.answered) services_.gateway.RecordSMS(row.customer, *mobile, text, 0, result.messageId);
   });
+  NoteServer(Channel::kSms, result.sign, result.failure);
   return sent;
 }
 
-MailshotRun::Sent MailshotRun::ProcessEmail(Row& row, const QString& subject, const QString& body) {
-  if (dryRun_) return services_.email.Problem(row.email, subject, body).isEmpty() ? Sent::kYes : Sent::kNo;
-  if (!Announce(row, Channel::kEmail)) return Sent::kWithdrawn;
+MailshotRun::Sent MailshotRun::ProcessEmail(Row& row) {
+  const QDate today = services_.diagnostics.clock.Today();
+  QString subject;
+  QString body;
+  subject_.Merge(row.values, today, subject);
+  body_.Merge(row.values, today, body);
+  if (dryRun_) {
+    const bool canGo = services_.email.Problem(row.email, subject, body).isEmpty();
+    return AnnounceDry(row, Channel::kEmail).value_or(canGo ? Sent::kYes : Sent::kNo);
+  }
+  if (const std::optional<Sent> refused = Announce(row, Channel::kEmail)) return *refused;
   const EmailResult result = services_.email.SendEmailMessage(row.email, subject, body);
   observer_.At(MailshotPoint::kAfterSend, row.recordId);
   const Sent sent = result.sent ? Sent::kYes : result.uncertain ? Sent::kUncertain : Sent::kNo;
@@ -194,7 +198,24 @@ MailshotRun::Sent MailshotRun::ProcessEmail(Row& row, const QString& subject, co
                                           row.email);
     services_.resultsLog.LogProcessResult(QStringLiteral("Failed Reason: ") + services_.lastError.LastEmailError);
   }
+  NoteServer(Channel::kEmail, result.sign, services_.lastError.LastEmailError);
   return sent;
+}
+
+void MailshotRun::NoteServer(Channel channel, ServerSign sign, const QString& failure) {
+  ChannelState& state = StateOf(channel);
+  if (!state.server.Note(sign) || services_.state.StopSending) return;
+  if (services_.diagnostics.ui.ShowMessage(GoOnQuestion(channel, failure)) == MessageAnswer::kYes) return;
+  state.open = false;
+  state.paused = true;
+  services_.resultsLog.LogProcessResult(channel == Channel::kSms
+                                            ? QStringLiteral("Texts are paused: the SMS gateway is away.")
+                                            : QStringLiteral("E-mails are paused: the mail server is away."));
+}
+
+bool MailshotRun::AllThatIsLeftIsPaused() const {
+  const bool more = (texts_.open && texts_.left > 0) || (emails_.open && emails_.left > 0);
+  return (texts_.paused || emails_.paused) && !more;
 }
 
 void MailshotRun::LogWithdrawn(const Row& row) {
@@ -202,11 +223,34 @@ void MailshotRun::LogWithdrawn(const Row& row) {
                                         QStringLiteral(". The row was deleted, processed or changed meanwhile."));
 }
 
-bool MailshotRun::Announce(const Row& row, Channel channel) {
+std::optional<MailshotRun::Sent> MailshotRun::Announce(Row& row, Channel channel) {
   observer_.At(MailshotPoint::kBeforeJournal, row.recordId);
-  if (!journal_.Write(row.recordId, campaignId_, channel, JournalState::kSending)) return false;
-  observer_.At(MailshotPoint::kAfterJournal, row.recordId);
-  return true;
+  const bool begun = row.journal.Of(channel) == JournalState::kSent
+                         ? journal_.BeginAgain(row.recordId, plan_.campaignId, channel)
+                         : journal_.Write(row.recordId, plan_.campaignId, channel, JournalState::kSending);
+  if (begun) {
+    observer_.At(MailshotPoint::kAfterJournal, row.recordId);
+    return std::nullopt;
+  }
+  const Refusal refusal = refusals_.OfRow(row.recordId).Of(channel);
+  if (refusal == Refusal::kNone) return Sent::kWithdrawn;
+  LeaveOut(row, channel, refusal);
+  return Sent::kLeftOut;
+}
+
+std::optional<MailshotRun::Sent> MailshotRun::AnnounceDry(Row& row, Channel channel) {
+  const Refusal refusal = refused_.value(row.recordId).Of(channel);
+  if (refusal == Refusal::kNone) return std::nullopt;
+  LeaveOut(row, channel, refusal);
+  return Sent::kLeftOut;
+}
+
+void MailshotRun::LeaveOut(Row& row, Channel channel, Refusal refusal) {
+  const QString reason = RefusalText(refusal, channel);
+  if (row.leftOut.isEmpty()) ++summary_.leftOut;
+  if (row.leftOut != reason)
+    services_.resultsLog.LogProcessResult(QStringLiteral("Left out: ") + row.customer + QStringLiteral(". ") + reason);
+  row.leftOut = reason;
 }
 
 template <typename Record>
@@ -215,7 +259,7 @@ void MailshotRun::Settle(Row& row, Channel channel, Sent sent, Record record) {
   Transaction transaction(services_.statements.Shared().Driver());
   record();
   // A row that was deleted while its message was on its way has no journal any more.
-  (void)journal_.Write(row.recordId, campaignId_, channel,
+  (void)journal_.Write(row.recordId, plan_.campaignId, channel,
                        sent == Sent::kYes ? JournalState::kSent : JournalState::kFailed);
   if (sent == Sent::kYes && IsLastMessage(row, channel) && !row.failed && !row.unfinished) Mark(row);
   observer_.At(MailshotPoint::kBeforeCommit, row.recordId);
@@ -224,7 +268,7 @@ void MailshotRun::Settle(Row& row, Channel channel, Sent sent, Record record) {
 }
 
 bool MailshotRun::IsLastMessage(const Row& row, Channel channel) const {
-  return channel == Channel::kEmail || !row.wantsEmail || row.journal.email == JournalState::kSent;
+  return channel == Channel::kEmail || !row.wantsEmail || !row.journal.IsDue(Channel::kEmail, plan_.repeatDelivered);
 }
 
 void MailshotRun::Mark(Row& row) {
@@ -236,7 +280,7 @@ void MailshotRun::Mark(Row& row) {
 
 bool MailshotRun::CreditsUsedUp() const {
   // A run that sends no more texts needs no credits.
-  if (dryRun_ || !sendTexts_ || textsLeft_ < 1) return false;
+  if (dryRun_ || !texts_.open || texts_.left < 1) return false;
   const int outstanding = counters_.sms + counters_.emails - counters_.smsSent - counters_.emailsSent;
   return services_.state.SMSCreditsRemaining < 1 && counters_.sms >= 1 && done_ < outstanding;
 }

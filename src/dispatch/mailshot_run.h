@@ -7,17 +7,26 @@
 #include "dispatch/campaign_claim.h"
 #include "dispatch/mailshot.h"
 #include "dispatch/send_journal.h"
+#include "dispatch/send_refusals.h"
+#include "dispatch/server_watch.h"
 #include "merge/compiled_template.h"
 
 namespace qbx {
+
+/// What was settled before a run begins.
+struct MailshotPlan {
+  int campaignId = 0;
+  MailshotMode mode = MailshotMode::kSend;
+  bool sendTexts = true;         ///< false: texts are skipped, their rows stay unprocessed
+  bool repeatDelivered = false;  ///< where one half of a row failed, the half that was delivered goes again
+};
 
 /// One pass over the unprocessed rows. Made by `Mailshot` once all checks have passed; used once. Throws DatabaseError
 /// when the journal or a mark cannot be written.
 class MailshotRun {
  public:
-  /// \param sendTexts  false: texts are skipped, their rows stay unprocessed
-  MailshotRun(const MailshotServices& services, MailshotObserver& observer, CampaignClaim& claim, int campaignId,
-              const MailshotTemplates& templates, MailshotMode mode, bool sendTexts, MailshotSummary& summary);
+  MailshotRun(const MailshotServices& services, MailshotObserver& observer, CampaignClaim& claim,
+              const MailshotPlan& plan, const MailshotTemplates& templates, MailshotSummary& summary);
 
   /// The summary counts up to where an exception left the run.
   void Run();
@@ -34,21 +43,38 @@ class MailshotRun {
     MergeValues values;
     JournalEntry journal;
     bool failed = false;
-    bool unfinished = false;  ///< a message was skipped or is in doubt: the row is not processed
+    bool unfinished = false;  ///< a message was skipped, left out or is in doubt: the row is not processed
     bool inDoubt = false;
+    QString leftOut = {};  ///< why a message was left out
     bool marked = false;
   };
-  enum class Sent { kYes, kNo, kUncertain, kWithdrawn /* deleted or processed meanwhile at another desk */ };
+  enum class Sent {
+    kYes,
+    kNo,
+    kUncertain,
+    kLeftOut,    ///< the customer has said no since the row was selected
+    kWithdrawn,  ///< deleted or processed meanwhile at another desk
+  };
+  /// One of the two ways to send.
+  struct ChannelState {
+    bool open = true;
+    bool paused = false;  ///< closed by this run, because its server is away
+    int left = 0;         ///< messages of the rows not yet visited
+    ServerWatch server;
+  };
 
   [[nodiscard]] bool ReadRows();
   [[nodiscard]] Row CurrentRow() const;
   void SendRow(Row& row);
-  void ForgetAttempt(Row& row);
   void SendText(Row& row);
   void SendEmail(Row& row);
-  [[nodiscard]] Sent SendSMSToMobile(Row& row, const QString& text);
-  [[nodiscard]] Sent ProcessEmail(Row& row, const QString& subject, const QString& body);
-  [[nodiscard]] bool Announce(const Row& row, Channel channel);
+  [[nodiscard]] Sent SendSMSToMobile(Row& row);
+  [[nodiscard]] Sent ProcessEmail(Row& row);
+  /// Writes "sending".
+  /// \return why the message must not go; nothing when it may
+  [[nodiscard]] std::optional<Sent> Announce(Row& row, Channel channel);
+  [[nodiscard]] std::optional<Sent> AnnounceDry(Row& row, Channel channel);
+  void LeaveOut(Row& row, Channel channel, Refusal refusal);
   /// Writes what came of a message in one transaction: its record, its journal state and, when nothing of the row is
   /// left, the mark.
   template <typename Record>
@@ -58,24 +84,29 @@ class MailshotRun {
   [[nodiscard]] bool IsLastMessage(const Row& row, Channel channel) const;
   void Mark(Row& row);
   void Count(Row& row, Sent sent, int& sentCounter, int& failedCounter);
+  /// Pauses a channel whose server is away, unless the user says otherwise.
+  void NoteServer(Channel channel, ServerSign sign, const QString& failure);
+  [[nodiscard]] ChannelState& StateOf(Channel channel) { return channel == Channel::kSms ? texts_ : emails_; }
+  [[nodiscard]] bool AllThatIsLeftIsPaused() const;
   [[nodiscard]] bool CreditsUsedUp() const;
 
   const MailshotServices& services_;
   MailshotObserver& observer_;
   CampaignClaim& claim_;
-  int campaignId_;
+  MailshotPlan plan_;
   bool dryRun_;
-  bool sendTexts_;
   SendJournal journal_;
+  SendRefusals refusals_;
   QHash<qint64, JournalEntry> entries_;
+  QHash<qint64, RowRefusals> refused_;  ///< of a dry run, which asks once
   CompiledTemplate sms_;
   CompiledTemplate subject_;
   CompiledTemplate body_;
-  QDate today_;
   Recordset rows_;
   CounterValues counters_;
   int done_ = 0;
-  int textsLeft_ = 0;  ///< texts of the rows not yet visited
+  ChannelState texts_;
+  ChannelState emails_;
   MailshotSummary& summary_;
 };
 

@@ -3,7 +3,8 @@
 namespace qbx {
 
 SendJournal::SendJournal(Connection& connection, QString user)
-    : user_(std::move(user)),
+    : connection_(connection),
+      user_(std::move(user)),
       read_(connection, "proc_selp_Send_Journal"),
       write_(connection, "proc_updp_Send_Journal"),
       forget_(connection, "proc_delp_Send_Journal") {}
@@ -31,8 +32,12 @@ bool SendJournal::Write(qint64 recordId, int campaignId, Channel channel, Journa
                        {"@UserID", user_}});
 }
 
-void SendJournal::Forget(qint64 recordId, Channel channel) {
+bool SendJournal::BeginAgain(qint64 recordId, int campaignId, Channel channel) {
+  Transaction transaction(connection_.Driver());
   forget_.Execute({{"@RecordID", recordId}, {"@Channel", static_cast<int>(channel)}});
+  if (!Write(recordId, campaignId, channel, JournalState::kSending)) return false;
+  transaction.Commit();
+  return true;
 }
 
 }  // namespace qbx

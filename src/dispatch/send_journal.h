@@ -23,6 +23,17 @@ struct JournalEntry {
   /// A message was being sent when the run ended, so nobody knows whether it went out.
   [[nodiscard]] bool InDoubt() const { return Any(JournalState::kSending); }
   [[nodiscard]] bool Any(JournalState state) const { return sms == state || email == state; }
+
+  [[nodiscard]] JournalState Of(Channel channel) const { return channel == Channel::kSms ? sms : email; }
+  /// Whether a run has to send this message of a row that asks for it and is not in doubt.
+  /// \param repeatDelivered  where one half of a row failed, the half that was delivered goes again
+  [[nodiscard]] bool IsDue(Channel channel, bool repeatDelivered) const {
+    return Of(channel) != JournalState::kSent || (repeatDelivered && Any(JournalState::kFailed));
+  }
+  /// The entry without what the row no longer asks for: that plays no part, but stays on record.
+  [[nodiscard]] JournalEntry Wanted(bool wantsSms, bool wantsEmail) const {
+    return {wantsSms ? sms : JournalState::kNone, wantsEmail ? email : JournalState::kNone};
+  }
 };
 
 /// The send journal of a campaign, in the host database.
@@ -36,13 +47,14 @@ class SendJournal {
 
   /// Reads all entries of a campaign.
   [[nodiscard]] QHash<qint64, JournalEntry> Read(int campaignId);
-  /// \return false when "sending" was refused: the campaign does not hold the row any more, or it was processed meanwhile
-  /// at another desk. The message must not go out then.
+  /// \return false when "sending" was refused: the campaign does not hold the row any more, it was processed meanwhile at another desk, or the
+  /// customer's answer has become stricter (`SendRefusals` tells). The message must not go out then.
   [[nodiscard]] bool Write(qint64 recordId, int campaignId, Channel channel, JournalState state);
-  /// Forgets a message, which is due again then.
-  void Forget(qint64 recordId, Channel channel);
+  /// The same for "sending" a message again that went out before. Where it is refused, what is on record stays.
+  [[nodiscard]] bool BeginAgain(qint64 recordId, int campaignId, Channel channel);
 
  private:
+  Connection& connection_;
   QString user_;
   Procedure read_;
   Procedure write_;

@@ -40,6 +40,10 @@ const char* FlagOf(Question question) {
       return "--yes answers Yes, --email-only answers No";
     case Question::kCancelQueuedEmails:
       return "--stop-on-error answers Yes";
+    case Question::kRepeatDelivered:
+      return "--repeat-delivered answers Yes";
+    case Question::kGoOnSending:
+      return "--keep-going answers Yes";
     case Question::kChangeProcessedFlags:
       return "--yes answers Yes";
     case Question::kQuitAfterLostConnection:
@@ -63,6 +67,12 @@ const char* AnswerText(MessageAnswer answer) {
   return "OK";
 }
 
+/// Whether "No" leaves nothing undone that the command was called for.
+bool NoIsHarmless(Question question) {
+  return question == Question::kCancelQueuedEmails || question == Question::kRepeatDelivered ||
+         question == Question::kGoOnSending;
+}
+
 QByteArray TerminalText(QString text) {
   text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
   text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
@@ -84,8 +94,10 @@ MessageAnswer HeadlessUi::ShowMessage(const Message& message) {
   ClearLine();
   // Without the database everything that start-up goes on to read fails too; one message is enough.
   if (withoutDatabase_) return message.buttons == MessageButtons::kOk ? MessageAnswer::kOk : SafeAnswer(message);
-  const QByteArray text = TerminalText(message.text);
-  std::fprintf(stderr, "%s\n", text.constData());
+  // A run that nobody watches says in one line what happened to its server, for the log of a scheduler.
+  const bool inOneLine = message.question == Question::kGoOnSending;
+  const QByteArray text = TerminalText(inOneLine ? message.text.simplified() : message.text);
+  std::fprintf(stderr, "%s%s", text.constData(), inOneLine ? " " : "\n");
   if (message.buttons != MessageButtons::kOk) return Answer(message);
   warned_ = warned_ || message.icon == MessageIcon::kExclamation || message.icon == MessageIcon::kStop;
   return MessageAnswer::kOk;
@@ -95,8 +107,7 @@ MessageAnswer HeadlessUi::Answer(const Message& message) {
   const auto given = answers_.constFind(static_cast<int>(message.question));
   const bool isGiven = given != answers_.cend();
   const MessageAnswer answer = isGiven ? *given : SafeAnswer(message);
-  declined_ =
-      declined_ || (!isGiven && answer != MessageAnswer::kYes && message.question != Question::kCancelQueuedEmails);
+  declined_ = declined_ || (!isGiven && answer != MessageAnswer::kYes && !NoIsHarmless(message.question));
   withoutDatabase_ = message.question == Question::kBringDatabaseOnline && answer != MessageAnswer::kYes;
   const char* flag = isGiven ? nullptr : FlagOf(message.question);
   std::fprintf(stderr, "[answered: %s%s%s]\n", AnswerText(answer), flag != nullptr ? "; " : "",

@@ -79,7 +79,7 @@ void Print(Program& program) {
              {QStringLiteral("RecordID"), QStringLiteral("Customer"), QStringLiteral("Contact"),
               QStringLiteral("Mobile"), QStringLiteral("Email"), QStringLiteral("Vehicle"), QStringLiteral("Send_SMS"),
               QStringLiteral("Send_Email"), QStringLiteral("Send_Letter"), QStringLiteral("Processed")});
-  const CounterLabels labels = MakeCounterLabels(program.desk.counters.Values(), 0);
+  const CounterLabels labels = MakeCounterLabels(program.desk.counters.Values(), {});
   PrintLine(program.desk.results.CountText().trimmed() + QStringLiteral("; ") + labels.lblLetters +
             QStringLiteral("; ") + labels.lblSMS0 + QStringLiteral(", ") + labels.lblSMS1 + QStringLiteral("; ") +
             labels.lblEmail0 + QStringLiteral(", ") + labels.lblEmail1);

@@ -1,5 +1,6 @@
 // marketingctl send: the mailshot of a campaign.
 
+#include <algorithm>
 #include <memory>
 
 #include "dispatch/send_journal.h"
@@ -17,6 +18,8 @@ struct SendArguments {
   bool yes = false;
   bool emailOnly = false;
   bool stopOnError = false;
+  bool repeatDelivered = false;
+  bool keepGoing = false;
 };
 
 /// Shows progress, turns Ctrl+C into a pause, and files the results log.
@@ -108,9 +111,16 @@ int ExitCodeOf(const MailshotSummary& summary, const RowsLeft& rows, const Headl
     case MailshotEnd::kOutOfCredits:
       break;
   }
+  // Rows whose doubt this run left behind count also when they cannot be counted any more.
+  const int inDoubt = std::max(summary.inDoubt, rows.inDoubt);
   const bool failed =
-      summary.smsFailed + summary.emailFailed + rows.inDoubt > 0 || summary.end == MailshotEnd::kOutOfCredits;
+      summary.smsFailed + summary.emailFailed + inDoubt > 0 || summary.end == MailshotEnd::kOutOfCredits;
   return failed ? kSomeFailed : kDone;
+}
+
+/// Null where no text was due, so that nobody worked it out.
+QJsonValue CreditsOf(const MailshotSummary& summary, int CreditNeed::*part) {
+  return summary.credits ? QJsonValue(*summary.credits.*part) : QJsonValue();
 }
 
 void Print(Program& program, const MailshotSummary& summary, const RowsLeft& rows, bool dryRun) {
@@ -122,6 +132,10 @@ void Print(Program& program, const MailshotSummary& summary, const RowsLeft& row
                           {QStringLiteral("processed"), rows.processed},
                           {QStringLiteral("left"), rows.left},
                           {QStringLiteral("in_doubt"), rows.inDoubt},
+                          {QStringLiteral("left_out"), summary.leftOut},
+                          {QStringLiteral("delivered_before"), summary.deliveredBefore},
+                          {QStringLiteral("credits_required"), CreditsOf(summary, &CreditNeed::toGo)},
+                          {QStringLiteral("credits_in_all"), CreditsOf(summary, &CreditNeed::inAll)},
                           {QStringLiteral("log"), QJsonArray::fromStringList(program.desk.resultsLog.Lines())}});
     return;
   }
@@ -134,7 +148,8 @@ void Print(Program& program, const MailshotSummary& summary, const RowsLeft& row
           .arg(summary.smsFailed)
           .arg(summary.emailSent)
           .arg(summary.emailFailed) +
-      QStringLiteral("Rows: %1 processed, %2 left, %3 in doubt.").arg(rows.processed).arg(rows.left).arg(rows.inDoubt));
+      QStringLiteral("Rows: %1 processed, %2 left, %3 in doubt.").arg(rows.processed).arg(rows.left).arg(rows.inDoubt) +
+      (summary.leftOut > 0 ? QStringLiteral(" Left out: %1.").arg(summary.leftOut) : QString()));
 }
 
 int Send(Program& program, const SendArguments& arguments) {
@@ -144,6 +159,8 @@ int Send(Program& program, const SendArguments& arguments) {
   } else if (arguments.yes || arguments.dryRun) {
     program.ui.SetAnswer(Question::kSmsCredits, MessageAnswer::kYes);
   }
+  if (arguments.repeatDelivered) program.ui.SetAnswer(Question::kRepeatDelivered, MessageAnswer::kYes);
+  if (arguments.keepGoing) program.ui.SetAnswer(Question::kGoOnSending, MessageAnswer::kYes);
   if (arguments.stopOnError) program.ui.SetAnswer(Question::kCancelQueuedEmails, MessageAnswer::kYes);
   if (!app.campaignStorage.LoadCampaign(arguments.id)) return kRefused;
 
@@ -178,6 +195,10 @@ void AddSendCommand(Runner& runner) {
   command.add_flag("--email-only", arguments->emailOnly, "Send the e-mails only; rows with a text stay unprocessed")
       ->excludes(yes);
   command.add_flag("--stop-on-error", arguments->stopOnError, "Stop after the first e-mail that fails");
+  command.add_flag("--repeat-delivered", arguments->repeatDelivered,
+                   "Where one half of a row failed, send the half that was delivered again, too");
+  command.add_flag("--keep-going", arguments->keepGoing,
+                   "Go on with a channel whose server failed three times in a row (without it that channel pauses)");
   command.footer(
       "Example: marketingctl --folder garage --user Pat send 12 --yes\n"
       "Ctrl+C pauses after the current row; the next send goes on. Exit codes: 3 some rows failed or are in doubt, 4 "

@@ -2,8 +2,6 @@
 
 #include "results/counters.h"
 
-#include "util/text.h"
-
 namespace qbx {
 
 namespace {
@@ -14,11 +12,15 @@ QString SentText(int sent, int all) {
 
 }  // namespace
 
-CounterLabels MakeCounterLabels(const CounterValues& values, double credits) {
+QString InAllText(const CreditNeed& credits) {
+  return credits.toGo == credits.inAll ? QString() : QStringLiteral(" (%1 in all)").arg(credits.inAll);
+}
+
+CounterLabels MakeCounterLabels(const CounterValues& values, const CreditNeed& credits) {
   return {.lblLetters = QStringLiteral("Letters to Generate: %1").arg(values.letters),
           .lblSMS0 = QStringLiteral("SMS's to Send: %1").arg(values.sms),
           .lblSMS1 = SentText(values.smsSent, values.sms),
-          .lblSMS2 = QLatin1String("Credit Cost: ") + ShortestNumber(credits),
+          .lblSMS2 = QStringLiteral("Credit Cost: %1").arg(credits.toGo) + InAllText(credits),
           .lblEmail0 = QStringLiteral("Email's to Send: %1").arg(values.emails),
           .lblEmail1 = SentText(values.emailsSent, values.emails)};
 }

@@ -22,6 +22,16 @@ struct CounterValues {
   friend bool operator==(const CounterValues&, const CounterValues&) = default;
 };
 
+/// What the texts of a campaign cost, in credits.
+struct CreditNeed {
+  int inAll = 0;  ///< every row with a text
+  int sent = 0;   ///< texts that went out, or whose row is processed
+  int toGo =
+      0;  ///< texts that the next run is going to send; not the rows in doubt, nor those whose customer has said no since
+
+  friend bool operator==(const CreditNeed&, const CreditNeed&) = default;
+};
+
 /// Captions of the labels of tab 5, named as the controls.
 struct CounterLabels {
   QString lblLetters;
@@ -32,8 +42,10 @@ struct CounterLabels {
   QString lblEmail1;
 };
 
-/// \param credits  the estimated cost of the texts
-[[nodiscard]] CounterLabels MakeCounterLabels(const CounterValues& values, double credits);
+[[nodiscard]] CounterLabels MakeCounterLabels(const CounterValues& values, const CreditNeed& credits);
+
+/// " (58 in all)" behind the credits that are still to go, where that is another number; else empty.
+[[nodiscard]] QString InAllText(const CreditNeed& credits);
 
 /// The counters that the program holds.
 class Counters {

@@ -34,7 +34,7 @@ CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
              .edition = app.startup.edition,
              .loadOptions = [&app] { app.optionsLoader.LoadOptions(); }},
             app.diagnostics),
-      estimate(app.statements, app.clock),
+      estimate(app.statements, app.diagnostics),
       mime(app.clock),
       gateway(app.http, app.options, app.service, app.connection, app.events, resultsLog, app.dispatch, app.diagnostics,
               app.startup.user),

@@ -88,22 +88,34 @@ TEST(MailshotChecks, SpeakOfCredits) {
       "! Unable to determine the amount of SMS Text Message credits available on your account.\r\rThere may be a "
       "technical problem with your internet connection, or with the QBX SMS Gateway Server.\r\rPlease call QBX on "
       "01234 if you require assistance.");
-  const Message question = CreditsQuestion(7);
+  const Message question = CreditsQuestion({.inAll = 7, .toGo = 7});
   EXPECT_EQ(
       question.text,
       "This campaign is going to use approximately 7 SMS credits.\r\n\r\nWould you like to proceed?\r\nNo: Send Email "
       "Only, Cancel: Cancel Sending");
   EXPECT_EQ(question.title, "SMS Credits");
   EXPECT_EQ(question.buttons, MessageButtons::kYesNoCancel);
-  const CreditsRefusal none = NotEnoughCredits(0, 3);
+  EXPECT_TRUE(
+      CreditsQuestion({.inAll = 58, .sent = 50, .toGo = 8}).text.contains("8 SMS credits (58 in all, 50 sent)."));
+  const CreditsRefusal none = NotEnoughCredits(0, {.inAll = 3, .toGo = 3});
   EXPECT_EQ(Shown(none.message),
             "! There are no Text Message credits remaining on your account. SMS Text Messages cannot be processed.");
   EXPECT_EQ(none.logLine, "Processing Stopped - no Text Messages available (0)");
-  const CreditsRefusal few = NotEnoughCredits(2.5, 3);
+  const CreditsRefusal few = NotEnoughCredits(2.5, {.inAll = 3, .toGo = 3});
   EXPECT_EQ(Shown(few.message),
             "! There is not enough Text Message credits on your account to process all SMS message in the results "
             "list.\r\r2.5 available, but require: 3");
+  EXPECT_TRUE(
+      NotEnoughCredits(4, {.inAll = 58, .toGo = 8}).message.text.endsWith("4 available, but require: 8 (58 in all)"));
   EXPECT_EQ(few.logLine, "Processing Stopped - not enough Text Messages available (2.5)");
+}
+
+TEST(MailshotChecks, AskAboutWhatWasDeliveredBefore) {
+  EXPECT_EQ(
+      DeliveredQuestion(2).text,
+      "2 customers already got their text or e-mail of this campaign; only the other half failed.\r\rSend them again what they already got?");
+  EXPECT_TRUE(DeliveredQuestion(1).text.startsWith("1 customer already got its text or e-mail"));
+  EXPECT_EQ(DeliveredQuestion(1).defaultAnswer, MessageAnswer::kNo);
 }
 
 }  // namespace

@@ -16,6 +16,8 @@ class MailshotFixture : public testing::Test {
     desk.host.ui.OnMessage([this](const Message& message) -> std::optional<MessageAnswer> {
       if (message.question == Question::kSmsCredits) return aboutCredits;
       if (message.question == Question::kCancelQueuedEmails) return aboutQueue;
+      if (message.question == Question::kRepeatDelivered) return aboutDelivered;
+      if (message.question == Question::kGoOnSending) return aboutGoingOn;
       return std::nullopt;
     });
   }
@@ -44,6 +46,8 @@ class MailshotFixture : public testing::Test {
   SendingDesk desk{sandbox.HttpPort(), sandbox.SmtpPort(), computer};
   MessageAnswer aboutCredits = MessageAnswer::kYes;
   MessageAnswer aboutQueue = MessageAnswer::kNo;
+  std::optional<MessageAnswer> aboutDelivered = {};  ///< the question fails a test that does not expect it
+  MessageAnswer aboutGoingOn = MessageAnswer::kNo;
 };
 
 /// Does something at a step of a run, and writes its progress down.

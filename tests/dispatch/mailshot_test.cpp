@@ -1,5 +1,6 @@
 // One run of a mailshot: what goes out, what is written down, what stops it.
 
+#include "dispatch/send_refusals.h"
 #include "mailshot_fixture.h"
 
 namespace qbx::test {
@@ -57,25 +58,114 @@ TEST_F(MailshotTest, KnowsWhatToDoWithShortNumbersAndMissingAddresses) {
                                                   "Failed Reason: No Email Address specified.", "Processing Finished"));
 }
 
-TEST_F(MailshotTest, GoesOnAfterFailuresAndTriesFailedRowsAgainWhole) {
+TEST_F(MailshotTest, GoesOnAfterFailuresAndAsksBeforeItRepeatsWhatWasDelivered) {
   desk.AddRow(101, "07700900101", "refused@x.test");
   desk.AddRow(102, "07700900933", "b@x.test");
-  desk.AddRow(103, "07700900950", "");
+  desk.AddRow(103, "07700900951", "");
   desk.AddRow(104, "07700900104", "");
+  desk.AddRow(105, "07700900105", "bounced@x.test");
+  sandbox.Steer(R"({"recipients": {"bounced@x.test": "550 No such user"}})");
   MailshotSummary summary = desk.Send();
   EXPECT_EQ(summary.end, MailshotEnd::kFinished);
   EXPECT_EQ(summary.smsFailed, 2);
-  EXPECT_EQ(summary.emailFailed, 1);
+  EXPECT_EQ(summary.emailFailed, 2);
+  EXPECT_EQ(summary.deliveredBefore, 0);
+  EXPECT_EQ(*summary.credits, (CreditNeed{.inAll = 5, .toGo = 5}));
   EXPECT_THAT(desk.Processed(), ElementsAre("104"));
-  EXPECT_THAT(Journal(), ElementsAre("101|1|1", "101|2|2", "102|1|2", "102|2|1", "103|1|2", "104|1|1"));
-  // Now the causes are gone: both messages of a failed row go, the row that was done is left alone.
-  sandbox.Steer(R"({"numbers": {"07700900933": "ok", "07700900950": "ok"}, "recipients": {"refused@x.test": "ok"}})");
+  const QStringList journal{"101|1|1", "101|2|2", "102|1|2", "102|2|1", "103|1|2", "104|1|1", "105|1|1", "105|2|2"};
+  EXPECT_EQ(Journal(), journal);
+  // "Send E-mails only" forgets nothing about the texts.
+  sandbox.Steer(R"({"numbers": {"07700900933": "ok", "07700900951": "ok"}, "recipients": {"refused@x.test": "ok"}})");
+  aboutDelivered = MessageAnswer::kNo;
+  aboutCredits = MessageAnswer::kNo;
   summary = desk.Send();
-  EXPECT_EQ(summary.smsSent, 3);
-  EXPECT_EQ(summary.emailSent, 2);
-  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "07700900104", "07700900101", "07700900933", "07700900950",
-                                            "b@x.test", "refused@x.test", "b@x.test"));
+  EXPECT_EQ(summary.deliveredBefore, 3);
+  EXPECT_EQ(*summary.credits, (CreditNeed{.inAll = 5, .sent = 3, .toGo = 2}));
+  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "07700900104", "07700900105", "b@x.test", "refused@x.test"));
+  // No: what is missing goes, and nothing else.
+  aboutCredits = MessageAnswer::kYes;
+  EXPECT_EQ(desk.Send().smsSent, 2);
   EXPECT_THAT(desk.Processed(), ElementsAre("101", "102", "103", "104"));
+  // Yes: the row goes whole.
+  aboutDelivered = MessageAnswer::kYes;
+  summary = desk.Send();
+  EXPECT_EQ(summary.deliveredBefore, 1);
+  EXPECT_EQ(*summary.credits, (CreditNeed{.inAll = 5, .sent = 5, .toGo = 1}));
+  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "07700900104", "07700900105", "07700900933", "07700900951",
+                                            "07700900105", "b@x.test", "refused@x.test"));
+  EXPECT_THAT(Journal().mid(6), ElementsAre("105|1|1", "105|2|2"));
+}
+
+TEST_F(MailshotTest, AsksForConsentAgain) {
+  struct Case {
+    const char* selected;  ///< what the row was selected with: consent, marketing, text and e-mail
+    const char* since;     ///< what happened then
+    int refusals;          ///< of the text and of the e-mail
+  };
+  const Case cases[] = {
+      {"NULL, 1, NULL, NULL", "", 0},
+      {"1, 1, 1, 1", "Consent_Response = 2", 22},
+      {"1, 1, 1, 1", "Consent_Response = 0", 33},
+      {"NULL, 1, NULL, NULL", "Consent_Response = 1", 0},
+      {"2, 0, 0, 0", "", 0},  // chosen on purpose
+      {"2, 0, 0, 0", "No_Marketing = 0", 0},
+      {"1, 1, 1, 1", "No_Marketing = 1", 44},
+      {"1, 1, 1, 1", "Can_Send_SMS = NULL", 0},
+      {"1, 1, 1, NULL", "Can_Send_Email = 0", 5},
+      {"1, 1, 1, 1", "Can_Send_SMS = NULL; UPDATE _Options SET Using_Vrelo = 1", 50},
+      {"1, 1, 0, 0", "Can_Send_Letter = 1; UPDATE _Options SET Using_Vrelo = 1, Only_Send_Comms_When_Opted_In = 1", 0},
+      {"1, 1, 0, 0", "Lastname = 'X'; UPDATE _Options SET Using_Vrelo = 1, Only_Send_Comms_When_Opted_In = 1", 33},
+      {"NULL, 1, 1, 1", "Lastname = 'X'; UPDATE _Options SET Only_Send_Comms_When_Opted_In = 1", 33},
+      {"2, 1, 1, 1", "Lastname = 'X'; DELETE FROM Customers", 11},
+  };
+  const qint64 record = desk.AddRow(101, "07700900101", "a@x.test");
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.selected) + ": " + c.since);
+    desk.host.Run("DELETE FROM Customers; UPDATE _Options SET Using_Vrelo = 0, Only_Send_Comms_When_Opted_In = 0");
+    desk.host.Run(QStringLiteral("UPDATE [Campaign Results] SET (Consent_Response, Marketing, Can_Send_SMS, "
+                                 "Can_Send_Email) = (%1); INSERT INTO Customers (Customer, Consent_Response, "
+                                 "No_Marketing, Can_Send_SMS, Can_Send_Email) SELECT Customer, Consent_Response, "
+                                 "1 - Marketing, Can_Send_SMS, Can_Send_Email FROM [Campaign Results]")
+                      .arg(c.selected));
+    if (*c.since != 0) desk.host.Run(QStringLiteral("UPDATE Customers SET ") + c.since);
+    const RowRefusals refusals = SendRefusals(desk.host.connection).OfRow(record);
+    EXPECT_EQ(static_cast<int>(refusals.sms) * 10 + static_cast<int>(refusals.email), c.refusals);
+  }
+  desk.AddRow(102, "07700900102", "b@x.test");
+  desk.host.Run("UPDATE Customers SET Can_Send_SMS = 0 WHERE Customer = 102");
+  for (const MailshotMode mode : {MailshotMode::kDryRun, MailshotMode::kSend}) {
+    desk.resultsLog.Clear();
+    EXPECT_EQ(desk.Send(mode).leftOut, 2);
+    EXPECT_THAT(desk.LogTexts().filter("Left out"),
+                ElementsAre("Left out: 101. The customer is no longer in the database.",
+                            "Left out: 102. The customer no longer agrees to texts."));
+  }
+  EXPECT_THAT(Reached(sandbox), ElementsAre("b@x.test"));
+  EXPECT_THAT(desk.Processed(), IsEmpty());
+}
+
+TEST_F(MailshotTest, PausesAChannelWhoseServerIsAway) {
+  for (int customer = 101; customer <= 106; ++customer)
+    desk.AddRow(customer, QStringLiteral("07700900%1").arg(customer), QStringLiteral("c%1@x.test").arg(customer));
+  sandbox.Steer(R"({"numbers": {"07700900101": "http 503", "07700900102": "page", "07700900103": "code 33",
+                                "07700900104": "html", "07700900105": "http 502", "07700900106": "http 500"}})");
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kPaused);
+  EXPECT_THAT(Journal().filter("|1|"), ElementsAre("101|1|2", "102|1|0", "103|1|2", "104|1|0", "105|1|0", "106|1|0"));
+  EXPECT_EQ(Reached(sandbox).size(), 6);  // the e-mails
+  EXPECT_EQ(desk.LogTexts().filter("are paused").size(), 1);
+
+  for (int customer = 111; customer <= 115; ++customer)
+    desk.AddRow(customer, QStringLiteral("07700900%1").arg(customer), QStringLiteral("c%1@x.test").arg(customer));
+  sandbox.Steer("{}");
+  aboutDelivered = MessageAnswer::kNo;
+  const QString port = desk.options.SMTP_Port;
+  desk.options.SMTP_Port = "1";
+  const MailshotSummary summary = desk.Send();
+  EXPECT_EQ(summary.end, MailshotEnd::kPaused);
+  EXPECT_EQ(summary.smsSent, 7);
+  EXPECT_EQ(summary.emailFailed, ServerWatch::kEnough);
+  desk.options.SMTP_Port = port;
+  EXPECT_EQ(desk.Send().emailSent, 5);
 }
 
 TEST_F(MailshotTest, CarriesALongBodyUnchanged) {
@@ -154,6 +244,7 @@ TEST_F(MailshotTest, StopsWhenTheBalanceIsUnknownOrTooSmall) {
   const Case cases[] = {
       {"empty", "Unable to determine the amount of SMS Text Message credits available", nullptr},
       {"http 500", "An unexpected error occured.", nullptr},
+      {"html", "Unable to determine the amount of SMS Text Message credits available", nullptr},
       {R"(reply "1"|"1"|)", "1 available, but require: 2",
        "Processing Stopped - not enough Text Messages available (1)"},
       {"status 0", "There are no Text Message credits remaining",

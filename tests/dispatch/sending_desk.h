@@ -45,6 +45,10 @@ struct SendingDesk {
   /// Adds a row with a text when there is a mobile number and an e-mail when there is an address.
   qint64 AddRow(int customer, const QString& mobile, const QString& address, int campaign = kCampaign) {
     host.Run(
+        QStringLiteral(
+            "INSERT INTO Customers (Customer) SELECT %1 WHERE NOT EXISTS (SELECT 1 FROM Customers WHERE Customer = %1)")
+            .arg(customer));
+    host.Run(
         QStringLiteral("INSERT INTO [Campaign Results] (CampaignID, Customer, Contact, Make, Mobile, Email, Send_SMS, "
                        "Send_Email) VALUES (%1, %2, 'Mr %2', 'Ford', '%3', '%4', %5, %6)")
             .arg(campaign)
@@ -94,7 +98,7 @@ struct SendingDesk {
   EmailSender email{mail,        mime,  options,        service, host.connection,
                     host.events, state, host.lastError, view,    host.diagnostics};
   Counters counters{host.statements, host.diagnostics};
-  CreditEstimate estimate{host.statements, host.clock};
+  CreditEstimate estimate{host.statements, host.diagnostics};
 };
 
 }  // namespace qbx::test

@@ -13,12 +13,12 @@ namespace qbx {
 namespace {
 
 TEST(Results, CounterLabels) {
-  const CounterLabels labels =
-      MakeCounterLabels({.letters = 1, .sms = 12000, .smsSent = 2, .emails = 3, .emailsSent = 0}, 12001.5);
+  const CounterLabels labels = MakeCounterLabels(
+      {.letters = 1, .sms = 12000, .smsSent = 2, .emails = 3, .emailsSent = 0}, {.inAll = 120, .sent = 90, .toGo = 28});
   EXPECT_EQ(labels.lblLetters, "Letters to Generate: 1");
   EXPECT_EQ(labels.lblSMS0, "SMS's to Send: 12000");
   EXPECT_EQ(labels.lblSMS1, "Sent: 2 / 12000");
-  EXPECT_EQ(labels.lblSMS2, "Credit Cost: 12001.5");
+  EXPECT_EQ(labels.lblSMS2, "Credit Cost: 28 (120 in all)");
   EXPECT_EQ(labels.lblEmail0, "Email's to Send: 3");
   EXPECT_EQ(labels.lblEmail1, "Sent: 0 / 3");
 }

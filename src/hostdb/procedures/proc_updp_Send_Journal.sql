@@ -1,6 +1,7 @@
 -- Notes how far a message of a results row is: @Channel 1 text, 2 e-mail; @State 0 sending, 1 sent, 2 failed. Returns the key of the row.
--- No row comes back when the campaign does not hold that row (any more), and none for "sending" when the row was processed, its flag was taken
--- away or the message was begun meanwhile (at another desk, by another run): then the message must not go out.
+-- No row comes back when the campaign does not hold that row (any more). For "sending" none comes back either when the row was processed, its
+-- flag was taken away or the message was begun meanwhile (at another desk, by another run), and when the customer's answer is stricter now than
+-- the one the row was selected with: then the message must not go out.
 CREATE PROCEDURE proc_updp_Send_Journal
   @RecordID int,
   @CampaignID int,
@@ -14,7 +15,9 @@ FROM [Campaign Results] WHERE RecordID = @RecordID AND CampaignID = @CampaignID
   AND (@State <> 0
        OR (Processed = 0
            AND CASE @Channel WHEN 1 THEN Send_SMS ELSE Send_Email END = 1
-           AND NOT EXISTS (SELECT 1 FROM Send_Journal j WHERE j.RecordID = @RecordID AND j.Channel = @Channel AND j.State <> 2)))
+           AND NOT EXISTS (SELECT 1 FROM Send_Journal j WHERE j.RecordID = @RecordID AND j.Channel = @Channel AND j.State <> 2)
+           AND EXISTS (SELECT 1 FROM Send_Refusals f
+                       WHERE f.RecordID = @RecordID AND CASE @Channel WHEN 1 THEN f.SMS_Refusal ELSE f.Email_Refusal END = 0)))
 ON CONFLICT (RecordID, Channel) DO UPDATE SET
   State = excluded.State, CampaignID = excluded.CampaignID, UserID = excluded.UserID, Changed = excluded.Changed
 RETURNING RecordID;

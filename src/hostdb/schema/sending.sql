@@ -24,6 +24,44 @@ BEGIN
   UPDATE Send_Journal SET CampaignID = new.CampaignID WHERE RecordID = new.RecordID;
 END;
 
+-- Why a message of a results row must not go any more: the customer's answer is stricter now than the one the row was selected with, or only
+-- customers who opted in may be contacted by now. What the user chose on purpose (customers who opted out, "No Marketing", flags set by hand)
+-- stays as it was chosen. 0: nothing against it. 1 the customer is gone (which counts as No to everything), 2 opted out, 3 not opted in, 4 No
+-- Marketing, 5 no longer agrees to this channel.
+-- Answers in order of strictness. Consent: 0 consented, 1 not asked, 2 opted out. A channel: 0 agreed, 1 never asked, 2 refused.
+CREATE VIEW Send_Refusals AS
+SELECT RecordID, CampaignID,
+  CASE WHEN Refusal <> 0 THEN Refusal WHEN SMS_Now > SMS_Then AND (AskChannels = 1 OR SMS_Now = 2) THEN 5 ELSE 0 END AS SMS_Refusal,
+  CASE WHEN Refusal <> 0 THEN Refusal WHEN Email_Now > Email_Then AND (AskChannels = 1 OR Email_Now = 2) THEN 5 ELSE 0 END AS Email_Refusal
+FROM (
+  SELECT RecordID, CampaignID, SMS_Then, SMS_Now, Email_Then, Email_Now, AskChannels,
+    CASE
+      WHEN IsGone = 1 AND (Consent_Then < 2 OR Marketing_Then = 1 OR OptedInOnly = 1) THEN 1
+      WHEN Consent_Now > Consent_Then THEN CASE Consent_Now WHEN 2 THEN 2 ELSE 3 END
+      WHEN OptedInOnly = 1 AND (Consent_Now > 0 OR (AskChannels = 1 AND AgreesToNone = 1)) THEN 3
+      WHEN Marketing_Now < Marketing_Then THEN 4
+      ELSE 0
+    END AS Refusal
+  FROM (
+    SELECT r.RecordID, r.CampaignID,
+      CASE WHEN c.Customer IS NULL THEN 1 ELSE 0 END AS IsGone,
+      CASE r.Consent_Response WHEN 1 THEN 0 WHEN 2 THEN 2 ELSE 1 END AS Consent_Then,
+      CASE WHEN c.Customer IS NULL THEN 2 ELSE CASE c.Consent_Response WHEN 1 THEN 0 WHEN 2 THEN 2 ELSE 1 END END AS Consent_Now,
+      CASE r.Marketing WHEN 0 THEN 0 ELSE 1 END AS Marketing_Then,
+      CASE WHEN c.Customer IS NULL OR c.No_Marketing <> 0 THEN 0 ELSE 1 END AS Marketing_Now,
+      CASE r.Can_Send_SMS WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END AS SMS_Then,
+      CASE WHEN c.Customer IS NULL THEN 2 ELSE CASE c.Can_Send_SMS WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END END AS SMS_Now,
+      CASE r.Can_Send_Email WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END AS Email_Then,
+      CASE WHEN c.Customer IS NULL THEN 2 ELSE CASE c.Can_Send_Email WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END END AS Email_Now,
+      CASE WHEN c.Can_Send_SMS = 1 OR c.Can_Send_Email = 1 OR c.Can_Send_Letter = 1 THEN 0 ELSE 1 END AS AgreesToNone,
+      CASE WHEN o.Only_Send_Comms_When_Opted_In = 1 THEN 1 ELSE 0 END AS OptedInOnly,
+      CASE WHEN o.Using_Vrelo = 1 THEN 1 ELSE 0 END AS AskChannels
+    FROM [Campaign Results] r
+    LEFT JOIN Customers c ON c.Customer = r.Customer
+    LEFT JOIN _Options o ON o.Options_Company = 'A'
+  ) answers
+) judged;
+
 -- Who is sending a campaign now. The process is named by its number and its start on its computer, so that a number that was given out
 -- again is not taken for the run that claimed.
 CREATE TABLE Campaign_Claims (

@@ -26,7 +26,7 @@ void ProcessPage::CampaignSetUp() {
 void ProcessPage::CopyState() {
   // A connection that was lost has just been told of by the counters; the estimate stays what it was.
   if (App().connection.IsOpen())
-    credits_ = Desk().estimate.EstimateSMSCredits(App().campaign.record.ID, State().txtSMS);
+    credits_ = Desk().estimate.EstimateSMSCredits(App().campaign.record.ID, State().txtSMS).value_or(credits_);
   const CounterLabels labels = MakeCounterLabels(Desk().counters.Values(), credits_);
   ui_->lblLetters->setText(labels.lblLetters);
   ui_->lblSMS0->setText(labels.lblSMS0);

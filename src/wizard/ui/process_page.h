@@ -26,7 +26,7 @@ class ProcessPage : public WizardPage {
 
  private:
   std::unique_ptr<Ui::ProcessPage> ui_;
-  int credits_ = 0;
+  CreditNeed credits_ = {};
 };
 
 }  // namespace qbx

@@ -1,0 +1,10 @@
+-- How many customers of a campaign got their text or their e-mail by an earlier run while the other one failed: one row, one column. Counted
+-- are rows that still ask for both and are not processed.
+CREATE PROCEDURE proc_selp_Delivered_Before
+  @CampaignID int
+AS
+SELECT Count(DISTINCT r.Customer) AS Customers
+FROM Send_Journal sent
+JOIN Send_Journal failed ON failed.RecordID = sent.RecordID AND failed.State = 2
+JOIN [Campaign Results] r ON r.RecordID = sent.RecordID
+WHERE sent.CampaignID = @CampaignID AND sent.State = 1 AND r.Processed = 0 AND r.Send_SMS = 1 AND r.Send_Email = 1;
