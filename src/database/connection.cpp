@@ -7,10 +7,10 @@
 #include <exception>
 #include <thread>
 
+#include "database/pump_interval.h"
+
 namespace qbx {
 namespace {
-
-constexpr auto kPumpInterval = std::chrono::milliseconds(10);
 
 /// Work on a thread of its own that is waited for on every way out.
 class Worker {

@@ -6,6 +6,7 @@
 #include <exception>
 #include <thread>
 
+#include "database/pump_interval.h"
 #include "database/session_wrapper.h"
 
 namespace qbx {
@@ -15,7 +16,6 @@ using Pump = std::function<void()>;
 
 // Most calls are answered in less, and are then not pumped for: input is never dropped by a quick statement.
 constexpr auto kPatience = std::chrono::milliseconds(20);
-constexpr auto kPumpInterval = std::chrono::milliseconds(10);
 
 /// One thread that works for another one, a call at a time.
 class Helper {

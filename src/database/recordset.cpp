@@ -18,18 +18,18 @@ constexpr int kNotAllowed = 3219;
   throw DatabaseError(kNotAllowed, QStringLiteral("Operation is not allowed in this context."), {});
 }
 
-/// Rows with what was deleted of them; shared by clones.
-struct SharedRows {
-  explicit SharedRows(int columns) : rows(columns) {}
-  PackedRows rows;
-  std::vector<bool> deleted;
-  qint64 deletedCount = 0;
-};
-
 }  // namespace
 
 class Recordset::State {
  public:
+  /// Rows with what was deleted of them; shared by clones.
+  struct SharedRows {
+    explicit SharedRows(int columns) : rows(columns) {}
+    PackedRows rows;
+    std::vector<bool> deleted;
+    qint64 deletedCount = 0;
+  };
+
   std::vector<Column> columns;
   QHash<QString, int> names;  // as asked for, filled as they are
 

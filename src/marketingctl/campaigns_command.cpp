@@ -21,7 +21,7 @@ int ListForScripts(Program& program) {
   return kDone;
 }
 
-int List(Program& program) {
+int ListCampaigns(Program& program) {
   if (program.json) return ListForScripts(program);
   const auto rows = LoadCampaigns(program.app.statements);
   if (!rows) return kRefused;
@@ -69,7 +69,7 @@ int New(Program& program, const QString& name, const CampaignArguments& argument
                                                     : static_cast<int>(kRefused);
 }
 
-int Set(Program& program, int id, const CampaignArguments& arguments) {
+int SetCampaign(Program& program, int id, const CampaignArguments& arguments) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
   ApplyCampaignArguments(arguments, program.app.startup.edition, program.app.campaign.record);
   return program.app.campaignStorage.UpdateCampaign() ? PrintId(program, program.app.campaign.record.ID)
@@ -122,7 +122,7 @@ void AddCampaignsCommand(Runner& runner) {
   const auto name = [&](CLI::App& command) { command.add_option("NAME", arguments->name, "Its name")->required(); };
 
   CLI::App& list = add("list", "All saved campaigns", "list");
-  runner.AddCommand(list, List);
+  runner.AddCommand(list, ListCampaigns);
   CLI::App& show = add("show", "Every setting of a campaign", "show 12");
   id(show);
   runner.AddCommand(show, [arguments](Program& program) { return Show(program, arguments->id); });
@@ -138,7 +138,8 @@ void AddCampaignsCommand(Runner& runner) {
       add("set", "Change settings of a campaign; what is not named stays", "set 12 --year after:2019 --mileage none");
   id(set);
   DeclareCampaignArguments(set, arguments->settings);
-  runner.AddCommand(set, [arguments](Program& program) { return Set(program, arguments->id, arguments->settings); });
+  runner.AddCommand(set,
+                    [arguments](Program& program) { return SetCampaign(program, arguments->id, arguments->settings); });
   CLI::App& copy = add("copy", "Copy a campaign under a new name (40 characters at most) and print its number",
                        "copy 12 \"Spring 2\"");
   id(copy);

@@ -43,7 +43,7 @@ int UnknownKey(const std::string& name) {
                 QStringLiteral("\". \"options list\" shows all."));
 }
 
-int List(Program& program) {
+int ListOptions(Program& program) {
   QJsonObject object;
   std::set<QString> seen;
   for (const OptionKey& key : OptionKeys()) {
@@ -56,7 +56,7 @@ int List(Program& program) {
   return kDone;
 }
 
-int Get(Program& program, const std::string& name) {
+int GetOption(Program& program, const std::string& name) {
   const OptionKey* key = FindKey(QString::fromStdString(name));
   if (!key) return UnknownKey(name);
   if (program.json) {
@@ -97,7 +97,7 @@ int Store(Application& app, const OptionKey& key, const Value& value) {
   }
 }
 
-int Set(Program& program, const OptionsArguments& arguments) {
+int SetOption(Program& program, const OptionsArguments& arguments) {
   const OptionKey* key = FindKey(QString::fromStdString(arguments.key));
   if (!key) return UnknownKey(arguments.key);
   if (key->IsSecret() && (arguments.value.empty() || arguments.value[0] != '@')) {
@@ -131,12 +131,12 @@ void AddOptionsCommand(Runner& runner) {
   CLI::App& list = *options.add_subcommand("list", "All keys with their values; passwords are masked");
   list.fallthrough();
   list.footer("Example: marketingctl --folder garage --user Pat options list --json");
-  runner.AddCommand(list, List);
+  runner.AddCommand(list, ListOptions);
   CLI::App& get = *options.add_subcommand("get", "One value");
   get.fallthrough();
   get.footer("Example: marketingctl --folder garage --user Pat options get SMS_Server");
   get.add_option("KEY", arguments->key, "Its name, as \"options list\" shows it")->required();
-  runner.AddCommand(get, [arguments](Program& program) { return Get(program, arguments->key); });
+  runner.AddCommand(get, [arguments](Program& program) { return GetOption(program, arguments->key); });
   CLI::App& set =
       *options.add_subcommand("set", "Set one value: on/off, a number, or text (@FILE, @- for standard input)");
   set.fallthrough();
@@ -145,7 +145,7 @@ void AddOptionsCommand(Runner& runner) {
   set.footer(
       "Examples: marketingctl --folder garage --user Pat options set SMS_Server 127.0.0.1:8080\n"
       "          marketingctl --folder garage --user Pat options set SMTP_Password @password.txt");
-  runner.AddCommand(set, [arguments](Program& program) { return Set(program, *arguments); });
+  runner.AddCommand(set, [arguments](Program& program) { return SetOption(program, *arguments); });
 }
 
 }  // namespace qbx::ctl

@@ -185,14 +185,14 @@ class RegistryParser {
   qsizetype line_ = 1;
 };
 
-QByteArray Quoted(QString text) {
+QByteArray QuotedAndEscaped(QString text) {
   text.replace(u'\\', QLatin1String("\\\\")).replace(u'"', QLatin1String("\\\""));
   text.replace(u'\r', QLatin1String("\\r")).replace(u'\n', QLatin1String("\\n"));
   return '"' + text.toUtf8() + '"';
 }
 
 QByteArray DataText(const RegistryValue& value) {
-  if (value.type == RegistryType::kText) return Quoted(value.data);
+  if (value.type == RegistryType::kText) return QuotedAndEscaped(value.data);
   if (value.type == RegistryType::kNumber) {
     return "dword:" + QByteArray::number(value.data.toUInt(), 16).rightJustified(8, '0');
   }
@@ -209,7 +209,7 @@ void FormatKey(const RegistryKey& key, const QString& path, bool isRoot, QByteAr
   for (const QString& comment : key.comments)
     *out += comment.toUtf8() + '\n';
   for (const RegistryValue& value : key.values) {
-    *out += (value.name.isEmpty() ? QByteArray("@") : Quoted(value.name)) + '=' + DataText(value) + '\n';
+    *out += (value.name.isEmpty() ? QByteArray("@") : QuotedAndEscaped(value.name)) + '=' + DataText(value) + '\n';
   }
   for (const auto& subKey : key.subKeys)
     FormatKey(*subKey, path + u'\\' + subKey->name, false, out);

@@ -12,7 +12,7 @@ using enum OptionType;
 using enum OptionSource;
 using enum OptionRule;
 
-constexpr auto kKeys = std::to_array<OptionKey>({
+constexpr auto kOptionKeys = std::to_array<OptionKey>({
     {"Boats", kBoolean, kCompanyA, &Options::Boats},
     {"Trucks", kBoolean, kCompanyA, &Options::Trucks},
     {"TE", kBoolean, kCompanyA, &Options::TE},
@@ -118,7 +118,7 @@ bool OptionKey::IsSecret() const {
 }
 
 std::span<const OptionKey> OptionKeys() {
-  return kKeys;
+  return kOptionKeys;
 }
 
 QString OptionText(const Options& options, const OptionKey& key) {

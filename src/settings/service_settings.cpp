@@ -23,7 +23,7 @@ constexpr char kHttpTimeout[] = "HttpTimeout";
 constexpr char kMailReplyTimeout[] = "MailReplyTimeout";
 constexpr char kMailTimeout[] = "MailTimeout";
 
-constexpr auto kKeys = std::to_array<ServiceKey>({
+constexpr auto kServiceKeys = std::to_array<ServiceKey>({
     {kKeyFile, "QBX.KEY", false, "file with the key of all enciphered values"},
     {kBuiltInPassword, "", true, "database password when none is set, with the old settings"},
     {kBuiltInPassword2, "", true, "database password when none is set, with settings version 2"},
@@ -61,7 +61,7 @@ class Section {
 
  private:
   [[nodiscard]] static QString Default(const char* name) {
-    const auto key = std::ranges::find(kKeys, std::string_view(name),
+    const auto key = std::ranges::find(kServiceKeys, std::string_view(name),
                                        [](const ServiceKey& entry) { return std::string_view(entry.name); });
     return QString::fromLatin1(key->defaultValue);
   }
@@ -73,7 +73,7 @@ class Section {
 }  // namespace
 
 std::span<const ServiceKey> ServiceKeys() {
-  return kKeys;
+  return kServiceKeys;
 }
 
 QString ServiceKeyFile(const IniFile& ini, const QString& programFolder) {

@@ -16,7 +16,7 @@ struct UserKey {
   bool mayBeMissing = false;
 };
 
-constexpr auto kKeys = std::to_array<UserKey>({
+constexpr auto kUserKeys = std::to_array<UserKey>({
     {"UserId", &UserOptions::UserId},
     {"SORTED_COLUMN_COLOUR", &UserOptions::SORTED_COLUMN_COLOUR},
     {"FILTER_COLUMN_COLOUR", &UserOptions::FILTER_COLUMN_COLOUR},
@@ -52,7 +52,7 @@ constexpr auto kKeys = std::to_array<UserKey>({
 });
 
 bool ReadKeys(const Recordset& row, UserOptions& options) {
-  for (const UserKey& key : kKeys) {
+  for (const UserKey& key : kUserKeys) {
     const QString name = QString::fromLatin1(key.name);
     if (row.ColumnIndex(name) < 0) {
       if (key.mayBeMissing) continue;

@@ -1,17 +1,14 @@
 #include "database/database_error.h"
 #include "scenario_error.h"
 #include "stage.h"
+#include "util/text.h"
 #include "world_commands.h"
 
 namespace qbx::scenario {
 namespace {
 
-QString Quoted(const QString& text) {
-  return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QStringLiteral("''")) + QLatin1Char('\'');
-}
-
 void DropProcedure(Stage& stage, const QString& name, bool dropped) {
-  if (stage.Data().Select(QStringLiteral("SELECT 1 FROM _Procedures WHERE Name = %1").arg(Quoted(name))).isEmpty())
+  if (stage.Data().Select(QStringLiteral("SELECT 1 FROM _Procedures WHERE Name = %1").arg(SqlQuoted(name))).isEmpty())
     throw ScenarioError(QStringLiteral("There is no procedure %1.").arg(name));
   stage.troubles.DropProcedure(name, dropped);
 }
@@ -90,7 +87,7 @@ void AddDatabaseCommands(Bridge& bridge, Stage& stage) {
   bridge.Add(QStringLiteral("setOption"), [&stage](const Arguments& arguments) -> QVariant {
     const QVariant value = arguments.value(1);
     const QString text = value.typeId() == QMetaType::Bool || IsNumber(value) ? QString::number(value.toDouble())
-                                                                              : Quoted(value.toString());
+                                                                              : SqlQuoted(value.toString());
     return stage.Data().Execute(
         QStringLiteral("UPDATE _Options SET [%1] = %2 WHERE Options_Company = 'A'").arg(TextAt(arguments, 0), text));
   });

@@ -6,19 +6,16 @@
 #include "hostdb/sample_garage.h"
 #include "platform/ini_file.h"
 #include "scenario_error.h"
+#include "util/text.h"
 
 namespace qbx::scenario {
 namespace {
-
-QString Quoted(const QString& text) {
-  return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QStringLiteral("''")) + QLatin1Char('\'');
-}
 
 QString SqlValue(const QVariant& value) {
   if (value.isNull()) return QStringLiteral("NULL");
   if (value.typeId() == QMetaType::Bool) return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
   if (IsNumber(value)) return value.toString();
-  return Quoted(value.toString());
+  return SqlQuoted(value.toString());
 }
 
 QString Assignments(const QVariantMap& values) {
@@ -161,7 +158,7 @@ void Stage::PutOptions(const StartWishes& wishes) {
     data_->Execute(
         QStringLiteral("UPDATE _Options SET %1 WHERE Options_Company = 'A'").arg(Assignments(wishes.options)));
   if (wishes.userOptions.isEmpty()) return;
-  const QString user = Quoted(wishes.user);
+  const QString user = SqlQuoted(wishes.user);
   data_->Execute(
       QStringLiteral(
           "INSERT OR IGNORE INTO _OptionsUser (UserId) VALUES (%1); UPDATE _OptionsUser SET %2 WHERE UserId = %1")
@@ -176,7 +173,7 @@ void Stage::UseSandbox(const QVariant& wish) {
   }
   data_->Execute(QStringLiteral("UPDATE _Options SET SMS_Server = %1, SMTP_Server = '127.0.0.1', SMTP_Port = '%2' "
                                 "WHERE Options_Company = 'A'")
-                     .arg(Quoted(sandbox_->Gateway()))
+                     .arg(SqlQuoted(sandbox_->Gateway()))
                      .arg(sandbox_->SmtpPort()));
 }
 

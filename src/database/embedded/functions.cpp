@@ -23,10 +23,6 @@ bool IsNull(sqlite3_value* value) {
   return sqlite3_value_type(value) == SQLITE_NULL;
 }
 
-QString ToQString(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 void ResultText(sqlite3_context* context, const QString& text) {
   const QByteArray utf8 = text.toUtf8();
   sqlite3_result_text64(context, utf8.constData(), static_cast<sqlite3_uint64>(utf8.size()), SQLITE_TRANSIENT,
@@ -79,14 +75,14 @@ void CharIndex(sqlite3_context* context, int count, sqlite3_value** arguments) {
   if (find.empty()) return sqlite3_result_int(context, 0);
   const qsizetype at = IsAscii(find) && IsAscii(text)
                            ? FindAscii(find, text, from)
-                           : ToQString(text).indexOf(ToQString(find), from, Qt::CaseInsensitive);
+                           : QString::fromUtf8(text).indexOf(QString::fromUtf8(find), from, Qt::CaseInsensitive);
   sqlite3_result_int64(context, at + 1);
 }
 
 template <QString (*Convert)(const QString&)>
 void ChangeCase(sqlite3_context* context, int, sqlite3_value** arguments) {
   if (IsNull(arguments[0])) return sqlite3_result_null(context);
-  ResultText(context, Convert(ToQString(TextOf(arguments[0]))));
+  ResultText(context, Convert(QString::fromUtf8(TextOf(arguments[0]))));
 }
 QString ToLower(const QString& text) {
   return text.toLower();
@@ -97,7 +93,7 @@ QString ToUpper(const QString& text) {
 
 void RaiseError(sqlite3_context* context, int, sqlite3_value** arguments) {
   const QByteArray text = QByteArray("#") + QByteArray::number(sqlite3_value_int(arguments[0])) + '#' +
-                          ToQString(TextOf(arguments[1])).toUtf8();
+                          QString::fromUtf8(TextOf(arguments[1])).toUtf8();
   sqlite3_result_error(context, text.constData(), static_cast<int>(text.size()));
 }
 

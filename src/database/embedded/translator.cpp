@@ -12,10 +12,6 @@ namespace {
 
 constexpr std::size_t kMostLiterals = 200;  // more stay in the text, so that a statement never has too many parameters
 
-QString ToQString(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 bool IsAnyWord(const Token& token, std::initializer_list<std::string_view> words) {
   return std::any_of(words.begin(), words.end(), [&token](std::string_view word) { return token.IsWord(word); });
 }
@@ -68,9 +64,10 @@ class SqlWriter {
     switch (token.kind) {
       case TokenKind::kBad:
         throw ServerError(105, QStringLiteral("Unclosed quotation mark after the character string '%1'.")
-                                   .arg(ToQString(token.text.substr(1))));
+                                   .arg(QString::fromUtf8(token.text.substr(1))));
       case TokenKind::kParameter:
-        throw ServerError(137, QStringLiteral("Must declare the scalar variable '%1'.").arg(ToQString(token.text)));
+        throw ServerError(137,
+                          QStringLiteral("Must declare the scalar variable '%1'.").arg(QString::fromUtf8(token.text)));
       case TokenKind::kWord:
         return WriteWord(token);
       case TokenKind::kQuoted:
@@ -154,7 +151,8 @@ class SqlWriter {
   }
 
   bool SkipOwner(const Token& token) {
-    if (!AheadIsSymbol(1, ".") || ToQString(token.Content()).compare(QLatin1String("dbo"), Qt::CaseInsensitive) != 0)
+    if (!AheadIsSymbol(1, ".") ||
+        QString::fromUtf8(token.Content()).compare(QLatin1String("dbo"), Qt::CaseInsensitive) != 0)
       return false;
     at_ += 2;
     return true;
@@ -241,7 +239,7 @@ class CallReader {
 
   void ReadName() {
     if (Done() || !IsName(tokens_[at_])) ThrowHere();
-    call_.name = ToQString(tokens_[at_++].Content());
+    call_.name = QString::fromUtf8(tokens_[at_++].Content());
     if (!AtSymbol(".")) return;
     ++at_;
     ReadName();
@@ -251,7 +249,7 @@ class CallReader {
     for (;;) {
       QString name;
       if (!Done() && tokens_[at_].kind == TokenKind::kParameter) {
-        name = ToQString(tokens_[at_++].text);
+        name = QString::fromUtf8(tokens_[at_++].text);
         if (!AtSymbol("=")) ThrowHere();
         ++at_;
       }
@@ -270,7 +268,7 @@ class CallReader {
     const bool isLiteral = token.kind == TokenKind::kNumber || (token.kind == TokenKind::kString && !negative);
     if (token.kind == TokenKind::kBad) {
       throw ServerError(105, QStringLiteral("Unclosed quotation mark after the character string '%1'.")
-                                 .arg(ToQString(token.text.substr(1))));
+                                 .arg(QString::fromUtf8(token.text.substr(1))));
     }
     if (!isNull && !isLiteral) ThrowHere();
     ++at_;
@@ -290,7 +288,7 @@ bool IsTrigger(Tokens statement) {
 }  // namespace
 
 void ThrowSyntaxError(std::string_view near) {
-  throw ServerError(102, QStringLiteral("Incorrect syntax near '%1'.").arg(ToQString(near)));
+  throw ServerError(102, QStringLiteral("Incorrect syntax near '%1'.").arg(QString::fromUtf8(near)));
 }
 
 std::vector<Tokens> SplitStatements(const std::vector<Token>& tokens) {
@@ -329,7 +327,7 @@ StatusChange ParseStatusChange(Tokens statement) {
   if (!statement[3].IsWord("SET")) ThrowSyntaxError(statement[3].text);
   if (statement.size() > 5) ThrowSyntaxError(statement[5].text);
   if (!IsAnyWord(statement[4], {"ONLINE", "OFFLINE"})) ThrowSyntaxError(statement[4].text);
-  return {ToQString(statement[2].Content()), ToQString(statement[4].text).toUpper()};
+  return {QString::fromUtf8(statement[2].Content()), QString::fromUtf8(statement[4].text).toUpper()};
 }
 
 SqlStatement TranslateSql(Tokens statement) {
@@ -337,7 +335,7 @@ SqlStatement TranslateSql(Tokens statement) {
 }
 
 Value LiteralValue(const Token& literal, bool negative) {
-  if (literal.kind == TokenKind::kString) return Value(ToQString(literal.Content()));
+  if (literal.kind == TokenKind::kString) return Value(QString::fromUtf8(literal.Content()));
   const char* begin = literal.text.data();
   const char* end = begin + literal.text.size();
   qint64 integer = 0;
