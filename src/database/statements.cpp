@@ -87,13 +87,24 @@ bool Statements::dbOpenRec(Recordset& recordset, const QString& sql, CursorType 
 }
 
 Statements::ExecuteResult Statements::dbExecute(const QString& sql, bool returnRecords, Connection* connection) {
-  Connection& target = connection != nullptr ? *connection : connection_;
+  return Execute(connection != nullptr ? *connection : connection_, sql, returnRecords, false);
+}
+
+Statements::ExecuteResult Statements::dbExecuteWhole(const QString& sql) {
+  return Execute(connection_, sql, false, true);
+}
+
+Statements::ExecuteResult Statements::Execute(Connection& target, const QString& sql, bool returnRecords, bool whole) {
   const bool mayReopen = target.WasOpen() && !InTransaction(target);
   for (int reopens = 0;; ++reopens) {
     try {
       if (reopens > 0) target.Reopen();
       ExecuteResult result;
+      // Rolled back before the failure is reported, since the report is written to the database as well.
+      std::optional<Transaction> transaction;
+      if (whole) transaction.emplace(target.Driver());
       std::unique_ptr<RowSource> rows = target.Driver().Execute(sql);
+      if (transaction) transaction->Commit();
       if (returnRecords && rows != nullptr) result.records = Recordset::Forward(std::move(rows));
       return result;
     } catch (const DatabaseError& error) {

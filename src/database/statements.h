@@ -49,6 +49,8 @@ class Statements {
   };
   /// Executes a batch.
   ExecuteResult dbExecute(const QString& sql, bool returnRecords = false, Connection* connection = nullptr);
+  /// The same over the shared connection, in a transaction of its own: of a batch that fails or is killed half way nothing stays.
+  ExecuteResult dbExecuteWhole(const QString& sql);
 
   /// Executes a command text.
   /// \param returnValue  asks for the first column of the first row (0 when there is none or it is no number);
@@ -93,6 +95,7 @@ class Statements {
   };
 
  private:
+  ExecuteResult Execute(Connection& target, const QString& sql, bool returnRecords, bool whole);
   void Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error);
   void ShowConnectionProblem();
   std::optional<DatabaseError> Prepare(Command& command, const QString& procedure);

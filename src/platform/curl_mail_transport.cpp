@@ -86,7 +86,7 @@ class CurlMailTransport::Connection {
   /// message.
   [[nodiscard]] bool WasStale() const;
   /// \return false when the server did not answer 221
-  [[nodiscard]] bool Quit();
+  [[nodiscard]] bool Quit(const std::function<void()>& pump);
   void Cut() { session_.CutConnections(); }
 
  private:
@@ -105,6 +105,7 @@ class CurlMailTransport::Connection {
   SmtpDialogue dialogue_;
   QByteArray message_;
   qsizetype handedOver_ = 0;
+  int quitsToAwait_ = 0;  ///< libcurl waits for the answer to a QUIT of its own without a pump, so nothing comes then
   CURLcode code_ = CURLE_OK;
 };
 
@@ -146,7 +147,10 @@ std::size_t CurlMailTransport::Connection::GiveMessage(char* buffer, std::size_t
 int CurlMailTransport::Connection::Listen(CURL*, curl_infotype type, char* data, std::size_t size, void* self) {
   auto* connection = static_cast<Connection*>(self);
   const auto text = [&] { return QByteArray(data, static_cast<qsizetype>(size)); };
-  if (type == CURLINFO_HEADER_OUT) connection->dialogue_.ClientSaid(text());
+  if (type == CURLINFO_HEADER_OUT) {
+    connection->dialogue_.ClientSaid(text());
+    if (connection->dialogue_.QuitsSaid() > connection->quitsToAwait_) connection->session_.StopReading();
+  }
   if (type == CURLINFO_HEADER_IN) connection->dialogue_.ServerSaid(text());
   return 0;
 }
@@ -222,24 +226,29 @@ bool CurlMailTransport::Connection::WasStale() const {
   return code_ != CURLE_OK && reused && dropped && dialogue_.LastStep() < Step::kMessage;
 }
 
-bool CurlMailTransport::Connection::Quit() {
+bool CurlMailTransport::Connection::Quit(const std::function<void()>& pump) {
   if (!session_.Connected()) return true;
   dialogue_ = SmtpDialogue();
+  quitsToAwait_ = 1;
   session_.AllowConnecting(false);
   session_.Set(CURLOPT_UPLOAD, 0L);
   session_.Set(CURLOPT_NOBODY, 1L);
   session_.Set(CURLOPT_CUSTOMREQUEST, "QUIT");
-  session_.Set(CURLOPT_TIMEOUT, static_cast<long>(limits_.connectSeconds));
-  (void)session_.Perform({});
-  // libcurl would say QUIT once more when it lets go of the connection, and wait for an answer.
+  session_.Set(CURLOPT_TIMEOUT, static_cast<long>(limits_.leaveSeconds));
+  (void)session_.Perform([&pump] {
+    if (pump) pump();
+    return true;
+  });
+  // libcurl would say QUIT once more when it lets go of the connection.
   Cut();
   return dialogue_.QuitCode() == 221;
 }
 
-CurlMailTransport::CurlMailTransport(QString authorityFile, const MailLimits& limits)
-    : authorityFile_(std::move(authorityFile)), limits_(limits) {}
+CurlMailTransport::CurlMailTransport(QString authorityFile, const MailLimits& limits, std::function<void()> pump)
+    : authorityFile_(std::move(authorityFile)), limits_(limits), pump_(std::move(pump)) {}
 
 CurlMailTransport::~CurlMailTransport() {
+  pump_ = {};
   Close();
 }
 
@@ -270,7 +279,7 @@ MailResult CurlMailTransport::Send(const MailServer& server, const MailEnvelope&
 
 bool CurlMailTransport::Close() {
   if (!connection_) return true;
-  const bool clean = connection_->Quit();
+  const bool clean = connection_->Quit(pump_);
   connection_.reset();
   return clean;
 }

@@ -44,6 +44,11 @@ void CurlSession::CutConnections() {
     ::shutdown(socket, SHUT_RDWR);
 }
 
+void CurlSession::StopReading() {
+  for (const curl_socket_t socket : sockets_)
+    ::shutdown(socket, SHUT_RD);
+}
+
 void CurlSession::TrustAlso(const QString& authorityFile) {
   // The system's authorities stay in force: libcurl looks them up in their own folder.
   if (!authorityFile.isEmpty()) Set(CURLOPT_CAINFO, QFile::encodeName(authorityFile).constData());

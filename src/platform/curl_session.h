@@ -44,6 +44,8 @@ class CurlSession {
   [[nodiscard]] bool Connected() const { return !sockets_.empty(); }
   /// Breaks what is connected, so that libcurl takes no leave of a server that has gone or may not answer.
   void CutConnections();
+  /// Lets nothing more come in: what libcurl still waits for ends at once. What it said goes out.
+  void StopReading();
   /// libcurl's own words for the last failure.
   [[nodiscard]] QString ErrorText(CURLcode code) const;
 

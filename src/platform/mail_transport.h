@@ -53,7 +53,7 @@ class MailTransport {
   [[nodiscard]] virtual MailResult Send(const MailServer& server, const MailEnvelope& envelope,
                                         const std::function<void(int)>& progress) = 0;
 
-  /// Ends the kept connection with QUIT.
+  /// Ends the kept connection with QUIT, and waits a moment for the answer.
   /// \return true when there was none or the server answered 221
   virtual bool Close() = 0;
 };

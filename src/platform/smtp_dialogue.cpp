@@ -37,7 +37,7 @@ void SmtpDialogue::ClientSaid(const QByteArray& lines) {
   for (const QByteArray& line : Lines(lines)) {
     const QByteArray word = FirstWord(line);
     if (word == "QUIT") {
-      quitSaid_ = true;
+      ++quitsSaid_;
     } else if (word == "EHLO" || word == "HELO" || word == "STARTTLS") {
       Begin(Step::kConnect);
     } else if (word == "MAIL" || word == "RCPT") {
@@ -51,8 +51,8 @@ void SmtpDialogue::ClientSaid(const QByteArray& lines) {
 
 void SmtpDialogue::ServerSaid(const QByteArray& lines) {
   for (const QByteArray& line : Lines(lines)) {
-    if (quitSaid_) {
-      quitCode_ = line.left(3).toInt();
+    if (quitsSaid_ > 0) {
+      if (quitsSaid_ == 1) quitCode_ = line.left(3).toInt();
       continue;
     }
     lastLine_ = line;

@@ -22,7 +22,8 @@ class SmtpDialogue {
   [[nodiscard]] Step LastStep() const { return step_; }
   /// The last step's code when its answer came complete, else 0.
   [[nodiscard]] int Code() const { return complete_ ? code_ : 0; }
-  /// The code of the answer to QUIT, 0 when there was none. QUIT and its answer change nothing else here, since
+  [[nodiscard]] int QuitsSaid() const { return quitsSaid_; }
+  /// The code of the answer to the first QUIT, 0 when there was none. QUIT and its answer change nothing else here, since
   /// libcurl says it by itself after a failure.
   [[nodiscard]] int QuitCode() const { return quitCode_; }
   /// The last line of the last answer, of whatever step and however complete.
@@ -40,7 +41,7 @@ class SmtpDialogue {
   Step step_ = Step::kConnect;
   bool complete_ = false;
   int code_ = 0;
-  bool quitSaid_ = false;
+  int quitsSaid_ = 0;
   int quitCode_ = 0;
   QByteArray lastLine_;
   QByteArray address_;

@@ -107,7 +107,7 @@ bool SetSendMethods(Statements& statements, const SendMethods& methods, int camp
   if (options.ReadFailed) return false;
   bool allRan = true;
   for (const QString& batch : SendMethodBatches(methods, campaignId, options)) {
-    if (!statements.dbExecute(batch).Ok()) allRan = false;
+    if (!statements.dbExecuteWhole(batch).Ok()) allRan = false;
   }
   return allRan;
 }

@@ -29,7 +29,8 @@ struct SendMethods {
 [[nodiscard]] QStringList SendMethodBatches(const SendMethods& methods, int campaignId, const Options& options);
 
 /// Applies the rules to every row of a campaign, one batch after the other, so that a later rule sees the flags that an
-/// earlier one set. No transaction spans them: a batch that ran stays, also when another fails (already reported).
+/// earlier one set. Each batch is a transaction, so that an "except" rule never leaves everybody flagged; none spans them: a batch that ran stays,
+/// also when another fails (already reported).
 /// \return true when every batch ran; none does while the options could not be read (kOptionsUnreadText), since consent would be unknown
 bool SetSendMethods(Statements& statements, const SendMethods& methods, int campaignId, const Options& options);
 

@@ -82,10 +82,10 @@ Application::Application(const ApplicationSetup& setup)
                   })),
       mail(Choose(setup.mail, ownMail_,
                   [this] {
-                    return std::make_unique<CurlMailTransport>(service.caFile,
-                                                               MailLimits{.connectSeconds = service.connectTimeout,
-                                                                          .replySeconds = service.mailReplyTimeout,
-                                                                          .totalSeconds = service.mailTimeout});
+                    const MailLimits limits = {.connectSeconds = service.connectTimeout,
+                                               .replySeconds = service.mailReplyTimeout,
+                                               .totalSeconds = service.mailTimeout};
+                    return std::make_unique<CurlMailTransport>(service.caFile, limits, [this] { ui.PumpEvents(); });
                   })),
       registry({registryStore, diagnostics, registryFailures}, startup),
       engine(startup.ProgramFolder, clock, RefreshProcedures),

@@ -142,6 +142,38 @@ TEST(MailFailures, SilenceEndsInATimeOut) {
   EXPECT_TRUE(late.transport);
 }
 
+TEST(MailFailures, NobodyWaitsForAServerThatDoesNotAnswerQuit) {
+  QByteArrayList afterTheLast;
+  int pumps = 0;
+  {
+    ScriptServer server([&afterTheLast](Peer& peer, int number) {
+      Greet(peer);
+      Answer(peer, "MAIL", "250 ok\r\n");
+      if (number < 3) Answer(peer, "RCPT", "550 no such user\r\n");
+      if (number == 3) {
+        Answer(peer, "RCPT", "250 ok\r\n");
+        Answer(peer, "DATA", "354 go\r\n");
+        peer.ReadTo("\r\n.\r\n");
+        peer.Write("250 taken\r\n");
+      }
+      afterTheLast.append(peer.ReadToEnd());
+    });
+    // With these limits whoever waits for an answer waits until the test is ended from outside.
+    CurlMailTransport transport({}, {.replySeconds = 3600, .totalSeconds = 3600, .leaveSeconds = 1}, [&] { ++pumps; });
+    for (int row = 0; row < 2; ++row) {
+      const MailResult result = SendTo(server, transport);
+      EXPECT_FALSE(result.transport || result.unreachable);
+      EXPECT_TRUE(result.error.contains(QLatin1String("550 no such user"))) << result.error.toStdString();
+      EXPECT_TRUE(transport.Close());
+      EXPECT_EQ(pumps, 0);
+    }
+    EXPECT_EQ(SendTo(server, transport).outcome, MailOutcome::kSent);
+    EXPECT_FALSE(transport.Close());
+  }
+  EXPECT_GT(pumps, 0);
+  EXPECT_EQ(afterTheLast, (QByteArrayList{"QUIT\r\n", "QUIT\r\n", "QUIT\r\n"}));
+}
+
 TEST(MailFailures, NothingIsSentInTheClearWhereTlsIsAskedFor) {
   QByteArray heard;
   {

@@ -74,6 +74,17 @@ TEST_F(SendMethodsHostTest, ABatchThatRanStaysWhenAnotherFails) {
   EXPECT_EQ(host.ui.Messages().size(), 1u);
 }
 
+TEST_F(SendMethodsHostTest, AnExceptRuleThatFailsHalfWayLeavesTheFlagsAsTheyWere) {
+  host.Run(
+      u"UPDATE [Campaign Results] SET Send_SMS = 1, Send_Letter = 1 WHERE RecordID = 2; "
+      "CREATE TRIGGER No_Except BEFORE UPDATE OF Send_SMS ON [Campaign Results] WHEN NEW.Send_SMS = 0 "
+      "BEGIN SELECT RaiseError(50000, 'No except.'); END"_qs);
+  EXPECT_FALSE(SetSendMethods(host.statements, {.sms = 3, .email = 0}, 12, {}));
+  EXPECT_EQ(With(u"Send_SMS"_qs), u"2"_qs);
+  EXPECT_EQ(With(u"Send_Email"_qs), u"1 2"_qs);
+  EXPECT_EQ(host.ui.Messages().size(), 1u);
+}
+
 TEST_F(SendMethodsHostTest, MergeValuesComeFromTheRow) {
   host.Run(
       u"UPDATE [Campaign Results] SET Title = 'Mrs', Firstname = 'Ann', Lastname = 'Lee', Contact = 'Mrs Lee', Make = "
