@@ -16,7 +16,7 @@ namespace qbx {
 /// and the set of stored procedures (raise it whenever a file below procedures/ changes).
 inline constexpr int kHostSchemaVersion = 999;
 inline constexpr int kHostModuleVersion = 6;
-inline constexpr int kHostProceduresVersion = 2;
+inline constexpr int kHostProceduresVersion = 3;
 
 /// What to do when the file is already there.
 enum class ExistingFile { kRefuse, kReplace };

@@ -1,66 +1,21 @@
--- Selects vehicles for a campaign, one row a vehicle with its customer: all, of certain makes (@Makes, separated by commas, exact but for
--- case), or with a due date between the two dates (@Recall_ID 1 to 6). A customer query that is narrowed by mileage, year or model comes
--- here too: then it is the vehicles of the lapsed, recent, top or bottom customers.
--- Mileage: one bound alone is exclusive, two are inclusive. Year: @FromYear is exclusive; @ToYear is inclusive when it stands alone or is
--- @FromYear + 1, else exclusive. A vehicle whose mileage or year is not known meets no bound. Model: contains, without regard to case.
--- Left out are customers with the switch "No Marketing" (unless @IgnoreMarketingSwitch) and those who opted out (unless @IncludeOptedOut).
+-- Selects vehicles for a campaign, one row a vehicle with its customer: all, of certain makes, or with a due date between the two dates
+-- (@Recall_ID 1 to 6). A customer query that is narrowed by mileage, year or model comes here too: then it is the vehicles of the lapsed,
+-- recent, top or bottom customers.
 -- The earlier rows of the campaign are deleted; the new ones come without send flags. Returned are the rows of the campaign, RecordID
--- first.
--- The dates are text yyyy-mm-dd and may come in either order or be empty (no bound on that side). @Turnover is accepted and changes
--- nothing.
+-- first. @Turnover is accepted and changes nothing.
 CREATE PROCEDURE proc_Marketing_AddAllVehicles
-  @CampaignID int,
-  @UserID nvarchar(50),
-  @FromDate nvarchar(10) = '',
-  @ToDate nvarchar(10) = '',
-  @Lapsed smallint = 0,
-  @Recent smallint = 0,
-  @Top smallint = 0,
-  @Bottom smallint = 0,
-  @Criteria float = 0,
-  @CriteriaStart float = 1,
-  @Turnover smallint = 0,
-  @Makes nvarchar(max) = NULL,
-  @Recall_ID int = 0,
-  @IgnoreMarketingSwitch smallint = 0,
-  @UseCustType smallint = 0,
-  @WhenCustType smallint = -1,
-  @ValueCustType nvarchar(50) = '',
-  @UseEnquirySource smallint = 0,
-  @WhenEnquirySource smallint = -1,
-  @ValueEnquirySource nvarchar(50) = '',
-  @FilterMileage smallint = 0,
-  @FromMileage float = NULL,
-  @ToMileage float = NULL,
-  @FilterYear smallint = 0,
-  @FromYear float = NULL,
-  @ToYear float = NULL,
-  @FilterModel smallint = 0,
-  @ValueModel nvarchar(max) = '',
-  @CampaignType nvarchar(50) = '',
-  @IncludeOptedOut bit = 0
+  -- @include selection_parameters
 AS
 DELETE FROM [Campaign Results] WHERE CampaignID = @CampaignID;
 
 -- Vehicles, and vehicles of lapsed or recent customers.
-WITH RECURSIVE Period (FirstDay, DayAfter) AS (
-  SELECT CASE WHEN @FromDate <> '' AND @ToDate <> '' THEN min(@FromDate, @ToDate) ELSE @FromDate END,
-    CASE WHEN @ToDate = '' THEN '9999-12-31'
-      WHEN @FromDate = '' THEN date(@ToDate, '+1 day')
-      ELSE date(max(@FromDate, @ToDate), '+1 day') END
-),
-Chosen (Make, Rest) AS (
-  SELECT '', ifnull(@Makes, '') || ','
-  UNION ALL
-  SELECT trim(substr(Rest, 1, instr(Rest, ',') - 1)), substr(Rest, instr(Rest, ',') + 1) FROM Chosen WHERE Rest <> ''
-)
-INSERT INTO [Campaign Results]
-  (CampaignID, UserID, Created_Date, Customer, Title, Firstname, Lastname, Address, Telephone, Contact, Mobile, Email,
-  Cust_Type, Enquiry_Source, Last_Invoiced, Vehicle, Make, Model, Year, Last_Mileage, Recall_Date, Marketing,
-  Consent_Response, Can_Send_SMS, Can_Send_Email, Can_Send_Letter)
-SELECT @CampaignID, @UserID, (SELECT GetDate()), c.Customer, c.Title, c.Firstname, c.Lastname, c.Address, c.Telephone, c.Contact,
-  c.Mobile, c.Email, c.Cust_Type, c.Enquiry_Source, c.Last_Invoiced, v.Vehicle, v.Make, v.Model, v.Year, v.Last_Mileage, v.Recall_Date,
-  1 - c.No_Marketing, c.Consent_Response, c.Can_Send_SMS, c.Can_Send_Email, c.Can_Send_Letter
+WITH RECURSIVE
+-- @include period
+,
+-- @include makes
+-- @include result_columns
+-- @include result_values
+  v.Vehicle, v.Make, v.Model, v.Year, v.Last_Mileage, v.Recall_Date
 FROM (
   SELECT *,
     CASE @Recall_ID WHEN 1 THEN Recall_Date1 WHEN 2 THEN Recall_Date2 WHEN 3 THEN Recall_Date3
@@ -69,94 +24,31 @@ FROM (
 ) v
 CROSS JOIN Marketing_Customers c ON c.Customer = v.Customer
 WHERE @Top <> 1 AND @Bottom <> 1
-  AND CASE WHEN @Makes IS NULL THEN 1 ELSE v.Make IN (SELECT Make FROM Chosen WHERE Make <> '') END
+  -- @include make_filter
   AND CASE WHEN @Recall_ID = 0 THEN 1
     ELSE v.Recall_Date >= (SELECT FirstDay FROM Period) AND v.Recall_Date < (SELECT DayAfter FROM Period) END
-  AND CASE WHEN @FilterMileage = 0 OR (@FromMileage IS NULL AND @ToMileage IS NULL) THEN 1
-    WHEN @ToMileage IS NULL THEN v.Last_Mileage > @FromMileage
-    WHEN @FromMileage IS NULL THEN v.Last_Mileage < @ToMileage
-    ELSE v.Last_Mileage BETWEEN @FromMileage AND @ToMileage END
-  AND CASE WHEN @FilterYear = 0 OR (@FromYear IS NULL AND @ToYear IS NULL) THEN 1
-    WHEN ifnull(v.Year, 0) <= ifnull(@FromYear, 0) THEN 0
-    WHEN @ToYear IS NULL THEN 1
-    WHEN @FromYear IS NULL OR @ToYear = @FromYear + 1 THEN v.Year <= @ToYear
-    ELSE v.Year < @ToYear END
-  AND CASE WHEN @FilterModel = 0 THEN 1 ELSE CharIndex(trim(@ValueModel), v.Model) > 0 END
-  AND (c.No_Marketing = 0 OR @IgnoreMarketingSwitch = 1)
-  AND (@IncludeOptedOut = 1 OR ifnull(c.Consent_Response, 0) <> 2)
-  AND CASE WHEN @UseCustType = 0 THEN 1
-    WHEN @WhenCustType = 0 THEN ifnull(c.Cust_Type, '') = @ValueCustType COLLATE NOCASE
-    WHEN @WhenCustType = 1 THEN ifnull(c.Cust_Type, '') <> @ValueCustType COLLATE NOCASE
-    ELSE 1 END
-  AND CASE WHEN @UseEnquirySource = 0 THEN 1
-    WHEN @WhenEnquirySource = 0 THEN ifnull(c.Enquiry_Source, '') = @ValueEnquirySource COLLATE NOCASE
-    WHEN @WhenEnquirySource = 1 THEN ifnull(c.Enquiry_Source, '') <> @ValueEnquirySource COLLATE NOCASE
-    ELSE 1 END
-  AND CASE WHEN @Lapsed = 1 THEN
-      EXISTS (SELECT 1 FROM Services i WHERE i.Customer = c.Customer AND i.Record_Type = 0
-              AND i.Invoice_Date < (SELECT FirstDay FROM Period))
-      AND NOT EXISTS (SELECT 1 FROM Services i WHERE i.Customer = c.Customer AND i.Record_Type = 0
-                      AND i.Invoice_Date >= (SELECT FirstDay FROM Period) AND i.Invoice_Date < (SELECT DayAfter FROM Period))
-    WHEN @Recent = 1 THEN
-      EXISTS (SELECT 1 FROM Services i WHERE i.Customer = c.Customer AND i.Record_Type = 0
-              AND i.Invoice_Date >= (SELECT FirstDay FROM Period) AND i.Invoice_Date < (SELECT DayAfter FROM Period))
-    ELSE 1 END
+  -- @include vehicle_filters
+  -- @include may_be_contacted
+  -- @include customer_filters
+  -- @include lapsed_or_recent
 ORDER BY v.Customer, v.VehicleID;
 
 -- Vehicles of top or bottom customers: the ranking is made first, the filters narrow it.
-WITH Period (FirstDay, DayAfter) AS (
-  SELECT CASE WHEN @FromDate <> '' AND @ToDate <> '' THEN min(@FromDate, @ToDate) ELSE @FromDate END,
-    CASE WHEN @ToDate = '' THEN '9999-12-31'
-      WHEN @FromDate = '' THEN date(@ToDate, '+1 day')
-      ELSE date(max(@FromDate, @ToDate), '+1 day') END
-),
-Ranked (Customer, Position) AS (
-  SELECT i.Customer, round(sum(i.Total), 4) * CASE WHEN @Top = 1 THEN -1 ELSE 1 END AS Position
-  FROM Services i
-  WHERE i.Record_Type = 0
-    AND i.Invoice_Date >= (SELECT FirstDay FROM Period) AND i.Invoice_Date < (SELECT DayAfter FROM Period)
-    AND EXISTS (SELECT 1 FROM Customers c WHERE c.Customer = i.Customer
-                AND (c.No_Marketing = 0 OR @IgnoreMarketingSwitch = 1)
-                AND (@IncludeOptedOut = 1 OR ifnull(c.Consent_Response, 0) <> 2))
-  GROUP BY i.Customer
-  ORDER BY Position, i.Customer
-  LIMIT max(CAST(@Criteria AS int), 0) OFFSET max(CAST(@CriteriaStart AS int), 1) - 1
-)
-INSERT INTO [Campaign Results]
-  (CampaignID, UserID, Created_Date, Customer, Title, Firstname, Lastname, Address, Telephone, Contact, Mobile, Email,
-  Cust_Type, Enquiry_Source, Last_Invoiced, Vehicle, Make, Model, Year, Last_Mileage, Recall_Date, Marketing,
-  Consent_Response, Can_Send_SMS, Can_Send_Email, Can_Send_Letter)
-SELECT @CampaignID, @UserID, (SELECT GetDate()), c.Customer, c.Title, c.Firstname, c.Lastname, c.Address, c.Telephone, c.Contact,
-  c.Mobile, c.Email, c.Cust_Type, c.Enquiry_Source, c.Last_Invoiced, v.Vehicle, v.Make, v.Model, v.Year, v.Last_Mileage, NULL,
-  1 - c.No_Marketing, c.Consent_Response, c.Can_Send_SMS, c.Can_Send_Email, c.Can_Send_Letter
+WITH
+-- @include period
+,
+-- @include ranking
+-- @include result_columns
+-- @include result_values
+  v.Vehicle, v.Make, v.Model, v.Year, v.Last_Mileage, NULL
 FROM Ranked r
 CROSS JOIN Vehicles v ON v.Customer = r.Customer
 CROSS JOIN Marketing_Customers c ON c.Customer = r.Customer
 WHERE (@Top = 1 OR @Bottom = 1)
-  AND CASE WHEN @FilterMileage = 0 OR (@FromMileage IS NULL AND @ToMileage IS NULL) THEN 1
-    WHEN @ToMileage IS NULL THEN v.Last_Mileage > @FromMileage
-    WHEN @FromMileage IS NULL THEN v.Last_Mileage < @ToMileage
-    ELSE v.Last_Mileage BETWEEN @FromMileage AND @ToMileage END
-  AND CASE WHEN @FilterYear = 0 OR (@FromYear IS NULL AND @ToYear IS NULL) THEN 1
-    WHEN ifnull(v.Year, 0) <= ifnull(@FromYear, 0) THEN 0
-    WHEN @ToYear IS NULL THEN 1
-    WHEN @FromYear IS NULL OR @ToYear = @FromYear + 1 THEN v.Year <= @ToYear
-    ELSE v.Year < @ToYear END
-  AND CASE WHEN @FilterModel = 0 THEN 1 ELSE CharIndex(trim(@ValueModel), v.Model) > 0 END
-  AND CASE WHEN @UseCustType = 0 THEN 1
-    WHEN @WhenCustType = 0 THEN ifnull(c.Cust_Type, '') = @ValueCustType COLLATE NOCASE
-    WHEN @WhenCustType = 1 THEN ifnull(c.Cust_Type, '') <> @ValueCustType COLLATE NOCASE
-    ELSE 1 END
-  AND CASE WHEN @UseEnquirySource = 0 THEN 1
-    WHEN @WhenEnquirySource = 0 THEN ifnull(c.Enquiry_Source, '') = @ValueEnquirySource COLLATE NOCASE
-    WHEN @WhenEnquirySource = 1 THEN ifnull(c.Enquiry_Source, '') <> @ValueEnquirySource COLLATE NOCASE
-    ELSE 1 END
+  -- @include vehicle_filters
+  -- @include customer_filters
 ORDER BY r.Position, r.Customer, v.VehicleID;
 
--- A run of a saved campaign is kept in its history.
-INSERT INTO Marketing_Campaigns_History (Record_Date, CampaignID, Campaign_Name, Event, UserID)
-SELECT GetDate(), ID, Campaign_Name, 'Query run' || CASE WHEN @CampaignType <> '' THEN ': ' || @CampaignType ELSE '' END, @UserID
-FROM Marketing_Campaigns WHERE ID = @CampaignID;
-UPDATE Marketing_Campaigns SET Last_Run = GetDate() WHERE ID = @CampaignID;
+-- @include history
 
 SELECT * FROM Campaign_Results_Grid WHERE CampaignID = @CampaignID ORDER BY RecordID;

@@ -62,27 +62,14 @@ CREATE TABLE Campaign_Results_Counters (
 CREATE TRIGGER Campaign_Results_Count_Insert AFTER INSERT ON [Campaign Results]
 WHEN new.Send_SMS OR new.Send_Email OR new.Send_Letter
 BEGIN
-  INSERT INTO Campaign_Results_Counters
-  VALUES (new.CampaignID, new.Send_Letter, new.Send_SMS, new.Send_SMS * new.Processed, new.Send_Email, new.Send_Email * new.Processed)
-  ON CONFLICT (CampaignID) DO UPDATE SET
-    ByLetter = ByLetter + excluded.ByLetter,
-    BySMS = BySMS + excluded.BySMS,
-    BySMS_Processed = BySMS_Processed + excluded.BySMS_Processed,
-    ByEmail = ByEmail + excluded.ByEmail,
-    ByEmail_Processed = ByEmail_Processed + excluded.ByEmail_Processed;
+  -- @include count_new_row
 END;
 
 CREATE TRIGGER Campaign_Results_Count_Delete AFTER DELETE ON [Campaign Results]
 WHEN old.Send_SMS OR old.Send_Email OR old.Send_Letter
 BEGIN
-  UPDATE Campaign_Results_Counters SET
-    ByLetter = ByLetter - old.Send_Letter,
-    BySMS = BySMS - old.Send_SMS,
-    BySMS_Processed = BySMS_Processed - old.Send_SMS * old.Processed,
-    ByEmail = ByEmail - old.Send_Email,
-    ByEmail_Processed = ByEmail_Processed - old.Send_Email * old.Processed
-  WHERE CampaignID = old.CampaignID;
-  DELETE FROM Campaign_Results_Counters WHERE CampaignID = old.CampaignID AND ByLetter = 0 AND BySMS = 0 AND ByEmail = 0;
+  -- @include discount_old_row
+  -- @include drop_empty_counters
 END;
 
 CREATE TRIGGER Campaign_Results_Count_Flags AFTER UPDATE OF Send_SMS, Send_Email, Send_Letter, Processed ON [Campaign Results]
@@ -90,19 +77,8 @@ WHEN new.CampaignID = old.CampaignID
   AND (new.Send_SMS <> old.Send_SMS OR new.Send_Email <> old.Send_Email OR new.Send_Letter <> old.Send_Letter
        OR new.Processed <> old.Processed)
 BEGIN
-  INSERT INTO Campaign_Results_Counters
-  VALUES (new.CampaignID,
-    new.Send_Letter - old.Send_Letter,
-    new.Send_SMS - old.Send_SMS,
-    new.Send_SMS * new.Processed - old.Send_SMS * old.Processed,
-    new.Send_Email - old.Send_Email,
-    new.Send_Email * new.Processed - old.Send_Email * old.Processed)
-  ON CONFLICT (CampaignID) DO UPDATE SET
-    ByLetter = ByLetter + excluded.ByLetter,
-    BySMS = BySMS + excluded.BySMS,
-    BySMS_Processed = BySMS_Processed + excluded.BySMS_Processed,
-    ByEmail = ByEmail + excluded.ByEmail,
-    ByEmail_Processed = ByEmail_Processed + excluded.ByEmail_Processed;
+  -- @include count_new_row
+  -- @include discount_old_row
 END;
 
 -- Saving an unsaved campaign gives its rows another campaign number: the counters and the send journal move along.
@@ -110,22 +86,9 @@ CREATE TRIGGER Campaign_Results_Count_Move AFTER UPDATE OF CampaignID ON [Campai
 WHEN new.CampaignID <> old.CampaignID
   AND (new.Send_SMS OR new.Send_Email OR new.Send_Letter OR old.Send_SMS OR old.Send_Email OR old.Send_Letter)
 BEGIN
-  UPDATE Campaign_Results_Counters SET
-    ByLetter = ByLetter - old.Send_Letter,
-    BySMS = BySMS - old.Send_SMS,
-    BySMS_Processed = BySMS_Processed - old.Send_SMS * old.Processed,
-    ByEmail = ByEmail - old.Send_Email,
-    ByEmail_Processed = ByEmail_Processed - old.Send_Email * old.Processed
-  WHERE CampaignID = old.CampaignID;
-  DELETE FROM Campaign_Results_Counters WHERE CampaignID = old.CampaignID AND ByLetter = 0 AND BySMS = 0 AND ByEmail = 0;
-  INSERT INTO Campaign_Results_Counters
-  VALUES (new.CampaignID, new.Send_Letter, new.Send_SMS, new.Send_SMS * new.Processed, new.Send_Email, new.Send_Email * new.Processed)
-  ON CONFLICT (CampaignID) DO UPDATE SET
-    ByLetter = ByLetter + excluded.ByLetter,
-    BySMS = BySMS + excluded.BySMS,
-    BySMS_Processed = BySMS_Processed + excluded.BySMS_Processed,
-    ByEmail = ByEmail + excluded.ByEmail,
-    ByEmail_Processed = ByEmail_Processed + excluded.ByEmail_Processed;
+  -- @include count_new_row
+  -- @include discount_old_row
+  -- @include drop_empty_counters
 END;
 
 CREATE TRIGGER Campaign_Results_Processed AFTER UPDATE OF Processed ON [Campaign Results]

@@ -1,0 +1,10 @@
+-- Condition on the customer c. Lapsed: an invoice before the period and none in it. Recent: an invoice in the period.
+AND CASE WHEN @Lapsed = 1 THEN
+    EXISTS (SELECT 1 FROM Services i WHERE i.Customer = c.Customer AND i.Record_Type = 0
+            AND i.Invoice_Date < (SELECT FirstDay FROM Period))
+    AND NOT EXISTS (SELECT 1 FROM Services i WHERE i.Customer = c.Customer AND i.Record_Type = 0
+                    AND i.Invoice_Date >= (SELECT FirstDay FROM Period) AND i.Invoice_Date < (SELECT DayAfter FROM Period))
+  WHEN @Recent = 1 THEN
+    EXISTS (SELECT 1 FROM Services i WHERE i.Customer = c.Customer AND i.Record_Type = 0
+            AND i.Invoice_Date >= (SELECT FirstDay FROM Period) AND i.Invoice_Date < (SELECT DayAfter FROM Period))
+  ELSE 1 END

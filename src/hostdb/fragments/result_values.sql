@@ -1,0 +1,4 @@
+-- What a new row says of the customer c.
+SELECT @CampaignID, @UserID, (SELECT GetDate()), c.Customer, c.Title, c.Firstname, c.Lastname, c.Address, c.Telephone, c.Contact,
+  c.Mobile, c.Email, c.Cust_Type, c.Enquiry_Source, c.Last_Invoiced, 1 - c.No_Marketing, c.Consent_Response, c.Can_Send_SMS,
+  c.Can_Send_Email, c.Can_Send_Letter,
