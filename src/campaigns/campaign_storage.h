@@ -58,6 +58,9 @@ class CampaignStorage {
   /// Deletes a stored campaign with its results, unless the guard refuses (the user is told). Nothing can come between asking it and deleting.
   bool DeleteCampaign(int campaignId);
 
+  /// Who every write is made for.
+  [[nodiscard]] const QString& User() const { return context_.user; }
+
  private:
   /// Prepares a procedure and lets `run` set its parameters and execute it; reports any failure under `routine`.
   bool Call(const char* routine, const char* procedure, const std::function<void(Command&)>& run);
