@@ -109,6 +109,16 @@ TEST(MarketingCtlSend, StopsAfterAFailedEmailWhenToldTo) {
   EXPECT_EQ(Number(through.Object(), "left"), 2);
 }
 
+TEST(MarketingCtlSend, StopsAtAnAddressThatIsNoneWhenToldTo) {
+  for (const char* address : {"''", "'ann@'", "'a' || char(13) || 'b@example.com'"}) {
+    const ReadyGarage ready(4);
+    ready.garage.Sql((QByteArray("UPDATE [Campaign Results] SET Email = ") + address).constData());
+    const CtlResult stopped = ready.garage.Run("send %1 --yes --stop-on-error", {ready.id});
+    EXPECT_EQ(stopped.code, 4) << address << ": " << stopped.err.constData();
+    EXPECT_EQ(Number(stopped.Object(), "email_failed"), 1) << address;
+  }
+}
+
 TEST(MarketingCtlSend, CtrlCPausesAndTheNextSendGoesOn) {
   const ReadyGarage ready(20, {QStringLiteral("--delay"), QStringLiteral("2")});
   ready.sandbox.Steer("{\"numbers\": {\"" + ready.MobileAt(1) + "\": \"slow\"}}");
