@@ -67,8 +67,13 @@ class Hourglass {
 }  // namespace
 
 CampaignStorage::CampaignStorage(Statements& statements, EventLog& events, EventContext& context,
-                                 Diagnostics diagnostics, CurrentCampaign& current)
-    : statements_(statements), events_(events), context_(context), diagnostics_(diagnostics), current_(current) {}
+                                 Diagnostics diagnostics, CurrentCampaign& current, DeletionGuard deletionGuard)
+    : statements_(statements),
+      events_(events),
+      context_(context),
+      diagnostics_(diagnostics),
+      current_(current),
+      deletionGuard_(std::move(deletionGuard)) {}
 
 void CampaignStorage::InitialiseCampaign() {
   const QDateTime now = diagnostics_.clock.Now();
@@ -148,11 +153,19 @@ int CampaignStorage::CopyCampaign(int campaignId, const QString& newName) {
 }
 
 bool CampaignStorage::DeleteCampaign(int campaignId) {
-  return Call("DeleteCampaign", "proc_delp_Marketing_Campaign", [&](Command& command) {
+  std::optional<Message> refusal;
+  const bool ran = Call("DeleteCampaign", "proc_delp_Marketing_Campaign", [&](Command& command) {
+    // The transaction holds the write lock from its start, so that no run can claim the campaign in between.
+    Transaction transaction(statements_.Shared().Driver());
+    if (deletionGuard_) refusal = deletionGuard_(campaignId);
+    if (refusal) return;
     command.SetParameter(u"@CampaignID"_qs, campaignId);
     SetUser(command);
     command.Execute();
+    transaction.Commit();
   });
+  if (refusal) diagnostics_.ui.ShowMessage(*refusal);
+  return ran && !refusal;
 }
 
 bool CampaignStorage::Call(const char* routine, const char* procedure, const std::function<void(Command&)>& run) {

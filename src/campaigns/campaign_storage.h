@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
 
 #include "campaigns/campaign_record.h"
 #include "database/event_context.h"
@@ -23,8 +24,11 @@ namespace qbx {
 /// the record's ID changes here, the campaign ID of the event context follows.
 class CampaignStorage {
  public:
+  /// What keeps a campaign from being deleted now, if anything. Never throws.
+  using DeletionGuard = std::function<std::optional<Message>(int campaignId)>;
+
   CampaignStorage(Statements& statements, EventLog& events, EventContext& context, Diagnostics diagnostics,
-                  CurrentCampaign& current);
+                  CurrentCampaign& current, DeletionGuard deletionGuard = {});
 
   /// Starts a new campaign: the defaults, a temporary ID (0 when none could be had), the range from twelve calendar
   /// months ago to now. `CampaignChanged` stays.
@@ -51,7 +55,11 @@ class CampaignStorage {
   /// \param newName  see `CampaignCopyName`
   /// \return the number of the copy, 0 on failure
   int CopyCampaign(int campaignId, const QString& newName);
+  /// Deletes a stored campaign with its results, unless the guard refuses (the user is told). Nothing can come between asking it and deleting.
   bool DeleteCampaign(int campaignId);
+
+  /// Who every write is made for.
+  [[nodiscard]] const QString& User() const { return context_.user; }
 
  private:
   /// Prepares a procedure and lets `run` set its parameters and execute it; reports any failure under `routine`.
@@ -64,6 +72,7 @@ class CampaignStorage {
   EventContext& context_;
   Diagnostics diagnostics_;
   CurrentCampaign& current_;
+  DeletionGuard deletionGuard_;
 };
 
 }  // namespace qbx

@@ -1,15 +1,31 @@
 #include "campaigns/store_campaign.h"
 
+#include "database/procedure.h"
+
 namespace qbx {
 
 namespace {
+
+/// Whether the history names somebody else as the one who deleted a campaign. False also when that cannot be found out.
+bool DeletedByAnother(Statements& statements, int campaignId, const QString& user) {
+  try {
+    Recordset deletion =
+        Procedure(statements.Shared(), "proc_selp_Marketing_Campaign_Deleted").Open({{"@CampaignID", campaignId}});
+    deletion.MoveFirst();
+    return !deletion.Eof() && deletion.Field(QStringLiteral("UserID")).ToText().compare(user, Qt::CaseInsensitive) != 0;
+  } catch (const DatabaseError&) {
+    return false;
+  }
+}
 
 bool Store(Statements& statements, CampaignStorage& storage, const CurrentCampaign& campaign, UserInterface& ui) {
   if (campaign.record.ID < 1) return storage.SaveCampaign();
   if (storage.UpdateCampaign()) return true;
   if (!CampaignIsGone(statements, campaign.record.ID)) return false;
+  const bool byAnother = DeletedByAnother(statements, campaign.record.ID, storage.User());
   const Message question{
-      .text = QStringLiteral("The Campaign has been deleted by another user.\r\rSave it as a new Campaign?"),
+      .text = byAnother ? QStringLiteral("The Campaign has been deleted by another user.\r\rSave it as a new Campaign?")
+                        : QStringLiteral("The Campaign has been deleted.\r\rSave it as a new Campaign?"),
       .icon = MessageIcon::kQuestion,
       .buttons = MessageButtons::kYesNo};
   return ui.ShowMessage(question) == MessageAnswer::kYes && storage.SaveCampaign();

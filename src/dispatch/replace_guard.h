@@ -1,4 +1,4 @@
-// Whether the rows of a campaign may be replaced by a new query.
+// Whether the rows of a campaign may be replaced by a new query, or deleted with it.
 
 #pragma once
 
@@ -21,7 +21,7 @@ class ReplaceGuard {
   };
   /// Never throws. After a refusal what went out was not looked at.
   [[nodiscard]] Finding Look(int campaignId);
-  /// The refusal alone, without reading what went out: for a change of single rows. Never throws.
+  /// The refusal alone, without reading what went out: for a change of single rows, and for deleting the campaign. Never throws.
   [[nodiscard]] std::optional<Message> LookAtClaim(int campaignId);
 
  private:

@@ -1,7 +1,9 @@
-// marketingctl results: the rows of a campaign, their flags and send methods.
+// marketingctl results: the rows of a campaign, their flags and send methods, and what is in doubt of them.
 
+#include <limits>
 #include <memory>
 
+#include "dispatch/settle_doubt.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
 #include "results/send_methods.h"
@@ -10,10 +12,15 @@ namespace qbx::ctl {
 
 namespace {
 
+constexpr char kSent[] = "sent";
+constexpr char kNotSent[] = "not-sent";
+
 struct ResultsArguments {
   int id = 0;
   std::vector<std::string> sendBy;
   std::vector<std::string> toggle;
+  std::string settleDoubt;
+  std::vector<qint64> rows;
   bool yes = false;
 };
 
@@ -85,10 +92,33 @@ void Print(Program& program) {
             labels.lblEmail0 + QStringLiteral(", ") + labels.lblEmail1);
 }
 
+int Settle(Program& program, const ResultsArguments& arguments) {
+  if (!arguments.yes) return Refuse(QStringLiteral("Settling what is in doubt needs --yes."));
+  const DoubtOutcome outcome = arguments.settleDoubt == kSent ? DoubtOutcome::kSent : DoubtOutcome::kNotSent;
+  try {
+    const DoubtSettlement settlement =
+        SettleDoubt(program.app.connection, program.desk.guard, program.app.eventContext.user, arguments.id,
+                    {arguments.rows.begin(), arguments.rows.end()}, outcome);
+    if (settlement.refusal) {
+      program.ui.ShowMessage(*settlement.refusal);
+      return kRefused;
+    }
+    if (program.json) {
+      PrintJson(QJsonObject{{QStringLiteral("settled"), settlement.messages}});
+    } else {
+      PrintLine(QStringLiteral("Messages settled: %1").arg(settlement.messages));
+    }
+    return kDone;
+  } catch (const DatabaseError& error) {
+    return Refuse(error.Description());
+  }
+}
+
 int Results(Program& program, const ResultsArguments& arguments) {
   if (arguments.yes) program.ui.SetAnswer(Question::kChangeProcessedFlags, MessageAnswer::kYes);
   const SendMethods methods = ParseSendBy(arguments.sendBy);
   if (arguments.id > 0 && !program.app.campaignStorage.LoadCampaign(arguments.id)) return kRefused;
+  if (!arguments.settleDoubt.empty()) return Settle(program, arguments);
   if ((!arguments.sendBy.empty() || !arguments.toggle.empty()) && !program.desk.edits.MayEdit()) return kRefused;
   if (!arguments.sendBy.empty() &&
       !SetSendMethods(program.app.statements, methods, arguments.id, program.app.options)) {
@@ -109,7 +139,8 @@ std::string RulesHelp() {
   }
   help += QStringLiteral(
       "Examples: marketingctl --folder garage --user Pat results 12 --send-by sms=0 email=0 letter=1\n"
-      "          marketingctl --folder garage --user Pat results 12 --toggle 4711 Processed --yes");
+      "          marketingctl --folder garage --user Pat results 12 --toggle 4711 Processed --yes\n"
+      "          marketingctl --folder garage --user Pat results 12 --settle-doubt not-sent --rows 4711,4712 --yes");
   return help.toStdString();
 }
 
@@ -117,14 +148,28 @@ std::string RulesHelp() {
 
 void AddResultsCommand(Runner& runner) {
   auto arguments = std::make_shared<ResultsArguments>();
-  CLI::App& command =
-      *runner.Root().add_subcommand("results", "List the rows of a campaign, set send methods, flip a flag");
+  CLI::App& command = *runner.Root().add_subcommand(
+      "results", "List the rows of a campaign, set send methods, flip a flag, settle doubt");
   command.add_option("ID", arguments->id, "Number of the campaign")->required();
-  command.add_option("--send-by", arguments->sendBy, "Rules for all rows: sms=N email=N letter=N")->expected(1, 3);
-  command.add_option("--toggle", arguments->toggle, "Flip Send_SMS, Send_Email, Send_Letter or Processed of one row")
-      ->expected(2)
-      ->type_name("RECORDID FLAG");
-  command.add_flag("--yes", arguments->yes, "Agree to change a Processed flag");
+  CLI::Option* sendBy =
+      command.add_option("--send-by", arguments->sendBy, "Rules for all rows: sms=N email=N letter=N")->expected(1, 3);
+  CLI::Option* toggle =
+      command
+          .add_option("--toggle", arguments->toggle, "Flip Send_SMS, Send_Email, Send_Letter or Processed of one row")
+          ->expected(2)
+          ->type_name("RECORDID FLAG");
+  CLI::Option* settle =
+      command.add_option("--settle-doubt", arguments->settleDoubt, "Messages in doubt did arrive, or did not")
+          ->check(CLI::IsMember({kSent, kNotSent}))
+          ->excludes(sendBy)
+          ->excludes(toggle);
+  command.add_option("--rows", arguments->rows, "Only those of these rows: RECORDID,RECORDID...")
+      ->delimiter(',')
+      ->allow_extra_args(false)
+      ->check(CLI::Range(1, std::numeric_limits<int>::max()))
+      ->needs(settle)
+      ->type_name("RECORDIDS");
+  command.add_flag("--yes", arguments->yes, "Agree to change a Processed flag, or to settle what is in doubt");
   command.footer(RulesHelp());
   runner.AddCommand(command, [arguments](Program& program) { return Results(program, *arguments); });
 }

@@ -25,7 +25,9 @@ struct SendArguments {
 /// Shows progress, turns Ctrl+C into a pause, and files the results log.
 class Watch final : public MailshotObserver {
  public:
-  Watch(HeadlessUi& ui, ResultsLogFile* file) : ui_(ui), file_(file) {}
+  /// \param stopOnError  where to look after each row whether its e-mail failed, and stop then; null: go on
+  Watch(HeadlessUi& ui, ResultsLogFile* file, Statements* stopOnError)
+      : ui_(ui), file_(file), stopOnError_(stopOnError) {}
   void SetRun(Mailshot* run) { run_ = run; }
 
   void Line(const QString& line) {
@@ -36,8 +38,11 @@ class Watch final : public MailshotObserver {
     }
   }
 
-  void At(MailshotPoint point, qint64) override {
-    if (point != MailshotPoint::kRowFinished || paused_ || !HeadlessUi::Interrupted()) return;
+  void At(MailshotPoint point, qint64 recordId) override {
+    if (point == MailshotPoint::kRowStarted) tried_ = false;
+    if (point == MailshotPoint::kAfterJournal) tried_ = true;
+    if (point != MailshotPoint::kRowFinished || paused_) return;
+    if (!HeadlessUi::Interrupted() && !EmailFailed(recordId)) return;
     paused_ = true;
     run_->Pause();
   }
@@ -56,8 +61,22 @@ class Watch final : public MailshotObserver {
       file_->Append(line);
   }
 
+  /// The question whether to cancel the queued e-mails is not asked about an address that is none, so the journal is.
+  [[nodiscard]] bool EmailFailed(qint64 recordId) const {
+    if (stopOnError_ == nullptr || !tried_) return false;
+    Recordset rows;
+    return stopOnError_->dbRunCommand(
+               QStringLiteral("SELECT Count(1) FROM Send_Journal WHERE RecordID = %1 AND Channel = %2 AND State = %3")
+                   .arg(recordId)
+                   .arg(static_cast<int>(Channel::kEmail))
+                   .arg(static_cast<int>(JournalState::kFailed)),
+               true, CommandType::kText, rows) > 0;
+  }
+
   HeadlessUi& ui_;
   ResultsLogFile* file_;
+  Statements* stopOnError_;
+  bool tried_ = false;  ///< of the current row something was announced in the journal
   QStringList waiting_;
   bool started_ = false;
   Mailshot* run_ = nullptr;
@@ -166,7 +185,7 @@ int Send(Program& program, const SendArguments& arguments) {
 
   const CampaignRecord& record = app.campaign.record;
   ResultsLogFile file(app.log.Path(), record.ID);
-  Watch watch(program.ui, arguments.dryRun ? nullptr : &file);
+  Watch watch(program.ui, arguments.dryRun ? nullptr : &file, arguments.stopOnError ? &app.statements : nullptr);
   program.desk.resultsLog.SetSink([&watch](const QString& line) { watch.Line(line); });
   Mailshot run = program.desk.MakeMailshot(watch);
   watch.SetRun(&run);

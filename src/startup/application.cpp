@@ -1,5 +1,6 @@
 #include "startup/application.h"
 
+#include "dispatch/replace_guard.h"
 #include "hostdb/host_database.h"
 #include "platform/curl_http_client.h"
 #include "platform/curl_mail_transport.h"
@@ -94,7 +95,8 @@ Application::Application(const ApplicationSetup& setup)
       interpretation(eventContext, events, lastError, diagnostics),
       statements(connection, interpretation, events, lastError, diagnostics),
       optionsLoader(statements, ini, cipher, startup, eventContext, options, diagnostics),
-      campaignStorage(statements, events, eventContext, diagnostics, campaign),
+      campaignStorage(statements, events, eventContext, diagnostics, campaign,
+                      [this](int id) { return ReplaceGuard(connection, host, diagnostics).LookAtClaim(id); }),
       hostConnection({startup, ini, registry, service, cipher, host, connection, statements, services, shell,
                       optionsLoader, userOptions, diagnostics}),
       start({startup, eventContext, ini, registry, hostConnection, events, campaignStorage, host, log, diagnostics}) {

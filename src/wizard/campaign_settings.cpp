@@ -176,10 +176,8 @@ bool CampaignSettings::SaveCampaignSettings(const std::function<void()>& save) {
   const int newId = campaign_.record.ID;
   if (newId < 1 || diagnostics_.ui.QuitRequested()) return false;
   const Statements::TellLossOnce once(statements_);
-  if (oldId < 0)
-    unfollowed_.push_back({.from = oldId, .to = newId});
-  else if (newId != oldId && results_.CampaignId() == oldId)
-    results_.FollowCampaign(newId);
+  // A stored campaign gets another number when it was deleted meanwhile; its rows may have been left, or selected since.
+  if (oldId != 0 && newId != oldId) unfollowed_.push_back({.from = oldId, .to = newId});
   const bool rowsFollowed = FollowRows();
   if (!rowsFollowed) campaign_.CampaignChanged = true;  // there is still something to save
   FillCampaignList();

@@ -9,7 +9,7 @@
 namespace qbx {
 
 /// What stands beside the rows, and beside the filters, while the query would select other rows with the filters as they are now: "Next >" on
-/// step 1 selects without them, and a filter that is changed afterwards waits for "Refresh" or "Next >". Empty when all is as it looks.
+/// step 1 selects without them (but for "Include Opted Out"), and a filter that is changed afterwards waits for "Refresh" or "Next >". Empty when all is as it looks.
 [[nodiscard]] QString FiltersPendingText(const WizardState& state);
 
 }  // namespace qbx

@@ -31,7 +31,8 @@ StepResult WizardSteps::NextStep(int index) {
   WizardState& state = parts_.state;
   if (runsQuery) {
     if (!RowsReplaced(parts_.queries.ProcessQuery(index, false))) return {};
-    state.appliedFilters = index == 0 ? Filters() : state.filters;
+    const Filters optedOutAlone = {.chkIncludeOptedOut = state.filters.chkIncludeOptedOut};
+    state.appliedFilters = index == 0 ? optedOutAlone : state.filters;
   }
   const bool showsResults = index + 2 == kResultsTab;
   if (showsResults && !parts_.results.DisplayResults(parts_.campaign.record.ID)) return {};

@@ -156,6 +156,25 @@ TEST_F(Results, TheJournalKnowsWhatIsInDoubt) {
   EXPECT_EQ(Journal(first), QStringList());
 }
 
+TEST_F(Results, DoubtIsSettledForOneRowOrForAll) {
+  const qint64 whole = AddRow(3, "1, 1, 0, 0"), half = AddRow(3, "1, 1, 0, 0"), failed = AddRow(3, "1, 1, 0, 0");
+  const qint64 elsewhere = AddRow(4, "1, 0, 0, 0");
+  for (const auto& [record, text] : {std::pair(whole, 0), std::pair(half, 1), std::pair(failed, 2)}) {
+    Run(QStringLiteral("INSERT INTO Send_Journal VALUES (%1, 1, %2, 3, 'A', GetDate()), (%1, 2, 0, 3, 'A', GetDate())")
+            .arg(record)
+            .arg(text));
+  }
+  Note(elsewhere, 4, 1, 0);
+  Run(QStringLiteral("proc_updp_Send_Journal_Doubt 3, %1, 0, 'PAT'").arg(half));
+  EXPECT_EQ(Journal(half), QStringList({QStringLiteral("1|1")}));
+  Run(QStringLiteral("proc_updp_Send_Journal_Doubt 3, 0, 1, 'PAT'"));
+  EXPECT_EQ(Journal(whole), QStringList({QStringLiteral("1|1"), QStringLiteral("2|1")}));
+  EXPECT_EQ(Journal(failed), QStringList({QStringLiteral("1|2"), QStringLiteral("2|1")}));
+  EXPECT_EQ(Journal(elsewhere), QStringList({QStringLiteral("1|0")}));
+  EXPECT_EQ(Rows(QStringLiteral("SELECT RecordID FROM [Campaign Results] WHERE Processed = 1")),
+            QStringList({QString::number(whole)}));
+}
+
 TEST_F(Results, TheJournalGoesWithItsRow) {
   const qint64 moved = AddRow(-3);
   const qint64 deleted = AddRow(-3);

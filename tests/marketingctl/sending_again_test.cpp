@@ -109,6 +109,16 @@ TEST(MarketingCtlSend, StopsAfterAFailedEmailWhenToldTo) {
   EXPECT_EQ(Number(through.Object(), "left"), 2);
 }
 
+TEST(MarketingCtlSend, StopsAtAnAddressThatIsNoneWhenToldTo) {
+  for (const char* address : {"''", "'ann@'", "'a' || char(13) || 'b@example.com'"}) {
+    const ReadyGarage ready(4);
+    ready.garage.Sql((QByteArray("UPDATE [Campaign Results] SET Email = ") + address).constData());
+    const CtlResult stopped = ready.garage.Run("send %1 --yes --stop-on-error", {ready.id});
+    EXPECT_EQ(stopped.code, 4) << address << ": " << stopped.err.constData();
+    EXPECT_EQ(Number(stopped.Object(), "email_failed"), 1) << address;
+  }
+}
+
 TEST(MarketingCtlSend, CtrlCPausesAndTheNextSendGoesOn) {
   const ReadyGarage ready(20, {QStringLiteral("--delay"), QStringLiteral("2")});
   ready.sandbox.Steer("{\"numbers\": {\"" + ready.MobileAt(1) + "\": \"slow\"}}");
@@ -140,6 +150,11 @@ TEST(MarketingCtlSend, ASecondRunOfACampaignIsRefusedWhileTheFirstLives) {
   EXPECT_EQ(Number(second.Object(), "sms_sent"), 0);
   EXPECT_EQ(At(CampaignLog(ready.garage, ready.id), "results").toArray().size(), 1)
       << "the first run's log was disturbed";
+  for (const char* command : {"campaigns delete %1", "results %1 --settle-doubt not-sent --yes"}) {
+    const CtlResult refused = ready.garage.Run(command, {ready.id});
+    EXPECT_EQ(refused.code, 1) << command;
+    EXPECT_TRUE(refused.err.contains("already being sent by Pat")) << command << ": " << refused.err.constData();
+  }
 
   // The claim of a process that is gone is void; what it was sending is in doubt, and settled by a person.
   first->kill();
@@ -151,8 +166,10 @@ TEST(MarketingCtlSend, ASecondRunOfACampaignIsRefusedWhileTheFirstLives) {
   const QJsonArray doubt = At(CampaignLog(ready.garage, ready.id), "in_doubt").toArray();
   ASSERT_EQ(doubt.size(), 1);
   EXPECT_EQ(At(ready.garage.Done("log"), "in_doubt").toArray(), doubt);
-  ready.garage.Done("results %1 --toggle %2 Processed --yes",
-                    {ready.id, QString::number(Number(doubt[0], "RecordID"))});
+  const QStringList row = {ready.id, QStringLiteral("999999,%1").arg(Number(doubt[0], "RecordID"))};
+  EXPECT_EQ(ready.garage.Run("results %1 --settle-doubt sent", row).code, 1);
+  EXPECT_EQ(Number(ready.garage.Done("results %1 --settle-doubt sent --rows %2 --yes", row), "settled"), 1);
+  EXPECT_EQ(Number(ready.garage.Done("results %1 --settle-doubt not-sent --yes", row), "settled"), 0);
   const CtlResult settled = Send(ready.garage, ready.id);
   EXPECT_EQ(settled.code, 0);
   EXPECT_EQ(Number(settled.Object(), "in_doubt"), 0);

@@ -110,12 +110,35 @@ for (const name of ["O'Brien's \"best\" & <b>bold</b>", "Zo\u00eb \u{1F697}\u{1F
   });
 }
 
-check("a campaign that somebody deleted meanwhile can be saved as a new one", () => {
-  execute("DELETE FROM Marketing_Campaigns WHERE ID = " + id);
-  answer("The Campaign has been deleted by another user.\n\nSave it as a new Campaign?", "Yes");
+function deletedMeanwhile(campaign, user) {
+  execute("DELETE FROM Marketing_Campaigns WHERE ID = " + campaign);
+  execute("INSERT INTO Marketing_Campaigns_History (Record_Date, CampaignID, Event, UserID) " +
+          "VALUES ('2026-03-04', " + campaign + ", 'Campaign deleted', '" + user + "')");
+}
+
+check("a campaign that was deleted meanwhile can be saved as a new one: rows and journal that were left follow", () => {
+  execute("INSERT INTO Send_Journal SELECT min(RecordID), 1, 2, CampaignID, 'Pat', '2026-03-04' FROM [Campaign Results] WHERE CampaignID = " + id);
+  deletedMeanwhile(id, "pat");
+  answer("The Campaign has been deleted.\n\nSave it as a new Campaign?", "Yes");
   answer(/./);
   saveAs("Once more");
-  assertNotEqual(stored("Once more")[0].ID, id);
+  const next = stored("Once more")[0].ID;
+  assertNotEqual(next, id);
+  for (const table of ["[Campaign Results]", "Send_Journal"])
+    assertEqual(sql("SELECT DISTINCT CampaignID FROM " + table + " WHERE CampaignID IN (" + [id, next] + ")"), [{CampaignID: next}], table);
+  assertEqual(grid.rowCount, rows);
+  id = next;
+});
+
+check("another user is named only when it was one; rows that a query selected since follow", () => {
+  execute("DELETE FROM [Campaign Results] WHERE CampaignID = " + id);
+  deletedMeanwhile(id, "Jo");
+  selectTab(1);
+  control("cmdNext0").click();
+  answer("The Campaign has been deleted by another user.\n\nSave it as a new Campaign?", "Yes");
+  answer(/./);
+  saveAs("Twice more");
+  assertEqual(sql("SELECT COUNT(*) AS n FROM [Campaign Results] WHERE CampaignID = " + stored("Twice more")[0].ID)[0].n, rows);
 });
 
 check("a save that fails leaves the campaign unsaved, with its rows", () => {

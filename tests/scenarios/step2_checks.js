@@ -101,7 +101,7 @@ check("Refresh looks only at the model: it counts and stays", () => {
 
 check("filters that are not applied to the rows say so, on both pages", () => {
   const pending = /The filters are not applied to these rows yet/;
-  start({garage: {customers: 200, seed: 5}});
+  start({garage: {customers: 200, seed: 5}, options: {Only_Send_Comms_When_Opted_In: false}});
   control("cmdNew").click();
   control("tvQuery").choose("All Vehicles");
   control("cmdNext0").click();
@@ -120,4 +120,21 @@ check("filters that are not applied to the rows say so, on both pages", () => {
   selectTab(2);
   control("cmdNext1").click();
   assertEqual(control("lblFiltersPending").text, "");
+  selectTab(1);
+  control("cmdNext0").click();
+  control("chkFilter4").untick();
+  control("chkIncludeOptedOut").tick();
+  assertMatch(control("lblFiltersPending").text, pending, "opted-out customers are not among the rows yet");
+  acceptNotices();
+  control("cmdNext1").click();
+  control("cmdBack2").click();
+  assertEqual(control("lblFiltersPending").text, "");
+  control("chkIncludeOptedOut").untick();
+  selectTab(3);
+  assertMatch(control("lblFiltersPending").text, pending, "opted-out customers are among the rows still");
+  selectTab(2);
+  control("chkIncludeOptedOut").tick();
+  control("cmdBack1").click();
+  control("cmdNext0").click();
+  assertEqual(control("lblFiltersPending").text, "", "step 1 includes them as well");
 });

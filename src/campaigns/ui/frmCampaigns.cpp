@@ -272,7 +272,6 @@ void frmCampaigns::Delete() {
     return;
   }
   if (parts_.diagnostics.ui.ShowMessage(question) != MessageAnswer::kYes) return;
-  if (parts_.mayDelete && !parts_.mayDelete(lCampaignId)) return;
   const bool deleted = parts_.storage.DeleteCampaign(lCampaignId);
   if (deleted) {
     // The row below takes its place, so that the keyboard stays where it was.

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QDialog>
-#include <functional>
 #include <memory>
 
 #include "campaigns/campaign_storage.h"
@@ -25,8 +24,6 @@ struct CampaignManagerParts {
   CurrentCampaign& campaign;
   WindowLayout& layout;
   Diagnostics diagnostics;
-  /// Asked before a campaign is deleted; false, after telling the user why, leaves it.
-  std::function<bool(int campaignId)> mayDelete;
 };
 
 /// A modal window, opened in one of two modes: saving the current campaign, or loading another.

@@ -164,14 +164,8 @@ void frmMain::SaveCampaign() {
   if (stored) ShowCaption();
 }
 
-/// A campaign that is being sent stays, with what is on record about its messages.
 CampaignManagerParts frmMain::ManagerParts() {
-  const auto mayDelete = [this](int campaignId) {
-    const std::optional<Message> refusal = desk_.guard.LookAtClaim(campaignId);
-    if (refusal) boxes_.ShowMessage(*refusal);
-    return !refusal;
-  };
-  return {app_.statements, app_.campaignStorage, app_.campaign, layout_, app_.diagnostics, mayDelete};
+  return {app_.statements, app_.campaignStorage, app_.campaign, layout_, app_.diagnostics};
 }
 
 void frmMain::RunCampaign() {

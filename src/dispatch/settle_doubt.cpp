@@ -1,0 +1,34 @@
+#include "dispatch/settle_doubt.h"
+
+#include "database/procedure.h"
+
+namespace qbx {
+
+DoubtSettlement SettleDoubt(Connection& connection, ReplaceGuard& guard, const QString& user, int campaignId,
+                            const std::set<qint64>& rows, DoubtOutcome outcome) {
+  DoubtSettlement settlement;
+  // The transaction holds the write lock from its start, so that no run can claim the campaign in between.
+  Transaction transaction(connection.Driver());
+  settlement.refusal = guard.LookAtClaim(campaignId);
+  if (settlement.refusal) return settlement;
+  Recordset doubt = Procedure(connection, "proc_selp_Send_Journal_Doubt").Open({{"@CampaignID", campaignId}});
+  std::set<qint64> settled;
+  for (doubt.MoveFirst(); !doubt.Eof(); doubt.MoveNext()) {
+    const qint64 row = doubt.Field(QStringLiteral("RecordID")).ToInt();
+    if (!rows.empty() && !rows.contains(row)) continue;
+    settled.insert(row);
+    ++settlement.messages;
+  }
+  if (rows.empty()) settled = {0};
+  Procedure settle(connection, "proc_updp_Send_Journal_Doubt");
+  for (const qint64 row : settled) {
+    settle.Execute({{"@CampaignID", campaignId},
+                    {"@RecordID", row},
+                    {"@Sent", outcome == DoubtOutcome::kSent},
+                    {"@UserID", user}});
+  }
+  transaction.Commit();
+  return settlement;
+}
+
+}  // namespace qbx
