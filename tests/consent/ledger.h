@@ -65,14 +65,9 @@ class Ledger final : public Postbox {
   [[nodiscard]] int Arrived() const { return arrived_; }
 
  private:
-  /// What was true of a message when it was announced.
-  struct Announced {
-    Verdict verdict = Verdict::kMustNot;
-    bool wanted = false;
-  };
   [[nodiscard]] Row* Whose(const Delivery& delivery);
-  [[nodiscard]] Announced Look(const Row& row, Channel channel) const;
-  void CheckAnnounced(const Row& row, Channel channel);
+  [[nodiscard]] Announcement Look(const Row& row, Channel channel) const;
+  void CheckAnnounced(Row& row, Channel channel);
   void CheckContent(const Row& row, const Delivery& delivery);
   void CheckMark(Row& row, const StoredRow& stored);
   void CheckDoubt(const Row& row, const StoredRow& stored);
@@ -85,9 +80,8 @@ class Ledger final : public Postbox {
   QStringList leftOut_;
   QHash<qint64, size_t> byRecord_;
   QHash<QString, size_t> byTag_;
-  qint64 asked_ = 0;  ///< the row that is being announced
-  Announced announced_[2] = {};
   bool repeating_ = false;
+  QDate since_;  ///< the day when the message that comes next was begun
   int arrived_ = 0;
 };
 

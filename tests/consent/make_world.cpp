@@ -159,6 +159,7 @@ void RemoveTrailingBlanks(World& world) {
   for (auto& [key, customer] : world.customers) {
     trim(customer.mobile);
     trim(customer.email);
+    if (!customer.email) customer.email = QString();
   }
   for (Vehicle& vehicle : world.vehicles)
     trim(vehicle.make);

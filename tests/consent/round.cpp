@@ -17,6 +17,9 @@ namespace {
 constexpr char kOtherComputer[] = "OFFICE-PC";
 constexpr char kComputer[] = "WORKSHOP-PC";
 
+/// After which a claim of another computer is void.
+constexpr qint64 kLongSilence = qint64{CampaignClaim::kSilence + 1} * 60;
+
 /// Streams of the numbers of a round.
 constexpr quint64 kStreams = 100;
 
@@ -75,6 +78,7 @@ class Round {
     around_.folder = folder_.Path();
     around_.gateway = &gateway_;
     around_.mail = &mail_;
+    gateway_.webPages = ledger_.Holds("web-page");
     StoreWorld(world_, {}, host_.Database());
   }
 
@@ -230,6 +234,8 @@ bool Round::PrepareRows() {
 void Round::Click(DeskUser& user) {
   Row& row = ledger_.rows[static_cast<size_t>(random_.Between(0, static_cast<int>(ledger_.rows.size()) - 1))];
   if (row.gone) return;
+  // Another computer cannot see that the process of a claim has died: it waits.
+  around_.clock.AdvanceSeconds(kLongSilence);
   const bool text = random_.Chance(50);
   story_.Tell(user.User() + QStringLiteral(" clicks ") +
               (text ? QStringLiteral("text of ") : QStringLiteral("e-mail of ")) + row.Name());
@@ -278,6 +284,7 @@ std::function<void()> Round::MakeAction(MailshotPoint point) {
   if (die < 77 && saved_) return [this, onItsWay] { OtherTakesOver(onItsWay); };
   if (die < 85)
     return [this] {
+      if (!ledger_.Holds("currentdate")) return;
       story_.Tell(QStringLiteral("  the next day begins"));
       around_.clock.AdvanceDays(1);
     };
@@ -348,7 +355,7 @@ void Round::OtherTakesOver(bool onItsWay) {
     other_ = std::make_unique<DeskUser>(around_, story_, QStringLiteral("JO"), QLatin1String(kOtherComputer));
     if (!other_->Load(campaign_)) story_.Fault(QStringLiteral("the campaign could not be loaded"));
   }
-  around_.clock.AdvanceSeconds(qint64{CampaignClaim::kSilence + 1} * 60);
+  around_.clock.AdvanceSeconds(kLongSilence);
   if (onItsWay) ledger_.MayBeInDoubt(watch_->Record());
   Watch* const outer = watch_;
   Mailshot* const outerRun = run_;

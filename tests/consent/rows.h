@@ -19,6 +19,19 @@ struct Half {
   bool failed = false;     ///< in the present run a server refused it
 };
 
+/// Whether a message of a row may go now that its customer was asked again.
+enum class Verdict {
+  kMust,    ///< nothing stands against it
+  kEither,  ///< the rules leave it open
+  kMustNot,
+};
+
+/// What was true of a message when it was announced.
+struct Announcement {
+  Verdict verdict = Verdict::kMustNot;
+  bool wanted = false;
+};
+
 struct Row {
   qint64 record = 0;
   int customer = 0;
@@ -35,6 +48,8 @@ struct Row {
   bool gone = false;       ///< somebody deleted it
   bool due = false;        ///< when the present run began
   bool disturbed = false;  ///< somebody changed it, or its customer, since the present run began
+
+  std::optional<std::array<Announcement, 2>> announced;  ///< text and e-mail; nothing: none is under way
 
   [[nodiscard]] Half& Of(Channel channel) { return channel == Channel::kSms ? sms : mail; }
   [[nodiscard]] const Half& Of(Channel channel) const { return channel == Channel::kSms ? sms : mail; }
@@ -53,12 +68,6 @@ struct Row {
 /// The row that a query has to give, with the answers of now.
 [[nodiscard]] Row MakeRow(const Picked& picked);
 
-/// Whether a message of a row may go now that its customer was asked again.
-enum class Verdict {
-  kMust,    ///< nothing stands against it
-  kEither,  ///< the rules leave it open
-  kMustNot,
-};
 [[nodiscard]] Verdict AskAgain(const Row& row, Channel channel, const World& world);
 
 /// What send methods make of the flags.

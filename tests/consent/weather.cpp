@@ -43,6 +43,7 @@ HttpReply FakeGateway::SendText(const QString& url) {
     case 3:
       return answer(Outcome::kUncertain, weather.Chance(50), StatusFailure(weather.Pick(std::array{500, 502, 504})));
     case 4:
+      if (!webPages) return Accept(delivery);
       return answer(Outcome::kUncertain, weather.Chance(50),
                     {.body = QStringLiteral(" <html><body>Please log in to this hot spot</body></html>")});
     case 5:
