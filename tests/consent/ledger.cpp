@@ -60,15 +60,16 @@ void Ledger::RunBegins() {
     row.due = !row.gone && !row.processed && (row.sms.wanted || row.mail.wanted);
     row.disturbed = false;
     for (Half* half : {&row.sms, &row.mail})
-      half->attempted = half->failed = false;
+      half->attempted = false;
   }
+  mustAsk_ = !HalfDelivered(true).empty();
+  asked_ = false;
 }
 
 void Ledger::RowStarts(qint64 record) {
   since_ = clock_.Today();
   Row* row = Find(record);
-  const bool repeats = repeating_ || !Holds("half-delivered");
-  if (!repeats || row == nullptr || !row->due) return;
+  if (!repeating_ || row == nullptr || !row->due) return;
   for (Half* half : {&row->sms, &row->mail})
     half->permit = half->permit || half->arrived > 0;
 }
@@ -93,7 +94,7 @@ void Ledger::Received(const Delivery& delivery, Outcome outcome, bool arrived) {
   if (row == nullptr) return story_.Fault(QStringLiteral("a message that belongs to no row: ") + delivery.text);
   Half& half = row->Of(delivery.channel);
   half.attempted = true;
-  half.failed = outcome == Outcome::kRefused;
+  half.refused = outcome == Outcome::kRefused;
   if (outcome == Outcome::kUncertain) half.mayDoubt = true;
   if (outcome == Outcome::kAccepted) half.delivered = true;
   CheckAnnounced(*row, delivery.channel);
@@ -110,7 +111,7 @@ void Ledger::CheckAnnounced(Row& row, Channel channel) {
   const Announcement then = row.announced ? (*row.announced)[channel == Channel::kSms ? 0 : 1] : Look(row, channel);
   row.announced.reset();
   if (!then.wanted) Fault(row, channel, QStringLiteral("went out, and was not asked for"));
-  if (then.verdict == Verdict::kMustNot && Holds("consent-at-send"))
+  if (then.verdict == Verdict::kMustNot)
     Fault(row, channel, QStringLiteral("went to somebody who MAY NOT BE CONTACTED any more"));
 }
 
@@ -142,20 +143,30 @@ void Ledger::CheckContent(const Row& row, const Delivery& delivery) {
   since_ = clock_.Today();
 }
 
-void Ledger::AskedToRepeat(int customers, bool yes) {
-  std::set<int> halfFailed;
+/// Customers with a due row of which one half arrived.
+/// \param otherFailed  and a server refused the other one
+std::set<int> Ledger::HalfDelivered(bool otherFailed) const {
+  std::set<int> customers;
   for (const Row& row : rows) {
-    const bool delivered = (row.sms.wanted && row.sms.arrived > 0) || (row.mail.wanted && row.mail.arrived > 0);
-    if (row.due && delivered) halfFailed.insert(row.customer);
+    if (!row.due || row.doubt || !row.sms.wanted || !row.mail.wanted) continue;
+    const auto half = [&](const Half& one, const Half& other) {
+      return one.delivered && (other.refused || !otherFailed);
+    };
+    if (half(row.sms, row.mail) || half(row.mail, row.sms)) customers.insert(row.customer);
   }
-  story_.Tell(QStringLiteral("    asked whether %1 customers get again what they got: %2")
-                  .arg(customers)
-                  .arg(yes ? u"Yes"_qs : u"No"_qs));
-  if (customers < 1 || customers > static_cast<int>(halfFailed.size()))
-    story_.Fault(QStringLiteral("the question names %1 customers who already got half; there are %2")
-                     .arg(customers)
-                     .arg(halfFailed.size()));
+  return customers;
+}
+
+void Ledger::AskedToRepeat(int customers, bool yes) {
+  asked_ = true;
   repeating_ = yes;
+  const auto atLeast = static_cast<int>(HalfDelivered(true).size());
+  const auto atMost = static_cast<int>(HalfDelivered(false).size());
+  if (customers >= 1 && customers >= atLeast && customers <= atMost) return;
+  story_.Fault(QStringLiteral("the question names %1 customers who already got half; there are %2 to %3")
+                   .arg(customers)
+                   .arg(atLeast)
+                   .arg(atMost));
 }
 
 void Ledger::MayBeInDoubt(qint64 record) {
@@ -165,6 +176,8 @@ void Ledger::MayBeInDoubt(qint64 record) {
 }
 
 void Ledger::RunEnds(const RunReport& report, const std::vector<StoredRow>& stored) {
+  if (report.finished && mustAsk_ && !asked_)
+    story_.Fault(QStringLiteral("customers got half, and nobody was asked whether they get it again"));
   std::set<qint64> left;
   for (const StoredRow& now : stored) {
     left.insert(now.record);
@@ -175,6 +188,7 @@ void Ledger::RunEnds(const RunReport& report, const std::vector<StoredRow>& stor
     }
     if (now.sms != row->sms.wanted || now.mail != row->mail.wanted || now.letter != row->letter)
       story_.Fault(row->Name() + QStringLiteral(": its flags were changed"));
+    row->doubt = now.journal.InDoubt();
     CheckDoubt(*row, now);
     CheckMark(*row, now);
     if (!report.finished || !row->due || row->disturbed) continue;
@@ -216,7 +230,7 @@ void Ledger::CheckDone(const Row& row, const StoredRow& stored, Channel channel,
   if (doubt || half.delivered) return;
   const bool named = Names(report.log, row.customer);
   if (half.attempted) {
-    if (half.failed && !named) Fault(row, channel, QStringLiteral("failed without a line in the results log"));
+    if (half.refused && !named) Fault(row, channel, QStringLiteral("failed without a line in the results log"));
     return;
   }
   const bool text = channel == Channel::kSms;

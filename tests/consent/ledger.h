@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QHash>
+#include <set>
 
 #include "consent/delivery.h"
 #include "consent/rows.h"
@@ -66,6 +67,7 @@ class Ledger final : public Postbox {
 
  private:
   [[nodiscard]] Row* Whose(const Delivery& delivery);
+  [[nodiscard]] std::set<int> HalfDelivered(bool otherFailed) const;
   [[nodiscard]] Announcement Look(const Row& row, Channel channel) const;
   void CheckAnnounced(Row& row, Channel channel);
   void CheckContent(const Row& row, const Delivery& delivery);
@@ -80,6 +82,8 @@ class Ledger final : public Postbox {
   QStringList leftOut_;
   QHash<qint64, size_t> byRecord_;
   QHash<QString, size_t> byTag_;
+  bool mustAsk_ = false;
+  bool asked_ = false;
   bool repeating_ = false;
   QDate since_;  ///< the day when the message that comes next was begun
   int arrived_ = 0;

@@ -78,7 +78,6 @@ class Round {
     around_.folder = folder_.Path();
     around_.gateway = &gateway_;
     around_.mail = &mail_;
-    gateway_.webPages = ledger_.Holds("web-page");
     StoreWorld(world_, {}, host_.Database());
   }
 
@@ -98,7 +97,7 @@ class Round {
  private:
   World MakeGarage(const RoundWishes& wishes) {
     RandomSource random(seed_, 1);
-    World world = MakeWorld(random, wishes.customers > 0 ? wishes.customers : random.Between(3, 45));
+    World world = MakeWorld(random, wishes.customers > 0 ? wishes.customers : random.Between(3, 70));
     if (wishes.leftOut.contains(QStringLiteral("trailing-blanks"))) RemoveTrailingBlanks(world);
     return world;
   }
@@ -144,6 +143,7 @@ class Round {
   std::unique_ptr<DeskUser> other_;
   Watch* watch_ = nullptr;
   Mailshot* run_ = nullptr;
+  QDate today_;  ///< when the present run began
   int campaign_ = 0;
   bool saved_ = false;
   RoundCounts counts_;
@@ -284,7 +284,7 @@ std::function<void()> Round::MakeAction(MailshotPoint point) {
   if (die < 77 && saved_) return [this, onItsWay] { OtherTakesOver(onItsWay); };
   if (die < 85)
     return [this] {
-      if (!ledger_.Holds("currentdate")) return;
+      if (around_.clock.Today() != today_) return;  // once a run is enough
       story_.Tell(QStringLiteral("  the next day begins"));
       around_.clock.AdvanceDays(1);
     };
@@ -302,13 +302,13 @@ std::vector<Watch::Disturbance> Round::MakeDisturbances() {
                                              MailshotPoint::kRowFinished};
   const int rows = std::max(1, static_cast<int>(ledger_.rows.size()));
   std::vector<Watch::Disturbance> disturbances;
-  for (int n = random_.Between(0, 3); n > 0; --n) {
+  for (int n = random_.Between(0, 4); n > 0; --n) {
     const MailshotPoint point = random_.Pick(kQuiet);
-    disturbances.push_back({point, random_.Between(1, rows), MakeAction(point)});
+    disturbances.push_back({point, 1 + random_.Between(0, rows) / 2, MakeAction(point)});
   }
-  if (random_.Chance(45)) {
+  if (random_.Chance(60)) {
     const auto point = static_cast<MailshotPoint>(random_.Between(0, static_cast<int>(MailshotPoint::kRowFinished)));
-    disturbances.push_back({point, random_.Between(1, rows), [this] {
+    disturbances.push_back({point, 1 + random_.Between(0, rows) / 2, [this] {
                               user_->Die();
                               throw ProcessEnds{};
                             }});
@@ -318,6 +318,7 @@ std::vector<Watch::Disturbance> Round::MakeDisturbances() {
 
 void Round::DisturbedRun() {
   story_.Tell(QStringLiteral("PAT sends"));
+  today_ = around_.clock.Today();
   const int trouble = random_.Chance(50) ? 0 : random_.Pick(std::array{3, 10, 30});
   gateway_.weather.Set(trouble);
   mail_.weather.Set(trouble);

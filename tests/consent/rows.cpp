@@ -125,7 +125,7 @@ Verdict AskAgain(const Row& row, Channel channel, const World& world) {
   if (!world.settings.onlyOptedIn) return Verdict::kMust;
   if (now->consent != 1) return Verdict::kMustNot;
   const bool agreedToSomething = now->canSms == 1 || now->canEmail == 1 || now->canLetter == 1;
-  return world.settings.usingPlatform && !agreedToSomething ? Verdict::kEither : Verdict::kMust;
+  return world.settings.usingPlatform && !agreedToSomething ? Verdict::kMustNot : Verdict::kMust;
 }
 
 void ApplyMethods(std::vector<Row>& rows, const SendMethods& methods, const Settings& settings) {

@@ -16,13 +16,12 @@ struct Half {
   bool permit = false;     ///< the user agreed that it goes once more
   bool mayDoubt = false;   ///< an answer was lost or a process ended with it on its way
   bool attempted = false;  ///< in the present run a server was given it
-  bool failed = false;     ///< in the present run a server refused it
+  bool refused = false;    ///< a server refused it when it was given it last
 };
 
 /// Whether a message of a row may go now that its customer was asked again.
 enum class Verdict {
-  kMust,    ///< nothing stands against it
-  kEither,  ///< the rules leave it open
+  kMust,  ///< nothing stands against it
   kMustNot,
 };
 
@@ -46,6 +45,7 @@ struct Row {
   bool letter = false;
   bool processed = false;
   bool gone = false;       ///< somebody deleted it
+  bool doubt = false;      ///< nobody knew what became of a message when the last run ended
   bool due = false;        ///< when the present run began
   bool disturbed = false;  ///< somebody changed it, or its customer, since the present run began
 

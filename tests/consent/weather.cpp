@@ -5,27 +5,47 @@
 namespace qbx::consent {
 namespace {
 
-QString Reply(int status, int credits, int id, int code) {
+HttpReply Answer(const QString& body, bool isHtml = false) {
+  HttpReply reply;
+  reply.body = body;
+  reply.status = 200;
+  reply.isHtml = isHtml;
+  return reply;
+}
+
+HttpReply Unanswered(const char* error, bool inDoubt) {
+  HttpReply reply;
+  reply.error = QLatin1String(error);
+  reply.inDoubt = inDoubt;
+  return reply;
+}
+
+QString Fields(int status, int credits, int id, int code) {
   return QStringLiteral("\"%1\"|\"%2\"|\"%3\"|\"%4\"|").arg(status).arg(credits).arg(id).arg(code);
 }
 
-HttpReply StatusFailure(int status) {
+HttpReply ErrorPage(int status) {
   // A proxy says these three after the text was passed on.
   const bool inDoubt = status == 500 || status == 502 || status == 504;
-  return {.error = QStringLiteral("The SMS gateway answered with HTTP status %1.").arg(status), .inDoubt = inDoubt};
+  HttpReply reply;
+  reply.error = QStringLiteral("The SMS gateway answered with HTTP status %1.").arg(status);
+  reply.inDoubt = inDoubt;
+  reply.status = status;
+  reply.isHtml = true;
+  return reply;
 }
 
 }  // namespace
 
 HttpReply FakeGateway::Get(const QString& url) {
   if (url.contains(QLatin1String("sms/send_sms.asp?"))) return SendText(url);
-  return {.body = QStringLiteral("\"1\"|\"%1\"|").arg(credits)};
+  return Answer(QStringLiteral("\"1\"|\"%1\"|").arg(credits));
 }
 
 HttpReply FakeGateway::Accept(const Delivery& delivery) {
   postbox_.Received(delivery, Outcome::kAccepted, true);
   credits = std::max(0, credits - 1);
-  return {.body = Reply(1, credits, ++lastId_, 0)};
+  return Answer(Fields(1, credits, ++lastId_, 0));
 }
 
 HttpReply FakeGateway::SendText(const QString& url) {
@@ -34,28 +54,27 @@ HttpReply FakeGateway::SendText(const QString& url) {
     postbox_.Received(delivery, outcome, arrived);
     return reply;
   };
-  switch (weather.Next(8)) {
+  switch (weather.Next(9)) {
     case 1:
       return answer(Outcome::kRefused, false,
-                    {.body = Reply(1, credits, 0, weather.Pick(std::array{2, 3, 22, 33, 77}))});
+                    Answer(Fields(1, credits, 0, weather.Pick(std::array{2, 3, 22, 33, 77}))));
     case 2:
-      return answer(Outcome::kRefused, false, StatusFailure(weather.Pick(std::array{400, 404, 429, 501, 503, 505})));
+      return answer(Outcome::kRefused, false, ErrorPage(weather.Pick(std::array{400, 404, 429, 501, 503, 505})));
     case 3:
-      return answer(Outcome::kUncertain, weather.Chance(50), StatusFailure(weather.Pick(std::array{500, 502, 504})));
+      return answer(Outcome::kUncertain, weather.Chance(50), ErrorPage(weather.Pick(std::array{500, 502, 504})));
     case 4:
-      if (!webPages) return Accept(delivery);
       return answer(Outcome::kUncertain, weather.Chance(50),
-                    {.body = QStringLiteral(" <html><body>Please log in to this hot spot</body></html>")});
+                    Answer(QStringLiteral(" <html>Log in here, please</html>")));
     case 5:
-      return answer(Outcome::kUncertain, weather.Chance(50),
-                    {.error = QStringLiteral("The SMS gateway did not answer in time."), .inDoubt = true});
+      return answer(Outcome::kUncertain, weather.Chance(50), Answer(QStringLiteral("Log in here, please"), true));
     case 6:
-      return answer(Outcome::kRefused, false, {.error = QStringLiteral("The SMS gateway could not be reached.")});
+      return answer(Outcome::kUncertain, weather.Chance(50), Unanswered("The gateway did not answer in time.", true));
     case 7:
-      return answer(Outcome::kUncertain, weather.Chance(50),
-                    {.error = QStringLiteral("The SMS gateway broke the connection off."), .inDoubt = true});
+      return answer(Outcome::kUncertain, weather.Chance(50), Unanswered("The gateway broke off.", true));
     case 8:
-      return answer(Outcome::kAccepted, true, {.body = QStringLiteral("accepted")});  // fewer than four fields
+      return answer(Outcome::kRefused, false, Unanswered("The gateway could not be reached.", false));
+    case 9:
+      return answer(Outcome::kAccepted, true, Answer(QStringLiteral("accepted")));  // fewer than four fields
     default:
       return Accept(delivery);
   }

@@ -47,7 +47,6 @@ class FakeGateway final : public HttpClient {
 
   Weather weather;
   int credits = 100000;
-  bool webPages = true;  ///< some answers are the page of a hot spot
 
  private:
   [[nodiscard]] HttpReply SendText(const QString& url);
