@@ -23,9 +23,6 @@ struct Surroundings {
   MailTransport* mail = nullptr;
 };
 
-/// The name of the database file that the program looks for.
-inline constexpr char kDatabaseFile[] = "QBXKorvelManager.db";
-
 /// A computer of the garage: its processes are those of the surroundings.
 class Computer final : public HostInfo {
  public:

@@ -106,6 +106,14 @@ void Ledger::Received(const Delivery& delivery, Outcome outcome, bool arrived) {
   ++arrived_;
 }
 
+void Ledger::Refused(const QString& address) {
+  story_.Tell(QStringLiteral("    e-mail to %1: refused").arg(address));
+  for (Row& row : rows) {
+    if (!row.due || row.mail.delivered || !AddressesOf(row.email).contains(address)) continue;
+    row.mail.attempted = row.mail.refused = true;
+  }
+}
+
 void Ledger::CheckAnnounced(Row& row, Channel channel) {
   if (!row.announced) Fault(row, channel, QStringLiteral("went out without having been announced"));
   const Announcement then = row.announced ? (*row.announced)[channel == Channel::kSms ? 0 : 1] : Look(row, channel);
@@ -143,8 +151,6 @@ void Ledger::CheckContent(const Row& row, const Delivery& delivery) {
   since_ = clock_.Today();
 }
 
-/// Customers with a due row of which one half arrived.
-/// \param otherFailed  and a server refused the other one
 std::set<int> Ledger::HalfDelivered(bool otherFailed) const {
   std::set<int> customers;
   for (const Row& row : rows) {

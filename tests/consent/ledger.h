@@ -47,17 +47,25 @@ class Ledger final : public Postbox {
   /// A query has replaced the rows.
   void Take(std::vector<Row> selected);
   [[nodiscard]] Row* Find(qint64 record);
+  [[nodiscard]] Row* Whose(const Delivery& delivery);
   [[nodiscard]] bool Holds(const char* rule) const { return !leftOut_.contains(QLatin1String(rule)); }
 
   // What a run does.
   void RunBegins();
   /// The program is about to announce a message of a row: what the customer says now counts.
   void Announces(qint64 record);
+  /// What is true of a message now.
+  [[nodiscard]] Announcement Look(const Row& row, Channel channel) const;
   void RowStarts(qint64 record);
   void Received(const Delivery& delivery, Outcome outcome, bool arrived) override;
+  /// A mail server refused this recipient before it was given a message.
+  void Refused(const QString& address);
   /// Question 1 was asked.
   /// \param customers  how many it named
   void AskedToRepeat(int customers, bool yes);
+  /// Customers with a due row of which one half arrived.
+  /// \param otherFailed  and a server refused the other one
+  [[nodiscard]] std::set<int> HalfDelivered(bool otherFailed) const;
   /// A message of this row was on its way when its process ended, or when another run looked.
   void MayBeInDoubt(qint64 record);
   void RunEnds(const RunReport& report, const std::vector<StoredRow>& stored);
@@ -66,9 +74,6 @@ class Ledger final : public Postbox {
   [[nodiscard]] int Arrived() const { return arrived_; }
 
  private:
-  [[nodiscard]] Row* Whose(const Delivery& delivery);
-  [[nodiscard]] std::set<int> HalfDelivered(bool otherFailed) const;
-  [[nodiscard]] Announcement Look(const Row& row, Channel channel) const;
   void CheckAnnounced(Row& row, Channel channel);
   void CheckContent(const Row& row, const Delivery& delivery);
   void CheckMark(Row& row, const StoredRow& stored);

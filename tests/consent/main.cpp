@@ -4,8 +4,9 @@
 #include <QCoreApplication>
 #include <chrono>
 #include <cstdio>
+#include <memory>
 
-#include "consent/round.h"
+#include "consent/real_round.h"
 
 namespace {
 
@@ -16,12 +17,13 @@ void Print(const QString& line) {
   std::fflush(stdout);
 }
 
-void PrintFailure(const RoundWishes& wishes, int number, const Story& story) {
+void PrintFailure(const RoundWishes& wishes, int number, int realEvery, const Story& story) {
   Print(QStringLiteral("Round %1 of seed %2 broke a rule. What happened:").arg(number).arg(wishes.seed));
   for (const QString& line : story.Lines())
     Print(QStringLiteral("  ") + line);
   QString again = QStringLiteral("consent_rounds --seed %1 --round %2").arg(wishes.seed).arg(number);
   if (wishes.customers > 0) again += QStringLiteral(" --customers %1").arg(wishes.customers);
+  if (realEvery > 0) again += QStringLiteral(" --real-every %1").arg(realEvery);
   for (const QString& rule : wishes.leftOut)
     again += QStringLiteral(" --leave-out ") + rule;
   Print(QStringLiteral("To see it again: ") + again);
@@ -37,11 +39,13 @@ int main(int argc, char** argv) {
   int first = 1;
   int only = 0;
   bool story = false;
+  int realEvery = 0;
   std::vector<std::string> leftOut;
   command.add_option("--rounds", rounds, "How many");
   command.add_option("--first", first, "Number of the first");
   command.add_option("--seed", wishes.seed, "Another seed: other rounds");
   command.add_option("--round", only, "This round alone");
+  command.add_option("--real-every", realEvery, "Every Nth round with the real program and the sandbox (0: none)");
   command.add_option("--customers", wishes.customers, "Customers of each garage (default: 3 to 45)");
   command.add_option("--leave-out", leftOut, "A rule that is not held, to look for the next fault while one is open");
   command.add_flag("--story", story, "Tell what happened in every round");
@@ -54,11 +58,17 @@ int main(int argc, char** argv) {
   }
   const auto start = std::chrono::steady_clock::now();
   RoundCounts counts;
+  std::unique_ptr<qbx::test::SandboxProcess> sandbox;
   for (int number = first; number < first + rounds; ++number) {
     Story told;
-    counts += PlayRound(wishes, number, told);
+    if (realEvery > 0 && number % realEvery == 0) {
+      if (!sandbox) sandbox = std::make_unique<qbx::test::SandboxProcess>();
+      counts += PlayRealRound(wishes, number, *sandbox, told);
+    } else {
+      counts += PlayRound(wishes, number, told);
+    }
     if (told.Failed()) {
-      PrintFailure(wishes, number, told);
+      PrintFailure(wishes, number, realEvery, told);
       return 1;
     }
     for (const QString& line : story ? told.Lines() : QStringList())

@@ -1,15 +1,12 @@
 #include "consent/round.h"
 
-#include <QFile>
-
 #include "consent/desk_user.h"
+#include "consent/garage_folder.h"
 #include "consent/host_program.h"
 #include "consent/make_world.h"
 #include "consent/stored_rows.h"
 #include "consent/watch.h"
 #include "consent/weather.h"
-#include "hostdb/host_database.h"
-#include "support/temp_folder.h"
 
 namespace qbx::consent {
 namespace {
@@ -19,29 +16,6 @@ constexpr char kComputer[] = "WORKSHOP-PC";
 
 /// After which a claim of another computer is void.
 constexpr qint64 kLongSilence = qint64{CampaignClaim::kSilence + 1} * 60;
-
-/// Streams of the numbers of a round.
-constexpr quint64 kStreams = 100;
-
-/// An empty host database, made once and copied for each round.
-const QByteArray& EmptyDatabase() {
-  static const QByteArray bytes = [] {
-    const test::TempFolder folder;
-    const QString path = folder.File(QStringLiteral("empty.db"));
-    if (const auto problem = CreateHostDatabase(path, ExistingFile::kRefuse)) qFatal("%s", qPrintable(*problem));
-    QFile file(path);
-    (void)file.open(QIODevice::ReadOnly);
-    return file.readAll();
-  }();
-  return bytes;
-}
-
-QString NewDatabase(const QString& folder) {
-  QFile file(folder + u'/' + QLatin1String(kDatabaseFile));
-  if (!file.open(QIODevice::WriteOnly) || file.write(EmptyDatabase()) < 0)
-    qFatal("no database in %s", qPrintable(folder));
-  return file.fileName();
-}
 
 MailshotTemplates MakeTemplates(RandomSource& random) {
   static const QStringList kPieces = {
@@ -67,14 +41,13 @@ class Round {
  public:
   Round(const RoundWishes& wishes, int number, Story& story)
       : story_(story),
-        seed_(wishes.seed * 1000003U + static_cast<quint64>(number)),
-        random_(seed_, kStreams),
+        seed_(RoundSeed(wishes.seed, number)),
+        random_(seed_, 100),
         world_(MakeGarage(wishes)),
         ledger_(world_, story, around_.clock, wishes.leftOut),
         gateway_(ledger_, seed_),
         mail_(ledger_, seed_),
-        file_(NewDatabase(folder_.Path())),
-        host_(world_, ledger_, story, file_, seed_) {
+        host_(world_, ledger_, story, folder_.DatabaseFile(), seed_) {
     around_.folder = folder_.Path();
     around_.gateway = &gateway_;
     around_.mail = &mail_;
@@ -129,13 +102,12 @@ class Round {
   Story& story_;
   quint64 seed_;
   RandomSource random_;
-  test::TempFolder folder_;
+  GarageFolder folder_;
   Surroundings around_;
   World world_;
   Ledger ledger_;
   FakeGateway gateway_;
   FakeMail mail_;
-  QString file_;
   HostProgram host_;
   Settings seen_;  ///< the options as the first user's program knows them
   QueryPlan plan_;
@@ -143,7 +115,8 @@ class Round {
   std::unique_ptr<DeskUser> other_;
   Watch* watch_ = nullptr;
   Mailshot* run_ = nullptr;
-  QDate today_;  ///< when the present run began
+  bool takenOver_ = false;  ///< the present run lost its claim to another computer
+  QDate today_;             ///< when the present run began
   int campaign_ = 0;
   bool saved_ = false;
   RoundCounts counts_;
@@ -319,6 +292,7 @@ std::vector<Watch::Disturbance> Round::MakeDisturbances() {
 void Round::DisturbedRun() {
   story_.Tell(QStringLiteral("PAT sends"));
   today_ = around_.clock.Today();
+  takenOver_ = false;
   const int trouble = random_.Chance(50) ? 0 : random_.Pick(std::array{3, 10, 30});
   gateway_.weather.Set(trouble);
   mail_.weather.Set(trouble);
@@ -341,6 +315,7 @@ void Round::DisturbedRun() {
 
 /// Somebody else wants to send the campaign that is being sent.
 void Round::OtherSends() {
+  if (takenOver_ || around_.clock.Today() != today_) return;  // after such a silence a claim is void
   DeskUser& other = Other();
   story_.Tell(QStringLiteral("  JO wants to send too"));
   MailshotObserver nobody;
@@ -352,6 +327,7 @@ void Round::OtherSends() {
 void Round::OtherTakesOver(bool onItsWay) {
   if (other_ && other_->app.host.ComputerName() == QLatin1String(kComputer)) return;
   story_.Tell(QStringLiteral("  silence; JO takes over"));
+  takenOver_ = true;
   if (!other_) {
     other_ = std::make_unique<DeskUser>(around_, story_, QStringLiteral("JO"), QLatin1String(kOtherComputer));
     if (!other_->Load(campaign_)) story_.Fault(QStringLiteral("the campaign could not be loaded"));
