@@ -1,0 +1,18 @@
+// A plan as the words of the command line.
+
+#pragma once
+
+#include "consent/query_plan.h"
+#include "dispatch/mailshot_checks.h"
+
+namespace qbx::consent {
+
+/// A filter that a command line has no word for (ticked, with no condition chosen) is unticked.
+void KeepToCommandLine(QueryPlan& plan);
+
+/// "query --query ... --save Round".
+[[nodiscard]] QStringList QueryWords(const QueryPlan& plan, const MailshotTemplates& templates);
+/// "--send-by sms=0 ...", empty when no channel has a rule.
+[[nodiscard]] QStringList SendByWords(const SendMethods& methods);
+
+}  // namespace qbx::consent

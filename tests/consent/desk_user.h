@@ -1,0 +1,81 @@
+// A user at a desk: the whole program but its windows, on the garage's database.
+
+#pragma once
+
+#include <memory>
+
+#include "consent/query_plan.h"
+#include "consent/round_ui.h"
+#include "startup/application.h"
+#include "support/fakes.h"
+#include "support/fixed_clock.h"
+#include "support/memory_registry_store.h"
+#include "wizard/campaign_desk.h"
+
+namespace qbx::consent {
+
+/// What every desk of a garage shares.
+struct Surroundings {
+  QString folder;  ///< of the program, with the database
+  test::FixedClock clock;
+  QHash<qint64, qint64> processes = {};  ///< that live, number to start
+  HttpClient* gateway = nullptr;
+  MailTransport* mail = nullptr;
+};
+
+/// A computer of the garage: its processes are those of the surroundings.
+class Computer final : public HostInfo {
+ public:
+  Computer(const Surroundings& surroundings, QString name, qint64 process)
+      : surroundings_(surroundings), name_(std::move(name)), process_(process) {}
+  [[nodiscard]] QString ComputerName() const override { return name_; }
+  [[nodiscard]] qint64 ProcessId() const override { return process_; }
+  [[nodiscard]] qint64 ProcessStart(qint64 id) const override { return surroundings_.processes.value(id, 0); }
+  /// The process is no more: what is taken down behind it gives nothing back.
+  void Die() { process_ = -1; }
+
+ private:
+  const Surroundings& surroundings_;
+  QString name_;
+  qint64 process_;
+};
+
+/// One process, from its start to its end.
+class DeskUser {
+ public:
+  DeskUser(Surroundings& surroundings, Story& story, const QString& user, const QString& computer);
+  ~DeskUser();
+  DeskUser(const DeskUser&) = delete;
+  DeskUser& operator=(const DeskUser&) = delete;
+
+  /// Ends without a word, as a crash does; only the destructor is left to be called.
+  void Die();
+  [[nodiscard]] const QString& User() const { return user_; }
+
+  /// Steps 1 and 2, as clicks do them. \return whether the program did the step
+  bool StepOne(const QueryPlan& plan);
+  bool StepTwo(const QueryPlan& plan);
+  bool RefreshStepTwo(const QueryPlan& plan);
+  /// "Next >" of step 3's page before, then the templates; keeps the campaign under a name.
+  bool Save(const QString& name, const MailshotTemplates& templates);
+  bool Load(int campaign);
+  [[nodiscard]] int Campaign() const { return app.campaign.record.ID; }
+
+ private:
+  Surroundings& surroundings_;
+  Story& story_;
+  QString user_;
+  qint64 process_;
+  test::MemoryRegistryStore registry_;
+  test::FakeServices services_;
+  test::FakeShell shell_;
+  SendEmailView view_;
+  Computer computer_;
+
+ public:
+  RoundUi ui;
+  Application app;
+  std::unique_ptr<CampaignDesk> desk;  ///< made once the application was started
+};
+
+}  // namespace qbx::consent

@@ -1,0 +1,36 @@
+// The host product beside the program: it changes customers, options and rows behind the program's back.
+
+#pragma once
+
+#include "consent/ledger.h"
+#include "consent/store_world.h"
+
+namespace qbx::consent {
+
+/// Every change is made in the database and in the model.
+class HostProgram {
+ public:
+  HostProgram(World& world, Ledger& ledger, Story& story, const QString& file, quint64 seed)
+      : world_(world), ledger_(ledger), story_(story), random_(seed, 21), file_(file) {}
+
+  /// A customer takes back an answer (or gives one), is set to "No Marketing" or deleted; or an option is switched on.
+  void Withdraw();
+  /// Another program deletes a row, takes its flag away or marks it.
+  void ChangeRow();
+
+  [[nodiscard]] RandomSource& Random() { return random_; }
+  [[nodiscard]] sqlite3* Database() const { return file_.Handle(); }
+
+ private:
+  [[nodiscard]] Customer* Choose();
+  void WithdrawOne(Customer& customer);
+  void Disturb(int customer);
+
+  World& world_;
+  Ledger& ledger_;
+  Story& story_;
+  RandomSource random_;
+  SqliteFile file_;
+};
+
+}  // namespace qbx::consent

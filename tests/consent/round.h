@@ -1,0 +1,34 @@
+// One round: a garage, a campaign, and everything that can happen to it.
+
+#pragma once
+
+#include "consent/story.h"
+
+namespace qbx::consent {
+
+struct RoundWishes {
+  quint64 seed = 1;
+  int customers = 0;         ///< of the garage; 0: a few
+  QStringList leftOut = {};  ///< rules that are not held
+};
+
+/// What a round held against the rules.
+struct RoundCounts {
+  qint64 rows = 0;
+  qint64 arrived = 0;
+  qint64 runs = 0;
+  qint64 deaths = 0;
+
+  RoundCounts& operator+=(const RoundCounts& other) {
+    rows += other.rows;
+    arrived += other.arrived;
+    runs += other.runs;
+    deaths += other.deaths;
+    return *this;
+  }
+};
+
+/// Plays a round. It is the same whenever seed, number and customers are.
+RoundCounts PlayRound(const RoundWishes& wishes, int number, Story& story);
+
+}  // namespace qbx::consent

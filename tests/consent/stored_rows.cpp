@@ -1,0 +1,90 @@
+#include "consent/stored_rows.h"
+
+#include <map>
+
+#include "hostdb/sqlite_file.h"
+
+namespace qbx::consent {
+namespace {
+
+constexpr char kRows[] =
+    "SELECT r.RecordID, r.Customer, ifnull(r.Vehicle, ''), r.Send_SMS, r.Send_Email, r.Send_Letter, r.Processed, "
+    "(SELECT State FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 1), "
+    "(SELECT State FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 2) "
+    "FROM [Campaign Results] r WHERE CampaignID = ?";
+
+JournalState StateAt(sqlite3_stmt* statement, int column) {
+  if (sqlite3_column_type(statement, column) == SQLITE_NULL) return JournalState::kNone;
+  return static_cast<JournalState>(sqlite3_column_int(statement, column));
+}
+
+QString Flags(bool sms, bool mail, bool letter) {
+  return QStringLiteral("text %1, e-mail %2, letter %3").arg(sms).arg(mail).arg(letter);
+}
+
+}  // namespace
+
+std::vector<StoredRow> ReadRows(sqlite3* database, int campaign) {
+  std::vector<StoredRow> rows;
+  sqlite3_stmt* statement = nullptr;
+  if (sqlite3_prepare_v2(database, kRows, -1, &statement, nullptr) != SQLITE_OK) throw SqliteFailure(database);
+  sqlite3_bind_int(statement, 1, campaign);
+  while (sqlite3_step(statement) == SQLITE_ROW) {
+    StoredRow row;
+    row.record = sqlite3_column_int64(statement, 0);
+    row.customer = sqlite3_column_int(statement, 1);
+    row.vehicle = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 2)));
+    row.sms = sqlite3_column_int(statement, 3) == 1;
+    row.mail = sqlite3_column_int(statement, 4) == 1;
+    row.letter = sqlite3_column_int(statement, 5) == 1;
+    row.processed = sqlite3_column_int(statement, 6) == 1;
+    row.journal = {StateAt(statement, 7), StateAt(statement, 8)};
+    rows.push_back(row);
+  }
+  sqlite3_finalize(statement);
+  return rows;
+}
+
+std::vector<Row> CompareSelection(const std::vector<StoredRow>& stored, const std::vector<Picked>& picked,
+                                  const QString& step, Story& story) {
+  std::map<std::pair<int, QString>, qint64> keys;
+  for (const StoredRow& row : stored) {
+    if (!keys.emplace(std::pair(row.customer, row.vehicle), row.record).second)
+      story.Fault(step + QStringLiteral(" gave customer %1 %2 twice").arg(row.customer).arg(row.vehicle));
+    if (row.sms || row.mail || row.letter || row.processed)
+      story.Fault(step + QStringLiteral(" gave row %1 with a flag").arg(row.record));
+  }
+  std::vector<Row> rows;
+  for (const Picked& one : picked) {
+    Row row = MakeRow(one);
+    const auto found = keys.find(std::pair(row.customer, row.vehicle));
+    if (found == keys.end()) {
+      story.Fault(step + QStringLiteral(" left out ") + row.Name());
+      continue;
+    }
+    row.record = found->second;
+    keys.erase(found);
+    rows.push_back(std::move(row));
+  }
+  for (const auto& [key, record] : keys)
+    story.Fault(step + QStringLiteral(" gave customer %1 %2, who MAY NOT BE CONTACTED or does not fit")
+                           .arg(key.first)
+                           .arg(key.second));
+  return rows;
+}
+
+void CompareFlags(const std::vector<StoredRow>& stored, Ledger& ledger, Story& story) {
+  for (const StoredRow& now : stored) {
+    const Row* row = ledger.Find(now.record);
+    if (row == nullptr) {
+      story.Fault(QStringLiteral("row %1 is new").arg(now.record));
+      continue;
+    }
+    const QString is = Flags(now.sms, now.mail, now.letter);
+    const QString mustBe = Flags(row->sms.wanted, row->mail.wanted, row->letter);
+    if (is != mustBe)
+      story.Fault(row->Name() + QStringLiteral(" has the flags ") + is + QStringLiteral("; they must be ") + mustBe);
+  }
+}
+
+}  // namespace qbx::consent
