@@ -27,8 +27,14 @@ std::optional<CreditNeed> CreditEstimate::EstimateSMSCredits(int campaignId, con
 }
 
 std::optional<CreditNeed> CreditEstimate::Add(const Wish& wish) {
-  const QHash<qint64, JournalEntry> journal = SendJournal(statements_.Shared(), {}).Read(wish.campaignId);
-  const QHash<qint64, RowRefusals> refusals = SendRefusals(statements_.Shared()).OfCampaign(wish.campaignId);
+  const auto fails = [this, &wish](Recordset& answer, const char* procedure) {
+    return statements_.dbOpenRec(answer, QStringLiteral("%1 (%2)").arg(QLatin1String(procedure)).arg(wish.campaignId));
+  };
+  Recordset onRecord;
+  Recordset refused;
+  if (fails(onRecord, "proc_selp_Send_Journal") || fails(refused, "proc_selp_Send_Refusals")) return std::nullopt;
+  const QHash<qint64, JournalEntry> journal = SendJournal::Entries(std::move(onRecord));
+  const QHash<qint64, RowRefusals> refusals = SendRefusals::Refusals(std::move(refused));
   Recordset rows;
   if (statements_.dbOpenRec(rows, SelectEstimateRows(wish.campaignId), CursorType::kForwardOnly, LockType::kReadOnly,
                             kOptionUnspecified, CursorLocation::kServer)) {

@@ -10,8 +10,11 @@ SendJournal::SendJournal(Connection& connection, QString user)
       forget_(connection, "proc_delp_Send_Journal") {}
 
 QHash<qint64, JournalEntry> SendJournal::Read(int campaignId) {
+  return Entries(read_.Open({{"@CampaignID", campaignId}}));
+}
+
+QHash<qint64, JournalEntry> SendJournal::Entries(Recordset rows) {
   QHash<qint64, JournalEntry> entries;
-  Recordset rows = read_.Open({{"@CampaignID", campaignId}});
   entries.reserve(rows.RecordCount());
   const int record = rows.ColumnIndex(QStringLiteral("RecordID"));
   const int channel = rows.ColumnIndex(QStringLiteral("Channel"));

@@ -43,6 +43,9 @@ struct JournalEntry {
 /// until a person settles it. Calls throw DatabaseError.
 class SendJournal {
  public:
+  /// The entries in the rows that the host returns for a campaign, by the key of the row.
+  [[nodiscard]] static QHash<qint64, JournalEntry> Entries(Recordset rows);
+
   SendJournal(Connection& connection, QString user);
 
   /// Reads all entries of a campaign.

@@ -2,21 +2,6 @@
 
 namespace qbx {
 
-namespace {
-
-QHash<qint64, RowRefusals> ReadRefusals(Recordset rows) {
-  QHash<qint64, RowRefusals> refusals;
-  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
-    const auto refusal = [&rows](const char* column) {
-      return static_cast<Refusal>(rows.Field(QString::fromLatin1(column)).ToInt());
-    };
-    refusals.insert(rows.Field(QStringLiteral("RecordID")).ToInt(), {refusal("SMS_Refusal"), refusal("Email_Refusal")});
-  }
-  return refusals;
-}
-
-}  // namespace
-
 QString RefusalText(Refusal refusal, Channel channel) {
   switch (refusal) {
     case Refusal::kCustomerGone:
@@ -39,12 +24,23 @@ QString RefusalText(Refusal refusal, Channel channel) {
 SendRefusals::SendRefusals(Connection& connection)
     : row_(connection, "proc_selp_Send_Refusal"), campaign_(connection, "proc_selp_Send_Refusals") {}
 
+QHash<qint64, RowRefusals> SendRefusals::Refusals(Recordset rows) {
+  QHash<qint64, RowRefusals> refusals;
+  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
+    const auto refusal = [&rows](const char* column) {
+      return static_cast<Refusal>(rows.Field(QString::fromLatin1(column)).ToInt());
+    };
+    refusals.insert(rows.Field(QStringLiteral("RecordID")).ToInt(), {refusal("SMS_Refusal"), refusal("Email_Refusal")});
+  }
+  return refusals;
+}
+
 RowRefusals SendRefusals::OfRow(qint64 recordId) {
-  return ReadRefusals(row_.Open({{"@RecordID", recordId}})).value(recordId);
+  return Refusals(row_.Open({{"@RecordID", recordId}})).value(recordId);
 }
 
 QHash<qint64, RowRefusals> SendRefusals::OfCampaign(int campaignId) {
-  return ReadRefusals(campaign_.Open({{"@CampaignID", campaignId}}));
+  return Refusals(campaign_.Open({{"@CampaignID", campaignId}}));
 }
 
 }  // namespace qbx

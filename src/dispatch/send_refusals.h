@@ -36,6 +36,9 @@ struct RowRefusals {
 /// by itself; this says why. Calls throw DatabaseError.
 class SendRefusals {
  public:
+  /// The refusals in the rows that the host returns, by the key of the row.
+  [[nodiscard]] static QHash<qint64, RowRefusals> Refusals(Recordset rows);
+
   explicit SendRefusals(Connection& connection);
 
   [[nodiscard]] RowRefusals OfRow(qint64 recordId);

@@ -10,8 +10,9 @@ class Results : public ::testing::Test, public test::EmbeddedHost {
  protected:
   using EmbeddedHost::Run;
 
-  /// Adds a row and returns its key.
+  /// Adds a row of a customer who has nothing against messages, and returns its key.
   qint64 AddRow(int campaign, const char* flags = "0, 0, 0, 0") {
+    Run("INSERT INTO Customers (Customer) SELECT 7 WHERE NOT EXISTS (SELECT 1 FROM Customers)");
     Run(QStringLiteral(
             "INSERT INTO [Campaign Results] (CampaignID, Customer, Send_SMS, Send_Email, Send_Letter, Processed) "
             "VALUES (%1, 7, %2)")

@@ -48,7 +48,8 @@ TEST(CurlHttpClient, TellsRefusalsFromRequestsInDoubt) {
   };
   const Case cases[] = {
       {"HTTP/1.1 404 Not Found\r\nContent-Length: 0\r\n\r\n", false, "404"},
-      {"HTTP/1.1 500 Oh\r\nContent-Length: 2\r\n\r\nno", false, "500"},
+      {"HTTP/1.1 500 Oh\r\nContent-Length: 2\r\n\r\nno", true, "500"},
+      {"HTTP/1.1 503 Oh\r\nContent-Length: 2\r\n\r\nno", false, "503"},
       {"HTTP/1.1 302 Found\r\nLocation: /else\r\nContent-Length: 0\r\n\r\n", false, "302"},
       {"HTTP/1.1 200 OK\r\nContent-Length: 20\r\n\r\nbroken of", true, "did not answer completely"},
       {"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n5\r\nbroke", true, "did not answer completely"},
