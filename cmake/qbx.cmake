@@ -12,7 +12,7 @@ if(QBX_SANITIZE)
 endif()
 
 # The headers that nearly every file includes are compiled once and shared.
-file(WRITE ${CMAKE_BINARY_DIR}/pch/pch.cpp "")
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/pch/pch.cpp CONTENT "")
 add_library(qbx_pch STATIC ${CMAKE_BINARY_DIR}/pch/pch.cpp)
 target_link_libraries(qbx_pch PUBLIC qbx_options Qt6::Core)
 target_precompile_headers(qbx_pch PRIVATE <QDateTime> <QHash> <QString> <QStringList> <QVariant> <functional> <memory> <optional>
