@@ -12,11 +12,20 @@ if(QBX_SANITIZE)
 endif()
 
 # The headers that nearly every file includes are compiled once and shared.
-file(WRITE ${CMAKE_BINARY_DIR}/pch/pch.cpp "")
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/pch/pch.cpp CONTENT "")
 add_library(qbx_pch STATIC ${CMAKE_BINARY_DIR}/pch/pch.cpp)
 target_link_libraries(qbx_pch PUBLIC qbx_options Qt6::Core)
 target_precompile_headers(qbx_pch PRIVATE <QDateTime> <QHash> <QString> <QStringList> <QVariant> <functional> <memory> <optional>
                           <string> <variant> <vector>)
+
+# qbx_reuse_pch(<target> <pch target>) lets the target share the headers that <pch target> compiled.
+function(qbx_reuse_pch target from)
+  if(QBX_PCH)
+    target_precompile_headers(${target} REUSE_FROM ${from})
+  elseif(from STREQUAL "qbx_widgets_pch")
+    target_compile_options(${target} PRIVATE -include QtWidgets)  # what the shared header gives otherwise
+  endif()
+endfunction()
 
 # qbx_library(<folder>) makes the library qbx_<folder> from every .cpp beside the caller. A folder of headers only becomes an
 # interface library, so that the others can link it all the same. A main.cpp is left to qbx_program.
@@ -26,9 +35,7 @@ function(qbx_library name)
   if(sources)
     add_library(qbx_${name} STATIC ${sources})
     target_link_libraries(qbx_${name} PUBLIC qbx_options Qt6::Core)
-    if(QBX_PCH)
-      target_precompile_headers(qbx_${name} REUSE_FROM qbx_pch)
-    endif()
+    qbx_reuse_pch(qbx_${name} qbx_pch)
   else()
     add_library(qbx_${name} INTERFACE)
     target_link_libraries(qbx_${name} INTERFACE qbx_options Qt6::Core)
@@ -50,11 +57,7 @@ function(qbx_ui_library name)
   add_library(qbx_${name}_ui STATIC ${sources} ${form_headers})
   target_include_directories(qbx_${name}_ui SYSTEM PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
   target_link_libraries(qbx_${name}_ui PUBLIC qbx_options Qt6::Core Qt6::Gui Qt6::Widgets)
-  if(QBX_PCH)
-    target_precompile_headers(qbx_${name}_ui REUSE_FROM qbx_widgets_pch)
-  else()
-    target_compile_options(qbx_${name}_ui PRIVATE -include QtWidgets)  # what the shared header gives otherwise
-  endif()
+  qbx_reuse_pch(qbx_${name}_ui qbx_widgets_pch)
 endfunction()
 
 # qbx_links(<folder> PUBLIC ... PRIVATE ...) is target_link_libraries that also takes an interface library.
@@ -82,6 +85,7 @@ function(qbx_tests name)
   if(sources)
     add_executable(${name}_test ${sources})
     target_link_libraries(${name}_test PRIVATE ${arg_LINKS} qbx_test_support)
+    qbx_reuse_pch(${name}_test qbx_test_pch)
     gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
   endif()
 endfunction()
