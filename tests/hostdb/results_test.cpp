@@ -165,7 +165,7 @@ TEST_F(Results, DoubtIsSettledForOneRowOrForAll) {
             .arg(record)
             .arg(text));
   }
-  Note(elsewhere, 4, 1, 0);
+  Run(QStringLiteral("INSERT INTO Send_Journal VALUES (%1, 1, 0, 4, 'A', GetDate())").arg(elsewhere));
   Run(QStringLiteral("proc_updp_Send_Journal_Doubt 3, %1, 0, 'PAT'").arg(half));
   EXPECT_EQ(Journal(half), QStringList({QStringLiteral("1|1")}));
   Run(QStringLiteral("proc_updp_Send_Journal_Doubt 3, 0, 1, 'PAT'"));
