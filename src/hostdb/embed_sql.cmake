@@ -1,4 +1,4 @@
-# Writes OUTPUT, a C++ file that holds every schema/*.sql and procedures/*.sql of SOURCE as text. Run as a script.
+# Writes OUTPUT, a C++ file that holds every .sql file below schema, procedures and upgrades of SOURCE as text. Run as a script.
 #
 # A line "-- @include NAME" is replaced by fragments/NAME.sql without the comment at its top, indented as that line is. Fragments may include
 # others.
@@ -45,23 +45,26 @@ function(refuse_unused_fragments)
   endforeach()
 endfunction()
 
-set(content "// Made from schema/*.sql and procedures/*.sql by embed_sql.cmake.\n\n#include \"hostdb/embedded_sql.h\"\n\nnamespace qbx {\n\n")
-foreach(kind Schema Procedure)
-  if(kind STREQUAL "Schema")
-    file(GLOB files ${SOURCE}/schema/*.sql)
-  else()
-    file(GLOB files ${SOURCE}/procedures/*.sql)
-  endif()
+set(content "// Made from the .sql files by embed_sql.cmake.\n\n#include \"hostdb/embedded_sql.h\"\n\nnamespace qbx {\n\n")
+set(objects "")
+set(kinds Schema Procedure Upgrade)
+set(folders schema procedures upgrades)
+foreach(kind folder IN ZIP_LISTS kinds folders)
+  file(GLOB files ${SOURCE}/${folder}/*.sql)
   list(SORT files)
   string(APPEND content "static constexpr EmbeddedSql k${kind}Files[] = {\n")
   foreach(file ${files})
     get_filename_component(name ${file} NAME_WE)
     file(READ ${file} text)
-    put_fragments_in(${file} text)
+    if(NOT folder STREQUAL "upgrades")  # what is in a fragment may change, what an upgrade does may not
+      put_fragments_in(${file} text)
+      string(APPEND objects "${text}")
+    endif()
     string(APPEND content "    {\"${name}\", R\"embedded_sql(${text})embedded_sql\"},\n")
   endforeach()
   string(APPEND content "};\n\nstd::span<const EmbeddedSql> ${kind}Files() { return k${kind}Files; }\n\n")
 endforeach()
 refuse_unused_fragments()
-string(APPEND content "}  // namespace qbx\n")
+string(SHA1 fingerprint "${objects}")
+string(APPEND content "const char* ObjectsFingerprint() { return \"${fingerprint}\"; }\n\n}  // namespace qbx\n")
 file(WRITE ${OUTPUT} "${content}")

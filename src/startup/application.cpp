@@ -1,6 +1,6 @@
 #include "startup/application.h"
 
-#include "hostdb/host_database.h"
+#include "hostdb/database_upgrade.h"
 #include "platform/curl_http_client.h"
 #include "platform/curl_mail_transport.h"
 #include "platform/file_names.h"
@@ -88,7 +88,7 @@ Application::Application(const ApplicationSetup& setup)
                                                                           .totalSeconds = service.mailTimeout});
                   })),
       registry({registryStore, diagnostics, registryFailures}, startup),
-      engine(startup.ProgramFolder, clock, RefreshProcedures),
+      engine(startup.ProgramFolder, clock, KeepUpToDate),
       connection(setup.wrapSessions ? setup.wrapSessions(Sessions(engine)) : Sessions(engine)),
       events(connection, eventContext, log),
       interpretation(eventContext, events, lastError, diagnostics),
