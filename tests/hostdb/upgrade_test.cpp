@@ -116,6 +116,22 @@ TEST_F(OldGarage, OpensWithEveryRowAndIsLikeANewOne) {
   EXPECT_FALSE(QFile::exists(Copy(NewestFileNumber()))) << "nothing was to be done";
 }
 
+TEST_F(OldGarage, KeysThatDifferInTrailingBlanksBecomeOne) {
+  // Written with the order of that time: built in, blanks count.
+  sqlite3* plain = nullptr;
+  ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &plain), SQLITE_OK);
+  sqlite3_exec(plain, "INSERT INTO _OptionsUser (UserId) VALUES ('jo\t'), ('jo   '), ('Pat  '), ('pat x')", nullptr,
+               nullptr, nullptr);
+  sqlite3_close(plain);
+  ASSERT_EQ(Open(), 0) << refusal.toStdString();
+  EXPECT_EQ(Rows(path, "SELECT UserId FROM _OptionsUser ORDER BY rowid"),
+            (QByteArrayList{"Pat", "Jo", "jo\t", "pat x"}));
+  EXPECT_EQ(Rows(path, "SELECT UserId FROM _OptionsUser WHERE UserId = 'PAT '"), QByteArrayList{"Pat"});
+  EXPECT_EQ(Rows(path, "SELECT Contact FROM Letters WHERE SessionID = 'a' ORDER BY LetterID"),
+            (QByteArrayList{"y", "z"}));
+  EXPECT_EQ(Rows(path, "PRAGMA integrity_check"), QByteArrayList{"ok"});
+}
+
 TEST_F(OldGarage, ANewerOneIsRefusedWithItsNumber) {
   Rows(path,
        "ALTER TABLE _Version ADD COLUMN File_Number int; ALTER TABLE _Version ADD COLUMN Objects_Fingerprint text;"
