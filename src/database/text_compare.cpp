@@ -63,9 +63,17 @@ std::size_t CharacterStart(std::string_view left, std::string_view right, std::s
   return at;
 }
 
+std::string_view WithoutTrailingBlanks(std::string_view text) {
+  while (!text.empty() && text.back() == ' ')
+    text.remove_suffix(1);
+  return text;
+}
+
 }  // namespace
 
 int CompareNoCase(std::string_view left, std::string_view right) {
+  left = WithoutTrailingBlanks(left);
+  right = WithoutTrailingBlanks(right);
   const std::size_t common = std::min(left.size(), right.size());
   for (std::size_t i = SameStart(left.data(), right.data(), common); i < common; ++i) {
     const auto a = static_cast<unsigned char>(left[i]);
@@ -82,6 +90,7 @@ int CompareNoCase(std::string_view left, std::string_view right) {
 quint64 FoldedStart(std::string_view text) {
   constexpr unsigned kBits = 64;
   quint64 start = 0;
+  text = WithoutTrailingBlanks(text);
   for (unsigned shift = 8; shift <= kBits && !text.empty(); shift += 8) {
     const char32_t code = NextFolded(text);
     start |= quint64{std::min<char32_t>(code, 0x80)} << (kBits - shift);

@@ -7,7 +7,7 @@
 
 namespace qbx {
 
-/// Compares UTF-8 text without regard to case, by folded code point; fast while both are ASCII.
+/// Compares UTF-8 text without regard to case and to blanks at its end, by folded code point; fast while both are ASCII.
 /// \return below, at or above zero
 [[nodiscard]] int CompareNoCase(std::string_view left, std::string_view right);
 

@@ -25,8 +25,6 @@ Database Open(const QString& path, int flags) {
 
 /// Copies everything. \return the code of the last step: SQLITE_DONE when the copy is whole
 int CopyPages(sqlite3* from, sqlite3* to, const std::function<bool()>& cancelled) {
-  // Reading from one moment on: what is written meanwhile would begin the copy anew, for ever on a busy database.
-  sqlite3_exec(from, "BEGIN; SELECT 1 FROM sqlite_master LIMIT 1", nullptr, nullptr, nullptr);
   sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
   if (backup == nullptr) return sqlite3_errcode(to);
   int code = SQLITE_OK;
@@ -38,31 +36,22 @@ int CopyPages(sqlite3* from, sqlite3* to, const std::function<bool()>& cancelled
   return code == SQLITE_DONE && finished != SQLITE_OK ? finished : code;
 }
 
-int CopyFile(const QString& path, const QString& unfinished, const std::function<bool()>& cancelled) {
-  const Database from = Open(path, SQLITE_OPEN_READONLY);
-  const Database to = Open(unfinished, SQLITE_OPEN_READWRITE);
-  return from && to ? CopyPages(from.get(), to.get(), cancelled) : SQLITE_CANTOPEN;
-}
-
 bool SameFile(const QString& path, const QString& other) {
   return QFileInfo::exists(other) && QFileInfo(path).canonicalFilePath() == QFileInfo(other).canonicalFilePath();
 }
 
-}  // namespace
-
-CopyOutcome CopyHostDatabase(const QString& path, const QString& target, const std::function<bool()>& cancelled,
-                             QString& problem) {
-  if (SameFile(path, target)) {
-    problem = QStringLiteral("The database cannot be copied onto itself.");
-    return CopyOutcome::kFailed;
-  }
+/// Copies under a temporary name beside the target and renames what is whole.
+/// \param copy  fills the file of that name; returns SQLITE_DONE when the copy is whole
+CopyOutcome WriteCopy(const QString& target, const std::function<int(sqlite3* unfinished)>& copy,
+                      const std::function<bool()>& cancelled, QString& problem) {
   QTemporaryFile unfinished(target + QStringLiteral(".XXXXXX"));
   if (!unfinished.open()) {
     problem = QStringLiteral("The copy could not be written to %1 (%2).").arg(target, unfinished.errorString());
     return CopyOutcome::kFailed;
   }
   unfinished.close();
-  const int code = CopyFile(path, unfinished.fileName(), cancelled);
+  int code = SQLITE_CANTOPEN;
+  if (const Database to = Open(unfinished.fileName(), SQLITE_OPEN_READWRITE)) code = copy(to.get());
   if (code == SQLITE_DONE) {
     const QByteArray from = QFile::encodeName(unfinished.fileName());
     if (std::rename(from.constData(), QFile::encodeName(target).constData()) == 0) {
@@ -76,6 +65,30 @@ CopyOutcome CopyHostDatabase(const QString& path, const QString& target, const s
                 .arg(target, code == SQLITE_DONE ? QStringLiteral("the file cannot be replaced")
                                                  : QString::fromUtf8(sqlite3_errstr(code)));
   return CopyOutcome::kFailed;
+}
+
+}  // namespace
+
+CopyOutcome CopyHostDatabase(const QString& path, const QString& target, const std::function<bool()>& cancelled,
+                             QString& problem) {
+  if (SameFile(path, target)) {
+    problem = QStringLiteral("The database cannot be copied onto itself.");
+    return CopyOutcome::kFailed;
+  }
+  const auto copy = [&](sqlite3* to) -> int {
+    const Database from = Open(path, SQLITE_OPEN_READONLY);
+    if (!from) return SQLITE_CANTOPEN;
+    // Reading from one moment on: what is written meanwhile would begin the copy anew, for ever on a busy database.
+    sqlite3_exec(from.get(), "BEGIN; SELECT 1 FROM sqlite_master LIMIT 1", nullptr, nullptr, nullptr);
+    return CopyPages(from.get(), to, cancelled);
+  };
+  return WriteCopy(target, copy, cancelled, problem);
+}
+
+CopyOutcome CopyOpenDatabase(sqlite3* database, const QString& target, QString& problem) {
+  const auto never = [] { return false; };
+  return WriteCopy(
+      target, [&](sqlite3* to) { return CopyPages(database, to, never); }, never, problem);
 }
 
 }  // namespace qbx

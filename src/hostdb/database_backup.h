@@ -18,4 +18,7 @@ enum class CopyOutcome { kCopied, kCancelled, kFailed };
 [[nodiscard]] CopyOutcome CopyHostDatabase(const QString& path, const QString& target,
                                            const std::function<bool()>& cancelled, QString& problem);
 
+/// The same through a connection that has the database to itself. \return never kCancelled
+[[nodiscard]] CopyOutcome CopyOpenDatabase(sqlite3* database, const QString& target, QString& problem);
+
 }  // namespace qbx

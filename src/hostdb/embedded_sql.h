@@ -3,6 +3,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 namespace qbx {
 
@@ -11,8 +12,14 @@ struct EmbeddedSql {
   const char* text;
 };
 
-/// Both in the order of their names.
+/// All in the order of their names; those of upgrades begin with their numbers, of four digits.
 [[nodiscard]] std::span<const EmbeddedSql> SchemaFiles();
+/// The schema file that is applied behind the content: filling a table first and indexing it then is much faster.
+inline constexpr std::string_view kIndexFile = "indexes";
 [[nodiscard]] std::span<const EmbeddedSql> ProcedureFiles();
+[[nodiscard]] std::span<const EmbeddedSql> UpgradeFiles();
+
+/// Stands for the texts of every schema and procedure file: another text of any of them is another fingerprint.
+[[nodiscard]] const char* ObjectsFingerprint();
 
 }  // namespace qbx

@@ -9,15 +9,14 @@
 #include <filesystem>
 #include <string>
 
+#include "hostdb/database_upgrade.h"
 #include "hostdb/embedded_sql.h"
+#include "hostdb/installed_objects.h"
 #include "hostdb/sqlite_file.h"
 
 namespace qbx {
 
 namespace {
-
-/// The schema file that is applied behind the content: filling a table first and indexing it then is much faster.
-constexpr std::string_view kIndexFile = "indexes";
 
 QByteArray Line(const QByteArray& text, qsizetype from, qsizetype* next) {
   qsizetype end = text.indexOf('\n', from);
@@ -41,19 +40,6 @@ ProcedureFile TakeApart(const EmbeddedSql& file) {
   return procedure;
 }
 
-void StoreProcedures(sqlite3* database) {
-  SqliteStatement store(
-      database,
-      "INSERT INTO _Procedures (Name, Header, Body, Version) VALUES (?, ?, ?, ?) ON CONFLICT (Name) DO UPDATE SET "
-      "Header = excluded.Header, Body = excluded.Body, Version = excluded.Version");
-  for (const ProcedureFile& procedure : BuiltInProcedures())
-    store.Add(procedure.name.toStdString())
-        .Add(procedure.header.toStdString())
-        .Add(procedure.body.toStdString())
-        .Add(qint64{kHostProceduresVersion})
-        .Run();
-}
-
 void ApplySchema(sqlite3* database, bool indexes) {
   for (const EmbeddedSql& file : SchemaFiles())
     if ((file.name == kIndexFile) == indexes) ExecuteSql(database, file.text);
@@ -66,13 +52,14 @@ void Build(const QString& path, const std::function<HostDatabaseProblem(sqlite3*
   // Nobody sees this file until it is complete, so a journal would protect nothing.
   ExecuteSql(database, "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA cache_size = -65536; BEGIN");
   ApplySchema(database, false);
-  SqliteStatement(database, "INSERT INTO _Version VALUES (?, ?, ?)")
+  SqliteStatement(database, "INSERT INTO _Version VALUES (?, ?, ?, ?)")
       .Add(qint64{kHostSchemaVersion})
       .Add(qint64{kHostModuleVersion})
-      .Add(qint64{kHostProceduresVersion})
+      .Add(qint64{NewestFileNumber()})
+      .Add(ObjectsFingerprint())
       .Run();
   ExecuteSql(database, "INSERT INTO _Options (Options_Company) VALUES ('A')");
-  StoreProcedures(database);
+  PutObjectsBack(database, TakeObjectsAside(database), NewestFileNumber());
   if (fill && (*problem = fill(database))) return;
   ApplySchema(database, true);
   ExecuteSql(database, "COMMIT; PRAGMA journal_mode = WAL");
@@ -130,21 +117,6 @@ HostDatabaseProblem CreateHostDatabase(const QString& path, ExistingFile existin
   }
   if (problem) QFile::remove(building);
   return problem;
-}
-
-void RefreshProcedures(sqlite3* database) {
-  try {
-    {
-      SqliteStatement version(database, "SELECT Procedures_Version FROM _Version");
-      if (!version.Step() || version.IntegerAt(0) >= kHostProceduresVersion) return;
-    }
-    ExecuteSql(database, "BEGIN IMMEDIATE");
-    StoreProcedures(database);
-    SqliteStatement(database, "UPDATE _Version SET Procedures_Version = ?").Add(qint64{kHostProceduresVersion}).Run();
-    ExecuteSql(database, "COMMIT");
-  } catch (const SqliteFailure&) {
-    if (sqlite3_get_autocommit(database) == 0) sqlite3_exec(database, "ROLLBACK", nullptr, nullptr, nullptr);
-  }
 }
 
 std::vector<ProcedureFile> BuiltInProcedures() {

@@ -1,4 +1,4 @@
-// The embedded host database as a file: making an empty one, and keeping the procedures inside it up to date.
+// The embedded host database as a file: making one.
 
 #pragma once
 
@@ -12,11 +12,9 @@ struct sqlite3;
 
 namespace qbx {
 
-/// Versions that a database of this program carries: the host's schema, the level of this module (`Marketing_Version`),
-/// and the set of stored procedures (raise it whenever a file below procedures/ changes).
+/// Versions that a database of this program carries: the host's schema and the level of this module (`Marketing_Version`).
 inline constexpr int kHostSchemaVersion = 999;
 inline constexpr int kHostModuleVersion = 6;
-inline constexpr int kHostProceduresVersion = 3;
 
 /// What to do when the file is already there.
 enum class ExistingFile { kRefuse, kReplace };
@@ -32,12 +30,6 @@ using HostDatabaseProblem = std::optional<QString>;
 ///              problem that it returns gives all of it up
 [[nodiscard]] HostDatabaseProblem CreateHostDatabase(const QString& path, ExistingFile existing,
                                                      const std::function<HostDatabaseProblem(sqlite3*)>& fill = {});
-
-/// Brings the stored procedures up to this program's version when the database holds an older one; procedures that the
-/// database has besides are kept. Does nothing to a database of the same or a newer version, to one that is no host
-/// database and to one that cannot be written. Meant to be run on every opened connection; costs one small read when
-/// there is nothing to do.
-void RefreshProcedures(sqlite3* database);
 
 /// A procedure file, taken apart.
 struct ProcedureFile {

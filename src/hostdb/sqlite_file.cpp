@@ -77,4 +77,8 @@ qint64 SqliteStatement::IntegerAt(int column) const {
   return sqlite3_column_int64(statement_, column);
 }
 
+QByteArray SqliteStatement::TextAt(int column) const {
+  return QByteArray(reinterpret_cast<const char*>(sqlite3_column_text(statement_, column)));
+}
+
 }  // namespace qbx

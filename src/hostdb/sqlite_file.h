@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <memory>
 #include <stdexcept>
@@ -67,6 +68,7 @@ class SqliteStatement {
   /// \throws SqliteFailure
   bool Step();
   [[nodiscard]] qint64 IntegerAt(int column) const;
+  [[nodiscard]] QByteArray TextAt(int column) const;
 
  private:
   sqlite3* database_;

@@ -1,7 +1,7 @@
 #include "startup/application.h"
 
 #include "dispatch/replace_guard.h"
-#include "hostdb/host_database.h"
+#include "hostdb/database_upgrade.h"
 #include "platform/curl_http_client.h"
 #include "platform/curl_mail_transport.h"
 #include "platform/file_names.h"
@@ -89,7 +89,7 @@ Application::Application(const ApplicationSetup& setup)
                     return std::make_unique<CurlMailTransport>(service.caFile, limits, [this] { ui.PumpEvents(); });
                   })),
       registry({registryStore, diagnostics, registryFailures}, startup),
-      engine(startup.ProgramFolder, clock, RefreshProcedures),
+      engine(startup.ProgramFolder, clock, KeepUpToDate),
       connection(setup.wrapSessions ? setup.wrapSessions(Sessions(engine)) : Sessions(engine)),
       events(connection, eventContext, log),
       interpretation(eventContext, events, lastError, diagnostics),

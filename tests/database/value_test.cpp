@@ -86,6 +86,9 @@ TEST(CompareNoCaseTest, FoldsAllOfUnicode) {
   EXPECT_EQ(CompareNoCase("sevenbyÖtes", "sevenbyötes"),
             0);  // the difference lies inside a character, behind a whole word
   EXPECT_GT(CompareNoCase("sevenby\u2161x", "sevenby\u2170x"), 0);
+  EXPECT_EQ(CompareNoCase("Ö b  ", "ö B"), 0);  // blanks at the end do not count
+  EXPECT_EQ(CompareNoCase("   ", ""), 0);
+  EXPECT_EQ(FoldedStart("Ab "), FoldedStart("aB"));
   EXPECT_NE(CompareNoCase("a\xC3", "a"), 0);  // cut in the middle of a character
 }
 

@@ -172,17 +172,32 @@ TEST_F(HostDatabase, ADatabaseInUseIsNotReplaced) {
   EXPECT_EQ(Run(QStringLiteral("proc_sel_Marketing_Campaigns")).RecordCount(), 0);
 }
 
-TEST_F(HostDatabase, OlderProceduresAreBroughtUpToDate) {
-  const auto reopen = [this] { connection.Reopen(); };
-  // Taken away or changed at the same version: the database is right.
-  Run(QStringLiteral("DELETE FROM _Procedures WHERE Name = 'proc__OptionVersion'"));
+TEST_F(HostDatabase, ObjectsAreRenewedWhenOurTextChangesAndOnlyThen) {
+  const auto look = [this] {
+    return Rows(
+        QStringLiteral("SELECT (SELECT COUNT(*) FROM _Procedures WHERE Name = 'proc__OptionVersion'), "
+                       "(SELECT COUNT(*) FROM sqlite_master WHERE name = 'Campaign_Results_Count_Move'), "
+                       "(SELECT COUNT(*) FROM sqlite_master WHERE name IN ('Of_The_Host', 'Ours_Once'))"));
+  };
+  const auto reopen = [this](const char* installed) {
+    Run(QStringLiteral("UPDATE _Version SET Objects_Fingerprint = 'another'; UPDATE _Installed SET Fingerprint = "
+                       "'another' WHERE ") +
+        QLatin1String(installed));
+    connection.Reopen();
+  };
   Run(QStringLiteral(
+      "DELETE FROM _Procedures WHERE Name = 'proc__OptionVersion'; DROP TRIGGER Campaign_Results_Count_Move; "
+      "CREATE VIEW Of_The_Host AS SELECT 1 AS N; CREATE VIEW Ours_Once AS SELECT 2 AS N; "
       "INSERT INTO _Procedures VALUES ('proc_of_the_host', 'CREATE PROCEDURE proc_of_the_host', 'SELECT 5 AS N;', 1)"));
-  reopen();
-  EXPECT_THROW(connection.Driver().Execute(QStringLiteral("proc__OptionVersion")), DatabaseError);
-  Run(QStringLiteral("UPDATE _Version SET Procedures_Version = 0"));
-  reopen();
-  EXPECT_EQ(Rows(QStringLiteral("proc__OptionVersion")), QStringList(QStringLiteral("999|6")));
+  connection.Reopen();
+  EXPECT_EQ(look(), QStringList(QStringLiteral("0|0|2")));
+  reopen("Name = 'proc_selp__Option'");
+  EXPECT_EQ(look(), QStringList(QStringLiteral("0|0|2")))
+      << "what was taken away stays away while our text is the same";
+  Run(QStringLiteral(
+      "INSERT INTO _Installed VALUES ('view', 'Ours_Once', 'a text that the program no longer brings')"));
+  reopen("Name IN ('proc__OptionVersion', 'Campaign_Results_Count_Move')");
+  EXPECT_EQ(look(), QStringList(QStringLiteral("1|1|1")));
   EXPECT_EQ(Ask(QStringLiteral("proc_of_the_host")).ToInt(), 5);
 }
 

@@ -108,6 +108,16 @@ TEST_F(Results, ToggleFlipsTheFourFlagsAndNothingElse) {
   }
 }
 
+TEST_F(Results, WhatIsNotKnownOfMobileAndEmailIsEmpty) {
+  Run(QStringLiteral(
+      "INSERT INTO [Campaign Results] (RecordID, CampaignID, Mobile) VALUES (1, 3, NULL), (2, 3, '07700900001')"));
+  Run(QStringLiteral("UPDATE [Campaign Results] SET Mobile = NULL WHERE RecordID = 2"));
+  Run(QStringLiteral("INSERT INTO Customers (Customer) VALUES (7)"));
+  Run(QStringLiteral("proc_Marketing_AddAllCustomers 4, 'TESTER'"));
+  EXPECT_EQ(Rows(QStringLiteral("SELECT COUNT(*) FROM [Campaign Results] WHERE Mobile = '' AND Email = ''")),
+            QStringList(QStringLiteral("3")));
+}
+
 TEST_F(Results, ProcessedDateFollowsTheFlag) {
   const qint64 record = AddRow(3, "1, 0, 0, 0");
   const QString date = QStringLiteral("SELECT Processed_Date FROM [Campaign Results] WHERE RecordID = %1").arg(record);

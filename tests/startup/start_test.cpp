@@ -97,6 +97,17 @@ TEST_F(StartTest, GoesOnWhenTheServerCannotBeReached) {
   EXPECT_EQ(Launch(kUser), StartOutcome::kRunning);
 }
 
+TEST_F(StartTest, ADatabaseOfANewerProgramIsRefusedOnceInPlainWords) {
+  MakeDatabase(kDatabase);
+  ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
+  application->connection.Driver().Execute(QStringLiteral("UPDATE _Version SET File_Number = 77"));
+  EXPECT_EQ(Launch(kUser), StartOutcome::kRunning);
+  EXPECT_FALSE(application->hostConnection.Connected());
+  ASSERT_EQ(ui.Messages().size(), 1U) << "no service is offered to be started";
+  EXPECT_EQ(ui.Messages().front().icon, MessageIcon::kStop);
+  EXPECT_THAT(ui.Messages().front().text.toStdString(), HasSubstr("it has the number 77"));
+}
+
 TEST_F(StartTest, ADamagedIniFileMeansDefaults) {
   MakeDatabase(kDatabase);
   const QByteArray damaged("[App\0\xff\xfe]]\nName", 14);

@@ -7,6 +7,7 @@
 
 #include "database/embedded/engine.h"
 #include "database/statements.h"
+#include "hostdb/database_upgrade.h"
 #include "hostdb/host_database.h"
 #include "support/fixed_clock.h"
 #include "support/scripted_ui.h"
@@ -75,7 +76,7 @@ struct EmbeddedHost {
   StatusBox status{ui};
   ErrorReport errors{log, status, ui};
   Diagnostics diagnostics{clock, log, ui, status, errors};
-  EmbeddedEngine engine{home, clock, RefreshProcedures};
+  EmbeddedEngine engine{home, clock, KeepUpToDate};
   Connection connection{engine.Factory()};
   EventContext context;
   EventLog events{connection, context, log};

@@ -92,6 +92,7 @@ std::unique_ptr<Session> EmbeddedEngine::Connect(const ConnectionTarget& target,
                       QStringLiteral("Database '%1' cannot be opened because it is offline.").arg(target.database));
   }
   if (opened_) opened_(database->Handle());
+  database->InstallHandlers();
   return std::make_unique<EmbeddedSession>(std::move(database), files_);
 }
 

@@ -31,7 +31,7 @@ class DatabaseFiles;
 class EmbeddedEngine {
  public:
   /// Called on each opened database file before the first statement, with the functions and the collation registered;
-  /// it may throw DatabaseError.
+  /// it may throw DatabaseError, and put a busy and a progress handler of its own in for its time.
   using OpenedHook = std::function<void(sqlite3* database)>;
 
   /// \param programFolder  with or without a trailing separator

@@ -9,7 +9,7 @@ struct sqlite3;
 namespace qbx {
 
 /// Registers on a connection, which whoever creates or opens a database file by other means must do first, too:
-/// - the collation NOCASE: without regard to case for all of Unicode (by folded code point);
+/// - the collation NOCASE: without regard to case for all of Unicode (by folded code point) and to blanks at the end;
 /// - `GetDate()`: local time of the clock as text "yyyy-mm-dd hh:mm:ss.zzz";
 /// - `Len(text)`: UTF-16 units without trailing blanks; `CharIndex(find, text [, start])`: position from 1, without
 /// regard to case, 0: none;

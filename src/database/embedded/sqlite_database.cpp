@@ -33,6 +33,10 @@ SqliteDatabase::SqliteDatabase(const QString& name, const QString& file,
   sqlite3_extended_result_codes(handle_, 1);
   sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  InstallHandlers();
+}
+
+void SqliteDatabase::InstallHandlers() {
   sqlite3_progress_handler(handle_, kOperationsBetweenLooks, OnProgress, this);
   sqlite3_busy_handler(handle_, OnBusy, this);
 }

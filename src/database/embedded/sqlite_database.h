@@ -24,6 +24,9 @@ class SqliteDatabase {
   SqliteDatabase(const SqliteDatabase&) = delete;
   SqliteDatabase& operator=(const SqliteDatabase&) = delete;
 
+  /// Lets the limits act again after somebody put handlers of their own into the SQLite connection.
+  void InstallHandlers();
+
   [[nodiscard]] sqlite3* Handle() const { return handle_; }
   [[nodiscard]] const QString& Name() const { return name_; }
   [[nodiscard]] const QString& File() const { return file_; }

@@ -1,8 +1,8 @@
 -- A table of a WITH clause: the days between @FromDate and @ToDate, both included. The dates are text yyyy-mm-dd and may come in either
 -- order or be empty (no bound on that side).
 Period (FirstDay, DayAfter) AS (
-  SELECT CASE WHEN @FromDate <> '' AND @ToDate <> '' THEN min(@FromDate, @ToDate) ELSE @FromDate END,
-    CASE WHEN @ToDate = '' THEN '9999-12-31'
-      WHEN @FromDate = '' THEN date(@ToDate, '+1 day')
+  SELECT CASE WHEN trim(@FromDate) <> '' AND trim(@ToDate) <> '' THEN min(@FromDate, @ToDate) ELSE @FromDate END,
+    CASE WHEN trim(@ToDate) = '' THEN '9999-12-31'
+      WHEN trim(@FromDate) = '' THEN date(@ToDate, '+1 day')
       ELSE date(max(@FromDate, @ToDate), '+1 day') END
 )

@@ -1,6 +1,7 @@
 -- The rows that a query selected for a campaign, and their counters.
 
--- Keys are never used again, so that what is noted about a row (a message on its way) can never meet another row.
+-- Keys are never used again, so that what is noted about a row (a message on its way) can never meet another row. Mobile and Email are empty
+-- where they are not known, also when somebody writes NULL: rules compare them, and a comparison passes over NULL.
 CREATE TABLE [Campaign Results] (
   RecordID integer PRIMARY KEY AUTOINCREMENT,
   CampaignID int NOT NULL,
@@ -11,8 +12,8 @@ CREATE TABLE [Campaign Results] (
   Address nvarchar(700) COLLATE NOCASE,
   Telephone nvarchar(50) COLLATE NOCASE,
   Contact nvarchar(250) COLLATE NOCASE,
-  Mobile nvarchar(50) COLLATE NOCASE,
-  Email nvarchar(255) COLLATE NOCASE,
+  Mobile nvarchar(50) NOT NULL ON CONFLICT REPLACE DEFAULT '' COLLATE NOCASE,
+  Email nvarchar(255) NOT NULL ON CONFLICT REPLACE DEFAULT '' COLLATE NOCASE,
   Cust_Type nvarchar(50) COLLATE NOCASE,
   Enquiry_Source nvarchar(50) COLLATE NOCASE,
   Last_Invoiced date,

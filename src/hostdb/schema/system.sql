@@ -1,11 +1,21 @@
 -- What the database knows about itself: versions, whether it is online, the procedures, counted keys, the event logs.
 
--- One row. Version is the host's schema, Marketing_Version the level of the marketing module, Procedures_Version the stored procedures.
+-- One row. Version is the host's schema, Marketing_Version the level of the marketing module. File_Number is the last upgrade that this file
+-- has; Objects_Fingerprint stands for the views, triggers and procedures that were installed last.
 CREATE TABLE _Version (
   Version int NOT NULL,
   Marketing_Version int NOT NULL,
-  Procedures_Version int NOT NULL
+  File_Number int NOT NULL,
+  Objects_Fingerprint nvarchar(40)
 );
+
+-- The views, triggers and procedures that the program installed, each with the fingerprint of the text that it installed last.
+CREATE TABLE _Installed (
+  Kind nvarchar(10) NOT NULL,
+  Name nvarchar(128) NOT NULL COLLATE NOCASE,
+  Fingerprint nvarchar(40) NOT NULL,
+  PRIMARY KEY (Kind, Name)
+) WITHOUT ROWID;
 
 -- One row: ONLINE or OFFLINE.
 CREATE TABLE _Database_Status (
