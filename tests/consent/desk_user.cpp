@@ -31,7 +31,9 @@ DeskUser::DeskUser(Surroundings& surroundings, Story& story, const QString& user
            .services = &services_,
            .shell = &shell_,
            .http = surroundings.gateway,
-           .mail = surroundings.mail}) {
+           .mail = surroundings.mail,
+           .wrapSessions = [this](SessionFactory factory) { return Fused(std::move(factory)); }}) {
+  fuse.burnt = [this] { Die(); };
   const StartOutcome outcome = app.start.RunHeadless({.user = user, .databaseName = {}, .instance = {}});
   if (outcome != StartOutcome::kRunning || !app.hostConnection.Ready())
     story.Fault(QStringLiteral("the program did not start: ") + ui.lastMessage);
@@ -40,6 +42,12 @@ DeskUser::DeskUser(Surroundings& surroundings, Story& story, const QString& user
 
 DeskUser::~DeskUser() {
   Die();
+}
+
+SessionFactory DeskUser::Fused(SessionFactory factory) {
+  return [this, factory = std::move(factory)](const ConnectionTarget& target, const Login& login, int seconds) {
+    return std::make_unique<FusedSession>(factory(target, login, seconds), fuse);
+  };
 }
 
 void DeskUser::Die() {

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "consent/fuse.h"
 #include "consent/query_plan.h"
 #include "consent/round_ui.h"
 #include "startup/application.h"
@@ -62,6 +63,8 @@ class DeskUser {
   [[nodiscard]] int Campaign() const { return app.campaign.record.ID; }
 
  private:
+  [[nodiscard]] SessionFactory Fused(SessionFactory factory);
+
   Surroundings& surroundings_;
   Story& story_;
   QString user_;
@@ -74,6 +77,7 @@ class DeskUser {
 
  public:
   RoundUi ui;
+  Fuse fuse;
   Application app;
   std::unique_ptr<CampaignDesk> desk;  ///< made once the application was started
 };

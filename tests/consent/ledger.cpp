@@ -178,7 +178,7 @@ void Ledger::AskedToRepeat(int customers, bool yes) {
 void Ledger::MayBeInDoubt(qint64 record) {
   Row* row = Find(record);
   if (row == nullptr) return;
-  row->sms.mayDoubt = row->mail.mayDoubt = true;
+  row->sms.mayDoubt = row->mail.mayDoubt = row->doubt = true;
 }
 
 void Ledger::RunEnds(const RunReport& report, const std::vector<StoredRow>& stored) {

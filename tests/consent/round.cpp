@@ -86,6 +86,9 @@ class Round {
   void Click(DeskUser& user);
   void Between(int percent);
   bool Compare(bool filtered, const QString& step);
+  bool Dies(int calls, const std::function<void()>& step);
+  void DieInQuery();
+  void DieInMethods(const SendMethods& methods);
 
   // Sending.
   void DisturbedRun();
@@ -140,8 +143,12 @@ DeskUser& Round::Other() {
 void Round::Restart() {
   story_.Tell(QStringLiteral("PAT starts again"));
   StartUser();
-  if (!saved_) user_->app.campaign.record.ID = campaign_;
-  if (saved_ && !user_->Load(campaign_)) story_.Fault(QStringLiteral("the campaign could not be loaded"));
+  if (saved_) {
+    if (!user_->Load(campaign_)) story_.Fault(QStringLiteral("the campaign could not be loaded"));
+    return;
+  }
+  user_->app.campaign.record.ID = campaign_;
+  user_->desk->results.DisplayResults(campaign_);
 }
 
 /// Something may happen between two steps.
@@ -170,6 +177,7 @@ bool Round::SelectRows() {
     story_.Fault(QStringLiteral("the step was refused: ") + user_->ui.lastMessage);
     return false;
   };
+  if (random_.Chance(10)) DieInQuery();
   if (!user_->StepOne(plan_)) return refused();
   if (!Compare(false, QStringLiteral("step 1"))) return false;
   Between(20);
@@ -183,6 +191,53 @@ bool Round::SelectRows() {
   return !ledger_.rows.empty();
 }
 
+/// Lets the process end at one of its calls to the database.
+/// \return whether it came to that
+bool Round::Dies(int calls, const std::function<void()>& step) {
+  user_->fuse.left = random_.Between(1, calls);
+  try {
+    step();
+  } catch (const ProcessEnds&) {
+    story_.Tell(QStringLiteral("  DIES"));
+    ++counts_.deaths;
+    return true;
+  }
+  user_->fuse.left = 0;
+  return false;
+}
+
+/// The rows are those of one step or of the other, never something in between.
+void Round::DieInQuery() {
+  const bool died = Dies(60, [this] {
+    if (user_->StepOne(plan_)) (void)user_->StepTwo(plan_);
+  });
+  if (!died) return;
+  const std::vector<StoredRow> stored = ReadRows(host_.Database(), user_->Campaign());
+  const bool whole = stored.empty() || SameRows(stored, Select(world_, plan_, false, seen_)) ||
+                     SameRows(stored, Select(world_, plan_, true, seen_));
+  if (!whole) story_.Fault(QStringLiteral("a query that was cut off left half of its work"));
+  StartUser();
+}
+
+/// Each channel is done or not.
+void Round::DieInMethods(const SendMethods& methods) {
+  if (!Dies(14, [&] { (void)user_->desk->edits.ApplySendMethods(methods); })) {
+    return ApplyMethods(ledger_.rows, methods, seen_);
+  }
+  const std::vector<StoredRow> stored = ReadRows(host_.Database(), campaign_);
+  const SendMethods steps[] = {{}, {.sms = methods.sms}, {.sms = methods.sms, .email = methods.email}, methods};
+  bool whole = false;
+  for (const SendMethods& step : steps) {
+    std::vector<Row> rows = ledger_.rows;
+    ApplyMethods(rows, step, seen_);
+    if (whole || !SameFlags(stored, rows)) continue;
+    whole = true;
+    ledger_.Take(rows);
+  }
+  if (!whole) story_.Fault(QStringLiteral("send methods that were cut off left half of a channel"));
+  Restart();
+}
+
 bool Round::PrepareRows() {
   Between(25);
   ledger_.templates = MakeTemplates(random_);
@@ -193,6 +248,7 @@ bool Round::PrepareRows() {
   for (int times = random_.Between(1, 2); times > 0; --times) {
     const SendMethods methods = MakeSendMethods(random_);
     story_.Tell(QStringLiteral("send methods ") + Describe(methods));
+    if (random_.Chance(15)) DieInMethods(methods);
     if (!user_->desk->edits.ApplySendMethods(methods)) story_.Fault(QStringLiteral("the send methods were refused"));
     ApplyMethods(ledger_.rows, methods, seen_);
   }

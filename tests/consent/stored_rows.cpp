@@ -1,5 +1,6 @@
 #include "consent/stored_rows.h"
 
+#include <algorithm>
 #include <map>
 
 #include "hostdb/sqlite_file.h"
@@ -71,6 +72,22 @@ std::vector<Row> CompareSelection(const std::vector<StoredRow>& stored, const st
                            .arg(key.first)
                            .arg(key.second));
   return rows;
+}
+
+bool SameRows(const std::vector<StoredRow>& stored, const std::vector<Picked>& picked) {
+  Story nobody;
+  (void)CompareSelection(stored, picked, {}, nobody);
+  return !nobody.Failed();
+}
+
+bool SameFlags(const std::vector<StoredRow>& stored, const std::vector<Row>& rows) {
+  QHash<qint64, const Row*> byRecord;
+  for (const Row& row : rows)
+    byRecord[row.record] = &row;
+  return std::all_of(stored.begin(), stored.end(), [&](const StoredRow& now) {
+    const Row* row = byRecord.value(now.record);
+    return row != nullptr && now.sms == row->sms.wanted && now.mail == row->mail.wanted && now.letter == row->letter;
+  });
 }
 
 void CompareFlags(const std::vector<StoredRow>& stored, Ledger& ledger, Story& story) {

@@ -15,6 +15,10 @@ namespace qbx::consent {
 [[nodiscard]] std::vector<Row> CompareSelection(const std::vector<StoredRow>& stored, const std::vector<Picked>& picked,
                                                 const QString& step, Story& story);
 
+/// Whether the rows are these, and whether their flags are.
+[[nodiscard]] bool SameRows(const std::vector<StoredRow>& stored, const std::vector<Picked>& picked);
+[[nodiscard]] bool SameFlags(const std::vector<StoredRow>& stored, const std::vector<Row>& rows);
+
 /// Holds the flags against those that the model has.
 void CompareFlags(const std::vector<StoredRow>& stored, Ledger& ledger, Story& story);
 

@@ -74,4 +74,9 @@ void SandboxProcess::SetCredits(int credits) const {
   (void)Exchange(QStringLiteral("http://127.0.0.1:%1/api/credits").arg(pagePort_), &wish);
 }
 
+void SandboxProcess::Reset() const {
+  const QByteArray nothing = "{}";
+  (void)Exchange(QStringLiteral("http://127.0.0.1:%1/api/reset").arg(pagePort_), &nothing);
+}
+
 }  // namespace qbx::test

@@ -37,6 +37,8 @@ class SandboxProcess {
   /// Changes what numbers and recipients get; JSON as the sandbox's --help describes it.
   void Steer(const QByteArray& wishes) const;
   void SetCredits(int credits) const;
+  /// Forgets everything received and steered; the credits are as at the start.
+  void Reset() const;
 
  private:
   TempFolder folder_;
