@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "consent/real_round.h"
+#include "platform/clock.h"
 
 namespace {
 
@@ -30,6 +31,7 @@ void PrintFailure(const RoundWishes& wishes, int number, int realEvery, const St
 }  // namespace
 
 int main(int argc, char** argv) {
+  qbx::SettleTimeZone();
   const QCoreApplication application(argc, argv);
   CLI::App command("Random rounds of the whole program against its promises");
   RoundWishes wishes;
