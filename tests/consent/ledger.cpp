@@ -239,15 +239,12 @@ void Ledger::CheckDone(const Row& row, const StoredRow& stored, Channel channel,
     if (half.refused && !named) Fault(row, channel, QStringLiteral("failed without a line in the results log"));
     return;
   }
-  const bool text = channel == Channel::kSms;
-  if (text && row.mobile.size() < kShortestMobileToSend) return;  // nothing to send to: no message is due
-  const bool malformed = text ? !NumberOf(row.mobile) : AddressesOf(row.email).isEmpty();
-  if (!malformed && AskAgain(row, channel, world_) == Verdict::kMust)
+  // What was typed is no number: there is nothing to send to, and the product says nothing of it.
+  if (channel == Channel::kSms && (row.mobile.size() < kShortestMobileToSend || !NumberOf(row.mobile))) return;
+  const bool noAddress = channel == Channel::kEmail && AddressesOf(row.email).isEmpty();
+  if (!noAddress && AskAgain(row, channel, world_) == Verdict::kMust)
     return Fault(row, channel, QStringLiteral("was due and is LOST: not sent, not failed, not in doubt"));
-  if (!named && (!malformed || Holds("reason-malformed")))
-    Fault(row, channel,
-          malformed ? QStringLiteral("failed without a line in the results log")
-                    : QStringLiteral("was left out without a line in the results log"));
+  if (!named) Fault(row, channel, QStringLiteral("was left out without a line in the results log"));
 }
 
 }  // namespace qbx::consent

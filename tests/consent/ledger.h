@@ -37,9 +37,7 @@ struct RunReport {
 ///      when its messages went out.
 class Ledger final : public Postbox {
  public:
-  /// \param leftOut  rules that are not held (by name): to look for the next fault while one is open
-  Ledger(const World& world, Story& story, const Clock& clock, QStringList leftOut)
-      : world_(world), story_(story), clock_(clock), leftOut_(std::move(leftOut)) {}
+  Ledger(const World& world, Story& story, const Clock& clock) : world_(world), story_(story), clock_(clock) {}
 
   std::vector<Row> rows;  ///< replaced by `Take` only
   MailshotTemplates templates;
@@ -48,7 +46,6 @@ class Ledger final : public Postbox {
   void Take(std::vector<Row> selected);
   [[nodiscard]] Row* Find(qint64 record);
   [[nodiscard]] Row* Whose(const Delivery& delivery);
-  [[nodiscard]] bool Holds(const char* rule) const { return !leftOut_.contains(QLatin1String(rule)); }
 
   // What a run does.
   void RunBegins();
@@ -84,7 +81,6 @@ class Ledger final : public Postbox {
   const World& world_;
   Story& story_;
   const Clock& clock_;
-  QStringList leftOut_;
   QHash<qint64, size_t> byRecord_;
   QHash<QString, size_t> byTag_;
   bool mustAsk_ = false;

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "consent/real_round.h"
+#include "platform/clock.h"
 
 namespace {
 
@@ -24,14 +25,13 @@ void PrintFailure(const RoundWishes& wishes, int number, int realEvery, const St
   QString again = QStringLiteral("consent_rounds --seed %1 --round %2").arg(wishes.seed).arg(number);
   if (wishes.customers > 0) again += QStringLiteral(" --customers %1").arg(wishes.customers);
   if (realEvery > 0) again += QStringLiteral(" --real-every %1").arg(realEvery);
-  for (const QString& rule : wishes.leftOut)
-    again += QStringLiteral(" --leave-out ") + rule;
   Print(QStringLiteral("To see it again: ") + again);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  qbx::SettleTimeZone();
   const QCoreApplication application(argc, argv);
   CLI::App command("Random rounds of the whole program against its promises");
   RoundWishes wishes;
@@ -40,18 +40,14 @@ int main(int argc, char** argv) {
   int only = 0;
   bool story = false;
   int realEvery = 0;
-  std::vector<std::string> leftOut;
   command.add_option("--rounds", rounds, "How many");
   command.add_option("--first", first, "Number of the first");
   command.add_option("--seed", wishes.seed, "Another seed: other rounds");
   command.add_option("--round", only, "This round alone");
   command.add_option("--real-every", realEvery, "Every Nth round with the real program and the sandbox (0: none)");
   command.add_option("--customers", wishes.customers, "Customers of each garage (default: 3 to 45)");
-  command.add_option("--leave-out", leftOut, "A rule that is not held, to look for the next fault while one is open");
   command.add_flag("--story", story, "Tell what happened in every round");
   CLI11_PARSE(command, argc, argv);
-  for (const std::string& rule : leftOut)
-    wishes.leftOut += QString::fromStdString(rule);
   if (only > 0) {
     first = only;
     rounds = 1;

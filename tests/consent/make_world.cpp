@@ -150,19 +150,4 @@ World MakeWorld(RandomSource& random, int customers) {
   return world;
 }
 
-void RemoveTrailingBlanks(World& world) {
-  const auto trim = [](Text& text) {
-    if (text) text = WithoutTrailingBlanks(*text);
-  };
-  for (QString& type : world.types)
-    type = WithoutTrailingBlanks(type);
-  for (auto& [key, customer] : world.customers) {
-    trim(customer.mobile);
-    trim(customer.email);
-    if (!customer.email) customer.email = QString();
-  }
-  for (Vehicle& vehicle : world.vehicles)
-    trim(vehicle.make);
-}
-
 }  // namespace qbx::consent

@@ -10,7 +10,4 @@ namespace qbx::consent {
 /// \param customers  how many
 [[nodiscard]] World MakeWorld(RandomSource& random, int customers);
 
-/// For rounds that leave out the rule that blanks at the end of a text do not count.
-void RemoveTrailingBlanks(World& world);
-
 }  // namespace qbx::consent

@@ -26,7 +26,7 @@ class RealRound {
       : story_(story),
         random_(RoundSeed(wishes.seed, number), 101),
         world_(MakeGarage(number, wishes)),
-        ledger_(world_, story, clock_, wishes.leftOut),
+        ledger_(world_, story, clock_),
         host_(world_, ledger_, story, folder_.DatabaseFile(), RoundSeed(wishes.seed, number)),
         post_(sandbox) {
     StoreWorld(world_, {sandbox.HttpPort(), sandbox.SmtpPort()}, host_.Database());

@@ -44,7 +44,7 @@ class Round {
         seed_(RoundSeed(wishes.seed, number)),
         random_(seed_, 100),
         world_(MakeGarage(wishes)),
-        ledger_(world_, story, around_.clock, wishes.leftOut),
+        ledger_(world_, story, around_.clock),
         gateway_(ledger_, seed_),
         mail_(ledger_, seed_),
         host_(world_, ledger_, story, folder_.DatabaseFile(), seed_) {
@@ -70,9 +70,7 @@ class Round {
  private:
   World MakeGarage(const RoundWishes& wishes) {
     RandomSource random(seed_, 1);
-    World world = MakeWorld(random, wishes.customers > 0 ? wishes.customers : random.Between(3, 70));
-    if (wishes.leftOut.contains(QStringLiteral("trailing-blanks"))) RemoveTrailingBlanks(world);
-    return world;
+    return MakeWorld(random, wishes.customers > 0 ? wishes.customers : random.Between(3, 70));
   }
 
   // The two users.

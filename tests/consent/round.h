@@ -8,8 +8,7 @@ namespace qbx::consent {
 
 struct RoundWishes {
   quint64 seed = 1;
-  int customers = 0;         ///< of the garage; 0: a few
-  QStringList leftOut = {};  ///< rules that are not held
+  int customers = 0;  ///< of the garage; 0: a few
 };
 
 /// What a round held against the rules.
