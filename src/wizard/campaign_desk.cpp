@@ -27,6 +27,7 @@ CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
              .queries = queries,
              .results = results,
              .counters = counters,
+             .estimate = estimate,
              .events = app.events,
              .guard = guard,
              .resultsLog = resultsLog,

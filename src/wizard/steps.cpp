@@ -124,7 +124,10 @@ void WizardSteps::TabOpened(int tab) {
   if (tab != kResultsTab && tab != kProcessTab) return;
   const bool rowsFollowed = parts_.settings.FollowRows();
   const int campaign = parts_.campaign.record.ID;
-  if (tab == kProcessTab) return parts_.counters.UpdateCounters(campaign);
+  if (tab == kProcessTab) {
+    parts_.estimate.Invalidate();  // other desks work on the same rows
+    return parts_.counters.UpdateCounters(campaign);
+  }
   if (!rowsFollowed) return;
   if (parts_.results.OutOfDate(campaign))
     parts_.results.DisplayResults(campaign);

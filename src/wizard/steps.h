@@ -10,6 +10,7 @@
 #include "campaigns/campaign_storage.h"
 #include "database/event_log.h"
 #include "diagnostics/diagnostics.h"
+#include "dispatch/credit_estimate.h"
 #include "dispatch/replace_guard.h"
 #include "dispatch/results_log.h"
 #include "queries/process_query.h"
@@ -44,6 +45,7 @@ class WizardSteps {
     QueryProcessor& queries;
     ResultsView& results;
     Counters& counters;
+    CreditEstimate& estimate;
     EventLog& events;
     ReplaceGuard& guard;
     ResultsLog& resultsLog;

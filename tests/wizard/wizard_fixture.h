@@ -32,6 +32,7 @@ class Wizard : public testing::Test {
   WizardState state_;
   CampaignStorage storage_{host_.statements, host_.events, host_.context, host_.diagnostics, campaign_};
   Counters counters_{host_.statements, host_.diagnostics};
+  CreditEstimate estimate_{host_.statements, host_.diagnostics};
   ResultsView results_{host_.statements, counters_, host_.diagnostics};
   QueryProcessor queries_{host_.statements,  options_,         user_, campaign_, state_.options, state_.filters,
                           state_.lblRecords, host_.diagnostics};
@@ -48,6 +49,7 @@ class Wizard : public testing::Test {
                       .queries = queries_,
                       .results = results_,
                       .counters = counters_,
+                      .estimate = estimate_,
                       .events = host_.events,
                       .guard = guard_,
                       .resultsLog = resultsLog_,
