@@ -118,7 +118,8 @@ Message GoOnQuestion(Channel channel, const QString& failure) {
   const QString what = channel == Channel::kSms
                            ? QStringLiteral("The SMS gateway has failed %1 times in a row. The last time: %2")
                            : QStringLiteral("The mail server has failed %1 times in a row. The last time: %2");
-  return {.text = what.arg(ServerWatch::kEnough).arg(failure) + QStringLiteral("\r\rGo on sending?"),
+  const QString sentence = failure.endsWith(QLatin1Char('.')) ? failure : failure + QLatin1Char('.');
+  return {.text = what.arg(ServerWatch::kEnough).arg(sentence) + QStringLiteral("\r\rGo on sending?"),
           .icon = MessageIcon::kExclamation,
           .buttons = MessageButtons::kYesNo,
           .question = Question::kGoOnSending,
