@@ -72,10 +72,12 @@ QString NameOf(sqlite3* database) {
 /// \throws DatabaseError when the file has a higher number than the newest upgrade
 void RefuseNewer(sqlite3* database, const FileState& state, int newest) {
   if (state.number <= newest) return;
+  const QString numbers =
+      QStringLiteral("It has the number %1, and this version of the program knows numbers up to %2.")
+          .arg(QString::number(state.number), QString::number(newest));
   Refuse(database, kNewerFile,
-         QStringLiteral("A newer version of the program made it or brought it up to date: it has the number %1, and "
-                        "this version knows numbers up to %2. Install the newer version on this computer, too.")
-             .arg(QString::number(state.number), QString::number(newest)));
+         QStringLiteral("A newer version of the program made it or brought it up to date. ") + numbers +
+             QStringLiteral(" Install the newer version on this computer, too."));
 }
 
 /// Nobody else has the file while this lives. The database is out of write-ahead-log mode, since only then others are seen.
@@ -87,10 +89,8 @@ class SoleUse {
     sqlite3_busy_timeout(database, 0);
     sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_FKEY, -1, &foreignKeys_);
     ExecuteSql(database, "PRAGMA foreign_keys = OFF; PRAGMA locking_mode = EXCLUSIVE");
-    int waits = 0;
-    while (sqlite3_exec(database, "PRAGMA journal_mode = DELETE", nullptr, nullptr, nullptr) != SQLITE_OK ||
-           sqlite3_exec(database, "BEGIN EXCLUSIVE; COMMIT", nullptr, nullptr, nullptr) != SQLITE_OK) {
-      if (++waits == kLockWaits) {
+    for (int waits = 0; !TakeFile(); ++waits) {
+      if (waits == kLockWaits) {
         GiveBack();
         Refuse(database, kInUse,
                QStringLiteral("another program has it open. Close every program that uses it, then try again."));
@@ -103,6 +103,18 @@ class SoleUse {
   SoleUse& operator=(const SoleUse&) = delete;
 
  private:
+  /// \return false while somebody else has it
+  bool TakeFile() {
+    for (const char* step : {"PRAGMA journal_mode = DELETE", "BEGIN EXCLUSIVE", "COMMIT"}) {
+      const int code = sqlite3_exec(database_, step, nullptr, nullptr, nullptr);
+      if (code == SQLITE_OK) continue;
+      if ((code & 0xFF) == SQLITE_BUSY) return false;
+      const SqliteFailure failure(database_);
+      GiveBack();
+      throw failure;
+    }
+    return true;
+  }
   void GiveBack() {
     sqlite3_exec(database_, "PRAGMA locking_mode = NORMAL; PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
     sqlite3_db_config(database_, SQLITE_DBCONFIG_ENABLE_FKEY, foreignKeys_, nullptr);

@@ -156,7 +156,7 @@ TEST(MarketingCtlRefuses, ToWorkOnWhatIsDamagedAndLeavesItAsItIs) {
       {"registry", "registry/machine.reg", noise, nullptr, "machine.reg"},
       {"database of noise", "QBXKorvelManager.db", noise, nullptr, "It is damaged"},
       {"empty database file", "QBXKorvelManager.db", QByteArray(), nullptr, "not a primary database file"},
-      {"newer", nullptr, {}, "UPDATE _Version SET File_Number = 77", "it has the number 77"},
+      {"newer", nullptr, {}, "UPDATE _Version SET File_Number = 77", "It has the number 77"},
       {"no options row", nullptr, {}, "DELETE FROM _Options", "Error reading all settings data"},
       {"no options procedure", nullptr, {}, "DROP TABLE _Options", "did not start well"},
   };

@@ -105,7 +105,7 @@ TEST_F(StartTest, ADatabaseOfANewerProgramIsRefusedOnceInPlainWords) {
   EXPECT_FALSE(application->hostConnection.Connected());
   ASSERT_EQ(ui.Messages().size(), 1U) << "no service is offered to be started";
   EXPECT_EQ(ui.Messages().front().icon, MessageIcon::kStop);
-  EXPECT_THAT(ui.Messages().front().text.toStdString(), HasSubstr("it has the number 77"));
+  EXPECT_THAT(ui.Messages().front().text.toStdString(), HasSubstr("It has the number 77"));
 }
 
 TEST_F(StartTest, ADamagedIniFileMeansDefaults) {
