@@ -1,6 +1,7 @@
 #include "hostdb/database_upgrade.h"
 
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QFileInfo>
@@ -20,7 +21,7 @@ enum Refusal { kNewerFile = 948, kNoRoom = 1105, kCannotWrite = 3906, kInUse = 5
 
 constexpr int kKeptCopies = 2;
 constexpr int kLockWaitMs = 50;
-constexpr int kLockWaits = 30;  // one and a half seconds: another program may be just closing
+constexpr int kLockWaits = 20;  // one second: another program may be just closing
 
 /// What a host database says of itself.
 struct FileState {
@@ -89,8 +90,10 @@ class SoleUse {
     sqlite3_busy_timeout(database, 0);
     sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_FKEY, -1, &foreignKeys_);
     ExecuteSql(database, "PRAGMA foreign_keys = OFF; PRAGMA locking_mode = EXCLUSIVE");
+    // Two that begin at once keep the file from each other: one of them gives up first, and the other goes on.
+    const int mostWaits = kLockWaits + static_cast<int>(::getpid() % kLockWaits);
     for (int waits = 0; !TakeFile(); ++waits) {
-      if (waits == kLockWaits) {
+      if (waits == mostWaits) {
         GiveBack();
         Refuse(database, kInUse,
                QStringLiteral("another program has it open. Close every program that uses it, then try again."));
