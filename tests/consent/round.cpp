@@ -7,6 +7,7 @@
 #include "consent/stored_rows.h"
 #include "consent/watch.h"
 #include "consent/weather.h"
+#include "dispatch/settle_doubt.h"
 
 namespace qbx::consent {
 namespace {
@@ -93,6 +94,7 @@ class Round {
   void BetweenRuns();
   void LastRuns();
   void SettleDoubts();
+  void SettleOne(const StoredRow& stored, bool arrived);
   void Reopen(Row& row);
   MailshotSummary Run(DeskUser& user, const std::vector<Watch::Disturbance>& disturbances);
   [[nodiscard]] std::vector<Watch::Disturbance> MakeDisturbances();
@@ -419,18 +421,32 @@ void Round::Reopen(Row& row) {
 
 /// A person finds out what became of the messages in doubt, and says so.
 void Round::SettleDoubts() {
+  const bool byTicking = random_.Chance(50);
   for (const StoredRow& stored : ReadRows(host_.Database(), campaign_)) {
     if (!stored.journal.InDoubt() || stored.processed) continue;
     Row& row = *ledger_.Find(stored.record);
-    user_->desk->results.DisplayResults(campaign_);
-    user_->desk->edits.ClickCell(QStringLiteral("Processed"), row.record);
-    row.processed = true;
     const bool arrived = (stored.journal.sms == JournalState::kSending && row.sms.arrived > 0) ||
                          (stored.journal.email == JournalState::kSending && row.mail.arrived > 0);
     story_.Tell(QStringLiteral("PAT settles ") + row.Name() +
                 (arrived ? QStringLiteral(": it arrived") : QStringLiteral(": it did not")));
+    if (!byTicking) {
+      SettleOne(stored, arrived);
+      continue;
+    }
+    user_->desk->results.DisplayResults(campaign_);
+    user_->desk->edits.ClickCell(QStringLiteral("Processed"), row.record);
+    row.processed = true;
     if (!arrived) Reopen(row);
   }
+}
+
+void Round::SettleOne(const StoredRow& stored, bool arrived) {
+  const DoubtOutcome outcome = arrived ? DoubtOutcome::kSent : DoubtOutcome::kNotSent;
+  const DoubtSettlement settlement =
+      SettleDoubt(user_->app.connection, user_->desk->guard, user_->User(), campaign_, {stored.record}, outcome);
+  if (settlement.refusal) return story_.Fault(QStringLiteral("the doubt could not be settled"));
+  for (const StoredRow& now : ReadRows(host_.Database(), campaign_))
+    if (now.record == stored.record) ledger_.Settled(stored, now, arrived);
 }
 
 /// All is well again: what is left goes out, and one run more has nothing to do.
