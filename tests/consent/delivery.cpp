@@ -10,7 +10,7 @@ QByteArray PercentDecoded(QByteArray value) {
   return value.replace("\xC2\xA3", "\xA3");  // the gateway takes the pound sign as UTF-8
 }
 
-QString Parameter(const QString& url, const char* name) {
+QString UrlValue(const QString& url, const char* name) {
   const QString mark = QLatin1Char('&') + QLatin1String(name) + QLatin1Char('=');
   const qsizetype start = url.indexOf(mark);
   if (start < 0) return {};
@@ -53,7 +53,7 @@ QString HeaderDecoded(const QByteArray& header) {
 }  // namespace
 
 Delivery ReadText(const QString& url) {
-  return {.channel = Channel::kSms, .to = {Parameter(url, "_To")}, .subject = {}, .text = Parameter(url, "_Message")};
+  return {.channel = Channel::kSms, .to = {UrlValue(url, "_To")}, .subject = {}, .text = UrlValue(url, "_Message")};
 }
 
 Delivery ReadMail(const QStringList& recipients, const QByteArray& message) {

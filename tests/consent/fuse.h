@@ -2,15 +2,19 @@
 
 #pragma once
 
+#include <span>
+
 #include "consent/watch.h"
 #include "database/connection.h"
 #include "database/session_wrapper.h"
 
 namespace qbx::consent {
 
-/// Counts the calls of a process; when it has burnt down the process ends, in the middle of a batch if there is one.
+/// Counts the calls of a process. At the last one the process ends, in the middle of a batch if there is one, or the call
+/// fails.
 struct Fuse {
-  int left = 0;                 ///< calls that are still made; 0: none is counted
+  int left = 0;                 ///< calls up to the last one; 0: none is counted
+  bool fails = false;           ///< the last call fails, and the process lives on
   std::function<void()> burnt;  ///< takes the process out of the list of those that live
 };
 
@@ -21,10 +25,18 @@ class FusedSession final : public SessionWrapper {
 
   std::unique_ptr<RowSource> Execute(const QString& batch) override {
     const qsizetype second = batch.indexOf(QStringLiteral("; "));
-    if (fuse_.left != 1 || second < 0) return SessionWrapper::Execute(batch);
+    if (fuse_.left != 1 || second < 0 || fuse_.fails) return SessionWrapper::Execute(batch);
     fuse_.left = 0;
     (void)SessionWrapper::Execute(batch.left(second));
     End();
+  }
+  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) override {
+    const Pause pause(fuse_, procedure);
+    return SessionWrapper::Call(procedure, parameters);
+  }
+  [[nodiscard]] std::vector<Parameter> DescribeProcedure(const QString& procedure) override {
+    const Pause pause(fuse_, procedure);
+    return SessionWrapper::DescribeProcedure(procedure);
   }
 
  protected:
@@ -34,7 +46,27 @@ class FusedSession final : public SessionWrapper {
   }
 
  private:
+  /// A claim is given back by a destructor, which must not throw: that call is always made.
+  class Pause {
+   public:
+    Pause(Fuse& fuse, const QString& procedure) : fuse_(fuse), left_(fuse.left) {
+      pauses_ = procedure == QStringLiteral("proc_delp_Campaign_Claim");
+      if (pauses_) fuse_.left = 0;
+    }
+    ~Pause() {
+      if (pauses_) fuse_.left = left_;
+    }
+    Pause(const Pause&) = delete;
+    Pause& operator=(const Pause&) = delete;
+
+   private:
+    Fuse& fuse_;
+    int left_;
+    bool pauses_ = false;
+  };
+
   [[noreturn]] void End() {
+    if (fuse_.fails) throw DatabaseError(kStatementFailed, QStringLiteral("The disk is full."), {});
     fuse_.burnt();
     throw ProcessEnds{};
   }

@@ -181,6 +181,15 @@ void Ledger::MayBeInDoubt(qint64 record) {
   row->sms.mayDoubt = row->mail.mayDoubt = row->doubt = true;
 }
 
+void Ledger::Settled(const StoredRow& before, const StoredRow& now, bool arrived) {
+  Row& row = *Find(before.record);
+  for (const Channel channel : {Channel::kSms, Channel::kEmail})
+    if (before.journal.Of(channel) == JournalState::kSending) row.Of(channel).delivered = arrived;
+  row.doubt = now.journal.InDoubt();
+  if (row.doubt) story_.Fault(row.Name() + QStringLiteral(" is still in doubt"));
+  CheckMark(row, now);
+}
+
 void Ledger::RunEnds(const RunReport& report, const std::vector<StoredRow>& stored) {
   if (report.finished && mustAsk_ && !asked_)
     story_.Fault(QStringLiteral("customers got half, and nobody was asked whether they get it again"));

@@ -65,6 +65,8 @@ class Ledger final : public Postbox {
   [[nodiscard]] std::set<int> HalfDelivered(bool otherFailed) const;
   /// A message of this row was on its way when its process ended, or when another run looked.
   void MayBeInDoubt(qint64 record);
+  /// A person has said what became of the messages of a row that were in doubt.
+  void Settled(const StoredRow& before, const StoredRow& now, bool arrived);
   void RunEnds(const RunReport& report, const std::vector<StoredRow>& stored);
 
   /// Messages that reached somebody, over all runs.

@@ -7,6 +7,7 @@
 #include "consent/stored_rows.h"
 #include "consent/watch.h"
 #include "consent/weather.h"
+#include "dispatch/settle_doubt.h"
 
 namespace qbx::consent {
 namespace {
@@ -91,8 +92,10 @@ class Round {
   // Sending.
   void DisturbedRun();
   void BetweenRuns();
+  void SelectAgain();
   void LastRuns();
   void SettleDoubts();
+  void SettleOne(const StoredRow& stored, bool arrived);
   void Reopen(Row& row);
   MailshotSummary Run(DeskUser& user, const std::vector<Watch::Disturbance>& disturbances);
   [[nodiscard]] std::vector<Watch::Disturbance> MakeDisturbances();
@@ -120,6 +123,7 @@ class Round {
   QDate today_;             ///< when the present run began
   int campaign_ = 0;
   bool saved_ = false;
+  bool restarted_ = false;  ///< what step 2 showed is not there any more
   RoundCounts counts_;
 };
 
@@ -140,6 +144,7 @@ DeskUser& Round::Other() {
 
 void Round::Restart() {
   story_.Tell(QStringLiteral("PAT starts again"));
+  restarted_ = true;
   StartUser();
   if (saved_) {
     if (!user_->Load(campaign_)) story_.Fault(QStringLiteral("the campaign could not be loaded"));
@@ -287,6 +292,7 @@ MailshotSummary Round::Run(DeskUser& user, const std::vector<Watch::Disturbance>
   try {
     summary = run.Send(campaign_, ledger_.templates);
     report.finished = summary.end == MailshotEnd::kFinished && !user.ui.channelPaused;
+    if (summary.end == MailshotEnd::kFailed && watch.OnItsWay()) ledger_.MayBeInDoubt(watch.Record());
   } catch (const ProcessEnds&) {
     report.died = true;
     ++counts_.deaths;
@@ -362,8 +368,14 @@ void Round::DisturbedRun() {
     user_->app.optionsLoader.LoadOptions();
     seen_ = world_.settings;
   }
+  if (random_.Chance(25)) {
+    user_->fuse.left = random_.Between(1, 15 * (1 + static_cast<int>(ledger_.rows.size())));
+    user_->fuse.fails = random_.Chance(50);
+  }
   const qint64 deaths = counts_.deaths;
   (void)Run(*user_, MakeDisturbances());
+  user_->fuse.left = 0;
+  user_->fuse.fails = false;
   if (counts_.deaths > deaths) Restart();
 }
 
@@ -399,12 +411,26 @@ void Round::BetweenRuns() {
   if (story_.Failed()) return;
   Between(30);
   if (random_.Chance(15)) host_.ChangeRow();
+  if (ledger_.rows.empty()) return;
   if (random_.Chance(20)) Click(saved_ && random_.Chance(30) ? Other() : *user_);
   if (random_.Chance(30)) SettleDoubts();
-  if (random_.Chance(8)) {
+  if (random_.Chance(6)) SelectAgain();
+  if (random_.Chance(8) && !ledger_.rows.empty()) {
     Row& row = ledger_.rows[static_cast<size_t>(random_.Between(0, static_cast<int>(ledger_.rows.size()) - 1))];
     if (row.processed && !row.gone) Reopen(row);
   }
+}
+
+/// The user selects anew although some were written to: they are written to again, as he agreed.
+void Round::SelectAgain() {
+  if (restarted_) return;
+  story_.Tell(QStringLiteral("PAT selects again"));
+  if (!user_->StepTwo(plan_)) return story_.Fault(QStringLiteral("the step was refused: ") + user_->ui.lastMessage);
+  if (!Compare(true, QStringLiteral("step 2 again")) || ledger_.rows.empty()) return;
+  const SendMethods methods{.sms = 0, .email = 0};
+  if (!user_->desk->edits.ApplySendMethods(methods)) story_.Fault(QStringLiteral("the send methods were refused"));
+  ApplyMethods(ledger_.rows, methods, seen_);
+  CompareFlags(ReadRows(host_.Database(), campaign_), ledger_, story_);
 }
 
 /// "Processed" is unticked by hand: the row is due whole again.
@@ -419,18 +445,32 @@ void Round::Reopen(Row& row) {
 
 /// A person finds out what became of the messages in doubt, and says so.
 void Round::SettleDoubts() {
+  const bool byTicking = random_.Chance(50);
   for (const StoredRow& stored : ReadRows(host_.Database(), campaign_)) {
     if (!stored.journal.InDoubt() || stored.processed) continue;
     Row& row = *ledger_.Find(stored.record);
-    user_->desk->results.DisplayResults(campaign_);
-    user_->desk->edits.ClickCell(QStringLiteral("Processed"), row.record);
-    row.processed = true;
     const bool arrived = (stored.journal.sms == JournalState::kSending && row.sms.arrived > 0) ||
                          (stored.journal.email == JournalState::kSending && row.mail.arrived > 0);
     story_.Tell(QStringLiteral("PAT settles ") + row.Name() +
                 (arrived ? QStringLiteral(": it arrived") : QStringLiteral(": it did not")));
+    if (!byTicking) {
+      SettleOne(stored, arrived);
+      continue;
+    }
+    user_->desk->results.DisplayResults(campaign_);
+    user_->desk->edits.ClickCell(QStringLiteral("Processed"), row.record);
+    row.processed = true;
     if (!arrived) Reopen(row);
   }
+}
+
+void Round::SettleOne(const StoredRow& stored, bool arrived) {
+  const DoubtOutcome outcome = arrived ? DoubtOutcome::kSent : DoubtOutcome::kNotSent;
+  const DoubtSettlement settlement =
+      SettleDoubt(user_->app.connection, user_->desk->guard, user_->User(), campaign_, {stored.record}, outcome);
+  if (settlement.refusal) return story_.Fault(QStringLiteral("the doubt could not be settled"));
+  for (const StoredRow& now : ReadRows(host_.Database(), campaign_))
+    if (now.record == stored.record) ledger_.Settled(stored, now, arrived);
 }
 
 /// All is well again: what is left goes out, and one run more has nothing to do.
