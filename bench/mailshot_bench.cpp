@@ -45,7 +45,8 @@ void AddRows(const SampleProgram& program, Kind kind, int rows) {
       QByteArray::number(kCampaign) +
       ", 1000 + i, 'Mrs', 'Mary', 'Hartley' || i, 'Mrs Hartley' || i, i || ' Mill Lane', printf('07700%06d', i), "
       "'customer' || i || '@example.com', printf('AB%05d', i), 'FORD', 'FOCUS', '2026-07-01', 1, " +
-      (kind == Kind::kText ? "1, 0" : "0, 1") + ", 'Bench', '2026-06-01' FROM n; DELETE FROM Customers; INSERT INTO Customers (Customer) SELECT Customer FROM "
+      (kind == Kind::kText ? "1, 0" : "0, 1") +
+      ", 'Bench', '2026-06-01' FROM n; DELETE FROM Customers; INSERT INTO Customers (Customer) SELECT Customer FROM "
       "[Campaign Results]; PRAGMA wal_checkpoint(TRUNCATE)";
   RunSql(database.get(), sql.constData());
 }
