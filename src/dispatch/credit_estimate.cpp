@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "dispatch/mobile_number.h"
 #include "dispatch/result_rows.h"
 #include "dispatch/send_journal.h"
 #include "dispatch/send_refusals.h"
@@ -51,7 +52,8 @@ std::optional<CreditNeed> CreditEstimate::Add(const Wish& wish) {
     const JournalEntry entry = journal.value(recordId).Wanted(true, rows.Field(QStringLiteral("Send_Email")).ToBool());
     need.inAll += cost;
     if (processed || entry.sms == JournalState::kSent) need.sent += cost;
-    const bool isDue = !processed && !entry.InDoubt() && entry.IsDue(Channel::kSms, wish.repeatDelivered);
+    const bool isDue = !processed && !entry.InDoubt() && entry.IsDue(Channel::kSms, wish.repeatDelivered) &&
+                       CanBeTexted(rows.Field(QStringLiteral("Mobile")).ToText());
     if (isDue && refusals.value(recordId).sms == Refusal::kNone) need.toGo += cost;
   }
   return need;

@@ -188,10 +188,7 @@ void EmailSender::ReportFailure(Failure failure) {
   }
   const MessageAnswer answer = diagnostics_.ui.ShowMessage(
       {.text = QStringLiteral(
-           "QBX could not send email with the current settings. The QBX Mail Server may not be available or your "
-           "Internet Provider may not be allowing email traffic with the current Email Sender/Mail Server "
-           "settings.\r\rDo you wish to see the error message and cancel any other emails which may be queued to "
-           "send?"),
+           "QBX could not send email with the current settings. The QBX Mail Server may not be available or your Internet Provider may not be allowing email traffic with the current Email Sender/Mail Server settings.\r\rDo you wish to see the error message and cancel any other emails which may be queued to send?"),
        .icon = MessageIcon::kExclamation,
        .buttons = MessageButtons::kYesNo,
        .question = Question::kCancelQueuedEmails});

@@ -9,11 +9,10 @@ namespace {
 
 constexpr int kRunLocation = 5400;
 
-QString InDoubtLine(int rows) {
-  return QString::number(rows) + QStringLiteral(
-                                     " row(s) are in doubt and were left alone: nobody knows whether their message "
-                                     "went out. Tick Processed if it "
-                                     "arrived; tick and untick it to have it sent again.");
+QString InDoubtLine(int rows, int campaignId) {
+  return QStringLiteral(
+             "%1 row(s) are in doubt and were left alone: nobody knows whether their message went out. Tick Processed if it arrived; \"marketingctl results %2 --settle-doubt not-sent\" has it sent again.")
+      .arg(QString::number(rows), QString::number(campaignId));
 }
 
 QString ClosingLine(MailshotEnd end) {
@@ -120,7 +119,7 @@ void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templ
     summary.end = MailshotEnd::kFailed;
   }
   services_.estimate.Invalidate();
-  if (summary.inDoubt > 0) services_.resultsLog.LogProcessResult(InDoubtLine(summary.inDoubt));
+  if (summary.inDoubt > 0) services_.resultsLog.LogProcessResult(InDoubtLine(summary.inDoubt, campaignId));
   services_.resultsLog.LogProcessResult(ClosingLine(summary.end));
 }
 
@@ -139,6 +138,12 @@ bool Mailshot::AskAboutDelivered(int campaignId, MailshotSummary& summary) {
 
 Mailshot::Credits Mailshot::CheckCredits(const MailshotPlan& plan, const QString& smsTemplate,
                                          MailshotSummary& summary) {
+  services_.estimate.Invalidate();  // other desks work on the same rows
+  summary.credits = services_.estimate.EstimateSMSCredits(plan.campaignId, smsTemplate, plan.repeatDelivered);
+  if (!summary.credits) return Credits::kStop;
+  const CreditNeed& need = *summary.credits;
+  if (need.toGo == 0)
+    return Credits::kSendAll;  // no text will go, so the gateway is not needed and there is nothing to ask
   const SmsGateway::Credits credits = services_.gateway.GetSMSCredits();
   if (!credits.error.isEmpty()) {
     services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), credits.error);
@@ -148,10 +153,6 @@ Mailshot::Credits Mailshot::CheckCredits(const MailshotPlan& plan, const QString
     Tell(CreditsUnknownMessage(services_.service.supportTelephone));
     return Credits::kStop;
   }
-  summary.credits = services_.estimate.EstimateSMSCredits(plan.campaignId, smsTemplate, plan.repeatDelivered);
-  if (!summary.credits) return Credits::kStop;
-  const CreditNeed& need = *summary.credits;
-  if (need.toGo == 0) return Credits::kSendAll;  // no text will go, so there is nothing to ask
   if (need.toGo > credits.balance) {
     const CounterValues& counters = services_.counters.Values();
     const QString line = QStringLiteral("SMS Credits Remaining / Rows to Process: ") + ShortestNumber(credits.balance) +

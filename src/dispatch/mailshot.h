@@ -49,7 +49,7 @@ enum class MailshotEnd {
   kRefused,      ///< a check failed; the user was told
   kNothingLeft,  ///< every row was processed before; the user was told
   kFinished,
-  kPaused,        ///< by the user, or by cancelling queued e-mails after a failure
+  kPaused,        ///< by the user, by cancelling queued e-mails after a failure, or because a server is away
   kOutOfCredits,  ///< the texts that are left need credits
   kFailed,        ///< an unexpected error ended the run; rows processed so far stay processed
 };

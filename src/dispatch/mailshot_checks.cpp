@@ -43,8 +43,7 @@ std::optional<Message> CheckTemplates(const CounterValues& counters, const Mails
   }
   if (counters.sms + counters.emails == 0) {
     return Information(
-        "No SMS or Emails to process. No customers in the results list are selected to receive a SMS Text Message or "
-        "Email.");
+        "No SMS or Emails to process. No customers in the results list are selected to receive a SMS Text Message or Email.");
   }
   return std::nullopt;
 }
@@ -52,29 +51,20 @@ std::optional<Message> CheckTemplates(const CounterValues& counters, const Mails
 std::optional<Message> CheckOutstanding(const CounterValues& counters) {
   if (counters.sms + counters.emails != counters.smsSent + counters.emailsSent) return std::nullopt;
   return Information(
-      "No results left to process. You can manually untick the Processed flag on the Results Tab if you want to send "
-      "any particular "
-      "message again.");
+      "No results left to process. You can manually untick the Processed flag on the Results Tab if you want to send any particular message again.");
 }
 
 std::optional<Message> CheckAccounts(const CounterValues& counters, const Options& options) {
   const bool emailsOutstanding = counters.emails - counters.emailsSent > 0;
   if (emailsOutstanding && TrimBlanks(options.Reminder_From_Email).isEmpty()) {
     return Warning(
-        "E-Mails cannot be sent because your Email address has not been specified on the QBX System Settings screen / "
-        "E-Reminders "
-        "Tab.\r\rPlease configure the Email Send Settings or adjust the Send Method to remove Emails and perhaps send "
-        "SMS or Letters "
-        "instead.");
+        "E-Mails cannot be sent because your Email address has not been specified on the QBX System Settings screen / E-Reminders Tab.\r\rPlease configure the Email Send Settings or adjust the Send Method to remove Emails and perhaps send SMS or Letters instead.");
   }
   const bool textsOutstanding = counters.sms - counters.smsSent > 0;
   const bool noAccount = TrimBlanks(options.SMS_ClientID).isEmpty() || TrimBlanks(options.SMS_ClientPassword).isEmpty();
   if (textsOutstanding && noAccount) {
     return Warning(
-        "The SMS Account Username or Password have not been set in the QBX System Settings screen / Communications "
-        "Tab.\r\rPlease "
-        "configure the SMS Settings or adjust the Send Method to remove SMS and perhaps send Emails or Letters "
-        "instead.");
+        "The SMS Account Username or Password have not been set in the QBX System Settings screen / Communications Tab.\r\rPlease configure the SMS Settings or adjust the Send Method to remove SMS and perhaps send Emails or Letters instead.");
   }
   return std::nullopt;
 }
@@ -86,19 +76,14 @@ bool IsHostMailServer(const Options& options, const ServiceSettings& service) {
 std::optional<Message> HostMailServerNotice(const Options& options, const ServiceSettings& service) {
   if (!IsHostMailServer(options, service)) return std::nullopt;
   return Message{
-      .text = QStringLiteral("Please note that this system is currently configured to use the QBX Email Server. "
-                             "You can configure the system to use your own email account in the QBX System Settings "
-                             "screen on the Communcations Tab.\r\rUsing your own account may bring benefits such as "
-                             "recording the sent emails in your own Outbound or Sent Items list. It should also be "
-                             "quicker to connect and to send emails using your own email provider."),
+      .text = QStringLiteral(
+          "Please note that this system is currently configured to use the QBX Email Server. You can configure the system to use your own email account in the QBX System Settings screen on the Communcations Tab.\r\rUsing your own account may bring benefits such as recording the sent emails in your own Outbound or Sent Items list. It should also be quicker to connect and to send emails using your own email provider."),
       .icon = MessageIcon::kInformation};
 }
 
 Message CreditsUnknownMessage(const QString& supportTelephone) {
   Message message = Warning(
-      "Unable to determine the amount of SMS Text Message credits available on your account.\r\rThere may be a "
-      "technical problem with "
-      "your internet connection, or with the QBX SMS Gateway Server.\r\rPlease call QBX on ");
+      "Unable to determine the amount of SMS Text Message credits available on your account.\r\rThere may be a technical problem with your internet connection, or with the QBX SMS Gateway Server.\r\rPlease call QBX on ");
   message.text += supportTelephone + QStringLiteral(" if you require assistance.");
   return message;
 }

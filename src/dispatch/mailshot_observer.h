@@ -4,6 +4,8 @@
 
 #include <QtGlobal>
 
+#include "dispatch/send_journal.h"
+
 namespace qbx {
 
 /// The steps of one message of a row, in order.
@@ -26,6 +28,8 @@ class MailshotObserver {
     (void)point;
     (void)recordId;
   }
+  /// A message failed for certain: it was refused, or could not be tried.
+  virtual void Failed(Channel channel) { (void)channel; }
   /// \param done   messages dealt with
   /// \param total  messages the run set out with
   virtual void Progress(int done, int total) {

@@ -28,11 +28,17 @@ bool MailshotRun::ReadRows() {
   entries_ = journal_.Read(plan_.campaignId);
   if (dryRun_) refused_ = refusals_.OfCampaign(plan_.campaignId);
   if (services_.statements.dbOpenRec(rows_, SelectMailshotRows(plan_.campaignId))) return false;
+  const int record = rows_.ColumnIndex(QStringLiteral("RecordID"));
   const int sendSms = rows_.ColumnIndex(QStringLiteral("Send_SMS"));
   const int sendEmail = rows_.ColumnIndex(QStringLiteral("Send_Email"));
+  const int mobile = rows_.ColumnIndex(QStringLiteral("Mobile"));
   for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext()) {
-    texts_.left += rows_.Field(sendSms).ToBool() ? 1 : 0;
-    emails_.left += rows_.Field(sendEmail).ToBool() ? 1 : 0;
+    const bool wantsSms = rows_.Field(sendSms).ToBool();
+    const bool wantsEmail = rows_.Field(sendEmail).ToBool();
+    const JournalEntry entry = entries_.value(rows_.Field(record).ToInt()).Wanted(wantsSms, wantsEmail);
+    const QString number = rows_.Field(mobile).ToText();
+    texts_.left += wantsSms && WillTry(entry, Channel::kSms, number) ? 1 : 0;
+    emails_.left += wantsEmail && WillTry(entry, Channel::kEmail, number) ? 1 : 0;
   }
   rows_.MoveFirst();
   return true;
@@ -52,8 +58,8 @@ void MailshotRun::Run() {
     Row row = CurrentRow();
     observer_.At(MailshotPoint::kRowStarted, row.recordId);
     SendRow(row);
-    texts_.left -= row.wantsSms ? 1 : 0;
-    emails_.left -= row.wantsEmail ? 1 : 0;
+    texts_.left -= row.wantsSms && WillTry(row.journal, Channel::kSms, row.mobile) ? 1 : 0;
+    emails_.left -= row.wantsEmail && WillTry(row.journal, Channel::kEmail, row.mobile) ? 1 : 0;
     observer_.Progress(done_, total);
     observer_.At(MailshotPoint::kRowFinished, row.recordId);
     services_.diagnostics.ui.PumpEvents();
@@ -103,16 +109,25 @@ void MailshotRun::SendRow(Row& row) {
   if (complete && !row.marked && !dryRun_) Mark(row);
 }
 
+bool MailshotRun::WillTry(const JournalEntry& entry, Channel channel, const QString& mobile) const {
+  const bool due = !entry.InDoubt() && entry.IsDue(channel, plan_.repeatDelivered);
+  return due && (channel == Channel::kEmail || CanBeTexted(mobile));
+}
+
+bool MailshotRun::Repeats(Channel channel) const {
+  return plan_.repeatDelivered && (channel == Channel::kSms ? emails_ : texts_).open;
+}
+
 void MailshotRun::SendText(Row& row) {
-  if (row.journal.IsDue(Channel::kSms, plan_.repeatDelivered)) {
+  if (row.journal.IsDue(Channel::kSms, Repeats(Channel::kSms))) {
     if (!texts_.open) {
       row.unfinished = true;
       return;
     }
     if (row.mobile.size() >= kShortestMobile) {
-      Count(row, SendSMSToMobile(row), summary_.smsSent, summary_.smsFailed);
+      Count(row, Channel::kSms, SendSMSToMobile(row));
     } else if (!row.wantsEmail) {
-      Count(row, Sent::kNo, summary_.smsSent, summary_.smsFailed);
+      Count(row, Channel::kSms, Sent::kNo);
     }
   }
   ++counters_.smsSent;
@@ -120,25 +135,27 @@ void MailshotRun::SendText(Row& row) {
 }
 
 void MailshotRun::SendEmail(Row& row) {
-  if (row.journal.IsDue(Channel::kEmail, plan_.repeatDelivered)) {
+  if (row.journal.IsDue(Channel::kEmail, Repeats(Channel::kEmail))) {
     if (!emails_.open) {
       row.unfinished = true;
       return;
     }
-    Count(row, ProcessEmail(row), summary_.emailSent, summary_.emailFailed);
+    Count(row, Channel::kEmail, ProcessEmail(row));
   }
   ++counters_.emailsSent;
   ++done_;
 }
 
-void MailshotRun::Count(Row& row, Sent sent, int& sentCounter, int& failedCounter) {
+void MailshotRun::Count(Row& row, Channel channel, Sent sent) {
+  const bool isText = channel == Channel::kSms;
   switch (sent) {
     case Sent::kYes:
-      ++sentCounter;
+      ++(isText ? summary_.smsSent : summary_.emailSent);
       break;
     case Sent::kNo:
-      ++failedCounter;
+      ++(isText ? summary_.smsFailed : summary_.emailFailed);
       row.failed = true;
+      observer_.Failed(channel);
       break;
     case Sent::kUncertain:
       if (!row.inDoubt) ++summary_.inDoubt;
@@ -149,7 +166,8 @@ void MailshotRun::Count(Row& row, Sent sent, int& sentCounter, int& failedCounte
       row.unfinished = true;
       break;
     case Sent::kWithdrawn:
-      if (!row.unfinished) LogWithdrawn(row);
+      if (!row.withdrawn) LogWithdrawn(row);
+      row.withdrawn = true;
       row.unfinished = true;
       break;
   }
@@ -158,14 +176,14 @@ void MailshotRun::Count(Row& row, Sent sent, int& sentCounter, int& failedCounte
 MailshotRun::Sent MailshotRun::SendSMSToMobile(Row& row) {
   const std::optional<QString> mobile = CleanMobileNumber(row.mobile);
   if (dryRun_) return AnnounceDry(row, Channel::kSms).value_or(mobile ? Sent::kYes : Sent::kNo);
-  if (!mobile) {
-    Settle(row, Channel::kSms, Sent::kNo, [] {});
-    return Sent::kNo;
-  }
   QString text;
   sms_.Merge(row.values, services_.diagnostics.clock.Today(), text);
   text.truncate(kMaxSmsLength);
   if (const std::optional<Sent> refused = Announce(row, Channel::kSms)) return *refused;
+  if (!mobile) {
+    Settle(row, Channel::kSms, Sent::kNo, [] {});
+    return Sent::kNo;
+  }
   const SmsResult result = services_.gateway.SendSMS(row.customer, *mobile, text);
   observer_.At(MailshotPoint::kAfterSend, row.recordId);
   const Sent sent = result.accepted ? Sent::kYes : result.uncertain ? Sent::kUncertain : Sent::kNo;
@@ -268,7 +286,7 @@ void MailshotRun::Settle(Row& row, Channel channel, Sent sent, Record record) {
 }
 
 bool MailshotRun::IsLastMessage(const Row& row, Channel channel) const {
-  return channel == Channel::kEmail || !row.wantsEmail || !row.journal.IsDue(Channel::kEmail, plan_.repeatDelivered);
+  return channel == Channel::kEmail || !row.wantsEmail || !row.journal.IsDue(Channel::kEmail, Repeats(Channel::kEmail));
 }
 
 void MailshotRun::Mark(Row& row) {

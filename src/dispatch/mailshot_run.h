@@ -46,6 +46,7 @@ class MailshotRun {
     bool unfinished = false;  ///< a message was skipped, left out or is in doubt: the row is not processed
     bool inDoubt = false;
     QString leftOut = {};  ///< why a message was left out
+    bool withdrawn = false;
     bool marked = false;
   };
   enum class Sent {
@@ -59,7 +60,7 @@ class MailshotRun {
   struct ChannelState {
     bool open = true;
     bool paused = false;  ///< closed by this run, because its server is away
-    int left = 0;         ///< messages of the rows not yet visited
+    int left = 0;         ///< messages of the rows not yet visited that are still to be tried
     ServerWatch server;
   };
 
@@ -83,7 +84,12 @@ class MailshotRun {
   void LogWithdrawn(const Row& row);
   [[nodiscard]] bool IsLastMessage(const Row& row, Channel channel) const;
   void Mark(Row& row);
-  void Count(Row& row, Sent sent, int& sentCounter, int& failedCounter);
+  void Count(Row& row, Channel channel, Sent sent);
+  /// Whether this run is going to try a message of a row that asks for it.
+  /// \param mobile  of the row
+  [[nodiscard]] bool WillTry(const JournalEntry& entry, Channel channel, const QString& mobile) const;
+  /// Whether the half of a row that was delivered goes again, because the user wants that and the half that failed is tried now.
+  [[nodiscard]] bool Repeats(Channel channel) const;
   /// Pauses a channel whose server is away, unless the user says otherwise.
   void NoteServer(Channel channel, ServerSign sign, const QString& failure);
   [[nodiscard]] ChannelState& StateOf(Channel channel) { return channel == Channel::kSms ? texts_ : emails_; }

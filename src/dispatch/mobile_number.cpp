@@ -15,6 +15,10 @@ bool IsLatinCapital(QChar c) {
 
 }  // namespace
 
+bool CanBeTexted(const QString& typed) {
+  return typed.size() >= kShortestMobile && CleanMobileNumber(typed).has_value();
+}
+
 std::optional<QString> CleanMobileNumber(const QString& typed) {
   QString number = TrimBlanks(typed.toUpper());
   number.remove(QLatin1Char(' '));

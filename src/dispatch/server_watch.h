@@ -9,7 +9,7 @@ enum class ServerSign {
   kServes,       ///< it took the message, or refused it with a reason
   kUnknown,      ///< nothing: the message was not tried, or nobody knows what became of it
   kUnreachable,  ///< connecting or logging in failed
-  kErrorPage,    ///< a status of 500 or more, or a web page instead of a reply
+  kErrorPage,    ///< a status of 500 or more, or a web page of whatever status instead of a reply
 };
 
 /// Counts the failures in a row that say a server is away. One for each channel of a run.

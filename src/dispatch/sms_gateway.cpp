@@ -20,7 +20,7 @@ SmsResult NoReply(const HttpReply& reply) {
   SmsResult result;
   result.uncertain = reply.body || reply.inDoubt;
   result.failure = reply.body ? QLatin1String(kWebPage) : reply.error;
-  if (reply.body || reply.status >= kServerError) {
+  if (reply.body || reply.isHtml || reply.status >= kServerError) {
     result.sign = ServerSign::kErrorPage;
   } else if (reply.status == 0) {
     result.sign = reply.inDoubt ? ServerSign::kUnknown : ServerSign::kUnreachable;

@@ -25,9 +25,8 @@ struct SendArguments {
 /// Shows progress, turns Ctrl+C into a pause, and files the results log.
 class Watch final : public MailshotObserver {
  public:
-  /// \param stopOnError  where to look after each row whether its e-mail failed, and stop then; null: go on
-  Watch(HeadlessUi& ui, ResultsLogFile* file, Statements* stopOnError)
-      : ui_(ui), file_(file), stopOnError_(stopOnError) {}
+  /// \param stopOnError  pause after the first row whose e-mail failed
+  Watch(HeadlessUi& ui, ResultsLogFile* file, bool stopOnError) : ui_(ui), file_(file), stopOnError_(stopOnError) {}
   void SetRun(Mailshot* run) { run_ = run; }
 
   void Line(const QString& line) {
@@ -38,11 +37,11 @@ class Watch final : public MailshotObserver {
     }
   }
 
-  void At(MailshotPoint point, qint64 recordId) override {
-    if (point == MailshotPoint::kRowStarted) tried_ = false;
-    if (point == MailshotPoint::kAfterJournal) tried_ = true;
+  void Failed(Channel channel) override { emailFailed_ = emailFailed_ || channel == Channel::kEmail; }
+  void At(MailshotPoint point, qint64) override {
     if (point != MailshotPoint::kRowFinished || paused_) return;
-    if (!HeadlessUi::Interrupted() && !EmailFailed(recordId)) return;
+    // The question whether to cancel the queued e-mails is not asked about an address that is none.
+    if (!HeadlessUi::Interrupted() && !(stopOnError_ && emailFailed_)) return;
     paused_ = true;
     run_->Pause();
   }
@@ -61,22 +60,10 @@ class Watch final : public MailshotObserver {
       file_->Append(line);
   }
 
-  /// The question whether to cancel the queued e-mails is not asked about an address that is none, so the journal is.
-  [[nodiscard]] bool EmailFailed(qint64 recordId) const {
-    if (stopOnError_ == nullptr || !tried_) return false;
-    Recordset rows;
-    return stopOnError_->dbRunCommand(
-               QStringLiteral("SELECT Count(1) FROM Send_Journal WHERE RecordID = %1 AND Channel = %2 AND State = %3")
-                   .arg(recordId)
-                   .arg(static_cast<int>(Channel::kEmail))
-                   .arg(static_cast<int>(JournalState::kFailed)),
-               true, CommandType::kText, rows) > 0;
-  }
-
   HeadlessUi& ui_;
   ResultsLogFile* file_;
-  Statements* stopOnError_;
-  bool tried_ = false;  ///< of the current row something was announced in the journal
+  bool stopOnError_;
+  bool emailFailed_ = false;
   QStringList waiting_;
   bool started_ = false;
   Mailshot* run_ = nullptr;
@@ -185,7 +172,7 @@ int Send(Program& program, const SendArguments& arguments) {
 
   const CampaignRecord& record = app.campaign.record;
   ResultsLogFile file(app.log.Path(), record.ID);
-  Watch watch(program.ui, arguments.dryRun ? nullptr : &file, arguments.stopOnError ? &app.statements : nullptr);
+  Watch watch(program.ui, arguments.dryRun ? nullptr : &file, arguments.stopOnError);
   program.desk.resultsLog.SetSink([&watch](const QString& line) { watch.Line(line); });
   Mailshot run = program.desk.MakeMailshot(watch);
   watch.SetRun(&run);
@@ -219,9 +206,7 @@ void AddSendCommand(Runner& runner) {
   command.add_flag("--keep-going", arguments->keepGoing,
                    "Go on with a channel whose server failed three times in a row (without it that channel pauses)");
   command.footer(
-      "Example: marketingctl --folder garage --user Pat send 12 --yes\n"
-      "Ctrl+C pauses after the current row; the next send goes on. Exit codes: 3 some rows failed or are in doubt, 4 "
-      "paused.");
+      "Example: marketingctl --folder garage --user Pat send 12 --yes\nCtrl+C pauses after the current row; the next send goes on. Exit codes: 3 some rows failed or are in doubt, 4 paused.");
   runner.AddCommand(command, [arguments](Program& program) { return Send(program, *arguments); });
 }
 

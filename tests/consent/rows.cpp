@@ -6,15 +6,6 @@ namespace {
 constexpr int kShortestMobileOfRule = 6;
 constexpr int kShortestEmailOfRule = 6;
 
-/// A customer who was deleted counts as No to everything.
-const Customer kGone = [] {
-  Customer customer;
-  customer.noMarketing = true;
-  customer.consent = 2;
-  customer.canSms = customer.canEmail = customer.canLetter = 0;
-  return customer;
-}();
-
 /// Consented, not asked, opted out: the further on, the stricter.
 int StrictnessOfConsent(const Number& consent) {
   switch (consent.value_or(0)) {
@@ -123,8 +114,8 @@ Row MakeRow(const Picked& picked) {
 }
 
 Verdict AskAgain(const Row& row, Channel channel, const World& world) {
-  const Customer* known = world.Find(row.customer);
-  const Customer* now = known == nullptr ? &kGone : known;
+  const Customer* now = world.Find(row.customer);
+  if (now == nullptr) return Verdict::kMustNot;
   if (StrictnessOfConsent(now->consent) > StrictnessOfConsent(row.consent)) return Verdict::kMustNot;
   if (now->noMarketing && row.marketing) return Verdict::kMustNot;
   const bool text = channel == Channel::kSms;

@@ -61,9 +61,7 @@ TEST_F(MailshotResumeTest, LeavesRowsInDoubtToAPerson) {
   const QStringList reached = Reached(sandbox);
   EXPECT_EQ(desk.Send().inDoubt, 2);
   EXPECT_EQ(Reached(sandbox), reached);
-  EXPECT_TRUE(desk.LogTexts().contains(
-      "2 row(s) are in doubt and were left alone: nobody knows whether their message went out. "
-      "Tick Processed if it arrived; tick and untick it to have it sent again."));
+  EXPECT_EQ(desk.LogTexts().filter("2 row(s) are in doubt and were left alone").size(), 2);
   // Ticked: taken for sent. Ticked and unticked: due whole.
   ToggleProcessed(text);
   ToggleProcessed(mail);

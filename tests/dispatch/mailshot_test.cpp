@@ -288,6 +288,23 @@ TEST_F(MailshotTest, SendsTheEMailsThatAreLeftWithoutCredits) {
   EXPECT_EQ(desk.Processed().size(), 5);
 }
 
+TEST_F(MailshotTest, NeedsNeitherCreditsNorTheGatewayForEMailsAlone) {
+  for (int customer = 101; customer <= 104; ++customer)
+    desk.AddRow(customer, QStringLiteral("07700900%1").arg(customer), QStringLiteral("c%1@x.test").arg(customer));
+  const QString port = desk.options.SMTP_Port;
+  desk.options.SMTP_Port = "1";
+  EXPECT_EQ(desk.Send().smsSent, 4);
+  aboutDelivered = MessageAnswer::kYes;
+  EXPECT_EQ(desk.Send().smsSent, ServerWatch::kEnough)
+      << "what was delivered goes again only while its other half is tried";
+  desk.options.SMTP_Port = port;
+  desk.options.SMS_Server = "127.0.0.1:1";
+  desk.state.SMSCreditsRemaining = 0;
+  aboutDelivered = MessageAnswer::kNo;
+  EXPECT_EQ(desk.Send().emailSent, 4);
+  EXPECT_EQ(desk.Processed().size(), 4);
+}
+
 TEST_F(MailshotTest, LeavesAloneWhatIsWithdrawnMeanwhile) {
   const qint64 first = desk.AddRow(101, "07700900101", "a@x.test");
   desk.AddRow(102, "07700900102", "b@x.test");

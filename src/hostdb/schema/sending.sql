@@ -26,7 +26,7 @@ END;
 
 -- Why a message of a results row must not go any more: the customer's answer is stricter now than the one the row was selected with, or only
 -- customers who opted in may be contacted by now. What the user chose on purpose (customers who opted out, "No Marketing", flags set by hand)
--- stays as it was chosen. 0: nothing against it. 1 the customer is gone (which counts as No to everything), 2 opted out, 3 not opted in, 4 No
+-- stays as it was chosen. 0: nothing against it. 1 the customer is gone (which is a No to everything), 2 opted out, 3 not opted in, 4 No
 -- Marketing, 5 no longer agrees to this channel.
 -- Answers in order of strictness. Consent: 0 consented, 1 not asked, 2 opted out. A channel: 0 agreed, 1 never asked, 2 refused.
 CREATE VIEW Send_Refusals AS
@@ -36,7 +36,7 @@ SELECT RecordID, CampaignID,
 FROM (
   SELECT RecordID, CampaignID, SMS_Then, SMS_Now, Email_Then, Email_Now, AskChannels,
     CASE
-      WHEN IsGone = 1 AND (Consent_Then < 2 OR Marketing_Then = 1 OR OptedInOnly = 1) THEN 1
+      WHEN IsGone = 1 THEN 1
       WHEN Consent_Now > Consent_Then THEN CASE Consent_Now WHEN 2 THEN 2 ELSE 3 END
       WHEN OptedInOnly = 1 AND (Consent_Now > 0 OR (AskChannels = 1 AND AgreesToNone = 1)) THEN 3
       WHEN Marketing_Now < Marketing_Then THEN 4
@@ -46,13 +46,13 @@ FROM (
     SELECT r.RecordID, r.CampaignID,
       CASE WHEN c.Customer IS NULL THEN 1 ELSE 0 END AS IsGone,
       CASE r.Consent_Response WHEN 1 THEN 0 WHEN 2 THEN 2 ELSE 1 END AS Consent_Then,
-      CASE WHEN c.Customer IS NULL THEN 2 ELSE CASE c.Consent_Response WHEN 1 THEN 0 WHEN 2 THEN 2 ELSE 1 END END AS Consent_Now,
+      CASE c.Consent_Response WHEN 1 THEN 0 WHEN 2 THEN 2 ELSE 1 END AS Consent_Now,
       CASE r.Marketing WHEN 0 THEN 0 ELSE 1 END AS Marketing_Then,
-      CASE WHEN c.Customer IS NULL OR c.No_Marketing <> 0 THEN 0 ELSE 1 END AS Marketing_Now,
+      CASE c.No_Marketing WHEN 0 THEN 1 ELSE 0 END AS Marketing_Now,
       CASE r.Can_Send_SMS WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END AS SMS_Then,
-      CASE WHEN c.Customer IS NULL THEN 2 ELSE CASE c.Can_Send_SMS WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END END AS SMS_Now,
+      CASE c.Can_Send_SMS WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END AS SMS_Now,
       CASE r.Can_Send_Email WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END AS Email_Then,
-      CASE WHEN c.Customer IS NULL THEN 2 ELSE CASE c.Can_Send_Email WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END END AS Email_Now,
+      CASE c.Can_Send_Email WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END AS Email_Now,
       CASE WHEN c.Can_Send_SMS = 1 OR c.Can_Send_Email = 1 OR c.Can_Send_Letter = 1 THEN 0 ELSE 1 END AS AgreesToNone,
       CASE WHEN o.Only_Send_Comms_When_Opted_In = 1 THEN 1 ELSE 0 END AS OptedInOnly,
       CASE WHEN o.Using_Vrelo = 1 THEN 1 ELSE 0 END AS AskChannels
