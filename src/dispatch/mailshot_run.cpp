@@ -26,7 +26,7 @@ MailshotRun::MailshotRun(const MailshotServices& services, MailshotObserver& obs
 
 bool MailshotRun::ReadRows() {
   entries_ = journal_.Read(plan_.campaignId);
-  if (dryRun_) refused_ = refusals_.OfCampaign(plan_.campaignId);
+  refused_ = refusals_.OfCampaign(plan_.campaignId);
   if (services_.statements.dbOpenRec(rows_, SelectMailshotRows(plan_.campaignId))) return false;
   const int record = rows_.ColumnIndex(QStringLiteral("RecordID"));
   const int sendSms = rows_.ColumnIndex(QStringLiteral("Send_SMS"));
@@ -35,10 +35,11 @@ bool MailshotRun::ReadRows() {
   for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext()) {
     const bool wantsSms = rows_.Field(sendSms).ToBool();
     const bool wantsEmail = rows_.Field(sendEmail).ToBool();
-    const JournalEntry entry = entries_.value(rows_.Field(record).ToInt()).Wanted(wantsSms, wantsEmail);
+    const qint64 id = rows_.Field(record).ToInt();
+    const JournalEntry entry = entries_.value(id).Wanted(wantsSms, wantsEmail);
     const QString number = rows_.Field(mobile).ToText();
-    texts_.left += wantsSms && WillTry(entry, Channel::kSms, number) ? 1 : 0;
-    emails_.left += wantsEmail && WillTry(entry, Channel::kEmail, number) ? 1 : 0;
+    texts_.left += wantsSms && WillTry(id, entry, Channel::kSms, number) ? 1 : 0;
+    emails_.left += wantsEmail && WillTry(id, entry, Channel::kEmail, number) ? 1 : 0;
   }
   rows_.MoveFirst();
   return true;
@@ -58,8 +59,8 @@ void MailshotRun::Run() {
     Row row = CurrentRow();
     observer_.At(MailshotPoint::kRowStarted, row.recordId);
     SendRow(row);
-    texts_.left -= row.wantsSms && WillTry(row.journal, Channel::kSms, row.mobile) ? 1 : 0;
-    emails_.left -= row.wantsEmail && WillTry(row.journal, Channel::kEmail, row.mobile) ? 1 : 0;
+    texts_.left -= row.wantsSms && WillTry(row.recordId, row.journal, Channel::kSms, row.mobile) ? 1 : 0;
+    emails_.left -= row.wantsEmail && WillTry(row.recordId, row.journal, Channel::kEmail, row.mobile) ? 1 : 0;
     observer_.Progress(done_, total);
     observer_.At(MailshotPoint::kRowFinished, row.recordId);
     services_.diagnostics.ui.PumpEvents();
@@ -109,9 +110,10 @@ void MailshotRun::SendRow(Row& row) {
   if (complete && !row.marked && !dryRun_) Mark(row);
 }
 
-bool MailshotRun::WillTry(const JournalEntry& entry, Channel channel, const QString& mobile) const {
+bool MailshotRun::WillTry(qint64 recordId, const JournalEntry& entry, Channel channel, const QString& mobile) const {
   const bool due = !entry.InDoubt() && entry.IsDue(channel, plan_.repeatDelivered);
-  return due && (channel == Channel::kEmail || CanBeTexted(mobile));
+  return due && refused_.value(recordId).Of(channel) == Refusal::kNone &&
+         (channel == Channel::kEmail || CanBeTexted(mobile));
 }
 
 bool MailshotRun::Repeats(Channel channel) const {

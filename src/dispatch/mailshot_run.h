@@ -85,9 +85,8 @@ class MailshotRun {
   [[nodiscard]] bool IsLastMessage(const Row& row, Channel channel) const;
   void Mark(Row& row);
   void Count(Row& row, Channel channel, Sent sent);
-  /// Whether this run is going to try a message of a row that asks for it.
-  /// \param mobile  of the row
-  [[nodiscard]] bool WillTry(const JournalEntry& entry, Channel channel, const QString& mobile) const;
+  /// Whether this run is going to try a message of a row that asks for it, as things stood when it began.
+  [[nodiscard]] bool WillTry(qint64 recordId, const JournalEntry& entry, Channel channel, const QString& mobile) const;
   /// Whether the half of a row that was delivered goes again, because the user wants that and the half that failed is tried now.
   [[nodiscard]] bool Repeats(Channel channel) const;
   /// Pauses a channel whose server is away, unless the user says otherwise.
@@ -104,7 +103,7 @@ class MailshotRun {
   SendJournal journal_;
   SendRefusals refusals_;
   QHash<qint64, JournalEntry> entries_;
-  QHash<qint64, RowRefusals> refused_;  ///< of a dry run, which asks once
+  QHash<qint64, RowRefusals> refused_;  ///< when the run began
   CompiledTemplate sms_;
   CompiledTemplate subject_;
   CompiledTemplate body_;
