@@ -154,7 +154,7 @@ void Ledger::CheckContent(const Row& row, const Delivery& delivery) {
 std::set<int> Ledger::HalfDelivered(bool otherFailed) const {
   std::set<int> customers;
   for (const Row& row : rows) {
-    if (!row.due || row.doubt || !row.sms.wanted || !row.mail.wanted) continue;
+    if (!row.due || (otherFailed && row.doubt) || !row.sms.wanted || !row.mail.wanted) continue;
     const auto half = [&](const Half& one, const Half& other) {
       return one.delivered && (other.refused || !otherFailed);
     };
