@@ -95,8 +95,8 @@ void Ledger::Received(const Delivery& delivery, Outcome outcome, bool arrived) {
   Half& half = row->Of(delivery.channel);
   half.attempted = true;
   half.refused = outcome == Outcome::kRefused;
-  if (outcome == Outcome::kUncertain) half.mayDoubt = true;
-  if (outcome == Outcome::kAccepted) half.delivered = true;
+  half.delivered = outcome == Outcome::kAccepted;
+  if (outcome == Outcome::kUncertain) half.mayDoubt = row->doubt = true;
   CheckAnnounced(*row, delivery.channel);
   CheckContent(*row, delivery);
   if (half.arrived > 0 && !half.permit) Fault(*row, delivery.channel, QStringLiteral("went out TWICE"));
