@@ -11,7 +11,9 @@ namespace qbx::consent {
 class HostProgram {
  public:
   HostProgram(World& world, Ledger& ledger, Story& story, const QString& file, quint64 seed)
-      : world_(world), ledger_(ledger), story_(story), random_(seed, 21), file_(file) {}
+      : world_(world), ledger_(ledger), story_(story), random_(seed, 21), file_(file) {
+    sqlite3_busy_timeout(Database(), kPatience);
+  }
 
   /// A customer takes back an answer (or gives one), is set to "No Marketing" or deleted; or an option is switched on.
   void Withdraw();
@@ -22,6 +24,8 @@ class HostProgram {
   [[nodiscard]] sqlite3* Database() const { return file_.Handle(); }
 
  private:
+  static constexpr int kPatience = 60'000;  // milliseconds; the program writes as well
+
   [[nodiscard]] Customer* Choose();
   void WithdrawOne(Customer& customer);
   void Disturb(int customer);

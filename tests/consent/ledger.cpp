@@ -95,8 +95,8 @@ void Ledger::Received(const Delivery& delivery, Outcome outcome, bool arrived) {
   Half& half = row->Of(delivery.channel);
   half.attempted = true;
   half.refused = outcome == Outcome::kRefused;
-  if (outcome == Outcome::kUncertain) half.mayDoubt = true;
-  if (outcome == Outcome::kAccepted) half.delivered = true;
+  half.delivered = outcome == Outcome::kAccepted;
+  if (outcome == Outcome::kUncertain) half.mayDoubt = row->doubt = true;
   CheckAnnounced(*row, delivery.channel);
   CheckContent(*row, delivery);
   if (half.arrived > 0 && !half.permit) Fault(*row, delivery.channel, QStringLiteral("went out TWICE"));
@@ -154,7 +154,7 @@ void Ledger::CheckContent(const Row& row, const Delivery& delivery) {
 std::set<int> Ledger::HalfDelivered(bool otherFailed) const {
   std::set<int> customers;
   for (const Row& row : rows) {
-    if (!row.due || row.doubt || !row.sms.wanted || !row.mail.wanted) continue;
+    if (!row.due || (otherFailed && row.doubt) || !row.sms.wanted || !row.mail.wanted) continue;
     const auto half = [&](const Half& one, const Half& other) {
       return one.delivered && (other.refused || !otherFailed);
     };

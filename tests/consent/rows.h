@@ -11,7 +11,7 @@ namespace qbx::consent {
 /// One message of a row: its text or its e-mail.
 struct Half {
   bool wanted = false;     ///< the row's send flag
-  bool delivered = false;  ///< it arrived and the program was told so; a person can take that back
+  bool delivered = false;  ///< when it went last the program was told that it arrived; a person can take that back
   int arrived = 0;         ///< how often it reached the customer since it was last due anew
   bool permit = false;     ///< the user agreed that it goes once more
   bool mayDoubt = false;   ///< an answer was lost or a process ended with it on its way

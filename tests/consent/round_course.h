@@ -1,0 +1,111 @@
+// The course of a round in the process; see round.h.
+
+#pragma once
+
+#include "consent/desk_user.h"
+#include "consent/garage_folder.h"
+#include "consent/host_program.h"
+#include "consent/make_world.h"
+#include "consent/round.h"
+#include "consent/stored_rows.h"
+#include "consent/weather.h"
+
+namespace qbx::consent {
+
+inline constexpr char kComputer[] = "WORKSHOP-PC";
+inline constexpr char kOtherComputer[] = "OFFICE-PC";
+
+/// Seconds after which a claim of another computer is void.
+inline constexpr qint64 kLongSilence = qint64{CampaignClaim::kSilence + 1} * 60;
+
+/// Two users, PAT and JO, on one database. PAT does the steps and sends; JO sets flags, wants to send too, or takes over.
+class Round {
+ public:
+  Round(const RoundWishes& wishes, int number, Story& story)
+      : story_(story),
+        seed_(RoundSeed(wishes.seed, number)),
+        random_(seed_, 100),
+        world_(MakeGarage(wishes)),
+        ledger_(world_, story, around_.clock),
+        gateway_(ledger_, seed_),
+        mail_(ledger_, seed_),
+        host_(world_, ledger_, story, folder_.DatabaseFile(), seed_) {
+    around_.folder = folder_.Path();
+    around_.gateway = &gateway_;
+    around_.mail = &mail_;
+    StoreWorld(world_, {}, host_.Database());
+  }
+
+  RoundCounts Play() {
+    StartUser();
+    if (SelectRows() && PrepareRows()) {
+      for (int runs = random_.Between(1, 3); runs > 0 && !story_.Failed(); --runs) {
+        DisturbedRun();
+        BetweenRuns();
+      }
+      LastRuns();
+    }
+    counts_.arrived = ledger_.Arrived();
+    return counts_;
+  }
+
+ private:
+  World MakeGarage(const RoundWishes& wishes) {
+    RandomSource random(seed_, 1);
+    return MakeWorld(random, wishes.customers > 0 ? wishes.customers : random.Between(3, 70));
+  }
+
+  // The two users.
+  void StartUser();
+  DeskUser& Other();
+  void Restart();
+
+  // Steps 1 to 4.
+  bool SelectRows();
+  bool PrepareRows();
+  void Click(DeskUser& user);
+  void Between(int percent);
+  bool Compare(bool filtered, const QString& step);
+  bool Dies(int calls, const std::function<void()>& step);
+  void DieInQuery();
+  void DieInMethods(const SendMethods& methods);
+
+  // Sending.
+  void DisturbedRun();
+  void BetweenRuns();
+  void SelectAgain();
+  void LastRuns();
+  void SettleDoubts();
+  void SettleOne(const StoredRow& stored, bool arrived);
+  void Reopen(Row& row);
+  MailshotSummary Run(DeskUser& user, const std::vector<Watch::Disturbance>& disturbances);
+  [[nodiscard]] std::vector<Watch::Disturbance> MakeDisturbances();
+  [[nodiscard]] std::function<void()> MakeAction(MailshotPoint point);
+  void OtherSends();
+  void OtherTakesOver(bool onItsWay);
+
+  Story& story_;
+  quint64 seed_;
+  RandomSource random_;
+  GarageFolder folder_;
+  Surroundings around_;
+  World world_;
+  Ledger ledger_;
+  FakeGateway gateway_;
+  FakeMail mail_;
+  HostProgram host_;
+  Settings seen_;  ///< the options as the first user's program knows them
+  QueryPlan plan_;
+  std::unique_ptr<DeskUser> user_;
+  std::unique_ptr<DeskUser> other_;
+  Watch* watch_ = nullptr;
+  Mailshot* run_ = nullptr;
+  bool takenOver_ = false;  ///< the present run lost its claim to another computer
+  QDate today_;             ///< when the present run began
+  int campaign_ = 0;
+  bool saved_ = false;
+  bool restarted_ = false;  ///< what step 2 showed is not there any more
+  RoundCounts counts_;
+};
+
+}  // namespace qbx::consent
