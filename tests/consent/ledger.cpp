@@ -155,6 +155,9 @@ std::set<int> Ledger::HalfDelivered(bool otherFailed) const {
   std::set<int> customers;
   for (const Row& row : rows) {
     if (!row.due || (otherFailed && row.doubt) || !row.sms.wanted || !row.mail.wanted) continue;
+    const bool refused = AskAgain(row, Channel::kSms, world_) == Verdict::kMustNot ||
+                         AskAgain(row, Channel::kEmail, world_) == Verdict::kMustNot;
+    if (otherFailed && refused) continue;  // nothing of it would be tried
     const auto half = [&](const Half& one, const Half& other) {
       return one.delivered && (other.refused || !otherFailed);
     };
