@@ -9,7 +9,12 @@
 namespace qbx {
 
 SqliteFailure::SqliteFailure(sqlite3* database)
-    : std::runtime_error(database != nullptr ? sqlite3_errmsg(database) : "out of memory") {}
+    : std::runtime_error(database != nullptr ? sqlite3_errmsg(database) : "out of memory"),
+      code_(sqlite3_errcode(database) & 0xFF) {}
+
+bool SqliteFailure::IsBusy() const {
+  return code_ == SQLITE_BUSY;
+}
 
 SqliteFile::SqliteFile(const QString& path) {
   const int result =

@@ -20,6 +20,12 @@ namespace qbx {
 class SqliteFailure : public std::runtime_error {
  public:
   explicit SqliteFailure(sqlite3* database);
+
+  /// Whether it failed only since another connection uses the file.
+  [[nodiscard]] bool IsBusy() const;
+
+ private:
+  int code_;
 };
 
 /// An open database file, with the functions and the collation that the engine registers on its own connections: an
