@@ -17,7 +17,14 @@
 namespace qbx {
 namespace {
 
-enum Refusal { kNewerFile = 948, kNoRoom = 1105, kCannotWrite = 3906, kInUse = 5061, kUpgradeFailed = 5069 };
+enum Refusal {
+  kNewerFile = 948,
+  kNoRoom = 1105,
+  kCannotWrite = 3906,
+  kInUse = 5061,
+  kUpgradeFailed = 5069,
+  kUnknownAge = 5120
+};
 
 constexpr int kKeptCopies = 2;
 constexpr int kShortestWaitMs = 20;
@@ -43,30 +50,13 @@ int NewestOf(std::span<const EmbeddedSql> upgrades) {
   return upgrades.empty() ? 0 : NumberOf(upgrades.back());
 }
 
-/// Nothing for what is no host database, or cannot be read.
-std::optional<FileState> ReadState(sqlite3* database) {
-  try {
-    SqliteStatement read(database, "SELECT File_Number, Objects_Fingerprint FROM _Version");
-    if (!read.Step()) return std::nullopt;
-    return FileState{static_cast<int>(read.IntegerAt(0)), read.TextAt(1)};
-  } catch (const SqliteFailure&) {
-    // Databases without a number had another column in its place.
-  }
-  try {
-    SqliteStatement read(database, "SELECT Procedures_Version FROM _Version");
-    return read.Step() ? std::optional<FileState>(FileState{}) : std::nullopt;
-  } catch (const SqliteFailure&) {
-    return std::nullopt;
-  }
-}
-
 QString NameOf(const QString& path) {
   return QFileInfo(path).completeBaseName();
 }
 
 [[noreturn]] void Refuse(const QString& path, Refusal reason, const QString& why) {
   const QString subject =
-      reason == kNewerFile
+      reason == kNewerFile || reason == kUnknownAge
           ? QStringLiteral("The database \"%1\" cannot be opened. ")
           : QStringLiteral("The database \"%1\" has to be brought up to date for this version of the program, but ");
   throw ServerError(reason, subject.arg(NameOf(path)) + why + QStringLiteral(" Nothing was changed."));
@@ -81,6 +71,26 @@ void RefuseNewer(const QString& path, const FileState& state, int newest) {
   Refuse(path, kNewerFile,
          QStringLiteral("A newer version of the program made it or brought it up to date. ") + numbers +
              QStringLiteral(" Install the newer version on this computer, too."));
+}
+
+/// Reads one row. \return nothing when the table or a column is not there
+std::optional<FileState> ReadStateWith(const QString& path, sqlite3* database, const char* sql) {
+  try {
+    SqliteStatement read(database, sql);
+    if (read.Step()) return FileState{static_cast<int>(read.IntegerAt(0)), read.TextAt(1)};
+  } catch (const SqliteFailure& failure) {
+    if (!failure.IsMissingObject()) throw;
+    return std::nullopt;
+  }
+  Refuse(path, kUnknownAge, QStringLiteral("How old it is is not known, since its table _Version is empty."));
+}
+
+/// Nothing for what is no host database.
+/// \throws SqliteFailure when it cannot be read, DatabaseError when it does not say its number
+std::optional<FileState> ReadState(const QString& path, sqlite3* database) {
+  auto state = ReadStateWith(path, database, "SELECT File_Number, Objects_Fingerprint FROM _Version");
+  // Databases without a number had another column in its place.
+  return state ? state : ReadStateWith(path, database, "SELECT 0, NULL, Procedures_Version FROM _Version");
 }
 
 /// Nobody else has the file while this lives and `Has()`. The database is out of write-ahead-log mode, since only then others are seen.
@@ -145,7 +155,7 @@ void BringUp(const QString& path, sqlite3* database, std::span<const EmbeddedSql
   ExecuteSql(database, "BEGIN IMMEDIATE");
   try {
     // Another program may have been here since the first look.
-    const FileState state = ReadState(database).value_or(FileState{});
+    const FileState state = ReadState(path, database).value_or(FileState{});
     const int number = NewestOf(upgrades);
     RefuseNewer(path, state, number);
     std::vector<SchemaObject> aside = TakeObjectsAside(database);
@@ -169,7 +179,8 @@ Outcome Upgrade(const QString& path, sqlite3* database, std::span<const Embedded
   const SoleUse use(database);
   if (!use.Has()) return Outcome::kOthersHaveIt;
   const int number = NewestOf(upgrades);
-  if (const auto state = ReadState(database); state && state->number < number) CopyBeforehand(path, database, number);
+  if (const auto state = ReadState(path, database); state && state->number < number)
+    CopyBeforehand(path, database, number);
   BringUp(path, database, upgrades);
   RemoveOldCopies(path);
   return Outcome::kDone;
@@ -192,10 +203,11 @@ Outcome TryToKeepUp(const QString& path, std::span<const EmbeddedSql> upgrades) 
   sqlite3* const database = file.Handle();
   std::optional<FileState> state;
   try {
-    state = ReadState(database);
+    state = ReadState(path, database);
   } catch (const SqliteFailure& failure) {
-    if (!failure.IsBusy()) throw;
-    return Outcome::kBeingUpgraded;
+    if (failure.IsBusy()) return Outcome::kBeingUpgraded;
+    Refuse(path, kUnknownAge,
+           QStringLiteral("How old it is could not be read: %1.").arg(QString::fromUtf8(failure.what())));
   }
   if (!state) return Outcome::kDone;
   const int newest = NewestOf(upgrades);

@@ -23,7 +23,7 @@ namespace qbx {
 /// A database that is no host database is left alone. One that lacks nothing but renewing is left as it is when it cannot be written, or when
 /// somebody else writes for more than two seconds.
 /// \throws DatabaseError with a sentence for the user: 948 the file has a higher number than this program; 5061 another program has it open;
-///         1105 no room for the copy; 3906 it cannot be written; 5069 an upgrade failed. Nothing was changed then.
+///         1105 no room for the copy; 3906 it cannot be written; 5069 an upgrade failed; 5120 it does not say its number. Nothing was changed then.
 void KeepUpToDate(const QString& path);
 
 /// The same with other upgrades than the program's own, in the order of their numbers.

@@ -16,6 +16,11 @@ bool SqliteFailure::IsBusy() const {
   return code_ == SQLITE_BUSY;
 }
 
+bool SqliteFailure::IsMissingObject() const {
+  const std::string_view message = what();
+  return code_ == SQLITE_ERROR && (message.starts_with("no such table") || message.starts_with("no such column"));
+}
+
 SqliteFile::SqliteFile(const QString& path) {
   const int result =
       sqlite3_open_v2(path.toUtf8().constData(), &database_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);

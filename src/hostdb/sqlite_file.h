@@ -23,6 +23,8 @@ class SqliteFailure : public std::runtime_error {
 
   /// Whether it failed only since another connection uses the file.
   [[nodiscard]] bool IsBusy() const;
+  /// Whether it failed only since a table or a column is not there.
+  [[nodiscard]] bool IsMissingObject() const;
 
  private:
   int code_;

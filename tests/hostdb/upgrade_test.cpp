@@ -142,6 +142,16 @@ TEST_F(OldGarage, ANewerOneIsRefusedWithItsNumber) {
   EXPECT_EQ(folder.Names(), QStringList(QStringLiteral("Garage.db")));
 }
 
+TEST_F(OldGarage, OneThatDoesNotSayItsNumberIsRefused) {
+  Rows(path, "DELETE FROM _Version");
+  EXPECT_EQ(Open(), 5120);
+  Rows(path,
+       "PRAGMA writable_schema = ON; UPDATE sqlite_master SET rootpage = (SELECT max(rootpage) FROM sqlite_master "
+       "WHERE type = 'index') WHERE name = '_Version'");
+  EXPECT_EQ(Open(), 5120);
+  EXPECT_TRUE(refusal.contains(QStringLiteral("could not be read"))) << refusal.toStdString();
+}
+
 TEST_F(OldGarage, OneThatAnotherProgramHasOpenIsRefused) {
   EmbeddedEngine other(folder.Path(), clock);
   const auto session = other.Connect({QString(), QStringLiteral("Garage")}, {QStringLiteral("sa"), QString()}, 5);
