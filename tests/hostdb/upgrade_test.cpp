@@ -62,7 +62,7 @@ struct OldGarage : ::testing::Test {
   OldGarage() {
     for (const QString& copy : {path, old}) {
       QFile::copy(QStringLiteral(QBX_GARAGES "number-0.db"), copy);
-      QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
+      QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup);
     }
   }
 
@@ -102,6 +102,7 @@ TEST_F(OldGarage, OpensWithEveryRowAndIsLikeANewOne) {
   ASSERT_EQ(Open(), 0) << refusal.toStdString();
   EXPECT_EQ(Content(path, old), Content(old, old));
   EXPECT_EQ(Content(Copy(NewestFileNumber()), old), Content(old, old));
+  EXPECT_EQ(QFile::permissions(Copy(NewestFileNumber())), QFile::permissions(old));
   const QString born = folder.File(QStringLiteral("New.db"));
   ASSERT_EQ(CreateHostDatabase(born, ExistingFile::kRefuse), std::nullopt);
   EXPECT_EQ(Schema(path), Schema(born));
