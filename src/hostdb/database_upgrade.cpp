@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QStorageInfo>
 #include <algorithm>
 #include <optional>
@@ -23,9 +24,12 @@ enum Refusal {
   kCannotWrite = 3906,
   kInUse = 5061,
   kUpgradeFailed = 5069,
-  kUnknownAge = 5120
+  kUnknownAge = 5120,
+  kIsCopy = 5123
 };
 
+/// Stands between the name of a database and the number that it gets, in the name of its copy.
+constexpr QLatin1String kCopyMark(".before-");
 constexpr int kKeptCopies = 2;
 constexpr int kShortestWaitMs = 20;
 constexpr int kLongestWaitMs = 120;
@@ -56,7 +60,7 @@ QString NameOf(const QString& path) {
 
 [[noreturn]] void Refuse(const QString& path, Refusal reason, const QString& why) {
   const QString subject =
-      reason == kNewerFile || reason == kUnknownAge
+      reason == kNewerFile || reason == kUnknownAge || reason == kIsCopy
           ? QStringLiteral("The database \"%1\" cannot be opened. ")
           : QStringLiteral("The database \"%1\" has to be brought up to date for this version of the program, but ");
   throw ServerError(reason, subject.arg(NameOf(path)) + why + QStringLiteral(" Nothing was changed."));
@@ -132,14 +136,14 @@ void CopyBeforehand(const QString& path, sqlite3* database, int number) {
            QStringLiteral("there is no room on the disk for the copy that is made first: %1 MB are needed in %2.")
                .arg(QString::number(needed / 1'000'000 + 1), folder.absolutePath()));
   }
-  const QString copy = folder.filePath(QStringLiteral("%1.before-%2.db").arg(NameOf(path)).arg(number));
+  const QString copy = folder.filePath(NameOf(path) + kCopyMark + QString::number(number) + QStringLiteral(".db"));
   QString problem;
   if (CopyOpenDatabase(database, copy, problem) != CopyOutcome::kCopied)
     Refuse(path, kNoRoom, QStringLiteral("it is copied first, and that failed. ") + problem);
 }
 
 void RemoveOldCopies(const QString& path) {
-  const QString start = NameOf(path) + QStringLiteral(".before-");
+  const QString start = NameOf(path) + kCopyMark;
   QDir folder = FolderOf(path);
   const auto number = [&start](const QString& file) { return file.mid(start.size()).section(u'.', 0, 0).toInt(); };
   QStringList copies;
@@ -210,6 +214,10 @@ Outcome TryToKeepUp(const QString& path, std::span<const EmbeddedSql> upgrades) 
            QStringLiteral("How old it is could not be read: %1.").arg(QString::fromUtf8(failure.what())));
   }
   if (!state) return Outcome::kDone;
+  if (IsNameOfCopy(path)) {
+    const QString why = QStringLiteral("It is a copy from before an upgrade. To use it, give its file another name.");
+    Refuse(path, kIsCopy, why);
+  }
   const int newest = NewestOf(upgrades);
   RefuseNewer(path, *state, newest);
   if (state->number < newest) return Upgrade(path, database, upgrades);
@@ -218,6 +226,11 @@ Outcome TryToKeepUp(const QString& path, std::span<const EmbeddedSql> upgrades) 
 }
 
 }  // namespace
+
+bool IsNameOfCopy(const QString& path) {
+  static const QRegularExpression kEnding(QRegularExpression::escape(QString(kCopyMark)) + QStringLiteral("[0-9]+$"));
+  return kEnding.match(NameOf(path)).hasMatch();
+}
 
 int NewestFileNumber() {
   return NewestOf(UpgradeFiles());

@@ -215,6 +215,9 @@ TEST_F(OldGarage, TheLastTwoCopiesAreKept) {
   EXPECT_EQ(Open(AndOne("0012-more", "SELECT 1")), 0) << refusal.toStdString();
   EXPECT_EQ(folder.Names().filter(QStringLiteral("before")).join(u' '),
             QStringLiteral("Garage.before-10.db Garage.before-12.db Garage.before-lunch.db Garages.before-1.db"));
+  QFile::copy(old, Copy(11));
+  EXPECT_THROW(KeepUpToDate(Copy(11)), DatabaseError) << "it would be somebody's database and be removed one day";
+  EXPECT_EQ(Content(Copy(11), old), Content(old, old));
 }
 
 }  // namespace
