@@ -40,10 +40,13 @@ bool SameFile(const QString& path, const QString& other) {
   return QFileInfo::exists(other) && QFileInfo(path).canonicalFilePath() == QFileInfo(other).canonicalFilePath();
 }
 
-/// Copies under a temporary name beside the target and renames what is whole.
+/// Copies under a temporary name beside the target and renames what is whole. The copy gets the permissions of the original: a temporary file is
+/// its maker's alone.
+/// \param original  the file that is copied
 /// \param copy  fills the file of that name; returns SQLITE_DONE when the copy is whole
-CopyOutcome WriteCopy(const QString& target, const std::function<int(sqlite3* unfinished)>& copy,
-                      const std::function<bool()>& cancelled, QString& problem) {
+CopyOutcome WriteCopy(const QString& original, const QString& target,
+                      const std::function<int(sqlite3* unfinished)>& copy, const std::function<bool()>& cancelled,
+                      QString& problem) {
   QTemporaryFile unfinished(target + QStringLiteral(".XXXXXX"));
   if (!unfinished.open()) {
     problem = QStringLiteral("The copy could not be written to %1 (%2).").arg(target, unfinished.errorString());
@@ -53,6 +56,7 @@ CopyOutcome WriteCopy(const QString& target, const std::function<int(sqlite3* un
   int code = SQLITE_CANTOPEN;
   if (const Database to = Open(unfinished.fileName(), SQLITE_OPEN_READWRITE)) code = copy(to.get());
   if (code == SQLITE_DONE) {
+    QFile::setPermissions(unfinished.fileName(), QFile::permissions(original));
     const QByteArray from = QFile::encodeName(unfinished.fileName());
     if (std::rename(from.constData(), QFile::encodeName(target).constData()) == 0) {
       unfinished.setAutoRemove(false);
@@ -82,13 +86,14 @@ CopyOutcome CopyHostDatabase(const QString& path, const QString& target, const s
     sqlite3_exec(from.get(), "BEGIN; SELECT 1 FROM sqlite_master LIMIT 1", nullptr, nullptr, nullptr);
     return CopyPages(from.get(), to, cancelled);
   };
-  return WriteCopy(target, copy, cancelled, problem);
+  return WriteCopy(path, target, copy, cancelled, problem);
 }
 
 CopyOutcome CopyOpenDatabase(sqlite3* database, const QString& target, QString& problem) {
   const auto never = [] { return false; };
   return WriteCopy(
-      target, [&](sqlite3* to) { return CopyPages(database, to, never); }, never, problem);
+      QString::fromUtf8(sqlite3_db_filename(database, "main")), target,
+      [&](sqlite3* to) { return CopyPages(database, to, never); }, never, problem);
 }
 
 }  // namespace qbx

@@ -1,10 +1,11 @@
 #include "hostdb/database_upgrade.h"
 
 #include <sqlite3.h>
-#include <unistd.h>
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QStorageInfo>
 #include <algorithm>
 #include <optional>
@@ -17,11 +18,27 @@
 namespace qbx {
 namespace {
 
-enum Refusal { kNewerFile = 948, kNoRoom = 1105, kCannotWrite = 3906, kInUse = 5061, kUpgradeFailed = 5069 };
+enum Refusal {
+  kNewerFile = 948,
+  kNoRoom = 1105,
+  kCannotWrite = 3906,
+  kInUse = 5061,
+  kUpgradeFailed = 5069,
+  kUnknownAge = 5120,
+  kIsCopy = 5123
+};
 
+/// Stands between the name of a database and the number that it gets, in the name of its copy.
+constexpr QLatin1String kCopyMark(".before-");
 constexpr int kKeptCopies = 2;
-constexpr int kLockWaitMs = 50;
-constexpr int kLockWaits = 20;  // one second: another program may be just closing
+constexpr int kShortestWaitMs = 20;
+constexpr int kLongestWaitMs = 120;
+constexpr int kMostWaits = 40;             // three seconds: another program may be just closing
+constexpr int kMostWaitsForUpgrade = 400;  // half a minute: another program has the file for itself, to upgrade it
+constexpr int kRenewalWaitMs = 2000;
+
+/// What came of one attempt.
+enum class Outcome { kDone, kOthersHaveIt, kBeingUpgraded };
 
 /// What a host database says of itself.
 struct FileState {
@@ -37,119 +54,97 @@ int NewestOf(std::span<const EmbeddedSql> upgrades) {
   return upgrades.empty() ? 0 : NumberOf(upgrades.back());
 }
 
-/// Nothing for what is no host database, or cannot be read.
-std::optional<FileState> ReadState(sqlite3* database) {
-  try {
-    SqliteStatement read(database, "SELECT File_Number, Objects_Fingerprint FROM _Version");
-    if (!read.Step()) return std::nullopt;
-    return FileState{static_cast<int>(read.IntegerAt(0)), read.TextAt(1)};
-  } catch (const SqliteFailure&) {
-    // Databases without a number had another column in its place.
-  }
-  try {
-    SqliteStatement read(database, "SELECT Procedures_Version FROM _Version");
-    return read.Step() ? std::optional<FileState>(FileState{}) : std::nullopt;
-  } catch (const SqliteFailure&) {
-    return std::nullopt;
-  }
+QString NameOf(const QString& path) {
+  return QFileInfo(path).completeBaseName();
 }
 
-QString PathOf(sqlite3* database) {
-  return QString::fromUtf8(sqlite3_db_filename(database, "main"));
-}
-
-QString NameOf(sqlite3* database) {
-  return QFileInfo(PathOf(database)).completeBaseName();
-}
-
-[[noreturn]] void Refuse(sqlite3* database, Refusal reason, const QString& why) {
+[[noreturn]] void Refuse(const QString& path, Refusal reason, const QString& why) {
   const QString subject =
-      reason == kNewerFile
+      reason == kNewerFile || reason == kUnknownAge || reason == kIsCopy
           ? QStringLiteral("The database \"%1\" cannot be opened. ")
           : QStringLiteral("The database \"%1\" has to be brought up to date for this version of the program, but ");
-  throw ServerError(reason, subject.arg(NameOf(database)) + why + QStringLiteral(" Nothing was changed."));
+  throw ServerError(reason, subject.arg(NameOf(path)) + why + QStringLiteral(" Nothing was changed."));
 }
 
 /// \throws DatabaseError when the file has a higher number than the newest upgrade
-void RefuseNewer(sqlite3* database, const FileState& state, int newest) {
+void RefuseNewer(const QString& path, const FileState& state, int newest) {
   if (state.number <= newest) return;
   const QString numbers =
       QStringLiteral("It has the number %1, and this version of the program knows numbers up to %2.")
           .arg(QString::number(state.number), QString::number(newest));
-  Refuse(database, kNewerFile,
+  Refuse(path, kNewerFile,
          QStringLiteral("A newer version of the program made it or brought it up to date. ") + numbers +
              QStringLiteral(" Install the newer version on this computer, too."));
 }
 
-/// Nobody else has the file while this lives. The database is out of write-ahead-log mode, since only then others are seen.
+/// Reads one row. \return nothing when the table or a column is not there
+std::optional<FileState> ReadStateWith(const QString& path, sqlite3* database, const char* sql) {
+  try {
+    SqliteStatement read(database, sql);
+    if (read.Step()) return FileState{static_cast<int>(read.IntegerAt(0)), read.TextAt(1)};
+  } catch (const SqliteFailure& failure) {
+    if (!failure.IsMissingObject()) throw;
+    return std::nullopt;
+  }
+  Refuse(path, kUnknownAge, QStringLiteral("How old it is is not known, since its table _Version is empty."));
+}
+
+/// Nothing for what is no host database.
+/// \throws SqliteFailure when it cannot be read, DatabaseError when it does not say its number
+std::optional<FileState> ReadState(const QString& path, sqlite3* database) {
+  auto state = ReadStateWith(path, database, "SELECT File_Number, Objects_Fingerprint FROM _Version");
+  // Databases without a number had another column in its place.
+  return state ? state : ReadStateWith(path, database, "SELECT 0, NULL, Procedures_Version FROM _Version");
+}
+
+/// Nobody else has the file while this lives and `Has()`. The database is out of write-ahead-log mode, since only then others are seen.
 class SoleUse {
  public:
+  /// Tries once. \throws SqliteFailure when it fails for another reason than that somebody has the file
   explicit SoleUse(sqlite3* database) : database_(database) {
-    // An upgrade takes the time it takes, and nobody waits for a lock here.
-    sqlite3_progress_handler(database, 0, nullptr, nullptr);
-    sqlite3_busy_timeout(database, 0);
-    sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_FKEY, -1, &foreignKeys_);
-    ExecuteSql(database, "PRAGMA foreign_keys = OFF; PRAGMA locking_mode = EXCLUSIVE");
-    // Two that begin at once keep the file from each other: one of them gives up first, and the other goes on.
-    const int mostWaits = kLockWaits + static_cast<int>(::getpid() % kLockWaits);
-    for (int waits = 0; !TakeFile(); ++waits) {
-      if (waits == mostWaits) {
-        GiveBack();
-        Refuse(database, kInUse,
-               QStringLiteral("another program has it open. Close every program that uses it, then try again."));
-      }
-      sqlite3_sleep(kLockWaitMs);
+    ExecuteSql(database, "PRAGMA locking_mode = EXCLUSIVE");
+    try {
+      ExecuteSql(database, "PRAGMA journal_mode = DELETE; BEGIN EXCLUSIVE; COMMIT");
+      has_ = true;
+    } catch (const SqliteFailure& failure) {
+      if (!failure.IsBusy()) throw;
     }
   }
-  ~SoleUse() { GiveBack(); }
+  ~SoleUse() {
+    sqlite3_exec(database_, "PRAGMA locking_mode = NORMAL; PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
+  }
   SoleUse(const SoleUse&) = delete;
   SoleUse& operator=(const SoleUse&) = delete;
 
- private:
-  /// \return false while somebody else has it
-  bool TakeFile() {
-    for (const char* step : {"PRAGMA journal_mode = DELETE", "BEGIN EXCLUSIVE", "COMMIT"}) {
-      const int code = sqlite3_exec(database_, step, nullptr, nullptr, nullptr);
-      if (code == SQLITE_OK) continue;
-      if ((code & 0xFF) == SQLITE_BUSY) return false;
-      const SqliteFailure failure(database_);
-      GiveBack();
-      throw failure;
-    }
-    return true;
-  }
-  void GiveBack() {
-    sqlite3_exec(database_, "PRAGMA locking_mode = NORMAL; PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
-    sqlite3_db_config(database_, SQLITE_DBCONFIG_ENABLE_FKEY, foreignKeys_, nullptr);
-  }
+  [[nodiscard]] bool Has() const { return has_; }
 
+ private:
   sqlite3* database_;
-  int foreignKeys_ = 0;
+  bool has_ = false;
 };
 
-QDir FolderOf(sqlite3* database) {
-  return QFileInfo(PathOf(database)).dir();
+QDir FolderOf(const QString& path) {
+  return QFileInfo(path).dir();
 }
 
-void CopyBeforehand(sqlite3* database, int number) {
-  const QDir folder = FolderOf(database);
-  const QString path = PathOf(database);
+void CopyBeforehand(const QString& path, sqlite3* database, int number) {
+  const QDir folder = FolderOf(path);
   // The copy, and as much again for what the upgrade writes.
   const qint64 needed = 2 * QFileInfo(path).size();
   if (const qint64 room = QStorageInfo(folder).bytesAvailable(); room >= 0 && room < needed) {
-    Refuse(database, kNoRoom,
+    Refuse(path, kNoRoom,
            QStringLiteral("there is no room on the disk for the copy that is made first: %1 MB are needed in %2.")
                .arg(QString::number(needed / 1'000'000 + 1), folder.absolutePath()));
   }
-  const QString copy = folder.filePath(QStringLiteral("%1.before-%2.db").arg(NameOf(database)).arg(number));
+  const QString copy = folder.filePath(NameOf(path) + kCopyMark + QString::number(number) + QStringLiteral(".db"));
   QString problem;
   if (CopyOpenDatabase(database, copy, problem) != CopyOutcome::kCopied)
-    Refuse(database, kNoRoom, QStringLiteral("it is copied first, and that failed. ") + problem);
+    Refuse(path, kNoRoom, QStringLiteral("it is copied first, and that failed. ") + problem);
 }
 
-void RemoveOldCopies(sqlite3* database) {
-  const QString start = NameOf(database) + QStringLiteral(".before-");
-  QDir folder = FolderOf(database);
+void RemoveOldCopies(const QString& path) {
+  const QString start = NameOf(path) + kCopyMark;
+  QDir folder = FolderOf(path);
   const auto number = [&start](const QString& file) { return file.mid(start.size()).section(u'.', 0, 0).toInt(); };
   QStringList copies;
   for (const QString& file : folder.entryList({QStringLiteral("*.db")}, QDir::Files))
@@ -160,13 +155,13 @@ void RemoveOldCopies(sqlite3* database) {
 }
 
 /// Runs the upgrades that the file lacks, if any, and renews the objects, in one transaction.
-void BringUp(sqlite3* database, std::span<const EmbeddedSql> upgrades) {
+void BringUp(const QString& path, sqlite3* database, std::span<const EmbeddedSql> upgrades) {
   ExecuteSql(database, "BEGIN IMMEDIATE");
   try {
     // Another program may have been here since the first look.
-    const FileState state = ReadState(database).value_or(FileState{});
+    const FileState state = ReadState(path, database).value_or(FileState{});
     const int number = NewestOf(upgrades);
-    RefuseNewer(database, state, number);
+    RefuseNewer(path, state, number);
     std::vector<SchemaObject> aside = TakeObjectsAside(database);
     for (const EmbeddedSql& upgrade : upgrades)
       if (NumberOf(upgrade) > state.number) ExecuteSql(database, upgrade.text);
@@ -182,40 +177,83 @@ void BringUp(sqlite3* database, std::span<const EmbeddedSql> upgrades) {
   }
 }
 
-void Upgrade(sqlite3* database, std::span<const EmbeddedSql> upgrades) {
+Outcome Upgrade(const QString& path, sqlite3* database, std::span<const EmbeddedSql> upgrades) {
   if (sqlite3_db_readonly(database, "main") == 1)
-    Refuse(database, kCannotWrite, QStringLiteral("its file cannot be written."));
+    Refuse(path, kCannotWrite, QStringLiteral("its file cannot be written."));
   const SoleUse use(database);
+  if (!use.Has()) return Outcome::kOthersHaveIt;
   const int number = NewestOf(upgrades);
-  if (const auto state = ReadState(database); state && state->number < number) CopyBeforehand(database, number);
-  BringUp(database, upgrades);
-  RemoveOldCopies(database);
+  if (const auto state = ReadState(path, database); state && state->number < number)
+    CopyBeforehand(path, database, number);
+  BringUp(path, database, upgrades);
+  RemoveOldCopies(path);
+  return Outcome::kDone;
+}
+
+/// Renews the objects. While somebody else writes, or the file cannot be written, it is left for another time.
+void Renew(const QString& path, sqlite3* database, std::span<const EmbeddedSql> upgrades) {
+  if (sqlite3_db_readonly(database, "main") == 1) return;
+  sqlite3_busy_timeout(database, kRenewalWaitMs);
+  try {
+    BringUp(path, database, upgrades);
+  } catch (const SqliteFailure& failure) {
+    if (!failure.IsBusy()) throw;
+  }
+}
+
+/// One attempt, on a connection that is closed behind it.
+Outcome TryToKeepUp(const QString& path, std::span<const EmbeddedSql> upgrades) {
+  const SqliteFile file(path);
+  sqlite3* const database = file.Handle();
+  std::optional<FileState> state;
+  try {
+    state = ReadState(path, database);
+  } catch (const SqliteFailure& failure) {
+    if (failure.IsBusy()) return Outcome::kBeingUpgraded;
+    Refuse(path, kUnknownAge,
+           QStringLiteral("How old it is could not be read: %1.").arg(QString::fromUtf8(failure.what())));
+  }
+  if (!state) return Outcome::kDone;
+  if (IsNameOfCopy(path)) {
+    const QString why = QStringLiteral("It is a copy from before an upgrade. To use it, give its file another name.");
+    Refuse(path, kIsCopy, why);
+  }
+  const int newest = NewestOf(upgrades);
+  RefuseNewer(path, *state, newest);
+  if (state->number < newest) return Upgrade(path, database, upgrades);
+  if (state->objects != ObjectsFingerprint()) Renew(path, database, upgrades);
+  return Outcome::kDone;
 }
 
 }  // namespace
+
+bool IsNameOfCopy(const QString& path) {
+  static const QRegularExpression kEnding(QRegularExpression::escape(QString(kCopyMark)) + QStringLiteral("[0-9]+$"));
+  return kEnding.match(NameOf(path)).hasMatch();
+}
 
 int NewestFileNumber() {
   return NewestOf(UpgradeFiles());
 }
 
-void KeepUpToDate(sqlite3* database) {
-  KeepUpToDateWith(database, UpgradeFiles());
+void KeepUpToDate(const QString& path) {
+  KeepUpToDateWith(path, UpgradeFiles());
 }
 
-void KeepUpToDateWith(sqlite3* database, std::span<const EmbeddedSql> upgrades) {
-  const std::optional<FileState> state = ReadState(database);
-  if (!state) return;
-  const int newest = NewestOf(upgrades);
-  RefuseNewer(database, *state, newest);
-  if (state->number == newest && state->objects == ObjectsFingerprint()) return;
+void KeepUpToDateWith(const QString& path, std::span<const EmbeddedSql> upgrades) {
   try {
-    if (state->number < newest) {
-      Upgrade(database, upgrades);
-    } else if (sqlite3_db_readonly(database, "main") != 1) {
-      BringUp(database, upgrades);
+    // Who waits does so without a connection: of two that begin at once, neither could get the file otherwise.
+    int waits = 0;
+    for (Outcome outcome; (outcome = TryToKeepUp(path, upgrades)) != Outcome::kDone; ++waits) {
+      if (outcome == Outcome::kOthersHaveIt && waits >= kMostWaits)
+        Refuse(path, kInUse,
+               QStringLiteral("another program has it open. Close every program that uses it, then try again."));
+      if (waits >= kMostWaitsForUpgrade)
+        Refuse(path, kInUse, QStringLiteral("another program is doing that already. Try again when it has finished."));
+      sqlite3_sleep(QRandomGenerator::global()->bounded(kShortestWaitMs, kLongestWaitMs));
     }
   } catch (const SqliteFailure& failure) {
-    Refuse(database, kUpgradeFailed, QStringLiteral("that failed: %1.").arg(QString::fromUtf8(failure.what())));
+    Refuse(path, kUpgradeFailed, QStringLiteral("that failed: %1.").arg(QString::fromUtf8(failure.what())));
   }
 }
 

@@ -105,6 +105,8 @@ HostDatabaseProblem CreateHostDatabase(const QString& path, ExistingFile existin
                                        const std::function<HostDatabaseProblem(sqlite3*)>& fill) {
   if (existing == ExistingFile::kRefuse && QFileInfo::exists(path))
     return QStringLiteral("The database %1 is already there and was left as it is.").arg(path);
+  if (IsNameOfCopy(path))
+    return QStringLiteral("The database %1 was not made: names of this kind are for copies.").arg(path);
   const QString building = path + QStringLiteral(".%1.new").arg(QString::number(::getpid()));
   HostDatabaseProblem problem;
   try {

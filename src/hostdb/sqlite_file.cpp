@@ -9,7 +9,17 @@
 namespace qbx {
 
 SqliteFailure::SqliteFailure(sqlite3* database)
-    : std::runtime_error(database != nullptr ? sqlite3_errmsg(database) : "out of memory") {}
+    : std::runtime_error(database != nullptr ? sqlite3_errmsg(database) : "out of memory"),
+      code_(sqlite3_errcode(database) & 0xFF) {}
+
+bool SqliteFailure::IsBusy() const {
+  return code_ == SQLITE_BUSY;
+}
+
+bool SqliteFailure::IsMissingObject() const {
+  const std::string_view message = what();
+  return code_ == SQLITE_ERROR && (message.starts_with("no such table") || message.starts_with("no such column"));
+}
 
 SqliteFile::SqliteFile(const QString& path) {
   const int result =

@@ -20,6 +20,14 @@ namespace qbx {
 class SqliteFailure : public std::runtime_error {
  public:
   explicit SqliteFailure(sqlite3* database);
+
+  /// Whether it failed only since another connection uses the file.
+  [[nodiscard]] bool IsBusy() const;
+  /// Whether it failed only since a table or a column is not there.
+  [[nodiscard]] bool IsMissingObject() const;
+
+ private:
+  int code_;
 };
 
 /// An open database file, with the functions and the collation that the engine registers on its own connections: an

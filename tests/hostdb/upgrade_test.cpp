@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 #include <algorithm>
 #include <csignal>
+#include <future>
 
 #include "hostdb/database_upgrade.h"
 #include "hostdb/sqlite_file.h"
@@ -61,14 +62,13 @@ struct OldGarage : ::testing::Test {
   OldGarage() {
     for (const QString& copy : {path, old}) {
       QFile::copy(QStringLiteral(QBX_GARAGES "number-0.db"), copy);
-      QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
+      QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup);
     }
   }
 
   /// \return the number of the refusal, 0 when it was opened
   int Open(std::span<const EmbeddedSql> upgrades = UpgradeFiles()) {
-    EmbeddedEngine engine(folder.Path(), clock,
-                          [upgrades](sqlite3* database) { KeepUpToDateWith(database, upgrades); });
+    EmbeddedEngine engine(folder.Path(), clock, [upgrades](const QString& file) { KeepUpToDateWith(file, upgrades); });
     try {
       return engine.Connect({QString(), QStringLiteral("Garage")}, {QStringLiteral("sa"), QString()}, 5) ? 0 : -1;
     } catch (const DatabaseError& error) {
@@ -102,6 +102,7 @@ TEST_F(OldGarage, OpensWithEveryRowAndIsLikeANewOne) {
   ASSERT_EQ(Open(), 0) << refusal.toStdString();
   EXPECT_EQ(Content(path, old), Content(old, old));
   EXPECT_EQ(Content(Copy(NewestFileNumber()), old), Content(old, old));
+  EXPECT_EQ(QFile::permissions(Copy(NewestFileNumber())), QFile::permissions(old));
   const QString born = folder.File(QStringLiteral("New.db"));
   ASSERT_EQ(CreateHostDatabase(born, ExistingFile::kRefuse), std::nullopt);
   EXPECT_EQ(Schema(path), Schema(born));
@@ -142,6 +143,16 @@ TEST_F(OldGarage, ANewerOneIsRefusedWithItsNumber) {
   EXPECT_EQ(folder.Names(), QStringList(QStringLiteral("Garage.db")));
 }
 
+TEST_F(OldGarage, OneThatDoesNotSayItsNumberIsRefused) {
+  Rows(path, "DELETE FROM _Version");
+  EXPECT_EQ(Open(), 5120);
+  Rows(path,
+       "PRAGMA writable_schema = ON; UPDATE sqlite_master SET rootpage = (SELECT max(rootpage) FROM sqlite_master "
+       "WHERE type = 'index') WHERE name = '_Version'");
+  EXPECT_EQ(Open(), 5120);
+  EXPECT_TRUE(refusal.contains(QStringLiteral("could not be read"))) << refusal.toStdString();
+}
+
 TEST_F(OldGarage, OneThatAnotherProgramHasOpenIsRefused) {
   EmbeddedEngine other(folder.Path(), clock);
   const auto session = other.Connect({QString(), QStringLiteral("Garage")}, {QStringLiteral("sa"), QString()}, 5);
@@ -150,16 +161,34 @@ TEST_F(OldGarage, OneThatAnotherProgramHasOpenIsRefused) {
   ExpectAsItWas();
 }
 
+TEST_F(OldGarage, OfProgramsThatBeginAtOnceNoneIsRefused) {
+  std::vector<std::future<void>> programs;
+  for (int i = 0; i < 4; ++i)
+    programs.push_back(std::async(std::launch::async, [this] { KeepUpToDate(path); }));
+  for (std::future<void>& program : programs)
+    EXPECT_NO_THROW(program.get());
+  EXPECT_EQ(Content(path, old), Content(old, old));
+}
+
+TEST_F(OldGarage, OneThatOnlyLacksRenewingIsOpenedWhileSomebodyWrites) {
+  ASSERT_EQ(Open(), 0) << refusal.toStdString();
+  Rows(path, "UPDATE _Version SET Objects_Fingerprint = 'another'");
+  const SqliteFile other(path);
+  ExecuteSql(other.Handle(), "BEGIN IMMEDIATE");
+  EXPECT_NO_THROW(KeepUpToDate(path));
+}
+
 TEST_F(OldGarage, AnUpgradeThatFailsOrIsKilledLeavesItWhole) {
   EXPECT_EQ(Open(AndOne("0012-fails", "DELETE FROM Customers; DROP TABLE Nobody")), 5069);
   ExpectAsItWas();
   const auto killed = [this] {
-    const SqliteFile file(path);
-    const auto die = [](sqlite3_context*, int, sqlite3_value**) { std::raise(SIGKILL); };
-    sqlite3_create_function(file.Handle(), "Die", 0, SQLITE_UTF8, nullptr, die, nullptr, nullptr);
-    ExecuteSql(file.Handle(), "PRAGMA cache_size = 2");  // most of it is in the file already
-    KeepUpToDateWith(file.Handle(),
-                     AndOne("0012-dies", "UPDATE Services SET Total = 0; DELETE FROM Customers; SELECT Die()"));
+    const auto addDie = [](sqlite3* database, char**, const sqlite3_api_routines*) {
+      const auto die = [](sqlite3_context*, int, sqlite3_value**) { std::raise(SIGKILL); };
+      return sqlite3_create_function(database, "Die", 0, SQLITE_UTF8, nullptr, die, nullptr, nullptr);
+    };
+    sqlite3_auto_extension(reinterpret_cast<void (*)()>(+addDie));
+    const char* upgrade = "PRAGMA cache_size = 2; UPDATE Services SET Total = 0; DELETE FROM Customers; SELECT Die()";
+    KeepUpToDateWith(path, AndOne("0012-dies", upgrade));  // most of it is in the file already
   };
   EXPECT_EXIT(killed(), ::testing::KilledBySignal(SIGKILL), "");
   EXPECT_TRUE(QFile::exists(path + QStringLiteral("-journal"))) << "it was in the middle";
@@ -186,6 +215,9 @@ TEST_F(OldGarage, TheLastTwoCopiesAreKept) {
   EXPECT_EQ(Open(AndOne("0012-more", "SELECT 1")), 0) << refusal.toStdString();
   EXPECT_EQ(folder.Names().filter(QStringLiteral("before")).join(u' '),
             QStringLiteral("Garage.before-10.db Garage.before-12.db Garage.before-lunch.db Garages.before-1.db"));
+  QFile::copy(old, Copy(11));
+  EXPECT_THROW(KeepUpToDate(Copy(11)), DatabaseError) << "it would be somebody's database and be removed one day";
+  EXPECT_EQ(Content(Copy(11), old), Content(old, old));
 }
 
 }  // namespace

@@ -57,6 +57,16 @@ void PrepareFile(SqliteDatabase& database) {
   database.Run("PRAGMA temp_store = MEMORY");
 }
 
+/// \throws DatabaseError when this is no database, or not one for this login
+void Admit(SqliteDatabase& database, const Login& login) {
+  PrepareFile(database);
+  if (CheckLogin(database.Handle(), login.user, login.password) == LoginCheck::kRefused) throw LoginFailed(login.user);
+  if (StoredStatus(database.Handle()) == QLatin1String("OFFLINE")) {
+    throw ServerError(942,
+                      QStringLiteral("Database '%1' cannot be opened because it is offline.").arg(database.Name()));
+  }
+}
+
 }  // namespace
 
 bool IsEmbeddedServer(const QString& server) {
@@ -64,8 +74,8 @@ bool IsEmbeddedServer(const QString& server) {
   return host.isEmpty() || host.compare(QLatin1String("embedded:"), Qt::CaseInsensitive) == 0;
 }
 
-EmbeddedEngine::EmbeddedEngine(const QString& programFolder, const Clock& clock, OpenedHook opened)
-    : files_(std::make_shared<const DatabaseFiles>(programFolder)), clock_(clock), opened_(std::move(opened)) {}
+EmbeddedEngine::EmbeddedEngine(const QString& programFolder, const Clock& clock, FileHook prepare)
+    : files_(std::make_shared<const DatabaseFiles>(programFolder)), clock_(clock), prepare_(std::move(prepare)) {}
 
 SessionFactory EmbeddedEngine::Factory() {
   return [this](const ConnectionTarget& target, const Login& login, int timeout) {
@@ -77,23 +87,28 @@ std::unique_ptr<Session> EmbeddedEngine::Connect(const ConnectionTarget& target,
                                                  int connectionTimeoutSeconds) {
   const bool master = DatabaseFiles::IsMaster(target.database);
   const QString file = master ? QStringLiteral(":memory:") : ExistingFile(*files_, target.database);
-  auto database = std::make_shared<SqliteDatabase>(target.database, file, generation_);
-  database->SetTimeout(connectionTimeoutSeconds);
-  RegisterFunctions(database->Handle(), clock_);
-  RegisterServerFunctions(database->Handle(), files_);
+  std::shared_ptr<SqliteDatabase> database = Open(target.database, file, connectionTimeoutSeconds);
   if (master) {
     if (!files_->AcceptsLogin(login.user, login.password)) throw LoginFailed(login.user);
     return std::make_unique<EmbeddedSession>(std::move(database), files_);
   }
-  PrepareFile(*database);
-  if (CheckLogin(database->Handle(), login.user, login.password) == LoginCheck::kRefused) throw LoginFailed(login.user);
-  if (StoredStatus(database->Handle()) == QLatin1String("OFFLINE")) {
-    throw ServerError(942,
-                      QStringLiteral("Database '%1' cannot be opened because it is offline.").arg(target.database));
+  Admit(*database, login);
+  if (prepare_) {
+    database.reset();
+    prepare_(file);
+    database = Open(target.database, file, connectionTimeoutSeconds);
+    PrepareFile(*database);
   }
-  if (opened_) opened_(database->Handle());
-  database->InstallHandlers();
   return std::make_unique<EmbeddedSession>(std::move(database), files_);
+}
+
+std::shared_ptr<SqliteDatabase> EmbeddedEngine::Open(const QString& name, const QString& file,
+                                                     int timeoutSeconds) const {
+  auto database = std::make_shared<SqliteDatabase>(name, file, generation_);
+  database->SetTimeout(timeoutSeconds);
+  RegisterFunctions(database->Handle(), clock_);
+  RegisterServerFunctions(database->Handle(), files_);
+  return database;
 }
 
 void EmbeddedEngine::SetDatabaseStatus(const QString& database, const QString& status) const {

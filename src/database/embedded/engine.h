@@ -10,11 +10,10 @@
 #include "database/connection.h"
 #include "platform/clock.h"
 
-struct sqlite3;
-
 namespace qbx {
 
 class DatabaseFiles;
+class SqliteDatabase;
 
 /// Whether a server name, as configured, selects the embedded engine: the part before the first "\" is empty or
 /// "embedded:".
@@ -30,12 +29,12 @@ class DatabaseFiles;
 /// A session stays usable after the engine is gone; the clock must outlive both.
 class EmbeddedEngine {
  public:
-  /// Called on each opened database file before the first statement, with the functions and the collation registered;
-  /// it may throw DatabaseError, and put a busy and a progress handler of its own in for its time.
-  using OpenedHook = std::function<void(sqlite3* database)>;
+  /// Called with the file of a database that the login may have, before a session opens it; the engine has no connection
+  /// to it for this session then. It may throw DatabaseError.
+  using FileHook = std::function<void(const QString& file)>;
 
   /// \param programFolder  with or without a trailing separator
-  EmbeddedEngine(const QString& programFolder, const Clock& clock, OpenedHook opened = {});
+  EmbeddedEngine(const QString& programFolder, const Clock& clock, FileHook prepare = {});
   EmbeddedEngine(const EmbeddedEngine&) = delete;
   EmbeddedEngine& operator=(const EmbeddedEngine&) = delete;
 
@@ -56,9 +55,12 @@ class EmbeddedEngine {
   void BreakSessions() { ++*generation_; }
 
  private:
+  [[nodiscard]] std::shared_ptr<SqliteDatabase> Open(const QString& name, const QString& file,
+                                                     int timeoutSeconds) const;
+
   std::shared_ptr<const DatabaseFiles> files_;
   const Clock& clock_;
-  OpenedHook opened_;
+  FileHook prepare_;
   std::shared_ptr<std::atomic<int>> generation_ = std::make_shared<std::atomic<int>>(0);
 };
 
