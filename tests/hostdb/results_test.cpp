@@ -178,6 +178,8 @@ TEST_F(Results, DoubtIsSettledForOneRowOrForAll) {
   Run(QStringLiteral("INSERT INTO Send_Journal VALUES (%1, 1, 0, 4, 'A', GetDate())").arg(elsewhere));
   Run(QStringLiteral("proc_updp_Send_Journal_Doubt 3, %1, 0, 'PAT'").arg(half));
   EXPECT_EQ(Journal(half), QStringList({QStringLiteral("1|1")}));
+  Run(QStringLiteral("proc_updp_Send_Journal_Doubt 3, %1, 1, 'PAT'").arg(failed));
+  EXPECT_EQ(Journal(whole).last(), QStringLiteral("2|0"));
   Run(QStringLiteral("proc_updp_Send_Journal_Doubt 3, 0, 1, 'PAT'"));
   EXPECT_EQ(Journal(whole), QStringList({QStringLiteral("1|1"), QStringLiteral("2|1")}));
   EXPECT_EQ(Journal(failed), QStringList({QStringLiteral("1|2"), QStringLiteral("2|1")}));

@@ -7,13 +7,19 @@ CREATE PROCEDURE proc_updp_Send_Journal_Doubt
   @Sent bit,
   @UserID nvarchar(50)
 AS
+-- The rows are given as a range of keys, so that one row costs one look-up and not a walk through the campaign.
 UPDATE [Campaign Results] SET Processed = 1
-WHERE @Sent = 1 AND CampaignID = @CampaignID AND (@RecordID = 0 OR RecordID = @RecordID)
+WHERE @Sent = 1 AND CampaignID = @CampaignID
+  AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 9223372036854775807 ELSE @RecordID END
   AND Processed = 0 AND (Send_SMS = 1 OR Send_Email = 1)
-  AND RecordID IN (SELECT RecordID FROM Send_Journal WHERE CampaignID = @CampaignID AND State = 0)
-  AND (Send_SMS = 0 OR RecordID IN (SELECT RecordID FROM Send_Journal WHERE CampaignID = @CampaignID AND Channel = 1 AND State IN (0, 1)))
-  AND (Send_Email = 0 OR RecordID IN (SELECT RecordID FROM Send_Journal WHERE CampaignID = @CampaignID AND Channel = 2 AND State IN (0, 1)));
+  AND EXISTS (SELECT 1 FROM Send_Journal j WHERE j.RecordID = [Campaign Results].RecordID AND j.State = 0)
+  AND (Send_SMS = 0 OR EXISTS (
+    SELECT 1 FROM Send_Journal j WHERE j.RecordID = [Campaign Results].RecordID AND j.Channel = 1 AND j.State IN (0, 1)))
+  AND (Send_Email = 0 OR EXISTS (
+    SELECT 1 FROM Send_Journal j WHERE j.RecordID = [Campaign Results].RecordID AND j.Channel = 2 AND j.State IN (0, 1)));
 UPDATE Send_Journal SET State = 1, UserID = @UserID, Changed = GetDate()
-WHERE @Sent = 1 AND CampaignID = @CampaignID AND (@RecordID = 0 OR RecordID = @RecordID) AND State = 0;
+WHERE @Sent = 1 AND CampaignID = @CampaignID AND State = 0
+  AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 9223372036854775807 ELSE @RecordID END;
 DELETE FROM Send_Journal
-WHERE @Sent = 0 AND CampaignID = @CampaignID AND (@RecordID = 0 OR RecordID = @RecordID) AND State = 0;
+WHERE @Sent = 0 AND CampaignID = @CampaignID AND State = 0
+  AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 9223372036854775807 ELSE @RecordID END;
