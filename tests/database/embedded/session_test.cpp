@@ -70,14 +70,12 @@ TEST(Opening, RefusesAnOfflineDatabaseUntilItIsBroughtOnline) {
   EXPECT_EQ(FailureOf([&] { server.Connect(); }), "");
 }
 
-TEST(Opening, RunsTheHookWithTheFunctionsThere) {
-  TestServer server([](sqlite3* database) {
-    sqlite3_exec(database, "UPDATE Customers SET Lastname = GetDate() WHERE Customer = 'C3'", nullptr, nullptr,
-                 nullptr);
-  });
+TEST(Opening, CallsTheHookWithTheFileFirst) {
+  QStringList files;
+  TestServer server([&files](const QString& file) { files += file.section('/', -1); });
+  files.clear();
   const auto session = server.Connect();
-  EXPECT_EQ(FirstText(session->Execute(QStringLiteral("SELECT Lastname FROM Customers WHERE Customer = 'C3'"))),
-            "2024-03-05 14:06:07.890");
+  EXPECT_EQ(files, QStringList("Garage.db"));
 }
 
 TEST(Opening, MasterTellsItsFolder) {

@@ -24,7 +24,7 @@ class StoppedClock final : public Clock {
 /// The embedded server with the database "Garage".
 class TestServer {
  public:
-  explicit TestServer(EmbeddedEngine::OpenedHook opened = {}) : engine(folder.path(), clock, std::move(opened)) {
+  explicit TestServer(EmbeddedEngine::FileHook prepare = {}) : engine(folder.path(), clock, std::move(prepare)) {
     Run(Schema());
   }
 
