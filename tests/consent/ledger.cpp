@@ -154,10 +154,10 @@ void Ledger::CheckContent(const Row& row, const Delivery& delivery) {
 std::set<int> Ledger::HalfDelivered(bool otherFailed) const {
   std::set<int> customers;
   for (const Row& row : rows) {
-    if (!row.due || (otherFailed && row.doubt) || !row.sms.wanted || !row.mail.wanted) continue;
-    const bool refused = AskAgain(row, Channel::kSms, world_) == Verdict::kMustNot ||
-                         AskAgain(row, Channel::kEmail, world_) == Verdict::kMustNot;
-    if (otherFailed && refused) continue;  // nothing of it would be tried
+    if (!row.due || !row.sms.wanted || !row.mail.wanted) continue;
+    const bool leftAlone = row.doubt || AskAgain(row, Channel::kSms, world_) == Verdict::kMustNot ||
+                           AskAgain(row, Channel::kEmail, world_) == Verdict::kMustNot;
+    if (otherFailed && leftAlone) continue;
     const auto half = [&](const Half& one, const Half& other) {
       return one.delivered && (other.refused || !otherFailed);
     };
@@ -186,8 +186,11 @@ void Ledger::MayBeInDoubt(qint64 record) {
 
 void Ledger::Settled(const StoredRow& before, const StoredRow& now, bool arrived) {
   Row& row = *Find(before.record);
-  for (const Channel channel : {Channel::kSms, Channel::kEmail})
-    if (before.journal.Of(channel) == JournalState::kSending) row.Of(channel).delivered = arrived;
+  for (const Channel channel : {Channel::kSms, Channel::kEmail}) {
+    if (before.journal.Of(channel) != JournalState::kSending) continue;
+    row.Of(channel).delivered = arrived;
+    row.Of(channel).refused = false;
+  }
   row.doubt = now.journal.InDoubt();
   if (row.doubt) story_.Fault(row.Name() + QStringLiteral(" is still in doubt"));
   CheckMark(row, now);

@@ -61,7 +61,7 @@ class Ledger final : public Postbox {
   /// \param customers  how many it named
   void AskedToRepeat(int customers, bool yes);
   /// Customers with a due row of which one half arrived.
-  /// \param otherFailed  and a server refused the other one
+  /// \param otherFailed  only those whose other half a server refused, and who may still be sent both
   [[nodiscard]] std::set<int> HalfDelivered(bool otherFailed) const;
   /// A message of this row was on its way when its process ended, or when another run looked.
   void MayBeInDoubt(qint64 record);

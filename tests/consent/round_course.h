@@ -81,7 +81,7 @@ class Round {
   MailshotSummary Run(DeskUser& user, const std::vector<Watch::Disturbance>& disturbances);
   [[nodiscard]] std::vector<Watch::Disturbance> MakeDisturbances();
   [[nodiscard]] std::function<void()> MakeAction(MailshotPoint point);
-  void OtherSends();
+  void OtherMeddles();
   void OtherTakesOver(bool onItsWay);
 
   Story& story_;

@@ -41,7 +41,7 @@ std::function<void()> Round::MakeAction(MailshotPoint point) {
   const int die = random_.Between(0, 99);
   if (die < 50) return [this] { host_.Withdraw(); };
   if (die < 62) return [this] { host_.ChangeRow(); };
-  if (die < 72 && saved_) return [this] { OtherSends(); };
+  if (die < 72 && saved_) return [this] { OtherMeddles(); };
   if (die < 77 && saved_) return [this, onItsWay] { OtherTakesOver(onItsWay); };
   if (die < 85)
     return [this] {
@@ -107,14 +107,31 @@ void Round::DisturbedRun() {
   if (counts_.deaths > deaths) Restart();
 }
 
-/// Somebody else wants to send the campaign that is being sent.
-void Round::OtherSends() {
+/// Somebody else wants to send, change or delete what is being sent. All of it is refused.
+void Round::OtherMeddles() {
   if (takenOver_ || around_.clock.Today() != today_) return;  // after such a silence a claim is void
   DeskUser& other = Other();
-  story_.Tell(QStringLiteral("  JO wants to send too"));
+  story_.Tell(QStringLiteral("  JO meddles"));
   MailshotObserver nobody;
-  if (other.desk->MakeMailshot(nobody).Send(campaign_, ledger_.templates).end != MailshotEnd::kRefused)
-    story_.Fault(QStringLiteral("two runs of one campaign at the same time"));
+  bool done = false;
+  switch (random_.Between(0, 4)) {
+    case 0:
+      done = other.app.campaignStorage.DeleteCampaign(campaign_);
+      break;
+    case 1:
+      done = other.desk->steps.NextStep(1).Moved();
+      break;
+    case 2:
+      done = other.desk->edits.ApplySendMethods({.sms = 1, .email = 1});
+      break;
+    case 3:
+      other.desk->edits.ClickCell(QStringLiteral("Send_SMS"), random_.Pick(ledger_.rows).record);
+      break;  // that no flag was changed is seen at the end of the run
+    default:
+      done = other.desk->MakeMailshot(nobody).Send(campaign_, ledger_.templates).end != MailshotEnd::kRefused;
+      break;
+  }
+  if (done) story_.Fault(QStringLiteral("a campaign that is being sent was changed, or sent by another one"));
 }
 
 /// The computer was silent for so long that another one goes on in its place.
