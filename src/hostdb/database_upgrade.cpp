@@ -44,6 +44,12 @@ enum class Outcome { kDone, kOthersHaveIt, kBeingUpgraded };
 struct FileState {
   int number = 0;      ///< 0: made before there were numbers
   QByteArray objects;  ///< the objects that were installed last, as ObjectsFingerprint()
+  int set = 0;         ///< which set they are, as ObjectsSet()
+
+  /// Whether the objects are older than this program's. Of a set with the same number they are so when they are not the same: that is a developer's.
+  [[nodiscard]] bool HasOlderObjects() const {
+    return set < ObjectsSet() || (set == ObjectsSet() && objects != ObjectsFingerprint());
+  }
 };
 
 int NumberOf(const EmbeddedSql& upgrade) {
@@ -81,7 +87,9 @@ void RefuseNewer(const QString& path, const FileState& state, int newest) {
 std::optional<FileState> ReadStateWith(const QString& path, sqlite3* database, const char* sql) {
   try {
     SqliteStatement read(database, sql);
-    if (read.Step()) return FileState{static_cast<int>(read.IntegerAt(0)), read.TextAt(1)};
+    if (read.Step()) {
+      return FileState{static_cast<int>(read.IntegerAt(0)), read.TextAt(1), static_cast<int>(read.IntegerAt(2))};
+    }
   } catch (const SqliteFailure& failure) {
     if (!failure.IsMissingObject()) throw;
     return std::nullopt;
@@ -92,9 +100,13 @@ std::optional<FileState> ReadStateWith(const QString& path, sqlite3* database, c
 /// Nothing for what is no host database.
 /// \throws SqliteFailure when it cannot be read, DatabaseError when it does not say its number
 std::optional<FileState> ReadState(const QString& path, sqlite3* database) {
-  auto state = ReadStateWith(path, database, "SELECT File_Number, Objects_Fingerprint FROM _Version");
-  // Databases without a number had another column in its place.
-  return state ? state : ReadStateWith(path, database, "SELECT 0, NULL, Procedures_Version FROM _Version");
+  // The older a database is, the fewer of the columns it has.
+  for (const char* sql : {"SELECT File_Number, Objects_Fingerprint, Objects_Set FROM _Version",
+                          "SELECT File_Number, Objects_Fingerprint, 0 FROM _Version",
+                          "SELECT 0, NULL, 0, Procedures_Version FROM _Version"}) {
+    if (auto state = ReadStateWith(path, database, sql)) return state;
+  }
+  return std::nullopt;
 }
 
 /// Nobody else has the file while this lives and `Has()`. The database is out of write-ahead-log mode, since only then others are seen.
@@ -162,13 +174,15 @@ void BringUp(const QString& path, sqlite3* database, std::span<const EmbeddedSql
     const FileState state = ReadState(path, database).value_or(FileState{});
     const int number = NewestOf(upgrades);
     RefuseNewer(path, state, number);
+    if (state.number == number && !state.HasOlderObjects()) return ExecuteSql(database, "COMMIT");
     std::vector<SchemaObject> aside = TakeObjectsAside(database);
     for (const EmbeddedSql& upgrade : upgrades)
       if (NumberOf(upgrade) > state.number) ExecuteSql(database, upgrade.text);
     PutObjectsBack(database, std::move(aside), number);
-    SqliteStatement(database, "UPDATE _Version SET File_Number = ?, Objects_Fingerprint = ?")
+    SqliteStatement(database, "UPDATE _Version SET File_Number = ?, Objects_Fingerprint = ?, Objects_Set = ?")
         .Add(qint64{number})
         .Add(ObjectsFingerprint())
+        .Add(qint64{ObjectsSet()})
         .Run();
     ExecuteSql(database, "COMMIT");
   } catch (...) {
@@ -221,7 +235,7 @@ Outcome TryToKeepUp(const QString& path, std::span<const EmbeddedSql> upgrades) 
   const int newest = NewestOf(upgrades);
   RefuseNewer(path, *state, newest);
   if (state->number < newest) return Upgrade(path, database, upgrades);
-  if (state->objects != ObjectsFingerprint()) Renew(path, database, upgrades);
+  if (state->HasOlderObjects()) Renew(path, database, upgrades);
   return Outcome::kDone;
 }
 

@@ -22,7 +22,8 @@ namespace qbx {
 /// - Upgrades with a number above the file's run in one transaction, in which nobody else has the file; before that the database is copied to
 ///   "<name>.before-N.db" beside it, where N is the number that it gets. The last two copies are kept. Of several programs that begin at the
 ///   same moment one does it, and the others wait for it.
-/// - Views, triggers and procedures whose text in this program is another one than it installed last are renewed (see PutObjectsBack).
+/// - Views, triggers and procedures whose text in this program is another one than it installed last are renewed (see PutObjectsBack), unless a program with a
+///   later set of them was here (`_Version.Objects_Set`): an older program puts nothing back.
 ///
 /// A database that is no host database is left alone. One that lacks nothing but renewing is left as it is when it cannot be written, or when
 /// somebody else writes for more than two seconds.

@@ -21,5 +21,7 @@ inline constexpr std::string_view kIndexFile = "indexes";
 
 /// Stands for the texts of every schema and procedure file: another text of any of them is another fingerprint.
 [[nodiscard]] const char* ObjectsFingerprint();
+/// The number of this set of texts: those of a later program have a higher one.
+[[nodiscard]] int ObjectsSet();
 
 }  // namespace qbx

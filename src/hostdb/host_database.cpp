@@ -52,11 +52,12 @@ void Build(const QString& path, const std::function<HostDatabaseProblem(sqlite3*
   // Nobody sees this file until it is complete, so a journal would protect nothing.
   ExecuteSql(database, "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA cache_size = -65536; BEGIN");
   ApplySchema(database, false);
-  SqliteStatement(database, "INSERT INTO _Version VALUES (?, ?, ?, ?)")
+  SqliteStatement(database, "INSERT INTO _Version VALUES (?, ?, ?, ?, ?)")
       .Add(qint64{kHostSchemaVersion})
       .Add(qint64{kHostModuleVersion})
       .Add(qint64{NewestFileNumber()})
       .Add(ObjectsFingerprint())
+      .Add(qint64{ObjectsSet()})
       .Run();
   ExecuteSql(database, "INSERT INTO _Options (Options_Company) VALUES ('A')");
   PutObjectsBack(database, TakeObjectsAside(database), NewestFileNumber());

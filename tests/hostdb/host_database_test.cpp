@@ -194,6 +194,10 @@ TEST_F(HostDatabase, ObjectsAreRenewedWhenOurTextChangesAndOnlyThen) {
   reopen("Name = 'proc_selp__Option'");
   EXPECT_EQ(look(), QStringList(QStringLiteral("0|0|2")))
       << "what was taken away stays away while our text is the same";
+  Run(QStringLiteral("UPDATE _Version SET Objects_Set = Objects_Set + 1"));
+  reopen("TRUE");
+  EXPECT_EQ(look(), QStringList(QStringLiteral("0|0|2"))) << "a newer program installed them";
+  Run(QStringLiteral("UPDATE _Version SET Objects_Set = Objects_Set - 2"));
   Run(QStringLiteral(
       "INSERT INTO _Installed VALUES ('view', 'Ours_Once', 'a text that the program no longer brings')"));
   reopen("Name IN ('proc__OptionVersion', 'Campaign_Results_Count_Move')");

@@ -107,7 +107,7 @@ TEST_F(OldGarage, OpensWithEveryRowAndIsLikeANewOne) {
   ASSERT_EQ(CreateHostDatabase(born, ExistingFile::kRefuse), std::nullopt);
   EXPECT_EQ(Schema(path), Schema(born));
   const QByteArray number =
-      "SELECT File_Number, Objects_Fingerprint, Version, Marketing_Version FROM _Version; PRAGMA journal_mode";
+      "SELECT File_Number, Objects_Fingerprint, Objects_Set, Version, Marketing_Version FROM _Version; PRAGMA journal_mode";
   EXPECT_EQ(Rows(path, number), Rows(born, number));
   EXPECT_EQ(Rows(path, "PRAGMA integrity_check"), QByteArrayList{"ok"});
   EXPECT_EQ(Rows(path, "SELECT Name FROM _Procedures WHERE Name = 'proc_sel_Makes_all'"), QByteArrayList())

@@ -1,12 +1,14 @@
 -- What the database knows about itself: versions, whether it is online, the procedures, counted keys, the event logs.
 
 -- One row. Version is the host's schema, Marketing_Version the level of the marketing module. File_Number is the last upgrade that this file
--- has; Objects_Fingerprint stands for the views, triggers and procedures that were installed last.
+-- has; Objects_Fingerprint stands for the views, triggers and procedures that were installed last, and Objects_Set says which set they are: one of a
+-- lower number is never put in the place of one of a higher.
 CREATE TABLE _Version (
   Version int NOT NULL,
   Marketing_Version int NOT NULL,
   File_Number int NOT NULL,
-  Objects_Fingerprint nvarchar(40)
+  Objects_Fingerprint nvarchar(40),
+  Objects_Set int NOT NULL DEFAULT 0
 );
 
 -- The views, triggers and procedures that the program installed, each with the fingerprint of the text that it installed last.
