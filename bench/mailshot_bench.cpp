@@ -46,7 +46,7 @@ void AddRows(const SampleProgram& program, Kind kind, int rows) {
       ", 1000 + i, 'Mrs', 'Mary', 'Hartley' || i, 'Mrs Hartley' || i, i || ' Mill Lane', printf('07700%06d', i), "
       "'customer' || i || '@example.com', printf('AB%05d', i), 'FORD', 'FOCUS', '2026-07-01', 1, " +
       (kind == Kind::kText ? "1, 0" : "0, 1") +
-      ", 'Bench', '2026-06-01' FROM n; DELETE FROM Customers; INSERT INTO Customers (Customer) SELECT Customer FROM "
+      ", 'Bench', '2026-06-01' FROM n; DELETE FROM Customers; INSERT INTO Customers (Customer, Consent_Response, Can_Send_SMS, Can_Send_Email) SELECT Customer, 1, 1, 1 FROM "
       "[Campaign Results]; PRAGMA wal_checkpoint(TRUNCATE)";
   RunSql(database.get(), sql.constData());
 }
