@@ -11,7 +11,7 @@ constexpr int kRunLocation = 5400;
 
 QString InDoubtLine(int rows, int campaignId) {
   return QStringLiteral(
-             "%1 row(s) are in doubt and were left alone: nobody knows whether their message went out. Tick Processed if it arrived; \"marketingctl results %2 --settle-doubt not-sent\" has it sent again.")
+             "%1 row(s) are in doubt and were left alone: nobody knows whether their message went out. Settle them with \"marketingctl results %2 --settle-doubt sent --yes\" when it did, with \"not-sent\" when it did not.")
       .arg(QString::number(rows), QString::number(campaignId));
 }
 

@@ -228,9 +228,9 @@ void MailshotRun::NoteServer(Channel channel, ServerSign sign, const QString& fa
   if (services_.diagnostics.ui.ShowMessage(GoOnQuestion(channel, failure)) == MessageAnswer::kYes) return;
   state.open = false;
   state.paused = true;
-  services_.resultsLog.LogProcessResult(channel == Channel::kSms
-                                            ? QStringLiteral("Texts are paused: the SMS gateway is away.")
-                                            : QStringLiteral("E-mails are paused: the mail server is away."));
+  services_.resultsLog.LogProcessResult(
+      channel == Channel::kSms ? QStringLiteral("Texts are paused: the SMS gateway failed three times in a row.")
+                               : QStringLiteral("E-mails are paused: the mail server failed three times in a row."));
 }
 
 bool MailshotRun::AllThatIsLeftIsPaused() const {

@@ -15,7 +15,7 @@ enum class ServerSign {
 /// Counts the failures in a row that say a server is away. One for each channel of a run.
 class ServerWatch {
  public:
-  static constexpr int kEnough = 3;  ///< failures in a row
+  static constexpr int kEnough = 3;  ///< failures in a row; texts that the user sees say "three"
 
   /// \return true when this failure is the one that says that the server is away; later ones do not say it again until it has served in between
   [[nodiscard]] bool Note(ServerSign sign) {

@@ -38,7 +38,7 @@ constexpr int kMostWaitsForUpgrade = 400;  // half a minute: another program has
 constexpr int kRenewalWaitMs = 2000;
 
 /// What came of one attempt.
-enum class Outcome { kDone, kOthersHaveIt, kBeingUpgraded };
+enum class Outcome { kDone, kUpgraded, kOthersHaveIt, kBeingUpgraded };
 
 /// What a host database says of itself.
 struct FileState {
@@ -201,7 +201,7 @@ Outcome Upgrade(const QString& path, sqlite3* database, std::span<const Embedded
     CopyBeforehand(path, database, number);
   BringUp(path, database, upgrades);
   RemoveOldCopies(path);
-  return Outcome::kDone;
+  return Outcome::kUpgraded;
 }
 
 /// Renews the objects. While somebody else writes, or the file cannot be written, it is left for another time.
@@ -250,15 +250,17 @@ int NewestFileNumber() {
   return NewestOf(UpgradeFiles());
 }
 
-void KeepUpToDate(const QString& path) {
-  KeepUpToDateWith(path, UpgradeFiles());
+bool KeepUpToDate(const QString& path) {
+  return KeepUpToDateWith(path, UpgradeFiles());
 }
 
-void KeepUpToDateWith(const QString& path, std::span<const EmbeddedSql> upgrades) {
+bool KeepUpToDateWith(const QString& path, std::span<const EmbeddedSql> upgrades) {
   try {
     // Who waits does so without a connection: of two that begin at once, neither could get the file otherwise.
     int waits = 0;
-    for (Outcome outcome; (outcome = TryToKeepUp(path, upgrades)) != Outcome::kDone; ++waits) {
+    Outcome outcome = Outcome::kDone;
+    for (; (outcome = TryToKeepUp(path, upgrades)) != Outcome::kDone; ++waits) {
+      if (outcome == Outcome::kUpgraded) return true;
       if (outcome == Outcome::kOthersHaveIt && waits >= kMostWaits)
         Refuse(path, kInUse,
                QStringLiteral("another program has it open. Close every program that uses it, then try again."));
@@ -269,6 +271,7 @@ void KeepUpToDateWith(const QString& path, std::span<const EmbeddedSql> upgrades
   } catch (const SqliteFailure& failure) {
     Refuse(path, kUpgradeFailed, QStringLiteral("that failed: %1.").arg(QString::fromUtf8(failure.what())));
   }
+  return false;
 }
 
 }  // namespace qbx

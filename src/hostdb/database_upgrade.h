@@ -29,9 +29,10 @@ namespace qbx {
 /// somebody else writes for more than two seconds.
 /// \throws DatabaseError with a sentence for the user: 948 the file has a higher number than this program; 5061 another program has it open;
 ///         1105 no room for the copy; 3906 it cannot be written; 5069 an upgrade failed; 5120 it does not say its number; 5123 its name is that of a copy. Nothing was changed then.
-void KeepUpToDate(const QString& path);
+/// \return whether upgrades were run
+bool KeepUpToDate(const QString& path);
 
 /// The same with other upgrades than the program's own, in the order of their numbers.
-void KeepUpToDateWith(const QString& path, std::span<const EmbeddedSql> upgrades);
+bool KeepUpToDateWith(const QString& path, std::span<const EmbeddedSql> upgrades);
 
 }  // namespace qbx

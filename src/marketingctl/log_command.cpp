@@ -91,7 +91,7 @@ void Print(const Program& program, const Story& story) {
     PrintLine(line);
   PrintLine({});
   PrintSection(
-      QStringLiteral("In doubt (tick or untick Processed of the row to settle it)"), story.doubt,
+      QStringLiteral("In doubt (results ID --settle-doubt sent or not-sent settles it)"), story.doubt,
       {QStringLiteral("CampaignID"), QStringLiteral("RecordID"), QStringLiteral("Customer"), QStringLiteral("Channel"),
        QStringLiteral("Mobile"), QStringLiteral("Email"), QStringLiteral("Changed")});
 }

@@ -89,7 +89,16 @@ Application::Application(const ApplicationSetup& setup)
                     return std::make_unique<CurlMailTransport>(service.caFile, limits, [this] { ui.PumpEvents(); });
                   })),
       registry({registryStore, diagnostics, registryFailures}, startup),
-      engine(startup.ProgramFolder, clock, KeepUpToDate),
+      engine(
+          startup.ProgramFolder, clock,
+          [this](const QString& file) {
+            if (!KeepUpToDate(file)) return;
+            log.WriteLog(
+                QStringLiteral(
+                    "The database %1 was brought up to date. The file beside it whose name ends in \".before-%2.db\" is as it was before.")
+                    .arg(file)
+                    .arg(NewestFileNumber()));
+          }),
       connection(setup.wrapSessions ? setup.wrapSessions(Sessions(engine)) : Sessions(engine)),
       events(connection, eventContext, log),
       interpretation(eventContext, events, lastError, diagnostics),
