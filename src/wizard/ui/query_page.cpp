@@ -38,7 +38,7 @@ void QueryPage::BuildTree() {
     item->setData(0, kIndexRole, node.index);
     nodes_.insert(node.index, item);
     if (node.parent != 0) continue;
-    item->setIcon(0, DrawnIcon(node.index == kCustomerGroup ? Drawing::kCustomers : vehicles));
+    item->setIcon(0, DrawnIcon(node.rows == RowsOf::kCustomers ? Drawing::kCustomers : vehicles));
     item->setExpanded(true);
   }
 }
