@@ -8,6 +8,9 @@
 #include "marketingctl/output.h"
 #include "marketingctl/record_json.h"
 #include "marketingctl/text_argument.h"
+#include "queries/query_catalogue.h"
+#include "queries/query_sentence.h"
+#include "wizard/campaign_settings.h"
 
 namespace qbx::ctl {
 
@@ -40,13 +43,25 @@ int ListCampaigns(Program& program) {
   return kDone;
 }
 
+/// What the query of a stored campaign selects, as step 1 says it.
+QString Selects(const Application& app) {
+  WizardState state;
+  state.cmbReminderItems = ReminderList(app.options);
+  (void)CopyFromRecord(app.campaign.record, state);
+  return QuerySelects(app.campaign.record.CampaignTypeID, state.options, state.cmbReminderItems,
+                      app.startup.edition.boat, app.clock.Today());
+}
+
 int Show(Program& program, int id) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
-  const QJsonObject record = RecordToJson(program.app.campaign.record);
+  const QString selects = Selects(program.app);
   if (program.json) {
+    QJsonObject record = RecordToJson(program.app.campaign.record);
+    record.insert(QStringLiteral("selects"), selects);
     PrintJson(record);
   } else {
     PrintRecord(program.app.campaign.record);
+    PrintLine(selects);
   }
   return kDone;
 }

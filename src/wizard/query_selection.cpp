@@ -4,6 +4,7 @@
 
 #include "database/list_query.h"
 #include "queries/query_catalogue.h"
+#include "queries/query_sentence.h"
 
 namespace qbx {
 
@@ -58,6 +59,11 @@ void QuerySelection::IncludeOptedOutClick(bool ticked) {
   state_.filters.chkIncludeOptedOut = ticked;
   if (const std::optional<Message> message = GuardIncludeOptedOut(state_.filters, options_))
     diagnostics_.ui.ShowMessage(*message);
+}
+
+QString QuerySelection::Selects() const {
+  return QuerySelects(state_.selectedNode, state_.options, state_.cmbReminderItems, edition_.boat,
+                      diagnostics_.clock.Today());
 }
 
 void QuerySelection::ShowNode(int index) {

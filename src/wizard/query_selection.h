@@ -38,6 +38,9 @@ class QuerySelection {
   /// it.
   void IncludeOptedOutClick(bool ticked);
 
+  /// What the selected query selects with the options as they stand.
+  [[nodiscard]] QString Selects() const;
+
   /// Any other setting of the campaign was edited.
   void Changed() { campaign_.CampaignChanged = true; }
 
