@@ -32,7 +32,9 @@ std::pair<QString, QString> Condition(const std::string& argument) {
 
 /// What the flag of a filter takes: "is:TEXT, is-not:TEXT or none".
 QString Forms(const FilterRow& row) {
+  if (row.value == FilterValue::kNone) return QStringLiteral("on or off");
   QStringList forms;
+  if (row.conditions.empty()) forms << QStringLiteral("TEXT");
   for (const FilterCondition& condition : row.conditions) {
     const QLatin1String value = row.value == FilterValue::kList ? QLatin1String(":TEXT")
                                 : condition.twoValues           ? QLatin1String(":N,M")
@@ -56,10 +58,7 @@ bool ApplyNumbers(const FilterRow& row, bool twoValues, const QString& text, Cam
   return true;
 }
 
-void ApplyFilter(const FilterRow& row, const std::string& argument, CampaignRecord& record) {
-  const auto [word, rest] = Condition(argument);
-  record.*row.use = word != QStringLiteral("none");
-  if (!(record.*row.use)) return;
+void ApplyCondition(const FilterRow& row, const QString& word, const QString& rest, CampaignRecord& record) {
   const auto condition = std::ranges::find_if(
       row.conditions, [&word](const FilterCondition& known) { return word == QLatin1String(known.word); });
   if (condition == row.conditions.end()) Wrong(row.flag, Forms(row));
@@ -68,6 +67,20 @@ void ApplyFilter(const FilterRow& row, const std::string& argument, CampaignReco
   if (!valid) Wrong(row.flag, Forms(row));
   if (fromList) record.*row.values[0] = TextArgument(rest.toStdString());
   record.*row.when = static_cast<int>(condition - row.conditions.begin());
+}
+
+void ApplyFilter(const FilterRow& row, const std::string& argument, CampaignRecord& record) {
+  if (row.value == FilterValue::kNone) {
+    record.*row.use = argument == "on";
+    return;
+  }
+  const auto [word, rest] = Condition(argument);
+  record.*row.use = word != QStringLiteral("none");
+  if (!(record.*row.use)) return;
+  if (row.conditions.empty())
+    record.*row.values[0] = TextArgument(argument);
+  else
+    ApplyCondition(row, word, rest, record);
 }
 
 int QueryNumber(const std::string& argument, const EditionFlags& edition) {
@@ -92,22 +105,16 @@ QString Letter(const std::string& path) {
 
 void ApplyFilters(const CampaignArguments& arguments, CampaignRecord& record) {
   for (const FilterRow& row : FilterRows()) {
-    const std::optional<std::string>& argument = arguments.filters[row.index];
-    if (!argument) continue;
-    if (row.conditions.empty())
-      record.*row.use = *argument == "on";
-    else
-      ApplyFilter(row, *argument, record);
+    if (arguments.filters[row.index]) ApplyFilter(row, *arguments.filters[row.index], record);
   }
 }
 
 void DeclareFilters(CLI::App& command, CampaignArguments& arguments) {
   for (const FilterRow& row : FilterRows()) {
     if (!row.IsStored()) continue;
-    const QString help = QString::fromLatin1(row.help);
-    const QString text = row.conditions.empty() ? help : help + QLatin1String(": ") + Forms(row);
-    CLI::Option* const option = command.add_option(row.flag, arguments.filters[row.index], text.toStdString());
-    if (row.conditions.empty()) option->check(CLI::IsMember({"on", "off"}));
+    const QString help = QLatin1String(row.help) + QLatin1String(": ") + Forms(row);
+    CLI::Option* const option = command.add_option(row.flag, arguments.filters[row.index], help.toStdString());
+    if (row.value == FilterValue::kNone) option->check(CLI::IsMember({"on", "off"}));
   }
 }
 
