@@ -7,6 +7,7 @@
 #include "queries/filter_table.h"
 #include "queries/query_catalogue.h"
 #include "util/text.h"
+#include "util/typed_number.h"
 #include "util/windows1252.h"
 
 namespace qbx::ctl {
@@ -46,15 +47,13 @@ QString Forms(const FilterRow& row) {
 
 /// \return false when the text is no value of the condition
 bool ApplyNumbers(const FilterRow& row, bool twoValues, const QString& text, CampaignRecord& record) {
-  const QStringList numbers = text.split(QLatin1Char(','));
-  if (numbers.size() != (twoValues ? 2 : 1)) return false;
+  const QStringList numbers = twoValues ? text.split(QLatin1Char(',')) : QStringList(text);
+  if (twoValues && numbers.size() != 2) return false;
   for (const QString& number : numbers) {
-    bool isNumber = false;
-    (void)number.trimmed().toDouble(&isNumber);
-    if (!isNumber) return false;
+    if (!IsTypedNumber(number)) return false;
   }
-  record.*row.values[0] = numbers.first().trimmed();
-  record.*row.values[1] = twoValues ? numbers.last().trimmed() : QString();
+  record.*row.values[0] = JoinDigitGroups(numbers.first().trimmed());
+  record.*row.values[1] = twoValues ? JoinDigitGroups(numbers.last().trimmed()) : QString();
   return true;
 }
 

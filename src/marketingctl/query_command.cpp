@@ -5,6 +5,7 @@
 #include "campaigns/campaign_list.h"
 #include "marketingctl/campaign_arguments.h"
 #include "marketingctl/commands.h"
+#include "marketingctl/filter_notes_message.h"
 #include "marketingctl/output.h"
 #include "marketingctl/text_argument.h"
 #include "queries/filter_table.h"
@@ -39,6 +40,7 @@ bool ApplyUnstored(const QueryArguments& arguments, CampaignDesk& desk) {
 /// Both steps, as "Next >" twice. The notices of the second are shown.
 /// \return how many were done
 int RunSteps(Program& program) {
+  TellFilterNotes(program.ui, program.desk.state.filters, program.app.startup.edition.boat);
   program.desk.state.bStepComplete = {true, false, false, program.desk.state.bStepComplete[3]};
   for (const int step : {0, 1}) {
     const StepResult result = program.desk.steps.NextStep(step);

@@ -8,10 +8,12 @@ namespace qbx {
 
 namespace {
 
-constexpr FilterCondition kTypeConditions[] = {{.text = "Type Is", .word = "is"},
-                                               {.text = "Type Is Not", .word = "is-not"}};
-constexpr FilterCondition kSourceConditions[] = {{.text = "Source Is", .word = "is"},
-                                                 {.text = "Source Is Not", .word = "is-not"}};
+constexpr FilterCondition kTypeConditions[] = {
+    {.text = "Type Is", .word = "is", .withoutValue = "Customers without a type."},
+    {.text = "Type Is Not", .word = "is-not", .withoutValue = "Customers with a type."}};
+constexpr FilterCondition kSourceConditions[] = {
+    {.text = "Source Is", .word = "is", .withoutValue = "Customers without an enquiry source."},
+    {.text = "Source Is Not", .word = "is-not", .withoutValue = "Customers with an enquiry source."}};
 constexpr FilterCondition kMileageConditions[] = {
     {.text = "Higher Than", .word = "higher", .from = 0},
     {.text = "Less Than", .word = "less", .to = 0},
@@ -123,6 +125,11 @@ static_assert(NumbersAreInOrder());
 
 std::span<const FilterRow, kFilterCount> FilterRows() {
   return kRows;
+}
+
+const FilterCondition* ConditionAt(const FilterRow& row, int position) {
+  const bool exists = position >= 0 && static_cast<size_t>(position) < row.conditions.size();
+  return exists ? &row.conditions[static_cast<size_t>(position)] : nullptr;
 }
 
 QString FilterWording(const char* text, bool boatEdition) {

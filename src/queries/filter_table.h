@@ -21,6 +21,7 @@ struct FilterCondition {
   /// with two values is made from the second.
   std::optional<int> from = {};
   std::optional<int> to = {};
+  const char* withoutValue = nullptr;  ///< of a list: what an empty value selects
 };
 
 enum class FilterValue {
@@ -69,6 +70,9 @@ struct FilterRow {
 
 /// All rows, by number.
 [[nodiscard]] std::span<const FilterRow, kFilterCount> FilterRows();
+
+/// The condition of a filter at a position of its list; null when there is none.
+[[nodiscard]] const FilterCondition* ConditionAt(const FilterRow& row, int position);
 
 /// A caption, name or message in the words of the edition: a boat has hours instead of a mileage.
 [[nodiscard]] QString FilterWording(const char* text, bool boatEdition);

@@ -8,6 +8,7 @@
 #include "queries/plain_messages.h"
 #include "settings/options.h"
 #include "util/text.h"
+#include "util/typed_number.h"
 
 namespace qbx {
 
@@ -19,21 +20,12 @@ const FilterRow& Row(FilterIndex filter) {
   return FilterRows()[filter];
 }
 
-/// The chosen condition; null when there is none.
-const FilterCondition* ChosenCondition(const Filters& filters, FilterIndex filter) {
-  const auto& conditions = Row(filter).conditions;
-  const int position = filters.cmbFilter[filter];
-  return position < 0 || static_cast<size_t>(position) >= conditions.size()
-             ? nullptr
-             : &conditions[static_cast<size_t>(position)];
-}
-
 void AddBounds(const FilterRow& row, const Filters& filters, std::vector<NamedValue>& parameters) {
-  const FilterCondition* const condition = ChosenCondition(filters, row.index);
+  const FilterCondition* const condition = ConditionAt(row, filters.cmbFilter[row.index]);
   if (condition == nullptr) return;
   const auto& typed = filters.*row.numbers;
-  const double first = LeadingNumber(typed[0]);
-  const double last = condition->twoValues ? LeadingNumber(typed[1]) : first;
+  const double first = TypedNumber(typed[0]);
+  const double last = condition->twoValues ? TypedNumber(typed[1]) : first;
   if (condition->from) parameters.push_back({QString::fromLatin1(row.fromParameter), first + *condition->from});
   if (condition->to) parameters.push_back({QString::fromLatin1(row.toParameter), last + *condition->to});
 }
@@ -77,7 +69,7 @@ QStringList FilterConditions(FilterIndex filter) {
 }
 
 bool IsBetween(const Filters& filters, FilterIndex filter) {
-  const FilterCondition* const condition = ChosenCondition(filters, filter);
+  const FilterCondition* const condition = ConditionAt(Row(filter), filters.cmbFilter[filter]);
   return condition != nullptr && condition->twoValues;
 }
 
@@ -117,7 +109,7 @@ std::optional<Message> CheckBetween(const Filters& filters, bool boatEdition) {
   for (const FilterRow& row : FilterRows()) {
     if (row.numbers == nullptr || !filters.Ticked(row.index) || !IsBetween(filters, row.index)) continue;
     const auto& typed = filters.*row.numbers;
-    if (LeadingNumber(typed[0]) <= LeadingNumber(typed[1])) continue;
+    if (TypedNumber(typed[0]) <= TypedNumber(typed[1])) continue;
     return WarningMessage(QStringLiteral("%1 Filter is not valid. %1 From must be less than %1 To")
                               .arg(FilterWording(row.name, boatEdition)));
   }

@@ -5,6 +5,7 @@
 #include "queries/filters.h"
 #include "queries/starting_queries.h"
 #include "util/text.h"
+#include "util/typed_number.h"
 
 namespace qbx {
 
@@ -15,8 +16,8 @@ void AddQueryParameters(QueryPass pass, const StartingQuery& query, const QueryO
                         std::vector<NamedValue>& parameters) {
   if (query.flag != nullptr) parameters.push_back({QString::fromLatin1(query.flag), 1});
   if (query.panels.ranking) {
-    parameters.push_back({QStringLiteral("@Criteria"), LeadingNumber(options.txtCriteria)});
-    parameters.push_back({QStringLiteral("@CriteriaStart"), LeadingNumber(options.txtCriteriaStart)});
+    parameters.push_back({QStringLiteral("@Criteria"), TypedNumber(options.txtCriteria)});
+    parameters.push_back({QStringLiteral("@CriteriaStart"), TypedNumber(options.txtCriteriaStart)});
     if (pass == QueryPass::kFilter) parameters.push_back({QStringLiteral("@Turnover"), 0});
   }
   if (query.panels.makes) {

@@ -6,6 +6,7 @@
 
 #include "queries/plain_messages.h"
 #include "util/text.h"
+#include "util/typed_number.h"
 
 namespace qbx {
 
@@ -133,9 +134,9 @@ constexpr StartingQuery kQueries[] = {
 };
 
 std::optional<Message> CheckRanking(const QueryOptions& options) {
-  if (LeadingNumber(options.txtCriteria) <= 0)
+  if (TypedNumber(options.txtCriteria) <= 0)
     return WarningMessage(QStringLiteral("Criteria is not valid. Number expected."));
-  if (LeadingNumber(options.txtCriteriaStart) <= 0)
+  if (TypedNumber(options.txtCriteriaStart) <= 0)
     return WarningMessage(QStringLiteral("Criteria Start Record is not valid. Number expected."));
   return std::nullopt;
 }

@@ -7,8 +7,10 @@
 
 #include "database/list_query.h"
 #include "queries/filter_table.h"
+#include "queries/plain_messages.h"
 #include "queries/query_catalogue.h"
 #include "util/text.h"
+#include "util/typed_number.h"
 
 namespace qbx {
 
@@ -18,8 +20,8 @@ constexpr int kEarliestStoredYear = 1996;
 
 /// The number at the start of the text, as a stored 32-bit field takes it.
 int StoredNumber(const QString& text) {
-  return static_cast<int>(
-      std::clamp<qint64>(LeadingInteger(text), std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+  return static_cast<int>(std::clamp<qint64>(LeadingInteger(JoinDigitGroups(text)), std::numeric_limits<int>::min(),
+                                             std::numeric_limits<int>::max()));
 }
 
 /// A date from its control; the stored time is kept when the day is the same.
@@ -51,7 +53,7 @@ void CopyFilters(const CampaignRecord& record, Filters& filters, std::vector<int
     CopyRowFromRecord(row, record, filters);
     if (row.when == nullptr) continue;
     const int position = record.*row.when;
-    const bool exists = position >= -1 && position < static_cast<int>(row.conditions.size());
+    const bool exists = position == -1 || ConditionAt(row, position) != nullptr;
     filters.cmbFilter[row.index] = exists ? position : -1;
     if (!exists) outOfRange.push_back(static_cast<int>(row.index));
   }
@@ -64,7 +66,7 @@ void StoreFilters(const Filters& filters, CampaignRecord& record) {
     if (row.when != nullptr) record.*row.when = filters.cmbFilter[row.index];
     if (row.text != nullptr) record.*row.values[0] = filters.*row.text;
     for (size_t value = 0; row.numbers != nullptr && value < row.values.size(); ++value)
-      record.*row.values[value] = (filters.*row.numbers)[value];
+      record.*row.values[value] = JoinDigitGroups((filters.*row.numbers)[value]);
   }
 }
 
@@ -146,6 +148,8 @@ void CampaignSettings::SetupCampaignData() {
   }
   diagnostics_.ui.SetBusy(false);
   if (failure) diagnostics_.errors.ShowError(0, QStringLiteral("SetupCampaignData"), *failure);
+  if (const QStringList anew = selection_.NumbersReadAnew(); !anew.isEmpty())
+    diagnostics_.ui.ShowMessage(InformationMessage(anew.join(u'\r')));
 }
 
 void CampaignSettings::FillLists() {

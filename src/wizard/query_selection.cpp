@@ -3,6 +3,7 @@
 #include "wizard/query_selection.h"
 
 #include "database/list_query.h"
+#include "queries/filter_notes.h"
 #include "queries/query_catalogue.h"
 #include "queries/query_sentence.h"
 
@@ -64,6 +65,10 @@ void QuerySelection::IncludeOptedOutClick(bool ticked) {
 QString QuerySelection::Selects() const {
   return QuerySelects(state_.selectedNode, state_.options, state_.cmbReminderItems, edition_.boat,
                       diagnostics_.clock.Today());
+}
+
+QStringList QuerySelection::NumbersReadAnew() const {
+  return qbx::NumbersReadAnew(campaign_.record, edition_.boat);
 }
 
 void QuerySelection::ShowNode(int index) {

@@ -1,6 +1,7 @@
 #include "wizard/ui/filter_page.h"
 
 #include "platform/ui/look.h"
+#include "queries/filter_notes.h"
 #include "ui_filter_page.h"
 #include "wizard/filters_pending.h"
 #include "wizard/ui/fill_combo.h"
@@ -61,6 +62,7 @@ void FilterPage::FindControls(const FilterRow& row) {
   controls.tick = findChild<QCheckBox*>(QLatin1String("chkFilter") + number);
   controls.condition = findChild<QComboBox*>(QLatin1String("cmbFilter") + number);
   controls.between = findChild<QLabel*>(QLatin1String("lblAnd") + number);
+  controls.note = findChild<QLabel*>(QLatin1String("lblFilterNote") + number);
   if (row.value == FilterValue::kList) controls.list = findChild<QComboBox*>(value);
   if (row.value == FilterValue::kText) controls.text = findChild<QLineEdit*>(value);
   if (row.value == FilterValue::kNumber)
@@ -129,6 +131,16 @@ void FilterPage::FilterClicked() {
 
 void FilterPage::ShowPending() {
   ui_->lblFiltersPending->setText(FiltersPendingText(State()));
+  ShowNotes();
+}
+
+void FilterPage::ShowNotes() {
+  for (const FilterRow& row : FilterRows()) {
+    QLabel* const note = controls_[row.index].note;
+    if (note == nullptr) continue;
+    note->setText(FilterNote(State().filters, row.index));
+    note->setVisible(!note->text().isEmpty());
+  }
 }
 
 void FilterPage::CopyState() {

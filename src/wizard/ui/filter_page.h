@@ -38,6 +38,7 @@ class FilterPage : public WizardPage {
     QLineEdit* text = nullptr;
     std::array<QLineEdit*, 2> numbers = {};
     QLabel* between = nullptr;  ///< "and"
+    QLabel* note = nullptr;
   };
 
   void FindControls(const FilterRow& row);
@@ -48,6 +49,7 @@ class FilterPage : public WizardPage {
   void ShowFilters(const FilterView& view);
   void FilterClicked();
   void ShowPending();
+  void ShowNotes();
 
   std::unique_ptr<Ui::FilterPage> ui_;
   std::array<Controls, kFilterCount> controls_;  // by filter number
