@@ -11,7 +11,7 @@ namespace {
 struct Campaign {
   std::string_view name;
   std::string_view description;
-  qint64 query;  ///< place in the query tree
+  qint64 query;  ///< its number
   QDate date1;
   QDate date2;
   std::string_view letter;  ///< what stands between greeting and closing; lines in RTF
@@ -73,10 +73,10 @@ void Save(sqlite3* database, const Campaign& campaign, QDate created) {
 
 Campaign LapsedCustomers(QDate asOf) {
   return {.name = "Lapsed customers",
-          .description = "Customers we have not seen for six months to two years.",
+          .description = "Customers whose last invoice is more than two years old.",
           .query = 3,
           .date1 = asOf.addMonths(-24),
-          .date2 = asOf.addMonths(-6),
+          .date2 = asOf,
           .letter =
               "It has been a while since we last saw you, and we would like to welcome you back.\\par\r\n\\par\r\n"
               "Bring this letter with you and we will take \\b 10% off\\b0  your next service, and check your tyres, "

@@ -1,10 +1,13 @@
 #include "marketingctl/campaign_arguments.h"
 
 #include <QFile>
+#include <algorithm>
 
 #include "marketingctl/text_argument.h"
+#include "queries/filter_table.h"
 #include "queries/query_catalogue.h"
 #include "util/text.h"
+#include "util/typed_number.h"
 #include "util/windows1252.h"
 
 namespace qbx::ctl {
@@ -28,40 +31,55 @@ std::pair<QString, QString> Condition(const std::string& argument) {
   return colon < 0 ? std::pair(text.toLower(), QString()) : std::pair(text.left(colon).toLower(), text.mid(colon + 1));
 }
 
-void ApplyTextFilter(const char* flag, const std::string& argument, bool& use, int& when, QString& value) {
-  const auto [word, rest] = Condition(argument);
-  use = word != QStringLiteral("none");
-  if (!use) return;
-  const int position = static_cast<int>(QStringList{QStringLiteral("is"), QStringLiteral("is-not")}.indexOf(word));
-  if (position < 0 || rest.isEmpty()) Wrong(flag, QStringLiteral("is:TEXT, is-not:TEXT or none"));
-  when = position;
-  value = TextArgument(rest.toStdString());
+/// What the flag of a filter takes: "is:TEXT, is-not:TEXT or none".
+QString Forms(const FilterRow& row) {
+  if (row.value == FilterValue::kNone) return QStringLiteral("on or off");
+  QStringList forms;
+  if (row.conditions.empty()) forms << QStringLiteral("TEXT");
+  for (const FilterCondition& condition : row.conditions) {
+    const QLatin1String value = row.value == FilterValue::kList ? QLatin1String(":TEXT")
+                                : condition.twoValues           ? QLatin1String(":N,M")
+                                                                : QLatin1String(":N");
+    forms << QLatin1String(condition.word) + value;
+  }
+  return forms.join(QStringLiteral(", ")) + QStringLiteral(" or none");
 }
 
-void ApplyNumberFilter(const char* flag, const std::string& argument, const QStringList& words, bool& use, int& when,
-                       QString& first, QString& second) {
-  const auto [word, rest] = Condition(argument);
-  use = word != QStringLiteral("none");
-  if (!use) return;
-  const int position = static_cast<int>(words.indexOf(word));
-  const QStringList numbers = rest.split(QLatin1Char(','));
-  const bool between = word == QStringLiteral("between");
-  bool valid = position >= 0 && numbers.size() == (between ? 2 : 1);
+/// \return false when the text is no value of the condition
+bool ApplyNumbers(const FilterRow& row, bool twoValues, const QString& text, CampaignRecord& record) {
+  const QStringList numbers = twoValues ? text.split(QLatin1Char(',')) : QStringList(text);
+  if (twoValues && numbers.size() != 2) return false;
   for (const QString& number : numbers) {
-    bool isNumber = false;
-    (void)number.trimmed().toDouble(&isNumber);
-    valid = valid && isNumber;
+    if (!IsTypedNumber(number)) return false;
   }
-  if (!valid) {
-    QStringList forms;
-    for (const QString& known : words) {
-      forms << known + (known == QStringLiteral("between") ? QStringLiteral(":N,M") : QStringLiteral(":N"));
-    }
-    Wrong(flag, forms.join(QStringLiteral(", ")) + QStringLiteral(" or none"));
+  record.*row.values[0] = JoinDigitGroups(numbers.first().trimmed());
+  record.*row.values[1] = twoValues ? JoinDigitGroups(numbers.last().trimmed()) : QString();
+  return true;
+}
+
+void ApplyCondition(const FilterRow& row, const QString& word, const QString& rest, CampaignRecord& record) {
+  const auto condition = std::ranges::find_if(
+      row.conditions, [&word](const FilterCondition& known) { return word == QLatin1String(known.word); });
+  if (condition == row.conditions.end()) Wrong(row.flag, Forms(row));
+  const bool fromList = row.value == FilterValue::kList;
+  const bool valid = fromList ? !rest.isEmpty() : ApplyNumbers(row, condition->twoValues, rest, record);
+  if (!valid) Wrong(row.flag, Forms(row));
+  if (fromList) record.*row.values[0] = TextArgument(rest.toStdString());
+  record.*row.when = static_cast<int>(condition - row.conditions.begin());
+}
+
+void ApplyFilter(const FilterRow& row, const std::string& argument, CampaignRecord& record) {
+  if (row.value == FilterValue::kNone) {
+    record.*row.use = argument == "on";
+    return;
   }
-  when = position;
-  first = numbers.first().trimmed();
-  second = between ? numbers.last().trimmed() : QString();
+  const auto [word, rest] = Condition(argument);
+  record.*row.use = word != QStringLiteral("none");
+  if (!(record.*row.use)) return;
+  if (row.conditions.empty())
+    record.*row.values[0] = TextArgument(argument);
+  else
+    ApplyCondition(row, word, rest, record);
 }
 
 int QueryNumber(const std::string& argument, const EditionFlags& edition) {
@@ -85,27 +103,18 @@ QString Letter(const std::string& path) {
 }
 
 void ApplyFilters(const CampaignArguments& arguments, CampaignRecord& record) {
-  if (arguments.custType) {
-    ApplyTextFilter("--cust-type", *arguments.custType, record.UseCustType, record.WhenCustType, record.ValueCustType);
+  for (const FilterRow& row : FilterRows()) {
+    if (arguments.filters[row.index]) ApplyFilter(row, *arguments.filters[row.index], record);
   }
-  if (arguments.source) {
-    ApplyTextFilter("--source", *arguments.source, record.UseEnquirySource, record.WhenEnquirySource,
-                    record.ValueEnquirySource);
+}
+
+void DeclareFilters(CLI::App& command, CampaignArguments& arguments) {
+  for (const FilterRow& row : FilterRows()) {
+    if (!row.IsStored()) continue;
+    const QString help = QLatin1String(row.help) + QLatin1String(": ") + Forms(row);
+    CLI::Option* const option = command.add_option(row.flag, arguments.filters[row.index], help.toStdString());
+    if (row.value == FilterValue::kNone) option->check(CLI::IsMember({"on", "off"}));
   }
-  if (arguments.mileage) {
-    ApplyNumberFilter("--mileage", *arguments.mileage,
-                      {QStringLiteral("higher"), QStringLiteral("less"), QStringLiteral("between")},
-                      record.UseLastKnownMileage, record.WhenLastKnownMileage, record.ValueLastKnownMileage1,
-                      record.ValueLastKnownMileage2);
-  }
-  if (arguments.year) {
-    ApplyNumberFilter(
-        "--year", *arguments.year,
-        {QStringLiteral("is"), QStringLiteral("after"), QStringLiteral("before"), QStringLiteral("between")},
-        record.UseYearOfManufacture, record.WhenYearOfManufacture, record.ValueYearOfManufacture1,
-        record.ValueYearOfManufacture2);
-  }
-  if (arguments.noMarketing) record.Marketing = *arguments.noMarketing == "on";
 }
 
 void ApplyTemplates(const CampaignArguments& arguments, CampaignRecord& record) {
@@ -128,13 +137,7 @@ void DeclareCampaignArguments(CLI::App& command, CampaignArguments& arguments) {
       ->check(CLI::Range(0, 2'000'000'000));
   command.add_option("--makes", arguments.makes, "Specific Makes: \"Audi, Ford\"");
   command.add_option("--reminder", arguments.reminder, "Reminder Date: recall number")->check(CLI::Range(1, 6));
-  command.add_option("--cust-type", arguments.custType, "Customer type filter: is:TEXT, is-not:TEXT or none");
-  command.add_option("--source", arguments.source, "Enquiry source filter: is:TEXT, is-not:TEXT or none");
-  command.add_option("--mileage", arguments.mileage, "Mileage filter: higher:N, less:N, between:N,M or none");
-  command.add_option("--year", arguments.year,
-                     "Year of manufacture filter: is:N, after:N, before:N, between:N,M or none");
-  command.add_option("--no-marketing", arguments.noMarketing, "Include customers who have selected No Marketing")
-      ->check(CLI::IsMember({"on", "off"}));
+  DeclareFilters(command, arguments);
   command.add_option("--sms", arguments.sms, "Text message with merge fields; @FILE reads it from a file");
   command.add_option("--subject", arguments.subject, "E-mail subject; @FILE as above");
   command.add_option("--body", arguments.body, "E-mail text; @FILE as above");

@@ -3,18 +3,20 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <array>
 #include <optional>
 #include <string>
 
 #include "campaigns/campaign_record.h"
+#include "queries/filters.h"
 #include "settings/startup_values.h"
 
 namespace qbx::ctl {
 
 /// What was given on the command line; what was not given changes nothing.
 struct CampaignArguments {
-  std::optional<std::string> query, from, to, makes, custType, source, mileage, year, noMarketing, sms, subject, body,
-      letter, description;
+  std::optional<std::string> query, from, to, makes, sms, subject, body, letter, description;
+  std::array<std::optional<std::string>, kFilterCount> filters;  ///< by number; those that a campaign stores
   std::optional<int> records, start, reminder;
 
   [[nodiscard]] bool operator==(const CampaignArguments&) const = default;

@@ -5,9 +5,13 @@
 #include "campaigns/campaign_list.h"
 #include "marketingctl/campaign_arguments.h"
 #include "marketingctl/commands.h"
+#include "marketingctl/filter_notes_message.h"
 #include "marketingctl/output.h"
 #include "marketingctl/record_json.h"
 #include "marketingctl/text_argument.h"
+#include "queries/query_catalogue.h"
+#include "queries/query_sentence.h"
+#include "wizard/campaign_settings.h"
 
 namespace qbx::ctl {
 
@@ -40,13 +44,25 @@ int ListCampaigns(Program& program) {
   return kDone;
 }
 
+/// What the query of a stored campaign selects, as step 1 says it.
+QString Selects(const Application& app) {
+  WizardState state;
+  state.cmbReminderItems = ReminderList(app.options);
+  (void)CopyFromRecord(app.campaign.record, state);
+  return QuerySelects(app.campaign.record.CampaignTypeID, state.options, state.cmbReminderItems,
+                      app.startup.edition.boat, app.clock.Today());
+}
+
 int Show(Program& program, int id) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
-  const QJsonObject record = RecordToJson(program.app.campaign.record);
+  const QString selects = Selects(program.app);
   if (program.json) {
+    QJsonObject record = RecordToJson(program.app.campaign.record);
+    record.insert(QStringLiteral("selects"), selects);
     PrintJson(record);
   } else {
     PrintRecord(program.app.campaign.record);
+    PrintLine(selects);
   }
   return kDone;
 }
@@ -60,18 +76,26 @@ int PrintId(const Program& program, int id) {
   return kDone;
 }
 
+/// Puts the arguments into the current campaign, and says what its filters do then.
+void Apply(Program& program, const CampaignArguments& arguments) {
+  CampaignRecord& record = program.app.campaign.record;
+  ApplyCampaignArguments(arguments, program.app.startup.edition, record);
+  WizardState state;
+  (void)CopyFromRecord(record, state);
+  TellFilterNotes(program.ui, state.filters, program.app.startup.edition.boat);
+}
+
 int New(Program& program, const QString& name, const CampaignArguments& arguments) {
   if (!CampaignNameIsValid(name)) return Refuse(QStringLiteral("Campaign Name is not valid."));
-  CampaignRecord& record = program.app.campaign.record;
-  record.Campaign_Name = name;
-  ApplyCampaignArguments(arguments, program.app.startup.edition, record);
+  program.app.campaign.record.Campaign_Name = name;
+  Apply(program, arguments);
   return program.app.campaignStorage.SaveCampaign() ? PrintId(program, program.app.campaign.record.ID)
                                                     : static_cast<int>(kRefused);
 }
 
 int SetCampaign(Program& program, int id, const CampaignArguments& arguments) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
-  ApplyCampaignArguments(arguments, program.app.startup.edition, program.app.campaign.record);
+  Apply(program, arguments);
   return program.app.campaignStorage.UpdateCampaign() ? PrintId(program, program.app.campaign.record.ID)
                                                       : static_cast<int>(kRefused);
 }

@@ -5,8 +5,10 @@
 #include "campaigns/campaign_list.h"
 #include "marketingctl/campaign_arguments.h"
 #include "marketingctl/commands.h"
+#include "marketingctl/filter_notes_message.h"
 #include "marketingctl/output.h"
 #include "marketingctl/text_argument.h"
+#include "queries/filter_table.h"
 
 namespace qbx::ctl {
 
@@ -15,16 +17,19 @@ namespace {
 struct QueryArguments {
   std::optional<int> id;
   CampaignArguments settings;
-  std::optional<std::string> model, campaignType, save;
+  std::array<std::optional<std::string>, kFilterCount> unstored;  ///< texts of filters, by number
+  std::optional<std::string> campaignType, save;
   bool includeOptedOut = false;
   bool resetProcessed = false;
 };
 
 /// What a stored campaign does not hold goes into the wizard's state.
 bool ApplyUnstored(const QueryArguments& arguments, CampaignDesk& desk) {
-  if (arguments.model) {
-    desk.state.filters.chkFilter[kFilterModel] = true;
-    desk.state.filters.txtModel = TextArgument(*arguments.model);
+  for (const FilterRow& row : FilterRows()) {
+    const std::optional<std::string>& text = arguments.unstored[row.index];
+    if (!text) continue;
+    desk.state.filters.chkFilter[row.index] = true;
+    desk.state.filters.*row.text = TextArgument(*text);
   }
   if (arguments.campaignType) desk.state.options.cmbType = TextArgument(*arguments.campaignType);
   if (!arguments.includeOptedOut) return true;
@@ -35,6 +40,7 @@ bool ApplyUnstored(const QueryArguments& arguments, CampaignDesk& desk) {
 /// Both steps, as "Next >" twice. The notices of the second are shown.
 /// \return how many were done
 int RunSteps(Program& program) {
+  TellFilterNotes(program.ui, program.desk.state.filters, program.app.startup.edition.boat);
   program.desk.state.bStepComplete = {true, false, false, program.desk.state.bStepComplete[3]};
   for (const int step : {0, 1}) {
     const StepResult result = program.desk.steps.NextStep(step);
@@ -137,7 +143,9 @@ void AddQueryCommand(Runner& runner) {
       command.add_option("ID", arguments->id, "A saved campaign; without it the flags below make a temporary one");
   DeclareCampaignArguments(command, arguments->settings);
   CLI::Option* query = command.get_option("--query");
-  command.add_option("--model", arguments->model, "Model filter: vehicles whose model contains this text (not stored)");
+  for (const FilterRow& row : FilterRows()) {
+    if (!row.IsStored()) command.add_option(row.flag, arguments->unstored[row.index], row.help);
+  }
   command.add_flag("--include-opted-out", arguments->includeOptedOut, "Include customers who opted out (not stored)");
   command.add_option("--campaign-type", arguments->campaignType,
                      "Campaign type, where the marketing platform is in use");

@@ -2,7 +2,7 @@
 
 #include "queries/date_check.h"
 
-#include "queries/query_catalogue.h"
+#include "queries/starting_queries.h"
 
 namespace qbx {
 
@@ -14,19 +14,15 @@ bool IsUsable(const QDate& date) {
   return date.isValid() && date.year() >= kEarliestYear;
 }
 
+DateRule DateRuleOf(int query) {
+  const StartingQuery* const found = FindStartingQuery(query);
+  return found == nullptr ? DateRule::kNone : found->dates;
+}
+
 }  // namespace
 
 bool HasDateCheck(int query) {
-  switch (query) {
-    case kLapsedCustomers:
-    case kRecentCustomers:
-    case kTopCustomers:
-    case kBottomCustomers:
-    case kReminderDate:
-      return true;
-    default:
-      return false;
-  }
+  return DateRuleOf(query) != DateRule::kNone;
 }
 
 bool CheckDates(QueryOptions& options) {
@@ -38,7 +34,7 @@ bool CheckDates(QueryOptions& options) {
 }
 
 bool CheckQueryDates(int query, QueryOptions& options, const QDate& today) {
-  if (query == kTopCustomers || query == kBottomCustomers) {
+  if (DateRuleOf(query) == DateRule::kFilledWhenEmpty) {
     auto& [from, to] = options.dteDate;
     // A text that is no date is refused like anywhere else; the box that holds it keeps it.
     if (!from.isValid() && !options.dteDateHasText[0]) from = QDate(kEarliestYear, 1, 1);

@@ -8,16 +8,14 @@
 
 namespace qbx {
 
-/// Whether a query (by number) has a date range that must be valid before it runs: lapsed, recent, top, bottom,
-/// reminder date.
+/// Whether a query (by number) has a date range that must be valid before it runs.
 [[nodiscard]] bool HasDateCheck(int query);
 
 /// Both dates must be valid and later than 1989; they are not compared with each other. On success `FromDateText` and
 /// `ToDateText` become them, otherwise these keep what they hold.
 [[nodiscard]] bool CheckDates(QueryOptions& options);
 
-/// The date check as a query makes it: "Top" and "Bottom" first fill an empty From with 01/01/1990 and an empty To with
-/// today.
+/// The date check as a query makes it: a `DateRule::kFilledWhenEmpty` first fills empty dates.
 [[nodiscard]] bool CheckQueryDates(int query, QueryOptions& options, const QDate& today);
 
 }  // namespace qbx

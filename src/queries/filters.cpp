@@ -2,130 +2,89 @@
 
 #include "queries/filters.h"
 
+#include <algorithm>
+
+#include "queries/filter_table.h"
 #include "queries/plain_messages.h"
 #include "settings/options.h"
 #include "util/text.h"
+#include "util/typed_number.h"
 
 namespace qbx {
 
 namespace {
 
 constexpr int kLongestListValue = 50;
-constexpr int kMileageBetween = 2;
-constexpr int kYearBetween = 3;
 
-class Adder {
- public:
-  explicit Adder(std::vector<NamedValue>& parameters) : parameters_(parameters) {}
-  void operator()(const char* name, const Value& value) { parameters_.push_back({QString::fromLatin1(name), value}); }
-
- private:
-  std::vector<NamedValue>& parameters_;
-};
-
-void AddMileage(const Filters& filters, Adder& add) {
-  const double first = LeadingNumber(filters.txtMileage[0]);
-  add("@FilterMileage", 1);
-  switch (filters.cmbFilter[kFilterMileage]) {
-    case 0:  // Higher Than
-      return add("@FromMileage", first);
-    case 1:  // Less Than
-      return add("@ToMileage", first);
-    case kMileageBetween:
-      add("@FromMileage", first);
-      return add("@ToMileage", LeadingNumber(filters.txtMileage[1]));
-    default:
-      return;
-  }
+const FilterRow& Row(FilterIndex filter) {
+  return FilterRows()[filter];
 }
 
-// The host's lower bound excludes the year itself, which is why bounds are moved by one.
-void AddYear(const Filters& filters, Adder& add) {
-  const double first = LeadingNumber(filters.txtYear[0]);
-  add("@FilterYear", 1);
-  switch (filters.cmbFilter[kFilterYear]) {
-    case 0:  // Is
-      add("@FromYear", first - 1);
-      return add("@ToYear", first);
-    case 1:  // After
-      return add("@FromYear", first);
-    case 2:  // Before
-      return add("@ToYear", first - 1);
-    case kYearBetween:
-      add("@FromYear", first - 1);
-      return add("@ToYear", LeadingNumber(filters.txtYear[1]) + 1);
-    default:
-      return;
+void AddBounds(const FilterRow& row, const Filters& filters, std::vector<NamedValue>& parameters) {
+  const FilterCondition* const condition = ConditionAt(row, filters.cmbFilter[row.index]);
+  if (condition == nullptr) return;
+  const auto& typed = filters.*row.numbers;
+  const double first = TypedNumber(typed[0]);
+  const double last = condition->twoValues ? TypedNumber(typed[1]) : first;
+  if (condition->from) parameters.push_back({QString::fromLatin1(row.fromParameter), first + *condition->from});
+  if (condition->to) parameters.push_back({QString::fromLatin1(row.toParameter), last + *condition->to});
+}
+
+void AddRow(const FilterRow& row, const Filters& filters, std::vector<NamedValue>& parameters) {
+  parameters.push_back({QString::fromLatin1(row.useParameter), 1});
+  if (row.whenParameter != nullptr)
+    parameters.push_back({QString::fromLatin1(row.whenParameter), filters.cmbFilter[row.index]});
+  if (row.valueParameter != nullptr) {
+    const QString& text = filters.*row.text;
+    const bool fromList = row.value == FilterValue::kList;
+    parameters.push_back({QString::fromLatin1(row.valueParameter), fromList ? text.left(kLongestListValue) : text});
   }
+  if (row.numbers != nullptr) AddBounds(row, filters, parameters);
 }
 
 }  // namespace
 
 bool Filters::Ticked(FilterIndex filter) const {
-  return chkFilter[filter] && (filter != kFilterMileage || mileageVisible);
+  const bool Filters::*const offered = Row(filter).offered;
+  return chkFilter[filter] && (offered == nullptr || this->*offered);
 }
 
 bool Filters::AnyVehicleFilter() const {
-  return Ticked(kFilterMileage) || Ticked(kFilterYear) || Ticked(kFilterModel);
+  return std::ranges::any_of(FilterRows(),
+                             [this](const FilterRow& row) { return row.ofVehicles && Ticked(row.index); });
 }
 
 FilterCaptions MakeFilterCaptions(bool boatEdition) {
-  const QString vehicle = boatEdition ? QStringLiteral("Boat") : QStringLiteral("Vehicle");
-  return {
-      .fraVehicleFilter = vehicle + QLatin1String(" Filter"),
-      .chkFilter = {QStringLiteral("Include customers who have selected No Marketing"), QStringLiteral("Customer Type"),
-                    QStringLiteral("Enquiry Source"),
-                    QLatin1String("Last known ") + (boatEdition ? QLatin1String("Hours") : QLatin1String("Mileage")),
-                    QStringLiteral("Year of Manufacture"), vehicle + QLatin1String(" Model is:")}};
+  FilterCaptions captions{.fraVehicleFilter = FilterWording("Vehicle Filter", boatEdition), .chkFilter = {}};
+  for (const FilterRow& row : FilterRows())
+    captions.chkFilter[row.index] = FilterWording(row.caption, boatEdition);
+  return captions;
 }
 
 QStringList FilterConditions(FilterIndex filter) {
-  switch (filter) {
-    case kFilterCustomerType:
-      return {QStringLiteral("Type Is"), QStringLiteral("Type Is Not")};
-    case kFilterEnquirySource:
-      return {QStringLiteral("Source Is"), QStringLiteral("Source Is Not")};
-    case kFilterMileage:
-      return {QStringLiteral("Higher Than"), QStringLiteral("Less Than"), QStringLiteral("Between")};
-    case kFilterYear:
-      return {QStringLiteral("Is"), QStringLiteral("After"), QStringLiteral("Before"), QStringLiteral("Between")};
-    default:
-      return {};
-  }
+  QStringList texts;
+  for (const FilterCondition& condition : Row(filter).conditions)
+    texts += QString::fromLatin1(condition.text);
+  return texts;
 }
 
 bool IsBetween(const Filters& filters, FilterIndex filter) {
-  return (filter == kFilterMileage && filters.cmbFilter[kFilterMileage] == kMileageBetween) ||
-         (filter == kFilterYear && filters.cmbFilter[kFilterYear] == kYearBetween);
+  const FilterCondition* const condition = ConditionAt(Row(filter), filters.cmbFilter[filter]);
+  return condition != nullptr && condition->twoValues;
 }
 
 FilterView ShowFilterState(const Filters& filters) {
   FilterView view;
-  for (size_t filter = kFilterCustomerType; filter <= kFilterYear; ++filter)
-    view.active[filter] = filters.chkFilter[filter];
-  view.mileageBetween = IsBetween(filters, kFilterMileage);
-  view.yearBetween = IsBetween(filters, kFilterYear);
+  for (const FilterRow& row : FilterRows()) {
+    view.active[row.index] = filters.chkFilter[row.index];
+    view.between[row.index] = IsBetween(filters, row.index);
+  }
   return view;
 }
 
 void AddFilterParameters(const Filters& filters, std::vector<NamedValue>& parameters) {
-  Adder add(parameters);
-  if (filters.Ticked(kFilterNoMarketing)) add("@IgnoreMarketingSwitch", 1);
-  if (filters.Ticked(kFilterCustomerType)) {
-    add("@UseCustType", 1);
-    add("@WhenCustType", filters.cmbFilter[kFilterCustomerType]);
-    add("@ValueCustType", filters.cmbData1.left(kLongestListValue));
-  }
-  if (filters.Ticked(kFilterEnquirySource)) {
-    add("@UseEnquirySource", 1);
-    add("@WhenEnquirySource", filters.cmbFilter[kFilterEnquirySource]);
-    add("@ValueEnquirySource", filters.cmbData2.left(kLongestListValue));
-  }
-  if (filters.Ticked(kFilterMileage)) AddMileage(filters, add);
-  if (filters.Ticked(kFilterYear)) AddYear(filters, add);
-  if (filters.Ticked(kFilterModel)) {
-    add("@FilterModel", 1);
-    add("@ValueModel", filters.txtModel);
+  for (const FilterRow& row : FilterRows()) {
+    if (filters.Ticked(row.index)) AddRow(row, filters, parameters);
   }
 }
 
@@ -138,15 +97,28 @@ std::optional<Message> GuardIncludeOptedOut(Filters& filters, const Options& opt
       QStringLiteral("Your settings prevent this option"));
 }
 
-std::optional<Message> CheckModelFilter(const Filters& filters, bool boatEdition) {
-  if (!filters.Ticked(kFilterModel) || !TrimBlanks(filters.txtModel).isEmpty()) return std::nullopt;
-  return WarningMessage(QStringLiteral("You have chosen to filter specific Models, but have not entered a %1 model.")
-                            .arg(boatEdition ? QLatin1String("boat") : QLatin1String("vehicle")));
+std::optional<Message> CheckNeededValues(const Filters& filters, bool boatEdition) {
+  for (const FilterRow& row : FilterRows()) {
+    if (row.needsValue != nullptr && filters.Ticked(row.index) && TrimBlanks(filters.*row.text).isEmpty())
+      return WarningMessage(FilterWording(row.needsValue, boatEdition));
+  }
+  return std::nullopt;
+}
+
+std::optional<Message> CheckBetween(const Filters& filters, bool boatEdition) {
+  for (const FilterRow& row : FilterRows()) {
+    if (row.numbers == nullptr || !filters.Ticked(row.index) || !IsBetween(filters, row.index)) continue;
+    const auto& typed = filters.*row.numbers;
+    if (TypedNumber(typed[0]) <= TypedNumber(typed[1])) continue;
+    return WarningMessage(QStringLiteral("%1 Filter is not valid. %1 From must be less than %1 To")
+                              .arg(FilterWording(row.name, boatEdition)));
+  }
+  return std::nullopt;
 }
 
 std::optional<Message> CheckRefresh(const Filters& filters, bool stepOneComplete, bool boatEdition) {
   if (!stepOneComplete) return WarningMessage(QStringLiteral("Please complete Step 1 first and click Next."));
-  return CheckModelFilter(filters, boatEdition);
+  return CheckNeededValues(filters, boatEdition);
 }
 
 }  // namespace qbx

@@ -9,7 +9,7 @@
 #include "campaigns/campaign_record.h"
 #include "queries/date_check.h"
 #include "queries/plain_messages.h"
-#include "queries/query_catalogue.h"
+#include "queries/starting_queries.h"
 #include "settings/options.h"
 
 namespace qbx {
@@ -125,9 +125,7 @@ std::optional<Message> QueryProcessor::Refusal() {
   const bool textsMissing = queryOptions_.FromDateText.isEmpty() || queryOptions_.ToDateText.isEmpty();
   if (HasDateCheck(query) && textsMissing && !CheckQueryDates(query, queryOptions_, diagnostics_.clock.Today()))
     return WarningMessage(QStringLiteral("Dates are not valid."));
-  if (query == kReminderDate && queryOptions_.cmbReminder < 0)
-    return WarningMessage(QStringLiteral("No Reminder specified."));
-  return std::nullopt;
+  return CheckReminder(*FindStartingQuery(query), queryOptions_);
 }
 
 QueryOutcome QueryProcessor::Run(std::span<const Pass> passes) {

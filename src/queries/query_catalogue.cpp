@@ -1,9 +1,6 @@
-// The starting queries of step 1: their tree, their numbers, their descriptions and their lists.
+// The starting queries of step 1 as they are shown: their tree, their descriptions and their lists.
 
 #include "queries/query_catalogue.h"
-
-#include <algorithm>
-#include <array>
 
 #include "settings/options.h"
 #include "util/text.h"
@@ -14,100 +11,49 @@ namespace {
 
 constexpr int kMostTypedMakes = 50;
 
-struct Description {
-  const char* queryKey;
-  const char* text;
-  const char* example;  ///< left out in the boat edition, where it does not fit
-};
-
-constexpr std::array kDescriptions = {
-    Description{"CUSTOMER QUERY", "Customer Specific Queries", ""},
-    Description{"ALL CUSTOMERS", "All customers in the system.", ""},
-    Description{"TOP CUSTOMERS",
-                "Top Customers based on Turnover for a specified period. e.g Top customers for the past 12 months, or "
-                "Top customers of all time.",
-                ""},
-    Description{"BOTTOM CUSTOMERS",
-                "Least spending Customers based on Turnover for a specified period. e.g Least spending customers for "
-                "the past 12 months, or Least spending customers of all time.",
-                ""},
-    Description{"RECENT CUSTOMERS",
-                "Recent Customers i.e Customers who have been invoiced recently. e.g All customers who have been in "
-                "in the last 12 months.",
-                ""},
-    Description{"LAPSED CUSTOMERS",
-                "Lapsed Customers i.e Customers where no invoices have been generated for a certain amount of time. "
-                "e.g Customer who have not been in for at least 12 months, excluding any who have not been in for 2 "
-                "years or more.",
-                ""},
-    Description{"VEHICLE QUERY", "Vehicle Specific Queries", ""},
-    Description{"ALL VEHICLES", "All vehicles in the system (which have an associated customer).", ""},
-    Description{"SPECIFIC MAKES", "All vehicles which are of a specific Make.",
-                "e.g All vehicles which are an Audi or BMW."},
-    Description{"REMINDER DATE", "All vehicles with a specific Recall Date.",
-                "e.g All Vehicles with an MOT Due date in December {year}."},
-    Description{"SPECIFIC ENGINES", "All engines which are of a specific Make.", ""},
-};
-
-QString BoatWording(QString text) {
-  return text.replace(QLatin1String("vehicle"), QLatin1String("boat"))
-      .replace(QLatin1String("Vehicle"), QLatin1String("Boat"));
+const StartingQuery* FindByKey(const QString& queryKey) {
+  for (const StartingQuery& query : StartingQueries()) {
+    if (QString::fromLatin1(query.key).toUpper() == queryKey) return &query;
+  }
+  return nullptr;
 }
 
 }  // namespace
 
 bool IsGroupNode(int query) {
-  return query == kCustomerGroup || query == kVehicleGroup;
-}
-
-bool IsCustomerQuery(int query) {
-  return query > kCustomerGroup && query < kVehicleGroup;
+  const StartingQuery* const found = FindStartingQuery(query);
+  return found != nullptr && found->IsGroup();
 }
 
 std::vector<QueryNode> QueryTree(bool boatEdition) {
-  std::vector<QueryNode> nodes = {
-      {kCustomerGroup, 0, QStringLiteral("Customer Query"), QStringLiteral("Customer specific Queries")},
-      {kAllCustomers, kCustomerGroup, QStringLiteral("All Customers"), QStringLiteral("All Customers")},
-      {kLapsedCustomers, kCustomerGroup, QStringLiteral("Lapsed Customers"), QStringLiteral("Lapsed Customers")},
-      {kRecentCustomers, kCustomerGroup, QStringLiteral("Recent Customers"), QStringLiteral("Recent Customers")},
-      {kTopCustomers, kCustomerGroup, QStringLiteral("Top Customers"), QStringLiteral("Top Customers")},
-      {kBottomCustomers, kCustomerGroup, QStringLiteral("Bottom Customers"), QStringLiteral("Bottom Customers")},
-      {kVehicleGroup, 0, QStringLiteral("Vehicle Query"), QStringLiteral("Vehicle Specific Queries")},
-      {kAllVehicles, kVehicleGroup, QStringLiteral("All Vehicles"), QStringLiteral("All Vehicles")},
-      {kSpecificMakes, kVehicleGroup, QStringLiteral("Specific Makes"), QStringLiteral("Specific Makes")},
-      {kReminderDate, kVehicleGroup, QStringLiteral("Reminder Date"), QStringLiteral("Based on Reminder Date")},
-  };
-  if (boatEdition) {
-    for (QueryNode& node : nodes)
-      node.text = BoatWording(node.text);
-    nodes.push_back(
-        {kSpecificEngines, kVehicleGroup, QStringLiteral("Specific Engines"), QStringLiteral("Specific Engines")});
+  std::vector<QueryNode> nodes;
+  for (const StartingQuery& query : StartingQueries()) {
+    if (query.boatOnly && !boatEdition) continue;
+    const QString text = QString::fromLatin1(query.text);
+    nodes.push_back({.index = query.number,
+                     .parent = query.parent,
+                     .key = QString::fromLatin1(query.key),
+                     .text = boatEdition ? BoatWording(text) : text,
+                     .rows = query.rows});
   }
   return nodes;
 }
 
 std::optional<QueryNode> FindQueryNode(int index, bool boatEdition) {
-  const std::vector<QueryNode> nodes = QueryTree(boatEdition);
-  if (index < 1 || static_cast<size_t>(index) > nodes.size()) return std::nullopt;
-  return nodes[static_cast<size_t>(index) - 1];
+  for (const QueryNode& node : QueryTree(boatEdition)) {
+    if (node.index == index) return node;
+  }
+  return std::nullopt;
 }
 
 QString QueryDescription(const QString& queryKey, bool boatEdition, int year) {
-  const auto found = std::find_if(kDescriptions.begin(), kDescriptions.end(), [&](const Description& description) {
-    return queryKey == QLatin1String(description.queryKey);
-  });
-  if (found == kDescriptions.end()) return {};
-  QString text = QString::fromLatin1(found->text);
+  const StartingQuery* const query = FindByKey(queryKey);
+  if (query == nullptr) return {};
+  const QString text = QString::fromLatin1(query->description);
   if (boatEdition) return BoatWording(text);
-  const QString example = QString::fromLatin1(found->example);
+  const QString example = QString::fromLatin1(query->example);
   if (example.isEmpty()) return text;
   return text + u' ' + QString(example).replace(QLatin1String("{year}"), QString::number(year));
-}
-
-std::optional<QString> MakesListStatement(const QString& queryKey) {
-  if (queryKey == QLatin1String("SPECIFIC MAKES")) return QStringLiteral("proc_sel_Makes_all (0)");
-  if (queryKey == QLatin1String("SPECIFIC ENGINES")) return QStringLiteral("proc_sel_Makes_all (5)");
-  return std::nullopt;
 }
 
 QStringList ReminderList(const Options& options) {

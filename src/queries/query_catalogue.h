@@ -1,4 +1,4 @@
-// The starting queries of step 1: their tree, their numbers, their descriptions and their lists.
+// The starting queries of step 1 as they are shown: their tree, their descriptions and their lists.
 
 #pragma once
 
@@ -7,30 +7,14 @@
 #include <optional>
 #include <vector>
 
+#include "queries/starting_queries.h"
+
 namespace qbx {
 
 struct Options;
 
-/// Query numbers: the position of a node in the tree, counting from 1. Stored as the campaign's `CampaignTypeID`.
-enum QueryNumber : int {
-  kNoQuery = 0,
-  kCustomerGroup = 1,
-  kAllCustomers = 2,
-  kLapsedCustomers = 3,
-  kRecentCustomers = 4,
-  kTopCustomers = 5,
-  kBottomCustomers = 6,
-  kVehicleGroup = 7,
-  kAllVehicles = 8,
-  kSpecificMakes = 9,
-  kReminderDate = 10,
-  kSpecificEngines = 11,
-};
-
-/// Nodes 1 and 7 only group others.
+/// Whether the node only groups others.
 [[nodiscard]] bool IsGroupNode(int query);
-/// Queries 2 to 6: one row per customer.
-[[nodiscard]] bool IsCustomerQuery(int query);
 
 /// A node of `tvQuery`.
 struct QueryNode {
@@ -38,6 +22,7 @@ struct QueryNode {
   int parent;   ///< 0: a root, shown expanded
   QString key;  ///< the same in every edition
   QString text;
+  RowsOf rows;
 
   /// The key as the routines below take it: in upper case.
   [[nodiscard]] QString QueryKey() const { return key.toUpper(); }
@@ -51,10 +36,6 @@ struct QueryNode {
 /// The text of `txtQueryDesc`; empty for an unknown key.
 /// \param year  the current year, named in the description of the reminder query
 [[nodiscard]] QString QueryDescription(const QString& queryKey, bool boatEdition, int year);
-
-/// The statement that fills `lstMakes` (columns `Description` and `RecordID`) for a query that has makes or engines to
-/// choose.
-[[nodiscard]] std::optional<QString> MakesListStatement(const QString& queryKey);
 
 /// The six entries of `cmbReminder`; the recall number of an entry is its position plus one.
 [[nodiscard]] QStringList ReminderList(const Options& options);

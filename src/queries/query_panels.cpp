@@ -3,70 +3,48 @@
 #include "queries/query_panels.h"
 
 #include "queries/query_catalogue.h"
+#include "util/typed_date.h"
 
 namespace qbx {
 
 namespace {
 
-constexpr int kLapsedMonths = 6;
-constexpr char kDateFormat[] = "dd/MM/yyyy";
+constexpr char kNextHint[] = "       Please complete the Criteria on the right and then click Next >";
 
-void ShowDates(QueryPanels& panels, const QString& caption) {
+void ShowDates(const OptionPanels& row, QueryPanels& panels) {
   panels.fraDates = true;
-  panels.fraDatesCaption = caption;
+  panels.fraDatesCaption = QString::fromLatin1(row.dates);
+  panels.lblDateFrom = QString::fromLatin1(row.from);
+  panels.lblDateTo = QString::fromLatin1(row.to);
 }
 
-void ShowRanking(QueryPanels& panels) {
-  panels.fraCriteria = true;
-  panels.lblCriteria = QStringLiteral("Records to return:");
-  ShowDates(panels, QStringLiteral("Invoiced between"));
+void ShowMakes(const MakesOption& makes, QueryPanels& panels) {
+  panels.fraMakes = true;
+  panels.fraMakesCaption = QString::fromLatin1(makes.caption);
+  panels.makesListStatement = QStringLiteral("proc_sel_Makes_all (%1)").arg(makes.kind);
 }
 
-void ShowLapsed(QueryPanels& panels, QueryOptions& options, const QDate& today) {
-  const QDate start = today.addMonths(-kLapsedMonths);
-  ShowDates(panels, QStringLiteral("Invoiced Date"));
-  panels.lblDateFrom = QStringLiteral("Last Seen Start:");
-  panels.lblDateTo = QStringLiteral("Last Seen End:");
+void ShowExample(int months, QueryPanels& panels, QueryOptions& options, const QDate& today) {
+  const QDate start = today.addMonths(-months);
   panels.fraOptionsText = true;
-  const QString format = QString::fromLatin1(kDateFormat);
-  panels.lblOptionsExample = QLatin1String("For Customers not seen in the last 6 months, set the Start to be ") +
-                             today.toString(format) + QLatin1String(" and the Last Seen Start Date to be ") +
-                             start.toString(format);
+  const QString text = QStringLiteral(
+      "For Customers not seen in the last %1 months, set the Start to be %2 and the Last Seen Start Date to be %3");
+  panels.lblOptionsExample = text.arg(QString::number(months), DateBoxText(today), DateBoxText(start));
   if (!options.dteDate[0].isValid() && !options.dteDateHasText[0]) options.dteDate = {today, start};
 }
 
-void ShowPanelsOf(int query, QueryPanels& panels, QueryOptions& options, const QDate& today) {
-  switch (query) {
-    case kTopCustomers:
-      panels.lblQueryOptions =
-          QStringLiteral("Specify how many Top customers and an optional date range e.g Top 25 over last 12 months.");
-      return ShowRanking(panels);
-    case kBottomCustomers:
-      panels.lblQueryOptions = QStringLiteral(
-          "Specify how many customers and an optional date range e.g Least spending 25 over last 12 months.");
-      return ShowRanking(panels);
-    case kRecentCustomers:
-      panels.lblQueryOptions = QStringLiteral("Customers seen between these dates.");
-      return ShowDates(panels, QStringLiteral("Invoiced between"));
-    case kLapsedCustomers:
-      panels.lblQueryOptions = QStringLiteral("Customers not seen since Date 1, ignoring any records after Date 2.");
-      return ShowLapsed(panels, options, today);
-    case kSpecificMakes:
-      panels.lblQueryOptions = QStringLiteral("Choose the Makes to include in the query.");
-      panels.fraMakes = true;
-      return;
-    case kSpecificEngines:
-      panels.lblQueryOptions = QStringLiteral("Choose the Engines to include in the query.");
-      panels.fraMakes = true;
-      panels.fraMakesCaption = QStringLiteral("Engines");
-      return;
-    case kReminderDate:
-      panels.lblQueryOptions = QStringLiteral("Choose the Reminder and the Recall Due Date Range.");
-      panels.fraReminder = true;
-      return ShowDates(panels, QStringLiteral("Recall Date Range"));
-    default:
-      panels.lblQueryOptions = QStringLiteral("No Options available. Please click Next to apply some Filters.");
+void ShowPanelsOf(const StartingQuery& query, QueryPanels& panels, QueryOptions& options, const QDate& today) {
+  const OptionPanels& row = query.panels;
+  panels.lblQueryOptions = QString::fromLatin1(row.text);
+  panels.fraReminder = row.reminder;
+  panels.mileageFilterVisible = query.mileageFilter;
+  if (row.ranking) {
+    panels.fraCriteria = true;
+    panels.lblCriteria = QStringLiteral("Records to return:");
   }
+  if (row.dates != nullptr) ShowDates(row, panels);
+  if (row.makes) ShowMakes(*row.makes, panels);
+  if (row.exampleMonths > 0) ShowExample(row.exampleMonths, panels, options, today);
 }
 
 }  // namespace
@@ -93,13 +71,12 @@ QueryPanels ShowQueryOptions(const QString& queryKey, QueryOptions& options, boo
   for (const QueryNode& node : QueryTree(boatEdition)) {
     if (node.QueryKey() != queryKey) continue;
     panels.txtQueryDesc = QueryDescription(queryKey, boatEdition, today.year());
-    if (IsGroupNode(node.index)) break;
-    panels.makesListStatement = MakesListStatement(queryKey);
-    panels.mileageFilterVisible = node.index != kSpecificEngines;
+    const StartingQuery& query = *FindStartingQuery(node.index);
+    if (query.IsGroup()) break;
     panels.fraPickStart = false;
     panels.cmdNextEnabled = true;
-    panels.lblInfo = QStringLiteral("       Please complete the Criteria on the right and then click Next >");
-    ShowPanelsOf(node.index, panels, options, today);
+    panels.lblInfo = QString::fromLatin1(kNextHint);
+    ShowPanelsOf(query, panels, options, today);
     break;
   }
   return panels;

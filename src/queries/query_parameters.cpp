@@ -3,59 +3,38 @@
 #include "queries/query_parameters.h"
 
 #include "queries/filters.h"
-#include "queries/query_catalogue.h"
+#include "queries/starting_queries.h"
 #include "util/text.h"
+#include "util/typed_number.h"
 
 namespace qbx {
 
 namespace {
 
-void AddSwitch(int query, std::vector<NamedValue>& parameters) {
-  static constexpr const char* kSwitches[] = {"@Lapsed", "@Recent", "@Top", "@Bottom"};
-  if (query < kLapsedCustomers || query > kBottomCustomers) return;
-  parameters.push_back({QString::fromLatin1(kSwitches[query - kLapsedCustomers]), 1});
-}
-
-void AddQueryParameters(QueryPass pass, int query, const QueryOptions& options, std::vector<NamedValue>& parameters) {
-  AddSwitch(query, parameters);
-  switch (query) {
-    case kTopCustomers:
-    case kBottomCustomers:
-      parameters.push_back({QStringLiteral("@Criteria"), LeadingNumber(options.txtCriteria)});
-      parameters.push_back({QStringLiteral("@CriteriaStart"), LeadingNumber(options.txtCriteriaStart)});
-      if (pass == QueryPass::kFilter) parameters.push_back({QStringLiteral("@Turnover"), 0});
-      return;
-    case kSpecificMakes:
-    case kSpecificEngines:
-      parameters.push_back(
-          {QStringLiteral("@Makes"), TrimBlanks(options.txtMakes).replace(QLatin1String(", "), QLatin1String(","))});
-      return;
-    case kReminderDate:
-      parameters.push_back({QStringLiteral("@Recall_ID"), options.cmbReminder + 1});
-      return;
-    default:
-      return;
+/// What the option panels of the query bring.
+void AddQueryParameters(QueryPass pass, const StartingQuery& query, const QueryOptions& options,
+                        std::vector<NamedValue>& parameters) {
+  if (query.flag != nullptr) parameters.push_back({QString::fromLatin1(query.flag), 1});
+  if (query.panels.ranking) {
+    parameters.push_back({QStringLiteral("@Criteria"), TypedNumber(options.txtCriteria)});
+    parameters.push_back({QStringLiteral("@CriteriaStart"), TypedNumber(options.txtCriteriaStart)});
+    if (pass == QueryPass::kFilter) parameters.push_back({QStringLiteral("@Turnover"), 0});
   }
+  if (query.panels.makes) {
+    const QString makes = TrimBlanks(options.txtMakes).replace(QLatin1String(", "), QLatin1String(","));
+    parameters.push_back({QStringLiteral("@Makes"), makes});
+  }
+  if (query.panels.reminder) parameters.push_back({QStringLiteral("@Recall_ID"), options.cmbReminder + 1});
 }
 
 }  // namespace
 
 QString QueryProcedure(QueryPass pass, int query, const Filters& filters) {
-  if (IsCustomerQuery(query)) {
-    const bool overVehicles = pass == QueryPass::kFilter && filters.AnyVehicleFilter();
-    return overVehicles ? QStringLiteral("proc_Marketing_AddAllVehicles")
-                        : QStringLiteral("proc_Marketing_AddAllCustomers");
-  }
-  switch (query) {
-    case kAllVehicles:
-    case kSpecificMakes:
-    case kReminderDate:
-      return QStringLiteral("proc_Marketing_AddAllVehicles");
-    case kSpecificEngines:
-      return QStringLiteral("proc_Marketing_AddAllEngines");
-    default:
-      return {};
-  }
+  const StartingQuery* const found = FindStartingQuery(query);
+  if (found == nullptr || found->IsGroup()) return {};
+  const bool overVehicles =
+      found->rows == RowsOf::kCustomers && pass == QueryPass::kFilter && filters.AnyVehicleFilter();
+  return ProcedureFor(overVehicles ? RowsOf::kVehicles : found->rows);
 }
 
 ProcedureCall BuildQueryCall(QueryPass pass, const QueryRequest& request, const QueryOptions& options,
@@ -66,7 +45,8 @@ ProcedureCall BuildQueryCall(QueryPass pass, const QueryRequest& request, const 
   parameters.push_back({QStringLiteral("@UserID"), request.user});
   parameters.push_back({QStringLiteral("@FromDate"), options.FromDateText});
   parameters.push_back({QStringLiteral("@ToDate"), options.ToDateText});
-  AddQueryParameters(pass, request.CampaignTypeID, options, parameters);
+  if (const StartingQuery* const query = FindStartingQuery(request.CampaignTypeID))
+    AddQueryParameters(pass, *query, options, parameters);
   if (pass == QueryPass::kFilter) AddFilterParameters(filters, parameters);
   if (!options.cmbType.isEmpty()) parameters.push_back({QStringLiteral("@CampaignType"), options.cmbType});
   if (filters.chkIncludeOptedOut) parameters.push_back({QStringLiteral("@IncludeOptedOut"), true});

@@ -6,8 +6,11 @@
 #include <limits>
 
 #include "database/list_query.h"
+#include "queries/filter_table.h"
+#include "queries/plain_messages.h"
 #include "queries/query_catalogue.h"
 #include "util/text.h"
+#include "util/typed_number.h"
 
 namespace qbx {
 
@@ -15,18 +18,10 @@ namespace {
 
 constexpr int kEarliestStoredYear = 1996;
 
-// The stored flags and conditions of the filters, by the numbers of their controls; the model filter is not stored.
-constexpr bool CampaignRecord::*kUseFields[] = {&CampaignRecord::Marketing, &CampaignRecord::UseCustType,
-                                                &CampaignRecord::UseEnquirySource, &CampaignRecord::UseLastKnownMileage,
-                                                &CampaignRecord::UseYearOfManufacture};
-constexpr int CampaignRecord::*kWhenFields[] = {
-    nullptr, &CampaignRecord::WhenCustType, &CampaignRecord::WhenEnquirySource, &CampaignRecord::WhenLastKnownMileage,
-    &CampaignRecord::WhenYearOfManufacture};
-
 /// The number at the start of the text, as a stored 32-bit field takes it.
 int StoredNumber(const QString& text) {
-  return static_cast<int>(
-      std::clamp<qint64>(LeadingInteger(text), std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+  return static_cast<int>(std::clamp<qint64>(LeadingInteger(JoinDigitGroups(text)), std::numeric_limits<int>::min(),
+                                             std::numeric_limits<int>::max()));
 }
 
 /// A date from its control; the stored time is kept when the day is the same.
@@ -46,22 +41,33 @@ QString DeletionOfRows(int campaignId) {
   return QStringLiteral("DELETE FROM [Campaign Results] WHERE CampaignID = %1").arg(campaignId);
 }
 
+void CopyRowFromRecord(const FilterRow& row, const CampaignRecord& record, Filters& filters) {
+  filters.chkFilter[row.index] = row.IsStored() && record.*row.use;
+  if (row.text != nullptr) filters.*row.text = row.IsStored() ? record.*row.values[0] : QString();
+  if (row.numbers != nullptr && row.IsStored()) filters.*row.numbers = {record.*row.values[0], record.*row.values[1]};
+}
+
 void CopyFilters(const CampaignRecord& record, Filters& filters, std::vector<int>& outOfRange) {
-  for (size_t filter = 0; filter < std::size(kUseFields); ++filter)
-    filters.chkFilter[filter] = record.*kUseFields[filter];
-  filters.chkFilter[kFilterModel] = false;
   filters.chkIncludeOptedOut = false;
-  for (size_t filter = kFilterCustomerType; filter <= kFilterYear; ++filter) {
-    const int position = record.*kWhenFields[filter];
-    const bool exists = position >= -1 && position < FilterConditions(static_cast<FilterIndex>(filter)).size();
-    filters.cmbFilter[filter] = exists ? position : -1;
-    if (!exists) outOfRange.push_back(static_cast<int>(filter));
+  for (const FilterRow& row : FilterRows()) {
+    CopyRowFromRecord(row, record, filters);
+    if (row.when == nullptr) continue;
+    const int position = record.*row.when;
+    const bool exists = position == -1 || ConditionAt(row, position) != nullptr;
+    filters.cmbFilter[row.index] = exists ? position : -1;
+    if (!exists) outOfRange.push_back(static_cast<int>(row.index));
   }
-  filters.cmbData1 = record.ValueCustType;
-  filters.cmbData2 = record.ValueEnquirySource;
-  filters.txtMileage = {record.ValueLastKnownMileage1, record.ValueLastKnownMileage2};
-  filters.txtYear = {record.ValueYearOfManufacture1, record.ValueYearOfManufacture2};
-  filters.txtModel.clear();
+}
+
+void StoreFilters(const Filters& filters, CampaignRecord& record) {
+  for (const FilterRow& row : FilterRows()) {
+    if (!row.IsStored()) continue;
+    record.*row.use = filters.chkFilter[row.index];
+    if (row.when != nullptr) record.*row.when = filters.cmbFilter[row.index];
+    if (row.text != nullptr) record.*row.values[0] = filters.*row.text;
+    for (size_t value = 0; row.numbers != nullptr && value < row.values.size(); ++value)
+      record.*row.values[value] = JoinDigitGroups((filters.*row.numbers)[value]);
+  }
 }
 
 }  // namespace
@@ -80,16 +86,7 @@ void CopyToRecord(const WizardState& state, CampaignRecord& record) {
   record.Email_Subject = state.txtEmailSubject;
   record.Email_Body = state.txtEmailBody;
   record.SMS = state.txtSMS;
-  for (size_t filter = 0; filter < std::size(kUseFields); ++filter)
-    record.*kUseFields[filter] = state.filters.chkFilter[filter];
-  for (size_t filter = kFilterCustomerType; filter <= kFilterYear; ++filter)
-    record.*kWhenFields[filter] = state.filters.cmbFilter[filter];
-  record.ValueCustType = state.filters.cmbData1;
-  record.ValueEnquirySource = state.filters.cmbData2;
-  record.ValueLastKnownMileage1 = state.filters.txtMileage[0];
-  record.ValueLastKnownMileage2 = state.filters.txtMileage[1];
-  record.ValueYearOfManufacture1 = state.filters.txtYear[0];
-  record.ValueYearOfManufacture2 = state.filters.txtYear[1];
+  StoreFilters(state.filters, record);
 }
 
 std::vector<int> CopyFromRecord(const CampaignRecord& record, WizardState& state) {
@@ -151,15 +148,18 @@ void CampaignSettings::SetupCampaignData() {
   }
   diagnostics_.ui.SetBusy(false);
   if (failure) diagnostics_.errors.ShowError(0, QStringLiteral("SetupCampaignData"), *failure);
+  if (const QStringList anew = selection_.NumbersReadAnew(); !anew.isEmpty())
+    diagnostics_.ui.ShowMessage(InformationMessage(anew.join(u'\r')));
 }
 
 void CampaignSettings::FillLists() {
   const QString description = QStringLiteral("Description");
   state_.cmbReminderItems = ReminderList(options_);
-  state_.cmbData1Items =
-      ReadList(statements_, QStringLiteral("proc_sel_Customer_Types"), description).value_or(std::vector<ListRow>());
-  state_.cmbData2Items =
-      ReadList(statements_, QStringLiteral("proc_sel_Enquiry_Source"), description).value_or(std::vector<ListRow>());
+  for (const FilterRow& row : FilterRows()) {
+    if (row.listStatement == nullptr) continue;
+    state_.filterLists[row.index] =
+        ReadList(statements_, QString::fromLatin1(row.listStatement), description).value_or(std::vector<ListRow>());
+  }
   FillCampaignList();
 }
 

@@ -3,7 +3,9 @@
 #include "wizard/query_selection.h"
 
 #include "database/list_query.h"
+#include "queries/filter_notes.h"
 #include "queries/query_catalogue.h"
+#include "queries/query_sentence.h"
 
 namespace qbx {
 
@@ -58,6 +60,15 @@ void QuerySelection::IncludeOptedOutClick(bool ticked) {
   state_.filters.chkIncludeOptedOut = ticked;
   if (const std::optional<Message> message = GuardIncludeOptedOut(state_.filters, options_))
     diagnostics_.ui.ShowMessage(*message);
+}
+
+QString QuerySelection::Selects() const {
+  return QuerySelects(state_.selectedNode, state_.options, state_.cmbReminderItems, edition_.boat,
+                      diagnostics_.clock.Today());
+}
+
+QStringList QuerySelection::NumbersReadAnew() const {
+  return qbx::NumbersReadAnew(campaign_.record, edition_.boat);
 }
 
 void QuerySelection::ShowNode(int index) {

@@ -38,6 +38,12 @@ class QuerySelection {
   /// it.
   void IncludeOptedOutClick(bool ticked);
 
+  /// What the selected query selects with the options as they stand.
+  [[nodiscard]] QString Selects() const;
+
+  /// Which numbers of the campaign, as it is stored, read otherwise than they used to; see filter_notes.h.
+  [[nodiscard]] QStringList NumbersReadAnew() const;
+
   /// Any other setting of the campaign was edited.
   void Changed() { campaign_.CampaignChanged = true; }
 

@@ -5,37 +5,17 @@
 #include "queries/date_check.h"
 #include "queries/plain_messages.h"
 #include "queries/query_catalogue.h"
-#include "util/text.h"
 
 namespace qbx {
 
 namespace {
 
-std::optional<Message> CheckRanking(const QueryOptions& options) {
-  if (LeadingNumber(options.txtCriteria) <= 0)
-    return WarningMessage(QStringLiteral("Criteria is not valid. Number expected."));
-  if (LeadingNumber(options.txtCriteriaStart) <= 0)
-    return WarningMessage(QStringLiteral("Criteria Start Record is not valid. Number expected."));
-  return std::nullopt;
-}
-
-std::optional<Message> CheckMakes(int query, const QueryOptions& options) {
-  if (!TrimBlanks(options.txtMakes).isEmpty()) return std::nullopt;
-  return WarningMessage(query == kSpecificMakes
-                            ? QStringLiteral("Makes Selection is not valid. Please choose one or more Makes.")
-                            : QStringLiteral("Engines Selection is not valid. Please choose one of more Engines."));
-}
-
-std::optional<Message> CheckVehicleFilters(int query, const Filters& filters, bool boatEdition) {
-  if ((query != kTopCustomers && query != kBottomCustomers) || !filters.AnyVehicleFilter()) return std::nullopt;
-  return WarningMessage(QStringLiteral("%1 Filters cannot be used when using the %2 Customers Query option.")
-                            .arg(boatEdition ? QLatin1String("Boat") : QLatin1String("Vehicle"),
-                                 query == kTopCustomers ? QLatin1String("Top") : QLatin1String("Bottom")));
-}
-
-/// A "Between" whose first value is above its second.
-bool IsReversed(const Filters& filters, FilterIndex filter, const std::array<QString, 2>& values) {
-  return filters.Ticked(filter) && IsBetween(filters, filter) && LeadingNumber(values[0]) > LeadingNumber(values[1]);
+std::optional<Message> CheckVehicleFilters(int number, const Filters& filters, bool boatEdition) {
+  const StartingQuery* const query = FindStartingQuery(number);
+  if (query == nullptr || query->vehicleFilters || !filters.AnyVehicleFilter()) return std::nullopt;
+  return WarningMessage(
+      QStringLiteral("%1 Filters cannot be used when using the %2 Query option.")
+          .arg(boatEdition ? QLatin1String("Boat") : QLatin1String("Vehicle"), QLatin1String(query->key)));
 }
 
 }  // namespace
@@ -53,30 +33,14 @@ std::optional<Message> CheckStepOne(int query, QueryOptions& options, bool using
     return InformationMessage(QStringLiteral("Please select a Campaign Type."));
   if (HasDateCheck(query) && !CheckQueryDates(query, options, today))
     return WarningMessage(QStringLiteral("Dates are not valid."));
-  switch (query) {
-    case kTopCustomers:
-    case kBottomCustomers:
-      return CheckRanking(options);
-    case kSpecificMakes:
-    case kSpecificEngines:
-      return CheckMakes(query, options);
-    case kReminderDate:
-      if (options.cmbReminder < 0) return WarningMessage(QStringLiteral("No Reminder specified."));
-      return std::nullopt;
-    default:
-      return std::nullopt;
-  }
+  const StartingQuery* const found = FindStartingQuery(query);
+  return found == nullptr ? std::nullopt : CheckQueryOptions(*found, options);
 }
 
 std::optional<Message> CheckStepTwo(int query, const Filters& filters, bool boatEdition) {
   if (std::optional<Message> refusal = CheckVehicleFilters(query, filters, boatEdition)) return refusal;
-  if (IsReversed(filters, kFilterMileage, filters.txtMileage)) {
-    const QString text = QStringLiteral("%1 Filter is not valid. %1 From must be less than %1 To");
-    return WarningMessage(text.arg(boatEdition ? QLatin1String("Hours") : QLatin1String("Mileage")));
-  }
-  if (IsReversed(filters, kFilterYear, filters.txtYear))
-    return WarningMessage(QStringLiteral("Year Filter is not valid. Year From must be less than Year To"));
-  return CheckModelFilter(filters, boatEdition);
+  if (std::optional<Message> refusal = CheckBetween(filters, boatEdition)) return refusal;
+  return CheckNeededValues(filters, boatEdition);
 }
 
 Message NoDatabaseMessage() {

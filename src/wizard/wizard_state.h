@@ -31,9 +31,8 @@ struct WizardState {
 
   // Step 2
   Filters filters = {};
-  Filters appliedFilters = {};              ///< those that the rows were last selected with
-  std::vector<ListRow> cmbData1Items = {};  ///< customer types
-  std::vector<ListRow> cmbData2Items = {};  ///< enquiry sources
+  Filters appliedFilters = {};                                      ///< those that the rows were last selected with
+  std::array<std::vector<ListRow>, kFilterCount> filterLists = {};  ///< what the lists of the filters offer
   RecordLabels lblRecords = {"Records found: ", "Records found: "};
 
   // Step 4

@@ -51,12 +51,12 @@ TEST_F(SampleGarage, TheTwoMainCampaignsReachABelievableShareAndTheFailingRecipi
   const QStringList lapsed =
       Rows(QStringLiteral("SELECT CampaignTypeID, Date1, Date2 FROM Marketing_Campaigns "
                           "WHERE Campaign_Name = 'Lapsed customers'"));
-  EXPECT_EQ(lapsed, QStringList(QStringLiteral("3|04/03/2024|04/09/2025")));
+  EXPECT_EQ(lapsed, QStringList(QStringLiteral("3|04/03/2024|04/03/2026")));
   EXPECT_EQ(
       Rows(QStringLiteral(
           "SELECT CampaignTypeID, ReminderID, Date1, Date2 FROM Marketing_Campaigns WHERE Campaign_Name = 'MOT due'")),
       QStringList(QStringLiteral("10|0|04/03/2026|04/05/2026")));
-  for (const char* query : {"proc_Marketing_AddAllCustomers -1, 'T', '2024-03-04', '2025-09-04', @Lapsed = 1",
+  for (const char* query : {"proc_Marketing_AddAllCustomers -1, 'T', '2024-03-04', '2026-03-04', @Lapsed = 1",
                             "proc_Marketing_AddAllVehicles -1, 'T', '2026-03-04', '2026-05-04', @Recall_ID = 1"}) {
     const qint64 rows = Run(QLatin1String(query)).RecordCount();
     EXPECT_GE(rows, 100) << query;
@@ -69,6 +69,50 @@ TEST_F(SampleGarage, TheTwoMainCampaignsReachABelievableShareAndTheFailingRecipi
                   .ToInt(),
               kFailingKinds)
         << query;
+  }
+}
+
+// What each description says, counted without the procedures.
+TEST_F(SampleGarage, ACampaignSelectsWhatItsDescriptionSays) {
+  const QString reachable = QStringLiteral("No_Marketing = 0 AND IsNull(Consent_Response, 0) <> 2 AND ");
+  const QString lastInvoice =
+      QStringLiteral("(SELECT max(Invoice_Date) FROM Services s WHERE s.Customer = c.Customer AND Record_Type = 0) ");
+  const auto customers = [&](const char* condition) {
+    return QStringLiteral("SELECT COUNT(*) FROM Customers c WHERE ") + reachable + QLatin1String(condition);
+  };
+  const auto vehicles = [&](const char* condition) {
+    return QStringLiteral("SELECT COUNT(*) FROM Customers c JOIN Vehicles v USING (Customer) WHERE ") + reachable +
+           QLatin1String(condition);
+  };
+  struct Described {
+    const char* description;
+    const char* call;
+    QString expected;
+  };
+  const Described cases[] = {
+      {"Customers whose last invoice is more than two years old.", "Customers -1, 'T', '%1', '%2', @Lapsed = 1",
+       customers("{last} < '2024-03-04'")},
+      {"Vehicles whose MOT is due within the next two months.", "Vehicles -1, 'T', '%1', '%2', @Recall_ID = 1",
+       vehicles("Recall_Date1 BETWEEN '2026-03-04' AND '2026-05-04'")},
+      {"Everybody who was invoiced within the last three months.", "Customers -1, 'T', '%1', '%2', @Recent = 1",
+       customers("{last} >= '2025-12-04'")},
+      {"The 25 customers who spent most within twelve months.",
+       "Customers -1, 'T', '%1', '%2', @Top = 1, @Criteria = 25", QStringLiteral("SELECT 25")},
+      {"Vehicles of three makes, for the specialist's day.",
+       "Vehicles -1, 'T', '%1', '%2', @Makes = 'Audi,BMW,Volkswagen'",
+       vehicles("Make IN ('Audi', 'BMW', 'Volkswagen')")},
+      {"All vehicles with a last known mileage above 80,000.",
+       "Vehicles -1, 'T', '%1', '%2', @FilterMileage = 1, @FromMileage = 80000", vehicles("Last_Mileage > 80000")}};
+  const QStringList stored = Rows(
+      QStringLiteral("SELECT Campaign_Description, date(Date1), date(Date2) FROM Marketing_Campaigns ORDER BY ID"));
+  ASSERT_EQ(static_cast<size_t>(stored.size()), std::size(cases));
+  for (qsizetype i = 0; i < stored.size(); ++i) {
+    const Described& each = cases[i];
+    EXPECT_EQ(stored[i].section('|', 0, 0), each.description);
+    const QString call = QStringLiteral("proc_Marketing_AddAll") + QLatin1String(each.call);
+    const qint64 rows = Run(call.arg(stored[i].section('|', 1, 1), stored[i].section('|', 2, 2))).RecordCount();
+    EXPECT_EQ(rows, Ask(QString(each.expected).replace(QLatin1String("{last}"), lastInvoice)).ToInt())
+        << each.description;
   }
 }
 

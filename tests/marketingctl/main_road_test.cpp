@@ -102,7 +102,7 @@ TEST(MarketingCtl, CampaignsAreMadeChangedCopiedAndDeleted) {
   garage.Done(
       "campaigns set %1 --reminder 6 --year between:2010,2015 --mileage less:90000 --cust-type is-not:Trade --from "
       "2026-01-01 "
-      "--no-marketing on",
+      "--to 2026-06-30 --no-marketing on",
       {id});
   const QString copy = QString::number(Number(garage.Done("campaigns copy %1 Second", {id}), "ID"));
   EXPECT_NE(copy, id);
@@ -110,17 +110,21 @@ TEST(MarketingCtl, CampaignsAreMadeChangedCopiedAndDeleted) {
   EXPECT_EQ(garage.Run("campaigns show %1", {id}).code, 1);
 
   const QJsonValue shown = garage.Done("campaigns show %1", {copy});
-  const QList<QPair<const char*, QJsonValue>> expected = {{"SMS", text},
-                                                          {"CampaignTypeID", 10},
-                                                          {"ReminderID", 5},
-                                                          {"WhenYearOfManufacture", 3},
-                                                          {"ValueYearOfManufacture1", QStringLiteral("2010")},
-                                                          {"ValueYearOfManufacture2", QStringLiteral("2015")},
-                                                          {"ValueLastKnownMileage1", QStringLiteral("90000")},
-                                                          {"ValueCustType", QStringLiteral("Trade")},
-                                                          {"UseEnquirySource", false},
-                                                          {"Date1", QStringLiteral("2026-01-01")},
-                                                          {"Marketing", true}};
+  const QList<QPair<const char*, QJsonValue>> expected = {
+      {"SMS", text},
+      {"CampaignTypeID", 10},
+      {"ReminderID", 5},
+      {"WhenYearOfManufacture", 3},
+      {"ValueYearOfManufacture1", QStringLiteral("2010")},
+      {"ValueYearOfManufacture2", QStringLiteral("2015")},
+      {"ValueLastKnownMileage1", QStringLiteral("90000")},
+      {"ValueCustType", QStringLiteral("Trade")},
+      {"UseEnquirySource", false},
+      {"Date1", QStringLiteral("2026-01-01")},
+      {"selects",
+       QStringLiteral(
+           "Customers' vehicles whose date of \"Recall 6: Warranty\" lies from 01/01/2026 to 30/06/2026, both days included.")},
+      {"Marketing", true}};
   for (const auto& [field, value] : expected)
     EXPECT_TRUE(At(shown, field) == value) << field;
 }

@@ -73,6 +73,8 @@ TEST(MarketingCtlRefuses, CommandLinesThatMakeNoSense) {
                              {"campaigns set 1 --cust-type Retail", 2, "is:TEXT, is-not:TEXT or none"},
                              {"campaigns set 1 --source is:", 2, "is:TEXT, is-not:TEXT or none"},
                              {"campaigns set 1 --mileage between:1", 2, "between:N,M"},
+                             {"campaigns set 1 --mileage between:50,000,80,000", 2, "between:N,M"},
+                             {"campaigns set 1 --mileage higher:80k", 2, "higher:N"},
                              {"campaigns set 1 --year after:soon", 2, "after:N"},
                              {"campaigns set 1 --no-marketing perhaps", 2, "--no-marketing"},
                              {"campaigns set 1 --sms @/no/such/file", 2, "cannot be read"},

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "queries/query_panels.h"
+#include "queries/query_sentence.h"
 #include "settings/options.h"
 
 namespace qbx {
@@ -140,6 +141,44 @@ TEST(QueryPanels, LapsedFillsEmptyDatesOnly) {
   options.dteDateHasText[0] = true;
   (void)ShowQueryOptions("LAPSED CUSTOMERS", options, false, kToday);
   EXPECT_EQ(options.dteDate[1], QDate(2021, 5, 1));
+}
+
+TEST(QuerySelects, FollowsTheOptionsAsTheHostReadsThem) {
+  QueryOptions given;
+  given.dteDate = {QDate(2026, 8, 31), QDate(2026, 2, 28)};  // the host takes them in either order
+  given.txtCriteria = "25";
+  given.txtCriteriaStart = "11";
+  given.txtMakes = "Audi,  {later},";
+  given.cmbReminder = 1;
+  struct Case {
+    int query;
+    bool boat;
+    const char* text;
+  };
+  const auto selects = [](const QueryOptions& options, int query, bool boat) {
+    return QuerySelects(query, options, {"MOT Reminder", "Service Reminder"}, boat, kToday);
+  };
+  for (
+      const Case& c :
+      {Case{
+           kLapsedCustomers, false,
+           "Customers with an invoice before 28/02/2026 and none from then to 31/08/2026; later invoices do not count."},
+       Case{kRecentCustomers, false, "Customers with an invoice from 28/02/2026 to 31/08/2026, both days included."},
+       Case{
+           kBottomCustomers, false,
+           "Customers 11 to 35 by the sum of their invoices from 28/02/2026 to 31/08/2026, lowest first. Only customers with an invoice then who may be contacted are ranked."},
+       Case{
+           kReminderDate, true,
+           "Customers' boats whose date of \"Service Reminder\" lies from 28/02/2026 to 31/08/2026, both days included."},
+       Case{kSpecificMakes, false, "Customers' vehicles of the make Audi or {later}."},
+       Case{kSpecificEngines, false, ""}, Case{kVehicleGroup, false, ""}, Case{kNoQuery, false, ""}})
+    EXPECT_EQ(selects(given, c.query, c.boat), c.text);
+
+  QueryOptions open;
+  open.txtCriteria = open.txtCriteriaStart = "1";
+  EXPECT_EQ(selects(open, kTopCustomers, false).section('.', 0, 0),
+            "Customer 1 by the sum of their invoices from 01/01/1990 to 31/08/2026, highest first");
+  EXPECT_EQ(selects(open, kLapsedCustomers, false), "Needs two dates, both from 1990 on.");
 }
 
 }  // namespace

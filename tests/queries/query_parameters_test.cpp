@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "queries/filter_notes.h"
 #include "queries/filters.h"
 #include "queries/query_catalogue.h"
 #include "settings/options.h"
@@ -124,6 +125,31 @@ TEST(QueryParameters, ConditionsOfYearAndMileage) {
     const ProcedureCall call =
         BuildQueryCall(QueryPass::kFilter, {.CampaignTypeID = kAllVehicles, .campaignId = 1, .user = {}}, {}, filters);
     EXPECT_EQ(Tail(call), c.sent) << c.filter << " " << c.condition;
+  }
+}
+
+TEST(Filters, SayWhatTheyDoBesideTheirControls) {
+  struct Case {
+    FilterIndex filter;
+    int condition;
+    const char* first;
+    const char* second;
+    const char* note;
+  };
+  for (const Case& c : {Case{kFilterMileage, 0, "80,000", "", ""}, Case{kFilterMileage, 1, "80k", "", "Read as 80."},
+                        Case{kFilterMileage, 2, "80,000", "ninety", "The first number is above the second."},
+                        Case{kFilterYear, 3, "", "2015 or so", "Read as 0 and 2015."},
+                        Case{kFilterYear, -1, "2015", "", "Not applied: choose a condition."},
+                        Case{kFilterCustomerType, 0, " ", "", "Customers without a type."},
+                        Case{kFilterEnquirySource, 1, "", "", "Customers with an enquiry source."},
+                        Case{kFilterEnquirySource, 1, "Web", "", ""}}) {
+    Filters filters;
+    filters.cmbFilter[c.filter] = c.condition;
+    filters.cmbData1 = filters.cmbData2 = c.first;
+    filters.txtMileage = filters.txtYear = {c.first, c.second};
+    EXPECT_EQ(FilterNote(filters, c.filter), "") << "off";
+    filters.chkFilter[c.filter] = true;
+    EXPECT_EQ(FilterNote(filters, c.filter), c.note) << c.filter << " " << c.first;
   }
 }
 

@@ -149,6 +149,18 @@ check("a condition that the lists do not have is reported, and the rest is set u
   assertEqual([control("cmbFilter1").selectedIndex, control("chkFilter1").ticked], [-1, true]);
 });
 
+check("a stored number that reads otherwise than it used to is told, until it is saved", () => {
+  campaign("Grouped", {CampaignTypeID: 8, UseLastKnownMileage: 1, WhenLastKnownMileage: 0, ValueLastKnownMileage1: "80,000",
+                       ValueLastKnownMileage2: "1,000", Records: 100, RecordsStart: 1});
+  answer("Last known Mileage: \"80,000\" was read as 80 before and is read as 80000 now.");
+  load("Grouped");
+  assertEqual(control("txtMileage0").text, "80,000");
+  onWindow("frmCampaigns", window => window.control("cmdSave").click());
+  control("cmdSave").click();
+  assertEqual(sql("SELECT ValueLastKnownMileage1 AS v FROM Marketing_Campaigns WHERE Campaign_Name = 'Grouped'")[0].v, "80000");
+  load("Grouped");
+});
+
 check("texts of a megabyte are loaded and saved whole", () => {
   const long = "Dear customer, \u00fc \u{1F697}.\r\n".repeat(45000);
   campaign("Long", {CampaignTypeID: 2, Email_Body: long, Campaign_Description: long.slice(0, 200000), Records: 100, RecordsStart: 1});

@@ -74,6 +74,20 @@ check("lapsed customers come with dates and a worked example", () => {
                                                  "Last Seen Start Date to be 28/02/2026");
 });
 
+check("a line under the options says what the query selects, and follows every edit", () => {
+  const says = text => assertEqual(control("lblQuerySelects").text, text);
+  says("Customers with an invoice before 28/02/2026 and none from then to 31/08/2026; later invoices do not count.");
+  control("dteDate1").setText("31/01/2026");
+  says("Customers with an invoice before 31/01/2026 and none from then to 31/08/2026; later invoices do not count.");
+  screenshot("step1_selects");
+  control("dteDate1").setText("31/02/2026");
+  says("Needs two dates, both from 1990 on.");
+  control("dteDate1").setText("28/02/2026");
+  choose("Vehicle Specific Queries");
+  says("");
+  choose("Lapsed Customers");
+});
+
 check("dates that stand there are kept, and carry over from query to query", () => {
   control("dteDate0").setText("01/05/2026");
   control("dteDate1").setText("");

@@ -119,6 +119,27 @@ check("mileage", () => {
   control("chkFilter3").untick();
 });
 
+check("a line beside a filter says what it does where its controls do not show it", () => {
+  const says = (index, text) => assertEqual(control("lblFilterNote" + index).visible ? control("lblFilterNote" + index).text : "", text);
+  control("chkFilter3").tick();
+  control("cmbFilter3").choose("Higher Than");
+  control("txtMileage0").setText("80k");
+  says(3, "Read as 80.");
+  control("chkFilter1").tick();
+  control("cmbData1").setText("");
+  says(1, "Customers with a type.");
+  screenshot("step2_notes");
+  control("txtMileage0").setText("80,000");
+  says(3, "");
+  control("chkFilter1").untick();
+  says(1, "");
+  results(row => Number(row["Last Mileage"]) > 80000);
+  control("cmbFilter3").choose("Between");
+  control("txtMileage1").setText("70 000");
+  says(3, "The first number is above the second.");
+  control("chkFilter3").untick();
+});
+
 check("model, and a customer query that is filtered by a vehicle's value", () => {
   selectTab(1);
   control("tvQuery").choose("All Customers");

@@ -1,12 +1,15 @@
 #include "wizard/ui/filter_page.h"
 
 #include "platform/ui/look.h"
+#include "queries/filter_notes.h"
 #include "ui_filter_page.h"
 #include "wizard/filters_pending.h"
 #include "wizard/ui/fill_combo.h"
 
 namespace qbx {
 namespace {
+
+constexpr int kLongestNumber = 12;
 
 QStringList Texts(const std::vector<ListRow>& rows) {
   QStringList texts;
@@ -34,20 +37,16 @@ void ShowText(QLineEdit& box, const QString& text) {
 
 FilterPage::FilterPage(PageParts parts) : WizardPage(std::move(parts)), ui_(std::make_unique<Ui::FilterPage>()) {
   ui_->setupUi(this);
-  chkFilter_ = {ui_->chkFilter0, ui_->chkFilter1, ui_->chkFilter2, ui_->chkFilter3, ui_->chkFilter4, ui_->chkFilter5};
-  cmbFilter_ = {nullptr, ui_->cmbFilter1, ui_->cmbFilter2, ui_->cmbFilter3, ui_->cmbFilter4};
   const FilterCaptions captions = MakeFilterCaptions(App().startup.edition.boat);
   ui_->fraVehicleFilter->setTitle(captions.fraVehicleFilter);
-  for (size_t filter = 0; filter < chkFilter_.size(); ++filter)
-    chkFilter_[filter]->setText(captions.chkFilter[filter]);
-  for (size_t filter = kFilterCustomerType; filter <= kFilterYear; ++filter)
-    cmbFilter_[filter]->addItems(FilterConditions(static_cast<FilterIndex>(filter)));
-  for (QLineEdit* box : {ui_->txtYear0, ui_->txtYear1, ui_->txtMileage0, ui_->txtMileage1})
-    box->setMaxLength(12);
+  for (const FilterRow& row : FilterRows()) {
+    FindControls(row);
+    controls_[row.index].tick->setText(captions.chkFilter[row.index]);
+    ConnectFilter(row);
+  }
   ui_->cmdApplyFilters->setIcon(DrawnIcon(Drawing::kRefresh));
   ui_->cmdNext1->setToolTip(QStringLiteral("Apply Additional Filters and go to next step"));
   ConnectChecks();
-  ConnectValues();
 }
 
 FilterPage::~FilterPage() = default;
@@ -56,24 +55,25 @@ QWidget* FilterPage::FirstControl() {
   return ui_->chkIncludeOptedOut;
 }
 
+void FilterPage::FindControls(const FilterRow& row) {
+  const QString number = QString::number(row.index);
+  const QString value = QString::fromLatin1(row.control);
+  Controls& controls = controls_[row.index];
+  controls.tick = findChild<QCheckBox*>(QLatin1String("chkFilter") + number);
+  controls.condition = findChild<QComboBox*>(QLatin1String("cmbFilter") + number);
+  controls.between = findChild<QLabel*>(QLatin1String("lblAnd") + number);
+  controls.note = findChild<QLabel*>(QLatin1String("lblFilterNote") + number);
+  if (row.value == FilterValue::kList) controls.list = findChild<QComboBox*>(value);
+  if (row.value == FilterValue::kText) controls.text = findChild<QLineEdit*>(value);
+  if (row.value == FilterValue::kNumber)
+    controls.numbers = {findChild<QLineEdit*>(value + u'0'), findChild<QLineEdit*>(value + u'1')};
+}
+
 void FilterPage::ConnectChecks() {
   connect(ui_->chkIncludeOptedOut, &QCheckBox::clicked, this, [this](bool ticked) {
     Desk().selection.IncludeOptedOutClick(ticked);
     ShowState();
   });
-  for (size_t filter = 0; filter < chkFilter_.size(); ++filter) {
-    connect(chkFilter_[filter], &QCheckBox::clicked, this, [this, filter](bool ticked) {
-      State().filters.chkFilter[filter] = ticked;
-      FilterClicked();
-    });
-  }
-  for (size_t filter = kFilterCustomerType; filter <= kFilterYear; ++filter) {
-    connect(cmbFilter_[filter], &QComboBox::currentIndexChanged, this, [this, filter](int position) {
-      if (Showing()) return;
-      State().filters.cmbFilter[filter] = position;
-      FilterClicked();
-    });
-  }
   connect(ui_->cmdNext1, &QPushButton::clicked, this, [this] { Next(1); });
   connect(ui_->cmdBack1, &QPushButton::clicked, this, [this] { Back(1); });
   connect(ui_->cmdApplyFilters, &QPushButton::clicked, this, [this] {
@@ -84,35 +84,44 @@ void FilterPage::ConnectChecks() {
           &QPushButton::click);
 }
 
-void FilterPage::ConnectValues() {
+void FilterPage::ConnectFilter(const FilterRow& row) {
+  const Controls& controls = controls_[row.index];
   Filters& filters = State().filters;
-  // The model is not stored, so it is no change of the campaign.
-  connect(ui_->txtModel, &QLineEdit::textEdited, this, [this](const QString& text) {
-    State().filters.txtModel = text;
+  connect(controls.tick, &QCheckBox::clicked, this, [this, &row](bool ticked) {
+    State().filters.chkFilter[row.index] = ticked;
+    FilterClicked();
+  });
+  if (controls.condition != nullptr) {
+    controls.condition->addItems(FilterConditions(row.index));
+    connect(controls.condition, &QComboBox::currentIndexChanged, this, [this, &row](int position) {
+      if (Showing()) return;
+      State().filters.cmbFilter[row.index] = position;
+      FilterClicked();
+    });
+  }
+  if (controls.list != nullptr) {
+    controls.list->setInsertPolicy(QComboBox::NoInsert);
+    connect(controls.list, &QComboBox::editTextChanged, this, [this, &row](const QString& text) {
+      if (Showing()) return;
+      State().filters.*row.text = text;
+      Desk().selection.Changed();
+      ShowPending();
+    });
+  }
+  if (controls.text != nullptr) ConnectText(row, controls.text, filters.*row.text);
+  for (size_t value = 0; row.numbers != nullptr && value < controls.numbers.size(); ++value) {
+    controls.numbers[value]->setMaxLength(kLongestNumber);
+    ConnectText(row, controls.numbers[value], (filters.*row.numbers)[value]);
+  }
+}
+
+// What is not stored is no change of the campaign.
+void FilterPage::ConnectText(const FilterRow& row, QLineEdit* box, QString& value) {
+  connect(box, &QLineEdit::textEdited, this, [this, &row, target = &value](const QString& text) {
+    *target = text;
+    if (row.IsStored()) Desk().selection.Changed();
     ShowPending();
   });
-  const std::pair<QLineEdit*, QString*> boxes[] = {{ui_->txtYear0, &filters.txtYear[0]},
-                                                   {ui_->txtYear1, &filters.txtYear[1]},
-                                                   {ui_->txtMileage0, &filters.txtMileage[0]},
-                                                   {ui_->txtMileage1, &filters.txtMileage[1]}};
-  for (const auto& [box, value] : boxes) {
-    connect(box, &QLineEdit::textEdited, this, [this, target = value](const QString& text) {
-      *target = text;
-      Desk().selection.Changed();
-      ShowPending();
-    });
-  }
-  const std::pair<QComboBox*, QString*> lists[] = {{ui_->cmbData1, &filters.cmbData1},
-                                                   {ui_->cmbData2, &filters.cmbData2}};
-  for (const auto& [list, value] : lists) {
-    list->setInsertPolicy(QComboBox::NoInsert);
-    connect(list, &QComboBox::editTextChanged, this, [this, target = value](const QString& text) {
-      if (Showing()) return;
-      *target = text;
-      Desk().selection.Changed();
-      ShowPending();
-    });
-  }
 }
 
 void FilterPage::FilterClicked() {
@@ -122,52 +131,59 @@ void FilterPage::FilterClicked() {
 
 void FilterPage::ShowPending() {
   ui_->lblFiltersPending->setText(FiltersPendingText(State()));
+  ShowNotes();
+}
+
+void FilterPage::ShowNotes() {
+  for (const FilterRow& row : FilterRows()) {
+    QLabel* const note = controls_[row.index].note;
+    if (note == nullptr) continue;
+    note->setText(FilterNote(State().filters, row.index));
+    note->setVisible(!note->text().isEmpty());
+  }
 }
 
 void FilterPage::CopyState() {
   ShowPending();
   const Filters& filters = State().filters;
   ui_->chkIncludeOptedOut->setChecked(filters.chkIncludeOptedOut);
-  for (size_t filter = 0; filter < chkFilter_.size(); ++filter)
-    chkFilter_[filter]->setChecked(filters.chkFilter[filter]);
-  for (size_t filter = kFilterCustomerType; filter <= kFilterYear; ++filter)
-    cmbFilter_[filter]->setCurrentIndex(filters.cmbFilter[filter]);
-  ShowLists();
-  ShowText(*ui_->txtModel, filters.txtModel);
-  ShowText(*ui_->txtYear0, filters.txtYear[0]);
-  ShowText(*ui_->txtYear1, filters.txtYear[1]);
-  ShowText(*ui_->txtMileage0, filters.txtMileage[0]);
-  ShowText(*ui_->txtMileage1, filters.txtMileage[1]);
+  for (const FilterRow& row : FilterRows())
+    ShowFilter(row);
   ui_->lblRecords0->setText(State().lblRecords[0]);
   ui_->lblRecords1->setText(State().lblRecords[1]);
   ShowFilters(ShowFilterState(filters));
 }
 
-void FilterPage::ShowLists() {
-  const WizardState& state = State();
-  FillCombo(*ui_->cmbData1, Texts(state.cmbData1Items));
-  FillCombo(*ui_->cmbData2, Texts(state.cmbData2Items));
-  if (ui_->cmbData1->currentText() != state.filters.cmbData1) ui_->cmbData1->setCurrentText(state.filters.cmbData1);
-  if (ui_->cmbData2->currentText() != state.filters.cmbData2) ui_->cmbData2->setCurrentText(state.filters.cmbData2);
+void FilterPage::ShowFilter(const FilterRow& row) {
+  const Filters& filters = State().filters;
+  const Controls& controls = controls_[row.index];
+  controls.tick->setChecked(filters.chkFilter[row.index]);
+  if (controls.condition != nullptr) controls.condition->setCurrentIndex(filters.cmbFilter[row.index]);
+  if (controls.list != nullptr) {
+    FillCombo(*controls.list, Texts(State().filterLists[row.index]));
+    if (controls.list->currentText() != filters.*row.text) controls.list->setCurrentText(filters.*row.text);
+  }
+  if (controls.text != nullptr) ShowText(*controls.text, filters.*row.text);
+  for (size_t value = 0; row.numbers != nullptr && value < controls.numbers.size(); ++value)
+    ShowText(*controls.numbers[value], (filters.*row.numbers)[value]);
 }
 
 void FilterPage::ShowFilters(const FilterView& view) {
-  const std::initializer_list<QWidget*> controls[] = {{},
-                                                      {ui_->cmbFilter1, ui_->cmbData1},
-                                                      {ui_->cmbFilter2, ui_->cmbData2},
-                                                      {ui_->cmbFilter3, ui_->txtMileage0, ui_->txtMileage1},
-                                                      {ui_->cmbFilter4, ui_->txtYear0, ui_->txtYear1}};
-  for (size_t filter = kFilterCustomerType; filter <= kFilterYear; ++filter) {
-    for (QWidget* control : controls[filter])
-      ShowActive(*control, view.active[filter]);
+  for (const FilterRow& row : FilterRows()) {
+    const Controls& controls = controls_[row.index];
+    const bool offered = row.offered == nullptr || State().filters.*row.offered;
+    controls.tick->setVisible(offered);
+    if (controls.condition == nullptr) continue;
+    controls.condition->setVisible(offered);
+    for (QWidget* control :
+         std::initializer_list<QWidget*>{controls.condition, controls.list, controls.numbers[0], controls.numbers[1]}) {
+      if (control != nullptr) ShowActive(*control, view.active[row.index]);
+    }
+    if (row.numbers == nullptr) continue;
+    controls.numbers[0]->setVisible(offered);
+    controls.numbers[1]->setVisible(offered && view.between[row.index]);
+    controls.between->setVisible(offered && view.between[row.index]);
   }
-  const bool mileage = State().filters.mileageVisible;
-  for (QWidget* control : std::initializer_list<QWidget*>{ui_->chkFilter3, ui_->cmbFilter3, ui_->txtMileage0})
-    control->setVisible(mileage);
-  ui_->lblAnd3->setVisible(mileage && view.mileageBetween);
-  ui_->txtMileage1->setVisible(mileage && view.mileageBetween);
-  ui_->lblAnd4->setVisible(view.yearBetween);
-  ui_->txtYear1->setVisible(view.yearBetween);
 }
 
 }  // namespace qbx

@@ -5,10 +5,12 @@
 #include <array>
 #include <memory>
 
+#include "queries/filter_table.h"
 #include "wizard/ui/wizard_page.h"
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 
 namespace Ui {
@@ -28,17 +30,29 @@ class FilterPage : public WizardPage {
   void CopyState() override;
 
  private:
+  /// The controls of a filter; null where it has none.
+  struct Controls {
+    QCheckBox* tick = nullptr;
+    QComboBox* condition = nullptr;
+    QComboBox* list = nullptr;
+    QLineEdit* text = nullptr;
+    std::array<QLineEdit*, 2> numbers = {};
+    QLabel* between = nullptr;  ///< "and"
+    QLabel* note = nullptr;
+  };
+
+  void FindControls(const FilterRow& row);
   void ConnectChecks();
-  void ConnectValues();
-  void ShowLists();
+  void ConnectFilter(const FilterRow& row);
+  void ConnectText(const FilterRow& row, QLineEdit* box, QString& value);
+  void ShowFilter(const FilterRow& row);
   void ShowFilters(const FilterView& view);
   void FilterClicked();
   void ShowPending();
+  void ShowNotes();
 
   std::unique_ptr<Ui::FilterPage> ui_;
-  // By filter number; null where a filter has none.
-  std::array<QCheckBox*, 6> chkFilter_;
-  std::array<QComboBox*, 5> cmbFilter_;
+  std::array<Controls, kFilterCount> controls_;  // by filter number
 };
 
 }  // namespace qbx

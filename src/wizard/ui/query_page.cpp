@@ -38,7 +38,7 @@ void QueryPage::BuildTree() {
     item->setData(0, kIndexRole, node.index);
     nodes_.insert(node.index, item);
     if (node.parent != 0) continue;
-    item->setIcon(0, DrawnIcon(node.index == kCustomerGroup ? Drawing::kCustomers : vehicles));
+    item->setIcon(0, DrawnIcon(node.rows == RowsOf::kCustomers ? Drawing::kCustomers : vehicles));
     item->setExpanded(true);
   }
 }
@@ -69,6 +69,7 @@ void QueryPage::ConnectControls() {
     if (Showing()) return;
     State().options.cmbReminder = position;
     Desk().selection.Changed();
+    ShowSelects();
   });
   connect(ui_->lstMakes, &QListWidget::itemSelectionChanged, this, [this] {
     if (Showing()) return;
@@ -78,6 +79,7 @@ void QueryPage::ConnectControls() {
       selected.push_back(ui_->lstMakes->item(row)->isSelected());
     Desk().selection.MakesClick(selected);
     ui_->txtMakes->setText(State().options.txtMakes);
+    ShowSelects();
   });
   DateBox* const boxes[] = {ui_->dteDate0, ui_->dteDate1};
   for (size_t i = 0; i < std::size(boxes); ++i) {
@@ -85,6 +87,7 @@ void QueryPage::ConnectControls() {
       State().options.dteDate[i] = box->Date();
       State().options.dteDateHasText[i] = !box->text().trimmed().isEmpty();
       Desk().selection.Changed();
+      ShowSelects();
     });
   }
   connect(ui_->cmdNext0, &QPushButton::clicked, this, [this] { Next(0); });
@@ -94,6 +97,11 @@ void QueryPage::Edited(QString& value, const QString& text) {
   if (Showing()) return;
   value = text;
   Desk().selection.Changed();
+  ShowSelects();
+}
+
+void QueryPage::ShowSelects() {
+  ui_->lblQuerySelects->setText(Desk().selection.Selects());
 }
 
 void QueryPage::CampaignSetUp() {
@@ -166,6 +174,7 @@ void QueryPage::ShowPanels() {
   ui_->fraMakes->setTitle(panels.fraMakesCaption);
   ui_->Label1->setText(panels.fraMakesCaption + QLatin1Char(':'));
   ui_->lblOptionsExample->setText(panels.lblOptionsExample);
+  ShowSelects();
 }
 
 }  // namespace qbx

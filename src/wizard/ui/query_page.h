@@ -31,6 +31,7 @@ class QueryPage : public WizardPage {
   void ShowPanels();
   void ShowMakes();
   void ShowDates();
+  void ShowSelects();
   void Edited(QString& value, const QString& text);
 
   std::unique_ptr<Ui::QueryPage> ui_;
