@@ -61,7 +61,9 @@ MailshotSummary Mailshot::Send(int campaignId, const MailshotTemplates& template
     return {};
   }
   if (services_.options.ReadFailed) {
-    Tell({.text = QString::fromLatin1(kOptionsUnreadText), .icon = MessageIcon::kExclamation});
+    Tell({.text = QString::fromLatin1(kOptionsUnreadText),
+          .icon = MessageIcon::kExclamation,
+          .reason = Reason::kOptionsUnread});
     return {};
   }
   services_.state.StopSending = false;
@@ -141,7 +143,8 @@ Mailshot::Credits Mailshot::CheckCredits(const MailshotPlan& plan, const QString
                                          MailshotSummary& summary) {
   const SmsGateway::Credits credits = services_.gateway.GetSMSCredits();
   if (!credits.error.isEmpty()) {
-    services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), credits.error);
+    services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), credits.error, false,
+                                           Reason::kGatewayAway);
     return Credits::kStop;
   }
   if (credits.balance <= kUnreadableBalance) {

@@ -61,7 +61,7 @@ int PrintId(const Program& program, int id) {
 }
 
 int New(Program& program, const QString& name, const CampaignArguments& arguments) {
-  if (!CampaignNameIsValid(name)) return Refuse(QStringLiteral("Campaign Name is not valid."));
+  if (!CampaignNameIsValid(name)) return Refuse(Reason::kInvalidName, QStringLiteral("Campaign Name is not valid."));
   CampaignRecord& record = program.app.campaign.record;
   record.Campaign_Name = name;
   ApplyCampaignArguments(arguments, program.app.startup.edition, record);
@@ -78,14 +78,15 @@ int SetCampaign(Program& program, int id, const CampaignArguments& arguments) {
 
 int Copy(Program& program, int id, const QString& name) {
   const QString copyName = CampaignCopyName(name);
-  if (!CampaignNameIsValid(copyName)) return Refuse(QStringLiteral("Campaign Name is not valid."));
+  if (!CampaignNameIsValid(copyName))
+    return Refuse(Reason::kInvalidName, QStringLiteral("Campaign Name is not valid."));
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
   const int newId = program.app.campaignStorage.CopyCampaign(id, copyName);
   return newId > 0 ? PrintId(program, newId) : static_cast<int>(kRefused);
 }
 
 int Rename(Program& program, int id, const QString& name) {
-  if (!CampaignNameIsValid(name)) return Refuse(QStringLiteral("Campaign Name is not valid."));
+  if (!CampaignNameIsValid(name)) return Refuse(Reason::kInvalidName, QStringLiteral("Campaign Name is not valid."));
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
   const QString description = program.app.campaign.record.Campaign_Description;
   return program.app.campaignStorage.UpdateCampaignDetails(id, name, description) ? PrintId(program, id)

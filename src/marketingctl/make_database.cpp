@@ -16,8 +16,9 @@ std::optional<QString> DatabaseFileFor(const QString& folder, const GlobalFlags&
   if (name.isEmpty()) name = EditionNamesFor(DetectEdition(folder), {}, {}).databaseName;
   const QStringList existing = dir.entryList({QStringLiteral("*.db")}, QDir::Files);
   if (!existing.isEmpty() && !replace) {
-    Refuse(QStringLiteral("The folder ") + folder + QStringLiteral(" already holds a database (") + existing.first() +
-           QStringLiteral("). Nothing was changed; --replace makes a new one in its place."));
+    Refuse(Reason::kDatabaseExists,
+           QStringLiteral("The folder ") + folder + QStringLiteral(" already holds a database (") + existing.first() +
+               QStringLiteral("). Nothing was changed; --replace makes a new one in its place."));
     return std::nullopt;
   }
   return dir.filePath(name + QStringLiteral(".db"));

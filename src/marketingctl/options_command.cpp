@@ -39,8 +39,8 @@ QString Shown(const Application& app, const OptionKey& key) {
 }
 
 int UnknownKey(const std::string& name) {
-  return Refuse(QStringLiteral("There is no option \"") + QString::fromStdString(name) +
-                QStringLiteral("\". \"options list\" shows all."));
+  return Refuse(Reason::kUnknownOption, QStringLiteral("There is no option \"") + QString::fromStdString(name) +
+                                            QStringLiteral("\". \"options list\" shows all."));
 }
 
 int ListOptions(Program& program) {
@@ -102,16 +102,17 @@ int SetOption(Program& program, const OptionsArguments& arguments) {
   if (!key) return UnknownKey(arguments.key);
   if (key->IsSecret() && (arguments.value.empty() || arguments.value[0] != '@')) {
     // A command line can be seen by everybody on the computer and stays in the shell's history.
-    Refuse(QStringLiteral("A password is set from a file or from standard input: options set ") +
-           QLatin1String(key->name) + QStringLiteral(" @FILE (or @-)."));
+    Refuse(Reason::kUsage, QStringLiteral("A password is set from a file or from standard input: options set ") +
+                               QLatin1String(key->name) + QStringLiteral(" @FILE (or @-)."));
     return kUsage;
   }
   const QString value = TextArgument(arguments.value);
   const std::optional<Value> typed = TypedValue(*key, value);
   if (!typed) {
-    Refuse(QStringLiteral("\"") + value + QStringLiteral("\" does not fit ") + QLatin1String(key->name) +
-           (key->type == OptionType::kBoolean ? QStringLiteral(", which is on or off.")
-                                              : QStringLiteral(", which is a number.")));
+    Refuse(Reason::kUsage, QStringLiteral("\"") + value + QStringLiteral("\" does not fit ") +
+                               QLatin1String(key->name) +
+                               (key->type == OptionType::kBoolean ? QStringLiteral(", which is on or off.")
+                                                                  : QStringLiteral(", which is a number.")));
     return kUsage;
   }
   if (const int code = Store(program.app, *key, *typed); code != kDone) return code;

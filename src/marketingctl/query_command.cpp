@@ -40,7 +40,7 @@ int RunSteps(Program& program) {
     const StepResult result = program.desk.steps.NextStep(step);
     if (result.notice) program.ui.ShowMessage(*result.notice);
     if (result.Moved()) continue;
-    if (HeadlessUi::Interrupted()) Refuse(QStringLiteral("The query was interrupted."));
+    if (HeadlessUi::Interrupted()) Refuse(Reason::kInterrupted, QStringLiteral("The query was interrupted."));
     return step;
   }
   return 2;
@@ -100,7 +100,8 @@ int QueryTemporary(Program& program, const QueryArguments& arguments) {
   Application& app = program.app;
   CampaignRecord& record = app.campaign.record;
   const QString name = arguments.save ? TextArgument(*arguments.save) : QString();
-  if (arguments.save && !CampaignNameIsValid(name)) return Refuse(QStringLiteral("Campaign Name is not valid."));
+  if (arguments.save && !CampaignNameIsValid(name))
+    return Refuse(Reason::kInvalidName, QStringLiteral("Campaign Name is not valid."));
   ApplyCampaignArguments(arguments.settings, app.startup.edition, record);
   program.desk.settings.SetupCampaignData();
   if (!ApplyUnstored(arguments, program.desk)) return kRefused;
@@ -151,11 +152,12 @@ void AddQueryCommand(Runner& runner) {
       "          marketingctl --folder garage --user Pat query --query \"Top Customers\" --records 25 --json");
   runner.AddCommand(command, [arguments](Program& program) {
     if (!arguments->id && !arguments->settings.query) {
-      Refuse(QStringLiteral("query: name a saved campaign or a --query."));
+      Refuse(Reason::kUsage, QStringLiteral("query: name a saved campaign or a --query."));
       return static_cast<int>(kUsage);
     }
     if (arguments->id && arguments->settings != CampaignArguments()) {
-      Refuse(QStringLiteral("query: a saved campaign is run as it is saved; \"campaigns set\" changes it."));
+      Refuse(Reason::kUsage,
+             QStringLiteral("query: a saved campaign is run as it is saved; \"campaigns set\" changes it."));
       return static_cast<int>(kUsage);
     }
     return Query(program, *arguments);

@@ -72,7 +72,8 @@ bool Toggle(Program& program, const std::vector<std::string>& toggle) {
     }
     return false;
   }
-  Refuse(QStringLiteral("Campaign %1 has no row %2.").arg(program.desk.results.CampaignId()).arg(record));
+  Refuse(Reason::kUnknownRow,
+         QStringLiteral("Campaign %1 has no row %2.").arg(program.desk.results.CampaignId()).arg(record));
   return false;
 }
 
@@ -93,7 +94,7 @@ void Print(Program& program) {
 }
 
 int Settle(Program& program, const ResultsArguments& arguments) {
-  if (!arguments.yes) return Refuse(QStringLiteral("Settling what is in doubt needs --yes."));
+  if (!arguments.yes) return Refuse(Reason::kNotAgreed, QStringLiteral("Settling what is in doubt needs --yes."));
   const DoubtOutcome outcome = arguments.settleDoubt == kSent ? DoubtOutcome::kSent : DoubtOutcome::kNotSent;
   try {
     const DoubtSettlement settlement =

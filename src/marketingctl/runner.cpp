@@ -1,7 +1,10 @@
 #include "marketingctl/runner.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <string_view>
 
+#include "marketingctl/output.h"
 #include "marketingctl/start_checks.h"
 #include "startup/folders.h"
 
@@ -14,11 +17,6 @@ QString Text(const std::string& text) {
 }
 
 }  // namespace
-
-int Refuse(const QString& reason) {
-  std::fprintf(stderr, "%s\n", reason.toUtf8().constData());
-  return kRefused;
-}
 
 Runner::Runner(CLI::App& root) : root_(root) {
   root_.require_subcommand(1);
@@ -54,6 +52,14 @@ void Runner::AddBareCommand(CLI::App& command, std::function<int()> action) {
 }
 
 int Runner::Run(int argc, char** argv) {
+  // A line that cannot be parsed leaves the flags unset.
+  const bool json = std::find(argv, argv + argc, std::string_view("--json")) != argv + argc;
+  const int code = Parse(argc, argv);
+  if (json && !JsonPrinted() && (code == kRefused || code == kUsage)) PrintJson(ErrorJson());
+  return code;
+}
+
+int Runner::Parse(int argc, char** argv) {
   try {
     root_.parse(argc, argv);
     return chosen_ ? chosen_() : kUsage;
@@ -70,7 +76,8 @@ int Runner::Misused(const CLI::ParseError& error) const {
   const std::vector<std::string> strange = root_.remaining(true);
   const bool unknownCommand = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !strange.empty();
   const std::string text = unknownCommand ? "There is no command \"" + strange.front() + "\"." : error.what();
-  std::fprintf(stderr, "%s\nTry --help.\n", text.c_str());
+  Refuse(Reason::kUsage, QString::fromStdString(text));
+  std::fprintf(stderr, "Try --help.\n");
   return kUsage;
 }
 
@@ -79,14 +86,16 @@ int Runner::Start(const Action& action, bool needsConnection) {
   if (flags_.bringOnline) ui.SetAnswer(Question::kBringDatabaseOnline, MessageAnswer::kYes);
   if (flags_.startService) ui.SetAnswer(Question::kStartDatabaseService, MessageAnswer::kYes);
   const SystemClock clock;
-  Application app({.ui = ui, .clock = clock, .folders = FindFolders(Text(flags_.folder))});
-  if (const auto problem = IniProblem(app.ini.Path())) return Refuse(*problem);
+  const Folders folders = FindFolders(Text(flags_.folder));
+  if (const auto problem = FolderProblem(folders.program)) return Refuse(problem->reason, problem->text);
+  Application app({.ui = ui, .clock = clock, .folders = folders});
+  if (const auto problem = IniProblem(app.ini.Path())) return Refuse(problem->reason, problem->text);
   const StartOutcome outcome = app.start.RunHeadless(
       {.user = Text(flags_.user), .databaseName = Text(flags_.database), .instance = Text(flags_.instance)});
   if (outcome != StartOutcome::kRunning)
-    return Refuse(QStringLiteral("Say who this is done as: --user NAME or QBX_USER."));
+    return Refuse(Reason::kNoUser, QStringLiteral("Say who this is done as: --user NAME or QBX_USER."));
   if (needsConnection) {
-    if (const auto problem = StartProblem(app, ui)) return Refuse(*problem);
+    if (const auto problem = StartProblem(app, ui)) return Refuse(problem->reason, problem->text);
   }
   SendEmailView view;
   CampaignDesk desk(app, view);

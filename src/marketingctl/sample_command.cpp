@@ -26,7 +26,7 @@ int MakeSample(const SampleArguments& arguments, const GlobalFlags& flags) {
   SampleGarageSettings settings{arguments.customers, arguments.seed, QDate::currentDate()};
   if (!arguments.asOf.empty()) settings.asOf = QDate::fromString(QString::fromStdString(arguments.asOf), Qt::ISODate);
   if (!settings.asOf.isValid()) {
-    Refuse(QStringLiteral("--as-of wants a date written yyyy-mm-dd."));
+    Refuse(Reason::kUsage, QStringLiteral("--as-of wants a date written yyyy-mm-dd."));
     return kUsage;
   }
   const std::optional<QString> file = DatabaseFileFor(folder, flags, arguments.replace);
