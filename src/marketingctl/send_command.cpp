@@ -20,6 +20,7 @@ struct SendArguments {
   bool stopOnError = false;
   bool repeatDelivered = false;
   bool keepGoing = false;
+  bool nothingIsAnError = false;
 };
 
 /// Shows progress, turns Ctrl+C into a pause, and files the results log.
@@ -85,15 +86,17 @@ class Watch final : public MailshotObserver {
 
 /// Rows of the campaign after the run.
 struct RowsLeft {
+  int all = 0;
   int processed = 0;
   int left = 0;
   int inDoubt = 0;
 };
 
+/// \param condition  " AND ...", or empty
 int CountRows(Statements& statements, const QString& condition, int campaignId) {
   Recordset rows;
-  return statements.dbRunCommand(QStringLiteral("SELECT Count(1) FROM [Campaign Results] WHERE ") + condition +
-                                     QStringLiteral(" AND CampaignID = ") + QString::number(campaignId),
+  return statements.dbRunCommand(QStringLiteral("SELECT Count(1) FROM [Campaign Results] WHERE CampaignID = ") +
+                                     QString::number(campaignId) + condition,
                                  true, CommandType::kText, rows);
 }
 
@@ -106,7 +109,8 @@ int CountDoubt(Connection& connection, int campaignId) {
 
 RowsLeft CountLeft(Application& app, int campaignId) {
   RowsLeft rows;
-  const QString flagged = QStringLiteral("(Send_SMS = 1 OR Send_Email = 1)");
+  const QString flagged = QStringLiteral(" AND (Send_SMS = 1 OR Send_Email = 1)");
+  rows.all = CountRows(app.statements, {}, campaignId);
   rows.processed = CountRows(app.statements, flagged + QStringLiteral(" AND Processed = 1"), campaignId);
   rows.left = CountRows(app.statements, flagged + QStringLiteral(" AND Processed = 0"), campaignId);
   try {
@@ -137,25 +141,55 @@ int ExitCodeOf(const MailshotSummary& summary, const RowsLeft& rows, const Headl
   return failed ? kSomeFailed : kDone;
 }
 
+/// Why a run that was not refused had nothing to do; null when it had.
+const char* NothingToDo(const MailshotSummary& summary, const RowsLeft& rows, int code) {
+  if (summary.end == MailshotEnd::kNothingLeft) return "all_processed";
+  if (summary.end != MailshotEnd::kRefused || code != kDone) return nullptr;
+  return rows.all == 0 ? "not_queried" : "not_flagged";
+}
+
+/// What the window says about it, it said; this is what comes next on a command line.
+void SayWhatIsMissing(const RowsLeft& rows, int campaignId) {
+  if (rows.processed + rows.left > 0) return;
+  const QString hint = rows.all == 0
+                           ? QStringLiteral("The campaign has no rows: \"query %1\" selects them.")
+                           : QStringLiteral("No row is flagged: \"results %1 --send-by sms=0 email=0\" flags them.");
+  PrintNote(hint.arg(campaignId));
+}
+
 /// Null where no text was due, so that nobody worked it out.
 QJsonValue CreditsOf(const MailshotSummary& summary, int CreditNeed::*part) {
   return summary.credits ? QJsonValue(*summary.credits.*part) : QJsonValue();
 }
 
-void Print(Program& program, const MailshotSummary& summary, const RowsLeft& rows, bool dryRun) {
+/// What `send` says at its end.
+struct SendReport {
+  MailshotSummary summary;
+  RowsLeft rows;
+  bool dryRun;
+  const char* nothing;
+  int code;
+};
+
+void Print(Program& program, const SendReport& report) {
+  const auto& [summary, rows, dryRun, nothing, code] = report;
   if (program.json) {
-    PrintJson(QJsonObject{{QStringLiteral("sms_sent"), summary.smsSent},
-                          {QStringLiteral("sms_failed"), summary.smsFailed},
-                          {QStringLiteral("email_sent"), summary.emailSent},
-                          {QStringLiteral("email_failed"), summary.emailFailed},
-                          {QStringLiteral("processed"), rows.processed},
-                          {QStringLiteral("left"), rows.left},
-                          {QStringLiteral("in_doubt"), rows.inDoubt},
-                          {QStringLiteral("left_out"), summary.leftOut},
-                          {QStringLiteral("delivered_before"), summary.deliveredBefore},
-                          {QStringLiteral("credits_required"), CreditsOf(summary, &CreditNeed::toGo)},
-                          {QStringLiteral("credits_in_all"), CreditsOf(summary, &CreditNeed::inAll)},
-                          {QStringLiteral("log"), QJsonArray::fromStringList(program.desk.resultsLog.Lines())}});
+    QJsonObject object{{QStringLiteral("sms_sent"), summary.smsSent},
+                       {QStringLiteral("sms_failed"), summary.smsFailed},
+                       {QStringLiteral("email_sent"), summary.emailSent},
+                       {QStringLiteral("email_failed"), summary.emailFailed},
+                       {QStringLiteral("processed"), rows.processed},
+                       {QStringLiteral("left"), rows.left},
+                       {QStringLiteral("in_doubt"), rows.inDoubt},
+                       {QStringLiteral("left_out"), summary.leftOut},
+                       {QStringLiteral("delivered_before"), summary.deliveredBefore},
+                       {QStringLiteral("credits_required"), CreditsOf(summary, &CreditNeed::toGo)},
+                       {QStringLiteral("credits_in_all"), CreditsOf(summary, &CreditNeed::inAll)},
+                       {QStringLiteral("dry_run"), dryRun},
+                       {QStringLiteral("nothing"), nothing ? QJsonValue(QLatin1String(nothing)) : QJsonValue()},
+                       {QStringLiteral("log"), QJsonArray::fromStringList(program.desk.resultsLog.Lines())}};
+    if (code == kRefused) object.insert(QStringLiteral("error"), ErrorJson()[QStringLiteral("error")]);
+    PrintJson(object);
     return;
   }
   for (const QString& line : program.desk.resultsLog.Lines())
@@ -194,10 +228,15 @@ int Send(Program& program, const SendArguments& arguments) {
   program.desk.resultsLog.SetSink({});
   const RowsLeft rows = CountLeft(app, record.ID);
   program.ui.EndProgress();
-  const int code = ExitCodeOf(summary, rows, program.ui);
+  int code = ExitCodeOf(summary, rows, program.ui);
+  const char* nothing = NothingToDo(summary, rows, code);
+  if (nothing) SayWhatIsMissing(rows, record.ID);
+  if (nothing && arguments.nothingIsAnError)
+    code = Refuse(Reason::kNothingToSend,
+                  QStringLiteral("Nothing was sent, which is an error here (--nothing-is-an-error)."));
   // A person is not shown the summary of a run that did not take place; a script always finds the same keys.
   const bool refused = code == kRefused && summary.end != MailshotEnd::kFailed;
-  if (program.json || !refused) Print(program, summary, rows, arguments.dryRun);
+  if (program.json || !refused) Print(program, {summary, rows, arguments.dryRun, nothing, code});
   return code;
 }
 
@@ -218,6 +257,8 @@ void AddSendCommand(Runner& runner) {
                    "Where one half of a row failed, send the half that was delivered again, too");
   command.add_flag("--keep-going", arguments->keepGoing,
                    "Go on with a channel whose server failed three times in a row (without it that channel pauses)");
+  command.add_flag("--nothing-is-an-error", arguments->nothingIsAnError,
+                   "End with 1 when nothing is flagged, or everything was processed (without it: 0)");
   command.footer(
       "Example: marketingctl --folder garage --user Pat send 12 --yes\n"
       "Ctrl+C pauses after the current row; the next send goes on. Exit codes: 3 some rows failed or are in doubt, 4 "

@@ -23,6 +23,7 @@ TEST(MarketingCtl, SendsEveryRowOnceAndMarksIt) {
   const int credits = Number(garage.Done("credits"), "credits");
 
   const QJsonValue dry = garage.Done("send %1 --dry-run", {id});
+  EXPECT_TRUE(Flag(dry, "dry_run") && At(dry, "nothing").isNull());
   for (const char* all : {"sms_sent", "email_sent", "left"})
     EXPECT_EQ(Number(dry, all), count) << all;
   EXPECT_EQ(Recorded(sandbox), 0) << "a dry run sent something";
@@ -56,6 +57,8 @@ TEST(MarketingCtl, SendsEveryRowOnceAndMarksIt) {
   // A second send finds nothing left, and leaves the log of the run that sent something.
   const QJsonValue again = garage.Done("send %1 --yes", {id});
   EXPECT_EQ(Number(again, "sms_sent") + Number(again, "email_sent"), 0);
+  EXPECT_EQ(Text(again, "nothing"), QStringLiteral("all_processed"));
+  EXPECT_FALSE(Flag(again, "dry_run"));
   EXPECT_EQ(Recorded(sandbox), 2 * count);
   EXPECT_EQ(At(garage.Done("log --campaign %1", {id}), "results"), At(sent, "log"));
 }

@@ -99,6 +99,7 @@ TEST(MarketingCtlRefuses, WhatCannotBeDone) {
   const Garage garage(20);
   garage.Done("options set SMS_Server 127.0.0.1:1");
   garage.Done("query 1");
+  EXPECT_EQ(Text(garage.Done("send 1"), "nothing"), QStringLiteral("not_flagged"));
   garage.Done("results 1 --send-by sms=0");
   ExpectRefusals(garage, {
                              {"campaigns show 99", 1, "Campaign not found!", "unknown_campaign"},
@@ -109,6 +110,8 @@ TEST(MarketingCtlRefuses, WhatCannotBeDone) {
                              {"results 1 --toggle 987654 Processed --yes", 1, "has no row 987654", "unknown_row"},
                              {"send 99 --yes", 1, "Campaign not found!", "unknown_campaign"},
                              {"send 1 --yes", 1, "127.0.0.1:1", "gateway_away"},
+                             {"send 2", 0, "\"query 2\" selects them", ""},
+                             {"send 2 --nothing-is-an-error", 1, "No SMS or Emails to process", "nothing_to_send"},
                              {"credits", 1, "127.0.0.1:1", "gateway_away"},
                              {"options get Wings", 1, "There is no option \"Wings\"", "unknown_option"},
                          });
