@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "campaigns/campaign_list.h"
 #include "marketingctl/campaign_arguments.h"
+#include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
 #include "marketingctl/text_argument.h"
@@ -13,11 +13,12 @@ namespace qbx::ctl {
 namespace {
 
 struct QueryArguments {
-  std::optional<int> id;
+  std::string id;  ///< empty: a temporary campaign
   CampaignArguments settings;
   std::optional<std::string> model, campaignType, save;
   bool includeOptedOut = false;
   bool resetProcessed = false;
+  bool allowSameName = false;
 };
 
 /// What a stored campaign does not hold goes into the wizard's state.
@@ -80,7 +81,8 @@ bool StoreCompletion(Application& app, const WizardState& state) {
 
 int QueryStored(Program& program, const QueryArguments& arguments) {
   Application& app = program.app;
-  if (!app.campaignStorage.LoadCampaign(*arguments.id)) return kRefused;
+  const std::optional<int> id = FindCampaign(program, arguments.id);
+  if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
   program.desk.settings.SetupCampaignData();
   if (!ApplyUnstored(arguments, program.desk)) return kRefused;
   const int done = RunSteps(program);
@@ -100,8 +102,7 @@ int QueryTemporary(Program& program, const QueryArguments& arguments) {
   Application& app = program.app;
   CampaignRecord& record = app.campaign.record;
   const QString name = arguments.save ? TextArgument(*arguments.save) : QString();
-  if (arguments.save && !CampaignNameIsValid(name))
-    return Refuse(Reason::kInvalidName, QStringLiteral("Campaign Name is not valid."));
+  if (arguments.save && !NameMayBeUsed(program, name, arguments.allowSameName)) return kRefused;
   ApplyCampaignArguments(arguments.settings, app.startup.edition, record);
   program.desk.settings.SetupCampaignData();
   if (!ApplyUnstored(arguments, program.desk)) return kRefused;
@@ -125,7 +126,7 @@ int QueryTemporary(Program& program, const QueryArguments& arguments) {
 
 int Query(Program& program, const QueryArguments& arguments) {
   if (arguments.resetProcessed) program.ui.SetAnswer(Question::kResetProcessedResults, MessageAnswer::kYes);
-  return arguments.id ? QueryStored(program, arguments) : QueryTemporary(program, arguments);
+  return arguments.id.empty() ? QueryTemporary(program, arguments) : QueryStored(program, arguments);
 }
 
 }  // namespace
@@ -135,7 +136,8 @@ void AddQueryCommand(Runner& runner) {
   CLI::App& command = *runner.Root().add_subcommand(
       "query", "Select the rows of a campaign: the starting query, then filters and consent");
   CLI::Option* id =
-      command.add_option("ID", arguments->id, "A saved campaign; without it the flags below make a temporary one");
+      DeclareCampaign(command, arguments->id)
+          ->description("A saved campaign, by number or name; without it the flags below make a temporary one");
   DeclareCampaignArguments(command, arguments->settings);
   CLI::Option* query = command.get_option("--query");
   command.add_option("--model", arguments->model, "Model filter: vehicles whose model contains this text (not stored)");
@@ -147,15 +149,16 @@ void AddQueryCommand(Runner& runner) {
   command.add_option("--save", arguments->save, "Keep the temporary campaign and its rows under this name")
       ->needs(query)
       ->excludes(id);
+  DeclareAllowSameName(command, arguments->allowSameName);
   command.footer(
       "Examples: marketingctl --folder garage --user Pat query 12\n"
       "          marketingctl --folder garage --user Pat query --query \"Top Customers\" --records 25 --json");
   runner.AddCommand(command, [arguments](Program& program) {
-    if (!arguments->id && !arguments->settings.query) {
+    if (arguments->id.empty() && !arguments->settings.query) {
       Refuse(Reason::kUsage, QStringLiteral("query: name a saved campaign or a --query."));
       return static_cast<int>(kUsage);
     }
-    if (arguments->id && arguments->settings != CampaignArguments()) {
+    if (!arguments->id.empty() && arguments->settings != CampaignArguments()) {
       Refuse(Reason::kUsage,
              QStringLiteral("query: a saved campaign is run as it is saved; \"campaigns set\" changes it."));
       return static_cast<int>(kUsage);

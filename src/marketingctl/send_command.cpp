@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "dispatch/send_journal.h"
+#include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
 #include "marketingctl/results_log_file.h"
@@ -13,7 +14,7 @@ namespace qbx::ctl {
 namespace {
 
 struct SendArguments {
-  int id = 0;
+  std::string id;
   bool dryRun = false;
   bool yes = false;
   bool emailOnly = false;
@@ -215,7 +216,8 @@ int Send(Program& program, const SendArguments& arguments) {
   if (arguments.repeatDelivered) program.ui.SetAnswer(Question::kRepeatDelivered, MessageAnswer::kYes);
   if (arguments.keepGoing) program.ui.SetAnswer(Question::kGoOnSending, MessageAnswer::kYes);
   if (arguments.stopOnError) program.ui.SetAnswer(Question::kCancelQueuedEmails, MessageAnswer::kYes);
-  if (!app.campaignStorage.LoadCampaign(arguments.id)) return kRefused;
+  const std::optional<int> id = FindCampaign(program, arguments.id);
+  if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
 
   const CampaignRecord& record = app.campaign.record;
   ResultsLogFile file(app.log.Path(), record.ID);
@@ -246,7 +248,7 @@ void AddSendCommand(Runner& runner) {
   auto arguments = std::make_shared<SendArguments>();
   CLI::App& command =
       *runner.Root().add_subcommand("send", "Send the texts and e-mails of a campaign; goes on where a run stopped");
-  command.add_option("ID", arguments->id, "Number of the campaign")->required();
+  DeclareCampaign(command, arguments->id)->required();
   command.add_flag("--dry-run", arguments->dryRun, "Do everything but send and record, and print what would go");
   CLI::Option* yes =
       command.add_flag("--yes", arguments->yes, "Agree to spend SMS credits (without it texts are refused)");

@@ -109,6 +109,14 @@ TEST(MarketingCtl, CampaignsAreMadeChangedCopiedAndDeleted) {
       {id});
   const QString copy = QString::number(Number(garage.Done("campaigns copy %1 Second", {id}), "ID"));
   EXPECT_NE(copy, id);
+  // A name does for a number as long as one campaign has it; renaming to the own name changes nothing.
+  EXPECT_EQ(Number(garage.Done("campaigns rename second Second"), "ID"), copy.toInt());
+  const QString longName = QStringLiteral("Second ").repeated(9);
+  const CtlResult cut = garage.Run("campaigns copy second %1", {longName});
+  EXPECT_TRUE(cut.err.contains("cut to \"" + longName.left(40).toUtf8())) << cut.err.constData();
+  const QString twin = QString::number(Number(garage.Done("campaigns new SECOND --allow-same-name"), "ID"));
+  EXPECT_EQ(garage.Run("campaigns show second").Error(), QStringLiteral("ambiguous_name"));
+  garage.Done("campaigns delete %1", {twin});
   garage.Done("campaigns delete %1", {id});
   EXPECT_EQ(garage.Run("campaigns show %1", {id}).code, 1);
 

@@ -63,7 +63,7 @@ TEST(MarketingCtlRefuses, CommandLinesThatMakeNoSense) {
                              {"", 2, "subcommand"},
                              {"fly", 2, "There is no command \"fly\""},
                              {"campaigns fly", 2, "There is no command \"fly\""},
-                             {"campaigns show twelve", 2, "ID"},
+                             {"campaigns show 99999999999", 2, "ID"},
                              {"campaigns set 1 --wings 2", 2, "--wings"},
                              {"campaigns set 1 --from 31.12.2026", 2, "yyyy-mm-dd"},
                              {"campaigns set 1 --to 2026-02-30", 2, "yyyy-mm-dd"},
@@ -103,10 +103,15 @@ TEST(MarketingCtlRefuses, WhatCannotBeDone) {
   garage.Done("options set SMS_Server 127.0.0.1:1");
   garage.Done("query 1");
   EXPECT_EQ(Text(garage.Done("send 1"), "nothing"), QStringLiteral("not_flagged"));
+  garage.Done("campaigns new Everybody");
   garage.Done("results 1 --send-by sms=0");
   ExpectRefusals(garage, {
                              {"campaigns show 99", 1, "Campaign not found!", "unknown_campaign"},
                              {"campaigns show -5", 1, "Campaign not found!", "unknown_campaign"},
+                             {"campaigns show twelve", 1, "no campaign \"twelve\"", "unknown_campaign"},
+                             {"campaigns new EVERYBODY", 1, "--allow-same-name", "name_taken"},
+                             {"campaigns copy 1 Everybody", 1, "--allow-same-name", "name_taken"},
+                             {"campaigns rename 1 Everybody", 1, "--allow-same-name", "name_taken"},
                              {"campaigns delete 99", 1, "Campaign not found!", "unknown_campaign"},
                              {"query -5", 1, "Campaign not found!", "unknown_campaign"},
                              {"results 99", 1, "Campaign not found!", "unknown_campaign"},
