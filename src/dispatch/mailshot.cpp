@@ -1,6 +1,7 @@
 #include "dispatch/mailshot.h"
 
 #include "dispatch/mailshot_run.h"
+#include "dispatch/reminders_over.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -106,6 +107,8 @@ void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templ
     Tell(*refusal);
     return;
   }
+  const QString over = RemindersOverText(services_.statements, campaignId, services_.diagnostics.clock.Today());
+  if (!over.isEmpty()) services_.resultsLog.LogProcessResult(over);
   MailshotPlan plan{.campaignId = campaignId, .mode = mode};
   plan.repeatDelivered = AskAboutDelivered(campaignId, summary);
   const bool textsOutstanding = counters.sms - counters.smsSent > 0;

@@ -73,16 +73,18 @@ int New(Program& program, const CampaignsArguments& arguments) {
   if (!NameMayBeUsed(program, name, arguments.allowSameName)) return kRefused;
   CampaignRecord& record = program.app.campaign.record;
   record.Campaign_Name = name;
-  ApplyCampaignArguments(arguments.settings, program.app.startup.edition, record);
+  ApplyCampaignArguments(arguments.settings, program.app.startup.edition, program.app.clock.Today(), record);
+  CheckStoredDates(arguments.settings, record);
   return program.app.campaignStorage.SaveCampaign() ? PrintId(program, program.app.campaign.record.ID)
                                                     : static_cast<int>(kRefused);
 }
 
 int SetCampaign(Program& program, int id, const CampaignsArguments& arguments) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
-  ApplyCampaignArguments(arguments.settings, program.app.startup.edition, program.app.campaign.record);
-  return program.app.campaignStorage.UpdateCampaign() ? PrintId(program, program.app.campaign.record.ID)
-                                                      : static_cast<int>(kRefused);
+  CampaignRecord& record = program.app.campaign.record;
+  ApplyCampaignArguments(arguments.settings, program.app.startup.edition, program.app.clock.Today(), record);
+  CheckStoredDates(arguments.settings, record);
+  return program.app.campaignStorage.UpdateCampaign() ? PrintId(program, record.ID) : static_cast<int>(kRefused);
 }
 
 int Copy(Program& program, int id, const CampaignsArguments& arguments) {

@@ -7,6 +7,8 @@
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
 #include "marketingctl/text_argument.h"
+#include "queries/date_check.h"
+#include "wizard/dates_over.h"
 
 namespace qbx::ctl {
 
@@ -31,6 +33,20 @@ bool ApplyUnstored(const QueryArguments& arguments, CampaignDesk& desk) {
   if (!arguments.includeOptedOut) return true;
   desk.selection.IncludeOptedOutClick(true);
   return desk.state.filters.chkIncludeOptedOut;
+}
+
+/// The wizard does not take over dates before `kEarliestStoredYear`; here the query runs with the dates that were given or are stored.
+void TakeDates(const CampaignRecord& record, QueryOptions& options) {
+  for (const auto& [date, i] : {std::pair(record.Date1.date(), 0U), std::pair(record.Date2.date(), 1U)}) {
+    QueryOptions probe{.dteDate = {date, date}};
+    if (CheckDates(probe)) options.dteDate[i] = date;
+  }
+}
+
+void WarnOfDates(Program& program) {
+  const QString text =
+      DatesOverText(program.app.campaign.record.CampaignTypeID, program.desk.state.options, program.app.clock.Today());
+  if (!text.isEmpty()) PrintNote(text);
 }
 
 /// Both steps, as "Next >" twice. The notices of the second are shown.
@@ -84,6 +100,10 @@ int QueryStored(Program& program, const QueryArguments& arguments) {
   const std::optional<int> id = FindCampaign(program, arguments.id);
   if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
   program.desk.settings.SetupCampaignData();
+  CampaignRecord dated = app.campaign.record;
+  ApplyCampaignArguments(arguments.settings, app.startup.edition, app.clock.Today(), dated);
+  TakeDates(dated, program.desk.state.options);
+  WarnOfDates(program);
   if (!ApplyUnstored(arguments, program.desk)) return kRefused;
   const int done = RunSteps(program);
   if (done > 0 && !StoreCompletion(app, program.desk.state)) return kRefused;
@@ -103,8 +123,11 @@ int QueryTemporary(Program& program, const QueryArguments& arguments) {
   CampaignRecord& record = app.campaign.record;
   const QString name = arguments.save ? TextArgument(*arguments.save) : QString();
   if (arguments.save && !NameMayBeUsed(program, name, arguments.allowSameName)) return kRefused;
-  ApplyCampaignArguments(arguments.settings, app.startup.edition, record);
+  ApplyCampaignArguments(arguments.settings, app.startup.edition, app.clock.Today(), record);
+  if (arguments.save) CheckStoredDates(arguments.settings, record);
   program.desk.settings.SetupCampaignData();
+  TakeDates(record, program.desk.state.options);
+  WarnOfDates(program);
   if (!ApplyUnstored(arguments, program.desk)) return kRefused;
   if (RunSteps(program) < 2) {
     RemoveRows(program);
@@ -158,9 +181,11 @@ void AddQueryCommand(Runner& runner) {
       Refuse(Reason::kUsage, QStringLiteral("query: name a saved campaign or a --query."));
       return static_cast<int>(kUsage);
     }
-    if (!arguments->id.empty() && arguments->settings != CampaignArguments()) {
-      Refuse(Reason::kUsage,
-             QStringLiteral("query: a saved campaign is run as it is saved; \"campaigns set\" changes it."));
+    CampaignArguments beyondDates = arguments->settings;
+    beyondDates.from = beyondDates.to = std::nullopt;
+    if (!arguments->id.empty() && beyondDates != CampaignArguments()) {
+      Refuse(Reason::kUsage, QStringLiteral("query: a saved campaign is run as it is saved, but for --from and --to; "
+                                            "\"campaigns set\" changes it."));
       return static_cast<int>(kUsage);
     }
     return Query(program, *arguments);

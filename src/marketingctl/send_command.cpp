@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "dispatch/reminders_over.h"
 #include "dispatch/send_journal.h"
 #include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
@@ -220,6 +221,8 @@ int Send(Program& program, const SendArguments& arguments) {
   if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
 
   const CampaignRecord& record = app.campaign.record;
+  const QString over = RemindersOverText(app.statements, record.ID, app.clock.Today());
+  if (!over.isEmpty()) PrintNote(over);
   ResultsLogFile file(app.log.Path(), record.ID);
   Watch watch(program.ui, arguments.dryRun ? nullptr : &file, arguments.stopOnError ? &app.statements : nullptr);
   program.desk.resultsLog.SetSink([&watch](const QString& line) { watch.Line(line); });

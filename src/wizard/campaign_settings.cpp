@@ -13,8 +13,6 @@ namespace qbx {
 
 namespace {
 
-constexpr int kEarliestStoredYear = 1996;
-
 // The stored flags and conditions of the filters, by the numbers of their controls; the model filter is not stored.
 constexpr bool CampaignRecord::*kUseFields[] = {&CampaignRecord::Marketing, &CampaignRecord::UseCustType,
                                                 &CampaignRecord::UseEnquirySource, &CampaignRecord::UseLastKnownMileage,

@@ -96,6 +96,25 @@ TEST(MarketingCtl, ATemporaryQueryLeavesNoRowsBehind) {
   EXPECT_EQ(garage.Rows("results %1", {QString::number(id)}).size(), 0);
 }
 
+TEST(MarketingCtl, DatesOfACallHoldForThatCall) {
+  const Garage garage;
+  const auto found = [&](const char* line) {
+    return Number(garage.Done(line, {QStringLiteral("Recent Customers")}), "step1");
+  };
+  // Dates from before 1996, which a saved campaign does not keep, count as well.
+  EXPECT_GT(found("query --query %1 --from 1992-01-01 --to today"), found("query --query %1 --from -2w --to today"));
+  garage.Done("campaigns set 2 --from month-start-1m --to month-end-1m");
+  const QJsonValue stored = garage.Done("campaigns show 2");
+  EXPECT_EQ(At(stored, "Date2").toString(),
+            QDate(QDate::currentDate().year(), QDate::currentDate().month(), 1).addDays(-1).toString(Qt::ISODate));
+  EXPECT_TRUE(garage.Run("query 2").err.contains("dates are over"));
+  EXPECT_FALSE(garage.Run("query 2 --from month-start+1m --to month-end+1m").err.contains("dates are over"));
+  EXPECT_EQ(At(garage.Done("campaigns show 2"), "Date2"), At(stored, "Date2"));
+  // Rows tell of their own dates, whatever the campaign says.
+  garage.Sql("UPDATE [Campaign Results] SET Recall_Date = '2020-05-31', Send_SMS = 1");
+  EXPECT_TRUE(garage.Run("send 2 --dry-run").err.contains("due on 31/05/2020"));
+}
+
 TEST(MarketingCtl, CampaignsAreMadeChangedCopiedAndDeleted) {
   const Garage garage;
   const QString text = QString::fromUtf8("O'Neil; \"50%\" \u20ac20 --now");
