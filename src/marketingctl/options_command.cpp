@@ -3,6 +3,7 @@
 #include <memory>
 #include <set>
 
+#include "marketingctl/closest_name.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/option_values.h"
 #include "marketingctl/output.h"
@@ -40,8 +41,12 @@ QString Shown(const Application& app, const OptionKey& key) {
 }
 
 int UnknownKey(const std::string& name) {
+  QStringList names;
+  for (const OptionKey& key : OptionKeys())
+    names << QLatin1String(key.name);
   return Refuse(Reason::kUnknownOption, QStringLiteral("There is no option \"") + QString::fromStdString(name) +
-                                            QStringLiteral("\". \"options list\" shows all."));
+                                            QStringLiteral("\". \"options list\" shows all.") +
+                                            DidYouMean(QString::fromStdString(name), names));
 }
 
 int ListOptions(Program& program) {

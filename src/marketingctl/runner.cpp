@@ -4,9 +4,11 @@
 #include <cstdio>
 #include <string_view>
 
+#include "marketingctl/closest_name.h"
 #include "marketingctl/output.h"
 #include "marketingctl/start_checks.h"
 #include "startup/folders.h"
+#include "startup/program_version.h"
 
 namespace qbx::ctl {
 
@@ -16,11 +18,36 @@ QString Text(const std::string& text) {
   return QString::fromStdString(text);
 }
 
+/// The command that was named last.
+const CLI::App& Innermost(const CLI::App& root) {
+  const CLI::App* app = &root;
+  while (!app->get_subcommands().empty())
+    app = app->get_subcommands().back();
+  return *app;
+}
+
+QStringList FlagNames(const CLI::App& app) {
+  QStringList names;
+  for (const CLI::Option* option : app.get_options()) {
+    for (const std::string& name : option->get_lnames())
+      names << QStringLiteral("--") + Text(name);
+  }
+  return names;
+}
+
 }  // namespace
+
+QStringList CommandNames(const CLI::App& app) {
+  QStringList names;
+  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+    names << Text(command->get_name());
+  return names;
+}
 
 Runner::Runner(CLI::App& root) : root_(root) {
   root_.require_subcommand(1);
   root_.fallthrough();
+  root_.set_version_flag("--version", "marketingctl " + ProgramVersion().toStdString(), "Print the version");
   root_
       .add_option("--folder", flags_.folder,
                   "Program folder: INI file, database, log and registry/ (default: QBX_PROGRAM_FOLDER)")
@@ -75,8 +102,14 @@ int Runner::Parse(int argc, char** argv) {
 int Runner::Misused(const CLI::ParseError& error) const {
   const std::vector<std::string> strange = root_.remaining(true);
   const bool unknownCommand = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !strange.empty();
-  const std::string text = unknownCommand ? "There is no command \"" + strange.front() + "\"." : error.what();
-  Refuse(Reason::kUsage, QString::fromStdString(text));
+  QString text = Text(unknownCommand ? "There is no command \"" + strange.front() + "\"." : error.what());
+  if (!strange.empty()) {
+    const CLI::App& innermost = Innermost(root_);
+    const QStringList known = unknownCommand ? CommandNames(innermost) : FlagNames(innermost) + FlagNames(root_);
+    if (!text.endsWith(QLatin1Char('.'))) text += QLatin1Char('.');
+    text += DidYouMean(Text(strange.front()), known);
+  }
+  Refuse(Reason::kUsage, text);
   std::fprintf(stderr, "Try --help.\n");
   return kUsage;
 }

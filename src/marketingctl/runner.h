@@ -33,6 +33,9 @@ struct Program {
   bool json;
 };
 
+/// The names of the commands below one.
+[[nodiscard]] QStringList CommandNames(const CLI::App& app);
+
 /// Collects the commands, runs the one that the command line names.
 class Runner {
  public:

@@ -5,6 +5,7 @@
 
 #include "settings/edition_names.h"
 #include "startup/command_line.h"
+#include "startup/program_version.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -13,7 +14,7 @@ namespace {
 constexpr int kMaxRunKey = 36;
 
 void SetVersions(StartupValues& startup) {
-  const QVersionNumber version = QVersionNumber::fromString(QStringLiteral(QBX_VERSION));
+  const QVersionNumber version = QVersionNumber::fromString(ProgramVersion());
   const int revision = version.microVersion();
   startup.shortVersion = QStringLiteral("%1.%2").arg(version.majorVersion()).arg(version.minorVersion());
   startup.fullVersion = QStringLiteral("%1.%2").arg(startup.shortVersion).arg(revision);

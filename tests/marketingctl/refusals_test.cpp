@@ -49,11 +49,27 @@ TEST(MarketingCtlHelp, EveryCommandExplainsItselfWithAnExample) {
                               "credits",
                               "send",
                               "log",
-                              "encipher"}) {
+                              "encipher",
+                              "help"}) {
     const CtlResult help = RunCtl(Words(command) << QStringLiteral("--help"));
     EXPECT_EQ(help.code, 0) << command;
     EXPECT_TRUE(help.out.contains("Example")) << command;
     EXPECT_TRUE(help.err.isEmpty()) << command << ": " << help.err.constData();
+  }
+}
+
+TEST(MarketingCtlHelp, TopicsAndVersionsNeedNoDatabase) {
+  EXPECT_TRUE(RunCtl(Words("send --version")).out.startsWith("marketingctl "));
+  EXPECT_TRUE(RunCtl(Words("help fields")).out.contains("{duedate}"));
+  EXPECT_TRUE(RunCtl(Words("help queries")).out.contains("Reminder Date"));
+  EXPECT_TRUE(RunCtl(Words("help campaigns new")).out.contains("campaigns new"));
+  // What scripts may rely on is written down.
+  QFile file(QStringLiteral(QBX_DOCS "headless.md"));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray document = file.readAll();
+  for (const QJsonValue& row : RunCtl(Words("help errors --json")).Rows()) {
+    const QString line = QStringLiteral("| `%1` | %2 |").arg(Text(row, "code"), Text(row, "meaning"));
+    EXPECT_TRUE(document.contains(line.toUtf8())) << line.toStdString();
   }
 }
 
@@ -62,6 +78,9 @@ TEST(MarketingCtlRefuses, CommandLinesThatMakeNoSense) {
   ExpectRefusals(garage, {
                              {"", 2, "subcommand"},
                              {"fly", 2, "There is no command \"fly\""},
+                             {"campaign list", 2, "Did you mean campaigns?"},
+                             {"campaigns set 1 --form today", 2, "Did you mean --from?"},
+                             {"help sned", 2, "Did you mean send?"},
                              {"campaigns fly", 2, "There is no command \"fly\""},
                              {"campaigns show 99999999999", 2, "ID"},
                              {"campaigns set 1 --wings 2", 2, "--wings"},
