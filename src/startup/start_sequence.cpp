@@ -79,7 +79,7 @@ void StartSequence::Prepare() {
   StartupValues& startup = parts_.startup;
   startup.DatabaseSuffix.clear();
   SetVersions(startup);
-  startup.edition = DetectEdition(startup.ProgramFolder);
+  startup.edition = EditionOfFolder(startup.ProgramFolder, parts_.ini);
   ReadIniFile();
   WorkOutEditionNames(startup);
 }
@@ -87,7 +87,6 @@ void StartSequence::Prepare() {
 void StartSequence::ReadIniFile() {
   const QString section = QStringLiteral("App");
   StartupValues& startup = parts_.startup;
-  ApplyEditionCode(startup.edition, parts_.ini.Read(section, QStringLiteral("Name"), QStringLiteral("KO")));
   startup.customerCode = parts_.ini.Read(section, QStringLiteral("Customer")).toLower();
   const QString debug = parts_.ini.Read(section, QStringLiteral("Debug"), QStringLiteral("NO"));
   startup.debug = EqualsNoCase(TrimBlanks(debug), QStringLiteral("YES"));

@@ -154,6 +154,15 @@ TEST(MarketingCtlRefuses, WhatCannotBeDone) {
     EXPECT_TRUE(again.err.contains("--replace")) << again.err.constData();
   }
   EXPECT_EQ(garage.Folder().Read(QStringLiteral("QBXKorvelManager.db")), before);
+  // A database is made where the program looks for it: of the edition that the INI file says, and never outside the folder.
+  const TempFolder boats;
+  boats.Write(QStringLiteral("qbx.ini"), "[App]\nName=MX\n");
+  for (const char* name : {"../outside", "a;b", "master", " "}) {
+    const CtlResult outside = RunCtl({"init", boats.Path(), "--json", "--database", name});
+    EXPECT_EQ(outside.Error(), QStringLiteral("invalid_name")) << name;
+  }
+  EXPECT_EQ(RunCtl({"init", boats.Path()}).code, 0);
+  EXPECT_TRUE(boats.Names().contains(QStringLiteral("QBXMarnexManager.db")));
 }
 
 TEST(MarketingCtlRefuses, TextsWithoutAgreementToTheirCredits) {
