@@ -57,12 +57,19 @@ def parse_arguments(arguments):
     add("--smtp-password", metavar="PW", help='password of the mail account (default: any but "wrong")')
     add("--auth-needs-tls", action="store_true", help="refuse a log-in to the mail server without TLS")
     add("--with-parent", action="store_true", help="end when the process that started the sandbox ends")
+    add("--version", action="version", version="sandbox " + _version())
     options = parser.parse_args(arguments)
     if (options.client is None) != (options.password is None):
         parser.error("--client and --password belong together")
     if (options.smtp_user is None) != (options.smtp_password is None):
         parser.error("--smtp-user and --smtp-password belong together")
     return options
+
+
+def _version() -> str:
+    """The launcher of the build tree says it, an installed sandbox has it beside itself."""
+    file = Path(__file__).resolve().parent.parent / "VERSION"
+    return os.environ.get("QBX_VERSION") or (file.read_text().strip() if file.exists() else "unknown")
 
 
 def _port(text: str) -> int:

@@ -43,6 +43,14 @@ std::optional<std::vector<CampaignHistoryRow>> LoadCampaignHistory(Statements& s
   return list;
 }
 
+std::vector<int> CampaignsNamed(const std::vector<CampaignListRow>& list, const QString& name) {
+  std::vector<int> named;
+  for (const CampaignListRow& row : list) {
+    if (EqualsNoCase(TrimBlanks(row.Campaign_Name), TrimBlanks(name))) named.push_back(row.ID);
+  }
+  return named;
+}
+
 bool CampaignNameIsValid(const QString& name) {
   return !TrimBlanks(name).isEmpty();
 }

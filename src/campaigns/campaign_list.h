@@ -36,6 +36,9 @@ inline constexpr int kInitialHistoryEvents = 50;
 /// \return nothing when the database failed (already reported, unless it was never connected)
 [[nodiscard]] std::optional<std::vector<CampaignListRow>> LoadCampaigns(Statements& statements);
 
+/// The campaigns that have a name; its case and blanks around it do not matter.
+[[nodiscard]] std::vector<int> CampaignsNamed(const std::vector<CampaignListRow>& list, const QString& name);
+
 /// The history, in the host's order.
 /// \param viewAll  every event instead of the most recent `kInitialHistoryEvents`
 /// \return nothing when the database failed (already reported, unless it was never connected)

@@ -135,7 +135,8 @@ bool CampaignStorage::LoadCampaign(int campaignId) {
     SetId(current_.record.ID);
   });
   if (ran && !found) {
-    diagnostics_.ui.ShowMessage({.text = u"Campaign not found!"_qs, .icon = MessageIcon::kExclamation});
+    diagnostics_.ui.ShowMessage(
+        {.text = u"Campaign not found!"_qs, .icon = MessageIcon::kExclamation, .reason = Reason::kUnknownCampaign});
   }
   return found;
 }

@@ -153,7 +153,8 @@ void DatabaseConnector::ReadFileFolder() {
 }
 
 std::optional<DatabaseError> DatabaseConnector::LeaveMaster(const Target& target) {
-  QString status = ReadStatus(target.database);
+  const std::optional<QString> read = ReadStatus(target.database);
+  QString status = read.value_or(QString());
   if (status == kSuspect) {
     // Nothing that could be offered here mends a damaged file; opening it tells what is wrong with it.
     flags_.status = DatabaseStatus::kNotAvailable;
@@ -164,14 +165,14 @@ std::optional<DatabaseError> DatabaseConnector::LeaveMaster(const Target& target
   }
   if (status != kOnline) {
     flags_.status = DatabaseStatus::kNotAvailable;
-    if (!AskToBringOnline(status)) {
+    if (!AskToBringOnline(status, read && status.isEmpty() ? Reason::kNoDatabase : Reason::kDatabaseAway)) {
       flags_.status = DatabaseStatus::kDeclined;
       diagnostics_.status.Close();
       return std::nullopt;
     }
     diagnostics_.status.ShowStatus(QStringLiteral("Attempting to bring the database online"));
     statements_.dbExecute(QLatin1String("ALTER DATABASE [") + target.database + QLatin1String("] SET ONLINE"));
-    status = ReadStatus(target.database);
+    status = ReadStatus(target.database).value_or(QString());
   }
   std::optional<DatabaseError> failure;
   if (status == kOnline) {
@@ -182,18 +183,19 @@ std::optional<DatabaseError> DatabaseConnector::LeaveMaster(const Target& target
   return failure;
 }
 
-QString DatabaseConnector::ReadStatus(const QString& database) {
+std::optional<QString> DatabaseConnector::ReadStatus(const QString& database) {
   Recordset records;
   const QString sql = QLatin1String("SELECT DATABASEPROPERTYEX(") + SqlQuoted(database) + QLatin1String(", 'Status')");
-  if (statements_.dbOpenRec(records, sql) || records.Eof()) return {};
+  if (statements_.dbOpenRec(records, sql) || records.Eof()) return std::nullopt;
   return records.Field(0).ToText().toUpper();
 }
 
-bool DatabaseConnector::AskToBringOnline(const QString& status) {
+bool DatabaseConnector::AskToBringOnline(const QString& status, Reason reason) {
   return diagnostics_.ui.ShowMessage({.text = QuestionToBringOnline(status),
                                       .icon = MessageIcon::kQuestion,
                                       .buttons = MessageButtons::kYesNo,
-                                      .question = Question::kBringDatabaseOnline}) == MessageAnswer::kYes;
+                                      .question = Question::kBringDatabaseOnline,
+                                      .reason = reason}) == MessageAnswer::kYes;
 }
 
 void DatabaseConnector::ReportFailure(const QString& server, const Login& login, const DatabaseError& error) {

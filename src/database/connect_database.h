@@ -85,8 +85,9 @@ class DatabaseConnector {
   /// Looks at the status of the database behind a connection with "master" and opens it when it is, or can be brought,
   /// online.
   std::optional<DatabaseError> LeaveMaster(const Target& target);
-  [[nodiscard]] QString ReadStatus(const QString& database);
-  [[nodiscard]] bool AskToBringOnline(const QString& status);
+  /// Empty for a database that the server does not know; nothing when the server did not say.
+  [[nodiscard]] std::optional<QString> ReadStatus(const QString& database);
+  [[nodiscard]] bool AskToBringOnline(const QString& status, Reason reason);
   void ReportFailure(const QString& server, const Login& login, const DatabaseError& error);
   [[nodiscard]] bool AskToStartService(const QString& message);
   void OpenFirewall();

@@ -17,7 +17,8 @@ QString DetailText(int location, const QString& description, bool serious) {
 
 }  // namespace
 
-void ErrorReport::ShowError(int location, const QString& procedure, const QString& description, bool serious) {
+void ErrorReport::ShowError(int location, const QString& procedure, const QString& description, bool serious,
+                            Reason reason) {
   const QString detail = DetailText(location, description, serious);
   log_.WriteLog(QLatin1String("ERROR: ") + detail + QLatin1String(" (in ") + procedure + u')');
   const QString advice = serious ? QStringLiteral("You should cancel any unsaved changes and restart the application.")
@@ -27,7 +28,8 @@ void ErrorReport::ShowError(int location, const QString& procedure, const QStrin
   ui_.ShowMessage({.text = QLatin1String("An unexpected error occured.\r\r") + detail + QLatin1String("\r\r") + advice,
                    .icon = MessageIcon::kExclamation,
                    .title = QStringLiteral("Error"),
-                   .defaultAnswer = MessageAnswer::kOk});
+                   .defaultAnswer = MessageAnswer::kOk,
+                   .reason = reason});
 }
 
 }  // namespace qbx

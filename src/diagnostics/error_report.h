@@ -25,7 +25,9 @@ class ErrorReport {
   /// \param location   number of the place, shown and used as the event's key
   /// \param procedure  routine or module that failed, for the log
   /// \param serious    asks the user to restart instead of to call
-  void ShowError(int location, const QString& procedure, const QString& description, bool serious = false);
+  /// \param reason     what a script is told
+  void ShowError(int location, const QString& procedure, const QString& description, bool serious = false,
+                 Reason reason = Reason::kOther);
 
  private:
   const LogFile& log_;

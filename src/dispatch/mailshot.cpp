@@ -1,6 +1,7 @@
 #include "dispatch/mailshot.h"
 
 #include "dispatch/mailshot_run.h"
+#include "dispatch/reminders_over.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -60,7 +61,9 @@ MailshotSummary Mailshot::Send(int campaignId, const MailshotTemplates& template
     return {};
   }
   if (services_.options.ReadFailed) {
-    Tell({.text = QString::fromLatin1(kOptionsUnreadText), .icon = MessageIcon::kExclamation});
+    Tell({.text = QString::fromLatin1(kOptionsUnreadText),
+          .icon = MessageIcon::kExclamation,
+          .reason = Reason::kOptionsUnread});
     return {};
   }
   services_.state.StopSending = false;
@@ -103,6 +106,8 @@ void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templ
     Tell(*refusal);
     return;
   }
+  const QString over = RemindersOverText(services_.statements, campaignId, services_.diagnostics.clock.Today());
+  if (!over.isEmpty()) services_.resultsLog.LogProcessResult(over);
   MailshotPlan plan{.campaignId = campaignId, .mode = mode};
   plan.repeatDelivered = AskAboutDelivered(campaignId, summary);
   const bool textsOutstanding = counters.sms - counters.smsSent > 0;
@@ -146,7 +151,8 @@ Mailshot::Credits Mailshot::CheckCredits(const MailshotPlan& plan, const QString
     return Credits::kSendAll;  // no text will go, so the gateway is not needed and there is nothing to ask
   const SmsGateway::Credits credits = services_.gateway.GetSMSCredits();
   if (!credits.error.isEmpty()) {
-    services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), credits.error);
+    services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), credits.error, false,
+                                           Reason::kGatewayAway);
     return Credits::kStop;
   }
   if (credits.balance <= kUnreadableBalance) {

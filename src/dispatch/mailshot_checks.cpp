@@ -9,8 +9,8 @@ namespace {
 
 constexpr int kShortestTemplate = 5;
 
-Message Warning(const char* text) {
-  return {.text = QString::fromLatin1(text), .icon = MessageIcon::kExclamation};
+Message Warning(Reason reason, const char* text) {
+  return {.text = QString::fromLatin1(text), .icon = MessageIcon::kExclamation, .reason = reason};
 }
 Message Information(const char* text) {
   return {.text = QString::fromLatin1(text), .icon = MessageIcon::kInformation};
@@ -23,7 +23,7 @@ bool MaySend(const Options& options, const QString& user) {
 }
 
 Message NotManagerMessage() {
-  return Warning("Need to be logged on as Manager to perform this function.");
+  return Warning(Reason::kNotManager, "Need to be logged on as Manager to perform this function.");
 }
 
 Message ClaimedMessage(const ClaimHolder& holder) {
@@ -31,15 +31,17 @@ Message ClaimedMessage(const ClaimHolder& holder) {
                   QStringLiteral(" on computer ") + holder.computer + QStringLiteral(" (process ") +
                   QString::number(holder.processId) +
                   QStringLiteral(").\r\rPlease wait until that run has finished or was paused."),
-          .icon = MessageIcon::kExclamation};
+          .icon = MessageIcon::kExclamation,
+          .reason = Reason::kClaimed};
 }
 
 std::optional<Message> CheckTemplates(const CounterValues& counters, const MailshotTemplates& templates) {
   if (counters.sms > 0 && templates.sms.trimmed().size() < kShortestTemplate) {
-    return Warning("You haven't entered an SMS Text Message Template on the Letter Templates Tab.");
+    return Warning(Reason::kNoTemplate,
+                   "You haven't entered an SMS Text Message Template on the Letter Templates Tab.");
   }
   if (counters.emails > 0 && templates.emailBody.trimmed().size() < kShortestTemplate) {
-    return Warning("You haven't entered an Email Message Template on the Letter Templates Tab.");
+    return Warning(Reason::kNoTemplate, "You haven't entered an Email Message Template on the Letter Templates Tab.");
   }
   if (counters.sms + counters.emails == 0) {
     return Information(
@@ -58,12 +60,14 @@ std::optional<Message> CheckAccounts(const CounterValues& counters, const Option
   const bool emailsOutstanding = counters.emails - counters.emailsSent > 0;
   if (emailsOutstanding && TrimBlanks(options.Reminder_From_Email).isEmpty()) {
     return Warning(
+        Reason::kNoAccount,
         "E-Mails cannot be sent because your Email address has not been specified on the QBX System Settings screen / E-Reminders Tab.\r\rPlease configure the Email Send Settings or adjust the Send Method to remove Emails and perhaps send SMS or Letters instead.");
   }
   const bool textsOutstanding = counters.sms - counters.smsSent > 0;
   const bool noAccount = TrimBlanks(options.SMS_ClientID).isEmpty() || TrimBlanks(options.SMS_ClientPassword).isEmpty();
   if (textsOutstanding && noAccount) {
     return Warning(
+        Reason::kNoAccount,
         "The SMS Account Username or Password have not been set in the QBX System Settings screen / Communications Tab.\r\rPlease configure the SMS Settings or adjust the Send Method to remove SMS and perhaps send Emails or Letters instead.");
   }
   return std::nullopt;
@@ -83,6 +87,7 @@ std::optional<Message> HostMailServerNotice(const Options& options, const Servic
 
 Message CreditsUnknownMessage(const QString& supportTelephone) {
   Message message = Warning(
+      Reason::kCreditsUnknown,
       "Unable to determine the amount of SMS Text Message credits available on your account.\r\rThere may be a technical problem with your internet connection, or with the QBX SMS Gateway Server.\r\rPlease call QBX on ");
   message.text += supportTelephone + QStringLiteral(" if you require assistance.");
   return message;
@@ -127,10 +132,12 @@ CreditsRefusal NotEnoughCredits(double credits, const CreditNeed& need) {
   const QString available = ShortestNumber(credits);
   if (credits == 0) {
     return {
-        Warning("There are no Text Message credits remaining on your account. SMS Text Messages cannot be processed."),
+        Warning(Reason::kNoCredits,
+                "There are no Text Message credits remaining on your account. SMS Text Messages cannot be processed."),
         QStringLiteral("Processing Stopped - no Text Messages available (") + available + QLatin1Char(')')};
   }
   Message message = Warning(
+      Reason::kNoCredits,
       "There is not enough Text Message credits on your account to process all SMS message in the results list.\r\r");
   message.text +=
       available + QStringLiteral(" available, but require: ") + QString::number(need.toGo) + InAllText(need);

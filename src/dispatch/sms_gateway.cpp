@@ -52,10 +52,16 @@ QString SmsGateway::SMSGatewayURL() const {
   return QStringLiteral("http://") + server;
 }
 
+HttpReply SmsGateway::Get(const QString& url) {
+  if (SMSGatewayURL().isEmpty())
+    return {.error = QStringLiteral("No SMS gateway is set in the QBX System Settings (option SMS_Server).")};
+  return http_.Get(url);
+}
+
 SmsGateway::Credits SmsGateway::GetSMSCredits() {
-  const HttpReply reply = http_.Get(SMSGatewayURL() + QStringLiteral("sms/verifyclient.asp?ClientCode=") +
-                                    URLEncode(options_.SMS_ClientID) + QStringLiteral("&ClientAuth=") +
-                                    URLEncode(options_.SMS_ClientPassword));
+  const HttpReply reply =
+      Get(SMSGatewayURL() + QStringLiteral("sms/verifyclient.asp?ClientCode=") + URLEncode(options_.SMS_ClientID) +
+          QStringLiteral("&ClientAuth=") + URLEncode(options_.SMS_ClientPassword));
   if (!reply.body || IsWebPage(*reply.body, reply.isHtml, kCreditFields)) return {kUnreadableBalance, reply.error};
   const std::optional<CreditReply> credits = ParseCreditReply(*reply.body);
   if (!credits) return {kUnreadableBalance, {}};
@@ -96,8 +102,8 @@ void SmsGateway::ReportTransportFailure(const QString& customer, const QString& 
 }
 
 SmsResult SmsGateway::SendSMS(const QString& customer, const QString& mobile, const QString& message) {
-  const HttpReply reply = http_.Get(
-      SendUrl(options_.SMS_ClientID, options_.SMS_ClientPassword, mobile, options_.Reminder_From_SMS, message));
+  const HttpReply reply =
+      Get(SendUrl(options_.SMS_ClientID, options_.SMS_ClientPassword, mobile, options_.Reminder_From_SMS, message));
   if (!reply.body || IsWebPage(*reply.body, reply.isHtml, kSendFields)) {
     const SmsResult result = NoReply(reply);
     ReportTransportFailure(customer, mobile, result);
@@ -137,7 +143,7 @@ void SmsGateway::RecordSMS(const QString& customer, const QString& mobile, const
 
 bool SmsGateway::SendTestSMS(const QString& sender, const QString& clientId, const QString& password,
                              const QString& mobile, const QString& message) {
-  const HttpReply reply = http_.Get(SendUrl(clientId, password, mobile, sender, message.left(kMaxSmsLength)));
+  const HttpReply reply = Get(SendUrl(clientId, password, mobile, sender, message.left(kMaxSmsLength)));
   if (!reply.body || IsWebPage(*reply.body, reply.isHtml, kSendFields)) {
     diagnostics_.errors.ShowError(kSendLocation, QStringLiteral("MSend"), NoReply(reply).failure);
     return false;

@@ -70,6 +70,8 @@ class SmsGateway {
   void EndRun() { inRun_ = false; }
 
  private:
+  /// Asks the gateway; an error when none is set.
+  [[nodiscard]] HttpReply Get(const QString& url);
   [[nodiscard]] QString SendUrl(const QString& clientId, const QString& password, const QString& mobile,
                                 const QString& sender, const QString& message) const;
   void ReportTransportFailure(const QString& customer, const QString& mobile, const SmsResult& result);

@@ -1,6 +1,7 @@
 // The window program. The host product starts it with /userid:"name".
 
 #include <QApplication>
+#include <cstdio>
 
 #include "marketing/program.h"
 #include "platform/ui/look.h"
@@ -32,6 +33,14 @@ class Application : public QApplication {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // Before anything that needs a display.
+  QStringList words;
+  for (int i = 1; i < argc; ++i)
+    words << QString::fromLocal8Bit(argv[i]);
+  if (const auto answer = qbx::TerminalAnswer(words)) {
+    std::printf("%s\n", answer->toUtf8().constData());
+    return 0;
+  }
   qbx::SettleTimeZone();
   Application application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("marketing"));

@@ -3,25 +3,24 @@
 #include <QFile>
 #include <algorithm>
 
+#include "marketingctl/date_argument.h"
 #include "marketingctl/text_argument.h"
 #include "queries/filter_table.h"
 #include "queries/query_catalogue.h"
 #include "util/text.h"
 #include "util/typed_number.h"
 #include "util/windows1252.h"
+#include "wizard/campaign_settings.h"
 
 namespace qbx::ctl {
 
 namespace {
 
+constexpr char kFrom[] = "--from";
+constexpr char kTo[] = "--to";
+
 [[noreturn]] void Wrong(const char* flag, const QString& what) {
   throw CLI::ValidationError(std::string(flag) + ": " + what.toStdString());
-}
-
-QDateTime Date(const char* flag, const std::string& text) {
-  const QDate date = QDate::fromString(QString::fromStdString(text), Qt::ISODate);
-  if (!date.isValid()) Wrong(flag, QStringLiteral("a date is written yyyy-mm-dd, such as 2026-01-31"));
-  return date.startOfDay();
 }
 
 /// "word:rest" taken apart at the first colon.
@@ -129,8 +128,12 @@ void ApplyTemplates(const CampaignArguments& arguments, CampaignRecord& record) 
 
 void DeclareCampaignArguments(CLI::App& command, CampaignArguments& arguments) {
   command.add_option("--query", arguments.query, "Starting query, such as \"Recent Customers\" or \"Reminder Date\"");
-  command.add_option("--from", arguments.from, "First date of the query's range")->type_name("yyyy-mm-dd");
-  command.add_option("--to", arguments.to, "Last date of the range")->type_name("yyyy-mm-dd");
+  command
+      .add_option(kFrom, arguments.from,
+                  "First date of the query's range, such as 2026-01-31, today, -2y or month-start+1m")
+      ->type_name("DATE");
+  command.add_option(kTo, arguments.to, "Last date of the range, such as 2026-01-31, +14d or month-end+1m")
+      ->type_name("DATE");
   command.add_option("--records", arguments.records, "Top and Bottom Customers: how many")
       ->check(CLI::Range(0, 2'000'000'000));
   command.add_option("--start", arguments.start, "Top and Bottom Customers: first place of the ranking")
@@ -145,16 +148,27 @@ void DeclareCampaignArguments(CLI::App& command, CampaignArguments& arguments) {
   command.add_option("--description", arguments.description, "What the campaign is for");
 }
 
-void ApplyCampaignArguments(const CampaignArguments& arguments, const EditionFlags& edition, CampaignRecord& record) {
+void ApplyCampaignArguments(const CampaignArguments& arguments, const EditionFlags& edition, const QDate& today,
+                            CampaignRecord& record) {
   if (arguments.query) record.CampaignTypeID = QueryNumber(*arguments.query, edition);
-  if (arguments.from) record.Date1 = Date("--from", *arguments.from);
-  if (arguments.to) record.Date2 = Date("--to", *arguments.to);
+  if (arguments.from) record.Date1 = DateArgument(kFrom, *arguments.from, today).startOfDay();
+  if (arguments.to) record.Date2 = DateArgument(kTo, *arguments.to, today).startOfDay();
   if (arguments.records) record.Records = *arguments.records;
   if (arguments.start) record.RecordsStart = *arguments.start;
   if (arguments.makes) record.Makes = TextArgument(*arguments.makes);
   if (arguments.reminder) record.ReminderID = *arguments.reminder - 1;
   ApplyFilters(arguments, record);
   ApplyTemplates(arguments, record);
+}
+
+void CheckStoredDates(const CampaignArguments& arguments, const CampaignRecord& record) {
+  const auto check = [](const char* flag, bool given, const QDateTime& date) {
+    if (!given || date.date().year() >= kEarliestStoredYear) return;
+    Wrong(flag, QStringLiteral("a saved campaign keeps dates from %1 on; \"query\" takes earlier ones for one call")
+                    .arg(kEarliestStoredYear));
+  };
+  check(kFrom, arguments.from.has_value(), record.Date1);
+  check(kTo, arguments.to.has_value(), record.Date2);
 }
 
 }  // namespace qbx::ctl

@@ -26,7 +26,13 @@ struct CampaignArguments {
 void DeclareCampaignArguments(CLI::App& command, CampaignArguments& arguments);
 
 /// Puts the arguments into a record.
+/// \param today  what relative dates are relative to
 /// \throws CLI::ValidationError with a sentence that says which flag is wrong and what it takes
-void ApplyCampaignArguments(const CampaignArguments& arguments, const EditionFlags& edition, CampaignRecord& record);
+void ApplyCampaignArguments(const CampaignArguments& arguments, const EditionFlags& edition, const QDate& today,
+                            CampaignRecord& record);
+
+/// Whether the dates given are still there when the campaign is loaded: the wizard takes none from before `kEarliestStoredYear`.
+/// \throws CLI::ValidationError when one is not
+void CheckStoredDates(const CampaignArguments& arguments, const CampaignRecord& record);
 
 }  // namespace qbx::ctl

@@ -4,6 +4,7 @@
 
 #include "campaigns/campaign_list.h"
 #include "marketingctl/campaign_arguments.h"
+#include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/filter_notes_message.h"
 #include "marketingctl/output.h"
@@ -16,6 +17,13 @@
 namespace qbx::ctl {
 
 namespace {
+
+struct CampaignsArguments {
+  std::string id;
+  std::string name;
+  bool allowSameName = false;
+  CampaignArguments settings;
+};
 
 /// For scripts: the host's own columns, dates in ISO 8601.
 int ListForScripts(Program& program) {
@@ -53,7 +61,7 @@ QString Selects(const Application& app) {
                       app.startup.edition.boat, app.clock.Today());
 }
 
-int Show(Program& program, int id) {
+int Show(Program& program, int id, const CampaignsArguments&) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
   const QString selects = Selects(program.app);
   if (program.json) {
@@ -79,53 +87,53 @@ int PrintId(const Program& program, int id) {
 /// Puts the arguments into the current campaign, and says what its filters do then.
 void Apply(Program& program, const CampaignArguments& arguments) {
   CampaignRecord& record = program.app.campaign.record;
-  ApplyCampaignArguments(arguments, program.app.startup.edition, record);
+  ApplyCampaignArguments(arguments, program.app.startup.edition, program.app.clock.Today(), record);
+  CheckStoredDates(arguments, record);
   WizardState state;
   (void)CopyFromRecord(record, state);
   TellFilterNotes(program.ui, state.filters, program.app.startup.edition.boat);
 }
 
-int New(Program& program, const QString& name, const CampaignArguments& arguments) {
-  if (!CampaignNameIsValid(name)) return Refuse(QStringLiteral("Campaign Name is not valid."));
+int New(Program& program, const CampaignsArguments& arguments) {
+  const QString name = TextArgument(arguments.name);
+  if (!NameMayBeUsed(program, name, arguments.allowSameName)) return kRefused;
   program.app.campaign.record.Campaign_Name = name;
-  Apply(program, arguments);
+  Apply(program, arguments.settings);
   return program.app.campaignStorage.SaveCampaign() ? PrintId(program, program.app.campaign.record.ID)
                                                     : static_cast<int>(kRefused);
 }
 
-int SetCampaign(Program& program, int id, const CampaignArguments& arguments) {
+int SetCampaign(Program& program, int id, const CampaignsArguments& arguments) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
-  Apply(program, arguments);
+  Apply(program, arguments.settings);
   return program.app.campaignStorage.UpdateCampaign() ? PrintId(program, program.app.campaign.record.ID)
                                                       : static_cast<int>(kRefused);
 }
 
-int Copy(Program& program, int id, const QString& name) {
-  const QString copyName = CampaignCopyName(name);
-  if (!CampaignNameIsValid(copyName)) return Refuse(QStringLiteral("Campaign Name is not valid."));
+int Copy(Program& program, int id, const CampaignsArguments& arguments) {
+  const QString typed = TextArgument(arguments.name);
+  const QString copyName = CampaignCopyName(typed);
+  if (!NameMayBeUsed(program, copyName, arguments.allowSameName)) return kRefused;
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
   const int newId = program.app.campaignStorage.CopyCampaign(id, copyName);
-  return newId > 0 ? PrintId(program, newId) : static_cast<int>(kRefused);
+  if (newId < 1) return kRefused;
+  if (copyName != typed) PrintNote(QStringLiteral("The name of the copy was cut to \"%1\".").arg(copyName));
+  return PrintId(program, newId);
 }
 
-int Rename(Program& program, int id, const QString& name) {
-  if (!CampaignNameIsValid(name)) return Refuse(QStringLiteral("Campaign Name is not valid."));
+int Rename(Program& program, int id, const CampaignsArguments& arguments) {
+  const QString name = TextArgument(arguments.name);
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
+  if (!NameMayBeUsed(program, name, arguments.allowSameName, id)) return kRefused;
   const QString description = program.app.campaign.record.Campaign_Description;
   return program.app.campaignStorage.UpdateCampaignDetails(id, name, description) ? PrintId(program, id)
                                                                                   : static_cast<int>(kRefused);
 }
 
-int Delete(Program& program, int id) {
+int Delete(Program& program, int id, const CampaignsArguments&) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
   return program.app.campaignStorage.DeleteCampaign(id) ? PrintId(program, id) : static_cast<int>(kRefused);
 }
-
-struct CampaignsArguments {
-  int id = 0;
-  std::string name;
-  CampaignArguments settings;
-};
 
 }  // namespace
 
@@ -140,44 +148,39 @@ void AddCampaignsCommand(Runner& runner) {
     command.footer(std::string("Example: marketingctl --folder garage --user Pat campaigns ") + example);
     return command;
   };
-  const auto id = [&](CLI::App& command) {
-    command.add_option("ID", arguments->id, "Number of the campaign")->required();
+  const auto name = [&](CLI::App& command) {
+    command.add_option("NAME", arguments->name, "Its name")->required();
+    DeclareAllowSameName(command, arguments->allowSameName);
   };
-  const auto name = [&](CLI::App& command) { command.add_option("NAME", arguments->name, "Its name")->required(); };
+  using Change = int (*)(Program&, int id, const CampaignsArguments&);
+  const auto ofCampaign = [&](CLI::App& command, Change action) {
+    DeclareCampaign(command, arguments->id)->required();
+    runner.AddCommand(command, [arguments, action](Program& program) {
+      const std::optional<int> id = FindCampaign(program, arguments->id);
+      return id ? action(program, *id, *arguments) : static_cast<int>(kRefused);
+    });
+  };
 
-  CLI::App& list = add("list", "All saved campaigns", "list");
-  runner.AddCommand(list, ListCampaigns);
-  CLI::App& show = add("show", "Every setting of a campaign", "show 12");
-  id(show);
-  runner.AddCommand(show, [arguments](Program& program) { return Show(program, arguments->id); });
+  runner.AddCommand(add("list", "All saved campaigns", "list"), ListCampaigns);
+  ofCampaign(add("show", "Every setting of a campaign", "show 12"), Show);
   CLI::App& fresh =
       add("new", "Save a new campaign and print its number",
           "new \"Spring offer\" --query \"Recent Customers\" --from 2026-01-01 --to 2026-06-30 --sms @offer.txt");
   name(fresh);
   DeclareCampaignArguments(fresh, arguments->settings);
-  runner.AddCommand(fresh, [arguments](Program& program) {
-    return New(program, TextArgument(arguments->name), arguments->settings);
-  });
+  runner.AddCommand(fresh, [arguments](Program& program) { return New(program, *arguments); });
   CLI::App& set =
       add("set", "Change settings of a campaign; what is not named stays", "set 12 --year after:2019 --mileage none");
-  id(set);
+  ofCampaign(set, SetCampaign);
   DeclareCampaignArguments(set, arguments->settings);
-  runner.AddCommand(set,
-                    [arguments](Program& program) { return SetCampaign(program, arguments->id, arguments->settings); });
   CLI::App& copy = add("copy", "Copy a campaign under a new name (40 characters at most) and print its number",
                        "copy 12 \"Spring 2\"");
-  id(copy);
+  ofCampaign(copy, Copy);
   name(copy);
-  runner.AddCommand(
-      copy, [arguments](Program& program) { return Copy(program, arguments->id, TextArgument(arguments->name)); });
   CLI::App& rename = add("rename", "Give a campaign another name", "rename 12 \"Summer offer\"");
-  id(rename);
+  ofCampaign(rename, Rename);
   name(rename);
-  runner.AddCommand(
-      rename, [arguments](Program& program) { return Rename(program, arguments->id, TextArgument(arguments->name)); });
-  CLI::App& remove = add("delete", "Delete a campaign, its results and its send journal", "delete 12");
-  id(remove);
-  runner.AddCommand(remove, [arguments](Program& program) { return Delete(program, arguments->id); });
+  ofCampaign(add("delete", "Delete a campaign, its results and its send journal", "delete 12"), Delete);
 }
 
 }  // namespace qbx::ctl

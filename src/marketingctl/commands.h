@@ -18,5 +18,6 @@ void AddCreditsCommand(Runner& runner);
 void AddSendCommand(Runner& runner);
 void AddLogCommand(Runner& runner);
 void AddEncipherCommand(Runner& runner);
+void AddHelpCommand(Runner& runner);
 
 }  // namespace qbx::ctl

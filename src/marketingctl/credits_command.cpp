@@ -11,7 +11,7 @@ namespace {
 
 int Credits(Program& program) {
   const SmsGateway::Credits credits = program.desk.gateway.GetSMSCredits();
-  if (!credits.error.isEmpty()) return Refuse(credits.error);
+  if (!credits.error.isEmpty()) return Refuse(Reason::kGatewayAway, credits.error);
   if (credits.balance < 0) {
     program.ui.ShowMessage(CreditsUnknownMessage(program.app.service.supportTelephone));
     return kRefused;

@@ -4,6 +4,7 @@
 
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
+#include "marketingctl/start_checks.h"
 #include "marketingctl/text_argument.h"
 #include "settings/host_cipher.h"
 #include "settings/service_settings.h"
@@ -21,10 +22,11 @@ struct EncipherArguments {
 
 int Encipher(const EncipherArguments& arguments, const GlobalFlags& flags) {
   if (arguments.secret.empty() || arguments.secret[0] != '@') {
-    Refuse(QStringLiteral("A secret is read from a file (@FILE) or from standard input."));
+    Refuse(Reason::kUsage, QStringLiteral("A secret is read from a file (@FILE) or from standard input."));
     return kUsage;
   }
   const Folders folders = FindFolders(QString::fromStdString(flags.folder));
+  if (const auto problem = FolderProblem(folders.program)) return Refuse(problem->reason, problem->text);
   const QString keyFile = ServiceKeyFile(IniFile(folders.program + QStringLiteral("QBX.INI")), folders.program);
   if (arguments.makeKey) {
     const QString problem = HostCipher::CreateKeyFile(keyFile);

@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <thread>
 
+#include "marketingctl/refusals.h"
+
 namespace qbx::ctl {
 
 namespace {
@@ -27,30 +29,32 @@ MessageAnswer SafeAnswer(const Message& message) {
   return message.buttons == MessageButtons::kYesNoCancel ? MessageAnswer::kCancel : MessageAnswer::kNo;
 }
 
-/// What gives a question another answer than the safe one.
-const char* FlagOf(Question question) {
-  switch (question) {
-    case Question::kBringDatabaseOnline:
-      return "--bring-online answers Yes";
-    case Question::kStartDatabaseService:
-      return "--start-service answers Yes";
-    case Question::kResetProcessedResults:
-      return "--reset-processed answers Yes";
-    case Question::kSmsCredits:
-      return "--yes answers Yes, --email-only answers No";
-    case Question::kCancelQueuedEmails:
-      return "--stop-on-error answers Yes";
-    case Question::kRepeatDelivered:
-      return "--repeat-delivered answers Yes";
-    case Question::kGoOnSending:
-      return "--keep-going answers Yes";
-    case Question::kChangeProcessedFlags:
-      return "--yes answers Yes";
-    case Question::kQuitAfterLostConnection:
-    case Question::kOther:
-      break;
+/// What a question means to a run that nobody watches.
+struct QuestionRow {
+  Question question;
+  const char* flag;       ///< what gives it another answer than the safe one; null: nothing does
+  Reason reason;          ///< what the command is refused for after the safe answer
+  bool harmless = false;  ///< the safe answer leaves nothing undone that the command was called for
+};
+
+constexpr QuestionRow kQuestions[] = {
+    {Question::kBringDatabaseOnline, "--bring-online answers Yes", Reason::kDatabaseAway},
+    {Question::kStartDatabaseService, "--start-service answers Yes", Reason::kDatabaseAway},
+    {Question::kQuitAfterLostConnection, nullptr, Reason::kDatabaseAway},
+    {Question::kResetProcessedResults, "--reset-processed answers Yes", Reason::kRowsProcessed},
+    {Question::kSmsCredits, "--yes answers Yes, --email-only answers No", Reason::kNotAgreed},
+    {Question::kChangeProcessedFlags, "--yes answers Yes", Reason::kNotAgreed},
+    {Question::kCancelQueuedEmails, "--stop-on-error answers Yes", Reason::kOther, true},
+    {Question::kRepeatDelivered, "--repeat-delivered answers Yes", Reason::kOther, true},
+    {Question::kGoOnSending, "--keep-going answers Yes", Reason::kOther, true},
+};
+
+const QuestionRow& RowOf(Question question) {
+  static constexpr QuestionRow kNoRow{Question::kOther, nullptr, Reason::kNotAgreed};
+  for (const QuestionRow& row : kQuestions) {
+    if (row.question == question) return row;
   }
-  return nullptr;
+  return kNoRow;
 }
 
 const char* AnswerText(MessageAnswer answer) {
@@ -65,12 +69,6 @@ const char* AnswerText(MessageAnswer answer) {
       break;
   }
   return "OK";
-}
-
-/// Whether "No" leaves nothing undone that the command was called for.
-bool NoIsHarmless(Question question) {
-  return question == Question::kCancelQueuedEmails || question == Question::kRepeatDelivered ||
-         question == Question::kGoOnSending;
 }
 
 QByteArray TerminalText(QString text) {
@@ -94,12 +92,19 @@ MessageAnswer HeadlessUi::ShowMessage(const Message& message) {
   ClearLine();
   // Without the database everything that start-up goes on to read fails too; one message is enough.
   if (withoutDatabase_) return message.buttons == MessageButtons::kOk ? MessageAnswer::kOk : SafeAnswer(message);
+  // What does not exist cannot be brought online; the command says that it is missing.
+  if (message.reason == Reason::kNoDatabase && !answers_.contains(static_cast<int>(message.question))) {
+    withoutDatabase_ = databaseMissing_ = true;
+    return SafeAnswer(message);
+  }
   // A run that nobody watches says in one line what happened to its server, for the log of a scheduler.
   const bool inOneLine = message.question == Question::kGoOnSending;
   const QByteArray text = TerminalText(inOneLine ? message.text.simplified() : message.text);
   std::fprintf(stderr, "%s%s", text.constData(), inOneLine ? " " : "\n");
   if (message.buttons != MessageButtons::kOk) return Answer(message);
-  warned_ = warned_ || message.icon == MessageIcon::kExclamation || message.icon == MessageIcon::kStop;
+  const bool warning = message.icon == MessageIcon::kExclamation || message.icon == MessageIcon::kStop;
+  warned_ = warned_ || warning;
+  if (warning || message.reason != Reason::kOther) NoteRefusal(message.reason, message.text);
   return MessageAnswer::kOk;
 }
 
@@ -107,9 +112,16 @@ MessageAnswer HeadlessUi::Answer(const Message& message) {
   const auto given = answers_.constFind(static_cast<int>(message.question));
   const bool isGiven = given != answers_.cend();
   const MessageAnswer answer = isGiven ? *given : SafeAnswer(message);
-  declined_ = declined_ || (!isGiven && answer != MessageAnswer::kYes && !NoIsHarmless(message.question));
+  const QuestionRow& row = RowOf(message.question);
+  const bool declined = !isGiven && answer != MessageAnswer::kYes && !row.harmless;
+  declined_ = declined_ || declined;
   withoutDatabase_ = message.question == Question::kBringDatabaseOnline && answer != MessageAnswer::kYes;
-  const char* flag = isGiven ? nullptr : FlagOf(message.question);
+  const char* flag = isGiven ? nullptr : row.flag;
+  const bool quits = message.question == Question::kQuitAfterLostConnection;
+  if (declined || quits) {
+    const QString hint = flag != nullptr ? QStringLiteral(" (%1)").arg(QLatin1String(flag)) : QString();
+    NoteRefusal(row.reason, message.text + hint);
+  }
   std::fprintf(stderr, "[answered: %s%s%s]\n", AnswerText(answer), flag != nullptr ? "; " : "",
                flag != nullptr ? flag : "");
   return answer;

@@ -24,6 +24,9 @@ class HeadlessUi final : public UserInterface {
   /// Whether a question was answered with anything but Yes because no flag said otherwise: what it was about was not done.
   [[nodiscard]] bool Declined() const { return declined_; }
 
+  /// Whether the server has no database of the name wanted. That is not asked about unless a flag answers: there is nothing to bring online.
+  [[nodiscard]] bool DatabaseMissing() const { return databaseMissing_; }
+
   void SetApplicationTitle(const QString& title) override { title_ = title; }
   [[nodiscard]] QString ApplicationTitle() const override { return title_; }
   MessageAnswer ShowMessage(const Message& message) override;
@@ -54,6 +57,7 @@ class HeadlessUi final : public UserInterface {
   bool warned_ = false;
   bool declined_ = false;
   bool withoutDatabase_ = false;
+  bool databaseMissing_ = false;
   bool quitRequested_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "database/procedure.h"
+#include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
 #include "marketingctl/results_log_file.h"
@@ -14,7 +15,7 @@ namespace {
 constexpr int kEventsShown = 50;
 
 struct LogArguments {
-  std::optional<int> campaign;
+  std::optional<std::string> campaign;
 };
 
 QJsonArray ReadAll(Recordset rows) {
@@ -119,7 +120,9 @@ int LogOfAll(Program& program) {
 
 int Log(Program& program, const LogArguments& arguments) {
   try {
-    return arguments.campaign ? LogOfCampaign(program, *arguments.campaign) : LogOfAll(program);
+    if (!arguments.campaign) return LogOfAll(program);
+    const std::optional<int> id = FindCampaign(program, *arguments.campaign);
+    return id ? LogOfCampaign(program, *id) : static_cast<int>(kRefused);
   } catch (const DatabaseError& error) {
     return Refuse(error.Description());
   }
@@ -131,7 +134,9 @@ void AddLogCommand(Runner& runner) {
   auto arguments = std::make_shared<LogArguments>();
   CLI::App& command =
       *runner.Root().add_subcommand("log", "Show events, the results log of the last run and what is in doubt");
-  command.add_option("--campaign", arguments->campaign, "Of one campaign instead of the general events")
+  command
+      .add_option("--campaign", arguments->campaign,
+                  "Of one campaign, by number or name, instead of the general events")
       ->type_name("ID");
   command.footer("Example: marketingctl --folder garage --user Pat log --campaign 12");
   runner.AddCommand(command, [arguments](Program& program) { return Log(program, *arguments); });

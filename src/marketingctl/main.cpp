@@ -27,5 +27,6 @@ int main(int argc, char** argv) {
   qbx::ctl::AddSendCommand(runner);
   qbx::ctl::AddLogCommand(runner);
   qbx::ctl::AddEncipherCommand(runner);
+  qbx::ctl::AddHelpCommand(runner);
   return runner.Run(argc, argv);
 }

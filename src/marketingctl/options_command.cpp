@@ -3,7 +3,9 @@
 #include <memory>
 #include <set>
 
+#include "marketingctl/closest_name.h"
 #include "marketingctl/commands.h"
+#include "marketingctl/option_values.h"
 #include "marketingctl/output.h"
 #include "marketingctl/text_argument.h"
 #include "settings/options.h"
@@ -39,8 +41,12 @@ QString Shown(const Application& app, const OptionKey& key) {
 }
 
 int UnknownKey(const std::string& name) {
-  return Refuse(QStringLiteral("There is no option \"") + QString::fromStdString(name) +
-                QStringLiteral("\". \"options list\" shows all."));
+  QStringList names;
+  for (const OptionKey& key : OptionKeys())
+    names << QLatin1String(key.name);
+  return Refuse(Reason::kUnknownOption, QStringLiteral("There is no option \"") + QString::fromStdString(name) +
+                                            QStringLiteral("\". \"options list\" shows all.") +
+                                            DidYouMean(QString::fromStdString(name), names));
 }
 
 int ListOptions(Program& program) {
@@ -67,24 +73,6 @@ int GetOption(Program& program, const std::string& name) {
   return kDone;
 }
 
-/// The value as the key's type wants it, nothing when it does not fit.
-std::optional<Value> TypedValue(const OptionKey& key, const QString& text) {
-  if (key.type == OptionType::kText) return Value(text);
-  if (key.type == OptionType::kBoolean) {
-    static const QStringList kTrue = {QStringLiteral("true"), QStringLiteral("on"), QStringLiteral("yes"),
-                                      QStringLiteral("1")};
-    static const QStringList kFalse = {QStringLiteral("false"), QStringLiteral("off"), QStringLiteral("no"),
-                                       QStringLiteral("0")};
-    if (kTrue.contains(text.toLower())) return Value(true);
-    if (kFalse.contains(text.toLower())) return Value(false);
-    return std::nullopt;
-  }
-  bool isNumber = false;
-  const int number = text.toInt(&isNumber);
-  const bool fits = key.type == OptionType::kInteger32 || (number >= -32768 && number <= 32767);
-  return isNumber && fits ? std::optional(Value(number)) : std::nullopt;
-}
-
 /// Writes one field of the company's row. The value never stands in the text of a statement, which may end up in a log.
 int Store(Application& app, const OptionKey& key, const Value& value) {
   const QString column = QLatin1String(key.name);
@@ -102,16 +90,16 @@ int SetOption(Program& program, const OptionsArguments& arguments) {
   if (!key) return UnknownKey(arguments.key);
   if (key->IsSecret() && (arguments.value.empty() || arguments.value[0] != '@')) {
     // A command line can be seen by everybody on the computer and stays in the shell's history.
-    Refuse(QStringLiteral("A password is set from a file or from standard input: options set ") +
-           QLatin1String(key->name) + QStringLiteral(" @FILE (or @-)."));
+    Refuse(Reason::kUsage, QStringLiteral("A password is set from a file or from standard input: options set ") +
+                               QLatin1String(key->name) + QStringLiteral(" @FILE (or @-)."));
     return kUsage;
   }
   const QString value = TextArgument(arguments.value);
-  const std::optional<Value> typed = TypedValue(*key, value);
+  QString problem;
+  const std::optional<Value> typed = OptionValue(*key, value, problem);
   if (!typed) {
-    Refuse(QStringLiteral("\"") + value + QStringLiteral("\" does not fit ") + QLatin1String(key->name) +
-           (key->type == OptionType::kBoolean ? QStringLiteral(", which is on or off.")
-                                              : QStringLiteral(", which is a number.")));
+    Refuse(Reason::kUsage,
+           QStringLiteral("\"%1\" does not fit %2, which is %3.").arg(value, QLatin1String(key->name), problem));
     return kUsage;
   }
   if (const int code = Store(program.app, *key, *typed); code != kDone) return code;

@@ -21,6 +21,13 @@ void Print(const QByteArray& bytes) {
   std::fputc('\n', stdout);
 }
 
+bool jsonPrinted = false;  // of the process, as stdout is
+
+void PrintDocument(const QJsonDocument& document) {
+  jsonPrinted = true;
+  Print(document.toJson(QJsonDocument::Compact));
+}
+
 }  // namespace
 
 QJsonValue ToJson(const Value& value) {
@@ -64,11 +71,17 @@ QJsonArray RowsToJson(Recordset& rows) {
 void PrintLine(const QString& line) {
   Print(line.toUtf8());
 }
+void PrintNote(const QString& line) {
+  std::fprintf(stderr, "%s\n", line.toUtf8().constData());
+}
 void PrintJson(const QJsonObject& object) {
-  Print(QJsonDocument(object).toJson(QJsonDocument::Compact));
+  PrintDocument(QJsonDocument(object));
 }
 void PrintJson(const QJsonArray& array) {
-  Print(QJsonDocument(array).toJson(QJsonDocument::Compact));
+  PrintDocument(QJsonDocument(array));
+}
+bool JsonPrinted() {
+  return jsonPrinted;
 }
 
 void PrintTable(const QJsonArray& rows, const QStringList& columns) {

@@ -19,7 +19,12 @@ namespace qbx::ctl {
 /// All rows of a client-side recordset.
 [[nodiscard]] QJsonArray RowsToJson(Recordset& rows);
 
+/// Whether a JSON value was printed. A call prints one.
+[[nodiscard]] bool JsonPrinted();
+
 void PrintLine(const QString& line);
+/// A line on stderr, beside the result: a warning, or what was done otherwise than it was said.
+void PrintNote(const QString& line);
 void PrintJson(const QJsonObject& object);
 void PrintJson(const QJsonArray& array);
 

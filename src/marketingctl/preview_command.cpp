@@ -4,6 +4,7 @@
 
 #include "dispatch/result_rows.h"
 #include "dispatch/sms_credits.h"
+#include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
 #include "merge/compiled_template.h"
@@ -15,7 +16,7 @@ namespace qbx::ctl {
 namespace {
 
 struct PreviewArguments {
-  int id = 0;
+  std::string id;
   int rows = 5;
   bool sample = false;
 };
@@ -80,13 +81,14 @@ std::optional<QJsonArray> PreviewRows(Application& app, Previewer& previewer, in
 
 int Preview(Program& program, const PreviewArguments& arguments) {
   Application& app = program.app;
-  if (!app.campaignStorage.LoadCampaign(arguments.id)) return kRefused;
+  const std::optional<int> id = FindCampaign(program, arguments.id);
+  if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
   Previewer previewer(app.campaign.record, app.clock.Today());
   std::optional<QJsonArray> previews;
   if (arguments.sample) {
     previews = QJsonArray{previewer.Merge(QJsonValue::Null, SampleMergeValues())};
   } else {
-    previews = PreviewRows(app, previewer, arguments.id, arguments.rows);
+    previews = PreviewRows(app, previewer, *id, arguments.rows);
   }
   if (!previews) return kRefused;
   Print(program, *previews);
@@ -99,7 +101,7 @@ void AddPreviewCommand(Runner& runner) {
   auto arguments = std::make_shared<PreviewArguments>();
   CLI::App& command =
       *runner.Root().add_subcommand("preview", "Show the merged texts of the rows that a run would send next");
-  command.add_option("ID", arguments->id, "Number of the campaign")->required();
+  DeclareCampaign(command, arguments->id)->required();
   CLI::Option* rows = command.add_option("--rows", arguments->rows, "How many rows")
                           ->capture_default_str()
                           ->check(CLI::Range(1, 1'000'000));

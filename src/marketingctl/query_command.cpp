@@ -2,25 +2,28 @@
 
 #include <memory>
 
-#include "campaigns/campaign_list.h"
 #include "marketingctl/campaign_arguments.h"
+#include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/filter_notes_message.h"
 #include "marketingctl/output.h"
 #include "marketingctl/text_argument.h"
+#include "queries/date_check.h"
 #include "queries/filter_table.h"
+#include "wizard/dates_over.h"
 
 namespace qbx::ctl {
 
 namespace {
 
 struct QueryArguments {
-  std::optional<int> id;
+  std::string id;  ///< empty: a temporary campaign
   CampaignArguments settings;
   std::array<std::optional<std::string>, kFilterCount> unstored;  ///< texts of filters, by number
   std::optional<std::string> campaignType, save;
   bool includeOptedOut = false;
   bool resetProcessed = false;
+  bool allowSameName = false;
 };
 
 /// What a stored campaign does not hold goes into the wizard's state.
@@ -37,6 +40,20 @@ bool ApplyUnstored(const QueryArguments& arguments, CampaignDesk& desk) {
   return desk.state.filters.chkIncludeOptedOut;
 }
 
+/// The wizard does not take over dates before `kEarliestStoredYear`; here the query runs with the dates that were given or are stored.
+void TakeDates(const CampaignRecord& record, QueryOptions& options) {
+  for (const auto& [date, i] : {std::pair(record.Date1.date(), 0U), std::pair(record.Date2.date(), 1U)}) {
+    QueryOptions probe{.dteDate = {date, date}};
+    if (CheckDates(probe)) options.dteDate[i] = date;
+  }
+}
+
+void WarnOfDates(Program& program) {
+  const QString text =
+      DatesOverText(program.app.campaign.record.CampaignTypeID, program.desk.state.options, program.app.clock.Today());
+  if (!text.isEmpty()) PrintNote(text);
+}
+
 /// Both steps, as "Next >" twice. The notices of the second are shown.
 /// \return how many were done
 int RunSteps(Program& program) {
@@ -46,7 +63,7 @@ int RunSteps(Program& program) {
     const StepResult result = program.desk.steps.NextStep(step);
     if (result.notice) program.ui.ShowMessage(*result.notice);
     if (result.Moved()) continue;
-    if (HeadlessUi::Interrupted()) Refuse(QStringLiteral("The query was interrupted."));
+    if (HeadlessUi::Interrupted()) Refuse(Reason::kInterrupted, QStringLiteral("The query was interrupted."));
     return step;
   }
   return 2;
@@ -86,8 +103,13 @@ bool StoreCompletion(Application& app, const WizardState& state) {
 
 int QueryStored(Program& program, const QueryArguments& arguments) {
   Application& app = program.app;
-  if (!app.campaignStorage.LoadCampaign(*arguments.id)) return kRefused;
+  const std::optional<int> id = FindCampaign(program, arguments.id);
+  if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
   program.desk.settings.SetupCampaignData();
+  CampaignRecord dated = app.campaign.record;
+  ApplyCampaignArguments(arguments.settings, app.startup.edition, app.clock.Today(), dated);
+  TakeDates(dated, program.desk.state.options);
+  WarnOfDates(program);
   if (!ApplyUnstored(arguments, program.desk)) return kRefused;
   const int done = RunSteps(program);
   if (done > 0 && !StoreCompletion(app, program.desk.state)) return kRefused;
@@ -106,9 +128,12 @@ int QueryTemporary(Program& program, const QueryArguments& arguments) {
   Application& app = program.app;
   CampaignRecord& record = app.campaign.record;
   const QString name = arguments.save ? TextArgument(*arguments.save) : QString();
-  if (arguments.save && !CampaignNameIsValid(name)) return Refuse(QStringLiteral("Campaign Name is not valid."));
-  ApplyCampaignArguments(arguments.settings, app.startup.edition, record);
+  if (arguments.save && !NameMayBeUsed(program, name, arguments.allowSameName)) return kRefused;
+  ApplyCampaignArguments(arguments.settings, app.startup.edition, app.clock.Today(), record);
+  if (arguments.save) CheckStoredDates(arguments.settings, record);
   program.desk.settings.SetupCampaignData();
+  TakeDates(record, program.desk.state.options);
+  WarnOfDates(program);
   if (!ApplyUnstored(arguments, program.desk)) return kRefused;
   if (RunSteps(program) < 2) {
     RemoveRows(program);
@@ -130,7 +155,7 @@ int QueryTemporary(Program& program, const QueryArguments& arguments) {
 
 int Query(Program& program, const QueryArguments& arguments) {
   if (arguments.resetProcessed) program.ui.SetAnswer(Question::kResetProcessedResults, MessageAnswer::kYes);
-  return arguments.id ? QueryStored(program, arguments) : QueryTemporary(program, arguments);
+  return arguments.id.empty() ? QueryTemporary(program, arguments) : QueryStored(program, arguments);
 }
 
 }  // namespace
@@ -140,7 +165,8 @@ void AddQueryCommand(Runner& runner) {
   CLI::App& command = *runner.Root().add_subcommand(
       "query", "Select the rows of a campaign: the starting query, then filters and consent");
   CLI::Option* id =
-      command.add_option("ID", arguments->id, "A saved campaign; without it the flags below make a temporary one");
+      DeclareCampaign(command, arguments->id)
+          ->description("A saved campaign, by number or name; without it the flags below make a temporary one");
   DeclareCampaignArguments(command, arguments->settings);
   CLI::Option* query = command.get_option("--query");
   for (const FilterRow& row : FilterRows()) {
@@ -154,16 +180,20 @@ void AddQueryCommand(Runner& runner) {
   command.add_option("--save", arguments->save, "Keep the temporary campaign and its rows under this name")
       ->needs(query)
       ->excludes(id);
+  DeclareAllowSameName(command, arguments->allowSameName);
   command.footer(
       "Examples: marketingctl --folder garage --user Pat query 12\n"
       "          marketingctl --folder garage --user Pat query --query \"Top Customers\" --records 25 --json");
   runner.AddCommand(command, [arguments](Program& program) {
-    if (!arguments->id && !arguments->settings.query) {
-      Refuse(QStringLiteral("query: name a saved campaign or a --query."));
+    if (arguments->id.empty() && !arguments->settings.query) {
+      Refuse(Reason::kUsage, QStringLiteral("query: name a saved campaign or a --query."));
       return static_cast<int>(kUsage);
     }
-    if (arguments->id && arguments->settings != CampaignArguments()) {
-      Refuse(QStringLiteral("query: a saved campaign is run as it is saved; \"campaigns set\" changes it."));
+    CampaignArguments beyondDates = arguments->settings;
+    beyondDates.from = beyondDates.to = std::nullopt;
+    if (!arguments->id.empty() && beyondDates != CampaignArguments()) {
+      Refuse(Reason::kUsage, QStringLiteral("query: a saved campaign is run as it is saved, but for --from and --to; "
+                                            "\"campaigns set\" changes it."));
       return static_cast<int>(kUsage);
     }
     return Query(program, *arguments);

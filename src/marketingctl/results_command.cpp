@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "dispatch/settle_doubt.h"
+#include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
 #include "results/send_methods.h"
@@ -16,7 +17,7 @@ constexpr char kSent[] = "sent";
 constexpr char kNotSent[] = "not-sent";
 
 struct ResultsArguments {
-  int id = 0;
+  std::string id;
   std::vector<std::string> sendBy;
   std::vector<std::string> toggle;
   std::string settleDoubt;
@@ -72,7 +73,8 @@ bool Toggle(Program& program, const std::vector<std::string>& toggle) {
     }
     return false;
   }
-  Refuse(QStringLiteral("Campaign %1 has no row %2.").arg(program.desk.results.CampaignId()).arg(record));
+  Refuse(Reason::kUnknownRow,
+         QStringLiteral("Campaign %1 has no row %2.").arg(program.desk.results.CampaignId()).arg(record));
   return false;
 }
 
@@ -92,12 +94,12 @@ void Print(Program& program) {
             labels.lblEmail0 + QStringLiteral(", ") + labels.lblEmail1);
 }
 
-int Settle(Program& program, const ResultsArguments& arguments) {
-  if (!arguments.yes) return Refuse(QStringLiteral("Settling what is in doubt needs --yes."));
+int Settle(Program& program, int id, const ResultsArguments& arguments) {
+  if (!arguments.yes) return Refuse(Reason::kNotAgreed, QStringLiteral("Settling what is in doubt needs --yes."));
   const DoubtOutcome outcome = arguments.settleDoubt == kSent ? DoubtOutcome::kSent : DoubtOutcome::kNotSent;
   try {
     const DoubtSettlement settlement =
-        SettleDoubt(program.app.connection, program.desk.guard, program.app.eventContext.user, arguments.id,
+        SettleDoubt(program.app.connection, program.desk.guard, program.app.eventContext.user, id,
                     {arguments.rows.begin(), arguments.rows.end()}, outcome);
     if (settlement.refusal) {
       program.ui.ShowMessage(*settlement.refusal);
@@ -117,14 +119,15 @@ int Settle(Program& program, const ResultsArguments& arguments) {
 int Results(Program& program, const ResultsArguments& arguments) {
   if (arguments.yes) program.ui.SetAnswer(Question::kChangeProcessedFlags, MessageAnswer::kYes);
   const SendMethods methods = ParseSendBy(arguments.sendBy);
-  if (arguments.id > 0 && !program.app.campaignStorage.LoadCampaign(arguments.id)) return kRefused;
-  if (!arguments.settleDoubt.empty()) return Settle(program, arguments);
+  const std::optional<int> id = FindCampaign(program, arguments.id);
+  if (!id) return kRefused;
+  if (*id > 0 && !program.app.campaignStorage.LoadCampaign(*id)) return kRefused;
+  if (!arguments.settleDoubt.empty()) return Settle(program, *id, arguments);
   if ((!arguments.sendBy.empty() || !arguments.toggle.empty()) && !program.desk.edits.MayEdit()) return kRefused;
-  if (!arguments.sendBy.empty() &&
-      !SetSendMethods(program.app.statements, methods, arguments.id, program.app.options)) {
+  if (!arguments.sendBy.empty() && !SetSendMethods(program.app.statements, methods, *id, program.app.options)) {
     return kRefused;
   }
-  if (!program.desk.results.DisplayResults(arguments.id)) return kRefused;
+  if (!program.desk.results.DisplayResults(*id)) return kRefused;
   if (!arguments.toggle.empty() && !Toggle(program, arguments.toggle)) return kRefused;
   Print(program);
   return kDone;
@@ -150,7 +153,7 @@ void AddResultsCommand(Runner& runner) {
   auto arguments = std::make_shared<ResultsArguments>();
   CLI::App& command = *runner.Root().add_subcommand(
       "results", "List the rows of a campaign, set send methods, flip a flag, settle doubt");
-  command.add_option("ID", arguments->id, "Number of the campaign")->required();
+  DeclareCampaign(command, arguments->id)->required();
   CLI::Option* sendBy =
       command.add_option("--send-by", arguments->sendBy, "Rules for all rows: sms=N email=N letter=N")->expected(1, 3);
   CLI::Option* toggle =

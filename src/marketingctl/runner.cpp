@@ -1,9 +1,14 @@
 #include "marketingctl/runner.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <string_view>
 
+#include "marketingctl/closest_name.h"
+#include "marketingctl/output.h"
 #include "marketingctl/start_checks.h"
 #include "startup/folders.h"
+#include "startup/program_version.h"
 
 namespace qbx::ctl {
 
@@ -13,16 +18,36 @@ QString Text(const std::string& text) {
   return QString::fromStdString(text);
 }
 
+/// The command that was named last.
+const CLI::App& Innermost(const CLI::App& root) {
+  const CLI::App* app = &root;
+  while (!app->get_subcommands().empty())
+    app = app->get_subcommands().back();
+  return *app;
+}
+
+QStringList FlagNames(const CLI::App& app) {
+  QStringList names;
+  for (const CLI::Option* option : app.get_options()) {
+    for (const std::string& name : option->get_lnames())
+      names << QStringLiteral("--") + Text(name);
+  }
+  return names;
+}
+
 }  // namespace
 
-int Refuse(const QString& reason) {
-  std::fprintf(stderr, "%s\n", reason.toUtf8().constData());
-  return kRefused;
+QStringList CommandNames(const CLI::App& app) {
+  QStringList names;
+  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+    names << Text(command->get_name());
+  return names;
 }
 
 Runner::Runner(CLI::App& root) : root_(root) {
   root_.require_subcommand(1);
   root_.fallthrough();
+  root_.set_version_flag("--version", "marketingctl " + ProgramVersion().toStdString(), "Print the version");
   root_
       .add_option("--folder", flags_.folder,
                   "Program folder: INI file, database, log and registry/ (default: QBX_PROGRAM_FOLDER)")
@@ -54,6 +79,14 @@ void Runner::AddBareCommand(CLI::App& command, std::function<int()> action) {
 }
 
 int Runner::Run(int argc, char** argv) {
+  // A line that cannot be parsed leaves the flags unset.
+  const bool json = std::find(argv, argv + argc, std::string_view("--json")) != argv + argc;
+  const int code = Parse(argc, argv);
+  if (json && !JsonPrinted() && (code == kRefused || code == kUsage)) PrintJson(ErrorJson());
+  return code;
+}
+
+int Runner::Parse(int argc, char** argv) {
   try {
     root_.parse(argc, argv);
     return chosen_ ? chosen_() : kUsage;
@@ -69,8 +102,15 @@ int Runner::Run(int argc, char** argv) {
 int Runner::Misused(const CLI::ParseError& error) const {
   const std::vector<std::string> strange = root_.remaining(true);
   const bool unknownCommand = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !strange.empty();
-  const std::string text = unknownCommand ? "There is no command \"" + strange.front() + "\"." : error.what();
-  std::fprintf(stderr, "%s\nTry --help.\n", text.c_str());
+  QString text = Text(unknownCommand ? "There is no command \"" + strange.front() + "\"." : error.what());
+  if (!strange.empty()) {
+    const CLI::App& innermost = Innermost(root_);
+    const QStringList known = unknownCommand ? CommandNames(innermost) : FlagNames(innermost) + FlagNames(root_);
+    if (!text.endsWith(QLatin1Char('.'))) text += QLatin1Char('.');
+    text += DidYouMean(Text(strange.front()), known);
+  }
+  Refuse(Reason::kUsage, text);
+  std::fprintf(stderr, "Try --help.\n");
   return kUsage;
 }
 
@@ -79,14 +119,16 @@ int Runner::Start(const Action& action, bool needsConnection) {
   if (flags_.bringOnline) ui.SetAnswer(Question::kBringDatabaseOnline, MessageAnswer::kYes);
   if (flags_.startService) ui.SetAnswer(Question::kStartDatabaseService, MessageAnswer::kYes);
   const SystemClock clock;
-  Application app({.ui = ui, .clock = clock, .folders = FindFolders(Text(flags_.folder))});
-  if (const auto problem = IniProblem(app.ini.Path())) return Refuse(*problem);
+  const Folders folders = FindFolders(Text(flags_.folder));
+  if (const auto problem = FolderProblem(folders.program)) return Refuse(problem->reason, problem->text);
+  Application app({.ui = ui, .clock = clock, .folders = folders});
+  if (const auto problem = IniProblem(app.ini.Path())) return Refuse(problem->reason, problem->text);
   const StartOutcome outcome = app.start.RunHeadless(
       {.user = Text(flags_.user), .databaseName = Text(flags_.database), .instance = Text(flags_.instance)});
   if (outcome != StartOutcome::kRunning)
-    return Refuse(QStringLiteral("Say who this is done as: --user NAME or QBX_USER."));
+    return Refuse(Reason::kNoUser, QStringLiteral("Say who this is done as: --user NAME or QBX_USER."));
   if (needsConnection) {
-    if (const auto problem = StartProblem(app, ui)) return Refuse(*problem);
+    if (const auto problem = StartProblem(app, ui)) return Refuse(problem->reason, problem->text);
   }
   SendEmailView view;
   CampaignDesk desk(app, view);

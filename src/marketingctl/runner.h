@@ -8,6 +8,7 @@
 
 #include "marketingctl/exit_codes.h"
 #include "marketingctl/headless_ui.h"
+#include "marketingctl/refusals.h"
 #include "startup/application.h"
 #include "wizard/campaign_desk.h"
 
@@ -32,6 +33,9 @@ struct Program {
   bool json;
 };
 
+/// The names of the commands below one.
+[[nodiscard]] QStringList CommandNames(const CLI::App& app);
+
 /// Collects the commands, runs the one that the command line names.
 class Runner {
  public:
@@ -54,6 +58,7 @@ class Runner {
   [[nodiscard]] int Run(int argc, char** argv);
 
  private:
+  [[nodiscard]] int Parse(int argc, char** argv);
   [[nodiscard]] int Start(const Action& action, bool needsConnection);
   [[nodiscard]] int Misused(const CLI::ParseError& error) const;
 
@@ -61,9 +66,5 @@ class Runner {
   GlobalFlags flags_;
   std::function<int()> chosen_;
 };
-
-/// A refusal on stderr.
-/// \return kRefused
-int Refuse(const QString& reason);
 
 }  // namespace qbx::ctl

@@ -6,6 +6,7 @@
 
 #include "hostdb/sample_garage.h"
 #include "marketingctl/commands.h"
+#include "marketingctl/date_argument.h"
 #include "marketingctl/make_database.h"
 #include "marketingctl/output.h"
 
@@ -23,12 +24,8 @@ struct SampleArguments {
 
 int MakeSample(const SampleArguments& arguments, const GlobalFlags& flags) {
   const QString folder = QString::fromStdString(arguments.folder);
-  SampleGarageSettings settings{arguments.customers, arguments.seed, QDate::currentDate()};
-  if (!arguments.asOf.empty()) settings.asOf = QDate::fromString(QString::fromStdString(arguments.asOf), Qt::ISODate);
-  if (!settings.asOf.isValid()) {
-    Refuse(QStringLiteral("--as-of wants a date written yyyy-mm-dd."));
-    return kUsage;
-  }
+  const QDate asOf = arguments.asOf.empty() ? QDate::currentDate() : DayArgument("--as-of", arguments.asOf);
+  const SampleGarageSettings settings{arguments.customers, arguments.seed, asOf};
   const std::optional<QString> file = DatabaseFileFor(folder, flags, arguments.replace);
   if (!file) return kRefused;
   const ExistingFile existing = arguments.replace ? ExistingFile::kReplace : ExistingFile::kRefuse;

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <memory>
 
+#include "dispatch/reminders_over.h"
 #include "dispatch/send_journal.h"
+#include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
 #include "marketingctl/results_log_file.h"
@@ -13,13 +15,14 @@ namespace qbx::ctl {
 namespace {
 
 struct SendArguments {
-  int id = 0;
+  std::string id;
   bool dryRun = false;
   bool yes = false;
   bool emailOnly = false;
   bool stopOnError = false;
   bool repeatDelivered = false;
   bool keepGoing = false;
+  bool nothingIsAnError = false;
 };
 
 /// Shows progress, turns Ctrl+C into a pause, and files the results log.
@@ -72,15 +75,17 @@ class Watch final : public MailshotObserver {
 
 /// Rows of the campaign after the run.
 struct RowsLeft {
+  int all = 0;
   int processed = 0;
   int left = 0;
   int inDoubt = 0;
 };
 
+/// \param condition  " AND ...", or empty
 int CountRows(Statements& statements, const QString& condition, int campaignId) {
   Recordset rows;
-  return statements.dbRunCommand(QStringLiteral("SELECT Count(1) FROM [Campaign Results] WHERE ") + condition +
-                                     QStringLiteral(" AND CampaignID = ") + QString::number(campaignId),
+  return statements.dbRunCommand(QStringLiteral("SELECT Count(1) FROM [Campaign Results] WHERE CampaignID = ") +
+                                     QString::number(campaignId) + condition,
                                  true, CommandType::kText, rows);
 }
 
@@ -93,7 +98,8 @@ int CountDoubt(Connection& connection, int campaignId) {
 
 RowsLeft CountLeft(Application& app, int campaignId) {
   RowsLeft rows;
-  const QString flagged = QStringLiteral("(Send_SMS = 1 OR Send_Email = 1)");
+  const QString flagged = QStringLiteral(" AND (Send_SMS = 1 OR Send_Email = 1)");
+  rows.all = CountRows(app.statements, {}, campaignId);
   rows.processed = CountRows(app.statements, flagged + QStringLiteral(" AND Processed = 1"), campaignId);
   rows.left = CountRows(app.statements, flagged + QStringLiteral(" AND Processed = 0"), campaignId);
   try {
@@ -124,25 +130,55 @@ int ExitCodeOf(const MailshotSummary& summary, const RowsLeft& rows, const Headl
   return failed ? kSomeFailed : kDone;
 }
 
+/// Why a run that was not refused had nothing to do; null when it had.
+const char* NothingToDo(const MailshotSummary& summary, const RowsLeft& rows, int code) {
+  if (summary.end == MailshotEnd::kNothingLeft) return "all_processed";
+  if (summary.end != MailshotEnd::kRefused || code != kDone) return nullptr;
+  return rows.all == 0 ? "not_queried" : "not_flagged";
+}
+
+/// What the window says about it, it said; this is what comes next on a command line.
+void SayWhatIsMissing(const RowsLeft& rows, int campaignId) {
+  if (rows.processed + rows.left > 0) return;
+  const QString hint = rows.all == 0
+                           ? QStringLiteral("The campaign has no rows: \"query %1\" selects them.")
+                           : QStringLiteral("No row is flagged: \"results %1 --send-by sms=0 email=0\" flags them.");
+  PrintNote(hint.arg(campaignId));
+}
+
 /// Null where no text was due, so that nobody worked it out.
 QJsonValue CreditsOf(const MailshotSummary& summary, int CreditNeed::*part) {
   return summary.credits ? QJsonValue(*summary.credits.*part) : QJsonValue();
 }
 
-void Print(Program& program, const MailshotSummary& summary, const RowsLeft& rows, bool dryRun) {
+/// What `send` says at its end.
+struct SendReport {
+  MailshotSummary summary;
+  RowsLeft rows;
+  bool dryRun;
+  const char* nothing;
+  int code;
+};
+
+void Print(Program& program, const SendReport& report) {
+  const auto& [summary, rows, dryRun, nothing, code] = report;
   if (program.json) {
-    PrintJson(QJsonObject{{QStringLiteral("sms_sent"), summary.smsSent},
-                          {QStringLiteral("sms_failed"), summary.smsFailed},
-                          {QStringLiteral("email_sent"), summary.emailSent},
-                          {QStringLiteral("email_failed"), summary.emailFailed},
-                          {QStringLiteral("processed"), rows.processed},
-                          {QStringLiteral("left"), rows.left},
-                          {QStringLiteral("in_doubt"), rows.inDoubt},
-                          {QStringLiteral("left_out"), summary.leftOut},
-                          {QStringLiteral("delivered_before"), summary.deliveredBefore},
-                          {QStringLiteral("credits_required"), CreditsOf(summary, &CreditNeed::toGo)},
-                          {QStringLiteral("credits_in_all"), CreditsOf(summary, &CreditNeed::inAll)},
-                          {QStringLiteral("log"), QJsonArray::fromStringList(program.desk.resultsLog.Lines())}});
+    QJsonObject object{{QStringLiteral("sms_sent"), summary.smsSent},
+                       {QStringLiteral("sms_failed"), summary.smsFailed},
+                       {QStringLiteral("email_sent"), summary.emailSent},
+                       {QStringLiteral("email_failed"), summary.emailFailed},
+                       {QStringLiteral("processed"), rows.processed},
+                       {QStringLiteral("left"), rows.left},
+                       {QStringLiteral("in_doubt"), rows.inDoubt},
+                       {QStringLiteral("left_out"), summary.leftOut},
+                       {QStringLiteral("delivered_before"), summary.deliveredBefore},
+                       {QStringLiteral("credits_required"), CreditsOf(summary, &CreditNeed::toGo)},
+                       {QStringLiteral("credits_in_all"), CreditsOf(summary, &CreditNeed::inAll)},
+                       {QStringLiteral("dry_run"), dryRun},
+                       {QStringLiteral("nothing"), nothing ? QJsonValue(QLatin1String(nothing)) : QJsonValue()},
+                       {QStringLiteral("log"), QJsonArray::fromStringList(program.desk.resultsLog.Lines())}};
+    if (code == kRefused) object.insert(QStringLiteral("error"), ErrorJson()[QStringLiteral("error")]);
+    PrintJson(object);
     return;
   }
   for (const QString& line : program.desk.resultsLog.Lines())
@@ -168,9 +204,12 @@ int Send(Program& program, const SendArguments& arguments) {
   if (arguments.repeatDelivered) program.ui.SetAnswer(Question::kRepeatDelivered, MessageAnswer::kYes);
   if (arguments.keepGoing) program.ui.SetAnswer(Question::kGoOnSending, MessageAnswer::kYes);
   if (arguments.stopOnError) program.ui.SetAnswer(Question::kCancelQueuedEmails, MessageAnswer::kYes);
-  if (!app.campaignStorage.LoadCampaign(arguments.id)) return kRefused;
+  const std::optional<int> id = FindCampaign(program, arguments.id);
+  if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
 
   const CampaignRecord& record = app.campaign.record;
+  const QString over = RemindersOverText(app.statements, record.ID, app.clock.Today());
+  if (!over.isEmpty()) PrintNote(over);
   ResultsLogFile file(app.log.Path(), record.ID);
   Watch watch(program.ui, arguments.dryRun ? nullptr : &file, arguments.stopOnError);
   program.desk.resultsLog.SetSink([&watch](const QString& line) { watch.Line(line); });
@@ -181,10 +220,15 @@ int Send(Program& program, const SendArguments& arguments) {
   program.desk.resultsLog.SetSink({});
   const RowsLeft rows = CountLeft(app, record.ID);
   program.ui.EndProgress();
-  const int code = ExitCodeOf(summary, rows, program.ui);
+  int code = ExitCodeOf(summary, rows, program.ui);
+  const char* nothing = NothingToDo(summary, rows, code);
+  if (nothing) SayWhatIsMissing(rows, record.ID);
+  if (nothing && arguments.nothingIsAnError)
+    code = Refuse(Reason::kNothingToSend,
+                  QStringLiteral("Nothing was sent, which is an error here (--nothing-is-an-error)."));
   // A person is not shown the summary of a run that did not take place; a script always finds the same keys.
   const bool refused = code == kRefused && summary.end != MailshotEnd::kFailed;
-  if (program.json || !refused) Print(program, summary, rows, arguments.dryRun);
+  if (program.json || !refused) Print(program, {summary, rows, arguments.dryRun, nothing, code});
   return code;
 }
 
@@ -194,7 +238,7 @@ void AddSendCommand(Runner& runner) {
   auto arguments = std::make_shared<SendArguments>();
   CLI::App& command =
       *runner.Root().add_subcommand("send", "Send the texts and e-mails of a campaign; goes on where a run stopped");
-  command.add_option("ID", arguments->id, "Number of the campaign")->required();
+  DeclareCampaign(command, arguments->id)->required();
   command.add_flag("--dry-run", arguments->dryRun, "Do everything but send and record, and print what would go");
   CLI::Option* yes =
       command.add_flag("--yes", arguments->yes, "Agree to spend SMS credits (without it texts are refused)");
@@ -205,6 +249,8 @@ void AddSendCommand(Runner& runner) {
                    "Where one half of a row failed, send the half that was delivered again, too");
   command.add_flag("--keep-going", arguments->keepGoing,
                    "Go on with a channel whose server failed three times in a row (without it that channel pauses)");
+  command.add_flag("--nothing-is-an-error", arguments->nothingIsAnError,
+                   "End with 1 when nothing is flagged, or everything was processed (without it: 0)");
   command.footer(
       "Example: marketingctl --folder garage --user Pat send 12 --yes\nCtrl+C pauses after the current row; the next send goes on. Exit codes: 3 some rows failed or are in doubt, 4 paused.");
   runner.AddCommand(command, [arguments](Program& program) { return Send(program, *arguments); });

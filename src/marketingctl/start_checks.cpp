@@ -1,31 +1,61 @@
 #include "marketingctl/start_checks.h"
 
 #include <QFile>
+#include <QFileInfo>
+
+#include "database/embedded/engine.h"
 
 namespace qbx::ctl {
 
-std::optional<QString> IniProblem(const QString& path) {
+namespace {
+
+StartRefusal MissingDatabase(const Application& app) {
+  const QString server = app.hostConnection.Server();
+  const QString place = IsEmbeddedServer(server) ? QStringLiteral("the folder ") + app.startup.ProgramFolder
+                                                 : QStringLiteral("the server ") + server;
+  return {Reason::kNoDatabase,
+          QStringLiteral("There is no database \"%1\" in %2, so nothing was done. \"init\" and \"sample\" make one.")
+              .arg(app.startup.databaseName, place)};
+}
+
+}  // namespace
+
+std::optional<StartRefusal> FolderProblem(const QString& folder) {
+  if (QFileInfo(folder).isDir()) return std::nullopt;
+  return StartRefusal{Reason::kNoFolder, QStringLiteral("There is no folder %1.").arg(folder)};
+}
+
+std::optional<StartRefusal> IniProblem(const QString& path) {
   QFile file(path);
   if (!file.exists()) return std::nullopt;
   if (!file.open(QIODevice::ReadOnly)) {
-    return QStringLiteral("The file ") + path + QStringLiteral(" cannot be read: ") + file.errorString();
+    return StartRefusal{Reason::kStartFailed,
+                        QStringLiteral("The file ") + path + QStringLiteral(" cannot be read: ") + file.errorString()};
   }
   if (!file.readAll().contains('\0')) return std::nullopt;
-  return QStringLiteral("The file ") + path +
-         QStringLiteral(" is damaged: it is not text. It was left as it is; repair or remove it, then try again.");
+  return StartRefusal{
+      Reason::kStartFailed,
+      QStringLiteral("The file ") + path +
+          QStringLiteral(" is damaged: it is not text. It was left as it is; repair or remove it, then try again.")};
 }
 
-std::optional<QString> StartProblem(const Application& app, const HeadlessUi& ui) {
-  if (!app.hostConnection.Connected())
-    return QStringLiteral("There is no connection to the database, so nothing was done.");
-  if (!app.hostConnection.Ready()) {
-    return QStringLiteral(
-               "The database \"%1\" of %2 is not available, so nothing was done. \"status\" shows what the program "
-               "connects to, "
-               "\"init\" and \"sample\" make a database.")
-        .arg(app.startup.databaseName, app.startup.ProgramFolder);
+std::optional<StartRefusal> StartProblem(const Application& app, const HeadlessUi& ui) {
+  if (!app.hostConnection.Connected()) {
+    return StartRefusal{Reason::kDatabaseAway,
+                        QStringLiteral("There is no connection to the database, so nothing was done.")};
   }
-  if (ui.Warned()) return QStringLiteral("The program did not start well (see above), so nothing was done.");
+  if (ui.DatabaseMissing()) return MissingDatabase(app);
+  if (!app.hostConnection.Ready()) {
+    return StartRefusal{
+        Reason::kDatabaseAway,
+        QStringLiteral("The database \"%1\" of %2 is not available, so nothing was done. \"status\" shows "
+                       "what the program connects to.")
+            .arg(app.startup.databaseName, app.startup.ProgramFolder)};
+  }
+  if (ui.Warned()) {
+    return StartRefusal{Reason::kStartFailed,
+                        QStringLiteral("The program did not start well (see above), so nothing was done.")};
+  }
   return std::nullopt;
 }
 

@@ -36,10 +36,13 @@ int Status(Program& program) {
       {QStringLiteral("databaseVersion"), app.options.DatabaseVersion},
       {QStringLiteral("moduleVersion"), app.options.ModuleDatabaseVersion},
   };
-  QJsonObject object;
-  for (const auto& [name, value] : facts)
-    object.insert(name, value);
+  if (!connected) {
+    if (const auto problem = StartProblem(app, program.ui)) Refuse(problem->reason, problem->text);
+  }
   if (program.json) {
+    QJsonObject object = connected ? QJsonObject() : ErrorJson();
+    for (const auto& [name, value] : facts)
+      object.insert(name, value);
     PrintJson(object);
   } else {
     for (const auto& [name, value] : facts)

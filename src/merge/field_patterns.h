@@ -14,18 +14,19 @@ namespace qbx {
 struct MergeField {
   const char16_t* word;
   QString MergeValues::*value;  ///< null: today's date
+  const char* meaning;          ///< of a row of a campaign, for the user
 };
 inline constexpr std::array<MergeField, 10> kMergeFields{{
-    {u"contact", &MergeValues::contact},
-    {u"make", &MergeValues::make},
-    {u"model", &MergeValues::model},
-    {u"regno", &MergeValues::regno},
-    {u"duedate", &MergeValues::duedate},
-    {u"title", &MergeValues::title},
-    {u"firstname", &MergeValues::firstname},
-    {u"lastname", &MergeValues::lastname},
-    {u"duetime", &MergeValues::duetime},
-    {u"currentdate", nullptr},
+    {u"contact", &MergeValues::contact, "how the customer is addressed; \"Customer\" where nothing is known"},
+    {u"make", &MergeValues::make, "make of the vehicle, in a campaign of vehicles"},
+    {u"model", &MergeValues::model, "model of the vehicle"},
+    {u"regno", &MergeValues::regno, "registration number of the vehicle"},
+    {u"duedate", &MergeValues::duedate, "due date of the reminder, as dd/mm/yyyy"},
+    {u"title", &MergeValues::title, "title of the customer"},
+    {u"firstname", &MergeValues::firstname, "first name"},
+    {u"lastname", &MergeValues::lastname, "last name"},
+    {u"duetime", &MergeValues::duetime, "always empty: the host keeps no time"},
+    {u"currentdate", nullptr, "the day on which it is sent, as dd/mm/yyyy"},
 }};
 
 /// A field as a template holds it, with its braces, in lower case.

@@ -29,6 +29,38 @@ enum class Question {
   kChangeProcessedFlags,
 };
 
+/// Why something is refused, as far as a script has to tell reasons apart. The headless runner gives each a code (`ErrorCodes`); to windows they
+/// mean nothing. Everything else carries `kOther`.
+enum class Reason {
+  kOther,
+  kUsage,
+  kNoUser,
+  kNoFolder,
+  kNoDatabase,
+  kDatabaseAway,
+  kStartFailed,
+  kDatabaseExists,
+  kUnknownCampaign,
+  kAmbiguousName,
+  kInvalidName,
+  kNameTaken,
+  kUnknownRow,
+  kUnknownOption,
+  kSettingsRefused,
+  kRowsProcessed,
+  kNotAgreed,
+  kClaimed,
+  kNotManager,
+  kOptionsUnread,
+  kNoTemplate,
+  kNoAccount,
+  kNoCredits,
+  kCreditsUnknown,
+  kGatewayAway,
+  kNothingToSend,
+  kInterrupted,
+};
+
 /// One message box. Line breaks are carriage returns ("\r"); an interface turns them into what it shows.
 struct Message {
   QString text;
@@ -37,6 +69,7 @@ struct Message {
   QString title = {};  ///< empty: the application title
   Question question = Question::kOther;
   MessageAnswer defaultAnswer = MessageAnswer::kYes;  ///< of a question; kOk for a message with one button
+  Reason reason = Reason::kOther;
 };
 
 /// One input box.

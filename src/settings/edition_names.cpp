@@ -62,6 +62,12 @@ EditionFlags DetectEdition(const QString& programFolder) {
   return edition;
 }
 
+EditionFlags EditionOfFolder(const QString& programFolder, const IniFile& ini) {
+  EditionFlags edition = DetectEdition(programFolder);
+  ApplyEditionCode(edition, ini.Read(QStringLiteral("App"), QStringLiteral("Name"), QStringLiteral("KO")));
+  return edition;
+}
+
 void ApplyEditionCode(EditionFlags& edition, const QString& code) {
   const QString upper = TrimBlanks(code).toUpper();
   if (upper == QStringLiteral("DA")) edition.vehicleSales = true;

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include "platform/ini_file.h"
 #include "settings/startup_values.h"
 
 namespace qbx {
@@ -29,6 +30,9 @@ void WorkOutEditionNames(StartupValues& startup);
 /// looked for is missing.
 /// \param programFolder  with or without a separator at the end
 [[nodiscard]] EditionFlags DetectEdition(const QString& programFolder);
+
+/// The edition of a program folder: its program files, and the code of its INI file.
+[[nodiscard]] EditionFlags EditionOfFolder(const QString& programFolder, const IniFile& ini);
 
 /// "DA" turns vehicle-sales on, "HO" truck, "MX" boat; any other code changes nothing. Trimmed, without regard to case.
 void ApplyEditionCode(EditionFlags& edition, const QString& code);

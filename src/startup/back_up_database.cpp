@@ -2,6 +2,7 @@
 
 #include <atomic>
 
+#include "database/embedded/database_files.h"
 #include "hostdb/database_backup.h"
 #include "startup/application.h"
 
@@ -12,7 +13,7 @@ bool CanBackUpDatabase(const Application& app) {
 }
 
 void BackUpDatabase(Application& app, const QString& target) {
-  const QString path = app.startup.ProgramFolder + app.hostConnection.DatabaseName() + QStringLiteral(".db");
+  const QString path = DatabaseFiles(app.startup.ProgramFolder).FileOf(app.hostConnection.DatabaseName());
   std::atomic<bool> cancelled = false;
   CopyOutcome outcome = CopyOutcome::kFailed;
   QString problem;

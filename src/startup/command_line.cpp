@@ -1,8 +1,7 @@
 #include "startup/command_line.h"
 
-#include <optional>
-
 #include "settings/edition_names.h"
+#include "startup/program_version.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -10,6 +9,18 @@ namespace {
 
 constexpr char kUserSwitch[] = "/userid:";
 constexpr int kMaxInstance = 15;
+
+constexpr char kTerminalHelp[] = R"(The marketing wizard. The host product starts it with the name of its user.
+
+Usage: marketing /userid:"NAME" [/database:SUFFIX] [/instance:NAME]
+
+  /userid:"NAME"     who works with it; a start without a user is refused
+  /database:SUFFIX   work on the database whose name ends with _SUFFIX
+  /instance:NAME     instance of the host product, part of the registry path
+  --help, --version  print this, or the version
+
+QBX_PROGRAM_FOLDER names the program folder (INI file, database, log), QBX_REGISTRY_FOLDER the folder of the registry.
+marketingctl does the same work without a window: marketingctl --help.)";
 
 /// What stands behind a switch, at most `length` characters after leaving out `skip`; nothing when the switch is not
 /// there.
@@ -26,6 +37,12 @@ QString Before(const QString& text, QLatin1Char stop) {
 }
 
 }  // namespace
+
+std::optional<QString> TerminalAnswer(const QStringList& arguments) {
+  if (arguments.contains(QStringLiteral("--version"))) return QStringLiteral("marketing ") + ProgramVersion();
+  if (!arguments.contains(QStringLiteral("--help")) && !arguments.contains(QStringLiteral("-h"))) return std::nullopt;
+  return QString::fromLatin1(kTerminalHelp);
+}
 
 QString InstanceName(const QString& text) {
   return Before(TrimBlanks(CutText(text, kMaxInstance)), QLatin1Char(' ')).toUpper();

@@ -4,11 +4,16 @@
 
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 #include "platform/user_interface.h"
 #include "settings/startup_values.h"
 
 namespace qbx {
+
+/// What a terminal is told instead of a start, which needs a display: the answer to `--help` and `--version`.
+/// \return nothing when the arguments hold neither
+[[nodiscard]] std::optional<QString> TerminalAnswer(const QStringList& arguments);
 
 inline constexpr int kMaxUser = 20;  ///< characters of a user
 

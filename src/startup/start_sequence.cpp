@@ -5,6 +5,7 @@
 
 #include "settings/edition_names.h"
 #include "startup/command_line.h"
+#include "startup/program_version.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -13,7 +14,7 @@ namespace {
 constexpr int kMaxRunKey = 36;
 
 void SetVersions(StartupValues& startup) {
-  const QVersionNumber version = QVersionNumber::fromString(QStringLiteral(QBX_VERSION));
+  const QVersionNumber version = QVersionNumber::fromString(ProgramVersion());
   const int revision = version.microVersion();
   startup.shortVersion = QStringLiteral("%1.%2").arg(version.majorVersion()).arg(version.minorVersion());
   startup.fullVersion = QStringLiteral("%1.%2").arg(startup.shortVersion).arg(revision);
@@ -78,7 +79,7 @@ void StartSequence::Prepare() {
   StartupValues& startup = parts_.startup;
   startup.DatabaseSuffix.clear();
   SetVersions(startup);
-  startup.edition = DetectEdition(startup.ProgramFolder);
+  startup.edition = EditionOfFolder(startup.ProgramFolder, parts_.ini);
   ReadIniFile();
   WorkOutEditionNames(startup);
 }
@@ -86,7 +87,6 @@ void StartSequence::Prepare() {
 void StartSequence::ReadIniFile() {
   const QString section = QStringLiteral("App");
   StartupValues& startup = parts_.startup;
-  ApplyEditionCode(startup.edition, parts_.ini.Read(section, QStringLiteral("Name"), QStringLiteral("KO")));
   startup.customerCode = parts_.ini.Read(section, QStringLiteral("Customer")).toLower();
   const QString debug = parts_.ini.Read(section, QStringLiteral("Debug"), QStringLiteral("NO"));
   startup.debug = EqualsNoCase(TrimBlanks(debug), QStringLiteral("YES"));

@@ -16,8 +16,6 @@ namespace qbx {
 
 namespace {
 
-constexpr int kEarliestStoredYear = 1996;
-
 /// The number at the start of the text, as a stored 32-bit field takes it.
 int StoredNumber(const QString& text) {
   return static_cast<int>(std::clamp<qint64>(LeadingInteger(JoinDigitGroups(text)), std::numeric_limits<int>::min(),

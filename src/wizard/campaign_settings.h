@@ -15,6 +15,9 @@
 
 namespace qbx {
 
+/// A stored date of an earlier year is not taken over by the wizard.
+inline constexpr int kEarliestStoredYear = 1996;
+
 /// Copies what the wizard holds into the record: everything but its ID, name, description, version and query number. An
 /// empty date leaves the record's.
 void CopyToRecord(const WizardState& state, CampaignRecord& record);

@@ -27,7 +27,9 @@ bool ResultEdits::MayEditShown() {
 bool ResultEdits::ConsentKnown() {
   if (parts_.options.ReadFailed) parts_.loadOptions();
   if (!parts_.options.ReadFailed) return true;
-  diagnostics_.ui.ShowMessage({.text = QString::fromLatin1(kOptionsUnreadText), .icon = MessageIcon::kExclamation});
+  diagnostics_.ui.ShowMessage({.text = QString::fromLatin1(kOptionsUnreadText),
+                               .icon = MessageIcon::kExclamation,
+                               .reason = Reason::kOptionsUnread});
   return false;
 }
 

@@ -72,6 +72,7 @@ bool WizardSteps::MayRunQuery(int index) {
                  : CheckStepTwo(query, parts_.state.filters, parts_.edition.boat);
   if (!refusal && !parts_.state.bStepComplete[static_cast<size_t>(index)]) refusal = StepNotReachedMessage();
   if (!refusal) return true;
+  refusal->reason = Reason::kSettingsRefused;
   diagnostics_.ui.ShowMessage(*refusal);
   return false;
 }

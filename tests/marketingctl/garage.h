@@ -35,6 +35,8 @@ struct CtlResult {
   [[nodiscard]] QJsonDocument Json() const;
   [[nodiscard]] QJsonObject Object() const { return Json().object(); }
   [[nodiscard]] QJsonArray Rows() const { return Json().array(); }
+  /// The code of the error on stdout; empty when there is none.
+  [[nodiscard]] QString Error() const { return At(At(Object(), "error"), "code").toString(); }
 };
 
 /// Runs the program with exactly these arguments and no QBX_ variable of the surroundings.

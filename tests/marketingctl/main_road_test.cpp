@@ -23,6 +23,7 @@ TEST(MarketingCtl, SendsEveryRowOnceAndMarksIt) {
   const int credits = Number(garage.Done("credits"), "credits");
 
   const QJsonValue dry = garage.Done("send %1 --dry-run", {id});
+  EXPECT_TRUE(Flag(dry, "dry_run") && At(dry, "nothing").isNull());
   for (const char* all : {"sms_sent", "email_sent", "left"})
     EXPECT_EQ(Number(dry, all), count) << all;
   EXPECT_EQ(Recorded(sandbox), 0) << "a dry run sent something";
@@ -56,6 +57,8 @@ TEST(MarketingCtl, SendsEveryRowOnceAndMarksIt) {
   // A second send finds nothing left, and leaves the log of the run that sent something.
   const QJsonValue again = garage.Done("send %1 --yes", {id});
   EXPECT_EQ(Number(again, "sms_sent") + Number(again, "email_sent"), 0);
+  EXPECT_EQ(Text(again, "nothing"), QStringLiteral("all_processed"));
+  EXPECT_FALSE(Flag(again, "dry_run"));
   EXPECT_EQ(Recorded(sandbox), 2 * count);
   EXPECT_EQ(At(garage.Done("log --campaign %1", {id}), "results"), At(sent, "log"));
 }
@@ -93,6 +96,25 @@ TEST(MarketingCtl, ATemporaryQueryLeavesNoRowsBehind) {
   EXPECT_EQ(garage.Rows("results %1", {QString::number(id)}).size(), 0);
 }
 
+TEST(MarketingCtl, DatesOfACallHoldForThatCall) {
+  const Garage garage;
+  const auto found = [&](const char* line) {
+    return Number(garage.Done(line, {QStringLiteral("Recent Customers")}), "step1");
+  };
+  // Dates from before 1996, which a saved campaign does not keep, count as well.
+  EXPECT_GT(found("query --query %1 --from 1992-01-01 --to today"), found("query --query %1 --from -2w --to today"));
+  garage.Done("campaigns set 2 --from month-start-1m --to month-end-1m");
+  const QJsonValue stored = garage.Done("campaigns show 2");
+  EXPECT_EQ(At(stored, "Date2").toString(),
+            QDate(QDate::currentDate().year(), QDate::currentDate().month(), 1).addDays(-1).toString(Qt::ISODate));
+  EXPECT_TRUE(garage.Run("query 2").err.contains("dates are over"));
+  EXPECT_FALSE(garage.Run("query 2 --from month-start+1m --to month-end+1m").err.contains("dates are over"));
+  EXPECT_EQ(At(garage.Done("campaigns show 2"), "Date2"), At(stored, "Date2"));
+  // Rows tell of their own dates, whatever the campaign says.
+  garage.Sql("UPDATE [Campaign Results] SET Recall_Date = '2020-05-31', Send_SMS = 1");
+  EXPECT_TRUE(garage.Run("send 2 --dry-run").err.contains("due on 31/05/2020"));
+}
+
 TEST(MarketingCtl, CampaignsAreMadeChangedCopiedAndDeleted) {
   const Garage garage;
   const QString text = QString::fromUtf8("O'Neil; \"50%\" \u20ac20 --now");
@@ -106,6 +128,14 @@ TEST(MarketingCtl, CampaignsAreMadeChangedCopiedAndDeleted) {
       {id});
   const QString copy = QString::number(Number(garage.Done("campaigns copy %1 Second", {id}), "ID"));
   EXPECT_NE(copy, id);
+  // A name does for a number as long as one campaign has it; renaming to the own name changes nothing.
+  EXPECT_EQ(Number(garage.Done("campaigns rename second Second"), "ID"), copy.toInt());
+  const QString longName = QStringLiteral("Second ").repeated(9);
+  const CtlResult cut = garage.Run("campaigns copy second %1", {longName});
+  EXPECT_TRUE(cut.err.contains("cut to \"" + longName.left(40).toUtf8())) << cut.err.constData();
+  const QString twin = QString::number(Number(garage.Done("campaigns new SECOND --allow-same-name"), "ID"));
+  EXPECT_EQ(garage.Run("campaigns show second").Error(), QStringLiteral("ambiguous_name"));
+  garage.Done("campaigns delete %1", {twin});
   garage.Done("campaigns delete %1", {id});
   EXPECT_EQ(garage.Run("campaigns show %1", {id}).code, 1);
 

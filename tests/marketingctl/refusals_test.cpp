@@ -14,7 +14,8 @@ namespace {
 struct Refusal {
   const char* command;  ///< words split at blanks
   int code;
-  const char* message;  ///< somewhere in stderr
+  const char* message;          ///< somewhere in stderr
+  const char* error = "usage";  ///< the code on stdout
 };
 
 void ExpectRefusals(const Garage& garage, std::initializer_list<Refusal> refusals) {
@@ -22,7 +23,7 @@ void ExpectRefusals(const Garage& garage, std::initializer_list<Refusal> refusal
     const CtlResult result = garage.Run(refusal.command);
     EXPECT_EQ(result.code, refusal.code) << refusal.command << ": " << result.err.constData();
     EXPECT_TRUE(result.err.contains(refusal.message)) << refusal.command << ": " << result.err.constData();
-    EXPECT_TRUE(result.out.isEmpty() || refusal.code != 2) << refusal.command << ": " << result.out.constData();
+    EXPECT_EQ(result.Error(), QLatin1String(refusal.error)) << refusal.command;
   }
 }
 
@@ -48,11 +49,27 @@ TEST(MarketingCtlHelp, EveryCommandExplainsItselfWithAnExample) {
                               "credits",
                               "send",
                               "log",
-                              "encipher"}) {
+                              "encipher",
+                              "help"}) {
     const CtlResult help = RunCtl(Words(command) << QStringLiteral("--help"));
     EXPECT_EQ(help.code, 0) << command;
     EXPECT_TRUE(help.out.contains("Example")) << command;
     EXPECT_TRUE(help.err.isEmpty()) << command << ": " << help.err.constData();
+  }
+}
+
+TEST(MarketingCtlHelp, TopicsAndVersionsNeedNoDatabase) {
+  EXPECT_TRUE(RunCtl(Words("send --version")).out.startsWith("marketingctl "));
+  EXPECT_TRUE(RunCtl(Words("help fields")).out.contains("{duedate}"));
+  EXPECT_TRUE(RunCtl(Words("help queries")).out.contains("Reminder Date"));
+  EXPECT_TRUE(RunCtl(Words("help campaigns new")).out.contains("campaigns new"));
+  // What scripts may rely on is written down.
+  QFile file(QStringLiteral(QBX_DOCS "headless.md"));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray document = file.readAll();
+  for (const QJsonValue& row : RunCtl(Words("help errors --json")).Rows()) {
+    const QString line = QStringLiteral("| `%1` | %2 |").arg(Text(row, "code"), Text(row, "meaning"));
+    EXPECT_TRUE(document.contains(line.toUtf8())) << line.toStdString();
   }
 }
 
@@ -61,11 +78,16 @@ TEST(MarketingCtlRefuses, CommandLinesThatMakeNoSense) {
   ExpectRefusals(garage, {
                              {"", 2, "subcommand"},
                              {"fly", 2, "There is no command \"fly\""},
+                             {"campaign list", 2, "Did you mean campaigns?"},
+                             {"campaigns set 1 --form today", 2, "Did you mean --from?"},
+                             {"help sned", 2, "Did you mean send?"},
                              {"campaigns fly", 2, "There is no command \"fly\""},
-                             {"campaigns show twelve", 2, "ID"},
+                             {"campaigns show 99999999999", 2, "ID"},
                              {"campaigns set 1 --wings 2", 2, "--wings"},
                              {"campaigns set 1 --from 31.12.2026", 2, "yyyy-mm-dd"},
-                             {"campaigns set 1 --to 2026-02-30", 2, "yyyy-mm-dd"},
+                             {"campaigns set 1 --to 2026-06-31", 2, "June has 30 days"},
+                             {"campaigns set 1 --to 1989-12-31", 2, "before 1990"},
+                             {"campaigns set 1 --to 1992-01-01", 2, "from 1996 on"},
                              {"campaigns set 1 --query Nobody", 2, "\"Nobody\" is not one of"},
                              {"campaigns set 1 --records many", 2, "--records"},
                              {"campaigns set 1 --start -1", 2, "--start"},
@@ -89,6 +111,9 @@ TEST(MarketingCtlRefuses, CommandLinesThatMakeNoSense) {
                              {"send 1 --yes --email-only", 2, "--email-only"},
                              {"options set SMTP_Password secret", 2, "@FILE"},
                              {"options set Timeout many", 2, "does not fit"},
+                             {"options set SMTP_Port abc", 2, "a port from 1 to 65535"},
+                             {"options set SMTP_Port 70000", 2, "a port from 1 to 65535"},
+                             {"options set Reminder_From_Email garage", 2, "an e-mail address"},
                              {"options set SMTP_UseSSL perhaps", 2, "on or off"},
                              {"sample elsewhere --customers 0", 2, "--customers"},
                              {"sample elsewhere --as-of today", 2, "yyyy-mm-dd"},
@@ -100,18 +125,26 @@ TEST(MarketingCtlRefuses, WhatCannotBeDone) {
   const Garage garage(20);
   garage.Done("options set SMS_Server 127.0.0.1:1");
   garage.Done("query 1");
+  EXPECT_EQ(Text(garage.Done("send 1"), "nothing"), QStringLiteral("not_flagged"));
+  garage.Done("campaigns new Everybody");
   garage.Done("results 1 --send-by sms=0");
   ExpectRefusals(garage, {
-                             {"campaigns show 99", 1, "Campaign not found!"},
-                             {"campaigns show -5", 1, "Campaign not found!"},
-                             {"campaigns delete 99", 1, "Campaign not found!"},
-                             {"query -5", 1, "Campaign not found!"},
-                             {"results 99", 1, "Campaign not found!"},
-                             {"results 1 --toggle 987654 Processed --yes", 1, "has no row 987654"},
-                             {"send 99 --yes", 1, "Campaign not found!"},
-                             {"send 1 --yes", 1, "127.0.0.1:1"},
-                             {"credits", 1, "127.0.0.1:1"},
-                             {"options get Wings", 1, "There is no option \"Wings\""},
+                             {"campaigns show 99", 1, "Campaign not found!", "unknown_campaign"},
+                             {"campaigns show -5", 1, "Campaign not found!", "unknown_campaign"},
+                             {"campaigns show twelve", 1, "no campaign \"twelve\"", "unknown_campaign"},
+                             {"campaigns new EVERYBODY", 1, "--allow-same-name", "name_taken"},
+                             {"campaigns copy 1 Everybody", 1, "--allow-same-name", "name_taken"},
+                             {"campaigns rename 1 Everybody", 1, "--allow-same-name", "name_taken"},
+                             {"campaigns delete 99", 1, "Campaign not found!", "unknown_campaign"},
+                             {"query -5", 1, "Campaign not found!", "unknown_campaign"},
+                             {"results 99", 1, "Campaign not found!", "unknown_campaign"},
+                             {"results 1 --toggle 987654 Processed --yes", 1, "has no row 987654", "unknown_row"},
+                             {"send 99 --yes", 1, "Campaign not found!", "unknown_campaign"},
+                             {"send 1 --yes", 1, "127.0.0.1:1", "gateway_away"},
+                             {"send 2", 0, "\"query 2\" selects them", ""},
+                             {"send 2 --nothing-is-an-error", 1, "No SMS or Emails to process", "nothing_to_send"},
+                             {"credits", 1, "127.0.0.1:1", "gateway_away"},
+                             {"options get Wings", 1, "There is no option \"Wings\"", "unknown_option"},
                          });
   const CtlResult nameless = RunCtl(Words("--folder %1 status", {garage.Path()}));
   EXPECT_EQ(nameless.code, 1);
@@ -123,6 +156,15 @@ TEST(MarketingCtlRefuses, WhatCannotBeDone) {
     EXPECT_TRUE(again.err.contains("--replace")) << again.err.constData();
   }
   EXPECT_EQ(garage.Folder().Read(QStringLiteral("QBXKorvelManager.db")), before);
+  // A database is made where the program looks for it: of the edition that the INI file says, and never outside the folder.
+  const TempFolder boats;
+  boats.Write(QStringLiteral("qbx.ini"), "[App]\nName=MX\n");
+  for (const char* name : {"../outside", "a;b", "master", " "}) {
+    const CtlResult outside = RunCtl({"init", boats.Path(), "--json", "--database", name});
+    EXPECT_EQ(outside.Error(), QStringLiteral("invalid_name")) << name;
+  }
+  EXPECT_EQ(RunCtl({"init", boats.Path()}).code, 0);
+  EXPECT_TRUE(boats.Names().contains(QStringLiteral("QBXMarnexManager.db")));
 }
 
 TEST(MarketingCtlRefuses, TextsWithoutAgreementToTheirCredits) {
@@ -133,12 +175,12 @@ TEST(MarketingCtlRefuses, TextsWithoutAgreementToTheirCredits) {
   const QString id = garage.MakeCampaign();
   const CtlResult dear = garage.Run("send %1 --yes", {id});
   EXPECT_EQ(dear.code, 1);
-  EXPECT_TRUE(dear.err.contains("credits")) << dear.err.constData();
+  EXPECT_EQ(dear.Error(), QStringLiteral("no_credits")) << dear.err.constData();
   const SandboxProcess rich;
   garage.Use(rich);
   const CtlResult unasked = garage.Run("send %1", {id});
   EXPECT_EQ(unasked.code, 1);
-  EXPECT_TRUE(unasked.err.contains("--yes")) << unasked.err.constData();
+  EXPECT_TRUE(unasked.err.contains("--yes") && unasked.Error() == "not_agreed") << unasked.err.constData();
   EXPECT_EQ(Recorded(sandbox) + Recorded(rich), 0);
 }
 
@@ -149,6 +191,7 @@ TEST(MarketingCtlRefuses, ToWorkOnWhatIsDamagedAndLeavesItAsItIs) {
     QByteArray bytes;
     const char* sql;
     const char* message;
+    const char* error = "start_failed";
   };
   QByteArray noise;
   for (int i = 0; i < 3000; ++i)
@@ -156,9 +199,10 @@ TEST(MarketingCtlRefuses, ToWorkOnWhatIsDamagedAndLeavesItAsItIs) {
   const Damage damages[] = {
       {"ini", "QBX.INI", noise, nullptr, "QBX.INI is damaged"},
       {"registry", "registry/machine.reg", noise, nullptr, "machine.reg"},
-      {"database of noise", "QBXKorvelManager.db", noise, nullptr, "It is damaged"},
-      {"empty database file", "QBXKorvelManager.db", QByteArray(), nullptr, "not a primary database file"},
-      {"newer", nullptr, {}, "UPDATE _Version SET File_Number = 77", "It has the number 77"},
+      {"database of noise", "QBXKorvelManager.db", noise, nullptr, "It is damaged", "database_away"},
+      {"empty database file", "QBXKorvelManager.db", QByteArray(), nullptr, "not a primary database file",
+       "database_away"},
+      {"newer", nullptr, {}, "UPDATE _Version SET File_Number = 77", "It has the number 77", "database_away"},
       {"no options row", nullptr, {}, "DELETE FROM _Options", "Error reading all settings data"},
       {"no options procedure", nullptr, {}, "DROP TABLE _Options", "did not start well"},
   };
@@ -170,16 +214,21 @@ TEST(MarketingCtlRefuses, ToWorkOnWhatIsDamagedAndLeavesItAsItIs) {
     for (const char* command : {"query 1", "send 1 --yes", "campaigns list"}) {
       const CtlResult result = garage.Run(command);
       EXPECT_EQ(result.code, 1) << command;
-      EXPECT_TRUE(result.out.isEmpty()) << result.out.constData();
+      EXPECT_EQ(result.Error(), QLatin1String(damage.error)) << command;
       EXPECT_TRUE(result.err.contains(damage.message)) << command << ": " << result.err.constData();
     }
     if (!damage.file) continue;
     EXPECT_EQ(garage.Folder().Read(QLatin1String(damage.file)), damage.bytes);
   }
+  // What does not exist is named; nothing is asked about bringing it online.
   const TempFolder empty;
-  const CtlResult nothing = RunCtl(Words("campaigns list --user=Pat --folder %1", {empty.Path()}));
-  EXPECT_EQ(nothing.code, 1);
-  EXPECT_TRUE(nothing.err.contains("is not available")) << nothing.err.constData();
+  for (const bool folderToo : {false, true}) {
+    const QString folder = folderToo ? empty.File(QStringLiteral("nowhere")) : empty.Path();
+    const CtlResult nothing = RunCtl(Words("campaigns list --json --user=Pat --folder %1", {folder}));
+    EXPECT_EQ(nothing.code, 1);
+    EXPECT_EQ(nothing.Error(), folderToo ? QStringLiteral("no_folder") : QStringLiteral("no_database"));
+    EXPECT_FALSE(nothing.err.contains("online") || !nothing.err.contains(folder.toUtf8())) << nothing.err.constData();
+  }
   EXPECT_FALSE(empty.Names().contains(QStringLiteral("QBXKorvelManager.db")));
 }
 

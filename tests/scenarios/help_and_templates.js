@@ -1,6 +1,7 @@
 // The Help menu's own commands, and the page of templates.
 
-start({ini: {App: {Debug: "YES"}}});
+// The name of the database has another case than its file.
+start({ini: {App: {Debug: "YES"}}, registry: {machine: {"": {Database: "qbxKORVELmanager"}}}});
 
 check("the log file opens with the desktop's own program", () => {
   control("mnuLog").trigger();

@@ -55,6 +55,12 @@ TEST(CommandLine, NamesFollowSuffixAndInstance) {
   EXPECT_EQ(startup.databaseName, QStringLiteral("QBXKorvelManager_North"));
 }
 
+TEST(CommandLine, ATerminalIsAnsweredWithoutAStart) {
+  EXPECT_TRUE(TerminalAnswer({QStringLiteral("--help")})->contains(QStringLiteral("/userid:")));
+  EXPECT_TRUE(TerminalAnswer({QStringLiteral("--version")})->startsWith(QStringLiteral("marketing ")));
+  EXPECT_FALSE(TerminalAnswer({QStringLiteral("/userid:--help")}));
+}
+
 TEST(CommandLine, HelpIsShownAndNothingElseIsRead) {
   ScriptedUi ui;
   StartupValues startup;

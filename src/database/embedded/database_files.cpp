@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -76,11 +77,14 @@ bool DatabaseFiles::IsMaster(const QString& database) {
   return database.compare(QLatin1String("master"), Qt::CaseInsensitive) == 0;
 }
 
+bool DatabaseFiles::CanBeNamed(const QString& database) {
+  if (database.isEmpty() || IsMaster(database) || database != database.trimmed()) return false;
+  const auto forbidden = [](QChar character) { return QStringLiteral("/\\;]").contains(character); };
+  return std::none_of(database.begin(), database.end(), forbidden);
+}
+
 QString DatabaseFiles::FileOf(const QString& database) const {
-  if (database.isEmpty() || IsMaster(database) || database.contains(QLatin1Char('/')) ||
-      database.contains(QLatin1Char('\\'))) {
-    return {};
-  }
+  if (!CanBeNamed(database)) return {};
   const QString wanted = database + QStringLiteral(".db");
   if (QFileInfo(folder_ + wanted).isFile()) return folder_ + wanted;
   const QStringList files = QDir(folder_).entryList({QStringLiteral("*.db")}, QDir::Files);

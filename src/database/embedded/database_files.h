@@ -16,6 +16,9 @@ class DatabaseFiles {
   [[nodiscard]] const QString& Folder() const { return folder_; }  ///< with a trailing separator
   [[nodiscard]] static bool IsMaster(const QString& database);
 
+  /// Whether there can be a database of that name: it names a file of the folder and can stand in a connection string and a statement.
+  [[nodiscard]] static bool CanBeNamed(const QString& database);
+
   /// The file of a database, found without regard to case; empty when there is none.
   [[nodiscard]] QString FileOf(const QString& database) const;
   /// "ONLINE" or "OFFLINE"; "SUSPECT" for a file that cannot be read as a database; empty for a database that does not

@@ -1,0 +1,27 @@
+// Campaigns on the command line, by number or by name.
+
+#pragma once
+
+#include <QString>
+#include <optional>
+#include <string>
+
+#include "marketingctl/runner.h"
+
+namespace qbx::ctl {
+
+/// Which campaign an argument means: a whole number is always an ID (it is not looked up), anything else a name in any case.
+/// \return nothing when no campaign has the name, or several have; the reason is on stderr
+/// \throws CLI::ValidationError for a number that is too large
+[[nodiscard]] std::optional<int> FindCampaign(Program& program, const std::string& argument);
+
+/// Whether a campaign may be stored under a name: it is valid, and no other campaign has it, unless that was allowed. Otherwise the reason is on
+/// stderr.
+/// \param own  the campaign that gets the name; 0: a new one
+[[nodiscard]] bool NameMayBeUsed(Program& program, const QString& name, bool allowSameName, int own = 0);
+
+/// Declares "ID", a campaign by number or name.
+CLI::Option* DeclareCampaign(CLI::App& command, std::string& argument);
+void DeclareAllowSameName(CLI::App& command, bool& allowSameName);
+
+}  // namespace qbx::ctl
