@@ -150,16 +150,6 @@ TEST_F(EmailSenderTest, ReportsAFailureAndCancelsTheRestWhenToldTo) {
   EXPECT_FALSE(log.contains("wrong"));
 }
 
-TEST_F(EmailSenderTest, TellsRefusedAndUncertainApart) {
-  for (const char* to :
-       {"refused@x.test", "tempfail@x.test", "nodata@x.test", "big@x.test", "drop@x.test", "a@x.test; refused@x.test"})
-    EXPECT_FALSE(Fail(to).uncertain) << to;
-  EXPECT_TRUE(Fail("dropdata@x.test").uncertain);
-  desk.options.SMTP_Port = "1";
-  EXPECT_FALSE(Fail("a@x.test").uncertain);
-  EXPECT_THAT(Reached(sandbox), ElementsAre("dropdata@x.test"));
-}
-
 TEST_F(EmailSenderTest, KeepsTheComponentsNameToItself) {
   sandbox.Steer(R"({"recipients": {"x@x.test": "550 chilKAT says no"}})");
   Fail("x@x.test");

@@ -205,13 +205,6 @@ TEST_F(MailshotTest, WritesNothingInADryRun) {
   EXPECT_EQ(Reached(sandbox), reached);
 }
 
-TEST_F(MailshotTest, SendsATemporaryCampaign) {
-  desk.AddRow(101, "07700900101", "a@x.test", -3);
-  EXPECT_EQ(desk.Send(MailshotMode::kSend, -3).end, MailshotEnd::kFinished);
-  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test"));
-  EXPECT_THAT(desk.Processed(), ElementsAre("101"));
-}
-
 TEST_F(MailshotTest, IsRefusedByItsChecks) {
   desk.AddRow(101, "07700900101", "a@x.test");
   desk.options.QBX_Internal = true;
@@ -346,6 +339,19 @@ TEST_F(MailshotTest, SendsNothingAgainWhenOnlyTheMarkFailed) {
   EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
   EXPECT_THAT(desk.Processed(), ElementsAre("101"));
   EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test"));
+}
+
+TEST_F(MailshotTest, RecordJournalAndMarkAreOneStepWhenTheProcessEnds) {
+  desk.AddRow(101, "07700900101", "");
+  struct End {};
+  for (const auto& [point, done] : {std::pair(MailshotPoint::kBeforeCommit, 0), {MailshotPoint::kAfterCommit, 1}}) {
+    desk.host.Run("DELETE FROM Send_Journal");
+    AtPoint observer(point, [](qint64) { throw End(); });
+    EXPECT_THROW(desk.MakeMailshot(observer).Send(kCampaign, desk.templates), End);
+    EXPECT_EQ(desk.host.Rows("SELECT Customer FROM SMS").size(), done);
+    EXPECT_EQ(Journal(), QStringList(done ? "101|1|1" : "101|1|0"));
+    EXPECT_EQ(desk.Processed().size(), done);
+  }
 }
 
 TEST_F(MailshotTest, EndsWithAReportWhenTheJournalCannotBeWritten) {

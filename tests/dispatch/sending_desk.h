@@ -26,9 +26,7 @@ class RecordingView final : public SendEmailView {
 
 /// A garage that is set up to send texts and e-mails through its own accounts.
 struct SendingDesk {
-  /// \param existing  as EmbeddedHost takes it
-  SendingDesk(int httpPort, int smtpPort, const HostInfo& onComputer, const QString& existing = {})
-      : host(existing), computer(onComputer) {
+  SendingDesk(int httpPort, int smtpPort, const HostInfo& onComputer) : computer(onComputer) {
     options.SMS_Server = QStringLiteral("http://127.0.0.1:%1").arg(httpPort);
     options.SMS_ClientID = QStringLiteral("GARAGE1");
     options.SMS_ClientPassword = QString::fromUtf8(kSmsPassword);
@@ -64,9 +62,9 @@ struct SendingDesk {
                      host.lastError, options, service, computer, host.diagnostics, QStringLiteral("TESTER")},
                     observer);
   }
-  MailshotSummary Send(MailshotMode mode = MailshotMode::kSend, int campaign = kCampaign) {
+  MailshotSummary Send(MailshotMode mode = MailshotMode::kSend) {
     MailshotObserver nobody;
-    return MakeMailshot(nobody).Send(campaign, templates, mode);
+    return MakeMailshot(nobody).Send(kCampaign, templates, mode);
   }
 
   /// The customers whose rows are marked.

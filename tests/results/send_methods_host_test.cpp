@@ -37,6 +37,7 @@ TEST_F(SendMethodsHostTest, RulesTakeTheRowsTheyName) {
   EXPECT_EQ(With(u"Send_Email"_qs), u"1 2"_qs);
   EXPECT_EQ(With(u"Send_Letter"_qs), u"1 2 3 4 5 6"_qs);
 
+  EXPECT_TRUE(SetSendMethods(host.statements, {.sms = 6, .email = 5, .letter = 5}, 12, {}));  // no such rules
   EXPECT_TRUE(SetSendMethods(host.statements, {.sms = 1, .letter = 1}, 12, {}));
   EXPECT_EQ(With(u"Send_SMS"_qs) + With(u"Send_Letter"_qs), QString());
   EXPECT_EQ(With(u"Send_Email"_qs), u"1 2"_qs);
@@ -53,15 +54,6 @@ TEST_F(SendMethodsHostTest, RulesTakeTheRowsTheyName) {
   EXPECT_EQ(With(u"Send_Email"_qs), u"1"_qs);
   EXPECT_EQ(With(u"Send_Letter"_qs), u"1 3 5 6"_qs);
   EXPECT_EQ(host.Ask(u"SELECT BySMS FROM Campaign_Results_Counters WHERE CampaignID = 12"_qs).ToInt(), 4);
-}
-
-TEST_F(SendMethodsHostTest, ALaterRuleSeesTheFlagsOfAnEarlierOne) {
-  host.Run(u"UPDATE [Campaign Results] SET Send_Email = 1 WHERE RecordID IN (1, 2)"_qs);
-  // Texts are decided on the e-mail flags from before; letters on both as they are then.
-  EXPECT_TRUE(SetSendMethods(host.statements, {.sms = 4, .email = 1, .letter = 2}, 12, {}));
-  EXPECT_EQ(With(u"Send_SMS"_qs), u"3 4 5 6"_qs);
-  EXPECT_EQ(With(u"Send_Email"_qs), QString());
-  EXPECT_EQ(With(u"Send_Letter"_qs), u"1 2"_qs);
 }
 
 TEST_F(SendMethodsHostTest, ABatchThatRanStaysWhenAnotherFails) {

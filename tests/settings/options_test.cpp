@@ -1,11 +1,11 @@
-// Reading the company's and the user's options.
+// Reading the company's and the user's options from a host database.
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include "fake_host.h"
 #include "settings/options_loader.h"
 #include "settings/user_options.h"
+#include "support/embedded_host.h"
+#include "util/text.h"
 
 namespace qbx::test {
 namespace {
@@ -13,43 +13,28 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-const QString kRowA = QStringLiteral("proc_selp__Option('A')");
 const QString kReadError = QStringLiteral("Error reading all settings data. The database may need updating.");
 
-/// A row in which every key is NULL.
-FakeRow NullRow() {
-  FakeRow row;
-  for (const OptionKey& key : OptionKeys())
-    row.Set(QString::fromLatin1(key.name), Value::Null());
-  return row;
-}
+struct OptionsTest : testing::Test, EmbeddedHost {
+  using EmbeddedHost::Run;
 
-struct OptionsTest : testing::Test, HostFixture {
-  QString iniPath = folder.Write(QStringLiteral("QBX.INI"), "[App]\r\nCustomer=old\r\n");
-  IniFile ini{iniPath};
+  IniFile ini{folder.Write(QStringLiteral("QBX.INI"), "[App]\r\nCustomer=old\r\n")};
   HostCipher cipher{folder.File(QStringLiteral("QBX.KEY")), log};
   StartupValues startup;
   Options options;
   OptionsLoader loader{statements, ini, cipher, startup, context, options, diagnostics};
 
-  OptionsTest() {
-    startup.title = QStringLiteral("QBX Marketing & Reporting Module");
-    SetVersions(75, kModuleSchemaLevel);
-    host.answers[kRowA] = NullRow();
-    Connect();
+  OptionsTest() { startup.title = QStringLiteral("QBX Marketing & Reporting Module"); }
+  /// Changes the row of company "A": a new empty one has NULL for every key.
+  void Set(const char* name, const QString& text) {
+    Run(QStringLiteral("UPDATE _Options SET %1 = %2").arg(QLatin1String(name), SqlQuoted(text)));
   }
-  void SetVersions(int database, int module) {
-    FakeRow row;
-    row.Set(QStringLiteral("Version"), database);
-    row.Set(QStringLiteral("Marketing_Version"), module);
-    host.answers[QStringLiteral("proc__OptionVersion")] = row;
-  }
-  void Set(const char* name, const Value& value, const QString& row = kRowA) {
-    host.answers[row].Set(QString::fromLatin1(name), value);
-  }
+  void Drop(const char* key) { Run(QStringLiteral("ALTER TABLE _Options DROP COLUMN ") + QLatin1String(key)); }
+  QString Log() { return QString::fromUtf8(folder.Read(QStringLiteral("MARKETING.LOG"))); }
 };
 
 TEST_F(OptionsTest, NullKeysGetTheirDefaults) {
+  Run(QStringLiteral("UPDATE _Version SET Version = 75"));
   ASSERT_TRUE(loader.LoadOptions());
   EXPECT_TRUE(ui.Messages().empty());
   EXPECT_EQ(options.Timeout, 15);
@@ -64,7 +49,7 @@ TEST_F(OptionsTest, NullKeysGetTheirDefaults) {
 
 TEST_F(OptionsTest, TheConnectionTakesTheTimeOutButNeverLessThanThreeSeconds) {
   for (const auto& [stored, used] : {std::pair(0, 15), {2, 15}, {-5, 15}, {3, 3}, {90, 90}}) {
-    Set("Timeout", stored);
+    Set("Timeout", QString::number(stored));
     ASSERT_TRUE(loader.LoadOptions());
     EXPECT_EQ(connection.CommandTimeout(), used) << stored;
   }
@@ -107,13 +92,9 @@ TEST_F(OptionsTest, OnlyAMarkedMailPasswordIsDeciphered) {
 
 TEST_F(OptionsTest, AnotherCompanyReadsItsOwnRowAndInheritsNothing) {
   startup.companyCode = QStringLiteral("B'1");
-  const QString ownRow = QStringLiteral("proc_selp__Option('B''1')");
-  host.answers[ownRow] = NullRow();
-  Set("SMS_Server", QStringLiteral("a.example"));
-  Set("CoTelNo", QStringLiteral("01 of A"));
-  Set("Using_Vrelo", true);
-  Set("Using_Vrelo", false, ownRow);
-  Set("CoTelNo", QStringLiteral("02 of B"), ownRow);
+  Run(QStringLiteral(
+      "INSERT INTO _Options (Options_Company, CoTelNo, Using_Vrelo) VALUES ('B''1', '02 of B', 0); "
+      "UPDATE _Options SET CoTelNo = '01 of A', Using_Vrelo = 1, SMS_Server = 'a.example' WHERE Options_Company = 'A'"));
   ASSERT_TRUE(loader.LoadOptions());
   EXPECT_EQ(options.SMS_Server, QString());
   EXPECT_EQ(options.CoTelNo, QStringLiteral("02 of B"));
@@ -123,7 +104,7 @@ TEST_F(OptionsTest, AnotherCompanyReadsItsOwnRowAndInheritsNothing) {
 TEST_F(OptionsTest, TheFaxMarkerTurnsVehicleSalesOnAndTheNamesFollow) {
   startup.databaseName = QStringLiteral("FromRegistry");
   Set("CoFaxNo", QStringLiteral("vrm"));
-  Set("Accounts_Export", true);
+  Set("Accounts_Export", QStringLiteral("1"));
   ASSERT_TRUE(loader.LoadOptions());
   EXPECT_TRUE(startup.edition.vehicleSales);
   EXPECT_FALSE(options.Accounts_Export);
@@ -144,7 +125,7 @@ TEST_F(OptionsTest, AFailedReadKeepsWhatWasReadBefore) {
   Set("SMS_Sender_ID", QStringLiteral("ABC"));
   options.SMTP_Server = QStringLiteral("kept.example");
   startup.databaseName = QStringLiteral("FromRegistry");
-  host.answers[kRowA].Remove(QStringLiteral("Reminder_From_Name"));
+  Drop("Reminder_From_Name");
   EXPECT_FALSE(loader.LoadOptions());
   EXPECT_THAT(ui.MessageTexts(), ElementsAre(kReadError));
   EXPECT_EQ(ui.Messages().front().icon, MessageIcon::kExclamation);
@@ -155,7 +136,7 @@ TEST_F(OptionsTest, AFailedReadKeepsWhatWasReadBefore) {
 
 TEST_F(OptionsTest, MissingReportKeysAreNoFault) {
   for (const OptionKey& key : OptionKeys()) {
-    if (key.mayBeMissing) host.answers[kRowA].Remove(QString::fromLatin1(key.name));
+    if (key.mayBeMissing) Drop(key.name);
   }
   EXPECT_TRUE(loader.LoadOptions());
   EXPECT_TRUE(ui.Messages().empty());
@@ -163,14 +144,14 @@ TEST_F(OptionsTest, MissingReportKeysAreNoFault) {
 }
 
 TEST_F(OptionsTest, ACompanyWithoutARowIsAFailure) {
-  host.answers[kRowA].isEmpty = true;
+  Run(QStringLiteral("DELETE FROM _Options"));
   EXPECT_FALSE(loader.LoadOptions());
   EXPECT_THAT(ui.MessageTexts(), ElementsAre(kReadError));
 }
 
 TEST_F(OptionsTest, AnotherModuleLevelIsToldAndLoadingGoesOn) {
-  SetVersions(75, 5);
-  Set("SMS", true);
+  Run(QStringLiteral("UPDATE _Version SET Marketing_Version = 5"));
+  Set("SMS", QStringLiteral("1"));
   EXPECT_TRUE(loader.LoadOptions());
   EXPECT_TRUE(options.SMS);
   ASSERT_THAT(
@@ -184,76 +165,32 @@ TEST_F(OptionsTest, AnotherModuleLevelIsToldAndLoadingGoesOn) {
 }
 
 TEST_F(OptionsTest, WithoutADatabaseNothingIsShown) {
-  Connection never{[this](const ConnectionTarget&, const Login&, int) { return std::make_unique<FakeSession>(host); }};
+  Connection never{engine.Factory()};
   Statements offline{never, interpretation, events, lastError, diagnostics};
   OptionsLoader offlineLoader{offline, ini, cipher, startup, context, options, diagnostics};
   EXPECT_FALSE(offlineLoader.LoadOptions());
   EXPECT_TRUE(ui.Messages().empty());
 }
 
-struct UserOptionsTest : testing::Test, HostFixture {
-  const QString select = QStringLiteral("proc_selp__OptionsUser ( 'O''Neil' )");
-  const QString add = QStringLiteral("proc_addp__OptionsUser ( 'O''Neil' )");
-  UserOptions options;
-  FakeRow row;
+struct UserOptionsTest : testing::Test, EmbeddedHost {
+  using EmbeddedHost::Run;
 
-  UserOptionsTest() {
-    for (const char* name : {"UserId",
-                             "SORTED_COLUMN_COLOUR",
-                             "FILTER_COLUMN_COLOUR",
-                             "GRID_ODD_BACKCOLOUR",
-                             "GRID_ODD_FORECOLOUR",
-                             "GRID_EVEN_BACKCOLOUR",
-                             "GRID_EVEN_FORECOLOUR",
-                             "GRID_HEADFONT",
-                             "GRID_HEADFONT_SIZE",
-                             "GRID_HEADFONT_BOLD",
-                             "GRID_HEADFONT_ITALIC",
-                             "GRID_HEADFONT_UNDERLINE",
-                             "GRID_LINEFONT",
-                             "GRID_LINEFONT_SIZE",
-                             "GRID_LINEFONT_BOLD",
-                             "GRID_LINEFONT_ITALIC",
-                             "GRID_LINEFONT_UNDERLINE",
-                             "SYSTEM_ADMIN",
-                             "SECTION_GRID_LINEFONT",
-                             "SECTION_GRID_LINEFONT_SIZE",
-                             "SECTION_GRID_LINEFONT_UNDERLINE",
-                             "SECTION_GRID_LINEFONT_ITALIC",
-                             "SECTION_GRID_LINEFONT_BOLD",
-                             "SECTION_GRID_FOREGROUND",
-                             "SECTION_GRID_BACKGROUND",
-                             "USE_BROWSE_COLOUR",
-                             "USE_REQUIRED_COLOUR",
-                             "CREATE_BROWSE_BUTTONS",
-                             "ALWAYS_SHOW_GRID_BROWSE_BUTTONS",
-                             "SHOW_EDIT_UPDATED_MESSAGE",
-                             "DISPLAY_TOOLBAR_CAPTIONS"}) {
-      row.Set(QString::fromLatin1(name), Value::Null());
-    }
-    row.Set(QStringLiteral("GRID_ODD_BACKCOLOUR"), 0xFFEEDD);
-    Connect();
-  }
+  UserOptions options;
+
   bool Load() { return sysLoadUserInfo(statements, diagnostics, QStringLiteral("O'Neil"), options); }
 };
 
 TEST_F(UserOptionsTest, ANewUserGetsARow) {
-  FakeRow none = row;
-  none.isEmpty = true;
-  host.answers[select] = none;
-  host.answers[add] = {};
-  host.onExecute = [this](const QString& batch) {
-    if (batch == add) host.answers[select] = row;
-  };
   EXPECT_TRUE(Load());
-  EXPECT_EQ(options.GRID_ODD_BACKCOLOUR, 0xFFEEDD);
-  EXPECT_THAT(host.executed, ElementsAre(select, add, select));
+  EXPECT_EQ(options.GRID_ODD_BACKCOLOUR, 0xFFFFFF);
+  Run(QStringLiteral("UPDATE _OptionsUser SET GRID_ODD_BACKCOLOUR = 5 WHERE UserId = 'O''Neil'"));
+  EXPECT_TRUE(Load());
+  EXPECT_EQ(options.GRID_ODD_BACKCOLOUR, 5);
 }
 
 TEST_F(UserOptionsTest, AFailureIsToldAndChangesNothing) {
   options.GRID_LINEFONT = QStringLiteral("Kept");
-  row.Remove(QStringLiteral("DISPLAY_TOOLBAR_CAPTIONS"));
-  host.answers[select] = row;
+  Run(QStringLiteral("ALTER TABLE _OptionsUser DROP COLUMN DISPLAY_TOOLBAR_CAPTIONS"));
   EXPECT_FALSE(Load());
   EXPECT_EQ(options.GRID_LINEFONT, QStringLiteral("Kept"));
   EXPECT_THAT(ui.MessageTexts(), ElementsAre(QStringLiteral("The user options could not be read.")));

@@ -3,10 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "fake_host.h"
 #include "platform/file_registry_store.h"
 #include "settings/registry_values.h"
 #include "support/memory_registry_store.h"
+#include "test_services.h"
 
 namespace qbx::test {
 namespace {

@@ -5,8 +5,8 @@
 
 #include <QFileInfo>
 
-#include "fake_host.h"
 #include "settings/service_settings.h"
+#include "test_services.h"
 
 namespace qbx::test {
 namespace {

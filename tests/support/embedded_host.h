@@ -18,19 +18,15 @@ namespace qbx::test {
 /// Opens on a new host database, as user "TESTER". Statements of a test run below the statement routines and fail the
 /// test by themselves.
 struct EmbeddedHost {
-  /// \param existing  folder of another EmbeddedHost, perhaps of another process, whose database is opened instead of a
-  /// new one
-  explicit EmbeddedHost(const QString& existing = {}) : home(existing.isEmpty() ? folder.Path() : existing) {
+  EmbeddedHost() {
     context.user = QStringLiteral("TESTER");
     context.DatabaseVersion = kHostSchemaVersion;
     errors.SetEventWriter([this](int type, int table, const QString& key, const QString& details) {
       events.LogEvent(type, table, key, details);
     });
-    if (existing.isEmpty()) {
-      const HostDatabaseProblem problem =
-          CreateHostDatabase(folder.File(QStringLiteral("Garage.db")), ExistingFile::kRefuse);
-      if (problem) ADD_FAILURE() << problem->toStdString();
-    }
+    const HostDatabaseProblem problem =
+        CreateHostDatabase(folder.File(QStringLiteral("Garage.db")), ExistingFile::kRefuse);
+    if (problem) ADD_FAILURE() << problem->toStdString();
     try {
       connection.Open(QStringLiteral("Provider=SQLOLEDB;Data Source=;Initial Catalog=Garage;"),
                       {QStringLiteral("sa"), QString()});
@@ -69,14 +65,13 @@ struct EmbeddedHost {
   }
 
   TempFolder folder;
-  QString home;  ///< where the database and the log file are
   FixedClock clock;
   ScriptedUi ui;
-  LogFile log{clock, home + QStringLiteral("/MARKETING.LOG")};
+  LogFile log{clock, folder.File(QStringLiteral("MARKETING.LOG"))};
   StatusBox status{ui};
   ErrorReport errors{log, status, ui};
   Diagnostics diagnostics{clock, log, ui, status, errors};
-  EmbeddedEngine engine{home, clock, KeepUpToDate};
+  EmbeddedEngine engine{folder.Path(), clock, KeepUpToDate};
   Connection connection{engine.Factory()};
   EventContext context;
   EventLog events{connection, context, log};
