@@ -23,6 +23,7 @@ class QItemSelection;
 class QKeyEvent;
 class QModelIndex;
 class QMouseEvent;
+class QMenu;
 class QTableView;
 
 namespace qbx {
@@ -314,6 +315,7 @@ class cDataGrid {
   const UserOptions& options_;
   GridOwner* owner_ = nullptr;
   QPointer<QTableView> view_;
+  QPointer<QMenu> menu_;  // the last one that was opened
   std::unique_ptr<GridModel> model_;
   std::unique_ptr<GridDelegate> delegate_;
   std::unique_ptr<GridEvents> events_;

@@ -197,8 +197,10 @@ void cDataGrid::Resize() {
 }
 
 void cDataGrid::Menu(const QPoint& position) {
-  auto* menu = new QMenu(view_);
-  menu->setAttribute(Qt::WA_DeleteOnClose);
+  // Its entries let events run, so a menu that goes when it closes would go under their feet. It stays until the next one.
+  delete menu_;
+  menu_ = new QMenu(view_);
+  QMenu* const menu = menu_;
   const auto add = [menu](const QString& text, const QKeySequence& keys, bool enabled, std::function<void()> action) {
     QAction* entry = menu->addAction(text);
     entry->setShortcut(keys);
