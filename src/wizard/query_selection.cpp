@@ -6,6 +6,7 @@
 #include "queries/filter_notes.h"
 #include "queries/query_catalogue.h"
 #include "queries/query_sentence.h"
+#include "wizard/dates_over.h"
 
 namespace qbx {
 
@@ -69,6 +70,10 @@ QString QuerySelection::Selects() const {
 
 QStringList QuerySelection::NumbersReadAnew() const {
   return qbx::NumbersReadAnew(campaign_.record, edition_.boat);
+}
+
+QString QuerySelection::DatesOver() const {
+  return DatesOverText(state_.selectedNode, state_.options, diagnostics_.clock.Today());
 }
 
 void QuerySelection::ShowNode(int index) {

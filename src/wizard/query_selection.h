@@ -47,6 +47,9 @@ class QuerySelection {
   /// Any other setting of the campaign was edited.
   void Changed() { campaign_.CampaignChanged = true; }
 
+  /// What is beside the dates when they are those of a reminder and have passed.
+  [[nodiscard]] QString DatesOver() const;
+
   /// Shows the options of a node without the effects of a click; a number that the tree does not have selects none.
   /// Fills the list of makes when the query has one.
   void ShowNode(int index);

@@ -94,3 +94,16 @@ check("a text that is no date is refused there, too, and stays", () => {
   assertEqual(from.text, "31/02/2025");
   assertEqual(currentTab(), 1);
 });
+
+check("a reminder whose dates are both over says so beside them, until one is not", () => {
+  const over = control("lblDatesOver");
+  control("tvQuery").choose("Based on Reminder Date");
+  from.setText("01/02/2026");
+  to.setText("03/03/2026");
+  assertEqual(over.text, "Both dates are over: this selects reminders from 01/02/2026 to 03/03/2026.");
+  to.setText("04/03/2026");
+  assertEqual(over.visible, false);
+  to.setText("03/03/2026");
+  control("tvQuery").choose("Recent Customers");
+  assertEqual(over.visible, false, "other queries look back");
+});

@@ -102,6 +102,9 @@ void QueryPage::Edited(QString& value, const QString& text) {
 
 void QueryPage::ShowSelects() {
   ui_->lblQuerySelects->setText(Desk().selection.Selects());
+  const QString over = Desk().selection.DatesOver();
+  ui_->lblDatesOver->setText(over);
+  ui_->lblDatesOver->setVisible(!over.isEmpty());
 }
 
 void QueryPage::CampaignSetUp() {
