@@ -224,11 +224,14 @@ void RealRound::NoteDoubt(const std::vector<StoredRow>& stored) {
   int doubtful = 0;
   for (const StoredRow& now : stored) {
     const Row* row = ledger_.Find(now.record);
-    if (!now.journal.InDoubt() || row == nullptr || row->sms.mayDoubt || row->mail.mayDoubt) continue;
-    ledger_.MayBeInDoubt(now.record);
-    ++doubtful;
+    if (row == nullptr) continue;
+    int ofRow = 0;
+    for (const Channel channel : {Channel::kSms, Channel::kEmail})
+      ofRow += now.journal.Of(channel) == JournalState::kSending && !row->Of(channel).mayDoubt ? 1 : 0;
+    if (ofRow > 0) ledger_.MayBeInDoubt(now.record);
+    doubtful += ofRow;
   }
-  if (doubtful > 1) story_.Fault(QStringLiteral("one killed run left %1 rows in doubt").arg(doubtful));
+  if (doubtful > 1) story_.Fault(QStringLiteral("one killed run left %1 messages in doubt").arg(doubtful));
 }
 
 }  // namespace
