@@ -105,7 +105,7 @@ SmsResult SmsGateway::SendSMS(const QString& customer, const QString& mobile, co
   const HttpReply reply =
       Get(SendUrl(options_.SMS_ClientID, options_.SMS_ClientPassword, mobile, options_.Reminder_From_SMS, message));
   if (!reply.body || IsWebPage(*reply.body, reply.isHtml, kSendFields)) {
-    const SmsResult result = NoReply(reply);
+    SmsResult result = NoReply(reply);
     ReportTransportFailure(customer, mobile, result);
     return result;
   }

@@ -72,20 +72,8 @@ QString Batch(const Channel& channel, const Rule& rule, int campaignId, bool ask
   return batch;
 }
 
-}  // namespace
-
-QStringList SmsRules() {
-  return Captions(kSms);
-}
-
-QStringList EmailRules() {
-  return Captions(kEmail);
-}
-
-QStringList LetterRules() {
-  return Captions(kLetter);
-}
-
+/// The statements for a choice: one batch for each channel with a rule, in the order SMS, e-mail, letter. An "except" rule is two statements
+/// separated by "; ".
 QStringList SendMethodBatches(const SendMethods& methods, int campaignId, const Options& options) {
   const bool messagesAsk = options.Using_Vrelo && options.Only_Send_Comms_When_Opted_In;
   struct Choice {
@@ -101,6 +89,20 @@ QStringList SendMethodBatches(const SendMethods& methods, int campaignId, const 
     batches += Batch(channel, channel.rules[static_cast<size_t>(rule)], campaignId, askConsent);
   }
   return batches;
+}
+
+}  // namespace
+
+QStringList SmsRules() {
+  return Captions(kSms);
+}
+
+QStringList EmailRules() {
+  return Captions(kEmail);
+}
+
+QStringList LetterRules() {
+  return Captions(kLetter);
 }
 
 bool SetSendMethods(Statements& statements, const SendMethods& methods, int campaignId, const Options& options) {

@@ -24,10 +24,6 @@ struct SendMethods {
   int letter = -1;
 };
 
-/// The statements for a choice: one batch for each channel with a rule, in the order SMS, e-mail, letter. An "except"
-/// rule is two statements separated by "; ".
-[[nodiscard]] QStringList SendMethodBatches(const SendMethods& methods, int campaignId, const Options& options);
-
 /// Applies the rules to every row of a campaign, one batch after the other, so that a later rule sees the flags that an
 /// earlier one set. Each batch is a transaction, so that an "except" rule never leaves everybody flagged; none spans them: a batch that ran stays,
 /// also when another fails (already reported).
