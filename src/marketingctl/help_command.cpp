@@ -73,11 +73,11 @@ void Print(const Topic& topic, bool json) {
   std::vector<qsizetype> widths;
   for (const QString& column : table.columns) {
     qsizetype width = 0;
-    for (const QJsonValue& row : table.rows)
+    for (const QJsonValue row : table.rows)
       width = std::max(width, row[column].toString().size());
     widths.push_back(width + kBlanksBetween);
   }
-  for (const QJsonValue& row : table.rows) {
+  for (const QJsonValue row : table.rows) {
     QString line;
     for (qsizetype i = 0; i < table.columns.size(); ++i)
       line += row[table.columns[i]].toString().leftJustified(widths[static_cast<size_t>(i)]);

@@ -24,7 +24,7 @@ QJsonArray ReadAll(Recordset rows) {
 
 QJsonArray HistoryOf(Connection& connection, int campaignId) {
   QJsonArray events;
-  for (const QJsonValue& event :
+  for (const QJsonValue event :
        ReadAll(Procedure(connection, "proc_sel_Marketing_Campaigns_History").Open({{"@Count", 0}}))) {
     if (event[QLatin1String("CampaignID")].toInt() == campaignId) events.append(event);
   }
@@ -40,7 +40,7 @@ QJsonArray GeneralEvents(Connection& connection) {
 
 QJsonArray DoubtOf(Connection& connection, int campaignId) {
   QJsonArray doubt;
-  for (const QJsonValue& row :
+  for (const QJsonValue row :
        ReadAll(Procedure(connection, "proc_selp_Send_Journal_Doubt").Open({{"@CampaignID", campaignId}}))) {
     QJsonObject object = row.toObject();
     object.insert(QStringLiteral("CampaignID"), campaignId);
@@ -54,7 +54,7 @@ QJsonArray AllDoubt(Connection& connection) {
   Recordset campaigns = Recordset::ReadAll(connection.Driver().Execute(
       QStringLiteral("SELECT DISTINCT CampaignID FROM Send_Journal (NOLOCK) WHERE State = 0 ORDER BY CampaignID")));
   for (; !campaigns.Eof(); campaigns.MoveNext()) {
-    for (const QJsonValue& row : DoubtOf(connection, static_cast<int>(campaigns.Field(0).ToInt())))
+    for (const QJsonValue row : DoubtOf(connection, static_cast<int>(campaigns.Field(0).ToInt())))
       doubt.append(row);
   }
   return doubt;

@@ -88,7 +88,7 @@ void PrintTable(const QJsonArray& rows, const QStringList& columns) {
   std::vector<qsizetype> widths;
   for (const QString& column : columns) {
     qsizetype width = column.size();
-    for (const QJsonValue& row : rows)
+    for (const QJsonValue row : rows)
       width = std::max(width, CellText(row[column]).size());
     widths.push_back(width);
   }
@@ -100,7 +100,7 @@ void PrintTable(const QJsonArray& rows, const QStringList& columns) {
     PrintLine(line.trimmed());
   };
   printRow([](const QString& column) { return column; });
-  for (const QJsonValue& row : rows)
+  for (const QJsonValue row : rows)
     printRow([&](const QString& column) { return CellText(row[column]); });
 }
 

@@ -50,7 +50,7 @@ void Print(Program& program, const QJsonArray& previews) {
     return;
   }
   if (previews.isEmpty()) PrintLine(QStringLiteral("No row is flagged and unprocessed."));
-  for (const QJsonValue& preview : previews) {
+  for (const QJsonValue preview : previews) {
     PrintLine(QStringLiteral("--- Row ") + preview[QLatin1String("RecordID")].toVariant().toString());
     PrintLine(QStringLiteral("SMS:     ") + preview[QLatin1String("sms")].toString());
     PrintLine(QStringLiteral("Subject: ") + preview[QLatin1String("subject")].toString());

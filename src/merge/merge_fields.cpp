@@ -70,6 +70,7 @@ QString MergeDate(QDate date) {
 
 std::vector<FieldMeaning> FieldMeanings() {
   std::vector<FieldMeaning> meanings;
+  meanings.reserve(std::size(kMergeFields));
   for (const MergeField& field : kMergeFields)
     meanings.push_back({FieldPattern(field, false), QString::fromLatin1(field.meaning)});
   return meanings;

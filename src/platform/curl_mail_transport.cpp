@@ -12,7 +12,7 @@ namespace {
 using Step = SmtpDialogue::Step;
 
 constexpr int kShortestMasked = 4;
-constexpr long kUploadBuffer = 16 * 1024;  // the least that libcurl takes
+constexpr long kUploadBuffer = 16L * 1024;  // the least that libcurl takes
 
 struct ListDeleter {
   void operator()(curl_slist* list) const { curl_slist_free_all(list); }
