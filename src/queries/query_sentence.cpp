@@ -63,7 +63,7 @@ QString QuerySelects(int query, const QueryOptions& options, const QStringList& 
   const StartingQuery* const row = FindStartingQuery(query);
   if (row == nullptr || row->IsGroup() || (row->boatOnly && !boatEdition)) return {};
   QueryOptions filled = options;
-  if (const QString missing = Missing(*row, filled, today); !missing.isEmpty()) return missing;
+  if (QString missing = Missing(*row, filled, today); !missing.isEmpty()) return missing;
   QString text = QString::fromLatin1(row->selects);
   if (boatEdition) text = BoatWording(text);
   if (row->panels.ranking) text += NumbersRead(filled);
