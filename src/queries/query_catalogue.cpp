@@ -49,7 +49,7 @@ std::optional<QueryNode> FindQueryNode(int index, bool boatEdition) {
 QString QueryDescription(const QString& queryKey, bool boatEdition, int year) {
   const StartingQuery* const query = FindByKey(queryKey);
   if (query == nullptr) return {};
-  const QString text = QString::fromLatin1(query->description);
+  QString text = QString::fromLatin1(query->description);
   if (boatEdition) return BoatWording(text);
   const QString example = QString::fromLatin1(query->example);
   if (example.isEmpty()) return text;
