@@ -81,8 +81,8 @@ std::unique_ptr<RowSource> Command::Open() {
   if (connection == nullptr) {
     ThrowClientError(
         kConnectionClosed,
-        QStringLiteral("The connection cannot be used to perform this operation. It is either closed or invalid "
-                       "in this context."));
+        QStringLiteral(
+            "The connection cannot be used to perform this operation. It is either closed or invalid in this context."));
   }
   try {
     const TimeoutOverride timeout(*connection, commandTimeout);

@@ -221,9 +221,9 @@ void DatabaseConnector::ReportFailure(const QString& server, const Login& login,
 
 bool DatabaseConnector::AskToStartService(const QString& message) {
   const QString question =
-      message + QLatin1String(
-                    "\r\rThe Database Service on this computer may not be running, or it may be being blocked by your "
-                    "Firewall software.\r\r Do you want to try and start the Database Service now?");
+      message +
+      QLatin1String(
+          "\r\rThe Database Service on this computer may not be running, or it may be being blocked by your Firewall software.\r\r Do you want to try and start the Database Service now?");
   return diagnostics_.ui.ShowMessage({.text = question,
                                       .icon = MessageIcon::kQuestion,
                                       .buttons = MessageButtons::kYesNo,

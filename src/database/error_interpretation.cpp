@@ -144,9 +144,9 @@ QString ErrorInterpretation::ReportDatabaseError(const Connection* connection, c
   if (message.isEmpty()) message = PendingInstead(pending);
   diagnostics_.log.WriteLog(QLatin1String("Database Error - ") + message);
   if (Contains(message, "the time expected") || Contains(message, "time out period"))
-    message += kTwoReturns + QLatin1String(
-                                 "A record may be required which may be being edited and which can't be updated at "
-                                 "this time.");
+    message +=
+        kTwoReturns +
+        QLatin1String("A record may be required which may be being edited and which can't be updated at this time.");
   if (Contains(message, "general network error")) {
     OfferToQuit(message);
     return message;

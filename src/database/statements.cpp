@@ -122,10 +122,11 @@ Statements::ExecuteResult Statements::Execute(Connection& target, const QString&
 }
 
 void Statements::ShowConnectionProblem() {
-  diagnostics_.ui.ShowMessage({.text = QStringLiteral("A problem has occured with the database connection. You should "
-                                                      "quit the program and restart the computer."),
-                               .icon = MessageIcon::kExclamation,
-                               .defaultAnswer = MessageAnswer::kOk});
+  diagnostics_.ui.ShowMessage(
+      {.text = QStringLiteral(
+           "A problem has occured with the database connection. You should quit the program and restart the computer."),
+       .icon = MessageIcon::kExclamation,
+       .defaultAnswer = MessageAnswer::kOk});
 }
 
 int Statements::dbRunCommand(const QString& commandText, bool returnValue, CommandType, Recordset& recordset,

@@ -19,9 +19,9 @@ constexpr std::array kCatalogue = {
     CatalogueEntry{5, "Couldn't write new value."},
     CatalogueEntry{103, "Deleting multiple rows is not supported."},
     CatalogueEntry{107, "Nothing to be selected."},
-    CatalogueEntry{108,
-                   "Warning: There are <<%1>> records to be selected - this may take some time.  Are you sure you want "
-                   "to continue?"},
+    CatalogueEntry{
+        108,
+        "Warning: There are <<%1>> records to be selected - this may take some time.  Are you sure you want to continue?"},
     CatalogueEntry{113, "The report could not be shown."},
     CatalogueEntry{221, "The user options could not be read."},
 };

@@ -9,11 +9,7 @@ namespace qbx {
 /// The whole row of [Campaign Results] as every reading run selects it, up to and including the FROM clause and a
 /// blank.
 inline constexpr char kSelectResultRows[] =
-    "SELECT RecordID, Customer, Title, Firstname, Lastname, Address, Telephone, Contact, "
-    "Mobile, Email, Cust_Type, Enquiry_Source, Last_Invoiced, "
-    "Vehicle, Make, Model, Year, Last_Mileage, Recall_Date, "
-    "Marketing, Send_SMS, Send_Email, Send_Letter, UserID, Created_Date, Processed, Processed_Date "
-    "FROM [Campaign Results] ";
+    "SELECT RecordID, Customer, Title, Firstname, Lastname, Address, Telephone, Contact, Mobile, Email, Cust_Type, Enquiry_Source, Last_Invoiced, Vehicle, Make, Model, Year, Last_Mileage, Recall_Date, Marketing, Send_SMS, Send_Email, Send_Letter, UserID, Created_Date, Processed, Processed_Date FROM [Campaign Results] ";
 
 /// Rows that a mailshot has to deal with, in sending order.
 [[nodiscard]] inline QString SelectMailshotRows(int campaignId) {

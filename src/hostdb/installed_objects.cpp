@@ -29,9 +29,9 @@ QPair<QByteArray, QByteArray> KeyOf(const QByteArray& kind, const QByteArray& na
 
 std::vector<SchemaObject> ReadObjects(sqlite3* database) {
   std::vector<SchemaObject> objects;
-  SqliteStatement read(database,
-                       "SELECT type, name, tbl_name, sql FROM sqlite_master WHERE type IN ('view', 'trigger') "
-                       "ORDER BY type DESC, rowid");
+  SqliteStatement read(
+      database,
+      "SELECT type, name, tbl_name, sql FROM sqlite_master WHERE type IN ('view', 'trigger') ORDER BY type DESC, rowid");
   while (read.Step())
     objects.push_back({read.TextAt(0), read.TextAt(1), read.TextAt(2), read.TextAt(3)});
   return objects;
@@ -60,8 +60,7 @@ class Renewal {
       : before_(ReadInstalled(database)),
         remember_(
             database,
-            "INSERT INTO _Installed (Kind, Name, Fingerprint) VALUES (?, ?, ?) ON CONFLICT (Kind, Name) DO UPDATE SET "
-            "Fingerprint = excluded.Fingerprint"),
+            "INSERT INTO _Installed (Kind, Name, Fingerprint) VALUES (?, ?, ?) ON CONFLICT (Kind, Name) DO UPDATE SET Fingerprint = excluded.Fingerprint"),
         forget_(database, "DELETE FROM _Installed WHERE Kind = ? AND Name = ?") {}
 
   /// Whether the text is another one than the program installed last; then it counts as installed.
@@ -94,8 +93,7 @@ void Take(std::vector<SchemaObject>& objects, const QByteArray& kind, const QByt
 void RenewProcedures(sqlite3* database, Renewal& renewal, int number) {
   SqliteStatement store(
       database,
-      "INSERT INTO _Procedures (Name, Header, Body, Version) VALUES (?, ?, ?, ?) ON CONFLICT (Name) DO UPDATE SET "
-      "Header = excluded.Header, Body = excluded.Body, Version = excluded.Version");
+      "INSERT INTO _Procedures (Name, Header, Body, Version) VALUES (?, ?, ?, ?) ON CONFLICT (Name) DO UPDATE SET Header = excluded.Header, Body = excluded.Body, Version = excluded.Version");
   for (const ProcedureFile& procedure : BuiltInProcedures()) {
     if (!renewal.IsNew(kProcedure, procedure.name, procedure.header + '\n' + procedure.body)) continue;
     store.Add(procedure.name.toStdString())

@@ -38,10 +38,9 @@ class GarageWriter {
   GarageWriter(sqlite3* database, const SampleGarageSettings& settings)
       : settings_(settings),
         customer_(database, "INSERT INTO Customers VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
-        vehicle_(database,
-                 "INSERT INTO Vehicles (Vehicle, Customer, Make, Model, Year, Last_Mileage, Recall_Date1, "
-                 "Recall_Date2, Recall_Date3, "
-                 "Recall_Date4, Recall_Date5, Recall_Date6) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+        vehicle_(
+            database,
+            "INSERT INTO Vehicles (Vehicle, Customer, Make, Model, Year, Last_Mileage, Recall_Date1, Recall_Date2, Recall_Date3, Recall_Date4, Recall_Date5, Recall_Date6) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
         engine_(database,
                 "INSERT INTO Engines (Vehicle, Customer, Make, Model, Year, Last_Mileage) VALUES (?, ?, ?, ?, ?, ?)"),
         service_(database,

@@ -10,9 +10,7 @@ int main(int argc, char** argv) {
   qbx::SettleTimeZone();
   QCoreApplication application(argc, argv);
   CLI::App root(
-      "Marketing campaigns without a window: the same queries, filters, texts and e-mails, for a scheduler or a "
-      "script.\n"
-      "Exit codes: 0 done, 1 refused or failed, 2 usage, 3 some rows failed or are in doubt, 4 paused.",
+      "Marketing campaigns without a window: the same queries, filters, texts and e-mails, for a scheduler or a script.\nExit codes: 0 done, 1 refused or failed, 2 usage, 3 some rows failed or are in doubt, 4 paused.",
       "marketingctl");
   qbx::ctl::Runner runner(root);
   qbx::ctl::AddSampleCommand(runner);

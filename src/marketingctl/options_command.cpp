@@ -131,8 +131,7 @@ void AddOptionsCommand(Runner& runner) {
   set.add_option("KEY", arguments->key, "Its name, as \"options list\" shows it")->required();
   set.add_option("VALUE", arguments->value, "Its value; passwords only as @FILE or @-")->required();
   set.footer(
-      "Examples: marketingctl --folder garage --user Pat options set SMS_Server 127.0.0.1:8080\n"
-      "          marketingctl --folder garage --user Pat options set SMTP_Password @password.txt");
+      "Examples: marketingctl --folder garage --user Pat options set SMS_Server 127.0.0.1:8080\n          marketingctl --folder garage --user Pat options set SMTP_Password @password.txt");
   runner.AddCommand(set, [arguments](Program& program) { return SetOption(program, *arguments); });
 }
 

@@ -74,8 +74,8 @@ int RefuseUnfinished(int stepsDone) {
   return Refuse(
       stepsDone == 0
           ? QStringLiteral("The rows of the campaign are as they were.")
-          : QStringLiteral("The campaign now holds the rows of step 1, to which its filters were not applied. "
-                           "Run the query again."));
+          : QStringLiteral(
+                "The campaign now holds the rows of step 1, to which its filters were not applied. Run the query again."));
 }
 
 void PrintCounts(Program& program, int campaignId) {
@@ -182,8 +182,7 @@ void AddQueryCommand(Runner& runner) {
       ->excludes(id);
   DeclareAllowSameName(command, arguments->allowSameName);
   command.footer(
-      "Examples: marketingctl --folder garage --user Pat query 12\n"
-      "          marketingctl --folder garage --user Pat query --query \"Top Customers\" --records 25 --json");
+      "Examples: marketingctl --folder garage --user Pat query 12\n          marketingctl --folder garage --user Pat query --query \"Top Customers\" --records 25 --json");
   runner.AddCommand(command, [arguments](Program& program) {
     if (arguments->id.empty() && !arguments->settings.query) {
       Refuse(Reason::kUsage, QStringLiteral("query: name a saved campaign or a --query."));
@@ -192,8 +191,10 @@ void AddQueryCommand(Runner& runner) {
     CampaignArguments beyondDates = arguments->settings;
     beyondDates.from = beyondDates.to = std::nullopt;
     if (!arguments->id.empty() && beyondDates != CampaignArguments()) {
-      Refuse(Reason::kUsage, QStringLiteral("query: a saved campaign is run as it is saved, but for --from and --to; "
-                                            "\"campaigns set\" changes it."));
+      Refuse(
+          Reason::kUsage,
+          QStringLiteral(
+              "query: a saved campaign is run as it is saved, but for --from and --to; \"campaigns set\" changes it."));
       return static_cast<int>(kUsage);
     }
     return Query(program, *arguments);

@@ -141,9 +141,7 @@ std::string RulesHelp() {
     }
   }
   help += QStringLiteral(
-      "Examples: marketingctl --folder garage --user Pat results 12 --send-by sms=0 email=0 letter=1\n"
-      "          marketingctl --folder garage --user Pat results 12 --toggle 4711 Processed --yes\n"
-      "          marketingctl --folder garage --user Pat results 12 --settle-doubt not-sent --rows 4711,4712 --yes");
+      "Examples: marketingctl --folder garage --user Pat results 12 --send-by sms=0 email=0 letter=1\n          marketingctl --folder garage --user Pat results 12 --toggle 4711 Processed --yes\n          marketingctl --folder garage --user Pat results 12 --settle-doubt not-sent --rows 4711,4712 --yes");
   return help.toStdString();
 }
 

@@ -48,8 +48,8 @@ std::optional<StartRefusal> StartProblem(const Application& app, const HeadlessU
   if (!app.hostConnection.Ready()) {
     return StartRefusal{
         Reason::kDatabaseAway,
-        QStringLiteral("The database \"%1\" of %2 is not available, so nothing was done. \"status\" shows "
-                       "what the program connects to.")
+        QStringLiteral(
+            "The database \"%1\" of %2 is not available, so nothing was done. \"status\" shows what the program connects to.")
             .arg(app.startup.databaseName, app.startup.ProgramFolder)};
   }
   if (ui.Warned()) {

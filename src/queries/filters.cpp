@@ -92,8 +92,8 @@ std::optional<Message> GuardIncludeOptedOut(Filters& filters, const Options& opt
   if (!filters.chkIncludeOptedOut || !options.Only_Send_Comms_When_Opted_In) return std::nullopt;
   filters.chkIncludeOptedOut = false;
   return InformationMessage(
-      QStringLiteral("This option can not be used because 'Only send Emails or SMS Text Marketing to customers who "
-                     "have Consented to receive such messages' has been enabled in QBX system settings."),
+      QStringLiteral(
+          "This option can not be used because 'Only send Emails or SMS Text Marketing to customers who have Consented to receive such messages' has been enabled in QBX system settings."),
       QStringLiteral("Your settings prevent this option"));
 }
 

@@ -30,8 +30,8 @@ void ResultFlags::ClickCell(const QString& column, qint64 recordId) {
   if (!EqualsNoCase(column, QString::fromLatin1(kProcessedFlag))) return;
   if (!processedChangeConfirmed_) {
     const Message question{
-        .text = QStringLiteral("Do you want to adjust the Processed flags? Records can be ignored or "
-                               "resent if the flag is adjusted."),
+        .text = QStringLiteral(
+            "Do you want to adjust the Processed flags? Records can be ignored or resent if the flag is adjusted."),
         .icon = MessageIcon::kQuestion,
         .buttons = MessageButtons::kYesNo,
         .question = Question::kChangeProcessedFlags};

@@ -154,8 +154,7 @@ struct OptionKey {
 
 /// What refuses to select or contact anybody while the options could not be read, since nobody's consent could be checked.
 inline constexpr char kOptionsUnreadText[] =
-    "The company's settings could not be read, so it is not known whether only customers who opted in may be "
-    "contacted. Nothing was done.";
+    "The company's settings could not be read, so it is not known whether only customers who opted in may be contacted. Nothing was done.";
 
 /// Every key in the order of reading: first those of company "A", then those of the own row. "CoTelNo" and "CoFaxNo"
 /// are in both.

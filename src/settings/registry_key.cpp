@@ -152,8 +152,8 @@ void CRegistry::ReportCreateFailure(const QString& path, const QString& failure)
   services_.failures.reported = true;
   log.WriteLog(
       services_.diagnostics.ui.ApplicationTitle() +
-      QStringLiteral(" encountered an error while try to store program settings in the Windows Registry. The currently "
-                     "logged in user may not have sufficient Windows permissions") +
+      QStringLiteral(
+          " encountered an error while try to store program settings in the Windows Registry. The currently logged in user may not have sufficient Windows permissions") +
       QStringLiteral("Error at 4824 Creating Key:") + path + QStringLiteral(", Err: ") + failure);
   LogDebugQueryValue();
 }

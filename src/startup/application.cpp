@@ -39,10 +39,10 @@ QString UnitFor(const ServiceSettings& service, const QString& name) {
 SessionFactory Sessions(EmbeddedEngine& engine) {
   return [&engine](const ConnectionTarget& target, const Login& login, int timeout) -> std::unique_ptr<Session> {
     if (IsEmbeddedServer(target.server)) return engine.Connect(target, login, timeout);
-    const QString text = QStringLiteral(
-                             "This build of the program cannot reach the SQL Server %1. "
-                             "Leave the server name empty to use the database in the program folder.")
-                             .arg(target.server);
+    const QString text =
+        QStringLiteral(
+            "This build of the program cannot reach the SQL Server %1. Leave the server name empty to use the database in the program folder.")
+            .arg(target.server);
     throw DatabaseError(kUnspecifiedError, text,
                         {{.number = 17, .sqlState = QStringLiteral("08001"), .description = text}});
   };

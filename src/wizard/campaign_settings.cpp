@@ -206,9 +206,8 @@ bool CampaignSettings::LoadLetters(int position) {
     return false;
   }
   const Message question{
-      .text =
-          QStringLiteral("The existing Letter Templates in the Campaign will be lost and replaced by the letters in "
-                         "the selected Campaign.\r\rOK to continue?"),
+      .text = QStringLiteral(
+          "The existing Letter Templates in the Campaign will be lost and replaced by the letters in the selected Campaign.\r\rOK to continue?"),
       .icon = MessageIcon::kQuestion,
       .buttons = MessageButtons::kYesNo};
   if (diagnostics_.ui.ShowMessage(question) != MessageAnswer::kYes) return false;

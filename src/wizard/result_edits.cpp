@@ -4,9 +4,10 @@ namespace qbx {
 namespace {
 
 Message OtherRowsMessage() {
-  return {.text = QStringLiteral("The results of this campaign have not been read, so nothing was changed.\r\rPlease "
-                                 "leave this page and open it again."),
-          .icon = MessageIcon::kExclamation};
+  return {
+      .text = QStringLiteral(
+          "The results of this campaign have not been read, so nothing was changed.\r\rPlease leave this page and open it again."),
+      .icon = MessageIcon::kExclamation};
 }
 
 }  // namespace

@@ -44,9 +44,10 @@ std::optional<Message> CheckStepTwo(int query, const Filters& filters, bool boat
 }
 
 Message NoDatabaseMessage() {
-  return {.text = QStringLiteral("There is no connection to the database, so this cannot be done now.\r\r"
-                                 "Please check that the database server is running, and start the program again."),
-          .icon = MessageIcon::kExclamation};
+  return {
+      .text = QStringLiteral(
+          "There is no connection to the database, so this cannot be done now.\r\rPlease check that the database server is running, and start the program again."),
+      .icon = MessageIcon::kExclamation};
 }
 
 Message NoResultsMessage(const QString& action) {
@@ -68,21 +69,18 @@ std::optional<Message> CheckRunCampaign(const std::array<bool, 4>& bStepComplete
 }
 
 Message ResetProcessedQuestion() {
-  return {.text = QStringLiteral(
-              "Please note that some results have been processed. If you click next on Step 1 or Step 2 then the "
-              "results will be reset. If you want to process any unprocessed results you can just switch to the tab "
-              "directly without using the Next button.\r\rDo you want to reload the results and reset the Processed "
-              "Status?"),
-          .icon = MessageIcon::kQuestion,
-          .buttons = MessageButtons::kYesNo,
-          .question = Question::kResetProcessedResults};
+  return {
+      .text = QStringLiteral(
+          "Please note that some results have been processed. If you click next on Step 1 or Step 2 then the results will be reset. If you want to process any unprocessed results you can just switch to the tab directly without using the Next button.\r\rDo you want to reload the results and reset the Processed Status?"),
+      .icon = MessageIcon::kQuestion,
+      .buttons = MessageButtons::kYesNo,
+      .question = Question::kResetProcessedResults};
 }
 
 std::optional<Message> OptedOutNotice(const Filters& filters, bool onlySendWhenOptedIn) {
   if (!filters.chkIncludeOptedOut || onlySendWhenOptedIn) return std::nullopt;
   return WarningMessage(QStringLiteral(
-      "Please note you have disabled the option to only send to people who have opted in.\r\n\r\nDue to GDPR laws "
-      "please ensure that you do not send marketing emails to those who do not wish to receive them."));
+      "Please note you have disabled the option to only send to people who have opted in.\r\n\r\nDue to GDPR laws please ensure that you do not send marketing emails to those who do not wish to receive them."));
 }
 
 }  // namespace qbx

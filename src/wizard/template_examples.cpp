@@ -14,19 +14,16 @@ QString Opening() {
 TemplateExamples MakeTemplateExamples(bool boatEdition) {
   TemplateExamples examples{
       .lblExample1 = QStringLiteral(
-          "For Customer specific Mail Merges there is no vehicle data available for the letters but you could "
-          "personalise the letter or SMS/Email. Example:"),
+          "For Customer specific Mail Merges there is no vehicle data available for the letters but you could personalise the letter or SMS/Email. Example:"),
       .txtExample1 =
           Opening() +
           QStringLiteral("We wanted to let you know we are offering a free winter check for a limited period..."),
       .lblExample2 = QStringLiteral(
-          "For Vehicle specific Mail Merges you can use vehicle data as part of the letters to personalise the "
-          "letter or SMS/Email. Example:"),
+          "For Vehicle specific Mail Merges you can use vehicle data as part of the letters to personalise the letter or SMS/Email. Example:"),
       .txtExample2 =
           Opening() +
-          QStringLiteral("We wanted to let you know that according to our records, your vehicle {make} {model} "
-                         "with Rego No {regno} may be due for a cambelt replacement in the next few months. "
-                         "Please call us to book in for this important work.")};
+          QStringLiteral(
+              "We wanted to let you know that according to our records, your vehicle {make} {model} with Rego No {regno} may be due for a cambelt replacement in the next few months. Please call us to book in for this important work.")};
   if (!boatEdition) return examples;
   for (QString* text : {&examples.lblExample1, &examples.lblExample2, &examples.txtExample2}) {
     text->replace(QStringLiteral("vehicle"), QStringLiteral("boat"));

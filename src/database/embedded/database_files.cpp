@@ -108,16 +108,15 @@ void DatabaseFiles::SetStatus(const QString& database, const QString& status) co
   const auto refused = [&database] {
     return ServerError(
         5011,
-        QStringLiteral("User does not have permission to alter database '%1', the database does not exist, or the "
-                       "database is not in a state that allows access checks.")
+        QStringLiteral(
+            "User does not have permission to alter database '%1', the database does not exist, or the database is not in a state that allows access checks.")
             .arg(database));
   };
   if (file.isEmpty()) throw refused();
   const Handle handle = OpenFile(file);
   const QString sql =
       QStringLiteral(
-          "BEGIN IMMEDIATE; CREATE TABLE IF NOT EXISTS _Database_Status(Status text); DELETE FROM _Database_Status; "
-          "INSERT INTO _Database_Status VALUES ('%1'); COMMIT")
+          "BEGIN IMMEDIATE; CREATE TABLE IF NOT EXISTS _Database_Status(Status text); DELETE FROM _Database_Status; INSERT INTO _Database_Status VALUES ('%1'); COMMIT")
           .arg(status);
   if (sqlite3_exec(handle.get(), sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
     throw ErrorFromSqlite(handle.get(), sqlite3_extended_errcode(handle.get()), {.database = database, .file = file});

@@ -75,10 +75,10 @@ DatabaseError ClientError(int pending, const QString& state, const QString& text
 DatabaseError UniqueError(int code, const QString& detail) {
   const QString table = detail.section(QLatin1Char('.'), 0, 0).section(QLatin1Char(','), 0, 0).trimmed();
   if (code == SQLITE_CONSTRAINT_PRIMARYKEY || code == SQLITE_CONSTRAINT_ROWID) {
-    return ServerError(kDuplicateKey,
-                       QStringLiteral("Violation of PRIMARY KEY constraint 'PK_%1'. Cannot insert duplicate key "
-                                      "in object '%1'.")
-                           .arg(table));
+    return ServerError(
+        kDuplicateKey,
+        QStringLiteral("Violation of PRIMARY KEY constraint 'PK_%1'. Cannot insert duplicate key in object '%1'.")
+            .arg(table));
   }
   const QString name =
       QString(detail).remove(table + QLatin1Char('.')).replace(QStringLiteral(", "), QStringLiteral("_"));
@@ -102,20 +102,20 @@ DatabaseError ConstraintError(int code, const QString& message, const FailureCon
     case SQLITE_CONSTRAINT_NOTNULL:
       return ServerError(
           kNullNotAllowed,
-          QStringLiteral("Cannot insert the value NULL into column '%1', table '%2.dbo.%3'; column does not allow "
-                         "nulls. %4 fails.")
+          QStringLiteral(
+              "Cannot insert the value NULL into column '%1', table '%2.dbo.%3'; column does not allow nulls. %4 fails.")
               .arg(detail.section(QLatin1Char('.'), 1), context.database, detail.section(QLatin1Char('.'), 0, 0),
                    Verb(context.statement)));
     case SQLITE_CONSTRAINT_CHECK:
-      return ServerError(kConflict,
-                         QStringLiteral("%1 statement conflicted with CHECK constraint '%2'. The conflict occurred in "
-                                        "database '%3'.")
-                             .arg(Verb(context.statement), detail, context.database));
+      return ServerError(
+          kConflict,
+          QStringLiteral("%1 statement conflicted with CHECK constraint '%2'. The conflict occurred in database '%3'.")
+              .arg(Verb(context.statement), detail, context.database));
     case SQLITE_CONSTRAINT_FOREIGNKEY:
       return ServerError(
           kConflict,
-          QStringLiteral("The %1 statement conflicted with a FOREIGN KEY constraint. The conflict occurred in "
-                         "database '%2'.")
+          QStringLiteral(
+              "The %1 statement conflicted with a FOREIGN KEY constraint. The conflict occurred in database '%2'.")
               .arg(Verb(context.statement), context.database));
     case SQLITE_CONSTRAINT_TRIGGER:
       return ServerError(kUserError, message);
@@ -181,8 +181,8 @@ std::optional<DatabaseError> FileError(int primary, const FailureContext& contex
     case SQLITE_CORRUPT:
       return ServerError(
           kDamaged,
-          QStringLiteral("The server detected a logical consistency-based I/O error in database '%1': the file "
-                         "'%2' is damaged.")
+          QStringLiteral(
+              "The server detected a logical consistency-based I/O error in database '%1': the file '%2' is damaged.")
               .arg(context.database, context.file));
     case SQLITE_NOTADB:
       return ServerError(kNoDatabaseFile, NoDatabaseText(context.file));

@@ -117,14 +117,15 @@ DatabaseError ForeignKeyError(PreparedStatement& statement) {
       (target.verb == QLatin1String("UPDATE") && target.table.compare(violation->child, Qt::CaseInsensitive) != 0);
   if (stillReferred) {
     return ServerError(
-        547, QStringLiteral("%1 statement conflicted with COLUMN REFERENCE constraint '%2'. The conflict occurred in "
-                            "database '%3', table '%4', column '%5'.")
-                 .arg(target.verb, key, database, violation->child, violation->childColumn));
+        547,
+        QStringLiteral(
+            "%1 statement conflicted with COLUMN REFERENCE constraint '%2'. The conflict occurred in database '%3', table '%4', column '%5'.")
+            .arg(target.verb, key, database, violation->child, violation->childColumn));
   }
   return ServerError(
       547,
-      QStringLiteral("The %1 statement conflicted with the FOREIGN KEY constraint \"%2\". The conflict occurred in "
-                     "database \"%3\", table '%4', column '%5'.")
+      QStringLiteral(
+          "The %1 statement conflicted with the FOREIGN KEY constraint \"%2\". The conflict occurred in database \"%3\", table '%4', column '%5'.")
           .arg(target.verb, key, database, violation->parent, violation->parentColumn));
 }
 

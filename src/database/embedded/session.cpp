@@ -84,8 +84,8 @@ auto EmbeddedSession::Guarded(Work&& work) {
     if (doomed_) {
       throw ServerError(
           3930,
-          QStringLiteral("The current transaction cannot be committed and cannot support operations that write to the "
-                         "log file. Roll back the transaction."));
+          QStringLiteral(
+              "The current transaction cannot be committed and cannot support operations that write to the log file. Roll back the transaction."));
     }
     return work();
   } catch (const DatabaseError& error) {

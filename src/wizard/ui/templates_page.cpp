@@ -64,8 +64,8 @@ void TemplatesPage::CopyState() {
   ui_->lblLetter->setText(
       State().rtfLetter.isEmpty()
           ? QStringLiteral("This campaign has no letter. Letters are written in a later version of this program.")
-          : QStringLiteral("This campaign has a letter, which is kept and saved with it. Letters are shown and written "
-                           "in a later version of this program."));
+          : QStringLiteral(
+                "This campaign has a letter, which is kept and saved with it. Letters are shown and written in a later version of this program."));
   if (ui_->txtEmailSubject->text() != State().txtEmailSubject) ui_->txtEmailSubject->setText(State().txtEmailSubject);
   ShowText(*ui_->txtEmailBody, State().txtEmailBody);
   ShowText(*ui_->txtSMS, State().txtSMS);
