@@ -38,7 +38,7 @@ class RandomSource {
 
   /// From `low` to `high`, both included.
   int Between(int low, int high) {
-    const auto range = static_cast<quint64>(high - low + 1);
+    const auto range = static_cast<quint64>(high - low) + 1;
     return low + static_cast<int>(((Next() >> 32) * range) >> 32);
   }
   bool Chance(int percent) { return Between(0, 99) < percent; }
