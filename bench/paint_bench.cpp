@@ -8,10 +8,10 @@
 
 #include "hostdb/sample_garage.h"
 #include "marketing/program.h"
+#include "marketing/ui/frmMain.h"
 #include "platform/ui/widget_ui.h"
 #include "support/rounds.h"
 #include "support/slow_session.h"
-#include "wizard/ui/frmMain.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <QTemporaryDir>
 #include <memory>
 
+#include "desk/campaign_desk.h"
 #include "silent_ui.h"
 #include "startup/application.h"
-#include "wizard/campaign_desk.h"
 
 namespace qbx::bench {
 

@@ -5,8 +5,8 @@
 #include <QString>
 
 #include "diagnostics/service_control.h"
-#include "platform/registry_store.h"
 #include "platform/user_interface.h"
+#include "registry/registry_store.h"
 
 namespace qbx {
 

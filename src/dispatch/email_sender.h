@@ -11,8 +11,8 @@
 #include "dispatch/dispatch_state.h"
 #include "dispatch/send_email_view.h"
 #include "dispatch/server_watch.h"
-#include "platform/mail_transport.h"
-#include "platform/mime_message.h"
+#include "network/mail_transport.h"
+#include "network/mime_message.h"
 #include "settings/options.h"
 #include "settings/service_settings.h"
 

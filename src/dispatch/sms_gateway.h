@@ -10,7 +10,7 @@
 #include "dispatch/dispatch_state.h"
 #include "dispatch/results_log.h"
 #include "dispatch/server_watch.h"
-#include "platform/http_client.h"
+#include "network/http_client.h"
 #include "settings/options.h"
 #include "settings/service_settings.h"
 

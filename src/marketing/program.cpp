@@ -1,11 +1,11 @@
 #include "marketing/program.h"
 
 #include "database/patient_session.h"
+#include "desk/campaign_desk.h"
+#include "marketing/ui/frmMain.h"
 #include "platform/ui/widget_ui.h"
 #include "settings/ui/window_layout.h"
 #include "startup/ui/frmAbout.h"
-#include "wizard/campaign_desk.h"
-#include "wizard/ui/frmMain.h"
 
 namespace qbx {
 

@@ -6,11 +6,11 @@
 #include <QString>
 #include <functional>
 
+#include "desk/campaign_desk.h"
 #include "marketingctl/exit_codes.h"
 #include "marketingctl/headless_ui.h"
 #include "marketingctl/refusals.h"
 #include "startup/application.h"
-#include "wizard/campaign_desk.h"
 
 namespace qbx::ctl {
 

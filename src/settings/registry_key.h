@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "diagnostics/diagnostics.h"
-#include "platform/registry_store.h"
+#include "registry/registry_store.h"
 
 namespace qbx {
 

@@ -2,13 +2,13 @@
 
 #include "dispatch/replace_guard.h"
 #include "hostdb/database_upgrade.h"
-#include "platform/curl_http_client.h"
-#include "platform/curl_mail_transport.h"
+#include "network/curl_http_client.h"
+#include "network/curl_mail_transport.h"
 #include "platform/file_names.h"
-#include "platform/file_registry_store.h"
 #include "platform/system_host_info.h"
 #include "platform/system_shell.h"
 #include "platform/systemd_services.h"
+#include "registry/file_registry_store.h"
 #include "util/text.h"
 
 namespace qbx {

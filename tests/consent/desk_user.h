@@ -7,11 +7,11 @@
 #include "consent/fuse.h"
 #include "consent/query_plan.h"
 #include "consent/round_ui.h"
+#include "desk/campaign_desk.h"
 #include "startup/application.h"
 #include "support/fakes.h"
 #include "support/fixed_clock.h"
 #include "support/memory_registry_store.h"
-#include "wizard/campaign_desk.h"
 
 namespace qbx::consent {
 

@@ -4,8 +4,8 @@
 
 #include "consent/delivery.h"
 #include "hostdb/random_source.h"
-#include "platform/http_client.h"
-#include "platform/mail_transport.h"
+#include "network/http_client.h"
+#include "network/mail_transport.h"
 
 namespace qbx::consent {
 

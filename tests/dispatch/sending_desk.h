@@ -3,8 +3,8 @@
 #pragma once
 
 #include "dispatch/mailshot.h"
-#include "platform/curl_http_client.h"
-#include "platform/curl_mail_transport.h"
+#include "network/curl_http_client.h"
+#include "network/curl_mail_transport.h"
 #include "support/embedded_host.h"
 #include "support/printing.h"
 

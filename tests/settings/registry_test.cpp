@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/file_registry_store.h"
+#include "registry/file_registry_store.h"
 #include "settings/registry_values.h"
 #include "support/memory_registry_store.h"
 #include "test_services.h"

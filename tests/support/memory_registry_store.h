@@ -2,8 +2,8 @@
 
 #pragma once
 
-#include "platform/registry_store.h"
-#include "platform/registry_tree.h"
+#include "registry/registry_store.h"
+#include "registry/registry_tree.h"
 
 namespace qbx::test {
 

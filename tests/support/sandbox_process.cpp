@@ -5,7 +5,7 @@
 #include <QElapsedTimer>
 #include <QRegularExpression>
 
-#include "platform/curl_session.h"
+#include "network/curl_session.h"
 
 namespace qbx::test {
 namespace {

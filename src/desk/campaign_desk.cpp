@@ -1,0 +1,66 @@
+#include "desk/campaign_desk.h"
+
+namespace qbx {
+
+CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
+    : resultsLog(app.clock, app.ui),
+      guard(app.connection, app.host, app.diagnostics),
+      counters(app.statements, app.diagnostics),
+      results(app.statements, counters, app.diagnostics),
+      flags(app.statements, results, app.diagnostics),
+      edits({.statements = app.statements,
+             .campaign = app.campaign,
+             .guard = guard,
+             .flags = flags,
+             .results = results,
+             .options = app.options,
+             .loadOptions = [&app] { app.optionsLoader.LoadOptions(); }},
+            app.diagnostics),
+      selection(app.statements, app.campaign, state, app.options, app.startup.edition, app.diagnostics),
+      queries(app.statements, app.options, app.startup.user, app.campaign, state.options, state.filters,
+              state.lblRecords, app.diagnostics),
+      settings(app.statements, app.campaign, state, selection, results, app.options, app.diagnostics),
+      steps({.campaign = app.campaign,
+             .state = state,
+             .storage = app.campaignStorage,
+             .settings = settings,
+             .queries = queries,
+             .results = results,
+             .counters = counters,
+             .estimate = estimate,
+             .events = app.events,
+             .guard = guard,
+             .resultsLog = resultsLog,
+             .options = app.options,
+             .edition = app.startup.edition,
+             .loadOptions = [&app] { app.optionsLoader.LoadOptions(); }},
+            app.diagnostics),
+      estimate(app.statements, app.diagnostics),
+      mime(app.clock),
+      gateway(app.http, app.options, app.service, app.connection, app.events, resultsLog, app.dispatch, app.diagnostics,
+              app.startup.user),
+      email(app.mail, mime, app.options, app.service, app.connection, app.events, app.dispatch, app.lastError, view,
+            app.diagnostics),
+      app_(app) {
+  results.OnRead([this] { estimate.Invalidate(); });
+}
+
+Mailshot CampaignDesk::MakeMailshot(MailshotObserver& observer) {
+  return Mailshot({.statements = app_.statements,
+                   .events = app_.events,
+                   .gateway = gateway,
+                   .email = email,
+                   .resultsLog = resultsLog,
+                   .counters = counters,
+                   .estimate = estimate,
+                   .state = app_.dispatch,
+                   .lastError = app_.lastError,
+                   .options = app_.options,
+                   .service = app_.service,
+                   .host = app_.host,
+                   .diagnostics = app_.diagnostics,
+                   .user = app_.startup.user},
+                  observer);
+}
+
+}  // namespace qbx

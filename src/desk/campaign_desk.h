@@ -1,0 +1,64 @@
+// Everything that works on the current campaign, wired over one Application.
+
+#pragma once
+
+#include <QString>
+
+#include "dispatch/credit_estimate.h"
+#include "dispatch/email_sender.h"
+#include "dispatch/mailshot.h"
+#include "dispatch/replace_guard.h"
+#include "dispatch/results_log.h"
+#include "dispatch/sms_gateway.h"
+#include "network/mime_message.h"
+#include "queries/process_query.h"
+#include "results/counters.h"
+#include "results/flags.h"
+#include "results/results_view.h"
+#include "startup/application.h"
+#include "wizard/campaign_settings.h"
+#include "wizard/query_selection.h"
+#include "wizard/result_edits.h"
+#include "wizard/steps.h"
+#include "wizard/wizard_state.h"
+
+namespace qbx {
+
+/// The logic behind one main window, and behind one command of the headless runner: nothing here has behaviour of its own. Made once the
+/// Application was started, since it takes the user from it.
+class CampaignDesk {
+ public:
+  /// \param view  shows an e-mail under way; its plain base class shows nothing
+  CampaignDesk(Application& app, SendEmailView& view);
+  CampaignDesk(const CampaignDesk&) = delete;
+  CampaignDesk& operator=(const CampaignDesk&) = delete;
+
+  // What several of the others look at.
+  ResultsLog resultsLog;
+  ReplaceGuard guard;
+
+  // The wizard.
+  WizardState state;
+  Counters counters;
+  ResultsView results;
+  ResultFlags flags;
+  ResultEdits edits;
+  QuerySelection selection;
+  QueryProcessor queries;
+  CampaignSettings settings;
+  WizardSteps steps;
+
+  // Sending.
+  CreditEstimate estimate;
+  MimeWriter mime;
+  SmsGateway gateway;
+  EmailSender email;
+
+  /// A run of the current rows; the observer must outlive it.
+  [[nodiscard]] Mailshot MakeMailshot(MailshotObserver& observer);
+
+ private:
+  Application& app_;
+};
+
+}  // namespace qbx

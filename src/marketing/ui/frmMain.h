@@ -1,0 +1,76 @@
+// The main window: start panel, menus, and the five steps.
+
+#pragma once
+
+#include <QMainWindow>
+#include <array>
+#include <functional>
+#include <memory>
+
+#include "desk/campaign_desk.h"
+#include "platform/ui/widget_ui.h"
+#include "settings/ui/window_layout.h"
+#include "wizard/step_checks.h"
+
+namespace Ui {
+class frmMain;
+}
+
+namespace qbx {
+
+class WizardPage;
+struct CampaignManagerParts;
+
+/// Owns the pages and the commands that span them; what a page shows and does is the page's own.
+class frmMain : public QMainWindow {
+ public:
+  frmMain(Application& app, CampaignDesk& desk, WidgetUi& ui, WindowLayout& layout);
+  ~frmMain() override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void BuildTabs();
+  void BuildMenu();
+  QAction* AddEntry(QMenu& menu, const char* name, const QString& text, const std::function<void()>& command);
+  void ConnectButtons();
+  void ShowConnection();
+
+  // Commands.
+  void StartNewCampaign();
+  void LoadCampaign();
+  void SaveCampaign();
+  void RunCampaign();
+  void Next(int index);
+  void Back(int index);
+  void Exit();
+
+  /// Runs a command with every other one disabled meanwhile.
+  void Guarded(const std::function<void()>& command);
+  /// The same for one that needs the database: refused, with a message, when there never was a connection.
+  void WithDatabase(const std::function<void()>& command);
+
+  void Go(const StepResult& result);
+  /// Opens a tab, by its number, and shows it anew when it is open already.
+  void SelectTab(int tab);
+  void TabOpened(int index);
+  WizardPage& Page(int index);
+  /// Shows the wizard instead of the start panel.
+  void ShowWizard();
+  /// Shows the campaign that was just set up.
+  void ShowCampaign();
+  void ShowPages();
+  void ShowCaption();
+  [[nodiscard]] CampaignManagerParts ManagerParts();
+
+  Application& app_;
+  CampaignDesk& desk_;
+  WidgetUi& boxes_;
+  WindowLayout& layout_;
+  std::unique_ptr<Ui::frmMain> ui_;
+  std::array<WizardPage*, kTabCount> pages_ = {};  // by tab number less one; null until first opened
+  QAction* mnuSave_ = nullptr;
+};
+
+}  // namespace qbx

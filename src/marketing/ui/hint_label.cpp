@@ -1,0 +1,14 @@
+#include "marketing/ui/hint_label.h"
+
+#include "platform/ui/look.h"
+
+namespace qbx {
+
+void HintLabel::paintEvent(QPaintEvent* event) {
+  QLabel::paintEvent(event);
+  constexpr int kIconSide = 16;
+  QPainter painter(this);
+  DrawnIcon(Drawing::kInformation).paint(&painter, QRect(0, (height() - kIconSide) / 2, kIconSide, kIconSide));
+}
+
+}  // namespace qbx

@@ -1,0 +1,16 @@
+#include "marketing/ui/wizard_page.h"
+
+namespace qbx {
+
+void WizardPage::keyPressEvent(QKeyEvent* event) {
+  const bool enters = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  // In a grid it is a key like any other.
+  if (!enters || qobject_cast<QTableView*>(focusWidget()) != nullptr) return QWidget::keyPressEvent(event);
+  auto* pressed = qobject_cast<QPushButton*>(focusWidget());
+  for (QPushButton* button : findChildren<QPushButton*>()) {
+    if (pressed == nullptr && button->isDefault()) pressed = button;
+  }
+  if (pressed != nullptr && pressed->isEnabled()) pressed->click();
+}
+
+}  // namespace qbx

@@ -1,0 +1,62 @@
+// What the five pages of the wizard have in common.
+
+#pragma once
+
+#include <QScopedValueRollback>
+#include <QWidget>
+#include <functional>
+
+#include "desk/campaign_desk.h"
+
+namespace qbx {
+
+/// What a page works with, and what it asks of the main window.
+struct PageParts {
+  Application& app;
+  CampaignDesk& desk;
+  std::function<void(int index)> next;  ///< "Next >" of tab index + 1
+  std::function<void(int index)> back;  ///< "< Back" of tab index + 1
+  /// Runs a command with every other one disabled meanwhile. It does not show state: what that enables or disables is for afterwards.
+  std::function<void(const std::function<void()>& command)> guarded;
+  /// The same for a command that needs the database. Refused, with a message, when there never was a connection.
+  std::function<void(const std::function<void()>& command)> run;
+};
+
+/// A page copies values between its controls and the wizard's state, calls logic and shows what comes of it. It is made when its tab is
+/// first opened.
+class WizardPage : public QWidget {
+ public:
+  explicit WizardPage(PageParts parts) : parts_(std::move(parts)) {}
+
+  /// Copies the state to the controls.
+  void ShowState() {
+    const QScopedValueRollback<bool> showing(showing_, true);
+    CopyState();
+  }
+  /// Another campaign was set up: forgets what the controls alone know. `ShowState` follows.
+  virtual void CampaignSetUp() {}
+  /// The window is about to close: keeps what is kept for the user.
+  virtual void WindowCloses() {}
+  /// Where the focus goes when the tab is opened.
+  [[nodiscard]] virtual QWidget* FirstControl() = 0;
+
+ protected:
+  /// Return and Enter press the button that has the focus, otherwise the page's default button.
+  void keyPressEvent(QKeyEvent* event) override;
+  virtual void CopyState() = 0;
+  /// The controls are being filled: what they signal is not the user's doing.
+  [[nodiscard]] bool Showing() const { return showing_; }
+  [[nodiscard]] WizardState& State() { return parts_.desk.state; }
+  [[nodiscard]] Application& App() { return parts_.app; }
+  [[nodiscard]] CampaignDesk& Desk() { return parts_.desk; }
+  void Next(int index) { parts_.next(index); }
+  void Back(int index) { parts_.back(index); }
+  void Guarded(const std::function<void()>& command) { parts_.guarded(command); }
+  void Run(const std::function<void()>& command) { parts_.run(command); }
+
+ private:
+  PageParts parts_;
+  bool showing_ = false;
+};
+
+}  // namespace qbx
