@@ -15,6 +15,7 @@
 #include "database/embedded/functions.h"
 #include "database/recordset.h"
 #include "platform/clock.h"
+#include "sqlite/sqlite_file.h"
 #include "support/rounds.h"
 
 namespace {
@@ -26,13 +27,6 @@ using qbx::bench::Milliseconds;
 constexpr int kRows = 100'000;
 constexpr int kColumns = 30;
 constexpr int kCalls = 20'000;
-
-sqlite3* OpenPlain(const QString& path, const qbx::Clock& clock) {
-  sqlite3* database = nullptr;
-  if (sqlite3_open(path.toUtf8().constData(), &database) != SQLITE_OK) Fail("cannot open");
-  qbx::RegisterFunctions(database, clock);
-  return database;
-}
 
 /// Two thirds text, one third numbers and dates, as a campaign's rows are.
 void MakeDatabase(sqlite3* database) {
@@ -52,36 +46,28 @@ void MakeDatabase(sqlite3* database) {
             "CREATE TABLE _Procedures(Name text primary key, Header text, Body text, Version int);"
             "INSERT INTO _Procedures VALUES ('proc_flip', 'CREATE PROCEDURE proc_flip @ID int, @Value bit = 1 AS',"
             " 'UPDATE Flags SET Processed = @Value WHERE RecordID = @ID', 1); COMMIT;";
-  if (sqlite3_exec(database, create.constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
-    Fail(sqlite3_errmsg(database));
+  qbx::ExecuteSql(database, create.constData());
 }
 
 std::size_t ReadPlain(sqlite3* database) {
-  sqlite3_stmt* statement = nullptr;
-  sqlite3_prepare_v2(database, "SELECT * FROM Big", -1, &statement, nullptr);
+  qbx::SqliteStatement statement(database, "SELECT * FROM Big");
   std::size_t bytes = 0;
-  while (sqlite3_step(statement) == SQLITE_ROW) {
+  while (statement.Step()) {
     for (int i = 0; i < kColumns; ++i) {
-      const auto* text = sqlite3_column_text(statement, i);
-      if (text != nullptr) bytes += static_cast<std::size_t>(sqlite3_column_bytes(statement, i));
+      const auto* text = sqlite3_column_text(statement.Handle(), i);
+      if (text != nullptr) bytes += static_cast<std::size_t>(sqlite3_column_bytes(statement.Handle(), i));
     }
   }
-  sqlite3_finalize(statement);
   return bytes;
 }
 
 void FlipPlain(sqlite3* database) {
-  sqlite3_exec(database, "BEGIN", nullptr, nullptr, nullptr);
-  sqlite3_stmt* statement = nullptr;
-  sqlite3_prepare_v2(database, "UPDATE Flags SET Processed = ?2 WHERE RecordID = ?1", -1, &statement, nullptr);
+  qbx::ExecuteSql(database, "BEGIN");
+  qbx::SqliteStatement statement(database, "UPDATE Flags SET Processed = ?2 WHERE RecordID = ?1");
   for (int i = 1; i <= kCalls; ++i) {
-    sqlite3_bind_int(statement, 1, i);
-    sqlite3_bind_int(statement, 2, 1);
-    sqlite3_step(statement);
-    sqlite3_reset(statement);
+    statement.Add(qint64{i}).Add(qint64{1}).Run();
   }
-  sqlite3_finalize(statement);
-  sqlite3_exec(database, "ROLLBACK", nullptr, nullptr, nullptr);
+  qbx::ExecuteSql(database, "ROLLBACK");
 }
 
 void InTransaction(qbx::Session& session, const std::function<void(int)>& call) {
@@ -104,7 +90,9 @@ int main(int argc, char** argv) {
   const int rounds = argc > 1 ? std::atoi(argv[1]) : 5;
   const QTemporaryDir folder;
   const qbx::SystemClock clock;
-  sqlite3* plain = OpenPlain(folder.filePath(QStringLiteral("Bench.db")), clock);
+  const qbx::SqliteFile file(folder.filePath(QStringLiteral("Bench.db")), qbx::SqliteMode::kCreate);
+  sqlite3* const plain = file.Handle();
+  qbx::RegisterFunctions(plain, clock);
   MakeDatabase(plain);
   qbx::EmbeddedEngine engine(folder.path(), clock);
   const auto session = engine.Connect({QString(), QStringLiteral("Bench")}, {}, 5);
@@ -154,5 +142,4 @@ int main(int argc, char** argv) {
     }
   }
   std::printf("ratio of reading: %.2f\n", Median(measures[1].times) / Median(measures[0].times));
-  sqlite3_close(plain);
 }

@@ -110,14 +110,13 @@ int main(int argc, char** argv) {
   const int customers = argc > 2 ? std::atoi(argv[2]) : 100'000;
   SampleProgram program(customers);
   {
-    const PlainDatabase garage = OpenPlain(program.File(), program.Time());
-    RunSql(garage.get(), "UPDATE Customers SET No_Marketing = 0, Consent_Response = 0");  // nobody is left out
+    const SqliteFile garage = OpenPlain(program.File(), program.Time());
+    ExecuteSql(garage.Handle(), "UPDATE Customers SET No_Marketing = 0, Consent_Response = 0");  // nobody is left out
   }
   program.Start();
   RunQuery(program);
-  const PlainDatabase plain = OpenPlain(program.File(), program.Time());
-  const PlainStatement select =
-      Prepare(plain.get(), "SELECT * FROM Campaign_Results_Grid WHERE CampaignID = -3 ORDER BY RecordID");
+  const SqliteFile plain = OpenPlain(program.File(), program.Time());
+  SqliteStatement select(plain.Handle(), "SELECT * FROM Campaign_Results_Grid WHERE CampaignID = -3 ORDER BY RecordID");
   ResultsGrid grid(program);
   grid.Display();
   const qint64 rows = grid.Grid().RowCount();

@@ -36,7 +36,7 @@ MailshotTemplates Templates() {
 
 /// Rows that are flagged for one channel, none of which can fail.
 void AddRows(const SampleProgram& program, Kind kind, int rows) {
-  const PlainDatabase database = OpenPlain(program.File(), program.Time());
+  const SqliteFile database = OpenPlain(program.File(), program.Time());
   const QByteArray sql =
       "DELETE FROM [Campaign Results]; WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " +
       QByteArray::number(rows) +
@@ -48,31 +48,28 @@ void AddRows(const SampleProgram& program, Kind kind, int rows) {
       (kind == Kind::kText ? "1, 0" : "0, 1") +
       ", 'Bench', '2026-06-01' FROM n; DELETE FROM Customers; INSERT INTO Customers (Customer, Consent_Response, Can_Send_SMS, Can_Send_Email) SELECT Customer, 1, 1, 1 FROM "
       "[Campaign Results]; PRAGMA wal_checkpoint(TRUNCATE)";
-  RunSql(database.get(), sql.constData());
+  ExecuteSql(database.Handle(), sql.constData());
 }
 
 /// Makes every row due again.
 void Reset(sqlite3* database) {
-  RunSql(
+  ExecuteSql(
       database,
       "BEGIN; DELETE FROM Send_Journal; DELETE FROM Emails; DELETE FROM SMS; UPDATE [Campaign Results] SET Processed "
       "= 0, Processed_Date = NULL; COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
 }
 
 std::vector<SentMessage> ReadSent(sqlite3* database, Kind kind, std::vector<std::string> bytes) {
-  const PlainStatement records =
-      Prepare(database, kind == Kind::kEmail
-                            ? "SELECT AC_Ref, Email_To, Email_Subject, Email_Text FROM Emails ORDER BY RecordID"
-                            : "SELECT Customer, Mobile_Number, '', Message FROM SMS ORDER BY RecordID");
-  const PlainStatement rows = Prepare(database, "SELECT RecordID FROM [Campaign Results] ORDER BY Customer");
-  const auto text = [&records](int column) {
-    return std::string(reinterpret_cast<const char*>(sqlite3_column_text(records.get(), column)));
-  };
+  SqliteStatement records(database,
+                          kind == Kind::kEmail
+                              ? "SELECT AC_Ref, Email_To, Email_Subject, Email_Text FROM Emails ORDER BY RecordID"
+                              : "SELECT Customer, Mobile_Number, '', Message FROM SMS ORDER BY RecordID");
+  SqliteStatement rows(database, "SELECT RecordID FROM [Campaign Results] ORDER BY Customer");
+  const auto text = [&records](int column) { return records.TextAt(column).toStdString(); };
   std::vector<SentMessage> messages;
   for (std::string& each : bytes) {
-    if (sqlite3_step(records.get()) != SQLITE_ROW || sqlite3_step(rows.get()) != SQLITE_ROW)
-      Fail("records are missing");
-    messages.push_back({std::move(each), text(0), text(1), text(2), text(3), sqlite3_column_int64(rows.get(), 0)});
+    if (!records.Step() || !rows.Step()) Fail("records are missing");
+    messages.push_back({std::move(each), text(0), text(1), text(2), text(3), rows.IntegerAt(0)});
   }
   return messages;
 }
@@ -99,7 +96,7 @@ class Bench {
         sink_(kind == Kind::kEmail ? LoopbackSink::Protocol::kSmtp : LoopbackSink::Protocol::kHttp) {
     AddRows(program_, kind, rows);
     peerFile_ = program_.CopyForPeer();
-    database_ = OpenPlain(program_.File(), program_.Time());
+    database_.emplace(OpenPlain(program_.File(), program_.Time()));
     program_.Start();
     Options& options = program_.App().options;
     options.SMTP_Server = QStringLiteral("127.0.0.1");
@@ -114,14 +111,14 @@ class Bench {
     sink_.Keep(false);
     std::vector<std::string> bytes = sink_.TakeKept();
     if (kind_ == Kind::kText) bytes.erase(bytes.begin());  // the question about the credits
-    const std::vector<SentMessage> messages = ReadSent(database_.get(), kind_, std::move(bytes));
+    const std::vector<SentMessage> messages = ReadSent(database_->Handle(), kind_, std::move(bytes));
     MailshotPeer peer(kind_, peerFile_, program_.Time(), kCampaign, sink_.Port());
-    const PlainDatabase peerDatabase = OpenPlain(peerFile_, program_.Time());
+    const SqliteFile peerDatabase = OpenPlain(peerFile_, program_.Time());
     for (int round = 0; round < rounds; ++round) {
-      Reset(peerDatabase.get());
+      Reset(peerDatabase.Handle());
       peer_.Add([&] { peer.Send(messages); });
       if (sink_.TakeCount() != rows_) Fail("the peer's messages did not all arrive");
-      Reset(database_.get());
+      Reset(database_->Handle());
       ours_.Add([&] { SendOurs(); });
     }
     Print(rounds);
@@ -157,7 +154,7 @@ class Bench {
   SampleProgram program_;
   LoopbackSink sink_;
   QString peerFile_;
-  PlainDatabase database_;
+  std::optional<SqliteFile> database_;
   Times ours_;
   Times peer_;
 };

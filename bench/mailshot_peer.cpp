@@ -30,16 +30,16 @@ MailshotPeer::MailshotPeer(Kind kind, const QString& file, const Clock& clock, i
     : kind_(kind),
       address_((kind == Kind::kEmail ? "smtp://127.0.0.1:" : "http://127.0.0.1:") + std::to_string(port)),
       database_(OpenPlain(file, clock)),
-      begin_(Prepare(database_.get(), "BEGIN IMMEDIATE")),
-      commit_(Prepare(database_.get(), "COMMIT")),
-      journal_(std::move(PrepareProcedure(database_.get(), "proc_updp_Send_Journal").front())),
+      begin_(database_.Handle(), "BEGIN IMMEDIATE"),
+      commit_(database_.Handle(), "COMMIT"),
+      journal_(std::move(PrepareProcedure(database_.Handle(), "proc_updp_Send_Journal").front())),
       record_(std::move(
-          PrepareProcedure(database_.get(), kind == Kind::kEmail ? "proc_addp_Email" : "proc_addp_SMS").front())),
-      mark_(Prepare(database_.get(), "UPDATE [Campaign Results] SET Processed = 1 WHERE RecordID = @RecordID")),
+          PrepareProcedure(database_.Handle(), kind == Kind::kEmail ? "proc_addp_Email" : "proc_addp_SMS").front())),
+      mark_(database_.Handle(), "UPDATE [Campaign Results] SET Processed = 1 WHERE RecordID = @RecordID"),
       curl_(curl_easy_init()) {
   Bind(journal_, "@CampaignID", campaign);
   Bind(journal_, "@Channel", kind == Kind::kText ? 1 : 2);
-  for (const PlainStatement* statement : {&journal_, &record_})
+  for (SqliteStatement* statement : {&journal_, &record_})
     Bind(*statement, "@UserID", "Bench");
   Bind(record_, "@AC_Type", 1);
   Bind(record_, "@Attachments", "");

@@ -42,12 +42,12 @@ class MailshotPeer {
 
   Kind kind_;
   std::string address_;
-  PlainDatabase database_;
-  PlainStatement begin_;
-  PlainStatement commit_;
-  PlainStatement journal_;
-  PlainStatement record_;
-  PlainStatement mark_;
+  SqliteFile database_;
+  SqliteStatement begin_;
+  SqliteStatement commit_;
+  SqliteStatement journal_;
+  SqliteStatement record_;
+  SqliteStatement mark_;
   CURL* curl_;
   curl_slist* recipients_ = nullptr;
 };

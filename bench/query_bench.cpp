@@ -3,6 +3,8 @@
 //
 //   query_bench [ROUNDS [CUSTOMERS]]     medians over rounds run in turn
 
+#include <sqlite3.h>
+
 #include <QCoreApplication>
 #include <array>
 
@@ -23,39 +25,34 @@ constexpr char kProcedure[] = "proc_Marketing_AddAllCustomers";
 /// What the procedure does for "All Customers", and nothing else.
 class PlainQuery {
  public:
-  PlainQuery(const QString& file, const Clock& clock) : database_(OpenPlain(file, clock)) {
-    std::vector<PlainStatement> body = PrepareProcedure(database_.get(), kProcedure);
-    delete_ = std::move(body.front());
-    insert_ = std::move(body[1]);
-    select_ = std::move(body.back());
-    for (const PlainStatement* statement : {&delete_, &insert_, &select_})
+  PlainQuery(const QString& file, const Clock& clock)
+      : database_(OpenPlain(file, clock)), body_(PrepareProcedure(database_.Handle(), kProcedure)) {
+    for (SqliteStatement* statement : {&body_.front(), &body_[1], &body_.back()})
       BindDefaults(*statement);
   }
 
   /// \return the rows read back
   qint64 Pass() {
-    RunSql(database_.get(), "BEGIN IMMEDIATE");
-    StepThrough(delete_);
-    StepThrough(insert_);
-    const qint64 rows = StepThrough(select_);
-    RunSql(database_.get(), "COMMIT");
+    ExecuteSql(database_.Handle(), "BEGIN IMMEDIATE");
+    StepThrough(body_.front());
+    StepThrough(body_[1]);
+    const qint64 rows = StepThrough(body_.back());
+    ExecuteSql(database_.Handle(), "COMMIT");
     return rows;
   }
 
  private:
-  static void BindDefaults(const PlainStatement& statement) {
-    for (int i = 1; i <= sqlite3_bind_parameter_count(statement.get()); ++i)
-      sqlite3_bind_int64(statement.get(), i, 0);
+  static void BindDefaults(SqliteStatement& statement) {
+    for (int i = 1; i <= sqlite3_bind_parameter_count(statement.Handle()); ++i)
+      statement.Bind(i, qint64{0});
     for (const char* text : {"@FromDate", "@ToDate", "@ValueCustType", "@ValueEnquirySource"})
       Bind(statement, text, "");
     Bind(statement, "@UserID", kUser);
     Bind(statement, "@CampaignID", kCampaign);
   }
 
-  PlainDatabase database_;
-  PlainStatement delete_;
-  PlainStatement insert_;
-  PlainStatement select_;
+  SqliteFile database_;
+  std::vector<SqliteStatement> body_;  ///< the first deletes, the second inserts, the last selects
 };
 
 /// Ours, through the program's own objects.
@@ -91,9 +88,9 @@ class ProgramQuery {
 
 /// Nobody consented, nobody is left out: every customer is selected, and removed where consent is demanded.
 void MakeCustomersAlike(const SampleProgram& program) {
-  const PlainDatabase database = OpenPlain(program.File(), program.Time());
-  RunSql(database.get(),
-         "UPDATE Customers SET No_Marketing = 0, Consent_Response = 0; PRAGMA wal_checkpoint(TRUNCATE)");
+  const SqliteFile database = OpenPlain(program.File(), program.Time());
+  ExecuteSql(database.Handle(),
+             "UPDATE Customers SET No_Marketing = 0, Consent_Response = 0; PRAGMA wal_checkpoint(TRUNCATE)");
 }
 
 }  // namespace

@@ -6,22 +6,14 @@
 #include <QFileInfo>
 #include <QTemporaryFile>
 #include <cstdio>
-#include <memory>
+
+#include "sqlite/sqlite_file.h"
 
 namespace qbx {
 namespace {
 
 constexpr int kPagesAStep = 2000;
 constexpr int kBusyWaitMs = 50;
-
-using Database = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
-
-Database Open(const QString& path, int flags) {
-  sqlite3* database = nullptr;
-  const int code = sqlite3_open_v2(path.toUtf8().constData(), &database, flags, nullptr);
-  Database opened(database, &sqlite3_close);
-  return code == SQLITE_OK ? std::move(opened) : Database(nullptr, &sqlite3_close);
-}
 
 /// Copies everything. \return the code of the last step: SQLITE_DONE when the copy is whole
 int CopyPages(sqlite3* from, sqlite3* to, const std::function<bool()>& cancelled) {
@@ -43,7 +35,7 @@ bool SameFile(const QString& path, const QString& other) {
 /// Copies under a temporary name beside the target and renames what is whole. The copy gets the permissions of the original: a temporary file is
 /// its maker's alone.
 /// \param original  the file that is copied
-/// \param copy  fills the file of that name; returns SQLITE_DONE when the copy is whole
+/// \param copy  fills the file of that name; returns SQLITE_DONE when the copy is whole. It may throw SqliteFailure
 CopyOutcome WriteCopy(const QString& original, const QString& target,
                       const std::function<int(sqlite3* unfinished)>& copy, const std::function<bool()>& cancelled,
                       QString& problem) {
@@ -53,8 +45,13 @@ CopyOutcome WriteCopy(const QString& original, const QString& target,
     return CopyOutcome::kFailed;
   }
   unfinished.close();
-  int code = SQLITE_CANTOPEN;
-  if (const Database to = Open(unfinished.fileName(), SQLITE_OPEN_READWRITE)) code = copy(to.get());
+  int code = SQLITE_OK;
+  try {
+    const SqliteFile to(unfinished.fileName(), SqliteMode::kExisting);
+    code = copy(to.Handle());
+  } catch (const SqliteFailure& failure) {
+    code = failure.Code();
+  }
   if (code == SQLITE_DONE) {
     QFile::setPermissions(unfinished.fileName(), QFile::permissions(original));
     const QByteArray from = QFile::encodeName(unfinished.fileName());
@@ -80,11 +77,10 @@ CopyOutcome CopyHostDatabase(const QString& path, const QString& target, const s
     return CopyOutcome::kFailed;
   }
   const auto copy = [&](sqlite3* to) -> int {
-    const Database from = Open(path, SQLITE_OPEN_READONLY);
-    if (!from) return SQLITE_CANTOPEN;
+    const SqliteFile from(path, SqliteMode::kReadOnly);
     // Reading from one moment on: what is written meanwhile would begin the copy anew, for ever on a busy database.
-    sqlite3_exec(from.get(), "BEGIN; SELECT 1 FROM sqlite_master LIMIT 1", nullptr, nullptr, nullptr);
-    return CopyPages(from.get(), to, cancelled);
+    TryExecuteSql(from.Handle(), "BEGIN; SELECT 1 FROM sqlite_master LIMIT 1");
+    return CopyPages(from.Handle(), to, cancelled);
   };
   return WriteCopy(path, target, copy, cancelled, problem);
 }

@@ -12,8 +12,8 @@
 
 #include "database/embedded/errors.h"
 #include "hostdb/database_backup.h"
+#include "hostdb/host_file.h"
 #include "hostdb/installed_objects.h"
-#include "hostdb/sqlite_file.h"
 
 namespace qbx {
 namespace {
@@ -122,9 +122,7 @@ class SoleUse {
       if (!failure.IsBusy()) throw;
     }
   }
-  ~SoleUse() {
-    sqlite3_exec(database_, "PRAGMA locking_mode = NORMAL; PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr);
-  }
+  ~SoleUse() { TryExecuteSql(database_, "PRAGMA locking_mode = NORMAL; PRAGMA journal_mode = WAL"); }
   SoleUse(const SoleUse&) = delete;
   SoleUse& operator=(const SoleUse&) = delete;
 
@@ -186,7 +184,7 @@ void BringUp(const QString& path, sqlite3* database, std::span<const EmbeddedSql
         .Run();
     ExecuteSql(database, "COMMIT");
   } catch (...) {
-    if (sqlite3_get_autocommit(database) == 0) sqlite3_exec(database, "ROLLBACK", nullptr, nullptr, nullptr);
+    if (sqlite3_get_autocommit(database) == 0) TryExecuteSql(database, "ROLLBACK");
     throw;
   }
 }
@@ -217,7 +215,7 @@ void Renew(const QString& path, sqlite3* database, std::span<const EmbeddedSql> 
 
 /// One attempt, on a connection that is closed behind it.
 Outcome TryToKeepUp(const QString& path, std::span<const EmbeddedSql> upgrades) {
-  const SqliteFile file(path);
+  const SqliteFile file = OpenHostFile(path);
   sqlite3* const database = file.Handle();
   std::optional<FileState> state;
   try {

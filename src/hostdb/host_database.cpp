@@ -11,8 +11,8 @@
 
 #include "hostdb/database_upgrade.h"
 #include "hostdb/embedded_sql.h"
+#include "hostdb/host_file.h"
 #include "hostdb/installed_objects.h"
-#include "hostdb/sqlite_file.h"
 
 namespace qbx {
 
@@ -47,7 +47,7 @@ void ApplySchema(sqlite3* database, bool indexes) {
 
 void Build(const QString& path, const std::function<HostDatabaseProblem(sqlite3*)>& fill,
            HostDatabaseProblem* problem) {
-  const SqliteFile file(path);
+  const SqliteFile file = OpenHostFile(path);
   sqlite3* const database = file.Handle();
   // Nobody sees this file until it is complete, so a journal would protect nothing.
   ExecuteSql(database, "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA cache_size = -65536; BEGIN");
@@ -70,11 +70,11 @@ void Build(const QString& path, const std::function<HostDatabaseProblem(sqlite3*
 /// behind (it would be applied to the new file).
 HostDatabaseProblem ClearTheWay(const QString& path) {
   try {
-    const SqliteFile file(path);
+    const SqliteFile file = OpenHostFile(path);
     ExecuteSql(file.Handle(), "PRAGMA locking_mode = EXCLUSIVE; BEGIN EXCLUSIVE; ROLLBACK");
   } catch (const SqliteFailure&) {
-    const SqliteFile probe(path);
-    if (sqlite3_exec(probe.Handle(), "BEGIN IMMEDIATE", nullptr, nullptr, nullptr) != SQLITE_NOTADB)
+    const SqliteFile probe = OpenHostFile(path);
+    if (TryExecuteSql(probe.Handle(), "BEGIN IMMEDIATE") != SQLITE_NOTADB)
       return QStringLiteral("The database %1 is in use. Close every program that uses it and try again.").arg(path);
   }
   QFile::remove(path + QStringLiteral("-wal"));

@@ -8,7 +8,7 @@
 
 #include "hostdb/embedded_sql.h"
 #include "hostdb/host_database.h"
-#include "hostdb/sqlite_file.h"
+#include "hostdb/host_file.h"
 
 namespace qbx {
 namespace {
@@ -39,7 +39,7 @@ std::vector<SchemaObject> ReadObjects(sqlite3* database) {
 
 /// The views and triggers that this program brings.
 std::vector<SchemaObject> OwnObjects() {
-  const SqliteFile scratch(QStringLiteral(":memory:"));
+  const SqliteFile scratch = OpenHostFile(QStringLiteral(":memory:"));
   for (const EmbeddedSql& file : SchemaFiles())
     if (file.name != kIndexFile) ExecuteSql(scratch.Handle(), file.text);
   return ReadObjects(scratch.Handle());

@@ -1,7 +1,7 @@
 #include <string>
 
 #include "hostdb/sample_settings.h"
-#include "hostdb/sqlite_file.h"
+#include "sqlite/sqlite_file.h"
 
 namespace qbx {
 

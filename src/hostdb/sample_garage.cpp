@@ -4,7 +4,7 @@
 #include "hostdb/sample_person.h"
 #include "hostdb/sample_settings.h"
 #include "hostdb/sample_vehicle.h"
-#include "hostdb/sqlite_file.h"
+#include "sqlite/sqlite_file.h"
 
 namespace qbx {
 

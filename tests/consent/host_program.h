@@ -11,7 +11,7 @@ namespace qbx::consent {
 class HostProgram {
  public:
   HostProgram(World& world, Ledger& ledger, Story& story, const QString& file, quint64 seed)
-      : world_(world), ledger_(ledger), story_(story), random_(seed, 21), file_(file) {
+      : world_(world), ledger_(ledger), story_(story), random_(seed, 21), file_(OpenHostFile(file)) {
     sqlite3_busy_timeout(Database(), kPatience);
   }
 

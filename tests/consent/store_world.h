@@ -5,7 +5,7 @@
 #include <sqlite3.h>
 
 #include "consent/world.h"
-#include "hostdb/sqlite_file.h"
+#include "hostdb/host_file.h"
 
 namespace qbx::consent {
 

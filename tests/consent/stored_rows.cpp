@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include "hostdb/sqlite_file.h"
+#include "sqlite/sqlite_file.h"
 
 namespace qbx::consent {
 namespace {
@@ -14,9 +14,8 @@ constexpr char kRows[] =
     "(SELECT State FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 2) "
     "FROM [Campaign Results] r WHERE CampaignID = ?";
 
-JournalState StateAt(sqlite3_stmt* statement, int column) {
-  if (sqlite3_column_type(statement, column) == SQLITE_NULL) return JournalState::kNone;
-  return static_cast<JournalState>(sqlite3_column_int(statement, column));
+JournalState StateAt(const SqliteStatement& statement, int column) {
+  return statement.IsNullAt(column) ? JournalState::kNone : static_cast<JournalState>(statement.IntegerAt(column));
 }
 
 QString Flags(bool sms, bool mail, bool letter) {
@@ -27,22 +26,20 @@ QString Flags(bool sms, bool mail, bool letter) {
 
 std::vector<StoredRow> ReadRows(sqlite3* database, int campaign) {
   std::vector<StoredRow> rows;
-  sqlite3_stmt* statement = nullptr;
-  if (sqlite3_prepare_v2(database, kRows, -1, &statement, nullptr) != SQLITE_OK) throw SqliteFailure(database);
-  sqlite3_bind_int(statement, 1, campaign);
-  while (sqlite3_step(statement) == SQLITE_ROW) {
+  SqliteStatement statement(database, kRows);
+  statement.Add(qint64{campaign});
+  while (statement.Step()) {
     StoredRow row;
-    row.record = sqlite3_column_int64(statement, 0);
-    row.customer = sqlite3_column_int(statement, 1);
-    row.vehicle = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, 2)));
-    row.sms = sqlite3_column_int(statement, 3) == 1;
-    row.mail = sqlite3_column_int(statement, 4) == 1;
-    row.letter = sqlite3_column_int(statement, 5) == 1;
-    row.processed = sqlite3_column_int(statement, 6) == 1;
+    row.record = statement.IntegerAt(0);
+    row.customer = static_cast<int>(statement.IntegerAt(1));
+    row.vehicle = QString::fromUtf8(statement.TextAt(2));
+    row.sms = statement.IntegerAt(3) == 1;
+    row.mail = statement.IntegerAt(4) == 1;
+    row.letter = statement.IntegerAt(5) == 1;
+    row.processed = statement.IntegerAt(6) == 1;
     row.journal = {StateAt(statement, 7), StateAt(statement, 8)};
     rows.push_back(row);
   }
-  sqlite3_finalize(statement);
   return rows;
 }
 

@@ -11,7 +11,7 @@
 #include <future>
 
 #include "hostdb/database_upgrade.h"
-#include "hostdb/sqlite_file.h"
+#include "hostdb/host_file.h"
 #include "support/embedded_host.h"
 
 namespace qbx {
@@ -19,18 +19,17 @@ namespace {
 
 /// Every row of a result, as "a|b|c".
 QByteArrayList Rows(const QString& path, const QByteArray& sql) {
-  const SqliteFile file(path);
+  const SqliteFile file = OpenHostFile(path);
   QByteArrayList rows;
-  const auto add = [](void* to, int count, char** values, char**) {
-    QByteArrayList fields;
-    for (int i = 0; i < count; ++i)
-      fields += values[i] != nullptr ? QByteArray(values[i]) : QByteArray("NULL");
-    *static_cast<QByteArrayList*>(to) += fields.join('|');
-    return 0;
-  };
-  char* problem = nullptr;
-  if (sqlite3_exec(file.Handle(), sql.constData(), add, &rows, &problem) != SQLITE_OK)
-    ADD_FAILURE() << problem << sql.constData();
+  for (std::string_view rest(sql.constData()); !rest.empty();) {
+    SqliteStatement read(file.Handle(), rest, &rest);
+    while (read.Step()) {
+      QByteArrayList fields;
+      for (int i = 0; i < read.ColumnCount(); ++i)
+        fields += read.IsNullAt(i) ? QByteArray("NULL") : read.TextAt(i);
+      rows += fields.join('|');
+    }
+  }
   return rows;
 }
 
@@ -119,11 +118,8 @@ TEST_F(OldGarage, OpensWithEveryRowAndIsLikeANewOne) {
 
 TEST_F(OldGarage, KeysThatDifferInTrailingBlanksBecomeOne) {
   // Written with the order of that time: built in, blanks count.
-  sqlite3* plain = nullptr;
-  ASSERT_EQ(sqlite3_open(path.toUtf8().constData(), &plain), SQLITE_OK);
-  sqlite3_exec(plain, "INSERT INTO _OptionsUser (UserId) VALUES ('jo\t'), ('jo   '), ('Pat  '), ('pat x')", nullptr,
-               nullptr, nullptr);
-  sqlite3_close(plain);
+  ExecuteSql(SqliteFile(path, SqliteMode::kExisting).Handle(),
+             "INSERT INTO _OptionsUser (UserId) VALUES ('jo\t'), ('jo   '), ('Pat  '), ('pat x')");
   ASSERT_EQ(Open(), 0) << refusal.toStdString();
   EXPECT_EQ(Rows(path, "SELECT UserId FROM _OptionsUser ORDER BY rowid"),
             (QByteArrayList{"Pat", "Jo", "jo\t", "pat x"}));
@@ -173,7 +169,7 @@ TEST_F(OldGarage, OfProgramsThatBeginAtOnceNoneIsRefused) {
 TEST_F(OldGarage, OneThatOnlyLacksRenewingIsOpenedWhileSomebodyWrites) {
   ASSERT_EQ(Open(), 0) << refusal.toStdString();
   Rows(path, "UPDATE _Version SET Objects_Fingerprint = 'another'");
-  const SqliteFile other(path);
+  const SqliteFile other = OpenHostFile(path);
   ExecuteSql(other.Handle(), "BEGIN IMMEDIATE");
   EXPECT_NO_THROW(KeepUpToDate(path));
 }

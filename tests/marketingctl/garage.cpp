@@ -5,7 +5,7 @@
 #include <QFile>
 #include <QThread>
 
-#include "hostdb/sqlite_file.h"
+#include "hostdb/host_file.h"
 
 namespace qbx::test {
 
@@ -108,7 +108,7 @@ std::unique_ptr<QProcess> Garage::Start(const char* line, const QStringList& val
 }
 
 void Garage::Sql(const char* statements) const {
-  const SqliteFile file(DatabaseFile());
+  const SqliteFile file = OpenHostFile(DatabaseFile());
   ExecuteSql(file.Handle(), statements);
 }
 

@@ -2,71 +2,70 @@
 
 #include <sqlite3.h>
 
-#include <memory>
-
 #include "database/embedded/functions.h"
 #include "scenario_error.h"
+#include "sqlite/sqlite_file.h"
 
 namespace qbx::scenario {
 namespace {
 
 constexpr int kBusyMilliseconds = 5000;
 
-using Handle = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
-
-[[noreturn]] void Refuse(sqlite3* database, const QString& sql) {
-  throw ScenarioError(QStringLiteral("%1, in: %2").arg(QString::fromUtf8(sqlite3_errmsg(database)), sql));
+[[noreturn]] void Refuse(const SqliteFailure& failure, const QString& sql) {
+  throw ScenarioError(QStringLiteral("%1, in: %2").arg(QString::fromUtf8(failure.what()), sql));
 }
 
-Handle Open(const QString& file, const Clock& clock) {
-  sqlite3* raw = nullptr;
-  const int result = sqlite3_open_v2(file.toUtf8().constData(), &raw, SQLITE_OPEN_READWRITE, nullptr);
-  Handle database(raw, &sqlite3_close);
-  if (result != SQLITE_OK) throw ScenarioError(QStringLiteral("There is no database %1.").arg(file));
-  sqlite3_busy_timeout(raw, kBusyMilliseconds);
-  RegisterFunctions(raw, clock);
-  return database;
+SqliteFile Open(const QString& path, const Clock& clock) {
+  try {
+    SqliteFile file(path, SqliteMode::kExisting);
+    sqlite3_busy_timeout(file.Handle(), kBusyMilliseconds);
+    RegisterFunctions(file.Handle(), clock);
+    return file;
+  } catch (const SqliteFailure&) {
+    throw ScenarioError(QStringLiteral("There is no database %1.").arg(path));
+  }
 }
 
-QVariant ValueAt(sqlite3_stmt* statement, int column) {
-  switch (sqlite3_column_type(statement, column)) {
+QVariant ValueAt(const SqliteStatement& statement, int column) {
+  switch (sqlite3_column_type(statement.Handle(), column)) {
     case SQLITE_NULL:
       return QVariant::fromValue(nullptr);
     case SQLITE_INTEGER:
-      return QVariant(static_cast<double>(sqlite3_column_int64(statement, column)));
+      return QVariant(static_cast<double>(statement.IntegerAt(column)));
     case SQLITE_FLOAT:
-      return QVariant(sqlite3_column_double(statement, column));
+      return QVariant(statement.DoubleAt(column));
     default:
-      return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)),
-                               sqlite3_column_bytes(statement, column));
+      return QString::fromUtf8(statement.TextAt(column));
   }
 }
 
 }  // namespace
 
 QVariantList HostData::Select(const QString& sql) const {
-  const Handle database = Open(file_, clock_);
-  sqlite3_stmt* raw = nullptr;
-  if (sqlite3_prepare_v2(database.get(), sql.toUtf8().constData(), -1, &raw, nullptr) != SQLITE_OK)
-    Refuse(database.get(), sql);
-  const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> statement(raw, &sqlite3_finalize);
+  const SqliteFile database = Open(file_, clock_);
   QVariantList rows;
-  int step = sqlite3_step(raw);
-  for (; step == SQLITE_ROW; step = sqlite3_step(raw)) {
-    QVariantMap row;
-    for (int column = 0; column < sqlite3_column_count(raw); ++column)
-      row.insert(QString::fromUtf8(sqlite3_column_name(raw, column)), ValueAt(raw, column));
-    rows += QVariant(row);
+  try {
+    SqliteStatement statement(database.Handle(), sql.toStdString());
+    while (statement.Step()) {
+      QVariantMap row;
+      for (int column = 0; column < statement.ColumnCount(); ++column)
+        row.insert(QString::fromUtf8(sqlite3_column_name(statement.Handle(), column)), ValueAt(statement, column));
+      rows += QVariant(row);
+    }
+  } catch (const SqliteFailure& failure) {
+    Refuse(failure, sql);
   }
-  if (step != SQLITE_DONE) Refuse(database.get(), sql);
   return rows;
 }
 
 int HostData::Execute(const QString& sql) const {
-  const Handle database = Open(file_, clock_);
-  if (sqlite3_exec(database.get(), sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
-    Refuse(database.get(), sql);
-  return sqlite3_changes(database.get());
+  const SqliteFile database = Open(file_, clock_);
+  try {
+    ExecuteSql(database.Handle(), sql.toUtf8().constData());
+  } catch (const SqliteFailure& failure) {
+    Refuse(failure, sql);
+  }
+  return sqlite3_changes(database.Handle());
 }
 
 }  // namespace qbx::scenario

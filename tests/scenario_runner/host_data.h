@@ -7,8 +7,6 @@
 
 #include "platform/clock.h"
 
-struct sqlite3;
-
 namespace qbx::scenario {
 
 /// A database file, opened anew for each statement so that no lock is left behind. SQLite's SQL, with the engine's functions.

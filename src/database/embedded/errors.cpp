@@ -220,8 +220,9 @@ DatabaseError LostConnectionError() {
   return DatabaseError(kUnspecifiedError, text, {{11, QStringLiteral("08S01"), text}});
 }
 
-DatabaseError ErrorFromSqlite(sqlite3* database, int code, const FailureContext& context) {
-  const QString message = QString::fromUtf8(database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code));
+DatabaseError ErrorFromSqlite(const SqliteFailure& failure, const FailureContext& context) {
+  const QString message = QString::fromUtf8(failure.what());
+  const int code = failure.Code();
   const int primary = code & 0xFF;
   if (context.stopped != StopReason::kNone) return StoppedError(context.stopped);
   if (primary == SQLITE_BUSY || primary == SQLITE_LOCKED) return StoppedError(StopReason::kTimeout);

@@ -5,8 +5,7 @@
 #include <QString>
 
 #include "database/database_error.h"
-
-struct sqlite3;
+#include "sqlite/sqlite_file.h"
 
 namespace qbx {
 
@@ -31,9 +30,8 @@ struct FailureContext {
 /// The connection is lost.
 [[nodiscard]] DatabaseError LostConnectionError();
 
-/// The last failure of a SQLite connection as the server's error. Violated foreign keys need their names: see
+/// A failure of SQLite as the server's error. Violated foreign keys need their names: see
 /// foreign_keys.h.
-/// \param code  the extended result code
-[[nodiscard]] DatabaseError ErrorFromSqlite(sqlite3* database, int code, const FailureContext& context);
+[[nodiscard]] DatabaseError ErrorFromSqlite(const SqliteFailure& failure, const FailureContext& context);
 
 }  // namespace qbx

@@ -44,61 +44,56 @@ Target TargetOf(std::string_view sql) {
   return target;
 }
 
-QString Text(sqlite3_stmt* statement, int column) {
-  return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)));
+QString Text(const SqliteStatement& statement, int column) {
+  return QString::fromUtf8(statement.TextAt(column));
 }
 
 /// Columns of one foreign key of a table.
 void ReadColumns(sqlite3* database, int key, Violation& violation) {
-  sqlite3_stmt* list = nullptr;
-  sqlite3_prepare_v2(database, "SELECT \"from\", \"to\" FROM pragma_foreign_key_list(?1) WHERE id = ?2 ORDER BY seq",
-                     -1, &list, nullptr);
-  const QByteArray child = violation.child.toUtf8();
-  sqlite3_bind_text(list, 1, child.constData(), static_cast<int>(child.size()), SQLITE_TRANSIENT);
-  sqlite3_bind_int(list, 2, key);
-  if (sqlite3_step(list) == SQLITE_ROW) {
-    violation.childColumn = Text(list, 0);
-    violation.parentColumn = Text(list, 1);
-    if (violation.parentColumn.isEmpty()) violation.parentColumn = violation.childColumn;
-  }
-  sqlite3_finalize(list);
+  SqliteStatement list(database, "SELECT \"from\", \"to\" FROM pragma_foreign_key_list(?1) WHERE id = ?2 ORDER BY seq");
+  if (!list.Add(violation.child.toStdString()).Add(qint64{key}).Step()) return;
+  violation.childColumn = Text(list, 0);
+  violation.parentColumn = Text(list, 1);
+  if (violation.parentColumn.isEmpty()) violation.parentColumn = violation.childColumn;
 }
 
+/// Nothing also when it cannot be found out: the failure is reported without names then.
 std::optional<Violation> FindViolation(sqlite3* database) {
-  sqlite3_stmt* check = nullptr;
-  std::optional<Violation> found;
-  if (sqlite3_prepare_v2(database, "PRAGMA foreign_key_check", -1, &check, nullptr) == SQLITE_OK &&
-      sqlite3_step(check) == SQLITE_ROW) {
-    found = Violation{Text(check, 0), {}, Text(check, 2), {}};
-    ReadColumns(database, sqlite3_column_int(check, 3), *found);
+  try {
+    SqliteStatement check(database, "PRAGMA foreign_key_check");
+    if (!check.Step()) return std::nullopt;
+    Violation found{Text(check, 0), {}, Text(check, 2), {}};
+    ReadColumns(database, static_cast<int>(check.IntegerAt(3)), found);
+    return found;
+  } catch (const SqliteFailure&) {
+    return std::nullopt;
   }
-  sqlite3_finalize(check);
-  return found;
 }
 
 /// Undoes what is run while it lives, with the check of foreign keys put off.
 class Rehearsal {
  public:
   explicit Rehearsal(sqlite3* database) : database_(database) {
-    Run("SAVEPOINT qbx_rehearsal; PRAGMA defer_foreign_keys = ON");
+    TryExecuteSql(database_, "SAVEPOINT qbx_rehearsal; PRAGMA defer_foreign_keys = ON");
   }
-  ~Rehearsal() { Run("ROLLBACK TO qbx_rehearsal; RELEASE qbx_rehearsal; PRAGMA defer_foreign_keys = OFF"); }
+  ~Rehearsal() {
+    TryExecuteSql(database_, "ROLLBACK TO qbx_rehearsal; RELEASE qbx_rehearsal; PRAGMA defer_foreign_keys = OFF");
+  }
   Rehearsal(const Rehearsal&) = delete;
   Rehearsal& operator=(const Rehearsal&) = delete;
 
  private:
-  void Run(const char* sql) { sqlite3_exec(database_, sql, nullptr, nullptr, nullptr); }
   sqlite3* database_;
 };
 
 std::optional<Violation> Rehearse(PreparedStatement& statement) {
   sqlite3* database = statement.Database().Handle();
-  sqlite3_reset(statement.Handle());
+  statement.Statement().Reset();
   const Rehearsal rehearsal(database);
-  while (sqlite3_step(statement.Handle()) == SQLITE_ROW) {
+  while (statement.Statement().StepOnly() == SQLITE_ROW) {
   }
   std::optional<Violation> violation = FindViolation(database);
-  sqlite3_reset(statement.Handle());
+  statement.Statement().Reset();
   return violation;
 }
 

@@ -44,19 +44,20 @@ int DatePrecision(const char* declared) {
   return type == QLatin1String("date") ? 10 : type == QLatin1String("smalldatetime") ? 16 : 23;
 }
 
+SqliteStatement PrepareSql(const SqliteDatabase& database, const std::string& sql) {
+  try {
+    return SqliteStatement(database.Handle(), sql);
+  } catch (const SqliteFailure& failure) {
+    throw database.Error(failure, QString::fromStdString(sql));
+  }
+}
+
 }  // namespace
 
 PreparedStatement::PreparedStatement(std::shared_ptr<SqliteDatabase> database, std::string_view sql)
-    : database_(std::move(database)), sql_(sql) {
-  const int code = sqlite3_prepare_v3(database_->Handle(), sql_.data(), static_cast<int>(sql_.size()),
-                                      SQLITE_PREPARE_PERSISTENT, &handle_, nullptr);
-  if (code != SQLITE_OK) database_->Fail(code, QString::fromStdString(sql_));
-  columnCount_ = sqlite3_column_count(handle_);
-  readOnly_ = sqlite3_stmt_readonly(handle_) != 0;
-}
-
-PreparedStatement::~PreparedStatement() {
-  sqlite3_finalize(handle_);
+    : database_(std::move(database)), sql_(sql), statement_(PrepareSql(*database_, sql_)) {
+  columnCount_ = statement_.ColumnCount();
+  readOnly_ = sqlite3_stmt_readonly(Handle()) != 0;
 }
 
 const std::vector<Column>& PreparedStatement::Columns() {
@@ -70,18 +71,18 @@ const std::vector<ColumnReading>& PreparedStatement::Readings() {
 }
 
 void PreparedStatement::Describe() {
-  const int prepared = sqlite3_stmt_status(handle_, SQLITE_STMTSTATUS_REPREPARE, 0);
+  const int prepared = sqlite3_stmt_status(Handle(), SQLITE_STMTSTATUS_REPREPARE, 0);
   if (prepared == describedAt_) return;
   describedAt_ = prepared;
-  columnCount_ = sqlite3_column_count(handle_);
+  columnCount_ = statement_.ColumnCount();
   columns_.clear();
   readings_.clear();
   for (int i = 0; i < columnCount_; ++i) {
-    const char* declared = sqlite3_column_decltype(handle_, i);
+    const char* declared = sqlite3_column_decltype(Handle(), i);
     const ColumnReading reading = ReadingOf(declared);
-    const char* table = sqlite3_column_table_name(handle_, i);
+    const char* table = sqlite3_column_table_name(Handle(), i);
     Column column;
-    column.name = QString::fromUtf8(sqlite3_column_name(handle_, i));
+    column.name = QString::fromUtf8(sqlite3_column_name(Handle(), i));
     column.type = reading.type == ValueType::kNull ? ValueType::kText : reading.type;
     if (reading.type == ValueType::kText) column.size = DeclaredSize(declared);
     if (reading.type == ValueType::kDateTime) column.precision = DatePrecision(declared);
@@ -103,24 +104,22 @@ StatementLease::StatementLease(std::shared_ptr<PreparedStatement> statement) : s
 
 StatementLease::~StatementLease() {
   if (!statement_) return;
-  sqlite3_reset(statement_->handle_);
-  sqlite3_clear_bindings(statement_->handle_);
+  statement_->statement_.Reset();
+  statement_->statement_.ClearBindings();
   statement_->inUse_ = false;
 }
 
 void StatementLease::BindNull(int index) {
-  sqlite3_bind_null(statement_->handle_, index);
+  statement_->statement_.BindNull(index);
 }
 void StatementLease::BindInt(int index, qint64 value) {
-  sqlite3_bind_int64(statement_->handle_, index, value);
+  statement_->statement_.Bind(index, value);
 }
 void StatementLease::BindDouble(int index, double value) {
-  sqlite3_bind_double(statement_->handle_, index, value);
+  statement_->statement_.Bind(index, value);
 }
 void StatementLease::BindText(int index, std::string_view utf8) {
-  // An empty view may have no address, which SQLite would take for NULL.
-  sqlite3_bind_text64(statement_->handle_, index, utf8.empty() ? "" : utf8.data(), utf8.size(), SQLITE_TRANSIENT,
-                      SQLITE_UTF8);
+  statement_->statement_.Bind(index, utf8);
 }
 
 void StatementLease::Bind(int index, const Value& value) {
@@ -151,7 +150,7 @@ void StatementLease::Bind(int index, const Value& value) {
 
 bool StatementLease::Step() {
   statement_->Database().ThrowIfInterrupted();
-  const int code = sqlite3_step(statement_->handle_);
+  const int code = statement_->statement_.StepOnly();
   if (code == SQLITE_ROW) return true;
   if (code == SQLITE_DONE) return false;
   if (code == SQLITE_CONSTRAINT_FOREIGNKEY) throw ForeignKeyError(*statement_);

@@ -12,8 +12,6 @@
 #include "database/embedded/sqlite_database.h"
 #include "database/session.h"
 
-struct sqlite3_stmt;
-
 namespace qbx {
 
 /// How a column's stored value is handed over.
@@ -28,11 +26,11 @@ class PreparedStatement {
   /// Prepares the first statement of `sql`.
   /// \throws DatabaseError
   PreparedStatement(std::shared_ptr<SqliteDatabase> database, std::string_view sql);
-  ~PreparedStatement();
   PreparedStatement(const PreparedStatement&) = delete;
   PreparedStatement& operator=(const PreparedStatement&) = delete;
 
-  [[nodiscard]] sqlite3_stmt* Handle() const { return handle_; }
+  [[nodiscard]] sqlite3_stmt* Handle() const { return statement_.Handle(); }
+  [[nodiscard]] SqliteStatement& Statement() { return statement_; }
   [[nodiscard]] SqliteDatabase& Database() const { return *database_; }
   [[nodiscard]] const std::shared_ptr<SqliteDatabase>& SharedDatabase() const { return database_; }
   [[nodiscard]] const std::string& Sql() const { return sql_; }
@@ -48,8 +46,8 @@ class PreparedStatement {
   void Describe();
 
   std::shared_ptr<SqliteDatabase> database_;
-  sqlite3_stmt* handle_ = nullptr;
   std::string sql_;
+  SqliteStatement statement_;
   int columnCount_ = 0;
   bool readOnly_ = false;
   bool inUse_ = false;

@@ -11,10 +11,6 @@
 namespace qbx {
 namespace {
 
-QString ColumnText(sqlite3_stmt* statement, int column) {
-  return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)));
-}
-
 std::string_view TextOf(Tokens statement) {
   const char* begin = statement.front().text.data();
   const char* end = statement.back().text.data() + statement.back().text.size();
@@ -91,23 +87,19 @@ std::shared_ptr<StoredProcedure> ProcedureCatalogue::Load(const QString& name) {
   const auto missing = [&name] {
     return ServerError(2812, QStringLiteral("Could not find stored procedure '%1'.").arg(name));
   };
-  sqlite3_stmt* handle = nullptr;
-  const int code = sqlite3_prepare_v2(
-      database_->Handle(), "SELECT Header, Body FROM _Procedures WHERE Name = ?1 COLLATE NOCASE", -1, &handle, nullptr);
-  const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> statement(handle, &sqlite3_finalize);
-  if (code != SQLITE_OK) {
-    DatabaseError failure = database_->Error(code);
+  QByteArray header;
+  QByteArray body;
+  try {
+    SqliteStatement find(database_->Handle(), "SELECT Header, Body FROM _Procedures WHERE Name = ?1 COLLATE NOCASE");
+    if (!find.Add(name.toStdString()).Step()) throw missing();
+    header = find.TextAt(0);
+    body = find.TextAt(1);
+  } catch (const SqliteFailure& failure) {
+    DatabaseError error = database_->Error(failure);
     // A database without the table has no procedures; a damaged or locked one is another matter.
-    if (!failure.Errors().empty() && failure.Errors().front().number == 208) throw missing();
-    throw failure;
+    if (!error.Errors().empty() && error.Errors().front().number == 208) throw missing();
+    throw error;
   }
-  const QByteArray utf8 = name.toUtf8();
-  sqlite3_bind_text(handle, 1, utf8.constData(), static_cast<int>(utf8.size()), SQLITE_TRANSIENT);
-  const int step = sqlite3_step(handle);
-  if (step == SQLITE_DONE) throw missing();
-  if (step != SQLITE_ROW) database_->Fail(step);
-  const QByteArray header = ColumnText(handle, 0).toUtf8();
-  const QByteArray body = ColumnText(handle, 1).toUtf8();
   return std::make_shared<StoredProcedure>(
       database_, ParseProcedureHeader({header.constData(), static_cast<std::size_t>(header.size())}),
       std::string_view(body.constData(), static_cast<std::size_t>(body.size())));

@@ -93,7 +93,7 @@ auto EmbeddedSession::Guarded(Work&& work) {
     const bool takesTransaction = database_->Lost() || error.Number() == kCommandCancelled;
     if (takesTransaction && sqlite3_get_autocommit(database_->Handle()) == 0) {
       database_->Shield(true);
-      sqlite3_exec(database_->Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+      TryExecuteSql(database_->Handle(), "ROLLBACK");
       database_->Shield(false);
     }
     doomed_ = depth_ > 0 && sqlite3_get_autocommit(database_->Handle()) != 0;
@@ -238,8 +238,7 @@ void EmbeddedSession::Commit() {
 void EmbeddedSession::Rollback() {
   if (depth_ == 0) return;
   database_->Shield(true);
-  if (sqlite3_get_autocommit(database_->Handle()) == 0)
-    sqlite3_exec(database_->Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+  if (sqlite3_get_autocommit(database_->Handle()) == 0) TryExecuteSql(database_->Handle(), "ROLLBACK");
   database_->Shield(false);
   --depth_;
   doomed_ = depth_ > 0;

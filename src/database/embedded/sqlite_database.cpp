@@ -18,31 +18,32 @@ qint64 SteadyMilliseconds() {
       .count();
 }
 
+SqliteFile OpenDatabaseFile(const QString& name, const QString& file) {
+  try {
+    return SqliteFile(file, SqliteMode::kExisting);
+  } catch (const SqliteFailure& failure) {
+    throw ErrorFromSqlite(failure, {.database = name, .file = file});
+  }
+}
+
 }  // namespace
 
 SqliteDatabase::SqliteDatabase(const QString& name, const QString& file,
                                std::shared_ptr<const std::atomic<int>> generation)
-    : name_(name), file_(file), generation_(std::move(generation)), bornIn_(*generation_) {
-  const int code =
-      sqlite3_open_v2(file.toUtf8().constData(), &handle_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_FULLMUTEX, nullptr);
-  if (code != SQLITE_OK) {
-    const DatabaseError error = Error(code);
-    sqlite3_close(handle_);
-    throw error;
-  }
-  sqlite3_extended_result_codes(handle_, 1);
-  sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-  sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    : name_(name),
+      path_(file),
+      file_(OpenDatabaseFile(name, file)),
+      generation_(std::move(generation)),
+      bornIn_(*generation_) {
+  sqlite3_extended_result_codes(Handle(), 1);
+  sqlite3_db_config(Handle(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(Handle(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   InstallHandlers();
 }
 
 void SqliteDatabase::InstallHandlers() {
-  sqlite3_progress_handler(handle_, kOperationsBetweenLooks, OnProgress, this);
-  sqlite3_busy_handler(handle_, OnBusy, this);
-}
-
-SqliteDatabase::~SqliteDatabase() {
-  sqlite3_close_v2(handle_);
+  sqlite3_progress_handler(Handle(), kOperationsBetweenLooks, OnProgress, this);
+  sqlite3_busy_handler(Handle(), OnBusy, this);
 }
 
 void SqliteDatabase::BeginCall() {
@@ -83,7 +84,7 @@ int SqliteDatabase::OnBusy(void* self, int count) {
 }
 
 void SqliteDatabase::Run(const char* sql) {
-  const int code = sqlite3_exec(handle_, sql, nullptr, nullptr, nullptr);
+  const int code = TryExecuteSql(Handle(), sql);
   if (code != SQLITE_OK) Fail(code, QString::fromUtf8(sql));
 }
 
@@ -92,7 +93,11 @@ void SqliteDatabase::Fail(int code, const QString& statement) {
 }
 
 DatabaseError SqliteDatabase::Error(int code, const QString& statement) const {
-  return ErrorFromSqlite(handle_, code, {name_, file_, statement, stopped_});
+  return Error(SqliteFailure(Handle(), code), statement);
+}
+
+DatabaseError SqliteDatabase::Error(const SqliteFailure& failure, const QString& statement) const {
+  return ErrorFromSqlite(failure, {name_, path_, statement, stopped_});
 }
 
 }  // namespace qbx

@@ -8,8 +8,7 @@
 
 #include "database/database_error.h"
 #include "database/embedded/errors.h"
-
-struct sqlite3;
+#include "sqlite/sqlite_file.h"
 
 namespace qbx {
 
@@ -20,16 +19,15 @@ class SqliteDatabase {
   /// \param generation  compared with its value now: once it changes, this connection is lost
   /// \throws DatabaseError (5171 for a file that is no database)
   SqliteDatabase(const QString& name, const QString& file, std::shared_ptr<const std::atomic<int>> generation);
-  ~SqliteDatabase();
   SqliteDatabase(const SqliteDatabase&) = delete;
   SqliteDatabase& operator=(const SqliteDatabase&) = delete;
 
   /// Lets the limits act again after somebody put handlers of their own into the SQLite connection.
   void InstallHandlers();
 
-  [[nodiscard]] sqlite3* Handle() const { return handle_; }
+  [[nodiscard]] sqlite3* Handle() const { return file_.Handle(); }
   [[nodiscard]] const QString& Name() const { return name_; }
-  [[nodiscard]] const QString& File() const { return file_; }
+  [[nodiscard]] const QString& File() const { return path_; }
 
   /// Begins a call: the time starts, an interruption that came too late is forgotten.
   /// \throws DatabaseError when the connection is lost
@@ -55,15 +53,16 @@ class SqliteDatabase {
   [[noreturn]] void Fail(int code, const QString& statement = {});
   /// The last failure as it stands, before anything else runs.
   [[nodiscard]] DatabaseError Error(int code, const QString& statement = {}) const;
+  [[nodiscard]] DatabaseError Error(const SqliteFailure& failure, const QString& statement = {}) const;
 
  private:
   [[nodiscard]] bool MustStop();
   static int OnProgress(void* self);
   static int OnBusy(void* self, int count);
 
-  sqlite3* handle_ = nullptr;
   QString name_;
-  QString file_;
+  QString path_;
+  SqliteFile file_;
   std::shared_ptr<const std::atomic<int>> generation_;
   int bornIn_;
   int timeoutSeconds_ = 30;

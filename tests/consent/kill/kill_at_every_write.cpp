@@ -46,7 +46,7 @@ class KillAtEveryWrite {
  public:
   KillAtEveryWrite() {
     {
-      const SqliteFile file(folder_.DatabaseFile());
+      const SqliteFile file = OpenHostFile(folder_.DatabaseFile());
       StoreWorld(FiveCustomers(), {sandbox_.HttpPort(), sandbox_.SmtpPort()}, file.Handle());
     }
     const Ended made =

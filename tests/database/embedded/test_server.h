@@ -2,8 +2,6 @@
 
 #pragma once
 
-#include <sqlite3.h>
-
 #include <QTemporaryDir>
 #include <memory>
 
@@ -12,6 +10,7 @@
 #include "database/embedded/functions.h"
 #include "database/recordset.h"
 #include "platform/clock.h"
+#include "sqlite/sqlite_file.h"
 
 namespace qbx {
 
@@ -30,13 +29,10 @@ class TestServer {
 
   /// Runs SQL on the database file directly.
   void Run(const char* sql, const QString& name = QStringLiteral("Garage")) {
-    sqlite3* database = nullptr;
-    sqlite3_open(folder.filePath(name + QStringLiteral(".db")).toUtf8().constData(), &database);
-    sqlite3_busy_timeout(database, 5000);
-    RegisterFunctions(database, clock);
-    sqlite3_exec(database, "PRAGMA synchronous = OFF", nullptr, nullptr, nullptr);
-    if (sqlite3_exec(database, sql, nullptr, nullptr, nullptr) != SQLITE_OK) qFatal("%s", sqlite3_errmsg(database));
-    sqlite3_close(database);
+    const SqliteFile file(folder.filePath(name + QStringLiteral(".db")), SqliteMode::kCreate);
+    RegisterFunctions(file.Handle(), clock);
+    ExecuteSql(file.Handle(), "PRAGMA synchronous = OFF; PRAGMA busy_timeout = 5000");
+    ExecuteSql(file.Handle(), sql);
   }
 
   std::unique_ptr<Session> Connect(const QString& name = QStringLiteral("Garage"),
