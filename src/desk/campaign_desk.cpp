@@ -18,7 +18,7 @@ CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
             app.diagnostics),
       selection(app.statements, app.campaign, state, app.options, app.startup.edition, app.diagnostics),
       queries(app.statements, app.options, app.startup.user, app.campaign, state.options, state.filters,
-              state.lblRecords, app.diagnostics),
+              state.lblRecords, state.leftOut, app.diagnostics),
       settings(app.statements, app.campaign, state, selection, results, app.options, app.diagnostics),
       steps({.campaign = app.campaign,
              .state = state,

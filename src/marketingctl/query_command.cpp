@@ -78,17 +78,42 @@ int RefuseUnfinished(int stepsDone) {
                 "The campaign now holds the rows of step 1, to which its filters were not applied. Run the query again."));
 }
 
+QJsonValue BeforeJson(const std::optional<LeftOutBefore>& before) {
+  if (!before) return QJsonValue::Null;
+  return QJsonObject{{QStringLiteral("opted_out"), before->optedOut},
+                     {QStringLiteral("no_marketing"), before->noMarketing}};
+}
+
+QJsonValue AfterJson(const std::optional<LeftOutAfter>& after) {
+  if (!after) return QJsonValue::Null;
+  QJsonArray filters;
+  for (const LeftOutAfter::Filter& filter : after->filters) {
+    filters.append(QJsonObject{{QStringLiteral("filter"), QString::fromLatin1(FilterRows()[filter.filter].name)},
+                               {QStringLiteral("rows"), filter.rows}});
+  }
+  return QJsonObject{{QStringLiteral("candidates"), after->candidates},
+                     {QStringLiteral("filters"), filters},
+                     {QStringLiteral("without_consent"), after->withoutConsent}};
+}
+
 void PrintCounts(Program& program, int campaignId) {
   const auto& counts = program.desk.queries.Records();
+  const LeftOut& leftOut = program.desk.state.leftOut;
   if (program.json) {
+    const QJsonObject reasons{{QStringLiteral("step1"), BeforeJson(leftOut.before)},
+                              {QStringLiteral("step2"), AfterJson(leftOut.after)}};
     PrintJson(QJsonObject{{QStringLiteral("campaign"), campaignId},
                           {QStringLiteral("step1"), counts[0]},
-                          {QStringLiteral("step2"), counts[1]}});
-  } else {
-    PrintLine(QStringLiteral("Campaign %1: %2 rows from the query, %3 after filters and consent")
-                  .arg(campaignId)
-                  .arg(counts[0])
-                  .arg(counts[1]));
+                          {QStringLiteral("step2"), counts[1]},
+                          {QStringLiteral("left_out"), reasons}});
+    return;
+  }
+  PrintLine(QStringLiteral("Campaign %1: %2 rows from the query, %3 after filters and consent")
+                .arg(campaignId)
+                .arg(counts[0])
+                .arg(counts[1]));
+  for (const QString& text : LeftOutTexts(leftOut, program.app.startup.edition.boat)) {
+    if (!text.isEmpty()) PrintLine(text);
   }
 }
 

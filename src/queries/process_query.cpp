@@ -81,6 +81,7 @@ struct QueryProcessor::RunState {
 struct QueryProcessor::PassCounts {
   qint64 selected = 0;
   qint64 remaining = 0;
+  std::optional<ReasonCounts> reasons;
 };
 
 QString RecordsFoundText(qint64 records) {
@@ -96,7 +97,7 @@ bool ConsentRule::Removes(qint64 consentResponse, bool canSendSms, bool canSendE
 
 QueryProcessor::QueryProcessor(Statements& statements, const Options& options, const QString& user,
                                const CurrentCampaign& campaign, QueryOptions& queryOptions, const Filters& filters,
-                               RecordLabels& records, Diagnostics diagnostics)
+                               RecordLabels& records, LeftOut& leftOut, Diagnostics diagnostics)
     : statements_(statements),
       options_(options),
       user_(user),
@@ -104,6 +105,7 @@ QueryProcessor::QueryProcessor(Statements& statements, const Options& options, c
       queryOptions_(queryOptions),
       filters_(filters),
       records_(records),
+      leftOut_(leftOut),
       diagnostics_(diagnostics) {}
 
 QueryOutcome QueryProcessor::ProcessQuery(int step, bool applyFilters) {
@@ -134,6 +136,7 @@ QueryOutcome QueryProcessor::Run(std::span<const Pass> passes) {
     return QueryOutcome::kFailed;
   }
   const RecordLabels before = records_;
+  const LeftOut leftOutBefore = leftOut_;
   QueryOutcome outcome = QueryOutcome::kFailed;
   std::optional<QString> failure;
   {
@@ -146,7 +149,10 @@ QueryOutcome QueryProcessor::Run(std::span<const Pass> passes) {
       failure = QString::fromUtf8(error.what());
     }
   }
-  if (outcome != QueryOutcome::kDone) records_ = before;
+  if (outcome != QueryOutcome::kDone) {
+    records_ = before;
+    leftOut_ = leftOutBefore;
+  }
   if (failure) diagnostics_.errors.ShowError(0, QString::fromLatin1(kRoutine), *failure);
   return outcome;
 }
@@ -175,9 +181,13 @@ QueryOutcome QueryProcessor::RunWithReopen(std::span<const Pass> passes) {
 QueryOutcome QueryProcessor::RunPasses(std::span<const Pass> passes, RunState& run) {
   Connection& connection = statements_.Shared();
   std::unique_ptr<Transaction> transaction;
+  const bool oneCount = passes.size() > 1 && OneCountForBothPasses(campaign_.record.CampaignTypeID, filters_);
   for (const Pass& pass : passes) {
     if (!Announce(pass)) return QueryOutcome::kFailed;
+    const bool last = &pass == &passes.back();
     Command command = PreparePass(pass);
+    const bool counted = pass.kind == QueryPass::kStart ? !oneCount : oneCount || AnyFilterNarrows(filters_);
+    Command count = counted ? PrepareCount(pass) : Command();
     StopIfCancelled();
     PassCounts counts;
     const ConsentRule rule{
@@ -185,6 +195,7 @@ QueryOutcome QueryProcessor::RunPasses(std::span<const Pass> passes, RunState& r
         .usingPlatform = options_.Using_Vrelo};
     const auto work = [&] {
       if (!transaction) transaction = std::make_unique<Transaction>(connection.Driver());
+      if (!count.parameters.empty()) counts.reasons = ReadReasons(Recordset::ReadAll(count.Open()));
       if (rule.onlyOptedIn) {
         Recordset rows = Recordset::ReadAll(command.Open());
         rows.SetWritable(connection.Driver(), QString::fromLatin1(kResultsTable), QString::fromLatin1(kResultsKey));
@@ -195,7 +206,7 @@ QueryOutcome QueryProcessor::RunPasses(std::span<const Pass> passes, RunState& r
         counts.selected = counts.remaining = CountRows(command.Open().get());
       }
       if (run.cancelled) throw QueryCancelled();
-      if (&pass != &passes.back()) return;
+      if (!last) return;
       run.commitStarted = true;
       transaction->Commit();
     };
@@ -208,6 +219,7 @@ QueryOutcome QueryProcessor::RunPasses(std::span<const Pass> passes, RunState& r
           return run.cancelled.load();
         });
     ShowCounts(pass, counts);
+    KeepLeftOut(pass, oneCount, counts);
   }
   return QueryOutcome::kDone;
 }
@@ -245,19 +257,45 @@ void QueryProcessor::StopIfCancelled() const {
   if (diagnostics_.status.Visible() && diagnostics_.status.Cancelled()) throw QueryCancelled();
 }
 
-Command QueryProcessor::PreparePass(const Pass& pass) {
-  const QueryRequest request{
-      .CampaignTypeID = campaign_.record.CampaignTypeID, .campaignId = campaign_.record.ID, .user = user_};
-  const ProcedureCall call = BuildQueryCall(pass.kind, request, queryOptions_, filters_);
+QueryRequest QueryProcessor::Request() const {
+  return {.CampaignTypeID = campaign_.record.CampaignTypeID, .campaignId = campaign_.record.ID, .user = user_};
+}
+
+/// \return without parameters when the procedure is missing
+Command QueryProcessor::Prepare(const ProcedureCall& call) {
   Command command;
   statements_.PrepareCommand(command, call.procedure);
-  if (command.parameters.empty()) {
-    const QString text = QStringLiteral("The stored procedure %1 is missing or could not be read.");
-    throw DatabaseError(kItemNotFound, text.arg(call.procedure), {});
-  }
+  if (command.parameters.empty()) return command;
   for (const NamedValue& parameter : call.parameters)
     command.SetParameter(parameter.name, parameter.value);
   return command;
+}
+
+Command QueryProcessor::PreparePass(const Pass& pass) {
+  const ProcedureCall call = BuildQueryCall(pass.kind, Request(), queryOptions_, filters_);
+  Command command = Prepare(call);
+  if (!command.parameters.empty()) return command;
+  const QString text = QStringLiteral("The stored procedure %1 is missing or could not be read.");
+  throw DatabaseError(kItemNotFound, text.arg(call.procedure), {});
+}
+
+Command QueryProcessor::PrepareCount(const Pass& pass) {
+  return Prepare(BuildLeftOutCall(pass.kind, Request(), queryOptions_, filters_));
+}
+
+/// \param ofBothPasses  the step-2 pass counted what step 1 left out, too
+void QueryProcessor::KeepLeftOut(const Pass& pass, bool ofBothPasses, const PassCounts& counts) {
+  const bool start = pass.kind == QueryPass::kStart;
+  if (start) leftOut_ = {};
+  if (counts.reasons && (start || ofBothPasses)) leftOut_.before = MakeLeftOutBefore(*counts.reasons, counts_[0]);
+  if (start)
+    leftOut_.after = LeftOutAfter{.candidates = counts.selected};
+  else if (counts.reasons || !AnyFilterNarrows(filters_))
+    leftOut_.after = MakeLeftOutAfter(counts.reasons.value_or(ReasonCounts()), counts.selected,
+                                      campaign_.record.CampaignTypeID, filters_);
+  else
+    leftOut_.after = std::nullopt;
+  if (leftOut_.after) leftOut_.after->withoutConsent = counts.selected - counts.remaining;
 }
 
 void QueryProcessor::ShowCounts(const Pass& pass, const PassCounts& counts) {

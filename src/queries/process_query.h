@@ -10,6 +10,7 @@
 #include "database/statements.h"
 #include "diagnostics/diagnostics.h"
 #include "queries/filters.h"
+#include "queries/left_out.h"
 #include "queries/query_options.h"
 #include "queries/query_parameters.h"
 
@@ -47,8 +48,10 @@ struct ConsentRule {
 class QueryProcessor {
  public:
   /// \param records  the labels to write
+  /// \param leftOut  what stands beside them, written as the labels are. A host that cannot count leaves it unknown.
   QueryProcessor(Statements& statements, const Options& options, const QString& user, const CurrentCampaign& campaign,
-                 QueryOptions& queryOptions, const Filters& filters, RecordLabels& records, Diagnostics diagnostics);
+                 QueryOptions& queryOptions, const Filters& filters, RecordLabels& records, LeftOut& leftOut,
+                 Diagnostics diagnostics);
 
   /// \param step          0: the step-1 pass, 1: the step-2 pass
   /// \param applyFilters  part of a refresh: says so, and leaves removal to the step-2 pass
@@ -71,13 +74,17 @@ class QueryProcessor {
   struct PassCounts;
 
   [[nodiscard]] std::optional<Message> Refusal();
+  [[nodiscard]] QueryRequest Request() const;
   QueryOutcome Run(std::span<const Pass> passes);
   QueryOutcome RunWithReopen(std::span<const Pass> passes);
   QueryOutcome RunPasses(std::span<const Pass> passes, RunState& run);
   bool Announce(const Pass& pass);
   bool ReadAhead();
   void StopIfCancelled() const;
+  [[nodiscard]] Command Prepare(const ProcedureCall& call);
   [[nodiscard]] Command PreparePass(const Pass& pass);
+  [[nodiscard]] Command PrepareCount(const Pass& pass);
+  void KeepLeftOut(const Pass& pass, bool ofBothPasses, const PassCounts& counts);
   void ShowCounts(const Pass& pass, const PassCounts& counts);
 
   Statements& statements_;
@@ -87,6 +94,7 @@ class QueryProcessor {
   QueryOptions& queryOptions_;
   const Filters& filters_;
   RecordLabels& records_;
+  LeftOut& leftOut_;
   std::array<qint64, 2> counts_ = {};
   Diagnostics diagnostics_;
 };

@@ -29,12 +29,17 @@ void AddQueryParameters(QueryPass pass, const StartingQuery& query, const QueryO
 
 }  // namespace
 
-QString QueryProcedure(QueryPass pass, int query, const Filters& filters) {
+std::optional<RowsOf> RowsSelected(QueryPass pass, int query, const Filters& filters) {
   const StartingQuery* const found = FindStartingQuery(query);
-  if (found == nullptr || found->IsGroup()) return {};
+  if (found == nullptr || found->IsGroup()) return std::nullopt;
   const bool overVehicles =
       found->rows == RowsOf::kCustomers && pass == QueryPass::kFilter && filters.AnyVehicleFilter();
-  return ProcedureFor(overVehicles ? RowsOf::kVehicles : found->rows);
+  return overVehicles ? RowsOf::kVehicles : found->rows;
+}
+
+QString QueryProcedure(QueryPass pass, int query, const Filters& filters) {
+  const std::optional<RowsOf> rows = RowsSelected(pass, query, filters);
+  return rows ? ProcedureFor(*rows) : QString();
 }
 
 ProcedureCall BuildQueryCall(QueryPass pass, const QueryRequest& request, const QueryOptions& options,

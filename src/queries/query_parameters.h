@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <vector>
 
 #include "database/value.h"
@@ -11,6 +12,7 @@
 namespace qbx {
 
 struct Filters;
+enum class RowsOf;
 
 /// A parameter to be set by name.
 struct NamedValue {
@@ -36,7 +38,11 @@ struct QueryRequest {
   QString user;
 };
 
-/// A customer query with a vehicle filter runs over the vehicles in the filter pass.
+/// What the rows of a pass are; nothing when the query number is none. A customer query with a vehicle filter runs over the vehicles in the filter
+/// pass.
+[[nodiscard]] std::optional<RowsOf> RowsSelected(QueryPass pass, int query, const Filters& filters);
+
+/// The stored procedure that selects these rows; empty when the query number is none.
 [[nodiscard]] QString QueryProcedure(QueryPass pass, int query, const Filters& filters);
 
 /// The call of a pass. Numbers are integers as 0 or 1, identifiers as integers, what comes from a text box is the

@@ -135,6 +135,7 @@ void CampaignSettings::SetupCampaignData() {
     const std::vector<int> outOfRange = CopyFromRecord(campaign_.record, state_);
     const QString uncounted = QStringLiteral("Records found: ");
     state_.lblRecords = {uncounted, uncounted};
+    state_.leftOut = {};
     selection_.ShowNode(campaign_.record.CampaignTypeID);
     state_.appliedFilters = state_.bStepComplete[2] ? state_.filters : Filters();
     if (!outOfRange.empty())

@@ -34,6 +34,7 @@ struct WizardState {
   Filters appliedFilters = {};                                      ///< those that the rows were last selected with
   std::array<std::vector<ListRow>, kFilterCount> filterLists = {};  ///< what the lists of the filters offer
   RecordLabels lblRecords = {"Records found: ", "Records found: "};
+  LeftOut leftOut = {};  ///< what stands beside them
 
   // Step 4
   QString rtfLetter = {};  ///< RTF

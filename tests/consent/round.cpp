@@ -69,6 +69,26 @@ bool Round::Compare(bool filtered, const QString& step) {
   return !story_.Failed();
 }
 
+/// What the desk says of those who were left out.
+bool Round::CompareLosses(bool startCounted, bool filtered) {
+  const LeftOut& told = user_->desk->state.leftOut;
+  if (!told.after || !told.before) {
+    story_.Fault(QStringLiteral("nobody counted who was left out"));
+    return false;
+  }
+  Losses said{.candidates = told.after->candidates, .filters = {}, .withoutConsent = told.after->withoutConsent};
+  for (const LeftOutAfter::Filter& filter : told.after->filters)
+    said.filters[filter.filter] = filter.rows;
+  Losses expected = CountLosses(world_, plan_, filtered, seen_);
+  const Losses start = CountLosses(world_, plan_, false, seen_);
+  expected.optedOut = expected.noMarketing = 0;
+  const bool startRight = told.before->found == start.candidates && told.before->optedOut == start.optedOut &&
+                          told.before->noMarketing == start.noMarketing;
+  if (said == expected && (startRight || !startCounted)) return true;
+  story_.Fault(QStringLiteral("who was left out: ") + LeftOutTexts(told, false).join(u' '));
+  return false;
+}
+
 bool Round::SelectRows() {
   plan_ = MakeQueryPlan(random_, world_);
   story_.Tell(QStringLiteral("%1 customers, only opted in %2, platform %3; query: ")
@@ -84,14 +104,14 @@ bool Round::SelectRows() {
   };
   if (random_.Chance(10)) DieInQuery();
   if (!user_->StepOne(plan_)) return refused();
-  if (!Compare(false, QStringLiteral("step 1"))) return false;
+  if (!Compare(false, QStringLiteral("step 1")) || !CompareLosses(true, false)) return false;
   Between(20);
   if (plan_.refreshFirst) {
     if (!user_->RefreshStepTwo(plan_)) return refused();
-    if (!Compare(true, QStringLiteral("refresh"))) return false;
+    if (!Compare(true, QStringLiteral("refresh")) || !CompareLosses(true, true)) return false;
   }
   if (!user_->StepTwo(plan_)) return refused();
-  if (!Compare(true, QStringLiteral("step 2"))) return false;
+  if (!Compare(true, QStringLiteral("step 2")) || !CompareLosses(false, true)) return false;
   counts_.rows += static_cast<qint64>(ledger_.rows.size());
   return !ledger_.rows.empty();
 }

@@ -66,6 +66,7 @@ class Round {
   void Click(DeskUser& user);
   void Between(int percent);
   bool Compare(bool filtered, const QString& step);
+  bool CompareLosses(bool startCounted, bool filtered);
   bool Dies(int calls, const std::function<void()>& step);
   void DieInQuery();
   void DieInMethods(const SendMethods& methods);

@@ -35,7 +35,51 @@ class Selector {
     return picked;
   }
 
+  Losses Count() {
+    Losses losses;
+    for (FilterIndex filter : {kFilterCustomerType, kFilterEnquirySource, kFilterMileage, kFilterYear, kFilterModel})
+      if (Ticked(filter)) losses.filters[filter] = 0;
+    const std::vector<int> ranked = Ranked();
+    for (const auto& [key, customer] : world_.customers) {
+      if (!FitsInvoices(key)) continue;
+      const bool place = std::find(ranked.begin(), ranked.end(), key) != ranked.end();
+      if (IsRanking() && !place && (HostAllows(customer) || !InvoicedThen(key))) continue;
+      if (!OverVehicles()) CountRow(customer, nullptr, losses);
+      for (const Vehicle& vehicle : world_.vehicles)
+        if (OverVehicles() && vehicle.customer == key && IsOfQuery(vehicle)) CountRow(customer, &vehicle, losses);
+    }
+    return losses;
+  }
+
  private:
+  void CountRow(const Customer& customer, const Vehicle* vehicle, Losses& losses) const {
+    if (customer.consent.value_or(0) == 2 && !plan_.filters.chkIncludeOptedOut) {
+      ++losses.optedOut;
+      return;
+    }
+    if (customer.noMarketing && !Ticked(kFilterNoMarketing)) {
+      ++losses.noMarketing;
+      return;
+    }
+    ++losses.candidates;
+    if (!FitsType(customer))
+      ++losses.filters[kFilterCustomerType];
+    else if (!FitsSource(customer))
+      ++losses.filters[kFilterEnquirySource];
+    else if (vehicle != nullptr && !FitsMileage(*vehicle))
+      ++losses.filters[kFilterMileage];
+    else if (vehicle != nullptr && !FitsYear(*vehicle))
+      ++losses.filters[kFilterYear];
+    else if (vehicle != nullptr && !FitsModel(*vehicle))
+      ++losses.filters[kFilterModel];
+    else if (!MayBeContacted(customer))
+      ++losses.withoutConsent;
+  }
+  [[nodiscard]] bool InvoicedThen(int customer) const {
+    return std::any_of(world_.invoices.begin(), world_.invoices.end(), [&](const Invoice& invoice) {
+      return invoice.customer == customer && invoice.kind == 0 && period_.Holds(invoice.day);
+    });
+  }
   [[nodiscard]] bool Ticked(FilterIndex filter) const { return filtered_ && plan_.filters.chkFilter[filter]; }
   [[nodiscard]] bool IsRanking() const { return plan_.query == kTopCustomers || plan_.query == kBottomCustomers; }
   [[nodiscard]] bool OverVehicles() const {
@@ -55,10 +99,15 @@ class Selector {
   }
 
   [[nodiscard]] bool Fits(const Customer& customer) const {
+    return FitsType(customer) && FitsSource(customer) && FitsInvoices(customer.key);
+  }
+  [[nodiscard]] bool FitsType(const Customer& customer) const {
     const QString type = customer.type > 0 ? world_.types[customer.type - 1] : QString();
+    return FitsList(kFilterCustomerType, type, plan_.filters.cmbData1);
+  }
+  [[nodiscard]] bool FitsSource(const Customer& customer) const {
     const QString source = customer.source > 0 ? world_.sources[customer.source - 1] : QString();
-    return FitsList(kFilterCustomerType, type, plan_.filters.cmbData1) &&
-           FitsList(kFilterEnquirySource, source, plan_.filters.cmbData2) && FitsInvoices(customer.key);
+    return FitsList(kFilterEnquirySource, source, plan_.filters.cmbData2);
   }
   [[nodiscard]] bool FitsList(FilterIndex filter, const QString& has, const QString& wanted) const {
     if (!Ticked(filter) || plan_.filters.cmbFilter[filter] < 0) return true;
@@ -77,9 +126,11 @@ class Selector {
   }
 
   [[nodiscard]] bool Fits(const Vehicle& vehicle) const {
+    return IsOfQuery(vehicle) && FitsMileage(vehicle) && FitsYear(vehicle) && FitsModel(vehicle);
+  }
+  [[nodiscard]] bool IsOfQuery(const Vehicle& vehicle) const {
     if (plan_.query == kSpecificMakes && !HasMake(vehicle)) return false;
-    if (plan_.query == kReminderDate && !period_.Holds(Due(vehicle))) return false;
-    return FitsMileage(vehicle) && FitsYear(vehicle) && FitsModel(vehicle);
+    return plan_.query != kReminderDate || period_.Holds(Due(vehicle));
   }
   [[nodiscard]] bool HasMake(const Vehicle& vehicle) const {
     if (!vehicle.make) return false;
@@ -159,6 +210,10 @@ class Selector {
 
 std::vector<Picked> Select(const World& world, const QueryPlan& plan, bool filtered, const Settings& settings) {
   return Selector(world, plan, filtered, settings).Run();
+}
+
+Losses CountLosses(const World& world, const QueryPlan& plan, bool filtered, const Settings& settings) {
+  return Selector(world, plan, filtered, settings).Count();
 }
 
 }  // namespace qbx::consent

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <map>
+
 #include "consent/query_plan.h"
 #include "consent/world.h"
 
@@ -18,5 +20,16 @@ struct Picked {
 /// \param settings  the options as the desk knows them
 [[nodiscard]] std::vector<Picked> Select(const World& world, const QueryPlan& plan, bool filtered,
                                          const Settings& settings);
+
+/// How many rows a query has to leave out, and why.
+struct Losses {
+  qint64 optedOut = 0;
+  qint64 noMarketing = 0;
+  qint64 candidates = 0;  ///< rows before the filters
+  std::map<size_t, qint64> filters;
+  qint64 withoutConsent = 0;
+  friend bool operator==(const Losses&, const Losses&) = default;
+};
+[[nodiscard]] Losses CountLosses(const World& world, const QueryPlan& plan, bool filtered, const Settings& settings);
 
 }  // namespace qbx::consent

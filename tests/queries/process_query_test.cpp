@@ -50,8 +50,9 @@ class QueryRun : public testing::Test {
   QueryOptions queryOptions_;
   Filters filters_;
   RecordLabels records_ = {"before 0", "before 1"};
-  QueryProcessor processor_{host_.statements, options_, user_,    campaign_,
-                            queryOptions_,    filters_, records_, host_.diagnostics};
+  LeftOut leftOut_;
+  QueryProcessor processor_{host_.statements, options_, user_,    campaign_,        queryOptions_,
+                            filters_,         records_, leftOut_, host_.diagnostics};
 };
 
 TEST_F(QueryRun, StepOneFillsTheCampaignAndSaysWhatItDoes) {

@@ -168,8 +168,10 @@ check("the results page shows what the last query found", () => {
 
 check("customers who chose no marketing come in on request", () => {
   const without = results(() => true);
+  assertMatch(control("lblLeftOut0").text, /^Left out before: \d+ opted out, \d+ No Marketing\.$/);
   control("chkFilter0").tick();
   assert(results(() => true) > without);
+  assertMatch(control("lblLeftOut1").text, /^\d+ more with No Marketing\.$/);
 });
 
 check("those who opted out come in on request, and a word about the law follows", () => {

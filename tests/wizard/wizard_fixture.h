@@ -34,8 +34,8 @@ class Wizard : public testing::Test {
   Counters counters_{host_.statements, host_.diagnostics};
   CreditEstimate estimate_{host_.statements, host_.diagnostics};
   ResultsView results_{host_.statements, counters_, host_.diagnostics};
-  QueryProcessor queries_{host_.statements,  options_,         user_, campaign_, state_.options, state_.filters,
-                          state_.lblRecords, host_.diagnostics};
+  QueryProcessor queries_{host_.statements, options_,          user_,          campaign_,        state_.options,
+                          state_.filters,   state_.lblRecords, state_.leftOut, host_.diagnostics};
   QuerySelection selection_{host_.statements, campaign_, state_, options_, edition_, host_.diagnostics};
   CampaignSettings settings_{host_.statements, campaign_, state_, selection_, results_, options_, host_.diagnostics};
   FakeHostInfo computer_;

@@ -14,11 +14,9 @@ WITH
 -- @include result_columns
 -- @include result_values
   NULL, NULL, NULL, NULL, NULL, NULL
-FROM Marketing_Customers c
-WHERE @Top <> 1 AND @Bottom <> 1
+-- @include customers_of_query
   -- @include may_be_contacted
   -- @include customer_filters
-  -- @include lapsed_or_recent
 ORDER BY c.Customer;
 
 -- Top, bottom: the ranking is made first, the filters narrow it.

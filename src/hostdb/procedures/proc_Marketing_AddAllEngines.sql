@@ -12,10 +12,7 @@ WITH RECURSIVE
 -- @include result_columns
 -- @include result_values
   v.Vehicle, v.Make, v.Model, v.Year, v.Last_Mileage, NULL
-FROM Engines v
-CROSS JOIN Marketing_Customers c ON c.Customer = v.Customer
-WHERE 1
-  -- @include make_filter
+-- @include engines_of_query
   -- @include vehicle_filters
   -- @include may_be_contacted
   -- @include customer_filters

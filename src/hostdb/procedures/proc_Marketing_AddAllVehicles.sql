@@ -16,21 +16,10 @@ WITH RECURSIVE
 -- @include result_columns
 -- @include result_values
   v.Vehicle, v.Make, v.Model, v.Year, v.Last_Mileage, v.Recall_Date
-FROM (
-  SELECT *,
-    CASE @Recall_ID WHEN 1 THEN Recall_Date1 WHEN 2 THEN Recall_Date2 WHEN 3 THEN Recall_Date3
-      WHEN 4 THEN Recall_Date4 WHEN 5 THEN Recall_Date5 WHEN 6 THEN Recall_Date6 END AS Recall_Date
-  FROM Vehicles
-) v
-CROSS JOIN Marketing_Customers c ON c.Customer = v.Customer
-WHERE @Top <> 1 AND @Bottom <> 1
-  -- @include make_filter
-  AND CASE WHEN @Recall_ID = 0 THEN 1
-    ELSE v.Recall_Date >= (SELECT FirstDay FROM Period) AND v.Recall_Date < (SELECT DayAfter FROM Period) END
+-- @include vehicles_of_query
   -- @include vehicle_filters
   -- @include may_be_contacted
   -- @include customer_filters
-  -- @include lapsed_or_recent
 ORDER BY v.Customer, v.VehicleID;
 
 -- Vehicles of top or bottom customers: the ranking is made first, the filters narrow it.

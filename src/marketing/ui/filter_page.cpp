@@ -3,6 +3,7 @@
 #include "marketing/ui/fill_combo.h"
 #include "platform/ui/look.h"
 #include "queries/filter_notes.h"
+#include "queries/left_out.h"
 #include "ui_filter_page.h"
 #include "wizard/filters_pending.h"
 
@@ -151,6 +152,9 @@ void FilterPage::CopyState() {
     ShowFilter(row);
   ui_->lblRecords0->setText(State().lblRecords[0]);
   ui_->lblRecords1->setText(State().lblRecords[1]);
+  const QStringList leftOut = LeftOutTexts(State().leftOut, App().startup.edition.boat);
+  ui_->lblLeftOut0->setText(leftOut[0]);
+  ui_->lblLeftOut1->setText(leftOut[1]);
   ShowFilters(ShowFilterState(filters));
 }
 
