@@ -131,7 +131,7 @@ std::optional<DatabaseError> DatabaseConnector::TryToOpen(Target& target) {
       return failure;
     }
     diagnostics_.log.WriteLog(QStringLiteral("Database Connection Attempt %1: ").arg(attempt) + failure->Description());
-    if (attempt == kAttempts) return failure;
+    if (attempt == kAttempts || failure->Number() == kNoDriver) return failure;
   }
 }
 

@@ -63,7 +63,7 @@ class DatabaseConnector {
   /// Closes the connection, then opens it: two attempts of 6 and 9 seconds, the alternative password after a refused
   /// login. With company code "A" the database's status is looked at first, and the user may have a database brought
   /// online; a damaged one ("SUSPECT") is a failure, as is a
-  /// name with ";" or "]".
+  /// name with ";" or "]". A server that this build has no driver for is tried once, and no service is offered for it.
   /// \return whether the connection is open at the end. True also when the database is not available: the connection
   ///         is then with "master" and the status in `Flags()` tells.
   bool ConnectDatabase(const QString& server, const Login& login, const QString& database);

@@ -19,6 +19,7 @@ inline constexpr int kCommandCancelled = -2147217842;      ///< the command was 
 inline constexpr int kAuthenticationFailed = -2147217843;  ///< login failed, or the database cannot be opened with it
 inline constexpr int kItemNotFound = 3265;                 ///< no field or parameter of that name or position
 inline constexpr int kWrongType = 3421;         ///< a value does not fit the field or parameter it is given to
+inline constexpr int kNoDriver = 3706;          ///< this build has nothing that reaches such a server
 inline constexpr int kObjectClosed = 3704;      ///< the object is closed
 inline constexpr int kConnectionClosed = 3709;  ///< the connection is closed
 

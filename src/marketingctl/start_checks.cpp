@@ -40,7 +40,7 @@ std::optional<StartRefusal> IniProblem(const QString& path) {
 }
 
 std::optional<StartRefusal> StartProblem(const Application& app, const HeadlessUi& ui) {
-  if (!app.hostConnection.Connected()) {
+  if (!app.hostConnection.Connected() || ui.QuitRequested()) {
     return StartRefusal{Reason::kDatabaseAway,
                         QStringLiteral("There is no connection to the database, so nothing was done.")};
   }

@@ -43,8 +43,7 @@ SessionFactory Sessions(EmbeddedEngine& engine) {
         QStringLiteral(
             "This build of the program cannot reach the SQL Server %1. Leave the server name empty to use the database in the program folder.")
             .arg(target.server);
-    throw DatabaseError(kUnspecifiedError, text,
-                        {{.number = 17, .sqlState = QStringLiteral("08001"), .description = text}});
+    throw DatabaseError(kNoDriver, text, {{.number = 0, .sqlState = QStringLiteral("IM002"), .description = text}});
   };
 }
 

@@ -53,6 +53,11 @@ StartOutcome StartSequence::Run(const QString& commandLine, const StartWindows& 
     return StartOutcome::kStopped;
   }
   Work();
+  if (parts_.diagnostics.ui.QuitRequested()) {
+    Call(windows.closeSplash);
+    return StartOutcome::kStopped;
+  }
+  RememberNames();
   Call(windows.openWindows);
   parts_.diagnostics.ui.PumpEvents();
   Call(windows.closeSplash);
@@ -72,6 +77,8 @@ StartOutcome StartSequence::RunHeadless(const HeadlessStart& request) {
   if (!request.databaseName.isEmpty()) startup.databaseName = request.databaseName;
   SettleNames(request.databaseName.isEmpty());
   Work();
+  // A name that was mistyped is not the one that windows start with next.
+  if (parts_.hostConnection.Ready()) RememberNames();
   return StartOutcome::kRunning;
 }
 
@@ -120,12 +127,17 @@ void StartSequence::Work() {
   parts_.context.user = startup.user;
   startup.RunKey = MakeRunKey(startup.user, parts_.diagnostics.clock.Now());
   parts_.hostConnection.GetDatabaseSettings();
+  if (parts_.diagnostics.ui.QuitRequested()) return;
   parts_.events.LogEvent(kEventMarketing, 0, QString::fromLatin1(kMarketingKey),
                          QStringLiteral("Login: %1 on Computer: ").arg(startup.user) + parts_.host.ComputerName());
   parts_.campaigns.InitialiseCampaign();
+  parts_.log.SetPath(parts_.registry.sysLoadValueFromLocalMachine({}, QStringLiteral("LogfileName")));
+}
+
+void StartSequence::RememberNames() {
+  const StartupValues& startup = parts_.startup;
   parts_.ini.Write(QStringLiteral("Database"), QStringLiteral("Name"), startup.databaseName);
   parts_.ini.Write(QStringLiteral("App"), QStringLiteral("Instance"), startup.instance);
-  parts_.log.SetPath(parts_.registry.sysLoadValueFromLocalMachine({}, QStringLiteral("LogfileName")));
 }
 
 }  // namespace qbx

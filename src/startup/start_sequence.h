@@ -16,7 +16,7 @@ namespace qbx {
 
 enum class StartOutcome {
   kRefused,  ///< no user was named; the user of the computer was told
-  kStopped,  ///< the command line held no known switch, or asked for help
+  kStopped,  ///< the command line held no known switch, or asked for help, or the user agreed to quit
   kRunning,  ///< the windows are open (with or without a database)
 };
 
@@ -58,7 +58,7 @@ class StartSequence {
 
   /// \param commandLine  as `JoinCommandLine` makes it
   StartOutcome Run(const QString& commandLine, const StartWindows& windows);
-  /// The same without windows, with values instead of switches.
+  /// The same without windows, with values instead of switches. The names are kept in the INI file only when the database could be opened.
   StartOutcome RunHeadless(const HeadlessStart& request);
 
  private:
@@ -69,6 +69,8 @@ class StartSequence {
   void Refuse();
   void Stop();
   void Work();
+  /// In the INI file, for the next start.
+  void RememberNames();
 
   StartParts parts_;
 };

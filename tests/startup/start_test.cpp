@@ -93,8 +93,8 @@ TEST_F(StartTest, GoesOnWhenTheServerCannotBeReached) {
 
   ui.Clear();
   PutMachine(QStringLiteral("\\Login"), QStringLiteral("Server"), QStringLiteral("workshop-pc"));
-  ui.Answer(QStringLiteral("try and start the Database Service"), MessageAnswer::kNo);
   EXPECT_EQ(Launch(kUser), StartOutcome::kRunning);
+  EXPECT_EQ(ui.Messages().front().icon, MessageIcon::kStop) << "no service is offered: this computer's may be well";
 }
 
 TEST_F(StartTest, ADatabaseOfANewerProgramIsRefusedOnceInPlainWords) {
@@ -125,6 +125,10 @@ TEST_F(StartTest, RunsHeadlessOnANamedDatabase) {
             StartOutcome::kRunning);
   EXPECT_EQ(application->hostConnection.DatabaseName(), QStringLiteral("Garage"));
   EXPECT_EQ(application->eventContext.user, QStringLiteral("scheduler"));
+  ui.Answer(QStringLiteral("back online?"), MessageAnswer::kNo);
+  (void)Make().start.RunHeadless(
+      {.user = QStringLiteral("Jo"), .databaseName = QStringLiteral("Garrage"), .instance = {}});
+  EXPECT_NE(application->ini.Read(QStringLiteral("Database"), QStringLiteral("Name")), QStringLiteral("Garrage"));
   EXPECT_EQ(Make().start.RunHeadless({}), StartOutcome::kRefused);
 }
 
