@@ -74,10 +74,11 @@ void Connection::Open(const QString& connectionString, const Login& login) {
 
 void Connection::Reopen() {
   Open(QString(connectionString_), Login(login_));
+  if (reopened_) reopened_();
 }
 
 bool Connection::ReopenIfLost() {
-  if (!wasOpen_ || (session_ && (session_->InTransaction() || session_->IsAlive()))) return false;
+  if (!WasOpen() || (session_ && (session_->InTransaction() || session_->IsAlive()))) return false;
   Reopen();
   return true;
 }
@@ -93,7 +94,7 @@ void Connection::SetCommandTimeout(int seconds) {
 }
 
 Session& Connection::Driver() {
-  if (!session_) {
+  if (!IsOpen()) {
     const QString text = QStringLiteral("The connection is closed.");
     throw DatabaseError(kUnspecifiedError, text, {{0, QStringLiteral("08003"), text}});
   }

@@ -55,9 +55,18 @@ class Connection {
   /// For a connection that did not lead to the host database: statements fail softly until it is opened again.
   void CountAsNeverOpen() { wasOpen_ = false; }
 
-  [[nodiscard]] bool IsOpen() const { return session_ != nullptr; }
+  /// Lets nothing through any more, since the program ends: it counts as never open, and as closed. The session stays for a transaction that is still to
+  /// be rolled back.
+  void StopWork() { stopped_ = true; }
+  /// For what is tidied up at the very end.
+  void ResumeWork() { stopped_ = false; }
+
+  [[nodiscard]] bool IsOpen() const { return session_ != nullptr && !stopped_; }
   /// Whether it was ever open (and that counts); until then statements fail softly.
-  [[nodiscard]] bool WasOpen() const { return wasOpen_; }
+  [[nodiscard]] bool WasOpen() const { return wasOpen_ && !stopped_; }
+
+  /// Called after each re-opening, on the thread that asked for it.
+  void OnReopened(std::function<void()> told) { reopened_ = std::move(told); }
 
   [[nodiscard]] int CommandTimeout() const { return commandTimeout_; }
   void SetCommandTimeout(int seconds);
@@ -91,6 +100,8 @@ class Connection {
   int commandTimeout_ = 20;
   int connectionTimeout_ = 15;
   bool wasOpen_ = false;
+  bool stopped_ = false;
+  std::function<void()> reopened_;
   std::vector<ProviderError> errors_;
 };
 

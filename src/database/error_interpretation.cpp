@@ -137,7 +137,8 @@ ErrorInterpretation::ErrorInterpretation(const EventContext& context, EventLog& 
     : context_(context), events_(events), lastError_(lastError), diagnostics_(diagnostics) {}
 
 QString ErrorInterpretation::ReportDatabaseError(const Connection* connection, const QString& /*routine*/,
-                                                 const QString& /*sql*/, const DatabaseError& pending) {
+                                                 const QString& /*sql*/, const DatabaseError& pending,
+                                                 const QString& before) {
   diagnostics_.status.Close();
   if (connection == nullptr) return {};
   QString message = HideProcedureNames(Interpret(connection->Errors()));
@@ -147,8 +148,9 @@ QString ErrorInterpretation::ReportDatabaseError(const Connection* connection, c
     message +=
         kTwoReturns +
         QLatin1String("A record may be required which may be being edited and which can't be updated at this time.");
+  const QString above = before.isEmpty() ? QString() : before + kTwoReturns;
   if (Contains(message, "general network error")) {
-    OfferToQuit(message);
+    OfferToQuit(above + message);
     return message;
   }
   if (context_.DatabaseVersion != kOldestVersion && context_.DatabaseVersion != kCurrentVersion)
@@ -156,7 +158,7 @@ QString ErrorInterpretation::ReportDatabaseError(const Connection* connection, c
   lastError_.DbErrorShown = true;
   events_.LogEvent(kEventError, 0, QStringLiteral("DB"), message.trimmed());
   diagnostics_.ui.ShowMessage(
-      {.text = message, .icon = MessageIcon::kExclamation, .defaultAnswer = MessageAnswer::kOk});
+      {.text = above + message, .icon = MessageIcon::kExclamation, .defaultAnswer = MessageAnswer::kOk});
   return message;
 }
 

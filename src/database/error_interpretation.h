@@ -24,9 +24,10 @@ class ErrorInterpretation {
   /// \param sql         its statement: neither is shown or logged, since a statement can hold what a customer said in
   ///                    confidence
   /// \param pending     the error that sent the caller here
+  /// \param before      what is shown above the message, in the same box
   /// \return the message as built
   QString ReportDatabaseError(const Connection* connection, const QString& routine, const QString& sql,
-                              const DatabaseError& pending);
+                              const DatabaseError& pending, const QString& before = {});
 
  private:
   void OfferToQuit(const QString& message);

@@ -33,7 +33,10 @@ EventLog::EventLog(Connection& connection, const EventContext& context, const Lo
       context_(context),
       log_(log),
       addEvent_(connection, "proc_addp__Log", kTimeout),
-      addMarketingEvent_(connection, "proc_addp__Marketing_Log", kTimeout) {}
+      addMarketingEvent_(connection, "proc_addp__Marketing_Log", kTimeout) {
+  connection.OnReopened(
+      [this] { LogEvent(kEventError, 0, QStringLiteral("CONN"), QStringLiteral("Connection Lost - reconnected.")); });
+}
 
 void EventLog::LogEvent(int eventType, int tableId, const QString& key, const QString& details) {
   if (context_.DatabaseVersion < kFirstVersionWithLog) {

@@ -15,10 +15,13 @@ enum EventType { kEventError = 6, kEventSms = 7, kEventPrint = 8, kEventMarketin
 
 inline constexpr char kMarketingKey[] = "MARKETING";
 
-/// Writes events. Swallows its own failures, so that an error report can itself write an event; shows nothing.
+/// Writes events, and one for each re-opening of its connection. Swallows its own failures, so that an error report can itself write an event; shows
+/// nothing.
 class EventLog {
  public:
   EventLog(Connection& connection, const EventContext& context, const LogFile& log);
+  EventLog(const EventLog&) = delete;
+  EventLog& operator=(const EventLog&) = delete;
 
   /// One row of the host's general log: key cut to 25 characters, details to 80. With a database older than version 62
   /// a line of the log file instead.

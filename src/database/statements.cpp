@@ -31,6 +31,11 @@ int FirstNumber(const Recordset& recordset) {
   return fits ? static_cast<int>(number) : 0;
 }
 
+QString ConnectionProblem() {
+  return QStringLiteral(
+      "A problem has occured with the database connection. You should quit the program and restart the computer.");
+}
+
 /// A connection that dropped, or that could not be made again a moment ago.
 bool IsLost(const Connection& connection, const DatabaseError& error) {
   return error.ConnectionLost() || !connection.IsOpen();
@@ -46,7 +51,8 @@ Statements::Statements(Connection& connection, ErrorInterpretation& interpretati
       lastError_(lastError),
       diagnostics_(diagnostics) {}
 
-void Statements::Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error) {
+void Statements::Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error,
+                        const QString& before) {
   // The program that runs without its database says so where the user asked for something, not at every statement.
   if (!connection.WasOpen()) return;
   if (lossTold_ != nullptr && IsLost(connection, error) && std::exchange(*lossTold_, true)) {
@@ -54,7 +60,8 @@ void Statements::Report(Connection& connection, const char* routine, const QStri
     return;
   }
   connection.KeepErrors(error);
-  interpretation_.ReportDatabaseError(&connection, QLatin1String(routine), sql, error);
+  interpretation_.ReportDatabaseError(&connection, QLatin1String(routine), sql, error, before);
+  if (diagnostics_.ui.QuitRequested()) connection_.StopWork();
 }
 
 bool Statements::dbOpenRec(Recordset& recordset, const QString& sql, CursorType cursor, LockType, int,
@@ -65,10 +72,7 @@ bool Statements::dbOpenRec(Recordset& recordset, const QString& sql, CursorType 
   const bool mayReopen = target.WasOpen() && !InTransaction(target);
   for (int reopens = 0;; ++reopens) {
     try {
-      if (reopens > 0) {
-        target.Reopen();
-        events_.LogEvent(kEventError, 0, QStringLiteral("CONN"), QStringLiteral("Connection Lost - reconnected."));
-      }
+      if (reopens > 0) target.Reopen();
       std::unique_ptr<RowSource> rows = target.Driver().Execute(sql);
       if (rows == nullptr) return false;
       recordset = stepwise ? Recordset::Forward(std::move(rows)) : Recordset::ReadAll(std::move(rows));
@@ -111,11 +115,16 @@ Statements::ExecuteResult Statements::Execute(Connection& target, const QString&
       lastError_.LastEmailErrorNo = error.Number();
       lastError_.LastEmailError = error.Description();
       diagnostics_.log.WriteLog(QLatin1String("dbExecute Error - ") + sql);
+      QString before;
       if (mayReopen && IsLost(target, error)) {
         if (reopens < kReopensOfExecute) continue;
-        if (lossTold_ == nullptr) ShowConnectionProblem();  // told once, it is told by what follows
+        if (lossTold_ == nullptr) {
+          ShowConnectionProblem();
+        } else {
+          before = ConnectionProblem();
+        }
       }
-      Report(target, "dbExecute", sql, error);
+      Report(target, "dbExecute", sql, error, before);
       return {.records = {}, .errorNumber = error.Number() != 0 ? error.Number() : kUnspecifiedError};
     }
   }
@@ -123,10 +132,7 @@ Statements::ExecuteResult Statements::Execute(Connection& target, const QString&
 
 void Statements::ShowConnectionProblem() {
   diagnostics_.ui.ShowMessage(
-      {.text = QStringLiteral(
-           "A problem has occured with the database connection. You should quit the program and restart the computer."),
-       .icon = MessageIcon::kExclamation,
-       .defaultAnswer = MessageAnswer::kOk});
+      {.text = ConnectionProblem(), .icon = MessageIcon::kExclamation, .defaultAnswer = MessageAnswer::kOk});
 }
 
 int Statements::dbRunCommand(const QString& commandText, bool returnValue, CommandType, Recordset& recordset,

@@ -26,7 +26,7 @@ inline constexpr int kOptionUnspecified = -1;
 
 /// Statements over the shared connection. No routine throws: each catches every database error, hands it to the
 /// interpretation, which logs and shows it, and returns its failure value. A dropped connection is re-opened silently
-/// outside a transaction. While the connection was never open they fail without showing anything.
+/// outside a transaction. While the connection was never open, and once the user has agreed to end the program, they fail without showing anything.
 class Statements {
  public:
   Statements(Connection& connection, ErrorInterpretation& interpretation, EventLog& events, LastError& lastError,
@@ -78,7 +78,7 @@ class Statements {
   [[nodiscard]] Connection& Shared() { return connection_; }
 
   /// While one lives, a lost connection is told to the user once, however many statements fail for it; the log has each
-  /// of them. For a command that reads several things in a row.
+  /// of them. What `dbExecute` says of a second loss stands in the same box. For a command that reads several things in a row.
   class TellLossOnce {
    public:
     explicit TellLossOnce(Statements& statements) : statements_(statements), outer_(statements.lossTold_) {
@@ -96,7 +96,8 @@ class Statements {
 
  private:
   ExecuteResult Execute(Connection& target, const QString& sql, bool returnRecords, bool whole);
-  void Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error);
+  void Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error,
+              const QString& before = {});
   void ShowConnectionProblem();
   std::optional<DatabaseError> Prepare(Command& command, const QString& procedure);
   void ShowUnreadableParameters(const QString& procedure, const DatabaseError& error);

@@ -24,9 +24,8 @@ void OnSignal(int signal) {
   interrupted = 1;
 }
 
-MessageAnswer SafeAnswer(const Message& message) {
-  if (message.question == Question::kQuitAfterLostConnection) return MessageAnswer::kYes;
-  return message.buttons == MessageButtons::kYesNoCancel ? MessageAnswer::kCancel : MessageAnswer::kNo;
+MessageAnswer SafeAnswerTo(const Message& message) {
+  return message.question == Question::kQuitAfterLostConnection ? MessageAnswer::kYes : SafeAnswer(message.buttons);
 }
 
 /// What a question means to a run that nobody watches.
@@ -91,11 +90,11 @@ bool HeadlessUi::Interrupted() {
 MessageAnswer HeadlessUi::ShowMessage(const Message& message) {
   ClearLine();
   // Without the database everything that start-up goes on to read fails too; one message is enough.
-  if (withoutDatabase_) return message.buttons == MessageButtons::kOk ? MessageAnswer::kOk : SafeAnswer(message);
+  if (withoutDatabase_ || quitRequested_) return SafeAnswer(message.buttons);
   // What does not exist cannot be brought online; the command says that it is missing.
   if (message.reason == Reason::kNoDatabase && !answers_.contains(static_cast<int>(message.question))) {
     withoutDatabase_ = databaseMissing_ = true;
-    return SafeAnswer(message);
+    return SafeAnswerTo(message);
   }
   // A run that nobody watches says in one line what happened to its server, for the log of a scheduler.
   const bool inOneLine = message.question == Question::kGoOnSending;
@@ -111,7 +110,7 @@ MessageAnswer HeadlessUi::ShowMessage(const Message& message) {
 MessageAnswer HeadlessUi::Answer(const Message& message) {
   const auto given = answers_.constFind(static_cast<int>(message.question));
   const bool isGiven = given != answers_.cend();
-  const MessageAnswer answer = isGiven ? *given : SafeAnswer(message);
+  const MessageAnswer answer = isGiven ? *given : SafeAnswerTo(message);
   const QuestionRow& row = RowOf(message.question);
   const bool declined = !isGiven && answer != MessageAnswer::kYes && !row.harmless;
   declined_ = declined_ || declined;

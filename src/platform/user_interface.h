@@ -72,6 +72,12 @@ struct Message {
   Reason reason = Reason::kOther;
 };
 
+/// The answer that does the least, for a box that is not shown.
+[[nodiscard]] inline MessageAnswer SafeAnswer(MessageButtons buttons) {
+  if (buttons == MessageButtons::kOk) return MessageAnswer::kOk;
+  return buttons == MessageButtons::kYesNoCancel ? MessageAnswer::kCancel : MessageAnswer::kNo;
+}
+
 /// One input box.
 struct InputRequest {
   QString prompt;
@@ -127,7 +133,8 @@ class UserInterface {
   /// \param milliseconds  at least 0
   virtual void Wait(int milliseconds) { Pause(milliseconds); }
 
-  /// The user chose to end the program. Windows close; a headless run notes it and stops at the next safe point.
+  /// The user chose to end the program. From here on nothing is shown: boxes get the answer that does the least. Windows close, a headless run stops,
+  /// both once the command under way has ended.
   virtual void RequestQuit() = 0;
   [[nodiscard]] virtual bool QuitRequested() const = 0;
 };

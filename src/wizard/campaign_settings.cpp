@@ -254,6 +254,7 @@ void CampaignSettings::Quit() {
   if (batches.isEmpty()) return;
   Connection& connection = statements_.Shared();
   try {
+    connection.ResumeWork();
     connection.ReopenIfLost();
     for (const QString& batch : batches)
       connection.Driver().Execute(batch);

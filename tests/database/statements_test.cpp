@@ -65,6 +65,23 @@ TEST_F(StatementsTest, ExecuteBridgesOneLossOnly) {
   EXPECT_EQ(LogLines().filter(QStringLiteral("dbExecute Error - UPDATE x")).size(), 3);
 }
 
+TEST_F(StatementsTest, ACommandThatTellsLossesOnceSaysBothInOneBoxAndNothingMoreAfterAYes) {
+  Open();
+  const QString sql = QStringLiteral("UPDATE x");
+  const Statements::TellLossOnce once(statements_);
+  for (int loss = 0; loss < 2; ++loss)
+    server_.Expect(sql, Failure(QStringLiteral("General network error"), kUnspecifiedError));
+  ui_.Answer(QStringLiteral("OK to quit?"), MessageAnswer::kYes);
+  EXPECT_FALSE(statements_.dbExecute(sql).Ok());
+  ASSERT_EQ(ui_.Messages().size(), 1U);
+  EXPECT_TRUE(ui_.MessageTexts().first().startsWith(QStringLiteral("A problem has occured"))) << "above the question";
+  EXPECT_EQ(server_.Count(QStringLiteral("@TableKey=CONN")), 1) << "whichever routine opened it again";
+  const qsizetype calls = server_.calls.size();
+  EXPECT_FALSE(statements_.dbExecute(sql).Ok());
+  EXPECT_EQ(server_.calls.size(), calls) << "nothing is changed by a program that ends";
+  EXPECT_EQ(ui_.Messages().size(), 1U);
+}
+
 TEST_F(StatementsTest, ALossInsideATransactionIsNeverBridged) {
   Open();
   const Transaction transaction(connection_.Driver());

@@ -121,6 +121,26 @@ check("whoever agrees to quit for a lost connection is asked nothing more, and l
   assertEqual(temporaryRows(), 0);
 });
 
+check("a command does nothing more once the user agreed to quit, and start-up opens no window", () => {
+  start();
+  edit();
+  control("cmdNext1").click();
+  clearMessages();
+  [0, 1, 2].forEach(i => control("cmbSendBy" + i).choose(0));
+  failProcedure("UPDATE", "general network error");
+  answer("OK to quit?", "Yes");
+  const flags = calls().length;
+  control("cmdSetSendMethods").click();
+  wait(50);
+  assertEqual(messages().length, 1);
+  assertEqual(calls().slice(flags).filter(call => /^UPDATE/.test(call)).length, 1);
+  assertEqual(windows(), []);
+  clearMessages();
+  answer("OK to quit?", "Yes");
+  assertEqual(start({before: () => failProcedure("proc_selp__Option", "general network error")}), "stopped");
+  assertEqual(messages().length, 1);
+});
+
 check("a deletion that fails at the end is reported, and the program closes", () => {
   start();
   edit();

@@ -47,6 +47,7 @@ void ScriptedUi::Clear() {
 }
 
 MessageAnswer ScriptedUi::ShowMessage(const Message& message) {
+  if (quitRequested_) return SafeAnswer(message.buttons);
   messages_.push_back(message);
   if (rule_) {
     if (const std::optional<MessageAnswer> answer = rule_(message)) return *answer;
@@ -56,7 +57,7 @@ MessageAnswer ScriptedUi::ShowMessage(const Message& message) {
   const auto found = std::find_if(answers_.begin(), answers_.end(), fits);
   if (found == answers_.end()) {
     ADD_FAILURE() << "a question without an answer: \"" << message.text.toStdString() << "\"";
-    return message.buttons == MessageButtons::kYesNo ? MessageAnswer::kNo : MessageAnswer::kCancel;
+    return SafeAnswer(message.buttons);
   }
   const MessageAnswer answer = found->answer;
   answers_.erase(found);

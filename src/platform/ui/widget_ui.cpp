@@ -123,6 +123,7 @@ void WidgetUi::SetApplicationTitle(const QString& title) {
 }
 
 MessageAnswer WidgetUi::ShowMessage(const Message& message) {
+  if (quitRequested_) return SafeAnswer(message.buttons);
   const BoxOpen open(*this);
   QMessageBox box(Owner());
   box.setObjectName(QStringLiteral("MessageBox"));
@@ -136,6 +137,7 @@ MessageAnswer WidgetUi::ShowMessage(const Message& message) {
 }
 
 QString WidgetUi::InputBox(const InputRequest& request) {
+  if (quitRequested_) return {};
   const BoxOpen open(*this);
   frmInputBox box(Owner());
   if (memory_.restore) memory_.restore(box, box.objectName());
@@ -145,7 +147,7 @@ QString WidgetUi::InputBox(const InputRequest& request) {
 }
 
 void WidgetUi::ShowStatusBox(const StatusView& view) {
-  processing_->ShowView(view, Owner());
+  if (!quitRequested_) processing_->ShowView(view, Owner());
 }
 
 void WidgetUi::CloseStatusBox() {
@@ -153,7 +155,7 @@ void WidgetUi::CloseStatusBox() {
 }
 
 bool WidgetUi::StatusCancelled() const {
-  return processing_->Cancelled();
+  return quitRequested_ || processing_->Cancelled();
 }
 
 void WidgetUi::SetBusy(bool busy) {
@@ -172,6 +174,7 @@ void WidgetUi::PumpEvents() {
 }
 
 void WidgetUi::Pause(int milliseconds) {
+  if (quitRequested_) return;
   const InputGate::Closed closed(*gate_);
   QEventLoop loop;
   QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
