@@ -1,5 +1,8 @@
 #include "dispatch/settle_doubt.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "database/procedure.h"
 
 namespace qbx {
@@ -19,6 +22,8 @@ DoubtSettlement SettleDoubt(Connection& connection, ReplaceGuard& guard, const Q
     settled.insert(row);
     ++settlement.messages;
   }
+  std::set_difference(rows.begin(), rows.end(), settled.begin(), settled.end(),
+                      std::inserter(settlement.notInDoubt, settlement.notInDoubt.end()));
   if (rows.empty()) settled = {0};
   Procedure settle(connection, "proc_updp_Send_Journal_Doubt");
   for (const qint64 row : settled) {

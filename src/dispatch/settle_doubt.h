@@ -18,10 +18,11 @@ enum class DoubtOutcome {
 struct DoubtSettlement {
   std::optional<Message> refusal = {};  ///< a run sends the campaign, or it could not be told; nothing was settled
   int messages = 0;                     ///< settled ones
+  std::set<qint64> notInDoubt = {};     ///< of the rows asked for, those with nothing in doubt
 };
 
 /// Settles the messages of a campaign that are in doubt, in one transaction. A run that sends the campaign has messages on their way, so nothing is settled beside it.
-/// \param rows  record IDs; empty: all rows of the campaign. Those with nothing in doubt are passed over.
+/// \param rows  record IDs; empty: all rows of the campaign. Those with nothing in doubt are passed over and told.
 /// \throws DatabaseError
 [[nodiscard]] DoubtSettlement SettleDoubt(Connection& connection, ReplaceGuard& guard, const QString& user,
                                           int campaignId, const std::set<qint64>& rows, DoubtOutcome outcome);

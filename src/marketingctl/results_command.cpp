@@ -1,7 +1,9 @@
 // marketingctl results: the rows of a campaign, their flags and send methods, and what is in doubt of them.
 
+#include <cstdio>
 #include <limits>
 #include <memory>
+#include <set>
 
 #include "dispatch/settle_doubt.h"
 #include "marketingctl/campaign_names.h"
@@ -53,6 +55,10 @@ SendMethods ParseSendBy(const std::vector<std::string>& words) {
   return methods;
 }
 
+int RefuseUnknownRow(int id, qint64 row) {
+  return Refuse(Reason::kUnknownRow, QStringLiteral("Campaign %1 has no row %2.").arg(id).arg(row));
+}
+
 bool Toggle(Program& program, const std::vector<std::string>& toggle) {
   static const QStringList kFlags = {QStringLiteral("Send_SMS"), QStringLiteral("Send_Email"),
                                      QStringLiteral("Send_Letter"), QStringLiteral("Processed")};
@@ -73,8 +79,7 @@ bool Toggle(Program& program, const std::vector<std::string>& toggle) {
     }
     return false;
   }
-  Refuse(Reason::kUnknownRow,
-         QStringLiteral("Campaign %1 has no row %2.").arg(program.desk.results.CampaignId()).arg(record));
+  RefuseUnknownRow(program.desk.results.CampaignId(), record);
   return false;
 }
 
@@ -94,19 +99,50 @@ void Print(Program& program) {
             labels.lblEmail0 + QStringLiteral(", ") + labels.lblEmail1);
 }
 
+/// Those of the rows asked for that the campaign does not hold.
+std::set<qint64> UnknownRows(Program& program, const std::set<qint64>& wanted) {
+  Recordset& rows = program.desk.results.Rows();
+  const int key = rows.ColumnIndex(QLatin1String(ResultsView::kRowKey));
+  std::set<qint64> unknown = wanted;
+  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext())
+    unknown.erase(rows.Field(key).ToInt());
+  return unknown;
+}
+
+/// Says on stderr which rows something is true of. \return them for a script
+QJsonArray TellRows(const char* what, const std::set<qint64>& rows) {
+  QJsonArray told;
+  QStringList names;
+  for (const qint64 row : rows) {
+    told.append(row);
+    names << QString::number(row);
+  }
+  if (!rows.empty()) std::fprintf(stderr, "%s: %s\n", what, qPrintable(names.join(QStringLiteral(", "))));
+  return told;
+}
+
 int Settle(Program& program, int id, const ResultsArguments& arguments) {
   if (!arguments.yes) return Refuse(Reason::kNotAgreed, QStringLiteral("Settling what is in doubt needs --yes."));
+  if (!program.desk.results.DisplayResults(id)) return kRefused;
+  const std::set<qint64> wanted(arguments.rows.begin(), arguments.rows.end());
+  const std::set<qint64> unknown = UnknownRows(program, wanted);
+  if (!wanted.empty() && unknown == wanted) return RefuseUnknownRow(id, *unknown.begin());
   const DoubtOutcome outcome = arguments.settleDoubt == kSent ? DoubtOutcome::kSent : DoubtOutcome::kNotSent;
   try {
-    const DoubtSettlement settlement =
-        SettleDoubt(program.app.connection, program.desk.guard, program.app.eventContext.user, id,
-                    {arguments.rows.begin(), arguments.rows.end()}, outcome);
+    DoubtSettlement settlement =
+        SettleDoubt(program.app.connection, program.desk.guard, program.app.eventContext.user, id, wanted, outcome);
     if (settlement.refusal) {
       program.ui.ShowMessage(*settlement.refusal);
       return kRefused;
     }
+    for (const qint64 row : unknown)
+      settlement.notInDoubt.erase(row);
+    const QJsonObject json{
+        {QStringLiteral("settled"), settlement.messages},
+        {QStringLiteral("unknown_rows"), TellRows("The campaign does not have these rows", unknown)},
+        {QStringLiteral("not_in_doubt"), TellRows("Nothing is in doubt in these rows", settlement.notInDoubt)}};
     if (program.json) {
-      PrintJson(QJsonObject{{QStringLiteral("settled"), settlement.messages}});
+      PrintJson(json);
     } else {
       PrintLine(QStringLiteral("Messages settled: %1").arg(settlement.messages));
     }

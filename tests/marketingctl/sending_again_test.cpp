@@ -178,7 +178,10 @@ TEST(MarketingCtlSend, ASecondRunOfACampaignIsRefusedWhileTheFirstLives) {
   EXPECT_EQ(At(ready.garage.Done("log"), "in_doubt").toArray(), doubt);
   const QStringList row = {ready.id, QStringLiteral("999999,%1").arg(Number(doubt[0], "RecordID"))};
   EXPECT_EQ(ready.garage.Run("results %1 --settle-doubt sent", row).code, 1);
-  EXPECT_EQ(Number(ready.garage.Done("results %1 --settle-doubt sent --rows %2 --yes", row), "settled"), 1);
+  EXPECT_EQ(ready.garage.Run("results %1 --settle-doubt sent --rows 999999 --yes", row).Error(), "unknown_row");
+  const QJsonValue settledRows = ready.garage.Done("results %1 --settle-doubt sent --rows %2 --yes", row);
+  EXPECT_EQ(Number(settledRows, "settled"), 1);
+  EXPECT_EQ(At(settledRows, "unknown_rows").toArray(), QJsonArray{999999});
   EXPECT_EQ(Number(ready.garage.Done("results %1 --settle-doubt not-sent --yes", row), "settled"), 0);
   const CtlResult settled = Send(ready.garage, ready.id);
   EXPECT_EQ(settled.code, 0);
