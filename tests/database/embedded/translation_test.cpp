@@ -13,6 +13,11 @@ struct StatementCase {
   const char* then = nullptr;
 };
 
+/// GoogleTest names what it cannot print after its bytes, addresses among them, so that the name differs from run to run.
+void PrintTo(const StatementCase& test, std::ostream* out) {
+  *out << test.batch;
+}
+
 class TranslationTest : public testing::TestWithParam<StatementCase> {};
 
 TEST_P(TranslationTest, RunsAsOnTheServer) {
@@ -67,6 +72,10 @@ struct ErrorCase {
   const char* batch;
   const char* failure;
 };
+
+void PrintTo(const ErrorCase& test, std::ostream* out) {
+  *out << test.batch;
+}
 
 class StatementErrorTest : public testing::TestWithParam<ErrorCase> {};
 
