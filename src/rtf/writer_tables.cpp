@@ -1,0 +1,144 @@
+#include "rtf/writer_tables.h"
+
+#include "rtf/formats.h"
+#include "util/windows1252.h"
+
+namespace qbx {
+namespace {
+
+bool IsSymbolFont(const QString& name) {
+  static const QStringList kSymbolFonts{u"Symbol"_qs,      u"Wingdings"_qs, u"Wingdings 2"_qs,
+                                        u"Wingdings 3"_qs, u"Webdings"_qs,  u"Marlett"_qs};
+  return kSymbolFonts.contains(name, Qt::CaseInsensitive);
+}
+
+int Numbering(QTextListFormat::Style style) {
+  switch (style) {
+    case QTextListFormat::ListDecimal:
+      return 0;
+    case QTextListFormat::ListUpperRoman:
+      return 1;
+    case QTextListFormat::ListLowerRoman:
+      return 2;
+    case QTextListFormat::ListUpperAlpha:
+      return 3;
+    case QTextListFormat::ListLowerAlpha:
+      return 4;
+    default:
+      return 23;
+  }
+}
+
+/// The marks of a list: their length in characters, then the characters, of which a zero is the number.
+QByteArray LevelText(const QTextListFormat& format) {
+  const QString bullet = BulletOf(format);
+  if (!bullet.isEmpty()) return "{\\leveltext\\'01" + EscapedRtf(bullet) + ";}{\\levelnumbers;}";
+  const auto withoutNumbers = [](const QString& text) { return EscapedRtf(text.left(8).remove(u';')); };
+  const QString suffix = format.hasProperty(QTextFormat::ListNumberSuffix) ? format.numberSuffix() : u"."_qs;
+  const QByteArray before = withoutNumbers(format.numberPrefix());
+  const qsizetype prefix = format.numberPrefix().left(8).remove(u';').size();
+  const qsizetype length = prefix + 1 + suffix.left(8).remove(u';').size();
+  const auto hex = [](qsizetype number) { return QByteArray::number(number, 16).rightJustified(2, '0'); };
+  return "{\\leveltext\\'" + hex(length) + before + "\\'00" + withoutNumbers(suffix) + ";}{\\levelnumbers\\'" +
+         hex(prefix + 1) + ";}";
+}
+
+}  // namespace
+
+QByteArray EscapedRtf(QStringView text) {
+  QByteArray rtf;
+  rtf.reserve(text.size());
+  for (const QChar unit : text) {
+    const char16_t code = unit.unicode();
+    if (code == u'\\' || code == u'{' || code == u'}') {
+      rtf += '\\';
+      rtf += static_cast<char>(code);
+    } else if (code >= 0x20 && code < 0x7F) {
+      rtf += static_cast<char>(code);
+    } else if (code == u'\t') {
+      rtf += "\\tab ";
+    } else if (code == u'\u2028') {
+      rtf += "\\line ";
+    } else if (code == u'\u00A0') {
+      rtf += "\\~";
+    } else if (code > 0x7F) {
+      rtf += "\\u" + QByteArray::number(static_cast<qint16>(code));
+      // A character of a symbol font is known by its low byte alone to readers without Unicode.
+      const QByteArray nearest =
+          code >> 8 == 0xF0 ? QByteArray(1, static_cast<char>(code & 0xFF)) : ToWindows1252(QString(unit));
+      rtf += nearest == "?" ? nearest : "\\'" + nearest.toHex();
+    }
+  }
+  return rtf;
+}
+
+QString BulletOf(const QTextListFormat& format) {
+  switch (format.style()) {
+    case QTextListFormat::ListDisc:
+      return u"\u2022"_qs;
+    case QTextListFormat::ListCircle:
+      return u"\u25E6"_qs;
+    case QTextListFormat::ListSquare:
+      return u"\u25AA"_qs;
+    default:
+      return {};
+  }
+}
+
+WriterTables::WriterTables() : fonts_{u"Symbol"_qs}, colours_{QColor()} {}
+
+qsizetype WriterTables::Font(const QString& name) {
+  const qsizetype known = fonts_.indexOf(name);
+  if (known >= 0) return known;
+  fonts_.append(name);
+  return fonts_.size() - 1;
+}
+
+qsizetype WriterTables::Colour(const QColor& colour) {
+  if (!colour.isValid()) return 0;
+  const QColor opaque(colour.rgb());
+  const qsizetype known = colours_.indexOf(opaque);
+  if (known >= 0) return known;
+  colours_.append(opaque);
+  return colours_.size() - 1;
+}
+
+qsizetype WriterTables::List(const QTextList* list) {
+  qsizetype& number = listNumbers_[list];
+  if (number == 0) {
+    lists_.append(list->format());
+    number = lists_.size();
+  }
+  return number;
+}
+
+QByteArray WriterTables::Written() const {
+  QByteArray rtf = "{\\fonttbl";
+  for (qsizetype i = 0; i < fonts_.size(); ++i) {
+    rtf += "{\\f" + QByteArray::number(i) + "\\fnil\\fcharset" + (IsSymbolFont(fonts_[i]) ? "2 " : "0 ") +
+           EscapedRtf(fonts_[i].left(kMaxFontName).remove(u';').trimmed()) + ";}";
+  }
+  rtf += "}\r\n{\\colortbl ;";
+  for (qsizetype i = 1; i < colours_.size(); ++i) {
+    rtf += "\\red" + QByteArray::number(colours_[i].red()) + "\\green" + QByteArray::number(colours_[i].green()) +
+           "\\blue" + QByteArray::number(colours_[i].blue()) + ';';
+  }
+  return rtf + "}\r\n" + WrittenLists();
+}
+
+QByteArray WriterTables::WrittenLists() const {
+  if (lists_.isEmpty()) return {};
+  QByteArray lists = "{\\*\\listtable";
+  QByteArray overrides = "{\\*\\listoverridetable";
+  for (qsizetype i = 0; i < lists_.size(); ++i) {
+    const QByteArray number = QByteArray::number(i + 1);
+    const QTextListFormat& format = lists_[i];
+    lists += "\r\n{\\list\\listtemplateid" + number + "\\listsimple1{\\listlevel\\levelnfc" +
+             QByteArray::number(Numbering(format.style())) + "\\leveljc0\\levelfollow0\\levelstartat1" +
+             LevelText(format) + "}{\\listname ;}\\listid" + number + '}';
+    overrides += "{\\listoverride\\listid" + number + "\\listoverridecount0\\ls" + number + '}';
+  }
+  return lists + "}\r\n" + overrides + "}\r\n";
+}
+
+}  // namespace qbx
