@@ -87,7 +87,8 @@ const QTextCharFormat& DocumentBuilder::FormatOf(const RtfCharacter& look) {
   return lastFormat_;
 }
 
-QTextBlockFormat DocumentBuilder::FormatOf(const RtfParagraph& look, bool inList) const {
+const QTextBlockFormat& DocumentBuilder::FormatOf(const RtfParagraph& look, bool inList) {
+  if (anyParagraph_ && look == lastParagraph_ && inList == lastInList_) return lastBlockFormat_;
   QTextBlockFormat format;
   if (look.alignment != Qt::AlignLeft) format.setAlignment(Qt::Alignment(look.alignment));
   if (look.left != 0) format.setLeftMargin(Pixels(look.left));
@@ -101,8 +102,11 @@ QTextBlockFormat DocumentBuilder::FormatOf(const RtfParagraph& look, bool inList
   SetLineHeight(format, look);
   const QList<QTextOption::Tab> tabs = TabsFromLineStart(look, firstLine);
   if (!tabs.isEmpty()) format.setTabPositions(tabs);
-  if (look.pageBreakBefore != 0 || breakBefore_) format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-  return format;
+  if (look.pageBreakBefore != 0) format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+  lastParagraph_ = look;
+  lastInList_ = inList;
+  lastBlockFormat_ = format;
+  return lastBlockFormat_;
 }
 
 void DocumentBuilder::EndParagraph(const RtfParagraph& look, const RtfCharacter& mark) {
@@ -112,7 +116,8 @@ void DocumentBuilder::EndParagraph(const RtfParagraph& look, const RtfCharacter&
     list = QTextListFormat();
     list->setStyle(static_cast<QTextListFormat::Style>(look.marker));
   }
-  const QTextBlockFormat format = FormatOf(look, list.has_value());
+  QTextBlockFormat format = FormatOf(look, list.has_value());
+  if (breakBefore_) format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
   const QTextCharFormat markFormat = FormatOf(mark);
   if (anyParagraph_) {
     cursor_.insertBlock(format, markFormat);

@@ -45,7 +45,7 @@ class DocumentBuilder {
   };
 
   const QTextCharFormat& FormatOf(const RtfCharacter& look);
-  QTextBlockFormat FormatOf(const RtfParagraph& look, bool inList) const;
+  const QTextBlockFormat& FormatOf(const RtfParagraph& look, bool inList);
   void AddToList(const RtfParagraph& look, const QTextListFormat& format);
 
   QTextDocument& document_;
@@ -57,7 +57,10 @@ class DocumentBuilder {
   RtfCharacter lastLook_;
   QTextCharFormat lastFormat_;
   bool lastKnown_ = false;  ///< the two above belong together
-  bool goesOn_ = false;     ///< the last run has the last look, so that text may be added to it
+  RtfParagraph lastParagraph_;
+  QTextBlockFormat lastBlockFormat_;
+  bool lastInList_ = false;
+  bool goesOn_ = false;  ///< the last run has the last look, so that text may be added to it
   bool anyParagraph_ = false;
   bool breakBefore_ = false;
   int cells_ = 0;

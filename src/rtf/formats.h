@@ -17,8 +17,9 @@ inline constexpr int kMaxFontHalfPoints = 3276;
 inline constexpr int kMaxTabs = 64;
 inline constexpr int kMaxListLevel = 8;
 inline constexpr int kMaxFontName = 64;
+inline constexpr int kMaxFonts = 500;
 /// Qt's lists cost the square of their length.
-inline constexpr int kMaxListItems = 250;
+inline constexpr int kMaxListItems = 100;
 /// How far the text of a list item stands behind its bullet where nothing else is said.
 inline constexpr int kMarkerTwips = 360;
 

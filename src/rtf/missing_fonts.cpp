@@ -2,18 +2,19 @@
 
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QSet>
 #include <QTextBlock>
 
 namespace qbx {
 
 QList<MissingFont> MissingFonts(const QTextDocument& document) {
-  QStringList seen;
+  QSet<QString> seen;
   QList<MissingFont> missing;
   for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
     for (auto part = block.begin(); !part.atEnd(); ++part) {
       const QString name = part.fragment().charFormat().fontFamilies().toStringList().value(0);
       if (name.isEmpty() || seen.contains(name)) continue;
-      seen.append(name);
+      seen.insert(name);
       if (!QFontDatabase::hasFamily(name)) missing.append({name, QFontInfo(QFont(name)).family()});
     }
   }

@@ -14,7 +14,7 @@ namespace qbx {
 namespace {
 
 constexpr double kTwipsAHimetric = 1440.0 / 2540;
-constexpr int kMaxBoxPixels = 400;  ///< a larger box is drawn small and stretched
+constexpr int kBoxPixels = 200;
 constexpr qsizetype kMaxPictureWords = 500;
 constexpr qsizetype kHexLine = 64;
 
@@ -24,15 +24,15 @@ bool IsPictureWord(QStringView name) {
          name == u"macpict" || name == u"pmmetafile";
 }
 
-QImage Box(QSizeF size) {
-  const QSize pixels = size.boundedTo(QSizeF(kMaxBoxPixels, kMaxBoxPixels)).toSize().expandedTo(QSize(8, 8));
-  QImage box(pixels, QImage::Format_RGB32);
+/// What is shown instead of a picture of another kind, stretched to its size.
+QImage Box() {
+  QImage box(kBoxPixels, kBoxPixels, QImage::Format_RGB32);
   box.fill(Qt::white);
   QPainter painter(&box);
   painter.setPen(Qt::gray);
-  painter.drawRect(0, 0, pixels.width() - 1, pixels.height() - 1);
-  painter.drawLine(0, 0, pixels.width() - 1, pixels.height() - 1);
-  painter.drawLine(0, pixels.height() - 1, pixels.width() - 1, 0);
+  painter.drawRect(0, 0, kBoxPixels - 1, kBoxPixels - 1);
+  painter.drawLine(0, 0, kBoxPixels - 1, kBoxPixels - 1);
+  painter.drawLine(0, kBoxPixels - 1, kBoxPixels - 1, 0);
   return box;
 }
 
@@ -107,7 +107,7 @@ QSizeF RtfPicture::Size() const {
 
 QTextImageFormat RtfPicture::AddTo(QTextDocument& document, int number) const {
   QTextImageFormat format;
-  format.setName(u"rtf-picture:"_qs + QString::number(number));
+  format.setName(u"rtf-picture:"_qs + (shown_ ? QString::number(number) : u"box"_qs));
   format.setProperty(kPictureWords, words_);
   format.setProperty(kPictureBytes, bytes_);
   const QSizeF size = Size();
@@ -115,8 +115,12 @@ QTextImageFormat RtfPicture::AddTo(QTextDocument& document, int number) const {
     format.setWidth(size.width());
     format.setHeight(size.height());
   }
-  document.addResource(QTextDocument::ImageResource, QUrl(format.name()),
-                       shown_ ? QVariant(bytes_) : QVariant(Box(size)));
+  const QUrl name(format.name());
+  if (shown_) {
+    document.addResource(QTextDocument::ImageResource, name, bytes_);
+  } else if (!document.resource(QTextDocument::ImageResource, name).isValid()) {
+    document.addResource(QTextDocument::ImageResource, name, Box());
+  }
   return format;
 }
 

@@ -19,6 +19,12 @@ namespace {
 constexpr int kDefaultTabTwips = 720;
 constexpr qsizetype kMaxCollected = 100;
 
+void SetTabDistance(QTextDocument& document, int twips) {
+  QTextOption option = document.defaultTextOption();
+  option.setTabStopDistance(twips / kTwipsAPixel);
+  document.setDefaultTextOption(option);
+}
+
 class RtfReader {
  public:
   RtfReader(QStringView rtf, QTextDocument& document)
@@ -109,9 +115,7 @@ RtfLosses RtfReader::Read() {
   TakeBytes();
   builder_.Finish(state_.paragraph, state_.character);
 
-  QTextOption option = document_.defaultTextOption();
-  option.setTabStopDistance(defaultTab_ / kTwipsAPixel);
-  document_.setDefaultTextOption(option);
+  SetTabDistance(document_, defaultTab_);
   if (!pageWords_.isEmpty()) {
     QTextFrameFormat page = document_.rootFrame()->frameFormat();
     page.setProperty(kPageWords, pageWords_);
@@ -406,6 +410,7 @@ RtfLosses ReadRtf(const QString& text, QTextDocument& document) {
     losses = RtfReader(read.sliced(start), document).Read();
   } else {
     document.setPlainText(read.toString());
+    SetTabDistance(document, kDefaultTabTwips);
   }
   if (read.size() < text.size()) losses.prepend(u"everything behind the first 32 million characters"_qs);
   document.setUndoRedoEnabled(true);

@@ -41,9 +41,9 @@ QTextListFormat::Style NumberStyle(int numbering) {
 void RtfFonts::Word(QStringView name, int number) {
   if (name == u"f") {
     current_ = number;
-    named_ = false;
-    fonts_[current_] = {};
-  } else if (name == u"fcharset") {
+    named_ = fonts_.size() >= kMaxFonts;
+    if (!named_) fonts_[current_] = {};
+  } else if (name == u"fcharset" && !named_) {
     fonts_[current_].codePage = CodePageOfCharset(number);
   }
 }

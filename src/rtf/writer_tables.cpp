@@ -85,22 +85,26 @@ QString BulletOf(const QTextListFormat& format) {
   }
 }
 
-WriterTables::WriterTables() : fonts_{u"Symbol"_qs}, colours_{QColor()} {}
+WriterTables::WriterTables() {
+  (void)Font(u"Symbol"_qs);
+}
 
 qsizetype WriterTables::Font(const QString& name) {
-  const qsizetype known = fonts_.indexOf(name);
-  if (known >= 0) return known;
+  const qsizetype number = fontNumbers_.value(name, fonts_.size());
+  if (number < fonts_.size()) return number;
+  fontNumbers_.insert(name, number);
   fonts_.append(name);
-  return fonts_.size() - 1;
+  return number;
 }
 
 qsizetype WriterTables::Colour(const QColor& colour) {
   if (!colour.isValid()) return 0;
-  const QColor opaque(colour.rgb());
-  const qsizetype known = colours_.indexOf(opaque);
-  if (known >= 0) return known;
-  colours_.append(opaque);
-  return colours_.size() - 1;
+  qsizetype& number = colourNumbers_[colour.rgb()];
+  if (number == 0) {
+    colours_.append(QColor(colour.rgb()));
+    number = colours_.size();
+  }
+  return number;
 }
 
 qsizetype WriterTables::List(const QTextList* list) {
@@ -119,9 +123,9 @@ QByteArray WriterTables::Written() const {
            EscapedRtf(fonts_[i].left(kMaxFontName).remove(u';').trimmed()) + ";}";
   }
   rtf += "}\r\n{\\colortbl ;";
-  for (qsizetype i = 1; i < colours_.size(); ++i) {
-    rtf += "\\red" + QByteArray::number(colours_[i].red()) + "\\green" + QByteArray::number(colours_[i].green()) +
-           "\\blue" + QByteArray::number(colours_[i].blue()) + ';';
+  for (const QColor& colour : colours_) {
+    rtf += "\\red" + QByteArray::number(colour.red()) + "\\green" + QByteArray::number(colour.green()) + "\\blue" +
+           QByteArray::number(colour.blue()) + ';';
   }
   return rtf + "}\r\n" + WrittenLists();
 }

@@ -33,8 +33,10 @@ class WriterTables {
   [[nodiscard]] QByteArray WrittenLists() const;
 
   QStringList fonts_;
-  QList<QColor> colours_;
+  QList<QColor> colours_;  ///< from number 1
   QList<QTextListFormat> lists_;
+  QHash<QString, qsizetype> fontNumbers_;
+  QHash<QRgb, qsizetype> colourNumbers_;
   QHash<const QTextList*, qsizetype> listNumbers_;
 };
 
