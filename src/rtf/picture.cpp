@@ -48,7 +48,7 @@ QByteArray HexLines(const QByteArray& bytes) {
 /// \return the bytes of a picture that was added to the document, as PNG or JPEG
 QByteArray AddedPicture(const QVariant& resource) {
   if (resource.typeId() == QMetaType::QByteArray) {
-    const QByteArray bytes = resource.toByteArray();
+    QByteArray bytes = resource.toByteArray();
     if (bytes.startsWith("\x89PNG") || bytes.startsWith("\xFF\xD8")) return bytes;
   }
   const QImage image =

@@ -9,7 +9,7 @@
 namespace qbx {
 
 /// What is read of a text at most; what stands behind is left out.
-inline constexpr qsizetype kMaxRtfCharacters = 32 * 1024 * 1024;
+inline constexpr qsizetype kMaxRtfCharacters = 32'000'000;
 /// Groups that stand deeper in one another are passed over.
 inline constexpr qsizetype kMaxRtfDepth = 500;
 

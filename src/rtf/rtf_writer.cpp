@@ -16,13 +16,13 @@
 namespace qbx {
 namespace {
 
-constexpr qsizetype kMaxFieldLength = 30;
+constexpr qsizetype kLongestFieldWord = 30;
 
 /// How long the merge field is that begins at a place of a text, 0 where none does: "{", a letter, then letters, digits,
 /// blanks, "_" or "-", "}".
 qsizetype FieldLength(QStringView text) {
   if (text.size() < 3 || text[0] != u'{' || !text[1].isLetter()) return 0;
-  for (qsizetype at = 2; at < std::min(text.size(), kMaxFieldLength); ++at) {
+  for (qsizetype at = 2; at < std::min(text.size(), kLongestFieldWord + 2); ++at) {
     const QChar unit = text[at];
     if (unit == u'}') return at + 1;
     if (!unit.isLetterOrNumber() && unit != u' ' && unit != u'_' && unit != u'-') return 0;

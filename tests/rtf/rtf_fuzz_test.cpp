@@ -103,7 +103,7 @@ TEST(RtfFuzzTest, DamagedLettersAreReadAndKept) {
   const int rounds = qEnvironmentVariableIntValue("QBX_RTF_FUZZ_ROUNDS", &given);
   const int seed = qEnvironmentVariableIntValue("QBX_RTF_FUZZ_SEED");
   Mutator mutate(corpus, static_cast<unsigned>(seed));
-  for (int round = 0; round < (given ? rounds : 400); ++round) {
+  for (int round = 0; round < (given ? rounds : 1500); ++round) {
     const QString text = mutate.Text();
     QTextDocument read;
     ReadRtf(text, read);
