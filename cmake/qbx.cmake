@@ -49,7 +49,7 @@ target_precompile_headers(qbx_widgets_pch PRIVATE <QDateTime> <QHash> <QString> 
                           <optional> <vector>)
 
 # qbx_ui_library(<folder>) makes the library qbx_<folder>_ui from every .cpp beside the caller, the ui/ folder of <folder>. A Designer file
-# frmX.ui is turned into "ui_frmX.h". No class declares signals or slots of its own, so there is no moc step.
+# frmX.ui is turned into "ui_frmX.h".
 function(qbx_ui_library name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   file(GLOB forms CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.ui)
@@ -57,6 +57,7 @@ function(qbx_ui_library name)
   add_library(qbx_${name}_ui STATIC ${sources} ${form_headers})
   target_include_directories(qbx_${name}_ui SYSTEM PRIVATE ${CMAKE_CURRENT_BINARY_DIR})
   target_link_libraries(qbx_${name}_ui PUBLIC qbx_options Qt6::Core Qt6::Gui Qt6::Widgets)
+  set_target_properties(qbx_${name}_ui PROPERTIES AUTOMOC ON)
   qbx_reuse_pch(qbx_${name}_ui qbx_widgets_pch)
 endfunction()
 

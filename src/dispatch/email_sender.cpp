@@ -122,10 +122,12 @@ EmailResult EmailSender::SendEmailMessage(const QString& to, const QString& subj
     return result;
   }
   const bool qbxServer = UsesQbxServer();
-  view_.Open(qbxServer);
+  if (!windowOpen_) view_.Open(qbxServer);
+  windowOpen_ = inRun_;
   diagnostics_.ui.SetBusy(true);
   diagnostics_.ui.PumpEvents();
-  if (qbxServer) CountDown();
+  if (qbxServer && !connected_) CountDown();
+  connected_ = inRun_;
   view_.SetStatus(QLatin1String(kSending));
 
   MailEnvelope envelope;
@@ -135,11 +137,11 @@ EmailResult EmailSender::SendEmailMessage(const QString& to, const QString& subj
     ReportFailure(failure);
     return result;
   }
-  if (qbxServer) diagnostics_.ui.Pause(1000);
+  if (qbxServer && !inRun_) diagnostics_.ui.Pause(1000);
   view_.SetProgress(QStringLiteral("Send Complete!"));
-  diagnostics_.ui.Pause(250);
+  if (!inRun_) diagnostics_.ui.Pause(250);
   diagnostics_.ui.SetBusy(false);
-  view_.Close();
+  if (!inRun_) view_.Close();
   return result;
 }
 
@@ -182,8 +184,9 @@ void EmailSender::ReportFailure(Failure failure) {
   lastError_.LastEmailError = failure.text;
   events_.LogEvent(kEventError, 0, QStringLiteral("SendEmail"), failure.text);
   diagnostics_.log.WriteLog(QStringLiteral("SendEmail Failed: ") + failure.text);
+  if (failure.blame == Blame::kTransport) connected_ = false;
   if (!ShallAsk(failure.blame)) {
-    view_.Close();
+    if (!inRun_) view_.Close();
     return;
   }
   const MessageAnswer answer = diagnostics_.ui.ShowMessage(
@@ -193,10 +196,11 @@ void EmailSender::ReportFailure(Failure failure) {
        .buttons = MessageButtons::kYesNo,
        .question = Question::kCancelQueuedEmails});
   if (answer != MessageAnswer::kYes) {
-    view_.Close();
+    if (!inRun_) view_.Close();
     return;
   }
   view_.ShowFailure(failure.text);
+  windowOpen_ = false;  // from here on it is the user who closes it
   state_.StopSending = true;
 }
 
@@ -221,12 +225,15 @@ QString EmailSender::Problem(const QString& to, const QString& subject, const QS
 
 void EmailSender::BeginRun() {
   inRun_ = true;
+  connected_ = false;
   transportAsked_ = false;
   refusalAsked_ = false;
 }
 
 void EmailSender::EndRun() {
   inRun_ = false;
+  connected_ = false;
+  if (std::exchange(windowOpen_, false)) view_.Close();
   if (!transport_.Close()) diagnostics_.log.WriteLog(QStringLiteral("SendEmail: ") + QLatin1String(kUncleanEnd));
 }
 

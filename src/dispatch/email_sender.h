@@ -28,8 +28,8 @@ struct EmailResult {
 /// Sends e-mails through the mail server of the options: the customer's own, or the product family's. Never throws. Not
 /// thread-safe.
 ///
-/// A single message is one session (connect, send, QUIT). Inside a run (BeginRun .. EndRun) the connection is kept from
-/// message to message, and the question that follows a failure is asked once about refusals and once about the connection; later failures go to the logs only.
+/// A single message is one session (connect, send, QUIT). Inside a run (BeginRun .. EndRun) the connection and the window are kept from
+/// message to message, the count-down comes once a connection, the waits after a success are left out, and the question that follows a failure is asked once about refusals and once about the connection; later failures go to the logs only.
 class EmailSender {
  public:
   EmailSender(MailTransport& transport, MimeWriter& mime, const Options& options, const ServiceSettings& service,
@@ -79,6 +79,8 @@ class EmailSender {
   Diagnostics diagnostics_;
   Procedure record_;
   bool inRun_ = false;
+  bool windowOpen_ = false;  ///< of this run; stays open from message to message
+  bool connected_ = false;   ///< this run has a connection, so its count-down is over
   bool transportAsked_ = false;
   bool refusalAsked_ = false;
 };

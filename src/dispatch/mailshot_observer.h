@@ -24,6 +24,9 @@ enum class MailshotPoint {
 class MailshotObserver {
  public:
   virtual ~MailshotObserver() = default;
+  /// All checks have passed and the rows are read.
+  /// \param resumed  something of these rows was sent, or tried, by an earlier run
+  virtual void Begins(bool resumed) { (void)resumed; }
   virtual void At(MailshotPoint point, qint64 recordId) {
     (void)point;
     (void)recordId;

@@ -49,6 +49,7 @@ void MailshotRun::Run() {
   summary_.end = MailshotEnd::kFailed;
   if (!ReadRows()) return;
   const int total = counters_.sms + counters_.emails - counters_.smsSent - counters_.emailsSent;
+  observer_.Begins(!entries_.isEmpty() || counters_.Sent() > 0);
   observer_.Progress(0, total);
   summary_.end = MailshotEnd::kFinished;
   for (; !rows_.Eof(); rows_.MoveNext()) {
@@ -126,11 +127,8 @@ void MailshotRun::SendText(Row& row) {
       row.unfinished = true;
       return;
     }
-    if (row.mobile.size() >= kShortestMobile) {
-      Count(row, Channel::kSms, SendSMSToMobile(row));
-    } else if (!row.wantsEmail) {
-      Count(row, Channel::kSms, Sent::kNo);
-    }
+    // A number that is too short is no failure where an e-mail goes in its place.
+    if (row.mobile.size() >= kShortestMobile || !row.wantsEmail) Count(row, Channel::kSms, SendSMSToMobile(row));
   }
   ++counters_.smsSent;
   ++done_;
@@ -176,20 +174,21 @@ void MailshotRun::Count(Row& row, Channel channel, Sent sent) {
 }
 
 MailshotRun::Sent MailshotRun::SendSMSToMobile(Row& row) {
-  const std::optional<QString> mobile = CleanMobileNumber(row.mobile);
+  const std::optional<QString> mobile =
+      row.mobile.size() >= kShortestMobile ? CleanMobileNumber(row.mobile) : std::nullopt;
   if (dryRun_) return AnnounceDry(row, Channel::kSms).value_or(mobile ? Sent::kYes : Sent::kNo);
   QString text;
   sms_.Merge(row.values, services_.diagnostics.clock.Today(), text);
   text.truncate(kMaxSmsLength);
   if (const std::optional<Sent> refused = Announce(row, Channel::kSms)) return *refused;
   if (!mobile) {
-    Settle(row, Channel::kSms, Sent::kNo, [] {});
+    Settle(row, Channel::kSms, Sent::kNo, QStringLiteral("The mobile number is missing or too short."), [] {});
     return Sent::kNo;
   }
   const SmsResult result = services_.gateway.SendSMS(row.customer, *mobile, text);
   observer_.At(MailshotPoint::kAfterSend, row.recordId);
   const Sent sent = result.accepted ? Sent::kYes : result.uncertain ? Sent::kUncertain : Sent::kNo;
-  Settle(row, Channel::kSms, sent, [&] {
+  Settle(row, Channel::kSms, sent, result.failure, [&] {
     if (result.answered) services_.gateway.RecordSMS(row.customer, *mobile, text, 0, result.messageId);
   });
   NoteServer(Channel::kSms, result.sign, result.failure);
@@ -210,7 +209,7 @@ MailshotRun::Sent MailshotRun::ProcessEmail(Row& row) {
   const EmailResult result = services_.email.SendEmailMessage(row.email, subject, body);
   observer_.At(MailshotPoint::kAfterSend, row.recordId);
   const Sent sent = result.sent ? Sent::kYes : result.uncertain ? Sent::kUncertain : Sent::kNo;
-  Settle(row, Channel::kEmail, sent, [&] {
+  Settle(row, Channel::kEmail, sent, services_.lastError.LastEmailError, [&] {
     if (result.sent) services_.email.RecordEmail(row.customer, row.email, subject, body);
   });
   if (!result.sent) {
@@ -274,13 +273,13 @@ void MailshotRun::LeaveOut(Row& row, Channel channel, Refusal refusal) {
 }
 
 template <typename Record>
-void MailshotRun::Settle(Row& row, Channel channel, Sent sent, Record record) {
+void MailshotRun::Settle(Row& row, Channel channel, Sent sent, const QString& reason, Record record) {
   if (sent == Sent::kUncertain) return;  // it stays at "sending"
   Transaction transaction(services_.statements.Shared().Driver());
   record();
   // A row that was deleted while its message was on its way has no journal any more.
-  (void)journal_.Write(row.recordId, plan_.campaignId, channel,
-                       sent == Sent::kYes ? JournalState::kSent : JournalState::kFailed);
+  sent == Sent::kYes ? (void)journal_.Write(row.recordId, plan_.campaignId, channel, JournalState::kSent)
+                     : (void)journal_.Write(row.recordId, plan_.campaignId, channel, JournalState::kFailed, reason);
   if (sent == Sent::kYes && IsLastMessage(row, channel) && !row.failed && !row.unfinished) Mark(row);
   observer_.At(MailshotPoint::kBeforeCommit, row.recordId);
   transaction.Commit();

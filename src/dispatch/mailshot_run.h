@@ -78,8 +78,9 @@ class MailshotRun {
   void LeaveOut(Row& row, Channel channel, Refusal refusal);
   /// Writes what came of a message in one transaction: its record, its journal state and, when nothing of the row is
   /// left, the mark.
+  /// \param reason  of a failure
   template <typename Record>
-  void Settle(Row& row, Channel channel, Sent sent, Record record);
+  void Settle(Row& row, Channel channel, Sent sent, const QString& reason, Record record);
   void TellTakenOver();
   void LogWithdrawn(const Row& row);
   [[nodiscard]] bool IsLastMessage(const Row& row, Channel channel) const;

@@ -2,11 +2,17 @@
 
 namespace qbx {
 
+int ResultsLog::Listen(Listener listener) {
+  listeners_.emplace(++lastListener_, std::move(listener));
+  return lastListener_;
+}
+
 void ResultsLog::LogProcessResult(const QString& text) {
   const QString line = clock_.Now().toString(QStringLiteral("dd/MM/yy HH:mm:ss")) + QStringLiteral(" - ") + text;
   lines_.append(line);
   ProcessResultsLogged = true;
-  if (sink_) sink_(line);
+  for (const auto& [number, listener] : listeners_)
+    listener(line);
   ui_.PumpEvents();
 }
 

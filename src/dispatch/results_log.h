@@ -5,21 +5,24 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <map>
 
 #include "platform/clock.h"
 #include "platform/user_interface.h"
 
 namespace qbx {
 
-/// Lines "dd/mm/yy HH:mm:ss - text". Kept until cleared, and handed to whoever shows or files them as they come.
+/// Lines "dd/mm/yy HH:mm:ss - text". Kept until cleared, and told to whoever shows or files them as they come.
 class ResultsLog {
  public:
-  using Sink = std::function<void(const QString& line)>;
+  using Listener = std::function<void(const QString& line)>;
 
   ResultsLog(const Clock& clock, UserInterface& ui) : clock_(clock), ui_(ui) {}
 
-  /// \param sink  called for every later line, without its line end
-  void SetSink(Sink sink) { sink_ = std::move(sink); }
+  /// \param listener  called for every later line, without its line end
+  /// \return what `StopListening` takes
+  [[nodiscard]] int Listen(Listener listener);
+  void StopListening(int listener) { listeners_.erase(listener); }
 
   /// Adds a line and lets the screen repaint.
   void LogProcessResult(const QString& text);
@@ -33,7 +36,8 @@ class ResultsLog {
  private:
   const Clock& clock_;
   UserInterface& ui_;
-  Sink sink_;
+  std::map<int, Listener> listeners_;
+  int lastListener_ = 0;
   QStringList lines_;
 };
 

@@ -2,6 +2,12 @@
 
 namespace qbx {
 
+namespace {
+
+constexpr int kLongestReason = 255;
+
+}  // namespace
+
 SendJournal::SendJournal(Connection& connection, QString user)
     : connection_(connection),
       user_(std::move(user)),
@@ -27,12 +33,13 @@ QHash<qint64, JournalEntry> SendJournal::Entries(Recordset rows) {
   return entries;
 }
 
-bool SendJournal::Write(qint64 recordId, int campaignId, Channel channel, JournalState state) {
+bool SendJournal::Write(qint64 recordId, int campaignId, Channel channel, JournalState state, const QString& reason) {
   return write_.Finds({{"@RecordID", recordId},
                        {"@CampaignID", campaignId},
                        {"@Channel", static_cast<int>(channel)},
                        {"@State", static_cast<int>(state)},
-                       {"@UserID", user_}});
+                       {"@UserID", user_},
+                       {"@Reason", reason.isEmpty() ? Value() : Value(reason.simplified().left(kLongestReason))}});
 }
 
 bool SendJournal::BeginAgain(qint64 recordId, int campaignId, Channel channel) {

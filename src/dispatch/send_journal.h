@@ -50,9 +50,11 @@ class SendJournal {
 
   /// Reads all entries of a campaign.
   [[nodiscard]] QHash<qint64, JournalEntry> Read(int campaignId);
+  /// \param reason  of a failure, for the person who looks into it
   /// \return false when "sending" was refused: the campaign does not hold the row any more, it was processed meanwhile at another desk, or the
   /// customer's answer has become stricter (`SendRefusals` tells). The message must not go out then.
-  [[nodiscard]] bool Write(qint64 recordId, int campaignId, Channel channel, JournalState state);
+  [[nodiscard]] bool Write(qint64 recordId, int campaignId, Channel channel, JournalState state,
+                           const QString& reason = {});
   /// The same for "sending" a message again that went out before. Where it is refused, what is on record stays.
   [[nodiscard]] bool BeginAgain(qint64 recordId, int campaignId, Channel channel);
 

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "database/procedure.h"
+#include "dispatch/send_troubles.h"
 
 namespace qbx {
 
@@ -14,12 +15,10 @@ DoubtSettlement SettleDoubt(Connection& connection, ReplaceGuard& guard, const Q
   Transaction transaction(connection.Driver());
   settlement.refusal = guard.LookAtClaim(campaignId);
   if (settlement.refusal) return settlement;
-  Recordset doubt = Procedure(connection, "proc_selp_Send_Journal_Doubt").Open({{"@CampaignID", campaignId}});
   std::set<qint64> settled;
-  for (doubt.MoveFirst(); !doubt.Eof(); doubt.MoveNext()) {
-    const qint64 row = doubt.Field(QStringLiteral("RecordID")).ToInt();
-    if (!rows.empty() && !rows.contains(row)) continue;
-    settled.insert(row);
+  for (const SendTrouble& trouble : ReadSendTroubles(connection, campaignId)) {
+    if (!trouble.inDoubt || (!rows.empty() && !rows.contains(trouble.recordId))) continue;
+    settled.insert(trouble.recordId);
     ++settlement.messages;
   }
   std::set_difference(rows.begin(), rows.end(), settled.begin(), settled.end(),

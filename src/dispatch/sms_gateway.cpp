@@ -123,7 +123,8 @@ SmsResult SmsGateway::SendSMS(const QString& customer, const QString& mobile, co
     return result;
   }
   events_.LogEvent(kEventError, kSmsTable, QString::number(answer->code), QStringLiteral("SENDSMS: Reminder Error"));
-  LogRefusal(customer, mobile, SendRefusalReason(answer->code, mobile));
+  result.failure = SendRefusalReason(answer->code, mobile);
+  LogRefusal(customer, mobile, result.failure);
   return result;
 }
 

@@ -26,7 +26,7 @@ struct SmsResult {
   bool uncertain = false;  ///< no complete answer came, or one that does not tell: the text may have gone out
   int messageId = 0;       ///< the gateway's number, 0 when refused
   ServerSign sign = ServerSign::kServes;
-  QString failure = {};  ///< why the gateway could not be asked; empty when it answered
+  QString failure = {};  ///< why the text was refused, or the gateway could not be asked; empty when it was accepted
 };
 
 /// Sends texts through the gateway, one GET a message, over one kept connection. The account, server and sender name

@@ -2,6 +2,7 @@
 
 #include "database/patient_session.h"
 #include "desk/campaign_desk.h"
+#include "dispatch/ui/frmSendEmail.h"
 #include "marketing/ui/frmMain.h"
 #include "platform/ui/widget_ui.h"
 #include "settings/ui/window_layout.h"
@@ -45,7 +46,8 @@ StartOutcome MarketingProgram::Start(const QString& commandLine) {
 }
 
 void MarketingProgram::OpenWindows() {
-  desk_ = std::make_unique<CampaignDesk>(app_, view_);
+  emailWindow_ = std::make_unique<frmSendEmail>();
+  desk_ = std::make_unique<CampaignDesk>(app_, *emailWindow_);
   window_ = std::make_unique<frmMain>(app_, *desk_, ui_, *layout_);
   ui_.SetMainWindow(window_.get());
   window_->show();

@@ -5,7 +5,6 @@
 #include <QString>
 #include <memory>
 
-#include "dispatch/send_email_view.h"
 #include "startup/application.h"
 
 namespace qbx {
@@ -15,6 +14,7 @@ class WidgetUi;
 class WindowLayout;
 class frmAbout;
 class frmMain;
+class frmSendEmail;
 
 /// What `main` runs, and what the scenarios drive. One of these at a time, on the thread of the QApplication.
 ///
@@ -41,9 +41,9 @@ class MarketingProgram {
 
   WidgetUi& ui_;
   Application app_;
-  SendEmailView view_;  // shows nothing: the window of an e-mail under way is still to come
   std::unique_ptr<WindowLayout> layout_;
   std::unique_ptr<frmAbout> splash_;
+  std::unique_ptr<frmSendEmail> emailWindow_;
   std::unique_ptr<CampaignDesk> desk_;
   std::unique_ptr<frmMain> window_;
 };

@@ -3,10 +3,11 @@
 #include <memory>
 
 #include "database/procedure.h"
+#include "dispatch/results_log_file.h"
+#include "dispatch/send_journal.h"
 #include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
-#include "marketingctl/results_log_file.h"
 
 namespace qbx::ctl {
 
@@ -38,26 +39,30 @@ QJsonArray GeneralEvents(Connection& connection) {
           .arg(kEventsShown))));
 }
 
-QJsonArray DoubtOf(Connection& connection, int campaignId) {
+/// What needs a person.
+struct Troubles {
   QJsonArray doubt;
+  QJsonArray failed;
+};
+
+void AddTroublesOf(Connection& connection, int campaignId, Troubles& troubles) {
   for (const QJsonValue row :
-       ReadAll(Procedure(connection, "proc_selp_Send_Journal_Doubt").Open({{"@CampaignID", campaignId}}))) {
+       ReadAll(Procedure(connection, "proc_selp_Send_Troubles").Open({{"@CampaignID", campaignId}}))) {
     QJsonObject object = row.toObject();
+    const bool inDoubt = object.take(QStringLiteral("State")).toInt() == static_cast<int>(JournalState::kSending);
+    if (inDoubt) object.remove(QStringLiteral("Reason"));
     object.insert(QStringLiteral("CampaignID"), campaignId);
-    doubt.append(object);
+    (inDoubt ? troubles.doubt : troubles.failed).append(object);
   }
-  return doubt;
 }
 
-QJsonArray AllDoubt(Connection& connection) {
-  QJsonArray doubt;
+Troubles TroublesOfAll(Connection& connection) {
+  Troubles troubles;
   Recordset campaigns = Recordset::ReadAll(connection.Driver().Execute(
-      QStringLiteral("SELECT DISTINCT CampaignID FROM Send_Journal (NOLOCK) WHERE State = 0 ORDER BY CampaignID")));
-  for (; !campaigns.Eof(); campaigns.MoveNext()) {
-    for (const QJsonValue row : DoubtOf(connection, static_cast<int>(campaigns.Field(0).ToInt())))
-      doubt.append(row);
-  }
-  return doubt;
+      QStringLiteral("SELECT DISTINCT CampaignID FROM Send_Journal (NOLOCK) WHERE State <> 1 ORDER BY CampaignID")));
+  for (; !campaigns.Eof(); campaigns.MoveNext())
+    AddTroublesOf(connection, static_cast<int>(campaigns.Field(0).ToInt()), troubles);
+  return troubles;
 }
 
 void PrintSection(const QString& title, const QJsonArray& rows, const QStringList& columns) {
@@ -76,14 +81,15 @@ struct Story {
   QJsonArray events;
   QStringList eventColumns;
   QStringList results;
-  QJsonArray doubt;
+  Troubles troubles = {};
 };
 
 void Print(const Program& program, const Story& story) {
   if (program.json) {
     PrintJson(QJsonObject{{QStringLiteral("events"), story.events},
                           {QStringLiteral("results"), QJsonArray::fromStringList(story.results)},
-                          {QStringLiteral("in_doubt"), story.doubt}});
+                          {QStringLiteral("in_doubt"), story.troubles.doubt},
+                          {QStringLiteral("failed"), story.troubles.failed}});
     return;
   }
   PrintSection(story.eventsTitle, story.events, story.eventColumns);
@@ -92,19 +98,24 @@ void Print(const Program& program, const Story& story) {
     PrintLine(line);
   PrintLine({});
   PrintSection(
-      QStringLiteral("In doubt (results ID --settle-doubt sent or not-sent settles it)"), story.doubt,
+      QStringLiteral("In doubt (results ID --settle-doubt sent or not-sent settles it)"), story.troubles.doubt,
       {QStringLiteral("CampaignID"), QStringLiteral("RecordID"), QStringLiteral("Customer"), QStringLiteral("Channel"),
        QStringLiteral("Mobile"), QStringLiteral("Email"), QStringLiteral("Changed")});
+  PrintSection(QStringLiteral("Failed, and due again"), story.troubles.failed,
+               {QStringLiteral("CampaignID"), QStringLiteral("RecordID"), QStringLiteral("Customer"),
+                QStringLiteral("Channel"), QStringLiteral("Reason")});
 }
 
 int LogOfCampaign(Program& program, int id) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
+  Troubles troubles;
+  AddTroublesOf(program.app.connection, id, troubles);
   Print(program, {.eventsTitle = QStringLiteral("Events"),
                   .events = HistoryOf(program.app.connection, id),
                   .eventColumns = {QStringLiteral("ID"), QStringLiteral("Record_Date"), QStringLiteral("Event"),
                                    QStringLiteral("UserID")},
                   .results = ResultsLogFile(program.app.log.Path(), id).Read(),
-                  .doubt = DoubtOf(program.app.connection, id)});
+                  .troubles = std::move(troubles)});
   return kDone;
 }
 
@@ -114,7 +125,7 @@ int LogOfAll(Program& program) {
                   .eventColumns = {QStringLiteral("Log_Date"), QStringLiteral("Username"), QStringLiteral("EventType"),
                                    QStringLiteral("TableKey"), QStringLiteral("Details")},
                   .results = ReadNewestResultsLog(program.app.log.Path()),
-                  .doubt = AllDoubt(program.app.connection)});
+                  .troubles = TroublesOfAll(program.app.connection)});
   return kDone;
 }
 
@@ -132,8 +143,8 @@ int Log(Program& program, const LogArguments& arguments) {
 
 void AddLogCommand(Runner& runner) {
   auto arguments = std::make_shared<LogArguments>();
-  CLI::App& command =
-      *runner.Root().add_subcommand("log", "Show events, the results log of the last run and what is in doubt");
+  CLI::App& command = *runner.Root().add_subcommand(
+      "log", "Show events, the results log of the last run, what is in doubt and what failed");
   command
       .add_option("--campaign", arguments->campaign,
                   "Of one campaign, by number or name, instead of the general events")

@@ -4,11 +4,11 @@
 #include <memory>
 
 #include "dispatch/reminders_over.h"
+#include "dispatch/results_log_file.h"
 #include "dispatch/send_journal.h"
 #include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
-#include "marketingctl/results_log_file.h"
 
 namespace qbx::ctl {
 
@@ -29,17 +29,12 @@ struct SendArguments {
 class Watch final : public MailshotObserver {
  public:
   /// \param stopOnError  pause after the first row whose e-mail failed
-  Watch(HeadlessUi& ui, ResultsLogFile* file, bool stopOnError) : ui_(ui), file_(file), stopOnError_(stopOnError) {}
+  Watch(Program& program, RunLog* log, bool stopOnError) : program_(program), log_(log), stopOnError_(stopOnError) {}
   void SetRun(Mailshot* run) { run_ = run; }
 
-  void Line(const QString& line) {
-    if (started_) {
-      file_->Append(line);
-    } else {
-      waiting_ << line;
-    }
+  void Begins(bool resumed) override {
+    if (log_) log_->Begin(program_.app.startup.user, program_.app.clock.Now(), resumed);
   }
-
   void Failed(Channel channel) override { emailFailed_ = emailFailed_ || channel == Channel::kEmail; }
   void At(MailshotPoint point, qint64) override {
     if (point != MailshotPoint::kRowFinished || paused_) return;
@@ -48,27 +43,13 @@ class Watch final : public MailshotObserver {
     paused_ = true;
     run_->Pause();
   }
-  void Progress(int done, int total) override {
-    Begin();
-    ui_.ShowProgress(done, total);
-  }
+  void Progress(int done, int total) override { program_.ui.ShowProgress(done, total); }
 
  private:
-  /// Only a run that really begins takes the place of the last one's log: one that is refused may stand beside a run that is under way.
-  void Begin() {
-    if (!file_ || started_) return;
-    started_ = true;
-    file_->Begin();
-    for (const QString& line : waiting_)
-      file_->Append(line);
-  }
-
-  HeadlessUi& ui_;
-  ResultsLogFile* file_;
+  Program& program_;
+  RunLog* log_;
   bool stopOnError_;
   bool emailFailed_ = false;
-  QStringList waiting_;
-  bool started_ = false;
   Mailshot* run_ = nullptr;
   bool paused_ = false;
 };
@@ -210,14 +191,12 @@ int Send(Program& program, const SendArguments& arguments) {
   const CampaignRecord& record = app.campaign.record;
   const QString over = RemindersOverText(app.statements, record.ID, app.clock.Today());
   if (!over.isEmpty()) PrintNote(over);
-  ResultsLogFile file(app.log.Path(), record.ID);
-  Watch watch(program.ui, arguments.dryRun ? nullptr : &file, arguments.stopOnError);
-  program.desk.resultsLog.SetSink([&watch](const QString& line) { watch.Line(line); });
+  RunLog log(program.desk.resultsLog, ResultsLogFile(app.log.Path(), record.ID));
+  Watch watch(program, arguments.dryRun ? nullptr : &log, arguments.stopOnError);
   Mailshot run = program.desk.MakeMailshot(watch);
   watch.SetRun(&run);
   const MailshotSummary summary = run.Send(record.ID, {record.SMS, record.Email_Subject, record.Email_Body},
                                            arguments.dryRun ? MailshotMode::kDryRun : MailshotMode::kSend);
-  program.desk.resultsLog.SetSink({});
   const RowsLeft rows = CountLeft(app, record.ID);
   program.ui.EndProgress();
   int code = ExitCodeOf(summary, rows, program.ui);

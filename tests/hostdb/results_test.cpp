@@ -159,7 +159,7 @@ TEST_F(Results, TheJournalKnowsWhatIsInDoubt) {
   EXPECT_EQ(Note(first, 3, 2, 1).ToInt(), first);
   EXPECT_EQ(Rows(QStringLiteral("proc_selp_Send_Journal (3)")),
             QStringList({QStringLiteral("%1|2|1").arg(first), QStringLiteral("%1|1|0").arg(second)}));
-  Recordset doubt = Run(QStringLiteral("proc_selp_Send_Journal_Doubt (3)"));
+  Recordset doubt = Run(QStringLiteral("proc_selp_Send_Troubles (3)"));
   ASSERT_EQ(doubt.RecordCount(), 1);
   EXPECT_EQ(doubt.Field(QStringLiteral("Mobile")).ToText(), QStringLiteral("07700900001"));
   EXPECT_EQ(doubt.Field(QStringLiteral("Changed")).ToDateTime(), clock.Now());
@@ -171,11 +171,11 @@ TEST_F(Results, DoubtIsSettledForOneRowOrForAll) {
   const qint64 whole = AddRow(3, "1, 1, 0, 0"), half = AddRow(3, "1, 1, 0, 0"), failed = AddRow(3, "1, 1, 0, 0");
   const qint64 elsewhere = AddRow(4, "1, 0, 0, 0");
   for (const auto& [record, text] : {std::pair(whole, 0), std::pair(half, 1), std::pair(failed, 2)}) {
-    Run(QStringLiteral("INSERT INTO Send_Journal VALUES (%1, 1, %2, 3, 'A', GetDate()), (%1, 2, 0, 3, 'A', GetDate())")
+    Run(QStringLiteral("INSERT INTO Send_Journal VALUES (%1, 1, %2, 3, 'A', GetDate(), NULL), (%1, 2, 0, 3, 'A', GetDate(), NULL)")
             .arg(record)
             .arg(text));
   }
-  Run(QStringLiteral("INSERT INTO Send_Journal VALUES (%1, 1, 0, 4, 'A', GetDate())").arg(elsewhere));
+  Run(QStringLiteral("INSERT INTO Send_Journal VALUES (%1, 1, 0, 4, 'A', GetDate(), NULL)").arg(elsewhere));
   Run(QStringLiteral("proc_updp_Send_Journal_Doubt 3, %1, 0, 'PAT'").arg(half));
   EXPECT_EQ(Journal(half), QStringList({QStringLiteral("1|1")}));
   Run(QStringLiteral("proc_updp_Send_Journal_Doubt 3, %1, 1, 'PAT'").arg(failed));

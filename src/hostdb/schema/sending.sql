@@ -1,7 +1,7 @@
 -- What keeps a run from contacting anybody twice: the journal of messages and the claim on a campaign.
 
 -- One row for each message of a campaign row. Channel 1 text, 2 e-mail. State 0 sending, 1 sent, 2 failed. A message that is found at
--- "sending" while nobody sends is in doubt: it may have gone out.
+-- "sending" while nobody sends is in doubt: it may have gone out. Reason says why it failed.
 CREATE TABLE Send_Journal (
   RecordID int NOT NULL,
   Channel smallint NOT NULL CHECK (Channel IN (1, 2)),
@@ -9,6 +9,7 @@ CREATE TABLE Send_Journal (
   CampaignID int NOT NULL,
   UserID nvarchar(50) COLLATE NOCASE,
   Changed datetime NOT NULL,
+  Reason nvarchar(255) COLLATE NOCASE,
   PRIMARY KEY (RecordID, Channel)
 ) WITHOUT ROWID;
 CREATE INDEX Send_Journal_Campaign ON Send_Journal (CampaignID, RecordID, Channel, State);

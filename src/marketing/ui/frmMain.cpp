@@ -2,6 +2,7 @@
 
 #include "campaigns/ui/frmCampaigns.h"
 #include "dispatch/mailshot_checks.h"
+#include "dispatch/results_log_file.h"
 #include "marketing/ui/command_guard.h"
 #include "marketing/ui/filter_page.h"
 #include "marketing/ui/help_menu.h"
@@ -151,6 +152,7 @@ void frmMain::LoadCampaign() {
 
 void frmMain::SaveCampaign() {
   bool stored = false;
+  const int before = app_.campaign.record.ID;
   WithDatabase([this, &stored] {
     desk_.settings.SaveCampaignSettings([this, &stored] {
       frmCampaigns manager(ManagerParts(), this);
@@ -161,7 +163,10 @@ void frmMain::SaveCampaign() {
     });
   });
   ShowPages();
-  if (stored) ShowCaption();
+  if (!stored) return;
+  ShowCaption();
+  const int now = app_.campaign.record.ID;
+  if (now != before) ResultsLogFile(app_.log.Path(), before).MoveTo(ResultsLogFile(app_.log.Path(), now));
 }
 
 CampaignManagerParts frmMain::ManagerParts() {
@@ -217,6 +222,11 @@ void frmMain::TabOpened(int index) {
     boxes_.ShowMessage(*notice);
 }
 
+void frmMain::ShowRow(qint64 recordId) {
+  SelectTab(kResultsTab);
+  static_cast<ResultsPage&>(Page(kResultsTab - 1)).GoToRow(recordId);
+}
+
 WizardPage& frmMain::Page(int index) {
   WizardPage*& page = pages_[static_cast<size_t>(index)];
   if (page != nullptr) return *page;
@@ -224,6 +234,7 @@ WizardPage& frmMain::Page(int index) {
                         .desk = desk_,
                         .next = [this](int step) { Next(step); },
                         .back = [this](int step) { Back(step); },
+                        .showRow = [this](qint64 recordId) { ShowRow(recordId); },
                         .guarded = [this](const std::function<void()>& command) { Guarded(command); },
                         .run = [this](const std::function<void()>& command) { WithDatabase(command); }};
   switch (index + 1) {

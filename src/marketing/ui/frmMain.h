@@ -55,6 +55,8 @@ class frmMain : public QMainWindow {
   /// Opens a tab, by its number, and shows it anew when it is open already.
   void SelectTab(int tab);
   void TabOpened(int index);
+  /// Opens step 3 with that row as the current one.
+  void ShowRow(qint64 recordId);
   WizardPage& Page(int index);
   /// Shows the wizard instead of the start panel.
   void ShowWizard();

@@ -1,32 +1,91 @@
 #include "marketing/ui/process_page.h"
 
+#include <QClipboard>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QScrollBar>
+
+#include "dispatch/results_log_file.h"
+#include "dispatch/send_troubles.h"
+#include "marketing/ui/run_view.h"
+#include "platform/safe_file.h"
+#include "platform/ui/widget_ui.h"
 #include "ui_process_page.h"
 
 namespace qbx {
 
+namespace {
+
+constexpr int kTroublesLocation = 5420;
+
+Message SettleQuestion(int rows, DoubtOutcome outcome) {
+  const QString text =
+      outcome == DoubtOutcome::kSent
+          ? QStringLiteral("Count the messages in doubt of %1 row(s) as sent?\r\rThe next run will not send them.")
+          : QStringLiteral("Did the messages in doubt of %1 row(s) not arrive?\r\rThe next run will send them.");
+  return {.text = text.arg(rows),
+          .icon = MessageIcon::kQuestion,
+          .buttons = MessageButtons::kYesNo,
+          .defaultAnswer = MessageAnswer::kNo};
+}
+
+}  // namespace
+
 ProcessPage::ProcessPage(PageParts parts) : WizardPage(std::move(parts)), ui_(std::make_unique<Ui::ProcessPage>()) {
   ui_->setupUi(this);
+  listener_ = Desk().resultsLog.Listen([this](const QString& line) {
+    if (!showsRun_) ui_->txtProcessResults->appendPlainText(line);
+  });
+  WidgetUi::AllowWhileWorking(*ui_->cmdPause);
+  WidgetUi::AllowWhileWorking(*ui_->txtProcessResults);
+  ui_->pbEmail->setVisible(false);
+  ShowLastRun();
   for (const QString& line : Desk().resultsLog.Lines())
     ui_->txtProcessResults->appendPlainText(line);
-  Desk().resultsLog.SetSink([this](const QString& line) { ui_->txtProcessResults->appendPlainText(line); });
+  connect(ui_->cmdSendSMS, &QPushButton::clicked, this, &ProcessPage::SendMailshots);
+  connect(ui_->cmdPause, &QPushButton::clicked, this, [this] {
+    ui_->cmdPause->setEnabled(false);
+    if (running_) running_->Pause();
+  });
+  connect(ui_->cmdCopyLog, &QPushButton::clicked, this,
+          [this] { QGuiApplication::clipboard()->setText(ui_->txtProcessResults->toPlainText()); });
+  connect(ui_->cmdSaveLog, &QPushButton::clicked, this, &ProcessPage::SaveLog);
+  connect(ui_->fraTroubles, &TroublesList::RowWanted, this, [this](qint64 recordId) { ShowRow(recordId); });
+  connect(ui_->fraTroubles, &TroublesList::Settled, this, &ProcessPage::Settle);
 }
 
 ProcessPage::~ProcessPage() {
-  Desk().resultsLog.SetSink({});
+  Desk().resultsLog.StopListening(listener_);
 }
 
 QWidget* ProcessPage::FirstControl() {
-  return ui_->txtProcessResults;
+  return ui_->cmdSendSMS;
 }
 
 void ProcessPage::CampaignSetUp() {
   ui_->txtProcessResults->clear();
+  ui_->lblRunProgress->clear();
+  ShowLastRun();
+}
+
+void ProcessPage::ShowLastRun() {
+  const int campaignId = App().campaign.record.ID;
+  if (campaignId <= 0) return;  // the numbers of campaigns without a name are given out again
+  const QStringList lines = ResultsLogFile(App().log.Path(), campaignId).ReadWithHeadings();
+  if (lines.isEmpty()) return;
+  ui_->txtProcessResults->appendPlainText(
+      QStringLiteral("The last run of this campaign on this computer:\n%1\n").arg(lines.join(QLatin1Char('\n'))));
 }
 
 void ProcessPage::CopyState() {
   // A connection that was lost has just been told of by the counters; the estimate stays what it was.
   if (App().connection.IsOpen())
     credits_ = Desk().estimate.EstimateSMSCredits(App().campaign.record.ID, State().txtSMS).value_or(credits_);
+  ShowCounters();
+  ShowTroubles();
+}
+
+void ProcessPage::ShowCounters() {
   const CounterLabels labels = MakeCounterLabels(Desk().counters.Values(), credits_);
   ui_->lblLetters->setText(labels.lblLetters);
   ui_->lblSMS0->setText(labels.lblSMS0);
@@ -34,6 +93,76 @@ void ProcessPage::CopyState() {
   ui_->lblSMS2->setText(labels.lblSMS2);
   ui_->lblEmail0->setText(labels.lblEmail0);
   ui_->lblEmail1->setText(labels.lblEmail1);
+}
+
+void ProcessPage::ShowTroubles() {
+  if (!App().hostConnection.Ready() || !App().connection.IsOpen()) return;
+  try {
+    ui_->fraTroubles->Show(ReadSendTroubles(App().connection, App().campaign.record.ID));
+  } catch (const DatabaseError& error) {
+    App().diagnostics.errors.ShowError(kTroublesLocation, QStringLiteral("ShowTroubles"), error.Description());
+  }
+}
+
+void ProcessPage::SendMailshots() {
+  Run([this] {
+    ui_->cmdPause->setEnabled(true);
+    ui_->cmdPause->setFocus();
+    ui_->pbEmail->setVisible(true);
+    const int campaignId = App().campaign.record.ID;
+    showsRun_ = true;
+    {
+      RunLog file(Desk().resultsLog, ResultsLogFile(App().log.Path(), campaignId));
+      RunView view({.bar = *ui_->pbEmail,
+                    .line = *ui_->lblRunProgress,
+                    .log = *ui_->txtProcessResults,
+                    .showCounters = [this] { ShowCounters(); }},
+                   Desk().resultsLog,
+                   [this, &file](bool resumed) { file.Begin(App().startup.user, App().clock.Now(), resumed); });
+      Mailshot run = Desk().MakeMailshot(view);
+      running_ = &run;
+      (void)run.Send(campaignId, {State().txtSMS, State().txtEmailSubject, State().txtEmailBody});
+      running_ = nullptr;
+    }
+    showsRun_ = false;
+    ui_->pbEmail->setVisible(false);
+    ui_->cmdPause->setEnabled(false);
+    ui_->cmdSendSMS->setFocus();
+  });
+  ShowState();
+}
+
+void ProcessPage::Settle(const std::set<qint64>& rows, DoubtOutcome outcome) {
+  if (App().ui.ShowMessage(SettleQuestion(static_cast<int>(rows.size()), outcome)) != MessageAnswer::kYes) return;
+  Run([this, &rows, outcome] {
+    try {
+      const DoubtSettlement settlement =
+          SettleDoubt(App().connection, Desk().guard, App().startup.user, App().campaign.record.ID, rows, outcome);
+      if (settlement.refusal) App().ui.ShowMessage(*settlement.refusal);
+    } catch (const DatabaseError& error) {
+      App().diagnostics.errors.ShowError(kTroublesLocation, QStringLiteral("SettleDoubt"), error.Description());
+    }
+    Desk().estimate.Invalidate();
+    Desk().resultsLog.ProcessResultsLogged = true;
+    Desk().counters.UpdateCounters(App().campaign.record.ID);
+  });
+  ShowState();
+}
+
+void ProcessPage::SaveLog() {
+  QFileDialog dialog(this, QStringLiteral("Save the log"), App().startup.ProgramFolder);
+  dialog.setObjectName(QStringLiteral("dlgSaveLog"));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilter(QStringLiteral("Text (*.txt)"));
+  dialog.setDefaultSuffix(QStringLiteral("txt"));
+  dialog.selectFile(QStringLiteral("Mailshot log ") + App().clock.Today().toString(QStringLiteral("yyyy-MM-dd")));
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+  QString text = ui_->txtProcessResults->toPlainText() + QLatin1Char('\n');
+  text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+  const QString problem = ReplaceFile(dialog.selectedFiles().constFirst(), text.toUtf8());
+  if (!problem.isEmpty())
+    App().ui.ShowMessage(
+        {.text = QStringLiteral("The log could not be saved.\r\r") + problem, .icon = MessageIcon::kExclamation});
 }
 
 }  // namespace qbx

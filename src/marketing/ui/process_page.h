@@ -1,9 +1,10 @@
-// Tab 5: what is going to be produced, and how a run went.
+// Tab 5: what is going to be produced, sending it, and how a run went.
 
 #pragma once
 
 #include <memory>
 
+#include "dispatch/settle_doubt.h"
 #include "marketing/ui/wizard_page.h"
 
 namespace Ui {
@@ -12,7 +13,8 @@ class ProcessPage;
 
 namespace qbx {
 
-/// Shows the counters, and the lines of the results log as they come.
+/// Starts and pauses the mailshot, shows its progress and the lines of the results log as they come, and what needs a person afterwards. When a
+/// campaign is loaded, the log of its last run on this computer stands there.
 class ProcessPage : public WizardPage {
  public:
   explicit ProcessPage(PageParts parts);
@@ -25,8 +27,18 @@ class ProcessPage : public WizardPage {
   void CopyState() override;
 
  private:
+  void SendMailshots();
+  void ShowCounters();
+  void ShowTroubles();
+  void ShowLastRun();
+  void Settle(const std::set<qint64>& rows, DoubtOutcome outcome);
+  void SaveLog();
+
   std::unique_ptr<Ui::ProcessPage> ui_;
+  int listener_;
+  bool showsRun_ = false;  ///< a run view shows the lines
   CreditNeed credits_ = {};
+  Mailshot* running_ = nullptr;
 };
 
 }  // namespace qbx

@@ -54,6 +54,10 @@ void ResultsPage::ForgetMethods() {
     combo->setCurrentIndex(-1);
 }
 
+void ResultsPage::GoToRow(qint64 recordId) {
+  (void)grid_.FindLine(QString::fromLatin1(ResultsView::kRowKey), Value(recordId));
+}
+
 QWidget* ResultsPage::FirstControl() {
   return ui_->dbgData;
 }

@@ -19,6 +19,8 @@ class ResultsPage : public WizardPage, private GridOwner {
   ~ResultsPage() override;
 
   [[nodiscard]] QWidget* FirstControl() override;
+  /// Makes a row the current one.
+  void GoToRow(qint64 recordId);
   void CampaignSetUp() override;
   void WindowCloses() override { grid_.SaveLayout(); }
 

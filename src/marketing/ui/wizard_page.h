@@ -14,8 +14,9 @@ namespace qbx {
 struct PageParts {
   Application& app;
   CampaignDesk& desk;
-  std::function<void(int index)> next;  ///< "Next >" of tab index + 1
-  std::function<void(int index)> back;  ///< "< Back" of tab index + 1
+  std::function<void(int index)> next;           ///< "Next >" of tab index + 1
+  std::function<void(int index)> back;           ///< "< Back" of tab index + 1
+  std::function<void(qint64 recordId)> showRow;  ///< opens step 3 with that row as the current one
   /// Runs a command with every other one disabled meanwhile. It does not show state: what that enables or disables is for afterwards.
   std::function<void(const std::function<void()>& command)> guarded;
   /// The same for a command that needs the database. Refused, with a message, when there never was a connection.
@@ -51,6 +52,7 @@ class WizardPage : public QWidget {
   [[nodiscard]] CampaignDesk& Desk() { return parts_.desk; }
   void Next(int index) { parts_.next(index); }
   void Back(int index) { parts_.back(index); }
+  void ShowRow(qint64 recordId) { parts_.showRow(recordId); }
   void Guarded(const std::function<void()>& command) { parts_.guarded(command); }
   void Run(const std::function<void()>& command) { parts_.run(command); }
 

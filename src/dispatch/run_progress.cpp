@@ -1,0 +1,47 @@
+#include "dispatch/run_progress.h"
+
+#include <QLocale>
+#include <cmath>
+
+namespace qbx {
+
+namespace {
+
+constexpr qint64 kTooShort = 1000;  // milliseconds; a rate before that is a guess
+
+QString Grouped(int number) {
+  return QLocale(QLocale::English, QLocale::UnitedKingdom).toString(number);
+}
+
+QString RateText(double perSecond) {
+  if (perSecond >= 10) return QStringLiteral("%1 a second").arg(Grouped(static_cast<int>(perSecond)));
+  if (perSecond >= 1) return QStringLiteral("%1 a second").arg(perSecond, 0, 'f', 1);
+  return QStringLiteral("%1 a minute").arg(perSecond * 60, 0, 'f', perSecond * 60 >= 10 ? 0 : 1);
+}
+
+QString TimeLeftText(double seconds) {
+  if (seconds < 10) return QStringLiteral("a few seconds left");
+  if (seconds < 90) return QStringLiteral("about %1 seconds left").arg(static_cast<int>(std::ceil(seconds / 10) * 10));
+  const int minutes = static_cast<int>(std::lround(seconds / 60));
+  if (minutes < 90) return QStringLiteral("about %1 minutes left").arg(minutes);
+  return QStringLiteral("about %1 h %2 min left").arg(minutes / 60).arg(minutes % 60);
+}
+
+}  // namespace
+
+void RunProgress::Note(int done, int total, qint64 elapsed) {
+  done_ = done;
+  total_ = total;
+  elapsed_ = elapsed;
+}
+
+QString RunProgress::Text() const {
+  QString text = QStringLiteral("%1 of %2").arg(Grouped(done_), Grouped(total_));
+  if (done_ == 0 || elapsed_ < kTooShort) return text;
+  const double perSecond = done_ * 1000.0 / static_cast<double>(elapsed_);
+  text += QStringLiteral(" - ") + RateText(perSecond);
+  if (done_ < total_) text += QStringLiteral(" - ") + TimeLeftText((total_ - done_) / perSecond);
+  return text;
+}
+
+}  // namespace qbx

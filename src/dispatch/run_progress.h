@@ -1,0 +1,26 @@
+// How far a run is, how fast it goes and how long it will take.
+
+#pragma once
+
+#include <QString>
+
+namespace qbx {
+
+/// What a progress line tells. Fed by whoever watches a run; knows no clock.
+class RunProgress {
+ public:
+  /// \param done     messages dealt with
+  /// \param total    messages the run set out with
+  /// \param elapsed  milliseconds since the run began
+  void Note(int done, int total, qint64 elapsed);
+
+  /// "1,200 of 5,000 - 41 a second - about 2 minutes left"; without rate and time left until there is something to go by.
+  [[nodiscard]] QString Text() const;
+
+ private:
+  int done_ = 0;
+  int total_ = 0;
+  qint64 elapsed_ = 0;
+};
+
+}  // namespace qbx

@@ -1,0 +1,83 @@
+#include "dispatch/ui/frmSendEmail.h"
+
+#include <QApplication>
+
+#include "platform/ui/widget_ui.h"
+#include "ui_frmSendEmail.h"
+
+namespace qbx {
+
+namespace {
+
+constexpr int kShowEvery = 40;  // milliseconds
+constexpr char kSendingText[] = "Sending Email...";
+
+}  // namespace
+
+frmSendEmail::frmSendEmail() : ui_(std::make_unique<Ui::frmSendEmail>()) {
+  ui_->setupUi(this);
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  setAttribute(Qt::WA_QuitOnClose, false);
+  WidgetUi::AllowWhileWorking(*this);
+  connect(ui_->cmdClose, &QPushButton::clicked, this, &QDialog::hide);
+}
+
+frmSendEmail::~frmSendEmail() = default;
+
+void frmSendEmail::Open(bool viaQbxServer) {
+  ui_->fraSend->setTitle(viaQbxServer ? QStringLiteral("Sending Email via the QBX Email Server")
+                                      : QStringLiteral("Sending Email"));
+  ui_->lblInfo->setVisible(viaQbxServer);
+  ui_->txtMsg->clear();
+  ui_->txtMsg->hide();
+  ui_->cmdClose->setEnabled(false);
+  status_ = QLatin1String(kSendingText);
+  progress_ = QLatin1String(kSendingText);
+  ShowTexts(true);
+  layout()->activate();
+  resize(width(), minimumSizeHint().height());
+  if (const QWidget* owner = QApplication::activeWindow(); owner != nullptr && owner != this && !isVisible())
+    move(owner->frameGeometry().center() - QPoint(width() / 2, height()));
+  show();
+}
+
+void frmSendEmail::SetStatus(const QString& text) {
+  // A count-down is to be read; the word for each message of a run is not news.
+  const bool news = text != QLatin1String(kSendingText);
+  status_ = text;
+  ShowTexts(news);
+}
+
+void frmSendEmail::SetProgress(const QString& text) {
+  progress_ = text;
+  ShowTexts(false);
+}
+
+void frmSendEmail::ShowTexts(bool atOnce) {
+  if (!atOnce && shown_.isValid() && shown_.elapsed() < kShowEvery) return;
+  shown_.start();
+  ui_->lblStatus->setText(status_);
+  ui_->lblProgress->setText(progress_);
+}
+
+void frmSendEmail::ShowFailure(const QString& error) {
+  status_ = QStringLiteral("Send Failed");
+  progress_.clear();
+  ShowTexts(true);
+  ui_->txtMsg->setPlainText(error);
+  ui_->txtMsg->show();
+  ui_->cmdClose->setEnabled(true);
+  resize(width(), sizeHint().height());
+  activateWindow();
+  ui_->cmdClose->setFocus();
+}
+
+void frmSendEmail::Close() {
+  hide();
+}
+
+void frmSendEmail::reject() {
+  if (ui_->cmdClose->isEnabled()) QDialog::reject();
+}
+
+}  // namespace qbx

@@ -1,0 +1,54 @@
+#include "marketing/ui/run_view.h"
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+
+namespace qbx {
+
+namespace {
+
+constexpr int kShowRunEvery = 40;  // milliseconds
+
+}  // namespace
+
+RunView::RunView(Controls controls, ResultsLog& resultsLog, std::function<void(bool)> begins)
+    : controls_(std::move(controls)),
+      resultsLog_(resultsLog),
+      begins_(std::move(begins)),
+      listener_(resultsLog.Listen([this](const QString& line) {
+        lines_.append(line);
+        ShowWhenDue();
+      })) {}
+
+RunView::~RunView() {
+  resultsLog_.StopListening(listener_);
+  Show();
+  controls_.bar.reset();
+}
+
+void RunView::Progress(int done, int total) {
+  const bool first = !run_.isValid();
+  if (first) run_.start();
+  done_ = done;
+  total_ = total;
+  first ? Show() : ShowWhenDue();
+}
+
+void RunView::ShowWhenDue() {
+  if (!shown_.isValid() || shown_.elapsed() >= kShowRunEvery) Show();
+}
+
+void RunView::Show() {
+  shown_.start();
+  if (!lines_.isEmpty()) controls_.log.appendPlainText(lines_.join(QLatin1Char('\n')));
+  lines_.clear();
+  if (!run_.isValid()) return;
+  controls_.bar.setMaximum(total_);
+  controls_.bar.setValue(done_);
+  progress_.Note(done_, total_, run_.elapsed());
+  controls_.line.setText(progress_.Text());
+  controls_.showCounters();
+}
+
+}  // namespace qbx
