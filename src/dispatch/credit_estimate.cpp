@@ -1,13 +1,9 @@
 #include "dispatch/credit_estimate.h"
 
-#include <algorithm>
-
-#include "dispatch/mobile_number.h"
+#include "dispatch/due_rows.h"
+#include "dispatch/message_maker.h"
 #include "dispatch/result_rows.h"
-#include "dispatch/send_journal.h"
-#include "dispatch/send_refusals.h"
 #include "dispatch/sms_credits.h"
-#include "merge/compiled_template.h"
 #include "results/merge_row.h"
 
 namespace qbx {
@@ -28,33 +24,22 @@ std::optional<CreditNeed> CreditEstimate::EstimateSMSCredits(int campaignId, con
 }
 
 std::optional<CreditNeed> CreditEstimate::Add(const Wish& wish) {
-  const auto fails = [this, &wish](Recordset& answer, const char* procedure) {
-    return statements_.dbOpenRec(answer, QStringLiteral("%1 (%2)").arg(QLatin1String(procedure)).arg(wish.campaignId));
-  };
-  Recordset onRecord;
-  Recordset refused;
-  if (fails(onRecord, "proc_selp_Send_Journal") || fails(refused, "proc_selp_Send_Refusals")) return std::nullopt;
-  const QHash<qint64, JournalEntry> journal = SendJournal::Entries(std::move(onRecord));
-  const QHash<qint64, RowRefusals> refusals = SendRefusals::Refusals(std::move(refused));
+  const std::optional<DueRows> due = ReadDueRows(statements_, wish.campaignId);
+  if (!due) return std::nullopt;
   Recordset rows;
-  if (statements_.dbOpenRec(rows, SelectEstimateRows(wish.campaignId), CursorType::kForwardOnly, LockType::kReadOnly,
-                            kOptionUnspecified, CursorLocation::kServer)) {
-    return std::nullopt;
-  }
-  CompiledTemplate compiled(wish.smsTemplate);
-  QString text;
+  if (OpenForward(statements_, rows, SelectEstimateRows(wish.campaignId))) return std::nullopt;
+  MessageMaker messages({.sms = wish.smsTemplate, .emailSubject = {}, .emailBody = {}});
   CreditNeed need;
   for (; !rows.Eof(); rows.MoveNext()) {
-    compiled.Merge(MergeRow(rows, BlankContact::kStaysBlank), wish.day, text);
-    const int cost = SMSCreditsFor(std::min(static_cast<int>(text.size()), kMaxSmsLength), 1);
+    const QString text = messages.Sms(MergeRow(rows, BlankContact::kStaysBlank), wish.day);
+    const int cost = SMSCreditsFor(static_cast<int>(text.size()), 1);
     const qint64 recordId = rows.Field(QStringLiteral("RecordID")).ToInt();
     const bool processed = rows.Field(QStringLiteral("Processed")).ToBool();
-    const JournalEntry entry = journal.value(recordId).Wanted(true, rows.Field(QStringLiteral("Send_Email")).ToBool());
+    const JournalEntry entry = due->Entry(recordId, true, rows.Field(QStringLiteral("Send_Email")).ToBool());
     need.inAll += cost;
     if (processed || entry.sms == JournalState::kSent) need.sent += cost;
-    const bool isDue = !processed && !entry.InDoubt() && entry.IsDue(Channel::kSms, wish.repeatDelivered) &&
-                       CanBeTexted(rows.Field(QStringLiteral("Mobile")).ToText());
-    if (isDue && refusals.value(recordId).sms == Refusal::kNone) need.toGo += cost;
+    const QString mobile = rows.Field(QStringLiteral("Mobile")).ToText();
+    if (!processed && due->WillTry(recordId, entry, Channel::kSms, mobile, wish.repeatDelivered)) need.toGo += cost;
   }
   return need;
 }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "dispatch/email_identity.h"
 #include "dispatch/mailshot_checks.h"
 #include "util/text.h"
 
@@ -13,7 +14,6 @@ constexpr int kCustomerAccount = 1;
 constexpr int kLongestAccount = 15;
 constexpr int kLongestRecipient = 80;
 constexpr int kLongestSubject = 60;
-constexpr int kLongestAddressPart = 99;
 
 constexpr char kSending[] = "Sending Email...";
 constexpr char kUncleanEnd[] =
@@ -21,13 +21,6 @@ constexpr char kUncleanEnd[] =
 
 /// Mail servers and filters may name the component that the host product sends with; users are not to be sent there.
 constexpr char kComponentName[] = "Chilkat";
-
-/// Line breaks in names and subjects would become headers of their own.
-QString OneLine(QString text) {
-  text.replace(QLatin1Char('\r'), QLatin1Char(' '));
-  text.replace(QLatin1Char('\n'), QLatin1Char(' '));
-  return text;
-}
 
 ServerSign SignOf(const MailResult& result) {
   if (result.unreachable) return ServerSign::kUnreachable;
@@ -54,23 +47,6 @@ EmailSender::EmailSender(MailTransport& transport, MimeWriter& mime, const Optio
       diagnostics_(diagnostics),
       record_(connection, "proc_addp_Email") {}
 
-MailAddress EmailSender::ChooseSender() const {
-  const auto parse = [](const QString& text) {
-    const qsizetype bracket = text.indexOf(QLatin1Char('<'));
-    MailAddress sender{TrimBlanks(text.left(bracket)), text.mid(bracket, kLongestAddressPart)};
-    sender.address.remove(QLatin1Char('<')).remove(QLatin1Char('>'));
-    sender.address = TrimBlanks(sender.address);
-    return sender;
-  };
-  // A full sender in the mail account's own setting goes first: many servers take mail from no other.
-  MailAddress sender = options_.SMTP_FromEmail.contains(QLatin1Char('<'))
-                           ? parse(options_.SMTP_FromEmail)
-                           : MailAddress{options_.Reminder_From_Name, TrimBlanks(options_.Reminder_From_Email)};
-  sender.name.remove(QLatin1Char('"'));
-  sender.name = OneLine(sender.name);
-  return sender;
-}
-
 bool EmailSender::UsesQbxServer() const {
   return IsHostMailServer(options_, service_);
 }
@@ -91,9 +67,9 @@ MailServer EmailSender::ServerSettings(bool qbxServer) const {
 QString EmailSender::BuildEnvelope(const QString& to, const QString& subject, const QString& body,
                                    MailEnvelope& envelope) {
   MailMessage message;
-  message.from = ChooseSender();
-  message.replyTo = TrimBlanks(options_.Reminder_From_Email);
-  if (message.replyTo.isEmpty()) message.replyTo = message.from.address;
+  const EmailIdentity identity = MakeEmailIdentity(options_);
+  message.from = identity.from;
+  message.replyTo = identity.replyTo;
   message.subject = OneLine(subject);
   message.body = body;
   message.headers.emplace_back("X-Priority", QStringLiteral("3"));
@@ -105,9 +81,7 @@ QString EmailSender::BuildEnvelope(const QString& to, const QString& subject, co
     envelope.recipients.append(address);
   }
   if (envelope.recipients.isEmpty()) return QStringLiteral("No Email Address specified.");
-  if (options_.Email_Send_BCC && !TrimBlanks(options_.Email_Send_BCC_Address).isEmpty()) {
-    envelope.recipients.append(TrimBlanks(options_.Email_Send_BCC_Address));
-  }
+  if (!identity.copyTo.isEmpty() && identity.copyTo != refusedCopy_) envelope.recipients.append(identity.copyTo);
   envelope.sender = message.from.address;
   MimeResult written = mime_.Write(message);
   envelope.message = std::move(written.bytes);
@@ -153,11 +127,28 @@ void EmailSender::CountDown() {
   }
 }
 
-EmailSender::Failure EmailSender::Deliver(const MailServer& server, const MailEnvelope& envelope, EmailResult& result) {
-  const MailResult sent = transport_.Send(server, envelope, [this](int percent) {
+MailResult EmailSender::Transmit(const MailServer& server, const MailEnvelope& envelope) {
+  return transport_.Send(server, envelope, [this](int percent) {
     view_.SetProgress(QString::number(percent) + QStringLiteral("% complete"));
     diagnostics_.ui.PumpEvents();
   });
+}
+
+MailResult EmailSender::TransmitWithoutCopy(const MailServer& server, MailEnvelope envelope, MailResult refused,
+                                            EmailResult& result) {
+  const QString copy = MakeEmailIdentity(options_).copyTo;
+  const bool copyRefused = !copy.isEmpty() && refused.refusedRecipient == copy && envelope.recipients.size() > 1;
+  if (!copyRefused || envelope.recipients.last() != copy) return refused;
+  result.copyRefused = QStringLiteral("The copy to %1 was left out: %2").arg(copy, refused.error);
+  diagnostics_.log.WriteLog(QStringLiteral("SendEmail: ") + result.copyRefused);
+  if (inRun_) refusedCopy_ = copy;
+  envelope.recipients.removeLast();
+  return Transmit(server, envelope);
+}
+
+EmailSender::Failure EmailSender::Deliver(const MailServer& server, const MailEnvelope& envelope, EmailResult& result) {
+  MailResult sent = Transmit(server, envelope);
+  if (sent.outcome == MailOutcome::kRefused) sent = TransmitWithoutCopy(server, envelope, sent, result);
   result.sent = sent.outcome == MailOutcome::kSent;
   result.uncertain = sent.outcome == MailOutcome::kUncertain;
   result.sign = SignOf(sent);
@@ -228,12 +219,14 @@ void EmailSender::BeginRun() {
   connected_ = false;
   transportAsked_ = false;
   refusalAsked_ = false;
+  refusedCopy_.clear();
 }
 
 void EmailSender::EndRun() {
   inRun_ = false;
   connected_ = false;
   if (std::exchange(windowOpen_, false)) view_.Close();
+  refusedCopy_.clear();
   if (!transport_.Close()) diagnostics_.log.WriteLog(QStringLiteral("SendEmail: ") + QLatin1String(kUncleanEnd));
 }
 

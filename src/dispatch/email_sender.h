@@ -23,6 +23,7 @@ struct EmailResult {
   bool sent = false;
   bool uncertain = false;  ///< the message was written and no complete answer came: it may have gone out
   ServerSign sign = ServerSign::kUnknown;
+  QString copyRefused = {};  ///< why the blind copy was left out; empty when nobody refused it
 };
 
 /// Sends e-mails through the mail server of the options: the customer's own, or the product family's. Never throws. Not
@@ -30,6 +31,8 @@ struct EmailResult {
 ///
 /// A single message is one session (connect, send, QUIT). Inside a run (BeginRun .. EndRun) the connection and the window are kept from
 /// message to message, the count-down comes once a connection, the waits after a success are left out, and the question that follows a failure is asked once about refusals and once about the connection; later failures go to the logs only.
+///
+/// A blind copy that is refused is left out, for the rest of the run: the customer's e-mail goes without it.
 class EmailSender {
  public:
   EmailSender(MailTransport& transport, MimeWriter& mime, const Options& options, const ServiceSettings& service,
@@ -51,7 +54,6 @@ class EmailSender {
   void EndRun();
 
  private:
-  [[nodiscard]] MailAddress ChooseSender() const;
   [[nodiscard]] bool UsesQbxServer() const;
   [[nodiscard]] MailServer ServerSettings(bool qbxServer) const;
   /// \return what is wrong with the message, empty when the envelope is complete
@@ -65,6 +67,10 @@ class EmailSender {
     QString text = {};  ///< empty: it did not fail
   };
   [[nodiscard]] Failure Deliver(const MailServer& server, const MailEnvelope& envelope, EmailResult& result);
+  [[nodiscard]] MailResult Transmit(const MailServer& server, const MailEnvelope& envelope);
+  /// Sends a message again without the blind copy when it is this that was refused. The customer's message is not lost for it.
+  [[nodiscard]] MailResult TransmitWithoutCopy(const MailServer& server, MailEnvelope envelope, MailResult refused,
+                                               EmailResult& result);
   [[nodiscard]] bool ShallAsk(Blame blame);
   void ReportFailure(Failure failure);
 
@@ -83,6 +89,7 @@ class EmailSender {
   bool connected_ = false;   ///< this run has a connection, so its count-down is over
   bool transportAsked_ = false;
   bool refusalAsked_ = false;
+  QString refusedCopy_;  ///< the copy address that the server refused in this run
 };
 
 }  // namespace qbx

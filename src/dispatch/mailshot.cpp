@@ -114,6 +114,10 @@ void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templ
   const Credits credits = textsOutstanding ? CheckCredits(plan, templates.sms, summary) : Credits::kSendAll;
   if (credits == Credits::kStop) return;
   plan.sendTexts = credits == Credits::kSendAll;
+  const bool emailsOutstanding = counters.emails - counters.emailsSent > 0;
+  const std::optional<Message> doubt =
+      TemplateQuestion(templates, plan.sendTexts && textsOutstanding, emailsOutstanding);
+  if (doubt && services_.diagnostics.ui.ShowMessage(*doubt) != MessageAnswer::kYes) return;
 
   const KeptConnections kept(services_.gateway, services_.email);
   MailshotRun run(services_, observer_, claim, plan, templates, summary);

@@ -1,6 +1,7 @@
 #include "dispatch/mailshot_checks.h"
 
 #include "dispatch/server_watch.h"
+#include "dispatch/template_notes.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -48,6 +49,23 @@ std::optional<Message> CheckTemplates(const CounterValues& counters, const Mails
         "No SMS or Emails to process. No customers in the results list are selected to receive a SMS Text Message or Email.");
   }
   return std::nullopt;
+}
+
+std::optional<Message> TemplateQuestion(const MailshotTemplates& templates, bool texts, bool emails) {
+  const bool noSubject = emails && templates.emailSubject.trimmed().isEmpty();
+  QStringList unknown;
+  if (texts) unknown += UnknownFields(templates.sms);
+  if (emails) unknown += UnknownFields(templates.emailSubject) + UnknownFields(templates.emailBody);
+  unknown.removeDuplicates();
+  QStringList problems;
+  if (noSubject) problems += QStringLiteral("The e-mail has no subject.");
+  if (!unknown.isEmpty()) problems += UnknownFieldsText(unknown);
+  if (problems.isEmpty()) return std::nullopt;
+  return Message{.text = problems.join(QLatin1Char('\r')) + QStringLiteral("\r\rSend all the same?"),
+                 .icon = MessageIcon::kExclamation,
+                 .buttons = MessageButtons::kYesNo,
+                 .question = noSubject ? Question::kEmptySubject : Question::kUnknownFields,
+                 .defaultAnswer = MessageAnswer::kNo};
 }
 
 std::optional<Message> CheckOutstanding(const CounterValues& counters) {

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "dispatch/campaign_claim.h"
+#include "dispatch/message_maker.h"
 #include "dispatch/send_journal.h"
 #include "platform/user_interface.h"
 #include "results/counters.h"
@@ -13,13 +14,6 @@
 #include "settings/service_settings.h"
 
 namespace qbx {
-
-/// The three templates of a mailshot, as they stand on the templates page or in the campaign.
-struct MailshotTemplates {
-  QString sms;
-  QString emailSubject;
-  QString emailBody;
-};
 
 /// Only the user "manager" (any case) may send while the host's company is an internal one.
 [[nodiscard]] bool MaySend(const Options& options, const QString& user);
@@ -31,6 +25,11 @@ struct MailshotTemplates {
 /// Templates that are missing, or nothing to do at all.
 /// \return the message that refuses the run, nothing when it may go on
 [[nodiscard]] std::optional<Message> CheckTemplates(const CounterValues& counters, const MailshotTemplates& templates);
+
+/// The question before a run whose templates would send what nobody meant: fields that are none, an e-mail without a subject. No, the default, keeps the
+/// run from starting.
+/// \param texts, emails  whether the run sends such; the templates of the others do not count
+[[nodiscard]] std::optional<Message> TemplateQuestion(const MailshotTemplates& templates, bool texts, bool emails);
 
 /// Everything that was asked for is processed already.
 [[nodiscard]] std::optional<Message> CheckOutstanding(const CounterValues& counters);

@@ -2,7 +2,6 @@
 
 #include "dispatch/mobile_number.h"
 #include "dispatch/result_rows.h"
-#include "dispatch/sms_credits.h"
 #include "results/merge_row.h"
 
 namespace qbx {
@@ -16,17 +15,14 @@ MailshotRun::MailshotRun(const MailshotServices& services, MailshotObserver& obs
       dryRun_(plan.mode == MailshotMode::kDryRun),
       journal_(services.statements.Shared(), services.user),
       refusals_(services.statements.Shared()),
-      sms_(templates.sms),
-      subject_(templates.emailSubject),
-      body_(templates.emailBody),
+      messages_(templates),
       counters_(services.counters.Values()),
       summary_(summary) {
   texts_.open = plan.sendTexts;
 }
 
 bool MailshotRun::ReadRows() {
-  entries_ = journal_.Read(plan_.campaignId);
-  refused_ = refusals_.OfCampaign(plan_.campaignId);
+  due_ = {journal_.Read(plan_.campaignId), refusals_.OfCampaign(plan_.campaignId)};
   if (services_.statements.dbOpenRec(rows_, SelectMailshotRows(plan_.campaignId))) return false;
   const int record = rows_.ColumnIndex(QStringLiteral("RecordID"));
   const int sendSms = rows_.ColumnIndex(QStringLiteral("Send_SMS"));
@@ -36,7 +32,7 @@ bool MailshotRun::ReadRows() {
     const bool wantsSms = rows_.Field(sendSms).ToBool();
     const bool wantsEmail = rows_.Field(sendEmail).ToBool();
     const qint64 id = rows_.Field(record).ToInt();
-    const JournalEntry entry = entries_.value(id).Wanted(wantsSms, wantsEmail);
+    const JournalEntry entry = due_.Entry(id, wantsSms, wantsEmail);
     const QString number = rows_.Field(mobile).ToText();
     texts_.left += wantsSms && WillTry(id, entry, Channel::kSms, number) ? 1 : 0;
     emails_.left += wantsEmail && WillTry(id, entry, Channel::kEmail, number) ? 1 : 0;
@@ -49,7 +45,7 @@ void MailshotRun::Run() {
   summary_.end = MailshotEnd::kFailed;
   if (!ReadRows()) return;
   const int total = counters_.sms + counters_.emails - counters_.smsSent - counters_.emailsSent;
-  observer_.Begins(!entries_.isEmpty() || counters_.Sent() > 0);
+  observer_.Begins(!due_.entries.isEmpty() || counters_.Sent() > 0);
   observer_.Progress(0, total);
   summary_.end = MailshotEnd::kFinished;
   for (; !rows_.Eof(); rows_.MoveNext()) {
@@ -95,7 +91,7 @@ MailshotRun::Row MailshotRun::CurrentRow() const {
   row.mobile = rows_.Field(QStringLiteral("Mobile")).ToText();
   row.email = rows_.Field(QStringLiteral("Email")).ToText();
   row.values = MergeRow(rows_, BlankContact::kBecomesCustomer);
-  row.journal = entries_.value(row.recordId);
+  row.journal = due_.entries.value(row.recordId);
   return row;
 }
 
@@ -112,9 +108,7 @@ void MailshotRun::SendRow(Row& row) {
 }
 
 bool MailshotRun::WillTry(qint64 recordId, const JournalEntry& entry, Channel channel, const QString& mobile) const {
-  const bool due = !entry.InDoubt() && entry.IsDue(channel, plan_.repeatDelivered);
-  return due && refused_.value(recordId).Of(channel) == Refusal::kNone &&
-         (channel == Channel::kEmail || CanBeTexted(mobile));
+  return due_.WillTry(recordId, entry, channel, mobile, plan_.repeatDelivered);
 }
 
 bool MailshotRun::Repeats(Channel channel) const {
@@ -177,9 +171,7 @@ MailshotRun::Sent MailshotRun::SendSMSToMobile(Row& row) {
   const std::optional<QString> mobile =
       row.mobile.size() >= kShortestMobile ? CleanMobileNumber(row.mobile) : std::nullopt;
   if (dryRun_) return AnnounceDry(row, Channel::kSms).value_or(mobile ? Sent::kYes : Sent::kNo);
-  QString text;
-  sms_.Merge(row.values, services_.diagnostics.clock.Today(), text);
-  text.truncate(kMaxSmsLength);
+  const QString text = messages_.Sms(row.values, services_.diagnostics.clock.Today());
   if (const std::optional<Sent> refused = Announce(row, Channel::kSms)) return *refused;
   if (!mobile) {
     Settle(row, Channel::kSms, Sent::kNo, QStringLiteral("The mobile number is missing or too short."), [] {});
@@ -197,10 +189,8 @@ MailshotRun::Sent MailshotRun::SendSMSToMobile(Row& row) {
 
 MailshotRun::Sent MailshotRun::ProcessEmail(Row& row) {
   const QDate today = services_.diagnostics.clock.Today();
-  QString subject;
-  QString body;
-  subject_.Merge(row.values, today, subject);
-  body_.Merge(row.values, today, body);
+  const QString subject = messages_.Subject(row.values, today);
+  const QString body = messages_.Body(row.values, today);
   if (dryRun_) {
     const bool canGo = services_.email.Problem(row.email, subject, body).isEmpty();
     return AnnounceDry(row, Channel::kEmail).value_or(canGo ? Sent::kYes : Sent::kNo);
@@ -212,6 +202,7 @@ MailshotRun::Sent MailshotRun::ProcessEmail(Row& row) {
   Settle(row, Channel::kEmail, sent, services_.lastError.LastEmailError, [&] {
     if (result.sent) services_.email.RecordEmail(row.customer, row.email, subject, body);
   });
+  if (!result.copyRefused.isEmpty()) services_.resultsLog.LogProcessResult(result.copyRefused);
   if (!result.sent) {
     services_.resultsLog.LogProcessResult(QStringLiteral("Email Failed to: ") + row.customer + QStringLiteral(", ") +
                                           row.email);
@@ -258,7 +249,7 @@ std::optional<MailshotRun::Sent> MailshotRun::Announce(Row& row, Channel channel
 }
 
 std::optional<MailshotRun::Sent> MailshotRun::AnnounceDry(Row& row, Channel channel) {
-  const Refusal refusal = refused_.value(row.recordId).Of(channel);
+  const Refusal refusal = due_.refused.value(row.recordId).Of(channel);
   if (refusal == Refusal::kNone) return std::nullopt;
   LeaveOut(row, channel, refusal);
   return Sent::kLeftOut;

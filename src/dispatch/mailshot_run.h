@@ -2,14 +2,12 @@
 
 #pragma once
 
-#include <QHash>
-
 #include "dispatch/campaign_claim.h"
+#include "dispatch/due_rows.h"
 #include "dispatch/mailshot.h"
 #include "dispatch/send_journal.h"
 #include "dispatch/send_refusals.h"
 #include "dispatch/server_watch.h"
-#include "merge/compiled_template.h"
 
 namespace qbx {
 
@@ -103,11 +101,8 @@ class MailshotRun {
   bool dryRun_;
   SendJournal journal_;
   SendRefusals refusals_;
-  QHash<qint64, JournalEntry> entries_;
-  QHash<qint64, RowRefusals> refused_;  ///< when the run began
-  CompiledTemplate sms_;
-  CompiledTemplate subject_;
-  CompiledTemplate body_;
+  DueRows due_;  ///< when the run began
+  MessageMaker messages_;
   Recordset rows_;
   CounterValues counters_;
   int done_ = 0;

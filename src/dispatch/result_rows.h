@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include "database/statements.h"
+
 namespace qbx {
 
 /// The whole row of [Campaign Results] as every reading run selects it, up to and including the FROM clause and a
@@ -17,11 +19,23 @@ inline constexpr char kSelectResultRows[] =
          QString::number(campaignId) + QLatin1String(" AND Processed = 0 ORDER BY Customer");
 }
 
+/// One row.
+[[nodiscard]] inline QString SelectResultRow(qint64 recordId) {
+  return QLatin1String(kSelectResultRows) + QLatin1String("WHERE RecordID = ") + QString::number(recordId);
+}
+
 /// Rows whose text counts for the credit estimate.
 [[nodiscard]] inline QString SelectEstimateRows(int campaignId) {
   return QLatin1String(kSelectResultRows) +
          QLatin1String("WHERE IsNull(Send_SMS, 0) = 1 AND IsNull(Mobile, '') <> '' AND CampaignID = ") +
          QString::number(campaignId) + QLatin1String(" ORDER BY Customer");
+}
+
+/// Opens rows that are stepped once, as they are read.
+/// \return true when it failed (already reported), as `dbOpenRec`
+[[nodiscard]] inline bool OpenForward(Statements& statements, Recordset& rows, const QString& select) {
+  return statements.dbOpenRec(rows, select, CursorType::kForwardOnly, LockType::kReadOnly, kOptionUnspecified,
+                              CursorLocation::kServer);
 }
 
 }  // namespace qbx

@@ -1,7 +1,7 @@
 #include "dispatch/sms_gateway.h"
 
-#include "dispatch/sms_credits.h"
 #include "dispatch/sms_reply.h"
+#include "dispatch/sms_text.h"
 #include "dispatch/url_encode.h"
 #include "util/text.h"
 
@@ -144,7 +144,7 @@ void SmsGateway::RecordSMS(const QString& customer, const QString& mobile, const
 
 bool SmsGateway::SendTestSMS(const QString& sender, const QString& clientId, const QString& password,
                              const QString& mobile, const QString& message) {
-  const HttpReply reply = Get(SendUrl(clientId, password, mobile, sender, message.left(kMaxSmsLength)));
+  const HttpReply reply = Get(SendUrl(clientId, password, mobile, sender, SmsText(message)));
   if (!reply.body || IsWebPage(*reply.body, reply.isHtml, kSendFields)) {
     diagnostics_.errors.ShowError(kSendLocation, QStringLiteral("MSend"), NoReply(reply).failure);
     return false;

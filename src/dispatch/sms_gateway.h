@@ -53,7 +53,7 @@ class SmsGateway {
   /// results log.
   /// \param customer  the customer's account reference, for the logs
   /// \param mobile    cleaned number
-  /// \param message   as merged, at most 918 characters
+  /// \param message   as `SmsText` makes it
   [[nodiscard]] SmsResult SendSMS(const QString& customer, const QString& mobile, const QString& message);
 
   /// Writes a text that was answered into the host's SMS table. A failure is ignored.
@@ -61,7 +61,7 @@ class SmsGateway {
 
   /// The test send: same request with the values given; a refusal is shown in a message box, nothing is recorded, the
   /// balance is left alone.
-  /// \param message  cut to 918 characters
+  /// \param message  goes as `SmsText` makes it
   [[nodiscard]] bool SendTestSMS(const QString& sender, const QString& clientId, const QString& password,
                                  const QString& mobile, const QString& message);
 

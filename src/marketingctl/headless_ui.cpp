@@ -42,6 +42,8 @@ constexpr QuestionRow kQuestions[] = {
     {Question::kQuitAfterLostConnection, nullptr, Reason::kDatabaseAway},
     {Question::kResetProcessedResults, "--reset-processed answers Yes", Reason::kRowsProcessed},
     {Question::kSmsCredits, "--yes answers Yes, --email-only answers No", Reason::kNotAgreed},
+    {Question::kUnknownFields, "--allow-unknown-fields answers Yes", Reason::kUnknownField},
+    {Question::kEmptySubject, nullptr, Reason::kEmptySubject},
     {Question::kChangeProcessedFlags, "--yes answers Yes", Reason::kNotAgreed},
     {Question::kCancelQueuedEmails, "--stop-on-error answers Yes", Reason::kOther, true},
     {Question::kRepeatDelivered, "--repeat-delivered answers Yes", Reason::kOther, true},

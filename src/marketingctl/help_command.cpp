@@ -7,8 +7,7 @@
 #include "marketingctl/closest_name.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
-#include "merge/merge_fields.h"
-#include "merge/sample_customer.h"
+#include "merge/template_fields.h"
 #include "queries/query_catalogue.h"
 
 namespace qbx::ctl {
@@ -22,11 +21,10 @@ struct TopicTable {
 };
 
 TopicTable Fields() {
-  const QDate today = QDate::currentDate();
   QJsonArray rows;
-  for (const FieldMeaning& field : FieldMeanings()) {
+  for (const FieldMeaning& field : FieldMeanings(QDate::currentDate())) {
     rows.append(QJsonObject{{QStringLiteral("field"), field.field},
-                            {QStringLiteral("example"), MergeFields(field.field, SampleMergeValues(), today)},
+                            {QStringLiteral("example"), field.example},
                             {QStringLiteral("meaning"), field.meaning}});
   }
   return {{QStringLiteral("field"), QStringLiteral("example"), QStringLiteral("meaning")}, rows};

@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 #include <limits>
 
+#include "settings/sms_sender.h"
 #include "util/text.h"
 
 namespace qbx::ctl {
@@ -45,6 +46,9 @@ constexpr ValueRule kValueRules[] = {
     {"Reminder_From_Email", IsAddress, "an e-mail address"},
     {"SMTP_FromEmail", IsAddress, "an e-mail address"},
     {"SMTP_ReplyTo", IsAddress, "an e-mail address"},
+    {"Email_Send_BCC_Address", IsAddress, "an e-mail address"},
+    {"Reminder_From_SMS", IsSmsSender, kSmsSenderRule},
+    {"SMS_Sender_ID", IsSmsSender, kSmsSenderRule},
     {"Timeout", IsDuration, "a number of seconds"},
 };
 

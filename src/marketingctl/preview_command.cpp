@@ -2,14 +2,15 @@
 
 #include <memory>
 
-#include "dispatch/result_rows.h"
-#include "dispatch/sms_credits.h"
+#include "dispatch/next_messages.h"
+#include "dispatch/sms_text.h"
+#include "dispatch/template_notes.h"
 #include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
-#include "merge/compiled_template.h"
 #include "merge/sample_customer.h"
-#include "results/merge_row.h"
+#include "wizard/campaign_data.h"
+#include "wizard/campaign_settings.h"
 
 namespace qbx::ctl {
 
@@ -19,79 +20,106 @@ struct PreviewArguments {
   std::string id;
   int rows = 5;
   bool sample = false;
+  bool notes = false;
 };
 
-/// The three texts of a campaign, merged.
-class Previewer {
- public:
-  Previewer(const CampaignRecord& record, QDate today)
-      : sms_(record.SMS), subject_(record.Email_Subject), body_(record.Email_Body), today_(today) {}
-
-  [[nodiscard]] QJsonObject Merge(const QJsonValue& recordId, const MergeValues& values) {
-    QString text;
-    QJsonObject object{{QStringLiteral("RecordID"), recordId}};
-    sms_.Merge(values, today_, text);
-    object.insert(QStringLiteral("sms"), text.left(kMaxSmsLength));
-    subject_.Merge(values, today_, text);
-    object.insert(QStringLiteral("subject"), text);
-    body_.Merge(values, today_, text);
-    object.insert(QStringLiteral("body"), text);
-    return object;
-  }
-
- private:
-  CompiledTemplate sms_, subject_, body_;
-  QDate today_;
+/// What is shown of a campaign.
+struct PreviewOutput {
+  QJsonArray rows;
+  int count = 0;  ///< rows that a run would send next
+  QJsonArray notes;
 };
 
-void Print(Program& program, const QJsonArray& previews) {
-  if (program.json) {
-    PrintJson(previews);
-    return;
-  }
-  if (previews.isEmpty()) PrintLine(QStringLiteral("No row is flagged and unprocessed."));
-  for (const QJsonValue preview : previews) {
-    PrintLine(QStringLiteral("--- Row ") + preview[QLatin1String("RecordID")].toVariant().toString());
-    PrintLine(QStringLiteral("SMS:     ") + preview[QLatin1String("sms")].toString());
-    PrintLine(QStringLiteral("Subject: ") + preview[QLatin1String("subject")].toString());
-    PrintLine(preview[QLatin1String("body")].toString());
-  }
+MailshotTemplates TemplatesOf(const CampaignRecord& record) {
+  return {record.SMS, record.Email_Subject, record.Email_Body};
 }
 
-/// The rows are stepped as they are read, so a long campaign is not read for its first rows.
-/// \return nothing when reading failed; the reason was told
-std::optional<QJsonArray> PreviewRows(Application& app, Previewer& previewer, int campaignId, int wanted) {
-  QJsonArray previews;
-  try {
-    Recordset rows;
-    if (app.statements.dbOpenRec(rows, SelectMailshotRows(campaignId), CursorType::kForwardOnly, LockType::kReadOnly,
-                                 kOptionUnspecified, CursorLocation::kServer)) {
-      return std::nullopt;
-    }
-    for (; !rows.Eof() && previews.size() < wanted; rows.MoveNext()) {
-      previews.append(previewer.Merge(rows.Field(QStringLiteral("RecordID")).ToInt(),
-                                      MergeRow(rows, BlankContact::kBecomesCustomer)));
-    }
-  } catch (const DatabaseError& error) {
-    Refuse(error.Description());
-    return std::nullopt;
+QJsonValue Text(const std::optional<QString>& text) {
+  return text ? QJsonValue(*text) : QJsonValue();
+}
+
+QJsonObject ToRow(const QJsonValue& recordId, const NextMessage& message) {
+  return {{QStringLiteral("RecordID"), recordId},
+          {QStringLiteral("sms"), Text(message.sms)},
+          {QStringLiteral("subject"), Text(message.subject)},
+          {QStringLiteral("body"), Text(message.body)}};
+}
+
+NextMessage SampleMessage(MessageMaker& messages, QDate today) {
+  const MergeValues& values = SampleMergeValues();
+  return {.sms = SmsAsSent(messages.Sms(values, today)),
+          .subject = messages.Subject(values, today),
+          .body = messages.Body(values, today)};
+}
+
+/// \return false when reading failed; the reason was told
+bool ReadRows(Application& app, MessageMaker& messages, int wanted, PreviewOutput& shown) {
+  NextMessages walk(app.statements);
+  if (!walk.Read(app.campaign.record.ID)) return false;
+  shown.count = walk.Count();
+  for (int place = 0; place < std::min(wanted, walk.Count()); ++place) {
+    const std::optional<NextMessage> message = walk.At(place, messages, app.clock.Today());
+    if (message) shown.rows.append(ToRow(message->recordId, *message));
   }
-  return previews;
+  return true;
+}
+
+void AddNotes(const char* channel, const QStringList& texts, QJsonArray& notes) {
+  for (const QString& text : texts)
+    notes.append(QJsonObject{{QStringLiteral("channel"), QLatin1String(channel)}, {QStringLiteral("text"), text}});
+}
+
+QJsonArray NotesOf(Application& app) {
+  const CampaignRecord& record = app.campaign.record;
+  WizardState state;
+  (void)CopyFromRecord(record, state);
+  const NoteFacts facts{.options = app.options,
+                        .data = DataOfCampaign(record.CampaignTypeID, state.filters),
+                        .rows = SurveyCampaign(app.statements, record.ID, record.SMS, app.clock.Today())};
+  QJsonArray notes;
+  AddNotes("sms", SmsNotes(record.SMS, facts), notes);
+  AddNotes("email", EmailNotes(record.Email_Subject, record.Email_Body, facts), notes);
+  AddNotes("letter", LetterNotes(record.Letter, facts.data), notes);
+  return notes;
+}
+
+void PrintText(const PreviewOutput& shown) {
+  if (shown.rows.isEmpty()) PrintLine(QStringLiteral("No row is flagged and unprocessed."));
+  for (const QJsonValue row : shown.rows) {
+    PrintLine(QStringLiteral("--- Row ") + row[QLatin1String("RecordID")].toVariant().toString());
+    if (!row[QLatin1String("sms")].isNull())
+      PrintLine(QStringLiteral("SMS:     ") + row[QLatin1String("sms")].toString());
+    if (row[QLatin1String("subject")].isNull()) continue;
+    PrintLine(QStringLiteral("Subject: ") + row[QLatin1String("subject")].toString());
+    PrintLine(row[QLatin1String("body")].toString());
+  }
+  if (!shown.notes.isEmpty()) PrintLine(QStringLiteral("--- Notes"));
+  for (const QJsonValue note : shown.notes)
+    PrintLine(note[QLatin1String("channel")].toString().leftJustified(9) + note[QLatin1String("text")].toString());
+}
+
+void Print(const Program& program, const PreviewOutput& shown, bool withNotes) {
+  if (!program.json) return PrintText(shown);
+  if (!withNotes) return PrintJson(shown.rows);
+  PrintJson(QJsonObject{{QStringLiteral("rows"), shown.rows},
+                        {QStringLiteral("count"), shown.count},
+                        {QStringLiteral("notes"), shown.notes}});
 }
 
 int Preview(Program& program, const PreviewArguments& arguments) {
   Application& app = program.app;
   const std::optional<int> id = FindCampaign(program, arguments.id);
   if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
-  Previewer previewer(app.campaign.record, app.clock.Today());
-  std::optional<QJsonArray> previews;
-  if (arguments.sample) {
-    previews = QJsonArray{previewer.Merge(QJsonValue::Null, SampleMergeValues())};
-  } else {
-    previews = PreviewRows(app, previewer, *id, arguments.rows);
+  MessageMaker messages(TemplatesOf(app.campaign.record));
+  PreviewOutput shown;
+  try {
+    if (!ReadRows(app, messages, arguments.sample ? 0 : arguments.rows, shown)) return kRefused;
+    if (arguments.sample) shown.rows.append(ToRow(QJsonValue::Null, SampleMessage(messages, app.clock.Today())));
+    if (arguments.notes || !program.json) shown.notes = NotesOf(app);
+  } catch (const DatabaseError& error) {
+    return Refuse(error.Description());
   }
-  if (!previews) return kRefused;
-  Print(program, *previews);
+  Print(program, shown, arguments.notes);
   return kDone;
 }
 
@@ -99,13 +127,14 @@ int Preview(Program& program, const PreviewArguments& arguments) {
 
 void AddPreviewCommand(Runner& runner) {
   auto arguments = std::make_shared<PreviewArguments>();
-  CLI::App& command =
-      *runner.Root().add_subcommand("preview", "Show the merged texts of the rows that a run would send next");
+  CLI::App& command = *runner.Root().add_subcommand(
+      "preview", "Show the messages that a run would send next, and what there is to say about the templates");
   DeclareCampaign(command, arguments->id)->required();
   CLI::Option* rows = command.add_option("--rows", arguments->rows, "How many rows")
                           ->capture_default_str()
                           ->check(CLI::Range(1, 1'000'000));
   command.add_flag("--sample", arguments->sample, "Merge with the built-in sample customer instead")->excludes(rows);
+  command.add_flag("--notes", arguments->notes, "With --json: an object with the rows and the notes");
   command.footer("Example: marketingctl --folder garage --user Pat preview 12 --rows 3");
   runner.AddCommand(command, [arguments](Program& program) { return Preview(program, *arguments); });
 }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <set>
 
+#include "dispatch/row_survey.h"
 #include "dispatch/settle_doubt.h"
 #include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
@@ -121,6 +122,16 @@ QJsonArray TellRows(const char* what, const std::set<qint64>& rows) {
   return told;
 }
 
+/// Beside the rows: whose message another row's customer may read.
+void TellShared(Program& program, int id) {
+  const std::optional<RowSurvey> survey =
+      SurveyCampaign(program.app.statements, id, QString(), program.app.clock.Today());
+  if (!survey) return;
+  for (const QString& text : {SharedMobileText(*survey), SharedAddressText(*survey)}) {
+    if (!text.isEmpty()) PrintNote(text);
+  }
+}
+
 int Settle(Program& program, int id, const ResultsArguments& arguments) {
   if (!arguments.yes) return Refuse(Reason::kNotAgreed, QStringLiteral("Settling what is in doubt needs --yes."));
   if (!program.desk.results.DisplayResults(id)) return kRefused;
@@ -166,6 +177,7 @@ int Results(Program& program, const ResultsArguments& arguments) {
   if (!program.desk.results.DisplayResults(*id)) return kRefused;
   if (!arguments.toggle.empty() && !Toggle(program, arguments.toggle)) return kRefused;
   Print(program);
+  TellShared(program, *id);
   return kDone;
 }
 

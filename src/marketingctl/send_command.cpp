@@ -22,6 +22,7 @@ struct SendArguments {
   bool stopOnError = false;
   bool repeatDelivered = false;
   bool keepGoing = false;
+  bool allowUnknownFields = false;
   bool nothingIsAnError = false;
 };
 
@@ -183,6 +184,7 @@ int Send(Program& program, const SendArguments& arguments) {
     program.ui.SetAnswer(Question::kSmsCredits, MessageAnswer::kYes);
   }
   if (arguments.repeatDelivered) program.ui.SetAnswer(Question::kRepeatDelivered, MessageAnswer::kYes);
+  if (arguments.allowUnknownFields) program.ui.SetAnswer(Question::kUnknownFields, MessageAnswer::kYes);
   if (arguments.keepGoing) program.ui.SetAnswer(Question::kGoOnSending, MessageAnswer::kYes);
   if (arguments.stopOnError) program.ui.SetAnswer(Question::kCancelQueuedEmails, MessageAnswer::kYes);
   const std::optional<int> id = FindCampaign(program, arguments.id);
@@ -228,6 +230,8 @@ void AddSendCommand(Runner& runner) {
                    "Where one half of a row failed, send the half that was delivered again, too");
   command.add_flag("--keep-going", arguments->keepGoing,
                    "Go on with a channel whose server failed three times in a row (without it that channel pauses)");
+  command.add_flag("--allow-unknown-fields", arguments->allowUnknownFields,
+                   "Send although a text or an e-mail holds what looks like a merge field and is none");
   command.add_flag("--nothing-is-an-error", arguments->nothingIsAnError,
                    "End with 1 when nothing is flagged, or everything was processed (without it: 0)");
   command.footer(

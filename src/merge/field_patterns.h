@@ -10,22 +10,26 @@
 
 namespace qbx {
 
+/// Where the value of a field comes from.
+enum class FieldSource { kCustomer, kVehicle, kDueDate, kNowhere };
+
 /// The merge fields in the order in which they are replaced.
 struct MergeField {
   const char16_t* word;
   QString MergeValues::*value;  ///< null: today's date
   const char* meaning;          ///< of a row of a campaign, for the user
+  FieldSource source = FieldSource::kCustomer;
 };
 inline constexpr std::array<MergeField, 10> kMergeFields{{
     {u"contact", &MergeValues::contact, "how the customer is addressed; \"Customer\" where nothing is known"},
-    {u"make", &MergeValues::make, "make of the vehicle, in a campaign of vehicles"},
-    {u"model", &MergeValues::model, "model of the vehicle"},
-    {u"regno", &MergeValues::regno, "registration number of the vehicle"},
-    {u"duedate", &MergeValues::duedate, "due date of the reminder, as dd/mm/yyyy"},
+    {u"make", &MergeValues::make, "make of the vehicle, in a campaign of vehicles", FieldSource::kVehicle},
+    {u"model", &MergeValues::model, "model of the vehicle", FieldSource::kVehicle},
+    {u"regno", &MergeValues::regno, "registration number of the vehicle", FieldSource::kVehicle},
+    {u"duedate", &MergeValues::duedate, "due date of the reminder, as dd/mm/yyyy", FieldSource::kDueDate},
     {u"title", &MergeValues::title, "title of the customer"},
     {u"firstname", &MergeValues::firstname, "first name"},
     {u"lastname", &MergeValues::lastname, "last name"},
-    {u"duetime", &MergeValues::duetime, "always empty: the host keeps no time"},
+    {u"duetime", &MergeValues::duetime, "always empty: the host keeps no time", FieldSource::kNowhere},
     {u"currentdate", nullptr, "the day on which it is sent, as dd/mm/yyyy"},
 }};
 

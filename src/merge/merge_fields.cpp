@@ -68,14 +68,6 @@ QString MergeDate(QDate date) {
   return date.toString(u"dd/MM/yyyy");
 }
 
-std::vector<FieldMeaning> FieldMeanings() {
-  std::vector<FieldMeaning> meanings;
-  meanings.reserve(std::size(kMergeFields));
-  for (const MergeField& field : kMergeFields)
-    meanings.push_back({FieldPattern(field, false), QString::fromLatin1(field.meaning)});
-  return meanings;
-}
-
 QString MergeFields(const QString& text, const MergeValues& values, QDate today) {
   const bool richText = IsRichText(text);
   QString merged = text;

@@ -4,7 +4,6 @@
 
 #include <QDate>
 #include <QString>
-#include <vector>
 
 namespace qbx {
 
@@ -20,14 +19,6 @@ struct MergeValues {
   QString duedate = {};
   QString duetime = {};
 };
-
-/// A merge field as it is written in a text, and what it stands for.
-struct FieldMeaning {
-  QString field;
-  QString meaning;
-};
-/// All of them, in the order in which they are replaced.
-[[nodiscard]] std::vector<FieldMeaning> FieldMeanings();
 
 /// Replaces the fields "{contact}", "{make}", "{model}", "{regno}", "{duedate}", "{title}", "{firstname}",
 /// "{lastname}", "{duetime}" and "{currentdate}" of a template, in this order, whatever their letter case. In rich text

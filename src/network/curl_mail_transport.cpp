@@ -44,16 +44,20 @@ QByteArray AddressOf(const MailServer& server) {
   return (QLatin1String(implicitTls ? "smtps://" : "smtp://") + host + u':' + QString::number(port)).toUtf8();
 }
 
-/// \return what is wrong with an envelope before any server has seen it; empty when nothing is
-QString CheckEnvelope(const MailEnvelope& envelope) {
-  if (envelope.recipients.isEmpty()) return QStringLiteral("The message has no recipient.");
+/// \return what is wrong with an envelope before any server has seen it; without an error when nothing is
+MailResult CheckEnvelope(const MailEnvelope& envelope) {
+  if (envelope.recipients.isEmpty()) return {.error = QStringLiteral("The message has no recipient.")};
   const auto isBad = [](const QString& address) {
     return address.trimmed().isEmpty() || std::any_of(address.begin(), address.end(), [](QChar character) {
              return character.unicode() < 0x20 || character == u'<' || character == u'>';
            });
   };
-  for (const QString& address : QStringList(envelope.sender) + envelope.recipients) {
-    if (isBad(address)) return QStringLiteral("\"%1\" is not an e-mail address.").arg(address.simplified());
+  const auto error = [](const QString& address) {
+    return QStringLiteral("\"%1\" is not an e-mail address.").arg(address.simplified());
+  };
+  if (isBad(envelope.sender)) return {.error = error(envelope.sender)};
+  for (const QString& address : envelope.recipients) {
+    if (isBad(address)) return {.error = error(address), .refusedRecipient = address};
   }
   return {};
 }
@@ -187,6 +191,8 @@ MailResult CurlMailTransport::Connection::Judge() const {
   result.transport = !dialogue_.MessageRefused();
   result.unreachable = dialogue_.LastStep() < Step::kSender || dialogue_.LogInDemanded();
   if (dialogue_.LastStep() == Step::kMessage && written && !answered) result.outcome = MailOutcome::kUncertain;
+  if (dialogue_.LastStep() == Step::kRecipient && dialogue_.MessageRefused())
+    result.refusedRecipient = dialogue_.LastAddress();
   const QString problem =
       result.outcome == MailOutcome::kUncertain
           ? QStringLiteral("The mail server %1 did not confirm the message, which may have been sent").arg(server_.host)
@@ -259,8 +265,8 @@ MailResult CurlMailTransport::Send(const MailServer& server, const MailEnvelope&
             .transport = true,
             .unreachable = true};
   }
-  const QString problem = CheckEnvelope(envelope);
-  if (!problem.isEmpty()) return {.error = problem};
+  MailResult problem = CheckEnvelope(envelope);
+  if (!problem.error.isEmpty()) return problem;
   if (connection_ && !(connection_->Server() == server)) Close();
   const auto connect = [&] { return std::make_unique<Connection>(server, authorityFile_, limits_); };
   if (!connection_) connection_ = connect();

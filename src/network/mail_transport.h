@@ -36,8 +36,9 @@ enum class MailOutcome {
 
 struct MailResult {
   MailOutcome outcome = MailOutcome::kRefused;
-  QString error = {};        ///< for the user; empty when sent; holds no password
-  bool transport = false;    ///< the failure is of the connection, not of this message (no server, TLS, AUTH, drop)
+  QString error = {};      ///< for the user; empty when sent; holds no password
+  bool transport = false;  ///< the failure is of the connection, not of this message (no server, TLS, AUTH, drop)
+  QString refusedRecipient = {};  ///< the address that was refused, when nothing else was wrong
   bool unreachable = false;  ///< no session came about: connecting, TLS or the log-in failed; then `transport` as well
 };
 

@@ -15,6 +15,7 @@ MailshotTemplates MakeTemplates(RandomSource& random) {
       QStringLiteral("Today is {currentdate}. "),
       QStringLiteral("Für nur £99 {duetime}. "),
       QStringLiteral("{ not a field } {contact "),
+      QStringLiteral("Line\nline\r\nline\r"),
       QStringLiteral("A long text that nobody reads to its end, for it is the same in all of them. ").repeated(12)};
   const auto text = [&](int pieces) {
     QString merged = QStringLiteral("{lastname}/{regno}: ");

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "dispatch/email_identity.h"
 #include "received.h"
 #include "sending_desk.h"
 #include "support/fakes.h"
@@ -85,6 +86,17 @@ TEST_F(EmailSenderTest, ReachesEveryRecipientAndTheBlindCopy) {
   EXPECT_TRUE(desk.email.SendEmailMessage("a@x.test; ; b@x.test;", "Hello", "Dear all").sent);
   EXPECT_EQ(Recipients(Mails(sandbox).back()), "a@x.test b@x.test archive@hill.test");
   EXPECT_FALSE(Source(1).contains("archive"));
+  EXPECT_EQ(IdentityText(MakeEmailIdentity(desk.options)),
+            "From Hill Garage <office@hill.test>, a copy of each to <archive@hill.test>.");
+  // A copy that is refused does not keep the customer's mail; a customer who is refused is.
+  for (const char* copy : {"refused@hill.test", "no<address"}) {
+    desk.options.Email_Send_BCC_Address = copy;
+    const EmailResult result = desk.email.SendEmailMessage("a@x.test", "Hello", "Dear all");
+    EXPECT_TRUE(result.sent);
+    EXPECT_TRUE(result.copyRefused.contains(copy));
+    EXPECT_EQ(Recipients(Mails(sandbox).back()), "a@x.test");
+  }
+  Fail("refused@x.test");
   desk.options.Email_Send_BCC = false;
   Send("a@x.test");
   EXPECT_EQ(Recipients(Mails(sandbox).back()), "a@x.test");

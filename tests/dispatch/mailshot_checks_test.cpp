@@ -41,6 +41,20 @@ TEST(MailshotChecks, AskForTemplates) {
     EXPECT_EQ(Shown(CheckTemplates(c.counters, c.templates)), c.refusal);
 }
 
+TEST(MailshotChecks, AskAboutTemplatesThatTheRunUses) {
+  const MailshotTemplates doubtful{"Hi {contakt}", " ", "Dear {name}, {contakt}"};
+  EXPECT_EQ(Shown(TemplateQuestion(kTemplates, true, true)), "");
+  EXPECT_EQ(Shown(TemplateQuestion(doubtful, false, false)), "");
+  EXPECT_EQ(Shown(TemplateQuestion(doubtful, true, false)),
+            "! {contakt} is no merge field and goes out as it stands.\r\rSend all the same?");
+  const std::optional<Message> both = TemplateQuestion(doubtful, true, true);
+  EXPECT_EQ(Shown(both),
+            "! The e-mail has no subject.\r{contakt}, {name} are no merge fields and go out as they "
+            "stand.\r\rSend all the same?");
+  EXPECT_EQ(both->question, Question::kEmptySubject);
+  EXPECT_EQ(both->defaultAnswer, MessageAnswer::kNo);
+}
+
 TEST(MailshotChecks, SeeThatNothingIsLeft) {
   EXPECT_EQ(Shown(CheckOutstanding({.sms = 2, .smsSent = 2, .emails = 1, .emailsSent = 1})),
             "i No results left to process. You can manually untick the Processed flag on the Results Tab if you want "

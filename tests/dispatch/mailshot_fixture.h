@@ -17,6 +17,7 @@ class MailshotFixture : public testing::Test {
       if (message.question == Question::kSmsCredits) return aboutCredits;
       if (message.question == Question::kCancelQueuedEmails) return aboutQueue;
       if (message.question == Question::kRepeatDelivered) return aboutDelivered;
+      if (message.question == Question::kUnknownFields) return aboutFields;
       if (message.question == Question::kGoOnSending) return aboutGoingOn;
       return std::nullopt;
     });
@@ -47,6 +48,7 @@ class MailshotFixture : public testing::Test {
   MessageAnswer aboutCredits = MessageAnswer::kYes;
   MessageAnswer aboutQueue = MessageAnswer::kNo;
   std::optional<MessageAnswer> aboutDelivered = {};  ///< the question fails a test that does not expect it
+  MessageAnswer aboutFields = MessageAnswer::kNo;
   MessageAnswer aboutGoingOn = MessageAnswer::kNo;
 };
 

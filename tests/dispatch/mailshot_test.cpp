@@ -1,5 +1,6 @@
 // One run of a mailshot: what goes out, what is written down, what stops it.
 
+#include "dispatch/next_messages.h"
 #include "dispatch/send_refusals.h"
 #include "mailshot_fixture.h"
 
@@ -171,7 +172,7 @@ TEST_F(MailshotTest, PausesAChannelWhoseServerIsAway) {
 TEST_F(MailshotTest, CarriesALongBodyUnchanged) {
   QString body;
   while (body.size() < 99'000)
-    body += QString::fromUtf8("\"It's\"; DROP -- \u00a35 \u20ac7 \u65e5\u672c \U0001F697 = 50% {none}\n");
+    body += QString::fromUtf8("\"It's\"; DROP -- \u00a35 \u20ac7 \u65e5\u672c \U0001F697 = 50% {1}\n");
   desk.templates.emailBody = body;
   desk.templates.sms = QString(1000, u'\'');
   desk.AddRow(101, "07700900101", "a@x.test");
@@ -179,6 +180,37 @@ TEST_F(MailshotTest, CarriesALongBodyUnchanged) {
   EXPECT_TRUE(Mails(sandbox).at(0)["body"].toString() == body);
   EXPECT_TRUE(desk.host.Ask("SELECT Email_Text FROM Emails").ToText() == body);
   EXPECT_EQ(Texts(sandbox).at(0)["message"].toString(), QString(918, u'\''));
+}
+
+TEST_F(MailshotTest, SendsWhatThePreviewShowed) {
+  desk.AddRow(102, "07700900102", "b@x.test");
+  desk.AddRow(101, "1234567", "a@x.test");
+  desk.AddRow(103, "1234567", "");
+  desk.templates = {" Hello {contact}\n\u20ac", "{make}\n!", "Dear\n{contact}\n"};
+  NextMessages walk(desk.host.statements);
+  ASSERT_TRUE(walk.Read(kCampaign));
+  ASSERT_EQ(walk.Count(), 2);
+  MessageMaker messages(desk.templates);
+  const QDate today = desk.host.clock.Today();
+  const NextMessage first = walk.At(0, messages, today).value();
+  const NextMessage second = walk.At(1, messages, today).value();
+  EXPECT_EQ(desk.Send().emailSent, 2);
+  EXPECT_FALSE(first.sms.has_value());
+  EXPECT_EQ(Texts(sandbox)[0]["message"].toString(), second.sms);
+  EXPECT_EQ(Mails(sandbox)[0]["subject"].toString(), first.subject);
+  EXPECT_EQ(Mails(sandbox)[1]["body"].toString(), second.body);
+  ASSERT_TRUE(walk.Read(kCampaign));
+  EXPECT_EQ(walk.Count(), 0);
+}
+
+TEST_F(MailshotTest, AsksOnceAboutFieldsThatAreNone) {
+  desk.AddRow(101, "07700900101", "");
+  desk.templates.sms = "Hello {contakt}";
+  desk.templates.emailSubject = "";
+  EXPECT_EQ(desk.Send().end, MailshotEnd::kRefused);
+  aboutFields = MessageAnswer::kYes;
+  EXPECT_EQ(desk.Send().smsSent, 1);
+  EXPECT_EQ(Texts(sandbox)[0]["message"].toString(), "Hello {contakt}");
 }
 
 TEST_F(MailshotTest, WritesNothingInADryRun) {

@@ -1,11 +1,15 @@
 // Numbers, encodings, costs and replies of texts.
 
+#include "dispatch/sms_text.h"
+
 #include <gtest/gtest.h>
 
 #include "dispatch/mobile_number.h"
+#include "dispatch/row_survey.h"
 #include "dispatch/sms_credits.h"
 #include "dispatch/sms_reply.h"
 #include "dispatch/url_encode.h"
+#include "settings/sms_sender.h"
 #include "support/printing.h"
 
 namespace qbx {
@@ -17,6 +21,31 @@ TEST(SmsText, CostsACreditForEachSegment) {
     EXPECT_EQ(SMSCreditsFor(length, 1), credits) << length;
     EXPECT_EQ(SMSCreditsFor(length, 3), credits * 3) << length;
   }
+}
+
+TEST(SmsText, GoesOutWithWholeLineBreaks) {
+  EXPECT_EQ(SmsText("a\nb\rc\r\nd\n\r"), "a\r\nb\r\nc\r\nd\r\n\r\n");
+  EXPECT_EQ(SmsText(QString(917, u'x') + "\n"), QString(917, u'x') + "\r");
+  EXPECT_EQ(SmsCounterText(QString(159, u'x') + "\n"), "Chars: 161 / 918 max, approx. 2 Credit(s)");
+  EXPECT_EQ(SmsAsSent(QString::fromUtf8(" \u00a3 \u65e5\U0001F600 ")), QString::fromUtf8("\u00a3 ??"));
+}
+
+TEST(SmsText, IsLookedAtBeforeItGoes) {
+  const QString text = QString::fromUtf8("?\u65e5 \u2019n\u2019 \U0001F600\u65e5 \u20ac{\u00e9\u00ea}\r\n\u03a9");
+  EXPECT_EQ(CharactersNotSent(text), QString::fromUtf8("\u65e5\U0001F600\u03a9"));
+  EXPECT_EQ(CharactersOutsideGsm(text), QString::fromUtf8("\u2019\u00ea"));
+  const std::pair<const char*, bool> stops[] = {
+      {"Text STOP to end", true}, {"opt-out: reply", true}, {"Opt out", true},   {"unsubscribe here", true},
+      {"Stop by today", false},   {"non-stop fun", false},  {"stopping", false}, {"", false}};
+  for (const auto& [words, tells] : stops)
+    EXPECT_EQ(TellsHowToStop(words), tells) << words;
+  const std::pair<const char*, bool> senders[] = {
+      {"Hill Garage", true},       {"Hill Garages", false},  {"", true}, {"+447700900123", true}, {"Caf\u00e9", false},
+      {"1234567890123456", false}, {"123456789012345", true}};
+  for (const auto& [sender, fits] : senders)
+    EXPECT_EQ(IsSmsSender(QString::fromUtf8(sender)), fits) << sender;
+  for (const char* mobile : {"07700 900123", "+44 7700 900123 mob", "0044 7700900123", "+44 (0)7700 900123/home"})
+    EXPECT_EQ(PhoneOf(mobile), "07700900123") << mobile;
 }
 
 TEST(SmsText, CleansNumbersAsPeopleTypeThem) {

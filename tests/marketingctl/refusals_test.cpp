@@ -112,6 +112,7 @@ TEST(MarketingCtlRefuses, CommandLinesThatMakeNoSense) {
                              {"options set SMTP_Password secret", 2, "@FILE"},
                              {"options set Timeout many", 2, "does not fit"},
                              {"options set SMTP_Port abc", 2, "a port from 1 to 65535"},
+                             {"options set SMS_Sender_ID HartleyMotors", 2, "a name of 11 letters"},
                              {"options set SMTP_Port 70000", 2, "a port from 1 to 65535"},
                              {"options set Reminder_From_Email garage", 2, "an e-mail address"},
                              {"options set SMTP_UseSSL perhaps", 2, "on or off"},

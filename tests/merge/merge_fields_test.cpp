@@ -7,6 +7,7 @@
 
 #include "merge/compiled_template.h"
 #include "merge/sample_customer.h"
+#include "merge/template_fields.h"
 
 namespace qbx {
 namespace {
@@ -82,6 +83,24 @@ TEST(MergeFieldsTest, ReplacesWhatItKnowsAndLeavesTheRest) {
         << merge.what;
     EXPECT_EQ(Compiled(merge.text, v), merge.expected) << merge.what << ", compiled";
   }
+}
+
+TEST(MergeFieldsTest, NamesTheFieldsThatAreNoneOrStayEmpty) {
+  const QString longest(30, u'x');
+  const std::tuple<QString, QStringList, QStringList> cases[] = {
+      {u"{Contact} {CURRENTDATE}"_qs, {}, {}},
+      {u"{contakt}, {sales rep} {a_1-b} {contakt} {b {make}"_qs,
+       {u"{contakt}"_qs, u"{sales rep}"_qs, u"{a_1-b}"_qs},
+       {u"{make}"_qs}},
+      {u"{ make } {} {1} {make {a.b} }{"_qs, {}, {}},
+      {u"{%1} {%1x}"_qs.arg(longest), {u"{%1}"_qs.arg(longest)}, {}},
+      {u"{DueDate} {duetime} {duedate}"_qs, {}, {u"{duedate}"_qs, u"{duetime}"_qs}},
+      {u"{\\rtf1 {bold} \\{name\\} \\{model\\}}"_qs, {u"{name}"_qs}, {u"{model}"_qs}}};
+  for (const auto& [text, unknown, empty] : cases) {
+    EXPECT_EQ(UnknownFields(text), unknown) << text.toStdString();
+    EXPECT_EQ(EmptyFields(text, {}), empty) << text.toStdString();
+  }
+  EXPECT_EQ(EmptyFields(u"{make}{duedate}"_qs, {.vehicle = true, .dueDate = true}), QStringList());
 }
 
 TEST(MergeFieldsTest, FoldingKeepsLengths) {

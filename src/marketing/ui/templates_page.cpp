@@ -1,6 +1,6 @@
 #include "marketing/ui/templates_page.h"
 
-#include "dispatch/sms_credits.h"
+#include "dispatch/sms_text.h"
 #include "platform/ui/long_text.h"
 #include "ui_templates_page.h"
 #include "wizard/template_examples.h"
@@ -73,9 +73,7 @@ void TemplatesPage::CopyState() {
 }
 
 void TemplatesPage::ShowLength() {
-  const int length = static_cast<int>(State().txtSMS.size());
-  ui_->lblSMSChars->setText(
-      QStringLiteral("Chars: %1 / 918 max, approx. %2 Credit(s)").arg(length).arg(SMSCreditsFor(length, 1)));
+  ui_->lblSMSChars->setText(SmsCounterText(State().txtSMS));
 }
 
 }  // namespace qbx

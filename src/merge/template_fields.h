@@ -1,0 +1,36 @@
+// The fields of a template: which there are, and which do not do what they look like.
+
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+namespace qbx {
+
+/// What the rows of a campaign know beside the customer.
+struct KnownData {
+  bool vehicle = false;
+  bool dueDate = false;
+};
+
+/// A merge field as it is written in a text, what it stands for, and what it is for the sample customer.
+struct FieldMeaning {
+  QString field;
+  QString meaning;
+  QString example;
+};
+/// All ten, in the order in which they are replaced.
+/// \param today  what "{currentdate}" shows
+[[nodiscard]] std::vector<FieldMeaning> FieldMeanings(QDate today);
+
+/// What looks like a field and is none ("{contakt}"): it would reach the customer as it stands. A field is "{", a letter, then letters, digits, blanks,
+/// "_" or "-", at most 30 characters in all, and "}"; in rich text both braces are escaped. Braces round anything else are text.
+/// \return each once, as it is written, with plain braces, in the order of the template
+[[nodiscard]] QStringList UnknownFields(const QString& text);
+
+/// The merge fields of a template that stay empty for every row, written as in `FieldMeanings`, each once.
+[[nodiscard]] QStringList EmptyFields(const QString& text, KnownData data);
+
+}  // namespace qbx
