@@ -171,7 +171,8 @@ TEST_F(Results, DoubtIsSettledForOneRowOrForAll) {
   const qint64 whole = AddRow(3, "1, 1, 0, 0"), half = AddRow(3, "1, 1, 0, 0"), failed = AddRow(3, "1, 1, 0, 0");
   const qint64 elsewhere = AddRow(4, "1, 0, 0, 0");
   for (const auto& [record, text] : {std::pair(whole, 0), std::pair(half, 1), std::pair(failed, 2)}) {
-    Run(QStringLiteral("INSERT INTO Send_Journal VALUES (%1, 1, %2, 3, 'A', GetDate(), NULL), (%1, 2, 0, 3, 'A', GetDate(), NULL)")
+    Run(QStringLiteral(
+            "INSERT INTO Send_Journal VALUES (%1, 1, %2, 3, 'A', GetDate(), NULL), (%1, 2, 0, 3, 'A', GetDate(), NULL)")
             .arg(record)
             .arg(text));
   }
