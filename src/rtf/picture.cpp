@@ -27,12 +27,12 @@ bool IsPictureWord(QStringView name) {
 /// What is shown instead of a picture of another kind, stretched to its size.
 QImage Box() {
   QImage box(kBoxPixels, kBoxPixels, QImage::Format_RGB32);
-  box.fill(Qt::white);
+  box.fill(QColor(0xE8, 0xE8, 0xE8));
   QPainter painter(&box);
-  painter.setPen(Qt::gray);
-  painter.drawRect(0, 0, kBoxPixels - 1, kBoxPixels - 1);
-  painter.drawLine(0, 0, kBoxPixels - 1, kBoxPixels - 1);
-  painter.drawLine(0, kBoxPixels - 1, kBoxPixels - 1, 0);
+  painter.setPen(QPen(Qt::gray, 6));  // survives being made small
+  painter.drawRect(box.rect());
+  painter.drawLine(box.rect().topLeft(), box.rect().bottomRight());
+  painter.drawLine(box.rect().bottomLeft(), box.rect().topRight());
   return box;
 }
 

@@ -2,6 +2,8 @@
 
 #include <QtWidgets>
 
+#include "platform/ui/edit_drawings.h"
+
 namespace qbx {
 namespace {
 
@@ -168,8 +170,9 @@ Stroke StrokeOf(Drawing drawing) {
       return Run;
     case Drawing::kRefresh:
       return Refresh;
+    default:
+      return nullptr;  // of an editor
   }
-  return Information;
 }
 
 QColor LineColour(Drawing drawing, QIcon::Mode mode) {
@@ -187,7 +190,11 @@ class DrawnIconEngine : public QIconEngine {
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
     const double side = std::min(rect.width(), rect.height());
     QPainterPath path;
-    StrokeOf(drawing_)(path);
+    if (const Stroke stroke = StrokeOf(drawing_)) {
+      stroke(path);
+    } else {
+      DrawEditing(drawing_, path);
+    }
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->translate(rect.x() + (rect.width() - side) / 2, rect.y() + (rect.height() - side) / 2);

@@ -18,7 +18,22 @@ enum class Drawing {
   kOpen,
   kSave,
   kRun,
-  kRefresh
+  kRefresh,
+  kCut,
+  kCopy,
+  kPaste,
+  kBold,
+  kItalic,
+  kUnderline,
+  kAlignLeft,
+  kAlignCentre,
+  kAlignRight,
+  kBullets,
+  kColour,
+  kUndo,
+  kRedo,
+  kFind,
+  kPageBreak
 };
 
 /// Sets the style and the style sheet of the whole application. Colours come from the palette, so a dark one works. A wheel that is turned

@@ -1,0 +1,288 @@
+#include "marketing/ui/letter_editor.h"
+
+#include <QtWidgets>
+
+#include "platform/ui/look.h"
+#include "platform/ui/modal.h"
+#include "rtf/missing_fonts.h"
+#include "ui_letter_editor.h"
+
+namespace qbx {
+namespace {
+
+constexpr double kLetterPoints = 10;
+constexpr double kMaxPoints = 1638;
+
+}  // namespace
+
+LetterEditor::LetterEditor(QWidget* parent) : QWidget(parent), ui_(std::make_unique<Ui::LetterEditor>()) {
+  ui_->setupUi(this);
+  QFont font(QStringLiteral("Tahoma"));
+  font.setPointSizeF(kLetterPoints);
+  Document().setDefaultFont(font);
+  letter_ = std::make_unique<Letter>(Document());
+  FillFontLists();
+  AddClipboardActions();
+  AddLookActions();
+  AddParagraphActions();
+  AddOtherActions();
+  SetTabOrder();
+  ui_->fraFind->hide();
+  ui_->lblLetterNote->hide();
+
+  connect(ui_->cmdFindNext, &QPushButton::clicked, this, [this] { Find(false); });
+  connect(ui_->cmdFindPrevious, &QPushButton::clicked, this, [this] { Find(true); });
+  connect(ui_->txtFind, &QLineEdit::textEdited, ui_->lblFound, &QLabel::clear);
+  connect(ui_->rtfLetter, &QTextEdit::selectionChanged, this, &LetterEditor::ShowSelection);
+  connect(ui_->rtfLetter, &QTextEdit::cursorPositionChanged, this, &LetterEditor::ShowSelection);
+  connect(ui_->rtfLetter, &QTextEdit::currentCharFormatChanged, this, &LetterEditor::ShowSelection);
+  ui_->rtfLetter->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(ui_->rtfLetter, &QWidget::customContextMenuRequested, this, &LetterEditor::ShowMenu);
+  connect(ui_->rtfLetter, &QTextEdit::textChanged, this, [this] {
+    if (loading_) return;
+    ShowSelection();
+    if (edited_) edited_();
+  });
+  ShowSelection();
+}
+
+LetterEditor::~LetterEditor() = default;
+
+QTextDocument& LetterEditor::Document() {
+  return *ui_->rtfLetter->document();
+}
+
+void LetterEditor::Load(const QString& stored) {
+  loading_ = true;
+  ShowNote(letter_->Load(stored));
+  ui_->rtfLetter->setTextCursor(QTextCursor(&Document()));
+  loading_ = false;
+  ShowSelection();
+}
+
+QString LetterEditor::Stored() const {
+  return letter_->Stored();
+}
+
+void LetterEditor::ShowNote(const RtfLosses& losses) {
+  QStringList notes;
+  if (!losses.isEmpty())
+    notes << QStringLiteral("When this letter is edited it loses: %1.").arg(losses.join(QStringLiteral(", ")));
+  QStringList missing;
+  for (const MissingFont& font : MissingFonts(Document()))
+    missing << QStringLiteral("%1 (shown as %2)").arg(font.name, font.shownAs);
+  if (!missing.isEmpty())
+    notes << QStringLiteral("Fonts that are not on this computer: %1. The letter keeps their names.")
+                 .arg(missing.join(QStringLiteral(", ")));
+  ui_->lblLetterNote->setText(notes.join(u'\n'));
+  ui_->lblLetterNote->setVisible(!notes.isEmpty());
+}
+
+QAction* LetterEditor::AddAction(const char* name, const QString& text, Drawing drawing, const QKeySequence& keys,
+                                 const std::function<void()>& act) {
+  QAction* action = ui_->tbToolBar->addAction(DrawnIcon(drawing), text);
+  action->setObjectName(QLatin1String(name));
+  action->setShortcut(keys);
+  action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+  const QString shortcut = keys.toString(QKeySequence::NativeText);
+  action->setToolTip(shortcut.isEmpty() ? text : QStringLiteral("%1 (%2)").arg(text, shortcut));
+  addAction(action);
+  QWidget* button = ui_->tbToolBar->widgetForAction(action);
+  button->setObjectName(QStringLiteral("cmd") + QLatin1String(name));
+  button->setAccessibleName(text);
+  button->setFocusPolicy(Qt::TabFocus);
+  connect(action, &QAction::triggered, this, act);
+  return action;
+}
+
+void LetterEditor::SetTabOrder() {
+  QWidgetList order;
+  for (QAction* action : ui_->tbToolBar->actions()) {
+    if (!action->isSeparator()) order << ui_->tbToolBar->widgetForAction(action);
+  }
+  order << ui_->cmbFontName << ui_->cmbFontSize << ui_->txtFind << ui_->cmdFindNext << ui_->cmdFindPrevious
+        << ui_->rtfLetter;
+  for (qsizetype i = 1; i < order.size(); ++i)
+    setTabOrder(order[i - 1], order[i]);
+  // A button that finds no room would be out of reach of the keyboard.
+  ui_->tbToolBar->setMinimumWidth(ui_->tbToolBar->sizeHint().width());
+}
+
+void LetterEditor::AddClipboardActions() {
+  LetterBox* box = ui_->rtfLetter;
+  AddAction("Cut", QStringLiteral("Cut"), Drawing::kCut, QKeySequence::Cut, [box] { box->CutText(); });
+  AddAction("Copy", QStringLiteral("Copy"), Drawing::kCopy, QKeySequence::Copy, [box] { box->CopyText(); });
+  AddAction("Paste", QStringLiteral("Paste"), Drawing::kPaste, QKeySequence::Paste, [box] { box->paste(); });
+  ui_->tbToolBar->addSeparator();
+}
+
+void LetterEditor::Follow(QAction* action, std::function<bool(const SelectionLook&)> holds) {
+  action->setCheckable(true);
+  followers_.emplace_back(action, std::move(holds));
+}
+
+void LetterEditor::AddLookActions() {
+  QAction* bold = AddAction("Bold", QStringLiteral("Bold"), Drawing::kBold, QKeySequence::Bold, [this] {
+    QTextCharFormat look;
+    look.setFontWeight(Selected().bold ? QFont::Normal : QFont::Bold);
+    Apply(look);
+  });
+  QAction* italic = AddAction("Italic", QStringLiteral("Italic"), Drawing::kItalic, QKeySequence::Italic, [this] {
+    QTextCharFormat look;
+    look.setFontItalic(!Selected().italic);
+    Apply(look);
+  });
+  const auto turnLine = [this] {
+    QTextCharFormat look;
+    look.setFontUnderline(!Selected().underline);
+    Apply(look);
+  };
+  QAction* underline =
+      AddAction("Underline", QStringLiteral("Underline"), Drawing::kUnderline, QKeySequence::Underline, turnLine);
+  Follow(bold, [](const SelectionLook& look) { return look.bold; });
+  Follow(italic, [](const SelectionLook& look) { return look.italic; });
+  Follow(underline, [](const SelectionLook& look) { return look.underline; });
+  AddAction("Colour", QStringLiteral("Colour"), Drawing::kColour, {}, [this] { ChooseColour(); });
+  ui_->tbToolBar->addSeparator();
+}
+
+void LetterEditor::AddParagraphActions() {
+  const auto add = [this](const char* name, const char* text, Drawing drawing, QKeyCombination keys,
+                          Qt::Alignment alignment) {
+    QAction* action = AddAction(name, QLatin1String(text), drawing, QKeySequence(keys), [this, alignment] {
+      ui_->rtfLetter->setAlignment(alignment);
+      ShowSelection();
+    });
+    Follow(action, [alignment](const SelectionLook& look) { return look.alignment == alignment; });
+  };
+  add("AlignLeft", "Align Left", Drawing::kAlignLeft, Qt::CTRL | Qt::Key_L, Qt::AlignLeft);
+  add("Center", "Center", Drawing::kAlignCentre, Qt::CTRL | Qt::Key_E, Qt::AlignHCenter);
+  add("AlignRight", "Align Right", Drawing::kAlignRight, Qt::CTRL | Qt::Key_R, Qt::AlignRight);
+  QAction* bullets =
+      AddAction("Bullets", QStringLiteral("Bullets"), Drawing::kBullets, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_L),
+                [this] { SetBullets(ui_->rtfLetter->textCursor(), !Selected().bullets); });
+  Follow(bullets, [](const SelectionLook& look) { return look.bullets; });
+  const auto breakPage = [this] {
+    QTextCursor cursor = ui_->rtfLetter->textCursor();
+    TogglePageBreak(cursor);
+    ui_->rtfLetter->setTextCursor(cursor);
+  };
+  QAction* pageBreak = AddAction("PageBreak", QStringLiteral("Page Break"), Drawing::kPageBreak,
+                                 QKeySequence(Qt::CTRL | Qt::Key_Return), breakPage);
+  Follow(pageBreak, [](const SelectionLook& look) { return look.pageBreak; });
+  ui_->tbToolBar->addSeparator();
+}
+
+void LetterEditor::AddOtherActions() {
+  LetterBox* box = ui_->rtfLetter;
+  QAction* undo = AddAction("Undo", QStringLiteral("Undo"), Drawing::kUndo, QKeySequence::Undo, [box] { box->undo(); });
+  QAction* redo = AddAction("Redo", QStringLiteral("Redo"), Drawing::kRedo, QKeySequence::Redo, [box] { box->redo(); });
+  for (QAction* action : {undo, redo})
+    action->setEnabled(false);
+  connect(box, &QTextEdit::undoAvailable, undo, &QAction::setEnabled);
+  connect(box, &QTextEdit::redoAvailable, redo, &QAction::setEnabled);
+  AddAction("Find", QStringLiteral("Find"), Drawing::kFind, QKeySequence::Find, [this] {
+    ui_->fraFind->show();
+    ui_->txtFind->setFocus();
+    ui_->txtFind->selectAll();
+  });
+}
+
+void LetterEditor::FillFontLists() {
+  ui_->cmbFontName->addItems(QFontDatabase::families());
+  for (const int points : QFontDatabase::standardSizes())
+    ui_->cmbFontSize->addItem(QString::number(points));
+  auto* sizes = new QDoubleValidator(1, kMaxPoints, 1, this);
+  sizes->setLocale(QLocale::c());
+  ui_->cmbFontSize->setValidator(sizes);
+
+  const auto setName = [this] {
+    QTextCharFormat look;
+    look.setFontFamilies({ui_->cmbFontName->currentText().trimmed()});
+    if (!ui_->cmbFontName->currentText().isEmpty()) Apply(look);
+  };
+  const auto setSize = [this] {
+    QTextCharFormat look;
+    look.setFontPointSize(ui_->cmbFontSize->currentText().toDouble());
+    if (look.fontPointSize() >= 1) Apply(look);
+  };
+  connect(ui_->cmbFontName, &QComboBox::textActivated, this, setName);
+  connect(ui_->cmbFontName->lineEdit(), &QLineEdit::returnPressed, this, setName);
+  connect(ui_->cmbFontSize, &QComboBox::textActivated, this, setSize);
+  connect(ui_->cmbFontSize->lineEdit(), &QLineEdit::returnPressed, this, setSize);
+}
+
+SelectionLook LetterEditor::Selected() const {
+  return LookOfSelection(ui_->rtfLetter->textCursor(), ui_->rtfLetter->currentCharFormat());
+}
+
+void LetterEditor::Apply(const QTextCharFormat& look) {
+  ui_->rtfLetter->mergeCurrentCharFormat(look);
+  ui_->rtfLetter->setFocus();
+  ShowSelection();
+}
+
+void LetterEditor::ChooseColour() {
+  QColorDialog dialog(ui_->rtfLetter->textColor(), this);
+  dialog.setOption(QColorDialog::DontUseNativeDialog);
+  if (ShowModal(dialog) != QDialog::Accepted) return;
+  QTextCharFormat look;
+  look.setForeground(dialog.selectedColor());
+  Apply(look);
+}
+
+void LetterEditor::ShowSelection() {
+  if (loading_) return;
+  const SelectionLook look = Selected();
+  for (const auto& [action, holds] : followers_)
+    action->setChecked(holds(look));
+  ui_->cmbFontName->setCurrentText(look.family);
+  ui_->cmbFontSize->setCurrentText(look.points > 0 ? QString::number(look.points) : QString());
+  const bool selected = ui_->rtfLetter->textCursor().hasSelection();
+  for (const char* name : {"Cut", "Copy"})
+    findChild<QAction*>(QLatin1String(name))->setEnabled(selected);
+}
+
+void LetterEditor::ShowMenu(const QPoint& position) {
+  QMenu menu(this);
+  for (const char* name : {"Undo", "Redo", "", "Cut", "Copy", "Paste", "", "PageBreak"}) {
+    if (QAction* action = findChild<QAction*>(QLatin1String(name))) {
+      menu.addAction(action);
+    } else {
+      menu.addSeparator();
+    }
+  }
+  menu.exec(ui_->rtfLetter->viewport()->mapToGlobal(position));
+}
+
+void LetterEditor::Find(bool backwards) {
+  const QString text = ui_->txtFind->text();
+  if (text.isEmpty()) return;
+  const QTextDocument::FindFlags flags = backwards ? QTextDocument::FindBackward : QTextDocument::FindFlags();
+  QTextCursor found = Document().find(text, ui_->rtfLetter->textCursor(), flags);
+  if (found.isNull()) {
+    QTextCursor end(&Document());
+    if (backwards) end.movePosition(QTextCursor::End);
+    found = Document().find(text, end, flags);
+  }
+  ui_->lblFound->setText(found.isNull() ? QStringLiteral("Not found.") : QString());
+  if (!found.isNull()) ui_->rtfLetter->setTextCursor(found);
+}
+
+void LetterEditor::CloseFind() {
+  ui_->fraFind->hide();
+  ui_->rtfLetter->setFocus();
+}
+
+void LetterEditor::keyPressEvent(QKeyEvent* event) {
+  const bool finding = ui_->fraFind->isVisible();
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  const bool inFind = ui_->txtFind->hasFocus();
+  if (event->key() == Qt::Key_F3 || (enter && inFind)) return Find((event->modifiers() & Qt::ShiftModifier) != 0);
+  if (event->key() == Qt::Key_Escape && finding) return CloseFind();
+  // In the lists it takes over what was typed, which is no reason to press a button of the page.
+  if (enter && (ui_->cmbFontName->hasFocus() || ui_->cmbFontSize->hasFocus())) return;
+  QWidget::keyPressEvent(event);
+}
+
+}  // namespace qbx

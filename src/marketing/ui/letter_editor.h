@@ -1,0 +1,74 @@
+// The editor of a letter.
+
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "rtf/letter.h"
+#include "rtf/selection.h"
+
+class QAction;
+class QTextCharFormat;
+class QTextDocument;
+
+namespace Ui {
+class LetterEditor;
+}
+
+namespace qbx {
+
+enum class Drawing;
+
+/// The letter `rtfLetter` under its tool bar `tbToolBar`, the lists `cmbFontName` and `cmbFontSize`, and a bar to find text.
+/// Buttons and lists follow the selection. Under the letter it says what an edit loses and which fonts are missing.
+///
+///   editor.OnEdited([&] { state.rtfLetter = editor.Stored(); });
+///   editor.Load(state.rtfLetter);
+class LetterEditor : public QWidget {
+ public:
+  explicit LetterEditor(QWidget* parent = nullptr);
+  ~LetterEditor() override;
+
+  /// Shows a stored letter; does not call the callback.
+  void Load(const QString& stored);
+  /// The letter to store, as it came while nobody edited it.
+  [[nodiscard]] QString Stored() const;
+  [[nodiscard]] QTextDocument& Document();
+  /// Called after each change that the user makes.
+  void OnEdited(std::function<void()> callback) { edited_ = std::move(callback); }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void AddClipboardActions();
+  void AddLookActions();
+  void AddParagraphActions();
+  void AddOtherActions();
+  QAction* AddAction(const char* name, const QString& text, Drawing drawing, const QKeySequence& keys,
+                     const std::function<void()>& act);
+  void FillFontLists();
+  void SetTabOrder();
+  [[nodiscard]] SelectionLook Selected() const;
+  void Apply(const QTextCharFormat& look);
+  void ChooseColour();
+  void Find(bool backwards);
+  void CloseFind();
+  void ShowSelection();
+  /// Keeps an action in step with the selection.
+  void Follow(QAction* action, std::function<bool(const SelectionLook&)> holds);
+  void ShowNote(const RtfLosses& losses);
+  void ShowMenu(const QPoint& position);
+
+  std::unique_ptr<Ui::LetterEditor> ui_;
+  std::unique_ptr<Letter> letter_;
+  std::function<void()> edited_;
+  std::vector<std::pair<QAction*, std::function<bool(const SelectionLook&)>>> followers_;
+  bool loading_ = false;
+};
+
+}  // namespace qbx

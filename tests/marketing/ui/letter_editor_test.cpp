@@ -1,0 +1,127 @@
+// The letter editor as somebody uses it who has no mouse.
+
+#include "marketing/ui/letter_editor.h"
+
+#include <gtest/gtest.h>
+
+#include <QtTest>
+#include <QtWidgets>
+
+#include "support/printing.h"
+
+namespace qbx {
+namespace {
+
+class LetterEditorTest : public testing::Test {
+ protected:
+  LetterEditorTest() : before_(&window_), editor_(&window_), behind_(&window_) {
+    auto* layout = new QVBoxLayout(&window_);
+    for (QWidget* widget : std::initializer_list<QWidget*>{&before_, &editor_, &behind_})
+      layout->addWidget(widget);
+    editor_.OnEdited([this] { ++edits_; });
+    window_.show();
+    QApplication::setActiveWindow(&window_);
+    Box().setFocus();
+  }
+
+  QTextEdit& Box() { return *editor_.findChild<QTextEdit*>(QStringLiteral("rtfLetter")); }
+  QAction& Action(const char* name) { return *editor_.findChild<QAction*>(QLatin1String(name)); }
+  QString Letter() { return Box().toPlainText(); }
+  void Select(int from, int to) {
+    QTextCursor cursor = Box().textCursor();
+    cursor.setPosition(from);
+    cursor.setPosition(to, QTextCursor::KeepAnchor);
+    Box().setTextCursor(cursor);
+  }
+  void Press(Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
+    QTest::keyClick(QApplication::focusWidget(), key, with);
+  }
+
+  QWidget window_;
+  QLineEdit before_;
+  LetterEditor editor_;
+  QLineEdit behind_;
+  int edits_ = 0;
+};
+
+TEST_F(LetterEditorTest, ButtonsFollowTheSelectionAndChangeIt) {
+  const QString stored =
+      QStringLiteral("{\\rtf1{\\fonttbl{\\f0 Gone Sans;}}\\f0\\fs17 plain \\b bold\\b0\\par\\qr right\\par}");
+  editor_.Load(stored);
+  EXPECT_EQ(edits_, 0);
+  EXPECT_EQ(editor_.Stored(), stored);
+  EXPECT_EQ(editor_.findChild<QComboBox*>(QStringLiteral("cmbFontName"))->currentText(), QStringLiteral("Gone Sans"));
+  EXPECT_EQ(editor_.findChild<QComboBox*>(QStringLiteral("cmbFontSize"))->currentText(), QStringLiteral("8.5"));
+  Select(6, 10);
+  EXPECT_TRUE(Action("Bold").isChecked() && Action("AlignLeft").isChecked());
+  Select(12, 12);
+  EXPECT_TRUE(Action("AlignRight").isChecked() && !Action("Bold").isChecked());
+  Select(0, 5);
+  Press(Qt::Key_I, Qt::ControlModifier);
+  Press(Qt::Key_E, Qt::ControlModifier);
+  EXPECT_TRUE(Action("Italic").isChecked() && Action("Center").isChecked());
+  EXPECT_GT(edits_, 0);
+  EXPECT_TRUE(editor_.Stored().contains(QStringLiteral("\\i plain\\i0")));
+  Press(Qt::Key_Z, Qt::ControlModifier);
+  Press(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(editor_.Stored(), stored) << "all undone";
+}
+
+TEST_F(LetterEditorTest, TabLeavesAndCtrlTabStays) {
+  Press(Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(Letter(), QStringLiteral("\t"));
+  Press(Qt::Key_Tab);
+  EXPECT_TRUE(behind_.hasFocus());
+  before_.setFocus();
+  QSet<QString> met;
+  for (Press(Qt::Key_Tab); !behind_.hasFocus() && met.size() < 50; Press(Qt::Key_Tab))
+    met.insert(QApplication::focusWidget()->objectName());
+  for (const QAbstractButton* button : editor_.findChildren<QToolButton*>()) {
+    if (!button->isVisible() || !button->isEnabled()) continue;
+    EXPECT_TRUE(met.contains(button->objectName())) << button->objectName().toStdString();
+    EXPECT_FALSE(button->accessibleName().isEmpty() || button->toolTip().isEmpty());
+  }
+}
+
+TEST_F(LetterEditorTest, TheClipboardHoldsPlainText) {
+  editor_.Load(QStringLiteral("{\\rtf1 a\\b bold}"));
+  Select(1, 5);
+  Press(Qt::Key_X, Qt::ControlModifier);
+  EXPECT_EQ(Letter(), QStringLiteral("a"));
+  EXPECT_EQ(QGuiApplication::clipboard()->mimeData()->formats(), QStringList(QStringLiteral("text/plain")));
+  Select(0, 0);
+  Press(Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(Letter(), QStringLiteral("bolda"));
+  Select(0, 4);
+  EXPECT_FALSE(Action("Bold").isChecked()) << "it takes the look of where it is put";
+}
+
+TEST_F(LetterEditorTest, EnterEndsAListAndKeepsAPageBreakAlone) {
+  Press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+  QTest::keyClicks(&Box(), QStringLiteral("item"));
+  Press(Qt::Key_Return);
+  EXPECT_TRUE(Action("Bullets").isChecked());
+  Press(Qt::Key_Return);
+  EXPECT_FALSE(Action("Bullets").isChecked());
+  Press(Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_TRUE(Action("PageBreak").isChecked());
+  QTest::keyClicks(&Box(), QStringLiteral("new page"));
+  Press(Qt::Key_Return);
+  EXPECT_FALSE(Action("PageBreak").isChecked());
+  EXPECT_EQ(editor_.Stored().count(QStringLiteral("\\page")), 1);
+}
+
+TEST_F(LetterEditorTest, FindsRoundTheEnd) {
+  editor_.Load(QStringLiteral("one two one"));
+  Press(Qt::Key_F, Qt::ControlModifier);
+  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("one"));
+  for (const int expected : {3, 11, 3}) {
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Box().textCursor().position(), expected);
+  }
+  Press(Qt::Key_Escape);
+  EXPECT_TRUE(Box().hasFocus());
+}
+
+}  // namespace
+}  // namespace qbx
