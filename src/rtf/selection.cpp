@@ -114,7 +114,7 @@ void TogglePageBreak(QTextCursor& cursor) {
   cursor.endEditBlock();
 }
 
-void DropCopiedBreaks(QTextCursor cursor, int start) {
+void DropCopiedBreaks(const QTextCursor& cursor, int start) {
   QTextBlock block = cursor.document()->findBlock(start).next();
   const int end = cursor.position();
   for (; block.isValid() && block.position() <= end; block = block.next()) {

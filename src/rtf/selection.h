@@ -31,6 +31,6 @@ void TogglePageBreak(QTextCursor& cursor);
 
 /// Takes away the page breaks that paragraphs got by being split off one that begins a page: those behind `start` up to
 /// that of the cursor. Belongs to the undo step before.
-void DropCopiedBreaks(QTextCursor cursor, int start);
+void DropCopiedBreaks(const QTextCursor& cursor, int start);
 
 }  // namespace qbx
