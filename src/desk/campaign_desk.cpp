@@ -45,6 +45,10 @@ CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
   results.OnRead([this] { estimate.Invalidate(); });
 }
 
+TestMessages CampaignDesk::MakeTestMessages() {
+  return {email, gateway, app_.options, app_.lastError, app_.diagnostics};
+}
+
 Mailshot CampaignDesk::MakeMailshot(MailshotObserver& observer) {
   return Mailshot({.statements = app_.statements,
                    .events = app_.events,

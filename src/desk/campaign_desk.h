@@ -10,6 +10,7 @@
 #include "dispatch/replace_guard.h"
 #include "dispatch/results_log.h"
 #include "dispatch/sms_gateway.h"
+#include "dispatch/test_messages.h"
 #include "network/mime_message.h"
 #include "queries/process_query.h"
 #include "results/counters.h"
@@ -54,6 +55,7 @@ class CampaignDesk {
   SmsGateway gateway;
   EmailSender email;
 
+  [[nodiscard]] TestMessages MakeTestMessages();
   /// A run of the current rows; the observer must outlive it.
   [[nodiscard]] Mailshot MakeMailshot(MailshotObserver& observer);
 

@@ -3,9 +3,17 @@
 #include "dispatch/due_rows.h"
 #include "dispatch/result_rows.h"
 #include "dispatch/sms_text.h"
+#include "merge/sample_customer.h"
 #include "results/merge_row.h"
 
 namespace qbx {
+
+NextMessage SampleMessage(MessageMaker& messages, QDate today) {
+  const MergeValues& values = SampleMergeValues();
+  return {.sms = SmsAsSent(messages.Sms(values, today)),
+          .subject = messages.Subject(values, today),
+          .body = messages.Body(values, today)};
+}
 
 bool NextMessages::Read(int campaignId) {
   places_.clear();

@@ -23,6 +23,9 @@ struct NextMessage {
   std::optional<QString> body = {};
 };
 
+/// What the sample customer would get, of all three texts.
+[[nodiscard]] NextMessage SampleMessage(MessageMaker& messages, QDate today);
+
 /// A walk over the rows of a campaign in the order in which a run would send them now:
 ///
 ///   NextMessages walk(statements);

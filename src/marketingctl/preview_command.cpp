@@ -8,7 +8,6 @@
 #include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
-#include "merge/sample_customer.h"
 #include "wizard/campaign_data.h"
 #include "wizard/campaign_settings.h"
 
@@ -43,13 +42,6 @@ QJsonObject ToRow(const QJsonValue& recordId, const NextMessage& message) {
           {QStringLiteral("sms"), Text(message.sms)},
           {QStringLiteral("subject"), Text(message.subject)},
           {QStringLiteral("body"), Text(message.body)}};
-}
-
-NextMessage SampleMessage(MessageMaker& messages, QDate today) {
-  const MergeValues& values = SampleMergeValues();
-  return {.sms = SmsAsSent(messages.Sms(values, today)),
-          .subject = messages.Subject(values, today),
-          .body = messages.Body(values, today)};
 }
 
 /// \return false when reading failed; the reason was told

@@ -48,6 +48,10 @@ LetterEditor::LetterEditor(QWidget* parent) : QWidget(parent), ui_(std::make_uni
 
 LetterEditor::~LetterEditor() = default;
 
+void LetterEditor::Insert(const QString& text) {
+  ui_->rtfLetter->insertPlainText(text);
+}
+
 QTextDocument& LetterEditor::Document() {
   return *ui_->rtfLetter->document();
 }

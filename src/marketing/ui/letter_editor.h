@@ -38,6 +38,8 @@ class LetterEditor : public QWidget {
   /// The letter to store, as it came while nobody edited it.
   [[nodiscard]] QString Stored() const;
   [[nodiscard]] QTextDocument& Document();
+  /// Puts a text where the caret is, as if it were typed.
+  void Insert(const QString& text);
   /// Called after each change that the user makes.
   void OnEdited(std::function<void()> callback) { edited_ = std::move(callback); }
 

@@ -1,43 +1,63 @@
 #include "marketing/ui/templates_page.h"
 
-#include "dispatch/sms_text.h"
-#include "platform/ui/long_text.h"
+#include "dispatch/template_notes.h"
+#include "marketing/ui/insert_menu.h"
 #include "ui_templates_page.h"
+#include "wizard/campaign_data.h"
 #include "wizard/template_examples.h"
 
 namespace qbx {
 namespace {
 
-/// Shows a text unless the box holds it already, where the caret would be lost.
-void ShowText(QPlainTextEdit& box, const QString& text) {
-  if (ExactText(box, text) != text) SetLongText(box, text);
-}
+constexpr int kNotesAfter = 300;     // milliseconds without a key
+constexpr int kSurveyAtOnce = 5000;  // rows; more are looked at anew when the page is opened
 
 }  // namespace
 
-TemplatesPage::TemplatesPage(PageParts parts)
-    : WizardPage(std::move(parts)), ui_(std::make_unique<Ui::TemplatesPage>()) {
+TemplatesPage::TemplatesPage(PageParts parts) : WizardPage(parts), ui_(std::make_unique<Ui::TemplatesPage>()) {
   ui_->setupUi(this);
+  ShowExamples();
+  notes_.setSingleShot(true);
+  notes_.setInterval(kNotesAfter);
+  connect(&notes_, &QTimer::timeout, this, [this] {
+    if (survey_ && survey_->texts + survey_->emails <= kSurveyAtOnce) Survey();
+    ShowNotes();
+  });
+  connect(ui_->cmdLoadLetters, &QPushButton::clicked, this, &TemplatesPage::LoadLetters);
+  for (TemplatePane* pane : Panes()) {
+    pane->Work(parts);
+    connect(pane, &TemplatePane::Edited, &notes_, qOverload<>(&QTimer::start));
+  }
+  ui_->letterEditor->OnEdited([this] {
+    State().rtfLetter = ui_->letterEditor->Stored();
+    Desk().selection.Changed();
+    notes_.start();
+  });
+  FillInsertMenu(*ui_->cmdInsertLetter, App().clock.Today(), {},
+                 [this](const QString& text) { ui_->letterEditor->Insert(text); });
+}
+
+TemplatesPage::~TemplatesPage() = default;
+
+std::array<TemplatePane*, 2> TemplatesPage::Panes() const {
+  return {ui_->pageEmail, ui_->pageText};
+}
+
+void TemplatesPage::ShowExamples() {
   const TemplateExamples examples = MakeTemplateExamples(App().startup.edition.boat);
   ui_->lblExample1->setText(examples.lblExample1);
   ui_->txtExample1->setPlainText(examples.txtExample1);
   ui_->lblExample2->setText(examples.lblExample2);
   ui_->txtExample2->setPlainText(examples.txtExample2);
-  connect(ui_->cmdLoadLetters, &QPushButton::clicked, this, &TemplatesPage::LoadLetters);
-  connect(ui_->txtEmailSubject, &QLineEdit::textEdited, this,
-          [this](const QString& text) { Edited(State().txtEmailSubject, text); });
-  connect(ui_->txtEmailBody, &QPlainTextEdit::textChanged, this,
-          [this] { Edited(State().txtEmailBody, ExactText(*ui_->txtEmailBody, State().txtEmailBody)); });
-  connect(ui_->txtSMS, &QPlainTextEdit::textChanged, this, [this] {
-    Edited(State().txtSMS, ExactText(*ui_->txtSMS, State().txtSMS));
-    ShowLength();
-  });
 }
-
-TemplatesPage::~TemplatesPage() = default;
 
 QWidget* TemplatesPage::FirstControl() {
   return ui_->ssTabLetters;
+}
+
+void TemplatesPage::CampaignSetUp() {
+  for (TemplatePane* pane : Panes())
+    pane->HidePreview();
 }
 
 void TemplatesPage::LoadLetters() {
@@ -53,27 +73,29 @@ void TemplatesPage::ShowCampaigns() {
   ui_->cmbCampaigns->setCurrentIndex(chosen.isValid() ? ui_->cmbCampaigns->findData(chosen) : -1);
 }
 
-void TemplatesPage::Edited(QString& value, const QString& text) {
-  if (Showing()) return;
-  value = text;
-  Desk().selection.Changed();
-}
-
 void TemplatesPage::CopyState() {
   ShowCampaigns();
-  ui_->lblLetter->setText(
-      State().rtfLetter.isEmpty()
-          ? QStringLiteral("This campaign has no letter. Letters are written in a later version of this program.")
-          : QStringLiteral(
-                "This campaign has a letter, which is kept and saved with it. Letters are shown and written in a later version of this program."));
-  if (ui_->txtEmailSubject->text() != State().txtEmailSubject) ui_->txtEmailSubject->setText(State().txtEmailSubject);
-  ShowText(*ui_->txtEmailBody, State().txtEmailBody);
-  ShowText(*ui_->txtSMS, State().txtSMS);
-  ShowLength();
+  if (ui_->letterEditor->Stored() != State().rtfLetter) ui_->letterEditor->Load(State().rtfLetter);
+  for (TemplatePane* pane : Panes())
+    pane->ShowState();
+  Survey();
+  ShowNotes();
 }
 
-void TemplatesPage::ShowLength() {
-  ui_->lblSMSChars->setText(SmsCounterText(State().txtSMS));
+void TemplatesPage::Survey() {
+  survey_.reset();
+  if (App().hostConnection.Ready() && App().connection.IsOpen())
+    survey_ = SurveyCampaign(App().statements, App().campaign.record.ID, State().txtSMS, App().clock.Today());
+}
+
+void TemplatesPage::ShowNotes() {
+  const NoteFacts facts{
+      .options = App().options, .data = DataOfCampaign(State().selectedNode, State().filters), .rows = survey_};
+  for (TemplatePane* pane : Panes())
+    pane->ShowNotes(facts);
+  const QStringList notes = LetterNotes(State().rtfLetter, facts.data);
+  ui_->lblLetterNotes->setText(notes.join(QStringLiteral(" ")));
+  ui_->lblLetterNotes->setVisible(!notes.isEmpty());
 }
 
 }  // namespace qbx

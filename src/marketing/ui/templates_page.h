@@ -2,8 +2,10 @@
 
 #pragma once
 
+#include <QTimer>
 #include <memory>
 
+#include "dispatch/row_survey.h"
 #include "marketing/ui/wizard_page.h"
 
 namespace Ui {
@@ -12,24 +14,31 @@ class TemplatesPage;
 
 namespace qbx {
 
-/// E-mail and text message are written here; a letter is kept with its campaign, its editor is still to come.
+class TemplatePane;
+
+/// Letter, e-mail and text message are written here, each with its notes; they can be taken from another campaign.
 class TemplatesPage : public WizardPage {
  public:
   explicit TemplatesPage(PageParts parts);
   ~TemplatesPage() override;
 
   [[nodiscard]] QWidget* FirstControl() override;
+  void CampaignSetUp() override;
 
  protected:
   void CopyState() override;
 
  private:
-  void Edited(QString& value, const QString& text);
+  void ShowExamples();
   void LoadLetters();
   void ShowCampaigns();
-  void ShowLength();
+  void Survey();
+  void ShowNotes();
+  [[nodiscard]] std::array<TemplatePane*, 2> Panes() const;
 
   std::unique_ptr<Ui::TemplatesPage> ui_;
+  std::optional<RowSurvey> survey_;  ///< of the rows and the text as they were last looked at
+  QTimer notes_;
 };
 
 }  // namespace qbx

@@ -21,6 +21,10 @@ void SetLongText(QPlainTextEdit& box, const QString& text) {
   box.setPlainText(text);
 }
 
+void ShowText(QPlainTextEdit& box, const QString& text) {
+  if (ExactText(box, text) != text) SetLongText(box, text);
+}
+
 QString ExactText(const QPlainTextEdit& box, const QString& before) {
   const QString lineEnd = before.contains(QLatin1String("\r\n")) ? QStringLiteral("\r\n")
                           : before.contains(QLatin1Char('\r'))   ? QStringLiteral("\r")

@@ -12,6 +12,9 @@ namespace qbx {
 /// megabyte.
 void SetLongText(QPlainTextEdit& box, const QString& text);
 
+/// Shows a text unless the box holds it already, where the caret would be lost.
+void ShowText(QPlainTextEdit& box, const QString& text);
+
 /// The text of a box to the letter: blanks that do not break stay, and lines end as they do in `before`, the text that was put into it.
 [[nodiscard]] QString ExactText(const QPlainTextEdit& box, const QString& before);
 

@@ -1,0 +1,28 @@
+#include "marketing/ui/insert_menu.h"
+
+#include <QMenu>
+#include <QToolButton>
+
+#include "merge/template_fields.h"
+
+namespace qbx {
+
+void FillInsertMenu(QToolButton& button, QDate today, const std::vector<InsertEntry>& more,
+                    const std::function<void(const QString&)>& insert) {
+  auto* menu = new QMenu(&button);
+  const auto add = [&](const QString& caption, const QString& text) {
+    QObject::connect(menu->addAction(QString(caption).replace(QLatin1Char('&'), QStringLiteral("&&"))),
+                     &QAction::triggered, &button, [insert, text] { insert(text); });
+  };
+  for (const FieldMeaning& field : FieldMeanings(today)) {
+    const QString example = field.example.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(field.example);
+    add(QStringLiteral("%1   %2%3").arg(field.field, field.meaning, example), field.field);
+  }
+  if (!more.empty()) menu->addSeparator();
+  for (const InsertEntry& entry : more)
+    add(entry.caption, entry.text);
+  button.setMenu(menu);
+  button.setPopupMode(QToolButton::InstantPopup);
+}
+
+}  // namespace qbx

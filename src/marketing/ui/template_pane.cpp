@@ -1,0 +1,34 @@
+#include "marketing/ui/template_pane.h"
+
+#include <QLabel>
+#include <QScopedValueRollback>
+
+namespace qbx {
+
+void TemplatePane::Work(const PageParts& parts) {
+  parts_.emplace(parts);
+  Connect();
+}
+
+void TemplatePane::ShowState() {
+  const QScopedValueRollback<bool> showing(showing_, true);
+  CopyState();
+}
+
+void TemplatePane::Store(QString& value, const QString& text) {
+  if (showing_) return;
+  value = text;
+  parts_->desk.selection.Changed();
+  Q_EMIT Edited();
+}
+
+MessageMaker TemplatePane::Messages() const {
+  return MessageMaker({State().txtSMS, State().txtEmailSubject, State().txtEmailBody});
+}
+
+void TemplatePane::ShowSentences(QLabel& label, const QStringList& sentences) {
+  label.setText(sentences.join(QStringLiteral(" ")));
+  label.setVisible(!sentences.isEmpty());
+}
+
+}  // namespace qbx

@@ -1,0 +1,39 @@
+// The text message of tab 4.
+
+#pragma once
+
+#include <memory>
+
+#include "marketing/ui/template_pane.h"
+
+namespace Ui {
+class TextPane;
+}
+
+namespace qbx {
+
+/// The text with its counter, previewed as it arrives on a phone; what is shown can be sent as a test. Typing stops at the longest text; a longer one
+/// that was loaded is kept.
+class TextPane : public TemplatePane {
+  Q_OBJECT
+
+ public:
+  explicit TextPane(QWidget* parent = nullptr);
+  ~TextPane() override;
+
+  void ShowNotes(const NoteFacts& facts) override;
+  void HidePreview() override;
+
+ protected:
+  void Connect() override;
+  void CopyState() override;
+
+ private:
+  void TakeText();
+  void Preview();
+  void ShowMessage();
+
+  std::unique_ptr<Ui::TextPane> ui_;
+};
+
+}  // namespace qbx

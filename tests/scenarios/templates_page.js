@@ -1,0 +1,73 @@
+// Step 4: letter, e-mail and text message are written, previewed and sent to oneself; what would surprise is said beside them.
+
+start({sandbox: true, options: {Reminder_From_Name: "Hartley Motors", Reminder_From_Email: "office@example.com", Reminder_From_SMS: "Hartley"}});
+control("cmdNew").click();
+control("tvQuery").choose("All Customers");
+control("cmdNext0").click();
+control("cmdNext1").click();
+execute("UPDATE [Campaign Results] SET Send_SMS = 1, Send_Email = 1, Mobile = '07700900123', Email = 'c@example.com', Contact = 'Mrs Jones'");
+selectTab(4);
+const page = name => control("ssTabLetters").selectTab(name);
+
+check("the letter is written, formatted and stored as rich text, with its fields in one piece", () => {
+  page("Printed Letter");
+  control("rtfLetter").type("Dear ");
+  answerMenu("{regno}   registration number of the vehicle (AB12 CDE)");
+  control("cmdInsertLetter").click();
+  control("rtfLetter").press("Ctrl+A").press("Ctrl+B");
+  onWindow("frmCampaigns", window => {
+    window.control("txtName").setText("Letters");
+    window.control("cmdSave").click();
+  });
+  control("cmdSave").click();
+  const letter = sql("SELECT Letter FROM Marketing_Campaigns WHERE Campaign_Name = 'Letters'")[0].Letter;
+  assertMatch(letter, /^\{\\rtf1/);
+  assertMatch(letter, "\\b");
+  assertMatch(letter, "\\{regno\\}");
+});
+
+check("the text is counted as it travels, stops at its longest, and says what is wrong with it", () => {
+  page("Text Message");
+  control("txtSMS").setText("a\nb");
+  assertEqual(control("lblSMSChars").text, "Chars: 4 / 918 max, approx. 1 Credit(s)");
+  control("txtSMS").setText("x".repeat(1000));
+  assertEqual(control("lblSMSChars").text, "Chars: 918 / 918 max, approx. 6 Credit(s)");
+  control("txtSMS").setText("Hi {contakt}, {make} \u263a");
+  const notes = waitFor(() => /contakt/.test(control("lblSMSNotes").text) && control("lblSMSNotes").text);
+  for (const part of ["{contakt}", "{make}", "\u263a", "This text tells nobody how to stop."]) assertMatch(notes, part);
+});
+
+check("a preview shows the sample customer, then the rows of the next run, and what is shown can be sent", () => {
+  control("txtSMS").setText("Hi {contact}. Reply STOP to opt out.");
+  assert(!control("fraSMSExample").visible);
+  control("cmdTestSMS0").click();
+  assertEqual(control("txtSMSExample").text, "Hi Mr Hartley. Reply STOP to opt out.");
+  control("walkSMSForward").click();
+  assertMatch(control("txtSMSExample").text, "Hi Mrs Jones");
+  assertMatch(control("walkSMSPlace").text, /^1 of \d+$/);
+  answerInput("07700 900999", "Enter your mobile phone number");
+  answer("The recipient will see the message as being sent from: Hartley", "Yes");
+  answer("Test SMS Text Message has been sent.");
+  control("cmdTestSMS1").click();
+  assertEqual([texts().length, texts()[0].message], [1, "Hi Mrs Jones. Reply STOP to opt out."]);
+  control("cmdTestSMS2").click();
+  assert(!control("fraSMSExample").visible);
+});
+
+check("so does the e-mail, which says who it is from", () => {
+  page("Email");
+  control("txtEmailSubject").type("MOT");
+  control("txtEmailBody").setText("Dear {contact}");
+  waitFor(() => /From Hartley Motors/.test(control("lblEmailNotes").text));
+  control("cmdTestEmail0").click();
+  answerInput("me@example.com", "Enter the email address");
+  answer("Continue and send a test email to: me@example.com", "Yes");
+  answer("Test Email has been sent.");
+  control("cmdTestEmail1").click();
+  assertEqual([mails().length, mails()[0].subject], [1, "MOT"]);
+  screenshot("templates_email");
+  page("Text Message");
+  screenshot("templates_text");
+  page("Printed Letter");
+  screenshot("templates_letter");
+});
