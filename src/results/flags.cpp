@@ -34,7 +34,8 @@ void ResultFlags::ClickCell(const QString& column, qint64 recordId) {
             "Do you want to adjust the Processed flags? Records can be ignored or resent if the flag is adjusted."),
         .icon = MessageIcon::kQuestion,
         .buttons = MessageButtons::kYesNo,
-        .question = Question::kChangeProcessedFlags};
+        .question = Question::kChangeProcessedFlags,
+        .defaultAnswer = MessageAnswer::kNo};
     if (diagnostics_.ui.ShowMessage(question) != MessageAnswer::kYes) return;
     processedChangeConfirmed_ = true;
   }

@@ -210,7 +210,8 @@ bool CampaignSettings::LoadLetters(int position) {
       .text = QStringLiteral(
           "The existing Letter Templates in the Campaign will be lost and replaced by the letters in the selected Campaign.\r\rOK to continue?"),
       .icon = MessageIcon::kQuestion,
-      .buttons = MessageButtons::kYesNo};
+      .buttons = MessageButtons::kYesNo,
+      .defaultAnswer = MessageAnswer::kNo};
   if (diagnostics_.ui.ShowMessage(question) != MessageAnswer::kYes) return false;
   const QString id = QString::number(state_.cmbCampaigns[index].data.ToInt());
   Recordset row;

@@ -74,7 +74,8 @@ Message ResetProcessedQuestion() {
           "Please note that some results have been processed. If you click next on Step 1 or Step 2 then the results will be reset. If you want to process any unprocessed results you can just switch to the tab directly without using the Next button.\r\rDo you want to reload the results and reset the Processed Status?"),
       .icon = MessageIcon::kQuestion,
       .buttons = MessageButtons::kYesNo,
-      .question = Question::kResetProcessedResults};
+      .question = Question::kResetProcessedResults,
+      .defaultAnswer = MessageAnswer::kNo};
 }
 
 std::optional<Message> OptedOutNotice(const Filters& filters, bool onlySendWhenOptedIn) {

@@ -137,12 +137,20 @@ void WizardSteps::TabOpened(int tab) {
   parts_.resultsLog.ProcessResultsLogged = false;
 }
 
+bool WizardSteps::SomethingWouldBeLost() const {
+  const bool unnamedRows =
+      parts_.campaign.record.ID < 0 && parts_.results.Rows().IsOpen() && parts_.results.Rows().RecordCount() > 0;
+  return parts_.campaign.CampaignChanged || unnamedRows;
+}
+
 bool WizardSteps::ConfirmNewCampaign() {
-  return Confirm(QStringLiteral("Lose any changes and start a new campaign?"), MessageAnswer::kNo);
+  return !SomethingWouldBeLost() ||
+         Confirm(QStringLiteral("Lose any changes and start a new campaign?"), MessageAnswer::kNo);
 }
 
 bool WizardSteps::ConfirmLoadCampaign() {
-  return Confirm(QStringLiteral("Lose any changes and load an existing campaign?"), MessageAnswer::kNo);
+  return !SomethingWouldBeLost() ||
+         Confirm(QStringLiteral("Lose any changes and load an existing campaign?"), MessageAnswer::kNo);
 }
 
 bool WizardSteps::ConfirmExit() {

@@ -76,7 +76,7 @@ class WizardSteps {
   /// A tab was opened: reads anew what it shows and may have changed (results on tab 3, counters on tab 5).
   void TabOpened(int tab);
 
-  // The questions of the commands that give something up. \return true when the user agreed
+  // The questions of the commands that give something up. New and Load ask only when there is something to lose. \return true when the user agreed
   [[nodiscard]] bool ConfirmNewCampaign();
   [[nodiscard]] bool ConfirmLoadCampaign();
   [[nodiscard]] bool ConfirmExit();
@@ -87,6 +87,8 @@ class WizardSteps {
   [[nodiscard]] bool MayReplaceRows();
   /// Notes that the rows shown are out of date. \return whether the query was run
   [[nodiscard]] bool RowsReplaced(QueryOutcome outcome);
+  /// A change that is not saved, or the rows of a campaign that has no name.
+  [[nodiscard]] bool SomethingWouldBeLost() const;
   void LogClick(const QString& text, int index);
   [[nodiscard]] bool Confirm(const QString& text, MessageAnswer defaultAnswer);
 

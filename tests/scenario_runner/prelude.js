@@ -88,6 +88,9 @@
   // ---- what is answered in advance
 
   let answers = [];
+  // These questions come only when something would be lost, so an answer to one of them may be left over; a later one takes its place.
+  const mayStayAway = part => ["Lose any changes and start a new campaign?", "Lose any changes and load an existing campaign?"]
+      .some(text => matches(text, part));
   let inputs = [];
   let menus = [];
   let fileAnswers = [];
@@ -103,7 +106,10 @@
     const index = list.findIndex(fits);
     return index < 0 ? null : list.splice(index, 1)[0];
   }
-  global.answer = (part, button) => queue(answers, { part: part, button: button });
+  global.answer = (part, button) => {
+    if (mayStayAway(part)) answers = answers.filter(entry => String(entry.part) !== String(part));
+    return queue(answers, { part: part, button: button });
+  };
   global.answerInput = (text, part) => queue(inputs, { part: part === undefined ? "" : part, text: text });
   global.answerMenu = entry => queue(menus, { entry: entry });
   global.answerFile = path => queue(fileAnswers, { path: path });
@@ -311,7 +317,8 @@
   host.handle("abandoned", error => error instanceof Abandoned);
   host.handle("finish", () => {
     abandoned = false;
-    answers.forEach(entry => host.call("fail", ["Nothing asked for the answer \"" + entry.part + "\".", entry.where]));
+    answers.filter(entry => !mayStayAway(entry.part))
+        .forEach(entry => host.call("fail", ["Nothing asked for the answer \"" + entry.part + "\".", entry.where]));
     inputs.forEach(entry => host.call("fail", ["No input box asked for the answer \"" + entry.text + "\".", entry.where]));
     menus.forEach(entry => host.call("fail", ["No menu asked for \"" + entry.entry + "\".", entry.where]));
     fileAnswers.forEach(entry => host.call("fail", ["No file dialog asked for \"" + entry.path + "\".", entry.where]));

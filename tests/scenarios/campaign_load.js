@@ -123,6 +123,9 @@ check("a new campaign inherits nothing", () => {
 
 check("No to the question keeps the campaign", () => {
   load("Everything");
+  selectTab(4);
+  control("ssTabLetters").selectTab("Text Message");
+  control("txtSMS").type("x");
   answer("Lose any changes and load an existing campaign?", "No");
   control("mnuLoad").trigger();
   answer("Lose any changes and start a new campaign?", "No");

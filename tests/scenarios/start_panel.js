@@ -72,7 +72,9 @@ check("Yes starts afresh: no dates, the first group, first step, counts without 
   assertEqual([control("lblRecords0").text, control("lblRecords1").text], ["Records found:", "Records found:"]);
 });
 
-check("loading asks first; a loaded campaign is shown with its name and query", () => {
+check("loading asks first when something would be lost; a loaded campaign is shown with its name and query", () => {
+  selectTab(1);
+  control("tvQuery").choose("Top Customers");
   answer("Lose any changes and load an existing campaign?", "No");
   control("mnuLoad").trigger();
   assertEqual(lastMessage().icon, "question");

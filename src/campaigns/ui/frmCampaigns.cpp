@@ -218,13 +218,29 @@ void frmCampaigns::Save() {
     return;
   }
   if (editing_) {
-    SaveEdit();
+    if (NameMayBeUsed(ui_->txtName->text(), editedId_)) SaveEdit();
     return;
   }
+  if (!NameMayBeUsed(ui_->txtName->text(), parts_.campaign.record.ID)) return;
   stored = StoreCampaign(parts_.statements, parts_.storage, parts_.campaign, parts_.diagnostics.ui,
                          ui_->txtName->text(), TypedDescription());
   lCampaignId = parts_.campaign.record.ID;
   accept();
+}
+
+bool frmCampaigns::NameMayBeUsed(const QString& name, int own) {
+  std::vector<int> others = CampaignsNamed(campaigns_, name);
+  std::erase(others, own);
+  if (others.empty()) return true;
+  const Message question{
+      .text =
+          QStringLiteral("There is another campaign named '%1'.\r\rUse the name a second time?").arg(name.trimmed()),
+      .icon = MessageIcon::kQuestion,
+      .buttons = MessageButtons::kYesNo,
+      .defaultAnswer = MessageAnswer::kNo};
+  if (parts_.diagnostics.ui.ShowMessage(question) == MessageAnswer::kYes) return true;
+  ui_->txtName->setFocus();
+  return false;
 }
 
 void frmCampaigns::SaveEdit() {
@@ -257,7 +273,7 @@ void frmCampaigns::Copy() {
   const QString typed = parts_.diagnostics.ui.InputBox(
       {.prompt = QStringLiteral("Enter name for the new campaign:"), .title = QStringLiteral("Copy Campaign")});
   const QString name = CampaignCopyName(typed);
-  if (name.isEmpty()) return;
+  if (name.isEmpty() || !NameMayBeUsed(name, 0)) return;
   const bool copied = parts_.storage.CopyCampaign(lCampaignId, name) != 0;
   if (copied || CampaignIsGone(parts_.statements, lCampaignId)) RefreshLists(false);
 }
@@ -266,7 +282,8 @@ void frmCampaigns::Delete() {
   const Message question{
       .text = QLatin1String("OK to delete the selected Campaign '") + selectedName_ + QLatin1String("'?"),
       .icon = MessageIcon::kQuestion,
-      .buttons = MessageButtons::kYesNo};
+      .buttons = MessageButtons::kYesNo,
+      .defaultAnswer = MessageAnswer::kNo};
   if (ui_->lstCampaigns->selectedItems().isEmpty()) {
     Tell(QStringLiteral("No Campaign selected to delete!"));
     return;

@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <memory>
 
+#include "campaigns/campaign_list.h"
 #include "campaigns/campaign_storage.h"
 #include "diagnostics/diagnostics.h"
 #include "settings/ui/window_layout.h"
@@ -81,6 +82,9 @@ class frmCampaigns : public QDialog {
   [[nodiscard]] bool LoadSelected();
   void Edit();
   void Save();
+  /// Asks when another campaign has a name.
+  /// \param own  the campaign that may have it, 0: none
+  [[nodiscard]] bool NameMayBeUsed(const QString& name, int own);
   void SaveEdit();
   void Cancel();
   void Copy();
@@ -99,7 +103,8 @@ class frmCampaigns : public QDialog {
   QString selectedDescription_;
   QString givenName_;         ///< what `txtName` was given
   QString givenDescription_;  ///< what `txtDescription` was given; the box turns its line breaks into its own
-  Details unsaved_;           ///< an edit that could not be stored, offered again when the same campaign is edited
+  std::vector<CampaignListRow> campaigns_;  ///< as the list shows them
+  Details unsaved_;  ///< an edit that could not be stored, offered again when the same campaign is edited
 };
 
 }  // namespace qbx

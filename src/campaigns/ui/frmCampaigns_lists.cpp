@@ -23,9 +23,10 @@ QTreeWidgetItem* FindRow(const QTreeWidget& list, int id) {
 
 bool frmCampaigns::LoadCampaigns() {
   const std::optional<std::vector<CampaignListRow>> rows = qbx::LoadCampaigns(parts_.statements);
+  campaigns_ = rows.value_or(std::vector<CampaignListRow>());
   {
     ListFilling filling(*ui_->lstCampaigns);
-    for (const CampaignListRow& row : rows.value_or(std::vector<CampaignListRow>())) {
+    for (const CampaignListRow& row : campaigns_) {
       const QTreeWidgetItem* item = filling.Add({QString::number(row.ID), row.Campaign_Name, row.Last_Run,
                                                  row.Created_Date, row.Campaign_Description, row.Created_By});
       if (lCampaignId == 0) SelectCampaign(item);
