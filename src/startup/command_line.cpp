@@ -63,9 +63,11 @@ QString JoinCommandLine(const QStringList& arguments) {
 void ParseCommandLine(StartupValues& startup, UserInterface& ui) {
   const QString line = startup.commandLine;
   if (line.contains(QStringLiteral("/?"))) {
-    ui.ShowMessage({QStringLiteral("Command line options: /Backup /ReIndex /Silent /File:QBX.DAT\r\r"
-                                   "Command line parameters need to be passed in the order shown above."),
-                    MessageIcon::kInformation});
+    ui.ShowMessage(
+        {.text = QStringLiteral(
+             "Command line options: /Backup /ReIndex /Silent /File:QBX.DAT\r\rCommand line parameters need to be passed in the order shown above."),
+         .icon = MessageIcon::kInformation,
+         .title = QString::fromLatin1(kProgramTitle)});
     return;
   }
   const auto database = Behind(line, "/database:", 25);

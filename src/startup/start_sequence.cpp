@@ -111,8 +111,9 @@ void StartSequence::Refuse() {
   UserInterface& ui = parts_.diagnostics.ui;
   const QString given = ui.ApplicationTitle();
   const QString title = given.isEmpty() ? QString::fromLatin1(kProgramTitle) : given;
-  ui.ShowMessage({QStringLiteral("Please run ") + title + QStringLiteral(" from within the main QBX program."),
-                  MessageIcon::kExclamation});
+  ui.ShowMessage({.text = QStringLiteral("Please run ") + title + QStringLiteral(" from within the main QBX program."),
+                  .icon = MessageIcon::kExclamation,
+                  .title = title});
 }
 
 void StartSequence::Stop() {

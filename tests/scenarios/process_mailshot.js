@@ -61,6 +61,7 @@ check("going on sends the rest, and nothing twice; what failed is listed with it
   const row = control("lstTroubles").row(0);
   assertEqual([row.Message, row.State, row.To], ["Text", "Failed", record[rows - 1].Mobile]);
   assertMatch(row.Reason, "Invalid Number Format");
+  screenshot("process_troubles");
   control("lstTroubles").choose(0).press("Return");
   assertEqual([currentTab(), control("dbgData").cell(control("dbgData").currentRow, "Mobile")], [3, record[rows - 1].Mobile]);
 });
