@@ -14,8 +14,9 @@ ListRules ListRules::FromTag(const QString& tag) {
           .maxLength = cuts ? static_cast<int>(maxLength) : 0};
 }
 
-std::optional<std::vector<ListRow>> ReadList(Statements& statements, const QString& sql, const QString& textField,
-                                             const QString& dataField, const ListRules& rules) {
+std::optional<std::vector<ListRow>> FillListFromQuery(Statements& statements, const QString& sql,
+                                                      const QString& textField, const QString& dataField,
+                                                      const ListRules& rules) {
   Recordset records;
   // Read whole, so that a connection that drops halfway is a failure of the statement, which knows how to report it.
   if (statements.dbOpenRec(records, sql, CursorType::kForwardOnly, LockType::kReadOnly, kOptionStoredProcedure))

@@ -26,9 +26,10 @@ struct ListRules {
 /// Reads one column (and the data that stands behind each row) of a procedure's rows.
 /// \param dataField  empty: none
 /// \return nothing when the query failed (already reported), or has no such columns
-[[nodiscard]] std::optional<std::vector<ListRow>> ReadList(Statements& statements, const QString& sql,
-                                                           const QString& textField, const QString& dataField = {},
-                                                           const ListRules& rules = {});
+[[nodiscard]] std::optional<std::vector<ListRow>> FillListFromQuery(Statements& statements, const QString& sql,
+                                                                    const QString& textField,
+                                                                    const QString& dataField = {},
+                                                                    const ListRules& rules = {});
 
 /// The row that a filled list shows as selected: the last one that was selected while the rows were added, a row being
 /// selected when its data is `data`, or when its text is `text` (which counts for the first such row only).

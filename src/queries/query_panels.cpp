@@ -21,7 +21,6 @@ void ShowDates(const OptionPanels& row, QueryPanels& panels) {
 void ShowMakes(const MakesOption& makes, QueryPanels& panels) {
   panels.fraMakes = true;
   panels.fraMakesCaption = QString::fromLatin1(makes.caption);
-  panels.makesListStatement = QStringLiteral("proc_sel_Makes_all (%1)").arg(makes.kind);
 }
 
 void ShowExample(int months, QueryPanels& panels, QueryOptions& options, const QDate& today) {
@@ -33,9 +32,21 @@ void ShowExample(int months, QueryPanels& panels, QueryOptions& options, const Q
   if (!options.dteDate[0].isValid() && !options.dteDateHasText[0]) options.dteDate = {today, start};
 }
 
+/// The description of a query, and what the list of makes is filled from when it has one.
+void SetQueryDescription(const StartingQuery& query, bool boatEdition, int year, QueryPanels& panels) {
+  panels.txtQueryDesc = QueryDescription(QString::fromLatin1(query.key).toUpper(), boatEdition, year);
+  if (query.panels.makes)
+    panels.makesListStatement = QStringLiteral("proc_sel_Makes_all (%1)").arg(query.panels.makes->kind);
+}
+
+void SetOptionsText(const QString& text, QueryPanels& panels) {
+  panels.lblQueryOptions =
+      text.isEmpty() ? QStringLiteral("Please select a Query to see the options that are available.") : text;
+}
+
 void ShowPanelsOf(const StartingQuery& query, QueryPanels& panels, QueryOptions& options, const QDate& today) {
   const OptionPanels& row = query.panels;
-  panels.lblQueryOptions = QString::fromLatin1(row.text);
+  SetOptionsText(QString::fromLatin1(row.text), panels);
   panels.fraReminder = row.reminder;
   panels.mileageFilterVisible = query.mileageFilter;
   if (row.ranking) {
@@ -49,14 +60,10 @@ void ShowPanelsOf(const StartingQuery& query, QueryPanels& panels, QueryOptions&
 
 }  // namespace
 
-QString OptionsText(const QString& text) {
-  return text.isEmpty() ? QStringLiteral("Please select a Query to see the options that are available.") : text;
-}
-
 QueryPanels NoQueryPanels() {
   QueryPanels panels;
   panels.txtQueryDesc = QStringLiteral("Please select a Query to see the description.");
-  panels.lblQueryOptions = OptionsText({});
+  SetOptionsText({}, panels);
   panels.lblInfo = QStringLiteral("       Please select a Customer or Vehicle related query.");
   panels.lblCriteria = QStringLiteral("Criteria");
   panels.fraDatesCaption = QStringLiteral("Date From/To");
@@ -70,8 +77,8 @@ QueryPanels ShowQueryOptions(const QString& queryKey, QueryOptions& options, boo
   QueryPanels panels = NoQueryPanels();
   for (const QueryNode& node : QueryTree(boatEdition)) {
     if (node.QueryKey() != queryKey) continue;
-    panels.txtQueryDesc = QueryDescription(queryKey, boatEdition, today.year());
     const StartingQuery& query = *FindStartingQuery(node.index);
+    SetQueryDescription(query, boatEdition, today.year(), panels);
     if (query.IsGroup()) break;
     panels.fraPickStart = false;
     panels.cmdNextEnabled = true;

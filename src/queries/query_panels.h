@@ -36,9 +36,6 @@ struct QueryPanels {
   bool mileageFilterVisible = true;                ///< of step 2: check box, condition and value
 };
 
-/// The text of `lblQueryOptions`: `text`, or the invitation to pick a query when it is empty.
-[[nodiscard]] QString OptionsText(const QString& text);
-
 /// What is shown while no node is selected.
 [[nodiscard]] QueryPanels NoQueryPanels();
 

@@ -156,15 +156,15 @@ void CampaignSettings::FillLists() {
   state_.cmbReminderItems = ReminderList(options_);
   for (const FilterRow& row : FilterRows()) {
     if (row.listStatement == nullptr) continue;
-    state_.filterLists[row.index] =
-        ReadList(statements_, QString::fromLatin1(row.listStatement), description).value_or(std::vector<ListRow>());
+    state_.filterLists[row.index] = FillListFromQuery(statements_, QString::fromLatin1(row.listStatement), description)
+                                        .value_or(std::vector<ListRow>());
   }
   FillCampaignList();
 }
 
 void CampaignSettings::FillCampaignList() {
-  state_.cmbCampaigns = ReadList(statements_, QStringLiteral("proc_sel_Marketing_Campaigns"),
-                                 QStringLiteral("Campaign_Name"), QStringLiteral("ID"))
+  state_.cmbCampaigns = FillListFromQuery(statements_, QStringLiteral("proc_sel_Marketing_Campaigns"),
+                                          QStringLiteral("Campaign_Name"), QStringLiteral("ID"))
                             .value_or(std::vector<ListRow>());
 }
 

@@ -83,8 +83,8 @@ void QuerySelection::ShowNode(int index) {
                        : NoQueryPanels();
   state_.filters.mileageVisible = state_.panels.mileageFilterVisible;
   if (!state_.panels.makesListStatement) return;
-  state_.lstMakes = ReadList(statements_, *state_.panels.makesListStatement, QStringLiteral("Description"),
-                             QStringLiteral("RecordID"))
+  state_.lstMakes = FillListFromQuery(statements_, *state_.panels.makesListStatement, QStringLiteral("Description"),
+                                      QStringLiteral("RecordID"))
                         .value_or(std::vector<ListRow>());
   state_.lstMakesSelected = MakesInText(state_.options.txtMakes, Makes());
 }

@@ -101,7 +101,7 @@ TEST_F(StatementsTest, WithoutAConnectionEverythingFailsWithoutABox) {
   EXPECT_EQ(statements_.dbRunCommand(read_, true, CommandType::kText, records), -1);
   EXPECT_FALSE(statements_.dbRunCommandWithParameters(QStringLiteral("proc_x"), {}));
   EXPECT_EQ(statements_.GetNextKeyID(QStringLiteral("TEMP")), 0);
-  EXPECT_EQ(ReadList(statements_, read_, QStringLiteral("Name")), std::nullopt);
+  EXPECT_EQ(FillListFromQuery(statements_, read_, QStringLiteral("Name")), std::nullopt);
   EXPECT_TRUE(server_.calls.isEmpty());
   EXPECT_TRUE(ui_.Messages().empty());
   EXPECT_TRUE(ui_.Statuses().empty());
@@ -180,7 +180,7 @@ TEST_F(StatementsTest, FillsAListByTheRulesOfItsTag) {
                  Rows({{.name = QStringLiteral("Name")}, {.name = QStringLiteral("ID"), .type = ValueType::kInt}},
                       {{Value(QStringLiteral("Retail trade")), Value(4)}, {Value::Null(), Value(5)}}));
   const ListRules rules = ListRules::FromTag(QStringLiteral("CAPS:1,MaxLength:6"));
-  const auto rows = ReadList(statements_, read_, QStringLiteral("Name"), QStringLiteral("ID"), rules);
+  const auto rows = FillListFromQuery(statements_, read_, QStringLiteral("Name"), QStringLiteral("ID"), rules);
   ASSERT_TRUE(rows.has_value());
   ASSERT_EQ(rows->size(), 2U);
   EXPECT_EQ((*rows)[0].text, QLatin1String("RETAIL"));
