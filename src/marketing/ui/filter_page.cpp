@@ -45,6 +45,9 @@ FilterPage::FilterPage(PageParts parts) : WizardPage(std::move(parts)), ui_(std:
     controls_[row.index].tick->setText(captions.chkFilter[row.index]);
     ConnectFilter(row);
   }
+  // Wide enough for any number, so that nothing moves when a run puts one there.
+  for (QLabel* label : {ui_->lblRecords0, ui_->lblRecords1})
+    label->setMinimumWidth(label->fontMetrics().horizontalAdvance(RecordsFoundText(8'888'888)));
   ui_->cmdApplyFilters->setIcon(DrawnIcon(Drawing::kRefresh));
   ui_->cmdNext1->setToolTip(QStringLiteral("Apply Additional Filters and go to next step"));
   ConnectChecks();
