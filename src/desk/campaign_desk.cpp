@@ -19,7 +19,7 @@ CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
       selection(app.statements, app.campaign, state, app.options, app.startup.edition, app.diagnostics),
       queries(app.statements, app.options, app.startup.user, app.campaign, state.options, state.filters,
               state.lblRecords, state.leftOut, app.diagnostics),
-      settings(app.statements, app.campaign, state, selection, results, app.options, app.diagnostics),
+      settings(app.statements, app.campaign, state, selection, results, app.diagnostics),
       steps({.campaign = app.campaign,
              .state = state,
              .storage = app.campaignStorage,

@@ -55,9 +55,8 @@ int ListCampaigns(Program& program) {
 /// What the query of a stored campaign selects, as step 1 says it.
 QString Selects(const Application& app) {
   WizardState state;
-  state.cmbReminderItems = ReminderList(app.options);
   (void)CopyFromRecord(app.campaign.record, state);
-  return QuerySelects(app.campaign.record.CampaignTypeID, state.options, state.cmbReminderItems,
+  return QuerySelects(app.campaign.record.CampaignTypeID, state.options, ReminderList(app.options),
                       app.startup.edition.boat, app.clock.Today());
 }
 

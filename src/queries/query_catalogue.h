@@ -37,7 +37,8 @@ struct QueryNode {
 /// \param year  the current year, named in the description of the reminder query
 [[nodiscard]] QString QueryDescription(const QString& queryKey, bool boatEdition, int year);
 
-/// The six entries of `cmbReminder`; the recall number of an entry is its position plus one.
+inline constexpr int kReminders = 6;  ///< entries of `cmbReminder`
+/// The entries of `cmbReminder`; the recall number of an entry is its position plus one.
 [[nodiscard]] QStringList ReminderList(const Options& options);
 /// The entries of `cmbType`.
 [[nodiscard]] QStringList CampaignTypes();

@@ -96,8 +96,7 @@ std::vector<int> CopyFromRecord(const CampaignRecord& record, WizardState& state
   options.FromDateText.clear();
   options.ToDateText.clear();
   options.cmbType.clear();
-  options.cmbReminder =
-      record.ReminderID >= 0 && record.ReminderID < state.cmbReminderItems.size() ? record.ReminderID : -1;
+  options.cmbReminder = record.ReminderID >= 0 && record.ReminderID < kReminders ? record.ReminderID : -1;
   options.txtCriteria = QString::number(record.Records);
   options.txtCriteriaStart = QString::number(record.RecordsStart);
   options.txtMakes = record.Makes;
@@ -115,14 +114,12 @@ QString WindowCaption(const QString& base, const CampaignRecord& record) {
 }
 
 CampaignSettings::CampaignSettings(Statements& statements, CurrentCampaign& campaign, WizardState& state,
-                                   QuerySelection& selection, ResultsView& results, const Options& options,
-                                   Diagnostics diagnostics)
+                                   QuerySelection& selection, ResultsView& results, Diagnostics diagnostics)
     : statements_(statements),
       campaign_(campaign),
       state_(state),
       selection_(selection),
       results_(results),
-      options_(options),
       diagnostics_(diagnostics) {}
 
 void CampaignSettings::SetupCampaignData() {
@@ -153,7 +150,6 @@ void CampaignSettings::SetupCampaignData() {
 
 void CampaignSettings::FillLists() {
   const QString description = QStringLiteral("Description");
-  state_.cmbReminderItems = ReminderList(options_);
   for (const FilterRow& row : FilterRows()) {
     if (row.listStatement == nullptr) continue;
     state_.filterLists[row.index] = FillListFromQuery(statements_, QString::fromLatin1(row.listStatement), description)

@@ -9,7 +9,6 @@
 #include "database/statements.h"
 #include "diagnostics/diagnostics.h"
 #include "results/results_view.h"
-#include "settings/options.h"
 #include "wizard/query_selection.h"
 #include "wizard/wizard_state.h"
 
@@ -35,7 +34,7 @@ std::vector<int> CopyFromRecord(const CampaignRecord& record, WizardState& state
 class CampaignSettings {
  public:
   CampaignSettings(Statements& statements, CurrentCampaign& campaign, WizardState& state, QuerySelection& selection,
-                   ResultsView& results, const Options& options, Diagnostics diagnostics);
+                   ResultsView& results, Diagnostics diagnostics);
 
   /// Applies the record to the wizard and shows its results. A window then copies the state to its controls, selects
   /// tab 1, hides the examples and empties the box of process results.
@@ -85,7 +84,6 @@ class CampaignSettings {
   WizardState& state_;
   QuerySelection& selection_;
   ResultsView& results_;
-  const Options& options_;
   Diagnostics diagnostics_;
   std::vector<Renumbering> unfollowed_;
 };

@@ -64,7 +64,7 @@ void QuerySelection::IncludeOptedOutClick(bool ticked) {
 }
 
 QString QuerySelection::Selects() const {
-  return QuerySelects(state_.selectedNode, state_.options, state_.cmbReminderItems, edition_.boat,
+  return QuerySelects(state_.selectedNode, state_.options, ReminderList(options_), edition_.boat,
                       diagnostics_.clock.Today());
 }
 

@@ -25,7 +25,6 @@ struct WizardState {
   int selectedNode = 0;  ///< of the query tree, 0: none
   QueryPanels panels = {};
   QueryOptions options = {};
-  QStringList cmbReminderItems = {};
   std::vector<ListRow> lstMakes = {};
   std::vector<bool> lstMakesSelected = {};  ///< as long as `lstMakes`
 

@@ -149,3 +149,16 @@ check("the chosen query stays chosen", () => {
   assertEqual(control("tvQuery").selectedText, "All Customers");
   assert(control("cmdNext0").enabled);
 });
+
+check("the campaign type and the reminder names follow options that become known later", () => {
+  start();
+  control("cmdNew").click();
+  control("tvQuery").choose("Based on Reminder Date");
+  assert(!control("fraType").visible);
+  option("Using_Vrelo", 1);
+  option("Reminder3Name", "Cambelt");
+  answer("Step 1 has not been completed.");
+  control("cmdRun").click();
+  assert(control("fraType").visible);
+  assertEqual(control("cmbReminder").items[2], "Recall 3: Cambelt");
+});

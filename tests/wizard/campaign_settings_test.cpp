@@ -43,7 +43,6 @@ CampaignRecord FullRecord() {
 
 TEST(CampaignSettings, ARecordComesBackAsItWas) {
   WizardState state;
-  state.cmbReminderItems = ReminderList({});
   EXPECT_TRUE(CopyFromRecord(FullRecord(), state).empty());
   EXPECT_THAT(state.bStepComplete, ElementsAre(true, true, false, true));
   EXPECT_TRUE(state.filters.chkFilter[kFilterYear]);

@@ -18,7 +18,6 @@ TEST_F(Wizard, ANewCampaignGoesThroughTheSteps) {
   EXPECT_FALSE(state_.options.dteDate[0].isValid());
   EXPECT_EQ(state_.selectedNode, kCustomerGroup);
   EXPECT_EQ(state_.filterLists[kFilterCustomerType].size(), 2U);
-  EXPECT_EQ(state_.cmbReminderItems[0], "MOT Reminder");
 
   EXPECT_FALSE(steps_.NextStep(0).Moved());
   EXPECT_FALSE(steps_.NextStep(1).Moved());

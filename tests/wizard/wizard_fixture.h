@@ -37,7 +37,7 @@ class Wizard : public testing::Test {
   QueryProcessor queries_{host_.statements, options_,          user_,          campaign_,        state_.options,
                           state_.filters,   state_.lblRecords, state_.leftOut, host_.diagnostics};
   QuerySelection selection_{host_.statements, campaign_, state_, options_, edition_, host_.diagnostics};
-  CampaignSettings settings_{host_.statements, campaign_, state_, selection_, results_, options_, host_.diagnostics};
+  CampaignSettings settings_{host_.statements, campaign_, state_, selection_, results_, host_.diagnostics};
   FakeHostInfo computer_;
   ReplaceGuard guard_{host_.connection, computer_, host_.diagnostics};
   ResultsLog resultsLog_{host_.diagnostics.clock, host_.diagnostics.ui};

@@ -177,6 +177,7 @@ void frmMain::RunCampaign() {
   const Statements::TellLossOnce once(app_.statements);
   StepResult result;
   WithDatabase([this, &result] { result = desk_.steps.RunCampaign(); });
+  ShowPages();  // the options were read again
   Go(result);
   boxes_.PumpEvents();
 }

@@ -15,7 +15,6 @@ constexpr int kIndexRole = Qt::UserRole;
 QueryPage::QueryPage(PageParts parts) : WizardPage(std::move(parts)), ui_(std::make_unique<Ui::QueryPage>()) {
   ui_->setupUi(this);
   BuildTree();
-  ui_->fraType->setVisible(App().options.Using_Vrelo);
   ui_->cmbType->addItems(CampaignTypes());
   // There is no tab before this one.
   ui_->cmdBack0->setVisible(false);
@@ -118,7 +117,9 @@ void QueryPage::CopyState() {
   ui_->tvQuery->setCurrentItem(node);
   if (node == nullptr) ui_->tvQuery->clearSelection();
   if (node != nullptr) ui_->tvQuery->scrollToItem(node);
-  FillCombo(*ui_->cmbReminder, state.cmbReminderItems);
+  // Options that were not known yet when the program started may be by now.
+  ui_->fraType->setVisible(App().options.Using_Vrelo);
+  FillCombo(*ui_->cmbReminder, ReminderList(App().options));
   ui_->cmbReminder->setCurrentIndex(state.options.cmbReminder);
   ui_->cmbType->setCurrentIndex(ui_->cmbType->findText(state.options.cmbType));
   const std::pair<QLineEdit*, const QString&> texts[] = {{ui_->txtCriteria, state.options.txtCriteria},
