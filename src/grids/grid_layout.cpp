@@ -7,14 +7,16 @@
 namespace qbx {
 namespace {
 
-constexpr int kMostPositions = 100;
-
 QString TwoDigits(int number) {
   return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
 }
 
 QString PositionName(int position) {
   return TwoDigits(position) + QLatin1Char('-');
+}
+
+QString ReadEntry(RegistryValues& registry, const QString& key, const QString& name) {
+  return registry.sysLoadValueFromRegistry(key, name, {.perUser = true});
 }
 
 }  // namespace
@@ -44,26 +46,46 @@ std::optional<GridColumnPlace> ParseGridPlace(const QString& text) {
   return place;
 }
 
-void SaveGridLayout(RegistryValues& registry, const QString& key, const GridLayout& layout) {
-  int position = 0;
-  for (const GridColumnPlace& place : layout.places) {
-    if (!registry.sysSaveValueToRegistry(key, PositionName(position), GridPlaceText(place), true)) return;
-    ++position;
+void SaveGridLayout(RegistryValues& registry, const QString& key, const GridLayout& layout, int columns) {
+  auto place = layout.places.begin();
+  for (int position = 0; position < columns; ++position) {
+    QString text;
+    if (place != layout.places.end() && place->position == position) text = GridPlaceText(*place++);
+    if (text.isEmpty() && ReadEntry(registry, key, PositionName(position)).isEmpty()) continue;
+    if (!registry.sysSaveValueToRegistry(key, PositionName(position), text, true)) return;
   }
 }
 
-GridLayout LoadGridLayout(RegistryValues& registry, const QString& key) {
-  const auto read = [&registry, &key](const QString& name) {
-    return registry.sysLoadValueFromRegistry(key, name, {.perUser = true});
-  };
+GridLayout LoadGridLayout(RegistryValues& registry, const QString& key, int columns) {
   GridLayout layout;
-  for (int position = 0; position < kMostPositions; ++position) {
-    const QString text = read(PositionName(position));
-    if (text.isEmpty()) break;
-    if (const std::optional<GridColumnPlace> place = ParseGridPlace(text)) layout.places.push_back(*place);
+  std::vector<bool> known(static_cast<size_t>(columns), false);
+  for (int position = 0; position < columns; ++position) {
+    std::optional<GridColumnPlace> place = ParseGridPlace(ReadEntry(registry, key, PositionName(position)));
+    if (!place || place->column >= columns || known[static_cast<size_t>(place->column)]) continue;
+    known[static_cast<size_t>(place->column)] = true;
+    place->position = position;
+    layout.places.push_back(*place);
   }
-  layout.rowHeight = std::max(0, read(QStringLiteral("RowHeight")).toInt());
+  layout.rowHeight = std::max(0, ReadEntry(registry, key, QStringLiteral("RowHeight")).toInt());
   return layout;
+}
+
+std::vector<int> ColumnOrder(const GridLayout& layout, int columns) {
+  constexpr int kFree = -1;
+  std::vector<int> order(static_cast<size_t>(columns), kFree);
+  std::vector<bool> placed(static_cast<size_t>(columns), false);
+  for (const GridColumnPlace& place : layout.places) {
+    order[static_cast<size_t>(place.position)] = place.column;
+    placed[static_cast<size_t>(place.column)] = true;
+  }
+  size_t next = 0;
+  for (int& column : order) {
+    if (column != kFree) continue;
+    while (placed[next])
+      ++next;
+    column = static_cast<int>(next++);
+  }
+  return order;
 }
 
 }  // namespace qbx

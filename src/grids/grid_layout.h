@@ -10,8 +10,9 @@
 
 namespace qbx {
 
-/// The column at one position of a grid.
+/// A column of a grid and where it stands.
 struct GridColumnPlace {
+  int position = 0;                    ///< in the order shown
   int column = 0;                      ///< index in the grid's column collection
   int width = 0;                       ///< logical pixels
   std::optional<bool> visible = true;  ///< nothing: not kept
@@ -20,7 +21,7 @@ struct GridColumnPlace {
 };
 
 struct GridLayout {
-  std::vector<GridColumnPlace> places;  ///< in the order shown; empty: nothing was kept
+  std::vector<GridColumnPlace> places;  ///< by position; only those that are kept
   int rowHeight = 0;                    ///< logical pixels, 0: not set
 
   friend bool operator==(const GridLayout&, const GridLayout&) = default;
@@ -31,13 +32,17 @@ struct GridLayout {
 [[nodiscard]] QString GridLayoutKey(const QString& window, const QString& grid,
                                     std::optional<int> index = std::nullopt);
 
-/// One entry, "W:120,V:-1,C:03".
+/// One entry, "W:120,V:-1,C:03"; its position is the name of the value.
 [[nodiscard]] QString GridPlaceText(const GridColumnPlace& place);
 [[nodiscard]] std::optional<GridColumnPlace> ParseGridPlace(const QString& text);
 
-/// Writes one value per place ("00-", "01-" ...).
-void SaveGridLayout(RegistryValues& registry, const QString& key, const GridLayout& layout);
-/// Reads the entries up to the first position that has none; what cannot be read is left out.
-[[nodiscard]] GridLayout LoadGridLayout(RegistryValues& registry, const QString& key);
+/// Writes one value per place, named by its position ("00-", "01-" ...), and empties those of positions that are not kept any more.
+/// \param columns  of the grid
+void SaveGridLayout(RegistryValues& registry, const QString& key, const GridLayout& layout, int columns);
+/// Reads the entries; those of columns or positions that the grid does not have, and what cannot be read, are left out.
+[[nodiscard]] GridLayout LoadGridLayout(RegistryValues& registry, const QString& key, int columns);
+
+/// The columns of a grid in the order of a layout: those that are kept at their positions, the others between them in their own order.
+[[nodiscard]] std::vector<int> ColumnOrder(const GridLayout& layout, int columns);
 
 }  // namespace qbx

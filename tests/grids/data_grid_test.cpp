@@ -348,6 +348,16 @@ TEST_F(GridFixture, FiltersInWordsAndFindsLines) {
   EXPECT_EQ(grid_.RecordID(), 5);
 }
 
+TEST_F(GridFixture, WidthsAreFittedWhenTheFirstRowsCome) {
+  Connect();
+  const int heading = view_->columnWidth(1);
+  view_->setColumnWidth(2, 77);
+  Run(QStringLiteral("INSERT INTO Lines VALUES (1, 'A name that is longer than its heading', 123456789, NULL, 0)"));
+  grid_.Requery();
+  EXPECT_GT(view_->columnWidth(1), heading);
+  EXPECT_EQ(view_->columnWidth(2), 77) << "as the user left it";
+}
+
 TEST_F(GridFixture, LayoutComesBack) {
   test::MemoryRegistryStore store;
   StartupValues startup;
@@ -365,6 +375,10 @@ TEST_F(GridFixture, LayoutComesBack) {
   EXPECT_EQ(
       registry.sysLoadValueFromRegistry(QStringLiteral("frmMainDataGrid"), QStringLiteral("03-"), {.perUser = true}),
       QStringLiteral("W:123,C:02"));
+  EXPECT_EQ(
+      registry.sysLoadValueFromRegistry(QStringLiteral("frmMainDataGrid"), QStringLiteral("02-"), {.perUser = true}),
+      QString())
+      << "a column that nobody changed";
 
   QTableView other;
   other.setObjectName(QStringLiteral("dbgData"));

@@ -71,7 +71,11 @@ void cDataGrid::PrepareView() {
   bColSorting(colSorting_);
   bColResizing(colResizing_);
   QObject::connect(header, &QHeaderView::sectionClicked, events_.get(), [this](int column) { HeadClick(column); });
-  QObject::connect(header, &QHeaderView::sectionResized, events_.get(), [this] { ColResize(); });
+  QObject::connect(header, &QHeaderView::sectionResized, events_.get(), [this](int column, int before, int now) {
+    ColResize();
+    if (before > 0 && now > 0) ColumnChanged(column);  // else it was hidden, or shown again
+  });
+  QObject::connect(header, &QHeaderView::sectionMoved, events_.get(), [this](int column) { ColumnChanged(column); });
   QObject::connect(view_, &QTableView::clicked, events_.get(), [this](const QModelIndex& index) {
     if (clickModifiers_ == Qt::NoModifier && !secondClick_) ClickCell(index, ClickedBy::kMouse);
   });
@@ -178,6 +182,7 @@ void cDataGrid::ConnectRecordset(Recordset& records) {
       ApplySort();
     }
     ShowRows(newColumns);
+    FitColumns();
   });
 }
 
@@ -186,11 +191,12 @@ void cDataGrid::ShowRows(bool newColumns) {
   model_->Bind(records_);
   if (newColumns) {
     ApplyStyles();  // the user's options may have been read since
+    const QScopedValueRollback<bool> layingOut(layingOut_, true);
     QHeaderView& header = *view_->horizontalHeader();
     for (int i = 0; i < header.count(); ++i)
       header.moveSection(header.visualIndex(i), i);
-    FirstWidths();
-    if (registry_ != nullptr) rowHeight_ = InitGridPosition(*registry_, layoutWindow_, *view_);
+    changedByUser_.clear();
+    if (registry_ != nullptr) rowHeight_ = InitGridPosition(*registry_, layoutWindow_, *view_, changedByUser_);
     ApplyRowHeight();
   }
   ApplyHidden();
@@ -254,6 +260,7 @@ void cDataGrid::Requery(const std::function<void()>& reread) {
       KeepClickedFlag();
     }
     model_->RowsChanged();
+    if (!fittedToRows_) FitColumns();
     Restore(place);
     ShowPanel();
   }

@@ -190,7 +190,7 @@ class cDataGrid {
   /// \param registry  must outlive this
   /// \param window    name of the owner window ("frmMain")
   void KeepLayout(RegistryValues& registry, const QString& window);
-  /// Stores order and widths of the columns, when `KeepLayout` was called and columns are shown; for the window's end.
+  /// Stores places and widths of the columns that the user changed, when `KeepLayout` was called and columns are shown; for the window's end.
   /// Which columns are shown is the window's to say each time: kept by position, it would hide others once the host's
   /// columns come in another order.
   void SaveLayout();
@@ -291,7 +291,8 @@ class cDataGrid {
   void ApplyHidden();
   void ShowSortMark();
   void ShowPanel();
-  void FirstWidths();
+  void FitColumns();
+  void ColumnChanged(int column);
   [[nodiscard]] int SortedColumn() const;
   [[nodiscard]] int VisibleColumn(int column) const;
   void DeleteSelected();
@@ -352,6 +353,9 @@ class cDataGrid {
   int controlKey_ = 0;                 // Delete or Insert went down with Ctrl
   QSet<QString> hidden_;               // fields in lower case
   QStringList shownFields_;
+  QSet<int> changedByUser_;    // columns moved or resized, in this session or one before
+  bool layingOut_ = false;     // the grid moves and resizes columns itself
+  bool fittedToRows_ = false;  // the widths are those of rows, not of headings alone
   RegistryValues* registry_ = nullptr;
   QString layoutWindow_;
   int rowHeight_ = 0;  // as stored by the user's layout, 0: by the font

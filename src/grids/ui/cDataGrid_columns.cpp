@@ -36,12 +36,20 @@ void cDataGrid::FormatColumns(const QString& highlightedColumns) {
   Guarded("FormatColumns", [this, &highlightedColumns] { model_->Format(highlightedColumns); });
 }
 
-/// Wide enough for the heading and for what the first rows hold; measuring every row would cost seconds.
-void cDataGrid::FirstWidths() {
+void cDataGrid::ColumnChanged(int column) {
+  if (!layingOut_) changedByUser_.insert(column);
+}
+
+/// Wide enough for the heading and for what the first rows hold; measuring every row would cost seconds. Columns that the user changed stay.
+void cDataGrid::FitColumns() {
+  if (records_ == nullptr) return;
+  const QScopedValueRollback<bool> layingOut(layingOut_, true);
+  fittedToRows_ = RowCount() > 0;
   QHeaderView& header = *view_->horizontalHeader();
   const QFontMetrics headingMetrics(model_->Styles().heading.font);
   const QFontMetrics rowMetrics(model_->Styles().odd.font);
   for (int column = 0; column < model_->columnCount(); ++column) {
+    if (changedByUser_.contains(column)) continue;
     const GridColumn& format = *model_->ColumnAt(column);
     int width = headingMetrics.horizontalAdvance(format.heading) + kSortMarkWidth;
     if (format.format != GridFormat::kTick)
@@ -148,7 +156,7 @@ void cDataGrid::KeepLayout(RegistryValues& registry, const QString& window) {
 
 void cDataGrid::SaveLayout() {
   if (registry_ == nullptr || !view_ || model_->columnCount() == 0) return;
-  Guarded("gridSavePosition", [this] { gridSavePosition(*registry_, layoutWindow_, true, *view_); });
+  Guarded("gridSavePosition", [this] { gridSavePosition(*registry_, layoutWindow_, true, *view_, changedByUser_); });
 }
 
 }  // namespace qbx

@@ -18,25 +18,29 @@ int WidthOf(QHeaderView& header, int column) {
 
 }  // namespace
 
-void gridSavePosition(RegistryValues& registry, const QString& window, bool leaveOutVisibility, QTableView& grid) {
+void gridSavePosition(RegistryValues& registry, const QString& window, bool leaveOutVisibility, QTableView& grid,
+                      const QSet<int>& columns) {
   QHeaderView& header = *grid.horizontalHeader();
   GridLayout layout;
   for (int position = 0; position < header.count(); ++position) {
     const int column = header.logicalIndex(position);
-    GridColumnPlace place{column, WidthOf(header, column), std::nullopt};
+    if (!columns.contains(column)) continue;
+    GridColumnPlace place{position, column, WidthOf(header, column), std::nullopt};
     if (!leaveOutVisibility) place.visible = !header.isSectionHidden(column);
     layout.places.push_back(place);
   }
-  SaveGridLayout(registry, GridLayoutKey(window, grid.objectName()), layout);
+  SaveGridLayout(registry, GridLayoutKey(window, grid.objectName()), layout, header.count());
 }
 
-int InitGridPosition(RegistryValues& registry, const QString& window, QTableView& grid) {
+int InitGridPosition(RegistryValues& registry, const QString& window, QTableView& grid, QSet<int>& columns) {
   QHeaderView& header = *grid.horizontalHeader();
-  const GridLayout layout = LoadGridLayout(registry, GridLayoutKey(window, grid.objectName()));
+  const GridLayout layout = LoadGridLayout(registry, GridLayoutKey(window, grid.objectName()), header.count());
   int position = 0;
+  for (const int column : ColumnOrder(layout, header.count()))
+    header.moveSection(header.visualIndex(column), position++);
+  columns.clear();
   for (const GridColumnPlace& place : layout.places) {
-    if (place.column >= header.count()) continue;
-    header.moveSection(header.visualIndex(place.column), position++);
+    columns.insert(place.column);
     if (place.width > 0) header.resizeSection(place.column, place.width);
     if (place.visible) header.setSectionHidden(place.column, !*place.visible);
   }
