@@ -93,7 +93,7 @@ void GridDelegate::PaintTick(QPainter& painter, const QStyleOptionViewItem& opti
   painter.setRenderHint(QPainter::Antialiasing);
   if (model_.IsFlag(option.index.column())) {
     QColor frame = ink;
-    frame.setAlphaF(0.7F);
+    frame.setAlphaF(0.35F);
     painter.setPen(QPen(frame, 1));
     painter.drawRoundedRect(box, 2, 2);
   }

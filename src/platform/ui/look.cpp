@@ -1,7 +1,6 @@
 #include "platform/ui/look.h"
 
 #include <QtWidgets>
-#include <cmath>
 
 #include "platform/ui/edit_drawings.h"
 
@@ -233,57 +232,11 @@ class WheelGuard : public QObject {
   }
 };
 
-double Luminance(const QColor& colour) {
-  const auto linear = [](double part) {
-    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
-
-QColor Mixed(const QColor& from, const QColor& to, double share) {
-  const auto part = [share](float a, float b) { return static_cast<float>(a + (b - a) * share); };
-  return QColor::fromRgbF(part(from.redF(), to.redF()), part(from.greenF(), to.greenF()),
-                          part(from.blueF(), to.blueF()));
-}
-
-/// The first colour on the way to another one that stands out from a third one enough.
-QColor StandingOut(const QColor& from, const QColor& to, const QColor& against, double contrast) {
-  for (int step = 0; step < 20; ++step) {
-    const QColor colour = Mixed(from, to, step / 20.0);
-    if (ContrastRatio(colour, against) >= contrast) return colour;
-  }
-  return to;
-}
-
 }  // namespace
-
-double ContrastRatio(const QColor& one, const QColor& other) {
-  const auto [darker, lighter] = std::minmax({Luminance(one), Luminance(other)});
-  return (lighter + 0.05) / (darker + 0.05);
-}
-
-QPalette ReadablePalette(QPalette palette) {
-  for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-    const QColor selectedText = palette.color(group, QPalette::HighlightedText);
-    const QColor away = Luminance(selectedText) > 0.5 ? Qt::black : Qt::white;
-    palette.setColor(group, QPalette::Highlight,
-                     StandingOut(palette.color(group, QPalette::Highlight), away, selectedText, kTextContrast));
-    const QColor text = palette.color(group, QPalette::Text);
-    const QColor base = palette.color(group, QPalette::Base);
-    palette.setColor(group, QPalette::PlaceholderText, StandingOut(Mixed(base, text, 0.5), text, base, kTextContrast));
-    const QColor window = palette.color(group, QPalette::Window);
-    if (Luminance(window) < 0.2) {  // in a dark palette the frames of the style are darker still
-      const QColor line = StandingOut(window, palette.color(group, QPalette::WindowText), window, kMarkContrast);
-      palette.setColor(group, QPalette::Mid, line);
-    }
-  }
-  return palette;
-}
 
 void ApplyLook() {
   QApplication::setStyle(QStringLiteral("Fusion"));
   qApp->installEventFilter(new WheelGuard(qApp));
-  QApplication::setPalette(ReadablePalette(QApplication::palette()));
   qApp->setStyleSheet(QString::fromLatin1(kStyleSheet));
 }
 

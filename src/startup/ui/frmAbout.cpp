@@ -55,9 +55,6 @@ void frmAbout::ShowSplash() {
 void frmAbout::ShowForm(WindowLayout& layout) {
   FillIn();
   layout.RestoreWindow(*this, objectName());
-  // Where it stands is kept; how high it is follows from its texts and their size.
-  setMinimumHeight(0);
-  adjustSize();
   ShowModal(*this);
   layout.SaveWindow(*this, objectName());
 }

@@ -5,8 +5,6 @@
 #include <QtTest/QtTest>
 #include <QtWidgets>
 
-#include "platform/ui/look.h"
-
 namespace qbx {
 namespace {
 
@@ -215,23 +213,6 @@ TEST_F(WidgetUiTest, AQuitThatLogicAskedForWaitsForItsEnd) {
   QTest::qWait(5);
   EXPECT_FALSE(window.isVisible());
   EXPECT_FALSE(dialog.isVisible());
-}
-
-TEST(Look, SelectionAndPlaceholdersStandOutInLightAndDark) {
-  for (const QColor& ground : {QColor(0xef, 0xef, 0xef), QColor(0x32, 0x32, 0x32)}) {
-    QPalette palette(ground);
-    palette.setColor(QPalette::Highlight, QColor(0x30, 0x8c, 0xc6));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette = ReadablePalette(palette);
-    const auto contrast = [&palette](QPalette::ColorRole one, QPalette::ColorRole other) {
-      return ContrastRatio(palette.color(one), palette.color(other));
-    };
-    EXPECT_GE(contrast(QPalette::HighlightedText, QPalette::Highlight), 4.5);
-    EXPECT_GE(contrast(QPalette::PlaceholderText, QPalette::Base), 4.5);
-    if (ground.lightness() < 128) {
-      EXPECT_GE(contrast(QPalette::Mid, QPalette::Window), 3.0);
-    }
-  }
 }
 
 }  // namespace
