@@ -24,6 +24,8 @@ check("the about box names computer and database, and Escape closes it", () => {
     assertEqual(window.caption, "About QBX Marketing & Reporting Module");
     assertMatch(window.control("lblComputer").text, "WORKSHOP-PC");
     assertMatch(window.control("lblDatabase").text, "QBXKorvelManager");
+    const lines = name => window.control(name).size.height / window.control("lblServer").size.height;
+    assert(lines("lblHint") > 1.5, "the hint stands there whole");
     press("Escape");
   });
   control("mnuAbout").trigger();
