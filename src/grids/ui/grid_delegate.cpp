@@ -3,8 +3,10 @@
 #include "grids/ui/grid_delegate.h"
 
 #include <QtWidgets>
+#include <cmath>
 
 #include "grids/ui/grid_model.h"
+#include "platform/ui/contrast.h"
 
 namespace qbx {
 namespace {
@@ -87,14 +89,17 @@ void GridDelegate::PaintTick(QPainter& painter, const QStyleOptionViewItem& opti
   const bool selected = (option.state & QStyle::State_Selected) != 0;
   const QColor ink = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
   const double size = std::min(option.rect.height() - 4.0, option.fontMetrics.height() * 0.85);
-  QRectF box(0, 0, size, size);
+  QRectF box(0, 0, std::floor(size), std::floor(size));
   box.moveCenter(QRectF(option.rect).center());
+  box.moveTo(std::floor(box.left()) + 0.5, std::floor(box.top()) + 0.5);  // so that a thin line is not drawn across two
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   if (model_.IsFlag(option.index.column())) {
-    QColor frame = ink;
-    frame.setAlphaF(0.35F);
-    painter.setPen(QPen(frame, 1));
+    // Thinner than the tick, but no harder to see.
+    const QColor background = selected ? option.palette.color(QPalette::Highlight)
+                              : option.backgroundBrush.style() == Qt::NoBrush ? option.palette.color(QPalette::Base)
+                                                                              : option.backgroundBrush.color();
+    painter.setPen(QPen(Readable(background, ink, {background}, kMarkContrast), 1));
     painter.drawRoundedRect(box, 2, 2);
   }
   if (ticked) {

@@ -2,7 +2,7 @@
 
 #include "grids/ui/grid_style.h"
 
-#include <cmath>
+#include "platform/ui/contrast.h"
 
 namespace qbx {
 namespace {
@@ -13,29 +13,6 @@ constexpr double kLeastContrast = 2.0;  // below it nobody reads on
 constexpr int kFirstOddBackground = 0xFFFFFF;
 constexpr int kFirstEvenBackground = 0xF5F5F5;
 constexpr int kFirstSorted = 0xE0E0E0;
-
-double Luminance(const QColor& colour) {
-  const auto linear = [](double part) {
-    return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
-
-/// As the accessibility guidelines of the web define it, 1 to 21.
-double Contrast(const QColor& left, const QColor& right) {
-  const double a = Luminance(left);
-  const double b = Luminance(right);
-  return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
-}
-
-bool IsDark(const QPalette& palette) {
-  return Luminance(palette.color(QPalette::Base)) < Luminance(palette.color(QPalette::Text));
-}
-
-QColor Mixed(const QColor& left, const QColor& right, double share) {
-  const auto mix = [share](int a, int b) { return static_cast<int>(std::lround(a * (1 - share) + b * share)); };
-  return {mix(left.red(), right.red()), mix(left.green(), right.green()), mix(left.blue(), right.blue())};
-}
 
 QFont FontOf(const QFont& base, const QString& name, int size, bool bold, bool italic, bool underline) {
   QFont font = base;

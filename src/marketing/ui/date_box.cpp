@@ -1,5 +1,6 @@
 #include "marketing/ui/date_box.h"
 
+#include "platform/ui/contrast.h"
 #include "platform/ui/look.h"
 #include "util/typed_date.h"
 
@@ -38,7 +39,9 @@ void DateBox::Choose(const QDate& date) {
 void DateBox::MarkText() {
   const bool wrong = !text().trimmed().isEmpty() && !Date().isValid();
   QPalette colours;
-  if (wrong) colours.setColor(QPalette::Text, QColor(0xC0, 0x39, 0x2B));
+  if (wrong)
+    colours.setColor(QPalette::Text, Readable(QColor(0xC0, 0x39, 0x2B), Qt::white,
+                                              {QApplication::palette().color(QPalette::Base)}, kTextContrast));
   setPalette(colours);
   setToolTip(wrong ? QStringLiteral("This is not a date. Write it as 31/12/2026.") : QString());
 }

@@ -2,17 +2,18 @@
 
 #include <QtWidgets>
 
+#include "platform/ui/contrast.h"
 #include "platform/ui/edit_drawings.h"
 
 namespace qbx {
 namespace {
 
 constexpr char kStyleSheet[] = R"(
-QGroupBox { border: 1px solid palette(mid); border-radius: 4px; margin-top: 9px; padding: 8px 8px 6px 8px; }
+QGroupBox { border: 1px solid FRAME; border-radius: 4px; margin-top: 9px; padding: 8px 8px 6px 8px; }
 QGroupBox::title { subcontrol-origin: margin; left: 9px; padding: 0 4px; }
 QPushButton { padding: 5px 14px; }
 QFrame#fraReporting QPushButton, QFrame#fraMarketing QPushButton { font-weight: bold; }
-QFrame#fraReporting, QFrame#fraMarketing { border: 1px solid palette(mid); border-radius: 6px; background: palette(base); }
+QFrame#fraReporting, QFrame#fraMarketing { border: 1px solid FRAME; border-radius: 6px; background: palette(base); }
 QLabel#lblWelcome { font-size: 17pt; }
 QLabel#lblPickStart { font-size: 13pt; padding: 28px; }
 QPlainTextEdit#txtQueryDesc { background: transparent; border: none; }
@@ -175,12 +176,20 @@ Stroke StrokeOf(Drawing drawing) {
   }
 }
 
+/// As light as a page of tabs or a button gets that is drawn on a colour.
+QColor Raised(const QColor& colour) {
+  return colour.lighter(140);
+}
+
 QColor LineColour(Drawing drawing, QIcon::Mode mode) {
   const QPalette palette = QApplication::palette();
   if (mode == QIcon::Disabled) return palette.color(QPalette::Disabled, QPalette::ButtonText);
   if (mode == QIcon::Selected) return palette.color(QPalette::HighlightedText);
   const bool coloured = drawing == Drawing::kLogo || drawing == Drawing::kInformation;
-  return palette.color(coloured ? QPalette::Highlight : QPalette::ButtonText);
+  if (!coloured) return palette.color(QPalette::ButtonText);
+  const QColor window = palette.color(QPalette::Window);
+  return Readable(palette.color(QPalette::Highlight), palette.color(QPalette::WindowText), {window, Raised(window)},
+                  kMarkContrast);
 }
 
 class DrawnIconEngine : public QIconEngine {
@@ -218,6 +227,43 @@ class DrawnIconEngine : public QIconEngine {
   Drawing drawing_;
 };
 
+/// The palette's own, brought out: a dark palette has it darker than what it frames.
+QColor FrameColour(const QPalette& palette) {
+  constexpr double kFrameContrast = 2.0;
+  return Readable(palette.color(QPalette::Mid), palette.color(QPalette::WindowText),
+                  {Raised(palette.color(QPalette::Window))}, kFrameContrast);
+}
+
+/// Fusion draws the outlines of boxes in a darker window colour, which a dark palette swallows. Boxes that have the focus
+/// keep the mark of it.
+class OutlinedFusion : public QProxyStyle {
+ public:
+  OutlinedFusion() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool focused = (option->state & State_HasFocus) != 0;
+    if (element == PE_Frame || element == PE_IndicatorCheckBox || (element == PE_FrameLineEdit && !focused))
+      Outline(*option, *painter);
+  }
+
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                          const QWidget* widget) const override {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_ComboBox && (option->state & State_HasFocus) == 0) Outline(*option, *painter);
+  }
+
+ private:
+  static void Outline(const QStyleOption& option, QPainter& painter) {
+    if (!IsDark(option.palette)) return;
+    painter.save();
+    painter.setPen(FrameColour(option.palette));
+    painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+    painter.restore();
+  }
+};
+
 /// A value that is changed by scrolling past it is changed unseen.
 class WheelGuard : public QObject {
  public:
@@ -234,10 +280,29 @@ class WheelGuard : public QObject {
 
 }  // namespace
 
+QPalette ReadableParts(const QPalette& palette) {
+  QPalette parts;
+  for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+    const auto colour = [&](QPalette::ColorRole role) { return palette.color(group, role); };
+    const QColor onHighlight = colour(QPalette::HighlightedText);
+    const QColor away = onHighlight.lightness() > 127 ? Qt::black : Qt::white;
+    parts.setColor(group, QPalette::Highlight,
+                   Readable(colour(QPalette::Highlight), away, {onHighlight}, kTextContrast));
+    const QColor faint = Mixed(colour(QPalette::Base), colour(QPalette::Text), 0.5);
+    parts.setColor(
+        group, QPalette::PlaceholderText,
+        Readable(faint, colour(QPalette::Text),
+                 {colour(QPalette::Base), colour(QPalette::Button), Raised(colour(QPalette::Button))}, kTextContrast));
+  }
+  return parts;
+}
+
 void ApplyLook() {
-  QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication::setStyle(new OutlinedFusion);
+  QApplication::setPalette(ReadableParts(QApplication::palette()).resolve(QApplication::palette()));
   qApp->installEventFilter(new WheelGuard(qApp));
-  qApp->setStyleSheet(QString::fromLatin1(kStyleSheet));
+  qApp->setStyleSheet(
+      QString::fromLatin1(kStyleSheet).replace(QLatin1String("FRAME"), FrameColour(QApplication::palette()).name()));
 }
 
 QIcon DrawnIcon(Drawing drawing) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QIcon>
+#include <QPalette>
 
 namespace qbx {
 
@@ -36,9 +37,13 @@ enum class Drawing {
   kPageBreak
 };
 
-/// Sets the style and the style sheet of the whole application. Colours come from the palette, so a dark one works. A wheel that is turned
+/// Sets the style and the style sheet of the whole application. Colours come from the palette, so a dark one works, made readable where they
+/// are too faint. A wheel that is turned
 /// over a list box or a number box which does not have the focus scrolls the page and leaves the value alone.
 void ApplyLook();
+
+/// The parts of a palette that are made readable: the highlight behind its text, and the text of boxes that are empty.
+[[nodiscard]] QPalette ReadableParts(const QPalette& palette);
 
 /// A drawing at any size and scale, greyed by the style where a control is disabled.
 [[nodiscard]] QIcon DrawnIcon(Drawing drawing);
