@@ -14,7 +14,7 @@ constexpr int kSurveyAtOnce = 5000;  // rows; more are looked at anew when the p
 
 }  // namespace
 
-TemplatesPage::TemplatesPage(PageParts parts) : WizardPage(parts), ui_(std::make_unique<Ui::TemplatesPage>()) {
+TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(std::make_unique<Ui::TemplatesPage>()) {
   ui_->setupUi(this);
   ShowExamples();
   notes_.setSingleShot(true);

@@ -19,7 +19,7 @@ class TemplatePane;
 /// Letter, e-mail and text message are written here, each with its notes; they can be taken from another campaign.
 class TemplatesPage : public WizardPage {
  public:
-  explicit TemplatesPage(PageParts parts);
+  explicit TemplatesPage(const PageParts& parts);
   ~TemplatesPage() override;
 
   [[nodiscard]] QWidget* FirstControl() override;
