@@ -1,5 +1,7 @@
 #include "campaigns/campaign_list.h"
 
+#include <algorithm>
+
 #include "util/text.h"
 
 namespace qbx {
@@ -48,6 +50,12 @@ std::vector<int> CampaignsNamed(const std::vector<CampaignListRow>& list, const 
   for (const CampaignListRow& row : list) {
     if (EqualsNoCase(TrimBlanks(row.Campaign_Name), TrimBlanks(name))) named.push_back(row.ID);
   }
+  return named;
+}
+
+std::vector<int> NameTakenBy(const std::vector<CampaignListRow>& list, const QString& name, int own) {
+  std::vector<int> named = CampaignsNamed(list, name);
+  if (std::find(named.begin(), named.end(), own) != named.end()) named.clear();
   return named;
 }
 

@@ -39,6 +39,10 @@ inline constexpr int kInitialHistoryEvents = 50;
 /// The campaigns that have a name; its case and blanks around it do not matter.
 [[nodiscard]] std::vector<int> CampaignsNamed(const std::vector<CampaignListRow>& list, const QString& name);
 
+/// The other campaigns that have a name which a campaign is to be given. None when it has that name already: then nothing changes.
+/// \param own  the campaign that gets the name; below 1: a new one
+[[nodiscard]] std::vector<int> NameTakenBy(const std::vector<CampaignListRow>& list, const QString& name, int own);
+
 /// The history, in the host's order.
 /// \param viewAll  every event instead of the most recent `kInitialHistoryEvents`
 /// \return nothing when the database failed (already reported, unless it was never connected)

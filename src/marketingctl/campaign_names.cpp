@@ -15,13 +15,6 @@ QString NumbersOf(const std::vector<int>& campaigns) {
   return numbers.join(QStringLiteral(", "));
 }
 
-/// \return nothing when the list could not be read, which was told
-std::optional<std::vector<int>> CampaignsOfName(Program& program, const QString& name) {
-  const auto list = LoadCampaigns(program.app.statements);
-  if (!list) return std::nullopt;
-  return CampaignsNamed(*list, name);
-}
-
 }  // namespace
 
 std::optional<int> FindCampaign(Program& program, const std::string& argument) {
@@ -31,15 +24,16 @@ std::optional<int> FindCampaign(Program& program, const std::string& argument) {
   if (isId) return id;
   static const QRegularExpression number(QStringLiteral("^[+-]?[0-9]+$"));
   if (number.match(text).hasMatch()) throw CLI::ValidationError("ID: " + argument + " is too large for a number");
-  const auto campaigns = CampaignsOfName(program, text);
-  if (!campaigns) return std::nullopt;
-  if (campaigns->size() == 1) return campaigns->front();
-  if (campaigns->empty()) {
+  const auto list = LoadCampaigns(program.app.statements);
+  if (!list) return std::nullopt;
+  const std::vector<int> campaigns = CampaignsNamed(*list, text);
+  if (campaigns.size() == 1) return campaigns.front();
+  if (campaigns.empty()) {
     Refuse(Reason::kUnknownCampaign,
            QStringLiteral("There is no campaign \"%1\". \"campaigns list\" shows all.").arg(text));
   } else {
     Refuse(Reason::kAmbiguousName, QStringLiteral("Several campaigns are named \"%1\": %2. Say which by its number.")
-                                       .arg(text, NumbersOf(*campaigns)));
+                                       .arg(text, NumbersOf(campaigns)));
   }
   return std::nullopt;
 }
@@ -50,13 +44,13 @@ bool NameMayBeUsed(Program& program, const QString& name, bool allowSameName, in
     return false;
   }
   if (allowSameName) return true;
-  auto campaigns = CampaignsOfName(program, name);
-  if (!campaigns) return false;
-  std::erase(*campaigns, own);
-  if (campaigns->empty()) return true;
+  const auto list = LoadCampaigns(program.app.statements);
+  if (!list) return false;
+  const std::vector<int> campaigns = NameTakenBy(*list, name, own);
+  if (campaigns.empty()) return true;
   Refuse(Reason::kNameTaken,
          QStringLiteral("There is a campaign \"%1\" already (%2). --allow-same-name makes another of that name.")
-             .arg(name, NumbersOf(*campaigns)));
+             .arg(name, NumbersOf(campaigns)));
   return false;
 }
 

@@ -229,9 +229,7 @@ void frmCampaigns::Save() {
 }
 
 bool frmCampaigns::NameMayBeUsed(const QString& name, int own) {
-  std::vector<int> others = CampaignsNamed(campaigns_, name);
-  std::erase(others, own);
-  if (others.empty()) return true;
+  if (NameTakenBy(campaigns_, name, own).empty()) return true;
   const Message question{
       .text =
           QStringLiteral("There is another campaign named '%1'.\r\rUse the name a second time?").arg(name.trimmed()),
