@@ -21,7 +21,8 @@ namespace qbx::test {
 ///   EXPECT_THAT(ui.MessageTexts(), ElementsAre("Campaign saved."));
 ///
 /// A box with more than one button, and an input box, that nothing answers fail the test with their text (and get the
-/// answer "No", "Cancel", empty). So do answers left over at the end. A box with one button needs no answer.
+/// answer "No", "Cancel", empty). So do answers left over at the end, except to "Lose any changes ...?",
+/// which comes only when something would be lost. A box with one button needs no answer.
 class ScriptedUi final : public UserInterface {
  public:
   using MessageRule = std::function<std::optional<MessageAnswer>(const Message&)>;
