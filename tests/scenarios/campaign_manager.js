@@ -92,6 +92,10 @@ check("Copy asks for a name, of which 40 characters are taken; none copies nothi
   }
   assertEqual(list.rowCount, count);
   assertEqual([inputBoxes()[0].caption, inputBoxes()[0].text], ["Copy Campaign", ""]);
+  answerInput("LAPSED customers ");
+  answer("There is another campaign named 'LAPSED customers'.", "No");
+  window.control("cmdCopy").click();
+  assertEqual([list.rowCount, lastMessage().defaultButton], [count, "No"]);
   const name = "A name of exactly forty-one characters !X";
   answerInput(name);
   window.control("cmdCopy").click();
@@ -107,7 +111,7 @@ check("Delete asks first", () => manage((window, list) => {
   const question = "OK to delete the selected Campaign 'MOT due soon'?";
   answer(question, "No");
   window.control("cmdDelete").click();
-  assertEqual(lastMessage().icon, "question");
+  assertEqual([lastMessage().icon, lastMessage().defaultButton], ["question", "No"]);
   assertEqual(stored("MOT due soon").length, 1);
   answer(question, "Yes");
   window.control("cmdDelete").click();

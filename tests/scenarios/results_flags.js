@@ -56,7 +56,7 @@ check("Processed is changed only after a Yes, which is asked for once", () => {
     answer(question, reply);
     grid.clickCell(0, "Processed");
     assertEqual(lastMessage().text, question);
-    assertEqual(lastMessage().icon, "question");
+    assertEqual([lastMessage().icon, lastMessage().defaultButton], ["question", "No"]);
     assertEqual(grid.cell(0, "Processed"), reply);
   }
   grid.clickCell(0, "Processed");

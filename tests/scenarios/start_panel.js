@@ -72,12 +72,17 @@ check("Yes starts afresh: no dates, the first group, first step, counts without 
   assertEqual([control("lblRecords0").text, control("lblRecords1").text], ["Records found:", "Records found:"]);
 });
 
-check("loading asks first when something would be lost; a loaded campaign is shown with its name and query", () => {
-  selectTab(1);
-  control("tvQuery").choose("Top Customers");
+check("what was not touched is left without a question", () => {
+  clearMessages();
+  press("Ctrl+N");
+  assertEqual(messages(), []);
+});
+
+check("loading asks first; a loaded campaign is shown with its name and query", () => {
+  control("tvQuery").choose("All Vehicles");
   answer("Lose any changes and load an existing campaign?", "No");
   control("mnuLoad").trigger();
-  assertEqual(lastMessage().icon, "question");
+  assertEqual([lastMessage().icon, lastMessage().defaultButton], ["question", "No"]);
   answer("Lose any changes and load an existing campaign?", "Yes");
   onWindow("frmCampaigns", manager => {
     manager.control("lstCampaigns").choose("MOT due");

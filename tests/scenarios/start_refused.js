@@ -4,7 +4,7 @@ check("without a user it says where to start it from, and ends", () => {
   answer("Please run ");
   assertEqual(start({commandLine: ""}), "refused");
   assertMatch(lastMessage().text, /^Please run .+ from within the main QBX program\.$/);
-  assertEqual(lastMessage().icon, "exclamation");
+  assertEqual([lastMessage().icon, lastMessage().caption], ["exclamation", "QBX Marketing & Reporting Module"]);
   assertEqual(windows(), []);
   assertEqual(calls(), [], "nobody connected");
 });
@@ -16,7 +16,7 @@ check("without a user it says where to start it from, and ends", () => {
   assertEqual(messages().length, 1);
   assertEqual(lastMessage().text, "Command line options: /Backup /ReIndex /Silent /File:QBX.DAT\n\n" +
                                   "Command line parameters need to be passed in the order shown above.");
-  assertEqual(lastMessage().icon, "information");
+  assertEqual([lastMessage().icon, lastMessage().caption], ["information", "QBX Marketing & Reporting Module"]);
   assertEqual(statusTexts(), ["QBX Marketing & Reporting Module will now exit."]);
   assertEqual(windows(), []);
 }));
