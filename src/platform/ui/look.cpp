@@ -181,15 +181,19 @@ QColor Raised(const QColor& colour) {
   return colour.lighter(140);
 }
 
+/// The highlight, brought out where it is a line and not a background.
+QColor AccentColour(const QPalette& palette) {
+  const QColor window = palette.color(QPalette::Window);
+  return Readable(palette.color(QPalette::Highlight), palette.color(QPalette::WindowText), {window, Raised(window)},
+                  kMarkContrast);
+}
+
 QColor LineColour(Drawing drawing, QIcon::Mode mode) {
   const QPalette palette = QApplication::palette();
   if (mode == QIcon::Disabled) return palette.color(QPalette::Disabled, QPalette::ButtonText);
   if (mode == QIcon::Selected) return palette.color(QPalette::HighlightedText);
   const bool coloured = drawing == Drawing::kLogo || drawing == Drawing::kInformation;
-  if (!coloured) return palette.color(QPalette::ButtonText);
-  const QColor window = palette.color(QPalette::Window);
-  return Readable(palette.color(QPalette::Highlight), palette.color(QPalette::WindowText), {window, Raised(window)},
-                  kMarkContrast);
+  return coloured ? AccentColour(palette) : palette.color(QPalette::ButtonText);
 }
 
 class DrawnIconEngine : public QIconEngine {
@@ -234,8 +238,8 @@ QColor FrameColour(const QPalette& palette) {
                   {Raised(palette.color(QPalette::Window))}, kFrameContrast);
 }
 
-/// Fusion draws the outlines of boxes in a darker window colour, which a dark palette swallows. Boxes that have the focus
-/// keep the mark of it.
+/// Fusion draws the outlines of boxes in a darker window colour, and the mark of the focus in a darker highlight; a dark
+/// palette swallows both.
 class OutlinedFusion : public QProxyStyle {
  public:
   OutlinedFusion() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -243,22 +247,23 @@ class OutlinedFusion : public QProxyStyle {
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
     QProxyStyle::drawPrimitive(element, option, painter, widget);
-    const bool focused = (option->state & State_HasFocus) != 0;
-    if (element == PE_Frame || element == PE_IndicatorCheckBox || (element == PE_FrameLineEdit && !focused))
-      Outline(*option, *painter);
+    if (element == PE_Frame || element == PE_IndicatorCheckBox)
+      Outline(*option, *painter, false);
+    else if (element == PE_FrameLineEdit)
+      Outline(*option, *painter, (option->state & State_HasFocus) != 0);
   }
 
   void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                           const QWidget* widget) const override {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
-    if (control == CC_ComboBox && (option->state & State_HasFocus) == 0) Outline(*option, *painter);
+    if (control == CC_ComboBox) Outline(*option, *painter, (option->state & State_HasFocus) != 0);
   }
 
  private:
-  static void Outline(const QStyleOption& option, QPainter& painter) {
+  static void Outline(const QStyleOption& option, QPainter& painter, bool focused) {
     if (!IsDark(option.palette)) return;
     painter.save();
-    painter.setPen(FrameColour(option.palette));
+    painter.setPen(focused ? AccentColour(option.palette) : FrameColour(option.palette));
     painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
     painter.restore();
   }
