@@ -67,10 +67,4 @@ QString CampaignCopyName(const QString& typed) {
   return CutText(typed, kCopyNameLength);
 }
 
-QString CutNameText(const QString& typed) {
-  const QString name = CampaignCopyName(typed);
-  return name.isEmpty() || name == typed ? QString()
-                                         : QStringLiteral("The name of the copy was cut to \"%1\".").arg(name);
-}
-
 }  // namespace qbx

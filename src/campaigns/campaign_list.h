@@ -54,7 +54,5 @@ inline constexpr int kInitialHistoryEvents = 50;
 /// The name under which a copy is stored: the first 40 characters of what was typed (a surrogate pair is not cut in
 /// two). Empty: no copy is made.
 [[nodiscard]] QString CampaignCopyName(const QString& typed);
-/// What the user is told when the name of a copy was cut; empty when it was not.
-[[nodiscard]] QString CutNameText(const QString& typed);
 
 }  // namespace qbx

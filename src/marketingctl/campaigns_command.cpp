@@ -116,7 +116,7 @@ int Copy(Program& program, int id, const CampaignsArguments& arguments) {
   if (!program.app.campaignStorage.LoadCampaign(id)) return kRefused;
   const int newId = program.app.campaignStorage.CopyCampaign(id, copyName);
   if (newId < 1) return kRefused;
-  if (const QString cut = CutNameText(typed); !cut.isEmpty()) PrintNote(cut);
+  if (copyName != typed) PrintNote(QStringLiteral("The name of the copy was cut to \"%1\".").arg(copyName));
   return PrintId(program, newId);
 }
 

@@ -274,7 +274,6 @@ void frmCampaigns::Copy() {
   if (name.isEmpty() || !NameMayBeUsed(name, 0)) return;
   const bool copied = parts_.storage.CopyCampaign(lCampaignId, name) != 0;
   if (copied || CampaignIsGone(parts_.statements, lCampaignId)) RefreshLists(false);
-  if (copied && !CutNameText(typed).isEmpty()) Tell(CutNameText(typed));
 }
 
 void frmCampaigns::Delete() {

@@ -1,6 +1,7 @@
 #include "dispatch/ui/frmSendEmail.h"
 
 #include <QApplication>
+#include <QMainWindow>
 
 #include "platform/ui/widget_ui.h"
 #include "ui_frmSendEmail.h"
@@ -36,9 +37,16 @@ void frmSendEmail::Open(bool viaQbxServer) {
   ShowTexts(true);
   layout()->activate();
   resize(width(), minimumSizeHint().height());
-  if (const QWidget* owner = QApplication::activeWindow(); owner != nullptr && owner != this && !isVisible())
-    move(owner->frameGeometry().center() - QPoint(width() / 2, height()));
+  if (!isVisible()) PlaceOverMainWindow();
   show();
+}
+
+/// Below the middle of the main window, so that its buttons stay in sight.
+void frmSendEmail::PlaceOverMainWindow() {
+  for (const QWidget* window : QApplication::topLevelWidgets()) {
+    if (qobject_cast<const QMainWindow*>(window) == nullptr || !window->isVisible()) continue;
+    move(window->frameGeometry().center() - QPoint(width() / 2, 0));
+  }
 }
 
 void frmSendEmail::SetStatus(const QString& text) {

@@ -32,6 +32,7 @@ class frmSendEmail : public QDialog, public SendEmailView {
   void reject() override;
 
  private:
+  void PlaceOverMainWindow();
   void ShowTexts(bool atOnce);
 
   std::unique_ptr<Ui::frmSendEmail> ui_;
