@@ -12,6 +12,7 @@
 #include "dispatch/sms_gateway.h"
 #include "dispatch/test_messages.h"
 #include "network/mime_message.h"
+#include "printing/print_report.h"
 #include "queries/process_query.h"
 #include "results/counters.h"
 #include "results/flags.h"
@@ -58,6 +59,8 @@ class CampaignDesk {
   [[nodiscard]] TestMessages MakeTestMessages();
   /// A run of the current rows; the observer must outlive it.
   [[nodiscard]] Mailshot MakeMailshot(MailshotObserver& observer);
+  /// Runs reports of the current campaign; the outlet must outlive it.
+  [[nodiscard]] ReportPrinter MakeReportPrinter(ReportOutlet& outlet);
 
  private:
   Application& app_;

@@ -66,6 +66,12 @@ const char* AnswerText(MessageAnswer answer) {
       return "No";
     case MessageAnswer::kCancel:
       return "Cancel";
+    case MessageAnswer::kAbort:
+      return "Abort";
+    case MessageAnswer::kRetry:
+      return "Retry";
+    case MessageAnswer::kIgnore:
+      return "Ignore";
     case MessageAnswer::kOk:
       break;
   }

@@ -1,0 +1,103 @@
+// Running a report: opened, connected, filled, then shown, printed or written to a PDF file.
+
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "database/event_log.h"
+#include "diagnostics/diagnostics.h"
+#include "printing/connected_rows.h"
+#include "printing/report_fields.h"
+#include "printing/report_state.h"
+#include "reports/pdf_export.h"
+#include "reports/report.h"
+#include "settings/user_options.h"
+
+namespace qbx {
+
+enum class ReportMode { kPreview = 0, kPrint = 1, kPdf = 2 };
+
+/// A report that is ready to be looked at or printed.
+struct ReportRun {
+  const Report& report;
+  ReportDatabase& database;
+  QString caption;  ///< the report's title, or its name
+  QString reportName;
+  int recordType = 0;
+  bool landscape = false;
+  QString printer;  ///< the user's printer for reports; empty: the system's default
+};
+
+/// Where reports go that do not go to a file: windows, and the system's printers.
+class ReportOutlet {
+ public:
+  virtual ~ReportOutlet() = default;
+  /// Shows the report until the user closes it.
+  virtual void Preview(const ReportRun& run) = 0;
+  /// \param prompt  asks for printer, copies and pages first
+  /// \throws ReportError
+  virtual void Print(const ReportRun& run, bool prompt) = 0;
+};
+
+/// Of a program that has neither windows nor printers.
+class NoOutlet final : public ReportOutlet {
+ public:
+  void Preview(const ReportRun&) override {}
+  void Print(const ReportRun&, bool) override {}
+};
+
+/// What running a report works with. References only.
+struct ReportPrinterParts {
+  const StartupValues& startup;
+  const Options& options;
+  const UserOptions& userOptions;
+  const CurrentCampaign& campaign;
+  Connection& connection;
+  EventLog& events;
+  Diagnostics diagnostics;
+  ReportOutlet& outlet;
+};
+
+/// One report at a time, from its definition to where it comes out. All outcomes are shown to the user.
+class ReportPrinter {
+ public:
+  explicit ReportPrinter(const ReportPrinterParts& parts) : parts_(parts) {}
+
+  /// The state that goes on from run to run; a caller sets the PDF file name and the filter before a run.
+  ReportState state;
+
+  /// \param prompt  of kPrint: whether the print dialog is shown first
+  /// \return whether the report came out: its preview opened, its pages were printed, or its file was written
+  bool PrintReport(const QString& path, ReportMode mode, bool prompt, const ReportRunValues& values);
+
+  /// Told of each page that is written to a PDF; returns false to stop.
+  void OnPage(PageProgress told) { onPage_ = std::move(told); }
+  /// Gives the rows of the next run, and which of their columns a list leaves out; its table is not read then.
+  void FeedNextRun(Recordset rows, QSet<QString> hiddenColumns);
+
+ private:
+  bool Step(const std::function<void()>& step);
+  [[nodiscard]] bool IgnoreError(qint64 number, const QString& description, bool& repeat);
+  bool InitialiseReport(const QString& path);
+  void ConnectTables(const QString& path);
+  void TakeValues(const QString& path, ReportMode mode, const ReportRunValues& values);
+  bool FillReport();
+  bool ApplyFilter();
+  void Deliver(ReportMode mode, bool prompt);
+  void WritePdfFile(ConnectedRows& database);
+  void Say(const QString& text) const;
+  [[nodiscard]] ReportFacts Facts() const;
+  void EndRun();
+
+  ReportPrinterParts parts_;
+  std::optional<Report> report_;
+  bool cameOut_ = false;
+  PageProgress onPage_;
+  std::optional<Recordset> rows_;
+  QSet<QString> hiddenColumns_;
+};
+
+}  // namespace qbx

@@ -1,0 +1,18 @@
+// A laid out page, painted.
+
+#pragma once
+
+#include <QPainter>
+
+#include "reports/report_page.h"
+
+namespace qbx {
+
+/// Paints a page with 96 units to an inch; the caller scales.
+/// \param pages  of how many pages the report is; 0: not known yet, "page n of m" then reads "page n"
+void PaintPage(QPainter& painter, const ReportPage& page, int pages);
+
+/// The text of an object as it is painted.
+[[nodiscard]] QString ShownText(const PlacedObject& placed, int pages);
+
+}  // namespace qbx

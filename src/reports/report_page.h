@@ -1,0 +1,34 @@
+// A page as it was laid out.
+
+#pragma once
+
+#include <QByteArray>
+#include <QRectF>
+#include <QString>
+#include <QTextDocument>
+#include <memory>
+#include <vector>
+
+#include "reports/report_definition.h"
+
+namespace qbx {
+
+/// An object at its place on the page.
+struct PlacedObject {
+  const ReportObject* object = nullptr;
+  QRectF frame;       ///< from the top left corner of the sheet
+  QString text = {};  ///< of a text, with the marks of report_values.h; the RTF of a rich text
+  qreal from = 0;     ///< of a rich text: the slice of it that stands here
+  qreal to = 0;
+  bool cut = false;                              ///< a text that may shrink does not fit in its smallest size either
+  std::shared_ptr<QTextDocument> document = {};  ///< of a rich text, while it is at hand
+};
+
+struct ReportPage {
+  int number = 0;  ///< 1 the first
+  bool beginsDocument =
+      false;  ///< the first page of a group that counts its pages, or of the report: what is printed as one begins here
+  std::vector<PlacedObject> objects = {};
+};
+
+}  // namespace qbx
