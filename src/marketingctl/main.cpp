@@ -42,6 +42,7 @@ int main(int argc, char** argv) {
   qbx::ctl::AddPreviewCommand(runner);
   qbx::ctl::AddCreditsCommand(runner);
   qbx::ctl::AddSendCommand(runner);
+  qbx::ctl::AddLettersCommand(runner);
   qbx::ctl::AddReportCommand(runner);
   qbx::ctl::AddLogCommand(runner);
   qbx::ctl::AddEncipherCommand(runner);

@@ -48,7 +48,8 @@ int MakeReport(Program& program, const ReportArguments& arguments) {
     return true;
   });
   reports.state.pdfFileName = QString::fromStdString(arguments.pdf);
-  if (!reports.PrintReport(PathOf(app, arguments.file), ReportMode::kPdf, false, values)) return kRefused;
+  if (reports.PrintReport(PathOf(app, arguments.file), ReportMode::kPdf, false, values) == ReportOutcome::kFailed)
+    return kRefused;
   if (program.json) {
     PrintJson(
         QJsonObject{{QStringLiteral("file"), QString::fromStdString(arguments.pdf)}, {QStringLiteral("pages"), pages}});

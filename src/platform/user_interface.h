@@ -29,6 +29,7 @@ enum class Question {
   kCancelQueuedEmails,
   kGoOnSending,
   kChangeProcessedFlags,
+  kLettersAgain,
 };
 
 /// Why something is refused, as far as a script has to tell reasons apart. The headless runner gives each a code (`ErrorCodes`); to windows they

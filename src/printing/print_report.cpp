@@ -35,17 +35,18 @@ QString NameOfReport(const QString& path) {
 
 }  // namespace
 
-bool ReportPrinter::PrintReport(const QString& path, ReportMode mode, bool prompt, const ReportRunValues& values) {
+ReportOutcome ReportPrinter::PrintReport(const QString& path, ReportMode mode, bool prompt,
+                                         const ReportRunValues& values) {
   if (!QFileInfo::exists(path)) {
     parts_.diagnostics.status.Close();
     Say(QStringLiteral("The document or report could not created because a file is missing.\r\rFile: %1").arg(path));
-    return false;
+    return ReportOutcome::kFailed;
   }
   if (mode == ReportMode::kPdf && state.pdfFileName.isEmpty()) {
     Say(QStringLiteral("Report to PDF but no PDF Filename Specified."));
-    return false;
+    return ReportOutcome::kFailed;
   }
-  cameOut_ = false;
+  outcome_ = ReportOutcome::kFailed;
   TakeValues(path, mode, values);
   parts_.diagnostics.ui.SetBusy(true);
   if (InitialiseReport(path) && FillReport() && ApplyFilter()) {
@@ -54,7 +55,7 @@ bool ReportPrinter::PrintReport(const QString& path, ReportMode mode, bool promp
     Step([&] { Deliver(mode, prompt); });
   }
   EndRun();
-  return cameOut_;
+  return outcome_;
 }
 
 void ReportPrinter::TakeValues(const QString& path, ReportMode mode, const ReportRunValues& values) {
@@ -134,11 +135,11 @@ void ReportPrinter::Deliver(ReportMode mode, bool prompt) {
                       .landscape = state.landscape,
                       .printer = parts_.userOptions.REPORT_PRINTER};
   if (mode == ReportMode::kPreview) {
-    parts_.outlet.Preview(run);
+    outcome_ = parts_.outlet.Preview(run) ? ReportOutcome::kOut : ReportOutcome::kLookedAt;
   } else {
     parts_.outlet.Print(run, prompt);
+    outcome_ = ReportOutcome::kOut;
   }
-  cameOut_ = true;
 }
 
 void ReportPrinter::WritePdfFile(ConnectedRows& database) {
@@ -147,7 +148,8 @@ void ReportPrinter::WritePdfFile(ConnectedRows& database) {
     return !parts_.diagnostics.status.Cancelled() && (!onPage_ || onPage_(page));
   };
   const QString title = state.reportTitle.isEmpty() ? state.reportName : state.reportTitle;
-  cameOut_ = ExportPdf(*report_, report_->LayOut(database, {}), state.pdfFileName, title, progress);
+  if (ExportPdf(*report_, report_->LayOut(database, {}), state.pdfFileName, title, progress))
+    outcome_ = ReportOutcome::kOut;
 }
 
 /// Runs a step, again when the user wants it.

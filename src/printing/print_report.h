@@ -31,12 +31,20 @@ struct ReportRun {
   QString printer;  ///< the user's printer for reports; empty: the system's default
 };
 
+/// What has become of a report.
+enum class ReportOutcome {
+  kFailed,    ///< it did not come out; the user was told why
+  kLookedAt,  ///< its preview was closed, and it was neither printed nor saved
+  kOut,       ///< it was printed, or written to a file
+};
+
 /// Where reports go that do not go to a file: windows, and the system's printers.
 class ReportOutlet {
  public:
   virtual ~ReportOutlet() = default;
   /// Shows the report until the user closes it.
-  virtual void Preview(const ReportRun& run) = 0;
+  /// \return whether it was printed or saved from there
+  virtual bool Preview(const ReportRun& run) = 0;
   /// \param prompt  asks for printer, copies and pages first
   /// \throws ReportError
   virtual void Print(const ReportRun& run, bool prompt) = 0;
@@ -45,7 +53,7 @@ class ReportOutlet {
 /// Of a program that has neither windows nor printers.
 class NoOutlet final : public ReportOutlet {
  public:
-  void Preview(const ReportRun&) override {}
+  bool Preview(const ReportRun&) override { return false; }
   void Print(const ReportRun&, bool) override {}
 };
 
@@ -70,8 +78,7 @@ class ReportPrinter {
   ReportState state;
 
   /// \param prompt  of kPrint: whether the print dialog is shown first
-  /// \return whether the report came out: its preview opened, its pages were printed, or its file was written
-  bool PrintReport(const QString& path, ReportMode mode, bool prompt, const ReportRunValues& values);
+  ReportOutcome PrintReport(const QString& path, ReportMode mode, bool prompt, const ReportRunValues& values);
 
   /// Told of each page that is written to a PDF; returns false to stop.
   void OnPage(PageProgress told) { onPage_ = std::move(told); }
@@ -94,7 +101,7 @@ class ReportPrinter {
 
   ReportPrinterParts parts_;
   std::optional<Report> report_;
-  bool cameOut_ = false;
+  ReportOutcome outcome_ = ReportOutcome::kFailed;
   PageProgress onPage_;
   std::optional<Recordset> rows_;
   QSet<QString> hiddenColumns_;

@@ -49,7 +49,7 @@ class DefinitionChecks {
       qreal height = sheet.height() - paper.top - paper.bottom;
       for (const auto* sections : {&report_.pageHeaders, &report_.pageFooters})
         for (const ReportSection& section : *sections)
-          if (section.pages == OnPages::kAll || section.pages == pages) height -= SectionHeight(section);
+          if (section.pages == OnPages::kAll || section.pages == pages) height -= section.height;
       if (height < kLeastBodyHeight || sheet.width() - paper.left - paper.right < kLeastBodyHeight)
         Fail(QStringLiteral("Margins, page headers and page footers leave no room for rows."));
     }

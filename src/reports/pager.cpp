@@ -150,14 +150,14 @@ void Pager::PlaceSections(const std::vector<ReportSection>& sections, qreal y) {
     const ReportTotals& totals = placed_.totals ? *placed_.totals : noTotals;
     ReportBand band = MakeBand(section, {report_, parameters_, row, totals, 0, numbers_}, choices_);
     PutOnPage(std::move(band.objects), y);
-    y += SectionHeight(section);
+    y += section.height;
   }
 }
 
 qreal Pager::HeightOf(const std::vector<ReportSection>& sections) const {
   qreal height = 0;
   for (const ReportSection& section : sections)
-    if (Shows(section)) height += SectionHeight(section);
+    if (Shows(section)) height += section.height;
   return height;
 }
 

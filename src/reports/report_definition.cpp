@@ -8,13 +8,6 @@ QSizeF SheetOf(const ReportPaper& paper) {
   return paper.landscape ? paper.size.transposed() : paper.size;
 }
 
-qreal SectionHeight(const ReportSection& section) {
-  qreal height = section.height;
-  for (const ReportObject& object : section.objects)
-    height = std::max(height, object.frame.bottom());
-  return height;
-}
-
 void ForEachSection(ReportDefinition& report, const std::function<void(ReportSection&)>& visit) {
   if (report.reportHeader) visit(*report.reportHeader);
   std::ranges::for_each(report.pageHeaders, visit);

@@ -109,7 +109,8 @@ struct ReportObject {
 };
 
 struct ReportSection {
-  qreal height = 0;  ///< at least; it grows with its objects
+  qreal height =
+      0;  ///< at least: it grows with its objects, except in page headers and footers, whose objects may stand anywhere on the page
   bool breakBefore = false;
   bool breakAfter = false;
   OnPages pages = OnPages::
@@ -170,9 +171,6 @@ struct ReportDefinition {
 
 /// The sheet as it lies.
 [[nodiscard]] QSizeF SheetOf(const ReportPaper& paper);
-
-/// The height of a section whose objects did not grow.
-[[nodiscard]] qreal SectionHeight(const ReportSection& section);
 
 /// Calls `visit` with every section of a report, those of its subreports left out.
 void ForEachSection(ReportDefinition& report, const std::function<void(ReportSection&)>& visit);
