@@ -99,7 +99,7 @@ LetterSummary LetterRun::GenerateLetters(int campaignId, const QString& letter, 
   }
   if (summary_.letters == 0) return summary_;
   services_.resultsLog.LogProcessResult(QStringLiteral("Generating Print Preview"));
-  if (!OpenLetterReport(choices.pdfFile)) return summary_;
+  if (!OpenLetterReport(choices)) return summary_;
   summary_.done = true;
   if (choices.markProcessed) MarkLettersAsProcessed(campaignId);
   return summary_;
@@ -225,9 +225,10 @@ void LetterRun::CreateLetter(const Recordset& row, const QString& merged, Record
 }
 
 /// \return whether the letters came out, or the user says so
-bool LetterRun::OpenLetterReport(const QString& pdfFile) {
-  services_.reports.state.pdfFileName = pdfFile;
-  const ReportMode mode = pdfFile.isEmpty() ? ReportMode::kPreview : ReportMode::kPdf;
+bool LetterRun::OpenLetterReport(const LetterChoices& choices) {
+  services_.reports.state.pdfFileName = choices.pdfFile;
+  services_.reports.TakePages({.firstDocument = choices.firstLetter, .lastDocument = choices.lastLetter});
+  const ReportMode mode = choices.pdfFile.isEmpty() ? ReportMode::kPreview : ReportMode::kPdf;
   const QString path = LetterReportPath(services_.startup.ProgramFolder, services_.options);
   switch (services_.reports.PrintReport(path, mode, true, {Value(QString())})) {
     case ReportOutcome::kOut:
@@ -241,15 +242,17 @@ bool LetterRun::OpenLetterReport(const QString& pdfFile) {
                          .icon = MessageIcon::kQuestion,
                          .buttons = MessageButtons::kYesNo,
                          .defaultAnswer = MessageAnswer::kNo};
-  return services_.diagnostics.ui.ShowMessage(question) == MessageAnswer::kYes;
+  marksAll_ = services_.diagnostics.ui.ShowMessage(question) == MessageAnswer::kYes;
+  return marksAll_;
 }
 
 void LetterRun::MarkLettersAsProcessed(int campaignId) {
   Connection& connection = services_.statements.Shared();
   try {
     Transaction transaction(connection.Driver());
-    for (const qint64 recordId : made_)
-      static_cast<void>(journal_.Write(recordId, campaignId, Channel::kLetter, JournalState::kSent));
+    for (size_t i = 0; i < made_.size(); ++i)
+      if (marksAll_ || services_.reports.Taken().Holds(static_cast<int>(i) + 1))
+        static_cast<void>(journal_.Write(made_[i], campaignId, Channel::kLetter, JournalState::kSent));
     const Recordset marked = Procedure(connection, "proc_updp_Letters_Processed").Open({{"@CampaignID", campaignId}});
     summary_.processed = static_cast<int>(marked.RecordCount());
     transaction.Commit();

@@ -31,6 +31,8 @@ struct LetterServices {
 /// How letters come out.
 struct LetterChoices {
   QString pdfFile = {};       ///< where they are written; empty: they are shown
+  int firstLetter = 0;        ///< of the file, 1 the first; 0: from the first
+  int lastLetter = 0;         ///< 0: to the last
   bool markProcessed = true;  ///< false: nothing is written down of what came out
 };
 
@@ -70,7 +72,7 @@ class LetterRun {
   [[nodiscard]] bool CreateLetters(int campaignId, const QString& letter);
   void CreateLetter(const Recordset& row, const QString& merged, Recordset& letters);
   [[nodiscard]] bool MayGetLetter(const Recordset& row, int campaignId);
-  [[nodiscard]] bool OpenLetterReport(const QString& pdfFile);
+  [[nodiscard]] bool OpenLetterReport(const LetterChoices& choices);
   void MarkLettersAsProcessed(int campaignId);
   void LeaveOut(const Recordset& row, const QString& reason);
   void Tell(const QString& text, MessageIcon icon);
@@ -80,7 +82,8 @@ class LetterRun {
   SendJournal journal_;
   SendRefusals refusals_;
   QHash<qint64, JournalEntry> before_;  // what is on record of the campaign's rows
-  std::vector<qint64> made_;            // rows whose letter is "sending"
+  std::vector<qint64> made_;            // rows whose letter is "sending", in the order of the letters
+  bool marksAll_ = false;               // the user says so of letters that were only looked at
   LetterSummary summary_;
 };
 

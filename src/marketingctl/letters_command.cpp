@@ -13,6 +13,8 @@ namespace {
 struct LettersArguments {
   std::string id;
   std::string pdf;
+  int fromLetter = 0;
+  int toLetter = 0;
   bool again = false;
   bool noMark = false;
 };
@@ -41,10 +43,12 @@ int MakeLetters(Program& program, const LettersArguments& arguments) {
   TerminalLetters observer(program.ui);
   ReportPrinter reports = program.desk.MakeReportPrinter(outlet);
   const int listener = program.desk.resultsLog.Listen([](const QString& line) { PrintNote(line); });
-  const LetterSummary summary =
-      program.desk.MakeLetterRun(reports, observer)
-          .GenerateLetters(*id, app.campaign.record.Letter,
-                           {.pdfFile = QString::fromStdString(arguments.pdf), .markProcessed = !arguments.noMark});
+  const LetterSummary summary = program.desk.MakeLetterRun(reports, observer)
+                                    .GenerateLetters(*id, app.campaign.record.Letter,
+                                                     {.pdfFile = QString::fromStdString(arguments.pdf),
+                                                      .firstLetter = arguments.fromLetter,
+                                                      .lastLetter = arguments.toLetter,
+                                                      .markProcessed = !arguments.noMark});
   program.desk.resultsLog.StopListening(listener);
   if (HeadlessUi::Interrupted()) return Refuse(Reason::kInterrupted, QStringLiteral("The letters were interrupted."));
   if (program.json) {
@@ -68,6 +72,10 @@ void AddLettersCommand(Runner& runner) {
       *runner.Root().add_subcommand("letters", "Write the letters of a campaign to a PDF file and mark their rows");
   command.add_option("ID", arguments->id, "Campaign, by number or name")->required();
   command.add_option("--pdf", arguments->pdf, "PDF file; one that exists is replaced")->required()->type_name("FILE");
+  command.add_option("--from-letter", arguments->fromLetter, "First letter to write, 1 the first")
+      ->check(CLI::PositiveNumber);
+  command.add_option("--to-letter", arguments->toLetter, "Last letter to write; the others stay due")
+      ->check(CLI::PositiveNumber);
   command.add_flag("--again", arguments->again, "Make letters again that went out before");
   command.add_flag("--no-mark", arguments->noMark, "Write the file only: no row is marked, and the letters stay due");
   command.footer("Example: marketingctl --folder garage --user Pat letters 12 --pdf letters.pdf");

@@ -47,6 +47,7 @@ ReportOutcome ReportPrinter::PrintReport(const QString& path, ReportMode mode, b
     return ReportOutcome::kFailed;
   }
   outcome_ = ReportOutcome::kFailed;
+  taken_ = {};
   TakeValues(path, mode, values);
   parts_.diagnostics.ui.SetBusy(true);
   if (InitialiseReport(path) && FillReport() && ApplyFilter()) {
@@ -135,9 +136,11 @@ void ReportPrinter::Deliver(ReportMode mode, bool prompt) {
                       .landscape = state.landscape,
                       .printer = parts_.userOptions.REPORT_PRINTER};
   if (mode == ReportMode::kPreview) {
-    outcome_ = parts_.outlet.Preview(run) ? ReportOutcome::kOut : ReportOutcome::kLookedAt;
+    taken_ = parts_.outlet.Preview(run);
+    outcome_ = taken_.Any() ? ReportOutcome::kOut : ReportOutcome::kLookedAt;
   } else {
     parts_.outlet.Print(run, prompt);
+    taken_.all = true;
     outcome_ = ReportOutcome::kOut;
   }
 }
@@ -145,10 +148,12 @@ void ReportPrinter::Deliver(ReportMode mode, bool prompt) {
 void ReportPrinter::WritePdfFile(ConnectedRows& database) {
   const auto progress = [this](const ReportPage& page) {
     parts_.diagnostics.ui.PumpEvents();
+    taken_.documents.insert(page.document);
     return !parts_.diagnostics.status.Cancelled() && (!onPage_ || onPage_(page));
   };
-  const QString title = state.reportTitle.isEmpty() ? state.reportName : state.reportTitle;
-  if (ExportPdf(*report_, report_->LayOut(database, {}), state.pdfFileName, title, progress))
+  const PdfChoices choices{.title = state.reportTitle.isEmpty() ? state.reportName : state.reportTitle,
+                           .range = range_};
+  if (ExportPdf(*report_, report_->LayOut(database, {}), state.pdfFileName, choices, progress))
     outcome_ = ReportOutcome::kOut;
 }
 
@@ -205,6 +210,7 @@ void ReportPrinter::EndRun() {
   report_.reset();
   rows_.reset();
   hiddenColumns_.clear();
+  range_ = {};
   state.reportTitle.clear();
   state.pdfFileName.clear();
   state.tableLocationFilter.clear();

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 
 #include "database/event_log.h"
 #include "diagnostics/diagnostics.h"
@@ -38,13 +39,22 @@ enum class ReportOutcome {
   kOut,       ///< it was printed, or written to a file
 };
 
+/// What was printed or saved of a report.
+struct TakenOut {
+  bool all = false;
+  std::set<int> documents = {};  ///< numbers of those that were, such as letters
+
+  [[nodiscard]] bool Any() const { return all || !documents.empty(); }
+  [[nodiscard]] bool Holds(int document) const { return all || documents.contains(document); }
+};
+
 /// Where reports go that do not go to a file: windows, and the system's printers.
 class ReportOutlet {
  public:
   virtual ~ReportOutlet() = default;
   /// Shows the report until the user closes it.
-  /// \return whether it was printed or saved from there
-  virtual bool Preview(const ReportRun& run) = 0;
+  /// \return what was printed or saved from there
+  virtual TakenOut Preview(const ReportRun& run) = 0;
   /// \param prompt  asks for printer, copies and pages first
   /// \throws ReportError
   virtual void Print(const ReportRun& run, bool prompt) = 0;
@@ -53,7 +63,7 @@ class ReportOutlet {
 /// Of a program that has neither windows nor printers.
 class NoOutlet final : public ReportOutlet {
  public:
-  bool Preview(const ReportRun&) override { return false; }
+  TakenOut Preview(const ReportRun&) override { return {}; }
   void Print(const ReportRun&, bool) override {}
 };
 
@@ -80,8 +90,13 @@ class ReportPrinter {
   /// \param prompt  of kPrint: whether the print dialog is shown first
   ReportOutcome PrintReport(const QString& path, ReportMode mode, bool prompt, const ReportRunValues& values);
 
+  /// What the last run printed or saved.
+  [[nodiscard]] const TakenOut& Taken() const { return taken_; }
+
   /// Told of each page that is written to a PDF; returns false to stop.
   void OnPage(PageProgress told) { onPage_ = std::move(told); }
+  /// Writes only these pages to a PDF.
+  void TakePages(const PageRange& range) { range_ = range; }
   /// Gives the rows of the next run, and which of their columns a list leaves out; its table is not read then.
   void FeedNextRun(Recordset rows, QSet<QString> hiddenColumns);
 
@@ -101,8 +116,10 @@ class ReportPrinter {
 
   ReportPrinterParts parts_;
   std::optional<Report> report_;
+  TakenOut taken_;
   ReportOutcome outcome_ = ReportOutcome::kFailed;
   PageProgress onPage_;
+  PageRange range_;
   std::optional<Recordset> rows_;
   QSet<QString> hiddenColumns_;
 };

@@ -55,11 +55,10 @@ void Pager::BeginPage() {
     FinishGroup();
     numbers_.groupPage = 0;
     ++numbers_.groupNumber;
-    page_.beginsDocument = true;
   }
   page_.number = ++numbers_.page;
   ++numbers_.groupPage;
-  page_.beginsDocument = page_.beginsDocument || page_.number == 1;
+  page_.document = std::max(1, numbers_.groupNumber);
   PlaceSections(report_.pageHeaders, report_.paper.top);
   const QSizeF sheet = SheetOf(report_.paper);
   y_ = report_.paper.top + HeightOf(report_.pageHeaders);

@@ -26,8 +26,8 @@ struct PlacedObject {
 
 struct ReportPage {
   int number = 0;  ///< 1 the first
-  bool beginsDocument =
-      false;  ///< the first page of a group that counts its pages, or of the report: what is printed as one begins here
+  int document =
+      1;  ///< what is printed as one: the number of the group that counts its pages, such as a letter; else 1
   std::vector<PlacedObject> objects = {};
 };
 
