@@ -101,6 +101,7 @@ LetterSummary LetterRun::GenerateLetters(int campaignId, const QString& letter, 
   services_.resultsLog.LogProcessResult(QStringLiteral("Generating Print Preview"));
   if (!OpenLetterReport(choices)) return summary_;
   summary_.done = true;
+  if (!choices.pdfFile.isEmpty()) summary_.letters = static_cast<int>(services_.reports.Taken().documents.size());
   if (choices.markProcessed) MarkLettersAsProcessed(campaignId);
   return summary_;
 }

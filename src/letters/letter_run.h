@@ -38,7 +38,7 @@ struct LetterChoices {
 
 struct LetterSummary {
   bool done = false;  ///< false: refused, failed or cancelled; the user was told
-  int letters = 0;    ///< made
+  int letters = 0;    ///< made; of a file those that stand in it
   int leftOut = 0;    ///< for their address, or because the customer has said no
   int processed = 0;  ///< rows marked
 };

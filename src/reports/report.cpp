@@ -103,6 +103,10 @@ bool Report::ShowsTotal() const {
   });
 }
 
+bool Report::CountsDocuments() const {
+  return std::ranges::any_of(definition_->groups, &ReportGroup::restartPages);
+}
+
 void Report::HideColumns(const QSet<QString>& fields) {
   for (const auto& part : parts_)
     qbx::HideColumns(*part, fields);

@@ -54,6 +54,9 @@ class Report {
   /// Whether a page says of how many pages the report is.
   [[nodiscard]] bool ShowsTotal() const;
 
+  /// Whether a group counts its own pages: the report is made of letters or the like.
+  [[nodiscard]] bool CountsDocuments() const;
+
   /// Takes the rows of the report from here instead of its table.
   void FeedFrom(Recordset records) { records_ = std::move(records); }
   /// Takes the columns of these fields out of a list that marks its columns; those right of them move up.
