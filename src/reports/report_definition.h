@@ -106,6 +106,7 @@ struct ReportObject {
   QString column =
       {};  ///< of a list: the field whose column it belongs to; goes when that column is hidden, and those right of it move up
   bool notOnHeadedPaper = false;  ///< paper that has it printed leaves it out
+  int line = 0;                   ///< of the file, as in what follows
 };
 
 struct ReportSection {
@@ -116,6 +117,7 @@ struct ReportSection {
   OnPages pages = OnPages::
       kAll;  ///< of page headers and footers: the first page of the report, or of the group that counts its pages
   std::vector<ReportObject> objects;
+  int line = 0;
 };
 
 /// Rows that follow each other and are equal in a field.
@@ -135,6 +137,7 @@ struct ReportSource {
   QString where;     ///< a condition with parameters ("SessionID = {?@SessionID}"); empty: all rows
   QString orderBy;   ///< columns; empty: as they come
   QString query;     ///< of a query: its one SELECT with parameters; empty: a table
+  int line = 0;
 };
 
 enum class ParameterType { kText, kNumber, kDate };
@@ -147,6 +150,7 @@ struct ParameterDefinition {
 struct FormulaDefinition {
   QString name;  ///< "@Period"
   Formula formula;
+  int line = 0;
 };
 
 struct ReportPaper {

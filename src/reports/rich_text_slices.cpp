@@ -76,6 +76,7 @@ std::shared_ptr<QTextDocument> LayOutRichText(const QString& rtf, qreal width) {
 
 RichTextCut CutRichText(const QTextDocument& document, qreal from, qreal room, bool force) {
   const qreal end = document.size().height();
+  if (room <= 0) return {.to = from, .whole = from >= end};
   LineWalk line(document);
   bool any = false;  // whether the slice has a line
   while (line.Next()) {
