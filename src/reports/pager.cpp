@@ -118,9 +118,11 @@ bool Pager::PlacePart(qreal room) {
   objects.erase(below.begin(), below.end());
   CutTexts(objects, room);
   PutOnPage(std::exchange(objects, {}), y_);
-  band_->height -= room;
+  const qreal up =
+      std::ranges::min(rest, {}, [](const PlacedObject& placed) { return placed.frame.top(); }).frame.top();
   for (PlacedObject& placed : rest)
-    placed.frame.translate(0, -room);
+    placed.frame.translate(0, -up);
+  band_->height -= up;
   objects = std::move(rest);
   return true;
 }

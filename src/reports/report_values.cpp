@@ -19,7 +19,7 @@ QString FormatNumber(double number, const QString& format) {
   const qsizetype point = format.indexOf(u'.');
   const int decimals = point < 0 ? 0 : static_cast<int>(format.size() - point - 1);
   QLocale locale = QLocale::c();
-  if (!format.contains(u',')) locale.setNumberOptions(QLocale::OmitGroupSeparator);
+  locale.setNumberOptions(format.contains(u',') ? QLocale::DefaultNumberOptions : QLocale::OmitGroupSeparator);
   return locale.toString(number, 'f', decimals);
 }
 

@@ -31,6 +31,15 @@ QString ForLayout(const QString& text) {
   return lines.replace(u'\n', QChar::LineSeparator);
 }
 
+/// How far below a line the next one stands. Qt rounds the height of lines up to whole pixels, which makes lines of small type stand too far apart.
+qreal StepBelow(const QTextLine& line, const QFont& font) {
+  constexpr qreal kLarge = 32;  // so large that rounding does not matter
+  QFont large = font;
+  large.setPointSizeF(font.pointSizeF() * kLarge);
+  const qreal exact = QFontMetricsF(large, &LayoutDevice()).height() / kLarge;
+  return line.height() < exact + 2 ? exact : line.height();  // other fonts in the line may be taller
+}
+
 std::unique_ptr<QTextLayout> BreakLines(const QString& text, const ReportStyle& style, qreal points, qreal width) {
   auto layout = std::make_unique<QTextLayout>(text, FontOf(style, points), &LayoutDevice());
   QTextOption option(style.alignment);
@@ -42,7 +51,7 @@ std::unique_ptr<QTextLayout> BreakLines(const QString& text, const ReportStyle& 
   for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine()) {
     line.setLineWidth(width);
     line.setPosition({0, y});
-    y += line.height();
+    y += StepBelow(line, layout->font());
   }
   layout->endLayout();
   return layout;
