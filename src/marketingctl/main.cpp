@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <QGuiApplication>
 #include <algorithm>
+#include <cstdio>
 #include <memory>
 #include <string_view>
 
@@ -17,9 +18,16 @@ bool MakesPages(int argc, char** argv) {
                      [](const std::string_view argument) { return argument == "report" || argument == "letters"; });
 }
 
+/// What Qt says; that a scheduler gives no folder for sockets matters to nobody.
+void PassOn(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+  if (!message.contains(QLatin1String("XDG_RUNTIME_DIR")))
+    std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));
+}
+
 std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv) {
   if (!MakesPages(argc, argv)) return std::make_unique<QCoreApplication>(argc, argv);
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  qInstallMessageHandler(&PassOn);
   return std::make_unique<QGuiApplication>(argc, argv);
 }
 

@@ -2,26 +2,31 @@
 
 #pragma once
 
-#include <functional>
+#include <optional>
 
 #include "database/connection.h"
+#include "diagnostics/diagnostics.h"
 #include "reports/report.h"
 
 namespace qbx {
 
+/// Thrown when the user cancels the reading of rows.
+struct ReportCancelled {};
+
 /// Reads the rows of reports over the shared connection, on the database thread while events are let through.
 class ConnectedRows : public ReportDatabase {
  public:
-  /// \param pump  lets events run
-  ConnectedRows(Connection& connection, std::function<void()> pump) : connection_(connection), pump_(std::move(pump)) {}
+  ConnectedRows(Connection& connection, Diagnostics diagnostics) : connection_(connection), diagnostics_(diagnostics) {}
 
+  /// Reading that takes a while shows the status box with its Cancel button.
+  /// \throws ReportCancelled besides
   [[nodiscard]] std::unique_ptr<ReportRows> Read(const QString& statement) override;
   /// Whether the database answers.
   [[nodiscard]] bool TestConnectivity();
 
  private:
   Connection& connection_;
-  std::function<void()> pump_;
+  Diagnostics diagnostics_;
 };
 
 }  // namespace qbx

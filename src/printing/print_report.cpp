@@ -40,10 +40,12 @@ ReportOutcome ReportPrinter::PrintReport(const QString& path, ReportMode mode, b
   if (!QFileInfo::exists(path)) {
     parts_.diagnostics.status.Close();
     Say(QStringLiteral("The document or report could not created because a file is missing.\r\rFile: %1").arg(path));
+    EndRun();
     return ReportOutcome::kFailed;
   }
   if (mode == ReportMode::kPdf && state.pdfFileName.isEmpty()) {
     Say(QStringLiteral("Report to PDF but no PDF Filename Specified."));
+    EndRun();
     return ReportOutcome::kFailed;
   }
   outcome_ = ReportOutcome::kFailed;
@@ -92,7 +94,7 @@ bool ReportPrinter::InitialiseReport(const QString& path) {
 
 /// All tables are read over the one connection to the host's database, so each is logged on as that is.
 void ReportPrinter::ConnectTables(const QString& path) {
-  ConnectedRows database(parts_.connection, {});
+  ConnectedRows database(parts_.connection, parts_.diagnostics);
   const ConnectionTarget target = parts_.connection.Target();
   const QString noConnection = QStringLiteral("REPORT:NO-CONN");
   for (qsizetype i = 0; i < report_->Tables().size(); ++i) {
@@ -126,7 +128,7 @@ bool ReportPrinter::ApplyFilter() {
 }
 
 void ReportPrinter::Deliver(ReportMode mode, bool prompt) {
-  ConnectedRows database(parts_.connection, [this] { parts_.diagnostics.ui.PumpEvents(); });
+  ConnectedRows database(parts_.connection, parts_.diagnostics);
   if (mode == ReportMode::kPdf) return WritePdfFile(database);
   const ReportRun run{.report = *report_,
                       .database = database,
@@ -153,8 +155,9 @@ void ReportPrinter::WritePdfFile(ConnectedRows& database) {
   };
   const PdfChoices choices{.title = state.reportTitle.isEmpty() ? state.reportName : state.reportTitle,
                            .range = range_};
-  if (ExportPdf(*report_, report_->LayOut(database, {}), state.pdfFileName, choices, progress))
-    outcome_ = ReportOutcome::kOut;
+  std::unique_ptr<Pager> pager = report_->LayOut(database, {});
+  parts_.diagnostics.status.ShowStatus(QString::fromLatin1(kOpening), true);
+  if (ExportPdf(*report_, std::move(pager), state.pdfFileName, choices, progress)) outcome_ = ReportOutcome::kOut;
 }
 
 /// Runs a step, again when the user wants it.
@@ -170,6 +173,8 @@ bool ReportPrinter::Step(const std::function<void()>& step) {
     } catch (const DatabaseError& error) {
       parts_.connection.KeepErrors(error);
       goOn = IgnoreError(error.Number(), error.Description(), repeat);
+    } catch (const ReportCancelled&) {
+      return false;
     }
     if (!goOn) return false;
   }

@@ -66,6 +66,7 @@ const QHash<QString, FormulaSource>& FormulaSources() {
       {QStringLiteral("{@PaymentMethods}"), [](Facts f) { return Quoted(f.options.PaymentMethods); }},
       {QStringLiteral("{@Period}"), [](Facts f) { return Quoted(Period(f)); }},
       {QStringLiteral("{@LabourDesc}"), [](Facts f) { return Quoted(f.options.LabourDesc); }},
+      {QStringLiteral("{@CampaignName}"), [](Facts f) { return QuotedLines(f.campaign.record.Campaign_Name); }},
       {QStringLiteral("{@CompanyName}"), [](Facts f) { return Quoted(f.options.Company); }},
       {QStringLiteral("{@CompanyAddress}"), address},
       {QStringLiteral("{@CompanyAddress_Persist_CS}"), address},

@@ -1,31 +1,24 @@
 #include "reports/definition_checks.h"
 
-#include <QRegularExpression>
 #include <algorithm>
-#include <array>
 
 #include "reports/report_error.h"
+#include "reports/report_statement_checks.h"
 
 namespace qbx {
 
 namespace {
 
-/// Words that a statement which only reads does not need.
-constexpr std::array kWordsThatWrite = {"insert", "update", "delete", "into",       "exec",      "execute",
-                                        "drop",   "alter",  "create", "merge",      "truncate",  "grant",
-                                        "revoke", "deny",   "begin",  "commit",     "rollback",  "declare",
-                                        "set",    "use",    "backup", "restore",    "waitfor",   "shutdown",
-                                        "bulk",   "dbcc",   "kill",   "openrowset", "openquery", "opendatasource"};
+/// Characters of a formula at most with those that it names written out, and how many may name one another in a row; more is no formula that a person wrote.
+constexpr qint64 kMaxWrittenOut = 65'536;
+constexpr int kMaxFormulaDepth = 50;
 
-/// What a formula and those that it names may have of operands; more is no formula that a person wrote.
-constexpr qint64 kMaxFormulaOperands = 10'000;
-
-/// A statement without its comments, texts and quoted names: what is left is words and signs.
-QString WithoutQuoted(const QString& statement) {
-  static const QRegularExpression quoted(
-      QStringLiteral("'(?:[^']|'')*'|\"[^\"]*\"|\\[[^\\]]*\\]|--[^\\n]*|/\\*.*?\\*/"),
-      QRegularExpression::DotMatchesEverythingOption);
-  return QString(statement).replace(quoted, QStringLiteral(" _ "));
+/// The height of a section whose objects did not grow.
+qreal HeightOf(const ReportSection& section) {
+  qreal height = section.height;
+  for (const ReportObject& object : section.objects)
+    height = std::max(height, object.frame.bottom());
+  return height;
 }
 
 class DefinitionChecks {
@@ -33,30 +26,62 @@ class DefinitionChecks {
   DefinitionChecks(const ReportDefinition& report, const QString& file) : report_(report), file_(file) {}
 
   void Run() const {
-    QHash<QString, qint64> operands;
+    QHash<QString, qint64> lengths;
     for (const FormulaDefinition& formula : report_.formulas)
-      static_cast<void>(OperandsOf(formula, operands));
-    if (report_.source) CheckOnlyReads(StatementShape(*report_.source), file_);
+      static_cast<void>(LengthOf(formula, lengths, 0));
+    if (report_.source) CheckSource(*report_.source);
     if (std::ranges::count_if(report_.groups, &ReportGroup::restartPages) > 1)
-      Fail(QStringLiteral("Only one group can count its own pages."));
+      Fail(0, QStringLiteral("Only one group can count its own pages."));
     ForEachSection(report_, [this](const ReportSection& section) { CheckSection(section); });
   }
 
   void CheckRoom() const {
     const ReportPaper& paper = report_.paper;
-    const QSizeF sheet = SheetOf(paper);
-    for (const OnPages pages : {OnPages::kFirst, OnPages::kLater}) {
-      qreal height = sheet.height() - paper.top - paper.bottom;
-      for (const auto* sections : {&report_.pageHeaders, &report_.pageFooters})
-        for (const ReportSection& section : *sections)
-          if (section.pages == OnPages::kAll || section.pages == pages) height -= section.height;
-      if (height < kLeastBodyHeight || sheet.width() - paper.left - paper.right < kLeastBodyHeight)
-        Fail(QStringLiteral("Margins, page headers and page footers leave no room for rows."));
-    }
+    const qreal room = std::min(RoomOn(OnPages::kFirst), RoomOn(OnPages::kLater));
+    if (room < kLeastBodyHeight || SheetOf(paper).width() - paper.left - paper.right < kLeastBodyHeight)
+      Fail(0, QStringLiteral("Margins, page headers and page footers leave no room for rows."));
+    CheckHeights(report_, room);
   }
 
  private:
-  [[noreturn]] void Fail(const QString& text) const { throw ReportError{text, file_}; }
+  [[noreturn]] void Fail(int line, const QString& text) const { throw ReportError{text, file_, line}; }
+
+  /// What margins, page headers and page footers leave of the height.
+  [[nodiscard]] qreal RoomOn(OnPages pages) const {
+    qreal height = SheetOf(report_.paper).height() - report_.paper.top - report_.paper.bottom;
+    for (const auto* sections : {&report_.pageHeaders, &report_.pageFooters})
+      for (const ReportSection& section : *sections)
+        if (section.pages == OnPages::kAll || section.pages == pages) height -= section.height;
+    return height;
+  }
+
+  /// Sections that are taller than a page from the start would never find room.
+  void CheckHeights(const ReportDefinition& part, qreal room) const {
+    ForEachSection(part, [&](const ReportSection& section) {
+      if (HeightOf(section) > room + kLayoutTolerance && !IsOfPages(section))
+        Fail(section.line, QStringLiteral("The section is taller than the room for rows on a page."));
+      for (const ReportObject& object : section.objects)
+        if (const auto* subreport = std::get_if<SubreportObject>(&object.what))
+          CheckHeights(*subreport->definition, room);
+    });
+  }
+
+  /// Whether it is a header or footer of pages.
+  [[nodiscard]] bool IsOfPages(const ReportSection& section) const {
+    const auto isThis = [&section](const ReportSection& other) { return &other == &section; };
+    return std::ranges::any_of(report_.pageHeaders, isThis) || std::ranges::any_of(report_.pageFooters, isThis);
+  }
+
+  void CheckSource(const ReportSource& source) const {
+    const QString statement = StatementShape(source);
+    try {
+      CheckOnlyReads(statement);
+    } catch (const ReportError& error) {
+      Fail(source.line, error.text);
+    }
+    for (const QString& name : ParametersOf(statement))
+      CheckParameter(name, source.line);
+  }
 
   static QString StatementShape(const ReportSource& source) {
     if (!source.query.isEmpty()) return source.query;
@@ -67,57 +92,59 @@ class DefinitionChecks {
     return std::ranges::find(report_.parameters, name, &ParameterDefinition::name) != report_.parameters.end();
   }
 
-  [[nodiscard]] const FormulaDefinition& FormulaNamed(const QString& name) const {
+  [[nodiscard]] const FormulaDefinition& FormulaNamed(const QString& name, int line) const {
     const auto found = std::ranges::find(report_.formulas, name, &FormulaDefinition::name);
-    if (found == report_.formulas.end()) Fail(QStringLiteral("There is no formula \"%1\".").arg(name));
+    if (found == report_.formulas.end()) Fail(line, QStringLiteral("There is no formula \"%1\".").arg(name));
     return *found;
   }
 
-  void CheckParameter(const QString& name) const {
-    if (!HasParameter(name)) Fail(QStringLiteral("There is no parameter \"%1\".").arg(name));
+  void CheckParameter(const QString& name, int line) const {
+    if (!HasParameter(name)) Fail(line, QStringLiteral("There is no parameter \"%1\".").arg(name));
   }
 
-  /// The operands that the formula and those that it names have in all.
-  /// \param known  of those that were counted; 0 for one that is being counted
-  qint64 OperandsOf(const FormulaDefinition& formula, QHash<QString, qint64>& known) const {
+  /// The characters of a formula with those that it names written out.
+  /// \param known  of those that were counted; -1 for one that is being counted
+  qint64 LengthOf(const FormulaDefinition& formula, QHash<QString, qint64>& known, int depth) const {
     if (const auto found = known.constFind(formula.name); found != known.constEnd()) {
-      if (*found == 0) Fail(QStringLiteral("The formula \"%1\" stands for itself.").arg(formula.name));
+      if (*found < 0) Fail(formula.line, QStringLiteral("The formula \"%1\" stands for itself.").arg(formula.name));
       return *found;
     }
-    known.insert(formula.name, 0);
+    known.insert(formula.name, -1);
     for (const QString& name : formula.formula.Names(FormulaName::kParameter))
-      CheckParameter(name);
-    qint64 count = 1;
-    for (const QString& name : formula.formula.Names(FormulaName::kFormula))
-      count += OperandsOf(FormulaNamed(name), known);
-    if (count > kMaxFormulaOperands) Fail(QStringLiteral("The formula \"%1\" is too long.").arg(formula.name));
-    known.insert(formula.name, count);
-    return count;
+      CheckParameter(name, formula.line);
+    qint64 length = formula.formula.Text().size();
+    for (const QString& name : formula.formula.Names(FormulaName::kFormula)) {
+      if (depth < kMaxFormulaDepth) length += LengthOf(FormulaNamed(name, formula.line), known, depth + 1);
+      if (length > kMaxWrittenOut || depth >= kMaxFormulaDepth)
+        Fail(formula.line, QStringLiteral("The formula \"%1\" is too long.").arg(formula.name));
+    }
+    known.insert(formula.name, length);
+    return length;
   }
 
   void CheckSection(const ReportSection& section) const {
     for (const ReportObject& object : section.objects) {
       if (const auto* text = std::get_if<TextObject>(&object.what))
         for (const TextPiece& piece : text->pieces)
-          CheckPiece(piece);
-      if (const auto* subreport = std::get_if<SubreportObject>(&object.what)) CheckSubreport(*subreport);
+          CheckPiece(piece, object.line);
+      if (const auto* subreport = std::get_if<SubreportObject>(&object.what)) CheckSubreport(*subreport, object.line);
     }
   }
 
-  void CheckPiece(const TextPiece& piece) const {
-    if (piece.kind == PieceKind::kFormula) static_cast<void>(FormulaNamed(piece.name));
-    if (piece.kind == PieceKind::kParameter) CheckParameter(piece.name);
+  void CheckPiece(const TextPiece& piece, int line) const {
+    if (piece.kind == PieceKind::kFormula) static_cast<void>(FormulaNamed(piece.name, line));
+    if (piece.kind == PieceKind::kParameter) CheckParameter(piece.name, line);
     const bool ofGroup = piece.kind == PieceKind::kGroupPage || piece.kind == PieceKind::kGroupPages ||
                          piece.kind == PieceKind::kGroupNumber;
     if (ofGroup && std::ranges::none_of(report_.groups, &ReportGroup::restartPages))
-      Fail(QStringLiteral("A page of a group is shown, but no group counts its own pages."));
+      Fail(line, QStringLiteral("A page of a group is shown, but no group counts its own pages."));
   }
 
-  void CheckSubreport(const SubreportObject& subreport) const {
+  void CheckSubreport(const SubreportObject& subreport, int line) const {
     const DefinitionChecks checks(*subreport.definition, file_);
     checks.Run();
     for (const SubreportObject::Link& link : subreport.links)
-      checks.CheckParameter(link.parameter);
+      checks.CheckParameter(link.parameter, line);
   }
 
   const ReportDefinition& report_;
@@ -132,21 +159,8 @@ void CheckDefinition(const ReportDefinition& report, const QString& file) {
   checks.CheckRoom();
 }
 
-void CheckOnlyReads(const QString& statement, const QString& file) {
-  static const QRegularExpression word(QStringLiteral("[A-Za-z_][A-Za-z0-9_]*"));
-  const QString bare = WithoutQuoted(statement).trimmed();
-  const auto refuse = [&file](const QString& text) { throw ReportError{text, file}; };
-  if (!bare.startsWith(QLatin1String("select"), Qt::CaseInsensitive))
-    refuse(QStringLiteral("The rows of a report must come from one SELECT."));
-  if (bare.contains(u';') || bare.contains(u'\'') || bare.contains(u'[') || bare.contains(QLatin1String("/*")))
-    refuse(QStringLiteral("The rows of a report must come from one statement."));
-  for (auto match = word.globalMatch(bare); match.hasNext();) {
-    const QString found = match.next().captured();
-    if (std::ranges::any_of(kWordsThatWrite, [&](const char* writes) {
-          return found.compare(QLatin1String(writes), Qt::CaseInsensitive) == 0;
-        }))
-      refuse(QStringLiteral("A report only reads; its statement has the word \"%1\".").arg(found));
-  }
+void CheckRoom(const ReportDefinition& report, const QString& file) {
+  DefinitionChecks(report, file).CheckRoom();
 }
 
 }  // namespace qbx

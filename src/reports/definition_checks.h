@@ -9,15 +9,15 @@
 namespace qbx {
 
 /// Room for rows that every page must have, beside its headers and footers.
-inline constexpr qreal kLeastBodyHeight = 10 * kPixelsPerMillimetre;
+inline constexpr qreal kLeastBodyHeight = 10 * kUnitsPerMillimetre;
 
-/// Checks that names which are used are defined, that no formula stands for itself, that pages have room for rows, that one group at most counts its own
-/// pages, and that the rows come from one statement that only reads; subreports likewise.
+/// Checks that names which are used are defined, that no formula stands for itself, that pages have room for rows and sections find room on a page, that one
+/// group at most counts its own pages, and that the rows come from one statement that only reads; subreports likewise.
 /// \throws ReportError
 void CheckDefinition(const ReportDefinition& report, const QString& file);
 
-/// Checks that a text is one SELECT that writes nothing: no second statement, no INTO, no procedure.
+/// The part of it that looks at the room on pages, for a report whose paper was turned.
 /// \throws ReportError
-void CheckOnlyReads(const QString& statement, const QString& file);
+void CheckRoom(const ReportDefinition& report, const QString& file);
 
 }  // namespace qbx

@@ -19,7 +19,7 @@ bool Flag(const XmlElement& element, const char* attribute, bool otherwise = fal
 }
 
 qreal Length(const XmlElement& element, const char* attribute) {
-  return element.Attribute(attribute).toDouble() * kPixelsPerMillimetre;
+  return element.Attribute(attribute).toDouble() * kUnitsPerMillimetre;
 }
 
 /// `otherwise` with what the element says.
@@ -95,7 +95,7 @@ class DefinitionLoader {
                                                                  {QStringLiteral("Letter"), QPageSize::Letter},
                                                                  {QStringLiteral("Legal"), QPageSize::Legal}};
     const QPageSize size(kSizes.value(page.Attribute("paper"), QPageSize::A4));
-    return {.size = size.size(QPageSize::Millimeter) * kPixelsPerMillimetre,
+    return {.size = size.size(QPageSize::Millimeter) * kUnitsPerMillimetre,
             .landscape = page.Attribute("orientation") == QLatin1String("landscape"),
             .left = Length(page, "left"),
             .top = Length(page, "top"),
@@ -125,7 +125,8 @@ class DefinitionLoader {
                         .location = element.Attribute("name"),
                         .where = element.Attribute("where"),
                         .orderBy = element.Attribute("orderBy"),
-                        .query = {}};
+                        .query = {},
+                        .line = element.Line()};
     if (element.Name() != QLatin1String("query")) return source;
     source.query = element.Text().trimmed();
     if (source.query.isEmpty()) Fail(element, QStringLiteral("The query is empty."));
@@ -142,7 +143,9 @@ class DefinitionLoader {
 
   FormulaDefinition FormulaOf(const XmlElement& element) const {
     try {
-      return {.name = element.Attribute("name"), .formula = Formula::Parse(element.Text().trimmed())};
+      return {.name = element.Attribute("name"),
+              .formula = Formula::Parse(element.Text().trimmed()),
+              .line = element.Line()};
     } catch (const ReportError& error) {
       Fail(element, error.text);
     }
@@ -168,7 +171,8 @@ class DefinitionLoader {
                           .pages = pages == QLatin1String("first")   ? OnPages::kFirst
                                    : pages == QLatin1String("later") ? OnPages::kLater
                                                                      : OnPages::kAll,
-                          .objects = {}};
+                          .objects = {},
+                          .line = element.Line()};
     for (const XmlElement& child : element.Children())
       section.objects.push_back(Object(child, style));
     return section;
@@ -179,7 +183,8 @@ class DefinitionLoader {
             .frame = {Length(element, "x"), Length(element, "y"), Length(element, "width"), Length(element, "height")},
             .what = What(element, style),
             .column = element.Attribute("column"),
-            .notOnHeadedPaper = !Flag(element, "onHeadedPaper", true)};
+            .notOnHeadedPaper = !Flag(element, "onHeadedPaper", true),
+            .line = element.Line()};
   }
 
   std::variant<TextObject, RichTextObject, LineObject, BoxObject, ImageObject, SubreportObject> What(
@@ -206,20 +211,23 @@ class DefinitionLoader {
   }
 
   static qreal Stroke(const XmlElement& element) {
-    return element.Has("stroke") ? Length(element, "stroke") : kPixelsPerPoint / 2;
+    return element.Has("stroke") ? Length(element, "stroke") : kUnitsPerPoint / 2;
   }
 
   SubreportObject Subreport(const XmlElement& element, const ReportStyle& style) {
+    if (++subreportDepth_ > kMaxSubreportDepth)
+      Fail(element, QStringLiteral("Subreports stand in each other more than %1 deep.").arg(kMaxSubreportDepth));
     SubreportObject subreport;
     subreport.definition = std::make_shared<ReportDefinition>();
     ReadBody(element, style, *subreport.definition);
     for (const XmlElement& link : element.Children("link"))
       subreport.links.push_back({link.Attribute("parameter"), link.Attribute("field")});
+    --subreportDepth_;
     return subreport;
   }
 
   /// An image in or below the folder of the definition.
-  QImage Image(const XmlElement& element) const {
+  QImage Image(const XmlElement& element) {
     const QString name = element.Attribute("file");
     const QString folder = QFileInfo(path_).dir().canonicalPath();
     const QFileInfo file(QDir(folder).filePath(name));
@@ -230,15 +238,17 @@ class DefinitionLoader {
     if (file.size() > kMaxImageBytes) Fail(element, QStringLiteral("The image is too large: %1").arg(name));
     QImageReader reader(file.canonicalFilePath());
     const QSize size = reader.size();
-    if (qint64{size.width()} * size.height() > kMaxImagePixels)
-      Fail(element, QStringLiteral("The image has too many pixels: %1").arg(name));
-    const QImage image = reader.read();
+    pixels_ += qint64{size.width()} * size.height();
+    if (pixels_ > kMaxImagePixels) Fail(element, QStringLiteral("The image has too many pixels: %1").arg(name));
+    const QImage image = size.isValid() ? reader.read() : QImage();
     if (image.isNull()) Fail(element, QStringLiteral("The image cannot be read: %1").arg(name));
     return image;
   }
 
   QString path_;
   int nextId_ = 0;
+  int subreportDepth_ = 0;
+  qint64 pixels_ = 0;  // of the images so far
 };
 
 }  // namespace

@@ -10,8 +10,10 @@
 namespace qbx {
 
 /// Bytes of a definition at most.
-inline constexpr qint64 kMaxDefinitionBytes = 4 * 1024 * 1024;
-/// Bytes and pixels of an image at most.
+inline constexpr qint64 kMaxDefinitionBytes = 256 * 1024;
+/// How deep subreports may stand in each other: each level multiplies the statements that are run.
+inline constexpr int kMaxSubreportDepth = 3;
+/// Bytes of an image at most, and pixels of all images of a definition.
 inline constexpr qint64 kMaxImageBytes = 16 * 1024 * 1024;
 inline constexpr qint64 kMaxImagePixels = 40'000'000;
 

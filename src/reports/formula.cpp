@@ -145,6 +145,7 @@ Value Formula::Evaluate(const FormulaLookup& lookup) const {
     const Operand& operand = operands_[i];
     const Value value = operand.name.isEmpty() ? operand.literal : lookup(operand.kind, operand.name);
     result = i == 0 ? value : Joined(result, value);
+    if (result.Type() == ValueType::kText && result.ToText().size() > kMaxFormulaCharacters) break;
   }
   return result;
 }

@@ -11,10 +11,18 @@ namespace qbx {
 namespace {
 
 /// Keeps the lines that only touch a slice out of it.
-constexpr qreal kInset = 0.01;
+constexpr qreal kInset = 1;
+
+FittedText Fitted(const PlacedObject& placed, const TextObject& text, int pages) {
+  const QString shown = ShownText(placed, pages);
+  if (!placed.cut || !text.canGrow) return FitText(shown, text, placed.frame.size());
+  TextObject inFrame = text;
+  inFrame.canGrow = false;
+  return FitText(shown, inFrame, placed.frame.size());
+}
 
 void Paint(QPainter& painter, const PlacedObject& placed, const TextObject& text, int pages) {
-  const FittedText fitted = FitText(ShownText(placed, pages), text, placed.frame.size());
+  const FittedText fitted = Fitted(placed, text, pages);
   painter.setPen(text.style.colour);
   for (int i = 0; i < fitted.shown; ++i)
     fitted.lines->lineAt(i).draw(&painter, placed.frame.topLeft());

@@ -8,7 +8,7 @@
 
 namespace qbx {
 
-/// Paints a page with 96 units to an inch; the caller scales.
+/// Paints a page in its units; the caller scales.
 /// \param pages  of how many pages the report is; 0: not known yet, "page n of m" then reads "page n"
 void PaintPage(QPainter& painter, const ReportPage& page, int pages);
 

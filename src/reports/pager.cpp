@@ -17,6 +17,15 @@ bool HasRichText(const ReportBand& band) {
   return std::ranges::any_of(band.objects, &IsRichText);
 }
 
+/// Cuts the texts that grew beyond a height.
+void CutTexts(std::vector<PlacedObject>& objects, qreal height) {
+  for (PlacedObject& placed : objects) {
+    if (!std::holds_alternative<TextObject>(placed.object->what) || placed.frame.bottom() <= height) continue;
+    placed.frame.setBottom(height);
+    placed.cut = true;
+  }
+}
+
 }  // namespace
 
 Pager::Pager(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows,
@@ -25,7 +34,8 @@ Pager::Pager(const ReportDefinition& report, ParameterValues parameters, std::un
       parameters_(parameters),
       choices_(choices),
       bands_(report, std::move(parameters), std::move(rows), std::move(reader), choices),
-      holdsBack_(std::ranges::any_of(report.groups, &ReportGroup::restartPages)) {}
+      holdsBack_(std::ranges::any_of(report.groups, &ReportGroup::restartPages)),
+      noTotals_(report) {}
 
 std::optional<ReportPage> Pager::Next() {
   while (done_.empty()) {
@@ -83,13 +93,37 @@ bool Pager::PlaceBand() {
 }
 
 bool Pager::PlaceWhole() {
-  if (!empty_ && y_ + band_->height > bottom_ + kLayoutTolerance) return false;
+  const bool findsRoom = y_ + band_->height <= bottom_ + kLayoutTolerance;
+  if (!empty_ && !findsRoom) return false;
+  if (!findsRoom && PlacePart(bottom_ - y_)) return false;
   PutOnPage(std::move(band_->objects), y_);
   y_ += band_->height;
   empty_ = empty_ && band_->height <= 0;
   const bool goesOn = !band_->breakAfter;
   band_ = bands_.Next();
   return goesOn;
+}
+
+bool Pager::PlacePart(qreal room) {
+  std::vector<PlacedObject>& objects = band_->objects;
+  const auto below =
+      std::ranges::stable_partition(objects, [room](const PlacedObject& placed) { return placed.frame.top() < room; });
+  if (below.empty() || below.size() == objects.size()) {
+    CutTexts(objects, room);
+    band_->height = room;
+    return false;
+  }
+  std::vector<PlacedObject> rest(std::make_move_iterator(below.begin()), std::make_move_iterator(below.end()));
+  objects.erase(below.begin(), below.end());
+  CutTexts(objects, room);
+  PutOnPage(std::exchange(objects, {}), y_);
+  const qreal up =
+      std::ranges::min(rest, {}, [](const PlacedObject& placed) { return placed.frame.top(); }).frame.top();
+  for (PlacedObject& placed : rest)
+    placed.frame.translate(0, -up);
+  band_->height -= up;
+  objects = std::move(rest);
+  return true;
 }
 
 bool Pager::PlaceSlice() {
@@ -142,11 +176,10 @@ std::vector<PlacedObject> Pager::TakeSlice(ReportBand& band, qreal room) const {
 
 void Pager::PlaceSections(const std::vector<ReportSection>& sections, qreal y) {
   static const ReportRow noRow;
-  const ReportTotals noTotals(report_);
   for (const ReportSection& section : sections) {
     if (!Shows(section)) continue;
     const ReportRow& row = placed_.row ? *placed_.row : noRow;
-    const ReportTotals& totals = placed_.totals ? *placed_.totals : noTotals;
+    const ReportTotals& totals = placed_.totals ? *placed_.totals : noTotals_;
     ReportBand band = MakeBand(section, {report_, parameters_, row, totals, 0, numbers_}, choices_);
     PutOnPage(std::move(band.objects), y);
     y += section.height;
@@ -176,7 +209,7 @@ void Pager::FinishGroup() {
   const QString pages = QString::number(ofGroup_.size());
   for (ReportPage& page : ofGroup_) {
     for (PlacedObject& placed : page.objects)
-      placed.text.replace(kGroupPagesMark, pages);
+      if (!IsRichText(placed)) placed.text.replace(kGroupPagesMark, pages);
     done_.push_back(std::move(page));
   }
   ofGroup_.clear();

@@ -29,6 +29,9 @@ class Pager {
   /// \return whether the page goes on
   bool PlaceBand();
   bool PlaceWhole();
+  /// Begins a band that grew taller than a whole page: texts are cut at the bottom, and what was pushed below it goes on on the next page.
+  /// \return false when nothing is left for another page
+  bool PlacePart(qreal room);
   bool PlaceSlice();
   /// Takes off a band what finds room in a height.
   [[nodiscard]] std::vector<PlacedObject> TakeSlice(ReportBand& band, qreal room) const;
@@ -52,6 +55,7 @@ class Pager {
   bool empty_ = true;                // whether nothing stands on it yet
   std::vector<ReportPage> ofGroup_;  // of the group that has not ended
   std::deque<ReportPage> done_;      // ready to be given out
+  ReportTotals noTotals_;            // before the first row
   bool ended_ = false;
 };
 

@@ -9,11 +9,8 @@ namespace qbx {
 
 namespace {
 
-constexpr int kDotsPerInch = 1200;
-constexpr qreal kPixelsPerInch = 96;
-
 QPageLayout LayoutOf(const ReportPaper& paper) {
-  const QPageSize size(paper.size / kPixelsPerMillimetre, QPageSize::Millimeter);
+  const QPageSize size(paper.size / kUnitsPerMillimetre, QPageSize::Millimeter);
   QPageLayout layout(size, paper.landscape ? QPageLayout::Landscape : QPageLayout::Portrait, {});
   layout.setMode(QPageLayout::FullPageMode);
   return layout;
@@ -24,10 +21,9 @@ QPageLayout LayoutOf(const ReportPaper& paper) {
 PdfFile::PdfFile(const QString& path, const ReportPaper& paper, const QString& title) : file_(path), writer_(&file_) {
   if (!file_.open(QIODevice::WriteOnly)) throw ReportError{file_.errorString()};
   writer_.setTitle(title);
-  writer_.setResolution(kDotsPerInch);
+  writer_.setResolution(kUnitsPerInch);
   writer_.setPageLayout(LayoutOf(paper));
   if (!painter_.begin(&writer_)) throw ReportError{file_.errorString()};
-  painter_.scale(kDotsPerInch / kPixelsPerInch, kDotsPerInch / kPixelsPerInch);
 }
 
 void PdfFile::NextPage() {

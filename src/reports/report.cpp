@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "reports/definition_checks.h"
 #include "reports/definition_loader.h"
 #include "reports/hidden_columns.h"
 #include "reports/report_error.h"
@@ -114,6 +115,7 @@ void Report::HideColumns(const QSet<QString>& fields) {
 }
 
 std::unique_ptr<Pager> Report::LayOut(ReportDatabase& database, LayoutChoices choices) const {
+  CheckRoom(*definition_, {});  // the paper may have been turned
   const RowsReader reader = [&database](const ReportSource& source, const ReportDefinition& report,
                                         const ParameterValues& parameters) {
     return database.Read(StatementOf(source, report, parameters));

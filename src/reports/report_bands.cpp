@@ -69,7 +69,9 @@ BandSource::BandSource(const ReportDefinition& report, ParameterValues parameter
       rows_(std::move(rows)),
       reader_(std::move(reader)),
       choices_(choices),
-      totals_(report) {}
+      totals_(report) {
+  if (rows_) columns_ = std::make_shared<ColumnNames>(rows_->Columns());
+}
 
 BandSource::~BandSource() = default;
 
@@ -140,9 +142,10 @@ void BandSource::End() {
 BandSource::Row BandSource::ReadRow() {
   if (!rows_ || !rows_->Next()) return nullptr;
   auto row = std::make_shared<ReportRow>();
-  row->columns = &rows_->Columns();
-  row->values.reserve(row->columns->size());
-  for (int i = 0; i < static_cast<int>(row->columns->size()); ++i)
+  row->columns = columns_;
+  const auto count = static_cast<int>(rows_->Columns().size());
+  row->values.reserve(rows_->Columns().size());
+  for (int i = 0; i < count; ++i)
     row->values.push_back(rows_->At(i));
   return row;
 }

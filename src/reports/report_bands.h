@@ -76,6 +76,7 @@ class BandSource {
   std::unique_ptr<ReportRows> rows_;
   RowsReader reader_;
   LayoutChoices choices_;
+  std::shared_ptr<const ColumnNames> columns_;  // of the rows
   ReportTotals totals_;
   Row row_;   // whose bands are being made; null before the first
   Row next_;  // the one behind it; null behind the last

@@ -17,12 +17,13 @@
 
 namespace qbx {
 
-/// Lengths are pixels of 1/96 inch, as in the documents that `ReadRtf` makes.
-inline constexpr qreal kPixelsPerMillimetre = 96.0 / 25.4;
-inline constexpr qreal kPixelsPerPoint = 96.0 / 72.0;
+/// Lengths are units of 1/1200 inch, the same for screen and paper. Whole units are fine enough for the places of letters, and short in a file.
+inline constexpr int kUnitsPerInch = 1200;
+inline constexpr qreal kUnitsPerMillimetre = kUnitsPerInch / 25.4;
+inline constexpr qreal kUnitsPerPoint = kUnitsPerInch / 72.0;
 
 /// What may stick out of its room before it counts as too tall, since lengths are rounded.
-inline constexpr qreal kLayoutTolerance = 0.5;
+inline constexpr qreal kLayoutTolerance = 6;
 
 struct ReportStyle {
   QString family = QStringLiteral("Liberation Sans");
@@ -106,6 +107,7 @@ struct ReportObject {
   QString column =
       {};  ///< of a list: the field whose column it belongs to; goes when that column is hidden, and those right of it move up
   bool notOnHeadedPaper = false;  ///< paper that has it printed leaves it out
+  int line = 0;                   ///< of the file, as in what follows
 };
 
 struct ReportSection {
@@ -116,6 +118,7 @@ struct ReportSection {
   OnPages pages = OnPages::
       kAll;  ///< of page headers and footers: the first page of the report, or of the group that counts its pages
   std::vector<ReportObject> objects;
+  int line = 0;
 };
 
 /// Rows that follow each other and are equal in a field.
@@ -135,6 +138,7 @@ struct ReportSource {
   QString where;     ///< a condition with parameters ("SessionID = {?@SessionID}"); empty: all rows
   QString orderBy;   ///< columns; empty: as they come
   QString query;     ///< of a query: its one SELECT with parameters; empty: a table
+  int line = 0;
 };
 
 enum class ParameterType { kText, kNumber, kDate };
@@ -147,10 +151,11 @@ struct ParameterDefinition {
 struct FormulaDefinition {
   QString name;  ///< "@Period"
   Formula formula;
+  int line = 0;
 };
 
 struct ReportPaper {
-  QSizeF size = QSizeF(210, 297) * kPixelsPerMillimetre;  ///< upright
+  QSizeF size = QSizeF(210, 297) * kUnitsPerMillimetre;  ///< upright
   bool landscape = false;
   qreal left = 0, top = 0, right = 0, bottom = 0;  ///< margins
 };

@@ -20,7 +20,8 @@ struct PlacedObject {
   QString text = {};  ///< of a text, with the marks of report_values.h; the RTF of a rich text
   qreal from = 0;     ///< of a rich text: the slice of it that stands here
   qreal to = 0;
-  bool cut = false;                              ///< a text that may shrink does not fit in its smallest size either
+  bool cut =
+      false;  ///< a text that may shrink does not fit in its smallest size, or one that may grow is taller than a page
   std::shared_ptr<QTextDocument> document = {};  ///< of a rich text, while it is at hand
 };
 

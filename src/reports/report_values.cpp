@@ -2,8 +2,6 @@
 
 #include <QLocale>
 
-#include "util/text.h"
-
 namespace qbx {
 
 namespace {
@@ -21,7 +19,7 @@ QString FormatNumber(double number, const QString& format) {
   const qsizetype point = format.indexOf(u'.');
   const int decimals = point < 0 ? 0 : static_cast<int>(format.size() - point - 1);
   QLocale locale = QLocale::c();
-  if (!format.contains(u',')) locale.setNumberOptions(QLocale::OmitGroupSeparator);
+  locale.setNumberOptions(format.contains(u',') ? QLocale::DefaultNumberOptions : QLocale::OmitGroupSeparator);
   return locale.toString(number, 'f', decimals);
 }
 
@@ -35,11 +33,19 @@ QString WithoutMarks(QString text) {
 
 }  // namespace
 
+ColumnNames::ColumnNames(const std::vector<Column>& columns) {
+  for (int i = static_cast<int>(columns.size()) - 1; i >= 0; --i)
+    byName_.insert(columns[static_cast<size_t>(i)].name.toLower(), i);
+}
+
+int ColumnNames::IndexOf(const QString& name) const {
+  if (const auto found = written_.constFind(name); found != written_.constEnd()) return *found;
+  return *written_.insert(name, byName_.value(name.toLower(), -1));
+}
+
 Value ReportRow::Field(const QString& name) const {
-  if (columns == nullptr) return {};
-  for (size_t i = 0; i < values.size(); ++i)
-    if (EqualsNoCase((*columns)[i].name, name)) return values[i];
-  return {};
+  const int column = columns ? columns->IndexOf(name) : -1;
+  return column < 0 ? Value() : values[static_cast<size_t>(column)];
 }
 
 ReportTotals::ReportTotals(const ReportDefinition& report) : levels_(report.groups.size() + 1) {

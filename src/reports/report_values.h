@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QString>
+#include <memory>
 #include <vector>
 
 #include "reports/report_definition.h"
@@ -19,10 +20,23 @@ inline constexpr QChar kGroupPagesMark = QChar(u'\uFDD2');   ///< the number of 
 /// Values of parameters, by name ("@UserID"); one that is missing is unset.
 using ParameterValues = QHash<QString, Value>;
 
+/// The columns of rows by their names.
+class ColumnNames {
+ public:
+  explicit ColumnNames(const std::vector<Column>& columns);
+
+  /// Without regard to case. \return -1 for a name that there is not
+  [[nodiscard]] int IndexOf(const QString& name) const;
+
+ private:
+  QHash<QString, int> byName_;           // in lower case
+  mutable QHash<QString, int> written_;  // as they were asked for
+};
+
 /// A row with the names of its columns.
 struct ReportRow {
-  const std::vector<Column>* columns = nullptr;
-  std::vector<Value> values;
+  std::shared_ptr<const ColumnNames> columns = {};
+  std::vector<Value> values = {};
 
   /// NULL for a field that there is not.
   [[nodiscard]] Value Field(const QString& name) const;

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "reports/report_definition.h"
+#include "reports/text_fit.h"
 #include "rtf/rtf_reader.h"
 
 namespace qbx {
@@ -60,12 +61,7 @@ std::shared_ptr<QTextDocument> LayOutRichText(const QString& rtf, qreal width) {
   auto document = std::make_shared<QTextDocument>();
   document->setUndoRedoEnabled(false);
   ReadRtf(rtf, *document);
-  QFont font = document->defaultFont();
-  font.setHintingPreference(QFont::PreferNoHinting);
-  document->setDefaultFont(font);
-  QTextOption option = document->defaultTextOption();
-  option.setUseDesignMetrics(true);
-  document->setDefaultTextOption(option);
+  document->documentLayout()->setPaintDevice(&LayoutDevice());
   document->setDocumentMargin(0);
   QTextFrameFormat frame = document->rootFrame()->frameFormat();
   frame.setMargin(0);
@@ -76,6 +72,7 @@ std::shared_ptr<QTextDocument> LayOutRichText(const QString& rtf, qreal width) {
 
 RichTextCut CutRichText(const QTextDocument& document, qreal from, qreal room, bool force) {
   const qreal end = document.size().height();
+  if (room <= 0) return {.to = from, .whole = from >= end};
   LineWalk line(document);
   bool any = false;  // whether the slice has a line
   while (line.Next()) {

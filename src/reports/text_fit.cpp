@@ -11,17 +11,6 @@ namespace {
 
 constexpr qreal kShrinkStep = 0.5;  // points
 
-/// Stands for every device: 96 dots to an inch.
-QPaintDevice& LayoutDevice() {
-  static QImage device = [] {
-    QImage image(1, 1, QImage::Format_RGB32);
-    image.setDotsPerMeterX(static_cast<int>(std::lround(96 / 0.0254)));
-    image.setDotsPerMeterY(image.dotsPerMeterX());
-    return image;
-  }();
-  return device;
-}
-
 QString ForLayout(const QString& text) {
   QString lines = text;
   lines.replace(QLatin1String("\r\n"), QLatin1String("\n"));
@@ -34,7 +23,6 @@ QString ForLayout(const QString& text) {
 std::unique_ptr<QTextLayout> BreakLines(const QString& text, const ReportStyle& style, qreal points, qreal width) {
   auto layout = std::make_unique<QTextLayout>(text, FontOf(style, points), &LayoutDevice());
   QTextOption option(style.alignment);
-  option.setUseDesignMetrics(true);
   option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   layout->setTextOption(option);
   layout->beginLayout();
@@ -77,13 +65,22 @@ FittedText Cut(const FittedText& whole, const ReportStyle& style, qreal width) {
 
 }  // namespace
 
+QPaintDevice& LayoutDevice() {
+  static QImage device = [] {
+    QImage image(1, 1, QImage::Format_RGB32);
+    image.setDotsPerMeterX(static_cast<int>(std::lround(kUnitsPerInch / 0.0254)));
+    image.setDotsPerMeterY(image.dotsPerMeterX());
+    return image;
+  }();
+  return device;
+}
+
 QFont FontOf(const ReportStyle& style, qreal points) {
   QFont font(style.family);
   font.setPointSizeF(points);
   font.setBold(style.bold);
   font.setItalic(style.italic);
   font.setUnderline(style.underline);
-  font.setHintingPreference(QFont::PreferNoHinting);
   return QFont(font, &LayoutDevice());
 }
 

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QPaintDevice>
 #include <QSizeF>
 #include <QString>
 #include <QTextLayout>
@@ -10,6 +11,9 @@
 #include "reports/report_definition.h"
 
 namespace qbx {
+
+/// Stands for screen and paper: text is measured in units of it.
+[[nodiscard]] QPaintDevice& LayoutDevice();
 
 /// The font of a style, measured alike on every device.
 [[nodiscard]] QFont FontOf(const ReportStyle& style, qreal points);

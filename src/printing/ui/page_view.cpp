@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kBorder = 16;  // pixels of the screen around the sheet
 constexpr qreal kSmallest = 0.2;
+constexpr qreal kScreenDotsPerInch = 96;
 constexpr QColor kFoundColour(255, 213, 0, 110);
 
 }  // namespace
@@ -20,7 +21,7 @@ PageView::PageView(QWidget* parent) : QAbstractScrollArea(parent) {
 }
 
 void PageView::SetSheet(const QSizeF& sheet) {
-  sheet_ = sheet;
+  sheet_ = sheet * (kScreenDotsPerInch / kUnitsPerInch);
   FitSheet();
 }
 
@@ -34,7 +35,7 @@ void PageView::ShowPage(ReportPage page, int pages) {
 void PageView::MarkFound(std::vector<QRectF> places) {
   found_ = std::move(places);
   if (!found_.empty()) {
-    const int middle = static_cast<int>(found_.front().center().y() * scale_) - viewport()->height() / 2;
+    const int middle = static_cast<int>(found_.front().center().y() * UnitsOnScreen()) - viewport()->height() / 2;
     verticalScrollBar()->setValue(middle);
   }
   viewport()->update();
@@ -63,6 +64,10 @@ void PageView::FitSheet() {
   viewport()->update();
 }
 
+qreal PageView::UnitsOnScreen() const {
+  return scale_ * kScreenDotsPerInch / kUnitsPerInch;
+}
+
 QRectF PageView::SheetOnScreen() const {
   const QSizeF size = sheet_ * scale_;
   const qreal spare = (viewport()->width() - size.width()) / 2;
@@ -81,7 +86,7 @@ void PageView::paintEvent(QPaintEvent*) {
   painter.setClipRect(sheet);
   painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
   painter.translate(sheet.topLeft());
-  painter.scale(scale_, scale_);
+  painter.scale(UnitsOnScreen(), UnitsOnScreen());
   PaintPage(painter, *page_, pages_);
   for (const QRectF& place : found_)
     painter.fillRect(place, kFoundColour);

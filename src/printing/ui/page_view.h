@@ -43,9 +43,11 @@ class PageView : public QAbstractScrollArea {
  private:
   void FitSheet();
   [[nodiscard]] QRectF SheetOnScreen() const;
+  /// Pixels of the screen a unit of the page.
+  [[nodiscard]] qreal UnitsOnScreen() const;
   bool ScrollOrTurn(int by);
 
-  QSizeF sheet_;
+  QSizeF sheet_;  // at its full size on the screen
   std::optional<ReportPage> page_;
   int pages_ = 0;
   std::vector<QRectF> found_;
