@@ -59,13 +59,18 @@ class LineWalk {
 
 std::shared_ptr<QTextDocument> LayOutRichText(const QString& rtf, qreal width) {
   auto document = std::make_shared<QTextDocument>();
-  document->setUndoRedoEnabled(false);
-  ReadRtf(rtf, *document);
-  document->documentLayout()->setPaintDevice(&LayoutDevice());
+  // It is laid out once, by the last line: every other one comes before there is a layout, or while there is no width.
   document->setDocumentMargin(0);
+  document->setPageSize({0, 0});
+  ReadRtf(rtf, *document);
+  document->setUndoRedoEnabled(false);
   QTextFrameFormat frame = document->rootFrame()->frameFormat();
   frame.setMargin(0);
   document->rootFrame()->setFrameFormat(frame);
+  QFont font = document->defaultFont();
+  font.setHintingPreference(kHinting);
+  document->setDefaultFont(font);
+  document->documentLayout()->setPaintDevice(&LayoutDevice());
   document->setTextWidth(width);
   return document;
 }

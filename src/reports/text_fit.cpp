@@ -81,6 +81,7 @@ QFont FontOf(const ReportStyle& style, qreal points) {
   font.setBold(style.bold);
   font.setItalic(style.italic);
   font.setUnderline(style.underline);
+  font.setHintingPreference(kHinting);
   return QFont(font, &LayoutDevice());
 }
 

