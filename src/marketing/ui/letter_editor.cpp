@@ -255,10 +255,10 @@ void LetterEditor::ShowSelection() {
 void LetterEditor::ShowMenu(const QPoint& position) {
   QMenu menu(this);
   for (const char* name : {"Undo", "Redo", "", "Cut", "Copy", "Paste", "", "PageBreak"}) {
-    if (QAction* action = findChild<QAction*>(QLatin1String(name))) {
-      menu.addAction(action);
-    } else {
+    if (*name == '\0') {
       menu.addSeparator();
+    } else {
+      menu.addAction(findChild<QAction*>(QLatin1String(name)));
     }
   }
   if (marks_ != nullptr) marks_->AddTo(menu, position);

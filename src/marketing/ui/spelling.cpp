@@ -6,6 +6,9 @@
 #include <QLocale>
 #include <QMenu>
 #include <QUrl>
+#include <QWidget>
+
+#include "platform/ui/contrast.h"
 
 namespace qbx {
 namespace {
@@ -14,6 +17,7 @@ constexpr char kOwnWordsName[] = "MARKETING-WORDS-%1.TXT";
 constexpr char kSection[] = "Spelling";
 constexpr char kCheck[] = "Check";
 constexpr qsizetype kMostSuggestions = 7;
+constexpr double kWaveContrast = 7;  // a wave is thin, and half of it is drawn faintly
 
 SpellingFiles FilesFor(const StartupValues& startup) {
   // A user's name may hold what no file name can.
@@ -30,10 +34,12 @@ Spelling::Spelling(Application& app)
       on_(app.registry.sysLoadValueFromRegistry(QLatin1String(kSection), QLatin1String(kCheck), {.perUser = true}) !=
           QLatin1String("False")) {}
 
-QTextCharFormat Spelling::Mark() {
+QTextCharFormat Spelling::Mark(const QWidget& box) {
+  const QPalette& palette = box.palette();
   QTextCharFormat mark;
   mark.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-  mark.setUnderlineColor(Qt::red);
+  mark.setUnderlineColor(
+      Readable(Qt::red, palette.color(QPalette::Text), {palette.color(QPalette::Base)}, kWaveContrast));
   return mark;
 }
 

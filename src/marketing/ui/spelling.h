@@ -23,8 +23,8 @@ class Spelling : public QObject {
 
   /// Whether a word is to be marked.
   [[nodiscard]] bool IsWrong(const QString& word) const { return on_ && !checker_.IsCorrect(word); }
-  /// How it is marked.
-  [[nodiscard]] static QTextCharFormat Mark();
+  /// How it is marked in a box.
+  [[nodiscard]] static QTextCharFormat Mark(const QWidget& box);
 
   /// Puts what is meant, "Add to dictionary" and "Ignore" in front of a menu's entries, and a tick to turn the check off and on behind them.
   /// \param word     that the menu was opened on; may be empty

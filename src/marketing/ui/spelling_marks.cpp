@@ -80,8 +80,9 @@ void SpellingMarks::LeaveWord() {
 
 void SpellingMarks::highlightBlock(const QString& text) {
   const bool typing = !typed_.isNull() && typed_.block() == currentBlock();
+  const QTextCharFormat mark = Spelling::Mark(box_);
   for (const WordPlace& word : WordsToMark(*spelling_, text, typing ? caret_().positionInBlock() : -1))
-    setFormat(static_cast<int>(word.start), static_cast<int>(word.length), Spelling::Mark());
+    setFormat(static_cast<int>(word.start), static_cast<int>(word.length), mark);
 }
 
 bool SpellingMarks::eventFilter(QObject* object, QEvent* event) {
@@ -123,10 +124,11 @@ void LineSpellingMarks::Draw() {
   if (composing_) return;
   const QString text = line_.text();
   const int caret = line_.cursorPosition();
+  const QTextCharFormat mark = Spelling::Mark(line_);
   QList<QInputMethodEvent::Attribute> marks;
   for (const WordPlace& word : WordsToMark(*spelling_, text, typedAt_ >= 0 ? caret : -1)) {
     marks.append(QInputMethodEvent::Attribute(QInputMethodEvent::TextFormat, static_cast<int>(word.start) - caret,
-                                              static_cast<int>(word.length), Spelling::Mark()));
+                                              static_cast<int>(word.length), mark));
   }
   QInputMethodEvent event(QString(), marks);
   QCoreApplication::sendEvent(&line_, &event);
