@@ -137,7 +137,8 @@ void LineSpellingMarks::Draw() {
 bool LineSpellingMarks::eventFilter(QObject* object, QEvent* event) {
   if (event->type() == QEvent::InputMethod)
     composing_ = !static_cast<QInputMethodEvent*>(event)->preeditString().isEmpty();
-  if (event->type() == QEvent::FocusOut) {
+  // A line that is being destroyed loses the focus, too, and is no line any more.
+  if (event->type() == QEvent::FocusOut && qobject_cast<QLineEdit*>(object) != nullptr) {
     typedAt_ = -1;
     Draw();
   }
