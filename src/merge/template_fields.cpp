@@ -15,17 +15,10 @@ bool MayStand(QChar unit, bool first) {
 
 /// The words of all fields of a template, known or not, in its order.
 QStringList FieldWords(const QString& text) {
-  const bool richText = IsRichText(text);
-  const QString opening = richText ? u"\\{"_qs : u"{"_qs;
-  const QString closing = richText ? u"\\}"_qs : u"}"_qs;
+  const qsizetype brace = IsRichText(text) ? 2 : 1;
   QStringList words;
-  for (qsizetype at = text.indexOf(opening); at >= 0; at = text.indexOf(opening, at + 1)) {
-    const qsizetype start = at + opening.size();
-    qsizetype end = start;
-    while (end < text.size() && end - start < kLongestWord && MayStand(text[end], end == start))
-      ++end;
-    if (end > start && QStringView(text).sliced(end).startsWith(closing)) words.append(text.mid(start, end - start));
-  }
+  for (const FieldPlace& place : FieldPlaces(text))
+    words.append(text.mid(place.start + brace, place.length - 2 * brace));
   return words;
 }
 
@@ -61,6 +54,22 @@ std::vector<FieldMeaning> FieldMeanings(QDate today) {
     meanings.push_back({pattern, QString::fromLatin1(field.meaning), MergeFields(pattern, SampleMergeValues(), today)});
   }
   return meanings;
+}
+
+std::vector<FieldPlace> FieldPlaces(const QString& text) {
+  const bool richText = IsRichText(text);
+  const QString opening = richText ? u"\\{"_qs : u"{"_qs;
+  const QString closing = richText ? u"\\}"_qs : u"}"_qs;
+  std::vector<FieldPlace> places;
+  for (qsizetype at = text.indexOf(opening); at >= 0; at = text.indexOf(opening, at + 1)) {
+    const qsizetype start = at + opening.size();
+    qsizetype end = start;
+    while (end < text.size() && end - start < kLongestWord && MayStand(text[end], end == start))
+      ++end;
+    if (end > start && QStringView(text).sliced(end).startsWith(closing))
+      places.push_back({.start = at, .length = end + closing.size() - at});
+  }
+  return places;
 }
 
 QStringList UnknownFields(const QString& text) {

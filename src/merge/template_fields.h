@@ -25,8 +25,16 @@ struct FieldMeaning {
 /// \param today  what "{currentdate}" shows
 [[nodiscard]] std::vector<FieldMeaning> FieldMeanings(QDate today);
 
-/// What looks like a field and is none ("{contakt}"): it would reach the customer as it stands. A field is "{", a letter, then letters, digits, blanks,
-/// "_" or "-", at most 30 characters in all, and "}"; in rich text both braces are escaped. Braces round anything else are text.
+/// Where a field stands in a template, with its braces.
+struct FieldPlace {
+  qsizetype start = 0;
+  qsizetype length = 0;
+};
+/// All fields, known or not, in the order of the template. A field is "{", a letter, then letters, digits, blanks, "_" or "-", at most 30 characters in
+/// all, and "}"; in rich text both braces are escaped. Braces round anything else are text.
+[[nodiscard]] std::vector<FieldPlace> FieldPlaces(const QString& text);
+
+/// What looks like a field and is none ("{contakt}"): it would reach the customer as it stands.
 /// \return each once, as it is written, with plain braces, in the order of the template
 [[nodiscard]] QStringList UnknownFields(const QString& text);
 

@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "marketing/ui/spelling_marks.h"
 #include "platform/ui/look.h"
 #include "platform/ui/modal.h"
 #include "rtf/missing_fonts.h"
@@ -50,6 +51,10 @@ LetterEditor::~LetterEditor() = default;
 
 void LetterEditor::Insert(const QString& text) {
   ui_->rtfLetter->insertPlainText(text);
+}
+
+void LetterEditor::CheckSpelling(const std::shared_ptr<Spelling>& spelling) {
+  marks_ = new SpellingMarks(*ui_->rtfLetter, spelling);
 }
 
 QTextDocument& LetterEditor::Document() {
@@ -250,12 +255,13 @@ void LetterEditor::ShowSelection() {
 void LetterEditor::ShowMenu(const QPoint& position) {
   QMenu menu(this);
   for (const char* name : {"Undo", "Redo", "", "Cut", "Copy", "Paste", "", "PageBreak"}) {
-    if (QAction* action = findChild<QAction*>(QLatin1String(name))) {
-      menu.addAction(action);
-    } else {
+    if (*name == '\0') {
       menu.addSeparator();
+    } else {
+      menu.addAction(findChild<QAction*>(QLatin1String(name)));
     }
   }
+  if (marks_ != nullptr) marks_->AddTo(menu, position);
   menu.exec(ui_->rtfLetter->viewport()->mapToGlobal(position));
 }
 

@@ -7,6 +7,8 @@
 #include <QtTest>
 #include <QtWidgets>
 
+#include "marketing/ui/spelling.h"
+#include "startup/started_application.h"
 #include "support/printing.h"
 
 namespace qbx {
@@ -109,6 +111,33 @@ TEST_F(LetterEditorTest, EnterEndsAListAndKeepsAPageBreakAlone) {
   Press(Qt::Key_Return);
   EXPECT_FALSE(Action("PageBreak").isChecked());
   EXPECT_EQ(editor_.Stored().count(QStringLiteral("\\page")), 1);
+}
+
+TEST_F(LetterEditorTest, MarksAMisspeltWordOnceItIsLeftAndStoresNoMark) {
+  test::StartedApplication program;
+  editor_.CheckSpelling(std::make_shared<Spelling>(program.Make()));
+  QCoreApplication::processEvents();
+  const auto marked = [this] {
+    QStringList words;
+    for (QTextBlock block = editor_.Document().begin(); block.isValid(); block = block.next()) {
+      for (const QTextLayout::FormatRange& mark : block.layout()->formats())
+        words << block.text().mid(mark.start, mark.length);
+    }
+    return words;
+  };
+  const QString stored = QStringLiteral("{\\rtf1 {\\b recieve} \\{dewdate\\}\\par}");
+  editor_.Load(stored);
+  EXPECT_EQ(marked(), QStringList(QStringLiteral("recieve")));
+  EXPECT_TRUE(edits_ == 0 && editor_.Stored() == stored);
+  Select(17, 17);
+  QTest::keyClicks(&Box(), QStringLiteral(" teh"));
+  EXPECT_EQ(marked().size(), 1);
+  QTest::keyClicks(&Box(), QStringLiteral(" "));
+  EXPECT_EQ(marked(), QStringList({QStringLiteral("recieve"), QStringLiteral("teh")}));
+  EXPECT_FALSE(editor_.Stored().contains(QStringLiteral("\\ul")));
+  while (Action("Undo").isEnabled())
+    Action("Undo").trigger();
+  EXPECT_EQ(editor_.Stored(), stored);
 }
 
 TEST_F(LetterEditorTest, FindsRoundTheEnd) {
