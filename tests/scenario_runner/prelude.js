@@ -255,6 +255,7 @@
   global.control = control;
   global.exists = name => call("exists", name);
   global.controlNames = window => call("controlNames", window);
+  global.keyboardFaults = () => call("keyboardFaults");
   global.windows = () => call("windows");
   global.focusedControl = () => call("focusedControl");
   global.press = (keys, times) => {

@@ -1,6 +1,7 @@
 #include "marketing/ui/filter_page.h"
 
 #include "marketing/ui/fill_combo.h"
+#include "platform/ui/letters.h"
 #include "platform/ui/look.h"
 #include "queries/filter_notes.h"
 #include "queries/left_out.h"
@@ -42,7 +43,7 @@ FilterPage::FilterPage(PageParts parts) : WizardPage(std::move(parts)), ui_(std:
   ui_->fraVehicleFilter->setTitle(captions.fraVehicleFilter);
   for (const FilterRow& row : FilterRows()) {
     FindControls(row);
-    controls_[row.index].tick->setText(captions.chkFilter[row.index]);
+    controls_[row.index].tick->setText(WithLetter(captions.chkFilter[row.index], row.letter));
     ConnectFilter(row);
   }
   // Wide enough for any number, so that nothing moves when a run puts one there.

@@ -256,6 +256,12 @@ WizardPage& frmMain::Page(int index) {
       break;
   }
   ui_->ssTabMain->widget(index)->layout()->addWidget(page);
+  // The page comes last in the order of Tab, but these stand below it.
+  QWidget* last = previousInFocusChain();
+  while ((last->focusPolicy() & Qt::TabFocus) == 0)
+    last = last->previousInFocusChain();
+  setTabOrder(last, ui_->cmdSave);
+  setTabOrder(ui_->cmdSave, ui_->cmdRun);
   return *page;
 }
 
