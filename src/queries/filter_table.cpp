@@ -30,6 +30,7 @@ constexpr std::array<FilterRow, kFilterCount> kRows = {{
      .name = "No Marketing",
      .caption = "Include customers who have selected No Marketing",
      .letter = 'i',
+     .tip = "Ticked, customers marked \"No Marketing\" are selected, too. Otherwise they are left out.",
      .use = &CampaignRecord::Marketing,
      .useParameter = "@IgnoreMarketingSwitch",
      .flag = "--no-marketing",
@@ -38,6 +39,8 @@ constexpr std::array<FilterRow, kFilterCount> kRows = {{
      .name = "Customer Type",
      .caption = "Customer Type",
      .letter = 't',
+     .tip =
+         "Ticked, only customers of this type are selected, or only those of any other type. An empty box means customers without a type.",
      .value = FilterValue::kList,
      .conditions = kTypeConditions,
      .text = &Filters::cmbData1,
@@ -55,6 +58,8 @@ constexpr std::array<FilterRow, kFilterCount> kRows = {{
      .name = "Enquiry Source",
      .caption = "Enquiry Source",
      .letter = 'e',
+     .tip =
+         "Ticked, only customers who came from this source are selected, or only those from any other. An empty box means customers without a source.",
      .value = FilterValue::kList,
      .conditions = kSourceConditions,
      .text = &Filters::cmbData2,
@@ -72,6 +77,8 @@ constexpr std::array<FilterRow, kFilterCount> kRows = {{
      .name = "Mileage",
      .caption = "Last known Mileage",
      .letter = 'l',
+     .tip =
+         "Ticked, only vehicles whose last known Mileage fits are selected. \"Higher\" and \"Less\" leave the number itself out, \"Between\" takes both in. Where nothing is known, nothing fits.",
      .value = FilterValue::kNumber,
      .ofVehicles = true,
      .conditions = kMileageConditions,
@@ -90,6 +97,8 @@ constexpr std::array<FilterRow, kFilterCount> kRows = {{
      .name = "Year",
      .caption = "Year of Manufacture",
      .letter = 'y',
+     .tip =
+         "Ticked, only vehicles made in these years are selected. \"After\" and \"Before\" leave the year itself out, \"Between\" takes both in. Where no year is known, nothing fits.",
      .value = FilterValue::kNumber,
      .ofVehicles = true,
      .conditions = kYearConditions,
@@ -107,6 +116,8 @@ constexpr std::array<FilterRow, kFilterCount> kRows = {{
      .name = "Vehicle Model",
      .caption = "Vehicle Model is:",
      .letter = 'm',
+     .tip =
+         "Ticked, only vehicles whose model contains this text are selected, in capitals or not. It is not saved with the campaign.",
      .value = FilterValue::kText,
      .ofVehicles = true,
      .text = &Filters::txtModel,

@@ -25,7 +25,10 @@ QWidget& Focus() {
   // A modal window that has just opened may not be active yet; keys are for it all the same.
   QWidget* focus = QApplication::focusWidget();
   const QWidget* modal = QApplication::activeModalWidget();
-  return focus != nullptr && (modal == nullptr || focus->window() == modal) ? *focus : FocusOf(*windows.constFirst());
+  const auto reachable = [modal](const QWidget& window) {
+    return modal == nullptr || &window == modal || window.parentWidget() == modal;
+  };
+  return focus != nullptr && reachable(*focus->window()) ? *focus : FocusOf(*windows.constFirst());
 }
 
 QVariant Names(const Arguments& arguments) {

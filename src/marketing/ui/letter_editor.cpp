@@ -13,6 +13,7 @@ namespace {
 
 constexpr double kLetterPoints = 10;
 constexpr double kMaxPoints = 1638;
+constexpr int kToolGap = 5;  // beside the line between two groups of tools
 
 }  // namespace
 
@@ -110,7 +111,9 @@ QAction* LetterEditor::AddAction(const char* name, const QString& text, Drawing 
 void LetterEditor::AddSeparator() {
   auto* line = new QFrame(ui_->tbToolBar);
   line->setFrameStyle(QFrame::VLine | QFrame::Sunken);
+  ui_->layoutToolBar->addSpacing(kToolGap);
   ui_->layoutToolBar->addWidget(line);
+  ui_->layoutToolBar->addSpacing(kToolGap);
 }
 
 // The tools are made after the form but stand above it. What follows them is put behind the last tool one by one, from the end: the order is a ring,
