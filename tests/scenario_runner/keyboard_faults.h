@@ -8,9 +8,7 @@ class QWidget;
 
 namespace qbx::scenario {
 
-/// Walks round a window with the Tab key, from what has the focus until it comes back, and looks at everything that can be used at the moment.
-/// \return what is wrong, a sentence each: a control that Tab does not reach, leave or take in reading order (within each frame along the rows, then
-///         down); one without a name for a screen reader; a button, tick box or label of a control without a letter, and a letter given twice
+/// Walks round a window with Tab, from what has the focus until it comes back. \return a sentence for each fault, see tests/scenarios/README.md
 [[nodiscard]] QStringList KeyboardFaults(QWidget& window);
 
 }  // namespace qbx::scenario

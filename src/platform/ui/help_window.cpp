@@ -32,13 +32,13 @@ HelpWindow::HelpWindow(QWidget& owner, std::function<HelpText()> text)
   command_->setObjectName(QStringLiteral("mnuPageHelp"));
   command_->setShortcut(QKeySequence(Qt::Key_F1));
   owner.addAction(command_);
-  connect(command_, &QAction::triggered, this, &HelpWindow::Open);
+  connect(command_, &QAction::triggered, this, &HelpWindow::OpenBeside);
   connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, &QDialog::reject);
   owner.installEventFilter(this);
 }
 
-void HelpWindow::Open() {
-  if (!isVisible()) PlaceBesideOwner();
+void HelpWindow::OpenBeside() {
+  if (!isVisible()) Place();
   show();
   ShowText();
   activateWindow();
@@ -53,7 +53,7 @@ void HelpWindow::ShowText() {
 }
 
 /// To the right of the owner where the screen has room, otherwise over its right edge.
-void HelpWindow::PlaceBesideOwner() {
+void HelpWindow::Place() {
   const QRect owner = owner_.frameGeometry();
   const QRect screen = owner_.screen()->availableGeometry();
   const int left = std::min(owner.right() + 1, screen.right() + 1 - width());

@@ -32,8 +32,8 @@ class HelpWindow : public QDialog {
   void done(int result) override;
 
  private:
-  void Open();
-  void PlaceBesideOwner();
+  void OpenBeside();
+  void Place();
 
   QWidget& owner_;
   std::function<HelpText()> text_;
