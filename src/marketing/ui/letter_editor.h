@@ -57,6 +57,7 @@ class LetterEditor : public QWidget {
   void AddOtherActions();
   QAction* AddAction(const char* name, const QString& text, Drawing drawing, const QKeySequence& keys,
                      const std::function<void()>& act);
+  void AddSeparator();
   void FillFontLists();
   void SetTabOrder();
   [[nodiscard]] SelectionLook Selected() const;
