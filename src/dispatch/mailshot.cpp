@@ -10,10 +10,10 @@ namespace {
 
 constexpr int kRunLocation = 5400;
 
-QString InDoubtLine(int rows, int campaignId) {
-  return QStringLiteral(
-             "%1 row(s) are in doubt and were left alone: nobody knows whether their message went out. Settle them with \"marketingctl results %2 --settle-doubt sent --yes\" when it did, with \"not-sent\" when it did not.")
-      .arg(QString::number(rows), QString::number(campaignId));
+QString InDoubtLine(int rows, const QString& hint) {
+  return QStringLiteral("%1 row(s) are in doubt and were left alone: nobody knows whether their message went out. %2")
+      .arg(QString::number(rows), hint)
+      .trimmed();
 }
 
 QString ClosingLine(MailshotEnd end) {
@@ -128,7 +128,8 @@ void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templ
     summary.end = MailshotEnd::kFailed;
   }
   services_.estimate.Invalidate();
-  if (summary.inDoubt > 0) services_.resultsLog.LogProcessResult(InDoubtLine(summary.inDoubt, campaignId));
+  if (summary.inDoubt > 0)
+    services_.resultsLog.LogProcessResult(InDoubtLine(summary.inDoubt, observer_.SettleHint(campaignId)));
   services_.resultsLog.LogProcessResult(ClosingLine(summary.end));
 }
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include <QtGlobal>
+#include <QString>
 
 #include "dispatch/send_journal.h"
 
@@ -30,6 +30,12 @@ class MailshotObserver {
   virtual void At(MailshotPoint point, qint64 recordId) {
     (void)point;
     (void)recordId;
+  }
+  /// Rows are in doubt and were left alone.
+  /// \return where the user settles them, a sentence that ends the line of the results log
+  [[nodiscard]] virtual QString SettleHint(int campaignId) const {
+    (void)campaignId;
+    return {};
   }
   /// A message failed for certain: it was refused, or could not be tried.
   virtual void Failed(Channel channel) { (void)channel; }

@@ -45,6 +45,9 @@ class Watch final : public MailshotObserver {
     run_->Pause();
   }
   void Progress(int done, int total) override { program_.ui.ShowProgress(done, total); }
+  [[nodiscard]] QString SettleHint(int campaignId) const override {
+    return QStringLiteral("\"marketingctl log %1\" lists them and says how they are settled.").arg(campaignId);
+  }
 
  private:
   Program& program_;

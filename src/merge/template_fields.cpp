@@ -13,19 +13,16 @@ bool MayStand(QChar unit, bool first) {
   return !first && (unit.isDigit() || unit == u' ' || unit == u'_' || unit == u'-');
 }
 
+QString Brace(QChar brace, bool richText) {
+  return richText ? QString(u'\\') + brace : QString(brace);
+}
+
 /// The words of all fields of a template, known or not, in its order.
 QStringList FieldWords(const QString& text) {
-  const bool richText = IsRichText(text);
-  const QString opening = richText ? u"\\{"_qs : u"{"_qs;
-  const QString closing = richText ? u"\\}"_qs : u"}"_qs;
+  const qsizetype brace = IsRichText(text) ? 2 : 1;
   QStringList words;
-  for (qsizetype at = text.indexOf(opening); at >= 0; at = text.indexOf(opening, at + 1)) {
-    const qsizetype start = at + opening.size();
-    qsizetype end = start;
-    while (end < text.size() && end - start < kLongestWord && MayStand(text[end], end == start))
-      ++end;
-    if (end > start && QStringView(text).sliced(end).startsWith(closing)) words.append(text.mid(start, end - start));
-  }
+  for (const FieldPlace& place : FieldPlaces(text))
+    words.append(text.mid(place.start + brace, place.length - 2 * brace));
   return words;
 }
 
@@ -53,6 +50,17 @@ bool StaysEmpty(FieldSource source, KnownData data) {
 
 }  // namespace
 
+qsizetype FieldLength(QStringView text, bool richText) {
+  const QString opening = Brace(u'{', richText);
+  if (!text.startsWith(opening)) return 0;
+  const qsizetype start = opening.size();
+  qsizetype end = start;
+  while (end < text.size() && end - start < kLongestWord && MayStand(text[end], end == start))
+    ++end;
+  const bool closed = end > start && text.sliced(end).startsWith(Brace(u'}', richText));
+  return closed ? end + opening.size() : 0;
+}
+
 std::vector<FieldMeaning> FieldMeanings(QDate today) {
   std::vector<FieldMeaning> meanings;
   meanings.reserve(std::size(kMergeFields));
@@ -61,6 +69,17 @@ std::vector<FieldMeaning> FieldMeanings(QDate today) {
     meanings.push_back({pattern, QString::fromLatin1(field.meaning), MergeFields(pattern, SampleMergeValues(), today)});
   }
   return meanings;
+}
+
+std::vector<FieldPlace> FieldPlaces(const QString& text) {
+  const bool richText = IsRichText(text);
+  const QString opening = Brace(u'{', richText);
+  std::vector<FieldPlace> places;
+  for (qsizetype at = text.indexOf(opening); at >= 0; at = text.indexOf(opening, at + 1)) {
+    const qsizetype length = FieldLength(QStringView(text).sliced(at), richText);
+    if (length > 0) places.push_back({.start = at, .length = length});
+  }
+  return places;
 }
 
 QStringList UnknownFields(const QString& text) {

@@ -25,8 +25,19 @@ struct FieldMeaning {
 /// \param today  what "{currentdate}" shows
 [[nodiscard]] std::vector<FieldMeaning> FieldMeanings(QDate today);
 
-/// What looks like a field and is none ("{contakt}"): it would reach the customer as it stands. A field is "{", a letter, then letters, digits, blanks,
-/// "_" or "-", at most 30 characters in all, and "}"; in rich text both braces are escaped. Braces round anything else are text.
+/// How long the field is that a text begins with, braces and all; 0 where none does. A field is "{", a letter, then letters, digits, blanks, "_" or "-",
+/// at most 30 characters of these, and "}", whether or not it is one of the ten; in rich text both braces are escaped. Braces round anything else are text.
+[[nodiscard]] qsizetype FieldLength(QStringView text, bool richText);
+
+/// Where a field stands in a template, with its braces.
+struct FieldPlace {
+  qsizetype start = 0;
+  qsizetype length = 0;
+};
+/// All fields, known or not, in the order of the template.
+[[nodiscard]] std::vector<FieldPlace> FieldPlaces(const QString& text);
+
+/// The fields of a template that are none of the ten ("{contakt}"): they would reach the customer as they stand.
 /// \return each once, as it is written, with plain braces, in the order of the template
 [[nodiscard]] QStringList UnknownFields(const QString& text);
 

@@ -36,6 +36,8 @@ struct FilterRow {
   FilterIndex index;    ///< its control: `chkFilter`, `cmbFilter`
   const char* name;     ///< in messages
   const char* caption;  ///< of the check box; the boat edition's captions and names replace words, see `FilterWording`
+  char letter;          ///< of the caption, in both editions: with Alt it ticks the filter; the page has each once
+  const char* tip;      ///< what the filter does to the rows; worded as the caption
   FilterValue value = FilterValue::kNone;
   bool ofVehicles = false;  ///< narrows vehicles, so the query runs over these
   std::span<const FilterCondition> conditions = {};

@@ -10,6 +10,7 @@ namespace {
 /// What a rule does to the flag of its channel.
 struct Rule {
   const char* caption;
+  const char* tip;
   int value;              ///< of its first statement
   const char* condition;  ///< in front of the campaign's
   const char* except;     ///< not null: a second statement clears the flag of the rows with this condition
@@ -22,40 +23,55 @@ struct Channel {
 };
 
 constexpr Rule kSmsRules[] = {
-    {"All Customers with a Mobile No", 1, "(Mobile <> '') AND (Len(Mobile) > 5) AND", nullptr},
-    {"No Customers", 0, "", nullptr},
-    {"All except when Letter or Email", 1, "", "(Send_Letter = 1 OR Send_Email = 1) AND"},
-    {"All except when Letter", 1, "", "(Send_Letter = 1) AND"},
-    {"All except when Email", 1, "", "(Send_Email = 1) AND"},
-    {"All customers without an Email Address", 1,
+    {"All Customers with a Mobile No", "Ticks Send SMS in the rows with a mobile number of more than five characters.",
+     1, "(Mobile <> '') AND (Len(Mobile) > 5) AND", nullptr},
+    {"No Customers", "Unticks Send SMS in every row.", 0, "", nullptr},
+    {"All except when Letter or Email",
+     "Ticks Send SMS in every row, and unticks it where Send Letter or Send Email is ticked.", 1, "",
+     "(Send_Letter = 1 OR Send_Email = 1) AND"},
+    {"All except when Letter", "Ticks Send SMS in every row, and unticks it where Send Letter is ticked.", 1, "",
+     "(Send_Letter = 1) AND"},
+    {"All except when Email", "Ticks Send SMS in every row, and unticks it where Send Email is ticked.", 1, "",
+     "(Send_Email = 1) AND"},
+    {"All customers without an Email Address",
+     "Ticks Send SMS in the rows that have a mobile number and no e-mail address.", 1,
      " ((Email = '') OR (LEN(Email) < 6) OR (CHARINDEX('@', Email) < 2)) AND (Mobile <> '') AND", nullptr},
 };
 
 constexpr Rule kEmailRules[] = {
-    {"All Customers with an Email Address", 1, "(Email <> '') AND (CharIndex('@', Email) > 1) AND", nullptr},
-    {"No Customers", 0, "", nullptr},
-    {"All except when Letter or SMS", 1, "", "(Send_Letter = 1 OR Send_SMS = 1) AND"},
-    {"All except when Letter", 1, "", "(Send_Letter = 1) AND"},
-    {"All except when SMS", 1, "", "(Send_SMS = 1) AND"},
+    {"All Customers with an Email Address", "Ticks Send Email in the rows with an e-mail address.", 1,
+     "(Email <> '') AND (CharIndex('@', Email) > 1) AND", nullptr},
+    {"No Customers", "Unticks Send Email in every row.", 0, "", nullptr},
+    {"All except when Letter or SMS",
+     "Ticks Send Email in every row, and unticks it where Send Letter or Send SMS is ticked.", 1, "",
+     "(Send_Letter = 1 OR Send_SMS = 1) AND"},
+    {"All except when Letter", "Ticks Send Email in every row, and unticks it where Send Letter is ticked.", 1, "",
+     "(Send_Letter = 1) AND"},
+    {"All except when SMS", "Ticks Send Email in every row, and unticks it where Send SMS is ticked.", 1, "",
+     "(Send_SMS = 1) AND"},
 };
 
 constexpr Rule kLetterRules[] = {
-    {"All Customers", 1, "", nullptr},
-    {"No Customers", 0, "", nullptr},
-    {"All except when Email or SMS", 1, "", "(Send_Email = 1 OR Send_SMS = 1) AND"},
-    {"All except when Email", 1, "", "(Send_Email = 1) AND"},
-    {"All except when SMS", 1, "", "(Send_SMS = 1) AND"},
+    {"All Customers", "Ticks Send Letter in every row.", 1, "", nullptr},
+    {"No Customers", "Unticks Send Letter in every row.", 0, "", nullptr},
+    {"All except when Email or SMS",
+     "Ticks Send Letter in every row, and unticks it where Send Email or Send SMS is ticked.", 1, "",
+     "(Send_Email = 1 OR Send_SMS = 1) AND"},
+    {"All except when Email", "Ticks Send Letter in every row, and unticks it where Send Email is ticked.", 1, "",
+     "(Send_Email = 1) AND"},
+    {"All except when SMS", "Ticks Send Letter in every row, and unticks it where Send SMS is ticked.", 1, "",
+     "(Send_SMS = 1) AND"},
 };
 
 constexpr Channel kSms{"Send_SMS", "Can_Send_SMS", kSmsRules};
 constexpr Channel kEmail{"Send_Email", "Can_Send_Email", kEmailRules};
 constexpr Channel kLetter{"Send_Letter", "Can_Send_Letter", kLetterRules};
 
-QStringList Captions(const Channel& channel) {
-  QStringList captions;
+QStringList Texts(const Channel& channel, const char* Rule::*text) {
+  QStringList texts;
   for (const Rule& rule : channel.rules)
-    captions += QString::fromLatin1(rule.caption);
-  return captions;
+    texts += QString::fromLatin1(rule.*text);
+  return texts;
 }
 
 QString Statement(const Channel& channel, int value, const char* condition, int campaignId) {
@@ -94,15 +110,27 @@ QStringList SendMethodBatches(const SendMethods& methods, int campaignId, const 
 }  // namespace
 
 QStringList SmsRules() {
-  return Captions(kSms);
+  return Texts(kSms, &Rule::caption);
+}
+
+QStringList SmsRuleTips() {
+  return Texts(kSms, &Rule::tip);
 }
 
 QStringList EmailRules() {
-  return Captions(kEmail);
+  return Texts(kEmail, &Rule::caption);
+}
+
+QStringList EmailRuleTips() {
+  return Texts(kEmail, &Rule::tip);
 }
 
 QStringList LetterRules() {
-  return Captions(kLetter);
+  return Texts(kLetter, &Rule::caption);
+}
+
+QStringList LetterRuleTips() {
+  return Texts(kLetter, &Rule::tip);
 }
 
 bool SetSendMethods(Statements& statements, const SendMethods& methods, int campaignId, const Options& options) {

@@ -16,6 +16,11 @@ struct Options;
 [[nodiscard]] QStringList EmailRules();
 [[nodiscard]] QStringList LetterRules();
 
+/// What each of them does to the rows, in a sentence. Where the options ask for consent, no rule ticks a row without it.
+[[nodiscard]] QStringList SmsRuleTips();
+[[nodiscard]] QStringList EmailRuleTips();
+[[nodiscard]] QStringList LetterRuleTips();
+
 /// What was chosen: positions in the lists above. -1, or any other position a list does not have, leaves the flag
 /// alone.
 struct SendMethods {

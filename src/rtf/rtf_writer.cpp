@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+#include "merge/template_fields.h"
 #include "rtf/formats.h"
 #include "rtf/looks.h"
 #include "rtf/picture.h"
@@ -15,20 +16,6 @@
 
 namespace qbx {
 namespace {
-
-constexpr qsizetype kLongestFieldWord = 30;
-
-/// How long the merge field is that begins at a place of a text, 0 where none does: "{", a letter, then letters, digits,
-/// blanks, "_" or "-", "}".
-qsizetype FieldLength(QStringView text) {
-  if (text.size() < 3 || text[0] != u'{' || !text[1].isLetter()) return 0;
-  for (qsizetype at = 2; at < std::min(text.size(), kLongestFieldWord + 2); ++at) {
-    const QChar unit = text[at];
-    if (unit == u'}') return at + 1;
-    if (!unit.isLetterOrNumber() && unit != u' ' && unit != u'_' && unit != u'-') return 0;
-  }
-  return 0;
-}
 
 class RtfWriter {
  public:
@@ -124,7 +111,7 @@ void RtfWriter::WriteRuns(const QTextBlock& block) {
   for (const Run& run : runs) {
     qsizetype start = at;
     while (at < run.end) {
-      const qsizetype field = FieldLength(QStringView(text).sliced(at));
+      const qsizetype field = FieldLength(QStringView(text).sliced(at), false);
       at += std::max<qsizetype>(field, 1);
     }
     if (at > start) WriteText(QStringView(text).sliced(start, at - start), run.format);

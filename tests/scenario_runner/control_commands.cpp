@@ -4,6 +4,7 @@
 #include <QtWidgets>
 
 #include "find_control.h"
+#include "keyboard_faults.h"
 #include "mouse_and_keys.h"
 #include "read_control.h"
 #include "scenario_error.h"
@@ -24,15 +25,10 @@ QWidget& Focus() {
   // A modal window that has just opened may not be active yet; keys are for it all the same.
   QWidget* focus = QApplication::focusWidget();
   const QWidget* modal = QApplication::activeModalWidget();
-  return focus != nullptr && (modal == nullptr || focus->window() == modal) ? *focus : FocusOf(*windows.constFirst());
-}
-
-// The nearest name: the focus may be on a part of a control that has none.
-QString FocusName() {
-  for (const QWidget* at = QApplication::focusWidget(); at != nullptr; at = at->parentWidget()) {
-    if (!at->objectName().isEmpty() && !at->objectName().startsWith(QLatin1String("qt_"))) return at->objectName();
-  }
-  return {};
+  const auto reachable = [modal](const QWidget& window) {
+    return modal == nullptr || &window == modal || window.parentWidget() == modal;
+  };
+  return focus != nullptr && reachable(*focus->window()) ? *focus : FocusOf(*windows.constFirst());
 }
 
 QVariant Names(const Arguments& arguments) {
@@ -84,7 +80,10 @@ void AddWindowCommands(Bridge& bridge, Stage& stage) {
 }
 
 void AddKeyCommands(Bridge& bridge) {
-  bridge.Add(QStringLiteral("focusedControl"), [](const Arguments&) -> QVariant { return FocusName(); });
+  bridge.Add(QStringLiteral("focusedControl"),
+             [](const Arguments&) -> QVariant { return NearestName(QApplication::focusWidget()); });
+  bridge.Add(QStringLiteral("keyboardFaults"),
+             [](const Arguments&) -> QVariant { return KeyboardFaults(*Focus().window()); });
   bridge.Add(QStringLiteral("press"), [](const Arguments& arguments) -> QVariant {
     PressKeys(Focus(), TextAt(arguments, 0));
     return {};

@@ -50,6 +50,13 @@ QString WindowName(const QWidget& window) {
   return name.mid(name.lastIndexOf(QLatin1Char(':')) + 1);
 }
 
+QString NearestName(const QWidget* widget) {
+  for (const QWidget* at = widget; at != nullptr; at = at->parentWidget()) {
+    if (!at->objectName().isEmpty() && !at->objectName().startsWith(QLatin1String("qt_"))) return at->objectName();
+  }
+  return {};
+}
+
 QList<QWidget*> VisibleWindows() {
   QList<QWidget*> windows;
   const auto add = [&windows](QWidget* window) {

@@ -15,6 +15,8 @@ namespace qbx::scenario {
 /// A text with "\n" for every kind of line break.
 [[nodiscard]] QString PlainLines(const QString& text);
 
+/// Name of a control, or of what it is a part of when it has none; empty for null.
+[[nodiscard]] QString NearestName(const QWidget* widget);
 /// Name of a window: its object name, its class without one.
 [[nodiscard]] QString WindowName(const QWidget& window);
 /// The visible windows, topmost first: the modal one, the main window, the others.

@@ -149,7 +149,8 @@
   host.handle("problem", text => failAndLeave(text));
   host.handle("input", box => {
     const found = take(inputs, entry => matches(box.prompt, entry.part));
-    if (found !== null) return { text: found.text === null || found.text === undefined ? null : String(found.text) };
+    const text = found !== null && typeof found.text === "function" ? found.text() : found !== null ? found.text : null;
+    if (found !== null) return { text: text === null || text === undefined ? null : String(text) };
     failAndLeave("Nobody answers the input box \"" + box.prompt + "\" (" + box.caption + ").");
     return { text: null };
   });
@@ -255,6 +256,7 @@
   global.control = control;
   global.exists = name => call("exists", name);
   global.controlNames = window => call("controlNames", window);
+  global.keyboardFaults = () => call("keyboardFaults");
   global.windows = () => call("windows");
   global.focusedControl = () => call("focusedControl");
   global.press = (keys, times) => {

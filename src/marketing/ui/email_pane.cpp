@@ -1,6 +1,7 @@
 #include "marketing/ui/email_pane.h"
 
 #include "marketing/ui/insert_menu.h"
+#include "marketing/ui/spelling_marks.h"
 #include "platform/ui/long_text.h"
 #include "ui_email_pane.h"
 
@@ -14,6 +15,8 @@ EmailPane::EmailPane(QWidget* parent) : TemplatePane(parent), ui_(std::make_uniq
 EmailPane::~EmailPane() = default;
 
 void EmailPane::Connect() {
+  new LineSpellingMarks(*ui_->txtEmailSubject, SpellingToUse());
+  new SpellingMarks(*ui_->txtEmailBody, SpellingToUse());
   connect(ui_->txtEmailSubject, &QLineEdit::textEdited, this,
           [this](const QString& text) { Store(State().txtEmailSubject, text); });
   connect(ui_->txtEmailBody, &QPlainTextEdit::textChanged, this,

@@ -1,6 +1,7 @@
 #include "marketing/ui/filter_page.h"
 
 #include "marketing/ui/fill_combo.h"
+#include "platform/ui/letters.h"
 #include "platform/ui/look.h"
 #include "queries/filter_notes.h"
 #include "queries/left_out.h"
@@ -42,7 +43,8 @@ FilterPage::FilterPage(PageParts parts) : WizardPage(std::move(parts)), ui_(std:
   ui_->fraVehicleFilter->setTitle(captions.fraVehicleFilter);
   for (const FilterRow& row : FilterRows()) {
     FindControls(row);
-    controls_[row.index].tick->setText(captions.chkFilter[row.index]);
+    controls_[row.index].tick->setText(WithLetter(captions.chkFilter[row.index], row.letter));
+    ShowTip(row);
     ConnectFilter(row);
   }
   // Wide enough for any number, so that nothing moves when a run puts one there.
@@ -71,6 +73,15 @@ void FilterPage::FindControls(const FilterRow& row) {
   if (row.value == FilterValue::kText) controls.text = findChild<QLineEdit*>(value);
   if (row.value == FilterValue::kNumber)
     controls.numbers = {findChild<QLineEdit*>(value + u'0'), findChild<QLineEdit*>(value + u'1')};
+}
+
+void FilterPage::ShowTip(const FilterRow& row) {
+  const Controls& controls = controls_[row.index];
+  const QString tip = FilterWording(row.tip, App().startup.edition.boat);
+  for (QWidget* control : std::initializer_list<QWidget*>{controls.tick, controls.condition, controls.list,
+                                                          controls.text, controls.numbers[0], controls.numbers[1]}) {
+    if (control != nullptr) control->setToolTip(tip);
+  }
 }
 
 void FilterPage::ConnectChecks() {

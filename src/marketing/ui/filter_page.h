@@ -42,6 +42,7 @@ class FilterPage : public WizardPage {
   };
 
   void FindControls(const FilterRow& row);
+  void ShowTip(const FilterRow& row);
   void ConnectChecks();
   void ConnectFilter(const FilterRow& row);
   void ConnectText(const FilterRow& row, QLineEdit* box, QString& value);

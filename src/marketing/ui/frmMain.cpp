@@ -6,6 +6,7 @@
 #include "marketing/ui/command_guard.h"
 #include "marketing/ui/filter_page.h"
 #include "marketing/ui/help_menu.h"
+#include "marketing/ui/page_help.h"
 #include "marketing/ui/process_page.h"
 #include "marketing/ui/query_page.h"
 #include "marketing/ui/results_page.h"
@@ -29,6 +30,10 @@ frmMain::frmMain(Application& app, CampaignDesk& desk, WidgetUi& ui, WindowLayou
   ui_->cmdLoad->setIcon(DrawnIcon(Drawing::kOpen));
   ui_->cmdSave->setIcon(DrawnIcon(Drawing::kSave));
   ui_->cmdRun->setIcon(DrawnIcon(Drawing::kRun));
+  help_ = new HelpWindow(*this, [this] {
+    const bool wizard = ui_->stack->currentWidget() == ui_->ssTabMain;
+    return PageHelp(wizard ? ui_->ssTabMain->currentIndex() + 1 : 0, app_.startup.edition.boat);
+  });
   BuildTabs();
   BuildMenu();
   ConnectButtons();
@@ -82,7 +87,7 @@ void frmMain::BuildMenu() {
   AddEntry(file, "mnuExit", QStringLiteral("&Exit"), [this] {
     close();
   })->setShortcut(QKeySequence(QStringLiteral("Ctrl+Q")));
-  AddHelpMenu(*this, app_, layout_);
+  AddHelpMenu(*this, help_->Command(), app_, layout_);
 }
 
 void frmMain::ConnectButtons() {
@@ -114,6 +119,7 @@ void frmMain::ShowConnection() {
       connected ? QStringLiteral("User: %1    Database: %2").arg(app_.startup.user, app_.hostConnection.DatabaseName())
                 : QStringLiteral("User: %1    Not connected to the database").arg(app_.startup.user));
   statusBar()->addWidget(line);
+  statusBar()->addPermanentWidget(new QLabel(QStringLiteral("F1: what this page does"), this));
   if (!connected) {
     ui_->lblNoConnection->setText(QStringLiteral(
         "There is no connection to the database. Campaigns cannot be loaded, saved or run until there is one."));
@@ -141,6 +147,7 @@ void frmMain::LoadCampaign() {
   WithDatabase([this, &loaded] {
     loaded = desk_.settings.LoadCampaignSettings([this] {
       frmCampaigns manager(ManagerParts(), this);
+      const HelpWindow help(manager, ManagerHelp);
       manager.lCampaignId = app_.campaign.record.ID;
       manager.SetLoading();
       manager.ShowForm();
@@ -156,6 +163,7 @@ void frmMain::SaveCampaign() {
   WithDatabase([this, &stored] {
     desk_.settings.SaveCampaignSettings([this, &stored] {
       frmCampaigns manager(ManagerParts(), this);
+      const HelpWindow help(manager, ManagerHelp);
       manager.lCampaignId = app_.campaign.record.ID;
       manager.SetSaving();
       manager.ShowForm();
@@ -217,6 +225,7 @@ void frmMain::TabOpened(int index) {
     Guarded([this, index] { desk_.steps.TabOpened(index + 1); });
     page.ShowState();
   }
+  help_->ShowText();
   if (!ui_->ssTabMain->tabBar()->hasFocus()) page.FirstControl()->setFocus();
   if (index + 1 != kProcessTab) return;
   if (const std::optional<Message> notice = HostMailServerNotice(app_.options, app_.service))
@@ -256,6 +265,12 @@ WizardPage& frmMain::Page(int index) {
       break;
   }
   ui_->ssTabMain->widget(index)->layout()->addWidget(page);
+  // The page comes last in the order of Tab, but these stand below it.
+  QWidget* last = previousInFocusChain();
+  while ((last->focusPolicy() & Qt::TabFocus) == 0)
+    last = last->previousInFocusChain();
+  setTabOrder(last, ui_->cmdSave);
+  setTabOrder(ui_->cmdSave, ui_->cmdRun);
   return *page;
 }
 

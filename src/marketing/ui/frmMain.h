@@ -18,6 +18,7 @@ class frmMain;
 
 namespace qbx {
 
+class HelpWindow;
 class WizardPage;
 struct CampaignManagerParts;
 
@@ -73,6 +74,7 @@ class frmMain : public QMainWindow {
   std::unique_ptr<Ui::frmMain> ui_;
   std::array<WizardPage*, kTabCount> pages_ = {};  // by tab number less one; null until first opened
   QAction* mnuSave_ = nullptr;
+  HelpWindow* help_ = nullptr;
 };
 
 }  // namespace qbx

@@ -32,9 +32,11 @@ void BackUp(QMainWindow& window, Application& app) {
 
 }  // namespace
 
-void AddHelpMenu(QMainWindow& window, Application& app, WindowLayout& layout) {
+void AddHelpMenu(QMainWindow& window, QAction& pageHelp, Application& app, WindowLayout& layout) {
   QMenu& help = *window.menuBar()->addMenu(QStringLiteral("&Help"));
   help.setObjectName(QStringLiteral("mnuHelp"));
+  help.addAction(&pageHelp);
+  help.addSeparator();
   const auto add = [&](const char* name, const QString& text, const std::function<void()>& command) {
     QAction* entry = help.addAction(text);
     entry->setObjectName(QString::fromLatin1(name));

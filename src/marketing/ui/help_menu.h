@@ -2,6 +2,7 @@
 
 #pragma once
 
+class QAction;
 class QMainWindow;
 
 namespace qbx {
@@ -9,8 +10,8 @@ namespace qbx {
 class Application;
 class WindowLayout;
 
-/// Adds the menu to a window: the log file, a back-up of the embedded database (where there is one), the about box. All must live as long
+/// Adds the menu to a window: what F1 does, the log file, a back-up of the embedded database (where there is one), the about box. All must live as long
 /// as the window.
-void AddHelpMenu(QMainWindow& window, Application& app, WindowLayout& layout);
+void AddHelpMenu(QMainWindow& window, QAction& pageHelp, Application& app, WindowLayout& layout);
 
 }  // namespace qbx

@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "marketing/ui/spelling_marks.h"
 #include "platform/ui/look.h"
 #include "platform/ui/modal.h"
 #include "rtf/missing_fonts.h"
@@ -12,6 +13,7 @@ namespace {
 
 constexpr double kLetterPoints = 10;
 constexpr double kMaxPoints = 1638;
+constexpr int kToolGap = 5;  // beside the line between two groups of tools
 
 }  // namespace
 
@@ -52,6 +54,10 @@ void LetterEditor::Insert(const QString& text) {
   ui_->rtfLetter->insertPlainText(text);
 }
 
+void LetterEditor::CheckSpelling(const std::shared_ptr<Spelling>& spelling) {
+  marks_ = new SpellingMarks(*ui_->rtfLetter, spelling);
+}
+
 QTextDocument& LetterEditor::Document() {
   return *ui_->rtfLetter->document();
 }
@@ -84,14 +90,17 @@ void LetterEditor::ShowNote(const RtfLosses& losses) {
 
 QAction* LetterEditor::AddAction(const char* name, const QString& text, Drawing drawing, const QKeySequence& keys,
                                  const std::function<void()>& act) {
-  QAction* action = ui_->tbToolBar->addAction(DrawnIcon(drawing), text);
+  auto* action = new QAction(DrawnIcon(drawing), text, this);
   action->setObjectName(QLatin1String(name));
   action->setShortcut(keys);
   action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
   const QString shortcut = keys.toString(QKeySequence::NativeText);
   action->setToolTip(shortcut.isEmpty() ? text : QStringLiteral("%1 (%2)").arg(text, shortcut));
   addAction(action);
-  QWidget* button = ui_->tbToolBar->widgetForAction(action);
+  auto* button = new QToolButton(ui_->tbToolBar);
+  ui_->layoutToolBar->addWidget(button);
+  button->setDefaultAction(action);
+  button->setAutoRaise(true);
   button->setObjectName(QStringLiteral("cmd") + QLatin1String(name));
   button->setAccessibleName(text);
   button->setFocusPolicy(Qt::TabFocus);
@@ -99,17 +108,21 @@ QAction* LetterEditor::AddAction(const char* name, const QString& text, Drawing 
   return action;
 }
 
+void LetterEditor::AddSeparator() {
+  auto* line = new QFrame(ui_->tbToolBar);
+  line->setFrameStyle(QFrame::VLine | QFrame::Sunken);
+  ui_->layoutToolBar->addSpacing(kToolGap);
+  ui_->layoutToolBar->addWidget(line);
+  ui_->layoutToolBar->addSpacing(kToolGap);
+}
+
+// The tools are made after the form but stand above it. What follows them is put behind the last tool one by one, from the end: the order is a ring,
+// in which Qt takes the first of the form to follow the last tool already.
 void LetterEditor::SetTabOrder() {
-  QWidgetList order;
-  for (QAction* action : ui_->tbToolBar->actions()) {
-    if (!action->isSeparator()) order << ui_->tbToolBar->widgetForAction(action);
-  }
-  order << ui_->cmbFontName << ui_->cmbFontSize << ui_->txtFind << ui_->cmdFindNext << ui_->cmdFindPrevious
-        << ui_->rtfLetter;
-  for (qsizetype i = 1; i < order.size(); ++i)
-    setTabOrder(order[i - 1], order[i]);
-  // A button that finds no room would be out of reach of the keyboard.
-  ui_->tbToolBar->setMinimumWidth(ui_->tbToolBar->sizeHint().width());
+  QToolButton* lastTool = ui_->tbToolBar->findChildren<QToolButton*>().constLast();
+  for (QWidget* widget : std::initializer_list<QWidget*>{ui_->rtfLetter, ui_->cmdFindPrevious, ui_->cmdFindNext,
+                                                         ui_->txtFind, ui_->cmbFontSize, ui_->cmbFontName})
+    setTabOrder(lastTool, widget);
 }
 
 void LetterEditor::AddClipboardActions() {
@@ -117,7 +130,7 @@ void LetterEditor::AddClipboardActions() {
   AddAction("Cut", QStringLiteral("Cut"), Drawing::kCut, QKeySequence::Cut, [box] { box->CutText(); });
   AddAction("Copy", QStringLiteral("Copy"), Drawing::kCopy, QKeySequence::Copy, [box] { box->CopyText(); });
   AddAction("Paste", QStringLiteral("Paste"), Drawing::kPaste, QKeySequence::Paste, [box] { box->paste(); });
-  ui_->tbToolBar->addSeparator();
+  AddSeparator();
 }
 
 void LetterEditor::Follow(QAction* action, std::function<bool(const SelectionLook&)> holds) {
@@ -147,7 +160,7 @@ void LetterEditor::AddLookActions() {
   Follow(italic, [](const SelectionLook& look) { return look.italic; });
   Follow(underline, [](const SelectionLook& look) { return look.underline; });
   AddAction("Colour", QStringLiteral("Colour"), Drawing::kColour, {}, [this] { ChooseColour(); });
-  ui_->tbToolBar->addSeparator();
+  AddSeparator();
 }
 
 void LetterEditor::AddParagraphActions() {
@@ -174,7 +187,7 @@ void LetterEditor::AddParagraphActions() {
   QAction* pageBreak = AddAction("PageBreak", QStringLiteral("Page Break"), Drawing::kPageBreak,
                                  QKeySequence(Qt::CTRL | Qt::Key_Return), breakPage);
   Follow(pageBreak, [](const SelectionLook& look) { return look.pageBreak; });
-  ui_->tbToolBar->addSeparator();
+  AddSeparator();
 }
 
 void LetterEditor::AddOtherActions() {
@@ -250,12 +263,13 @@ void LetterEditor::ShowSelection() {
 void LetterEditor::ShowMenu(const QPoint& position) {
   QMenu menu(this);
   for (const char* name : {"Undo", "Redo", "", "Cut", "Copy", "Paste", "", "PageBreak"}) {
-    if (QAction* action = findChild<QAction*>(QLatin1String(name))) {
-      menu.addAction(action);
-    } else {
+    if (*name == '\0') {
       menu.addSeparator();
+    } else {
+      menu.addAction(findChild<QAction*>(QLatin1String(name)));
     }
   }
+  if (marks_ != nullptr) marks_->AddTo(menu, position);
   menu.exec(ui_->rtfLetter->viewport()->mapToGlobal(position));
 }
 

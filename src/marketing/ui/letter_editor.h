@@ -22,6 +22,8 @@ class LetterEditor;
 namespace qbx {
 
 enum class Drawing;
+class Spelling;
+class SpellingMarks;
 
 /// The letter `rtfLetter` under its tool bar `tbToolBar`, the lists `cmbFontName` and `cmbFontSize`, and a bar to find text.
 /// Buttons and lists follow the selection. Under the letter it says what an edit loses and which fonts are missing.
@@ -40,6 +42,8 @@ class LetterEditor : public QWidget {
   [[nodiscard]] QTextDocument& Document();
   /// Puts a text where the caret is, as if it were typed.
   void Insert(const QString& text);
+  /// Marks misspelt words from now on.
+  void CheckSpelling(const std::shared_ptr<Spelling>& spelling);
   /// Called after each change that the user makes.
   void OnEdited(std::function<void()> callback) { edited_ = std::move(callback); }
 
@@ -53,6 +57,7 @@ class LetterEditor : public QWidget {
   void AddOtherActions();
   QAction* AddAction(const char* name, const QString& text, Drawing drawing, const QKeySequence& keys,
                      const std::function<void()>& act);
+  void AddSeparator();
   void FillFontLists();
   void SetTabOrder();
   [[nodiscard]] SelectionLook Selected() const;
@@ -70,6 +75,7 @@ class LetterEditor : public QWidget {
   std::unique_ptr<Letter> letter_;
   std::function<void()> edited_;
   std::vector<std::pair<QAction*, std::function<bool(const SelectionLook&)>>> followers_;
+  SpellingMarks* marks_ = nullptr;  ///< owned by the document
   bool loading_ = false;
 };
 

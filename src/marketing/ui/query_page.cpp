@@ -1,6 +1,7 @@
 #include "marketing/ui/query_page.h"
 
 #include "marketing/ui/fill_combo.h"
+#include "platform/ui/letters.h"
 #include "platform/ui/look.h"
 #include "queries/query_catalogue.h"
 #include "ui_query_page.h"
@@ -171,12 +172,12 @@ void QueryPage::ShowPanels() {
   ui_->fraCriteria->setVisible(panels.fraCriteria);
   ui_->fraReminder->setVisible(panels.fraReminder);
   ui_->fraOptionsText->setVisible(panels.fraOptionsText);
-  ui_->lblCriteria->setText(panels.lblCriteria);
+  ui_->lblCriteria->setText(WithLetter(panels.lblCriteria, 'o'));
   ui_->fraDates->setTitle(panels.fraDatesCaption);
-  ui_->lblDate0->setText(panels.lblDateFrom);
-  ui_->lblDate1->setText(panels.lblDateTo);
+  ui_->lblDate0->setText(WithLetter(panels.lblDateFrom, 'r'));
+  ui_->lblDate1->setText(WithLetter(panels.lblDateTo, 't'));
   ui_->fraMakes->setTitle(panels.fraMakesCaption);
-  ui_->Label1->setText(panels.fraMakesCaption + QLatin1Char(':'));
+  ui_->Label1->setText(WithLetter(panels.fraMakesCaption + QLatin1Char(':'), 'e'));
   ui_->lblOptionsExample->setText(panels.lblOptionsExample);
   ShowSelects();
 }

@@ -18,10 +18,19 @@ void NotYet(UserInterface& ui, const QString& what) {
                   .icon = MessageIcon::kInformation});
 }
 
-void FillRules(QComboBox& combo, const QStringList& rules) {
+/// The tip of the list is that of the rule that is chosen.
+void FillRules(QComboBox& combo, const QStringList& rules, const QStringList& tips) {
   combo.addItems(rules);
+  for (int rule = 0; rule < combo.count(); ++rule)
+    combo.setItemData(rule, tips[rule], Qt::ToolTipRole);
+  const auto showTip = [&combo](int rule) {
+    combo.setToolTip(rule < 0 ? QStringLiteral("No rule: the ticks stay as they are.")
+                              : combo.itemData(rule, Qt::ToolTipRole).toString());
+  };
+  QObject::connect(&combo, &QComboBox::currentIndexChanged, &combo, showTip);
   combo.setCurrentIndex(-1);
   combo.setPlaceholderText(QStringLiteral("(no change)"));
+  showTip(-1);
 }
 
 }  // namespace
@@ -31,9 +40,9 @@ ResultsPage::ResultsPage(PageParts parts)
       ui_(std::make_unique<Ui::ResultsPage>()),
       grid_(App().statements, App().diagnostics, App().userOptions) {
   ui_->setupUi(this);
-  FillRules(*ui_->cmbSendBy0, SmsRules());
-  FillRules(*ui_->cmbSendBy1, EmailRules());
-  FillRules(*ui_->cmbSendBy2, LetterRules());
+  FillRules(*ui_->cmbSendBy0, SmsRules(), SmsRuleTips());
+  FillRules(*ui_->cmbSendBy1, EmailRules(), EmailRuleTips());
+  FillRules(*ui_->cmbSendBy2, LetterRules(), LetterRuleTips());
   SetUpGrid();
   ConnectResults();
   ConnectControls();

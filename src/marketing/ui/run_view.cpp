@@ -35,6 +35,10 @@ void RunView::Progress(int done, int total) {
   first ? Show() : ShowWhenDue();
 }
 
+QString RunView::SettleHint(int) const {
+  return QStringLiteral("Say in the list \"Failed or In Doubt\" on step 5 whether it arrived.");
+}
+
 void RunView::ShowWhenDue() {
   if (!shown_.isValid() || shown_.elapsed() >= kShowRunEvery) Show();
 }

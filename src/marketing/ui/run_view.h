@@ -35,6 +35,7 @@ class RunView final : public MailshotObserver {
 
   void Begins(bool resumed) override { begins_(resumed); }
   void Progress(int done, int total) override;
+  [[nodiscard]] QString SettleHint(int campaignId) const override;
 
  private:
   void ShowWhenDue();

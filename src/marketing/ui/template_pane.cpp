@@ -5,8 +5,9 @@
 
 namespace qbx {
 
-void TemplatePane::Work(const PageParts& parts) {
+void TemplatePane::Work(const PageParts& parts, std::shared_ptr<Spelling> spelling) {
   parts_.emplace(parts);
+  spelling_ = std::move(spelling);
   Connect();
 }
 

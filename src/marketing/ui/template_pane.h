@@ -3,11 +3,13 @@
 #pragma once
 
 #include <QWidget>
+#include <memory>
 #include <optional>
 
 #include "dispatch/message_maker.h"
 #include "dispatch/template_notes.h"
 #include "dispatch/test_messages.h"
+#include "marketing/ui/spelling.h"
 #include "marketing/ui/wizard_page.h"
 
 class QLabel;
@@ -21,7 +23,7 @@ class TemplatePane : public QWidget {
  public:
   explicit TemplatePane(QWidget* parent) : QWidget(parent) {}
 
-  void Work(const PageParts& parts);
+  void Work(const PageParts& parts, std::shared_ptr<Spelling> spelling);
   /// Copies the state to the controls.
   void ShowState();
   virtual void ShowNotes(const NoteFacts& facts) = 0;
@@ -45,11 +47,13 @@ class TemplatePane : public QWidget {
   /// Makes messages of the templates as they stand.
   [[nodiscard]] MessageMaker Messages() const;
   [[nodiscard]] TestMessages Tests() const { return parts_->desk.MakeTestMessages(); }
+  [[nodiscard]] const std::shared_ptr<Spelling>& SpellingToUse() const { return spelling_; }
   /// One sentence after the other; a label without any is not there.
   static void ShowSentences(QLabel& label, const QStringList& sentences);
 
  private:
   std::optional<PageParts> parts_;
+  std::shared_ptr<Spelling> spelling_;
   bool showing_ = false;
 };
 

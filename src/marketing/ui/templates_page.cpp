@@ -24,8 +24,10 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
     ShowNotes();
   });
   connect(ui_->cmdLoadLetters, &QPushButton::clicked, this, &TemplatesPage::LoadLetters);
+  const auto spelling = std::make_shared<Spelling>(parts.app);
+  ui_->letterEditor->CheckSpelling(spelling);
   for (TemplatePane* pane : Panes()) {
-    pane->Work(parts);
+    pane->Work(parts, spelling);
     connect(pane, &TemplatePane::Edited, &notes_, qOverload<>(&QTimer::start));
   }
   ui_->letterEditor->OnEdited([this] {

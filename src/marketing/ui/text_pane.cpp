@@ -3,6 +3,7 @@
 #include "dispatch/sms_credits.h"
 #include "dispatch/sms_text.h"
 #include "marketing/ui/insert_menu.h"
+#include "marketing/ui/spelling_marks.h"
 #include "platform/ui/long_text.h"
 #include "ui_text_pane.h"
 
@@ -16,6 +17,7 @@ TextPane::TextPane(QWidget* parent) : TemplatePane(parent), ui_(std::make_unique
 TextPane::~TextPane() = default;
 
 void TextPane::Connect() {
+  new SpellingMarks(*ui_->txtSMS, SpellingToUse());
   connect(ui_->txtSMS, &QPlainTextEdit::textChanged, this, &TextPane::TakeText);
   connect(ui_->cmdTestSMS0, &QPushButton::clicked, this, &TextPane::Preview);
   connect(ui_->cmdTestSMS1, &QPushButton::clicked, this,

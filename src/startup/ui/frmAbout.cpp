@@ -55,6 +55,7 @@ void frmAbout::ShowSplash() {
 void frmAbout::ShowForm(WindowLayout& layout) {
   FillIn();
   layout.RestoreWindow(*this, objectName());
+  ui_->cmdOK->setFocus();
   ShowModal(*this);
   layout.SaveWindow(*this, objectName());
 }
