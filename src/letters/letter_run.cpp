@@ -6,11 +6,11 @@
 
 #include "dispatch/mailshot_checks.h"
 #include "letters/letter_rows.h"
+#include "letters/letters_table.h"
 #include "merge/compiled_template.h"
 #include "printing/report_files.h"
 #include "results/merge_row.h"
 #include "rtf/rtf_reader.h"
-#include "util/text.h"
 
 namespace qbx {
 
@@ -24,14 +24,20 @@ int UpdateInterval(int letters) {
   return std::clamp(static_cast<int>(std::nearbyint(letters / 40.0)), 3, 40);
 }
 
-QString DeleteLetters(const QString& session) {
-  return QStringLiteral("DELETE FROM [Letters] WHERE SessionID = ") + SqlQuoted(session);
-}
-
 QString ReopenLetters(int campaignId) {
   return QStringLiteral(
              "UPDATE [Campaign Results] SET Processed = 0 WHERE Processed = 1 AND Send_Letter = 1 AND Send_SMS = 0 AND Send_Email = 0 AND CampaignID = %1")
       .arg(campaignId);
+}
+
+LetterRow LetterOf(const Recordset& row, const QString& merged) {
+  const auto text = [&row](const char* column) { return row.Field(QString::fromLatin1(column)).ToText(); };
+  return {.letter = merged,
+          .nameAddress = NameLine(row) + u'\r' + text("Address"),
+          .contact = text("Contact"),
+          .telephone = text("Telephone"),
+          .mobile = text("Mobile"),
+          .vehicle = text("Vehicle")};
 }
 
 /// Writes in batches: a few writes a commit, and what was written before a failure stays.
@@ -97,7 +103,11 @@ LetterSummary LetterRun::GenerateLetters(int campaignId, const QString& letter, 
     services_.diagnostics.errors.ShowError(kCreateLocation, QStringLiteral("CreateLetters"), error.Description());
     return summary_;
   }
-  if (summary_.letters == 0) return summary_;
+  if (summary_.letters == 0) {
+    Tell(QStringLiteral("No letter was made. The results log says why each customer who is left gets none."),
+         MessageIcon::kInformation);
+    return summary_;
+  }
   services_.resultsLog.LogProcessResult(QStringLiteral("Generating Print Preview"));
   if (!OpenLetterReport(choices)) return summary_;
   summary_.done = true;
@@ -158,13 +168,8 @@ int LetterRun::CountLetters(int campaignId) {
 bool LetterRun::CreateLetters(int campaignId, const QString& letter) {
   Statements& statements = services_.statements;
   Recordset rows;
-  Recordset letters;
-  if (!statements.dbExecute(DeleteLetters(services_.startup.RunKey)).Ok()) return false;
-  if (statements.dbOpenRec(rows, SelectLetterRows(campaignId))) return false;
-  if (statements.dbOpenRec(letters, QStringLiteral("SELECT TOP 1 * FROM Letters"), CursorType::kDynamic,
-                           LockType::kOptimistic))
-    return false;
-  letters.SetWritable(statements.Shared().Driver(), QStringLiteral("Letters"), QStringLiteral("LetterID"));
+  LettersTable letters(statements, services_.startup.RunKey);
+  if (!letters.Begin() || statements.dbOpenRec(rows, SelectLetterRows(campaignId))) return false;
   const int interval = UpdateInterval(services_.counters.Values().letters);
   CompiledTemplate merge(letter);
   QString merged;
@@ -175,7 +180,7 @@ bool LetterRun::CreateLetters(int campaignId, const QString& letter) {
     for (; !rows.Eof() && !cancelled; rows.MoveNext()) {
       if (!MayGetLetter(rows, campaignId)) continue;
       merge.Merge(MergeRow(rows, BlankContact::kBecomesCustomer), services_.diagnostics.clock.Today(), merged);
-      CreateLetter(rows, merged, letters);
+      letters.Add(LetterOf(rows, merged));
       if (++summary_.letters % interval != 0) continue;
       batches.Next();
       observer_.Progress(summary_.letters);
@@ -211,18 +216,6 @@ void LetterRun::LeaveOut(const Recordset& row, const QString& reason) {
   services_.resultsLog.LogProcessResult(
       QStringLiteral("No letter for customer %1 (%2): %3")
           .arg(row.Field(QStringLiteral("Customer")).ToText(), NameLine(row), reason));
-}
-
-void LetterRun::CreateLetter(const Recordset& row, const QString& merged, Recordset& letters) {
-  letters.AddNew();
-  letters.Set(QStringLiteral("SessionID"), services_.startup.RunKey);
-  letters.Set(QStringLiteral("Letter"), merged);
-  letters.Set(QStringLiteral("NameAddress"), NameLine(row) + u'\r' + row.Field(QStringLiteral("Address")).ToText());
-  for (const char* column : {"Contact", "Telephone", "Mobile", "Vehicle"}) {
-    const QString name = QString::fromLatin1(column);
-    letters.Set(name, row.Field(name).ToText());
-  }
-  letters.Update();
 }
 
 /// \return whether the letters came out, or the user says so

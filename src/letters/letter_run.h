@@ -70,7 +70,6 @@ class LetterRun {
   [[nodiscard]] int CountLetters(int campaignId);
   /// \return false when it failed or was cancelled
   [[nodiscard]] bool CreateLetters(int campaignId, const QString& letter);
-  void CreateLetter(const Recordset& row, const QString& merged, Recordset& letters);
   [[nodiscard]] bool MayGetLetter(const Recordset& row, int campaignId);
   [[nodiscard]] bool OpenLetterReport(const LetterChoices& choices);
   void MarkLettersAsProcessed(int campaignId);
