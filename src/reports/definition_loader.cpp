@@ -240,7 +240,7 @@ class DefinitionLoader {
     const QSize size = reader.size();
     pixels_ += qint64{size.width()} * size.height();
     if (pixels_ > kMaxImagePixels) Fail(element, QStringLiteral("The image has too many pixels: %1").arg(name));
-    const QImage image = size.isValid() ? reader.read() : QImage();
+    QImage image = size.isValid() ? reader.read() : QImage();
     if (image.isNull()) Fail(element, QStringLiteral("The image cannot be read: %1").arg(name));
     return image;
   }

@@ -10,11 +10,11 @@
 namespace qbx {
 
 /// Bytes of a definition at most.
-inline constexpr qint64 kMaxDefinitionBytes = 256 * 1024;
+inline constexpr qint64 kMaxDefinitionBytes = qint64{256} * 1024;
 /// How deep subreports may stand in each other: each level multiplies the statements that are run.
 inline constexpr int kMaxSubreportDepth = 3;
 /// Bytes of an image at most, and pixels of all images of a definition.
-inline constexpr qint64 kMaxImageBytes = 16 * 1024 * 1024;
+inline constexpr qint64 kMaxImageBytes = qint64{16} * 1024 * 1024;
 inline constexpr qint64 kMaxImagePixels = 40'000'000;
 
 /// Reads a definition, which is XML as docs/report-definitions.md describes, and its images, which have to stand in or

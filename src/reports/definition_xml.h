@@ -7,8 +7,8 @@
 #include <optional>
 #include <vector>
 
-struct _xmlDoc;
-struct _xmlNode;
+struct _xmlDoc;   // NOLINT(bugprone-reserved-identifier): the name that libxml2 gives it
+struct _xmlNode;  // NOLINT(bugprone-reserved-identifier)
 
 namespace qbx {
 

@@ -106,15 +106,15 @@ bool Pager::PlaceWhole() {
 
 bool Pager::PlacePart(qreal room) {
   std::vector<PlacedObject>& objects = band_->objects;
-  const auto below =
-      std::ranges::stable_partition(objects, [room](const PlacedObject& placed) { return placed.frame.top() < room; });
-  if (below.empty() || below.size() == objects.size()) {
+  const auto below = std::stable_partition(objects.begin(), objects.end(),
+                                           [room](const PlacedObject& placed) { return placed.frame.top() < room; });
+  if (below == objects.end() || below == objects.begin()) {
     CutTexts(objects, room);
     band_->height = room;
     return false;
   }
-  std::vector<PlacedObject> rest(std::make_move_iterator(below.begin()), std::make_move_iterator(below.end()));
-  objects.erase(below.begin(), below.end());
+  std::vector<PlacedObject> rest(std::make_move_iterator(below), std::make_move_iterator(objects.end()));
+  objects.erase(below, objects.end());
   CutTexts(objects, room);
   PutOnPage(std::exchange(objects, {}), y_);
   const qreal up =

@@ -181,7 +181,7 @@ void BandSource::AddDetails() {
     Add(detail, 0);
 }
 
-void BandSource::Add(const ReportSection& section, size_t level, ReportBand flags) {
+void BandSource::Add(const ReportSection& section, size_t level, const ReportBand& flags) {
   if (!section.objects.empty())
     if (const auto* subreport = std::get_if<SubreportObject>(&section.objects.front().what)) {
       ready_.push_back(WaitingSubreport{subreport, row_});

@@ -66,7 +66,7 @@ class BandSource {
   void CloseGroups(size_t from);
   void AddDetails();
   /// \param level  of the totals that the section shows
-  void Add(const ReportSection& section, size_t level, ReportBand flags = {});
+  void Add(const ReportSection& section, size_t level, const ReportBand& flags = {});
   [[nodiscard]] size_t FirstChangedGroup() const;
   void StartSubreport(const WaitingSubreport& waiting);
   [[nodiscard]] std::optional<ReportBand> NextOfSubreport();
