@@ -126,18 +126,22 @@ class DefinitionChecks {
     for (const ReportObject& object : section.objects) {
       if (const auto* text = std::get_if<TextObject>(&object.what))
         for (const TextPiece& piece : text->pieces)
-          CheckPiece(piece, object.line);
+          CheckPiece(piece, object.line, IsOfPages(section));
       if (const auto* subreport = std::get_if<SubreportObject>(&object.what)) CheckSubreport(*subreport, object.line);
     }
   }
 
-  void CheckPiece(const TextPiece& piece, int line) const {
+  void CheckPiece(const TextPiece& piece, int line, bool ofPages) const {
     if (piece.kind == PieceKind::kFormula) static_cast<void>(FormulaNamed(piece.name, line));
     if (piece.kind == PieceKind::kParameter) CheckParameter(piece.name, line);
     const bool ofGroup = piece.kind == PieceKind::kGroupPage || piece.kind == PieceKind::kGroupPages ||
                          piece.kind == PieceKind::kGroupNumber;
     if (ofGroup && std::ranges::none_of(report_.groups, &ReportGroup::restartPages))
       Fail(line, QStringLiteral("A page of a group is shown, but no group counts its own pages."));
+    const bool ofPage = piece.kind == PieceKind::kPage || piece.kind == PieceKind::kGroupPage ||
+                        piece.kind == PieceKind::kGroupNumber;
+    if (ofPage && !ofPages)  // rows are filled in before they are put on pages
+      Fail(line, QStringLiteral("The number of a page can stand in headers and footers of pages only."));
   }
 
   void CheckSubreport(const SubreportObject& subreport, int line) const {

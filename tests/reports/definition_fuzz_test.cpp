@@ -81,7 +81,7 @@ TEST(DefinitionFuzzTest, DamagedDefinitionsAreRefusedOrLaidOut) {
     table.rows.push_back(
         {Value(i), Value(u"{\\rtf1 "_qs + u"a line\\par "_qs.repeated(60 * i) + u"}"_qs), Value(u"A\nB"_qs)});
   int read = 0;
-  for (int round = 0; round < (given ? rounds : 300); ++round) {
+  for (int round = 0; round < (given ? rounds : 200); ++round) {
     const QString path = folder.Write(u"test.rpt"_qs, damage.Definition());
     try {
       const Report report = Report::Open(path);

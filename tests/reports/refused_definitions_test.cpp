@@ -72,6 +72,7 @@ TEST(RefusedDefinitions, AreNamedWithTheirPlace) {
       {image("text.png"), 5, "cannot be read"},
       {text("<formula name='@None'/>"), 5, "There is no formula \"@None\""},
       {text("<parameter name='@None'/>"), 5, "There is no parameter \"@None\""},
+      {text("<page/>"), 5, "headers and footers of pages only"},
       {text("<groupPage/>"), 5, "no group counts its own pages"},
       {WithLine5("<table name='T' where='A = {?@B}'/>"), 5, "There is no parameter \"@B\""},
       {WithLine5("<table name='T]; DELETE FROM T --'/>"), 5, "one statement"},
