@@ -224,6 +224,12 @@ bool LetterRun::OpenLetterReport(const LetterChoices& choices) {
   services_.reports.TakePages({.firstDocument = choices.firstLetter, .lastDocument = choices.lastLetter});
   const ReportMode mode = choices.pdfFile.isEmpty() ? ReportMode::kPreview : ReportMode::kPdf;
   const QString path = LetterReportPath(services_.startup.ProgramFolder, services_.options);
+  services_.reports.OnPage([this](const ReportPage& page) {
+    for (const QString& text : TextsThatDoNotFit(page))
+      services_.resultsLog.LogProcessResult(
+          QStringLiteral("The letter of %1 does not fit its place: look at it before it goes.").arg(text));
+    return true;
+  });
   switch (services_.reports.PrintReport(path, mode, true, {Value(QString())})) {
     case ReportOutcome::kOut:
       return true;

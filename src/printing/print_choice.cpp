@@ -25,7 +25,7 @@ TakenOut PrintPages(const ReportRun& run, ReportPages& pages, Printers& printers
   const QString file = folder.filePath(QStringLiteral("report.pdf"));
   TakenOut taken;
   if (!ExportPdf(run.report, pages, file,
-                 {.title = run.caption, .range = choice.range, .wholeSheets = choice.bothSides},
+                 {.title = run.caption, .range = choice.range, .paper = choice.paper, .wholeSheets = choice.bothSides},
                  Remembering(taken, progress)))
     return {};
   const QString problem = printers.Print(choice.printer.deviceId, {.file = file,

@@ -15,6 +15,7 @@ struct PrintChoice {
   Printer printer;
   int copies = 1;
   PageRange range = {};
+  Paper paper = Paper::kBlank;
   bool bothSides = false;
   QString tray = {};
 };

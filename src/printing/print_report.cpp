@@ -155,7 +155,7 @@ void ReportPrinter::WritePdfFile(ConnectedRows& database) {
   };
   const PdfChoices choices{.title = state.reportTitle.isEmpty() ? state.reportName : state.reportTitle,
                            .range = range_};
-  std::unique_ptr<Pager> pager = report_->LayOut(database, {});
+  std::unique_ptr<Pager> pager = report_->LayOut(database);
   parts_.diagnostics.status.ShowStatus(QString::fromLatin1(kOpening), true);
   if (ExportPdf(*report_, std::move(pager), state.pdfFileName, choices, progress)) outcome_ = ReportOutcome::kOut;
 }

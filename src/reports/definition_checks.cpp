@@ -138,8 +138,8 @@ class DefinitionChecks {
                          piece.kind == PieceKind::kGroupNumber;
     if (ofGroup && std::ranges::none_of(report_.groups, &ReportGroup::restartPages))
       Fail(line, QStringLiteral("A page of a group is shown, but no group counts its own pages."));
-    const bool ofPage = piece.kind == PieceKind::kPage || piece.kind == PieceKind::kGroupPage ||
-                        piece.kind == PieceKind::kGroupNumber;
+    const bool ofPage =
+        piece.kind == PieceKind::kPage || piece.kind == PieceKind::kGroupPage || piece.kind == PieceKind::kGroupNumber;
     if (ofPage && !ofPages)  // rows are filled in before they are put on pages
       Fail(line, QStringLiteral("The number of a page can stand in headers and footers of pages only."));
   }

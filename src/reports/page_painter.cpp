@@ -63,9 +63,10 @@ void Paint(QPainter&, const PlacedObject&, const SubreportObject&, int) {}
 
 }  // namespace
 
-void PaintPage(QPainter& painter, const ReportPage& page, int pages) {
+void PaintPage(QPainter& painter, const ReportPage& page, int pages, Paper paper) {
   for (const PlacedObject& placed : page.objects)
-    std::visit([&](const auto& what) { Paint(painter, placed, what, pages); }, placed.object->what);
+    if (paper == Paper::kBlank || !placed.object->notOnHeadedPaper)
+      std::visit([&](const auto& what) { Paint(painter, placed, what, pages); }, placed.object->what);
 }
 
 QString ShownText(const PlacedObject& placed, int pages) {

@@ -29,11 +29,10 @@ void CutTexts(std::vector<PlacedObject>& objects, qreal height) {
 }  // namespace
 
 Pager::Pager(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows,
-             RowsReader reader, LayoutChoices choices)
+             RowsReader reader)
     : report_(report),
       parameters_(parameters),
-      choices_(choices),
-      bands_(report, std::move(parameters), std::move(rows), std::move(reader), choices),
+      bands_(report, std::move(parameters), std::move(rows), std::move(reader)),
       holdsBack_(std::ranges::any_of(report.groups, &ReportGroup::restartPages)),
       noTotals_(report) {}
 
@@ -180,7 +179,7 @@ void Pager::PlaceSections(const std::vector<ReportSection>& sections, qreal y) {
     if (!Shows(section)) continue;
     const ReportRow& row = placed_.row ? *placed_.row : noRow;
     const ReportTotals& totals = placed_.totals ? *placed_.totals : noTotals_;
-    ReportBand band = MakeBand(section, {report_, parameters_, row, totals, 0, numbers_}, choices_);
+    ReportBand band = MakeBand(section, {report_, parameters_, row, totals, 0, numbers_});
     PutOnPage(std::move(band.objects), y);
     y += section.height;
   }

@@ -15,8 +15,8 @@ namespace qbx {
 class Pager {
  public:
   /// \param report  must outlive the pager and its pages
-  Pager(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows, RowsReader reader,
-        LayoutChoices choices);
+  Pager(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows,
+        RowsReader reader);
 
   /// \return nothing behind the last page. There is always one page.
   [[nodiscard]] std::optional<ReportPage> Next();
@@ -43,7 +43,6 @@ class Pager {
 
   const ReportDefinition& report_;
   ParameterValues parameters_;
-  LayoutChoices choices_;
   BandSource bands_;
   bool holdsBack_;                  // whether a group counts its pages
   std::optional<ReportBand> band_;  // the next one to be placed

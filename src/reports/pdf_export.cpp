@@ -18,7 +18,7 @@ class Writer {
     if (!choices_.range.Holds(page)) return true;
     if (choices_.wholeSheets && written_ % 2 != 0 && page.document != document_) AddBlankPage();
     document_ = page.document;
-    file_.Add(page, pages);
+    file_.Add(page, pages, choices_.paper);
     ++written_;
     stopped_ = !progress_(page);
     return !stopped_;

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 
+#include "reports/page_painter.h"
 #include "reports/page_range.h"
 #include "reports/report.h"
 #include "reports/report_pages.h"
@@ -19,6 +20,7 @@ using PageProgress = std::function<bool(const ReportPage& page)>;
 struct PdfChoices {
   QString title = {};
   PageRange range = {};
+  Paper paper = Paper::kBlank;
   bool wholeSheets = false;  ///< for both sides of the paper: what is printed as one begins on a sheet of its own
 };
 

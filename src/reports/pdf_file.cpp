@@ -31,9 +31,9 @@ void PdfFile::NextPage() {
   empty_ = false;
 }
 
-void PdfFile::Add(const ReportPage& page, int pages) {
+void PdfFile::Add(const ReportPage& page, int pages, Paper paper) {
   NextPage();
-  PaintPage(painter_, page, pages);
+  PaintPage(painter_, page, pages, paper);
 }
 
 void PdfFile::AddBlankPage() {

@@ -7,6 +7,7 @@
 #include <QSaveFile>
 #include <QString>
 
+#include "reports/page_painter.h"
 #include "reports/report_definition.h"
 #include "reports/report_page.h"
 
@@ -19,7 +20,7 @@ class PdfFile {
   /// \throws ReportError
   PdfFile(const QString& path, const ReportPaper& paper, const QString& title);
 
-  void Add(const ReportPage& page, int pages);
+  void Add(const ReportPage& page, int pages, Paper paper);
   void AddBlankPage();
   /// \throws ReportError when it could not be written
   void Finish();

@@ -114,7 +114,7 @@ void Report::HideColumns(const QSet<QString>& fields) {
   FindObjects();
 }
 
-std::unique_ptr<Pager> Report::LayOut(ReportDatabase& database, LayoutChoices choices) const {
+std::unique_ptr<Pager> Report::LayOut(ReportDatabase& database) const {
   CheckRoom(*definition_, {});  // the paper may have been turned
   const RowsReader reader = [&database](const ReportSource& source, const ReportDefinition& report,
                                         const ParameterValues& parameters) {
@@ -126,7 +126,7 @@ std::unique_ptr<Pager> Report::LayOut(ReportDatabase& database, LayoutChoices ch
   } else if (definition_->source) {
     rows = reader(*definition_->source, *definition_, parameters_);
   }
-  return std::make_unique<Pager>(*definition_, parameters_, std::move(rows), reader, choices);
+  return std::make_unique<Pager>(*definition_, parameters_, std::move(rows), reader);
 }
 
 }  // namespace qbx

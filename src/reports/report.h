@@ -64,7 +64,7 @@ class Report {
 
   /// Reads the rows and begins to lay out; the report must outlive the pager.
   /// \throws ReportError, DatabaseError
-  [[nodiscard]] std::unique_ptr<Pager> LayOut(ReportDatabase& database, LayoutChoices choices) const;
+  [[nodiscard]] std::unique_ptr<Pager> LayOut(ReportDatabase& database) const;
 
   /// The object that a page refers to.
   [[nodiscard]] const std::vector<const ReportObject*>& Objects() const { return objects_; }

@@ -45,11 +45,10 @@ void MakeRoom(std::vector<PlacedObject>& objects) {
 
 }  // namespace
 
-ReportBand MakeBand(const ReportSection& section, const ReportValues& values, const LayoutChoices& choices) {
+ReportBand MakeBand(const ReportSection& section, const ReportValues& values) {
   ReportBand band{.height = section.height, .breakBefore = section.breakBefore, .breakAfter = section.breakAfter};
   bool grows = false;
   for (const ReportObject& object : section.objects) {
-    if (choices.headedPaper && object.notOnHeadedPaper) continue;
     PlacedObject placed{.object = &object, .frame = object.frame};
     if (const auto* text = std::get_if<TextObject>(&object.what)) placed = PlaceText(*text, placed, values);
     if (const auto* rich = std::get_if<RichTextObject>(&object.what)) placed = PlaceRichText(*rich, placed, values);
@@ -63,12 +62,11 @@ ReportBand MakeBand(const ReportSection& section, const ReportValues& values, co
 }
 
 BandSource::BandSource(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows,
-                       RowsReader reader, LayoutChoices choices)
+                       RowsReader reader)
     : report_(report),
       parameters_(std::move(parameters)),
       rows_(std::move(rows)),
       reader_(std::move(reader)),
-      choices_(choices),
       totals_(report) {
   if (rows_) columns_ = std::make_shared<ColumnNames>(rows_->Columns());
 }
@@ -96,7 +94,7 @@ void BandSource::StartSubreport(const WaitingSubreport& waiting) {
   for (const SubreportObject::Link& link : waiting.object->links)
     parameters.insert(link.parameter, waiting.row->Field(link.field));
   auto rows = reader_(*inner.source, inner, parameters);
-  subreport_ = std::make_unique<BandSource>(inner, std::move(parameters), std::move(rows), reader_, choices_);
+  subreport_ = std::make_unique<BandSource>(inner, std::move(parameters), std::move(rows), reader_);
 }
 
 std::optional<ReportBand> BandSource::NextOfSubreport() {
@@ -187,7 +185,7 @@ void BandSource::Add(const ReportSection& section, size_t level, const ReportBan
       ready_.push_back(WaitingSubreport{subreport, row_});
       return;
     }
-  ReportBand band = MakeBand(section, {report_, parameters_, *row_, totals_, level}, choices_);
+  ReportBand band = MakeBand(section, {report_, parameters_, *row_, totals_, level});
   band.breakBefore = band.breakBefore || flags.breakBefore;
   band.beginsGroup = flags.beginsGroup;
   band.row = row_;

@@ -31,20 +31,14 @@ struct ReportBand {
   std::shared_ptr<const ReportTotals> totals = {};  ///< up to this row
 };
 
-/// What is left out of a section besides.
-struct LayoutChoices {
-  bool headedPaper = false;  ///< leaves out what headed paper has already
-};
-
 /// The band of a section: objects filled in, each as tall as it needs, and the section with them.
-[[nodiscard]] ReportBand MakeBand(const ReportSection& section, const ReportValues& values,
-                                  const LayoutChoices& choices);
+[[nodiscard]] ReportBand MakeBand(const ReportSection& section, const ReportValues& values);
 
 /// Steps through the bands of a report, those of its subreports in their places.
 class BandSource {
  public:
   BandSource(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows,
-             RowsReader reader, LayoutChoices choices);
+             RowsReader reader);
   ~BandSource();
 
   /// \return nothing behind the last one
@@ -75,7 +69,6 @@ class BandSource {
   ParameterValues parameters_;
   std::unique_ptr<ReportRows> rows_;
   RowsReader reader_;
-  LayoutChoices choices_;
   std::shared_ptr<const ColumnNames> columns_;  // of the rows
   ReportTotals totals_;
   Row row_;   // whose bands are being made; null before the first

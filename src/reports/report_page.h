@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
 #include <QTextDocument>
 #include <memory>
 #include <vector>
@@ -31,5 +32,8 @@ struct ReportPage {
       1;  ///< what is printed as one: the number of the group that counts its pages, such as a letter; else 1
   std::vector<PlacedObject> objects = {};
 };
+
+/// What of a page does not fit its place, such as an address that is too long for the window of an envelope: the first line of each text.
+[[nodiscard]] QStringList TextsThatDoNotFit(const ReportPage& page);
 
 }  // namespace qbx

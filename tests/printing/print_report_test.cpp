@@ -30,7 +30,7 @@ class Outlet : public ReportOutlet {
   TakenOut Preview(const ReportRun& run) override {
     caption = run.caption;
     landscape = run.report.Paper().landscape;
-    const auto pager = run.report.LayOut(run.database, {});
+    const auto pager = run.report.LayOut(run.database);
     while (const auto page = pager->Next())
       for (const PlacedObject& placed : page->objects)
         texts += placed.text;

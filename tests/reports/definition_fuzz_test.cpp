@@ -85,7 +85,7 @@ TEST(DefinitionFuzzTest, DamagedDefinitionsAreRefusedOrLaidOut) {
     const QString path = folder.Write(u"test.rpt"_qs, damage.Definition());
     try {
       const Report report = Report::Open(path);
-      const auto pager = report.LayOut(rows, {});
+      const auto pager = report.LayOut(rows);
       int pages = 0;
       while (pager->Next())
         ASSERT_LT(++pages, 1000) << "round " << round;

@@ -63,7 +63,7 @@ class TestReport {
   /// \param pages  as PaintPage has it
   QStringList Pages(int pages = 0, bool places = false) {
     QStringList all;
-    const auto pager = report.LayOut(rows, {});
+    const auto pager = report.LayOut(rows);
     while (auto page = pager->Next()) {
       std::ranges::stable_sort(page->objects, {}, [](const PlacedObject& placed) { return placed.frame.top(); });
       QStringList texts;
@@ -78,7 +78,7 @@ class TestReport {
   /// What pdftotext reads in the report's PDF. \param options  such as "-bbox"
   QString PdfText(const QStringList& options) {
     const QString pdf = folder_.File(QStringLiteral("test.pdf"));
-    EXPECT_TRUE(ExportPdf(report, report.LayOut(rows, {}), pdf, {.title = QStringLiteral("Test")},
+    EXPECT_TRUE(ExportPdf(report, report.LayOut(rows), pdf, {.title = QStringLiteral("Test")},
                           [](const ReportPage&) { return true; }));
     QProcess process;
     process.start(QStringLiteral("pdftotext"), options + QStringList{pdf, QStringLiteral("-")});

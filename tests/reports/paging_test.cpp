@@ -70,7 +70,7 @@ TEST(Paging, GroupsThatCountTheirPagesBeginOnASheetOfTheirOwn) {
   test.rows.tables[u"T"_qs] = Numbers(2);
   EXPECT_THAT(test.Pages(), ElementsAre(u"Dear 1|1 of 2, letter 1, page 1"_qs, u"2 of 2, letter 1, page 2"_qs,
                                         u"Dear 2|1 of 2, letter 2, page 3"_qs, u"2 of 2, letter 2, page 4"_qs));
-  const auto pager = test.report.LayOut(test.rows, {});
+  const auto pager = test.report.LayOut(test.rows);
   QList<int> letters;
   while (const auto page = pager->Next())
     letters += page->document;
@@ -99,7 +99,7 @@ TEST(Paging, WhatGrowsMovesWhatStandsBelow) {
   ASSERT_EQ(pages.size(), 3);
   EXPECT_TRUE(pages[0].contains(u"row…"_qs));
   EXPECT_EQ(pages[1].trimmed(), u"below"_qs);
-  const auto page = test.report.LayOut(test.rows, {})->Next();
+  const auto page = test.report.LayOut(test.rows)->Next();
   for (const PlacedObject& placed : page->objects)
     EXPECT_LE(TestReport::Millimetres(placed.frame.bottom()), 200);
 }
@@ -113,7 +113,7 @@ TEST(Paging, TextsShrinkCloseUpOrAreCut) {
   for (const auto& [text, cut] : lines)
     table.rows.push_back({Value(text)});
   EXPECT_THAT(test.Pages(), ElementsAre(u"a\nb|1\n2\n3|1\n2\n3\n4\n5"_qs));
-  const auto page = test.report.LayOut(test.rows, {})->Next();
+  const auto page = test.report.LayOut(test.rows)->Next();
   for (size_t i = 0; i < std::size(lines); ++i)
     EXPECT_EQ(page->objects[i].cut, lines[i].second) << i;
   const QString written = test.PdfText({u"-raw"_qs});
@@ -130,7 +130,7 @@ TEST(Paging, HiddenColumnsLeaveNoGap) {
       Text("c", "x='50' y='0' width='20' height='5' column='C'") + "</detail>");
   test.rows.tables[u"T"_qs] = Numbers(1);
   test.report.HideColumns({u"a"_qs, u"nothing"_qs});
-  const auto page = test.report.LayOut(test.rows, {})->Next();
+  const auto page = test.report.LayOut(test.rows)->Next();
   QStringList places;
   for (const PlacedObject& placed : page->objects)
     places += QStringLiteral("%1@%2").arg(placed.text).arg(TestReport::Millimetres(placed.frame.left()));
@@ -185,7 +185,7 @@ TEST(Paging, LettersAreCutBetweenLinesAndNothingIsLostOrRepeated) {
 TEST(Paging, ReportsThatCannotBeLaidOutSaySo) {
   TestReport turned("<pageHeader height='220'/>");
   turned.report.SetLandscape();
-  EXPECT_THROW(static_cast<void>(turned.report.LayOut(turned.rows, {})), ReportError);
+  EXPECT_THROW(static_cast<void>(turned.report.LayOut(turned.rows)), ReportError);
   TestReport query("<query name='Q'>SELECT 1</query>");
   EXPECT_THROW(query.report.SetTableLocations(u"Old.%"_qs), ReportError);
   TestReport table("<table name='T'/>");

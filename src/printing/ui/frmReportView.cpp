@@ -63,7 +63,7 @@ void frmReportView::Connect() {
 }
 
 void frmReportView::Initialise() {
-  pages_ = std::make_unique<ReportPages>(run_.report, run_.report.LayOut(run_.database, {}));
+  pages_ = std::make_unique<ReportPages>(run_.report, run_.report.LayOut(run_.database));
   pages_->LayOutNext();
   NoteMisfits(pages_->At(1));
   ui_->CRViewer->SetSheet(SheetOf(run_.report.Paper()));
@@ -106,9 +106,8 @@ void frmReportView::LayOutMore() {
 
 /// Says below the page what does not fit its place, such as an address that is too long for the window of an envelope.
 void frmReportView::NoteMisfits(const ReportPage& page) {
-  for (const PlacedObject& placed : page.objects) {
-    if (!placed.cut) continue;
-    misfits_ += placed.text.trimmed().section(QRegularExpression(QStringLiteral("[\r\n]")), 0, 0);
+  for (const QString& text : TextsThatDoNotFit(page)) {
+    misfits_ += text;
     QString names = misfits_.mid(0, kMisfitsNamed).join(QStringLiteral(", "));
     if (misfits_.size() > kMisfitsNamed) names += QStringLiteral(" and %1 more").arg(misfits_.size() - kMisfitsNamed);
     ui_->lblMisfits->setText(QStringLiteral("Does not fit its place: %1").arg(names));

@@ -28,7 +28,7 @@ frmSelectPrinter::frmSelectPrinter(Printers& printers, const QString& ofUser, bo
   for (QLineEdit* box : findChildren<QLineEdit*>())
     box->setValidator(new QIntValidator(1, 999'999, box));
   for (QWidget* widget : std::initializer_list<QWidget*>{ui_->lblFromLetter, ui_->txtFirstLetter, ui_->lblToLetter,
-                                                         ui_->txtLastLetter, ui_->cmdNextLetters})
+                                                         ui_->chkHeaded, ui_->txtLastLetter, ui_->cmdNextLetters})
     widget->setVisible(letters);
   for (const Printer& printer : printers_)
     ui_->cmbPrinter->addItem(printer.name);
@@ -78,6 +78,7 @@ PrintChoice frmSelectPrinter::Choice() const {
                     .lastPage = iLastPage,
                     .firstDocument = NumberIn(*ui_->txtFirstLetter),
                     .lastDocument = NumberIn(*ui_->txtLastLetter)},
+          .paper = ui_->chkHeaded->isChecked() ? Paper::kHeaded : Paper::kBlank,
           .bothSides = ui_->chkBothSides->isChecked(),
           .tray = ui_->cmbTray->currentIndex() > 0 ? ui_->cmbTray->currentText() : QString()};
 }

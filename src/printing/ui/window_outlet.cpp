@@ -28,7 +28,7 @@ void WindowOutlet::Print(const ReportRun& run, bool prompt) {
     if (first < 0) throw ReportError{QStringLiteral("No printer is set up on this computer.")};
     choice.printer = printers[static_cast<size_t>(first)];
   }
-  ReportPages pages(run.report, run.report.LayOut(run.database, {}));
+  ReportPages pages(run.report, run.report.LayOut(run.database));
   static_cast<void>(PrintPages(run, pages, parts_.printers, choice, [this](const ReportPage&) {
     parts_.diagnostics.ui.PumpEvents();
     return true;
