@@ -78,6 +78,7 @@ check("a gateway that falls silent leaves a text in doubt; one that is away is a
   assertEqual([end[0], end[2]], ["Texts are paused: the SMS gateway failed three times in a row.", "Processing has been paused"]);
   assertMatch(end[1], "1 row(s) are in doubt and were left alone");
   assertEqual(troubles().map(row => row.State), ["In doubt", "Failed", "Failed", "Failed"]);
+  assertMatch(control("lblRunProgress").text, /^7 of 9(?!.*left)/);
   screenshot("process_gateway_away");
 });
 
