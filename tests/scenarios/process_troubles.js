@@ -82,6 +82,25 @@ check("a gateway that falls silent leaves a text in doubt; one that is away is a
   screenshot("process_gateway_away");
 });
 
+check("a connection that is lost breaks the run off with a report; the window does not close meanwhile, and nothing goes twice", () => {
+  begin({}, [100, 101, 102].map((n, i) => ["07700900" + n, "c" + i + "@example.com", 1, 1]));
+  answer(/^An unexpected error occured\.[^]*The Location ID is 5400\./);
+  acceptNotices();
+  during(send, () => {
+    if (texts().length < 2) return false;
+    assert(!closeWindow());
+    loseConnection();
+    return true;
+  });
+  acceptNotices(false);
+  assertEqual([lines().slice(-1)[0], control("cmdSendSMS").enabled, control("pbEmail").visible], ["Processing was broken off", true, false]);
+  restoreConnection();
+  send();
+  for (const reached of [texts().map(text => text.to), accepted()]) assertEqual([...new Set(reached)], reached);
+  assertEqual(troubles().map(row => row.State), processed().filter(done => done === 0).map(() => "In doubt"));
+  assert(troubles().length <= 1, "at most the one message that was on its way");
+});
+
 check("the product family's server: a notice, its own account, and one count-down a run", () => {
   const notice = "Please note that this system is currently configured to use the QBX Email Server.";
   answer(notice);
