@@ -31,6 +31,8 @@ class ProcessPage : public WizardPage {
   void ShowCounters();
   void ShowTroubles();
   void ShowLastRun();
+  /// Brings the newest line into sight.
+  void ShowEndOfLog();
   void Settle(const std::set<qint64>& rows, DoubtOutcome outcome);
   void SaveLog();
 

@@ -2,6 +2,7 @@
 
 #include "dispatch/template_notes.h"
 #include "marketing/ui/insert_menu.h"
+#include "platform/ui/widget_ui.h"
 #include "ui_templates_page.h"
 #include "wizard/campaign_data.h"
 #include "wizard/template_examples.h"
@@ -19,6 +20,7 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
   ShowExamples();
   notes_.setSingleShot(true);
   notes_.setInterval(kNotesAfter);
+  WidgetUi::HoldWhileWorking(notes_);
   connect(&notes_, &QTimer::timeout, this, [this] {
     if (survey_ && survey_->texts + survey_->emails <= kSurveyAtOnce) Survey();
     ShowNotes();
