@@ -139,6 +139,7 @@ void frmMain::WithDatabase(const std::function<void()>& command) {
 void frmMain::StartNewCampaign() {
   const Statements::TellLossOnce once(app_.statements);
   Guarded([this] { desk_.steps.StartNewCampaign(); });
+  desk_.drafts.Saved();
   ShowCampaign();
 }
 
@@ -154,7 +155,18 @@ void frmMain::LoadCampaign() {
       return manager.lLoadedCampaignID;
     });
   });
-  if (loaded) ShowCampaign();
+  if (!loaded) return;
+  desk_.drafts.Saved();
+  ShowCampaign();
+}
+
+void frmMain::OfferDraft() {
+  if (!app_.hostConnection.Ready()) return;
+  bool taken = false;
+  Guarded([this, &taken] { taken = desk_.MakeDraftOffer().Offer(); });
+  if (!taken) return;
+  ShowCampaign();
+  SelectTab(kTemplatesTab);
 }
 
 void frmMain::SaveCampaign() {
@@ -172,6 +184,7 @@ void frmMain::SaveCampaign() {
   });
   ShowPages();
   if (!stored) return;
+  desk_.drafts.Saved();
   ShowCaption();
   const int now = app_.campaign.record.ID;
   if (now != before) ResultsLogFile(app_.log.Path(), before).MoveTo(ResultsLogFile(app_.log.Path(), now));

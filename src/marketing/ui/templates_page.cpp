@@ -28,12 +28,12 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
   ui_->letterEditor->CheckSpelling(spelling);
   for (TemplatePane* pane : Panes()) {
     pane->Work(parts, spelling);
-    connect(pane, &TemplatePane::Edited, &notes_, qOverload<>(&QTimer::start));
+    connect(pane, &TemplatePane::Edited, this, [this] { Edited(); });
   }
   ui_->letterEditor->OnEdited([this] {
     State().rtfLetter = ui_->letterEditor->Stored();
     Desk().selection.Changed();
-    notes_.start();
+    Edited();
   });
   FillInsertMenu(*ui_->cmdInsertLetter, App().clock.Today(), {},
                  [this](const QString& text) { ui_->letterEditor->Insert(text); });
@@ -64,7 +64,13 @@ void TemplatesPage::CampaignSetUp() {
 
 void TemplatesPage::LoadLetters() {
   Run([this] { Desk().settings.LoadLetters(ui_->cmbCampaigns->currentIndex()); });
+  Desk().drafts.Changed();
   ShowState();
+}
+
+void TemplatesPage::Edited() {
+  notes_.start();
+  Desk().drafts.Changed();
 }
 
 void TemplatesPage::ShowCampaigns() {

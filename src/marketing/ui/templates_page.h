@@ -30,6 +30,8 @@ class TemplatesPage : public WizardPage {
 
  private:
   void ShowExamples();
+  /// A text was changed.
+  void Edited();
   void LoadLetters();
   void ShowCampaigns();
   void Survey();
