@@ -4,6 +4,18 @@
 
 namespace qbx {
 
+bool CampaignTexts::Same(TextKind kind, const CampaignTexts& other) const {
+  switch (kind) {
+    case TextKind::kLetter:
+      return letter == other.letter;
+    case TextKind::kEmail:
+      return emailSubject == other.emailSubject && emailBody == other.emailBody;
+    case TextKind::kSms:
+      break;
+  }
+  return sms == other.sms;
+}
+
 CampaignTexts TextsOf(const WizardState& state) {
   return {.letter = state.rtfLetter,
           .emailSubject = state.txtEmailSubject,

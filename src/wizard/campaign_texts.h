@@ -9,6 +9,9 @@
 
 namespace qbx {
 
+/// In the order of the tabs on step 4.
+enum class TextKind { kLetter, kEmail, kSms };
+
 struct CampaignTexts {
   QString letter;  ///< RTF
   QString emailSubject;
@@ -16,6 +19,7 @@ struct CampaignTexts {
   QString sms;
 
   bool operator==(const CampaignTexts&) const = default;
+  [[nodiscard]] bool Same(TextKind kind, const CampaignTexts& other) const;
 };
 
 [[nodiscard]] CampaignTexts TextsOf(const WizardState& state);

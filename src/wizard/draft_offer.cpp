@@ -10,24 +10,25 @@ namespace {
 
 constexpr int kBeginning = 40;  // characters of a text that is named
 
-/// "the text message "Dear {contact}, your MOT ..."", or nothing when the text is as it is stored.
-void Name(QStringList& names, const QString& what, const QString& text, bool changed) {
-  if (!changed) return;
-  const QString line = text.simplified();
-  if (line.isEmpty())
-    names << what;
-  else
-    names << QStringLiteral("%1 \"%2\"")
-                 .arg(what, line.size() > kBeginning ? CutText(line, kBeginning) + QStringLiteral("...") : line);
+std::vector<TextKind> Unsaved(const CampaignTexts& draft, const CampaignTexts& stored) {
+  std::vector<TextKind> kinds;
+  for (const TextKind kind : {TextKind::kLetter, TextKind::kEmail, TextKind::kSms})
+    if (!draft.Same(kind, stored)) kinds.push_back(kind);
+  return kinds;
 }
 
-QString WhatChanged(const CampaignTexts& draft, const CampaignTexts& stored) {
-  QStringList names;
-  Name(names, QStringLiteral("the letter"), {}, draft.letter != stored.letter);
-  Name(names, QStringLiteral("the e-mail"), draft.emailSubject.isEmpty() ? draft.emailBody : draft.emailSubject,
-       draft.emailSubject != stored.emailSubject || draft.emailBody != stored.emailBody);
-  Name(names, QStringLiteral("the text message"), draft.sms, draft.sms != stored.sms);
-  return names.join(QStringLiteral(", "));
+/// "the text message "Dear {contact}, your MOT is due on {duedate}..."".
+QString NameOf(TextKind kind, const CampaignTexts& texts) {
+  if (kind == TextKind::kLetter) return QStringLiteral("the letter");
+  const bool email = kind == TextKind::kEmail;
+  QString what = email ? QStringLiteral("the e-mail") : QStringLiteral("the text message");
+  const QString line = (!email                         ? texts.sms
+                        : texts.emailSubject.isEmpty() ? texts.emailBody
+                                                       : texts.emailSubject)
+                           .simplified();
+  if (line.isEmpty()) return what;
+  const QString beginning = line.size() > kBeginning ? CutText(line, kBeginning) + QStringLiteral("...") : line;
+  return QStringLiteral("%1 \"%2\"").arg(what, beginning);
 }
 
 QString CampaignOf(const Draft& draft, bool gone) {
@@ -36,12 +37,15 @@ QString CampaignOf(const Draft& draft, bool gone) {
   return gone ? name + QStringLiteral(", which has been deleted since") : name;
 }
 
-Message OfferQuestion(const Draft& draft, const QString& campaign, const QString& changed) {
+Message OfferQuestion(const Draft& draft, const QString& campaign, const std::vector<TextKind>& unsaved) {
+  QString names;
+  for (const TextKind kind : unsaved)
+    names += QStringLiteral("\r    ") + NameOf(kind, draft.texts);
   return {
       .text =
           QStringLiteral(
-              "The program ended while you were writing for %1.\r\rNot saved are, as of %2: %3.\r\rTake up these texts again? \"No\" throws them away, \"Cancel\" asks again at the next start.")
-              .arg(campaign, draft.written.toString(QStringLiteral("dd/MM/yyyy HH:mm")), changed),
+              "The program ended while you were writing for %1.\r\rNot saved, as of %2:%3\r\rTake up these texts again? \"No\" throws them away, \"Cancel\" asks again at the next start.")
+              .arg(campaign, draft.written.toString(QStringLiteral("dd/MM/yyyy HH:mm")), names),
       .icon = MessageIcon::kQuestion,
       .buttons = MessageButtons::kYesNoCancel,
       .defaultAnswer = MessageAnswer::kYes};
@@ -49,27 +53,22 @@ Message OfferQuestion(const Draft& draft, const QString& campaign, const QString
 
 }  // namespace
 
-bool DraftOffer::Offer() {
+std::optional<TextKind> DraftOffer::Offer() {
   for (const Draft& draft : parts_.drafts.LeftBehind()) {
     const Found found = Look(draft);
-    if (found.stored == Stored::kUnknown) return false;
-    if (draft.texts == found.texts) {
+    if (found.stored == Stored::kUnknown) break;
+    const std::vector<TextKind> unsaved = Unsaved(draft.texts, found.texts);
+    if (unsaved.empty()) {
       QFile::remove(draft.file);
       continue;
     }
     const QString campaign = CampaignOf(draft, found.stored == Stored::kGone);
-    switch (diagnostics_.ui.ShowMessage(OfferQuestion(draft, campaign, WhatChanged(draft.texts, found.texts)))) {
-      case MessageAnswer::kYes:
-        return TakeUp(draft, found.stored);
-      case MessageAnswer::kNo:
-        if (!MayThrowAway()) return false;
-        QFile::remove(draft.file);
-        break;
-      default:
-        return false;
-    }
+    const MessageAnswer answer = diagnostics_.ui.ShowMessage(OfferQuestion(draft, campaign, unsaved));
+    if (answer == MessageAnswer::kYes && TakeUp(draft, found.stored)) return unsaved.front();
+    if (answer != MessageAnswer::kNo || !MayThrowAway()) break;
+    QFile::remove(draft.file);
   }
-  return false;
+  return std::nullopt;
 }
 
 DraftOffer::Found DraftOffer::Look(const Draft& draft) {

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <optional>
+
 #include "wizard/campaign_settings.h"
 #include "wizard/draft_keeper.h"
 #include "wizard/steps.h"
@@ -26,8 +28,8 @@ class DraftOffer {
 
   /// Asks about the newest draft. One whose texts are stored by now is removed without a question; one that the user throws away, which is asked about once
   /// more, makes way for the next. Every other stays where it is until the next start.
-  /// \return true when the wizard shows the campaign of a draft with its texts; the campaign counts as changed
-  bool Offer();
+  /// \return the first text that is not saved, when the wizard holds the campaign of a draft with its texts; the campaign counts as changed
+  [[nodiscard]] std::optional<TextKind> Offer();
 
  private:
   enum class Stored { kUnknown, kGone, kThere };

@@ -32,7 +32,7 @@ const writeNew = `
 
 check("what was written is taken up in its campaign, and counts as changed", () => {
   killed(writeLetter, () => drafts().length > 0);
-  answer(/for the campaign "MOT"\.\n\nNot saved are, as of 04\/03\/2026 10:20: the letter, the text message "Your MOT is due"\./, "Yes");
+  answer(/for the campaign "MOT"\.\n\nNot saved, as of 04\/03\/2026 10:20:\n *the letter\n *the text message "Your MOT is due"\n/, "Yes");
   restart();
   assertEqual([currentTab(), control("rtfLetter").text, control("txtSMS").text], [4, "Dear {contact}", "Your MOT is due"]);
   assertMatch(control("frmMain").caption, "[MOT]");

@@ -162,11 +162,12 @@ void frmMain::LoadCampaign() {
 
 void frmMain::OfferDraft() {
   if (!app_.hostConnection.Ready()) return;
-  bool taken = false;
+  std::optional<TextKind> taken;
   Guarded([this, &taken] { taken = desk_.MakeDraftOffer().Offer(); });
   if (!taken) return;
   ShowCampaign();
   SelectTab(kTemplatesTab);
+  static_cast<TemplatesPage&>(Page(kTemplatesTab - 1)).ShowText(*taken);
 }
 
 void frmMain::SaveCampaign() {

@@ -62,6 +62,10 @@ void TemplatesPage::CampaignSetUp() {
     pane->HidePreview();
 }
 
+void TemplatesPage::ShowText(TextKind kind) {
+  ui_->ssTabLetters->setCurrentIndex(static_cast<int>(kind));
+}
+
 void TemplatesPage::LoadLetters() {
   Run([this] { Desk().settings.LoadLetters(ui_->cmbCampaigns->currentIndex()); });
   Desk().drafts.Changed();

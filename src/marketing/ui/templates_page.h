@@ -7,6 +7,7 @@
 
 #include "dispatch/row_survey.h"
 #include "marketing/ui/wizard_page.h"
+#include "wizard/campaign_texts.h"
 
 namespace Ui {
 class TemplatesPage;
@@ -24,6 +25,8 @@ class TemplatesPage : public WizardPage {
 
   [[nodiscard]] QWidget* FirstControl() override;
   void CampaignSetUp() override;
+  /// Opens the tab of a text.
+  void ShowText(TextKind kind);
 
  protected:
   void CopyState() override;
