@@ -32,7 +32,7 @@ class Drafts {
   /// What is written there.
   [[nodiscard]] QByteArray Bytes(const Draft& draft) const;
 
-  /// Drafts whose program ended without removing them, newest first. A file that cannot be understood is reported in the log and set aside under another name.
+  /// Drafts whose program ended without removing them, newest first; to be asked before this process writes one. A file that cannot be understood is reported in the log and set aside under another name.
   [[nodiscard]] std::vector<Draft> LeftBehind() const;
 
  private:
