@@ -37,6 +37,7 @@ void DraftKeeper::Begin() {
   End();
   pause_.stop();
   longest_.stop();
+  if (beforeWriting_) beforeWriting_();
   const CampaignTexts texts = TextsOf(state_);
   if (texts == saved_) return Remove();
   if (texts == written_ && !file_.isEmpty()) return;

@@ -28,6 +28,8 @@ class DraftKeeper {
   void Saved();
   /// The user changed a text.
   void Changed();
+  /// Called before the texts are looked at, for an editor that does not put every key into the wizard's state.
+  void BeforeWriting(std::function<void()> called) { beforeWriting_ = std::move(called); }
   /// Writes what changed at once, and waits for it.
   /// \return whether the draft holds the texts as they stand
   bool Write();
@@ -44,6 +46,7 @@ class DraftKeeper {
   const CurrentCampaign& campaign_;
   const Drafts& drafts_;
   Diagnostics diagnostics_;
+  std::function<void()> beforeWriting_;
   QTimer pause_;
   QTimer longest_;
   CampaignTexts saved_;

@@ -127,6 +127,9 @@ void frmMain::ShowConnection() {
 }
 
 void frmMain::Guarded(const std::function<void()>& command) {
+  for (WizardPage* page : pages_) {
+    if (page != nullptr) page->KeepEdits();
+  }
   const CommandGuard guard(*this);
   command();
 }

@@ -19,7 +19,9 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
   ShowExamples();
   notes_.setSingleShot(true);
   notes_.setInterval(kNotesAfter);
+  Desk().drafts.BeforeWriting([this] { KeepEdits(); });
   connect(&notes_, &QTimer::timeout, this, [this] {
+    KeepEdits();
     if (survey_ && survey_->texts + survey_->emails <= kSurveyAtOnce) Survey();
     ShowNotes();
   });
@@ -31,7 +33,7 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
     connect(pane, &TemplatePane::Edited, this, [this] { Edited(); });
   }
   ui_->letterEditor->OnEdited([this] {
-    State().rtfLetter = ui_->letterEditor->Stored();
+    letterEdited_ = true;
     Desk().selection.Changed();
     Edited();
   });
@@ -39,7 +41,9 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
                  [this](const QString& text) { ui_->letterEditor->Insert(text); });
 }
 
-TemplatesPage::~TemplatesPage() = default;
+TemplatesPage::~TemplatesPage() {
+  Desk().drafts.BeforeWriting({});
+}
 
 std::array<TemplatePane*, 2> TemplatesPage::Panes() const {
   return {ui_->pageEmail, ui_->pageText};
@@ -85,7 +89,14 @@ void TemplatesPage::ShowCampaigns() {
   ui_->cmbCampaigns->setCurrentIndex(chosen.isValid() ? ui_->cmbCampaigns->findData(chosen) : -1);
 }
 
+void TemplatesPage::KeepEdits() {
+  if (!letterEdited_) return;
+  letterEdited_ = false;
+  State().rtfLetter = ui_->letterEditor->Stored();
+}
+
 void TemplatesPage::CopyState() {
+  KeepEdits();
   ShowCampaigns();
   if (ui_->letterEditor->Stored() != State().rtfLetter) ui_->letterEditor->Load(State().rtfLetter);
   for (TemplatePane* pane : Panes())

@@ -25,6 +25,7 @@ class TemplatesPage : public WizardPage {
 
   [[nodiscard]] QWidget* FirstControl() override;
   void CampaignSetUp() override;
+  void KeepEdits() override;
   /// Opens the tab of a text.
   void ShowText(TextKind kind);
 
@@ -43,6 +44,7 @@ class TemplatesPage : public WizardPage {
 
   std::unique_ptr<Ui::TemplatesPage> ui_;
   std::optional<RowSurvey> survey_;  ///< of the rows and the text as they were last looked at
+  bool letterEdited_ = false;        ///< the state lacks it: a long letter takes too long to be written at every key
   QTimer notes_;
 };
 
