@@ -204,6 +204,7 @@ int main(int argc, char** argv) {
   SettleTimeZone();
   QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
+  std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);  // a run takes minutes, also into a file
   std::printf("%s, %s\n", argv[1], qPrintable(QGuiApplication::platformName()));
   std::vector<int> rows;
   for (int i = 3; i < argc; ++i)
