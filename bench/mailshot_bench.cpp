@@ -11,6 +11,7 @@
 
 #include "mailshot_peer.h"
 #include "support/loopback_sink.h"
+#include "support/mailshot_rows.h"
 #include "support/rounds.h"
 #include "support/sample_program.h"
 
@@ -21,43 +22,6 @@ using namespace qbx::bench;
 
 constexpr int kCampaign = -5;
 using Kind = MailshotPeer::Kind;
-
-MailshotTemplates Templates() {
-  const QString call = QStringLiteral(
-      "It is against the law to drive a vehicle without a valid certificate and it may affect your insurance. Our "
-      "technicians will check the tyres, brakes, lights, steering and suspension while you wait. ");
-  return {.sms = QStringLiteral(
-              "Dear {contact}, your {make} {model} {regno} is due for its MOT on {duedate}. Please call us to book."),
-          .emailSubject = QStringLiteral("{title} {lastname}: your {make} is due"),
-          .emailBody = QStringLiteral("Dear {contact},\r\n\r\nOur records show that your {make} {model}, registration "
-                                      "{regno}, is due for its annual test on {duedate}, {title} {lastname}.\r\n\r\n") +
-                       call.repeated(4) + QStringLiteral("\r\n\r\nYours sincerely,\r\nHartley Motors\r\n")};
-}
-
-/// Rows that are flagged for one channel, none of which can fail.
-void AddRows(const SampleProgram& program, Kind kind, int rows) {
-  const SqliteFile database = OpenPlain(program.File(), program.Time());
-  const QByteArray sql =
-      "DELETE FROM [Campaign Results]; WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < " +
-      QByteArray::number(rows) +
-      ") INSERT INTO [Campaign Results] (CampaignID, Customer, Title, Firstname, Lastname, Contact, Address, Mobile, "
-      "Email, Vehicle, Make, Model, Recall_Date, Marketing, Send_SMS, Send_Email, UserID, Created_Date) SELECT " +
-      QByteArray::number(kCampaign) +
-      ", 1000 + i, 'Mrs', 'Mary', 'Hartley' || i, 'Mrs Hartley' || i, i || ' Mill Lane', printf('07700%06d', i), "
-      "'customer' || i || '@example.com', printf('AB%05d', i), 'FORD', 'FOCUS', '2026-07-01', 1, " +
-      (kind == Kind::kText ? "1, 0" : "0, 1") +
-      ", 'Bench', '2026-06-01' FROM n; DELETE FROM Customers; INSERT INTO Customers (Customer, Consent_Response, Can_Send_SMS, Can_Send_Email) SELECT Customer, 1, 1, 1 FROM "
-      "[Campaign Results]; PRAGMA wal_checkpoint(TRUNCATE)";
-  ExecuteSql(database.Handle(), sql.constData());
-}
-
-/// Makes every row due again.
-void Reset(sqlite3* database) {
-  ExecuteSql(
-      database,
-      "BEGIN; DELETE FROM Send_Journal; DELETE FROM Emails; DELETE FROM SMS; UPDATE [Campaign Results] SET Processed "
-      "= 0, Processed_Date = NULL; COMMIT; PRAGMA wal_checkpoint(TRUNCATE)");
-}
 
 std::vector<SentMessage> ReadSent(sqlite3* database, Kind kind, std::vector<std::string> bytes) {
   SqliteStatement records(database,
@@ -94,7 +58,8 @@ class Bench {
         rows_(rows),
         program_(10),
         sink_(kind == Kind::kEmail ? LoopbackSink::Protocol::kSmtp : LoopbackSink::Protocol::kHttp) {
-    AddRows(program_, kind, rows);
+    AddMailshotRows(OpenPlain(program_.File(), program_.Time()).Handle(), kCampaign,
+                    kind == Kind::kText ? Channel::kSms : Channel::kEmail, rows);
     peerFile_ = program_.CopyForPeer();
     database_.emplace(OpenPlain(program_.File(), program_.Time()));
     program_.Start();
@@ -115,10 +80,10 @@ class Bench {
     MailshotPeer peer(kind_, peerFile_, program_.Time(), kCampaign, sink_.Port());
     const SqliteFile peerDatabase = OpenPlain(peerFile_, program_.Time());
     for (int round = 0; round < rounds; ++round) {
-      Reset(peerDatabase.Handle());
+      ResetMailshot(peerDatabase.Handle());
       peer_.Add([&] { peer.Send(messages); });
       if (sink_.TakeCount() != rows_) Fail("the peer's messages did not all arrive");
-      Reset(database_->Handle());
+      ResetMailshot(database_->Handle());
       ours_.Add([&] { SendOurs(); });
     }
     Print(rounds);
@@ -128,7 +93,7 @@ class Bench {
   void SendOurs() {
     MailshotObserver observer;
     Mailshot run = program_.Desk().MakeMailshot(observer);
-    const MailshotSummary summary = run.Send(kCampaign, Templates());
+    const MailshotSummary summary = run.Send(kCampaign, SampleTemplates());
     const int sent = kind_ == Kind::kEmail ? summary.emailSent : summary.smsSent;
     if (sent != rows_) Fail(program_.Ui().LastMessage().toUtf8().constData());
     if (sink_.TakeCount() != rows_ + (kind_ == Kind::kText ? 1 : 0)) Fail("the messages did not all arrive");

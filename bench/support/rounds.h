@@ -40,6 +40,13 @@ template <typename Work>
   return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
+/// The same of all threads of this process.
+[[nodiscard]] inline double ProcessMilliseconds() {
+  timespec time = {};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+}
+
 /// Keeps this process on the processor that it runs on: on a busy computer it matters more than anything measured whether
 /// the two threads of a conversation stand on the same one.
 inline void StayOnOneProcessor() {

@@ -26,7 +26,7 @@ class Helper {
       const std::lock_guard lock(mutex_);
       ending_ = true;
     }
-    wake_.notify_all();
+    wake_.notify_one();
     thread_.join();
   }
   Helper(const Helper&) = delete;
@@ -37,7 +37,10 @@ class Helper {
     std::unique_lock lock(mutex_);
     call_ = &call;
     failure_ = nullptr;
-    wake_.notify_all();
+    // Each side wakes the other with the lock given back: whoever wakes would only wait for it, and a run makes several calls a message.
+    lock.unlock();
+    wake_.notify_one();
+    lock.lock();
     std::exception_ptr pumpFailure;
     for (auto patience = kPatience; !answered_.wait_for(lock, patience, [this] { return call_ == nullptr; });
          patience = kPumpInterval) {
@@ -71,7 +74,9 @@ class Helper {
       lock.lock();
       failure_ = failure;
       call_ = nullptr;
-      answered_.notify_all();
+      lock.unlock();
+      answered_.notify_one();
+      lock.lock();
     }
   }
 

@@ -35,6 +35,8 @@ CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
              .edition = app.startup.edition,
              .loadOptions = [&app] { app.optionsLoader.LoadOptions(); }},
             app.diagnostics),
+      draftFiles(app.startup, app.host, app.log),
+      drafts(state, app.campaign, draftFiles, app.diagnostics),
       estimate(app.statements, app.diagnostics),
       mime(app.clock),
       gateway(app.http, app.options, app.service, app.connection, app.events, resultsLog, app.dispatch, app.diagnostics,
@@ -43,6 +45,18 @@ CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
             app.diagnostics),
       app_(app) {
   results.OnRead([this] { estimate.Invalidate(); });
+}
+
+DraftOffer CampaignDesk::MakeDraftOffer() {
+  return DraftOffer({.drafts = draftFiles,
+                     .keeper = drafts,
+                     .statements = app_.statements,
+                     .storage = app_.campaignStorage,
+                     .campaign = app_.campaign,
+                     .state = state,
+                     .settings = settings,
+                     .steps = steps},
+                    app_.diagnostics);
 }
 
 TestMessages CampaignDesk::MakeTestMessages() {

@@ -20,6 +20,8 @@
 #include "results/results_view.h"
 #include "startup/application.h"
 #include "wizard/campaign_settings.h"
+#include "wizard/draft_keeper.h"
+#include "wizard/draft_offer.h"
 #include "wizard/query_selection.h"
 #include "wizard/result_edits.h"
 #include "wizard/steps.h"
@@ -50,6 +52,8 @@ class CampaignDesk {
   QueryProcessor queries;
   CampaignSettings settings;
   WizardSteps steps;
+  Drafts draftFiles;
+  DraftKeeper drafts;
 
   // Sending.
   CreditEstimate estimate;
@@ -57,6 +61,7 @@ class CampaignDesk {
   SmsGateway gateway;
   EmailSender email;
 
+  [[nodiscard]] DraftOffer MakeDraftOffer();
   [[nodiscard]] TestMessages MakeTestMessages();
   /// A run of the current rows; the observer must outlive it.
   [[nodiscard]] Mailshot MakeMailshot(MailshotObserver& observer);

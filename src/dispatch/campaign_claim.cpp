@@ -1,5 +1,7 @@
 #include "dispatch/campaign_claim.h"
 
+#include "platform/process_alive.h"
+
 namespace qbx {
 
 CampaignClaim::CampaignClaim(Connection& connection, const HostInfo& host, const Clock& clock, QString user)
@@ -24,10 +26,9 @@ CampaignClaim::~CampaignClaim() {
 
 bool CampaignClaim::Alive(const Recordset& claim) const {
   if (claim.Field(QStringLiteral("Computer")).ToText().compare(host_.ComputerName(), Qt::CaseInsensitive) == 0) {
-    const qint64 process = claim.Field(QStringLiteral("ProcessID")).ToInt();
-    const qint64 start = host_.ProcessStart(process);
     // A claim of this process is one that it could not give back (a process has one run at a time).
-    return process != host_.ProcessId() && start != 0 && start == claim.Field(QStringLiteral("ProcessStart")).ToInt();
+    return RunsBeside(host_, claim.Field(QStringLiteral("ProcessID")).ToInt(),
+                      claim.Field(QStringLiteral("ProcessStart")).ToInt());
   }
   const QDateTime seen = claim.Field(QStringLiteral("LastSeen")).ToDateTime();
   return seen.isValid() && seen.secsTo(Value::WallClock(clock_.Now())) < qint64{kSilence} * 60;

@@ -71,6 +71,8 @@ void MailshotRun::Run() {
     services_.counters.UpdateCounters(plan_.campaignId);
     counters_ = services_.counters.Values();
   }
+  // A run that was stopped has not counted its last row.
+  if (!dryRun_) services_.counters.UpdateCounters(plan_.campaignId);
   if (services_.state.StopSending || texts_.paused || emails_.paused) summary_.end = MailshotEnd::kPaused;
 }
 

@@ -35,13 +35,21 @@ void RunProgress::Note(int done, int total, qint64 elapsed) {
   elapsed_ = elapsed;
 }
 
+std::optional<double> RunProgress::PerSecond() const {
+  if (done_ == 0 || elapsed_ < kTooShort) return std::nullopt;
+  return done_ * 1000.0 / static_cast<double>(elapsed_);
+}
+
+QString RunProgress::Done() const {
+  const QString text = QStringLiteral("%1 of %2").arg(Grouped(done_), Grouped(total_));
+  const std::optional<double> perSecond = PerSecond();
+  return perSecond ? text + QStringLiteral(" - ") + RateText(*perSecond) : text;
+}
+
 QString RunProgress::Text() const {
-  QString text = QStringLiteral("%1 of %2").arg(Grouped(done_), Grouped(total_));
-  if (done_ == 0 || elapsed_ < kTooShort) return text;
-  const double perSecond = done_ * 1000.0 / static_cast<double>(elapsed_);
-  text += QStringLiteral(" - ") + RateText(perSecond);
-  if (done_ < total_) text += QStringLiteral(" - ") + TimeLeftText((total_ - done_) / perSecond);
-  return text;
+  const std::optional<double> perSecond = PerSecond();
+  if (!perSecond || done_ >= total_) return Done();
+  return Done() + QStringLiteral(" - ") + TimeLeftText((total_ - done_) / *perSecond);
 }
 
 }  // namespace qbx

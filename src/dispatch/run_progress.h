@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 namespace qbx {
 
@@ -16,8 +17,12 @@ class RunProgress {
 
   /// "1,200 of 5,000 - 41 a second - about 2 minutes left"; without rate and time left until there is something to go by.
   [[nodiscard]] QString Text() const;
+  /// The same without the time left, for a run that is over.
+  [[nodiscard]] QString Done() const;
 
  private:
+  [[nodiscard]] std::optional<double> PerSecond() const;
+
   int done_ = 0;
   int total_ = 0;
   qint64 elapsed_ = 0;

@@ -36,13 +36,15 @@ MarketingProgram::~MarketingProgram() {
 }
 
 StartOutcome MarketingProgram::Start(const QString& commandLine) {
-  return app_.start.Run(commandLine, {.showSplash =
-                                          [this] {
-                                            splash_ = std::make_unique<frmAbout>(app_);
-                                            splash_->ShowSplash();
-                                          },
-                                      .openWindows = [this] { OpenWindows(); },
-                                      .closeSplash = [this] { splash_.reset(); }});
+  const StartOutcome outcome = app_.start.Run(commandLine, {.showSplash =
+                                                                [this] {
+                                                                  splash_ = std::make_unique<frmAbout>(app_);
+                                                                  splash_->ShowSplash();
+                                                                },
+                                                            .openWindows = [this] { OpenWindows(); },
+                                                            .closeSplash = [this] { splash_.reset(); }});
+  if (outcome == StartOutcome::kRunning) window_->OfferDraft();
+  return outcome;
 }
 
 void MarketingProgram::OpenWindows() {

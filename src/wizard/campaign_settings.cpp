@@ -11,6 +11,7 @@
 #include "queries/query_catalogue.h"
 #include "util/text.h"
 #include "util/typed_number.h"
+#include "wizard/campaign_texts.h"
 
 namespace qbx {
 
@@ -68,6 +69,13 @@ void StoreFilters(const Filters& filters, CampaignRecord& record) {
   }
 }
 
+void CopyTexts(const WizardState& state, CampaignRecord& record) {
+  record.Letter = state.rtfLetter;
+  record.Email_Subject = state.txtEmailSubject;
+  record.Email_Body = state.txtEmailBody;
+  record.SMS = state.txtSMS;
+}
+
 }  // namespace
 
 void CopyToRecord(const WizardState& state, CampaignRecord& record) {
@@ -80,10 +88,7 @@ void CopyToRecord(const WizardState& state, CampaignRecord& record) {
   record.RecordsStart = StoredNumber(state.options.txtCriteriaStart);
   record.ReminderID = state.options.cmbReminder;
   record.Makes = state.options.txtMakes;
-  record.Letter = state.rtfLetter;
-  record.Email_Subject = state.txtEmailSubject;
-  record.Email_Body = state.txtEmailBody;
-  record.SMS = state.txtSMS;
+  CopyTexts(state, record);
   StoreFilters(state.filters, record);
 }
 
@@ -209,19 +214,15 @@ bool CampaignSettings::LoadLetters(int position) {
       .buttons = MessageButtons::kYesNo,
       .defaultAnswer = MessageAnswer::kNo};
   if (diagnostics_.ui.ShowMessage(question) != MessageAnswer::kYes) return false;
-  const QString id = QString::number(state_.cmbCampaigns[index].data.ToInt());
+  const auto id = static_cast<int>(state_.cmbCampaigns[index].data.ToInt());
   Recordset row;
-  if (statements_.dbOpenRec(row, QStringLiteral("proc_selp_Marketing_Campaign (%1)").arg(id))) return false;
+  if (statements_.dbOpenRec(row, StoredCampaignStatement(id))) return false;
   if (row.Eof()) {
     diagnostics_.ui.ShowMessage({.text = QStringLiteral("Campaign not found!"), .icon = MessageIcon::kExclamation});
     return false;
   }
-  const auto text = [&row](const char* column) { return Statements::sysIsNull(row, QLatin1String(column)).ToText(); };
-  CampaignRecord& record = campaign_.record;
-  record.Letter = state_.rtfLetter = text("Letter");
-  record.Email_Subject = state_.txtEmailSubject = text("Email_Subject");
-  record.Email_Body = state_.txtEmailBody = text("Email_Body");
-  record.SMS = state_.txtSMS = text("SMS");
+  PutTexts(TextsOf(row), state_);
+  CopyTexts(state_, campaign_.record);
   campaign_.CampaignChanged = true;
   return true;
 }

@@ -37,7 +37,7 @@ class OffscreenScreen {
   QTemporaryFile file_;
 };
 
-int RunHere(int argc, char** argv, const BatchSettings& settings) {
+int RunHere(int argc, char** argv, const BatchSettings& settings, const QString& folder) {
   qInstallMessageHandler(&PrintUnlessNoise);
   const OffscreenScreen screen;
   qbx::SettleTimeZone();
@@ -46,7 +46,7 @@ int RunHere(int argc, char** argv, const BatchSettings& settings) {
   qbx::ApplyLook();
   // Closing the main window must not end the loops in which the scenario goes on.
   QApplication::setQuitOnLastWindowClosed(false);
-  return qbx::scenario::RunScenario(settings.files.value(0), settings.screenshots) ? 0 : 1;
+  return qbx::scenario::RunScenario(settings.files.value(0), settings.screenshots, folder) ? 0 : 1;
 }
 
 }  // namespace
@@ -70,7 +70,10 @@ int main(int argc, char** argv) {
                                  QStringLiteral("120"));
   const QCommandLineOption here(QStringLiteral("here"),
                                 QStringLiteral("Runs one file in this very process, for a debugger."));
-  parser.addOptions({help, screenshots, limit, here});
+  const QCommandLineOption on(QStringLiteral("on"),
+                              QStringLiteral("With --here: the program folder of another runner, to restart on."),
+                              QStringLiteral("DIR"));
+  parser.addOptions({help, screenshots, limit, here, on});
   QString problem = parser.parse(words) ? QString() : parser.errorText();
   bool isNumber = false;
   const int seconds = parser.value(limit).toInt(&isNumber);
@@ -86,7 +89,7 @@ int main(int argc, char** argv) {
   }
   const BatchSettings settings{
       .files = parser.positionalArguments(), .screenshots = parser.value(screenshots), .timeLimitSeconds = seconds};
-  if (parser.isSet(here)) return RunHere(argc, argv, settings);
+  if (parser.isSet(here)) return RunHere(argc, argv, settings, parser.value(on));
   QCoreApplication application(argc, argv);
   return qbx::scenario::RunBatch(settings);
 }

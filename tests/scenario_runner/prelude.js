@@ -289,6 +289,18 @@
   }
   global.start = options => launch(options || {}, true);
   global.restart = options => launch(options || {}, false);
+  global.killed = (code, when) => {
+    const wishes = { clock: call("clock"), commandLine: call("commandLine") };
+    call("startAnother", "restart(" + show(wishes) + ");\n" + code);
+    try {
+      while (!when()) {
+        call("expectAnother");
+        call("wait", 10);
+      }
+    } finally {
+      call("killAnother");
+    }
+  };
   global.closeWindow = name => call("closeWindow", name === undefined ? "frmMain" : name);
   global.outcome = () => call("outcome");
   ["sql", "execute", "lockDatabase", "unlockDatabase", "dropProcedure", "restoreProcedure", "failProcedure", "takeOffline", "bringOnline",

@@ -75,7 +75,7 @@ void ReportException(const QJSValue& error, const QStringList& trace, Bridge& br
 
 }  // namespace
 
-bool RunScenario(const QString& file, const QString& screenshots) {
+bool RunScenario(const QString& file, const QString& screenshots, const QString& folder) {
   Report report(file);
   QFile source(file);
   if (!source.open(QIODevice::ReadOnly)) {
@@ -84,7 +84,7 @@ bool RunScenario(const QString& file, const QString& screenshots) {
   }
   QJSEngine engine;
   Bridge bridge(engine);
-  Stage stage(bridge, screenshots);
+  Stage stage(bridge, screenshots, folder);
   WindowWatch watch(bridge);
   AddReportCommands(bridge, report, stage, file);
   AddWorldCommands(bridge, stage);

@@ -47,7 +47,13 @@ QDateTime ReadTime(const QString& text) {
   throw ScenarioError(QStringLiteral("\"%1\" is no time like \"2026-03-04 10:20\".").arg(text));
 }
 
-Stage::Stage(Bridge& bridge, const QString& screenshots) : bridge_(bridge), screenshots_(screenshots) {}
+Stage::Stage(Bridge& bridge, const QString& screenshots, const QString& folder)
+    : bridge_(bridge), screenshots_(screenshots) {
+  if (folder.isEmpty()) return;
+  folder_ = std::make_unique<qbx::test::TempFolder>(folder);
+  computer.processId = QCoreApplication::applicationPid();
+  computer.processes = {{computer.processId, 1}};
+}
 
 Stage::~Stage() {
   End();

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 
+#include "another_process.h"
 #include "bridge.h"
 #include "database_lock.h"
 #include "host_data.h"
@@ -24,7 +25,8 @@ namespace qbx::scenario {
 class Stage {
  public:
   /// \param screenshots  folder for pictures, empty for none
-  Stage(Bridge& bridge, const QString& screenshots);
+  /// \param folder       program folder of another runner, on which `restart` goes on; empty: there is none
+  Stage(Bridge& bridge, const QString& screenshots, const QString& folder);
   ~Stage();
   Stage(const Stage&) = delete;
   Stage& operator=(const Stage&) = delete;
@@ -45,6 +47,8 @@ class Stage {
   [[nodiscard]] ScenarioUi& Ui();
   [[nodiscard]] const qbx::test::TempFolder& Folder() const;
   [[nodiscard]] qbx::test::SandboxProcess& Sandbox();
+  /// The command line of the last start.
+  [[nodiscard]] const QString& CommandLine() const { return wishes_.commandLine; }
   [[nodiscard]] const QString& DatabaseName() const { return names_.databaseName; }
   /// "machine" or "user". \throws ScenarioError
   [[nodiscard]] static RegistryHive ReadHive(const QString& name);
@@ -61,6 +65,7 @@ class Stage {
   Troubles troubles;
   DatabaseLock lock;
   QString outcome;  ///< of the last Launch
+  AnotherProcess another;
 
  private:
   void MakeGarage(const StartWishes& wishes);

@@ -33,6 +33,13 @@ void AddProgramCommands(Bridge& bridge, Stage& stage) {
     on.Prepare(arguments.value(0).toMap(), arguments.value(1).toBool());
   });
   AddGet(bridge, stage, "launch", [](Stage& on, const Arguments&) -> QVariant { return on.Launch(); });
+  AddDo(bridge, stage, "startAnother", [](Stage& on, const Arguments& arguments) {
+    on.End();
+    on.another.Start(TextAt(arguments, 0), on.Folder().Path());
+  });
+  AddDo(bridge, stage, "expectAnother", [](Stage& on, const Arguments&) { on.another.ExpectRunning(); });
+  AddDo(bridge, stage, "killAnother", [](Stage& on, const Arguments&) { on.another.Kill(); });
+  AddGet(bridge, stage, "commandLine", [](Stage& on, const Arguments&) -> QVariant { return on.CommandLine(); });
   AddGet(bridge, stage, "outcome", [](Stage& on, const Arguments&) -> QVariant { return on.outcome; });
   AddGet(bridge, stage, "statusTexts", [](Stage& on, const Arguments&) -> QVariant { return on.Ui().StatusTexts(); });
   AddDo(bridge, stage, "clearStatusTexts", [](Stage& on, const Arguments&) { on.Ui().ClearStatusTexts(); });

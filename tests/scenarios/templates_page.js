@@ -19,7 +19,9 @@ check("the letter is written, formatted and stored as rich text, with its fields
     window.control("txtName").setText("Letters");
     window.control("cmdSave").click();
   });
+  slowDatabase(200);  // the notes below the letter, which look at the rows, are due in the midst of it
   control("cmdSave").click();
+  slowDatabase(0);
   const letter = sql("SELECT Letter FROM Marketing_Campaigns WHERE Campaign_Name = 'Letters'")[0].Letter;
   assertMatch(letter, /^\{\\rtf1/);
   assertMatch(letter, "\\b");

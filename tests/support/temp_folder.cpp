@@ -8,8 +8,10 @@
 
 namespace qbx::test {
 
-TempFolder::TempFolder() : folder_(QDir::tempPath() + QStringLiteral("/qbx test XXXXXX")) {
-  if (!folder_.isValid()) ADD_FAILURE() << "no temporary folder: " << folder_.errorString().toStdString();
+TempFolder::TempFolder() {
+  folder_.emplace(QDir::tempPath() + QStringLiteral("/qbx test XXXXXX"));
+  if (!folder_->isValid()) ADD_FAILURE() << "no temporary folder: " << folder_->errorString().toStdString();
+  path_ = folder_->path();
 }
 
 QString TempFolder::Write(const QString& name, const QByteArray& bytes) const {

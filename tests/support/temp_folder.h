@@ -3,8 +3,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDir>
 #include <QString>
 #include <QTemporaryDir>
+#include <optional>
 
 namespace qbx::test {
 
@@ -12,10 +14,12 @@ namespace qbx::test {
 class TempFolder {
  public:
   TempFolder();
+  /// Stands on a folder that another process made and removes.
+  explicit TempFolder(const QString& existing) : path_(existing) {}
 
   /// Without a separator at the end.
-  [[nodiscard]] QString Path() const { return folder_.path(); }
-  [[nodiscard]] QString File(const QString& name) const { return folder_.filePath(name); }
+  [[nodiscard]] QString Path() const { return path_; }
+  [[nodiscard]] QString File(const QString& name) const { return QDir(path_).filePath(name); }
   /// Writes a file below the folder, and the folders above it; fails the test when it cannot.
   /// \return its path
   QString Write(const QString& name, const QByteArray& bytes) const;
@@ -25,7 +29,8 @@ class TempFolder {
   [[nodiscard]] QStringList Names() const;
 
  private:
-  QTemporaryDir folder_;
+  std::optional<QTemporaryDir> folder_;
+  QString path_;
 };
 
 }  // namespace qbx::test

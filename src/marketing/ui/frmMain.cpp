@@ -133,6 +133,9 @@ void frmMain::ShowConnection() {
 }
 
 void frmMain::Guarded(const std::function<void()>& command) {
+  for (WizardPage* page : pages_) {
+    if (page != nullptr) page->KeepEdits();
+  }
   const CommandGuard guard(*this);
   command();
 }
@@ -145,6 +148,7 @@ void frmMain::WithDatabase(const std::function<void()>& command) {
 void frmMain::StartNewCampaign() {
   const Statements::TellLossOnce once(app_.statements);
   Guarded([this] { desk_.steps.StartNewCampaign(); });
+  desk_.drafts.Saved();
   ShowCampaign();
 }
 
@@ -160,7 +164,19 @@ void frmMain::LoadCampaign() {
       return manager.lLoadedCampaignID;
     });
   });
-  if (loaded) ShowCampaign();
+  if (!loaded) return;
+  desk_.drafts.Saved();
+  ShowCampaign();
+}
+
+void frmMain::OfferDraft() {
+  if (!app_.hostConnection.Ready()) return;
+  std::optional<TextKind> taken;
+  Guarded([this, &taken] { taken = desk_.MakeDraftOffer().Offer(); });
+  if (!taken) return;
+  ShowCampaign();
+  SelectTab(kTemplatesTab);
+  static_cast<TemplatesPage&>(Page(kTemplatesTab - 1)).ShowText(*taken);
 }
 
 void frmMain::SaveCampaign() {
@@ -178,6 +194,7 @@ void frmMain::SaveCampaign() {
   });
   ShowPages();
   if (!stored) return;
+  desk_.drafts.Saved();
   ShowCaption();
   const int now = app_.campaign.record.ID;
   if (now != before) ResultsLogFile(app_.log.Path(), before).MoveTo(ResultsLogFile(app_.log.Path(), now));

@@ -29,6 +29,9 @@ class frmMain : public QMainWindow {
   frmMain(Application& app, CampaignDesk& desk, WidgetUi& ui, WindowLayout& layout);
   ~frmMain() override;
 
+  /// Asks about texts that were being written when the program was killed; to be called once the window is open.
+  void OfferDraft();
+
  protected:
   void closeEvent(QCloseEvent* event) override;
 

@@ -3,7 +3,7 @@
 #include <QClipboard>
 #include <QFileDialog>
 #include <QGuiApplication>
-#include <QScrollBar>
+#include <QTimer>
 
 #include "dispatch/results_log_file.h"
 #include "dispatch/send_troubles.h"
@@ -153,6 +153,12 @@ void ProcessPage::SendMailshots() {
     ui_->cmdSendSMS->setFocus();
   });
   ShowState();
+  ShowEndOfLog();
+}
+
+void ProcessPage::ShowEndOfLog() {
+  // The list of what failed takes room from the log when it appears, which is laid out later.
+  QTimer::singleShot(0, ui_->txtProcessResults, [log = ui_->txtProcessResults] { log->moveCursor(QTextCursor::End); });
 }
 
 void ProcessPage::Settle(const std::set<qint64>& rows, DoubtOutcome outcome) {

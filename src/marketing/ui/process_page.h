@@ -33,6 +33,8 @@ class ProcessPage : public WizardPage {
   void ShowTroubles();
   void ShowLettersMissed();
   void ShowLastRun();
+  /// Brings the newest line into sight.
+  void ShowEndOfLog();
   void Settle(const std::set<qint64>& rows, DoubtOutcome outcome);
   void SaveLog();
 

@@ -24,6 +24,7 @@ RunView::RunView(Controls controls, ResultsLog& resultsLog, std::function<void(b
 RunView::~RunView() {
   resultsLog_.StopListening(listener_);
   Show();
+  controls_.line.setText(run_.isValid() ? progress_.Done() : QString());
   controls_.bar.reset();
 }
 

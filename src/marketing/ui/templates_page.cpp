@@ -3,6 +3,7 @@
 #include "dispatch/template_notes.h"
 #include "letters/letter_preview.h"
 #include "marketing/ui/insert_menu.h"
+#include "platform/ui/widget_ui.h"
 #include "ui_templates_page.h"
 #include "wizard/campaign_data.h"
 #include "wizard/template_examples.h"
@@ -20,7 +21,10 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
   ShowExamples();
   notes_.setSingleShot(true);
   notes_.setInterval(kNotesAfter);
+  WidgetUi::HoldWhileWorking(notes_);
+  Desk().drafts.BeforeWriting([this] { KeepEdits(); });
   connect(&notes_, &QTimer::timeout, this, [this] {
+    KeepEdits();
     if (survey_ && survey_->texts + survey_->emails <= kSurveyAtOnce) Survey();
     ShowNotes();
   });
@@ -39,18 +43,20 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
   ui_->letterEditor->CheckSpelling(spelling);
   for (TemplatePane* pane : Panes()) {
     pane->Work(parts, spelling);
-    connect(pane, &TemplatePane::Edited, &notes_, qOverload<>(&QTimer::start));
+    connect(pane, &TemplatePane::Edited, this, [this] { Edited(); });
   }
   ui_->letterEditor->OnEdited([this] {
-    State().rtfLetter = ui_->letterEditor->Stored();
+    letterEdited_ = true;
     Desk().selection.Changed();
-    notes_.start();
+    Edited();
   });
   FillInsertMenu(*ui_->cmdInsertLetter, App().clock.Today(), {},
                  [this](const QString& text) { ui_->letterEditor->Insert(text); });
 }
 
-TemplatesPage::~TemplatesPage() = default;
+TemplatesPage::~TemplatesPage() {
+  Desk().drafts.BeforeWriting({});
+}
 
 std::array<TemplatePane*, 2> TemplatesPage::Panes() const {
   return {ui_->pageEmail, ui_->pageText};
@@ -73,9 +79,19 @@ void TemplatesPage::CampaignSetUp() {
     pane->HidePreview();
 }
 
+void TemplatesPage::ShowText(TextKind kind) {
+  ui_->ssTabLetters->setCurrentIndex(static_cast<int>(kind));
+}
+
 void TemplatesPage::LoadLetters() {
   Run([this] { Desk().settings.LoadLetters(ui_->cmbCampaigns->currentIndex()); });
+  Desk().drafts.Changed();
   ShowState();
+}
+
+void TemplatesPage::Edited() {
+  notes_.start();
+  Desk().drafts.Changed();
 }
 
 void TemplatesPage::ShowCampaigns() {
@@ -86,7 +102,14 @@ void TemplatesPage::ShowCampaigns() {
   ui_->cmbCampaigns->setCurrentIndex(chosen.isValid() ? ui_->cmbCampaigns->findData(chosen) : -1);
 }
 
+void TemplatesPage::KeepEdits() {
+  if (!letterEdited_) return;
+  letterEdited_ = false;
+  State().rtfLetter = ui_->letterEditor->Stored();
+}
+
 void TemplatesPage::CopyState() {
+  KeepEdits();
   ShowCampaigns();
   if (ui_->letterEditor->Stored() != State().rtfLetter) ui_->letterEditor->Load(State().rtfLetter);
   for (TemplatePane* pane : Panes())

@@ -7,6 +7,7 @@
 
 #include "dispatch/row_survey.h"
 #include "marketing/ui/wizard_page.h"
+#include "wizard/campaign_texts.h"
 
 namespace Ui {
 class TemplatesPage;
@@ -24,12 +25,17 @@ class TemplatesPage : public WizardPage {
 
   [[nodiscard]] QWidget* FirstControl() override;
   void CampaignSetUp() override;
+  void KeepEdits() override;
+  /// Opens the tab of a text.
+  void ShowText(TextKind kind);
 
  protected:
   void CopyState() override;
 
  private:
   void ShowExamples();
+  /// A text was changed.
+  void Edited();
   void LoadLetters();
   void ShowCampaigns();
   void Survey();
@@ -38,6 +44,7 @@ class TemplatesPage : public WizardPage {
 
   std::unique_ptr<Ui::TemplatesPage> ui_;
   std::optional<RowSurvey> survey_;  ///< of the rows and the text as they were last looked at
+  bool letterEdited_ = false;        ///< the state lacks it: a long letter takes too long to be written at every key
   QTimer notes_;
 };
 

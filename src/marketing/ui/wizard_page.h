@@ -37,6 +37,8 @@ class WizardPage : public QWidget {
   }
   /// Another campaign was set up: forgets what the controls alone know. `ShowState` follows.
   virtual void CampaignSetUp() {}
+  /// A command is about to run: puts into the state what the page has not yet put there.
+  virtual void KeepEdits() {}
   /// The window is about to close: keeps what is kept for the user.
   virtual void WindowCloses() {}
   /// Where the focus goes when the tab is opened.

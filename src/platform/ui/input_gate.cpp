@@ -7,6 +7,7 @@ namespace qbx {
 namespace {
 
 constexpr const char* kAllowed = "qbxAllowWhileWorking";
+constexpr const char* kHeld = "qbxHoldWhileWorking";
 
 bool IsAllowed(const QWidget& widget) {
   for (const QWidget* at = &widget; at != nullptr; at = at->parentWidget()) {
@@ -112,11 +113,24 @@ void InputGate::Allow(QWidget& widget) {
   widget.setProperty(kAllowed, true);
 }
 
+void InputGate::Hold(QTimer& timer) {
+  timer.setProperty(kHeld, true);
+}
+
+bool InputGate::HoldsTimer(QObject* receiver) const {
+  const QWidget* const modal = QApplication::activeModalWidget();
+  if (const auto* button = qobject_cast<QAbstractButton*>(receiver))  // one that is held down clicks again and again
+    return (IsClosed() && !MayReceive(receiver)) || (modal != nullptr && button->window() != modal);
+  return receiver->property(kHeld).toBool() && (!Idle() || modal != nullptr);
+}
+
 void InputGate::TellIdle() {
   if (Idle() && whenIdle_) whenIdle_();
 }
 
 bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
+  // Qt's timers go on until somebody has heard them, single shots, too; so one that is held comes again.
+  if (event->type() == QEvent::Timer) return HoldsTimer(receiver);
   if (IsMouseButton(*event)) return DropMouse(receiver, event);
   if (!IsClosed() || !IsInput(*event) || MayReceive(receiver)) return ClickAtOnce(receiver, event);
   if (event->type() == QEvent::KeyRelease) LetGo(receiver);

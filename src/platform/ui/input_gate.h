@@ -1,16 +1,18 @@
-// Which clicks, keys and close requests count while logic is at work and lets events run.
+// Which clicks, keys, close requests and timers count while logic is at work and lets events run.
 
 #pragma once
 
 #include <QObject>
 #include <functional>
 
+class QTimer;
 class QWidget;
 
 namespace qbx {
 
 /// An event filter of the application. While closed, input meant for any widget but the allowed ones is dropped; windows keep
-/// repainting and timers keep running.
+/// repainting and timers keep running. The exceptions are timers that are held and the repeating of a button that is held down: what they
+/// do may need the database, which is in the middle of a statement.
 ///
 /// The accelerator of a button clicks it at once, so that no click comes out of a timer once the gate is closed.
 ///
@@ -59,6 +61,8 @@ class InputGate : public QObject {
 
   /// Lets a widget, and what it contains, be used while the gate is closed.
   static void Allow(QWidget& widget);
+  /// Lets a timer wait until it is idle and no window waits for an answer. It then fires within its interval.
+  static void Hold(QTimer& timer);
 
  protected:
   bool eventFilter(QObject* receiver, QEvent* event) override;
@@ -67,6 +71,7 @@ class InputGate : public QObject {
   [[nodiscard]] bool DropMouse(QObject* receiver, QEvent* event);
   void Dropped(QEvent* event);
   void TellIdle();
+  [[nodiscard]] bool HoldsTimer(QObject* receiver) const;
 
   Answers answers_;
   std::function<void()> whenIdle_ = {};

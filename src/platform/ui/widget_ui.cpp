@@ -228,6 +228,10 @@ void WidgetUi::AllowWhileWorking(QWidget& widget) {
   InputGate::Allow(widget);
 }
 
+void WidgetUi::HoldWhileWorking(QTimer& timer) {
+  InputGate::Hold(timer);
+}
+
 QWidget* WidgetUi::Owner() const {
   if (processing_->isVisible()) return processing_.get();
   if (QWidget* modal = QApplication::activeModalWidget()) return modal;

@@ -8,6 +8,7 @@
 
 #include "platform/user_interface.h"
 
+class QTimer;
 class QWidget;
 
 namespace qbx {
@@ -53,6 +54,9 @@ class WidgetUi : public UserInterface {
 
   /// Lets a widget be used while logic lets events run, such as a button that pauses a run.
   static void AllowWhileWorking(QWidget& widget);
+  /// Lets a timer wait while logic is at work or a window waits for an answer, and fire afterwards. Whatever a timer starts that uses the
+  /// database, or changes what a command works on, has to be held.
+  static void HoldWhileWorking(QTimer& timer);
 
  private:
   class BoxOpen;

@@ -108,6 +108,23 @@ TEST_F(WidgetUiTest, WhatIsAllowedStaysUsable) {
   EXPECT_EQ(clicks, 0);
 }
 
+TEST_F(WidgetUiTest, HeldTimersAndRepeatingButtonsWaitWhileLogicWorks) {
+  int fired = 0;
+  QTimer timer;
+  timer.setSingleShot(true);
+  QObject::connect(&timer, &QTimer::timeout, [&fired] { ++fired; });
+  WidgetUi::HoldWhileWorking(timer);
+  command.setAutoRepeat(true);
+  command.setAutoRepeatDelay(1);
+  command.setAutoRepeatInterval(1);
+  timer.start(1);
+  QTest::mousePress(&command, Qt::LeftButton);
+  WhileWorking([] { QTest::qWait(30); });
+  EXPECT_EQ(fired + clicks, 0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return fired == 1 && clicks > 1; }));
+  QTest::mouseRelease(&command, Qt::LeftButton);
+}
+
 TEST_F(WidgetUiTest, ClosingIsRefusedWhileLogicWorks) {
   WhileWorking([this] {
     EXPECT_FALSE(window.close());
