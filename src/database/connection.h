@@ -72,6 +72,9 @@ class Connection {
   void SetCommandTimeout(int seconds);
   void SetConnectionTimeout(int seconds) { connectionTimeout_ = seconds; }
 
+  /// What it was opened to last.
+  [[nodiscard]] ConnectionTarget Target() const { return ConnectionTarget::Parse(connectionString_); }
+
   /// The open session.
   /// \throws DatabaseError with kUnspecifiedError when the connection is closed
   [[nodiscard]] Session& Driver();

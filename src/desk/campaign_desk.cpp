@@ -63,6 +63,30 @@ TestMessages CampaignDesk::MakeTestMessages() {
   return {email, gateway, app_.options, app_.lastError, app_.diagnostics};
 }
 
+LetterRun CampaignDesk::MakeLetterRun(ReportPrinter& reports, LetterObserver& observer) {
+  return LetterRun({.statements = app_.statements,
+                    .events = app_.events,
+                    .resultsLog = resultsLog,
+                    .counters = counters,
+                    .reports = reports,
+                    .options = app_.options,
+                    .startup = app_.startup,
+                    .host = app_.host,
+                    .diagnostics = app_.diagnostics},
+                   observer);
+}
+
+ReportPrinter CampaignDesk::MakeReportPrinter(ReportOutlet& outlet) {
+  return ReportPrinter({.startup = app_.startup,
+                        .options = app_.options,
+                        .userOptions = app_.userOptions,
+                        .campaign = app_.campaign,
+                        .connection = app_.connection,
+                        .events = app_.events,
+                        .diagnostics = app_.diagnostics,
+                        .outlet = outlet});
+}
+
 Mailshot CampaignDesk::MakeMailshot(MailshotObserver& observer) {
   return Mailshot({.statements = app_.statements,
                    .events = app_.events,

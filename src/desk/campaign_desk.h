@@ -11,7 +11,9 @@
 #include "dispatch/results_log.h"
 #include "dispatch/sms_gateway.h"
 #include "dispatch/test_messages.h"
+#include "letters/letter_run.h"
 #include "network/mime_message.h"
+#include "printing/print_report.h"
 #include "queries/process_query.h"
 #include "results/counters.h"
 #include "results/flags.h"
@@ -63,6 +65,10 @@ class CampaignDesk {
   [[nodiscard]] TestMessages MakeTestMessages();
   /// A run of the current rows; the observer must outlive it.
   [[nodiscard]] Mailshot MakeMailshot(MailshotObserver& observer);
+  /// Makes the letters of the current campaign; the report printer and the observer must outlive it.
+  [[nodiscard]] LetterRun MakeLetterRun(ReportPrinter& reports, LetterObserver& observer);
+  /// Runs reports of the current campaign; the outlet must outlive it.
+  [[nodiscard]] ReportPrinter MakeReportPrinter(ReportOutlet& outlet);
 
  private:
   Application& app_;

@@ -27,8 +27,7 @@ QHash<qint64, JournalEntry> SendJournal::Entries(Recordset rows) {
   const int state = rows.ColumnIndex(QStringLiteral("State"));
   for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
     JournalEntry& entry = entries[rows.Field(record).ToInt()];
-    const bool sms = rows.Field(channel).ToInt() == static_cast<int>(Channel::kSms);
-    (sms ? entry.sms : entry.email) = static_cast<JournalState>(rows.Field(state).ToInt());
+    entry.At(static_cast<Channel>(rows.Field(channel).ToInt())) = static_cast<JournalState>(rows.Field(state).ToInt());
   }
   return entries;
 }

@@ -10,21 +10,26 @@
 
 namespace qbx {
 
-enum class Channel : int { kSms = 1, kEmail = 2 };
+enum class Channel : int { kSms = 1, kEmail = 2, kLetter = 3 };
 
 /// State of one message of a row, as stored.
 enum class JournalState : int { kNone = -1, kSending = 0, kSent = 1, kFailed = 2 };
 
-/// Both messages of a row.
+/// The messages of a row.
 struct JournalEntry {
   JournalState sms = JournalState::kNone;
   JournalState email = JournalState::kNone;
+  JournalState letter = JournalState::kNone;
 
-  /// A message was being sent when the run ended, so nobody knows whether it went out.
+  /// A text or an e-mail was being sent when the run ended, so nobody knows whether it went out.
   [[nodiscard]] bool InDoubt() const { return Any(JournalState::kSending); }
+  /// Of the text or the e-mail.
   [[nodiscard]] bool Any(JournalState state) const { return sms == state || email == state; }
 
-  [[nodiscard]] JournalState Of(Channel channel) const { return channel == Channel::kSms ? sms : email; }
+  [[nodiscard]] JournalState Of(Channel channel) const { return const_cast<JournalEntry*>(this)->At(channel); }
+  [[nodiscard]] JournalState& At(Channel channel) {
+    return channel == Channel::kSms ? sms : channel == Channel::kEmail ? email : letter;
+  }
   /// Whether a run has to send this message of a row that asks for it and is not in doubt.
   /// \param repeatDelivered  where one half of a row failed, the half that was delivered goes again
   [[nodiscard]] bool IsDue(Channel channel, bool repeatDelivered) const {
@@ -32,7 +37,7 @@ struct JournalEntry {
   }
   /// The entry without what the row no longer asks for: that plays no part, but stays on record.
   [[nodiscard]] JournalEntry Wanted(bool wantsSms, bool wantsEmail) const {
-    return {wantsSms ? sms : JournalState::kNone, wantsEmail ? email : JournalState::kNone};
+    return {wantsSms ? sms : JournalState::kNone, wantsEmail ? email : JournalState::kNone, letter};
   }
 };
 

@@ -2,6 +2,22 @@
 
 namespace qbx {
 
+namespace {
+
+QString RefusedChannelText(Channel channel) {
+  switch (channel) {
+    case Channel::kSms:
+      return QStringLiteral("The customer no longer agrees to texts.");
+    case Channel::kEmail:
+      return QStringLiteral("The customer no longer agrees to e-mails.");
+    case Channel::kLetter:
+      return QStringLiteral("The customer no longer agrees to letters.");
+  }
+  return {};
+}
+
+}  // namespace
+
 QString RefusalText(Refusal refusal, Channel channel) {
   switch (refusal) {
     case Refusal::kCustomerGone:
@@ -13,8 +29,7 @@ QString RefusalText(Refusal refusal, Channel channel) {
     case Refusal::kNoMarketing:
       return QStringLiteral("The customer was set to \"No Marketing\" since the results were selected.");
     case Refusal::kChannel:
-      return channel == Channel::kSms ? QStringLiteral("The customer no longer agrees to texts.")
-                                      : QStringLiteral("The customer no longer agrees to e-mails.");
+      return RefusedChannelText(channel);
     case Refusal::kNone:
       break;
   }
@@ -30,7 +45,8 @@ QHash<qint64, RowRefusals> SendRefusals::Refusals(Recordset rows) {
     const auto refusal = [&rows](const char* column) {
       return static_cast<Refusal>(rows.Field(QString::fromLatin1(column)).ToInt());
     };
-    refusals.insert(rows.Field(QStringLiteral("RecordID")).ToInt(), {refusal("SMS_Refusal"), refusal("Email_Refusal")});
+    refusals.insert(rows.Field(QStringLiteral("RecordID")).ToInt(),
+                    {refusal("SMS_Refusal"), refusal("Email_Refusal"), refusal("Letter_Refusal")});
   }
   return refusals;
 }

@@ -24,12 +24,15 @@ enum class Refusal : int {
 /// \return a sentence for the results log; empty for kNone
 [[nodiscard]] QString RefusalText(Refusal refusal, Channel channel);
 
-/// What is against both messages of a row.
+/// What is against the messages of a row.
 struct RowRefusals {
   Refusal sms = Refusal::kNone;
   Refusal email = Refusal::kNone;
+  Refusal letter = Refusal::kNone;
 
-  [[nodiscard]] Refusal Of(Channel channel) const { return channel == Channel::kSms ? sms : email; }
+  [[nodiscard]] Refusal Of(Channel channel) const {
+    return channel == Channel::kSms ? sms : channel == Channel::kEmail ? email : letter;
+  }
 };
 
 /// Reads from the host whose answer is stricter now than the one a row was selected with. The send journal refuses the messages of these rows

@@ -4,35 +4,14 @@
 
 #include <QStringList>
 
-#include "util/text.h"
+#include "database/sql_literal.h"
 
 namespace qbx {
-namespace {
-
-QString KeyText(const Value& value) {
-  switch (value.Type()) {
-    case ValueType::kNull:
-      return QStringLiteral("NULL");
-    case ValueType::kBool:
-      return QString::number(value.ToInt());
-    case ValueType::kInt:
-    case ValueType::kDouble:
-    case ValueType::kDecimal:
-      return value.ToText();
-    case ValueType::kDateTime:
-      return SqlQuoted(value.ToDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")));
-    case ValueType::kText:
-      return SqlQuoted(value.ToText());
-  }
-  return {};
-}
-
-}  // namespace
 
 QString DeleteRowStatement(const QString& storedProc, const std::vector<Value>& key) {
   QStringList values;
   for (const Value& value : key)
-    values += KeyText(value);
+    values += SqlLiteral(value);
   return QLatin1String("proc_delp_") + storedProc + QLatin1String(" ( ") + values.join(QLatin1String(", ")) +
          QLatin1String(" )");
 }

@@ -16,6 +16,8 @@ void AddResultsCommand(Runner& runner);
 void AddPreviewCommand(Runner& runner);
 void AddCreditsCommand(Runner& runner);
 void AddSendCommand(Runner& runner);
+void AddLettersCommand(Runner& runner);
+void AddReportCommand(Runner& runner);
 void AddLogCommand(Runner& runner);
 void AddEncipherCommand(Runner& runner);
 void AddHelpCommand(Runner& runner);

@@ -47,6 +47,7 @@ constexpr QuestionRow kQuestions[] = {
     {Question::kChangeProcessedFlags, "--yes answers Yes", Reason::kNotAgreed},
     {Question::kCancelQueuedEmails, "--stop-on-error answers Yes", Reason::kOther, true},
     {Question::kRepeatDelivered, "--repeat-delivered answers Yes", Reason::kOther, true},
+    {Question::kLettersAgain, "--again answers Yes", Reason::kOther, true},
     {Question::kGoOnSending, "--keep-going answers Yes", Reason::kOther, true},
 };
 
@@ -66,6 +67,12 @@ const char* AnswerText(MessageAnswer answer) {
       return "No";
     case MessageAnswer::kCancel:
       return "Cancel";
+    case MessageAnswer::kAbort:
+      return "Abort";
+    case MessageAnswer::kRetry:
+      return "Retry";
+    case MessageAnswer::kIgnore:
+      return "Ignore";
     case MessageAnswer::kOk:
       break;
   }

@@ -10,9 +10,9 @@ namespace qbx {
 
 enum class MessageIcon { kNone, kInformation, kQuestion, kExclamation, kStop };
 
-enum class MessageButtons { kOk, kYesNo, kYesNoCancel };
+enum class MessageButtons { kOk, kYesNo, kYesNoCancel, kAbortRetryIgnore };
 
-enum class MessageAnswer { kOk, kYes, kNo, kCancel };
+enum class MessageAnswer { kOk, kYes, kNo, kCancel, kAbort, kRetry, kIgnore };
 
 /// The questions of the program that can be answered without a person: a headless run has a flag for each. Messages
 /// that only inform, and questions that only windows ask, carry `kOther`.
@@ -29,6 +29,7 @@ enum class Question {
   kCancelQueuedEmails,
   kGoOnSending,
   kChangeProcessedFlags,
+  kLettersAgain,
 };
 
 /// Why something is refused, as far as a script has to tell reasons apart. The headless runner gives each a code (`ErrorCodes`); to windows they
@@ -78,8 +79,17 @@ struct Message {
 
 /// The answer that does the least, for a box that is not shown.
 [[nodiscard]] inline MessageAnswer SafeAnswer(MessageButtons buttons) {
-  if (buttons == MessageButtons::kOk) return MessageAnswer::kOk;
-  return buttons == MessageButtons::kYesNoCancel ? MessageAnswer::kCancel : MessageAnswer::kNo;
+  switch (buttons) {
+    case MessageButtons::kOk:
+      return MessageAnswer::kOk;
+    case MessageButtons::kYesNo:
+      return MessageAnswer::kNo;
+    case MessageButtons::kYesNoCancel:
+      return MessageAnswer::kCancel;
+    case MessageButtons::kAbortRetryIgnore:
+      return MessageAnswer::kAbort;
+  }
+  return MessageAnswer::kOk;
 }
 
 /// One input box.

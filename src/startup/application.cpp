@@ -6,6 +6,7 @@
 #include "network/curl_mail_transport.h"
 #include "platform/file_names.h"
 #include "platform/system_host_info.h"
+#include "platform/cups_printers.h"
 #include "platform/system_shell.h"
 #include "platform/systemd_services.h"
 #include "registry/file_registry_store.h"
@@ -87,6 +88,7 @@ Application::Application(const ApplicationSetup& setup)
                                                .totalSeconds = service.mailTimeout};
                     return std::make_unique<CurlMailTransport>(service.caFile, limits, [this] { ui.PumpEvents(); });
                   })),
+      printers(Choose(setup.printers, ownPrinters_, [] { return std::make_unique<CupsPrinters>(); })),
       registry({registryStore, diagnostics, registryFailures}, startup),
       engine(
           startup.ProgramFolder, clock,

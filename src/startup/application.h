@@ -12,6 +12,7 @@
 #include "dispatch/dispatch_state.h"
 #include "network/http_client.h"
 #include "network/mail_transport.h"
+#include "platform/printers.h"
 #include "settings/options_loader.h"
 #include "settings/registry_values.h"
 #include "settings/service_settings.h"
@@ -35,6 +36,7 @@ struct ApplicationSetup {
   Shell* shell = nullptr;
   HttpClient* http = nullptr;
   MailTransport* mail = nullptr;
+  Printers* printers = nullptr;
   /// Stands between the connection and the sessions it opens (a server that is slow to answer); empty: nothing does.
   std::function<SessionFactory(SessionFactory)> wrapSessions = {};
 };
@@ -82,6 +84,7 @@ class Application {
   std::unique_ptr<Shell> ownShell_;
   std::unique_ptr<HttpClient> ownHttp_;
   std::unique_ptr<MailTransport> ownMail_;
+  std::unique_ptr<Printers> ownPrinters_;
 
  public:
   // The world outside.
@@ -91,6 +94,7 @@ class Application {
   Shell& shell;
   HttpClient& http;
   MailTransport& mail;
+  Printers& printers;
 
   // Registry.
   RegistryFailures registryFailures;

@@ -48,6 +48,8 @@ TEST(MarketingCtlHelp, EveryCommandExplainsItselfWithAnExample) {
                               "preview",
                               "credits",
                               "send",
+                              "report",
+                              "letters",
                               "log",
                               "encipher",
                               "help"}) {

@@ -305,7 +305,7 @@
   global.outcome = () => call("outcome");
   ["sql", "execute", "lockDatabase", "unlockDatabase", "dropProcedure", "restoreProcedure", "failProcedure", "takeOffline", "bringOnline",
     "databaseStatus", "breakConnection", "loseConnection", "restoreConnection", "slowDatabase", "log", "events", "marketingEvents", "ini", "setIni",
-    "registry", "setRegistry", "files", "readFile", "writeFile", "removeFile", "programFolder", "shellOpened", "shellCommands", "serviceRequests",
+    "registry", "setRegistry", "files", "readFile", "writeFile", "removeFile", "programFolder", "shellOpened", "shellCommands", "serviceRequests", "printJobs", "printerFails",
     "steer", "setClock", "advanceClock", "clock", "screenshot", "wait", "clipboard", "setClipboard", "calls", "crash"]
     .forEach(name => { global[name] = (...args) => call(name, ...args); });
   global.option = (name, value) => (value === undefined ? call("option", name) : call("setOption", name, value));

@@ -78,6 +78,7 @@ void Stage::Prepare(const QVariantMap& options, bool fresh) {
     services.requests.clear();
     shell.opened.clear();
     shell.commands.clear();
+    printers = {};
   }
   troubles.Reset();
   troubles.refuse = !wishes.reachable;
@@ -195,6 +196,7 @@ QString Stage::Launch() {
       .registry = &registry,
       .services = &services,
       .shell = &shell,
+      .printers = &printers,
       .wrapSessions = [this](SessionFactory inner) { return WithTroubles(std::move(inner), troubles); }};
   program_ = std::make_unique<MarketingProgram>(*ui_, setup);
   outcome = QLatin1String(OutcomeName(program_->Start(wishes_.commandLine)));

@@ -61,6 +61,7 @@ class Stage {
   qbx::test::FakeHostInfo computer;
   qbx::test::FakeServices services;
   qbx::test::FakeShell shell;
+  qbx::test::FakePrinters printers;
   Troubles troubles;
   DatabaseLock lock;
   QString outcome;  ///< of the last Launch

@@ -103,6 +103,18 @@ void AddFileCommands(Bridge& bridge, Stage& stage) {
   });
 }
 
+QVariant PrintJobs(const Stage& stage) {
+  QVariantList jobs;
+  for (const auto& [printer, job, pdf] : stage.printers.printed)
+    jobs.append(QVariantMap{{QStringLiteral("printer"), printer},
+                            {QStringLiteral("title"), job.title},
+                            {QStringLiteral("copies"), job.copies},
+                            {QStringLiteral("bothSides"), job.bothSides},
+                            {QStringLiteral("tray"), job.tray},
+                            {QStringLiteral("pages"), pdf.count("/Type /Page\n")}});
+  return jobs;
+}
+
 void AddComputerCommands(Bridge& bridge, Stage& stage) {
   AddGet(bridge, stage, "registry", [](Stage& on, const Arguments& arguments) -> QVariant {
     return on.registry.Get(Stage::ReadHive(TextAt(arguments, 0)), on.RegistryPath(TextAt(arguments, 1)),
@@ -114,6 +126,9 @@ void AddComputerCommands(Bridge& bridge, Stage& stage) {
   });
   AddGet(bridge, stage, "shellOpened", [](Stage& on, const Arguments&) -> QVariant { return on.shell.opened; });
   AddGet(bridge, stage, "shellCommands", [](Stage& on, const Arguments&) -> QVariant { return on.shell.commands; });
+  AddGet(bridge, stage, "printJobs", [](Stage& on, const Arguments&) -> QVariant { return PrintJobs(on); });
+  AddDo(bridge, stage, "printerFails",
+        [](Stage& on, const Arguments& arguments) { on.printers.problem = TextAt(arguments, 0); });
   AddGet(bridge, stage, "serviceRequests",
          [](Stage& on, const Arguments&) -> QVariant { return on.services.requests; });
   AddGet(bridge, stage, "clock", [](Stage& on, const Arguments&) -> QVariant {

@@ -1,4 +1,4 @@
-// Small stand-ins for this computer: its names, its services, its shell.
+// Small stand-ins for this computer: its names, its services, its shell, its printers.
 
 #pragma once
 
@@ -6,6 +6,8 @@
 #include <QStringList>
 
 #include "platform/host_info.h"
+#include "platform/printers.h"
+#include "platform/safe_file.h"
 #include "platform/service_manager.h"
 #include "platform/shell.h"
 
@@ -63,6 +65,35 @@ class FakeShell final : public Shell {
   bool RunHidden(const QString& command) override {
     commands.append(command);
     return accept;
+  }
+};
+
+/// Printers that keep what they print: the bytes of each file.
+class FakePrinters final : public Printers {
+ public:
+  struct Printed {
+    QString printer;
+    PrintJob job;
+    QByteArray pdf;
+  };
+  std::vector<Printer> printers = {
+      {.deviceId = QStringLiteral("office"),
+       .name = QStringLiteral("Office"),
+       .driver = {},
+       .port = {},
+       .isDefault = true},
+      {.deviceId = QStringLiteral("workshop"), .name = QStringLiteral("Workshop"), .driver = {}, .port = {}}};
+  PrinterAbilities abilities = {.bothSides = true, .trays = {QStringLiteral("tray-1"), QStringLiteral("tray-2")}};
+  QString problem;
+  std::vector<Printed> printed;
+
+  std::vector<Printer> List() override { return printers; }
+  PrinterAbilities AbilitiesOf(const QString& deviceId) override {
+    return deviceId == QLatin1String("workshop") ? abilities : PrinterAbilities{};
+  }
+  QString Print(const QString& deviceId, const PrintJob& job) override {
+    if (problem.isEmpty()) printed.push_back({deviceId, job, ReadWholeFile(job.file).value_or(QByteArray())});
+    return problem;
   }
 };
 

@@ -165,6 +165,8 @@ class cDataGrid {
   // Binding.
   /// Shows a recordset: columns are formatted, sort and filter applied, the first row becomes current. With the columns
   /// that were shown before, their widths, order and visibility stay. A forward-only recordset is refused (reported).
+  /// The fields whose columns are not shown, in lower case.
+  [[nodiscard]] const QSet<QString>& HiddenFields() const { return hidden_; }
   void ConnectRecordset(Recordset& records);
   void DisconnectRecordset();
   /// Shows the connected recordset anew, after other rows were read into it. Without a connected one the rows of

@@ -1,4 +1,4 @@
--- Clears what the send journal holds of a message of a results row: @Channel 1 text, 2 e-mail.
+-- Clears what the send journal holds of a message of a results row: @Channel 1 text, 2 e-mail, 3 letter.
 CREATE PROCEDURE proc_delp_Send_Journal
   @RecordID int,
   @Channel smallint

@@ -1,4 +1,4 @@
--- Settles the messages of a campaign, or of one of its rows (@RecordID; 0 all of them), that were begun and have no outcome. @Sent 1: they count
+-- Settles the texts and e-mails of a campaign, or of one of its rows (@RecordID; 0 all of them), that were begun and have no outcome. @Sent 1: they count
 -- as sent, and a row with nothing left to send is marked as processed. @Sent 0: they are forgotten, so that they are due again. What else is on
 -- record of a row stays.
 CREATE PROCEDURE proc_updp_Send_Journal_Doubt
@@ -12,14 +12,14 @@ UPDATE [Campaign Results] SET Processed = 1
 WHERE @Sent = 1 AND CampaignID = @CampaignID
   AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 9223372036854775807 ELSE @RecordID END
   AND Processed = 0 AND (Send_SMS = 1 OR Send_Email = 1)
-  AND EXISTS (SELECT 1 FROM Send_Journal j WHERE j.RecordID = [Campaign Results].RecordID AND j.State = 0)
+  AND EXISTS (SELECT 1 FROM Send_Journal j WHERE j.RecordID = [Campaign Results].RecordID AND j.Channel IN (1, 2) AND j.State = 0)
   AND (Send_SMS = 0 OR EXISTS (
     SELECT 1 FROM Send_Journal j WHERE j.RecordID = [Campaign Results].RecordID AND j.Channel = 1 AND j.State IN (0, 1)))
   AND (Send_Email = 0 OR EXISTS (
     SELECT 1 FROM Send_Journal j WHERE j.RecordID = [Campaign Results].RecordID AND j.Channel = 2 AND j.State IN (0, 1)));
 UPDATE Send_Journal SET State = 1, UserID = @UserID, Changed = GetDate()
-WHERE @Sent = 1 AND CampaignID = @CampaignID AND State = 0
+WHERE @Sent = 1 AND CampaignID = @CampaignID AND Channel IN (1, 2) AND State = 0
   AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 9223372036854775807 ELSE @RecordID END;
 DELETE FROM Send_Journal
-WHERE @Sent = 0 AND CampaignID = @CampaignID AND State = 0
+WHERE @Sent = 0 AND CampaignID = @CampaignID AND Channel IN (1, 2) AND State = 0
   AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 9223372036854775807 ELSE @RecordID END;

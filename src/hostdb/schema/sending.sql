@@ -1,10 +1,11 @@
 -- What keeps a run from contacting anybody twice: the journal of messages and the claim on a campaign.
 
--- One row for each message of a campaign row. Channel 1 text, 2 e-mail. State 0 sending, 1 sent, 2 failed. A message that is found at
--- "sending" while nobody sends is in doubt: it may have gone out. Reason says why it failed.
+-- One row for each message of a campaign row. Channel 1 text, 2 e-mail, 3 letter. State 0 sending, 1 sent, 2 failed. A text or an e-mail that is
+-- found at "sending" while nobody sends is in doubt: it may have gone out. A letter at "sending" was made and neither printed nor saved. Reason says
+-- why a message failed.
 CREATE TABLE Send_Journal (
   RecordID int NOT NULL,
-  Channel smallint NOT NULL CHECK (Channel IN (1, 2)),
+  Channel smallint NOT NULL CHECK (Channel IN (1, 2, 3)),
   State smallint NOT NULL CHECK (State IN (0, 1, 2)),
   CampaignID int NOT NULL,
   UserID nvarchar(50) COLLATE NOCASE,
@@ -33,9 +34,10 @@ END;
 CREATE VIEW Send_Refusals AS
 SELECT RecordID, CampaignID,
   CASE WHEN Refusal <> 0 THEN Refusal WHEN SMS_Now > SMS_Then AND (AskChannels = 1 OR SMS_Now = 2) THEN 5 ELSE 0 END AS SMS_Refusal,
-  CASE WHEN Refusal <> 0 THEN Refusal WHEN Email_Now > Email_Then AND (AskChannels = 1 OR Email_Now = 2) THEN 5 ELSE 0 END AS Email_Refusal
+  CASE WHEN Refusal <> 0 THEN Refusal WHEN Email_Now > Email_Then AND (AskChannels = 1 OR Email_Now = 2) THEN 5 ELSE 0 END AS Email_Refusal,
+  CASE WHEN Refusal <> 0 THEN Refusal WHEN Letter_Now > Letter_Then AND (AskChannels = 1 OR Letter_Now = 2) THEN 5 ELSE 0 END AS Letter_Refusal
 FROM (
-  SELECT RecordID, CampaignID, SMS_Then, SMS_Now, Email_Then, Email_Now, AskChannels,
+  SELECT RecordID, CampaignID, SMS_Then, SMS_Now, Email_Then, Email_Now, Letter_Then, Letter_Now, AskChannels,
     CASE
       WHEN IsGone = 1 THEN 1
       WHEN Consent_Now > Consent_Then THEN CASE Consent_Now WHEN 2 THEN 2 ELSE 3 END
@@ -54,6 +56,8 @@ FROM (
       CASE c.Can_Send_SMS WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END AS SMS_Now,
       CASE r.Can_Send_Email WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END AS Email_Then,
       CASE c.Can_Send_Email WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END AS Email_Now,
+      CASE r.Can_Send_Letter WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END AS Letter_Then,
+      CASE c.Can_Send_Letter WHEN 1 THEN 0 WHEN 0 THEN 2 ELSE 1 END AS Letter_Now,
       CASE WHEN c.Can_Send_SMS = 1 OR c.Can_Send_Email = 1 OR c.Can_Send_Letter = 1 THEN 0 ELSE 1 END AS AgreesToNone,
       CASE WHEN o.Only_Send_Comms_When_Opted_In = 1 THEN 1 ELSE 0 END AS OptedInOnly,
       CASE WHEN o.Using_Vrelo = 1 THEN 1 ELSE 0 END AS AskChannels

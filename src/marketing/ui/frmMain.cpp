@@ -22,7 +22,13 @@ constexpr char kFormName[] = "frmMain";
 }  // namespace
 
 frmMain::frmMain(Application& app, CampaignDesk& desk, WidgetUi& ui, WindowLayout& layout)
-    : app_(app), desk_(desk), boxes_(ui), layout_(layout), ui_(std::make_unique<Ui::frmMain>()) {
+    : app_(app),
+      desk_(desk),
+      boxes_(ui),
+      layout_(layout),
+      outlet_({.printers = app.printers, .events = app.events, .diagnostics = app.diagnostics}, layout, this),
+      reports_(desk.MakeReportPrinter(outlet_)),
+      ui_(std::make_unique<Ui::frmMain>()) {
   ui_->setupUi(this);
   setWindowIcon(DrawnIcon(Drawing::kLogo));
   ui_->imgLogo->setPixmap(DrawnIcon(Drawing::kLogo).pixmap(QSize(72, 72), devicePixelRatio()));
@@ -259,6 +265,7 @@ WizardPage& frmMain::Page(int index) {
   if (page != nullptr) return *page;
   const PageParts parts{.app = app_,
                         .desk = desk_,
+                        .reports = reports_,
                         .next = [this](int step) { Next(step); },
                         .back = [this](int step) { Back(step); },
                         .showRow = [this](qint64 recordId) { ShowRow(recordId); },

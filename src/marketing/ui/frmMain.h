@@ -9,6 +9,7 @@
 
 #include "desk/campaign_desk.h"
 #include "platform/ui/widget_ui.h"
+#include "printing/ui/window_outlet.h"
 #include "settings/ui/window_layout.h"
 #include "wizard/step_checks.h"
 
@@ -74,6 +75,8 @@ class frmMain : public QMainWindow {
   CampaignDesk& desk_;
   WidgetUi& boxes_;
   WindowLayout& layout_;
+  WindowOutlet outlet_;
+  ReportPrinter reports_;
   std::unique_ptr<Ui::frmMain> ui_;
   std::array<WizardPage*, kTabCount> pages_ = {};  // by tab number less one; null until first opened
   QAction* mnuSave_ = nullptr;

@@ -7,6 +7,7 @@
 
 #include "dispatch/results_log_file.h"
 #include "dispatch/send_troubles.h"
+#include "marketing/ui/letters_view.h"
 #include "marketing/ui/run_view.h"
 #include "platform/safe_file.h"
 #include "platform/ui/widget_ui.h"
@@ -39,10 +40,12 @@ ProcessPage::ProcessPage(PageParts parts) : WizardPage(std::move(parts)), ui_(st
   WidgetUi::AllowWhileWorking(*ui_->cmdPause);
   WidgetUi::AllowWhileWorking(*ui_->txtProcessResults);
   ui_->pbEmail->setVisible(false);
+  ui_->pbLetters->setVisible(false);
   ShowLastRun();
   for (const QString& line : Desk().resultsLog.Lines())
     ui_->txtProcessResults->appendPlainText(line);
   connect(ui_->cmdSendSMS, &QPushButton::clicked, this, &ProcessPage::SendMailshots);
+  connect(ui_->cmdGenerateLetters, &QPushButton::clicked, this, &ProcessPage::GenerateLetters);
   connect(ui_->cmdPause, &QPushButton::clicked, this, [this] {
     ui_->cmdPause->setEnabled(false);
     if (running_) running_->Pause();
@@ -83,6 +86,7 @@ void ProcessPage::CopyState() {
     credits_ = Desk().estimate.EstimateSMSCredits(App().campaign.record.ID, State().txtSMS).value_or(credits_);
   ShowCounters();
   ShowTroubles();
+  ShowLettersMissed();
 }
 
 void ProcessPage::ShowCounters() {
@@ -102,6 +106,25 @@ void ProcessPage::ShowTroubles() {
   } catch (const DatabaseError& error) {
     App().diagnostics.errors.ShowError(kTroublesLocation, QStringLiteral("ShowTroubles"), error.Description());
   }
+}
+
+void ProcessPage::ShowLettersMissed() {
+  if (!App().hostConnection.Ready() || !App().connection.IsOpen()) return;
+  try {
+    ui_->lblLettersMissed->setText(LettersMissedLine(App().connection, App().campaign.record.ID));
+  } catch (const DatabaseError& error) {
+    App().diagnostics.errors.ShowError(kTroublesLocation, QStringLiteral("ShowLettersMissed"), error.Description());
+  }
+}
+
+void ProcessPage::GenerateLetters() {
+  Run([this] {
+    LettersView view(*ui_->pbLetters, App().status);
+    static_cast<void>(
+        Desk().MakeLetterRun(Reports(), view).GenerateLetters(App().campaign.record.ID, State().rtfLetter, {}));
+    Desk().resultsLog.ProcessResultsLogged = true;
+  });
+  ShowState();
 }
 
 void ProcessPage::SendMailshots() {

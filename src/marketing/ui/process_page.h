@@ -27,9 +27,11 @@ class ProcessPage : public WizardPage {
   void CopyState() override;
 
  private:
+  void GenerateLetters();
   void SendMailshots();
   void ShowCounters();
   void ShowTroubles();
+  void ShowLettersMissed();
   void ShowLastRun();
   /// Brings the newest line into sight.
   void ShowEndOfLog();

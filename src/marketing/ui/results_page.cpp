@@ -1,5 +1,6 @@
 #include "marketing/ui/results_page.h"
 
+#include "printing/report_files.h"
 #include "ui_results_page.h"
 #include "wizard/filters_pending.h"
 #include "wizard/step_checks.h"
@@ -99,10 +100,20 @@ void ResultsPage::ConnectControls() {
   connect(ui_->cmdBack2, &QPushButton::clicked, this, [this] { Back(2); });
   connect(ui_->cmdSetSendMethods, &QPushButton::clicked, this, [this] { SetMethods(); });
   connect(ui_->cmdPrintResults, &QPushButton::clicked, this, [this] {
-    if (HasRows(QStringLiteral("print"))) NotYet(App().ui, QStringLiteral("Printing the results"));
+    if (HasRows(QStringLiteral("print"))) PrintResults();
   });
   connect(ui_->cmdExportResults, &QPushButton::clicked, this, [this] {
     if (HasRows(QStringLiteral("export"))) NotYet(App().ui, QStringLiteral("Exporting the results"));
+  });
+}
+
+/// Prints what the grid shows: its rows in their order, without the columns that it hides.
+void ResultsPage::PrintResults() {
+  Guarded([this] {
+    Reports().FeedNextRun(grid_.DataSource()->Clone(), grid_.HiddenFields());
+    static_cast<void>(
+        Reports().PrintReport(ReportPath(App().startup.ProgramFolder, QStringLiteral("CampaignResults.rpt")),
+                              ReportMode::kPreview, true, {}));
   });
 }
 

@@ -31,6 +31,7 @@ class ResultsPage : public WizardPage, private GridOwner {
   void SetUpGrid();
   void ConnectResults();
   void ConnectControls();
+  void PrintResults();
   void ShowRows();
   void ShowCount();
   void SetMethods();

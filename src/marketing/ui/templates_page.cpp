@@ -1,6 +1,7 @@
 #include "marketing/ui/templates_page.h"
 
 #include "dispatch/template_notes.h"
+#include "letters/letter_preview.h"
 #include "marketing/ui/insert_menu.h"
 #include "platform/ui/widget_ui.h"
 #include "ui_templates_page.h"
@@ -26,6 +27,16 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
     KeepEdits();
     if (survey_ && survey_->texts + survey_->emails <= kSurveyAtOnce) Survey();
     ShowNotes();
+  });
+  connect(ui_->cmdPreview, &QPushButton::clicked, this, [this] {
+    Run([this] {
+      PreviewLetter({.statements = App().statements,
+                     .reports = Reports(),
+                     .options = App().options,
+                     .startup = App().startup,
+                     .diagnostics = App().diagnostics},
+                    State().rtfLetter);
+    });
   });
   connect(ui_->cmdLoadLetters, &QPushButton::clicked, this, &TemplatesPage::LoadLetters);
   const auto spelling = std::make_shared<Spelling>(parts.app);

@@ -14,6 +14,7 @@ namespace qbx {
 struct PageParts {
   Application& app;
   CampaignDesk& desk;
+  ReportPrinter& reports;
   std::function<void(int index)> next;           ///< "Next >" of tab index + 1
   std::function<void(int index)> back;           ///< "< Back" of tab index + 1
   std::function<void(qint64 recordId)> showRow;  ///< opens step 3 with that row as the current one
@@ -52,6 +53,7 @@ class WizardPage : public QWidget {
   [[nodiscard]] WizardState& State() { return parts_.desk.state; }
   [[nodiscard]] Application& App() { return parts_.app; }
   [[nodiscard]] CampaignDesk& Desk() { return parts_.desk; }
+  [[nodiscard]] ReportPrinter& Reports() { return parts_.reports; }
   void Next(int index) { parts_.next(index); }
   void Back(int index) { parts_.back(index); }
   void ShowRow(qint64 recordId) { parts_.showRow(recordId); }

@@ -39,6 +39,12 @@ QMessageBox::StandardButton ButtonOf(MessageAnswer answer) {
       return QMessageBox::No;
     case MessageAnswer::kCancel:
       return QMessageBox::Cancel;
+    case MessageAnswer::kAbort:
+      return QMessageBox::Abort;
+    case MessageAnswer::kRetry:
+      return QMessageBox::Retry;
+    case MessageAnswer::kIgnore:
+      return QMessageBox::Ignore;
     case MessageAnswer::kOk:
       break;
   }
@@ -53,6 +59,12 @@ MessageAnswer AnswerOf(int button) {
       return MessageAnswer::kNo;
     case QMessageBox::Cancel:
       return MessageAnswer::kCancel;
+    case QMessageBox::Abort:
+      return MessageAnswer::kAbort;
+    case QMessageBox::Retry:
+      return MessageAnswer::kRetry;
+    case QMessageBox::Ignore:
+      return MessageAnswer::kIgnore;
     default:
       return MessageAnswer::kOk;
   }
@@ -72,6 +84,10 @@ void SetButtons(QMessageBox& box, const Message& message) {
     case MessageButtons::kYesNoCancel:
       box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
       box.setEscapeButton(QMessageBox::Cancel);
+      break;
+    case MessageButtons::kAbortRetryIgnore:
+      box.setStandardButtons(QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore);
+      box.setEscapeButton(QMessageBox::Abort);
       break;
   }
   box.setDefaultButton(ButtonOf(message.defaultAnswer));

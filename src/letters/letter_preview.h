@@ -1,0 +1,25 @@
+// The letter with the sample customer.
+
+#pragma once
+
+#include <QString>
+
+#include "database/statements.h"
+#include "printing/print_report.h"
+
+namespace qbx {
+
+/// What a preview works with. References only.
+struct LetterPreviewParts {
+  Statements& statements;
+  ReportPrinter& reports;
+  const Options& options;
+  const StartupValues& startup;
+  Diagnostics diagnostics;
+};
+
+/// Merges a letter with the sample customer and shows it as it will come out of the printer.
+/// \param letter  the template, as it is stored
+void PreviewLetter(const LetterPreviewParts& parts, const QString& letter);
+
+}  // namespace qbx

@@ -1,0 +1,284 @@
+#include "letters/letter_run.h"
+
+#include <QTextDocument>
+#include <algorithm>
+#include <cmath>
+
+#include "dispatch/mailshot_checks.h"
+#include "letters/letter_rows.h"
+#include "letters/letters_table.h"
+#include "merge/compiled_template.h"
+#include "printing/report_files.h"
+#include "results/merge_row.h"
+#include "rtf/rtf_reader.h"
+
+namespace qbx {
+
+namespace {
+
+constexpr int kCreateLocation = 4300;
+constexpr int kMarkLocation = 4301;
+
+/// Letters between two steps of the progress: a fortieth of them, at least 3 and at most 40.
+int UpdateInterval(int letters) {
+  return std::clamp(static_cast<int>(std::nearbyint(letters / 40.0)), 3, 40);
+}
+
+QString ReopenLetters(int campaignId) {
+  return QStringLiteral(
+             "UPDATE [Campaign Results] SET Processed = 0 WHERE Processed = 1 AND Send_Letter = 1 AND Send_SMS = 0 AND Send_Email = 0 AND CampaignID = %1")
+      .arg(campaignId);
+}
+
+LetterRow LetterOf(const Recordset& row, const QString& merged) {
+  const auto text = [&row](const char* column) { return row.Field(QString::fromLatin1(column)).ToText(); };
+  return {.letter = merged,
+          .nameAddress = NameLine(row) + u'\r' + text("Address"),
+          .contact = text("Contact"),
+          .telephone = text("Telephone"),
+          .mobile = text("Mobile"),
+          .vehicle = text("Vehicle")};
+}
+
+/// Writes in batches: a few writes a commit, and what was written before a failure stays.
+class Batches {
+ public:
+  explicit Batches(Session& session) : session_(session) { transaction_.emplace(session); }
+  ~Batches() {
+    try {
+      Commit();
+    } catch (const DatabaseError&) {
+      // The failure that ended the run is the one that is told.
+    }
+  }
+  Batches(const Batches&) = delete;
+  Batches& operator=(const Batches&) = delete;
+
+  void Next() {
+    Commit();
+    transaction_.emplace(session_);
+  }
+
+ private:
+  void Commit() {
+    if (transaction_) transaction_->Commit();
+    transaction_.reset();
+  }
+
+  Session& session_;
+  std::optional<Transaction> transaction_;
+};
+
+}  // namespace
+
+LetterRun::LetterRun(const LetterServices& services, LetterObserver& observer)
+    : services_(services),
+      observer_(observer),
+      journal_(services.statements.Shared(), services.startup.user),
+      refusals_(services.statements.Shared()) {}
+
+LetterSummary LetterRun::GenerateLetters(int campaignId, const QString& letter, const LetterChoices& choices) {
+  summary_ = {};
+  services_.events.LogMarketingEvent(QStringLiteral("Generate Letters"));
+  services_.counters.UpdateCounters(campaignId);
+  if (!MayBegin(letter)) return summary_;
+  CampaignClaim claim(services_.statements.Shared(), services_.host, services_.diagnostics.clock,
+                      services_.startup.user);
+  try {
+    if (const auto holder = claim.Take(campaignId)) {
+      services_.diagnostics.ui.ShowMessage(ClaimedMessage(*holder));
+      return summary_;
+    }
+    if (!AskAboutProcessed(campaignId)) return summary_;
+    if (CountLetters(campaignId) == 0) {
+      Tell(
+          QStringLiteral(
+              "There are not results selected to be processed as letters, or all selected results have already been processed."),
+          MessageIcon::kInformation);
+      return summary_;
+    }
+    services_.resultsLog.LogProcessResult(QStringLiteral("Creating Letters"));
+    if (!CreateLetters(campaignId, letter)) return summary_;
+  } catch (const DatabaseError& error) {
+    services_.diagnostics.errors.ShowError(kCreateLocation, QStringLiteral("CreateLetters"), error.Description());
+    return summary_;
+  }
+  if (summary_.letters == 0) {
+    Tell(QStringLiteral("No letter was made. The results log says why each customer who is left gets none."),
+         MessageIcon::kInformation);
+    return summary_;
+  }
+  services_.resultsLog.LogProcessResult(QStringLiteral("Generating Print Preview"));
+  if (!OpenLetterReport(choices)) return summary_;
+  summary_.done = true;
+  if (!choices.pdfFile.isEmpty()) summary_.letters = static_cast<int>(services_.reports.Taken().documents.size());
+  if (choices.markProcessed) MarkLettersAsProcessed(campaignId);
+  return summary_;
+}
+
+bool LetterRun::MayBegin(const QString& letter) {
+  if (!MaySend(services_.options, services_.startup.user)) {
+    services_.events.LogMarketingEvent(QStringLiteral("Not a Manager User"));
+    services_.diagnostics.ui.ShowMessage(NotManagerMessage());
+    return false;
+  }
+  if (services_.counters.Values().letters == 0) {
+    Tell(QStringLiteral("No Letters to process. No customers in the results list are selected to receive a letter."),
+         MessageIcon::kInformation);
+    return false;
+  }
+  if (LetterText(letter).trimmed().isEmpty()) {
+    Tell(QStringLiteral("No letter text has been entered on the Letter Templates tab."), MessageIcon::kInformation);
+    return false;
+  }
+  return true;
+}
+
+/// Asks whether letters that went out are made again; only when there are some.
+/// \return false when it failed
+bool LetterRun::AskAboutProcessed(int campaignId) {
+  Connection& connection = services_.statements.Shared();
+  const Recordset counts = Procedure(connection, "proc_selp_Letter_Counts").Open({{"@CampaignID", campaignId}});
+  if (counts.Eof() || counts.Field(QStringLiteral("Made")).ToInt() == 0) return true;
+  const Message question{
+      .text = QStringLiteral(
+          "Do you want to generate letters for results which have been processed before as part of this campaign?"),
+      .icon = MessageIcon::kQuestion,
+      .buttons = MessageButtons::kYesNo,
+      .question = Question::kLettersAgain,
+      .defaultAnswer = MessageAnswer::kNo};
+  if (services_.diagnostics.ui.ShowMessage(question) != MessageAnswer::kYes) return true;
+  if (!services_.statements.dbExecute(ReopenLetters(campaignId)).Ok()) return false;
+  Procedure(connection, "proc_delp_Letter_Journal").Execute({{"@CampaignID", campaignId}});
+  return true;
+}
+
+/// The rows that are due: those of `SelectLetterRows` whose letter did not go out.
+int LetterRun::CountLetters(int campaignId) {
+  before_ = journal_.Read(campaignId);
+  Recordset rows;
+  if (services_.statements.dbOpenRec(rows, SelectLetterRows(campaignId))) return 0;
+  int count = 0;
+  const int record = rows.ColumnIndex(QStringLiteral("RecordID"));
+  for (; !rows.Eof(); rows.MoveNext())
+    count += before_.value(rows.Field(record).ToInt()).letter == JournalState::kSent ? 0 : 1;
+  return count;
+}
+
+bool LetterRun::CreateLetters(int campaignId, const QString& letter) {
+  Statements& statements = services_.statements;
+  Recordset rows;
+  LettersTable letters(statements, services_.startup.RunKey);
+  if (!letters.Begin() || statements.dbOpenRec(rows, SelectLetterRows(campaignId))) return false;
+  const int interval = UpdateInterval(services_.counters.Values().letters);
+  CompiledTemplate merge(letter);
+  QString merged;
+  bool cancelled = false;
+  observer_.Begins(services_.counters.Values().letters);
+  {
+    Batches batches(statements.Shared().Driver());
+    for (; !rows.Eof() && !cancelled; rows.MoveNext()) {
+      if (!MayGetLetter(rows, campaignId)) continue;
+      merge.Merge(MergeRow(rows, BlankContact::kBecomesCustomer), services_.diagnostics.clock.Today(), merged);
+      letters.Add(LetterOf(rows, merged));
+      if (++summary_.letters % interval != 0) continue;
+      batches.Next();
+      observer_.Progress(summary_.letters);
+      services_.diagnostics.ui.PumpEvents();
+      cancelled = observer_.Cancelled();
+    }
+  }
+  observer_.Ends();
+  if (!cancelled) return true;
+  services_.resultsLog.LogProcessResult(QStringLiteral("Creating Letters was cancelled"));
+  return false;
+}
+
+bool LetterRun::MayGetLetter(const Recordset& row, int campaignId) {
+  const qint64 recordId = row.Field(QStringLiteral("RecordID")).ToInt();
+  if (before_.value(recordId).letter == JournalState::kSent) return false;
+  const QString problem = AddressProblem(row.Field(QStringLiteral("Address")).ToText());
+  if (!problem.isEmpty()) {
+    LeaveOut(row, problem);
+    return false;
+  }
+  if (journal_.Write(recordId, campaignId, Channel::kLetter, JournalState::kSending)) {
+    made_.push_back(recordId);
+    return true;
+  }
+  const QString refusal = RefusalText(refusals_.OfRow(recordId).letter, Channel::kLetter);
+  LeaveOut(row, refusal.isEmpty() ? QStringLiteral("The row was changed meanwhile at another desk.") : refusal);
+  return false;
+}
+
+void LetterRun::LeaveOut(const Recordset& row, const QString& reason) {
+  ++summary_.leftOut;
+  services_.resultsLog.LogProcessResult(
+      QStringLiteral("No letter for customer %1 (%2): %3")
+          .arg(row.Field(QStringLiteral("Customer")).ToText(), NameLine(row), reason));
+}
+
+/// \return whether the letters came out, or the user says so
+bool LetterRun::OpenLetterReport(const LetterChoices& choices) {
+  services_.reports.state.pdfFileName = choices.pdfFile;
+  services_.reports.TakePages({.firstDocument = choices.firstLetter, .lastDocument = choices.lastLetter});
+  const ReportMode mode = choices.pdfFile.isEmpty() ? ReportMode::kPreview : ReportMode::kPdf;
+  const QString path = LetterReportPath(services_.startup.ProgramFolder, services_.options);
+  services_.reports.OnPage([this](const ReportPage& page) {
+    for (const QString& text : TextsThatDoNotFit(page))
+      services_.resultsLog.LogProcessResult(
+          QStringLiteral("The letter of %1 does not fit its place: look at it before it goes.").arg(text));
+    return true;
+  });
+  switch (services_.reports.PrintReport(path, mode, true, {Value(QString())})) {
+    case ReportOutcome::kOut:
+      return true;
+    case ReportOutcome::kFailed:
+      return false;
+    case ReportOutcome::kLookedAt:
+      break;
+  }
+  const Message question{.text = QStringLiteral("The letters were neither printed nor saved. Mark them as processed?"),
+                         .icon = MessageIcon::kQuestion,
+                         .buttons = MessageButtons::kYesNo,
+                         .defaultAnswer = MessageAnswer::kNo};
+  marksAll_ = services_.diagnostics.ui.ShowMessage(question) == MessageAnswer::kYes;
+  return marksAll_;
+}
+
+void LetterRun::MarkLettersAsProcessed(int campaignId) {
+  Connection& connection = services_.statements.Shared();
+  try {
+    Transaction transaction(connection.Driver());
+    for (size_t i = 0; i < made_.size(); ++i)
+      if (marksAll_ || services_.reports.Taken().Holds(static_cast<int>(i) + 1))
+        static_cast<void>(journal_.Write(made_[i], campaignId, Channel::kLetter, JournalState::kSent));
+    const Recordset marked = Procedure(connection, "proc_updp_Letters_Processed").Open({{"@CampaignID", campaignId}});
+    summary_.processed = static_cast<int>(marked.RecordCount());
+    transaction.Commit();
+  } catch (const DatabaseError& error) {
+    services_.diagnostics.errors.ShowError(kMarkLocation, QStringLiteral("MarkLettersAsProcessed"),
+                                           error.Description());
+  }
+  services_.counters.UpdateCounters(campaignId);
+}
+
+void LetterRun::Tell(const QString& text, MessageIcon icon) {
+  services_.diagnostics.ui.ShowMessage({.text = text, .icon = icon});
+}
+
+QString LetterText(const QString& letter) {
+  QTextDocument document;
+  static_cast<void>(ReadRtf(letter, document));
+  return document.toPlainText();
+}
+
+QString LettersMissedLine(Connection& connection, int campaignId) {
+  const Recordset counts = Procedure(connection, "proc_selp_Letter_Counts").Open({{"@CampaignID", campaignId}});
+  const qint64 missed = counts.Eof() ? 0 : counts.Field(QStringLiteral("By_Mailshot")).ToInt();
+  if (missed == 0) return {};
+  return QStringLiteral("%1 customers with a letter were processed by the mailshot and get none; make letters first.")
+      .arg(missed);
+}
+
+}  // namespace qbx

@@ -1,0 +1,39 @@
+// The host's table of letters: what this session is about to print.
+
+#pragma once
+
+#include <QString>
+
+#include "database/statements.h"
+
+namespace qbx {
+
+/// One letter.
+struct LetterRow {
+  QString letter;       ///< merged, RTF
+  QString nameAddress;  ///< lines separated by CR
+  QString contact = {};
+  QString telephone = {};
+  QString mobile = {};
+  QString vehicle = {};
+};
+
+/// Adds the letters of one session. Its earlier ones go first, so sessions do not disturb each other.
+class LettersTable {
+ public:
+  /// \param session  marks the rows of this session
+  LettersTable(Statements& statements, QString session) : statements_(statements), session_(std::move(session)) {}
+
+  /// Deletes the letters of the session and makes ready to add.
+  /// \return false when it failed (already reported)
+  [[nodiscard]] bool Begin();
+  /// \throws DatabaseError
+  void Add(const LetterRow& row);
+
+ private:
+  Statements& statements_;
+  QString session_;
+  Recordset letters_;
+};
+
+}  // namespace qbx

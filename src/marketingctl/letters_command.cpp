@@ -1,0 +1,85 @@
+// marketingctl letters: the letters of a campaign as a PDF file.
+
+#include <memory>
+
+#include "marketingctl/campaign_names.h"
+#include "marketingctl/commands.h"
+#include "marketingctl/output.h"
+
+namespace qbx::ctl {
+
+namespace {
+
+struct LettersArguments {
+  std::string id;
+  std::string pdf;
+  int fromLetter = 0;
+  int toLetter = 0;
+  bool again = false;
+  bool noMark = false;
+};
+
+/// Progress on the terminal, Cancel by Ctrl+C.
+class TerminalLetters final : public LetterObserver {
+ public:
+  explicit TerminalLetters(HeadlessUi& ui) : ui_(ui) {}
+
+  void Begins(int total) override { total_ = total; }
+  void Progress(int done) override { ui_.ShowProgress(done, total_); }
+  void Ends() override { ui_.EndProgress(); }
+  bool Cancelled() override { return HeadlessUi::Interrupted(); }
+
+ private:
+  HeadlessUi& ui_;
+  int total_ = 0;
+};
+
+int MakeLetters(Program& program, const LettersArguments& arguments) {
+  Application& app = program.app;
+  const std::optional<int> id = FindCampaign(program, arguments.id);
+  if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
+  if (arguments.again) program.ui.SetAnswer(Question::kLettersAgain, MessageAnswer::kYes);
+  NoOutlet outlet;
+  TerminalLetters observer(program.ui);
+  ReportPrinter reports = program.desk.MakeReportPrinter(outlet);
+  const int listener = program.desk.resultsLog.Listen([](const QString& line) { PrintNote(line); });
+  const LetterSummary summary = program.desk.MakeLetterRun(reports, observer)
+                                    .GenerateLetters(*id, app.campaign.record.Letter,
+                                                     {.pdfFile = QString::fromStdString(arguments.pdf),
+                                                      .firstLetter = arguments.fromLetter,
+                                                      .lastLetter = arguments.toLetter,
+                                                      .markProcessed = !arguments.noMark});
+  program.desk.resultsLog.StopListening(listener);
+  if (HeadlessUi::Interrupted()) return Refuse(Reason::kInterrupted, QStringLiteral("The letters were interrupted."));
+  if (program.json) {
+    PrintJson(QJsonObject{{QStringLiteral("letters"), summary.letters},
+                          {QStringLiteral("left_out"), summary.leftOut},
+                          {QStringLiteral("processed"), summary.processed}});
+  } else {
+    PrintLine(QStringLiteral("%1 letters, %2 left out, %3 rows processed")
+                  .arg(summary.letters)
+                  .arg(summary.leftOut)
+                  .arg(summary.processed));
+  }
+  return summary.done || !program.ui.Warned() ? kDone : kRefused;
+}
+
+}  // namespace
+
+void AddLettersCommand(Runner& runner) {
+  auto arguments = std::make_shared<LettersArguments>();
+  CLI::App& command =
+      *runner.Root().add_subcommand("letters", "Write the letters of a campaign to a PDF file and mark their rows");
+  command.add_option("ID", arguments->id, "Campaign, by number or name")->required();
+  command.add_option("--pdf", arguments->pdf, "PDF file; one that exists is replaced")->required()->type_name("FILE");
+  command.add_option("--from-letter", arguments->fromLetter, "First letter to write, 1 the first")
+      ->check(CLI::PositiveNumber);
+  command.add_option("--to-letter", arguments->toLetter, "Last letter to write; the others stay due")
+      ->check(CLI::PositiveNumber);
+  command.add_flag("--again", arguments->again, "Make letters again that went out before");
+  command.add_flag("--no-mark", arguments->noMark, "Write the file only: no row is marked, and the letters stay due");
+  command.footer("Example: marketingctl --folder garage --user Pat letters 12 --pdf letters.pdf");
+  runner.AddCommand(command, [arguments](Program& program) { return MakeLetters(program, *arguments); });
+}
+
+}  // namespace qbx::ctl

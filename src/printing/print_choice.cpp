@@ -1,0 +1,59 @@
+#include "printing/print_choice.h"
+
+#include <QTemporaryDir>
+#include <algorithm>
+
+#include "reports/report_error.h"
+
+namespace qbx {
+
+namespace {
+
+/// Remembers which documents went by.
+PageProgress Remembering(TakenOut& taken, const PageProgress& progress) {
+  return [&taken, &progress](const ReportPage& page) {
+    taken.documents.insert(page.document);
+    return progress(page);
+  };
+}
+
+}  // namespace
+
+TakenOut PrintPages(const ReportRun& run, ReportPages& pages, Printers& printers, const PrintChoice& choice,
+                    const PageProgress& progress) {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(QStringLiteral("report.pdf"));
+  TakenOut taken;
+  if (!ExportPdf(run.report, pages, file,
+                 {.title = run.caption, .range = choice.range, .paper = choice.paper, .wholeSheets = choice.bothSides},
+                 Remembering(taken, progress)))
+    return {};
+  const QString problem = printers.Print(choice.printer.deviceId, {.file = file,
+                                                                   .title = run.caption,
+                                                                   .copies = std::max(1, choice.copies),
+                                                                   .bothSides = choice.bothSides,
+                                                                   .tray = choice.tray});
+  if (!problem.isEmpty())
+    throw ReportError{
+        QStringLiteral("The printer \"%1\" did not take the report: %2").arg(choice.printer.name, problem)};
+  return taken;
+}
+
+TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path, const PageProgress& progress) {
+  TakenOut taken;
+  if (!ExportPdf(run.report, pages, path, {.title = run.caption}, Remembering(taken, progress))) return {};
+  taken.all = true;
+  return taken;
+}
+
+int FirstChoice(const std::vector<Printer>& printers, const QString& ofUser) {
+  const auto isOfUser = [&ofUser](const Printer& printer) {
+    return printer.deviceId.compare(ofUser, Qt::CaseInsensitive) == 0;
+  };
+  auto chosen = ofUser.isEmpty() ? printers.end() : std::ranges::find_if(printers, isOfUser);
+  if (chosen == printers.end()) chosen = std::ranges::find_if(printers, &Printer::isDefault);
+  if (chosen == printers.end()) chosen = printers.begin();
+  return printers.empty() ? -1 : static_cast<int>(chosen - printers.begin());
+}
+
+}  // namespace qbx

@@ -1,0 +1,40 @@
+// What the user chose to print, and the printing of it.
+
+#pragma once
+
+#include <QString>
+
+#include "platform/printers.h"
+#include "printing/print_report.h"
+#include "reports/report_pages.h"
+
+namespace qbx {
+
+/// A printer and what of a report it prints.
+struct PrintChoice {
+  Printer printer;
+  int copies = 1;
+  PageRange range = {};
+  Paper paper = Paper::kBlank;
+  bool bothSides = false;
+  QString tray = {};
+};
+
+/// Puts the chosen pages into a file and hands that to the printer.
+/// \param progress  told of each page
+/// \return what was printed; nothing when `progress` stopped it
+/// \throws ReportError when a page cannot be made or the printer does not take the file
+[[nodiscard]] TakenOut PrintPages(const ReportRun& run, ReportPages& pages, Printers& printers,
+                                  const PrintChoice& choice, const PageProgress& progress);
+
+/// Writes all pages to a PDF file.
+/// \return what was written
+/// \throws ReportError
+[[nodiscard]] TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path,
+                                 const PageProgress& progress);
+
+/// The printer that is chosen at first: that of the user's option when there is such a one, else the system's default, else the first.
+/// \return its place in the list, -1 when the list is empty
+[[nodiscard]] int FirstChoice(const std::vector<Printer>& printers, const QString& ofUser);
+
+}  // namespace qbx

@@ -1,0 +1,127 @@
+// Running a report: opened, connected, filled, then shown, printed or written to a PDF file.
+
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+
+#include "database/event_log.h"
+#include "diagnostics/diagnostics.h"
+#include "printing/connected_rows.h"
+#include "printing/report_fields.h"
+#include "printing/report_state.h"
+#include "reports/pdf_export.h"
+#include "reports/report.h"
+#include "settings/user_options.h"
+
+namespace qbx {
+
+enum class ReportMode { kPreview = 0, kPrint = 1, kPdf = 2 };
+
+/// A report that is ready to be looked at or printed.
+struct ReportRun {
+  const Report& report;
+  ReportDatabase& database;
+  QString caption;  ///< the report's title, or its name
+  QString reportName;
+  int recordType = 0;
+  bool landscape = false;
+  QString printer;  ///< the user's printer for reports; empty: the system's default
+};
+
+/// What has become of a report.
+enum class ReportOutcome {
+  kFailed,    ///< it did not come out; the user was told why
+  kLookedAt,  ///< its preview was closed, and it was neither printed nor saved
+  kOut,       ///< it was printed, or written to a file
+};
+
+/// What was printed or saved of a report.
+struct TakenOut {
+  bool all = false;
+  std::set<int> documents = {};  ///< numbers of those that were, such as letters
+
+  [[nodiscard]] bool Any() const { return all || !documents.empty(); }
+  [[nodiscard]] bool Holds(int document) const { return all || documents.contains(document); }
+};
+
+/// Where reports go that do not go to a file: windows, and the system's printers.
+class ReportOutlet {
+ public:
+  virtual ~ReportOutlet() = default;
+  /// Shows the report until the user closes it.
+  /// \return what was printed or saved from there
+  virtual TakenOut Preview(const ReportRun& run) = 0;
+  /// \param prompt  asks for printer, copies and pages first
+  /// \throws ReportError
+  virtual void Print(const ReportRun& run, bool prompt) = 0;
+};
+
+/// Of a program that has neither windows nor printers.
+class NoOutlet final : public ReportOutlet {
+ public:
+  TakenOut Preview(const ReportRun&) override { return {}; }
+  void Print(const ReportRun&, bool) override {}
+};
+
+/// What running a report works with. References only.
+struct ReportPrinterParts {
+  const StartupValues& startup;
+  const Options& options;
+  const UserOptions& userOptions;
+  const CurrentCampaign& campaign;
+  Connection& connection;
+  EventLog& events;
+  Diagnostics diagnostics;
+  ReportOutlet& outlet;
+};
+
+/// One report at a time, from its definition to where it comes out. All outcomes are shown to the user.
+class ReportPrinter {
+ public:
+  explicit ReportPrinter(const ReportPrinterParts& parts) : parts_(parts) {}
+
+  /// The state that goes on from run to run; a caller sets the PDF file name and the filter before a run.
+  ReportState state;
+
+  /// \param prompt  of kPrint: whether the print dialog is shown first
+  ReportOutcome PrintReport(const QString& path, ReportMode mode, bool prompt, const ReportRunValues& values);
+
+  /// What the last run printed or saved.
+  [[nodiscard]] const TakenOut& Taken() const { return taken_; }
+
+  /// Told of each page that is written to a PDF; returns false to stop.
+  void OnPage(PageProgress told) { onPage_ = std::move(told); }
+  /// Writes only these pages to a PDF.
+  void TakePages(const PageRange& range) { range_ = range; }
+  /// Gives the rows of the next run, and which of their columns a list leaves out; its table is not read then.
+  void FeedNextRun(Recordset rows, QSet<QString> hiddenColumns);
+
+ private:
+  bool Step(const std::function<void()>& step);
+  [[nodiscard]] bool IgnoreError(qint64 number, const QString& description, bool& repeat);
+  bool InitialiseReport(const QString& path);
+  void ConnectTables(const QString& path);
+  void TakeValues(const QString& path, ReportMode mode, const ReportRunValues& values);
+  bool FillReport();
+  bool ApplyFilter();
+  void Deliver(ReportMode mode, bool prompt);
+  void WritePdfFile(ConnectedRows& database);
+  void Say(const QString& text) const;
+  [[nodiscard]] ReportFacts Facts() const;
+  void EndRun();
+
+  ReportPrinterParts parts_;
+  std::optional<Report> report_;
+  TakenOut taken_;
+  ReportOutcome outcome_ = ReportOutcome::kFailed;
+  PageProgress onPage_;
+  PageRange range_;
+  std::optional<Recordset> rows_;
+  QSet<QString> hiddenColumns_;
+};
+
+}  // namespace qbx

@@ -1,0 +1,223 @@
+#include "printing/ui/frmReportView.h"
+
+#include <QtWidgets>
+
+#include "platform/ui/modal.h"
+#include "printing/ui/frmSelectPrinter.h"
+#include "reports/page_search.h"
+#include "reports/report_error.h"
+#include "ui_frmReportView.h"
+
+namespace qbx {
+
+namespace {
+
+constexpr int kViewLocation = 8200;
+constexpr int kLayOutSlice = 15;  // milliseconds at a time, so that the window stays alive
+constexpr int kMisfitsNamed = 5;
+
+/// Percentages of the zoom list, behind its two first entries.
+constexpr std::array kZooms = {50, 75, 100, 125, 150, 200, 300};
+constexpr int kFits = 2;
+
+}  // namespace
+
+frmReportView::frmReportView(const ReportRun& run, const ReportViewParts& parts, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::frmReportView>()), run_(run), parts_(parts) {
+  ui_->setupUi(this);
+  setWindowFlag(Qt::WindowMaximizeButtonHint);
+  setWindowTitle(run.caption);
+  ui_->lblMisfits->hide();
+  ui_->cmbZoom->addItem(QStringLiteral("Width"));
+  ui_->cmbZoom->addItem(QStringLiteral("Page"));
+  for (const int percent : kZooms)
+    ui_->cmbZoom->addItem(QStringLiteral("%1 %").arg(percent));
+  iRecord_Type = run.recordType;
+  sReportFile = run.reportName;
+  bLandscape = run.landscape;
+  stPrinter = run.printer;
+  Connect();
+}
+
+frmReportView::~frmReportView() = default;
+
+void frmReportView::Connect() {
+  const auto press = [this](QPushButton* button, auto action) { connect(button, &QPushButton::clicked, this, action); };
+  press(ui_->cmdPrint, [this] { Print(); });
+  press(ui_->cmdExport, [this] { Export(); });
+  press(ui_->cmdFirst, [this] { GoTo(1); });
+  press(ui_->cmdPrevious, [this] { GoTo(page_ - 1); });
+  press(ui_->cmdNext, [this] { GoTo(page_ + 1); });
+  press(ui_->cmdLast, [this] { GoTo(pages_->Count()); });
+  press(ui_->cmdFind, [this] { Find(); });
+  press(ui_->cmdClose, [this] { reject(); });
+  connect(ui_->txtFind, &QLineEdit::returnPressed, this, [this] { Find(); });
+  connect(ui_->spnPage, &QSpinBox::valueChanged, this, [this](int number) { GoTo(number); });
+  connect(ui_->CRViewer, &PageView::Turned, this, [this](int by) { GoTo(page_ + by); });
+  connect(ui_->CRViewer, &PageView::Zoomed, this, [this](int steps) { Zoom(steps); });
+  connect(ui_->cmbZoom, &QComboBox::currentIndexChanged, this, [this](int index) {
+    const auto fit = index == 0 ? PageView::Fit::kWidth : index == 1 ? PageView::Fit::kPage : PageView::Fit::kNone;
+    ui_->CRViewer->SetZoom(fit, index < kFits ? 1 : kZooms[static_cast<size_t>(index - kFits)] / 100.0);
+  });
+  connect(&layOut_, &QTimer::timeout, this, [this] { LayOutMore(); });
+}
+
+void frmReportView::Initialise() {
+  pages_ = std::make_unique<ReportPages>(run_.report, run_.report.LayOut(run_.database));
+  pages_->LayOutNext();
+  NoteMisfits(pages_->At(1));
+  ui_->CRViewer->SetSheet(SheetOf(run_.report.Paper()));
+  GoTo(1);
+}
+
+TakenOut frmReportView::ShowReport() {
+  layOut_.start();
+  ui_->CRViewer->setFocus();
+  ShowModal(*this);
+  layOut_.stop();
+  return taken_;
+}
+
+/// Lays out a few more pages. The timer rests while something is printed, which lets events run.
+void frmReportView::LayOutMore() {
+  if (working_) return;
+  const QScopedValueRollback<bool> working(working_, true);
+  try {
+    const QElapsedTimer clock = [] {
+      QElapsedTimer started;
+      started.start();
+      return started;
+    }();
+    while (clock.elapsed() < kLayOutSlice && pages_->LayOutNext())
+      NoteMisfits(pages_->At(pages_->Count()));
+  } catch (const ReportError& error) {
+    layOut_.stop();
+    parts_.diagnostics.errors.ShowError(kViewLocation, QStringLiteral("frmReportView"), error.Description());
+  } catch (const DatabaseError& error) {
+    layOut_.stop();
+    parts_.diagnostics.errors.ShowError(kViewLocation, QStringLiteral("frmReportView"), error.Description());
+  }
+  if (pages_->IsComplete()) {
+    layOut_.stop();
+    GoTo(page_);
+  }
+  ShowCount();
+}
+
+/// Says below the page what does not fit its place, such as an address that is too long for the window of an envelope.
+void frmReportView::NoteMisfits(const ReportPage& page) {
+  for (const QString& text : TextsThatDoNotFit(page)) {
+    misfits_ += text;
+    QString names = misfits_.mid(0, kMisfitsNamed).join(QStringLiteral(", "));
+    if (misfits_.size() > kMisfitsNamed) names += QStringLiteral(" and %1 more").arg(misfits_.size() - kMisfitsNamed);
+    ui_->lblMisfits->setText(QStringLiteral("Does not fit its place: %1").arg(names));
+    ui_->lblMisfits->show();
+  }
+}
+
+void frmReportView::ShowCount() {
+  ui_->spnPage->setMaximum(pages_->Count());
+  ui_->lblPages->setText(pages_->IsComplete() ? QStringLiteral("of %1").arg(pages_->Count())
+                                              : QStringLiteral("of %1 ...").arg(pages_->Count()));
+  ui_->cmdFirst->setEnabled(page_ > 1);
+  ui_->cmdPrevious->setEnabled(page_ > 1);
+  ui_->cmdNext->setEnabled(page_ < pages_->Count());
+  ui_->cmdLast->setEnabled(page_ < pages_->Count());
+}
+
+void frmReportView::GoTo(int number) {
+  page_ = std::clamp(number, 1, pages_->Count());
+  ui_->CRViewer->ShowPage(pages_->At(page_), pages_->Total());
+  const QSignalBlocker blocked(ui_->spnPage);
+  ShowCount();
+  ui_->spnPage->setValue(page_);
+}
+
+void frmReportView::Zoom(int steps) {
+  const int now = qRound(ui_->CRViewer->Scale() * 100);
+  int index = 0;
+  while (index < static_cast<int>(kZooms.size()) && kZooms[static_cast<size_t>(index)] < now)
+    ++index;
+  const bool exact = index < static_cast<int>(kZooms.size()) && kZooms[static_cast<size_t>(index)] == now;
+  const int wanted = steps > 0 ? index + (exact ? 1 : 0) : index - 1;
+  ui_->cmbZoom->setCurrentIndex(std::clamp(wanted, 0, static_cast<int>(kZooms.size()) - 1) + kFits);
+}
+
+/// Goes to the next page that holds the text, from the beginning again behind the last one.
+void frmReportView::Find() {
+  const QString wanted = ui_->txtFind->text();
+  if (wanted.isEmpty()) return ui_->txtFind->setFocus();
+  for (int step = 1; step <= pages_->Count(); ++step) {
+    const int number = (page_ - 1 + step) % pages_->Count() + 1;
+    std::vector<QRectF> places = PlacesOf(pages_->At(number), pages_->Total(), wanted);
+    if (places.empty()) continue;
+    GoTo(number);
+    ui_->CRViewer->MarkFound(std::move(places));
+    return;
+  }
+  parts_.diagnostics.ui.ShowMessage(
+      {.text = QStringLiteral("\"%1\" was not found.").arg(wanted), .icon = MessageIcon::kInformation});
+}
+
+/// Runs what takes a while, with a status box that can cancel it, and keeps what it took out.
+void frmReportView::Guarded(const QString& status, const std::function<TakenOut(const PageProgress& progress)>& work) {
+  const QScopedValueRollback<bool> working(working_, true);
+  parts_.diagnostics.status.ShowStatus(status, true);
+  QString problem;
+  try {
+    const TakenOut taken = work([this](const ReportPage&) {
+      parts_.diagnostics.ui.PumpEvents();
+      return !parts_.diagnostics.status.Cancelled();
+    });
+    taken_.all = taken_.all || taken.all;
+    taken_.documents.insert(taken.documents.begin(), taken.documents.end());
+  } catch (const ReportError& error) {
+    problem = error.Description();
+  } catch (const DatabaseError& error) {
+    problem = error.Description();
+  }
+  parts_.diagnostics.status.Close();
+  GoTo(page_);
+  if (!problem.isEmpty()) parts_.diagnostics.errors.ShowError(kViewLocation, QStringLiteral("frmReportView"), problem);
+}
+
+void frmReportView::Print() {
+  parts_.events.LogMarketingEvent(QStringLiteral("Print Letters"));
+  frmSelectPrinter dialog(parts_.printers, stPrinter, run_.report.CountsDocuments(), this);
+  dialog.iCopies = iCopies;
+  dialog.SetLastLetter(taken_.documents.empty() ? 0 : *taken_.documents.rbegin());
+  if (!dialog.ShowSelectPrinter()) return;
+  const PrintChoice choice = dialog.Choice();
+  stPrinter = choice.printer.deviceId;
+  Guarded(QStringLiteral("Printing the report"),
+          [&](const PageProgress& progress) { return PrintPages(run_, *pages_, parts_.printers, choice, progress); });
+}
+
+void frmReportView::Export() {
+  parts_.events.LogMarketingEvent(QStringLiteral("Export Letters"));
+  parts_.events.LogEvent(kEventPrint, 0, QStringLiteral("EXPORT"), QStringLiteral("File:%1").arg(sReportFile));
+  QFileDialog dialog(this, QStringLiteral("Export Report"));
+  dialog.setObjectName(QStringLiteral("dlgExport"));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilter(QStringLiteral("PDF file (*.pdf)"));
+  dialog.setDefaultSuffix(QStringLiteral("pdf"));
+  const QString today = parts_.diagnostics.clock.Today().toString(QStringLiteral("yyyy-MM-dd"));
+  dialog.selectFile(QStringLiteral("%1 %2.pdf").arg(run_.caption, today));
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
+  Guarded(QStringLiteral("Saving the report"), [&](const PageProgress& progress) {
+    return SavePages(run_, *pages_, dialog.selectedFiles().constFirst(), progress);
+  });
+}
+
+void frmReportView::keyPressEvent(QKeyEvent* event) {
+  const bool control = event->modifiers().testFlag(Qt::ControlModifier);
+  if (event->key() == Qt::Key_F3) return Find();
+  if (control && event->key() == Qt::Key_Home) return GoTo(1);
+  if (control && event->key() == Qt::Key_End) return GoTo(pages_->Count());
+  if (control && (event->key() == Qt::Key_Plus || event->key() == Qt::Key_Equal)) return Zoom(1);
+  if (control && event->key() == Qt::Key_Minus) return Zoom(-1);
+  if (control && event->key() == Qt::Key_F) return ui_->txtFind->setFocus();
+  QDialog::keyPressEvent(event);
+}
+
+}  // namespace qbx

@@ -1,0 +1,58 @@
+// One page of a report on the screen.
+
+#pragma once
+
+#include <QAbstractScrollArea>
+#include <optional>
+#include <vector>
+
+#include "reports/report_page.h"
+
+namespace qbx {
+
+/// Shows a page on its sheet. The keyboard scrolls it; where it ends, the next page begins.
+class PageView : public QAbstractScrollArea {
+  Q_OBJECT
+
+ public:
+  enum class Fit { kWidth, kPage, kNone };
+
+  explicit PageView(QWidget* parent = nullptr);
+
+  void SetSheet(const QSizeF& sheet);
+  /// \param pages  as `PaintPage` takes it
+  void ShowPage(ReportPage page, int pages);
+  /// Marks what a search found on the page.
+  void MarkFound(std::vector<QRectF> places);
+  /// \param scale  of Fit::kNone, 1: as on paper
+  void SetZoom(Fit fit, qreal scale = 1);
+  [[nodiscard]] qreal Scale() const { return scale_; }
+
+ Q_SIGNALS:
+  /// The user goes on beyond the page. \param by  1: to the next one, -1: back
+  void Turned(int by);
+  /// Ctrl and the wheel. \param steps  above 0: larger
+  void Zoomed(int steps);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  void FitSheet();
+  [[nodiscard]] QRectF SheetOnScreen() const;
+  /// Pixels of the screen a unit of the page.
+  [[nodiscard]] qreal UnitsOnScreen() const;
+  bool ScrollOrTurn(int by);
+
+  QSizeF sheet_;  // at its full size on the screen
+  std::optional<ReportPage> page_;
+  int pages_ = 0;
+  std::vector<QRectF> found_;
+  Fit fit_ = Fit::kWidth;
+  qreal scale_ = 1;
+};
+
+}  // namespace qbx

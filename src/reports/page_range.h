@@ -1,0 +1,28 @@
+// Which pages of a report are taken.
+
+#pragma once
+
+#include "reports/report_page.h"
+
+namespace qbx {
+
+/// From and to, both included; 0: not given.
+struct PageRange {
+  int firstPage = 0;
+  int lastPage = 0;
+  int firstDocument = 0;  ///< such as a letter
+  int lastDocument = 0;
+
+  [[nodiscard]] bool Holds(const ReportPage& page) const {
+    return Lies(page.number, firstPage, lastPage) && Lies(page.document, firstDocument, lastDocument);
+  }
+  /// Whether nothing that is held can come behind a page.
+  [[nodiscard]] bool EndsBefore(const ReportPage& page) const {
+    return (lastPage > 0 && page.number > lastPage) || (lastDocument > 0 && page.document > lastDocument);
+  }
+
+ private:
+  static bool Lies(int number, int first, int last) { return number >= first && (last <= 0 || number <= last); }
+};
+
+}  // namespace qbx

@@ -1,0 +1,71 @@
+#include "reports/pdf_export.h"
+
+#include "reports/pdf_file.h"
+
+namespace qbx {
+
+namespace {
+
+/// Pages on their way to the file.
+class Writer {
+ public:
+  Writer(const Report& report, const QString& path, const PdfChoices& choices, const PageProgress& progress)
+      : choices_(choices), progress_(progress), file_(path, report.Paper(), choices.title) {}
+
+  /// \return false when it is to stop
+  bool Write(const ReportPage& page, int pages) {
+    if (choices_.range.EndsBefore(page)) return false;
+    if (!choices_.range.Holds(page)) return true;
+    if (choices_.wholeSheets && written_ % 2 != 0 && page.document != document_) AddBlankPage();
+    document_ = page.document;
+    file_.Add(page, pages, choices_.paper);
+    ++written_;
+    stopped_ = !progress_(page);
+    return !stopped_;
+  }
+
+  bool Finish() {
+    if (stopped_) return false;
+    file_.Finish();
+    return true;
+  }
+
+ private:
+  void AddBlankPage() {
+    file_.AddBlankPage();
+    ++written_;
+  }
+
+  const PdfChoices& choices_;
+  const PageProgress& progress_;
+  PdfFile file_;
+  int written_ = 0;
+  int document_ = 0;
+  bool stopped_ = false;
+};
+
+}  // namespace
+
+bool ExportPdf(const Report& report, std::unique_ptr<Pager> pager, const QString& path, const PdfChoices& choices,
+               const PageProgress& progress) {
+  if (report.ShowsTotal()) {
+    ReportPages pages(report, std::move(pager));
+    return ExportPdf(report, pages, path, choices, progress);
+  }
+  Writer writer(report, path, choices, progress);
+  for (auto page = pager->Next(); page && writer.Write(*page, 0); page = pager->Next()) {
+  }
+  return writer.Finish();
+}
+
+bool ExportPdf(const Report& report, ReportPages& pages, const QString& path, const PdfChoices& choices,
+               const PageProgress& progress) {
+  while (pages.LayOutNext()) {
+  }
+  Writer writer(report, path, choices, progress);
+  for (int number = 1; number <= pages.Count() && writer.Write(pages.At(number), pages.Total()); ++number) {
+  }
+  return writer.Finish();
+}
+
+}  // namespace qbx

@@ -1,0 +1,38 @@
+// A report as a PDF file.
+
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <memory>
+
+#include "reports/page_painter.h"
+#include "reports/page_range.h"
+#include "reports/report.h"
+#include "reports/report_pages.h"
+
+namespace qbx {
+
+/// Told after each page that is written.
+/// \return false to stop
+using PageProgress = std::function<bool(const ReportPage& page)>;
+
+struct PdfChoices {
+  QString title = {};
+  PageRange range = {};
+  Paper paper = Paper::kBlank;
+  bool wholeSheets = false;  ///< for both sides of the paper: what is printed as one begins on a sheet of its own
+};
+
+/// Lays out what the pager has left and writes it. A report that shows of how many pages it is is laid out whole first; of any other a page is written as
+/// soon as it is laid out.
+/// \return false when `progress` stopped it; the file is then what it was
+/// \throws ReportError, DatabaseError
+bool ExportPdf(const Report& report, std::unique_ptr<Pager> pager, const QString& path, const PdfChoices& choices,
+               const PageProgress& progress);
+
+/// The same of pages that were looked at; those that are not laid out yet are.
+bool ExportPdf(const Report& report, ReportPages& pages, const QString& path, const PdfChoices& choices,
+               const PageProgress& progress);
+
+}  // namespace qbx

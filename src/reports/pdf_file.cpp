@@ -1,0 +1,48 @@
+#include "reports/pdf_file.h"
+
+#include <QPageLayout>
+
+#include "reports/page_painter.h"
+#include "reports/report_error.h"
+
+namespace qbx {
+
+namespace {
+
+QPageLayout LayoutOf(const ReportPaper& paper) {
+  const QPageSize size(paper.size / kUnitsPerMillimetre, QPageSize::Millimeter);
+  QPageLayout layout(size, paper.landscape ? QPageLayout::Landscape : QPageLayout::Portrait, {});
+  layout.setMode(QPageLayout::FullPageMode);
+  return layout;
+}
+
+}  // namespace
+
+PdfFile::PdfFile(const QString& path, const ReportPaper& paper, const QString& title) : file_(path), writer_(&file_) {
+  if (!file_.open(QIODevice::WriteOnly)) throw ReportError{file_.errorString()};
+  writer_.setTitle(title);
+  writer_.setResolution(kUnitsPerInch);
+  writer_.setPageLayout(LayoutOf(paper));
+  if (!painter_.begin(&writer_)) throw ReportError{file_.errorString()};
+}
+
+void PdfFile::NextPage() {
+  if (!empty_) writer_.newPage();
+  empty_ = false;
+}
+
+void PdfFile::Add(const ReportPage& page, int pages, Paper paper) {
+  NextPage();
+  PaintPage(painter_, page, pages, paper);
+}
+
+void PdfFile::AddBlankPage() {
+  NextPage();
+}
+
+void PdfFile::Finish() {
+  painter_.end();
+  if (file_.error() != QFileDevice::NoError || !file_.commit()) throw ReportError{file_.errorString()};
+}
+
+}  // namespace qbx

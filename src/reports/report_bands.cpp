@@ -1,0 +1,196 @@
+#include "reports/report_bands.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "reports/rich_text_slices.h"
+#include "reports/text_fit.h"
+#include "util/text.h"
+
+namespace qbx {
+
+namespace {
+
+PlacedObject PlaceText(const TextObject& text, PlacedObject placed, const ReportValues& values) {
+  placed.text = values.Text(text);
+  if (text.closeBlanks) placed.text = WithoutBlankLines(placed.text);
+  if (!text.canGrow && text.shrinkTo <= 0) return placed;
+  const FittedText fitted = FitText(placed.text, text, placed.frame.size());
+  placed.frame.setHeight(std::max(placed.frame.height(), fitted.height));
+  placed.cut = !fitted.fits;
+  return placed;
+}
+
+PlacedObject PlaceRichText(const RichTextObject& richText, PlacedObject placed, const ReportValues& values) {
+  placed.text = values.row.Field(richText.field).ToText();
+  placed.document = LayOutRichText(placed.text, placed.frame.width());
+  placed.to = placed.document->size().height();
+  placed.frame.setHeight(std::max(placed.frame.height(), placed.to));
+  return placed;
+}
+
+/// Moves down what stands below objects that grew.
+void MakeRoom(std::vector<PlacedObject>& objects) {
+  std::ranges::stable_sort(objects, {}, [](const PlacedObject& placed) { return placed.object->frame.top(); });
+  for (size_t i = 0; i < objects.size(); ++i) {
+    qreal down = 0;
+    for (size_t above = 0; above < i; ++above) {
+      const QRectF designed = objects[above].object->frame;
+      if (designed.bottom() <= objects[i].object->frame.top())
+        down = std::max(down, objects[above].frame.bottom() - designed.bottom());
+    }
+    objects[i].frame.translate(0, down);
+  }
+}
+
+}  // namespace
+
+ReportBand MakeBand(const ReportSection& section, const ReportValues& values) {
+  ReportBand band{.height = section.height, .breakBefore = section.breakBefore, .breakAfter = section.breakAfter};
+  bool grows = false;
+  for (const ReportObject& object : section.objects) {
+    PlacedObject placed{.object = &object, .frame = object.frame};
+    if (const auto* text = std::get_if<TextObject>(&object.what)) placed = PlaceText(*text, placed, values);
+    if (const auto* rich = std::get_if<RichTextObject>(&object.what)) placed = PlaceRichText(*rich, placed, values);
+    grows = grows || placed.frame.height() > object.frame.height();
+    band.objects.push_back(std::move(placed));
+  }
+  if (grows) MakeRoom(band.objects);
+  for (const PlacedObject& placed : band.objects)
+    band.height = std::max(band.height, placed.frame.bottom());
+  return band;
+}
+
+BandSource::BandSource(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows,
+                       RowsReader reader)
+    : report_(report),
+      parameters_(std::move(parameters)),
+      rows_(std::move(rows)),
+      reader_(std::move(reader)),
+      totals_(report) {
+  if (rows_) columns_ = std::make_shared<ColumnNames>(rows_->Columns());
+}
+
+BandSource::~BandSource() = default;
+
+std::optional<ReportBand> BandSource::Next() {
+  for (;;) {
+    if (auto band = NextOfSubreport()) return band;
+    if (ready_.empty()) {
+      if (ended_) return std::nullopt;
+      Advance();
+      continue;
+    }
+    auto first = std::move(ready_.front());
+    ready_.pop_front();
+    if (auto* band = std::get_if<ReportBand>(&first)) return std::move(*band);
+    StartSubreport(std::get<WaitingSubreport>(first));
+  }
+}
+
+void BandSource::StartSubreport(const WaitingSubreport& waiting) {
+  const ReportDefinition& inner = *waiting.object->definition;
+  ParameterValues parameters = parameters_;
+  for (const SubreportObject::Link& link : waiting.object->links)
+    parameters.insert(link.parameter, waiting.row->Field(link.field));
+  auto rows = reader_(*inner.source, inner, parameters);
+  subreport_ = std::make_unique<BandSource>(inner, std::move(parameters), std::move(rows), reader_);
+}
+
+std::optional<ReportBand> BandSource::NextOfSubreport() {
+  if (!subreport_) return std::nullopt;
+  std::optional<ReportBand> band = subreport_->Next();
+  if (!band) {
+    subreport_.reset();
+    return std::nullopt;
+  }
+  band->row = row_;  // headers and footers of pages show the row around it
+  band->totals = std::make_shared<ReportTotals>(totals_);
+  return band;
+}
+
+/// Makes the bands of the next row, or of the end.
+void BandSource::Advance() {
+  if (!begun_) return Begin();
+  const size_t changed = FirstChangedGroup();
+  CloseGroups(changed);
+  if (!next_) return End();
+  row_ = std::exchange(next_, ReadRow());
+  OpenGroups(changed);
+  AddDetails();
+}
+
+void BandSource::Begin() {
+  begun_ = true;
+  row_ = ReadRow();
+  const bool anyRow = row_ != nullptr;
+  if (!anyRow) row_ = std::make_shared<ReportRow>();
+  if (report_.reportHeader) Add(*report_.reportHeader, 0);
+  if (!anyRow) return End();
+  next_ = ReadRow();
+  OpenGroups(0);
+  AddDetails();
+}
+
+void BandSource::End() {
+  ended_ = true;
+  if (report_.reportFooter) Add(*report_.reportFooter, 0);
+}
+
+BandSource::Row BandSource::ReadRow() {
+  if (!rows_ || !rows_->Next()) return nullptr;
+  auto row = std::make_shared<ReportRow>();
+  row->columns = columns_;
+  const auto count = static_cast<int>(rows_->Columns().size());
+  row->values.reserve(rows_->Columns().size());
+  for (int i = 0; i < count; ++i)
+    row->values.push_back(rows_->At(i));
+  return row;
+}
+
+/// The outermost group whose value the next row changes; the number of groups when none.
+size_t BandSource::FirstChangedGroup() const {
+  for (size_t i = 0; i < report_.groups.size(); ++i) {
+    const QString& field = report_.groups[i].field;
+    if (!next_ || !(next_->Field(field) == row_->Field(field))) return i;
+  }
+  return report_.groups.size();
+}
+
+void BandSource::CloseGroups(size_t from) {
+  for (size_t i = report_.groups.size(); i > from; --i)
+    if (report_.groups[i - 1].footer) Add(*report_.groups[i - 1].footer, i);
+}
+
+void BandSource::OpenGroups(size_t from) {
+  for (size_t i = from; i < report_.groups.size(); ++i)
+    totals_.Restart(i + 1);
+  totals_.Add(*row_);
+  static const ReportSection nothing;
+  for (size_t i = from; i < report_.groups.size(); ++i) {
+    const ReportGroup& group = report_.groups[i];
+    const ReportBand flags{.breakBefore = group.newPage, .beginsGroup = group.restartPages};
+    if (group.header || group.newPage) Add(group.header ? *group.header : nothing, i + 1, flags);
+  }
+}
+
+void BandSource::AddDetails() {
+  for (const ReportSection& detail : report_.details)
+    Add(detail, 0);
+}
+
+void BandSource::Add(const ReportSection& section, size_t level, const ReportBand& flags) {
+  if (!section.objects.empty())
+    if (const auto* subreport = std::get_if<SubreportObject>(&section.objects.front().what)) {
+      ready_.push_back(WaitingSubreport{subreport, row_});
+      return;
+    }
+  ReportBand band = MakeBand(section, {report_, parameters_, *row_, totals_, level});
+  band.breakBefore = band.breakBefore || flags.breakBefore;
+  band.beginsGroup = flags.beginsGroup;
+  band.row = row_;
+  band.totals = std::make_shared<ReportTotals>(totals_);
+  ready_.push_back(std::move(band));
+}
+
+}  // namespace qbx

@@ -1,0 +1,82 @@
+// The rows of a report as a stream of bands, one below the other, before there are pages.
+
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <variant>
+#include <vector>
+
+#include "reports/report_definition.h"
+#include "reports/report_page.h"
+#include "reports/report_rows.h"
+#include "reports/report_values.h"
+
+namespace qbx {
+
+/// Reads the rows of a source with these parameters.
+using RowsReader = std::function<std::unique_ptr<ReportRows>(const ReportSource& source, const ReportDefinition& report,
+                                                             const ParameterValues& parameters)>;
+
+/// A section with what it shows for one row.
+struct ReportBand {
+  std::vector<PlacedObject> objects = {};  ///< frames from the top left corner of the band
+  qreal height = 0;
+  bool breakBefore = false;
+  bool breakAfter = false;
+  bool beginsGroup = false;  ///< a group that counts its pages begins
+  std::shared_ptr<const ReportRow> row = {};
+  std::shared_ptr<const ReportTotals> totals = {};  ///< up to this row
+};
+
+/// The band of a section: objects filled in, each as tall as it needs, and the section with them.
+[[nodiscard]] ReportBand MakeBand(const ReportSection& section, const ReportValues& values);
+
+/// Steps through the bands of a report, those of its subreports in their places.
+class BandSource {
+ public:
+  BandSource(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows,
+             RowsReader reader);
+  ~BandSource();
+
+  /// \return nothing behind the last one
+  [[nodiscard]] std::optional<ReportBand> Next();
+
+ private:
+  using Row = std::shared_ptr<const ReportRow>;
+  /// A subreport that has still to be run, with the row around it.
+  struct WaitingSubreport {
+    const SubreportObject* object;
+    Row row;
+  };
+
+  void Begin();
+  void Advance();
+  void End();
+  [[nodiscard]] Row ReadRow();
+  void OpenGroups(size_t from);
+  void CloseGroups(size_t from);
+  void AddDetails();
+  /// \param level  of the totals that the section shows
+  void Add(const ReportSection& section, size_t level, const ReportBand& flags = {});
+  [[nodiscard]] size_t FirstChangedGroup() const;
+  void StartSubreport(const WaitingSubreport& waiting);
+  [[nodiscard]] std::optional<ReportBand> NextOfSubreport();
+
+  const ReportDefinition& report_;
+  ParameterValues parameters_;
+  std::unique_ptr<ReportRows> rows_;
+  RowsReader reader_;
+  std::shared_ptr<const ColumnNames> columns_;  // of the rows
+  ReportTotals totals_;
+  Row row_;   // whose bands are being made; null before the first
+  Row next_;  // the one behind it; null behind the last
+  std::deque<std::variant<ReportBand, WaitingSubreport>> ready_;
+  std::unique_ptr<BandSource> subreport_;
+  bool begun_ = false;
+  bool ended_ = false;
+};
+
+}  // namespace qbx

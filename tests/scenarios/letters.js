@@ -1,0 +1,155 @@
+// Letters: the preview with the sample customer, a letter for each row, printing and saving, and what is marked; then the printed results list.
+
+start();
+control("cmdNew").click();
+control("tvQuery").choose("All Customers");
+control("cmdNext0").click();
+control("cmdNext1").click();
+
+execute("DELETE FROM [Campaign Results] WHERE RecordID NOT IN (SELECT RecordID FROM [Campaign Results] ORDER BY Customer LIMIT 6)");
+execute("UPDATE [Campaign Results] SET Send_Letter = 1, Address = '1 High Street' || char(13) || 'Milbury' || char(13) || 'MB1 2AB'");
+const rows = sql("SELECT RecordID, Customer FROM [Campaign Results] ORDER BY Customer");
+const generate = () => control("cmdGenerateLetters").click();
+const sent = () => sql("SELECT Count(*) AS n FROM Send_Journal WHERE Channel = 3 AND State = 1")[0].n;
+const processed = () => sql("SELECT Count(*) AS n FROM [Campaign Results] WHERE Processed = 1")[0].n;
+
+// Runs `inside` in the window of the report, and closes it.
+function report(inside) {
+  onWindow("frmReportView", window => {
+    inside(window);
+    window.control("cmdClose").click();
+  });
+}
+// Chooses in the dialog of Print.
+function print(window, choose) {
+  onWindow("frmSelectPrinter", dialog => {
+    choose(dialog);
+    if (dialog.control("cmdPrint").enabled) dialog.control("cmdPrint").click();
+  });
+  window.control("cmdPrint").click();
+}
+
+check("without a text or without rows no letter is made", () => {
+  selectTab(5);
+  answer("No letter text has been entered on the Letter Templates tab.");
+  generate();
+  execute("UPDATE [Campaign Results] SET Send_Letter = 0");
+  answer("No Letters to process. No customers in the results list are selected to receive a letter.");
+  generate();
+  execute("UPDATE [Campaign Results] SET Send_Letter = 1");
+});
+
+check("the letter is previewed with the sample customer, found in and zoomed", () => {
+  selectTab(4);
+  control("rtfLetter").type("Dear {contact}, your {make} is due.");
+  report(window => {
+    assertEqual(window.caption, "Letters");
+    waitFor(() => window.control("lblPages").text === "of 1");
+    answer("\"Vectra\" was not found.");
+    window.control("txtFind").setText("Vectra");
+    window.control("cmdFind").click();
+    window.control("txtFind").setText("mr hartley, your vauxhall");
+    window.control("cmdFind").click();
+    window.control("cmbZoom").choose("Page");
+    screenshot("letter-preview");
+    assertEqual(keyboardFaults(), []);
+  });
+  control("cmdPreview").click();
+  assertEqual(sent(), 0);
+});
+
+check("a customer without an address and one who said no get none; what is only looked at is not marked", () => {
+  execute("UPDATE [Campaign Results] SET Address = 'Old Mill' WHERE RecordID = " + rows[0].RecordID);
+  execute("UPDATE Customers SET Consent_Response = 2 WHERE Customer = " + rows[1].Customer);
+  selectTab(5);
+  answer("The letters were neither printed nor saved. Mark them as processed?", "No");
+  report(window => {
+    assertEqual(waitFor(() => window.control("lblPages").text === "of 4"), true);
+    screenshot("letters");
+  });
+  generate();
+  const log = control("txtProcessResults").text;
+  assertMatch(log, "The address has no postcode.");
+  assertMatch(log, "The customer has opted out since the results were selected.");
+  assertEqual([sent(), processed()], [0, 0]);
+});
+
+check("letters that are printed are marked, the others stay due", () => {
+  report(window => {
+    print(window, dialog => {
+      assertEqual(dialog.control("cmbPrinter").items, ["Office", "Workshop"]);
+      assertEqual(dialog.control("cmbPrinter").selectedText, "Office");
+      dialog.control("cmbPrinter").choose("Workshop");
+      dialog.control("chkBothSides").tick();
+      dialog.control("cmbTray").choose("tray-2");
+      dialog.control("txtLastLetter").setText("2");
+      screenshot("printer");
+      assertEqual(keyboardFaults(), []);
+    });
+    printerFails("out of paper");
+    answer("out of paper");
+    print(window, () => {});
+    printerFails("");
+  });
+  generate();
+  assertEqual(printJobs(), [{printer: "workshop", title: "Letters", copies: 1, bothSides: true, tray: "tray-2", pages: 3}]);
+  assertEqual([sent(), processed()], [2, 2]);
+});
+
+check("what is left is saved, and asked about when made again", () => {
+  answer("Do you want to generate letters for results which have been processed before as part of this campaign?", "No");
+  report(window => {
+    answerFile(programFolder() + "/letters.pdf");
+    window.control("cmdExport").click();
+  });
+  generate();
+  assert(readFile("letters.pdf").startsWith("%PDF"), "a PDF file");
+  assertEqual([sent(), processed()], [4, 4]);
+  const marketing = marketingEvents().map(event => event.event);
+  for (const event of ["Generate Letters", "Print Letters", "Export Letters"]) assert(marketing.includes(event), event);
+  answer("processed before as part of this campaign?", "No");
+  answer("No letter was made. The results log says why each customer who is left gets none.");
+  generate();
+  execute("DELETE FROM [Campaign Results] WHERE RecordID = " + rows[1].RecordID);
+});
+
+check("a letter that the mailshot overtook is told of beside the button", () => {
+  execute("UPDATE [Campaign Results] SET Send_Email = 1, Processed = 1 WHERE RecordID = " + rows[0].RecordID);
+  selectTab(4);
+  selectTab(5);
+  assertEqual(control("lblLettersMissed").text, "1 customers with a letter were processed by the mailshot and get none; make letters first.");
+  answer("processed before as part of this campaign?", "No");
+  answer("There are not results selected to be processed as letters, or all selected results have already been processed.");
+  generate();
+});
+
+check("the results list is printed as the grid shows it", () => {
+  selectTab(3);
+  control("dbgData").clickHeading("Lastname");
+  report(window => {
+    assertEqual(window.caption, "Campaign Results");
+    screenshot("results-list");
+    print(window, dialog => assert(!dialog.control("txtFirstLetter").visible));
+  });
+  control("cmdPrintResults").click();
+  assertEqual(printJobs().length, 2);
+});
+
+check("a damaged definition is named with its place; Retry reads it again", () => {
+  const path = "Reports/CampaignResults.rpt";
+  const good = readFile(path);
+  writeFile(path, good.replace("<detail height=\"5\">", "<detail heigth=\"5\">"));
+  let asked = 0;
+  onMessage(box => {
+    if (!box.text.startsWith("The following error has occured in PrintReport")) return null;
+    assertMatch(box.text, "CampaignResults.rpt, line ");
+    assertEqual([box.caption, box.icon, box.buttons], ["Application Error", "stop", ["Retry", "Ignore", "Abort"]]);
+    if (++asked === 1) return "Retry";
+    writeFile(path, good);
+    return "Retry";
+  });
+  report(() => {});
+  control("cmdPrintResults").click();
+  onMessage(null);
+  assertEqual(asked, 2);
+});
