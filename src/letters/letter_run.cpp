@@ -156,7 +156,7 @@ bool LetterRun::AskAboutProcessed(int campaignId) {
 /// Reads the rows, and counts those that are due: whose letter did not go out.
 int LetterRun::CountLetters(int campaignId) {
   before_ = journal_.Read(campaignId);
-  if (services_.statements.dbOpenRec(rows_, SelectLetterRows(campaignId))) return 0;
+  if (services_.statements.dbOpenRecLong(rows_, SelectLetterRows(campaignId))) return 0;
   int count = 0;
   const int record = rows_.ColumnIndex(QStringLiteral("RecordID"));
   for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext())
