@@ -90,6 +90,25 @@ bool Statements::dbOpenRec(Recordset& recordset, const QString& sql, CursorType 
   }
 }
 
+bool Statements::dbOpenRecLong(Recordset& recordset, const QString& sql) {
+  if (connection_.IsOpen()) {
+    try {
+      Recordset rows;
+      connection_.RunLong([&] { rows = Recordset::ReadAll(connection_.Driver().Execute(sql)); },
+                          [this] { diagnostics_.ui.PumpEvents(); }, {});
+      rows.SetSource([this, sql] { return connection_.Driver().Execute(sql); });
+      recordset = std::move(rows);
+      return false;
+    } catch (const DatabaseError& error) {
+      diagnostics_.log.WriteLog(QLatin1String("dbOpenRec: ") + error.Description());
+    } catch (const std::exception& error) {
+      diagnostics_.errors.ShowError(0, QStringLiteral("dbOpenRec"), QString::fromUtf8(error.what()));
+      return true;
+    }
+  }
+  return dbOpenRec(recordset, sql);
+}
+
 Statements::ExecuteResult Statements::dbExecute(const QString& sql, bool returnRecords, Connection* connection) {
   return Execute(connection != nullptr ? *connection : connection_, sql, returnRecords, false);
 }

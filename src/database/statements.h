@@ -42,6 +42,10 @@ class Statements {
                                LockType lock = LockType::kReadOnly, int options = kOptionUnspecified,
                                CursorLocation location = CursorLocation::kClient, Connection* connection = nullptr);
 
+  /// The same for many rows, read whole on the database thread while events run, so that no window freezes. What fails there is tried once more as an
+  /// ordinary statement, which opens a lost connection again and says what is wrong.
+  [[nodiscard]] bool dbOpenRecLong(Recordset& recordset, const QString& sql);
+
   struct ExecuteResult {
     Recordset records;    ///< forward-only, open only when records were asked for and came
     int errorNumber = 0;  ///< 0: success

@@ -23,7 +23,7 @@ MailshotRun::MailshotRun(const MailshotServices& services, MailshotObserver& obs
 
 bool MailshotRun::ReadRows() {
   due_ = {journal_.Read(plan_.campaignId), refusals_.OfCampaign(plan_.campaignId)};
-  if (services_.statements.dbOpenRec(rows_, SelectMailshotRows(plan_.campaignId))) return false;
+  if (services_.statements.dbOpenRecLong(rows_, SelectMailshotRows(plan_.campaignId))) return false;
   const int record = rows_.ColumnIndex(QStringLiteral("RecordID"));
   const int sendSms = rows_.ColumnIndex(QStringLiteral("Send_SMS"));
   const int sendEmail = rows_.ColumnIndex(QStringLiteral("Send_Email"));

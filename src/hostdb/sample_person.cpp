@@ -106,6 +106,8 @@ struct Awkward {
   std::string_view contact = {};
   std::string_view mobile = {};
   std::string_view email = {};
+  std::string_view address = {};
+  bool companyOnly = false;  ///< nobody's name is known
 };
 constexpr Awkward kAwkward[] = {
     // Recipients whom the sandbox refuses; the first kFailingKinds.
@@ -122,7 +124,7 @@ constexpr Awkward kAwkward[] = {
     {.lastname = "Smith \"Smithy\""},
     {.firstname = "Zo\u00eb", .lastname = "N\u00fa\u00f1ez-Garc\u00eda"},
     {.firstname = "J\u00f6rg", .lastname = "M\u00fcller-Wei\u00df"},
-    {.company = "Pound & Euro (\u00a31 = \u20ac1.15) Ltd", .contact = "Mr \u00a3 Price"},
+    {.company = "Pound & Euro (\u00a31 = \u20ac1.15) Ltd", .contact = "Mr \u00a3 Price", .companyOnly = true},
     {.firstname = "Sunny \u2600\ufe0f", .lastname = "Rider \U0001F697\U0001F468\u200D\U0001F527"},
     {.firstname = "\u5c71\u7530", .lastname = "\u0645\u062d\u0645\u062f"},
     {.lastname = "<b>Bold</b>", .company = "<script>alert('hello')</script>"},
@@ -132,7 +134,8 @@ constexpr Awkward kAwkward[] = {
     {.firstname = "Tab\there", .lastname = "  Blanks  "},
     {.lastname = "{lastname}", .contact = "Mr {contact} of {make}"},
     {.lastname = "Back\\slash{Brace}", .company = "{\\rtf1 Ltd}"},
-    {.lastname = "100% of_them"},
+    {.lastname = "100% of_them",
+     .address = "Flat 12\rThe Old Maltings\r3 Brewery Yard\rMilbury\rNorthshire"},
     // Mobile numbers.
     {.mobile = "07700 900 123"},
     {.mobile = "07700 900124/wife's"},
@@ -205,6 +208,8 @@ void MakeAwkward(SamplePerson& person, int kind) {
     Replace(person.contact, awkward.contact);
     Replace(person.mobile, awkward.mobile);
     Replace(person.email, awkward.email);
+    Replace(person.address, awkward.address);
+    if (awkward.companyOnly) person.title = person.firstname = person.lastname = "";
   } else if (kind == kLongTexts) {
     MakeLong(person);
   } else {

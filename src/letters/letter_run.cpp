@@ -153,23 +153,21 @@ bool LetterRun::AskAboutProcessed(int campaignId) {
   return true;
 }
 
-/// The rows that are due: those of `SelectLetterRows` whose letter did not go out.
+/// Reads the rows, and counts those that are due: whose letter did not go out.
 int LetterRun::CountLetters(int campaignId) {
   before_ = journal_.Read(campaignId);
-  Recordset rows;
-  if (services_.statements.dbOpenRec(rows, SelectLetterRows(campaignId))) return 0;
+  if (services_.statements.dbOpenRecLong(rows_, SelectLetterRows(campaignId))) return 0;
   int count = 0;
-  const int record = rows.ColumnIndex(QStringLiteral("RecordID"));
-  for (; !rows.Eof(); rows.MoveNext())
-    count += before_.value(rows.Field(record).ToInt()).letter == JournalState::kSent ? 0 : 1;
+  const int record = rows_.ColumnIndex(QStringLiteral("RecordID"));
+  for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext())
+    count += before_.value(rows_.Field(record).ToInt()).letter == JournalState::kSent ? 0 : 1;
   return count;
 }
 
 bool LetterRun::CreateLetters(int campaignId, const QString& letter) {
   Statements& statements = services_.statements;
-  Recordset rows;
   LettersTable letters(statements, services_.startup.RunKey);
-  if (!letters.Begin() || statements.dbOpenRec(rows, SelectLetterRows(campaignId))) return false;
+  if (!letters.Begin()) return false;
   const int interval = UpdateInterval(services_.counters.Values().letters);
   CompiledTemplate merge(letter);
   QString merged;
@@ -177,10 +175,10 @@ bool LetterRun::CreateLetters(int campaignId, const QString& letter) {
   observer_.Begins(services_.counters.Values().letters);
   {
     Batches batches(statements.Shared().Driver());
-    for (; !rows.Eof() && !cancelled; rows.MoveNext()) {
-      if (!MayGetLetter(rows, campaignId)) continue;
-      merge.Merge(MergeRow(rows, BlankContact::kBecomesCustomer), services_.diagnostics.clock.Today(), merged);
-      letters.Add(LetterOf(rows, merged));
+    for (rows_.MoveFirst(); !rows_.Eof() && !cancelled; rows_.MoveNext()) {
+      if (!MayGetLetter(rows_, campaignId)) continue;
+      merge.Merge(MergeRow(rows_, BlankContact::kBecomesCustomer), services_.diagnostics.clock.Today(), merged);
+      letters.Add(LetterOf(rows_, merged));
       if (++summary_.letters % interval != 0) continue;
       batches.Next();
       observer_.Progress(summary_.letters);
@@ -189,6 +187,7 @@ bool LetterRun::CreateLetters(int campaignId, const QString& letter) {
     }
   }
   observer_.Ends();
+  rows_.Close();
   if (!cancelled) return true;
   services_.resultsLog.LogProcessResult(QStringLiteral("Creating Letters was cancelled"));
   return false;

@@ -80,6 +80,7 @@ class LetterRun {
   LetterObserver& observer_;
   SendJournal journal_;
   SendRefusals refusals_;
+  Recordset rows_;                      // of the campaign, to be made
   QHash<qint64, JournalEntry> before_;  // what is on record of the campaign's rows
   std::vector<qint64> made_;            // rows whose letter is "sending", in the order of the letters
   bool marksAll_ = false;               // the user says so of letters that were only looked at

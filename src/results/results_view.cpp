@@ -35,7 +35,7 @@ ResultsView::ResultsView(Statements& statements, Counters& counters, Diagnostics
 bool ResultsView::DisplayResults(int campaignId) {
   counters_.UpdateCounters(campaignId);
   Recordset rows;
-  const bool read = ReadRows(RowsOf(campaignId), rows);
+  const bool read = !statements_.dbOpenRecLong(rows, RowsOf(campaignId));
   // The rows of the same campaign stay; those of another one would pass for its own.
   if (!read && campaignId == campaignId_) return false;
   rows_ = std::move(rows);
@@ -44,27 +44,6 @@ bool ResultsView::DisplayResults(int campaignId) {
   if (read_) read_();
   if (displayed_) displayed_();
   return read;
-}
-
-/// Reads on the database thread, so that a long list does not freeze the window. What fails there is tried once more as
-/// an ordinary statement, which opens a lost connection again and says what is wrong.
-bool ResultsView::ReadRows(const QString& sql, Recordset& rows) {
-  Connection& connection = statements_.Shared();
-  if (connection.IsOpen()) {
-    try {
-      connection.RunLong([&] { rows = Recordset::ReadAll(connection.Driver().Execute(sql)); },
-                         [this] { diagnostics_.ui.PumpEvents(); }, [] { return false; });
-      ReadAgainWith(sql, rows);
-      return true;
-    } catch (const DatabaseError& error) {
-      diagnostics_.log.WriteLog(QLatin1String("DisplayResults: ") + error.Description());
-    } catch (const std::exception& error) {
-      diagnostics_.errors.ShowError(0, QStringLiteral("DisplayResults"), QString::fromUtf8(error.what()));
-      return false;
-    }
-  }
-  return !statements_.dbOpenRec(rows, sql, CursorType::kForwardOnly, LockType::kReadOnly, kOptionUnspecified,
-                                CursorLocation::kClient);
 }
 
 bool ResultsView::RefreshResults() {

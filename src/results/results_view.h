@@ -80,7 +80,6 @@ class ResultsView {
   [[nodiscard]] int CampaignId() const { return campaignId_; }
 
  private:
-  bool ReadRows(const QString& sql, Recordset& rows);
   void ReadAgainWith(const QString& sql, Recordset& rows);
 
   Statements& statements_;

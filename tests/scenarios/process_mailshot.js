@@ -99,3 +99,11 @@ check("the log is copied, saved, and stands there the next day", () => {
   assertMatch(logText(), /^The last run of this campaign on this computer:\n== Run of 04\/03\/2026 10:20, started by Pat\n/);
   assertMatch(logText(), /== Went on at .*\n(.*\n)*.*Failed Reason: SMS Gateway reported Invalid Number Format/);
 });
+
+check("texts that would go to the same phone are told before a run", () => {
+  assert(!control("lblShared").visible);
+  execute("UPDATE [Campaign Results] SET Processed = 0, Mobile = '+44 7700 900100' WHERE RecordID IN (" + record[0].RecordID + ", " + record[1].RecordID + ")");
+  selectTab(4);
+  selectTab(5);
+  assertEqual(control("lblShared").text, "2 texts go to a mobile number that another row has, too.");
+});

@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include "dispatch/results_log_file.h"
+#include "dispatch/row_survey.h"
 #include "dispatch/send_troubles.h"
 #include "marketing/ui/letters_view.h"
 #include "marketing/ui/run_view.h"
@@ -87,6 +88,7 @@ void ProcessPage::CopyState() {
   ShowCounters();
   ShowTroubles();
   ShowLettersMissed();
+  ShowShared();
 }
 
 void ProcessPage::ShowCounters() {
@@ -106,6 +108,17 @@ void ProcessPage::ShowTroubles() {
   } catch (const DatabaseError& error) {
     App().diagnostics.errors.ShowError(kTroublesLocation, QStringLiteral("ShowTroubles"), error.Description());
   }
+}
+
+/// Says how many messages go to a number or an address that another row has, too.
+void ProcessPage::ShowShared() {
+  if (!App().connection.IsOpen()) return;
+  const std::optional<RowSurvey> survey =
+      SurveyCampaign(App().statements, App().campaign.record.ID, {}, App().clock.Today());
+  if (!survey) return;
+  const QString text = SharedMobileText(*survey) + QLatin1Char(' ') + SharedAddressText(*survey);
+  ui_->lblShared->setText(text.trimmed());
+  ui_->lblShared->setVisible(!text.trimmed().isEmpty());
 }
 
 void ProcessPage::ShowLettersMissed() {

@@ -32,6 +32,7 @@ class ProcessPage : public WizardPage {
   void ShowCounters();
   void ShowTroubles();
   void ShowLettersMissed();
+  void ShowShared();
   void ShowLastRun();
   /// Brings the newest line into sight.
   void ShowEndOfLog();

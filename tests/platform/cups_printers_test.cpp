@@ -1,0 +1,107 @@
+// The printers of a real print service, which the test starts for itself. Its only queue keeps what it prints.
+
+#include "platform/cups_printers.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QThread>
+
+#include "platform/safe_file.h"
+#include "support/printing.h"
+
+namespace qbx::test {
+namespace {
+
+/// Runs until it goes out of scope. The client library is told of it by the environment, so one a process.
+class PrintService {
+ public:
+  PrintService() {
+    for (const char* name : {"spool", "cache", "state", "bin/backend", "bin/filter", "bin/notifier", "kept"})
+      QDir(folder_.path()).mkpath(QString::fromLatin1(name));
+    QFile::setPermissions(folder_.path(), QFile::Permissions(0x7755));
+    QFile::setPermissions(folder_.filePath(QStringLiteral("kept")), QFile::Permissions(0x7777));
+    QFile::link(QStringLiteral("/usr/lib/cups/daemon"), folder_.filePath(QStringLiteral("bin/daemon")));
+    Write(
+        "bin/backend/keep",
+        "#!/bin/sh\n[ $# -eq 0 ] && exit 0\ncat ${6:+\"$6\"} >\"${DEVICE_URI#keep:}/printed.pdf\"\necho \"$4 $5\" >\"${DEVICE_URI#keep:}/options\"\nchmod 644 \"${DEVICE_URI#keep:}\"/*\n");
+    QFile::setPermissions(folder_.filePath(QStringLiteral("bin/backend/keep")), QFile::Permissions(0x7755));
+    Write(
+        "cupsd.conf",
+        "Listen %1/socket\nBrowsing No\nDefaultAuthType None\n<Location />\nAllow all\n</Location>\n<Policy default>\n<Limit All>\nOrder deny,allow\n</Limit>\n</Policy>\n");
+    Write(
+        "cups-files.conf",
+        "ServerRoot %1\nServerBin %1/bin\nRequestRoot %1/spool\nCacheDir %1/cache\nStateDir %1/state\nAccessLog %1/access\nErrorLog %1/error\nPageLog %1/page\nSystemGroup root\n");
+    qputenv("CUPS_SERVER", folder_.filePath(QStringLiteral("socket")).toUtf8());
+    service_.start(QStringLiteral("/usr/sbin/cupsd"),
+                   {QStringLiteral("-f"), QStringLiteral("-c"), folder_.filePath(QStringLiteral("cupsd.conf")),
+                    QStringLiteral("-s"), folder_.filePath(QStringLiteral("cups-files.conf"))});
+    EXPECT_TRUE(WaitForFile(QStringLiteral("socket"))) << "cupsd (package cups-daemon) does not run";
+  }
+  ~PrintService() { Stop(); }
+
+  void AddQueue(const QString& name) {
+    EXPECT_EQ(QProcess::execute(
+                  QStringLiteral("/usr/sbin/lpadmin"),
+                  {QStringLiteral("-p"), name, QStringLiteral("-D"), QStringLiteral("The office"), QStringLiteral("-E"),
+                   QStringLiteral("-v"), QStringLiteral("keep:") + folder_.filePath(QStringLiteral("kept")),
+                   QStringLiteral("-m"), QStringLiteral("raw")}),
+              0);
+    QProcess::execute(QStringLiteral("/usr/sbin/lpadmin"), {QStringLiteral("-d"), name});
+  }
+  void Stop() {
+    service_.terminate();
+    service_.waitForFinished();
+  }
+  [[nodiscard]] QByteArray Printed(const QString& name) {
+    return WaitForFile(QStringLiteral("kept/options"))
+               ? ReadWholeFile(folder_.filePath(QStringLiteral("kept/") + name)).value_or(QByteArray())
+               : QByteArray();
+  }
+  void Write(const char* name, const QString& text) {
+    EXPECT_EQ(ReplaceFile(folder_.filePath(QString::fromLatin1(name)),
+                          QString(text).replace(QStringLiteral("%1"), folder_.path()).toUtf8()),
+              QString());
+  }
+  [[nodiscard]] QString File(const char* name) { return folder_.filePath(QString::fromLatin1(name)); }
+
+ private:
+  bool WaitForFile(const QString& name) {
+    for (int tries = 0; tries < 300 && !QFile::exists(folder_.filePath(name)); ++tries)
+      QThread::msleep(50);
+    return QFile::exists(folder_.filePath(name));
+  }
+
+  QTemporaryDir folder_;  // no blank in its name, which a queue could not have
+  QProcess service_;
+};
+
+TEST(CupsPrinters, ListAndPrint) {
+  PrintService service;
+  service.AddQueue(QStringLiteral("office"));
+  service.Write("report.pdf", QStringLiteral("%PDF-1.4 a report"));
+  CupsPrinters printers;
+  const std::vector<Printer> list = printers.List();
+  ASSERT_EQ(list.size(), 1U);
+  EXPECT_EQ(list[0].deviceId, QStringLiteral("office"));
+  EXPECT_EQ(list[0].name, QStringLiteral("The office"));
+  EXPECT_TRUE(list[0].isDefault);
+
+  const PrintJob job{
+      .file = service.File("report.pdf"), .title = QStringLiteral("Letters"), .copies = 2, .bothSides = true};
+  EXPECT_NE(printers.Print(QStringLiteral("attic"), job), QString());
+  EXPECT_EQ(printers.Print(QStringLiteral("office"), job), QString());
+  EXPECT_EQ(service.Printed(QStringLiteral("printed.pdf")), QByteArray("%PDF-1.4 a report"));
+  const QByteArray options = service.Printed(QStringLiteral("options"));
+  EXPECT_TRUE(options.startsWith("2 ") && options.contains("sides=two-sided-long-edge")) << options.constData();
+
+  service.Stop();
+  EXPECT_TRUE(printers.List().empty());
+  EXPECT_NE(printers.Print(QStringLiteral("office"), job), QString());
+}
+
+}  // namespace
+}  // namespace qbx::test
