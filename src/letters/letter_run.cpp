@@ -112,6 +112,8 @@ bool LetterRun::MakeLetters(int campaignId, const QString& letter) {
           MessageIcon::kInformation);
       return false;
     }
+    const std::optional<Message> question = LetterQuestion(LetterText(letter));
+    if (question && services_.diagnostics.ui.ShowMessage(*question) != MessageAnswer::kYes) return false;
     services_.resultsLog.LogProcessResult(QStringLiteral("Creating Letters"));
     if (!CreateLetters(campaignId, letter)) return false;
   } catch (const DatabaseError& error) {

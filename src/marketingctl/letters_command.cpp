@@ -18,6 +18,7 @@ struct LettersArguments {
   int toLetter = 0;
   bool again = false;
   bool noMark = false;
+  bool allowUnknownFields = false;
 };
 
 /// Progress on the terminal, Cancel by Ctrl+C.
@@ -42,6 +43,7 @@ int MakeLetters(Program& program, const LettersArguments& arguments) {
   const std::optional<int> id = FindCampaign(program, arguments.id);
   if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
   if (arguments.again) program.ui.SetAnswer(Question::kLettersAgain, MessageAnswer::kYes);
+  if (arguments.allowUnknownFields) program.ui.SetAnswer(Question::kUnknownFields, MessageAnswer::kYes);
   NoOutlet outlet;
   TerminalLetters observer(program.ui);
   ReportPrinter reports = program.desk.MakeReportPrinter(outlet);
@@ -54,7 +56,7 @@ int MakeLetters(Program& program, const LettersArguments& arguments) {
                                                       .markProcessed = !arguments.noMark});
   program.desk.resultsLog.StopListening(listener);
   if (HeadlessUi::Interrupted()) return Refuse(Reason::kInterrupted, QStringLiteral("The letters were interrupted."));
-  if (!summary.done && program.ui.Warned()) return kRefused;
+  if (!summary.done && (program.ui.Warned() || program.ui.Declined())) return kRefused;
   if (program.json) {
     PrintJson(QJsonObject{{QStringLiteral("letters"), summary.letters},
                           {QStringLiteral("left_out"), summary.leftOut},
@@ -84,6 +86,8 @@ void AddLettersCommand(Runner& runner) {
       ->type_name("N");
   command.add_flag("--again", arguments->again, "Make letters again that went out before");
   command.add_flag("--no-mark", arguments->noMark, "Write the file only: no row is marked, and the letters stay due");
+  command.add_flag("--allow-unknown-fields", arguments->allowUnknownFields,
+                   "Make letters that hold what looks like a merge field and is none");
   command.footer("Example: marketingctl --folder garage --user Pat letters 12 --pdf letters.pdf");
   runner.AddCommand(command, [arguments](Program& program) { return MakeLetters(program, *arguments); });
 }

@@ -74,6 +74,17 @@ check("a customer without an address and one who said no get none; what is only 
   assertEqual([sent(), processed()], [0, 0]);
 });
 
+check("a misspelt field is asked about", () => {
+  selectTab(4);
+  control("rtfLetter").press("Ctrl+End").type(" {contakt}");
+  selectTab(5);
+  answer("{contakt} is no merge field", "No");
+  generate();
+  selectTab(4);
+  control("rtfLetter").press("Ctrl+End").press("Backspace", 10);
+  selectTab(5);
+});
+
 check("letters that are printed are marked, the others stay due", () => {
   report(window => {
     print(window, dialog => {
