@@ -17,6 +17,15 @@ Message Information(const char* text) {
   return {.text = QString::fromLatin1(text), .icon = MessageIcon::kInformation};
 }
 
+/// A question before a run that would do what nobody meant.
+Message AllTheSame(const QString& text, Question question) {
+  return {.text = text,
+          .icon = MessageIcon::kExclamation,
+          .buttons = MessageButtons::kYesNo,
+          .question = question,
+          .defaultAnswer = MessageAnswer::kNo};
+}
+
 }  // namespace
 
 bool MaySend(const Options& options, const QString& user) {
@@ -61,11 +70,15 @@ std::optional<Message> TemplateQuestion(const MailshotTemplates& templates, bool
   if (noSubject) problems += QStringLiteral("The e-mail has no subject.");
   if (!unknown.isEmpty()) problems += UnknownFieldsText(unknown);
   if (problems.isEmpty()) return std::nullopt;
-  return Message{.text = problems.join(QLatin1Char('\r')) + QStringLiteral("\r\rSend all the same?"),
-                 .icon = MessageIcon::kExclamation,
-                 .buttons = MessageButtons::kYesNo,
-                 .question = noSubject ? Question::kEmptySubject : Question::kUnknownFields,
-                 .defaultAnswer = MessageAnswer::kNo};
+  return AllTheSame(problems.join(QLatin1Char('\r')) + QStringLiteral("\r\rSend all the same?"),
+                    noSubject ? Question::kEmptySubject : Question::kUnknownFields);
+}
+
+std::optional<Message> LetterQuestion(const QString& letter) {
+  const QStringList unknown = UnknownFields(letter);
+  if (unknown.isEmpty()) return std::nullopt;
+  return AllTheSame(UnknownFieldsText(unknown) + QStringLiteral("\r\rMake the letters all the same?"),
+                    Question::kUnknownFields);
 }
 
 std::optional<Message> CheckOutstanding(const CounterValues& counters) {

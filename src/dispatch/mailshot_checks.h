@@ -31,6 +31,10 @@ namespace qbx {
 /// \param texts, emails  whether the run sends such; the templates of the others do not count
 [[nodiscard]] std::optional<Message> TemplateQuestion(const MailshotTemplates& templates, bool texts, bool emails);
 
+/// The same of letters that are about to be made.
+/// \param letter  its plain text
+[[nodiscard]] std::optional<Message> LetterQuestion(const QString& letter);
+
 /// Everything that was asked for is processed already.
 [[nodiscard]] std::optional<Message> CheckOutstanding(const CounterValues& counters);
 

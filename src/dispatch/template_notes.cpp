@@ -36,10 +36,13 @@ void AddFieldNotes(QStringList& notes, const QString& text, KnownData data) {
 
 void AddCharacterNotes(QStringList& notes, const QString& sms) {
   const QString lost = CharactersNotSent(sms);
-  if (!lost.isEmpty()) Add(notes, QStringLiteral("Arrives as \"?\": %1").arg(Spaced(lost)));
+  if (!lost.isEmpty())
+    Add(notes,
+        (lost.toUcs4().size() == 1 ? QStringLiteral("%1 arrives as \"?\".") : QStringLiteral("%1 arrive as \"?\"."))
+            .arg(Spaced(lost)));
   const QString costly = CharactersOutsideGsm(sms);
   if (!costly.isEmpty())
-    Add(notes, QStringLiteral("A phone network may count 70 characters a part instead of 160 because of: %1")
+    Add(notes, QStringLiteral("Because of %1 a phone network may count 70 characters a part instead of 160.")
                    .arg(Spaced(costly)));
 }
 

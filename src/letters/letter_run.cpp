@@ -90,30 +90,43 @@ LetterSummary LetterRun::GenerateLetters(int campaignId, const QString& letter, 
       return summary_;
     }
     if (!AskAboutProcessed(campaignId)) return summary_;
+  } catch (const DatabaseError& error) {
+    services_.diagnostics.errors.ShowError(kCreateLocation, QStringLiteral("CreateLetters"), error.Description());
+    return summary_;
+  }
+  summary_.done = MakeLetters(campaignId, letter) && OpenLetterReport(choices);
+  if (summary_.done && !choices.pdfFile.isEmpty())
+    summary_.letters = static_cast<int>(services_.reports.Taken().documents.size());
+  const bool marks = summary_.done && choices.markProcessed;
+  if (marks || again_) MarkLettersAsProcessed(campaignId, marks);
+  return summary_;
+}
+
+/// \return false when there is none to show; the user was told
+bool LetterRun::MakeLetters(int campaignId, const QString& letter) {
+  try {
     if (CountLetters(campaignId) == 0) {
       Tell(
           QStringLiteral(
               "There are not results selected to be processed as letters, or all selected results have already been processed."),
           MessageIcon::kInformation);
-      return summary_;
+      return false;
     }
+    const std::optional<Message> question = LetterQuestion(LetterText(letter));
+    if (question && services_.diagnostics.ui.ShowMessage(*question) != MessageAnswer::kYes) return false;
     services_.resultsLog.LogProcessResult(QStringLiteral("Creating Letters"));
-    if (!CreateLetters(campaignId, letter)) return summary_;
+    if (!CreateLetters(campaignId, letter)) return false;
   } catch (const DatabaseError& error) {
     services_.diagnostics.errors.ShowError(kCreateLocation, QStringLiteral("CreateLetters"), error.Description());
-    return summary_;
+    return false;
   }
   if (summary_.letters == 0) {
     Tell(QStringLiteral("No letter was made. The results log says why each customer who is left gets none."),
          MessageIcon::kInformation);
-    return summary_;
+    return false;
   }
   services_.resultsLog.LogProcessResult(QStringLiteral("Generating Print Preview"));
-  if (!OpenLetterReport(choices)) return summary_;
-  summary_.done = true;
-  if (!choices.pdfFile.isEmpty()) summary_.letters = static_cast<int>(services_.reports.Taken().documents.size());
-  if (choices.markProcessed) MarkLettersAsProcessed(campaignId);
-  return summary_;
+  return true;
 }
 
 bool LetterRun::MayBegin(const QString& letter) {
@@ -148,19 +161,23 @@ bool LetterRun::AskAboutProcessed(int campaignId) {
       .question = Question::kLettersAgain,
       .defaultAnswer = MessageAnswer::kNo};
   if (services_.diagnostics.ui.ShowMessage(question) != MessageAnswer::kYes) return true;
-  if (!services_.statements.dbExecute(ReopenLetters(campaignId)).Ok()) return false;
-  Procedure(connection, "proc_delp_Letter_Journal").Execute({{"@CampaignID", campaignId}});
-  return true;
+  again_ = services_.statements.dbExecute(ReopenLetters(campaignId)).Ok();
+  return again_;
 }
 
-/// Reads the rows, and counts those that are due: whose letter did not go out.
+/// Whether the letter of a row went out before this run.
+bool LetterRun::WentOut(qint64 recordId) const {
+  return before_.value(recordId).letter == JournalState::kSent;
+}
+
+/// Reads the rows, and counts those that are due: whose letter did not go out, or all of them when letters are made again.
 int LetterRun::CountLetters(int campaignId) {
   before_ = journal_.Read(campaignId);
   if (services_.statements.dbOpenRecLong(rows_, SelectLetterRows(campaignId))) return 0;
   int count = 0;
   const int record = rows_.ColumnIndex(QStringLiteral("RecordID"));
   for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext())
-    count += before_.value(rows_.Field(record).ToInt()).letter == JournalState::kSent ? 0 : 1;
+    count += again_ || !WentOut(rows_.Field(record).ToInt()) ? 1 : 0;
   return count;
 }
 
@@ -195,17 +212,20 @@ bool LetterRun::CreateLetters(int campaignId, const QString& letter) {
 
 bool LetterRun::MayGetLetter(const Recordset& row, int campaignId) {
   const qint64 recordId = row.Field(QStringLiteral("RecordID")).ToInt();
-  if (before_.value(recordId).letter == JournalState::kSent) return false;
+  if (WentOut(recordId) && !again_) return false;
   const QString problem = AddressProblem(row.Field(QStringLiteral("Address")).ToText());
   if (!problem.isEmpty()) {
     LeaveOut(row, problem);
     return false;
   }
-  if (journal_.Write(recordId, campaignId, Channel::kLetter, JournalState::kSending)) {
+  // What went out stays on record as that, whether this copy of it is printed or not.
+  const bool mayBegin =
+      !WentOut(recordId) && journal_.Write(recordId, campaignId, Channel::kLetter, JournalState::kSending);
+  const QString refusal = mayBegin ? QString() : RefusalText(refusals_.OfRow(recordId).letter, Channel::kLetter);
+  if (mayBegin || (WentOut(recordId) && refusal.isEmpty())) {
     made_.push_back(recordId);
     return true;
   }
-  const QString refusal = RefusalText(refusals_.OfRow(recordId).letter, Channel::kLetter);
   LeaveOut(row, refusal.isEmpty() ? QStringLiteral("The row was changed meanwhile at another desk.") : refusal);
   return false;
 }
@@ -245,16 +265,22 @@ bool LetterRun::OpenLetterReport(const LetterChoices& choices) {
   return marksAll_;
 }
 
-void LetterRun::MarkLettersAsProcessed(int campaignId) {
+/// Marks the rows that are done with their letter, those that were reopened and got none this time included.
+/// \param cameOut  first writes down that the letters went out which were printed or saved
+void LetterRun::MarkLettersAsProcessed(int campaignId, bool cameOut) {
   Connection& connection = services_.statements.Shared();
+  int sent = 0;
   try {
     Transaction transaction(connection.Driver());
-    for (size_t i = 0; i < made_.size(); ++i)
+    for (size_t i = 0; cameOut && i < made_.size(); ++i)
       if (marksAll_ || services_.reports.Taken().Holds(static_cast<int>(i) + 1))
-        static_cast<void>(journal_.Write(made_[i], campaignId, Channel::kLetter, JournalState::kSent));
+        sent += journal_.Write(made_[i], campaignId, Channel::kLetter, JournalState::kSent) ? 1 : 0;
     const Recordset marked = Procedure(connection, "proc_updp_Letters_Processed").Open({{"@CampaignID", campaignId}});
-    summary_.processed = static_cast<int>(marked.RecordCount());
     transaction.Commit();
+    if (!cameOut) return;
+    summary_.processed = static_cast<int>(marked.RecordCount());
+    services_.resultsLog.LogProcessResult(
+        QStringLiteral("Letters that went out: %1, rows marked as processed: %2").arg(sent).arg(summary_.processed));
   } catch (const DatabaseError& error) {
     services_.diagnostics.errors.ShowError(kMarkLocation, QStringLiteral("MarkLettersAsProcessed"),
                                            error.Description());
@@ -276,6 +302,8 @@ QString LettersMissedLine(Connection& connection, int campaignId) {
   const Recordset counts = Procedure(connection, "proc_selp_Letter_Counts").Open({{"@CampaignID", campaignId}});
   const qint64 missed = counts.Eof() ? 0 : counts.Field(QStringLiteral("By_Mailshot")).ToInt();
   if (missed == 0) return {};
+  if (missed == 1)
+    return QStringLiteral("1 customer with a letter was processed by the mailshot and gets none; make letters first.");
   return QStringLiteral("%1 customers with a letter were processed by the mailshot and get none; make letters first.")
       .arg(missed);
 }

@@ -56,7 +56,8 @@ class LetterObserver {
 };
 
 /// One run. A letter is written down as "sending" when it is made, refused to a customer who has said no since the query, and as "sent" once the letters were
-/// printed or saved; only rows with a new "sent" are marked. A run that was broken off is repeated for the rows without one.
+/// printed or saved; only rows with a new "sent" are marked. A letter that went out and is made again stays "sent", whether the copy is
+/// printed or not. A run that was broken off is repeated for the rows without one.
 class LetterRun {
  public:
   LetterRun(const LetterServices& services, LetterObserver& observer);
@@ -67,12 +68,14 @@ class LetterRun {
  private:
   [[nodiscard]] bool MayBegin(const QString& letter);
   [[nodiscard]] bool AskAboutProcessed(int campaignId);
+  [[nodiscard]] bool WentOut(qint64 recordId) const;
   [[nodiscard]] int CountLetters(int campaignId);
+  [[nodiscard]] bool MakeLetters(int campaignId, const QString& letter);
   /// \return false when it failed or was cancelled
   [[nodiscard]] bool CreateLetters(int campaignId, const QString& letter);
   [[nodiscard]] bool MayGetLetter(const Recordset& row, int campaignId);
   [[nodiscard]] bool OpenLetterReport(const LetterChoices& choices);
-  void MarkLettersAsProcessed(int campaignId);
+  void MarkLettersAsProcessed(int campaignId, bool cameOut);
   void LeaveOut(const Recordset& row, const QString& reason);
   void Tell(const QString& text, MessageIcon icon);
 
@@ -83,6 +86,7 @@ class LetterRun {
   Recordset rows_;                      // of the campaign, to be made
   QHash<qint64, JournalEntry> before_;  // what is on record of the campaign's rows
   std::vector<qint64> made_;            // rows whose letter is "sending", in the order of the letters
+  bool again_ = false;                  // letters that went out are made again
   bool marksAll_ = false;               // the user says so of letters that were only looked at
   LetterSummary summary_;
 };

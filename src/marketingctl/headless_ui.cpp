@@ -121,7 +121,11 @@ MessageAnswer HeadlessUi::Answer(const Message& message) {
   const bool isGiven = given != answers_.cend();
   const MessageAnswer answer = isGiven ? *given : SafeAnswerTo(message);
   const QuestionRow& row = RowOf(message.question);
-  const bool declined = !isGiven && answer != MessageAnswer::kYes && !row.harmless;
+  // What can only be tried again is no question: it failed.
+  const bool failed = message.buttons == MessageButtons::kAbortRetryIgnore;
+  warned_ = warned_ || failed;
+  if (failed) NoteRefusal(message.reason, message.text);
+  const bool declined = !failed && !isGiven && answer != MessageAnswer::kYes && !row.harmless;
   declined_ = declined_ || declined;
   withoutDatabase_ = message.question == Question::kBringDatabaseOnline && answer != MessageAnswer::kYes;
   const char* flag = isGiven ? nullptr : row.flag;

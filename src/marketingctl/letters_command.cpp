@@ -1,5 +1,6 @@
 // marketingctl letters: the letters of a campaign as a PDF file.
 
+#include <limits>
 #include <memory>
 
 #include "marketingctl/campaign_names.h"
@@ -17,6 +18,7 @@ struct LettersArguments {
   int toLetter = 0;
   bool again = false;
   bool noMark = false;
+  bool allowUnknownFields = false;
 };
 
 /// Progress on the terminal, Cancel by Ctrl+C.
@@ -36,9 +38,12 @@ class TerminalLetters final : public LetterObserver {
 
 int MakeLetters(Program& program, const LettersArguments& arguments) {
   Application& app = program.app;
+  if (arguments.toLetter > 0 && arguments.toLetter < arguments.fromLetter)
+    throw CLI::ValidationError("--to-letter: the last letter stands before the first");
   const std::optional<int> id = FindCampaign(program, arguments.id);
   if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
   if (arguments.again) program.ui.SetAnswer(Question::kLettersAgain, MessageAnswer::kYes);
+  if (arguments.allowUnknownFields) program.ui.SetAnswer(Question::kUnknownFields, MessageAnswer::kYes);
   NoOutlet outlet;
   TerminalLetters observer(program.ui);
   ReportPrinter reports = program.desk.MakeReportPrinter(outlet);
@@ -51,17 +56,18 @@ int MakeLetters(Program& program, const LettersArguments& arguments) {
                                                       .markProcessed = !arguments.noMark});
   program.desk.resultsLog.StopListening(listener);
   if (HeadlessUi::Interrupted()) return Refuse(Reason::kInterrupted, QStringLiteral("The letters were interrupted."));
+  if (!summary.done && (program.ui.Warned() || program.ui.Declined())) return kRefused;
   if (program.json) {
     PrintJson(QJsonObject{{QStringLiteral("letters"), summary.letters},
                           {QStringLiteral("left_out"), summary.leftOut},
                           {QStringLiteral("processed"), summary.processed}});
   } else {
-    PrintLine(QStringLiteral("%1 letters, %2 left out, %3 rows processed")
-                  .arg(summary.letters)
+    PrintLine(QStringLiteral("%1, %2 left out, %3 processed")
+                  .arg(Counted(summary.letters, "letter"))
                   .arg(summary.leftOut)
-                  .arg(summary.processed));
+                  .arg(Counted(summary.processed, "row")));
   }
-  return summary.done || !program.ui.Warned() ? kDone : kRefused;
+  return kDone;
 }
 
 }  // namespace
@@ -73,11 +79,15 @@ void AddLettersCommand(Runner& runner) {
   command.add_option("ID", arguments->id, "Campaign, by number or name")->required();
   command.add_option("--pdf", arguments->pdf, "PDF file; one that exists is replaced")->required()->type_name("FILE");
   command.add_option("--from-letter", arguments->fromLetter, "First letter to write, 1 the first")
-      ->check(CLI::PositiveNumber);
+      ->check(CLI::Range(1, std::numeric_limits<int>::max()))
+      ->type_name("N");
   command.add_option("--to-letter", arguments->toLetter, "Last letter to write; the others stay due")
-      ->check(CLI::PositiveNumber);
+      ->check(CLI::Range(1, std::numeric_limits<int>::max()))
+      ->type_name("N");
   command.add_flag("--again", arguments->again, "Make letters again that went out before");
   command.add_flag("--no-mark", arguments->noMark, "Write the file only: no row is marked, and the letters stay due");
+  command.add_flag("--allow-unknown-fields", arguments->allowUnknownFields,
+                   "Make letters that hold what looks like a merge field and is none");
   command.footer("Example: marketingctl --folder garage --user Pat letters 12 --pdf letters.pdf");
   runner.AddCommand(command, [arguments](Program& program) { return MakeLetters(program, *arguments); });
 }

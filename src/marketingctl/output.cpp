@@ -68,6 +68,10 @@ QJsonArray RowsToJson(Recordset& rows) {
   return array;
 }
 
+QString Counted(int count, const char* noun) {
+  return QStringLiteral("%1 %2%3").arg(count).arg(QLatin1String(noun), QLatin1String(count == 1 ? "" : "s"));
+}
+
 void PrintLine(const QString& line) {
   Print(line.toUtf8());
 }

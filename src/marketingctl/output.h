@@ -22,6 +22,9 @@ namespace qbx::ctl {
 /// Whether a JSON value was printed. A call prints one.
 [[nodiscard]] bool JsonPrinted();
 
+/// "1 page", "3 pages".
+[[nodiscard]] QString Counted(int count, const char* noun);
+
 void PrintLine(const QString& line);
 /// A line on stderr, beside the result: a warning, or what was done otherwise than it was said.
 void PrintNote(const QString& line);

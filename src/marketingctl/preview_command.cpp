@@ -76,7 +76,7 @@ QJsonArray NotesOf(Application& app) {
 }
 
 void PrintText(const PreviewOutput& shown) {
-  if (shown.rows.isEmpty()) PrintLine(QStringLiteral("No row is flagged and unprocessed."));
+  if (shown.rows.isEmpty()) PrintLine(QStringLiteral("No row is flagged for a text or an e-mail and unprocessed."));
   for (const QJsonValue row : shown.rows) {
     PrintLine(QStringLiteral("--- Row ") + row[QLatin1String("RecordID")].toVariant().toString());
     if (!row[QLatin1String("sms")].isNull())

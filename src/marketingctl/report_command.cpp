@@ -38,6 +38,9 @@ int MakeReport(Program& program, const ReportArguments& arguments) {
     if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
   }
   const QDate today = app.clock.Today();
+  if (arguments.from && arguments.to &&
+      DateArgument("--to", *arguments.to, today) < DateArgument("--from", *arguments.from, today))
+    throw CLI::ValidationError("--to: the last day of the period is before the first");
   const ReportRunValues values = {Value(0), DateOf("--from", arguments.from, today),
                                   DateOf("--to", arguments.to, today)};
   int pages = 0;
@@ -54,7 +57,7 @@ int MakeReport(Program& program, const ReportArguments& arguments) {
     PrintJson(
         QJsonObject{{QStringLiteral("file"), QString::fromStdString(arguments.pdf)}, {QStringLiteral("pages"), pages}});
   } else {
-    PrintLine(QStringLiteral("%1: %2 pages").arg(QString::fromStdString(arguments.pdf)).arg(pages));
+    PrintLine(QStringLiteral("%1: %2").arg(QString::fromStdString(arguments.pdf), Counted(pages, "page")));
   }
   return kDone;
 }

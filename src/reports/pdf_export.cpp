@@ -1,6 +1,7 @@
 #include "reports/pdf_export.h"
 
 #include "reports/pdf_file.h"
+#include "reports/report_error.h"
 
 namespace qbx {
 
@@ -26,6 +27,7 @@ class Writer {
 
   bool Finish() {
     if (stopped_) return false;
+    if (written_ == 0) throw NoPagesError{{QStringLiteral("There is no such page in the report.")}};
     file_.Finish();
     return true;
   }

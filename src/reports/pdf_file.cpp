@@ -1,5 +1,6 @@
 #include "reports/pdf_file.h"
 
+#include <QDir>
 #include <QPageLayout>
 
 #include "reports/page_painter.h"
@@ -16,14 +17,19 @@ QPageLayout LayoutOf(const ReportPaper& paper) {
   return layout;
 }
 
+/// The system's reasons do not name the file.
+ReportError FileError(const QSaveFile& file) {
+  return {QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(file.fileName()), file.errorString())};
+}
+
 }  // namespace
 
 PdfFile::PdfFile(const QString& path, const ReportPaper& paper, const QString& title) : file_(path), writer_(&file_) {
-  if (!file_.open(QIODevice::WriteOnly)) throw ReportError{file_.errorString()};
+  if (!file_.open(QIODevice::WriteOnly)) throw FileError(file_);
   writer_.setTitle(title);
   writer_.setResolution(kUnitsPerInch);
   writer_.setPageLayout(LayoutOf(paper));
-  if (!painter_.begin(&writer_)) throw ReportError{file_.errorString()};
+  if (!painter_.begin(&writer_)) throw FileError(file_);
 }
 
 void PdfFile::NextPage() {
@@ -42,7 +48,7 @@ void PdfFile::AddBlankPage() {
 
 void PdfFile::Finish() {
   painter_.end();
-  if (file_.error() != QFileDevice::NoError || !file_.commit()) throw ReportError{file_.errorString()};
+  if (file_.error() != QFileDevice::NoError || !file_.commit()) throw FileError(file_);
 }
 
 }  // namespace qbx

@@ -16,4 +16,7 @@ struct ReportError {
   [[nodiscard]] QString Description() const;
 };
 
+/// Thrown when there is no page between those that were asked for.
+struct NoPagesError : ReportError {};
+
 }  // namespace qbx

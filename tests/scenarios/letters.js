@@ -74,6 +74,17 @@ check("a customer without an address and one who said no get none; what is only 
   assertEqual([sent(), processed()], [0, 0]);
 });
 
+check("a misspelt field is asked about", () => {
+  selectTab(4);
+  control("rtfLetter").press("Ctrl+End").type(" {contakt}");
+  selectTab(5);
+  answer("{contakt} is no merge field", "No");
+  generate();
+  selectTab(4);
+  control("rtfLetter").press("Ctrl+End").press("Backspace", 10);
+  selectTab(5);
+});
+
 check("letters that are printed are marked, the others stay due", () => {
   report(window => {
     print(window, dialog => {
@@ -105,6 +116,11 @@ check("what is left is saved, and asked about when made again", () => {
   generate();
   assert(readFile("letters.pdf").startsWith("%PDF"), "a PDF file");
   assertEqual([sent(), processed()], [4, 4]);
+  answer("processed before as part of this campaign?", "Yes");
+  answer("The letters were neither printed nor saved. Mark them as processed?", "No");
+  report(() => {});
+  generate();
+  assertEqual([sent(), processed()], [4, 4], "a look at letters that went out does not make them due again");
   const marketing = marketingEvents().map(event => event.event);
   for (const event of ["Generate Letters", "Print Letters", "Export Letters"]) assert(marketing.includes(event), event);
   answer("processed before as part of this campaign?", "No");
@@ -117,7 +133,7 @@ check("a letter that the mailshot overtook is told of beside the button", () => 
   execute("UPDATE [Campaign Results] SET Send_Email = 1, Processed = 1 WHERE RecordID = " + rows[0].RecordID);
   selectTab(4);
   selectTab(5);
-  assertEqual(control("lblLettersMissed").text, "1 customers with a letter were processed by the mailshot and get none; make letters first.");
+  assertEqual(control("lblLettersMissed").text, "1 customer with a letter was processed by the mailshot and gets none; make letters first.");
   answer("processed before as part of this campaign?", "No");
   answer("There are not results selected to be processed as letters, or all selected results have already been processed.");
   generate();

@@ -75,6 +75,9 @@ Ctrl+Shift+L for bullets; Ctrl+Return for a new page.</li>
 <li>Left and Right change the tab when the focus is on the tabs.</li></ul>)";
 
 constexpr char kProcess[] = R"(
+<p><b>Create and Print Preview the Letters</b> makes a letter for each row with a tick in Send Letter and shows them.
+Print or export them there: what was printed or exported is not made again, unless you say so when it asks. Make the
+letters before you send, since a row that the mailshot has finished gets none.</p>
 <p>Here the messages go out. The counters say how many and what they cost; <b>Send the SMS and Email Mailshots</b>
 starts, after some questions. What went out before does not go again, unless you say so when it asks.</p>
 <p><b>Pause Sending</b> stops after the customer whose messages are on their way. Start again and it goes on from

@@ -31,7 +31,8 @@ QString TroublesText(int doubt, int failed) {
         << QStringLiteral(
                "%1 in doubt: the next run leaves these rows alone until you say here whether the message arrived.")
                .arg(doubt);
-  if (failed > 0) sentences << QStringLiteral("%1 failed: the next run tries them again.").arg(failed);
+  if (failed == 1) sentences << QStringLiteral("1 failed: the next run tries it again.");
+  if (failed > 1) sentences << QStringLiteral("%1 failed: the next run tries them again.").arg(failed);
   return sentences.join(QStringLiteral(" "));
 }
 

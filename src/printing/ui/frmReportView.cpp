@@ -171,6 +171,8 @@ void frmReportView::Guarded(const QString& status, const std::function<TakenOut(
     });
     taken_.all = taken_.all || taken.all;
     taken_.documents.insert(taken.documents.begin(), taken.documents.end());
+  } catch (const NoPagesError& error) {
+    parts_.diagnostics.ui.ShowMessage({.text = error.text, .icon = MessageIcon::kExclamation});
   } catch (const ReportError& error) {
     problem = error.Description();
   } catch (const DatabaseError& error) {
