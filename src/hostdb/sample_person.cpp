@@ -134,8 +134,7 @@ constexpr Awkward kAwkward[] = {
     {.firstname = "Tab\there", .lastname = "  Blanks  "},
     {.lastname = "{lastname}", .contact = "Mr {contact} of {make}"},
     {.lastname = "Back\\slash{Brace}", .company = "{\\rtf1 Ltd}"},
-    {.lastname = "100% of_them",
-     .address = "Flat 12\rThe Old Maltings\r3 Brewery Yard\rMilbury\rNorthshire"},
+    {.lastname = "100% of_them", .address = "Flat 12\rThe Old Maltings\r3 Brewery Yard\rMilbury\rNorthshire"},
     // Mobile numbers.
     {.mobile = "07700 900 123"},
     {.mobile = "07700 900124/wife's"},
