@@ -1,8 +1,11 @@
 #include "letters/letter_rows.h"
 
 #include <QRegularExpression>
+#include <QTextDocument>
 
+#include "database/procedure.h"
 #include "dispatch/result_rows.h"
+#include "rtf/rtf_reader.h"
 
 namespace qbx {
 
@@ -23,10 +26,11 @@ bool HoldsPostcode(const QString& address) {
 
 }  // namespace
 
-QString SelectLetterRows(int campaignId) {
+QString SelectLetterRows(int campaignId, bool again) {
+  const QString due =
+      again ? QStringLiteral("(Processed = 0 OR (Send_SMS = 0 AND Send_Email = 0))") : QStringLiteral("Processed = 0");
   return QLatin1String(kSelectResultRows) +
-         QStringLiteral("WHERE Send_Letter = 1 AND CampaignID = %1 AND Processed = 0 ORDER BY Customer")
-             .arg(campaignId);
+         QStringLiteral("WHERE Send_Letter = 1 AND CampaignID = %1 AND %2 ORDER BY Customer").arg(campaignId).arg(due);
 }
 
 QString NameLine(const Recordset& row) {
@@ -37,6 +41,22 @@ QString NameLine(const Recordset& row) {
 QString AddressProblem(const QString& address) {
   if (address.trimmed().isEmpty()) return QStringLiteral("There is no address.");
   return HoldsPostcode(address) ? QString() : QStringLiteral("The address has no postcode.");
+}
+
+QString LetterText(const QString& letter) {
+  QTextDocument document;
+  static_cast<void>(ReadRtf(letter, document));
+  return document.toPlainText();
+}
+
+QString LettersMissedLine(Connection& connection, int campaignId) {
+  const Recordset counts = Procedure(connection, "proc_selp_Letter_Counts").Open({{"@CampaignID", campaignId}});
+  const qint64 missed = counts.Eof() ? 0 : counts.Field(QStringLiteral("By_Mailshot")).ToInt();
+  if (missed == 0) return {};
+  if (missed == 1)
+    return QStringLiteral("1 customer with a letter was processed by the mailshot and gets none; make letters first.");
+  return QStringLiteral("%1 customers with a letter were processed by the mailshot and get none; make letters first.")
+      .arg(missed);
 }
 
 }  // namespace qbx

@@ -1,16 +1,15 @@
 #include "letters/letter_run.h"
 
-#include <QTextDocument>
 #include <algorithm>
 #include <cmath>
 
 #include "dispatch/mailshot_checks.h"
+#include "letters/batches.h"
 #include "letters/letter_rows.h"
 #include "letters/letters_table.h"
 #include "merge/compiled_template.h"
 #include "printing/report_files.h"
 #include "results/merge_row.h"
-#include "rtf/rtf_reader.h"
 
 namespace qbx {
 
@@ -24,12 +23,6 @@ int UpdateInterval(int letters) {
   return std::clamp(static_cast<int>(std::nearbyint(letters / 40.0)), 3, 40);
 }
 
-QString ReopenLetters(int campaignId) {
-  return QStringLiteral(
-             "UPDATE [Campaign Results] SET Processed = 0 WHERE Processed = 1 AND Send_Letter = 1 AND Send_SMS = 0 AND Send_Email = 0 AND CampaignID = %1")
-      .arg(campaignId);
-}
-
 LetterRow LetterOf(const Recordset& row, const QString& merged) {
   const auto text = [&row](const char* column) { return row.Field(QString::fromLatin1(column)).ToText(); };
   return {.letter = merged,
@@ -40,33 +33,16 @@ LetterRow LetterOf(const Recordset& row, const QString& merged) {
           .vehicle = text("Vehicle")};
 }
 
-/// Writes in batches: a few writes a commit, and what was written before a failure stays.
-class Batches {
+/// Shows the making of letters as long as it lasts.
+class Shown {
  public:
-  explicit Batches(Session& session) : session_(session) { transaction_.emplace(session); }
-  ~Batches() {
-    try {
-      Commit();
-    } catch (const DatabaseError&) {
-      // The failure that ended the run is the one that is told.
-    }
-  }
-  Batches(const Batches&) = delete;
-  Batches& operator=(const Batches&) = delete;
-
-  void Next() {
-    Commit();
-    transaction_.emplace(session_);
-  }
+  Shown(LetterObserver& observer, int total) : observer_(observer) { observer_.Begins(total); }
+  ~Shown() { observer_.Ends(); }
+  Shown(const Shown&) = delete;
+  Shown& operator=(const Shown&) = delete;
 
  private:
-  void Commit() {
-    if (transaction_) transaction_->Commit();
-    transaction_.reset();
-  }
-
-  Session& session_;
-  std::optional<Transaction> transaction_;
+  LetterObserver& observer_;
 };
 
 }  // namespace
@@ -75,37 +51,37 @@ LetterRun::LetterRun(const LetterServices& services, LetterObserver& observer)
     : services_(services),
       observer_(observer),
       journal_(services.statements.Shared(), services.startup.user),
-      refusals_(services.statements.Shared()) {}
+      refusals_(services.statements.Shared()),
+      claim_(services.statements.Shared(), services.host, services.diagnostics.clock, services.startup.user) {}
 
 LetterSummary LetterRun::GenerateLetters(int campaignId, const QString& letter, const LetterChoices& choices) {
   summary_ = {};
+  campaignId_ = campaignId;
+  marks_ = choices.markProcessed;
   services_.events.LogMarketingEvent(QStringLiteral("Generate Letters"));
   services_.counters.UpdateCounters(campaignId);
   if (!MayBegin(letter)) return summary_;
-  CampaignClaim claim(services_.statements.Shared(), services_.host, services_.diagnostics.clock,
-                      services_.startup.user);
   try {
-    if (const auto holder = claim.Take(campaignId)) {
+    if (const auto holder = claim_.Take(campaignId)) {
       services_.diagnostics.ui.ShowMessage(ClaimedMessage(*holder));
       return summary_;
     }
-    if (!AskAboutProcessed(campaignId)) return summary_;
+    again_ = AskForAgain();
   } catch (const DatabaseError& error) {
     services_.diagnostics.errors.ShowError(kCreateLocation, QStringLiteral("CreateLetters"), error.Description());
     return summary_;
   }
-  summary_.done = MakeLetters(campaignId, letter) && OpenLetterReport(choices);
-  if (summary_.done && !choices.pdfFile.isEmpty())
-    summary_.letters = static_cast<int>(services_.reports.Taken().documents.size());
-  const bool marks = summary_.done && choices.markProcessed;
-  if (marks || again_) MarkLettersAsProcessed(campaignId, marks);
+  if (!MakeLetters(letter)) return summary_;
+  const TakenOut taken = OpenLetterReport(choices);
+  summary_.done = taken.Any() && (!marks_ || MarkLettersAsProcessed(taken));
+  if (!taken.all) summary_.letters = static_cast<int>(taken.documents.size());
   return summary_;
 }
 
 /// \return false when there is none to show; the user was told
-bool LetterRun::MakeLetters(int campaignId, const QString& letter) {
+bool LetterRun::MakeLetters(const QString& letter) {
   try {
-    if (CountLetters(campaignId) == 0) {
+    if (CountLetters() == 0) {
       Tell(
           QStringLiteral(
               "There are not results selected to be processed as letters, or all selected results have already been processed."),
@@ -115,7 +91,7 @@ bool LetterRun::MakeLetters(int campaignId, const QString& letter) {
     const std::optional<Message> question = LetterQuestion(LetterText(letter));
     if (question && services_.diagnostics.ui.ShowMessage(*question) != MessageAnswer::kYes) return false;
     services_.resultsLog.LogProcessResult(QStringLiteral("Creating Letters"));
-    if (!CreateLetters(campaignId, letter)) return false;
+    if (!CreateLetters(letter)) return false;
   } catch (const DatabaseError& error) {
     services_.diagnostics.errors.ShowError(kCreateLocation, QStringLiteral("CreateLetters"), error.Description());
     return false;
@@ -148,11 +124,10 @@ bool LetterRun::MayBegin(const QString& letter) {
 }
 
 /// Asks whether letters that went out are made again; only when there are some.
-/// \return false when it failed
-bool LetterRun::AskAboutProcessed(int campaignId) {
-  Connection& connection = services_.statements.Shared();
-  const Recordset counts = Procedure(connection, "proc_selp_Letter_Counts").Open({{"@CampaignID", campaignId}});
-  if (counts.Eof() || counts.Field(QStringLiteral("Made")).ToInt() == 0) return true;
+bool LetterRun::AskForAgain() {
+  const Recordset counts =
+      Procedure(services_.statements.Shared(), "proc_selp_Letter_Counts").Open({{"@CampaignID", campaignId_}});
+  if (counts.Eof() || counts.Field(QStringLiteral("Made")).ToInt() == 0) return false;
   const Message question{
       .text = QStringLiteral(
           "Do you want to generate letters for results which have been processed before as part of this campaign?"),
@@ -160,69 +135,67 @@ bool LetterRun::AskAboutProcessed(int campaignId) {
       .buttons = MessageButtons::kYesNo,
       .question = Question::kLettersAgain,
       .defaultAnswer = MessageAnswer::kNo};
-  if (services_.diagnostics.ui.ShowMessage(question) != MessageAnswer::kYes) return true;
-  again_ = services_.statements.dbExecute(ReopenLetters(campaignId)).Ok();
-  return again_;
-}
-
-/// Whether the letter of a row went out before this run.
-bool LetterRun::WentOut(qint64 recordId) const {
-  return before_.value(recordId).letter == JournalState::kSent;
+  return services_.diagnostics.ui.ShowMessage(question) == MessageAnswer::kYes;
 }
 
 /// Reads the rows, and counts those that are due: whose letter did not go out, or all of them when letters are made again.
-int LetterRun::CountLetters(int campaignId) {
-  before_ = journal_.Read(campaignId);
-  if (services_.statements.dbOpenRecLong(rows_, SelectLetterRows(campaignId))) return 0;
+int LetterRun::CountLetters() {
+  before_ = journal_.Read(campaignId_);
+  if (services_.statements.dbOpenRecLong(rows_, SelectLetterRows(campaignId_, again_))) return 0;
   int count = 0;
-  const int record = rows_.ColumnIndex(QStringLiteral("RecordID"));
   for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext())
-    count += again_ || !WentOut(rows_.Field(record).ToInt()) ? 1 : 0;
+    count += again_ || !WentOut(rows_) ? 1 : 0;
   return count;
 }
 
-bool LetterRun::CreateLetters(int campaignId, const QString& letter) {
+bool LetterRun::WentOut(const Recordset& row) const {
+  return row.Field(QStringLiteral("Processed")).ToBool() ||
+         before_.value(row.Field(QStringLiteral("RecordID")).ToInt()).letter == JournalState::kSent;
+}
+
+bool LetterRun::CreateLetters(const QString& letter) {
   Statements& statements = services_.statements;
   LettersTable letters(statements, services_.startup.RunKey);
   if (!letters.Begin()) return false;
-  const int interval = UpdateInterval(services_.counters.Values().letters);
+  const int total = services_.counters.Values().letters;
+  const int interval = UpdateInterval(total);
   CompiledTemplate merge(letter);
   QString merged;
   bool cancelled = false;
-  observer_.Begins(services_.counters.Values().letters);
   {
+    const Shown shown(observer_, total);
     Batches batches(statements.Shared().Driver());
     for (rows_.MoveFirst(); !rows_.Eof() && !cancelled; rows_.MoveNext()) {
-      if (!MayGetLetter(rows_, campaignId)) continue;
+      if (!MayGetLetter(rows_)) continue;
       merge.Merge(MergeRow(rows_, BlankContact::kBecomesCustomer), services_.diagnostics.clock.Today(), merged);
       letters.Add(LetterOf(rows_, merged));
       if (++summary_.letters % interval != 0) continue;
-      batches.Next();
-      observer_.Progress(summary_.letters);
-      services_.diagnostics.ui.PumpEvents();
-      cancelled = observer_.Cancelled();
+      batches.Between([&] {
+        observer_.Progress(summary_.letters);
+        services_.diagnostics.ui.PumpEvents();
+        cancelled = observer_.Cancelled() || !MayGoOn();
+      });
     }
   }
-  observer_.Ends();
   rows_.Close();
-  if (!cancelled) return true;
-  services_.resultsLog.LogProcessResult(QStringLiteral("Creating Letters was cancelled"));
-  return false;
+  keys_ = letters.Keys();
+  if (cancelled) services_.resultsLog.LogProcessResult(QStringLiteral("Creating Letters was cancelled"));
+  return !cancelled;
 }
 
-bool LetterRun::MayGetLetter(const Recordset& row, int campaignId) {
-  const qint64 recordId = row.Field(QStringLiteral("RecordID")).ToInt();
-  if (WentOut(recordId) && !again_) return false;
+bool LetterRun::MayGetLetter(const Recordset& row) {
+  const bool wentOut = WentOut(row);
+  if (wentOut && !again_) return false;
   const QString problem = AddressProblem(row.Field(QStringLiteral("Address")).ToText());
   if (!problem.isEmpty()) {
     LeaveOut(row, problem);
     return false;
   }
+  const qint64 recordId = row.Field(QStringLiteral("RecordID")).ToInt();
   // What went out stays on record as that, whether this copy of it is printed or not.
-  const bool mayBegin =
-      !WentOut(recordId) && journal_.Write(recordId, campaignId, Channel::kLetter, JournalState::kSending);
-  const QString refusal = mayBegin ? QString() : RefusalText(refusals_.OfRow(recordId).letter, Channel::kLetter);
-  if (mayBegin || (WentOut(recordId) && refusal.isEmpty())) {
+  const bool begins = !wentOut && journal_.Write(recordId, campaignId_, Channel::kLetter, JournalState::kSending);
+  const QString refusal = begins ? QString() : RefusalText(refusals_.OfRow(recordId).letter, Channel::kLetter);
+  if (begins || (wentOut && refusal.isEmpty())) {
     made_.push_back(recordId);
     return true;
   }
@@ -237,23 +210,25 @@ void LetterRun::LeaveOut(const Recordset& row, const QString& reason) {
           .arg(row.Field(QStringLiteral("Customer")).ToText(), NameLine(row), reason));
 }
 
-/// \return whether the letters came out, or the user says so
-bool LetterRun::OpenLetterReport(const LetterChoices& choices) {
-  services_.reports.state.pdfFileName = choices.pdfFile;
-  services_.reports.TakePages({.firstDocument = choices.firstLetter, .lastDocument = choices.lastLetter});
+/// \return what came out, or all when the user says so
+TakenOut LetterRun::OpenLetterReport(const LetterChoices& choices) {
+  ReportPrinter& reports = services_.reports;
+  reports.state.pdfFileName = choices.pdfFile;
+  reports.TakePages({.firstDocument = choices.firstLetter, .lastDocument = choices.lastLetter});
   const ReportMode mode = choices.pdfFile.isEmpty() ? ReportMode::kPreview : ReportMode::kPdf;
   const QString path = LetterReportPath(services_.startup.ProgramFolder, services_.options);
-  services_.reports.OnPage([this](const ReportPage& page) {
+  reports.OnPage([this](const ReportPage& page) {
     for (const QString& text : TextsThatDoNotFit(page))
       services_.resultsLog.LogProcessResult(
           QStringLiteral("The letter of %1 does not fit its place: look at it before it goes.").arg(text));
     return true;
   });
-  switch (services_.reports.PrintReport(path, mode, true, {Value(QString())})) {
+  reports.Follow(*this);
+  switch (reports.PrintReport(path, mode, true, {Value(QString())})) {
     case ReportOutcome::kOut:
-      return true;
+      return reports.Taken();
     case ReportOutcome::kFailed:
-      return false;
+      return {};
     case ReportOutcome::kLookedAt:
       break;
   }
@@ -261,51 +236,60 @@ bool LetterRun::OpenLetterReport(const LetterChoices& choices) {
                          .icon = MessageIcon::kQuestion,
                          .buttons = MessageButtons::kYesNo,
                          .defaultAnswer = MessageAnswer::kNo};
-  marksAll_ = services_.diagnostics.ui.ShowMessage(question) == MessageAnswer::kYes;
-  return marksAll_;
+  return {.all = services_.diagnostics.ui.ShowMessage(question) == MessageAnswer::kYes};
 }
 
-/// Marks the rows that are done with their letter, those that were reopened and got none this time included.
-/// \param cameOut  first writes down that the letters went out which were printed or saved
-void LetterRun::MarkLettersAsProcessed(int campaignId, bool cameOut) {
+void LetterRun::TookOut(const TakenOut& taken) {
+  if (marks_) MarkLettersAsProcessed(taken);
+}
+
+/// Renews the claim on the campaign, also while the letters are only looked at.
+bool LetterRun::MayGoOn() {
+  try {
+    lost_ = lost_ || !claim_.Renew();
+  } catch (const DatabaseError&) {
+    return !lost_;  // the next statement that matters fails, too, and says so
+  }
+  if (lost_)
+    Tell(
+        QStringLiteral(
+            "These letters may not be printed any more: the computer was silent for so long that another run took the campaign over."),
+        MessageIcon::kExclamation);
+  return !lost_;
+}
+
+/// Writes down what came out and was not written down yet.
+/// \return false when it failed (already reported)
+bool LetterRun::MarkLettersAsProcessed(const TakenOut& taken) {
   Connection& connection = services_.statements.Shared();
-  int sent = 0;
+  bool done = false;
   try {
     Transaction transaction(connection.Driver());
-    for (size_t i = 0; cameOut && i < made_.size(); ++i)
-      if (marksAll_ || services_.reports.Taken().Holds(static_cast<int>(i) + 1))
-        sent += journal_.Write(made_[i], campaignId, Channel::kLetter, JournalState::kSent) ? 1 : 0;
-    const Recordset marked = Procedure(connection, "proc_updp_Letters_Processed").Open({{"@CampaignID", campaignId}});
+    QSet<qint64> sent = sent_;
+    for (size_t i = 0; i < made_.size(); ++i)
+      if (taken.Holds(keys_.value(static_cast<qsizetype>(i))) && !sent.contains(made_[i]) &&
+          journal_.Write(made_[i], campaignId_, Channel::kLetter, JournalState::kSent))
+        sent.insert(made_[i]);
+    const Recordset marked = Procedure(connection, "proc_updp_Letters_Processed").Open({{"@CampaignID", campaignId_}});
     transaction.Commit();
-    if (!cameOut) return;
-    summary_.processed = static_cast<int>(marked.RecordCount());
-    services_.resultsLog.LogProcessResult(
-        QStringLiteral("Letters that went out: %1, rows marked as processed: %2").arg(sent).arg(summary_.processed));
+    const auto processed = static_cast<int>(marked.RecordCount());
+    if (sent.size() > sent_.size())
+      services_.resultsLog.LogProcessResult(QStringLiteral("Letters that went out: %1, rows marked as processed: %2")
+                                                .arg(sent.size() - sent_.size())
+                                                .arg(processed));
+    summary_.processed += processed;
+    sent_ = std::move(sent);
+    done = true;
   } catch (const DatabaseError& error) {
     services_.diagnostics.errors.ShowError(kMarkLocation, QStringLiteral("MarkLettersAsProcessed"),
                                            error.Description());
   }
-  services_.counters.UpdateCounters(campaignId);
+  services_.counters.UpdateCounters(campaignId_);
+  return done;
 }
 
 void LetterRun::Tell(const QString& text, MessageIcon icon) {
   services_.diagnostics.ui.ShowMessage({.text = text, .icon = icon});
-}
-
-QString LetterText(const QString& letter) {
-  QTextDocument document;
-  static_cast<void>(ReadRtf(letter, document));
-  return document.toPlainText();
-}
-
-QString LettersMissedLine(Connection& connection, int campaignId) {
-  const Recordset counts = Procedure(connection, "proc_selp_Letter_Counts").Open({{"@CampaignID", campaignId}});
-  const qint64 missed = counts.Eof() ? 0 : counts.Field(QStringLiteral("By_Mailshot")).ToInt();
-  if (missed == 0) return {};
-  if (missed == 1)
-    return QStringLiteral("1 customer with a letter was processed by the mailshot and gets none; make letters first.");
-  return QStringLiteral("%1 customers with a letter were processed by the mailshot and get none; make letters first.")
-      .arg(missed);
 }
 
 }  // namespace qbx

@@ -56,9 +56,11 @@ class LetterObserver {
 };
 
 /// One run. A letter is written down as "sending" when it is made, refused to a customer who has said no since the query, and as "sent" once the letters were
-/// printed or saved; only rows with a new "sent" are marked. A letter that went out and is made again stays "sent", whether the copy is
-/// printed or not. A run that was broken off is repeated for the rows without one.
-class LetterRun {
+/// printed or saved, at once; only rows with a new "sent" are marked. A run that was broken off is repeated for the rows without one. Letters that are made
+/// again leave what is on record as it is: they did go out once.
+///
+/// The campaign is held from the first letter until this object goes, so that no other run makes letters of it.
+class LetterRun : private ReportFollower {
  public:
   LetterRun(const LetterServices& services, LetterObserver& observer);
 
@@ -67,15 +69,17 @@ class LetterRun {
 
  private:
   [[nodiscard]] bool MayBegin(const QString& letter);
-  [[nodiscard]] bool AskAboutProcessed(int campaignId);
-  [[nodiscard]] bool WentOut(qint64 recordId) const;
-  [[nodiscard]] int CountLetters(int campaignId);
-  [[nodiscard]] bool MakeLetters(int campaignId, const QString& letter);
+  [[nodiscard]] bool AskForAgain();
+  [[nodiscard]] int CountLetters();
+  [[nodiscard]] bool MakeLetters(const QString& letter);
   /// \return false when it failed or was cancelled
-  [[nodiscard]] bool CreateLetters(int campaignId, const QString& letter);
-  [[nodiscard]] bool MayGetLetter(const Recordset& row, int campaignId);
-  [[nodiscard]] bool OpenLetterReport(const LetterChoices& choices);
-  void MarkLettersAsProcessed(int campaignId, bool cameOut);
+  [[nodiscard]] bool CreateLetters(const QString& letter);
+  [[nodiscard]] bool WentOut(const Recordset& row) const;
+  [[nodiscard]] bool MayGetLetter(const Recordset& row);
+  [[nodiscard]] TakenOut OpenLetterReport(const LetterChoices& choices);
+  bool MarkLettersAsProcessed(const TakenOut& taken);
+  void TookOut(const TakenOut& taken) override;
+  [[nodiscard]] bool MayGoOn() override;
   void LeaveOut(const Recordset& row, const QString& reason);
   void Tell(const QString& text, MessageIcon icon);
 
@@ -83,19 +87,17 @@ class LetterRun {
   LetterObserver& observer_;
   SendJournal journal_;
   SendRefusals refusals_;
+  CampaignClaim claim_;
+  int campaignId_ = 0;
+  bool again_ = false;                  // also letters that went out
+  bool marks_ = true;                   // what comes out
+  bool lost_ = false;                   // another run took the campaign over
   Recordset rows_;                      // of the campaign, to be made
   QHash<qint64, JournalEntry> before_;  // what is on record of the campaign's rows
-  std::vector<qint64> made_;            // rows whose letter is "sending", in the order of the letters
-  bool again_ = false;                  // letters that went out are made again
-  bool marksAll_ = false;               // the user says so of letters that were only looked at
+  std::vector<qint64> made_;            // rows whose letter was made, in the order of the letters
+  QStringList keys_;                    // of their letters
+  QSet<qint64> sent_;                   // rows that are written down as sent
   LetterSummary summary_;
 };
-
-/// The plain text of a letter.
-[[nodiscard]] QString LetterText(const QString& letter);
-
-/// "n customers with a letter were processed by the mailshot and get none; make letters first.", empty when there is none.
-/// \throws DatabaseError
-[[nodiscard]] QString LettersMissedLine(Connection& connection, int campaignId);
 
 }  // namespace qbx

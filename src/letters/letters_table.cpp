@@ -5,8 +5,7 @@
 namespace qbx {
 
 bool LettersTable::Begin() {
-  if (!statements_.dbExecute(QStringLiteral("DELETE FROM [Letters] WHERE SessionID = ") + SqlQuoted(session_)).Ok())
-    return false;
+  if (!statements_.dbExecute(QStringLiteral("DELETE FROM [Letters]") + WhereSession()).Ok()) return false;
   if (statements_.dbOpenRec(letters_, QStringLiteral("SELECT TOP 1 * FROM Letters"), CursorType::kDynamic,
                             LockType::kOptimistic))
     return false;
@@ -24,6 +23,19 @@ void LettersTable::Add(const LetterRow& row) {
   letters_.Set(QStringLiteral("Mobile"), row.mobile);
   letters_.Set(QStringLiteral("Vehicle"), row.vehicle);
   letters_.Update();
+}
+
+QStringList LettersTable::Keys() {
+  const std::unique_ptr<RowSource> rows = statements_.Shared().Driver().Execute(
+      QStringLiteral("SELECT LetterID FROM [Letters]") + WhereSession() + QStringLiteral(" ORDER BY LetterID"));
+  QStringList keys;
+  while (rows->Next())
+    keys += rows->At(0).ToValue().ToText();
+  return keys;
+}
+
+QString LettersTable::WhereSession() const {
+  return QStringLiteral(" WHERE SessionID = ") + SqlQuoted(session_);
 }
 
 }  // namespace qbx

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "database/statements.h"
 
@@ -29,8 +30,13 @@ class LettersTable {
   [[nodiscard]] bool Begin();
   /// \throws DatabaseError
   void Add(const LetterRow& row);
+  /// The keys of the letters, in the order in which they were added.
+  /// \throws DatabaseError
+  [[nodiscard]] QStringList Keys();
 
  private:
+  [[nodiscard]] QString WhereSession() const;
+
   Statements& statements_;
   QString session_;
   Recordset letters_;

@@ -10,23 +10,33 @@ namespace qbx {
 namespace {
 
 /// Remembers which documents went by.
-PageProgress Remembering(TakenOut& taken, const PageProgress& progress) {
-  return [&taken, &progress](const ReportPage& page) {
-    taken.documents.insert(page.document);
-    return progress(page);
+PageProgress Remembering(TakenOut& taken, const std::function<bool()>& goesOn) {
+  return [&taken, &goesOn](const ReportPage& page) {
+    taken.Add(page);
+    return goesOn();
   };
+}
+
+/// Takes out the documents of which a page was left out.
+void KeepWhole(TakenOut& taken, ReportPages& pages, const PageRange& range) {
+  for (int number = 1; number <= pages.Count(); ++number)
+    if (const ReportPage page = pages.At(number); !range.Holds(page)) taken.Remove(page);
 }
 
 }  // namespace
 
 TakenOut PrintPages(const ReportRun& run, ReportPages& pages, Printers& printers, const PrintChoice& choice,
-                    const PageProgress& progress) {
+                    const std::function<bool()>& goesOn) {
   const QTemporaryDir folder;
   const QString file = folder.filePath(QStringLiteral("report.pdf"));
   TakenOut taken;
   if (!ExportPdf(run.report, pages, file,
-                 {.title = run.caption, .range = choice.range, .paper = choice.paper, .wholeSheets = choice.bothSides},
-                 Remembering(taken, progress)))
+                 {.title = run.caption,
+                  .range = choice.range,
+                  .paper = choice.paper,
+                  .goesOn = goesOn,
+                  .wholeSheets = choice.bothSides},
+                 Remembering(taken, goesOn)))
     return {};
   const QString problem = printers.Print(choice.printer.deviceId, {.file = file,
                                                                    .title = run.caption,
@@ -36,12 +46,15 @@ TakenOut PrintPages(const ReportRun& run, ReportPages& pages, Printers& printers
   if (!problem.isEmpty())
     throw ReportError{
         QStringLiteral("The printer \"%1\" did not take the report: %2").arg(choice.printer.name, problem)};
+  taken.all = choice.range.HoldsAll();
+  if (!taken.all) KeepWhole(taken, pages, choice.range);
   return taken;
 }
 
-TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path, const PageProgress& progress) {
+TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path, const std::function<bool()>& goesOn) {
   TakenOut taken;
-  if (!ExportPdf(run.report, pages, path, {.title = run.caption}, Remembering(taken, progress))) return {};
+  if (!ExportPdf(run.report, pages, path, {.title = run.caption, .goesOn = goesOn}, Remembering(taken, goesOn)))
+    return {};
   taken.all = true;
   return taken;
 }

@@ -21,17 +21,17 @@ struct PrintChoice {
 };
 
 /// Puts the chosen pages into a file and hands that to the printer.
-/// \param progress  told of each page
-/// \return what was printed; nothing when `progress` stopped it
+/// \param goesOn  asked between pages; false stops it
+/// \return what was printed; nothing when it was stopped. A document counts when all its pages were printed.
 /// \throws ReportError when a page cannot be made or the printer does not take the file
 [[nodiscard]] TakenOut PrintPages(const ReportRun& run, ReportPages& pages, Printers& printers,
-                                  const PrintChoice& choice, const PageProgress& progress);
+                                  const PrintChoice& choice, const std::function<bool()>& goesOn);
 
 /// Writes all pages to a PDF file.
 /// \return what was written
 /// \throws ReportError
 [[nodiscard]] TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path,
-                                 const PageProgress& progress);
+                                 const std::function<bool()>& goesOn);
 
 /// The printer that is chosen at first: that of the user's option when there is such a one, else the system's default, else the first.
 /// \return its place in the list, -1 when the list is empty

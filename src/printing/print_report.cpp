@@ -136,28 +136,28 @@ void ReportPrinter::Deliver(ReportMode mode, bool prompt) {
                       .reportName = state.reportName,
                       .recordType = state.recordType,
                       .landscape = state.landscape,
-                      .printer = parts_.userOptions.REPORT_PRINTER};
-  if (mode == ReportMode::kPreview) {
-    taken_ = parts_.outlet.Preview(run);
-    outcome_ = taken_.Any() ? ReportOutcome::kOut : ReportOutcome::kLookedAt;
-  } else {
-    parts_.outlet.Print(run, prompt);
-    taken_.all = true;
-    outcome_ = ReportOutcome::kOut;
-  }
+                      .printer = parts_.userOptions.REPORT_PRINTER,
+                      .follower = follower_ != nullptr ? *follower_ : nobody_};
+  taken_ = mode == ReportMode::kPreview ? parts_.outlet.Preview(run) : parts_.outlet.Print(run, prompt);
+  outcome_ = taken_.Any() ? ReportOutcome::kOut : ReportOutcome::kLookedAt;
 }
 
 void ReportPrinter::WritePdfFile(ConnectedRows& database) {
-  const auto progress = [this](const ReportPage& page) {
+  const auto goesOn = [this] {
     parts_.diagnostics.ui.PumpEvents();
-    taken_.documents.insert(page.document);
-    return !parts_.diagnostics.status.Cancelled() && (!onPage_ || onPage_(page));
+    return !parts_.diagnostics.status.Cancelled();
   };
-  const PdfChoices choices{.title = state.reportTitle.isEmpty() ? state.reportName : state.reportTitle,
-                           .range = range_};
+  const auto progress = [&](const ReportPage& page) {
+    taken_.Add(page);
+    return goesOn() && (!onPage_ || onPage_(page));
+  };
+  const PdfChoices choices{
+      .title = state.reportTitle.isEmpty() ? state.reportName : state.reportTitle, .range = range_, .goesOn = goesOn};
+  taken_ = {};
   std::unique_ptr<Pager> pager = report_->LayOut(database);
   parts_.diagnostics.status.ShowStatus(QString::fromLatin1(kOpening), true);
   if (ExportPdf(*report_, std::move(pager), state.pdfFileName, choices, progress)) outcome_ = ReportOutcome::kOut;
+  taken_.all = range_.HoldsAll();
 }
 
 /// Runs a step, again when the user wants it.
@@ -216,6 +216,8 @@ void ReportPrinter::EndRun() {
   rows_.reset();
   hiddenColumns_.clear();
   range_ = {};
+  onPage_ = {};
+  follower_ = nullptr;
   state.reportTitle.clear();
   state.pdfFileName.clear();
   state.tableLocationFilter.clear();

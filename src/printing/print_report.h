@@ -2,17 +2,18 @@
 
 #pragma once
 
+#include <QSet>
 #include <QString>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <set>
 
 #include "database/event_log.h"
 #include "diagnostics/diagnostics.h"
 #include "printing/connected_rows.h"
 #include "printing/report_fields.h"
 #include "printing/report_state.h"
+#include "printing/taken_out.h"
 #include "reports/pdf_export.h"
 #include "reports/report.h"
 #include "settings/user_options.h"
@@ -20,6 +21,18 @@
 namespace qbx {
 
 enum class ReportMode { kPreview = 0, kPrint = 1, kPdf = 2 };
+
+/// Told how a report fares while its window is open. Does nothing by itself.
+class ReportFollower {
+ public:
+  virtual ~ReportFollower() = default;
+  /// Something was printed or saved.
+  /// \param taken  all that was until now
+  virtual void TookOut(const TakenOut& taken) { static_cast<void>(taken); }
+  /// Asked before something is printed or saved, and now and then in between.
+  /// \return false when nothing more may come out; the user was told why
+  [[nodiscard]] virtual bool MayGoOn() { return true; }
+};
 
 /// A report that is ready to be looked at or printed.
 struct ReportRun {
@@ -30,6 +43,7 @@ struct ReportRun {
   int recordType = 0;
   bool landscape = false;
   QString printer;  ///< the user's printer for reports; empty: the system's default
+  ReportFollower& follower;
 };
 
 /// What has become of a report.
@@ -37,15 +51,6 @@ enum class ReportOutcome {
   kFailed,    ///< it did not come out; the user was told why
   kLookedAt,  ///< its preview was closed, and it was neither printed nor saved
   kOut,       ///< it was printed, or written to a file
-};
-
-/// What was printed or saved of a report.
-struct TakenOut {
-  bool all = false;
-  std::set<int> documents = {};  ///< numbers of those that were, such as letters
-
-  [[nodiscard]] bool Any() const { return all || !documents.empty(); }
-  [[nodiscard]] bool Holds(int document) const { return all || documents.contains(document); }
 };
 
 /// Where reports go that do not go to a file: windows, and the system's printers.
@@ -56,15 +61,16 @@ class ReportOutlet {
   /// \return what was printed or saved from there
   virtual TakenOut Preview(const ReportRun& run) = 0;
   /// \param prompt  asks for printer, copies and pages first
+  /// \return what was printed
   /// \throws ReportError
-  virtual void Print(const ReportRun& run, bool prompt) = 0;
+  virtual TakenOut Print(const ReportRun& run, bool prompt) = 0;
 };
 
 /// Of a program that has neither windows nor printers.
 class NoOutlet final : public ReportOutlet {
  public:
   TakenOut Preview(const ReportRun&) override { return {}; }
-  void Print(const ReportRun&, bool) override {}
+  TakenOut Print(const ReportRun&, bool) override { return {}; }
 };
 
 /// What running a report works with. References only.
@@ -93,8 +99,12 @@ class ReportPrinter {
   /// What the last run printed or saved.
   [[nodiscard]] const TakenOut& Taken() const { return taken_; }
 
+  // What is set below holds for the next run alone.
+
   /// Told of each page that is written to a PDF; returns false to stop.
   void OnPage(PageProgress told) { onPage_ = std::move(told); }
+  /// Told how the report fares.
+  void Follow(ReportFollower& follower) { follower_ = &follower; }
   /// Writes only these pages to a PDF.
   void TakePages(const PageRange& range) { range_ = range; }
   /// Gives the rows of the next run, and which of their columns a list leaves out; its table is not read then.
@@ -119,6 +129,8 @@ class ReportPrinter {
   TakenOut taken_;
   ReportOutcome outcome_ = ReportOutcome::kFailed;
   PageProgress onPage_;
+  ReportFollower nobody_;
+  ReportFollower* follower_ = nullptr;
   PageRange range_;
   std::optional<Recordset> rows_;
   QSet<QString> hiddenColumns_;

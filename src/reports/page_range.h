@@ -13,6 +13,9 @@ struct PageRange {
   int firstDocument = 0;  ///< such as a letter
   int lastDocument = 0;
 
+  [[nodiscard]] bool HoldsAll() const {
+    return firstPage <= 1 && lastPage <= 0 && firstDocument <= 1 && lastDocument <= 0;
+  }
   [[nodiscard]] bool Holds(const ReportPage& page) const {
     return Lies(page.number, firstPage, lastPage) && Lies(page.document, firstDocument, lastDocument);
   }

@@ -64,7 +64,9 @@ void Pager::BeginPage() {
     FinishGroup();
     numbers_.groupPage = 0;
     ++numbers_.groupNumber;
+    key_ = KeyOf(*band_);
   }
+  page_.key = key_;
   page_.number = ++numbers_.page;
   ++numbers_.groupPage;
   page_.document = std::max(1, numbers_.groupNumber);
@@ -183,6 +185,12 @@ void Pager::PlaceSections(const std::vector<ReportSection>& sections, qreal y) {
     PutOnPage(std::move(band.objects), y);
     y += section.height;
   }
+}
+
+/// The value of the group that counts its pages, which a band begins.
+QString Pager::KeyOf(const ReportBand& band) const {
+  const auto group = std::ranges::find_if(report_.groups, &ReportGroup::restartPages);
+  return group == report_.groups.end() ? QString() : band.row->Field(group->field).ToText();
 }
 
 qreal Pager::HeightOf(const std::vector<ReportSection>& sections) const {

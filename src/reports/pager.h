@@ -35,6 +35,7 @@ class Pager {
   bool PlaceSlice();
   /// Takes off a band what finds room in a height.
   [[nodiscard]] std::vector<PlacedObject> TakeSlice(ReportBand& band, qreal room) const;
+  [[nodiscard]] QString KeyOf(const ReportBand& band) const;
   void PlaceSections(const std::vector<ReportSection>& sections, qreal y);
   [[nodiscard]] qreal HeightOf(const std::vector<ReportSection>& sections) const;
   [[nodiscard]] bool Shows(const ReportSection& section) const;
@@ -49,6 +50,7 @@ class Pager {
   ReportBand placed_;               // the last one that was, for its row
   ReportPage page_;
   PageNumbers numbers_;
+  QString key_;                      // of the group that counts its pages
   qreal y_ = 0;                      // how far down the page is filled
   qreal bottom_ = 0;                 // how far down it may be
   bool empty_ = true;                // whether nothing stands on it yet

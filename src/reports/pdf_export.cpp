@@ -16,7 +16,10 @@ class Writer {
   /// \return false when it is to stop
   bool Write(const ReportPage& page, int pages) {
     if (choices_.range.EndsBefore(page)) return false;
-    if (!choices_.range.Holds(page)) return true;
+    if (!choices_.range.Holds(page)) {
+      stopped_ = choices_.goesOn && !choices_.goesOn();
+      return !stopped_;
+    }
     if (choices_.wholeSheets && written_ % 2 != 0 && page.document != document_) AddBlankPage();
     document_ = page.document;
     file_.Add(page, pages, choices_.paper);
@@ -62,10 +65,11 @@ bool ExportPdf(const Report& report, std::unique_ptr<Pager> pager, const QString
 
 bool ExportPdf(const Report& report, ReportPages& pages, const QString& path, const PdfChoices& choices,
                const PageProgress& progress) {
-  while (pages.LayOutNext()) {
-  }
+  while (report.ShowsTotal() && pages.LayOutNext())
+    if (choices.goesOn && !choices.goesOn()) return false;
   Writer writer(report, path, choices, progress);
-  for (int number = 1; number <= pages.Count() && writer.Write(pages.At(number), pages.Total()); ++number) {
+  const auto isThere = [&pages](int number) { return number <= pages.Count() || pages.LayOutNext(); };
+  for (int number = 1; isThere(number) && writer.Write(pages.At(number), pages.Total()); ++number) {
   }
   return writer.Finish();
 }

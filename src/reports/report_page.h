@@ -30,6 +30,7 @@ struct ReportPage {
   int number = 0;  ///< 1 the first
   int document =
       1;  ///< what is printed as one: the number of the group that counts its pages, such as a letter; else 1
+  QString key = {};  ///< the value of that group, such as the key of the letter
   std::vector<PlacedObject> objects = {};
 };
 

@@ -10,7 +10,7 @@ namespace {
 QByteArray Packed(const ReportPage& page) {
   QByteArray bytes;
   QDataStream out(&bytes, QIODevice::WriteOnly);
-  out << page.number << page.document << static_cast<qint32>(page.objects.size());
+  out << page.number << page.document << page.key << static_cast<qint32>(page.objects.size());
   for (const PlacedObject& placed : page.objects)
     out << placed.object->id << placed.frame << placed.text << placed.from << placed.to << placed.cut;
   return bytes;
@@ -20,7 +20,7 @@ ReportPage Unpacked(const QByteArray& bytes, const std::vector<const ReportObjec
   QDataStream in(bytes);
   ReportPage page;
   qint32 count = 0;
-  in >> page.number >> page.document >> count;
+  in >> page.number >> page.document >> page.key >> count;
   page.objects.resize(static_cast<size_t>(count));
   for (PlacedObject& placed : page.objects) {
     int id = 0;

@@ -7,7 +7,9 @@
 
 #include <QFileInfo>
 
+#include "printing/print_choice.h"
 #include "support/embedded_host.h"
+#include "support/fakes.h"
 #include "support/printing.h"
 
 namespace qbx::test {
@@ -36,8 +38,9 @@ class Outlet : public ReportOutlet {
         texts += placed.text;
     return {.all = true};
   }
-  void Print(const ReportRun& run, bool prompt) override {
+  TakenOut Print(const ReportRun& run, bool prompt) override {
     caption = QStringLiteral("%1 on %2, prompt %3").arg(run.reportName, run.printer).arg(prompt);
+    return {.all = true};
   }
   QString caption;
   bool landscape = false;
@@ -194,16 +197,39 @@ TEST_F(PrintReportTest, WritesAPdfOfTheRowsOfTheDatabase) {
                                         "<detail height='9' breakAfter='yes'/>"));
   const QString pdf = host.folder.Write(u"out.pdf"_qs, "older");
   int pages = 0;
-  printer.OnPage([&](const ReportPage&) { return ++pages > 1; });
+  const auto stopFirst = [&](const ReportPage&) { return ++pages > 1; };
+  printer.OnPage(stopFirst);
   printer.state.pdfFileName = pdf;
   EXPECT_EQ(Run(path, ReportMode::kPdf), ReportOutcome::kFailed) << "it was stopped";
   EXPECT_EQ(host.folder.Read(u"out.pdf"_qs), "older");
   printer.state.pdfFileName = pdf;
+  printer.OnPage(stopFirst);
   EXPECT_EQ(Run(path, ReportMode::kPdf), ReportOutcome::kOut);
   EXPECT_EQ(pages, 2) << "one letter of this run, in two tries";
   EXPECT_TRUE(host.folder.Read(u"out.pdf"_qs).startsWith("%PDF-"));
   EXPECT_TRUE(Logged().last().startsWith(u"8|PRINT-PDF|File:Test, "_qs));
   EXPECT_EQ(host.folder.Names().filter(u"out.pdf"_qs).size(), 1) << "what was stopped left a file behind";
+}
+
+TEST_F(PrintReportTest, ALetterCountsWhenAllItsPagesWerePrinted) {
+  static_cast<void>(host.Run(u"INSERT INTO Letters (LetterID, SessionID) VALUES (7, 'b'), (8, 'a')"_qs));
+  const Report report = Report::Open(
+      Write("<report version='1'><page/><table name='Letters' orderBy='SessionID'/><group field='LetterID' "
+            "restartPages='yes'/><detail height='9' breakAfter='yes'/><detail height='9'/></report>"));
+  ConnectedRows rows(host.connection, host.diagnostics);
+  ReportFollower nobody;
+  const ReportRun run{
+      .report = report, .database = rows, .caption = {}, .reportName = {}, .printer = {}, .follower = nobody};
+  FakePrinters printers;
+  const auto keys = [&](const PageRange& range) {
+    ReportPages pages(report, report.LayOut(rows));
+    const TakenOut taken = PrintPages(run, pages, printers, {.printer = {}, .range = range}, [] { return true; });
+    return taken.all ? QStringList{u"all"_qs} : QStringList(taken.keys.begin(), taken.keys.end());
+  };
+  EXPECT_THAT(keys({.lastPage = 3}), ElementsAre(u"8"_qs)) << "in the order of the definition";
+  EXPECT_THAT(keys({.firstPage = 2, .lastPage = 3}), ElementsAre());
+  EXPECT_THAT(keys({.firstDocument = 2}), ElementsAre(u"7"_qs));
+  EXPECT_THAT(keys({}), ElementsAre(u"all"_qs));
 }
 
 TEST_F(PrintReportTest, ReadingCanBeCancelled) {

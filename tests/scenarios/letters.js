@@ -97,6 +97,7 @@ check("letters that are printed are marked, the others stay due", () => {
       screenshot("printer");
       assertEqual(keyboardFaults(), []);
     });
+    assertEqual([sent(), processed()], [2, 2], "written down at once: the program may be killed before the window is closed");
     printerFails("out of paper");
     answer("out of paper");
     print(window, () => {});

@@ -8,6 +8,7 @@
 #include "dispatch/results_log_file.h"
 #include "dispatch/row_survey.h"
 #include "dispatch/send_troubles.h"
+#include "letters/letter_rows.h"
 #include "marketing/ui/letters_view.h"
 #include "marketing/ui/run_view.h"
 #include "platform/safe_file.h"

@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kViewLocation = 8200;
 constexpr int kLayOutSlice = 15;  // milliseconds at a time, so that the window stays alive
+constexpr int kTouch = 60'000;    // milliseconds
 constexpr int kMisfitsNamed = 5;
 
 /// Percentages of the zoom list, behind its two first entries.
@@ -60,21 +61,24 @@ void frmReportView::Connect() {
     ui_->CRViewer->SetZoom(fit, index < kFits ? 1 : kZooms[static_cast<size_t>(index - kFits)] / 100.0);
   });
   connect(&layOut_, &QTimer::timeout, this, [this] { LayOutMore(); });
+  connect(&stayInTouch_, &QTimer::timeout, this, [this] { StayInTouch(); });
 }
 
 void frmReportView::Initialise() {
   pages_ = std::make_unique<ReportPages>(run_.report, run_.report.LayOut(run_.database));
   pages_->LayOutNext();
-  NoteMisfits(pages_->At(1));
+  NoteMisfits();
   ui_->CRViewer->SetSheet(SheetOf(run_.report.Paper()));
   GoTo(1);
 }
 
 TakenOut frmReportView::ShowReport() {
   layOut_.start();
+  stayInTouch_.start(kTouch);
   ui_->CRViewer->setFocus();
   ShowModal(*this);
   layOut_.stop();
+  stayInTouch_.stop();
   return taken_;
 }
 
@@ -82,37 +86,56 @@ TakenOut frmReportView::ShowReport() {
 void frmReportView::LayOutMore() {
   if (working_) return;
   const QScopedValueRollback<bool> working(working_, true);
-  try {
-    const QElapsedTimer clock = [] {
-      QElapsedTimer started;
-      started.start();
-      return started;
-    }();
-    while (clock.elapsed() < kLayOutSlice && pages_->LayOutNext())
-      NoteMisfits(pages_->At(pages_->Count()));
-  } catch (const ReportError& error) {
-    layOut_.stop();
-    parts_.diagnostics.errors.ShowError(kViewLocation, QStringLiteral("frmReportView"), error.Description());
-  } catch (const DatabaseError& error) {
-    layOut_.stop();
-    parts_.diagnostics.errors.ShowError(kViewLocation, QStringLiteral("frmReportView"), error.Description());
-  }
-  if (pages_->IsComplete()) {
-    layOut_.stop();
-    GoTo(page_);
-  }
+  const bool goesOn = Attempt([this] {
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < kLayOutSlice && pages_->LayOutNext()) {
+    }
+    NoteMisfits();
+    if (pages_->IsComplete()) GoTo(page_);
+  });
+  if (!goesOn || pages_->IsComplete()) layOut_.stop();
   ShowCount();
 }
 
-/// Says below the page what does not fit its place, such as an address that is too long for the window of an envelope.
-void frmReportView::NoteMisfits(const ReportPage& page) {
-  for (const QString& text : TextsThatDoNotFit(page)) {
-    misfits_ += text;
-    QString names = misfits_.mid(0, kMisfitsNamed).join(QStringLiteral(", "));
-    if (misfits_.size() > kMisfitsNamed) names += QStringLiteral(" and %1 more").arg(misfits_.size() - kMisfitsNamed);
-    ui_->lblMisfits->setText(QStringLiteral("Does not fit its place: %1").arg(names));
-    ui_->lblMisfits->show();
+/// Does what may fail. A failure is told here, since nothing may be thrown through the library's event loop.
+/// \return whether it was done
+bool frmReportView::Attempt(const std::function<void()>& work) {
+  QString problem;
+  try {
+    work();
+    return true;
+  } catch (const NoPagesError& error) {
+    parts_.diagnostics.ui.ShowMessage({.text = error.text, .icon = MessageIcon::kExclamation});
+    return false;
+  } catch (const ReportError& error) {
+    problem = error.Description();
+  } catch (const DatabaseError& error) {
+    problem = error.Description();
+  } catch (const ReportCancelled&) {
+    return false;
   }
+  parts_.diagnostics.errors.ShowError(kViewLocation, QStringLiteral("frmReportView"), problem);
+  return false;
+}
+
+/// Lets whoever follows the report know that its window is still open.
+void frmReportView::StayInTouch() {
+  if (working_) return;
+  const QScopedValueRollback<bool> working(working_, true);
+  if (!run_.follower.MayGoOn()) stayInTouch_.stop();
+}
+
+/// Says below the page what does not fit its place, such as an address that is too long for the window of an envelope.
+void frmReportView::NoteMisfits() {
+  const qsizetype before = misfits_.size();
+  while (noted_ < pages_->Count())
+    misfits_ += TextsThatDoNotFit(pages_->At(++noted_));
+  if (misfits_.size() == before) return;
+  QString names = misfits_.mid(0, kMisfitsNamed).join(QStringLiteral(", "));
+  if (misfits_.size() > kMisfitsNamed) names += QStringLiteral(" and %1 more").arg(misfits_.size() - kMisfitsNamed);
+  ui_->lblMisfits->setText(QStringLiteral("Does not fit its place: %1").arg(names));
+  ui_->lblMisfits->show();
 }
 
 void frmReportView::ShowCount() {
@@ -160,27 +183,25 @@ void frmReportView::Find() {
 }
 
 /// Runs what takes a while, with a status box that can cancel it, and keeps what it took out.
-void frmReportView::Guarded(const QString& status, const std::function<TakenOut(const PageProgress& progress)>& work) {
+void frmReportView::Guarded(const QString& status,
+                            const std::function<TakenOut(const std::function<bool()>& goesOn)>& work) {
   const QScopedValueRollback<bool> working(working_, true);
+  if (!run_.follower.MayGoOn()) return;
   parts_.diagnostics.status.ShowStatus(status, true);
-  QString problem;
-  try {
-    const TakenOut taken = work([this](const ReportPage&) {
+  TakenOut taken;
+  Attempt([&] {
+    taken = work([this] {
       parts_.diagnostics.ui.PumpEvents();
       return !parts_.diagnostics.status.Cancelled();
     });
-    taken_.all = taken_.all || taken.all;
-    taken_.documents.insert(taken.documents.begin(), taken.documents.end());
-  } catch (const NoPagesError& error) {
-    parts_.diagnostics.ui.ShowMessage({.text = error.text, .icon = MessageIcon::kExclamation});
-  } catch (const ReportError& error) {
-    problem = error.Description();
-  } catch (const DatabaseError& error) {
-    problem = error.Description();
-  }
+  });
+  taken_.Add(taken);
+  if (taken.Any()) run_.follower.TookOut(taken_);
   parts_.diagnostics.status.Close();
-  GoTo(page_);
-  if (!problem.isEmpty()) parts_.diagnostics.errors.ShowError(kViewLocation, QStringLiteral("frmReportView"), problem);
+  Attempt([this] {
+    NoteMisfits();
+    GoTo(page_);
+  });
 }
 
 void frmReportView::Print() {
@@ -192,7 +213,7 @@ void frmReportView::Print() {
   const PrintChoice choice = dialog.Choice();
   stPrinter = choice.printer.deviceId;
   Guarded(QStringLiteral("Printing the report"),
-          [&](const PageProgress& progress) { return PrintPages(run_, *pages_, parts_.printers, choice, progress); });
+          [&](const auto& goesOn) { return PrintPages(run_, *pages_, parts_.printers, choice, goesOn); });
 }
 
 void frmReportView::Export() {
@@ -206,9 +227,8 @@ void frmReportView::Export() {
   const QString today = parts_.diagnostics.clock.Today().toString(QStringLiteral("yyyy-MM-dd"));
   dialog.selectFile(QStringLiteral("%1 %2.pdf").arg(run_.caption, today));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
-  Guarded(QStringLiteral("Saving the report"), [&](const PageProgress& progress) {
-    return SavePages(run_, *pages_, dialog.selectedFiles().constFirst(), progress);
-  });
+  Guarded(QStringLiteral("Saving the report"),
+          [&](const auto& goesOn) { return SavePages(run_, *pages_, dialog.selectedFiles().constFirst(), goesOn); });
 }
 
 void frmReportView::keyPressEvent(QKeyEvent* event) {

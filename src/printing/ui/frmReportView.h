@@ -48,23 +48,27 @@ class frmReportView : public QDialog {
  private:
   void Connect();
   void LayOutMore();
-  void NoteMisfits(const ReportPage& page);
+  void StayInTouch();
+  void NoteMisfits();
   void GoTo(int number);
   void ShowCount();
   void Zoom(int steps);
   void Find();
   void Print();
   void Export();
-  void Guarded(const QString& status, const std::function<TakenOut(const PageProgress& progress)>& work);
+  void Guarded(const QString& status, const std::function<TakenOut(const std::function<bool()>& goesOn)>& work);
+  bool Attempt(const std::function<void()>& work);
 
   std::unique_ptr<Ui::frmReportView> ui_;
   ReportRun run_;
   ReportViewParts parts_;
   std::unique_ptr<ReportPages> pages_;
   QTimer layOut_;
+  QTimer stayInTouch_;
   int page_ = 1;
   bool working_ = false;
   QStringList misfits_;
+  int noted_ = 0;  // pages whose misfits are named
   TakenOut taken_;
 };
 

@@ -16,11 +16,11 @@ TakenOut WindowOutlet::Preview(const ReportRun& run) {
   return taken;
 }
 
-void WindowOutlet::Print(const ReportRun& run, bool prompt) {
+TakenOut WindowOutlet::Print(const ReportRun& run, bool prompt) {
   PrintChoice choice;
   if (prompt) {
     frmSelectPrinter dialog(parts_.printers, run.printer, run.report.CountsDocuments(), parent_);
-    if (!dialog.ShowSelectPrinter()) return;
+    if (!dialog.ShowSelectPrinter()) return {};
     choice = dialog.Choice();
   } else {
     const std::vector<Printer> printers = parts_.printers.List();
@@ -29,10 +29,10 @@ void WindowOutlet::Print(const ReportRun& run, bool prompt) {
     choice.printer = printers[static_cast<size_t>(first)];
   }
   ReportPages pages(run.report, run.report.LayOut(run.database));
-  static_cast<void>(PrintPages(run, pages, parts_.printers, choice, [this](const ReportPage&) {
+  return PrintPages(run, pages, parts_.printers, choice, [this] {
     parts_.diagnostics.ui.PumpEvents();
     return true;
-  }));
+  });
 }
 
 }  // namespace qbx

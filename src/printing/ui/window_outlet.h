@@ -16,7 +16,7 @@ class WindowOutlet final : public ReportOutlet {
 
   TakenOut Preview(const ReportRun& run) override;
   /// Prints on the user's printer for reports, or on the system's default, or on that which the dialog names.
-  void Print(const ReportRun& run, bool prompt) override;
+  TakenOut Print(const ReportRun& run, bool prompt) override;
 
  private:
   ReportViewParts parts_;
