@@ -28,7 +28,7 @@ ReplaceGuard::Finding ReplaceGuard::Look(int campaignId) {
   try {
     const QHash<qint64, JournalEntry> entries = SendJournal(connection_, {}).Read(campaignId);
     finding.messagesOnRecord = std::any_of(entries.begin(), entries.end(), [](const JournalEntry& entry) {
-      return entry.InDoubt() || entry.Any(JournalState::kSent);
+      return entry.InDoubt() || entry.Any(JournalState::kSent) || entry.letter == JournalState::kSent;
     });
   } catch (const DatabaseError& error) {
     finding.refusal = UnknownMessage(error);

@@ -138,6 +138,8 @@ TEST_F(MailshotClaimTest, GuardsTheRowsFromBeingReplaced) {
   ReplaceGuard guard(desk.host.connection, computer, desk.host.diagnostics);
   EXPECT_FALSE(guard.Look(kCampaign).refusal);
   EXPECT_FALSE(guard.Look(kCampaign).messagesOnRecord);
+  desk.host.Run("INSERT INTO Send_Journal (RecordID, Channel, State, CampaignID, Changed) VALUES (99, 3, 1, 13, '')");
+  EXPECT_TRUE(guard.Look(kCampaign + 1).messagesOnRecord) << "a letter that went out";
   Claim("OFFICE-PC", 1, 1, 0);
   EXPECT_TRUE(guard.Look(kCampaign).refusal.value().text.startsWith("This campaign is already being sent by ANNE"));
   EXPECT_FALSE(guard.Look(kCampaign + 1).refusal);
