@@ -3,6 +3,7 @@
 #include <QtWidgets>
 
 #include "reports/page_painter.h"
+#include "reports/rich_text_slices.h"
 
 namespace qbx {
 
@@ -28,6 +29,10 @@ void PageView::SetSheet(const QSizeF& sheet) {
 void PageView::ShowPage(ReportPage page, int pages) {
   page_ = std::move(page);
   pages_ = pages;
+  // Laid out once, and not each time that it is painted.
+  for (PlacedObject& placed : page_->objects)
+    if (std::holds_alternative<RichTextObject>(placed.object->what))
+      placed.document = LayOutRichText(placed.text, placed.frame.width());
   found_.clear();
   viewport()->update();
 }
