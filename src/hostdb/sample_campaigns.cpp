@@ -25,19 +25,12 @@ struct Campaign {
 };
 
 constexpr std::string_view kLetterStart =
-    "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset0 Tahoma;}}\r\n"
-    "{\\colortbl ;\\red0\\green64\\blue128;}\r\n"
-    "\\viewkind4\\uc1\\pard\\qr\\f0\\fs20 \\{currentdate\\}\\par\r\n"
-    "\\pard\\par\r\nDear \\{contact\\},\\par\r\n\\par\r\n";
+    "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fswiss\\fcharset0 Tahoma;}}\r\n{\\colortbl ;\\red0\\green64\\blue128;}\r\n\\viewkind4\\uc1\\pard\\qr\\f0\\fs20 \\{currentdate\\}\\par\r\n\\pard\\par\r\nDear \\{contact\\},\\par\r\n\\par\r\n";
 constexpr std::string_view kLetterEnd =
-    "\\par\r\n\\par\r\nPlease call us on \\b 01632 960100\\b0  and we will find a time that suits "
-    "you.\\par\r\n\\par\r\n"
-    "Yours sincerely,\\par\r\n\\par\r\n\\cf1\\b Hartley Motors\\cf0\\b0\\par\r\nUnit 4, Mill Lane, "
-    "Milbury\\par\r\n}\r\n";
+    "\\par\r\n\\par\r\nPlease call us on \\b 01632 960100\\b0  and we will find a time that suits you.\\par\r\n\\par\r\nYours sincerely,\\par\r\n\\par\r\n\\cf1\\b Hartley Motors\\cf0\\b0\\par\r\nUnit 4, Mill Lane, Milbury\\par\r\n}\r\n";
 constexpr std::string_view kEmailStart = "Dear {contact},\r\n\r\n";
 constexpr std::string_view kEmailEnd =
-    "\r\n\r\nCall us on 01632 960100 or answer this message.\r\n\r\nHartley Motors\r\nUnit 4, Mill Lane, Milbury\r\n"
-    "If you would rather not hear from us, tell us and we will stop.\r\n";
+    "\r\n\r\nCall us on 01632 960100 or answer this message.\r\n\r\nHartley Motors\r\nUnit 4, Mill Lane, Milbury\r\nIf you would rather not hear from us, tell us and we will stop.\r\n";
 
 std::string Framed(std::string_view start, std::string_view middle, std::string_view end) {
   return std::string(start).append(middle).append(end);
@@ -63,56 +56,45 @@ void Save(sqlite3* database, const Campaign& campaign, QDate created) {
   save.Add(Framed(kEmailStart, campaign.email, kEmailEnd)).Add(campaign.sms).Add(campaign.makes);
   save.Add(campaign.records).Add(campaign.reminder).Add(qint64{campaign.mileageAbove.empty() ? 0 : 1});
   save.Add(qint64{campaign.mileageAbove.empty() ? -1 : 0}).Add(campaign.mileageAbove).Add(createdDate).Run();
-  SqliteStatement(database,
-                  "INSERT INTO Marketing_Campaigns_History (Record_Date, CampaignID, Campaign_Name, Event, UserID) "
-                  "VALUES (?, last_insert_rowid(), ?, 'Campaign added', 'manager')")
+  SqliteStatement(
+      database,
+      "INSERT INTO Marketing_Campaigns_History (Record_Date, CampaignID, Campaign_Name, Event, UserID) VALUES (?, last_insert_rowid(), ?, 'Campaign added', 'manager')")
       .Add(createdDate)
       .Add(campaign.name)
       .Run();
 }
 
 Campaign LapsedCustomers(QDate asOf) {
-  return {.name = "Lapsed customers",
-          .description = "Customers whose last invoice is more than two years old.",
-          .query = 3,
-          .date1 = asOf.addMonths(-24),
-          .date2 = asOf,
-          .letter =
-              "It has been a while since we last saw you, and we would like to welcome you back.\\par\r\n\\par\r\n"
-              "Bring this letter with you and we will take \\b 10% off\\b0  your next service, and check your tyres, "
-              "lights and "
-              "fluids free of charge.",
-          .subject = "We would like to see you again, {contact}",
-          .email =
-              "It has been a while since we last saw you. Come back this month and we will take 10% off your next "
-              "service, and check "
-              "your tyres, lights and fluids free of charge.",
-          .sms =
-              "Dear {contact}, we have not seen you for a while. 10% off your next service this month at Hartley "
-              "Motors: 01632 960100. "
-              "Text STOP to opt out."};
+  return {
+      .name = "Lapsed customers",
+      .description = "Customers whose last invoice is more than two years old.",
+      .query = 3,
+      .date1 = asOf.addMonths(-24),
+      .date2 = asOf,
+      .letter =
+          "It has been a while since we last saw you, and we would like to welcome you back.\\par\r\n\\par\r\nBring this letter with you and we will take \\b 10% off\\b0  your next service, and check your tyres, lights and fluids free of charge.",
+      .subject = "We would like to see you again, {contact}",
+      .email =
+          "It has been a while since we last saw you. Come back this month and we will take 10% off your next service, and check your tyres, lights and fluids free of charge.",
+      .sms =
+          "Dear {contact}, we have not seen you for a while. 10% off your next service this month at Hartley Motors: 01632 960100. Text STOP to opt out."};
 }
 
 Campaign MotDue(QDate asOf) {
-  return {.name = "MOT due",
-          .description = "Vehicles whose MOT is due within the next two months.",
-          .query = 10,
-          .date1 = asOf,
-          .date2 = asOf.addMonths(2),
-          .letter =
-              "According to our records the MOT of your \\b \\{make\\} \\{model\\}\\b0 , registration \\b "
-              "\\{regno\\}\\b0 , is due on "
-              "\\b \\{duedate\\}\\b0 .\\par\r\n\\par\r\nAn MOT takes about an hour, and you may wait in our lounge.",
-          .subject = "The MOT of your {make} {model} ({regno}) is due",
-          .email =
-              "According to our records the MOT of your {make} {model}, registration {regno}, is due on {duedate}. An "
-              "MOT takes about an "
-              "hour, and you may wait in our lounge.",
-          .sms =
-              "Dear {contact}, the MOT of your {make} {regno} is due on {duedate}. Call Hartley Motors on 01632 960100 "
-              "to book. Text STOP "
-              "to opt out.",
-          .reminder = 0};
+  return {
+      .name = "MOT due",
+      .description = "Vehicles whose MOT is due within the next two months.",
+      .query = 10,
+      .date1 = asOf,
+      .date2 = asOf.addMonths(2),
+      .letter =
+          "According to our records the MOT of your \\b \\{make\\} \\{model\\}\\b0 , registration \\b \\{regno\\}\\b0 , is due on \\b \\{duedate\\}\\b0 .\\par\r\n\\par\r\nAn MOT takes about an hour, and you may wait in our lounge.",
+      .subject = "The MOT of your {make} {model} ({regno}) is due",
+      .email =
+          "According to our records the MOT of your {make} {model}, registration {regno}, is due on {duedate}. An MOT takes about an hour, and you may wait in our lounge.",
+      .sms =
+          "Dear {contact}, the MOT of your {make} {regno} is due on {duedate}. Call Hartley Motors on 01632 960100 to book. Text STOP to opt out.",
+      .reminder = 0};
 }
 
 Campaign ServiceOffer(QDate asOf) {
@@ -128,29 +110,24 @@ Campaign ServiceOffer(QDate asOf) {
       .email =
           "Thank you for coming to us. For a limited period we offer a free winter check of battery, lights and tyres.",
       .sms =
-          "Dear {contact}, thank you for your visit. Free winter check this month: call Hartley Motors on 01632 "
-          "960100. Text STOP to "
-          "opt out."};
+          "Dear {contact}, thank you for your visit. Free winter check this month: call Hartley Motors on 01632 960100. Text STOP to opt out."};
 }
 
 Campaign BestCustomers(QDate asOf) {
-  return {.name = "Top 25 of the year",
-          .description = "The 25 customers who spent most within twelve months.",
-          .query = 5,
-          .date1 = asOf.addMonths(-12),
-          .date2 = asOf,
-          .letter =
-              "You are one of our best customers. As a thank-you we would like to valet your car free of charge at "
-              "your next visit.",
-          .subject = "A thank-you from Hartley Motors",
-          .email =
-              "You are one of our best customers. As a thank-you we would like to valet your car free of charge at "
-              "your next visit.",
-          .sms =
-              "Dear {contact}, as a thank-you we will valet your car free at your next visit. Hartley Motors, 01632 "
-              "960100. Text STOP to "
-              "opt out.",
-          .records = 25};
+  return {
+      .name = "Top 25 of the year",
+      .description = "The 25 customers who spent most within twelve months.",
+      .query = 5,
+      .date1 = asOf.addMonths(-12),
+      .date2 = asOf,
+      .letter =
+          "You are one of our best customers. As a thank-you we would like to valet your car free of charge at your next visit.",
+      .subject = "A thank-you from Hartley Motors",
+      .email =
+          "You are one of our best customers. As a thank-you we would like to valet your car free of charge at your next visit.",
+      .sms =
+          "Dear {contact}, as a thank-you we will valet your car free at your next visit. Hartley Motors, 01632 960100. Text STOP to opt out.",
+      .records = 25};
 }
 
 Campaign GermanMakes(QDate asOf) {
@@ -165,28 +142,25 @@ Campaign GermanMakes(QDate asOf) {
       .subject = "A day for your {make}",
       .email = "Our specialist for {make} is here for a day. May we look at your {model}, registration {regno}?",
       .sms =
-          "Dear {contact}, our {make} specialist is here for a day. Call Hartley Motors on 01632 960100. Text STOP to "
-          "opt out.",
+          "Dear {contact}, our {make} specialist is here for a day. Call Hartley Motors on 01632 960100. Text STOP to opt out.",
       .makes = "Audi, BMW, Volkswagen"};
 }
 
 Campaign HighMileage(QDate asOf) {
-  return {.name = "Cambelt: above 80,000 miles",
-          .description = "All vehicles with a last known mileage above 80,000.",
-          .query = 8,
-          .date1 = asOf.addMonths(-12),
-          .date2 = asOf,
-          .letter =
-              "According to our records your \\{make\\} \\{model\\} with registration \\{regno\\} may be due for a "
-              "cambelt replacement.",
-          .subject = "Is the cambelt of your {make} due?",
-          .email =
-              "According to our records your {make} {model} with registration {regno} may be due for a cambelt "
-              "replacement.",
-          .sms =
-              "Dear {contact}, the cambelt of your {make} {regno} may be due. Call Hartley Motors on 01632 960100. "
-              "Text STOP to opt out.",
-          .mileageAbove = "80000"};
+  return {
+      .name = "Cambelt: above 80,000 miles",
+      .description = "All vehicles with a last known mileage above 80,000.",
+      .query = 8,
+      .date1 = asOf.addMonths(-12),
+      .date2 = asOf,
+      .letter =
+          "According to our records your \\{make\\} \\{model\\} with registration \\{regno\\} may be due for a cambelt replacement.",
+      .subject = "Is the cambelt of your {make} due?",
+      .email =
+          "According to our records your {make} {model} with registration {regno} may be due for a cambelt replacement.",
+      .sms =
+          "Dear {contact}, the cambelt of your {make} {regno} may be due. Call Hartley Motors on 01632 960100. Text STOP to opt out.",
+      .mileageAbove = "80000"};
 }
 
 }  // namespace
