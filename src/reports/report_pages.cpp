@@ -37,9 +37,15 @@ ReportPages::ReportPages(const Report& report, std::unique_ptr<Pager> pager)
 
 bool ReportPages::LayOutNext() {
   if (complete_) return false;
-  const std::optional<ReportPage> page = pager_->Next();
-  complete_ = !page;
-  if (page) spool_.Append(Packed(*page));
+  if (failure_) std::rethrow_exception(failure_);
+  try {
+    const std::optional<ReportPage> page = pager_->Next();
+    if (page) spool_.Append(Packed(*page));
+    complete_ = !page;
+  } catch (...) {
+    failure_ = std::current_exception();
+    throw;
+  }
   return !complete_;
 }
 

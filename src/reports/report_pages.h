@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <exception>
 #include <memory>
 
 #include "reports/report.h"
@@ -19,7 +20,7 @@ class ReportPages {
 
   /// Lays out the next page.
   /// \return false when there is none
-  /// \throws ReportError, DatabaseError
+  /// \throws ReportError, DatabaseError; once it has failed it fails every time, so that nothing is taken for the whole that is not
   bool LayOutNext();
   /// Pages that are laid out.
   [[nodiscard]] int Count() const { return static_cast<int>(spool_.Count()); }
@@ -36,6 +37,7 @@ class ReportPages {
   std::unique_ptr<Pager> pager_;
   Spool spool_;
   bool complete_ = false;
+  std::exception_ptr failure_;
 };
 
 }  // namespace qbx

@@ -43,7 +43,13 @@ frmReportView::frmReportView(const ReportRun& run, const ReportViewParts& parts,
 frmReportView::~frmReportView() = default;
 
 void frmReportView::Connect() {
-  const auto press = [this](QPushButton* button, auto action) { connect(button, &QPushButton::clicked, this, action); };
+  // What a click does may fail, and nothing may be thrown through the library's event loop.
+  const auto on = [this](auto* sender, auto signal, const std::function<void()>& action) {
+    connect(sender, signal, this, [this, action] { Attempt(action); });
+  };
+  const auto press = [&on](QPushButton* button, const std::function<void()>& action) {
+    on(button, &QPushButton::clicked, action);
+  };
   press(ui_->cmdPrint, [this] { Print(); });
   press(ui_->cmdExport, [this] { Export(); });
   press(ui_->cmdFirst, [this] { GoTo(1); });
@@ -52,9 +58,9 @@ void frmReportView::Connect() {
   press(ui_->cmdLast, [this] { GoTo(pages_->Count()); });
   press(ui_->cmdFind, [this] { Find(); });
   press(ui_->cmdClose, [this] { reject(); });
-  connect(ui_->txtFind, &QLineEdit::returnPressed, this, [this] { Find(); });
-  connect(ui_->spnPage, &QSpinBox::valueChanged, this, [this](int number) { GoTo(number); });
-  connect(ui_->CRViewer, &PageView::Turned, this, [this](int by) { GoTo(page_ + by); });
+  on(ui_->txtFind, &QLineEdit::returnPressed, [this] { Find(); });
+  on(ui_->spnPage, &QSpinBox::valueChanged, [this] { GoTo(ui_->spnPage->value()); });
+  connect(ui_->CRViewer, &PageView::Turned, this, [this](int by) { Attempt([this, by] { GoTo(page_ + by); }); });
   connect(ui_->CRViewer, &PageView::Zoomed, this, [this](int steps) { Zoom(steps); });
   connect(ui_->cmbZoom, &QComboBox::currentIndexChanged, this, [this](int index) {
     const auto fit = index == 0 ? PageView::Fit::kWidth : index == 1 ? PageView::Fit::kPage : PageView::Fit::kNone;
@@ -233,9 +239,10 @@ void frmReportView::Export() {
 
 void frmReportView::keyPressEvent(QKeyEvent* event) {
   const bool control = event->modifiers().testFlag(Qt::ControlModifier);
-  if (event->key() == Qt::Key_F3) return Find();
-  if (control && event->key() == Qt::Key_Home) return GoTo(1);
-  if (control && event->key() == Qt::Key_End) return GoTo(pages_->Count());
+  const auto attempt = [this](const std::function<void()>& work) { static_cast<void>(Attempt(work)); };
+  if (event->key() == Qt::Key_F3) return attempt([this] { Find(); });
+  if (control && event->key() == Qt::Key_Home) return attempt([this] { GoTo(1); });
+  if (control && event->key() == Qt::Key_End) return attempt([this] { GoTo(pages_->Count()); });
   if (control && (event->key() == Qt::Key_Plus || event->key() == Qt::Key_Equal)) return Zoom(1);
   if (control && event->key() == Qt::Key_Minus) return Zoom(-1);
   if (control && event->key() == Qt::Key_F) return ui_->txtFind->setFocus();
