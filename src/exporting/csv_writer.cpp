@@ -59,8 +59,7 @@ class CsvFile {
   }
 
   void Flush() {
-    if (file_.write(buffer_.data(), static_cast<qint64>(buffer_.size())) != static_cast<qint64>(buffer_.size()))
-      throw ExportError{file_.errorString()};
+    WriteAll(file_, buffer_.data(), static_cast<qint64>(buffer_.size()));
     buffer_.clear();
   }
 

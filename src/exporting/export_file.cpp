@@ -17,7 +17,7 @@ void CopyInto(QSaveFile& to, QFile& from) {
   while (!from.atEnd()) {
     const QByteArray chunk = from.read(kChunk);
     if (chunk.isEmpty()) throw ExportError{from.errorString()};
-    if (to.write(chunk) != chunk.size()) throw ExportError{to.errorString()};
+    WriteAll(to, chunk.constData(), chunk.size());
   }
 }
 
@@ -68,7 +68,7 @@ ExportOutcome WriteExport(const ExportSheet& sheet, ExportFormat format, const Q
     } else {
       outcome.cutTexts = WriteWorkbook(sheet, file, options, progress);
     }
-    if (!file.commit()) throw ExportError{file.errorString()};
+    if (!file.flush() || !file.commit()) throw ExportError{file.errorString()};
   } catch (const ExportError& error) {
     outcome = {.end = ExportEnd::kFailed, .error = error.text};
   } catch (const ExportCancelled&) {

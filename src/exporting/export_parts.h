@@ -35,6 +35,17 @@ class ProgressSteps {
   const ExportProgress& progress_;
 };
 
+/// Writes all of it. A disk that is full takes a part first, and says why only when it is asked again.
+/// \throws ExportError
+inline void WriteAll(QIODevice& file, const char* bytes, qint64 size) {
+  while (size > 0) {
+    const qint64 written = file.write(bytes, size);
+    if (written <= 0) throw ExportError{file.errorString()};
+    bytes += written;
+    size -= written;
+  }
+}
+
 // The writers throw ExportError and ExportCancelled.
 
 void WriteCsv(const ExportSheet& sheet, QIODevice& file, const ExportOptions& options, const ExportProgress& progress);

@@ -5,6 +5,9 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 
 #include "exporting/export_parts.h"
 #include "exporting/workbook_cell.h"
@@ -17,6 +20,12 @@ constexpr quint8 kA4 = 9;
 
 void Must(lxw_error error) {
   if (error != LXW_NO_ERROR) throw ExportError{QString::fromLatin1(lxw_strerror(error))};
+}
+
+/// What went wrong with a file, in the system's own words, which say more than the library's.
+void MustWrite(lxw_error error) {
+  if (error != LXW_NO_ERROR && errno != 0) throw ExportError{QString::fromLocal8Bit(std::strerror(errno))};
+  Must(error);
 }
 
 lxw_col_t Place(std::size_t column) {
@@ -72,7 +81,12 @@ class XlsxFile {
 
   /// \return how many texts were cut
   qint64 Finish() {
-    Must(workbook_close(std::exchange(book_, nullptr)));
+    // The library never asks whether its temporary file took all rows.
+    errno = 0;
+    FILE* rows = page_->optimize_tmpfile;
+    if (rows != nullptr && (std::fflush(rows) != 0 || std::ferror(rows) != 0)) MustWrite(LXW_ERROR_CREATING_TMPFILE);
+    errno = 0;
+    MustWrite(workbook_close(std::exchange(book_, nullptr)));
     return cells_.CutTexts();
   }
 
