@@ -1,0 +1,28 @@
+// What the parts of a data grid share.
+
+#include "grids/ui/grid_core.h"
+
+#include "grids/grid_sort.h"
+
+namespace qbx {
+
+int GridCore::SortedColumn() const {
+  const GridSort sort = ParseSort(sortString);
+  return sort.column.isEmpty() ? -1 : model.ColumnOf(sort.column);
+}
+
+bool GridCore::Guarded(const char* routine, const std::function<void()>& work) {
+  try {
+    work();
+    return true;
+  } catch (const std::exception& error) {
+    diagnostics.errors.ShowError(0, QLatin1String(routine), QString::fromUtf8(error.what()));
+    return false;
+  }
+}
+
+void GridCore::Say(const QString& text, MessageIcon icon) {
+  diagnostics.ui.ShowMessage({.text = text, .icon = icon, .defaultAnswer = MessageAnswer::kOk});
+}
+
+}  // namespace qbx
