@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <vector>
 
 #include "database/recordset.h"
@@ -27,8 +28,9 @@ struct ExportSheet {
   QString title;
   std::vector<ExportColumn> columns;
   const Recordset& rows;
+  std::optional<qint64> filled = {};  ///< so many of the rows, the first ones; nothing: all
 
-  [[nodiscard]] qint64 RowCount() const { return rows.RecordCount(); }
+  [[nodiscard]] qint64 RowCount() const { return filled.value_or(rows.RecordCount()); }
   [[nodiscard]] Cell At(qint64 row, const ExportColumn& column) const { return rows.At(row, column.field); }
 };
 

@@ -177,4 +177,14 @@ void cDataGrid::ApplySort() {
   core_.records->Sort(sort.column.isEmpty() ? -1 : core_.records->ColumnIndex(sort.column), sort.descending);
 }
 
+std::vector<GridShownColumn> cDataGrid::ShownColumns() const {
+  std::vector<GridShownColumn> shown;
+  for (const int column : core_.ShownColumns()) {
+    shown.push_back({.column = column,
+                     .heading = core_.model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString(),
+                     .width = core_.view->columnWidth(column)});
+  }
+  return shown;
+}
+
 }  // namespace qbx

@@ -17,6 +17,13 @@
 
 namespace qbx {
 
+/// A column as the grid shows it.
+struct GridShownColumn {
+  int column = 0;  ///< position in the recordset
+  QString heading;
+  int width = 0;  ///< logical pixels
+};
+
 /// Shows a recordset in a table view and does everything with it that a user can do in a list: sort, select, find, copy,
 /// insert and delete rows.
 ///
@@ -149,6 +156,8 @@ class cDataGrid {
   void HideColumns(const QStringList& fields, bool hide = true) { look_.HideColumns(fields, hide); }
   /// The fields whose columns are not shown, in lower case.
   [[nodiscard]] const QSet<QString>& HiddenFields() const { return look_.HiddenFields(); }
+  /// The columns that are not hidden, in the order shown.
+  [[nodiscard]] std::vector<GridShownColumn> ShownColumns() const;
   /// Locked columns cannot be edited.
   void LockColumns(const QStringList& fields, bool lock = true) { look_.LockColumns(fields, lock); }
   /// Brings the user's column layout of this grid back whenever columns are shown that were not shown before.

@@ -25,4 +25,15 @@ void GridCore::Say(const QString& text, MessageIcon icon) {
   diagnostics.ui.ShowMessage({.text = text, .icon = icon, .defaultAnswer = MessageAnswer::kOk});
 }
 
+std::vector<int> GridCore::ShownColumns() const {
+  std::vector<int> shown;
+  if (!view) return shown;
+  const QHeaderView& header = *view->horizontalHeader();
+  for (int position = 0; position < header.count(); ++position) {
+    const int column = header.logicalIndex(position);
+    if (!header.isSectionHidden(column)) shown.push_back(column);
+  }
+  return shown;
+}
+
 }  // namespace qbx

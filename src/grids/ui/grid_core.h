@@ -31,6 +31,8 @@ struct GridCore {
   QString sortString;  ///< "[column] ASC" or "[column] DESC", empty while unsorted
 
   [[nodiscard]] qint64 RowCount() const { return model.rowCount(); }
+  /// The columns that are not hidden, in the order shown.
+  [[nodiscard]] std::vector<int> ShownColumns() const;
   /// -1 while unsorted.
   [[nodiscard]] int SortedColumn() const;
   /// Does something and reports its failure under the routine's name. \return whether it was done

@@ -67,15 +67,10 @@ QString GridPlace::CopyCellValue() {
 
 void GridPlace::CopyRows() {
   if (!core_.view || core_.records == nullptr) return;
-  const QHeaderView& header = *core_.view->horizontalHeader();
-  std::vector<int> shown;
-  for (int position = 0; position < header.count(); ++position) {
-    const int column = header.logicalIndex(position);
-    if (!header.isSectionHidden(column)) shown.push_back(column);
-  }
   core_.diagnostics.ui.SetBusy(true);
   core_.Guarded("CopyRows", [&] {
-    QGuiApplication::clipboard()->setText(CopiedRows(*core_.records, core_.model.Columns(), shown, SelectedRows()));
+    QGuiApplication::clipboard()->setText(
+        CopiedRows(*core_.records, core_.model.Columns(), core_.ShownColumns(), SelectedRows()));
   });
   core_.diagnostics.ui.SetBusy(false);
 }
