@@ -63,6 +63,10 @@ WorkbookCell WorkbookCells::Date(const Cell& cell) {
           .text = {}};
 }
 
+WorkbookCell WorkbookCells::Heading(const ExportColumn& column) {
+  return Text(column.heading.toStdString());
+}
+
 WorkbookCell WorkbookCells::At(qint64 row, const ExportColumn& column) {
   const Cell cell = sheet_.At(row, column);
   switch (cell.type) {

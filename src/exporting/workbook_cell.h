@@ -13,6 +13,7 @@ namespace qbx {
 inline constexpr int kLongestCellText = 32'767;  ///< UTF-16 code units
 inline constexpr char kWorkbookDate[] = "dd/mm/yyyy";
 inline constexpr char kWorkbookDateTime[] = "dd/mm/yyyy hh:mm:ss";
+inline constexpr quint8 kPaperA4 = 9;  ///< the number of the paper in workbooks
 /// "0.00"
 [[nodiscard]] std::string DecimalFormat(int decimals);
 
@@ -31,6 +32,7 @@ class WorkbookCells {
   explicit WorkbookCells(const ExportSheet& sheet) : sheet_(sheet) {}
 
   [[nodiscard]] WorkbookCell At(qint64 row, const ExportColumn& column);
+  [[nodiscard]] WorkbookCell Heading(const ExportColumn& column);
   /// How many of the texts asked for were longer than a cell takes.
   [[nodiscard]] qint64 CutTexts() const { return cut_; }
 

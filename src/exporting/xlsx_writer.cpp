@@ -16,8 +16,6 @@ namespace qbx {
 
 namespace {
 
-constexpr quint8 kA4 = 9;
-
 void Must(lxw_error error) {
   if (error != LXW_NO_ERROR) throw ExportError{QString::fromLatin1(lxw_strerror(error))};
 }
@@ -26,6 +24,10 @@ void Must(lxw_error error) {
 void MustWrite(lxw_error error) {
   if (error != LXW_NO_ERROR && errno != 0) throw ExportError{QString::fromLocal8Bit(std::strerror(errno))};
   Must(error);
+}
+
+bool DiskRefused(int error) {
+  return error == ENOSPC || error == EDQUOT || error == EFBIG || error == EIO;
 }
 
 lxw_col_t Place(std::size_t column) {
@@ -61,7 +63,7 @@ class XlsxFile {
     for (std::size_t i = 0; i < sheet_.columns.size(); ++i)
       Must(worksheet_set_column(page_, Place(i), Place(i), sheet_.columns[i].width, nullptr));
     worksheet_set_landscape(page_);
-    worksheet_set_paper(page_, kA4);
+    worksheet_set_paper(page_, kPaperA4);
     worksheet_fit_to_pages(page_, 1, 0);
     if (!headings || sheet_.columns.empty()) return;
     worksheet_freeze_panes(page_, 1, 0);
@@ -69,7 +71,7 @@ class XlsxFile {
     Must(
         worksheet_autofilter(page_, 0, 0, static_cast<lxw_row_t>(sheet_.RowCount()), Place(sheet_.columns.size() - 1)));
     for (std::size_t i = 0; i < sheet_.columns.size(); ++i)
-      Must(worksheet_write_string(page_, 0, Place(i), sheet_.columns[i].heading.toUtf8().constData(), heading_));
+      Must(WriteText(Place(i), cells_.Heading(sheet_.columns[i]).text, heading_));
     next_ = 1;
   }
 
@@ -81,12 +83,13 @@ class XlsxFile {
 
   /// \return how many texts were cut
   qint64 Finish() {
-    // The library never asks whether its temporary file took all rows.
+    // The library never asks whether its temporary files took everything: the one of the rows, then those of the parts.
     errno = 0;
     FILE* rows = page_->optimize_tmpfile;
     if (rows != nullptr && (std::fflush(rows) != 0 || std::ferror(rows) != 0)) MustWrite(LXW_ERROR_CREATING_TMPFILE);
     errno = 0;
-    MustWrite(workbook_close(std::exchange(book_, nullptr)));
+    const lxw_error closed = workbook_close(std::exchange(book_, nullptr));
+    MustWrite(closed == LXW_NO_ERROR && DiskRefused(errno) ? LXW_ERROR_CREATING_TMPFILE : closed);
     return cells_.CutTexts();
   }
 
@@ -108,9 +111,13 @@ class XlsxFile {
       case WorkbookCell::Kind::kText:
         break;
     }
-    const bool escapes = cell.text.find("_x") != std::string_view::npos;
-    return worksheet_write_string(page_, next_, place, escapes ? Escaped(cell.text).c_str() : cell.text.data(),
-                                  nullptr);
+    return WriteText(place, cell.text, nullptr);
+  }
+
+  lxw_error WriteText(lxw_col_t place, std::string_view text, lxw_format* format) {
+    if (text.empty()) return LXW_NO_ERROR;
+    const bool escapes = text.find("_x") != std::string_view::npos;
+    return worksheet_write_string(page_, next_, place, escapes ? Escaped(text).c_str() : text.data(), format);
   }
 
   lxw_format* NumberFormat(const char* format) {
