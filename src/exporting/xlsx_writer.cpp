@@ -11,6 +11,7 @@
 
 #include "exporting/export_parts.h"
 #include "exporting/workbook_cell.h"
+#include "exporting/zip_directory.h"
 
 namespace qbx {
 
@@ -24,10 +25,6 @@ void Must(lxw_error error) {
 void MustWrite(lxw_error error) {
   if (error != LXW_NO_ERROR && errno != 0) throw ExportError{QString::fromLocal8Bit(std::strerror(errno))};
   Must(error);
-}
-
-bool DiskRefused(int error) {
-  return error == ENOSPC || error == EDQUOT || error == EFBIG || error == EIO;
 }
 
 lxw_col_t Place(std::size_t column) {
@@ -44,7 +41,7 @@ std::string Escaped(std::string_view text) {
 
 class XlsxFile {
  public:
-  XlsxFile(const ExportSheet& sheet, const QString& path) : sheet_(sheet), cells_(sheet) {
+  XlsxFile(const ExportSheet& sheet, const QString& path) : sheet_(sheet), path_(path), cells_(sheet) {
     QByteArray folder = QFile::encodeName(QDir::tempPath());
     lxw_workbook_options options = {.constant_memory = LXW_TRUE, .tmpdir = folder.data(), .use_zip64 = LXW_FALSE};
     book_ = workbook_new_opt(QFile::encodeName(path).constData(), &options);
@@ -83,17 +80,29 @@ class XlsxFile {
 
   /// \return how many texts were cut
   qint64 Finish() {
-    // The library never asks whether its temporary files took everything: the one of the rows, then those of the parts.
+    const qint64 rowsBytes = FlushRows();
     errno = 0;
-    FILE* rows = page_->optimize_tmpfile;
-    if (rows != nullptr && (std::fflush(rows) != 0 || std::ferror(rows) != 0)) MustWrite(LXW_ERROR_CREATING_TMPFILE);
-    errno = 0;
-    const lxw_error closed = workbook_close(std::exchange(book_, nullptr));
-    MustWrite(closed == LXW_NO_ERROR && DiskRefused(errno) ? LXW_ERROR_CREATING_TMPFILE : closed);
+    MustWrite(workbook_close(std::exchange(book_, nullptr)));
+    // The library copies the rows to another temporary file and does not ask whether that took them.
+    constexpr qint64 kLeastAround = 512;  // bytes of the sheet that are no rows
+    QFile written(path_);
+    if (!written.open(QIODevice::ReadOnly) ||
+        UnpackedSize(written, "xl/worksheets/sheet1.xml") < rowsBytes + kLeastAround)
+      throw ExportError{QStringLiteral("The folder for temporary files did not take the whole workbook.")};
     return cells_.CutTexts();
   }
 
  private:
+  /// The library does not ask whether its temporary file took all rows. \return its size
+  [[nodiscard]] qint64 FlushRows() {
+    FILE* rows = page_->optimize_tmpfile;
+    if (rows == nullptr) return 0;
+    errno = 0;
+    lxw_worksheet_write_single_row(page_);
+    if (std::fflush(rows) != 0 || std::ferror(rows) != 0) MustWrite(LXW_ERROR_CREATING_TMPFILE);
+    return std::ftell(rows);
+  }
+
   lxw_error Write(lxw_col_t place, std::size_t column, const WorkbookCell& cell) {
     switch (cell.kind) {
       case WorkbookCell::Kind::kEmpty:
@@ -140,6 +149,7 @@ class XlsxFile {
   }
 
   const ExportSheet& sheet_;
+  QString path_;
   WorkbookCells cells_;
   lxw_workbook* book_ = nullptr;
   lxw_worksheet* page_ = nullptr;
