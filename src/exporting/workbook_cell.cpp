@@ -39,15 +39,16 @@ double DayNumber(const QDate& day) {
 
 WorkbookCell WorkbookCells::Text(std::string_view text) {
   if (text.empty()) return {};
+  bool isCut = false;
   if (IsPlain(text)) {
     text_.assign(text);
   } else {
     const QString storable = Storable(text);
     const QString cut = CutText(storable, kLongestCellText);
-    if (cut.size() < storable.size()) ++cut_;
+    isCut = cut.size() < storable.size();
     text_ = cut.toStdString();
   }
-  return {.kind = text_.empty() ? Kind::kEmpty : Kind::kText, .text = text_};
+  return {.kind = text_.empty() ? Kind::kEmpty : Kind::kText, .text = text_, .isCut = isCut};
 }
 
 WorkbookCell WorkbookCells::Integer(qint64 number) {

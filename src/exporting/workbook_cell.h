@@ -22,6 +22,7 @@ struct WorkbookCell {
   Kind kind = Kind::kEmpty;
   double number = 0;      ///< of all but a text; a date is the number of days that workbooks count
   std::string_view text;  ///< UTF-8 with a 0 behind it; valid until the next cell is asked for
+  bool isCut = false;     ///< the text was longer than a cell takes
 };
 
 /// Reads cells of a sheet. A number that is not known is 0 and a tick unticked, as in the spreadsheet view; a date or text that is not known is an
@@ -33,8 +34,6 @@ class WorkbookCells {
 
   [[nodiscard]] WorkbookCell At(qint64 row, const ExportColumn& column);
   [[nodiscard]] WorkbookCell Heading(const ExportColumn& column);
-  /// How many of the texts asked for were longer than a cell takes.
-  [[nodiscard]] qint64 CutTexts() const { return cut_; }
 
  private:
   WorkbookCell Text(std::string_view text);
@@ -43,7 +42,6 @@ class WorkbookCells {
 
   const ExportSheet& sheet_;
   std::string text_;
-  qint64 cut_ = 0;
 };
 
 /// The name of a sheet: "QBX Data - " and the title, without the characters that names of sheets must not have, 31 characters at most.

@@ -34,7 +34,7 @@ class XlsFile {
     out_.Flush();
     file_.Finish();
     steps_.Tell(passed_);
-    return cells_.CutTexts() / kPasses;
+    return cutTexts_;
   }
 
  private:
@@ -63,6 +63,7 @@ class XlsFile {
     TextTable table(out_);
     EachCell([&](quint32, std::size_t, quint16, const WorkbookCell& cell) {
       if (cell.kind == WorkbookCell::Kind::kText) table.Add(cell.text);
+      if (cell.isCut) ++cutTexts_;
     });
     table.Finish();
   }
@@ -187,6 +188,7 @@ class XlsFile {
   XlsLooks looks_;
   qint64 sheetPlace_ = 0;
   qint64 passed_ = 0;  // rows, in all passes
+  qint64 cutTexts_ = 0;
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -12,6 +13,7 @@
 #include "exporting/export_parts.h"
 #include "exporting/workbook_cell.h"
 #include "exporting/zip_directory.h"
+#include "util/text.h"
 
 namespace qbx {
 
@@ -32,11 +34,9 @@ lxw_col_t Place(std::size_t column) {
 }
 
 /// "_x0041_" stands for a character in this format; a text that holds just that has its "_" written so.
-std::string Escaped(std::string_view text) {
+QString Escaped(const QString& text) {
   static const QRegularExpression escape(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
-  QString escaped = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-  escaped.replace(escape, QStringLiteral("_x005F_"));
-  return escaped.size() <= kLongestCellText ? escaped.toStdString() : std::string(text);
+  return QString(text).replace(escape, QStringLiteral("_x005F_"));
 }
 
 class XlsxFile {
@@ -68,7 +68,7 @@ class XlsxFile {
     Must(
         worksheet_autofilter(page_, 0, 0, static_cast<lxw_row_t>(sheet_.RowCount()), Place(sheet_.columns.size() - 1)));
     for (std::size_t i = 0; i < sheet_.columns.size(); ++i)
-      Must(WriteText(Place(i), cells_.Heading(sheet_.columns[i]).text, heading_));
+      Must(WriteText(Place(i), cells_.Heading(sheet_.columns[i]), heading_));
     next_ = 1;
   }
 
@@ -89,7 +89,7 @@ class XlsxFile {
     if (!written.open(QIODevice::ReadOnly) ||
         UnpackedSize(written, "xl/worksheets/sheet1.xml") < rowsBytes + kLeastAround)
       throw ExportError{QStringLiteral("The folder for temporary files did not take the whole workbook.")};
-    return cells_.CutTexts();
+    return cutTexts_;
   }
 
  private:
@@ -120,13 +120,21 @@ class XlsxFile {
       case WorkbookCell::Kind::kText:
         break;
     }
-    return WriteText(place, cell.text, nullptr);
+    return WriteText(place, cell, nullptr);
   }
 
-  lxw_error WriteText(lxw_col_t place, std::string_view text, lxw_format* format) {
-    if (text.empty()) return LXW_NO_ERROR;
-    const bool escapes = text.find("_x") != std::string_view::npos;
-    return worksheet_write_string(page_, next_, place, escapes ? Escaped(text).c_str() : text.data(), format);
+  lxw_error WriteText(lxw_col_t place, const WorkbookCell& cell, lxw_format* format) {
+    if (cell.kind == WorkbookCell::Kind::kEmpty) return LXW_NO_ERROR;
+    bool isCut = cell.isCut;
+    std::string escaped;
+    if (cell.text.find("_x") != std::string_view::npos) {
+      const QString text = QString::fromUtf8(cell.text.data(), static_cast<qsizetype>(cell.text.size()));
+      const auto excess = static_cast<int>(Escaped(text).size()) - kLongestCellText;
+      isCut = isCut || excess > 0;
+      escaped = Escaped(CutText(text, static_cast<int>(text.size()) - std::max(excess, 0))).toStdString();
+    }
+    if (isCut) ++cutTexts_;
+    return worksheet_write_string(page_, next_, place, escaped.empty() ? cell.text.data() : escaped.c_str(), format);
   }
 
   lxw_format* NumberFormat(const char* format) {
@@ -158,6 +166,7 @@ class XlsxFile {
   lxw_format* dateTime_ = nullptr;
   std::vector<lxw_format*> decimals_;  // by column
   lxw_row_t next_ = 0;
+  qint64 cutTexts_ = 0;
 };
 
 }  // namespace
