@@ -152,8 +152,12 @@ class XlsxFile {
       decimals_.push_back(column.decimals > 0 ? NumberFormat(DecimalFormat(column.decimals).c_str()) : nullptr);
   }
 
+  /// The library closes the rows' file only when it makes the workbook.
   void GiveUp() {
-    if (book_ != nullptr) lxw_workbook_free(std::exchange(book_, nullptr));
+    if (book_ == nullptr) return;
+    FILE* rows = page_ != nullptr ? std::exchange(page_->optimize_tmpfile, nullptr) : nullptr;
+    if (rows != nullptr) std::fclose(rows);
+    lxw_workbook_free(std::exchange(book_, nullptr));
   }
 
   const ExportSheet& sheet_;
