@@ -9,7 +9,7 @@ namespace qbx {
 
 /// Writes a compound file that holds one stream. The stream goes to the file as it comes, and nothing of it is kept.
 ///
-/// Made by hand since one stream needs little, and since the libraries that make compound files do not say when the disk is full.
+/// Made by hand: one stream needs little, and libgsf, which would do it, neither says that the disk is full nor stops at 2 GB.
 /// The calls throw ExportError.
 class CompoundFile {
  public:

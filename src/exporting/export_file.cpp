@@ -44,9 +44,10 @@ QString TooManyRows(const ExportSheet& sheet, ExportFormat format, const ExportO
   const qint64 rows = sheet.RowCount() + (options.headings ? 1 : 0);
   const auto columns = static_cast<qint64>(sheet.columns.size());
   if (rows > most.rows) {
-    return QStringLiteral("There are %1 rows with the headings, and a sheet of this format takes %2.")
-        .arg(rows)
-        .arg(most.rows);
+    const QString refusal =
+        options.headings ? QStringLiteral("There are %1 rows with the headings, and a sheet of this format takes %2.")
+                         : QStringLiteral("There are %1 rows, and a sheet of this format takes %2.");
+    return refusal.arg(rows).arg(most.rows);
   }
   if (columns <= most.columns) return {};
   return QStringLiteral("There are %1 columns, and a sheet of this format takes %2.").arg(columns).arg(most.columns);

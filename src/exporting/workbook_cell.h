@@ -14,6 +14,12 @@ inline constexpr int kLongestCellText = 32'767;  ///< UTF-16 code units
 inline constexpr char kWorkbookDate[] = "dd/mm/yyyy";
 inline constexpr char kWorkbookDateTime[] = "dd/mm/yyyy hh:mm:ss";
 inline constexpr quint8 kPaperA4 = 9;  ///< the number of the paper in workbooks
+/// In inches. A sheet has many columns and is one page wide, so the margins are narrow.
+inline constexpr struct {
+  double side = 0.4;
+  double end = 0.5;
+  double header = 0.3;
+} kPageMargins;
 /// "0.00"
 [[nodiscard]] std::string DecimalFormat(int decimals);
 

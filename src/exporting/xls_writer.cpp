@@ -142,19 +142,23 @@ class XlsFile {
   void SetUpPage() {
     constexpr quint16 kAsUsual = 0x04C1;
     constexpr quint16 kFitToPages = 0x0100;
-    constexpr double kHeaderInches = 0.5;
     out_.Begin(Biff::kCalcMode).U16(1).End();
     out_.Begin(Biff::kCalcCount).U16(100).End();
     out_.Begin(Biff::kDefaultRowHeight).U16(0).U16(0xFF).End();
     out_.Begin(Biff::kWsBool).U16(kAsUsual | kFitToPages).End();
     out_.Begin(Biff::kHeader).End();
     out_.Begin(Biff::kFooter).End();
+    out_.Begin(Biff::kLeftMargin).Double(kPageMargins.side).End();
+    out_.Begin(Biff::kRightMargin).Double(kPageMargins.side).End();
+    out_.Begin(Biff::kTopMargin).Double(kPageMargins.end).End();
+    out_.Begin(Biff::kBottomMargin).Double(kPageMargins.end).End();
     // The scale in percent, the first page, one page wide, any number high, not upright, dots an inch.
     out_.Begin(Biff::kSetup).U16(kPaperA4).U16(100).U16(1).U16(1).U16(0).U16(0).U16(600).U16(600);
-    out_.Double(kHeaderInches).Double(kHeaderInches).U16(1).End();
+    out_.Double(kPageMargins.header).Double(kPageMargins.header).U16(1).End();
   }
 
   void SetUpColumns() {
+    out_.Begin(Biff::kDefColWidth).U16(8).End();
     for (std::size_t i = 0; i < sheet_.columns.size(); ++i) {
       const auto place = static_cast<quint32>(i);
       // In 256ths of a digit of 7 pixels, with 5 pixels around the text.

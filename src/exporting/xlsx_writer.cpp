@@ -62,6 +62,7 @@ class XlsxFile {
     worksheet_set_landscape(page_);
     worksheet_set_paper(page_, kPaperA4);
     worksheet_fit_to_pages(page_, 1, 0);
+    worksheet_set_margins(page_, kPageMargins.side, kPageMargins.side, kPageMargins.end, kPageMargins.end);
     if (!headings || sheet_.columns.empty()) return;
     worksheet_freeze_panes(page_, 1, 0);
     Must(worksheet_repeat_rows(page_, 0, 0));
