@@ -55,7 +55,7 @@ void EmailPane::ShowNotes(const NoteFacts& facts) {
 }
 
 void EmailPane::Preview() {
-  Guarded([this] { ui_->walkEmail->Begin(App().statements, App().campaign.record.ID); });
+  Guarded([this] { ui_->walkEmail->Begin(App().statements, App().campaign.record.ID, Channel::kEmail); });
   ShowMessage();
   ui_->fraEmailExample->show();
   ui_->cmdTestEmail1->setFocus();

@@ -56,7 +56,7 @@ void TextPane::ShowNotes(const NoteFacts& facts) {
 }
 
 void TextPane::Preview() {
-  Guarded([this] { ui_->walkSMS->Begin(App().statements, App().campaign.record.ID); });
+  Guarded([this] { ui_->walkSMS->Begin(App().statements, App().campaign.record.ID, Channel::kSms); });
   ShowMessage();
   ui_->fraSMSExample->show();
   ui_->cmdTestSMS1->setFocus();
