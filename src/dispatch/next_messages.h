@@ -43,6 +43,8 @@ class NextMessages {
   [[nodiscard]] bool Read(int campaignId, std::optional<Channel> only = {});
 
   [[nodiscard]] int Count() const { return static_cast<int>(places_.size()); }
+  /// \param place  from 0 to `Count` - 1
+  [[nodiscard]] qint64 RecordAt(int place) const { return places_.at(static_cast<size_t>(place)).recordId; }
 
   /// \param place  from 0 to `Count` - 1
   /// \return nothing when the row is gone or could not be read

@@ -53,6 +53,12 @@ check("a preview shows the sample customer, then the rows of the next run, and w
   answer("Test SMS Text Message has been sent.");
   control("cmdTestSMS1").click();
   assertEqual([texts().length, texts()[0].message], [1, "Hi Mrs Jones. Reply STOP to opt out."]);
+  execute("UPDATE [Campaign Results] SET Send_SMS = 0 WHERE RecordID NOT IN (SELECT RecordID FROM [Campaign Results] ORDER BY Customer DESC LIMIT 2)");
+  selectTab(3);
+  selectTab(4);
+  assertEqual(control("walkSMSPlace").text, "Sample customer; then the 2 that the next run sends a text to");
+  control("txtSMS").setText("Hello {contact}");
+  waitFor(() => control("txtSMSExample").text === "Hello Mr Hartley");
   control("cmdTestSMS2").click();
   assert(!control("fraSMSExample").visible);
 });

@@ -70,6 +70,16 @@ void EmailPane::ShowMessage() {
   ui_->cmdTestEmail1->setEnabled(mails);
 }
 
+void EmailPane::FollowRows() {
+  if (ui_->fraEmailExample->isHidden()) return;
+  ui_->walkEmail->ReadAgain(App().campaign.record.ID);
+  ShowMessage();
+}
+
+void EmailPane::FollowText() {
+  if (!ui_->fraEmailExample->isHidden()) ShowMessage();
+}
+
 void EmailPane::HidePreview() {
   ui_->fraEmailExample->hide();
 }

@@ -39,6 +39,15 @@ void PreviewWalk::Begin(Statements& statements, int campaignId, Channel channel)
   ShowPlace();
 }
 
+void PreviewWalk::ReadAgain(int campaignId) {
+  const qint64 shown = place_ > 0 ? rows_->RecordAt(place_ - 1) : 0;
+  count_ = rows_->Read(campaignId, channel_) ? rows_->Count() : 0;
+  place_ = 0;
+  for (int place = 1; shown != 0 && place_ == 0 && place <= count_; ++place)
+    place_ = rows_->RecordAt(place - 1) == shown ? place : 0;
+  ShowPlace();
+}
+
 std::optional<NextMessage> PreviewWalk::Message(MessageMaker& messages, QDate today) {
   if (place_ > 0) return rows_->At(place_ - 1, messages, today);
   return SampleMessage(messages, today);

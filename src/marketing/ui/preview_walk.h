@@ -21,6 +21,8 @@ class PreviewWalk : public QWidget {
 
   /// Begins at the sample customer.
   void Begin(Statements& statements, int campaignId, Channel channel);
+  /// Reads the rows anew, which may have changed. Stays at the customer who is shown, or goes to the sample customer when that one gets nothing more.
+  void ReadAgain(int campaignId);
   /// The message of the current place; of the sample customer it holds all three texts.
   /// \return nothing when the row is gone or could not be read
   [[nodiscard]] std::optional<NextMessage> Message(MessageMaker& messages, QDate today);

@@ -70,6 +70,16 @@ void TextPane::ShowMessage() {
   ui_->cmdTestSMS1->setEnabled(texts);
 }
 
+void TextPane::FollowRows() {
+  if (ui_->fraSMSExample->isHidden()) return;
+  ui_->walkSMS->ReadAgain(App().campaign.record.ID);
+  ShowMessage();
+}
+
+void TextPane::FollowText() {
+  if (!ui_->fraSMSExample->isHidden()) ShowMessage();
+}
+
 void TextPane::HidePreview() {
   ui_->fraSMSExample->hide();
 }
