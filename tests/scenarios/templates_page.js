@@ -74,6 +74,7 @@ check("so does the e-mail, which says who it is from", () => {
   answer("Test Email has been sent.");
   control("cmdTestEmail1").click();
   assertEqual([mails().length, mails()[0].subject], [1, "MOT"]);
+  control("frmMain").resize(1120, 740);
   screenshot("templates_email");
   page("Text Message");
   screenshot("templates_text");
