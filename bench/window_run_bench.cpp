@@ -1,4 +1,4 @@
-// What the windows add to a mailshot: the longest time without a paint of its progress, the processor time a row beside the same run without
+// What the windows add to a mailshot: the longest time in which its progress could not be painted, the processor time a row beside the same run without
 // windows, and how many messages still go after "Pause Sending".
 //
 //   window_run_bench email|text [ROUNDS [ROWS...]]     5 rounds of 1000, 5000 and 20000 rows at first; TMPDIR chooses the disk
