@@ -147,7 +147,6 @@ void FilterPage::FilterClicked() {
 void FilterPage::ShowPending() {
   const QString pending = FiltersPendingText(State());
   ui_->lblFiltersPending->setText(pending);
-  ui_->lblFiltersPending->setVisible(!pending.isEmpty());
   ShowNotes();
 }
 
