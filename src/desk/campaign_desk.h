@@ -16,6 +16,7 @@
 #include "printing/print_report.h"
 #include "queries/process_query.h"
 #include "results/counters.h"
+#include "results/first_rows.h"
 #include "results/flags.h"
 #include "results/results_view.h"
 #include "startup/application.h"
@@ -46,6 +47,7 @@ class CampaignDesk {
   WizardState state;
   Counters counters;
   ResultsView results;
+  FirstRows firstRows;
   ResultFlags flags;
   ResultEdits edits;
   QuerySelection selection;

@@ -60,7 +60,10 @@ bool WizardSteps::MayReplaceRows() {
 
 /// After a failure nobody knows for sure: a connection can be lost with the commit on its way.
 bool WizardSteps::RowsReplaced(QueryOutcome outcome) {
-  if (outcome != QueryOutcome::kCancelled) parts_.results.RowsReplaced();
+  if (outcome != QueryOutcome::kCancelled) {
+    parts_.results.RowsReplaced();
+    parts_.firstRows.Forget();
+  }
   return outcome == QueryOutcome::kDone;
 }
 
@@ -96,6 +99,7 @@ bool WizardSteps::Refresh() {
   if (!MayReplaceRows()) return false;
   if (!RowsReplaced(parts_.queries.Refresh())) return false;
   state.appliedFilters = state.filters;
+  parts_.firstRows.Read(parts_.campaign.record.ID);
   return true;
 }
 
@@ -122,6 +126,7 @@ StepResult WizardSteps::RunCampaign() {
 }
 
 void WizardSteps::TabOpened(int tab) {
+  if (tab == kFilterTab) parts_.firstRows.Read(parts_.campaign.record.ID);
   if (tab != kResultsTab && tab != kProcessTab) return;
   const bool rowsFollowed = parts_.settings.FollowRows();
   const int campaign = parts_.campaign.record.ID;

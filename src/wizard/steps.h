@@ -15,6 +15,7 @@
 #include "dispatch/results_log.h"
 #include "queries/process_query.h"
 #include "results/counters.h"
+#include "results/first_rows.h"
 #include "results/results_view.h"
 #include "settings/options.h"
 #include "settings/startup_values.h"
@@ -44,6 +45,7 @@ class WizardSteps {
     CampaignSettings& settings;
     QueryProcessor& queries;
     ResultsView& results;
+    FirstRows& firstRows;
     Counters& counters;
     CreditEstimate& estimate;
     EventLog& events;
@@ -73,7 +75,7 @@ class WizardSteps {
   /// "Run Marketing Campaign": the last tab, when steps 1 to 3 are complete.
   [[nodiscard]] StepResult RunCampaign();
 
-  /// A tab was opened: reads anew what it shows and may have changed (results on tab 3, counters on tab 5).
+  /// A tab was opened: reads anew what it shows and may have changed (the first rows on tab 2, all of them on tab 3, counters on tab 5).
   void TabOpened(int tab);
 
   // The questions of the commands that give something up. New and Load ask only when there is something to lose. \return true when the user agreed

@@ -110,8 +110,11 @@ check("filters that are not applied to the rows say so, on both pages", () => {
   control("cmbFilter4").choose("After");
   control("txtYear0").type("2015");
   assertMatch(control("lblFiltersPending").text, pending);
+  assertEqual(control("dbgFirst").enabled, false);
   control("cmdApplyFilters").click();
   assertEqual(control("lblFiltersPending").text, "");
+  const found = sql("SELECT Count(*) AS n FROM [Campaign Results]")[0].n;
+  assertEqual([control("dbgFirst").enabled, control("dbgFirst").rowCount], [true, Math.min(found, 50)]);
   selectTab(1);
   control("cmdNext0").click();
   assertMatch(control("lblFiltersPending").text, pending);

@@ -34,6 +34,7 @@ class Wizard : public testing::Test {
   Counters counters_{host_.statements, host_.diagnostics};
   CreditEstimate estimate_{host_.statements, host_.diagnostics};
   ResultsView results_{host_.statements, counters_, host_.diagnostics};
+  FirstRows firstRows_{host_.statements};
   QueryProcessor queries_{host_.statements, options_,          user_,          campaign_,        state_.options,
                           state_.filters,   state_.lblRecords, state_.leftOut, host_.diagnostics};
   QuerySelection selection_{host_.statements, campaign_, state_, options_, edition_, host_.diagnostics};
@@ -48,6 +49,7 @@ class Wizard : public testing::Test {
                       .settings = settings_,
                       .queries = queries_,
                       .results = results_,
+                      .firstRows = firstRows_,
                       .counters = counters_,
                       .estimate = estimate_,
                       .events = host_.events,

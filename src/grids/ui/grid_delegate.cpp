@@ -36,6 +36,9 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
       wraps_ && column != nullptr && (wrapsAll_ || column->field.compare(wrapField_, Qt::CaseInsensitive) == 0);
   option->features.setFlag(QStyleOptionViewItem::WrapText, wraps);
   if (!wraps) option->text = OneLine(option->text);
+  // The colours of the user's options know no disabled grid.
+  if ((option->state & QStyle::State_Enabled) == 0)
+    option->palette.setColor(QPalette::Text, QApplication::palette().color(QPalette::Disabled, QPalette::Text));
 }
 
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -1,5 +1,6 @@
 #include "marketing/ui/filter_page.h"
 
+#include "marketing/ui/campaign_rows.h"
 #include "marketing/ui/fill_combo.h"
 #include "platform/ui/letters.h"
 #include "platform/ui/look.h"
@@ -37,8 +38,12 @@ void ShowText(QLineEdit& box, const QString& text) {
 
 }  // namespace
 
-FilterPage::FilterPage(PageParts parts) : WizardPage(std::move(parts)), ui_(std::make_unique<Ui::FilterPage>()) {
+FilterPage::FilterPage(PageParts parts)
+    : WizardPage(std::move(parts)),
+      ui_(std::make_unique<Ui::FilterPage>()),
+      firstRows_(App().statements, App().diagnostics, App().userOptions) {
   ui_->setupUi(this);
+  SetUpFirstRows();
   const FilterCaptions captions = MakeFilterCaptions(App().startup.edition.boat);
   ui_->fraVehicleFilter->setTitle(captions.fraVehicleFilter);
   for (const FilterRow& row : FilterRows()) {
@@ -56,6 +61,13 @@ FilterPage::FilterPage(PageParts parts) : WizardPage(std::move(parts)), ui_(std:
 }
 
 FilterPage::~FilterPage() = default;
+
+void FilterPage::SetUpFirstRows() {
+  firstRows_.Grid(*ui_->dbgFirst);
+  firstRows_.ParentForm(*this);
+  firstRows_.bColSorting(false);
+  firstRows_.Tag(QStringLiteral("MSG:The first rows stand here when there are any."));
+}
 
 QWidget* FilterPage::FirstControl() {
   return ui_->chkIncludeOptedOut;
@@ -147,6 +159,7 @@ void FilterPage::FilterClicked() {
 void FilterPage::ShowPending() {
   const QString pending = FiltersPendingText(State());
   ui_->lblFiltersPending->setText(pending);
+  ui_->dbgFirst->setEnabled(pending.isEmpty());
   ShowNotes();
 }
 
@@ -160,6 +173,7 @@ void FilterPage::ShowNotes() {
 }
 
 void FilterPage::CopyState() {
+  ShowCampaignRows(firstRows_, Desk().firstRows.Rows(), App());
   ShowPending();
   const Filters& filters = State().filters;
   ui_->chkIncludeOptedOut->setChecked(filters.chkIncludeOptedOut);

@@ -5,6 +5,7 @@
 #include <array>
 #include <memory>
 
+#include "grids/ui/cDataGrid.h"
 #include "marketing/ui/wizard_page.h"
 #include "queries/filter_table.h"
 
@@ -19,7 +20,7 @@ class FilterPage;
 
 namespace qbx {
 
-class FilterPage : public WizardPage {
+class FilterPage : public WizardPage, private GridOwner {
  public:
   explicit FilterPage(PageParts parts);
   ~FilterPage() override;
@@ -51,9 +52,11 @@ class FilterPage : public WizardPage {
   void FilterClicked();
   void ShowPending();
   void ShowNotes();
+  void SetUpFirstRows();
 
   std::unique_ptr<Ui::FilterPage> ui_;
   std::array<Controls, kFilterCount> controls_;  // by filter number
+  cDataGrid firstRows_;
 };
 
 }  // namespace qbx

@@ -33,7 +33,7 @@ and can take them in.</p>
 constexpr char kFilters[] = R"(
 <p>Each tick narrows the rows of step 1 further; only <i>No Marketing</i> and <i>Include Opted Out</i> take in more.
 With a vehicle filter the rows are vehicles, also when step 1 chose customers.</p>
-<p><b>Refresh</b> counts again, and says how many rows each filter left out. <b>Next &gt;</b> applies the filters and
+<p><b>Refresh</b> counts again, says how many rows each filter left out, and shows the first fifty below. <b>Next &gt;</b> applies the filters and
 shows the rows.</p>
 <h4>Keys</h4>
 <ul><li>Space ticks a filter, Tab goes to its boxes, Up and Down choose.</li>

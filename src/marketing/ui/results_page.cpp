@@ -1,5 +1,6 @@
 #include "marketing/ui/results_page.h"
 
+#include "marketing/ui/campaign_rows.h"
 #include "marketing/ui/page_help.h"
 #include "printing/report_files.h"
 #include "ui_results_page.h"
@@ -8,12 +9,6 @@
 
 namespace qbx {
 namespace {
-
-const QStringList& FlagColumns() {
-  static const QStringList columns = {QStringLiteral("Send_SMS"), QStringLiteral("Send_Email"),
-                                      QStringLiteral("Send_Letter"), QStringLiteral("Processed")};
-  return columns;
-}
 
 /// The tip of the list is that of the rule that is chosen.
 void FillRules(QComboBox& combo, const QStringList& rules, const QStringList& tips) {
@@ -74,7 +69,6 @@ void ResultsPage::SetUpGrid() {
   grid_.ParentForm(*this);
   grid_.StoredProc(QStringLiteral("Campaign_Results"));
   grid_.SetLineID(QString::fromLatin1(ResultsView::kRowKey));
-  grid_.FlagColumns(FlagColumns());
   grid_.AllowDelete(true);
   grid_.KeepLayout(App().registry, QStringLiteral("frmMain"));
   grid_.OnCellClick([this](const QString& field, qint64 recordId) { Desk().edits.ClickCell(field, recordId); });
@@ -139,14 +133,7 @@ void ResultsPage::WindowCloses() {
 
 void ResultsPage::ShowRows() {
   ShowCount();
-  if (!Desk().results.Rows().IsOpen()) return grid_.DisconnectRecordset();
-  const ResultsPresentation presentation = PresentResults(App().startup.edition, App().options);
-  // First, so that no hidden column becomes the current one.
-  grid_.HideColumns(presentation.hiddenColumns);
-  grid_.HideColumns(presentation.optInColumns, !presentation.showOptIn);
-  grid_.ConnectRecordset(Desk().results.Rows());
-  for (const ResultsPresentation::Caption& caption : presentation.captions)
-    grid_.SetCaption(caption.column, caption.caption);
+  ShowCampaignRows(grid_, Desk().results.Rows(), App());
 }
 
 void ResultsPage::ShowCount() {
