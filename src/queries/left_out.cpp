@@ -103,6 +103,22 @@ LeftOutAfter MakeLeftOutAfter(const ReasonCounts& reasons, qint64 selected, int 
   return after;
 }
 
+std::vector<CountedRows> CountLeftOut(const LeftOut& leftOut, bool boatEdition) {
+  std::vector<CountedRows> counted;
+  const auto add = [&counted](const QString& what, qint64 rows) {
+    if (rows > 0) counted.push_back({what, rows});
+  };
+  if (leftOut.before) {
+    add(QStringLiteral("Opted out"), leftOut.before->optedOut);
+    add(QStringLiteral("No Marketing"), leftOut.before->noMarketing);
+  }
+  if (!leftOut.after) return counted;
+  for (const LeftOutAfter::Filter& filter : leftOut.after->filters)
+    add(QLatin1String("By ") + FilterWording(FilterRows()[filter.filter].name, boatEdition), filter.rows);
+  add(QStringLiteral("Without consent"), leftOut.after->withoutConsent);
+  return counted;
+}
+
 QStringList LeftOutTexts(const LeftOut& leftOut, bool boatEdition) {
   return {leftOut.before ? BeforeText(*leftOut.before) : QString(),
           leftOut.after ? AfterText(leftOut, boatEdition) : QString()};

@@ -61,6 +61,15 @@ using ReasonCounts = std::map<int, qint64>;
 [[nodiscard]] LeftOutAfter MakeLeftOutAfter(const ReasonCounts& reasons, qint64 selected, int query,
                                             const Filters& filters);
 
+/// Rows by what they have in common.
+struct CountedRows {
+  QString what;
+  qint64 rows = 0;
+};
+
+/// Rows that were left out, before the filters and by them, by the reason: "Opted out", "No Marketing", "By Year", "Without consent". Only where there are some.
+[[nodiscard]] std::vector<CountedRows> CountLeftOut(const LeftOut& leftOut, bool boatEdition);
+
 /// The lines beside the two record counts, such as "Left out before: 12 opted out, 9 No Marketing." and "Left out: 40 by Customer Type, 12 without
 /// consent." A line is empty where nothing is left out, or nothing is known.
 [[nodiscard]] QStringList LeftOutTexts(const LeftOut& leftOut, bool boatEdition);

@@ -51,6 +51,8 @@ check("steps 4 and 5 stand", () => {
   selectTab(5);
   assertMatch(control("lblSMS0").text, /^SMS's to Send: [1-9]/);
   screenshot("step5");
+  control("cmdCopyChart").click();
+  assertMatch(clipboard(), /^[0-9]+ rows\. Text [0-9]+, .*Left out: Opted out [0-9]+/);
 });
 
 check("the campaign manager and the about box open and close", () => {

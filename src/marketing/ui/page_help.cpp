@@ -82,7 +82,8 @@ letters before you send, since a row that the mailshot has finished gets none.</
 starts, after some questions. What went out before does not go again, unless you say so when it asks.</p>
 <p><b>Pause Sending</b> stops after the customer whose messages are on their way. Start again and it goes on from
 there.</p>
-<p>The log below says what happened; it is kept for the next day. What failed is listed with its reason and tried
+<p>The chart shows who gets what and whom the query left out. <b>Copy the Picture</b> puts it on the clipboard.</p>
+<p>The log says what happened; it is kept for the next day. What failed is listed with its reason and tried
 again by the next run. What is <i>in doubt</i> may have arrived or not: the next run leaves it alone until you say
 which.</p>
 <h4>Keys</h4>

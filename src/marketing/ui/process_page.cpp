@@ -52,6 +52,7 @@ ProcessPage::ProcessPage(PageParts parts) : WizardPage(std::move(parts)), ui_(st
     ui_->cmdPause->setEnabled(false);
     if (running_) running_->Pause();
   });
+  connect(ui_->cmdCopyChart, &QPushButton::clicked, this, [this] { ui_->chtGets->Copy(); });
   connect(ui_->cmdCopyLog, &QPushButton::clicked, this,
           [this] { QGuiApplication::clipboard()->setText(ui_->txtProcessResults->toPlainText()); });
   connect(ui_->cmdSaveLog, &QPushButton::clicked, this, &ProcessPage::SaveLog);
@@ -90,6 +91,7 @@ void ProcessPage::CopyState() {
   ShowTroubles();
   ShowLettersMissed();
   ShowShared();
+  ShowWhoGetsWhat();
 }
 
 void ProcessPage::ShowCounters() {
@@ -112,6 +114,28 @@ void ProcessPage::ShowTroubles() {
 }
 
 /// Says how many messages go to a number or an address that another row has, too.
+void ProcessPage::ShowWhoGetsWhat() {
+  if (!App().connection.IsOpen()) return;
+  const WhoGetsWhat counts =
+      CountWhoGetsWhat(App().statements, App().campaign.record.ID, State().leftOut, App().startup.edition.boat);
+  hasRows_ = counts.rows > 0;
+  ui_->chtGets->Show(counts);
+  FitChart();
+}
+
+/// On a small screen the log has the room to itself.
+void ProcessPage::FitChart() {
+  constexpr int kRoomForBoth = 880;
+  const bool fits = hasRows_ && width() >= kRoomForBoth;
+  ui_->chtGets->setVisible(fits);
+  ui_->cmdCopyChart->setVisible(fits);
+}
+
+void ProcessPage::resizeEvent(QResizeEvent* event) {
+  WizardPage::resizeEvent(event);
+  FitChart();
+}
+
 void ProcessPage::ShowShared() {
   if (!App().connection.IsOpen()) return;
   const std::optional<RowSurvey> survey =

@@ -25,6 +25,7 @@ class ProcessPage : public WizardPage {
 
  protected:
   void CopyState() override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void GenerateLetters();
@@ -33,6 +34,8 @@ class ProcessPage : public WizardPage {
   void ShowTroubles();
   void ShowLettersMissed();
   void ShowShared();
+  void ShowWhoGetsWhat();
+  void FitChart();
   void ShowLastRun();
   /// Brings the newest line into sight.
   void ShowEndOfLog();
@@ -43,6 +46,7 @@ class ProcessPage : public WizardPage {
   int listener_;
   bool showsRun_ = false;  ///< a run view shows the lines
   CreditNeed credits_ = {};
+  bool hasRows_ = false;
   Mailshot* running_ = nullptr;
 };
 
