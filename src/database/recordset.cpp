@@ -14,6 +14,9 @@ namespace {
 
 constexpr int kNotAllowed = 3219;
 
+/// Rows up to this number are sorted into an order one by one.
+constexpr std::size_t kFewComing = 256;
+
 [[noreturn]] void ThrowNotAllowed() {
   throw DatabaseError(kNotAllowed, QStringLiteral("Operation is not allowed in this context."), {});
 }
@@ -40,6 +43,7 @@ class Recordset::State {
   std::shared_ptr<SharedRows> shared;  // client-side
   std::vector<quint32> order;          // stored rows in the current order; may still hold rows deleted since `cleaned`
   qint64 cleaned = 0;                  // deletions already taken out of `order`
+  std::vector<quint32> moved;          // stored rows that may stand elsewhere in `order` now
   qint64 current = 0;                  // index into `order`
   int sortColumn = -1;
   bool sortDescending = false;
@@ -72,12 +76,38 @@ class Recordset::State {
     order.clear();
     order.reserve(count);
     for (std::size_t row = 0; row < count; ++row) {
-      if (!shared->deleted[row] && (!filter || filter(StoredRow(shared->rows, static_cast<qint64>(row)))))
-        order.push_back(static_cast<quint32>(row));
+      if (Passes(static_cast<quint32>(row))) order.push_back(static_cast<quint32>(row));
     }
+    moved.clear();
     cleaned = shared->deletedCount;
     GoTo(0);
     if (sortColumn >= 0 && sortColumn < static_cast<int>(columns.size())) SortOrder();
+  }
+
+  [[nodiscard]] bool Passes(quint32 row) const {
+    return !shared->deleted[row] && (!filter || filter(StoredRow(shared->rows, row)));
+  }
+
+  /// The same after some rows were amended: of a sorted order only those that come or move are sorted in.
+  void ArrangeAgain() {
+    if (sortColumn < 0 || sortColumn >= static_cast<int>(columns.size())) return Arrange();
+    std::vector<quint8> stays(static_cast<std::size_t>(shared->rows.Count()), 0);
+    for (const quint32 row : order)
+      stays[row] = 1;
+    for (const quint32 row : std::exchange(moved, {}))
+      stays[row] = 0;
+    std::vector<quint32> coming;
+    for (quint32 row = 0; row < stays.size(); ++row) {
+      const bool passes = Passes(row);
+      if (passes && stays[row] == 0) coming.push_back(row);
+      stays[row] = stays[row] != 0 && passes ? 1 : 0;
+    }
+    if (coming.size() > kFewComing) return Arrange();
+    std::erase_if(order, [&stays](quint32 row) { return stays[row] == 0; });
+    for (const quint32 row : coming)
+      InsertRow(order, row, shared->rows, sortColumn, sortDescending);
+    cleaned = shared->deletedCount;
+    GoTo(0);
   }
 
   /// What was set and never written belongs to the row that is left.
@@ -269,6 +299,41 @@ Cell Recordset::At(qint64 row, int column) const {
 
 Cell StoredRow::At(int column) const {
   return rows_.At(row_, column);
+}
+
+void AmendedRow::Put(int column, const Value& value) {
+  amended_.Set(row_, column, value);
+  put_.push_back(column);
+}
+
+void Recordset::Visit(const std::function<void(const StoredRow& row)>& look) const {
+  if (!state_) return;
+  if (!state_->ClientSide()) ThrowNotAllowed();
+  const State::SharedRows& stored = *state_->shared;
+  for (qint64 row = 0; row < stored.rows.Count(); ++row)
+    if (!stored.deleted[static_cast<std::size_t>(row)]) look(StoredRow(stored.rows, row));
+}
+
+void Recordset::Amend(const std::function<void(AmendedRow& row)>& amend) {
+  if (!state_) return;
+  if (!state_->ClientSide()) ThrowNotAllowed();
+  state_->DropChanges();
+  State::SharedRows& stored = *state_->shared;
+  for (qint64 row = 0; row < stored.rows.Count(); ++row) {
+    if (stored.deleted[static_cast<std::size_t>(row)]) continue;
+    AmendedRow amended(stored.rows, row);
+    amend(amended);
+    if (amended.HasPut(state_->sortColumn)) state_->moved.push_back(static_cast<quint32>(row));
+    if (!amended.Dropped()) continue;
+    stored.deleted[static_cast<std::size_t>(row)] = true;
+    ++stored.deletedCount;
+  }
+}
+
+void Recordset::ArrangeAgain() {
+  if (!state_) return;
+  if (!state_->ClientSide()) ThrowNotAllowed();
+  state_->ArrangeAgain();
 }
 
 void Recordset::Sort(int column, bool descending) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -23,9 +24,26 @@ class StoredRow {
   /// \param column  one that the recordset has
   [[nodiscard]] Cell At(int column) const;
 
- private:
+ protected:
   const PackedRows& rows_;
   qint64 row_;
+};
+
+/// A row that is brought up to date with the server, here only.
+class AmendedRow : public StoredRow {
+ public:
+  AmendedRow(PackedRows& rows, qint64 row) : StoredRow(rows, row), amended_(rows) {}
+
+  void Put(int column, const Value& value);
+  [[nodiscard]] bool HasPut(int column) const { return std::find(put_.begin(), put_.end(), column) != put_.end(); }
+  /// The row is gone.
+  void Drop() { dropped_ = true; }
+  [[nodiscard]] bool Dropped() const { return dropped_; }
+
+ private:
+  PackedRows& amended_;
+  std::vector<int> put_;
+  bool dropped_ = false;
 };
 
 /// A cursor over a result.
@@ -77,6 +95,15 @@ class Recordset {
   /// Any cell of a client-side recordset by position in the current order, for models; as stored, without moving. Valid
   /// while the recordset is unchanged.
   [[nodiscard]] Cell At(qint64 row, int column) const;
+
+  /// Looks at every row, also at those that the filter hides, in the order in which they were read.
+  void Visit(const std::function<void(const StoredRow& row)>& look) const;
+  /// Changes rows here only, after something else changed them on the server: goes through them as Visit does. Sort and filter take
+  /// it in with `ArrangeAgain`.
+  void Amend(const std::function<void(AmendedRow& row)>& amend);
+  /// Sorts and filters anew after `Amend`, or since the filter looks at something else that changed; the first row becomes current. Where few
+  /// rows change their place this costs little.
+  void ArrangeAgain();
 
   /// Orders by one column; NULL first, text without regard to case, equal rows stay in order.
   void Sort(int column, bool descending);
