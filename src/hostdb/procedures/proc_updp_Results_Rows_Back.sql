@@ -4,11 +4,12 @@ CREATE PROCEDURE proc_updp_Results_Rows_Back
   @CampaignID int,
   @Rows nvarchar(max)
 AS
-UPDATE [Campaign Results] SET
+-- Not indexed: the rows are looked up by their keys, and the campaign is not gone through for each.
+UPDATE [Campaign Results] NOT INDEXED SET
   Send_SMS = k.value ->> '$[1][0]', Send_Email = k.value ->> '$[1][1]', Send_Letter = k.value ->> '$[1][2]', Processed = k.value ->> '$[1][3]'
 FROM json_each(@Rows) k
 WHERE RecordID = k.value ->> '$[0]' AND CampaignID = @CampaignID;
-UPDATE [Campaign Results] SET Processed_Date = k.value ->> '$[1][4]'
+UPDATE [Campaign Results] NOT INDEXED SET Processed_Date = k.value ->> '$[1][4]'
 FROM json_each(@Rows) k
 WHERE RecordID = k.value ->> '$[0]' AND CampaignID = @CampaignID AND Processed_Date IS NOT k.value ->> '$[1][4]';
 DELETE FROM Send_Journal WHERE CampaignID = @CampaignID AND RecordID IN (SELECT value ->> '$[0]' FROM json_each(@Rows));
