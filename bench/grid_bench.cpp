@@ -203,7 +203,9 @@ int main(int argc, char** argv) {
   SampleProgram program(customers);
   {
     const SqliteFile garage = OpenPlain(program.File(), program.Time());
-    ExecuteSql(garage.Handle(), "UPDATE Customers SET No_Marketing = 0, Consent_Response = 0");  // nobody is left out
+    ExecuteSql(
+        garage.Handle(),
+        "UPDATE Customers SET No_Marketing = 0, Consent_Response = 0; UPDATE _Options SET Only_Send_Comms_When_Opted_In = 0");  // nobody is left out
   }
   program.Start();
   RunQuery(program);

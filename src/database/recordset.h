@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QString>
-#include <algorithm>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -24,7 +23,7 @@ class StoredRow {
   /// \param column  one that the recordset has
   [[nodiscard]] Cell At(int column) const;
 
- protected:
+ private:
   const PackedRows& rows_;
   qint64 row_;
 };
@@ -32,17 +31,16 @@ class StoredRow {
 /// A row that is brought up to date with the server, here only.
 class AmendedRow : public StoredRow {
  public:
-  AmendedRow(PackedRows& rows, qint64 row) : StoredRow(rows, row), amended_(rows) {}
+  using Writer = std::function<void(int column, const Value& value)>;
+  AmendedRow(const PackedRows& rows, qint64 row, const Writer& write) : StoredRow(rows, row), write_(write) {}
 
-  void Put(int column, const Value& value);
-  [[nodiscard]] bool HasPut(int column) const { return std::find(put_.begin(), put_.end(), column) != put_.end(); }
+  void Put(int column, const Value& value) { write_(column, value); }
   /// The row is gone.
   void Drop() { dropped_ = true; }
   [[nodiscard]] bool Dropped() const { return dropped_; }
 
  private:
-  PackedRows& amended_;
-  std::vector<int> put_;
+  const Writer& write_;
   bool dropped_ = false;
 };
 
@@ -101,8 +99,8 @@ class Recordset {
   /// Changes rows here only, after something else changed them on the server: goes through them as Visit does. Sort and filter take
   /// it in with `ArrangeAgain`.
   void Amend(const std::function<void(AmendedRow& row)>& amend);
-  /// Sorts and filters anew after `Amend`, or since the filter looks at something else that changed; the first row becomes current. Where few
-  /// rows change their place this costs little.
+  /// Sorts and filters anew after `Amend`, or since the filter looks at something else that changed; the first row becomes current. Rows that
+  /// were sorted before are not sorted again, but for those that were changed.
   void ArrangeAgain();
 
   /// Orders by one column; NULL first, text without regard to case, equal rows stay in order.
