@@ -101,7 +101,7 @@ bool ResultsView::PutRows(const std::vector<qint64>& changed) {
     return false;  // reading whole says what is the matter
   }
   if (!PutFlags(fresh, QSet<qint64>(changed.begin(), changed.end()))) return false;
-  if (kindsRead_) kinds_.ReadAgain(rows_, changed, ReadTroubles());
+  if (kindsRead_) kinds_.ReadAgain(fresh, changed, ReadTroubles());
   rows_.ArrangeAgain();
   return true;
 }

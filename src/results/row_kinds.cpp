@@ -1,6 +1,7 @@
 #include "results/row_kinds.h"
 
 #include <QSet>
+#include <bit>
 #include <utility>
 
 #include "results/mobile_number.h"
@@ -14,6 +15,7 @@ constexpr quint8 Bit(RowKind kind) {
 }
 
 constexpr quint8 kOfFlags = Bit(RowKind::kText) | Bit(RowKind::kEmail) | Bit(RowKind::kLetter) | Bit(RowKind::kNothing);
+constexpr quint8 kOfTroubles = Bit(RowKind::kFailed) | Bit(RowKind::kInDoubt);
 constexpr int kInDoubtState = 0;
 
 /// Where the columns stand that the kinds follow from.
@@ -76,16 +78,22 @@ void RowKinds::Read(const Recordset& rows, Recordset troubles) {
   Complete(std::move(troubles));
 }
 
-void RowKinds::ReadAgain(const Recordset& rows, const std::vector<qint64>& changed, Recordset troubles) {
-  const KindColumns columns(rows);
-  QSet<qint64> sought(changed.begin(), changed.end());
-  rows.Visit([&](const StoredRow& row) {
-    const qint64 recordId = row.At(columns.record).integer;
-    if (sought.remove(recordId)) (*rows_)[recordId].kinds = columns.KindsOf(row);
+void RowKinds::ReadAgain(const Recordset& fresh, const std::vector<qint64>& changed, Recordset troubles) {
+  const KindColumns columns(fresh);
+  QSet<qint64> gone(changed.begin(), changed.end());
+  fresh.Visit([&](const StoredRow& row) {
+    const auto known = rows_->find(row.At(columns.record).integer);
+    if (known == rows_->end()) return;
+    gone.remove(known.key());
+    SetKinds(*known, static_cast<quint8>((known->kinds & ~kOfFlags) | columns.KindsOf(row)));
   });
-  for (const qint64 gone : sought)
-    rows_->remove(gone);
-  Complete(std::move(troubles));
+  qsizetype left = 0;
+  for (const qint64 recordId : gone)
+    left += rows_->remove(recordId);
+  if (left > 0)
+    Complete(std::move(troubles));
+  else
+    SetTroubles(std::move(troubles));
 }
 
 /// What a row cannot tell by itself, and the numbers.
@@ -95,21 +103,38 @@ void RowKinds::Complete(Recordset troubles) {
     if (row.phone >= sharing.size()) sharing.resize(row.phone + 1U);
     ++sharing[row.phone];
   }
+  counts_.fill(0);
+  troubled_.clear();
   for (Row& row : *rows_) {
     const bool shared = row.phone != 0 && sharing[row.phone] > 1;
-    row.kinds =
+    const auto kinds =
         static_cast<quint8>((row.kinds & kOfFlags) | Bit(RowKind::kAll) | (shared ? Bit(RowKind::kSameMobile) : 0));
+    row.kinds = 0;
+    SetKinds(row, kinds);
   }
+  SetTroubles(std::move(troubles));
+}
+
+void RowKinds::SetTroubles(Recordset troubles) {
+  for (const qint64 recordId : std::exchange(troubled_, {}))
+    if (const auto row = rows_->find(recordId); row != rows_->end())
+      SetKinds(*row, static_cast<quint8>(row->kinds & ~kOfTroubles));
   for (; !troubles.Eof(); troubles.MoveNext()) {
     const auto row = rows_->find(troubles.Field(QStringLiteral("RecordID")).ToInt());
     if (row == rows_->end()) continue;
+    troubled_.push_back(row.key());
     const bool inDoubt = troubles.Field(QStringLiteral("State")).ToInt() == kInDoubtState;
-    row->kinds |= Bit(inDoubt ? RowKind::kInDoubt : RowKind::kFailed);
+    SetKinds(*row, row->kinds | Bit(inDoubt ? RowKind::kInDoubt : RowKind::kFailed));
   }
-  counts_.fill(0);
-  for (const Row& row : std::as_const(*rows_))
-    for (std::size_t kind = 0; kind < counts_.size(); ++kind)
-      counts_[kind] += (row.kinds >> kind) & 1U;
+}
+
+/// Sets them, and counts the difference.
+void RowKinds::SetKinds(Row& row, quint8 kinds) {
+  for (unsigned changed = row.kinds ^ kinds; changed != 0; changed &= changed - 1) {
+    const auto kind = static_cast<std::size_t>(std::countr_zero(changed));
+    counts_[kind] += ((kinds >> kind) & 1U) != 0 ? 1 : -1;
+  }
+  row.kinds = kinds;
 }
 
 bool RowKinds::Is(qint64 recordId, RowKind kind) const {

@@ -39,7 +39,8 @@ class RowKinds {
   /// \param troubles  what `proc_selp_Send_Troubles` says of the campaign
   void Read(const Recordset& rows, Recordset troubles);
   /// Looks again at some rows that were changed or are gone.
-  void ReadAgain(const Recordset& rows, const std::vector<qint64>& changed, Recordset troubles);
+  /// \param fresh  those of them that are there: `RecordID` and the send flags
+  void ReadAgain(const Recordset& fresh, const std::vector<qint64>& changed, Recordset troubles);
 
   [[nodiscard]] bool Is(qint64 recordId, RowKind kind) const;
   /// How many rows are of a kind; of kAll, how many there are.
@@ -57,8 +58,11 @@ class RowKinds {
   using Rows = QHash<qint64, Row>;
 
   void Complete(Recordset troubles);
+  void SetTroubles(Recordset troubles);
+  void SetKinds(Row& row, quint8 kinds);
 
   std::shared_ptr<Rows> rows_;  // the filters look at it, too
+  std::vector<qint64> troubled_;
   std::array<int, kRowKinds> counts_ = {};
 };
 
