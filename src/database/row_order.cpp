@@ -53,6 +53,29 @@ SortKey KeyOf(const Cell& cell, quint32 row) {
   return {cell.type == ValueType::kText ? FoldedStart(cell.utf8) : OrderedBits(NumberOf(cell)), row, rank};
 }
 
+/// Whether one row stands before another.
+class IsBefore {
+ public:
+  IsBefore(const PackedRows& rows, int column, bool descending)
+      : rows_(rows), column_(column), descending_(descending) {}
+
+  bool operator()(const SortKey& left, const SortKey& right) const {
+    const int sign = Compare(left, right);
+    return sign == 0 ? left.row < right.row : (sign < 0) != descending_;
+  }
+
+ private:
+  [[nodiscard]] int Compare(const SortKey& left, const SortKey& right) const {
+    if (left.rank != right.rank) return left.rank < right.rank ? -1 : 1;
+    if (left.head != right.head) return left.head < right.head ? -1 : 1;
+    return CompareCells(rows_.At(left.row, column_), rows_.At(right.row, column_));
+  }
+
+  const PackedRows& rows_;
+  int column_;
+  bool descending_;
+};
+
 }  // namespace
 
 void SortRows(std::vector<quint32>& order, const PackedRows& rows, int column, bool descending) {
@@ -60,16 +83,16 @@ void SortRows(std::vector<quint32>& order, const PackedRows& rows, int column, b
   keys.reserve(order.size());
   for (const quint32 row : order)
     keys.push_back(KeyOf(rows.At(row, column), row));
-  const auto compare = [&rows, column](const SortKey& left, const SortKey& right) {
-    if (left.rank != right.rank) return left.rank < right.rank ? -1 : 1;
-    if (left.head != right.head) return left.head < right.head ? -1 : 1;
-    return CompareCells(rows.At(left.row, column), rows.At(right.row, column));
-  };
-  std::sort(keys.begin(), keys.end(), [&compare, descending](const SortKey& left, const SortKey& right) {
-    const int sign = compare(left, right);
-    return sign == 0 ? left.row < right.row : (sign < 0) != descending;
-  });
+  std::sort(keys.begin(), keys.end(), IsBefore(rows, column, descending));
   std::transform(keys.begin(), keys.end(), order.begin(), [](const SortKey& key) { return key.row; });
+}
+
+void InsertRow(std::vector<quint32>& order, quint32 row, const PackedRows& rows, int column, bool descending) {
+  const auto key = [&rows, column](quint32 of) { return KeyOf(rows.At(of, column), of); };
+  const IsBefore isBefore(rows, column, descending);
+  const auto place = std::upper_bound(order.begin(), order.end(), row,
+                                      [&](quint32 left, quint32 right) { return isBefore(key(left), key(right)); });
+  order.insert(place, row);
 }
 
 }  // namespace qbx

@@ -1,8 +1,8 @@
 #include "dispatch/mailshot_run.h"
 
-#include "dispatch/mobile_number.h"
 #include "dispatch/result_rows.h"
 #include "results/merge_row.h"
+#include "results/mobile_number.h"
 
 namespace qbx {
 
