@@ -367,28 +367,35 @@ TEST_F(GridFixture, LayoutComesBack) {
   RegistryValues registry({store, diagnostics, failures}, startup);
   grid_.KeepLayout(registry, QStringLiteral("frmMain"));
   Fill(1);
+  grid_.HideColumns({QStringLiteral("Ticked")}, false);
   Connect();
   view_->horizontalHeader()->moveSection(4, 1);
   view_->setColumnWidth(2, 123);
-  grid_.HideColumns({QStringLiteral("Due")});
+  ChooseColumns({"Due", "ID", "Last Name", "Price"});
+  EXPECT_EQ(grid_.HiddenFields(), QSet<QString>({"due", "id", "last_name", "price"}));
+  grid_.HideColumns({QStringLiteral("Ticked")});
+  EXPECT_TRUE(view_->isColumnHidden(4));
+  EXPECT_EQ(grid_.HiddenFields().size(), 1) << "the last one comes back when its only neighbour goes";
+  ChooseColumns({"Due"});
   grid_.SaveLayout();
   EXPECT_EQ(
       registry.sysLoadValueFromRegistry(QStringLiteral("frmMainDataGrid"), QStringLiteral("03-"), {.perUser = true}),
-      QStringLiteral("W:123,C:02"));
-  EXPECT_EQ(
-      registry.sysLoadValueFromRegistry(QStringLiteral("frmMainDataGrid"), QStringLiteral("02-"), {.perUser = true}),
-      QString())
-      << "a column that nobody changed";
+      QStringLiteral("W:123,V:-1,C:02,N:Price,"));
+  registry.sysSaveValueToRegistry(QStringLiteral("frmMainDataGrid"), QStringLiteral("02-"),
+                                  QStringLiteral("W:70,V:0,C:01"), true);
 
   QTableView other;
   other.setObjectName(QStringLiteral("dbgData"));
   cDataGrid again(statements, diagnostics, options_);
   again.Grid(other);
   again.KeepLayout(registry, QStringLiteral("frmMain"));
-  again.ConnectRecordset(rows_);
+  Recordset changed;
+  ASSERT_FALSE(statements.dbOpenRec(changed, QStringLiteral("SELECT ID, Last_Name, Due, Price, Ticked FROM Lines")));
+  again.ConnectRecordset(changed);
   EXPECT_EQ(other.horizontalHeader()->visualIndex(4), 1);
-  EXPECT_EQ(other.columnWidth(2), 123);
-  EXPECT_FALSE(other.isColumnHidden(3)) << "what is hidden is said by the window, whatever stands at that place now";
+  EXPECT_EQ(other.columnWidth(3), 123) << "found by its name";
+  EXPECT_EQ(other.columnWidth(1), 70) << "an older entry";
+  EXPECT_EQ(again.HiddenFields(), QSet<QString>{"due"}) << "which hides nothing";
 }
 
 }  // namespace

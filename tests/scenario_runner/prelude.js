@@ -224,7 +224,7 @@
     "rowCount", "columns", "hiddenColumns", "firstVisibleRow", "currentRow", "currentColumn", "sort", "shortcut", "size", "kind", "mnemonic"];
   const asked = ["cell", "cellColours", "row", "tabEnabled", "columnWidth", "visibleTexts"];
   const actions = ["click", "doubleClick", "rightClick", "type", "setText", "choose", "toggle", "tick", "untick", "press", "focus", "selectTab",
-    "clickCell", "doubleClickCell", "rightClickCell", "clickHeading", "selectRows", "scrollToRow", "resizeColumn", "moveColumn", "trigger", "close", "resize"];
+    "clickCell", "doubleClickCell", "rightClickCell", "clickHeading", "rightClickHeading", "selectRows", "scrollToRow", "resizeColumn", "moveColumn", "trigger", "close", "resize"];
 
   class Control {
     constructor(name) { this.name = name; }

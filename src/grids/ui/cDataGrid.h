@@ -153,9 +153,11 @@ class cDataGrid {
   void FormatColumns(const QString& highlightedColumns = {}) { look_.FormatColumns(highlightedColumns); }
   /// Another heading than the field's name.
   void SetCaption(const QString& field, const QString& caption) { look_.SetCaption(field, caption); }
+  /// Hides columns, or shows them. From then on they are the window's to show and hide, and not offered to the user; of the others the user
+  /// chooses in the menu of the heading, or of the grid.
   void HideColumns(const QStringList& fields, bool hide = true) { look_.HideColumns(fields, hide); }
   /// The fields whose columns are not shown, in lower case.
-  [[nodiscard]] const QSet<QString>& HiddenFields() const { return look_.HiddenFields(); }
+  [[nodiscard]] QSet<QString> HiddenFields() const { return look_.HiddenFields(); }
   /// The columns that are not hidden, in the order shown.
   [[nodiscard]] std::vector<GridShownColumn> ShownColumns() const;
   /// Locked columns cannot be edited.
@@ -164,9 +166,8 @@ class cDataGrid {
   /// \param registry  must outlive this
   /// \param window    name of the owner window ("frmMain")
   void KeepLayout(RegistryValues& registry, const QString& window) { look_.KeepLayout(registry, window); }
-  /// Stores places and widths of the columns that the user changed, when `KeepLayout` was called and columns are shown; for the window's end.
-  /// Which columns are shown is the window's to say each time: kept by position, it would hide others once the host's
-  /// columns come in another order.
+  /// Stores place, width and visibility of the columns that the user changed, when `KeepLayout` was called and columns are shown; for the
+  /// window's end. They are kept by their names, so that other columns of the host hide no other one.
   void SaveLayout() { look_.SaveLayout(); }
   /// Columns drawn as ticks and offered for a click (a hand is shown over them); columns that hold truth values are
   /// drawn as ticks in any case.

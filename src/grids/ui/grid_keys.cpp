@@ -6,6 +6,7 @@
 
 #include "grids/grid_find.h"
 #include "grids/grid_sort.h"
+#include "grids/ui/column_menu.h"
 
 namespace qbx {
 
@@ -29,6 +30,9 @@ void GridKeys::Attach(QObject& context) {
   QObject::connect(&view, &QTableView::clicked, &context, [this](const QModelIndex& index) {
     if (clickModifiers_ == Qt::NoModifier && !secondClick_) ClickCell(index, ClickedBy::kMouse);
   });
+  header->setContextMenuPolicy(Qt::CustomContextMenu);
+  QObject::connect(header, &QWidget::customContextMenuRequested, &context,
+                   [this](const QPoint& at) { ColumnsMenu(at); });
   QObject::connect(&view, &QWidget::customContextMenuRequested, &context, [this](const QPoint& at) { Menu(at); });
   QObject::connect(
       view.selectionModel(), &QItemSelectionModel::currentChanged, &context,
@@ -236,7 +240,16 @@ void GridKeys::Menu(const QPoint& position) {
     add(QStringLiteral("&Sort by %1").arg(heading.replace(u'&', QLatin1String("&&"))), {}, any,
         [this, column] { HeadClick(column); });
   }
+  add(QStringLiteral("Colu&mns..."), {}, core_.model.columnCount() > 0, [this] { ColumnsMenu({}); });
   menu->popup(core_.view->viewport()->mapToGlobal(position));
+}
+
+/// \param position  in the heading
+void GridKeys::ColumnsMenu(const QPoint& position) {
+  if (core_.model.columnCount() == 0) return;
+  auto* menu = new ColumnMenu(look_, place_, *core_.view);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->popup(core_.view->horizontalHeader()->mapToGlobal(position));
 }
 
 void GridKeys::HeadClick(int column) {

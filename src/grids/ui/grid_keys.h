@@ -76,6 +76,7 @@ class GridKeys {
   enum class ClickedBy { kMouse, kKey };
   void ClickCell(const QModelIndex& index, ClickedBy by);
   void Menu(const QPoint& position);
+  void ColumnsMenu(const QPoint& position);
 
   GridCore& core_;
   GridPlace& place_;

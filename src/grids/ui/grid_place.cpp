@@ -147,6 +147,13 @@ int GridPlace::VisibleColumn(int column) const {
   return -1;
 }
 
+void GridPlace::LeaveHiddenColumn() {
+  const QModelIndex current = core_.view->currentIndex();
+  if (!current.isValid()) return;
+  core_.view->selectionModel()->setCurrentIndex(current.siblingAtColumn(VisibleColumn(current.column())),
+                                                QItemSelectionModel::NoUpdate);
+}
+
 void GridPlace::MoveTo(qint64 row) {
   if (!core_.view || row < 0 || row >= core_.RowCount()) return;
   SetCurrent(row, VisibleColumn(core_.view->currentIndex().column()));

@@ -28,6 +28,8 @@ class GridPlace {
   void SetCurrent(qint64 row, int column);
   /// The column itself when it can be current, otherwise the first that is shown.
   [[nodiscard]] int VisibleColumn(int column) const;
+  /// The current cell's column was hidden: another one of its row becomes current, and the selection stays.
+  void LeaveHiddenColumn();
   bool FindLine(const QString& field, const Value& value);
   void HighlightCell(qint64 row, const QString& field);
 

@@ -51,6 +51,8 @@ rule does not name keeps its tick. Where the options ask for consent, no rule ti
 row.</li>
 <li>Letters find in the sorted column, Ctrl+F finds in any. A click on a heading sorts.</li>
 <li>Ctrl+Delete takes a row out, Ctrl+C copies, Ctrl+A selects all.</li>
+<li>Shift+F10 opens the menu of the grid; <b>Columns...</b> in it, or a right click on a heading, says which are
+shown. What is printed follows.</li>
 <li>Tab leaves the grid.</li></ul>
 <h4>The rules for SMS</h4>
 %1
