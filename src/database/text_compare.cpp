@@ -106,4 +106,20 @@ bool StartsWithNoCase(std::string_view text, std::string_view start) {
   return start.empty();
 }
 
+SoughtText::SoughtText(std::string_view text)
+    : text_(text), lower_(static_cast<unsigned char>(text.front())), upper_(lower_), plain_(lower_ < 0x80) {
+  if (!plain_) return;
+  lower_ = kFold[lower_];
+  if (lower_ >= 'a' && lower_ <= 'z') upper_ = static_cast<unsigned char>(lower_ - 32);
+}
+
+bool SoughtText::IsIn(std::string_view text) const {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const bool mayBegin = plain_ ? byte == lower_ || byte == upper_ : byte >= 0xC0;
+    if (mayBegin && StartsWithNoCase(text.substr(i), text_)) return true;
+  }
+  return false;
+}
+
 }  // namespace qbx

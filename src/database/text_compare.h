@@ -18,4 +18,19 @@ namespace qbx {
 /// Whether a text starts with another, without regard to case.
 [[nodiscard]] bool StartsWithNoCase(std::string_view text, std::string_view start);
 
+/// A text that is looked for in many others, without regard to case.
+class SoughtText {
+ public:
+  /// \param text  not empty; must outlive this
+  explicit SoughtText(std::string_view text);
+
+  [[nodiscard]] bool IsIn(std::string_view text) const;
+
+ private:
+  std::string_view text_;
+  unsigned char lower_;  // of its first byte
+  unsigned char upper_;
+  bool plain_;  // begins with a letter, digit or sign of ASCII
+};
+
 }  // namespace qbx

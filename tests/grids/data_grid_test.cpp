@@ -348,6 +348,40 @@ TEST_F(GridFixture, FiltersInWordsAndFindsLines) {
   EXPECT_EQ(grid_.RecordID(), 5);
 }
 
+TEST_F(GridFixture, FindsATextInWhatIsShown) {
+  Fill(9);
+  Run(QStringLiteral("UPDATE Lines SET Last_Name = 'ZOË Tomé' WHERE ID IN (2, 7)"));
+  Connect();
+  grid_.HideColumns({QStringLiteral("Due")});
+  const auto found = [this](const char* text, cDataGrid::Search search) {
+    return grid_.FindText(QString::fromUtf8(text), search)
+               ? grid_.CurrentField() + grid_.CellText(grid_.CurrentRow(), QStringLiteral("ID"))
+               : QString();
+  };
+  using Search = cDataGrid::Search;
+  EXPECT_EQ(found("oë t", Search::kFromHere), QStringLiteral("Last_Name2"));
+  EXPECT_EQ(found("oË T", Search::kFromHere), QStringLiteral("Last_Name2")) << "typed on: stays";
+  EXPECT_EQ(found("TOMÉ", Search::kNext), QStringLiteral("Last_Name7"));
+  EXPECT_EQ(found("TOMÉ", Search::kNext), QStringLiteral("Last_Name2")) << "once round";
+  EXPECT_EQ(found("zo", Search::kPrevious), QStringLiteral("Last_Name7"));
+  EXPECT_EQ(found("13.50", Search::kFromHere), QStringLiteral("Price9")) << "as it is shown";
+  EXPECT_EQ(found("2026", Search::kFromHere), QString()) << "not in a hidden column";
+  EXPECT_EQ(found("Yes", Search::kFromHere), QString());
+}
+
+TEST_F(GridFixture, ShowingOnlySomeKeepsTheCurrentRow) {
+  Fill(9);
+  Connect();
+  grid_.sFilter(QStringLiteral("ID > 2"));
+  grid_.MoveTo(3);
+  grid_.ShowOnly([](const StoredRow& row) { return row.At(0).integer % 3 == 0; });
+  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("3 6 9"));
+  EXPECT_EQ(grid_.RecordID(), 6);
+  grid_.ShowOnly({});
+  EXPECT_EQ(grid_.RowCount(), 7);
+  EXPECT_EQ(grid_.RecordID(), 6);
+}
+
 TEST_F(GridFixture, WidthsAreFittedWhenTheFirstRowsCome) {
   Connect();
   const int heading = view_->columnWidth(1);

@@ -132,6 +132,7 @@ void GridKeys::Find(const QString& start) {
 }
 
 void GridKeys::AskFind() {
+  if (onFind_) return onFind_();
   if (core_.RowCount() == 0) return;
   const int column = core_.SortedColumn() >= 0 ? core_.SortedColumn() : core_.view->currentIndex().column();
   const GridColumn* format = core_.model.ColumnAt(column);
@@ -214,6 +215,7 @@ void GridKeys::Menu(const QPoint& position) {
   // Its entries let events run, so a menu that goes when it closes would go under their feet. It stays until the next one.
   delete menu_;
   menu_ = new QMenu(core_.view);
+  menu_->setToolTipsVisible(true);
   QMenu* const menu = menu_;
   const auto add = [menu](const QString& text, const QKeySequence& keys, bool enabled, std::function<void()> action) {
     QAction* entry = menu->addAction(text);
@@ -222,6 +224,9 @@ void GridKeys::Menu(const QPoint& position) {
     entry->setEnabled(enabled);
     QObject::connect(entry, &QAction::triggered, entry, std::move(action));
   };
+  if (core_.owner != nullptr) core_.owner->Grid_MenuOpens();
+  menu->addActions(core_.view->actions());
+  menu->addSeparator();
   const bool any = core_.RowCount() > 0;
   const int column = core_.view->currentIndex().column();
   add(QStringLiteral("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), any, [this] { place_.Copy(); });

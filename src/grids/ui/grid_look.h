@@ -59,6 +59,7 @@ class GridLook {
   [[nodiscard]] QSet<QString> HiddenFields() const { return hiddenByWindow_ + hiddenByUser_; }
   void LockColumns(const QStringList& fields, bool lock);
   void FlagColumns(const QStringList& fields) { core_.model.SetFlags(fields); }
+  void SetFlagReasons(std::function<QString(qint64 row, const QString& field)> reasonOf);
   void AddEditButton(const QString& field);
   [[nodiscard]] bool HasEditButton(int column) const { return delegate_.HasEditButton(column); }
   /// A column that the user may show and hide.

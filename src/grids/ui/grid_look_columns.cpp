@@ -125,6 +125,11 @@ void GridLook::LockColumns(const QStringList& fields, bool lock) {
   core_.Guarded("LockColumns", [&] { core_.model.Lock(fields, lock); });
 }
 
+void GridLook::SetFlagReasons(std::function<QString(qint64 row, const QString& field)> reasonOf) {
+  core_.model.SetFlagReasons(std::move(reasonOf));
+  if (core_.view) core_.view->viewport()->update();
+}
+
 void GridLook::AddEditButton(const QString& field) {
   delegate_.AddEditButton(field);
   if (core_.view) core_.view->viewport()->update();

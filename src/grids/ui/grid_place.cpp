@@ -5,6 +5,7 @@
 #include <QtWidgets>
 
 #include "grids/grid_find.h"
+#include "grids/grid_search.h"
 
 namespace qbx {
 
@@ -48,7 +49,6 @@ std::vector<Value> GridPlace::KeyOf(qint64 row) const {
   return key;
 }
 
-/// \param hint  where the row was; tried first
 qint64 GridPlace::RowOfKey(const std::vector<Value>& key, qint64 hint) const {
   if (key.empty()) return hint < core_.RowCount() ? hint : -1;
   if (KeyOf(hint) == key) return hint;
@@ -168,6 +168,20 @@ bool GridPlace::FindLine(const QString& field, const Value& value) {
     MoveTo(row);
   });
   return row >= 0;
+}
+
+bool GridPlace::FindText(const QString& text, Search search) {
+  FoundCell found;
+  core_.Guarded("FindText", [&] {
+    if (core_.records == nullptr || !core_.view) return;
+    const qint64 from = CurrentRow() + (search == Search::kNext ? 1 : search == Search::kPrevious ? -1 : 0);
+    found =
+        qbx::FindText(*core_.records, core_.model.Columns(), core_.ShownColumns(), text, from, search == Search::kPrevious);
+    if (found.row < 0) return;
+    SetCurrent(found.row, found.column);
+    core_.view->scrollTo(core_.view->currentIndex());
+  });
+  return found.row >= 0;
 }
 
 void GridPlace::HighlightCell(qint64 row, const QString& field) {

@@ -31,6 +31,9 @@ class GridPlace {
   /// The current cell's column was hidden: another one of its row becomes current, and the selection stays.
   void LeaveHiddenColumn();
   bool FindLine(const QString& field, const Value& value);
+  /// Where a text is looked for from.
+  enum class Search { kFromHere, kNext, kPrevious };
+  bool FindText(const QString& text, Search search);
   void HighlightCell(qint64 row, const QString& field);
 
   // Keys of rows.
@@ -39,6 +42,8 @@ class GridPlace {
   [[nodiscard]] qint64 RecordID() const;
   /// The values of the line ID columns; empty without a row.
   [[nodiscard]] std::vector<Value> KeyOf(qint64 row) const;
+  /// The row with a key; -1 when there is none. \param hint  where the row was; tried first
+  [[nodiscard]] qint64 RowOfKey(const std::vector<Value>& key, qint64 hint) const;
 
   // The selection.
   void SelectAll();
@@ -46,6 +51,7 @@ class GridPlace {
   [[nodiscard]] qint64 SelectedCount() const;
   /// In rising order.
   [[nodiscard]] std::vector<qint64> SelectedRows() const;
+  [[nodiscard]] std::vector<qint64> SelectedIDs() const;
   QString CopyCellValue();
   void CopyRows();
   void Copy();
@@ -70,7 +76,6 @@ class GridPlace {
  private:
   [[nodiscard]] std::vector<int> LineIdColumns() const;
   [[nodiscard]] std::vector<qint64> RowsOf(const Kept& place) const;
-  [[nodiscard]] qint64 RowOfKey(const std::vector<Value>& key, qint64 hint) const;
   [[nodiscard]] QItemSelection AllCells() const;
 
   GridCore& core_;
