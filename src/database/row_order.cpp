@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <span>
 
 #include "database/text_compare.h"
 
@@ -76,6 +77,79 @@ class IsBefore {
   bool descending_;
 };
 
+constexpr quint32 kTextRank = 2;
+constexpr int kMostHeads = 8;  // each is reached from the start of the text
+constexpr qint64 kExactInDouble = qint64{1} << 50;
+
+/// Characters beyond ASCII are alike in a head.
+bool BeyondAscii(quint64 head) {
+  return (head & 0x8080808080808080U) != 0;
+}
+
+/// Sorts by heads, and where these are alike by those of what is behind them: comparing whole texts means fetching two of them from all over
+/// the memory each time.
+class Sorting {
+ public:
+  Sorting(const PackedRows& rows, int column, bool descending)
+      : rows_(rows), column_(column), descending_(descending) {}
+
+  /// \param heads  the heads of each text that are behind one another and the same
+  void Sort(std::span<SortKey> keys, int heads) {
+    std::sort(keys.begin(), keys.end(), [descending = descending_](const SortKey& left, const SortKey& right) {
+      if (left.rank != right.rank) return (left.rank < right.rank) != descending;
+      if (left.head != right.head) return (left.head < right.head) != descending;
+      return left.row < right.row;
+    });
+    for (auto first = keys.begin(); first != keys.end();) {
+      const auto last = std::find_if(first, keys.end(), [&first](const SortKey& key) {
+        return key.rank != first->rank || key.head != first->head;
+      });
+      if (last - first > 1) SortAlike({first, last}, heads + 1);
+      first = last;
+    }
+  }
+
+ private:
+  void SortAlike(std::span<SortKey> keys, int heads) {
+    if (keys.front().rank != kTextRank) {
+      if (!SameNumber(keys.front())) SortWhole(keys);
+      return;
+    }
+    if (BeyondAscii(keys.front().head) || heads > kMostHeads) return SortWhole(keys);
+    bool more = false;
+    bool zero = false;  // looks like the end of a text
+    for (SortKey& key : keys) {
+      std::string_view text = rows_.At(key.row, column_).utf8;
+      for (int i = 1; i < heads; ++i)
+        text = BehindStart(text);
+      zero = zero || text.find('\0') != std::string_view::npos;
+      text = BehindStart(text);
+      more = more || !text.empty();
+      key.head = FoldedStart(text);
+    }
+    if (zero) return SortWhole(keys);
+    if (more) Sort(keys, heads);
+  }
+
+  /// By whole cells, where the heads are no help.
+  void SortWhole(std::span<SortKey> keys) {
+    for (SortKey& key : keys)
+      key.head = 0;
+    std::sort(keys.begin(), keys.end(), IsBefore(rows_, column_, descending_));
+  }
+
+  /// Whether all numbers with that head are the same.
+  [[nodiscard]] bool SameNumber(const SortKey& key) const {
+    const Cell cell = rows_.At(key.row, column_);
+    return cell.type == ValueType::kNull || cell.type == ValueType::kDouble ||
+           (cell.integer < kExactInDouble && cell.integer > -kExactInDouble);
+  }
+
+  const PackedRows& rows_;
+  int column_;
+  bool descending_;
+};
+
 }  // namespace
 
 void SortRows(std::vector<quint32>& order, const PackedRows& rows, int column, bool descending) {
@@ -83,7 +157,7 @@ void SortRows(std::vector<quint32>& order, const PackedRows& rows, int column, b
   keys.reserve(order.size());
   for (const quint32 row : order)
     keys.push_back(KeyOf(rows.At(row, column), row));
-  std::sort(keys.begin(), keys.end(), IsBefore(rows, column, descending));
+  Sorting(rows, column, descending).Sort(keys, 0);
   std::transform(keys.begin(), keys.end(), order.begin(), [](const SortKey& key) { return key.row; });
 }
 

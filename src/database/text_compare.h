@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QtGlobal>
+#include <string>
 #include <string_view>
 
 namespace qbx {
@@ -14,6 +15,9 @@ namespace qbx {
 /// The first characters of a text, folded and packed: where two texts differ in this, the smaller comes first; where they
 /// do not, only CompareNoCase knows.
 [[nodiscard]] quint64 FoldedStart(std::string_view text);
+
+/// The text behind the characters that `FoldedStart` packs.
+[[nodiscard]] std::string_view BehindStart(std::string_view text);
 
 /// Whether a text starts with another, without regard to case.
 [[nodiscard]] bool StartsWithNoCase(std::string_view text, std::string_view start);
@@ -27,10 +31,12 @@ class SoughtText {
   [[nodiscard]] bool IsIn(std::string_view text) const;
 
  private:
+  [[nodiscard]] bool StartsAt(std::string_view text) const;
+
   std::string_view text_;
+  std::string folded_;   // when all of it is ASCII, else empty
   unsigned char lower_;  // of its first byte
   unsigned char upper_;
-  bool plain_;  // begins with a letter, digit or sign of ASCII
 };
 
 }  // namespace qbx
