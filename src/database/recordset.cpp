@@ -282,6 +282,10 @@ qint64 Recordset::RecordCount() const {
   return static_cast<qint64>(state_->order.size());
 }
 
+qint64 Recordset::StoredCount() const {
+  return state_ && state_->ClientSide() ? state_->shared->rows.Count() - state_->shared->deletedCount : 0;
+}
+
 Value Recordset::Field(const QString& name) const {
   if (!state_) return {};
   for (std::size_t i = 0; i < state_->pendingColumns.size(); ++i) {

@@ -86,6 +86,8 @@ class Recordset {
 
   /// Rows in the current order and filter; of a forward-only recordset -1.
   [[nodiscard]] qint64 RecordCount() const;
+  /// Rows of a client-side recordset, also those that the filter hides.
+  [[nodiscard]] qint64 StoredCount() const;
 
   /// A field of the current row. An unknown name gives NULL.
   [[nodiscard]] Value Field(const QString& name) const;

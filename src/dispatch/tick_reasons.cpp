@@ -3,6 +3,7 @@
 #include "dispatch/recipients.h"
 #include "results/letter_address.h"
 #include "results/mobile_number.h"
+#include "util/text.h"
 
 namespace qbx {
 
@@ -51,6 +52,14 @@ QString WhyNoLetter(const QString& address, Refusal refused) {
       break;
   }
   return Refused(refused, "letters");
+}
+
+QString WhyNoFlag(const Recordset& rows, qint64 row, const QString& flag) {
+  const auto text = [&](const QString& column) { return rows.At(row, rows.ColumnIndex(column)).ToValue().ToText(); };
+  if (EqualsNoCase(flag, QStringLiteral("Send_SMS"))) return WhyNoText(text(QStringLiteral("Mobile")));
+  if (EqualsNoCase(flag, QStringLiteral("Send_Email"))) return WhyNoEmail(text(QStringLiteral("Email")));
+  if (EqualsNoCase(flag, QStringLiteral("Send_Letter"))) return WhyNoLetter(text(QStringLiteral("Address")));
+  return {};
 }
 
 }  // namespace qbx

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include "database/recordset.h"
 #include "dispatch/send_refusals.h"
 
 namespace qbx {
@@ -15,5 +16,11 @@ namespace qbx {
 [[nodiscard]] QString WhyNoEmail(const QString& email, Refusal refused = Refusal::kNone);
 /// \param address  lines separated by CR
 [[nodiscard]] QString WhyNoLetter(const QString& address, Refusal refused = Refusal::kNone);
+
+/// What is wrong with the number or the address that a send flag of a row needs.
+/// \param rows   columns of [Campaign Results]
+/// \param row    position in the current order
+/// \param flag   "Send_SMS", "Send_Email" or "Send_Letter", without regard to case; any other column has no reason
+[[nodiscard]] QString WhyNoFlag(const Recordset& rows, qint64 row, const QString& flag);
 
 }  // namespace qbx

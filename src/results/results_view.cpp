@@ -159,7 +159,7 @@ void ResultsView::RowDeleted() {
 }
 
 QString ResultsView::CountText() const {
-  return QString::number(rows_.RecordCount()) + QLatin1String(" records ");
+  return QString::number(rows_.StoredCount()) + QLatin1String(" records ");
 }
 
 }  // namespace qbx

@@ -89,7 +89,7 @@ class ResultsView {
   void RowDeleted();
 
   [[nodiscard]] Recordset& Rows() { return rows_; }
-  /// The row count and " records "; "0 records " until the first display.
+  /// The row count, whatever the grid shows of them, and " records "; "0 records " until the first display.
   [[nodiscard]] QString CountText() const;
   [[nodiscard]] int CampaignId() const { return campaignId_; }
 

@@ -70,13 +70,29 @@ GridPlace::Kept GridPlace::Remember() const {
     if (row != CurrentRow()) place.visible.push_back({row, KeyOf(row)});
   }
   place.current = {CurrentRow(), KeyOf(CurrentRow())};
-  if (const qint64 selected = SelectedCount(); selected > 1 && selected <= kFewRows) {
+  if (const qint64 selected = SelectedCount(); selected > 1 && selected == core_.RowCount()) {
+    place.all = selected;
+  } else if (selected > 1 && selected <= kKeptSelected) {
     for (const qint64 row : SelectedRows())
       place.selected.push_back({row, KeyOf(row)});
   }
   place.column = core_.view->currentIndex().column();
   place.horizontal = core_.view->horizontalScrollBar()->value();
   return place;
+}
+
+/// Neighbours in one range, since a selection of many ranges is slow.
+QItemSelection GridPlace::SelectionOf(std::vector<qint64> rows) const {
+  std::sort(rows.begin(), rows.end());
+  QItemSelection selection;
+  for (auto first = rows.begin(); first != rows.end();) {
+    auto last = first;
+    while (last + 1 != rows.end() && *(last + 1) == *last + 1)
+      ++last;
+    selection.select(core_.model.index(static_cast<int>(*first), 0), core_.model.index(static_cast<int>(*last), 0));
+    first = last + 1;
+  }
+  return selection;
 }
 
 void GridPlace::Restore(const Kept& place) {
@@ -90,9 +106,8 @@ void GridPlace::Restore(const Kept& place) {
   qint64 current = RowOfKey(place.current.key, place.current.row);
   if (current < 0) current = std::min(place.current.row, core_.RowCount() - 1);
   SetCurrent(current, place.column);
-  QItemSelection selection;
-  for (const qint64 row : RowsOf(place))
-    selection.select(core_.model.index(static_cast<int>(row), 0), core_.model.index(static_cast<int>(row), 0));
+  const QItemSelection selection =
+      place.all > 0 && core_.RowCount() <= place.all ? AllCells() : SelectionOf(RowsOf(place));
   if (!selection.isEmpty())
     core_.view->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   SetFirstVisibleRow(first);

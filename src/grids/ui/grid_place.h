@@ -13,8 +13,10 @@ namespace qbx {
 /// The current cell, the selection and the rows in view; what `cDataGrid` says of them holds here.
 class GridPlace {
  public:
-  /// Rows that are selected without asking, and whose selection outlives reading them again.
+  /// Rows that are selected without asking.
   static constexpr qint64 kFewRows = 500;
+  /// Selected rows that stay selected when the rows are read again, unless all are.
+  static constexpr qint64 kKeptSelected = 10'000;
 
   explicit GridPlace(GridCore& core) : core_(core) {}
 
@@ -66,7 +68,8 @@ class GridPlace {
     qint64 firstVisible = 0;
     std::vector<Row> visible;  ///< without the current row, which may move by what was done to it
     Row current;
-    std::vector<Row> selected;  ///< when they are several, and few
+    std::vector<Row> selected;  ///< when they are several, and not all
+    qint64 all = 0;             ///< how many there were when all were selected, else 0
     int column = -1;
     int horizontal = 0;
   };
@@ -77,6 +80,7 @@ class GridPlace {
   [[nodiscard]] std::vector<int> LineIdColumns() const;
   [[nodiscard]] std::vector<qint64> RowsOf(const Kept& place) const;
   [[nodiscard]] QItemSelection AllCells() const;
+  [[nodiscard]] QItemSelection SelectionOf(std::vector<qint64> rows) const;
 
   GridCore& core_;
   QString lineIdColumn_;
