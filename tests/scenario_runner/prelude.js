@@ -156,9 +156,13 @@
   });
   host.handle("menu", entries => {
     const found = menus.shift();
-    if (found === undefined) failAndLeave("Nobody chooses from the menu " + show(entries) + ".");
-    else if (entries.indexOf(found.entry) < 0) failAndLeave("The menu has no \"" + found.entry + "\" but " + show(entries) + ".");
-    else return found.entry;
+    if (found === undefined) {
+      failAndLeave("Nobody chooses from the menu " + show(entries) + ".");
+      return null;
+    }
+    const entry = typeof found.entry === "function" ? found.entry(entries) : found.entry;
+    if (entry === null || entry === undefined || entries.indexOf(entry) >= 0) return entry;
+    failAndLeave("The menu has no \"" + entry + "\" but " + show(entries) + ".");
     return null;
   });
   host.handle("file", caption => {

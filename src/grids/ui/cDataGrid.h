@@ -43,7 +43,7 @@ struct GridShownColumn {
 ///
 /// Keys: arrows, Page Up/Down, Home/End (with Ctrl: first/last row); letters find in the sorted column (in the current
 /// one while unsorted), Backspace shortens; Space is a click on the current cell; Ctrl+C copies, Ctrl+A and
-/// Ctrl+Shift+A select all and none, Ctrl+F asks what to find, Ctrl+Delete and Ctrl+Insert; Tab leaves the grid. Actions of the view stand at the
+/// Ctrl+Shift+A select all and none, Ctrl+Delete and Ctrl+Insert; Tab leaves the grid. Actions of the view stand at the
 /// top of the menu.
 class cDataGrid {
  public:
@@ -236,7 +236,7 @@ class cDataGrid {
   void OnEditButton(std::function<void(const QString& field, qint64 recordId)> callback) {
     keys_.OnEditButton(std::move(callback));
   }
-  /// Ctrl+F and "Find..." do this instead of asking what the cells of the column begin with.
+  /// Ctrl+F and "Find..." in the menu, which has it only then.
   void OnFind(std::function<void()> callback) { keys_.OnFind(std::move(callback)); }
   /// Another row or column became current.
   void OnRowColChange(std::function<void()> callback) { keys_.OnRowColChange(std::move(callback)); }

@@ -83,7 +83,7 @@ bool GridKeys::Shortcut(const QKeyEvent& event) {
       place_.Copy();
       return true;
     case Qt::Key_F:
-      AskFind();
+      if (onFind_) onFind_();
       return true;
     case Qt::Key_Delete:
     case Qt::Key_Insert:
@@ -129,21 +129,6 @@ void GridKeys::Find(const QString& start) {
   const qint64 row = format == nullptr ? -1 : FindStart(*core_.records, column, *format, start);
   place_.MoveTo(row);
   finder_->Show(row >= 0);
-}
-
-void GridKeys::AskFind() {
-  if (onFind_) return onFind_();
-  if (core_.RowCount() == 0) return;
-  const int column = core_.SortedColumn() >= 0 ? core_.SortedColumn() : core_.view->currentIndex().column();
-  const GridColumn* format = core_.model.ColumnAt(column);
-  if (format == nullptr) return;
-  const QString text = core_.diagnostics.ui.InputBox(
-      {QStringLiteral("%1 begins with:").arg(format->heading), QStringLiteral("Find"), QString()});
-  if (text.isEmpty()) return;
-  const qint64 row = FindStart(*core_.records, column, *format, text);
-  if (row < 0)
-    core_.Say(QStringLiteral("No %1 begins with \"%2\".").arg(format->heading, text), MessageIcon::kInformation);
-  place_.MoveTo(row);
 }
 
 void GridKeys::MouseDown(const QMouseEvent& event) {
@@ -215,6 +200,7 @@ void GridKeys::Menu(const QPoint& position) {
   // Its entries let events run, so a menu that goes when it closes would go under their feet. It stays until the next one.
   delete menu_;
   menu_ = new QMenu(core_.view);
+  menu_->setObjectName(QStringLiteral("mnuGrid"));
   menu_->setToolTipsVisible(true);
   QMenu* const menu = menu_;
   const auto add = [menu](const QString& text, const QKeySequence& keys, bool enabled, std::function<void()> action) {
@@ -239,7 +225,7 @@ void GridKeys::Menu(const QPoint& position) {
     add(QStringLiteral("&Delete row"), QKeySequence(Qt::CTRL | Qt::Key_Delete), any, [this] { rows_.DeleteByUser(); });
     menu->addSeparator();
   }
-  add(QStringLiteral("&Find..."), QKeySequence(Qt::CTRL | Qt::Key_F), any, [this] { AskFind(); });
+  if (onFind_) add(QStringLiteral("&Find..."), QKeySequence(Qt::CTRL | Qt::Key_F), any, [this] { onFind_(); });
   if (const GridColumn* sorted = core_.model.ColumnAt(column); colSorting_ && sorted != nullptr) {
     QString heading = sorted->heading;
     add(QStringLiteral("&Sort by %1").arg(heading.replace(u'&', QLatin1String("&&"))), {}, any,

@@ -73,7 +73,6 @@ class GridKeys {
   bool Shortcut(const QKeyEvent& event);
   bool FindTyped(const QKeyEvent& event);
   void Find(const QString& start);
-  void AskFind();
   enum class ClickedBy { kMouse, kKey };
   void ClickCell(const QModelIndex& index, ClickedBy by);
   void Menu(const QPoint& position);

@@ -58,7 +58,7 @@ the selected rows, with Shift they untick.</li>
 click on a heading sorts.</li>
 <li>Home and End go to the ends of a row, with Ctrl to the first and last row. Ctrl+C copies, Ctrl+A selects all.</li>
 <li>Shift+F10 opens the menu of the grid; <b>Columns...</b> in it, or a right click on a heading, says which are
-shown. What is printed follows.</li>
+shown. What is shown is what is printed.</li>
 <li>Tab leaves the grid.</li></ul>
 <h4>The rules for SMS</h4>
 %1
