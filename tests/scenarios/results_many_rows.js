@@ -27,7 +27,7 @@ check("a column is hidden and shown in the menu of the headings, and by the keyb
   grid.selectRows([0, 1]).press("Ctrl+C");
   assertNoMatch(clipboard(), "Address");
   grid.resizeColumn("Email", 20);
-  answerMenu(() => screenshot("many_columns", "mnuColumns") || "Fit columns");
+  answerMenu(() => screenshot("many_columns") || "Fit columns");
   grid.rightClickHeading("Email");
   wait(20);
   assert(grid.columnWidth("Email") > 100);
@@ -104,7 +104,7 @@ check("Del takes the selected rows out after one question, and Undo puts them ba
 check("the menu and the button do the same", () => {
   const before = stored();
   answerMenu(entries => {
-    screenshot("many_menu", "mnuGrid");
+    screenshot("many_menu");
     return entries.find(entry => entry === "Take out 1 row");
   });
   answer("Take 1 row out of the results?", "Yes");

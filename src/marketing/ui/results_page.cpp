@@ -82,7 +82,10 @@ void ResultsPage::ForgetMethods() {
 }
 
 void ResultsPage::GoToRow(qint64 recordId) {
-  (void)grid_.FindLine(QString::fromLatin1(ResultsView::kRowKey), Value(recordId));
+  const auto find = [&] { return grid_.FindLine(QString::fromLatin1(ResultsView::kRowKey), Value(recordId)); };
+  if (find() || ui_->cmbShow->currentIndex() == 0) return;
+  ui_->cmbShow->setCurrentIndex(0);  // it is not of the kind that is shown
+  (void)find();
 }
 
 QWidget* ResultsPage::FirstControl() {
