@@ -242,7 +242,7 @@ int main(int argc, char** argv) {
     }));
     for (std::size_t i = 0; i < kSorted.size(); ++i) {
       sorted[i].push_back(Milliseconds([&] {
-        grid.Grid().HeadClick(grid.Results().Rows().ColumnIndex(QLatin1String(kSorted[i])));
+        grid.Grid().sSortString(QLatin1String(kSorted[i]));
         grid.Paint();
       }));
     }

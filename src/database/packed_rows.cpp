@@ -2,6 +2,7 @@
 
 #include "database/packed_rows.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -55,14 +56,33 @@ Cell CellOf(const Value& value, QByteArray& utf8) {
 
 }  // namespace
 
+PackedRows PackedRows::Copy() const {
+  PackedRows copy = *this;
+  copy.textNext_ = nullptr;
+  copy.textLeft_ = 0;
+  return copy;
+}
+
+/// Before a cell is changed: takes a block of cells that copies share for this one alone.
+void PackedRows::Own(std::size_t block) {
+  if (slots_[block].use_count() == 1) return;
+  const std::size_t cells = RowsOfBlock(block) * columns_;
+  auto slots = std::make_shared_for_overwrite<qint64[]>(cells);
+  std::copy_n(slots_[block].get(), cells, slots.get());
+  auto types = std::make_shared_for_overwrite<quint8[]>(cells);
+  std::copy_n(types_[block].get(), cells, types.get());
+  slots_[block] = std::move(slots);
+  types_[block] = std::move(types);
+}
+
 char* PackedRows::Reserve(std::size_t bytes) {
   if (bytes > kTextChunk / 4) {  // a long text gets a chunk of its own, so that the current one is not given up for it
-    texts_.push_back(std::make_unique_for_overwrite<char[]>(bytes));
+    texts_.push_back(std::make_shared_for_overwrite<char[]>(bytes));
     return texts_.back().get();
   }
   if (bytes > textLeft_) {
     const std::size_t chunk = texts_.empty() && bytes <= kFirstTextChunk ? kFirstTextChunk : kTextChunk;
-    texts_.push_back(std::make_unique_for_overwrite<char[]>(chunk));
+    texts_.push_back(std::make_shared_for_overwrite<char[]>(chunk));
     textNext_ = texts_.back().get();
     textLeft_ = chunk;
   }
@@ -109,8 +129,8 @@ void PackedRows::Append(const RowSource& source) {
   const Place first = Locate(count_, 0);
   if (first.block == slots_.size()) {
     const std::size_t cells = RowsOfBlock(first.block) * columns_;
-    slots_.push_back(std::make_unique_for_overwrite<qint64[]>(cells));
-    types_.push_back(std::make_unique_for_overwrite<quint8[]>(cells));
+    slots_.push_back(std::make_shared_for_overwrite<qint64[]>(cells));
+    types_.push_back(std::make_shared_for_overwrite<quint8[]>(cells));
   }
   for (std::size_t column = 0; column < columns_; ++column) {
     Store({first.block, first.cell + column}, source.At(static_cast<int>(column)));
@@ -144,7 +164,9 @@ Cell PackedRows::At(qint64 row, int column) const {
 
 void PackedRows::Set(qint64 row, int column, const Value& value) {
   QByteArray utf8;
-  Store(Locate(row, static_cast<std::size_t>(column)), CellOf(value, utf8));
+  const Place place = Locate(row, static_cast<std::size_t>(column));
+  Own(place.block);
+  Store(place, CellOf(value, utf8));
 }
 
 }  // namespace qbx

@@ -18,6 +18,9 @@ class PackedRows {
 
   [[nodiscard]] qint64 Count() const { return count_; }
 
+  /// The same rows again, which `Set` of either changes alone. Shares the memory of what neither changes.
+  [[nodiscard]] PackedRows Copy() const;
+
   /// Copies the current row of the source.
   void Append(const RowSource& source);
   [[nodiscard]] Cell At(qint64 row, int column) const;
@@ -33,12 +36,14 @@ class PackedRows {
   [[nodiscard]] char* Reserve(std::size_t bytes);
   [[nodiscard]] qint64 StoreText(std::string_view text);
   void Store(Place place, const Cell& value);
+  void Own(std::size_t block);
 
   std::size_t columns_;
   qint64 count_ = 0;
-  std::vector<std::unique_ptr<qint64[]>> slots_;
-  std::vector<std::unique_ptr<quint8[]>> types_;
-  std::vector<std::unique_ptr<char[]>> texts_;
+  // Shared by copies; a text is never changed in its place.
+  std::vector<std::shared_ptr<qint64[]>> slots_;
+  std::vector<std::shared_ptr<quint8[]>> types_;
+  std::vector<std::shared_ptr<char[]>> texts_;
   char* textNext_ = nullptr;
   std::size_t textLeft_ = 0;
 };

@@ -28,9 +28,8 @@ class Recordset::State {
  public:
   /// Rows with what was deleted of them; shared by clones.
   struct SharedRows {
-    explicit SharedRows(int columns) : rows(columns) {}
     PackedRows rows;
-    std::vector<bool> deleted;
+    std::vector<bool> deleted = {};
     qint64 deletedCount = 0;
     qint64 changes = 0;  ///< of cells
   };
@@ -64,7 +63,7 @@ class Recordset::State {
   [[nodiscard]] bool ClientSide() const { return shared != nullptr; }
 
   void Read(RowSource& rows) {
-    auto read = std::make_shared<SharedRows>(static_cast<int>(rows.Columns().size()));
+    auto read = std::make_shared<SharedRows>(SharedRows{.rows = PackedRows(static_cast<int>(rows.Columns().size()))});
     while (rows.Next())
       read->rows.Append(rows);
     read->deleted.assign(static_cast<std::size_t>(read->rows.Count()), false);
@@ -392,6 +391,15 @@ Recordset Recordset::Clone() const {
   to.table = state_->table;
   to.keyColumn = state_->keyColumn;
   to.reader = state_->reader;
+  return copy;
+}
+
+Recordset Recordset::Snapshot() const {
+  Recordset copy = Clone();
+  if (!copy.state_) return copy;
+  const State::SharedRows& rows = *state_->shared;
+  copy.state_->shared = std::make_shared<State::SharedRows>(
+      State::SharedRows{.rows = rows.rows.Copy(), .deleted = rows.deleted, .deletedCount = rows.deletedCount});
   return copy;
 }
 

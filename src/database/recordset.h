@@ -115,6 +115,8 @@ class Recordset {
   /// A second cursor over the same rows, in the same order and filter, with its own position; rows deleted through
   /// either are gone from both.
   [[nodiscard]] Recordset Clone() const;
+  /// The rows as they are now, in the same order and filter: what is changed, deleted or read again here does not change them. Shares their memory as far as it can.
+  [[nodiscard]] Recordset Snapshot() const;
 
   /// Deletes the current row here and on the server; the next row becomes current.
   void Delete();

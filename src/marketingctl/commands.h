@@ -18,6 +18,7 @@ void AddCreditsCommand(Runner& runner);
 void AddSendCommand(Runner& runner);
 void AddLettersCommand(Runner& runner);
 void AddReportCommand(Runner& runner);
+void AddExportCommand(Runner& runner);
 void AddLogCommand(Runner& runner);
 void AddEncipherCommand(Runner& runner);
 void AddHelpCommand(Runner& runner);

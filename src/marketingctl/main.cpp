@@ -52,6 +52,7 @@ int main(int argc, char** argv) {
   qbx::ctl::AddSendCommand(runner);
   qbx::ctl::AddLettersCommand(runner);
   qbx::ctl::AddReportCommand(runner);
+  qbx::ctl::AddExportCommand(runner);
   qbx::ctl::AddLogCommand(runner);
   qbx::ctl::AddEncipherCommand(runner);
   qbx::ctl::AddHelpCommand(runner);

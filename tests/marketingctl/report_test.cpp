@@ -42,4 +42,17 @@ TEST(MarketingCtlReport, WritesAPdfFileAndSaysOnlyThat) {
   EXPECT_FALSE(garage.Folder().Names().contains(QStringLiteral("none.pdf")));
 }
 
+TEST(MarketingCtlExport, WritesTheColumnsOfTheGridAndAnEvent) {
+  const Garage garage;
+  const QString id = garage.MakeCampaign();
+  const QString csv = garage.Folder().File(QStringLiteral("rows.csv"));
+  const QJsonValue done = garage.Done("export %1 --csv %2 --no-headings", {id, csv});
+  EXPECT_EQ(Number(done, "rows"), garage.Rows("results %1", {id}).size());
+  const QByteArray text = garage.Folder().Read(QStringLiteral("rows.csv"));
+  EXPECT_EQ(text.count("\"\r\n"), Number(done, "rows"));
+  EXPECT_EQ(text.left(text.indexOf("\"\r\n")).count("\",\""), Number(done, "columns") - 1);
+  EXPECT_TRUE(garage.Run("log").out.contains("EXPORT"));
+  EXPECT_EQ(garage.Run("export %1 --csv %2 --xlsx %2", {id, csv}).code, 2);
+}
+
 }  // namespace qbx::test

@@ -1,14 +1,15 @@
-// The events of a table view, handed to the grid that wraps it.
+// The events of a table view, handed to the parts of the grid that wraps it.
 
 #include "grids/ui/grid_events.h"
 
 #include <QtWidgets>
 
-#include "grids/ui/cDataGrid.h"
+#include "grids/ui/grid_keys.h"
+#include "grids/ui/grid_look.h"
 
 namespace qbx {
 
-GridEvents::GridEvents(cDataGrid& grid, QTableView& view) : grid_(grid), view_(view) {
+GridEvents::GridEvents(GridKeys& keys, GridLook& look, QTableView& view) : keys_(keys), look_(look), view_(view) {
   view.installEventFilter(this);
   view.viewport()->installEventFilter(this);
   view.viewport()->setMouseTracking(true);
@@ -42,23 +43,23 @@ bool GridEvents::ViewEvent(QEvent& event) {
       event.accept();
       return true;
     case QEvent::KeyPress:
-      return grid_.KeyPress(static_cast<QKeyEvent&>(event));
+      return keys_.KeyPress(static_cast<QKeyEvent&>(event));
     case QEvent::KeyRelease:
-      grid_.KeyUp(static_cast<QKeyEvent&>(event));
+      keys_.KeyUp(static_cast<QKeyEvent&>(event));
       return false;
     case QEvent::FocusIn:
-      grid_.GotFocus();
+      keys_.GotFocus();
       return false;
     case QEvent::Move:
     case QEvent::Resize:
     case QEvent::ShowToParent:
     case QEvent::HideToParent:
-      grid_.Resize();
+      look_.Resize();
       return false;
     case QEvent::PaletteChange:
     case QEvent::StyleChange:
     case QEvent::ApplicationFontChange:
-      grid_.ApplyStyles();
+      look_.ApplyStyles();
       return false;
     default:
       return false;
@@ -69,16 +70,16 @@ void GridEvents::ViewportEvent(QEvent& event) {
   switch (event.type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-      grid_.MouseDown(static_cast<QMouseEvent&>(event));
+      keys_.MouseDown(static_cast<QMouseEvent&>(event));
       break;
     case QEvent::MouseButtonRelease:
-      grid_.MouseUp(static_cast<QMouseEvent&>(event));
+      keys_.MouseUp(static_cast<QMouseEvent&>(event));
       break;
     case QEvent::MouseMove:
-      grid_.MouseMove(static_cast<QMouseEvent&>(event));
+      keys_.MouseMove(static_cast<QMouseEvent&>(event));
       break;
     case QEvent::Leave:
-      grid_.MouseLeave();
+      keys_.MouseLeave();
       break;
     default:
       break;

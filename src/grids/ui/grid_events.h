@@ -1,4 +1,4 @@
-// The events of a table view, handed to the grid that wraps it.
+// The events of a table view, handed to the parts of the grid that wraps it.
 
 #pragma once
 
@@ -8,12 +8,13 @@ class QTableView;
 
 namespace qbx {
 
-class cDataGrid;
+class GridKeys;
+class GridLook;
 
 /// Watches a table view and its viewport.
 class GridEvents final : public QObject {
  public:
-  GridEvents(cDataGrid& grid, QTableView& view);
+  GridEvents(GridKeys& keys, GridLook& look, QTableView& view);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -22,7 +23,8 @@ class GridEvents final : public QObject {
   void ViewportEvent(QEvent& event);
   static bool IsOurs(const QKeyEvent& event);
 
-  cDataGrid& grid_;
+  GridKeys& keys_;
+  GridLook& look_;
   QTableView& view_;
 };
 

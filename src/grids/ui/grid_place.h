@@ -1,27 +1,78 @@
-// Where the user is in the rows of a grid.
+// Where the user is in the rows of a grid, and which rows are selected.
 
 #pragma once
 
-#include "grids/ui/cDataGrid.h"
+#include <QItemSelection>
+#include <QString>
+#include <vector>
+
+#include "grids/ui/grid_core.h"
 
 namespace qbx {
 
-/// Rows that are selected without asking, and whose selection outlives reading them again.
-inline constexpr qint64 kFewRows = 500;
+/// The current cell, the selection and the rows in view; what `cDataGrid` says of them holds here.
+class GridPlace {
+ public:
+  /// Rows that are selected without asking, and whose selection outlives reading them again.
+  static constexpr qint64 kFewRows = 500;
 
-/// Kept around a change of the rows. The visible rows are remembered by their keys, so that they stay where they are
-/// when rows above them come or go.
-struct cDataGrid::Place {
-  struct Row {
-    qint64 row = -1;
-    std::vector<Value> key;
+  explicit GridPlace(GridCore& core) : core_(core) {}
+
+  [[nodiscard]] qint64 CurrentRow() const;
+  [[nodiscard]] QString CurrentField() const;
+  [[nodiscard]] qint64 FirstVisibleRow() const;
+  [[nodiscard]] QString CellText(qint64 row, const QString& field) const;
+  void MoveTo(qint64 row);
+  void SetFirstVisibleRow(qint64 row);
+  /// Makes a cell current and its row the selected one, without scrolling.
+  void SetCurrent(qint64 row, int column);
+  /// The column itself when it can be current, otherwise the first that is shown.
+  [[nodiscard]] int VisibleColumn(int column) const;
+  bool FindLine(const QString& field, const Value& value);
+  void HighlightCell(qint64 row, const QString& field);
+
+  // Keys of rows.
+  [[nodiscard]] QString sLineIDColumn() const { return lineIdColumn_; }
+  void SetLineID(const QString& field) { lineIdColumn_ = field; }
+  [[nodiscard]] qint64 RecordID() const;
+  /// The values of the line ID columns; empty without a row.
+  [[nodiscard]] std::vector<Value> KeyOf(qint64 row) const;
+
+  // The selection.
+  void SelectAll();
+  void SelectNone();
+  [[nodiscard]] qint64 SelectedCount() const;
+  /// In rising order.
+  [[nodiscard]] std::vector<qint64> SelectedRows() const;
+  QString CopyCellValue();
+  void CopyRows();
+  void Copy();
+
+  /// Kept around a change of the rows. The visible rows are remembered by their keys, so that they stay where they are
+  /// when rows above them come or go.
+  struct Kept {
+    struct Row {
+      qint64 row = -1;
+      std::vector<Value> key;
+    };
+    qint64 firstVisible = 0;
+    std::vector<Row> visible;  ///< without the current row, which may move by what was done to it
+    Row current;
+    std::vector<Row> selected;  ///< when they are several, and few
+    int column = -1;
+    int horizontal = 0;
   };
-  qint64 firstVisible = 0;
-  std::vector<Row> visible;  ///< without the current row, which may move by what was done to it
-  Row current;
-  std::vector<Row> selected;  ///< when they are several, and few
-  int column = -1;
-  int horizontal = 0;
+  [[nodiscard]] Kept Remember() const;
+  void Restore(const Kept& place);
+
+ private:
+  [[nodiscard]] std::vector<int> LineIdColumns() const;
+  [[nodiscard]] std::vector<qint64> RowsOf(const Kept& place) const;
+  [[nodiscard]] qint64 RowOfKey(const std::vector<Value>& key, qint64 hint) const;
+  [[nodiscard]] QItemSelection AllCells() const;
+
+  GridCore& core_;
+  QString lineIdColumn_;
 };
 
 }  // namespace qbx

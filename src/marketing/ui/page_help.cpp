@@ -97,6 +97,17 @@ description, <b>Copy</b> makes a second one to change. <b>Delete</b> takes it aw
 <ul><li>Return loads, F2 edits, Delete deletes.</li>
 <li>Ctrl+Tab goes to the next tab. Esc leaves an edit, then the window.</li></ul>)";
 
+constexpr char kSpreadsheet[] = R"(
+<p>The columns and rows that the results grid showed when you opened this window, in its order. What you change in the
+grid afterwards does not change the sheet.</p>
+<p><b>Export to Excel</b> writes a workbook and opens it: numbers stay numbers, dates stay dates, and no text is ever
+taken for a formula. A number that is not known is 0.</p>
+<p><b>Export to CSV File</b> writes a text file for other programs. There a number that is not known is empty.</p>
+<p>A file that exists is replaced only when the new one is complete.</p>
+<h4>Keys</h4>
+<ul><li>Ctrl+C copies the selected cells, Ctrl+A selects all.</li>
+<li>Esc closes the window; while a file is being written it cancels.</li></ul>)";
+
 QString Listed(const QStringList& names, const QStringList& meanings) {
   QString list;
   for (qsizetype i = 0; i < names.size(); ++i)
@@ -142,6 +153,10 @@ HelpText PageHelp(int tab, bool boatEdition) {
 
 HelpText ManagerHelp() {
   return {QStringLiteral("Campaigns and reports"), QString::fromUtf8(kManager)};
+}
+
+HelpText SpreadsheetHelp() {
+  return {QStringLiteral("Spreadsheet"), QString::fromUtf8(kSpreadsheet)};
 }
 
 }  // namespace qbx

@@ -1,4 +1,4 @@
-// What F1 says on each page and in the campaign manager. All these texts stand here.
+// What F1 says on each page, in the campaign manager and in the spreadsheet. All these texts stand here.
 
 #pragma once
 
@@ -10,5 +10,7 @@ namespace qbx {
 [[nodiscard]] HelpText PageHelp(int tab, bool boatEdition);
 
 [[nodiscard]] HelpText ManagerHelp();
+
+[[nodiscard]] HelpText SpreadsheetHelp();
 
 }  // namespace qbx

@@ -1,5 +1,6 @@
 #include "marketing/ui/results_page.h"
 
+#include "marketing/ui/page_help.h"
 #include "printing/report_files.h"
 #include "ui_results_page.h"
 #include "wizard/filters_pending.h"
@@ -12,11 +13,6 @@ const QStringList& FlagColumns() {
   static const QStringList columns = {QStringLiteral("Send_SMS"), QStringLiteral("Send_Email"),
                                       QStringLiteral("Send_Letter"), QStringLiteral("Processed")};
   return columns;
-}
-
-void NotYet(UserInterface& ui, const QString& what) {
-  ui.ShowMessage({.text = what + QStringLiteral(" comes with a later version of this program."),
-                  .icon = MessageIcon::kInformation});
 }
 
 /// The tip of the list is that of the rule that is chosen.
@@ -39,7 +35,8 @@ void FillRules(QComboBox& combo, const QStringList& rules, const QStringList& ti
 ResultsPage::ResultsPage(PageParts parts)
     : WizardPage(std::move(parts)),
       ui_(std::make_unique<Ui::ResultsPage>()),
-      grid_(App().statements, App().diagnostics, App().userOptions) {
+      grid_(App().statements, App().diagnostics, App().userOptions),
+      layout_(App().registry) {
   ui_->setupUi(this);
   FillRules(*ui_->cmbSendBy0, SmsRules(), SmsRuleTips());
   FillRules(*ui_->cmbSendBy1, EmailRules(), EmailRuleTips());
@@ -100,21 +97,44 @@ void ResultsPage::ConnectControls() {
   connect(ui_->cmdBack2, &QPushButton::clicked, this, [this] { Back(2); });
   connect(ui_->cmdSetSendMethods, &QPushButton::clicked, this, [this] { SetMethods(); });
   connect(ui_->cmdPrintResults, &QPushButton::clicked, this, [this] {
-    if (HasRows(QStringLiteral("print"))) PrintResults();
+    if (HasRows(QStringLiteral("print"))) PrintRows(*grid_.DataSource(), grid_.HiddenFields());
   });
   connect(ui_->cmdExportResults, &QPushButton::clicked, this, [this] {
-    if (HasRows(QStringLiteral("export"))) NotYet(App().ui, QStringLiteral("Exporting the results"));
+    if (HasRows(QStringLiteral("export"))) ExportResults();
   });
 }
 
-/// Prints what the grid shows: its rows in their order, without the columns that it hides.
-void ResultsPage::PrintResults() {
-  Guarded([this] {
-    Reports().FeedNextRun(grid_.DataSource()->Clone(), grid_.HiddenFields());
+/// Prints rows in their order, without the columns that a grid hides.
+void ResultsPage::PrintRows(const Recordset& rows, const QSet<QString>& hidden) {
+  Guarded([&] {
+    Reports().FeedNextRun(rows.Clone(), hidden);
     static_cast<void>(
         Reports().PrintReport(ReportPath(App().startup.ProgramFolder, QStringLiteral("CampaignResults.rpt")),
                               ReportMode::kPreview, true, {}));
   });
+}
+
+/// Shows what the grid shows as a spreadsheet, in the place of one that is open.
+void ResultsPage::ExportResults() {
+  if (sheet_) sheet_->close();
+  const SpreadsheetParts parts{
+      .registry = App().registry,
+      .layout = layout_,
+      .events = App().events,
+      .diagnostics = App().diagnostics,
+      .shell = App().shell,
+      .print = [this](const Recordset& rows, const QSet<QString>& hidden) { PrintRows(rows, hidden); }};
+  Guarded([&] {
+    sheet_ = GenerateSpreadsheet(
+        {.title = QStringLiteral("Report Results"), .fileName = App().campaign.record.Campaign_Name, .grid = grid_},
+        parts, window());
+  });
+  if (sheet_) new HelpWindow(*sheet_, SpreadsheetHelp);
+}
+
+void ResultsPage::WindowCloses() {
+  grid_.SaveLayout();
+  if (sheet_) sheet_->close();
 }
 
 void ResultsPage::ShowRows() {

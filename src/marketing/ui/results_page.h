@@ -2,8 +2,10 @@
 
 #pragma once
 
+#include <QPointer>
 #include <memory>
 
+#include "exporting/ui/frmSpreadsheet.h"
 #include "grids/ui/cDataGrid.h"
 #include "marketing/ui/wizard_page.h"
 
@@ -22,7 +24,7 @@ class ResultsPage : public WizardPage, private GridOwner {
   /// Makes a row the current one.
   void GoToRow(qint64 recordId);
   void CampaignSetUp() override;
-  void WindowCloses() override { grid_.SaveLayout(); }
+  void WindowCloses() override;
 
  protected:
   void CopyState() override;
@@ -31,7 +33,8 @@ class ResultsPage : public WizardPage, private GridOwner {
   void SetUpGrid();
   void ConnectResults();
   void ConnectControls();
-  void PrintResults();
+  void PrintRows(const Recordset& rows, const QSet<QString>& hidden);
+  void ExportResults();
   void ShowRows();
   void ShowCount();
   void SetMethods();
@@ -43,6 +46,8 @@ class ResultsPage : public WizardPage, private GridOwner {
 
   std::unique_ptr<Ui::ResultsPage> ui_;
   cDataGrid grid_;
+  WindowLayout layout_;
+  QPointer<frmSpreadsheet> sheet_;
 };
 
 }  // namespace qbx

@@ -1,0 +1,80 @@
+#include "exporting/export_file.h"
+
+#include <QSaveFile>
+#include <QTemporaryFile>
+
+#include "exporting/export_parts.h"
+
+namespace qbx {
+
+namespace {
+
+constexpr qint64 kXlsxRows = 1'048'576;
+
+void CopyInto(QSaveFile& to, QFile& from) {
+  constexpr qint64 kChunk = qint64{1} << 20;
+  if (!from.seek(0)) throw ExportError{from.errorString()};
+  while (!from.atEnd()) {
+    const QByteArray chunk = from.read(kChunk);
+    if (chunk.isEmpty()) throw ExportError{from.errorString()};
+    WriteAll(to, chunk.constData(), chunk.size());
+  }
+}
+
+/// A workbook comes into being in the folder for temporary files, since its library wants the name of a file to itself.
+qint64 WriteWorkbook(const ExportSheet& sheet, QSaveFile& file, const ExportOptions& options,
+                     const ExportProgress& progress) {
+  QTemporaryFile workbook;
+  if (!workbook.open()) throw ExportError{workbook.errorString()};
+  const qint64 cut = WriteXlsx(sheet, workbook.fileName(), options, progress);
+  CopyInto(file, workbook);
+  return cut;
+}
+
+}  // namespace
+
+QString TooManyRows(const ExportSheet& sheet, ExportFormat format, const ExportOptions& options) {
+  if (format == ExportFormat::kCsv) return {};
+  const qint64 rows = sheet.RowCount() + (options.headings ? 1 : 0);
+  if (rows <= kXlsxRows) return {};
+  return QStringLiteral("There are %1 rows with the headings, and a sheet of this format takes %2.")
+      .arg(rows)
+      .arg(kXlsxRows);
+}
+
+QString CutTextsNote(const ExportOutcome& outcome) {
+  if (outcome.cutTexts == 0) return {};
+  return QStringLiteral(
+             "Texts that were cut because they are longer than 32,767 characters, which is all that a cell takes: %1.")
+      .arg(outcome.cutTexts);
+}
+
+QString ExportEventDetails(const QString& path, const ExportSheet& sheet) {
+  constexpr qsizetype kDetails = 80;
+  const QString counts = QStringLiteral(" Rows:%1 Columns:%2").arg(sheet.RowCount()).arg(sheet.columns.size());
+  return QLatin1String("File:") + path.right(kDetails - 5 - counts.size()) + counts;
+}
+
+ExportOutcome WriteExport(const ExportSheet& sheet, ExportFormat format, const QString& path,
+                          const ExportOptions& options, const ExportProgress& progress) {
+  if (const QString refusal = TooManyRows(sheet, format, options); !refusal.isEmpty())
+    return {.end = ExportEnd::kFailed, .error = refusal};
+  ExportOutcome outcome;
+  QSaveFile file(path);
+  try {
+    if (!file.open(QIODevice::WriteOnly)) throw ExportError{file.errorString()};
+    if (format == ExportFormat::kCsv) {
+      WriteCsv(sheet, file, options, progress);
+    } else {
+      outcome.cutTexts = WriteWorkbook(sheet, file, options, progress);
+    }
+    if (!file.flush() || !file.commit()) throw ExportError{file.errorString()};
+  } catch (const ExportError& error) {
+    outcome = {.end = ExportEnd::kFailed, .error = error.text};
+  } catch (const ExportCancelled&) {
+    outcome = {.end = ExportEnd::kCancelled, .error = {}};
+  }
+  return outcome;
+}
+
+}  // namespace qbx

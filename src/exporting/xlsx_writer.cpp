@@ -1,0 +1,163 @@
+// Workbooks in the .xlsx format. A row leaves memory when the next one begins.
+
+#include <xlsxwriter.h>
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "exporting/export_parts.h"
+#include "exporting/workbook_cell.h"
+
+namespace qbx {
+
+namespace {
+
+constexpr quint8 kA4 = 9;
+
+void Must(lxw_error error) {
+  if (error != LXW_NO_ERROR) throw ExportError{QString::fromLatin1(lxw_strerror(error))};
+}
+
+/// What went wrong with a file, in the system's own words, which say more than the library's.
+void MustWrite(lxw_error error) {
+  if (error != LXW_NO_ERROR && errno != 0) throw ExportError{QString::fromLocal8Bit(std::strerror(errno))};
+  Must(error);
+}
+
+lxw_col_t Place(std::size_t column) {
+  return static_cast<lxw_col_t>(column);
+}
+
+/// "_x0041_" stands for a character in this format; a text that holds just that has its "_" written so.
+std::string Escaped(std::string_view text) {
+  static const QRegularExpression escape(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
+  QString escaped = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  escaped.replace(escape, QStringLiteral("_x005F_"));
+  return escaped.size() <= kLongestCellText ? escaped.toStdString() : std::string(text);
+}
+
+class XlsxFile {
+ public:
+  XlsxFile(const ExportSheet& sheet, const QString& path) : sheet_(sheet), cells_(sheet) {
+    QByteArray folder = QFile::encodeName(QDir::tempPath());
+    lxw_workbook_options options = {.constant_memory = LXW_TRUE, .tmpdir = folder.data(), .use_zip64 = LXW_FALSE};
+    book_ = workbook_new_opt(QFile::encodeName(path).constData(), &options);
+    if (book_ != nullptr) page_ = workbook_add_worksheet(book_, SheetName(sheet.title).toUtf8().constData());
+    if (page_ == nullptr) {
+      GiveUp();
+      throw ExportError{QStringLiteral("The workbook could not be made in the folder for temporary files.")};
+    }
+    MakeFormats();
+  }
+  ~XlsxFile() { GiveUp(); }
+  XlsxFile(const XlsxFile&) = delete;
+  XlsxFile& operator=(const XlsxFile&) = delete;
+
+  void SetUpPage(bool headings) {
+    for (std::size_t i = 0; i < sheet_.columns.size(); ++i)
+      Must(worksheet_set_column(page_, Place(i), Place(i), sheet_.columns[i].width, nullptr));
+    worksheet_set_landscape(page_);
+    worksheet_set_paper(page_, kA4);
+    worksheet_fit_to_pages(page_, 1, 0);
+    if (!headings || sheet_.columns.empty()) return;
+    worksheet_freeze_panes(page_, 1, 0);
+    Must(worksheet_repeat_rows(page_, 0, 0));
+    Must(
+        worksheet_autofilter(page_, 0, 0, static_cast<lxw_row_t>(sheet_.RowCount()), Place(sheet_.columns.size() - 1)));
+    for (std::size_t i = 0; i < sheet_.columns.size(); ++i)
+      Must(worksheet_write_string(page_, 0, Place(i), sheet_.columns[i].heading.toUtf8().constData(), heading_));
+    next_ = 1;
+  }
+
+  void AddRow(qint64 row) {
+    for (std::size_t i = 0; i < sheet_.columns.size(); ++i)
+      Must(Write(Place(i), i, cells_.At(row, sheet_.columns[i])));
+    ++next_;
+  }
+
+  /// \return how many texts were cut
+  qint64 Finish() {
+    // The library never asks whether its temporary file took all rows.
+    errno = 0;
+    FILE* rows = page_->optimize_tmpfile;
+    if (rows != nullptr && (std::fflush(rows) != 0 || std::ferror(rows) != 0)) MustWrite(LXW_ERROR_CREATING_TMPFILE);
+    errno = 0;
+    MustWrite(workbook_close(std::exchange(book_, nullptr)));
+    return cells_.CutTexts();
+  }
+
+ private:
+  lxw_error Write(lxw_col_t place, std::size_t column, const WorkbookCell& cell) {
+    switch (cell.kind) {
+      case WorkbookCell::Kind::kEmpty:
+        return LXW_NO_ERROR;
+      case WorkbookCell::Kind::kInteger:
+        return worksheet_write_number(page_, next_, place, cell.number, nullptr);
+      case WorkbookCell::Kind::kDecimal:
+        return worksheet_write_number(page_, next_, place, cell.number, decimals_[column]);
+      case WorkbookCell::Kind::kDate:
+        return worksheet_write_number(page_, next_, place, cell.number, date_);
+      case WorkbookCell::Kind::kDateTime:
+        return worksheet_write_number(page_, next_, place, cell.number, dateTime_);
+      case WorkbookCell::Kind::kTick:
+        return worksheet_write_boolean(page_, next_, place, cell.number != 0 ? 1 : 0, nullptr);
+      case WorkbookCell::Kind::kText:
+        break;
+    }
+    const bool escapes = cell.text.find("_x") != std::string_view::npos;
+    return worksheet_write_string(page_, next_, place, escapes ? Escaped(cell.text).c_str() : cell.text.data(),
+                                  nullptr);
+  }
+
+  lxw_format* NumberFormat(const char* format) {
+    lxw_format* made = workbook_add_format(book_);
+    format_set_num_format(made, format);
+    return made;
+  }
+
+  void MakeFormats() {
+    heading_ = workbook_add_format(book_);
+    format_set_bold(heading_);
+    date_ = NumberFormat(kWorkbookDate);
+    dateTime_ = NumberFormat(kWorkbookDateTime);
+    for (const ExportColumn& column : sheet_.columns)
+      decimals_.push_back(column.decimals > 0 ? NumberFormat(DecimalFormat(column.decimals).c_str()) : nullptr);
+  }
+
+  void GiveUp() {
+    if (book_ != nullptr) lxw_workbook_free(std::exchange(book_, nullptr));
+  }
+
+  const ExportSheet& sheet_;
+  WorkbookCells cells_;
+  lxw_workbook* book_ = nullptr;
+  lxw_worksheet* page_ = nullptr;
+  lxw_format* heading_ = nullptr;
+  lxw_format* date_ = nullptr;
+  lxw_format* dateTime_ = nullptr;
+  std::vector<lxw_format*> decimals_;  // by column
+  lxw_row_t next_ = 0;
+};
+
+}  // namespace
+
+qint64 WriteXlsx(const ExportSheet& sheet, const QString& path, const ExportOptions& options,
+                 const ExportProgress& progress) {
+  XlsxFile file(sheet, path);
+  const ProgressSteps steps(progress);
+  file.SetUpPage(options.headings);
+  const qint64 rows = sheet.RowCount();
+  for (qint64 row = 0; row < rows; ++row) {
+    file.AddRow(row);
+    steps.Done(row + 1);
+  }
+  const qint64 cut = file.Finish();
+  steps.Tell(rows);
+  return cut;
+}
+
+}  // namespace qbx
