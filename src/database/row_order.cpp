@@ -36,9 +36,11 @@ int CompareCells(const Cell& left, const Cell& right) {
 /// What decides most comparisons of a sort without looking at the cell again. Cells whose rank and head differ are in the
 /// order of these.
 struct SortKey {
-  quint64 head;
-  quint32 row;
-  quint32 rank;
+  quint64 head = 0;
+  quint64 next = 0;  ///< the same of what is behind; of a head beyond ASCII nothing
+  quint32 row = 0;
+  quint16 rank = 0;
+  bool whole = true;  ///< both are all that there is
 };
 
 /// A number whose order as unsigned integer is that of the double.
@@ -48,10 +50,30 @@ quint64 OrderedBits(double number) {
   return (bits & kSign) != 0 ? ~bits : bits | kSign;
 }
 
+/// Characters beyond ASCII are alike in a head.
+bool BeyondAscii(quint64 head) {
+  return (head & 0x8080808080808080U) != 0;
+}
+
+/// Fills a key from a text, or from the rest of one.
+void SetHeads(SortKey& key, std::string_view text) {
+  key.head = FoldedStart(text);
+  key.next = 0;
+  key.whole = false;
+  if (BeyondAscii(key.head)) return;
+  const std::string_view behind = BehindStart(text);
+  key.next = FoldedStart(behind);
+  // A zero looks like the end of a text.
+  key.whole = !BeyondAscii(key.next) && BehindStart(behind).empty() && text.find('\0') == std::string_view::npos;
+}
+
 SortKey KeyOf(const Cell& cell, quint32 row) {
-  const auto rank = static_cast<quint32>(Rank(cell));
-  if (rank == 0) return {0, row, rank};
-  return {cell.type == ValueType::kText ? FoldedStart(cell.utf8) : OrderedBits(NumberOf(cell)), row, rank};
+  SortKey key{.row = row, .rank = static_cast<quint16>(Rank(cell))};
+  if (cell.type == ValueType::kText)
+    SetHeads(key, cell.utf8);
+  else if (cell.type != ValueType::kNull)
+    key.head = OrderedBits(NumberOf(cell));
+  return key;
 }
 
 /// Whether one row stands before another.
@@ -77,14 +99,9 @@ class IsBefore {
   bool descending_;
 };
 
-constexpr quint32 kTextRank = 2;
+constexpr quint16 kTextRank = 2;
 constexpr int kMostHeads = 8;  // each is reached from the start of the text
 constexpr qint64 kExactInDouble = qint64{1} << 50;
-
-/// Characters beyond ASCII are alike in a head.
-bool BeyondAscii(quint64 head) {
-  return (head & 0x8080808080808080U) != 0;
-}
 
 /// Sorts by heads, and where these are alike by those of what is behind them: comparing whole texts means fetching two of them from all over
 /// the memory each time.
@@ -98,13 +115,14 @@ class Sorting {
     std::sort(keys.begin(), keys.end(), [descending = descending_](const SortKey& left, const SortKey& right) {
       if (left.rank != right.rank) return (left.rank < right.rank) != descending;
       if (left.head != right.head) return (left.head < right.head) != descending;
+      if (left.next != right.next) return (left.next < right.next) != descending;
       return left.row < right.row;
     });
     for (auto first = keys.begin(); first != keys.end();) {
       const auto last = std::find_if(first, keys.end(), [&first](const SortKey& key) {
-        return key.rank != first->rank || key.head != first->head;
+        return key.rank != first->rank || key.head != first->head || key.next != first->next;
       });
-      if (last - first > 1) SortAlike({first, last}, heads + 1);
+      if (last - first > 1) SortAlike({first, last}, heads + 2);
       first = last;
     }
   }
@@ -115,26 +133,24 @@ class Sorting {
       if (!SameNumber(keys.front())) SortWhole(keys);
       return;
     }
-    if (BeyondAscii(keys.front().head) || heads > kMostHeads) return SortWhole(keys);
-    bool more = false;
+    if (std::all_of(keys.begin(), keys.end(), [](const SortKey& key) { return key.whole; })) return;
+    if (BeyondAscii(keys.front().head) || BeyondAscii(keys.front().next) || heads > kMostHeads) return SortWhole(keys);
     bool zero = false;  // looks like the end of a text
     for (SortKey& key : keys) {
       std::string_view text = rows_.At(key.row, column_).utf8;
-      for (int i = 1; i < heads; ++i)
-        text = BehindStart(text);
       zero = zero || text.find('\0') != std::string_view::npos;
-      text = BehindStart(text);
-      more = more || !text.empty();
-      key.head = FoldedStart(text);
+      for (int i = 0; i < heads; ++i)
+        text = BehindStart(text);
+      SetHeads(key, text);
     }
     if (zero) return SortWhole(keys);
-    if (more) Sort(keys, heads);
+    Sort(keys, heads);
   }
 
   /// By whole cells, where the heads are no help.
   void SortWhole(std::span<SortKey> keys) {
     for (SortKey& key : keys)
-      key.head = 0;
+      key.head = key.next = 0;
     std::sort(keys.begin(), keys.end(), IsBefore(rows_, column_, descending_));
   }
 

@@ -17,21 +17,24 @@ struct SearchedColumn {
   bool asStored = false;  ///< a text is shown as it is stored
 };
 
-/// Numbers and dates are written with these alone; writing each to compare it costs more than all texts together.
-bool MayBeInNumber(const QString& text) {
+bool OnlyHas(const QString& text, const QString& signs) {
   return std::all_of(text.begin(), text.end(),
-                     [](QChar c) { return c.isDigit() || QStringLiteral(".-/: e+").contains(c, Qt::CaseInsensitive); });
+                     [&signs](QChar c) { return c.isDigit() || signs.contains(c, Qt::CaseInsensitive); });
+}
+
+/// Whether a text can be in what a column shows. Writing each number and date to compare it costs more than all texts together.
+bool MayShow(const GridColumn& format, const QString& text) {
+  if (format.format == GridFormat::kTick) return false;
+  if (format.IsNumber()) return OnlyHas(text, QStringLiteral(".-+e"));
+  return format.type != ValueType::kDateTime || OnlyHas(text, QStringLiteral("/: "));
 }
 
 std::vector<SearchedColumn> ColumnsFor(const QString& text, const std::vector<GridColumn>& columns,
                                        const std::vector<int>& shown) {
-  const bool numbers = MayBeInNumber(text);
   std::vector<SearchedColumn> searched;
   for (const int column : shown) {
     const GridColumn& format = columns[static_cast<std::size_t>(column)];
-    if (format.format == GridFormat::kTick) continue;
-    const bool isText = format.type == ValueType::kText;
-    if (isText || numbers) searched.push_back({column, format, isText});
+    if (MayShow(format, text)) searched.push_back({column, format, format.type == ValueType::kText});
   }
   return searched;
 }
