@@ -190,8 +190,8 @@ bool GridPlace::FindText(const QString& text, Search search) {
   core_.Guarded("FindText", [&] {
     if (core_.records == nullptr || !core_.view) return;
     const qint64 from = CurrentRow() + (search == Search::kNext ? 1 : search == Search::kPrevious ? -1 : 0);
-    found =
-        qbx::FindText(*core_.records, core_.model.Columns(), core_.ShownColumns(), text, from, search == Search::kPrevious);
+    found = qbx::FindText(*core_.records, core_.model.Columns(), core_.ShownColumns(), text, from,
+                          search == Search::kPrevious);
     if (found.row < 0) return;
     SetCurrent(found.row, found.column);
     core_.view->scrollTo(core_.view->currentIndex());
