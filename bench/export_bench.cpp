@@ -2,12 +2,14 @@
 //
 //   export_bench [ROWS [ROUNDS]]    medians over rounds; 100,000 rows of 27 columns, 5 rounds
 //
-// CSV stands beside the sqlite3 shell, which reads the same rows from a database in the same folder; the workbook beside the library alone, called in a loop with values at hand.
+// CSV stands beside the sqlite3 shell, which reads the same rows from a database in the same folder; the .xlsx workbook beside the library alone, called in a loop with values at hand;
+// the .xls workbook, of 65,535 rows at most, beside LibreOffice where that is installed, which makes one of the same rows as CSV.
 
 #include <sys/resource.h>
 #include <xlsxwriter.h>
 
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include "exporting/export_file.h"
@@ -19,6 +21,7 @@ using namespace qbx;
 using namespace qbx::bench;
 
 constexpr int kColumns = 27;
+constexpr int kMostXlsRows = 65'535;
 constexpr char kText[] = "12 Orchard Drive, Little Marden";
 
 /// Columns as the results have them: most of them text, then numbers, dates and flags.
@@ -73,6 +76,30 @@ void BareWorkbook(const QString& path, int rows) {
   if (workbook_close(book) != LXW_NO_ERROR) Fail("The bare workbook could not be written.");
 }
 
+void LibreOfficeWorkbook(const QTemporaryDir& folder, const QString& csv) {
+  const QStringList arguments = {
+      QLatin1String("-env:UserInstallation=file://") + folder.filePath(QStringLiteral("office")),
+      QStringLiteral("--headless"),
+      QStringLiteral("--norestore"),
+      QStringLiteral("--infilter=CSV:44,34,76,1"),
+      QStringLiteral("--convert-to"),
+      QStringLiteral("xls:MS Excel 97"),
+      QStringLiteral("--outdir"),
+      folder.filePath(QStringLiteral("office-files")),
+      csv};
+  QProcess office;
+  office.setStandardOutputFile(QProcess::nullDevice());
+  office.start(QStringLiteral("soffice"), arguments);
+  if (!office.waitForFinished(-1) || office.exitCode() != 0) Fail("LibreOffice made no workbook.");
+}
+
+ExportSheet SheetOf(const Recordset& rows) {
+  ExportSheet sheet{.title = QStringLiteral("Bench"), .columns = {}, .rows = rows};
+  for (int i = 0; i < kColumns; ++i)
+    sheet.columns.push_back(MakeExportColumn(rows.Columns(), i, QStringLiteral("Column %1").arg(i)));
+  return sheet;
+}
+
 long PeakKilobytes() {
   rusage usage = {};
   getrusage(RUSAGE_SELF, &usage);
@@ -86,13 +113,15 @@ int main(int argc, char** argv) {
   const int rounds = argc > 2 ? std::max(1, std::atoi(argv[2])) : 5;
   const QTemporaryDir folder;
   const Recordset rows = Recordset::ReadAll(std::make_unique<Rows>(count));
-  ExportSheet sheet{.title = QStringLiteral("Bench"), .columns = {}, .rows = rows};
-  for (int i = 0; i < kColumns; ++i)
-    sheet.columns.push_back(MakeExportColumn(rows.Columns(), i, QStringLiteral("Column %1").arg(i)));
+  const Recordset fewRows = Recordset::ReadAll(std::make_unique<Rows>(std::min(count, kMostXlsRows)));
+  const ExportSheet sheet = SheetOf(rows);
+  const ExportSheet fewSheet = SheetOf(fewRows);
   const long before = PeakKilobytes();
   const auto ours = [&](ExportFormat format, const char* name) {
     return Milliseconds([&] {
-      if (WriteExport(sheet, format, folder.filePath(QLatin1String(name)), {}, {}).end != ExportEnd::kDone)
+      if (WriteExport(format == ExportFormat::kXls ? fewSheet : sheet, format, folder.filePath(QLatin1String(name)), {},
+                      {})
+              .end != ExportEnd::kDone)
         Fail("The export failed.");
     });
   };
@@ -102,11 +131,19 @@ int main(int argc, char** argv) {
   const QString database = folder.filePath(QStringLiteral("rows.db"));
   ours(ExportFormat::kCsv, "rows.csv");
   const long csvPeak = PeakKilobytes();
+  ours(ExportFormat::kXls, "rows.xls");
+  const long xlsPeak = PeakKilobytes();
+  const bool hasOffice = !QStandardPaths::findExecutable(QStringLiteral("soffice")).isEmpty();
+  const QString fewCsv = folder.filePath(QStringLiteral("few.csv"));
+  if (WriteExport(fewSheet, ExportFormat::kCsv, fewCsv, {}, {}).end != ExportEnd::kDone) Fail("The export failed.");
+  if (hasOffice) LibreOfficeWorkbook(folder, fewCsv);
   shell({database, QStringLiteral(".import --csv %1 t").arg(folder.filePath(QStringLiteral("rows.csv")))});
   std::vector<double> csv;
   std::vector<double> csvPeer;
   std::vector<double> xlsx;
   std::vector<double> xlsxPeer;
+  std::vector<double> xls;
+  std::vector<double> xlsPeer;
   long xlsxPeak = 0;
   for (int round = 0; round < rounds; ++round) {
     csv.push_back(ours(ExportFormat::kCsv, "rows.csv"));
@@ -116,9 +153,14 @@ int main(int argc, char** argv) {
     xlsx.push_back(ours(ExportFormat::kXlsx, "rows.xlsx"));
     if (xlsxPeak == 0) xlsxPeak = PeakKilobytes();
     xlsxPeer.push_back(Milliseconds([&] { BareWorkbook(folder.filePath(QStringLiteral("bare.xlsx")), count); }));
+    xls.push_back(ours(ExportFormat::kXls, "rows.xls"));
+    if (hasOffice) xlsPeer.push_back(Milliseconds([&] { LibreOfficeWorkbook(folder, fewCsv); }));
   }
   std::printf("CSV  %8.0f ms, sqlite3 shell %8.0f ms: %.2f x; peak %ld KB beyond the rows\n", Median(csv),
               Median(csvPeer), Median(csv) / Median(csvPeer), csvPeak - before);
   std::printf("XLSX %8.0f ms, library alone %8.0f ms: %.2f x; peak %ld KB beyond the rows\n", Median(xlsx),
               Median(xlsxPeer), Median(xlsx) / Median(xlsxPeer), xlsxPeak - before);
+  std::printf("XLS  %8.0f ms of %lld rows; peak %ld KB beyond the rows\n", Median(xls),
+              static_cast<long long>(fewSheet.RowCount()), xlsPeak - before);
+  if (hasOffice) std::printf("     LibreOffice %8.0f ms: %.3f x\n", Median(xlsPeer), Median(xls) / Median(xlsPeer));
 }

@@ -4,6 +4,7 @@
 #include "dispatch/message_maker.h"
 #include "dispatch/result_rows.h"
 #include "dispatch/sms_credits.h"
+#include "platform/event_breaks.h"
 #include "results/merge_row.h"
 
 namespace qbx {
@@ -30,7 +31,8 @@ std::optional<CreditNeed> CreditEstimate::Add(const Wish& wish) {
   if (OpenForward(statements_, rows, SelectEstimateRows(wish.campaignId))) return std::nullopt;
   MessageMaker messages({.sms = wish.smsTemplate, .emailSubject = {}, .emailBody = {}});
   CreditNeed need;
-  for (; !rows.Eof(); rows.MoveNext()) {
+  EventBreaks breaks(diagnostics_.ui);
+  for (; !rows.Eof(); rows.MoveNext(), breaks.MayPause()) {
     const QString text = messages.Sms(MergeRow(rows, BlankContact::kStaysBlank), wish.day);
     const int cost = SMSCreditsFor(static_cast<int>(text.size()), 1);
     const qint64 recordId = rows.Field(QStringLiteral("RecordID")).ToInt();

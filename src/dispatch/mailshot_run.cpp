@@ -1,6 +1,7 @@
 #include "dispatch/mailshot_run.h"
 
 #include "dispatch/result_rows.h"
+#include "platform/event_breaks.h"
 #include "results/merge_row.h"
 #include "results/mobile_number.h"
 
@@ -28,7 +29,8 @@ bool MailshotRun::ReadRows() {
   const int sendSms = rows_.ColumnIndex(QStringLiteral("Send_SMS"));
   const int sendEmail = rows_.ColumnIndex(QStringLiteral("Send_Email"));
   const int mobile = rows_.ColumnIndex(QStringLiteral("Mobile"));
-  for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext()) {
+  EventBreaks breaks(services_.diagnostics.ui);
+  for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext(), breaks.MayPause()) {
     const bool wantsSms = rows_.Field(sendSms).ToBool();
     const bool wantsEmail = rows_.Field(sendEmail).ToBool();
     const qint64 id = rows_.Field(record).ToInt();
@@ -48,7 +50,8 @@ void MailshotRun::Run() {
   observer_.Begins(!due_.entries.isEmpty() || counters_.Sent() > 0);
   observer_.Progress(0, total);
   summary_.end = MailshotEnd::kFinished;
-  for (; !rows_.Eof(); rows_.MoveNext()) {
+  // "Pause Sending" may have been pressed while the rows were read.
+  for (; !rows_.Eof() && !services_.state.StopSending; rows_.MoveNext()) {
     if (!dryRun_ && !claim_.Renew()) {
       TellTakenOver();
       return;

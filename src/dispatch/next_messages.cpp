@@ -15,7 +15,7 @@ NextMessage SampleMessage(MessageMaker& messages, QDate today) {
           .body = messages.Body(values, today)};
 }
 
-bool NextMessages::Read(int campaignId) {
+bool NextMessages::Read(int campaignId, std::optional<Channel> only) {
   places_.clear();
   const std::optional<DueRows> due = ReadDueRows(statements_, campaignId);
   if (!due) return false;
@@ -27,9 +27,10 @@ bool NextMessages::Read(int campaignId) {
     const qint64 id = rows.Field(QStringLiteral("RecordID")).ToInt();
     const QString mobile = rows.Field(QStringLiteral("Mobile")).ToText();
     const JournalEntry entry = due->Entry(id, wantsSms, wantsEmail);
-    const Place place{.recordId = id,
-                      .sms = wantsSms && due->WillTry(id, entry, Channel::kSms, mobile, false),
-                      .email = wantsEmail && due->WillTry(id, entry, Channel::kEmail, mobile, false)};
+    const Place place{
+        .recordId = id,
+        .sms = only != Channel::kEmail && wantsSms && due->WillTry(id, entry, Channel::kSms, mobile, false),
+        .email = only != Channel::kSms && wantsEmail && due->WillTry(id, entry, Channel::kEmail, mobile, false)};
     if (place.sms || place.email) places_.push_back(place);
   }
   return true;

@@ -9,6 +9,7 @@
 
 #include "database/statements.h"
 #include "dispatch/message_maker.h"
+#include "dispatch/send_journal.h"
 
 namespace qbx {
 
@@ -37,10 +38,13 @@ class NextMessages {
   explicit NextMessages(Statements& statements) : statements_(statements) {}
 
   /// One pass over the rows that are flagged and not processed.
+  /// \param only  the channel that matters: without it, rows of both
   /// \return false when they could not be read (already reported)
-  [[nodiscard]] bool Read(int campaignId);
+  [[nodiscard]] bool Read(int campaignId, std::optional<Channel> only = {});
 
   [[nodiscard]] int Count() const { return static_cast<int>(places_.size()); }
+  /// \param place  from 0 to `Count` - 1
+  [[nodiscard]] qint64 RecordAt(int place) const { return places_.at(static_cast<size_t>(place)).recordId; }
 
   /// \param place  from 0 to `Count` - 1
   /// \return nothing when the row is gone or could not be read

@@ -12,7 +12,6 @@ namespace qbx {
 namespace {
 
 constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
-constexpr std::size_t kFlushedBytes = std::size_t{1} << 20;
 
 class CsvFile {
  public:

@@ -9,7 +9,12 @@ namespace qbx {
 
 namespace {
 
-constexpr qint64 kXlsxRows = 1'048'576;
+struct SheetSize {
+  qint64 rows;
+  qint64 columns;
+};
+constexpr SheetSize kXlsxSize = {1'048'576, 16'384};
+constexpr SheetSize kXlsSize = {65'536, 256};
 
 void CopyInto(QSaveFile& to, QFile& from) {
   constexpr qint64 kChunk = qint64{1} << 20;
@@ -21,8 +26,8 @@ void CopyInto(QSaveFile& to, QFile& from) {
   }
 }
 
-/// A workbook comes into being in the folder for temporary files, since its library wants the name of a file to itself.
-qint64 WriteWorkbook(const ExportSheet& sheet, QSaveFile& file, const ExportOptions& options,
+/// An .xlsx workbook comes into being in the folder for temporary files, since its library wants the name of a file to itself.
+qint64 WriteXlsxInto(const ExportSheet& sheet, QSaveFile& file, const ExportOptions& options,
                      const ExportProgress& progress) {
   QTemporaryFile workbook;
   if (!workbook.open()) throw ExportError{workbook.errorString()};
@@ -35,11 +40,17 @@ qint64 WriteWorkbook(const ExportSheet& sheet, QSaveFile& file, const ExportOpti
 
 QString TooManyRows(const ExportSheet& sheet, ExportFormat format, const ExportOptions& options) {
   if (format == ExportFormat::kCsv) return {};
+  const SheetSize most = format == ExportFormat::kXlsx ? kXlsxSize : kXlsSize;
   const qint64 rows = sheet.RowCount() + (options.headings ? 1 : 0);
-  if (rows <= kXlsxRows) return {};
-  return QStringLiteral("There are %1 rows with the headings, and a sheet of this format takes %2.")
-      .arg(rows)
-      .arg(kXlsxRows);
+  const auto columns = static_cast<qint64>(sheet.columns.size());
+  if (rows > most.rows) {
+    const QString refusal =
+        options.headings ? QStringLiteral("There are %1 rows with the headings, and a sheet of this format takes %2.")
+                         : QStringLiteral("There are %1 rows, and a sheet of this format takes %2.");
+    return refusal.arg(rows).arg(most.rows);
+  }
+  if (columns <= most.columns) return {};
+  return QStringLiteral("There are %1 columns, and a sheet of this format takes %2.").arg(columns).arg(most.columns);
 }
 
 QString CutTextsNote(const ExportOutcome& outcome) {
@@ -63,10 +74,16 @@ ExportOutcome WriteExport(const ExportSheet& sheet, ExportFormat format, const Q
   QSaveFile file(path);
   try {
     if (!file.open(QIODevice::WriteOnly)) throw ExportError{file.errorString()};
-    if (format == ExportFormat::kCsv) {
-      WriteCsv(sheet, file, options, progress);
-    } else {
-      outcome.cutTexts = WriteWorkbook(sheet, file, options, progress);
+    switch (format) {
+      case ExportFormat::kCsv:
+        WriteCsv(sheet, file, options, progress);
+        break;
+      case ExportFormat::kXlsx:
+        outcome.cutTexts = WriteXlsxInto(sheet, file, options, progress);
+        break;
+      case ExportFormat::kXls:
+        outcome.cutTexts = WriteXls(sheet, file, options, progress);
+        break;
     }
     if (!file.flush() || !file.commit()) throw ExportError{file.errorString()};
   } catch (const ExportError& error) {

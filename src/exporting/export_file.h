@@ -9,7 +9,7 @@
 
 namespace qbx {
 
-enum class ExportFormat : quint8 { kCsv, kXlsx };
+enum class ExportFormat : quint8 { kCsv, kXlsx, kXls };
 
 struct ExportOptions {
   bool headings = true;      ///< a first row with the headings
@@ -27,7 +27,7 @@ struct ExportOutcome {
   qint64 cutTexts = 0;  ///< cells of a workbook whose text was longer than it takes, and was cut
 };
 
-/// Why the rows cannot be exported in this format, to be told before anything is asked or written; empty when they can.
+/// Why the sheet is too large for this format, to be told before anything is asked or written; empty when they can.
 [[nodiscard]] QString TooManyRows(const ExportSheet& sheet, ExportFormat format, const ExportOptions& options);
 
 /// What is told once about texts that were cut; empty when none was.

@@ -39,15 +39,16 @@ double DayNumber(const QDate& day) {
 
 WorkbookCell WorkbookCells::Text(std::string_view text) {
   if (text.empty()) return {};
+  bool isCut = false;
   if (IsPlain(text)) {
     text_.assign(text);
   } else {
     const QString storable = Storable(text);
     const QString cut = CutText(storable, kLongestCellText);
-    if (cut.size() < storable.size()) ++cut_;
+    isCut = cut.size() < storable.size();
     text_ = cut.toStdString();
   }
-  return {.kind = text_.empty() ? Kind::kEmpty : Kind::kText, .text = text_};
+  return {.kind = text_.empty() ? Kind::kEmpty : Kind::kText, .text = text_, .isCut = isCut};
 }
 
 WorkbookCell WorkbookCells::Integer(qint64 number) {
@@ -61,6 +62,10 @@ WorkbookCell WorkbookCells::Date(const Cell& cell) {
   return {.kind = date.milliseconds == 0 ? Kind::kDate : Kind::kDateTime,
           .number = DayNumber(date.day) + date.milliseconds / kDay,
           .text = {}};
+}
+
+WorkbookCell WorkbookCells::Heading(const ExportColumn& column) {
+  return Text(column.heading.toStdString());
 }
 
 WorkbookCell WorkbookCells::At(qint64 row, const ExportColumn& column) {

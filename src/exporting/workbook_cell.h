@@ -13,6 +13,13 @@ namespace qbx {
 inline constexpr int kLongestCellText = 32'767;  ///< UTF-16 code units
 inline constexpr char kWorkbookDate[] = "dd/mm/yyyy";
 inline constexpr char kWorkbookDateTime[] = "dd/mm/yyyy hh:mm:ss";
+inline constexpr quint8 kPaperA4 = 9;  ///< the number of the paper in workbooks
+/// In inches. A sheet has many columns and is one page wide, so the margins are narrow.
+inline constexpr struct {
+  double side = 0.4;
+  double end = 0.5;
+  double header = 0.3;
+} kPageMargins;
 /// "0.00"
 [[nodiscard]] std::string DecimalFormat(int decimals);
 
@@ -21,6 +28,7 @@ struct WorkbookCell {
   Kind kind = Kind::kEmpty;
   double number = 0;      ///< of all but a text; a date is the number of days that workbooks count
   std::string_view text;  ///< UTF-8 with a 0 behind it; valid until the next cell is asked for
+  bool isCut = false;     ///< the text was longer than a cell takes
 };
 
 /// Reads cells of a sheet. A number that is not known is 0 and a tick unticked, as in the spreadsheet view; a date or text that is not known is an
@@ -31,8 +39,7 @@ class WorkbookCells {
   explicit WorkbookCells(const ExportSheet& sheet) : sheet_(sheet) {}
 
   [[nodiscard]] WorkbookCell At(qint64 row, const ExportColumn& column);
-  /// How many of the texts asked for were longer than a cell takes.
-  [[nodiscard]] qint64 CutTexts() const { return cut_; }
+  [[nodiscard]] WorkbookCell Heading(const ExportColumn& column);
 
  private:
   WorkbookCell Text(std::string_view text);
@@ -41,7 +48,6 @@ class WorkbookCells {
 
   const ExportSheet& sheet_;
   std::string text_;
-  qint64 cut_ = 0;
 };
 
 /// The name of a sheet: "QBX Data - " and the title, without the characters that names of sheets must not have, 31 characters at most.

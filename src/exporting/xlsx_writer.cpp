@@ -5,18 +5,19 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 
 #include "exporting/export_parts.h"
 #include "exporting/workbook_cell.h"
+#include "exporting/zip_directory.h"
+#include "util/text.h"
 
 namespace qbx {
 
 namespace {
-
-constexpr quint8 kA4 = 9;
 
 void Must(lxw_error error) {
   if (error != LXW_NO_ERROR) throw ExportError{QString::fromLatin1(lxw_strerror(error))};
@@ -33,16 +34,14 @@ lxw_col_t Place(std::size_t column) {
 }
 
 /// "_x0041_" stands for a character in this format; a text that holds just that has its "_" written so.
-std::string Escaped(std::string_view text) {
+QString Escaped(const QString& text) {
   static const QRegularExpression escape(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
-  QString escaped = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-  escaped.replace(escape, QStringLiteral("_x005F_"));
-  return escaped.size() <= kLongestCellText ? escaped.toStdString() : std::string(text);
+  return QString(text).replace(escape, QStringLiteral("_x005F_"));
 }
 
 class XlsxFile {
  public:
-  XlsxFile(const ExportSheet& sheet, const QString& path) : sheet_(sheet), cells_(sheet) {
+  XlsxFile(const ExportSheet& sheet, const QString& path) : sheet_(sheet), path_(path), cells_(sheet) {
     QByteArray folder = QFile::encodeName(QDir::tempPath());
     lxw_workbook_options options = {.constant_memory = LXW_TRUE, .tmpdir = folder.data(), .use_zip64 = LXW_FALSE};
     book_ = workbook_new_opt(QFile::encodeName(path).constData(), &options);
@@ -61,15 +60,16 @@ class XlsxFile {
     for (std::size_t i = 0; i < sheet_.columns.size(); ++i)
       Must(worksheet_set_column(page_, Place(i), Place(i), sheet_.columns[i].width, nullptr));
     worksheet_set_landscape(page_);
-    worksheet_set_paper(page_, kA4);
+    worksheet_set_paper(page_, kPaperA4);
     worksheet_fit_to_pages(page_, 1, 0);
+    worksheet_set_margins(page_, kPageMargins.side, kPageMargins.side, kPageMargins.end, kPageMargins.end);
     if (!headings || sheet_.columns.empty()) return;
     worksheet_freeze_panes(page_, 1, 0);
     Must(worksheet_repeat_rows(page_, 0, 0));
     Must(
         worksheet_autofilter(page_, 0, 0, static_cast<lxw_row_t>(sheet_.RowCount()), Place(sheet_.columns.size() - 1)));
     for (std::size_t i = 0; i < sheet_.columns.size(); ++i)
-      Must(worksheet_write_string(page_, 0, Place(i), sheet_.columns[i].heading.toUtf8().constData(), heading_));
+      Must(WriteText(Place(i), cells_.Heading(sheet_.columns[i]), heading_));
     next_ = 1;
   }
 
@@ -81,16 +81,29 @@ class XlsxFile {
 
   /// \return how many texts were cut
   qint64 Finish() {
-    // The library never asks whether its temporary file took all rows.
-    errno = 0;
-    FILE* rows = page_->optimize_tmpfile;
-    if (rows != nullptr && (std::fflush(rows) != 0 || std::ferror(rows) != 0)) MustWrite(LXW_ERROR_CREATING_TMPFILE);
+    const qint64 rowsBytes = FlushRows();
     errno = 0;
     MustWrite(workbook_close(std::exchange(book_, nullptr)));
-    return cells_.CutTexts();
+    // The library copies the rows to another temporary file and does not ask whether that took them.
+    constexpr qint64 kLeastAround = 512;  // bytes of the sheet that are no rows
+    QFile written(path_);
+    if (!written.open(QIODevice::ReadOnly) ||
+        UnpackedSize(written, "xl/worksheets/sheet1.xml") < rowsBytes + kLeastAround)
+      throw ExportError{QStringLiteral("The folder for temporary files did not take the whole workbook.")};
+    return cutTexts_;
   }
 
  private:
+  /// The library does not ask whether its temporary file took all rows. \return its size
+  [[nodiscard]] qint64 FlushRows() {
+    FILE* rows = page_->optimize_tmpfile;
+    if (rows == nullptr) return 0;
+    errno = 0;
+    lxw_worksheet_write_single_row(page_);
+    if (std::fflush(rows) != 0 || std::ferror(rows) != 0) MustWrite(LXW_ERROR_CREATING_TMPFILE);
+    return std::ftell(rows);
+  }
+
   lxw_error Write(lxw_col_t place, std::size_t column, const WorkbookCell& cell) {
     switch (cell.kind) {
       case WorkbookCell::Kind::kEmpty:
@@ -108,9 +121,21 @@ class XlsxFile {
       case WorkbookCell::Kind::kText:
         break;
     }
-    const bool escapes = cell.text.find("_x") != std::string_view::npos;
-    return worksheet_write_string(page_, next_, place, escapes ? Escaped(cell.text).c_str() : cell.text.data(),
-                                  nullptr);
+    return WriteText(place, cell, nullptr);
+  }
+
+  lxw_error WriteText(lxw_col_t place, const WorkbookCell& cell, lxw_format* format) {
+    if (cell.kind == WorkbookCell::Kind::kEmpty) return LXW_NO_ERROR;
+    bool isCut = cell.isCut;
+    std::string escaped;
+    if (cell.text.find("_x") != std::string_view::npos) {
+      const QString text = QString::fromUtf8(cell.text.data(), static_cast<qsizetype>(cell.text.size()));
+      const auto excess = static_cast<int>(Escaped(text).size()) - kLongestCellText;
+      isCut = isCut || excess > 0;
+      escaped = Escaped(CutText(text, static_cast<int>(text.size()) - std::max(excess, 0))).toStdString();
+    }
+    if (isCut) ++cutTexts_;
+    return worksheet_write_string(page_, next_, place, escaped.empty() ? cell.text.data() : escaped.c_str(), format);
   }
 
   lxw_format* NumberFormat(const char* format) {
@@ -128,11 +153,16 @@ class XlsxFile {
       decimals_.push_back(column.decimals > 0 ? NumberFormat(DecimalFormat(column.decimals).c_str()) : nullptr);
   }
 
+  /// The library closes the rows' file only when it makes the workbook.
   void GiveUp() {
-    if (book_ != nullptr) lxw_workbook_free(std::exchange(book_, nullptr));
+    if (book_ == nullptr) return;
+    FILE* rows = page_ != nullptr ? std::exchange(page_->optimize_tmpfile, nullptr) : nullptr;
+    if (rows != nullptr) std::fclose(rows);
+    lxw_workbook_free(std::exchange(book_, nullptr));
   }
 
   const ExportSheet& sheet_;
+  QString path_;
   WorkbookCells cells_;
   lxw_workbook* book_ = nullptr;
   lxw_worksheet* page_ = nullptr;
@@ -141,6 +171,7 @@ class XlsxFile {
   lxw_format* dateTime_ = nullptr;
   std::vector<lxw_format*> decimals_;  // by column
   lxw_row_t next_ = 0;
+  qint64 cutTexts_ = 0;
 };
 
 }  // namespace

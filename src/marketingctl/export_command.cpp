@@ -1,6 +1,8 @@
 // marketingctl export: the rows of a campaign as a file for a spreadsheet program.
 
 #include <QSet>
+#include <algorithm>
+#include <array>
 #include <memory>
 
 #include "exporting/export_file.h"
@@ -15,7 +17,7 @@ namespace {
 
 struct ExportArguments {
   std::string id;
-  std::string file[2];  // by ExportFormat
+  std::array<std::string, 3> file;  // by ExportFormat
   bool noHeadings = false;
   bool formulaSafe = false;
 };
@@ -45,14 +47,14 @@ int Export(Program& program, const ExportArguments& arguments) {
   const Recordset& rows = program.desk.results.Rows();
   if (rows.RecordCount() == 0) return Refuse(QStringLiteral("There are no results to export."));
   const ExportSheet sheet{.title = app.campaign.record.Campaign_Name, .columns = ShownColumns(app, rows), .rows = rows};
-  const int format = arguments.file[0].empty() ? 1 : 0;
-  const QString path = QString::fromStdString(arguments.file[format]);
-  const ExportOutcome outcome =
-      WriteExport(sheet, static_cast<ExportFormat>(format), path,
-                  {.headings = !arguments.noHeadings, .formulaSafe = arguments.formulaSafe}, [&](qint64 done) {
-                    program.ui.ShowProgress(static_cast<int>(done), static_cast<int>(sheet.RowCount()));
-                    return !HeadlessUi::Interrupted();
-                  });
+  const auto file = std::ranges::find_if(arguments.file, [](const std::string& name) { return !name.empty(); });
+  const auto format = static_cast<ExportFormat>(file - arguments.file.begin());
+  const QString path = QString::fromStdString(*file);
+  const ExportOutcome outcome = WriteExport(
+      sheet, format, path, {.headings = !arguments.noHeadings, .formulaSafe = arguments.formulaSafe}, [&](qint64 done) {
+        program.ui.ShowProgress(static_cast<int>(done), static_cast<int>(sheet.RowCount()));
+        return !HeadlessUi::Interrupted();
+      });
   program.ui.EndProgress();
   if (outcome.end == ExportEnd::kCancelled)
     return Refuse(Reason::kInterrupted, QStringLiteral("The export was interrupted."));
@@ -79,10 +81,11 @@ void AddExportCommand(Runner& runner) {
   command.add_option("ID", arguments->id, "Campaign, by number or name")->required();
   CLI::Option_group& file = *command.add_option_group("File", "One of these; a file that exists is replaced");
   const auto add = [&](const char* flag, ExportFormat format, const char* about) {
-    return file.add_option(flag, arguments->file[static_cast<int>(format)], about)->type_name("FILE");
+    return file.add_option(flag, arguments->file[static_cast<std::size_t>(format)], about)->type_name("FILE");
   };
   CLI::Option* csv = add("--csv", ExportFormat::kCsv, "Text with commas, every cell in quotes");
   add("--xlsx", ExportFormat::kXlsx, "Excel workbook, 1,048,576 rows at most");
+  add("--xls", ExportFormat::kXls, "Excel 97-2003 workbook, 65,536 rows at most");
   file.require_option(1);
   command.add_flag("--no-headings", arguments->noHeadings, "Without the row of headings");
   command

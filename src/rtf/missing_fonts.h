@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QTextCharFormat>
 #include <QTextDocument>
 
 namespace qbx {
@@ -13,7 +14,8 @@ struct MissingFont {
   QString shownAs;  ///< the font that stands for it here
 };
 
-/// In the order in which the letter uses them. Needs a QGuiApplication, which knows the fonts.
-[[nodiscard]] QList<MissingFont> MissingFonts(const QTextDocument& document);
+/// In the order in which the letter uses them. Text without a font has the document's own. Needs a QGuiApplication, which knows the fonts.
+/// \param typedNext  the look of what is typed next, whose font comes last
+[[nodiscard]] QList<MissingFont> MissingFonts(const QTextDocument& document, const QTextCharFormat& typedNext = {});
 
 }  // namespace qbx

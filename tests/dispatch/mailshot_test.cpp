@@ -188,6 +188,8 @@ TEST_F(MailshotTest, SendsWhatThePreviewShowed) {
   desk.AddRow(103, "1234567", "");
   desk.templates = {" Hello {contact}\n\u20ac", "{make}\n!", "Dear\n{contact}\n"};
   NextMessages walk(desk.host.statements);
+  ASSERT_TRUE(walk.Read(kCampaign, Channel::kSms));
+  EXPECT_EQ(walk.Count(), 1);
   ASSERT_TRUE(walk.Read(kCampaign));
   ASSERT_EQ(walk.Count(), 2);
   MessageMaker messages(desk.templates);

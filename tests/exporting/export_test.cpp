@@ -1,11 +1,14 @@
 // Files of exported rows: CSV byte for byte, workbooks as another program reads them back.
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <csignal>
+#include <cstring>
 
 #include "exporting/export_file.h"
 #include "support/temp_folder.h"
@@ -36,6 +39,26 @@ Cell Text(std::string_view text) {
   return {.type = ValueType::kText, .utf8 = text};
 }
 
+/// Files take no more than so many bytes while this lives.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t bytes) {
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit limit = {bytes, before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~FullDisk() {
+    setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, signal_);
+  }
+  FullDisk(const FullDisk&) = delete;
+  FullDisk& operator=(const FullDisk&) = delete;
+
+ private:
+  rlimit before_ = {};
+  void (*signal_)(int) = std::signal(SIGXFSZ, SIG_IGN);
+};
+
 class Export : public testing::Test {
  protected:
   ExportOutcome Write(ExportFormat format, const char* name, const ExportOptions& options = {},
@@ -44,6 +67,14 @@ class Export : public testing::Test {
     for (int i = 0; i < 5; ++i)
       sheet.columns.push_back(MakeExportColumn(rows_.Columns(), i, rows_.Columns()[static_cast<std::size_t>(i)].name));
     return WriteExport(sheet, format, folder_.File(QLatin1String(name)), options, progress);
+  }
+
+  [[nodiscard]] QByteArray ReadBack(const char* name) const {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(QStringLiteral(QBX_READ_WORKBOOK), {folder_.File(QLatin1String(name))});
+    EXPECT_TRUE(process.waitForFinished());
+    return process.readAllStandardOutput().trimmed();
   }
 
   TempFolder folder_;
@@ -79,35 +110,64 @@ TEST_F(Export, WritesCsvByteForByte) {
             "\"+44 7700\",\"\",\"28/02/1900\",\"\",\"LONG\"\r\n");
 }
 
-TEST_F(Export, WritesAWorkbookThatOthersRead) {
-  const ExportOutcome outcome = Write(ExportFormat::kXlsx, "a.xlsx");
-  ASSERT_EQ(outcome.error, QString());
-  EXPECT_EQ(outcome.cutTexts, 1);
-  QProcess process;
-  process.start(QStringLiteral(QBX_READ_WORKBOOK), {folder_.File(QStringLiteral("a.xlsx"))});
-  ASSERT_TRUE(process.waitForFinished());
-  QByteArray read = process.readAllStandardOutput();
-  read.replace(QByteArray(32'767, 'x'), "LONG");
-  EXPECT_EQ(
-      read.trimmed().toStdString(),
-      R"({"name": "QBX Data - Spring -a-b- \"offer\"", "frozen": "A2", "filter": "A1:E6", "wide": 0, "titles": "$1:$1", "rows": [)"
-      R"([["s", "N"], ["s", "Price"], ["s", "Day"], ["s", "Tick"], ["s", "=A \"b\""]], )"
-      R"([["n", -5], ["n", -0.05], ["d", "01/01/1970 00:00:00|dd/mm/yyyy"], ["b", true], ["s", "=1+1"]], )"
-      R"([["s", "9007199254740993"], ["n", 12.5], ["d", "02/01/1970 01:02:03|dd/mm/yyyy hh:mm:ss"], ["b", false], ["s", "a,\"b\"\nc"]], )"
-      R"([["n", null], ["n", 0], ["n", null], ["b", false], ["n", null]], )"
-      R"([["s", "-x"], ["n", 7], ["s", "12/11/1887"], ["b", false], ["s", "\ud83d\ude97\u0001_x0041_"]], )"
-      R"([["s", "+44 7700"], ["n", 0], ["d", "28/02/1900 00:00:00|dd/mm/yyyy"], ["b", false], ["s", "LONG"]]]})")
-      << process.readAllStandardError().constData();
+TEST_F(Export, WritesWorkbooksThatOthersRead) {
+  for (const auto& [format, name] :
+       {std::pair(ExportFormat::kXlsx, "a.xlsx"), std::pair(ExportFormat::kXls, "a.xls")}) {
+    SCOPED_TRACE(name);
+    const ExportOutcome outcome = Write(format, name);
+    ASSERT_EQ(outcome.error, QString());
+    EXPECT_EQ(outcome.cutTexts, 1);
+    EXPECT_EQ(
+        ReadBack(name).replace(QByteArray(32'767, 'x'), "LONG").toStdString(),
+        R"({"name": "QBX Data - Spring -a-b- \"offer\"", "frozen": "A2", "filter": "A1:E6", "titles": "$1:$1", "rows": [)"
+        R"([["s", "N"], ["s", "Price"], ["s", "Day"], ["s", "Tick"], ["s", "=A \"b\""]], )"
+        R"([["n", -5], ["n", -0.05], ["d", "01/01/1970 00:00:00|dd/mm/yyyy"], ["b", true], ["s", "=1+1"]], )"
+        R"([["s", "9007199254740993"], ["n", 12.5], ["d", "02/01/1970 01:02:03|dd/mm/yyyy hh:mm:ss"], ["b", false], ["s", "a,\"b\"\nc"]], )"
+        R"([["n", null], ["n", 0], ["n", null], ["b", false], ["n", null]], )"
+        R"([["s", "-x"], ["n", 7], ["s", "12/11/1887"], ["b", false], ["s", "\ud83d\ude97\u0001_x0041_"]], )"
+        R"([["s", "+44 7700"], ["n", 0], ["d", "28/02/1900 00:00:00|dd/mm/yyyy"], ["b", false], ["s", "LONG"]]]})");
+  }
+}
+
+// Texts around the size of a record, so many that the table of sectors outgrows the header of the file.
+TEST_F(Export, ParksTextsOfAnyLengthInARecordAfterTheOther) {
+  std::vector<std::string> texts;
+  for (const std::size_t length :
+       {1, 2, 4105, 4106, 4107, 8209, 8210, 8211, 8212, 8213, 8214, 16'436, 16'437, 32'766}) {
+    for (const char* repeated : {"x", "\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x9A\x97"}) {
+      std::string text = length % 2 == 0 ? "a" : "";
+      for (std::size_t i = 0; i < length / (repeated[0] == '\xF0' ? 2 : 1); ++i)
+        text += repeated;
+      for (int i = 0; i < 12; ++i)
+        texts.push_back(text);
+    }
+  }
+  std::vector<std::vector<Cell>> cells;
+  for (const std::string& text : texts)
+    cells.push_back({Text(text)});
+  const Recordset rows =
+      Recordset::ReadAll(std::make_unique<HeldSource>(std::vector<Column>{{.name = QStringLiteral("T")}}, cells));
+  const ExportSheet sheet{
+      .title = {}, .columns = {MakeExportColumn(rows.Columns(), 0, QStringLiteral("T"))}, .rows = rows};
+  ASSERT_EQ(WriteExport(sheet, ExportFormat::kXls, folder_.File(QStringLiteral("t.xls")), {}, {}).error, QString());
+  ASSERT_GT(folder_.Read(QStringLiteral("t.xls")).size(), 109 * 128 * 512);
+  const QJsonArray read = QJsonDocument::fromJson(ReadBack("t.xls")).object()[u"rows"].toArray();
+  ASSERT_EQ(read.size(), static_cast<qsizetype>(texts.size()) + 1);
+  for (std::size_t i = 0; i < texts.size(); ++i)
+    EXPECT_TRUE(read[static_cast<qsizetype>(i) + 1][0][1].toString().toStdString() == texts[i]) << i;
 }
 
 TEST_F(Export, LeavesWhatWasThereWhenItFailsOrIsCancelled) {
-  for (const ExportFormat format : {ExportFormat::kCsv, ExportFormat::kXlsx}) {
+  for (const ExportFormat format : {ExportFormat::kCsv, ExportFormat::kXlsx, ExportFormat::kXls}) {
+    SCOPED_TRACE(static_cast<int>(format));
     folder_.Write(QStringLiteral("kept"), "older");
     EXPECT_EQ(Write(format, "kept", {}, [](qint64) { return false; }).end, ExportEnd::kCancelled);
     EXPECT_EQ(folder_.Read(QStringLiteral("kept")), "older");
     const ExportOutcome failed = Write(format, "none/x");
     EXPECT_EQ(failed.end, ExportEnd::kFailed);
     EXPECT_FALSE(failed.error.isEmpty());
+    const FullDisk disk(20'000);
+    EXPECT_EQ(Write(format, "kept").error, QString::fromLatin1(std::strerror(EFBIG)));
     EXPECT_EQ(folder_.Names(), QStringList{QStringLiteral("kept")});
   }
 }

@@ -167,7 +167,7 @@ TEST(MarketingCtl, OneRowChangesWhenAskedTo) {
   const QString record = QString::number(Number(first(), "RecordID"));
   EXPECT_EQ(garage.Run("results %1 --toggle %2 Send_SMS", {id, record}).code, 0);
   EXPECT_FALSE(Flag(first(), "Send_SMS"));
-  EXPECT_EQ(Number(garage.Done("results %1 --tick Send_SMS --rows %2,987654", {id, record}), "changed"), 1);
+  EXPECT_EQ(Number(garage.Done("results %1 --tick Send_SMS --rows %2", {id, record + ",987654"}), "changed"), 1);
   EXPECT_TRUE(Flag(first(), "Send_SMS"));
   EXPECT_EQ(garage.Run("results %1 --toggle %2 Processed", {id, record}).code, 1);
   EXPECT_FALSE(Flag(first(), "Processed"));

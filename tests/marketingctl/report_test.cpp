@@ -53,6 +53,8 @@ TEST(MarketingCtlExport, WritesTheColumnsOfTheGridAndAnEvent) {
   EXPECT_EQ(text.left(text.indexOf("\"\r\n")).count("\",\""), Number(done, "columns") - 1);
   EXPECT_TRUE(garage.Run("log").out.contains("EXPORT"));
   EXPECT_EQ(garage.Run("export %1 --csv %2 --xlsx %2", {id, csv}).code, 2);
+  EXPECT_EQ(garage.Done("export %1 --xls %2", {id, csv})[u"rows"], done[u"rows"]);
+  EXPECT_TRUE(garage.Folder().Read(QStringLiteral("rows.csv")).startsWith("\xD0\xCF\x11\xE0"));
 }
 
 }  // namespace qbx::test

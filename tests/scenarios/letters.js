@@ -20,6 +20,13 @@ function report(inside) {
     window.control("cmdClose").click();
   });
 }
+// F1 says what the window does.
+function helps(part) {
+  press("F1");
+  assertMatch(control("txtHelp").text, part);
+  press("F1");
+  assert(!exists("frmHelp"));
+}
 // Chooses in the dialog of Print.
 function print(window, choose) {
   onWindow("frmSelectPrinter", dialog => {
@@ -53,6 +60,7 @@ check("the letter is previewed with the sample customer, found in and zoomed", (
     window.control("cmbZoom").choose("Page");
     screenshot("letter-preview");
     assertEqual(keyboardFaults(), []);
+    helps("Page Down scroll");
   });
   control("cmdPreview").click();
   assertEqual(sent(), 0);
@@ -96,6 +104,7 @@ check("letters that are printed are marked, the others stay due", () => {
       dialog.control("txtLastLetter").setText("2");
       screenshot("printer");
       assertEqual(keyboardFaults(), []);
+      helps("Next 50");
     });
     assertEqual([sent(), processed()], [2, 2], "written down at once: the program may be killed before the window is closed");
     printerFails("out of paper");

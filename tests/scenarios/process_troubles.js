@@ -6,6 +6,7 @@ const kEmailQuestion = /^QBX could not send email with the current settings\. [^
 function begin(options, rows) {
   start(Object.assign({sandbox: true}, options));
   control("cmdNew").click();
+  control("frmMain").resize(780, 540);
   control("tvQuery").choose("All Customers");
   control("cmdNext0").click();
   control("cmdNext1").click();

@@ -46,8 +46,13 @@ check("a workbook opens, and the window closes and remembers its ticks", () => {
   assertMatch(shellOpened().join(), "out.xlsx");
   assert(!windows().includes("frmSpreadsheet"));
   open();
-  assertEqual(control("chkHeader").ticked, true);
-  assertEqual(events().filter(e => e.key === "EXPORT" || e.key === "GenerateSpreadsheet").length, 5);
+  control("chkExcel2003").click();
+  answerFile(programFolder() + "/out.xls");
+  control("cmdExport0").click();
+  assertMatch(shellOpened().join(), /out\.xls$/);
+  open();
+  assertEqual([control("chkHeader").ticked, control("chkExcel2003").ticked], [true, true]);
+  assertEqual(events().filter(e => e.key === "EXPORT" || e.key === "GenerateSpreadsheet").length, 7);
   onWindow("frmReportView", report => report.control("cmdClose").click());
   control("cmdPrint").click();
 });

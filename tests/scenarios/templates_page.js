@@ -1,6 +1,7 @@
 // Step 4: letter, e-mail and text message are written, previewed and sent to oneself; what would surprise is said beside them.
 
 start({sandbox: true, options: {Reminder_From_Name: "Hartley Motors", Reminder_From_Email: "office@example.com", Reminder_From_SMS: "Hartley"}});
+control("frmMain").resize(780, 540);  // as small as it goes: everything can be reached
 control("cmdNew").click();
 control("tvQuery").choose("All Customers");
 control("cmdNext0").click();
@@ -52,6 +53,12 @@ check("a preview shows the sample customer, then the rows of the next run, and w
   answer("Test SMS Text Message has been sent.");
   control("cmdTestSMS1").click();
   assertEqual([texts().length, texts()[0].message], [1, "Hi Mrs Jones. Reply STOP to opt out."]);
+  execute("UPDATE [Campaign Results] SET Send_SMS = 0 WHERE RecordID NOT IN (SELECT RecordID FROM [Campaign Results] ORDER BY Customer DESC LIMIT 2)");
+  selectTab(3);
+  selectTab(4);
+  assertEqual(control("walkSMSPlace").text, "Sample customer; then the 2 that the next run sends a text to");
+  control("txtSMS").setText("Hello {contact}");
+  waitFor(() => control("txtSMSExample").text === "Hello Mr Hartley");
   control("cmdTestSMS2").click();
   assert(!control("fraSMSExample").visible);
 });
@@ -67,6 +74,7 @@ check("so does the e-mail, which says who it is from", () => {
   answer("Test Email has been sent.");
   control("cmdTestEmail1").click();
   assertEqual([mails().length, mails()[0].subject], [1, "MOT"]);
+  control("frmMain").resize(1120, 740);
   screenshot("templates_email");
   page("Text Message");
   screenshot("templates_text");

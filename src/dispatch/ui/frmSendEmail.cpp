@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QMainWindow>
 
+#include "platform/ui/help_window.h"
 #include "platform/ui/widget_ui.h"
 #include "ui_frmSendEmail.h"
 
@@ -12,6 +13,11 @@ namespace {
 
 constexpr int kShowEvery = 40;  // milliseconds
 constexpr char kSendingText[] = "Sending Email...";
+constexpr char kHelp[] = R"(
+<p>An e-mail is on its way to the mail server. In a mailshot the window stays for all of them and goes by itself;
+<b>Pause Sending</b> on step 5 stops after the customer whose messages are on their way.</p>
+<p>When a mail server refuses and you asked to see why, its answer stands here until you close the window with Esc or
+<b>Close</b>. What it says about the sender or the password is set on the Communication Tab in System Settings.</p>)";
 
 }  // namespace
 
@@ -26,6 +32,8 @@ frmSendEmail::frmSendEmail() : ui_(std::make_unique<Ui::frmSendEmail>()) {
 frmSendEmail::~frmSendEmail() = default;
 
 void frmSendEmail::Open(bool viaQbxServer) {
+  if (help_ == nullptr)
+    help_ = new HelpWindow(*this, [this] { return HelpText{windowTitle(), QString::fromUtf8(kHelp)}; });
   ui_->fraSend->setTitle(viaQbxServer ? QStringLiteral("Sending Email via the QBX Email Server")
                                       : QStringLiteral("Sending Email"));
   ui_->lblInfo->setVisible(viaQbxServer);

@@ -14,6 +14,8 @@ class frmSendEmail;
 
 namespace qbx {
 
+class HelpWindow;
+
 /// Not modal, and shown without taking the focus. While it sends it cannot be closed; when a failure is shown, the user closes it.
 ///
 /// A mailshot tells of thousands of messages a minute: what is told is shown at most 25 times a second, and at once where it stays.
@@ -39,6 +41,7 @@ class frmSendEmail : public QDialog, public SendEmailView {
   QString status_;
   QString progress_;
   QElapsedTimer shown_;
+  HelpWindow* help_ = nullptr;  ///< from the first e-mail on
 };
 
 }  // namespace qbx

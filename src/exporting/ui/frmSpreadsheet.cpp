@@ -221,7 +221,7 @@ void frmSpreadsheet::ExportCsv() {
 
 void frmSpreadsheet::ExportExcel() {
   const bool older = ui_->chkExcel2003->isChecked();
-  const ExportFormat format = older ? ExportFormat::kXlsx : ExportFormat::kXlsx;
+  const ExportFormat format = older ? ExportFormat::kXls : ExportFormat::kXlsx;
   const auto fail = [this](const QString& why) {
     Tell(QLatin1String("Error exporting the spreadsheet.\r\rError description: ") + why, MessageIcon::kExclamation);
   };

@@ -55,7 +55,7 @@ void EmailPane::ShowNotes(const NoteFacts& facts) {
 }
 
 void EmailPane::Preview() {
-  Guarded([this] { ui_->walkEmail->Begin(App().statements, App().campaign.record.ID); });
+  Guarded([this] { ui_->walkEmail->Begin(App().statements, App().campaign.record.ID, Channel::kEmail); });
   ShowMessage();
   ui_->fraEmailExample->show();
   ui_->cmdTestEmail1->setFocus();
@@ -68,6 +68,16 @@ void EmailPane::ShowMessage() {
   ui_->txtEmailSubjectExample->setText(mails ? *message->subject : QString());
   ui_->txtEmailBodyExample->setPlainText(mails ? *message->body : QStringLiteral("(no e-mail goes to this customer)"));
   ui_->cmdTestEmail1->setEnabled(mails);
+}
+
+void EmailPane::FollowRows() {
+  if (ui_->fraEmailExample->isHidden()) return;
+  ui_->walkEmail->ReadAgain(App().campaign.record.ID);
+  ShowMessage();
+}
+
+void EmailPane::FollowText() {
+  if (!ui_->fraEmailExample->isHidden()) ShowMessage();
 }
 
 void EmailPane::HidePreview() {

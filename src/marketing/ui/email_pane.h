@@ -22,6 +22,8 @@ class EmailPane : public TemplatePane {
 
   void ShowNotes(const NoteFacts& facts) override;
   void HidePreview() override;
+  void FollowRows() override;
+  void FollowText() override;
 
  protected:
   void Connect() override;

@@ -145,7 +145,8 @@ void FilterPage::FilterClicked() {
 }
 
 void FilterPage::ShowPending() {
-  ui_->lblFiltersPending->setText(FiltersPendingText(State()));
+  const QString pending = FiltersPendingText(State());
+  ui_->lblFiltersPending->setText(pending);
   ShowNotes();
 }
 

@@ -64,7 +64,7 @@ void frmMain::BuildTabs() {
     auto* holder = new QWidget;
     auto* room = new QVBoxLayout(holder);
     room->setContentsMargins(0, 0, 0, 0);
-    ui_->ssTabMain->addTab(holder, TabCaption(tab));
+    ui_->ssTabMain->setTabToolTip(ui_->ssTabMain->addTab(holder, TabCaption(tab)), TabCaption(tab));
   }
   connect(ui_->ssTabMain, &QTabWidget::currentChanged, this, &frmMain::TabOpened);
 }

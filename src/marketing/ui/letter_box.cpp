@@ -7,6 +7,8 @@
 namespace qbx {
 namespace {
 
+constexpr int kLeastHeight = 110;
+
 /// What is dragged: plain for others, with its looks for this letter.
 class DraggedLetter : public QMimeData {
  public:
@@ -25,6 +27,10 @@ LetterBox::LetterBox(QWidget* parent) : QTextEdit(parent) {
   paper.setColor(QPalette::Base, Qt::white);
   paper.setColor(QPalette::Text, Qt::black);
   setPalette(paper);
+}
+
+QSize LetterBox::sizeHint() const {
+  return {QTextEdit::sizeHint().width(), kLeastHeight};
 }
 
 void LetterBox::CopyText() {

@@ -13,6 +13,8 @@ class LetterBox : public QTextEdit {
  public:
   explicit LetterBox(QWidget* parent = nullptr);
 
+  /// Small: it takes the room that there is.
+  [[nodiscard]] QSize sizeHint() const override;
   void CutText();
   void CopyText();
 

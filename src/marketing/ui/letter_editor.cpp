@@ -13,7 +13,8 @@ namespace {
 
 constexpr double kLetterPoints = 10;
 constexpr double kMaxPoints = 1638;
-constexpr int kToolGap = 5;  // beside the line between two groups of tools
+constexpr int kNoteAfter = 300;  // milliseconds without a key
+constexpr int kToolGap = 5;      // beside the line between two groups of tools
 
 }  // namespace
 
@@ -31,6 +32,9 @@ LetterEditor::LetterEditor(QWidget* parent) : QWidget(parent), ui_(std::make_uni
   SetTabOrder();
   ui_->fraFind->hide();
   ui_->lblLetterNote->hide();
+  note_.setSingleShot(true);
+  note_.setInterval(kNoteAfter);
+  connect(&note_, &QTimer::timeout, this, &LetterEditor::ShowNote);
 
   connect(ui_->cmdFindNext, &QPushButton::clicked, this, [this] { Find(false); });
   connect(ui_->cmdFindPrevious, &QPushButton::clicked, this, [this] { Find(true); });
@@ -43,6 +47,7 @@ LetterEditor::LetterEditor(QWidget* parent) : QWidget(parent), ui_(std::make_uni
   connect(ui_->rtfLetter, &QTextEdit::textChanged, this, [this] {
     if (loading_) return;
     ShowSelection();
+    note_.start();
     if (edited_) edited_();
   });
   ShowSelection();
@@ -64,22 +69,24 @@ QTextDocument& LetterEditor::Document() {
 
 void LetterEditor::Load(const QString& stored) {
   loading_ = true;
-  ShowNote(letter_->Load(stored));
+  losses_ = letter_->Load(stored);
   ui_->rtfLetter->setTextCursor(QTextCursor(&Document()));
   loading_ = false;
   ShowSelection();
+  ShowNote();
 }
 
 QString LetterEditor::Stored() const {
   return letter_->Stored();
 }
 
-void LetterEditor::ShowNote(const RtfLosses& losses) {
+void LetterEditor::ShowNote() {
+  note_.stop();
   QStringList notes;
-  if (!losses.isEmpty())
-    notes << QStringLiteral("When this letter is edited it loses: %1.").arg(losses.join(QStringLiteral(", ")));
+  if (!losses_.isEmpty())
+    notes << QStringLiteral("When this letter is edited it loses: %1.").arg(losses_.join(QStringLiteral(", ")));
   QStringList missing;
-  for (const MissingFont& font : MissingFonts(Document()))
+  for (const MissingFont& font : MissingFonts(Document(), ui_->rtfLetter->currentCharFormat()))
     missing << QStringLiteral("%1 (shown as %2)").arg(font.name, font.shownAs);
   if (!missing.isEmpty())
     notes << QStringLiteral("Fonts that are not on this computer: %1. The letter keeps their names.")
@@ -237,6 +244,7 @@ void LetterEditor::Apply(const QTextCharFormat& look) {
   ui_->rtfLetter->mergeCurrentCharFormat(look);
   ui_->rtfLetter->setFocus();
   ShowSelection();
+  ShowNote();
 }
 
 void LetterEditor::ChooseColour() {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <memory>
@@ -26,7 +27,8 @@ class Spelling;
 class SpellingMarks;
 
 /// The letter `rtfLetter` under its tool bar `tbToolBar`, the lists `cmbFontName` and `cmbFontSize`, and a bar to find text.
-/// Buttons and lists follow the selection. Under the letter it says what an edit loses and which fonts are missing.
+/// Buttons and lists follow the selection. Under the letter it says what an edit loses and, following what is
+/// written, which fonts are missing.
 ///
 ///   editor.OnEdited([&] { state.rtfLetter = editor.Stored(); });
 ///   editor.Load(state.rtfLetter);
@@ -68,7 +70,7 @@ class LetterEditor : public QWidget {
   void ShowSelection();
   /// Keeps an action in step with the selection.
   void Follow(QAction* action, std::function<bool(const SelectionLook&)> holds);
-  void ShowNote(const RtfLosses& losses);
+  void ShowNote();
   void ShowMenu(const QPoint& position);
 
   std::unique_ptr<Ui::LetterEditor> ui_;
@@ -76,6 +78,8 @@ class LetterEditor : public QWidget {
   std::function<void()> edited_;
   std::vector<std::pair<QAction*, std::function<bool(const SelectionLook&)>>> followers_;
   SpellingMarks* marks_ = nullptr;  ///< owned by the document
+  RtfLosses losses_;                ///< of an edit of what was loaded
+  QTimer note_;
   bool loading_ = false;
 };
 

@@ -1,4 +1,4 @@
-// What F1 says on each page, in the campaign manager and in the spreadsheet. All these texts stand here.
+// What F1 says on each page, in the campaign manager and in the spreadsheet. All these texts stand here; other windows have their own.
 
 #pragma once
 

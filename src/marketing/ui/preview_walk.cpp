@@ -28,13 +28,23 @@ PreviewWalk::PreviewWalk(QWidget* parent)
   connect(forward_, &QPushButton::clicked, this, [this] { Go(1); });
 }
 
-void PreviewWalk::Begin(Statements& statements, int campaignId) {
+void PreviewWalk::Begin(Statements& statements, int campaignId, Channel channel) {
   back_->setObjectName(objectName() + QStringLiteral("Back"));
   forward_->setObjectName(objectName() + QStringLiteral("Forward"));
   label_->setObjectName(objectName() + QStringLiteral("Place"));
   rows_.emplace(statements);
-  count_ = rows_->Read(campaignId) ? rows_->Count() : 0;
+  channel_ = channel;
+  count_ = rows_->Read(campaignId, channel) ? rows_->Count() : 0;
   place_ = 0;
+  ShowPlace();
+}
+
+void PreviewWalk::ReadAgain(int campaignId) {
+  const qint64 shown = place_ > 0 ? rows_->RecordAt(place_ - 1) : 0;
+  count_ = rows_->Read(campaignId, channel_) ? rows_->Count() : 0;
+  place_ = 0;
+  for (int place = 1; shown != 0 && place_ == 0 && place <= count_; ++place)
+    place_ = rows_->RecordAt(place - 1) == shown ? place : 0;
   ShowPlace();
 }
 
@@ -52,11 +62,14 @@ void PreviewWalk::Go(int step) {
 void PreviewWalk::ShowPlace() {
   back_->setEnabled(place_ > 0);
   forward_->setEnabled(place_ < count_);
-  if (place_ > 0)
-    label_->setText(QStringLiteral("%1 of %2").arg(place_).arg(count_));
-  else
-    label_->setText(count_ > 0 ? QStringLiteral("Sample customer; then the %1 that the next run sends to").arg(count_)
-                               : QStringLiteral("Sample customer"));
+  QString place = QStringLiteral("Sample customer");
+  if (place_ > 0) {
+    place = QStringLiteral("%1 of %2").arg(place_).arg(count_);
+  } else if (count_ > 0) {
+    const char* message = channel_ == Channel::kSms ? "a text" : "an e-mail";
+    place += QStringLiteral("; then the %1 that the next run sends %2 to").arg(count_).arg(QLatin1String(message));
+  }
+  label_->setText(place);
 }
 
 }  // namespace qbx

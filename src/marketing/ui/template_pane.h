@@ -28,6 +28,9 @@ class TemplatePane : public QWidget {
   void ShowState();
   virtual void ShowNotes(const NoteFacts& facts) = 0;
   virtual void HidePreview() = 0;
+  /// An open preview shows what the rows, or the templates, have become.
+  virtual void FollowRows() = 0;
+  virtual void FollowText() = 0;
 
  Q_SIGNALS:
   /// The user changed the template.

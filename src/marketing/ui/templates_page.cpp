@@ -27,6 +27,9 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
     KeepEdits();
     if (survey_ && survey_->texts + survey_->emails <= kSurveyAtOnce) Survey();
     ShowNotes();
+    for (TemplatePane* pane : Panes()) {
+      if (Connected()) pane->FollowText();
+    }
   });
   connect(ui_->cmdPreview, &QPushButton::clicked, this, [this] {
     Run([this] {
@@ -112,15 +115,21 @@ void TemplatesPage::CopyState() {
   KeepEdits();
   ShowCampaigns();
   if (ui_->letterEditor->Stored() != State().rtfLetter) ui_->letterEditor->Load(State().rtfLetter);
-  for (TemplatePane* pane : Panes())
+  for (TemplatePane* pane : Panes()) {
     pane->ShowState();
+    if (Connected()) pane->FollowRows();
+  }
   Survey();
   ShowNotes();
 }
 
+bool TemplatesPage::Connected() {
+  return App().hostConnection.Ready() && App().connection.IsOpen();
+}
+
 void TemplatesPage::Survey() {
   survey_.reset();
-  if (App().hostConnection.Ready() && App().connection.IsOpen())
+  if (Connected())
     survey_ = SurveyCampaign(App().statements, App().campaign.record.ID, State().txtSMS, App().clock.Today());
 }
 

@@ -38,6 +38,7 @@ class TemplatesPage : public WizardPage {
   void Edited();
   void LoadLetters();
   void ShowCampaigns();
+  [[nodiscard]] bool Connected();
   void Survey();
   void ShowNotes();
   [[nodiscard]] std::array<TemplatePane*, 2> Panes() const;

@@ -56,7 +56,7 @@ void TextPane::ShowNotes(const NoteFacts& facts) {
 }
 
 void TextPane::Preview() {
-  Guarded([this] { ui_->walkSMS->Begin(App().statements, App().campaign.record.ID); });
+  Guarded([this] { ui_->walkSMS->Begin(App().statements, App().campaign.record.ID, Channel::kSms); });
   ShowMessage();
   ui_->fraSMSExample->show();
   ui_->cmdTestSMS1->setFocus();
@@ -68,6 +68,16 @@ void TextPane::ShowMessage() {
   const bool texts = message && message->sms.has_value();
   ui_->txtSMSExample->setPlainText(texts ? *message->sms : QStringLiteral("(no text goes to this customer)"));
   ui_->cmdTestSMS1->setEnabled(texts);
+}
+
+void TextPane::FollowRows() {
+  if (ui_->fraSMSExample->isHidden()) return;
+  ui_->walkSMS->ReadAgain(App().campaign.record.ID);
+  ShowMessage();
+}
+
+void TextPane::FollowText() {
+  if (!ui_->fraSMSExample->isHidden()) ShowMessage();
 }
 
 void TextPane::HidePreview() {

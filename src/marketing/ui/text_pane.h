@@ -23,6 +23,8 @@ class TextPane : public TemplatePane {
 
   void ShowNotes(const NoteFacts& facts) override;
   void HidePreview() override;
+  void FollowRows() override;
+  void FollowText() override;
 
  protected:
   void Connect() override;

@@ -2,12 +2,18 @@
 
 #include <QtWidgets>
 
+#include "platform/ui/help_window.h"
 #include "platform/ui/line_breaks.h"
 #include "platform/ui/modal.h"
 #include "ui_frmInputBox.h"
 
 namespace qbx {
 namespace {
+
+constexpr char kHelp[] = R"(
+<p>%1</p>
+<ul><li>Return, or <b>OK</b>, goes on with what was typed.</li>
+<li>Esc, or <b>Cancel</b>, goes back, and nothing happens.</li></ul>)";
 
 /// Masked characters are shown as "*", whatever the style would use.
 class AsteriskStyle : public QProxyStyle {
@@ -23,6 +29,9 @@ class AsteriskStyle : public QProxyStyle {
 
 frmInputBox::frmInputBox(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::frmInputBox>()) {
   ui_->setupUi(this);
+  new HelpWindow(*this, [this] {
+    return HelpText{windowTitle(), QString::fromUtf8(kHelp).arg(ui_->lblPrompt->text().toHtmlEscaped())};
+  });
   connect(ui_->cmdOK, &QPushButton::clicked, this, [this] {
     sReturnValue = ui_->txtInput->text();
     accept();

@@ -32,8 +32,8 @@ HelpWindow::HelpWindow(QWidget& owner, std::function<HelpText()> text)
   command_->setObjectName(QStringLiteral("mnuPageHelp"));
   command_->setShortcut(QKeySequence(Qt::Key_F1));
   owner.addAction(command_);
-  connect(command_, &QAction::triggered, this, &HelpWindow::OpenBeside);
-  connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, this, &QDialog::reject);
+  // It works here, too: the keys of a window stay in force while a tool window of its own has the keyboard.
+  connect(command_, &QAction::triggered, this, [this] { isActiveWindow() ? reject() : OpenBeside(); });
   owner.installEventFilter(this);
 }
 

@@ -1,4 +1,4 @@
-// What F1 shows: what a page or window is for, and the keys that work there.
+// What F1 shows: what a page or window is for, and the keys that work there. The texts stand with the windows.
 
 #pragma once
 

@@ -4,6 +4,7 @@
 
 #include "platform/ui/modal.h"
 #include "printing/ui/frmSelectPrinter.h"
+#include "printing/ui/report_help.h"
 #include "reports/page_search.h"
 #include "reports/report_error.h"
 #include "ui_frmReportView.h"
@@ -37,6 +38,7 @@ frmReportView::frmReportView(const ReportRun& run, const ReportViewParts& parts,
   sReportFile = run.reportName;
   bLandscape = run.landscape;
   stPrinter = run.printer;
+  new HelpWindow(*this, ReportViewHelp);
   Connect();
 }
 

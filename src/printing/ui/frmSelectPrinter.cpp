@@ -3,6 +3,7 @@
 #include <QtWidgets>
 
 #include "platform/ui/modal.h"
+#include "printing/ui/report_help.h"
 #include "ui_frmSelectPrinter.h"
 
 namespace qbx {
@@ -25,6 +26,7 @@ void PutNumber(QLineEdit& box, int number) {
 frmSelectPrinter::frmSelectPrinter(Printers& printers, const QString& ofUser, bool letters, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmSelectPrinter>()), service_(printers), printers_(printers.List()) {
   ui_->setupUi(this);
+  new HelpWindow(*this, SelectPrinterHelp);
   for (QLineEdit* box : findChildren<QLineEdit*>())
     box->setValidator(new QIntValidator(1, 999'999, box));
   for (QWidget* widget : std::initializer_list<QWidget*>{ui_->lblFromLetter, ui_->txtFirstLetter, ui_->lblToLetter,

@@ -3,6 +3,7 @@
 #include <QtWidgets>
 
 #include "database/database_service.h"
+#include "platform/ui/help_window.h"
 #include "platform/ui/look.h"
 #include "platform/ui/modal.h"
 #include "settings/ui/window_layout.h"
@@ -10,6 +11,13 @@
 #include "ui_frmAbout.h"
 
 namespace qbx {
+namespace {
+
+constexpr char kHelp[] = R"(
+<p>Which version of the program this is, and which database on which server it works with. Support asks for these.</p>
+<p>Enter on the server, or a double-click, says whether its service runs.</p>)";
+
+}  // namespace
 
 frmAbout::frmAbout(Application& app, QWidget* parent)
     : QDialog(parent), app_(app), ui_(std::make_unique<Ui::frmAbout>()) {
@@ -54,6 +62,7 @@ void frmAbout::ShowSplash() {
 
 void frmAbout::ShowForm(WindowLayout& layout) {
   FillIn();
+  new HelpWindow(*this, [this] { return HelpText{windowTitle(), QString::fromUtf8(kHelp)}; });
   layout.RestoreWindow(*this, objectName());
   ui_->cmdOK->setFocus();
   ShowModal(*this);

@@ -68,6 +68,21 @@ TEST_F(LetterEditorTest, ButtonsFollowTheSelectionAndChangeIt) {
   EXPECT_EQ(editor_.Stored(), stored) << "all undone";
 }
 
+TEST_F(LetterEditorTest, NamesMissingFontsAsTheyComeAndGo) {
+  const auto names = [this](const char* font) {
+    return editor_.findChild<QLabel*>(QStringLiteral("lblLetterNote"))->text().contains(QLatin1String(font));
+  };
+  auto& fonts = *editor_.findChild<QComboBox*>(QStringLiteral("cmbFontName"));
+  editor_.Load(QStringLiteral("{\\rtf1{\\fonttbl{\\f0 Liberation Sans;}}\\f0 text}"));
+  EXPECT_FALSE(names("Fonts"));
+  Select(0, 4);
+  fonts.lineEdit()->setText(QStringLiteral("Gone Sans"));
+  QTest::keyClick(fonts.lineEdit(), Qt::Key_Return);
+  EXPECT_TRUE(names("Gone Sans (shown as"));
+  Press(Qt::Key_Z, Qt::ControlModifier);
+  QTRY_VERIFY(!names("Gone Sans"));
+}
+
 TEST_F(LetterEditorTest, TabLeavesAndCtrlTabStays) {
   Press(Qt::Key_Tab, Qt::ControlModifier);
   EXPECT_EQ(Letter(), QStringLiteral("\t"));

@@ -1,0 +1,32 @@
+// Long work on the thread of the windows.
+
+#pragma once
+
+#include <QElapsedTimer>
+
+#include "platform/user_interface.h"
+
+namespace qbx {
+
+/// Lets events run every now and then, so that no window freezes:
+///
+///   EventBreaks breaks(ui);
+///   for (each of many rows) { ...; breaks.MayPause(); }
+class EventBreaks {
+ public:
+  explicit EventBreaks(UserInterface& ui) : ui_(ui) { last_.start(); }
+
+  void MayPause() {
+    if (last_.elapsed() < kWorkAtOnce) return;
+    ui_.PumpEvents();
+    last_.start();
+  }
+
+ private:
+  static constexpr int kWorkAtOnce = 20;  // milliseconds
+
+  UserInterface& ui_;
+  QElapsedTimer last_;
+};
+
+}  // namespace qbx
