@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 #include "database/packed_rows.h"
@@ -13,6 +14,9 @@ namespace qbx {
 namespace {
 
 constexpr int kNotAllowed = 3219;
+
+/// Rows up to this number are sorted in one by one.
+constexpr std::size_t kFewMoved = 64;
 
 [[noreturn]] void ThrowNotAllowed() {
   throw DatabaseError(kNotAllowed, QStringLiteral("Operation is not allowed in this context."), {});
@@ -27,6 +31,7 @@ class Recordset::State {
     PackedRows rows;
     std::vector<bool> deleted = {};
     qint64 deletedCount = 0;
+    qint64 changes = 0;  ///< of cells
   };
 
   std::vector<Column> columns;
@@ -39,6 +44,9 @@ class Recordset::State {
   std::shared_ptr<SharedRows> shared;  // client-side
   std::vector<quint32> order;          // stored rows in the current order; may still hold rows deleted since `cleaned`
   qint64 cleaned = 0;                  // deletions already taken out of `order`
+  std::vector<quint32> sorted;         // all stored rows by the sort, once they were sorted
+  qint64 sortedChanges = -1;           // `changes` that `sorted` has, but for those in `moved`
+  std::vector<quint32> moved;          // stored rows that may stand elsewhere by the sort now
   qint64 current = 0;                  // index into `order`
   int sortColumn = -1;
   bool sortDescending = false;
@@ -62,21 +70,51 @@ class Recordset::State {
     columns = rows.Columns();
     names.clear();
     shared = std::move(read);
+    sortedChanges = -1;
     Arrange();
   }
 
   /// Builds `order` from the filter and the sort, and goes to the first row.
   void Arrange() {
-    const auto count = static_cast<std::size_t>(shared->rows.Count());
+    const bool isSorted = sortColumn >= 0 && sortColumn < static_cast<int>(columns.size());
+    if (isSorted) BringSorted();
+    const auto count = static_cast<quint32>(shared->rows.Count());
     order.clear();
     order.reserve(count);
-    for (std::size_t row = 0; row < count; ++row) {
-      if (!shared->deleted[row] && (!filter || filter(StoredRow(shared->rows, static_cast<qint64>(row)))))
-        order.push_back(static_cast<quint32>(row));
+    for (quint32 place = 0; place < count; ++place) {
+      const quint32 row = isSorted ? sorted[place] : place;
+      if (!shared->deleted[row] && (!filter || filter(StoredRow(shared->rows, row)))) order.push_back(row);
     }
     cleaned = shared->deletedCount;
     GoTo(0);
-    if (sortColumn >= 0 && sortColumn < static_cast<int>(columns.size())) SortOrder();
+  }
+
+  /// Makes `sorted` hold all rows in order. Of rows that were sorted before only those that may have moved are sorted in.
+  void BringSorted() {
+    const bool isOfNow = sortedChanges == shared->changes && moved.size() <= kFewMoved;
+    if (!isOfNow) {
+      sorted.resize(static_cast<std::size_t>(shared->rows.Count()));
+      std::iota(sorted.begin(), sorted.end(), 0U);
+      SortRows(sorted, shared->rows, sortColumn, sortDescending);
+    } else if (!moved.empty()) {
+      std::erase_if(sorted, [this](quint32 row) { return std::find(moved.begin(), moved.end(), row) != moved.end(); });
+      std::sort(moved.begin(), moved.end());
+      moved.erase(std::unique(moved.begin(), moved.end()), moved.end());
+      for (const quint32 row : moved)
+        InsertRow(sorted, row, shared->rows, sortColumn, sortDescending);
+    }
+    moved.clear();
+    sortedChanges = shared->changes;
+  }
+
+  /// What a clone changes makes the order of this one be worked out anew.
+  void PutCell(quint32 row, int column, const Value& value) {
+    shared->rows.Set(row, column, value);
+    const bool wasOfNow = sortedChanges == shared->changes;
+    ++shared->changes;
+    if (!wasOfNow) return;
+    sortedChanges = shared->changes;
+    if (column == sortColumn && moved.size() <= kFewMoved) moved.push_back(row);
   }
 
   /// What was set and never written belongs to the row that is left.
@@ -90,8 +128,6 @@ class Recordset::State {
     pendingColumns.clear();
     pendingValues.clear();
   }
-
-  void SortOrder() { SortRows(order, shared->rows, sortColumn, sortDescending); }
 
   /// Takes rows deleted meanwhile, here or by a clone, out of `order`; the current row, or the next that is left, stays
   /// current.
@@ -246,6 +282,10 @@ qint64 Recordset::RecordCount() const {
   return static_cast<qint64>(state_->order.size());
 }
 
+qint64 Recordset::StoredCount() const {
+  return state_ && state_->ClientSide() ? state_->shared->rows.Count() - state_->shared->deletedCount : 0;
+}
+
 Value Recordset::Field(const QString& name) const {
   if (!state_) return {};
   for (std::size_t i = 0; i < state_->pendingColumns.size(); ++i) {
@@ -270,9 +310,43 @@ Cell StoredRow::At(int column) const {
   return rows_.At(row_, column);
 }
 
+void Recordset::Visit(const std::function<void(const StoredRow& row)>& look) const {
+  if (!state_) return;
+  if (!state_->ClientSide()) ThrowNotAllowed();
+  const State::SharedRows& stored = *state_->shared;
+  for (qint64 row = 0; row < stored.rows.Count(); ++row)
+    if (!stored.deleted[static_cast<std::size_t>(row)]) look(StoredRow(stored.rows, row));
+}
+
+void Recordset::Amend(const std::function<void(AmendedRow& row)>& amend) {
+  if (!state_) return;
+  if (!state_->ClientSide()) ThrowNotAllowed();
+  state_->DropChanges();
+  State::SharedRows& stored = *state_->shared;
+  quint32 row = 0;
+  const AmendedRow::Writer write = [this, &row](int column, const Value& value) {
+    state_->PutCell(row, column, value);
+  };
+  for (; row < stored.deleted.size(); ++row) {
+    if (stored.deleted[row]) continue;
+    AmendedRow amended(stored.rows, row, write);
+    amend(amended);
+    if (!amended.Dropped()) continue;
+    stored.deleted[row] = true;
+    ++stored.deletedCount;
+  }
+}
+
+void Recordset::ArrangeAgain() {
+  if (!state_) return;
+  if (!state_->ClientSide()) ThrowNotAllowed();
+  state_->Arrange();
+}
+
 void Recordset::Sort(int column, bool descending) {
   if (!state_) return;
   if (!state_->ClientSide()) ThrowNotAllowed();
+  if (column != state_->sortColumn || descending != state_->sortDescending) state_->sortedChanges = -1;
   state_->sortColumn = column;
   state_->sortDescending = descending;
   state_->Arrange();
@@ -311,6 +385,9 @@ Recordset Recordset::Clone() const {
   to.shared = state_->shared;
   to.order = state_->order;
   to.cleaned = state_->cleaned;
+  to.sorted = state_->sorted;
+  to.sortedChanges = state_->sortedChanges;
+  to.moved = state_->moved;
   to.sortColumn = state_->sortColumn;
   to.sortDescending = state_->sortDescending;
   to.filter = state_->filter;
@@ -349,7 +426,7 @@ void Recordset::Put(qint64 row, int column, const Value& value) {
   state_->Clean();
   if (row < 0 || row >= static_cast<qint64>(state_->order.size())) return;
   if (column < 0 || column >= static_cast<int>(state_->columns.size())) return;
-  state_->shared->rows.Set(state_->order[static_cast<std::size_t>(row)], column, value);
+  state_->PutCell(state_->order[static_cast<std::size_t>(row)], column, value);
 }
 
 void Recordset::AddNew() {
@@ -391,7 +468,7 @@ void Recordset::Update() {
     state.session->UpdateRow(state.table, state.keyColumn, state.CurrentKey(), columns, values);
     const quint32 row = state.order[static_cast<std::size_t>(state.current)];
     for (std::size_t i = 0; i < columns.size(); ++i)
-      state.shared->rows.Set(row, state.IndexOf(columns[i]), values[i]);
+      state.PutCell(row, state.IndexOf(columns[i]), values[i]);
   }
 }
 

@@ -28,6 +28,22 @@ class StoredRow {
   qint64 row_;
 };
 
+/// A row that is brought up to date with the server, here only.
+class AmendedRow : public StoredRow {
+ public:
+  using Writer = std::function<void(int column, const Value& value)>;
+  AmendedRow(const PackedRows& rows, qint64 row, const Writer& write) : StoredRow(rows, row), write_(write) {}
+
+  void Put(int column, const Value& value) { write_(column, value); }
+  /// The row is gone.
+  void Drop() { dropped_ = true; }
+  [[nodiscard]] bool Dropped() const { return dropped_; }
+
+ private:
+  const Writer& write_;
+  bool dropped_ = false;
+};
+
 /// A cursor over a result.
 ///
 ///   Recordset rows = Recordset::ReadAll(connection.Driver().Execute(sql));
@@ -70,6 +86,8 @@ class Recordset {
 
   /// Rows in the current order and filter; of a forward-only recordset -1.
   [[nodiscard]] qint64 RecordCount() const;
+  /// Rows of a client-side recordset, also those that the filter hides.
+  [[nodiscard]] qint64 StoredCount() const;
 
   /// A field of the current row. An unknown name gives NULL.
   [[nodiscard]] Value Field(const QString& name) const;
@@ -77,6 +95,15 @@ class Recordset {
   /// Any cell of a client-side recordset by position in the current order, for models; as stored, without moving. Valid
   /// while the recordset is unchanged.
   [[nodiscard]] Cell At(qint64 row, int column) const;
+
+  /// Looks at every row, also at those that the filter hides, in the order in which they were read.
+  void Visit(const std::function<void(const StoredRow& row)>& look) const;
+  /// Changes rows here only, after something else changed them on the server: goes through them as Visit does. Sort and filter take
+  /// it in with `ArrangeAgain`.
+  void Amend(const std::function<void(AmendedRow& row)>& amend);
+  /// Sorts and filters anew after `Amend`, or since the filter looks at something else that changed; the first row becomes current. Rows that
+  /// were sorted before are not sorted again, but for those that were changed.
+  void ArrangeAgain();
 
   /// Orders by one column; NULL first, text without regard to case, equal rows stay in order.
   void Sort(int column, bool descending);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <span>
 
 #include "database/text_compare.h"
 
@@ -35,9 +36,11 @@ int CompareCells(const Cell& left, const Cell& right) {
 /// What decides most comparisons of a sort without looking at the cell again. Cells whose rank and head differ are in the
 /// order of these.
 struct SortKey {
-  quint64 head;
-  quint32 row;
-  quint32 rank;
+  quint64 head = 0;
+  quint64 next = 0;  ///< the same of what is behind; of a head beyond ASCII nothing
+  quint32 row = 0;
+  quint16 rank = 0;
+  bool whole = true;  ///< both are all that there is
 };
 
 /// A number whose order as unsigned integer is that of the double.
@@ -47,11 +50,121 @@ quint64 OrderedBits(double number) {
   return (bits & kSign) != 0 ? ~bits : bits | kSign;
 }
 
-SortKey KeyOf(const Cell& cell, quint32 row) {
-  const auto rank = static_cast<quint32>(Rank(cell));
-  if (rank == 0) return {0, row, rank};
-  return {cell.type == ValueType::kText ? FoldedStart(cell.utf8) : OrderedBits(NumberOf(cell)), row, rank};
+/// Characters beyond ASCII are alike in a head.
+bool BeyondAscii(quint64 head) {
+  return (head & 0x8080808080808080U) != 0;
 }
+
+/// Fills a key from a text, or from the rest of one.
+void SetHeads(SortKey& key, std::string_view text) {
+  key.head = FoldedStart(text);
+  key.next = 0;
+  key.whole = false;
+  if (BeyondAscii(key.head)) return;
+  const std::string_view behind = BehindStart(text);
+  key.next = FoldedStart(behind);
+  // A zero looks like the end of a text.
+  key.whole = !BeyondAscii(key.next) && BehindStart(behind).empty() && text.find('\0') == std::string_view::npos;
+}
+
+SortKey KeyOf(const Cell& cell, quint32 row) {
+  SortKey key{.row = row, .rank = static_cast<quint16>(Rank(cell))};
+  if (cell.type == ValueType::kText)
+    SetHeads(key, cell.utf8);
+  else if (cell.type != ValueType::kNull)
+    key.head = OrderedBits(NumberOf(cell));
+  return key;
+}
+
+/// Whether one row stands before another.
+class IsBefore {
+ public:
+  IsBefore(const PackedRows& rows, int column, bool descending)
+      : rows_(rows), column_(column), descending_(descending) {}
+
+  bool operator()(const SortKey& left, const SortKey& right) const {
+    const int sign = Compare(left, right);
+    return sign == 0 ? left.row < right.row : (sign < 0) != descending_;
+  }
+
+ private:
+  [[nodiscard]] int Compare(const SortKey& left, const SortKey& right) const {
+    if (left.rank != right.rank) return left.rank < right.rank ? -1 : 1;
+    if (left.head != right.head) return left.head < right.head ? -1 : 1;
+    return CompareCells(rows_.At(left.row, column_), rows_.At(right.row, column_));
+  }
+
+  const PackedRows& rows_;
+  int column_;
+  bool descending_;
+};
+
+constexpr quint16 kTextRank = 2;
+constexpr int kMostHeads = 8;  // each is reached from the start of the text
+constexpr qint64 kExactInDouble = qint64{1} << 50;
+
+/// Sorts by heads, and where these are alike by those of what is behind them: comparing whole texts means fetching two of them from all over
+/// the memory each time.
+class Sorting {
+ public:
+  Sorting(const PackedRows& rows, int column, bool descending)
+      : rows_(rows), column_(column), descending_(descending) {}
+
+  /// \param heads  the heads of each text that are behind one another and the same
+  void Sort(std::span<SortKey> keys, int heads) {
+    std::sort(keys.begin(), keys.end(), [descending = descending_](const SortKey& left, const SortKey& right) {
+      if (left.rank != right.rank) return (left.rank < right.rank) != descending;
+      if (left.head != right.head) return (left.head < right.head) != descending;
+      if (left.next != right.next) return (left.next < right.next) != descending;
+      return left.row < right.row;
+    });
+    for (auto first = keys.begin(); first != keys.end();) {
+      const auto last = std::find_if(first, keys.end(), [&first](const SortKey& key) {
+        return key.rank != first->rank || key.head != first->head || key.next != first->next;
+      });
+      if (last - first > 1) SortAlike({first, last}, heads + 2);
+      first = last;
+    }
+  }
+
+ private:
+  void SortAlike(std::span<SortKey> keys, int heads) {
+    if (keys.front().rank != kTextRank) {
+      if (!SameNumber(keys.front())) SortWhole(keys);
+      return;
+    }
+    if (std::all_of(keys.begin(), keys.end(), [](const SortKey& key) { return key.whole; })) return;
+    if (BeyondAscii(keys.front().head) || BeyondAscii(keys.front().next) || heads > kMostHeads) return SortWhole(keys);
+    bool zero = false;  // looks like the end of a text
+    for (SortKey& key : keys) {
+      std::string_view text = rows_.At(key.row, column_).utf8;
+      zero = zero || text.find('\0') != std::string_view::npos;
+      for (int i = 0; i < heads; ++i)
+        text = BehindStart(text);
+      SetHeads(key, text);
+    }
+    if (zero) return SortWhole(keys);
+    Sort(keys, heads);
+  }
+
+  /// By whole cells, where the heads are no help.
+  void SortWhole(std::span<SortKey> keys) {
+    for (SortKey& key : keys)
+      key.head = key.next = 0;
+    std::sort(keys.begin(), keys.end(), IsBefore(rows_, column_, descending_));
+  }
+
+  /// Whether all numbers with that head are the same.
+  [[nodiscard]] bool SameNumber(const SortKey& key) const {
+    const Cell cell = rows_.At(key.row, column_);
+    return cell.type == ValueType::kNull || cell.type == ValueType::kDouble ||
+           (cell.integer < kExactInDouble && cell.integer > -kExactInDouble);
+  }
+
+  const PackedRows& rows_;
+  int column_;
+  bool descending_;
+};
 
 }  // namespace
 
@@ -60,16 +173,16 @@ void SortRows(std::vector<quint32>& order, const PackedRows& rows, int column, b
   keys.reserve(order.size());
   for (const quint32 row : order)
     keys.push_back(KeyOf(rows.At(row, column), row));
-  const auto compare = [&rows, column](const SortKey& left, const SortKey& right) {
-    if (left.rank != right.rank) return left.rank < right.rank ? -1 : 1;
-    if (left.head != right.head) return left.head < right.head ? -1 : 1;
-    return CompareCells(rows.At(left.row, column), rows.At(right.row, column));
-  };
-  std::sort(keys.begin(), keys.end(), [&compare, descending](const SortKey& left, const SortKey& right) {
-    const int sign = compare(left, right);
-    return sign == 0 ? left.row < right.row : (sign < 0) != descending;
-  });
+  Sorting(rows, column, descending).Sort(keys, 0);
   std::transform(keys.begin(), keys.end(), order.begin(), [](const SortKey& key) { return key.row; });
+}
+
+void InsertRow(std::vector<quint32>& order, quint32 row, const PackedRows& rows, int column, bool descending) {
+  const auto key = [&rows, column](quint32 of) { return KeyOf(rows.At(of, column), of); };
+  const IsBefore isBefore(rows, column, descending);
+  const auto place = std::upper_bound(order.begin(), order.end(), row,
+                                      [&](quint32 left, quint32 right) { return isBefore(key(left), key(right)); });
+  order.insert(place, row);
 }
 
 }  // namespace qbx

@@ -12,4 +12,8 @@ namespace qbx {
 /// \param order  numbers of rows of `rows`
 void SortRows(std::vector<quint32>& order, const PackedRows& rows, int column, bool descending);
 
+/// Puts a row where `SortRows` would.
+/// \param order  sorted, without the row
+void InsertRow(std::vector<quint32>& order, quint32 row, const PackedRows& rows, int column, bool descending);
+
 }  // namespace qbx

@@ -92,6 +92,11 @@ quint64 FoldedStart(std::string_view text) {
   quint64 start = 0;
   text = WithoutTrailingBlanks(text);
   for (unsigned shift = 8; shift <= kBits && !text.empty(); shift += 8) {
+    if (const auto byte = static_cast<unsigned char>(text.front()); byte < 0x80) {
+      start |= quint64{kFold[byte]} << (kBits - shift);
+      text.remove_prefix(1);
+      continue;
+    }
     const char32_t code = NextFolded(text);
     start |= quint64{std::min<char32_t>(code, 0x80)} << (kBits - shift);
     if (code >= 0x80) break;  // letters beyond ASCII are alike here, so nothing behind one may count
@@ -99,11 +104,53 @@ quint64 FoldedStart(std::string_view text) {
   return start;
 }
 
+std::string_view BehindStart(std::string_view text) {
+  for (std::size_t i = 0; i < sizeof(quint64) && !text.empty(); ++i) {
+    if (static_cast<unsigned char>(text.front()) < 0x80)
+      text.remove_prefix(1);
+    else
+      (void)NextFolded(text);
+  }
+  return text;
+}
+
 bool StartsWithNoCase(std::string_view text, std::string_view start) {
   while (!text.empty() && !start.empty()) {
     if (NextFolded(text) != NextFolded(start)) return false;
   }
   return start.empty();
+}
+
+SoughtText::SoughtText(std::string_view text)
+    : text_(text), lower_(static_cast<unsigned char>(text.front())), upper_(lower_) {
+  const auto beyond = [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; };
+  if (std::none_of(text.begin(), text.end(), beyond)) {
+    for (const char byte : text)
+      folded_ += static_cast<char>(kFold[static_cast<unsigned char>(byte)]);
+  }
+  if (beyond(text.front())) return;
+  lower_ = kFold[lower_];
+  if (lower_ >= 'a' && lower_ <= 'z') upper_ = static_cast<unsigned char>(lower_ - 32);
+}
+
+bool SoughtText::StartsAt(std::string_view text) const {
+  for (std::size_t i = 1; i < folded_.size() && i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if (byte >= 0x80) return StartsWithNoCase(text, text_);  // some letters fold to ASCII
+    if (kFold[byte] != static_cast<unsigned char>(folded_[i])) return false;
+  }
+  return folded_.empty() ? StartsWithNoCase(text, text_) : text.size() >= folded_.size();
+}
+
+bool SoughtText::IsIn(std::string_view text) const {
+  if (text.size() < folded_.size()) return false;
+  const bool plain = lower_ < 0x80;
+  for (std::size_t i = 0; i + folded_.size() <= text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const bool mayBegin = plain ? byte == lower_ || byte == upper_ : byte >= 0xC0;
+    if (mayBegin && StartsAt(text.substr(i))) return true;
+  }
+  return false;
 }
 
 }  // namespace qbx

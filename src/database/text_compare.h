@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QtGlobal>
+#include <string>
 #include <string_view>
 
 namespace qbx {
@@ -15,7 +16,27 @@ namespace qbx {
 /// do not, only CompareNoCase knows.
 [[nodiscard]] quint64 FoldedStart(std::string_view text);
 
+/// The text behind the characters that `FoldedStart` packs.
+[[nodiscard]] std::string_view BehindStart(std::string_view text);
+
 /// Whether a text starts with another, without regard to case.
 [[nodiscard]] bool StartsWithNoCase(std::string_view text, std::string_view start);
+
+/// A text that is looked for in many others, without regard to case.
+class SoughtText {
+ public:
+  /// \param text  not empty; must outlive this
+  explicit SoughtText(std::string_view text);
+
+  [[nodiscard]] bool IsIn(std::string_view text) const;
+
+ private:
+  [[nodiscard]] bool StartsAt(std::string_view text) const;
+
+  std::string_view text_;
+  std::string folded_;   // when all of it is ASCII, else empty
+  unsigned char lower_;  // of its first byte
+  unsigned char upper_;
+};
 
 }  // namespace qbx

@@ -5,6 +5,7 @@ namespace qbx {
 CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
     : resultsLog(app.clock, app.ui),
       guard(app.connection, app.host, app.diagnostics),
+      rowChanges(app.connection, guard),
       counters(app.statements, app.diagnostics),
       results(app.statements, counters, app.diagnostics),
       firstRows(app.statements),
@@ -12,6 +13,7 @@ CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
       edits({.statements = app.statements,
              .campaign = app.campaign,
              .guard = guard,
+             .changes = rowChanges,
              .flags = flags,
              .results = results,
              .options = app.options,

@@ -42,6 +42,7 @@ class CampaignDesk {
   // What several of the others look at.
   ResultsLog resultsLog;
   ReplaceGuard guard;
+  RowChanges rowChanges;
 
   // The wizard.
   WizardState state;

@@ -1,6 +1,6 @@
 #include "dispatch/due_rows.h"
 
-#include "dispatch/mobile_number.h"
+#include "results/mobile_number.h"
 
 namespace qbx {
 

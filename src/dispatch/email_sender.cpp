@@ -4,6 +4,7 @@
 
 #include "dispatch/email_identity.h"
 #include "dispatch/mailshot_checks.h"
+#include "dispatch/recipients.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -25,10 +26,6 @@ constexpr char kComponentName[] = "Chilkat";
 ServerSign SignOf(const MailResult& result) {
   if (result.unreachable) return ServerSign::kUnreachable;
   return result.transport || result.outcome == MailOutcome::kUncertain ? ServerSign::kUnknown : ServerSign::kServes;
-}
-
-bool HasLineBreak(const QString& text) {
-  return text.contains(QLatin1Char('\r')) || text.contains(QLatin1Char('\n'));
 }
 
 }  // namespace
@@ -73,14 +70,11 @@ QString EmailSender::BuildEnvelope(const QString& to, const QString& subject, co
   message.subject = OneLine(subject);
   message.body = body;
   message.headers.emplace_back("X-Priority", QStringLiteral("3"));
-  for (const QString& part : to.split(QLatin1Char(';'))) {
-    const QString address = TrimBlanks(part);
-    if (address.isEmpty()) continue;
-    if (HasLineBreak(part)) return QStringLiteral("The email address holds a line break: ") + OneLine(part);
+  const Recipients recipients = RecipientsOf(to);
+  if (!recipients.problem.isEmpty()) return recipients.problem;
+  for (const QString& address : recipients.addresses)
     message.to.push_back({{}, address});
-    envelope.recipients.append(address);
-  }
-  if (envelope.recipients.isEmpty()) return QStringLiteral("No Email Address specified.");
+  envelope.recipients = recipients.addresses;
   if (!identity.copyTo.isEmpty() && identity.copyTo != refusedCopy_) envelope.recipients.append(identity.copyTo);
   envelope.sender = message.from.address;
   MimeResult written = mime_.Write(message);

@@ -1,9 +1,9 @@
 #include "dispatch/mailshot_run.h"
 
-#include "dispatch/mobile_number.h"
 #include "dispatch/result_rows.h"
 #include "platform/event_breaks.h"
 #include "results/merge_row.h"
+#include "results/mobile_number.h"
 
 namespace qbx {
 

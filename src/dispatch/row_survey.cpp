@@ -3,12 +3,12 @@
 #include <QHash>
 #include <algorithm>
 
-#include "dispatch/mobile_number.h"
 #include "dispatch/result_rows.h"
 #include "dispatch/sms_credits.h"
 #include "dispatch/sms_text.h"
 #include "merge/compiled_template.h"
 #include "results/merge_row.h"
+#include "results/mobile_number.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -33,16 +33,6 @@ class Tally {
 };
 
 }  // namespace
-
-QString PhoneOf(const QString& mobile) {
-  QString number = CleanMobileNumber(mobile).value_or(QString());
-  if (number.startsWith(u'+')) number.replace(0, 1, QStringLiteral("00"));
-  number.removeIf([](QChar c) { return c < u'0' || c > u'9'; });
-  const QLatin1String country("0044");
-  if (!number.startsWith(country)) return number;
-  number.remove(0, country.size());
-  return number.startsWith(u'0') ? number : u'0' + number;
-}
 
 RowSurvey SurveyRows(Recordset& rows, const QString& smsTemplate, QDate today) {
   RowSurvey survey;

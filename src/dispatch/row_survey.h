@@ -19,9 +19,6 @@ struct RowSurvey {
   int sharingAddress = 0;  ///< rows with an e-mail whose address another one of them has, too
 };
 
-/// A mobile number by which two rows are the same phone: cleaned as for sending, its digits alone, +44 and 0044 as 0. Empty for none.
-[[nodiscard]] QString PhoneOf(const QString& mobile);
-
 /// \param rows  columns of [Campaign Results]; stepped once from where they stand
 [[nodiscard]] RowSurvey SurveyRows(Recordset& rows, const QString& smsTemplate, QDate today);
 

@@ -2,10 +2,15 @@
 
 #include "grids/grid_layout.h"
 
+#include <algorithm>
+
 #include "util/tagged_string.h"
+#include "util/text.h"
 
 namespace qbx {
 namespace {
+
+constexpr QLatin1String kNamePart(",N:");
 
 QString TwoDigits(int number) {
   return QStringLiteral("%1").arg(number, 2, 10, QLatin1Char('0'));
@@ -17,6 +22,12 @@ QString PositionName(int position) {
 
 QString ReadEntry(RegistryValues& registry, const QString& key, const QString& name) {
   return registry.sysLoadValueFromRegistry(key, name, {.perUser = true});
+}
+
+int IndexOf(const QStringList& fields, const QString& name) {
+  const auto same = [&name](const QString& field) { return EqualsNoCase(field, name); };
+  const auto found = std::find_if(fields.begin(), fields.end(), same);
+  return found == fields.end() ? -1 : static_cast<int>(found - fields.begin());
 }
 
 }  // namespace
@@ -31,7 +42,8 @@ QString GridLayoutKey(const QString& window, const QString& grid, std::optional<
 QString GridPlaceText(const GridColumnPlace& place) {
   QString text = QStringLiteral("W:%1,").arg(place.width);
   if (place.visible) text += *place.visible ? QLatin1String("V:-1,") : QLatin1String("V:0,");
-  return text + QLatin1String("C:") + TwoDigits(place.column);
+  text += QLatin1String("C:") + TwoDigits(place.column);
+  return place.name.isEmpty() ? text : text + kNamePart + place.name + u',';
 }
 
 std::optional<GridColumnPlace> ParseGridPlace(const QString& text) {
@@ -40,8 +52,9 @@ std::optional<GridColumnPlace> ParseGridPlace(const QString& text) {
   GridColumnPlace place;
   place.width = strGetTag(text, QStringLiteral("W")).toInt(&hasWidth);
   place.column = strGetTag(text, QStringLiteral("C")).toInt(&hasColumn);
+  if (const qsizetype at = text.indexOf(kNamePart); at >= 0) place.name = text.mid(at + kNamePart.size()).chopped(1);
   const QString visible = strGetTag(text, QStringLiteral("V"));
-  place.visible = visible.isEmpty() ? std::nullopt : std::optional<bool>(visible.toInt() != 0);
+  place.visible = visible.isEmpty() || place.name.isEmpty() ? std::nullopt : std::optional<bool>(visible.toInt() != 0);
   if (!hasWidth || !hasColumn || place.width < 0 || place.column < 0) return std::nullopt;
   return place;
 }
@@ -56,12 +69,14 @@ void SaveGridLayout(RegistryValues& registry, const QString& key, const GridLayo
   }
 }
 
-GridLayout LoadGridLayout(RegistryValues& registry, const QString& key, int columns) {
+GridLayout LoadGridLayout(RegistryValues& registry, const QString& key, const QStringList& fields) {
+  const int columns = static_cast<int>(fields.size());
   GridLayout layout;
   std::vector<bool> known(static_cast<size_t>(columns), false);
   for (int position = 0; position < columns; ++position) {
     std::optional<GridColumnPlace> place = ParseGridPlace(ReadEntry(registry, key, PositionName(position)));
-    if (!place || place->column >= columns || known[static_cast<size_t>(place->column)]) continue;
+    if (place && !place->name.isEmpty()) place->column = IndexOf(fields, place->name);
+    if (!place || place->column < 0 || place->column >= columns || known[static_cast<size_t>(place->column)]) continue;
     known[static_cast<size_t>(place->column)] = true;
     place->position = position;
     layout.places.push_back(*place);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <optional>
 #include <vector>
 
@@ -16,6 +17,7 @@ struct GridColumnPlace {
   int column = 0;                      ///< index in the grid's column collection
   int width = 0;                       ///< logical pixels
   std::optional<bool> visible = true;  ///< nothing: not kept
+  QString name = {};  ///< field of the column; empty in entries that were written before names were kept
 
   friend bool operator==(const GridColumnPlace&, const GridColumnPlace&) = default;
 };
@@ -32,15 +34,18 @@ struct GridLayout {
 [[nodiscard]] QString GridLayoutKey(const QString& window, const QString& grid,
                                     std::optional<int> index = std::nullopt);
 
-/// One entry, "W:120,V:-1,C:03"; its position is the name of the value.
+/// One entry, "W:120,V:-1,C:03,N:Lastname,"; its position is the name of the value. Without a name visibility is not read: the column at that
+/// index may be another one by now.
 [[nodiscard]] QString GridPlaceText(const GridColumnPlace& place);
 [[nodiscard]] std::optional<GridColumnPlace> ParseGridPlace(const QString& text);
 
 /// Writes one value per place, named by its position ("00-", "01-" ...), and empties those of positions that are not kept any more.
 /// \param columns  of the grid
 void SaveGridLayout(RegistryValues& registry, const QString& key, const GridLayout& layout, int columns);
-/// Reads the entries; those of columns or positions that the grid does not have, and what cannot be read, are left out.
-[[nodiscard]] GridLayout LoadGridLayout(RegistryValues& registry, const QString& key, int columns);
+/// Reads the entries; those of columns or positions that the grid does not have, and what cannot be read, are left out. A column that is kept by
+/// its name is found by it, wherever it stands now.
+/// \param fields  of the grid's columns, by index
+[[nodiscard]] GridLayout LoadGridLayout(RegistryValues& registry, const QString& key, const QStringList& fields);
 
 /// The columns of a grid in the order of a layout: those that are kept at their positions, the others between them in their own order.
 [[nodiscard]] std::vector<int> ColumnOrder(const GridLayout& layout, int columns);

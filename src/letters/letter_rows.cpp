@@ -1,10 +1,10 @@
 #include "letters/letter_rows.h"
 
-#include <QRegularExpression>
 #include <QTextDocument>
 
 #include "database/procedure.h"
 #include "dispatch/result_rows.h"
+#include "results/letter_address.h"
 #include "rtf/rtf_reader.h"
 
 namespace qbx {
@@ -13,15 +13,6 @@ namespace {
 
 QString Text(const Recordset& row, const char* field) {
   return row.Field(QString::fromLatin1(field)).ToText();
-}
-
-/// A postcode of the United Kingdom or of Ireland, or at least four digits in a row as most other countries have them.
-bool HoldsPostcode(const QString& address) {
-  static const QRegularExpression postcode(
-      QStringLiteral(
-          "\\b([A-Z]{1,2}[0-9][0-9A-Z]? ?[0-9][A-Z]{2}|[AC-FHKNPRTV-Y][0-9][0-9W] ?[0-9A-Z]{4}|[0-9]{4,6})\\b"),
-      QRegularExpression::CaseInsensitiveOption);
-  return postcode.match(address).hasMatch();
 }
 
 }  // namespace
@@ -39,8 +30,15 @@ QString NameLine(const Recordset& row) {
 }
 
 QString AddressProblem(const QString& address) {
-  if (address.trimmed().isEmpty()) return QStringLiteral("There is no address.");
-  return HoldsPostcode(address) ? QString() : QStringLiteral("The address has no postcode.");
+  switch (FaultOfAddress(address)) {
+    case AddressFault::kEmpty:
+      return QStringLiteral("There is no address.");
+    case AddressFault::kNoPostcode:
+      return QStringLiteral("The address has no postcode.");
+    case AddressFault::kNone:
+      break;
+  }
+  return {};
 }
 
 QString LetterText(const QString& letter) {

@@ -16,7 +16,7 @@ namespace qbx {
 /// "Mr Alan Hartley" of a row.
 [[nodiscard]] QString NameLine(const Recordset& row);
 
-/// Why no letter can be delivered to an address (lines separated by CR): it is empty, or nothing in it looks like a postcode.
+/// Why no letter can be delivered to an address (lines separated by CR).
 /// \return a sentence for the results log; empty when nothing is wrong
 [[nodiscard]] QString AddressProblem(const QString& address);
 

@@ -1,10 +1,14 @@
-// marketingctl results: the rows of a campaign, their flags and send methods, and what is in doubt of them.
+// marketingctl results: the rows of a campaign, their flags and send methods, taking some out, and what is in doubt of them.
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <limits>
 #include <memory>
 #include <set>
+#include <utility>
 
+#include "dispatch/row_changes.h"
 #include "dispatch/row_survey.h"
 #include "dispatch/settle_doubt.h"
 #include "marketingctl/campaign_names.h"
@@ -24,9 +28,17 @@ struct ResultsArguments {
   std::vector<std::string> sendBy;
   std::vector<std::string> toggle;
   std::string settleDoubt;
+  std::string tick;
+  std::string untick;
+  std::vector<qint64> takeOut;
   std::vector<qint64> rows;
   bool yes = false;
+
+  [[nodiscard]] bool ChangesRows() const { return !tick.empty() || !untick.empty() || !takeOut.empty(); }
 };
+
+constexpr std::array kSendFlags = {std::pair{"Send_SMS", Channel::kSms}, std::pair{"Send_Email", Channel::kEmail},
+                                   std::pair{"Send_Letter", Channel::kLetter}};
 
 struct Rule {
   const char* channel;
@@ -163,13 +175,67 @@ int Settle(Program& program, int id, const ResultsArguments& arguments) {
   }
 }
 
+/// \param keys  rows that the campaign holds
+RowChange ChangeRows(Program& program, int id, const ResultsArguments& arguments, const std::vector<qint64>& keys) {
+  RowChanges& changes = program.desk.rowChanges;
+  if (!arguments.takeOut.empty()) return changes.TakeOut(id, keys);
+  const bool ticked = !arguments.tick.empty();
+  const std::string& name = ticked ? arguments.tick : arguments.untick;
+  const auto flag = std::find_if(kSendFlags.begin(), kSendFlags.end(), [&name](const auto& one) {
+    return QString::fromStdString(name).compare(QLatin1String(one.first), Qt::CaseInsensitive) == 0;
+  });
+  return changes.SetFlag(id, flag->second, ticked, keys);
+}
+
+void PrintChange(const Program& program, const RowChange& change, const ResultsArguments& arguments,
+                 const QJsonArray& unknown) {
+  if (!program.json) {
+    PrintLine(ChangeText(change, !arguments.takeOut.empty() ? QStringLiteral("taken out")
+                                 : !arguments.tick.empty()  ? QStringLiteral("ticked")
+                                                            : QStringLiteral("unticked")));
+    return;
+  }
+  QJsonArray leftAlone;
+  for (const auto& [reason, rows] : change.leftAlone)
+    leftAlone.append(QJsonObject{{QStringLiteral("reason"), reason}, {QStringLiteral("rows"), rows}});
+  PrintJson(QJsonObject{{QStringLiteral("changed"), static_cast<int>(change.changed.size())},
+                        {QStringLiteral("unknown_rows"), unknown},
+                        {QStringLiteral("left_alone"), leftAlone}});
+}
+
+int ChangeMany(Program& program, int id, const ResultsArguments& arguments) {
+  const bool takesOut = !arguments.takeOut.empty();
+  if (takesOut && !arguments.yes) return Refuse(Reason::kNotAgreed, QStringLiteral("Taking rows out needs --yes."));
+  if (!program.desk.results.DisplayResults(id)) return kRefused;
+  const std::vector<qint64>& asked = takesOut ? arguments.takeOut : arguments.rows;
+  std::set<qint64> wanted(asked.begin(), asked.end());
+  const std::set<qint64> unknown = UnknownRows(program, wanted);
+  if (unknown == wanted) return RefuseUnknownRow(id, *unknown.begin());
+  const QJsonArray told = TellRows("The campaign does not have these rows", unknown);
+  std::erase_if(wanted, [&unknown](qint64 row) { return unknown.contains(row); });
+  try {
+    const RowChange change = ChangeRows(program, id, arguments, {wanted.begin(), wanted.end()});
+    if (change.refusal) {
+      program.ui.ShowMessage(*change.refusal);
+      return kRefused;
+    }
+    PrintChange(program, change, arguments, told);
+    return kDone;
+  } catch (const DatabaseError& error) {
+    return Refuse(error.Description());
+  }
+}
+
 int Results(Program& program, const ResultsArguments& arguments) {
   if (arguments.yes) program.ui.SetAnswer(Question::kChangeProcessedFlags, MessageAnswer::kYes);
+  if (!arguments.rows.empty() && arguments.settleDoubt.empty() && !arguments.ChangesRows())
+    throw CLI::ValidationError("--rows: goes with --settle-doubt, --tick or --untick");
   const SendMethods methods = ParseSendBy(arguments.sendBy);
   const std::optional<int> id = FindCampaign(program, arguments.id);
   if (!id) return kRefused;
   if (*id > 0 && !program.app.campaignStorage.LoadCampaign(*id)) return kRefused;
   if (!arguments.settleDoubt.empty()) return Settle(program, *id, arguments);
+  if (arguments.ChangesRows()) return ChangeMany(program, *id, arguments);
   if ((!arguments.sendBy.empty() || !arguments.toggle.empty()) && !program.desk.edits.MayEdit()) return kRefused;
   if (!arguments.sendBy.empty() && !SetSendMethods(program.app.statements, methods, *id, program.app.options)) {
     return kRefused;
@@ -189,7 +255,7 @@ std::string RulesHelp() {
     }
   }
   help += QStringLiteral(
-      "Examples: marketingctl --folder garage --user Pat results 12 --send-by sms=0 email=0 letter=1\n          marketingctl --folder garage --user Pat results 12 --toggle 4711 Processed --yes\n          marketingctl --folder garage --user Pat results 12 --settle-doubt not-sent --rows 4711,4712 --yes");
+      "Examples: marketingctl --folder garage --user Pat results 12 --send-by sms=0 email=0 letter=1\n          marketingctl --folder garage --user Pat results 12 --toggle 4711 Processed --yes\n          marketingctl --folder garage --user Pat results 12 --settle-doubt not-sent --rows 4711,4712 --yes\n          marketingctl --folder garage --user Pat results 12 --untick Send_SMS --rows 4711,4712");
   return help.toStdString();
 }
 
@@ -198,7 +264,7 @@ std::string RulesHelp() {
 void AddResultsCommand(Runner& runner) {
   auto arguments = std::make_shared<ResultsArguments>();
   CLI::App& command = *runner.Root().add_subcommand(
-      "results", "List the rows of a campaign, set send methods, flip a flag, settle doubt");
+      "results", "List the rows of a campaign, set send methods, change flags, take rows out, settle doubt");
   DeclareCampaign(command, arguments->id)->required();
   CLI::Option* sendBy =
       command.add_option("--send-by", arguments->sendBy, "Rules for all rows: sms=N email=N letter=N")->expected(1, 3);
@@ -212,13 +278,30 @@ void AddResultsCommand(Runner& runner) {
           ->check(CLI::IsMember({kSent, kNotSent}))
           ->excludes(sendBy)
           ->excludes(toggle);
-  command.add_option("--rows", arguments->rows, "Only those of these rows: RECORDID,RECORDID...")
+  const auto keys = CLI::Range(1, std::numeric_limits<int>::max());
+  CLI::Option* rows = command.add_option("--rows", arguments->rows, "Only those of these rows: RECORDID,RECORDID...")
+                          ->delimiter(',')
+                          ->allow_extra_args(false)
+                          ->check(keys)
+                          ->type_name("RECORDIDS");
+  const auto flag = CLI::IsMember({kSendFlags[0].first, kSendFlags[1].first, kSendFlags[2].first}, CLI::ignore_case);
+  CLI::Option* tick =
+      command.add_option("--tick", arguments->tick, "Tick a send flag of --rows, where it can be ticked");
+  CLI::Option* untick = command.add_option("--untick", arguments->untick, "Untick a send flag of --rows");
+  for (CLI::Option* setting : {tick, untick})
+    setting->check(flag)->needs(rows)->excludes(sendBy)->excludes(toggle)->excludes(settle);
+  tick->excludes(untick);
+  command.add_option("--take-out", arguments->takeOut, "Take these rows out of the campaign: RECORDID,RECORDID...")
       ->delimiter(',')
       ->allow_extra_args(false)
-      ->check(CLI::Range(1, std::numeric_limits<int>::max()))
-      ->needs(settle)
+      ->check(keys)
+      ->excludes(sendBy)
+      ->excludes(toggle)
+      ->excludes(settle)
+      ->excludes(rows)
       ->type_name("RECORDIDS");
-  command.add_flag("--yes", arguments->yes, "Agree to change a Processed flag, or to settle what is in doubt");
+  command.add_flag("--yes", arguments->yes,
+                   "Agree to change a Processed flag, to settle what is in doubt, or to take rows out");
   command.footer(RulesHelp());
   runner.AddCommand(command, [arguments](Program& program) { return Results(program, *arguments); });
 }

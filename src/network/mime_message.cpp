@@ -75,7 +75,7 @@ QString CheckHeaders(const MailMessage& message) {
   if (problem.isEmpty()) problem = CheckText(QStringLiteral("sender's name"), message.from.name);
   if (problem.isEmpty()) problem = CheckText(QStringLiteral("subject"), message.subject);
   for (const MailAddress& to : message.to) {
-    if (problem.isEmpty()) problem = CheckAddress(to.address, false);
+    if (problem.isEmpty()) problem = RecipientProblem(to.address);
     if (problem.isEmpty()) problem = CheckText(QStringLiteral("recipient's name"), to.name);
   }
   for (const auto& [name, value] : message.headers) {
@@ -164,6 +164,10 @@ QString AddParts(const MailMessage& message, const QByteArray& boundary, QByteAr
 }
 
 }  // namespace
+
+QString RecipientProblem(const QString& address) {
+  return CheckAddress(address, false);
+}
 
 MimeWriter::MimeWriter(const Clock& clock)
     : clock_(clock), seed_(QByteArray::number(QRandomGenerator::system()->generate64(), 36)) {}

@@ -41,6 +41,9 @@ struct MimeResult {
   QString error;     ///< one sentence for the user
 };
 
+/// What keeps a message from being written to an address; empty when nothing does.
+[[nodiscard]] QString RecipientProblem(const QString& address);
+
 /// Writes messages one after the other, each with a Message-ID of its own.
 ///
 /// Refused: CR, LF or NUL in any header value (a way to smuggle headers in), an extra header whose name is not one, a

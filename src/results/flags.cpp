@@ -45,10 +45,13 @@ void ResultFlags::ClickCell(const QString& column, qint64 recordId) {
 void ResultFlags::ToggleCheckBox(const QString& column, qint64 recordId) {
   if (recordId <= 0) return;
   diagnostics_.ui.SetBusy(true);
-  const bool toggled = statements_.dbRunCommandWithParameters(QStringLiteral("proc_updp_Marketing_ToggleCheckbox"),
-                                                              {Value(recordId), Value(column)});
+  const Flip flip = [&] {
+    return statements_.dbRunCommandWithParameters(QStringLiteral("proc_updp_Marketing_ToggleCheckbox"),
+                                                  {Value(recordId), Value(column)});
+  };
+  const bool toggled = around_ ? around_(column, recordId, flip) : flip();
   diagnostics_.ui.SetBusy(false);
-  if (toggled) view_.RefreshResults();
+  if (toggled) view_.RefreshRows({recordId});
 }
 
 }  // namespace qbx

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QString>
+#include <functional>
+#include <utility>
 
 #include "database/statements.h"
 #include "diagnostics/diagnostics.h"
@@ -15,6 +17,12 @@ class ResultFlags {
  public:
   ResultFlags(Statements& statements, ResultsView& view, Diagnostics diagnostics);
 
+  using Flip = std::function<bool()>;
+  /// Runs every flip in here, which returns what the flip returned: whether it was made.
+  void Around(std::function<bool(const QString& column, qint64 recordId, const Flip& flip)> around) {
+    around_ = std::move(around);
+  }
+
   /// Whether a click on a column (its data field, without regard to case) flips a flag.
   [[nodiscard]] static bool IsFlag(const QString& column);
 
@@ -24,7 +32,7 @@ class ResultFlags {
   /// \param recordId  key of the row
   void ClickCell(const QString& column, qint64 recordId);
 
-  /// Flips a 0/1 column of a row and reads the results again. Nothing happens for a key that is not above 0.
+  /// Flips a 0/1 column of a row and shows it. Nothing happens for a key that is not above 0.
   void ToggleCheckBox(const QString& column, qint64 recordId);
 
   /// The user agreed to change "Processed" flags; holds as long as the window.
@@ -34,6 +42,7 @@ class ResultFlags {
   Statements& statements_;
   ResultsView& view_;
   Diagnostics diagnostics_;
+  std::function<bool(const QString& column, qint64 recordId, const Flip& flip)> around_;
   bool processedChangeConfirmed_ = false;
 };
 

@@ -2,6 +2,11 @@
 
 #include "results/results_view.h"
 
+#include <QHash>
+#include <algorithm>
+
+#include "database/procedure.h"
+#include "results/key_list.h"
 #include "settings/options.h"
 #include "settings/startup_values.h"
 
@@ -39,19 +44,31 @@ bool ResultsView::DisplayResults(int campaignId) {
   // The rows of the same campaign stay; those of another one would pass for its own.
   if (!read && campaignId == campaignId_) return false;
   rows_ = std::move(rows);
+  if (campaignId != campaignId_ && otherRows_) otherRows_();
   campaignId_ = campaignId;
   outOfDate_ = false;
+  kindsRead_ = false;
   if (read_) read_();
   if (displayed_) displayed_();
   return read;
 }
 
 bool ResultsView::RefreshResults() {
+  return Refresh([this] { ReadAgain(); });
+}
+
+bool ResultsView::RefreshRows(const std::vector<qint64>& changed) {
+  return Refresh([this, &changed] {
+    if (!PutRows(changed)) ReadAgain();
+  });
+}
+
+bool ResultsView::Refresh(const std::function<void()>& readRows) {
   counters_.UpdateCounters(campaignId_);
   if (!rows_.IsOpen()) return true;
   bool read = false;
-  const auto requery = [this, &read] {
-    rows_.Requery();
+  const auto requery = [this, &read, &readRows] {
+    readRows();
     read = true;
     outOfDate_ = false;
   };
@@ -67,6 +84,64 @@ bool ResultsView::RefreshResults() {
   return read;
 }
 
+void ResultsView::ReadAgain() {
+  rows_.Requery();
+  if (!kindsRead_) return;
+  kinds_.Read(rows_, ReadTroubles());
+  rows_.ArrangeAgain();  // the filter may look at them
+}
+
+/// \return false when the rows have to be read whole, since some came or the host knows no other way
+bool ResultsView::PutRows(const std::vector<qint64>& changed) {
+  Recordset fresh;
+  try {
+    Procedure flags(statements_.Shared(), "proc_selp_Results_Flags");
+    fresh = flags.Open({{"@CampaignID", campaignId_}, {"@RecordIDs", KeyList(changed)}});
+  } catch (const DatabaseError&) {
+    return false;  // reading whole says what is the matter
+  }
+  if (!PutFlags(fresh, QSet<qint64>(changed.begin(), changed.end()))) return false;
+  if (kindsRead_) kinds_.ReadAgain(fresh, changed, ReadTroubles());
+  rows_.ArrangeAgain();
+  return true;
+}
+
+/// Those of the rows that are not in the database any more are dropped.
+/// \return false when one is not in the recordset
+bool ResultsView::PutFlags(const Recordset& fresh, QSet<qint64> changed) {
+  QHash<qint64, qint64> position;
+  for (qint64 row = 0; row < fresh.RecordCount(); ++row)
+    position.insert(fresh.At(row, 0).integer, row);
+  std::vector<int> columns;  // of `rows_`, by those of `fresh`
+  for (const Column& column : fresh.Columns())
+    columns.push_back(rows_.ColumnIndex(column.name));
+  const int key = rows_.ColumnIndex(QString::fromLatin1(kRowKey));
+  rows_.Amend([&](AmendedRow& row) {
+    const qint64 recordId = row.At(key).integer;
+    if (!changed.remove(recordId)) return;
+    const auto found = position.constFind(recordId);
+    if (found == position.constEnd()) return row.Drop();
+    for (std::size_t i = 1; i < columns.size(); ++i) {
+      const Value value = fresh.At(*found, static_cast<int>(i)).ToValue();
+      if (columns[i] >= 0 && row.At(columns[i]).ToValue() != value) row.Put(columns[i], value);
+    }
+  });
+  return std::none_of(changed.begin(), changed.end(), [&](qint64 recordId) { return position.contains(recordId); });
+}
+
+Recordset ResultsView::ReadTroubles() {
+  Recordset troubles;
+  // A failure was reported, and the rows without troubles are still right.
+  (void)statements_.dbOpenRec(troubles, QStringLiteral("proc_selp_Send_Troubles (%1)").arg(campaignId_));
+  return troubles;
+}
+
+const RowKinds& ResultsView::Kinds() {
+  if (!kindsRead_) kinds_.Read(rows_, ReadTroubles());
+  kindsRead_ = true;
+  return kinds_;
+}
+
 void ResultsView::ReadAgainWith(const QString& sql, Recordset& rows) {
   rows.SetSource([&connection = statements_.Shared(), sql] { return connection.Driver().Execute(sql); });
 }
@@ -79,11 +154,12 @@ bool ResultsView::FollowCampaign(int campaignId) {
 
 void ResultsView::RowDeleted() {
   counters_.UpdateCounters(campaignId_);
+  kindsRead_ = false;
   if (read_) read_();
 }
 
 QString ResultsView::CountText() const {
-  return QString::number(rows_.RecordCount()) + QLatin1String(" records ");
+  return QString::number(rows_.StoredCount()) + QLatin1String(" records ");
 }
 
 }  // namespace qbx

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -11,6 +12,7 @@
 #include "database/statements.h"
 #include "diagnostics/diagnostics.h"
 #include "results/counters.h"
+#include "results/row_kinds.h"
 
 namespace qbx {
 
@@ -55,8 +57,14 @@ class ResultsView {
   /// Called whenever rows or their flags may have changed: what was worked out from them is out of date.
   void OnRead(std::function<void()> callback) { read_ = std::move(callback); }
 
+  /// Called when the rows shown are no longer those that were: a query replaced them, or another campaign's came.
+  void OnOtherRows(std::function<void()> callback) { otherRows_ = std::move(callback); }
+
   /// A query has replaced the rows of the campaign in the database: those shown are out of date until they are read again.
-  void RowsReplaced() { outOfDate_ = true; }
+  void RowsReplaced() {
+    outOfDate_ = true;
+    if (otherRows_) otherRows_();
+  }
   /// The rows shown are not the campaign's: they were replaced, or could not be read.
   [[nodiscard]] bool OutOfDate(int campaignId) const {
     return outOfDate_ || campaignId != campaignId_ || !rows_.IsOpen();
@@ -71,24 +79,38 @@ class ResultsView {
   /// The campaign whose rows are shown has another number now, and its rows with it: reads them under that one, in place.
   bool FollowCampaign(int campaignId);
 
+  /// Some rows of the campaign were changed or taken out in the database: reads counters, flags and kinds of these alone and puts them into `Rows()`,
+  /// which then are what reading all again would give. The grid is told as by `RefreshResults`.
+  bool RefreshRows(const std::vector<qint64>& changed);
+  /// What the rows are; worked out when it is first asked for after they were read.
+  [[nodiscard]] const RowKinds& Kinds();
+
   /// The grid has deleted a row in the database and taken it out of `Rows()`: reads the counters again.
   void RowDeleted();
 
   [[nodiscard]] Recordset& Rows() { return rows_; }
-  /// The row count and " records "; "0 records " until the first display.
+  /// The row count, whatever the grid shows of them, and " records "; "0 records " until the first display.
   [[nodiscard]] QString CountText() const;
   [[nodiscard]] int CampaignId() const { return campaignId_; }
 
  private:
   void ReadAgainWith(const QString& sql, Recordset& rows);
+  bool Refresh(const std::function<void()>& readRows);
+  void ReadAgain();
+  [[nodiscard]] bool PutRows(const std::vector<qint64>& changed);
+  [[nodiscard]] bool PutFlags(const Recordset& fresh, QSet<qint64> changed);
+  [[nodiscard]] Recordset ReadTroubles();
 
   Statements& statements_;
   Counters& counters_;
   Diagnostics diagnostics_;
   Recordset rows_;
+  RowKinds kinds_;
+  bool kindsRead_ = false;
   int campaignId_ = 0;
   bool outOfDate_ = false;
   std::function<void()> read_;
+  std::function<void()> otherRows_;
   std::function<void()> displayed_;
   std::function<void(const std::function<void()>&)> refresh_;
 };

@@ -10,7 +10,19 @@ Message OtherRowsMessage() {
       .icon = MessageIcon::kExclamation};
 }
 
+/// Which flag a click flipped, for Undo.
+QString FlippedText(const QString& column) {
+  return QStringLiteral("1 row changed: ") + QString(column).replace(u'_', u' ');
+}
+
 }  // namespace
+
+ResultEdits::ResultEdits(Parts parts, Diagnostics diagnostics) : parts_(std::move(parts)), diagnostics_(diagnostics) {
+  parts_.flags.Around([this](const QString& column, qint64 recordId, const std::function<bool()>& flip) {
+    return parts_.changes.Keep(parts_.results.CampaignId(), recordId, FlippedText(column), flip);
+  });
+  parts_.results.OnOtherRows([this] { parts_.changes.Forget(); });
+}
 
 bool ResultEdits::MayEdit() {
   const std::optional<Message> refusal = parts_.guard.LookAtClaim(parts_.campaign.record.ID);
@@ -41,9 +53,50 @@ void ResultEdits::ClickCell(const QString& column, qint64 recordId) {
 bool ResultEdits::ApplySendMethods(const SendMethods& methods) {
   if (!MayEditShown() || !ConsentKnown()) return false;
   const int campaign = parts_.campaign.record.ID;
+  parts_.changes.Forget();
   SetSendMethods(parts_.statements, methods, campaign, parts_.options);
   parts_.results.DisplayResults(campaign);
   return true;
+}
+
+RowChange ResultEdits::SetFlag(Channel flag, bool ticked, const std::vector<qint64>& rows) {
+  return Change("SetFlag", rows, [&](int campaign) { return parts_.changes.SetFlag(campaign, flag, ticked, rows); });
+}
+
+RowChange ResultEdits::TakeOut(const std::vector<qint64>& rows) {
+  return Change("TakeOut", rows, [&](int campaign) { return parts_.changes.TakeOut(campaign, rows); });
+}
+
+RowChange ResultEdits::Undo() {
+  if (LastChange().isEmpty()) return {};
+  return Change("Undo", {}, [this](int campaign) { return parts_.changes.Undo(campaign); });
+}
+
+/// Rows that are shown follow also where they were left alone: another desk may have changed them.
+RowChange ResultEdits::Change(const char* routine, const std::vector<qint64>& rows,
+                              const std::function<RowChange(int campaign)>& change) {
+  RowChange done;
+  if (!MayEditShown()) return done;
+  diagnostics_.ui.SetBusy(true);
+  bool failed = false;
+  try {
+    done = change(parts_.campaign.record.ID);
+  } catch (const DatabaseError& error) {
+    failed = true;
+    diagnostics_.errors.ShowError(0, QString::fromLatin1(routine), error.Description());
+  }
+  diagnostics_.ui.SetBusy(false);
+  if (failed) return {};
+  if (done.refusal) {
+    diagnostics_.ui.ShowMessage(*done.refusal);
+  } else if (done.putBack) {
+    parts_.results.RefreshResults();
+  } else {
+    std::vector<qint64> shown = rows;
+    shown.insert(shown.end(), done.changed.begin(), done.changed.end());
+    parts_.results.RefreshRows(shown);
+  }
+  return done;
 }
 
 }  // namespace qbx

@@ -9,6 +9,7 @@
 #include "database/statements.h"
 #include "diagnostics/diagnostics.h"
 #include "dispatch/replace_guard.h"
+#include "dispatch/row_changes.h"
 #include "results/flags.h"
 #include "results/results_view.h"
 #include "results/send_methods.h"
@@ -24,12 +25,16 @@ class ResultEdits {
     Statements& statements;
     const CurrentCampaign& campaign;
     ReplaceGuard& guard;
+    RowChanges& changes;
     ResultFlags& flags;
     ResultsView& results;
     const Options& options;
     std::function<void()> loadOptions;  ///< reads the company's options again
   };
-  ResultEdits(Parts parts, Diagnostics diagnostics) : parts_(std::move(parts)), diagnostics_(diagnostics) {}
+  /// Flips that `flags` makes can be taken back from here on.
+  ResultEdits(Parts parts, Diagnostics diagnostics);
+  ResultEdits(const ResultEdits&) = delete;
+  ResultEdits& operator=(const ResultEdits&) = delete;
 
   /// \return false when the rows of the campaign may not be changed now; the user was told
   [[nodiscard]] bool MayEdit();
@@ -43,8 +48,22 @@ class ResultEdits {
   /// \return false when it was refused, by `MayEditShown` or since the options could not be read (the user was told); a rule that failed was reported, and those before it stay
   bool ApplySendMethods(const SendMethods& methods);
 
+  // Many rows at once, by their keys. Rows and counters that are shown follow. What came of it is for a line beside the grid (`ChangeText`);
+  // a refusal or a failure was shown, and nothing was changed then.
+
+  /// Ticks or unticks a send flag; `tick_reasons.h` says which rows cannot be ticked.
+  RowChange SetFlag(Channel flag, bool ticked, const std::vector<qint64>& rows);
+  /// Takes rows out; one row as well as many, so that it can be put back. Nothing is asked.
+  RowChange TakeOut(const std::vector<qint64>& rows);
+  /// Takes the last change back, of one row or of many.
+  RowChange Undo();
+  /// What Undo would take back ("12 rows taken out"); empty when there is nothing, as after a new query or with another campaign.
+  [[nodiscard]] const QString& LastChange() const { return parts_.changes.Last(); }
+
  private:
   [[nodiscard]] bool ConsentKnown();
+  RowChange Change(const char* routine, const std::vector<qint64>& rows,
+                   const std::function<RowChange(int campaign)>& change);
 
   Parts parts_;
   Diagnostics diagnostics_;

@@ -143,8 +143,7 @@ void WizardSteps::TabOpened(int tab) {
 }
 
 bool WizardSteps::SomethingWouldBeLost() const {
-  const bool unnamedRows =
-      parts_.campaign.record.ID < 0 && parts_.results.Rows().IsOpen() && parts_.results.Rows().RecordCount() > 0;
+  const bool unnamedRows = parts_.campaign.record.ID < 0 && parts_.results.Rows().StoredCount() > 0;
   return parts_.campaign.CampaignChanged || unnamedRows;
 }
 

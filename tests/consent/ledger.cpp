@@ -7,7 +7,6 @@ namespace qbx::consent {
 namespace {
 
 constexpr int kLongestText = 918;
-constexpr int kShortestMobileToSend = 9;
 
 QString WithOneBreak(QString text) {
   return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));

@@ -19,6 +19,8 @@ struct FieldValues {
 
 /// The number that a text goes to; nothing when what was typed is none.
 [[nodiscard]] std::optional<QString> NumberOf(const QString& mobile);
+/// Characters below which nothing is sent to what was typed.
+inline constexpr int kShortestMobileToSend = 9;
 /// The addresses that an e-mail goes to; none when what was typed cannot be sent to.
 [[nodiscard]] QStringList AddressesOf(const QString& email);
 

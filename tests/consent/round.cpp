@@ -32,6 +32,7 @@ MailshotTemplates MakeTemplates(RandomSource& random) {
 
 void Round::StartUser() {
   seen_ = world_.settings;
+  last_.reset();
   user_ = std::make_unique<DeskUser>(around_, story_, QStringLiteral("PAT"), QLatin1String(kComputer));
 }
 
@@ -174,12 +175,15 @@ bool Round::PrepareRows() {
   for (int times = random_.Between(1, 2); times > 0; --times) {
     const SendMethods methods = MakeSendMethods(random_);
     story_.Tell(QStringLiteral("send methods ") + Describe(methods));
+    last_.reset();
     if (random_.Chance(15)) DieInMethods(methods);
     if (!user_->desk->edits.ApplySendMethods(methods)) story_.Fault(QStringLiteral("the send methods were refused"));
     ApplyMethods(ledger_.rows, methods, seen_);
   }
   for (int clicks = random_.Between(0, 4); clicks > 0; --clicks)
     Click(saved_ && random_.Chance(30) ? Other() : *user_);
+  for (int changes = random_.Between(0, 3); changes > 0; --changes)
+    ChangeMany();
   CompareFlags(ReadRows(host_.Database(), campaign_), ledger_, story_);
   Between(30);
   return !story_.Failed();
@@ -195,9 +199,15 @@ void Round::Click(DeskUser& user) {
   story_.Tell(user.User() + QStringLiteral(" clicks ") +
               (text ? QStringLiteral("text of ") : QStringLiteral("e-mail of ")) + row.Name());
   user.desk->results.DisplayResults(campaign_);
-  user.desk->edits.ClickCell(text ? QStringLiteral("Send_SMS") : QStringLiteral("Send_Email"), row.record);
-  bool& wanted = (text ? row.sms : row.mail).wanted;
-  wanted = !wanted;
+  const auto click = [&] {
+    user.desk->edits.ClickCell(text ? QStringLiteral("Send_SMS") : QStringLiteral("Send_Email"), row.record);
+    bool& wanted = (text ? row.sms : row.mail).wanted;
+    wanted = !wanted;
+  };
+  if (&user == user_.get())
+    Changes({row.record}, click);
+  else
+    click();
 }
 
 RoundCounts PlayRound(const RoundWishes& wishes, int number, Story& story) {

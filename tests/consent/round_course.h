@@ -71,6 +71,23 @@ class Round {
   void DieInQuery();
   void DieInMethods(const SendMethods& methods);
 
+  // Changes of many rows, and taking the last one back.
+  struct ChangedRow {
+    Row before;
+    std::optional<StoredRow> after = {};  ///< nothing: it was taken out
+  };
+  struct LastChange {
+    qint64 run = 0;  ///< how many there were before
+    std::vector<ChangedRow> rows = {};
+  };
+  void ChangeMany();
+  void TickMany(Channel channel, bool ticked);
+  void TakeManyOut();
+  void UndoLast();
+  void CheckRows();
+  void Changes(const std::vector<qint64>& records, const std::function<void()>& change);
+  [[nodiscard]] std::vector<qint64> SomeRows();
+
   // Sending.
   void DisturbedRun();
   void BetweenRuns();
@@ -105,7 +122,8 @@ class Round {
   QDate today_;             ///< when the present run began
   int campaign_ = 0;
   bool saved_ = false;
-  bool restarted_ = false;  ///< what step 2 showed is not there any more
+  std::optional<LastChange> last_;  ///< of the first user
+  bool restarted_ = false;          ///< what step 2 showed is not there any more
   RoundCounts counts_;
 };
 

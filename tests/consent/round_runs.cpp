@@ -159,6 +159,7 @@ void Round::BetweenRuns() {
   if (ledger_.rows.empty()) return;
   if (random_.Chance(20)) Click(saved_ && random_.Chance(30) ? Other() : *user_);
   if (random_.Chance(30)) SettleDoubts();
+  if (random_.Chance(40)) ChangeMany();
   if (random_.Chance(6)) SelectAgain();
   if (random_.Chance(8) && !ledger_.rows.empty()) {
     Row& row = ledger_.rows[static_cast<size_t>(random_.Between(0, static_cast<int>(ledger_.rows.size()) - 1))];
@@ -172,6 +173,7 @@ void Round::SelectAgain() {
   story_.Tell(QStringLiteral("PAT selects again"));
   if (!user_->StepTwo(plan_)) return story_.Fault(QStringLiteral("the step was refused: ") + user_->ui.lastMessage);
   if (!Compare(true, QStringLiteral("step 2 again")) || ledger_.rows.empty()) return;
+  last_.reset();
   const SendMethods methods{.sms = 0, .email = 0};
   if (!user_->desk->edits.ApplySendMethods(methods)) story_.Fault(QStringLiteral("the send methods were refused"));
   ApplyMethods(ledger_.rows, methods, seen_);
@@ -182,10 +184,12 @@ void Round::SelectAgain() {
 void Round::Reopen(Row& row) {
   story_.Tell(QStringLiteral("PAT unticks ") + row.Name());
   user_->desk->results.DisplayResults(campaign_);
-  user_->desk->edits.ClickCell(QStringLiteral("Processed"), row.record);
-  row.processed = false;
-  for (Half* half : {&row.sms, &row.mail})
-    *half = Half{.wanted = half->wanted};
+  Changes({row.record}, [&] {
+    user_->desk->edits.ClickCell(QStringLiteral("Processed"), row.record);
+    row.processed = false;
+    for (Half* half : {&row.sms, &row.mail})
+      *half = Half{.wanted = half->wanted};
+  });
 }
 
 /// A person finds out what became of the messages in doubt, and says so.
@@ -203,8 +207,10 @@ void Round::SettleDoubts() {
       continue;
     }
     user_->desk->results.DisplayResults(campaign_);
-    user_->desk->edits.ClickCell(QStringLiteral("Processed"), row.record);
-    row.processed = true;
+    Changes({row.record}, [&] {
+      user_->desk->edits.ClickCell(QStringLiteral("Processed"), row.record);
+      row.processed = true;
+    });
     if (!arrived) Reopen(row);
   }
 }

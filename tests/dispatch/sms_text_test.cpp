@@ -4,11 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include "dispatch/mobile_number.h"
 #include "dispatch/row_survey.h"
 #include "dispatch/sms_credits.h"
 #include "dispatch/sms_reply.h"
 #include "dispatch/url_encode.h"
+#include "results/mobile_number.h"
 #include "settings/sms_sender.h"
 #include "support/printing.h"
 

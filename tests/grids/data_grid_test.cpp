@@ -348,6 +348,40 @@ TEST_F(GridFixture, FiltersInWordsAndFindsLines) {
   EXPECT_EQ(grid_.RecordID(), 5);
 }
 
+TEST_F(GridFixture, FindsATextInWhatIsShown) {
+  Fill(9);
+  Run(QStringLiteral("UPDATE Lines SET Last_Name = 'ZOË Tomé' WHERE ID IN (2, 7)"));
+  Connect();
+  grid_.HideColumns({QStringLiteral("Due")});
+  const auto found = [this](const char* text, cDataGrid::Search search) {
+    return grid_.FindText(QString::fromUtf8(text), search)
+               ? grid_.CurrentField() + grid_.CellText(grid_.CurrentRow(), QStringLiteral("ID"))
+               : QString();
+  };
+  using Search = cDataGrid::Search;
+  EXPECT_EQ(found("oë t", Search::kFromHere), QStringLiteral("Last_Name2"));
+  EXPECT_EQ(found("oË T", Search::kFromHere), QStringLiteral("Last_Name2")) << "typed on: stays";
+  EXPECT_EQ(found("TOMÉ", Search::kNext), QStringLiteral("Last_Name7"));
+  EXPECT_EQ(found("TOMÉ", Search::kNext), QStringLiteral("Last_Name2")) << "once round";
+  EXPECT_EQ(found("zo", Search::kPrevious), QStringLiteral("Last_Name7"));
+  EXPECT_EQ(found("13.50", Search::kFromHere), QStringLiteral("Price9")) << "as it is shown";
+  EXPECT_EQ(found("2026", Search::kFromHere), QString()) << "not in a hidden column";
+  EXPECT_EQ(found("Yes", Search::kFromHere), QString());
+}
+
+TEST_F(GridFixture, ShowingOnlySomeKeepsTheCurrentRow) {
+  Fill(9);
+  Connect();
+  grid_.sFilter(QStringLiteral("ID > 2"));
+  grid_.MoveTo(3);
+  grid_.ShowOnly([](const StoredRow& row) { return row.At(0).integer % 3 == 0; });
+  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("3 6 9"));
+  EXPECT_EQ(grid_.RecordID(), 6);
+  grid_.ShowOnly({});
+  EXPECT_EQ(grid_.RowCount(), 7);
+  EXPECT_EQ(grid_.RecordID(), 6);
+}
+
 TEST_F(GridFixture, WidthsAreFittedWhenTheFirstRowsCome) {
   Connect();
   const int heading = view_->columnWidth(1);
@@ -367,28 +401,35 @@ TEST_F(GridFixture, LayoutComesBack) {
   RegistryValues registry({store, diagnostics, failures}, startup);
   grid_.KeepLayout(registry, QStringLiteral("frmMain"));
   Fill(1);
+  grid_.HideColumns({QStringLiteral("Ticked")}, false);
   Connect();
   view_->horizontalHeader()->moveSection(4, 1);
   view_->setColumnWidth(2, 123);
-  grid_.HideColumns({QStringLiteral("Due")});
+  ChooseColumns({"Due", "ID", "Last Name", "Price"});
+  EXPECT_EQ(grid_.HiddenFields(), QSet<QString>({"due", "id", "last_name", "price"}));
+  grid_.HideColumns({QStringLiteral("Ticked")});
+  EXPECT_TRUE(view_->isColumnHidden(4));
+  EXPECT_EQ(grid_.HiddenFields().size(), 1) << "the last one comes back when its only neighbour goes";
+  ChooseColumns({"Due"});
   grid_.SaveLayout();
   EXPECT_EQ(
       registry.sysLoadValueFromRegistry(QStringLiteral("frmMainDataGrid"), QStringLiteral("03-"), {.perUser = true}),
-      QStringLiteral("W:123,C:02"));
-  EXPECT_EQ(
-      registry.sysLoadValueFromRegistry(QStringLiteral("frmMainDataGrid"), QStringLiteral("02-"), {.perUser = true}),
-      QString())
-      << "a column that nobody changed";
+      QStringLiteral("W:123,V:-1,C:02,N:Price,"));
+  registry.sysSaveValueToRegistry(QStringLiteral("frmMainDataGrid"), QStringLiteral("02-"),
+                                  QStringLiteral("W:70,V:0,C:01"), true);
 
   QTableView other;
   other.setObjectName(QStringLiteral("dbgData"));
   cDataGrid again(statements, diagnostics, options_);
   again.Grid(other);
   again.KeepLayout(registry, QStringLiteral("frmMain"));
-  again.ConnectRecordset(rows_);
+  Recordset changed;
+  ASSERT_FALSE(statements.dbOpenRec(changed, QStringLiteral("SELECT ID, Last_Name, Due, Price, Ticked FROM Lines")));
+  again.ConnectRecordset(changed);
   EXPECT_EQ(other.horizontalHeader()->visualIndex(4), 1);
-  EXPECT_EQ(other.columnWidth(2), 123);
-  EXPECT_FALSE(other.isColumnHidden(3)) << "what is hidden is said by the window, whatever stands at that place now";
+  EXPECT_EQ(other.columnWidth(3), 123) << "found by its name";
+  EXPECT_EQ(other.columnWidth(1), 70) << "an older entry";
+  EXPECT_EQ(again.HiddenFields(), QSet<QString>{"due"}) << "which hides nothing";
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
 #include <QTableView>
 #include <QTest>
 #include <QVBoxLayout>
@@ -56,6 +57,15 @@ class GridFixture : public testing::Test, public EmbeddedHost, public GridOwner 
     const int column = rows_.ColumnIndex(field);
     QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
                       QPoint(header->sectionViewportPosition(column) + 10, header->height() / 2));
+  }
+  /// Ticks or unticks columns in the menu of the headings.
+  void ChooseColumns(const QStringList& headings) {
+    Q_EMIT view_->horizontalHeader()->customContextMenuRequested({});
+    auto* menu = view_->findChild<QMenu*>(QStringLiteral("mnuColumns"));
+    for (QAction* entry : menu->actions()) {
+      if (headings.contains(entry->text())) entry->trigger();
+    }
+    delete menu;
   }
   void ClickCell(int row, const QString& field, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     const QModelIndex cell = view_->model()->index(row, rows_.ColumnIndex(field));

@@ -167,6 +167,8 @@ TEST(MarketingCtl, OneRowChangesWhenAskedTo) {
   const QString record = QString::number(Number(first(), "RecordID"));
   EXPECT_EQ(garage.Run("results %1 --toggle %2 Send_SMS", {id, record}).code, 0);
   EXPECT_FALSE(Flag(first(), "Send_SMS"));
+  EXPECT_EQ(Number(garage.Done("results %1 --tick Send_SMS --rows %2", {id, record + ",987654"}), "changed"), 1);
+  EXPECT_TRUE(Flag(first(), "Send_SMS"));
   EXPECT_EQ(garage.Run("results %1 --toggle %2 Processed", {id, record}).code, 1);
   EXPECT_FALSE(Flag(first(), "Processed"));
   EXPECT_EQ(garage.Run("results %1 --toggle %2 Processed --yes", {id, record}).code, 0);
@@ -176,6 +178,9 @@ TEST(MarketingCtl, OneRowChangesWhenAskedTo) {
   EXPECT_TRUE(Flag(first(), "Processed"));
   EXPECT_EQ(garage.Run("query %1 --reset-processed", {id}).code, 0);
   EXPECT_FALSE(Flag(first(), "Processed"));
+  const QString renewed = QString::number(Number(first(), "RecordID"));
+  EXPECT_EQ(garage.Run("results %1 --take-out %2 --yes", {id, renewed}).code, 0);
+  EXPECT_NE(QString::number(Number(first(), "RecordID")), renewed);
 }
 
 }  // namespace qbx::test

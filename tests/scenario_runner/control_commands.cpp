@@ -56,7 +56,9 @@ QVariant Screenshot(const Arguments& arguments, const Stage& stage) {
   if (file.isEmpty()) return {};
   const QList<QWidget*> windows = VisibleWindows();
   if (windows.isEmpty()) throw ScenarioError(QStringLiteral("No window is open."));
-  QWidget& window = arguments.size() > 1 ? FindWindow(TextAt(arguments, 1)) : *windows.constFirst();
+  QWidget* menu = QApplication::activePopupWidget();
+  QWidget& topmost = menu != nullptr ? *menu : *windows.constFirst();
+  QWidget& window = arguments.size() > 1 ? FindWindow(TextAt(arguments, 1)) : topmost;
   Settle();
   if (!window.grab().save(file)) throw ScenarioError(QStringLiteral("%1 cannot be written.").arg(file));
   return {};

@@ -156,9 +156,13 @@
   });
   host.handle("menu", entries => {
     const found = menus.shift();
-    if (found === undefined) failAndLeave("Nobody chooses from the menu " + show(entries) + ".");
-    else if (entries.indexOf(found.entry) < 0) failAndLeave("The menu has no \"" + found.entry + "\" but " + show(entries) + ".");
-    else return found.entry;
+    if (found === undefined) {
+      failAndLeave("Nobody chooses from the menu " + show(entries) + ".");
+      return null;
+    }
+    const entry = typeof found.entry === "function" ? found.entry(entries) : found.entry;
+    if (entry === null || entry === undefined || entries.indexOf(entry) >= 0) return entry;
+    failAndLeave("The menu has no \"" + entry + "\" but " + show(entries) + ".");
     return null;
   });
   host.handle("file", caption => {
@@ -224,7 +228,7 @@
     "rowCount", "columns", "hiddenColumns", "firstVisibleRow", "currentRow", "currentColumn", "sort", "shortcut", "size", "kind", "mnemonic"];
   const asked = ["cell", "cellColours", "row", "tabEnabled", "columnWidth", "visibleTexts"];
   const actions = ["click", "doubleClick", "rightClick", "type", "setText", "choose", "toggle", "tick", "untick", "press", "focus", "selectTab",
-    "clickCell", "doubleClickCell", "rightClickCell", "clickHeading", "selectRows", "scrollToRow", "resizeColumn", "moveColumn", "trigger", "close", "resize"];
+    "clickCell", "doubleClickCell", "rightClickCell", "clickHeading", "rightClickHeading", "selectRows", "scrollToRow", "resizeColumn", "moveColumn", "trigger", "close", "resize"];
 
   class Control {
     constructor(name) { this.name = name; }

@@ -78,7 +78,7 @@ void SelectRows(QAbstractItemView& view, const QString& name, const QVariantList
   }
 }
 
-void ClickHeading(QAbstractItemView& view, const QString& name, const QVariant& column) {
+void ClickHeading(QAbstractItemView& view, const QString& name, const QVariant& column, Qt::MouseButton button) {
   QHeaderView* header = HeaderOf(view);
   if (header == nullptr || !header->isVisible()) throw ScenarioError(QStringLiteral("%1 has no headings.").arg(name));
   const int section = ColumnOf(view, column);
@@ -91,7 +91,7 @@ void ClickHeading(QAbstractItemView& view, const QString& name, const QVariant& 
   }
   const QPoint place(header->sectionViewportPosition(section) + header->sectionSize(section) / 2,
                      header->viewport()->height() / 2);
-  ClickAt(*header->viewport(), place, name);
+  ClickAt(*header->viewport(), place, name, {.button = button});
 }
 
 bool UseCells(QAbstractItemView& view, const QString& name, const QString& action, const Arguments& arguments) {
@@ -124,7 +124,9 @@ bool UseItems(QAbstractItemView& view, const QString& name, const QString& actio
   } else if (action == QLatin1String("selectRows")) {
     SelectRows(view, name, ListAt(arguments, 0));
   } else if (action == QLatin1String("clickHeading")) {
-    ClickHeading(view, name, arguments.value(0));
+    ClickHeading(view, name, arguments.value(0), Qt::LeftButton);
+  } else if (action == QLatin1String("rightClickHeading")) {
+    ClickHeading(view, name, arguments.value(0), Qt::RightButton);
   } else if (action == QLatin1String("doubleClick")) {
     if (arguments.isEmpty()) return false;
     ClickItem(view, ItemOf(view, arguments.value(0)), name, {.twice = true});

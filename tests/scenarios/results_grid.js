@@ -52,10 +52,6 @@ check("typing finds in the sorted column", () => {
   grid.type("mo");
   assertEqual(grid.currentRow, wanted);
   press("Escape");
-  answerInput("zz", "Lastname begins with:");
-  answer("No Lastname begins with \"zz\".");
-  grid.press("Ctrl+F");
-  assertEqual(grid.currentRow, wanted, "what is not found leaves the row");
 });
 
 check("a cell with several lines is shown on one and copied as it is", () => {
@@ -147,7 +143,9 @@ check("more than 500 rows are selected only after a question", () => {
   grid.press("Ctrl+A");
   assertEqual(grid.selectedRows.length, count);
   execute("DELETE FROM [Campaign Results] WHERE RecordID NOT IN (SELECT RecordID FROM [Campaign Results] ORDER BY RecordID LIMIT 500)");
-  grid.clickCell(0, "Send SMS").press("Ctrl+A");
+  control("cmbSendBy2").choose(0);
+  control("cmdSetSendMethods").click();
+  grid.press("Ctrl+A");
   assertEqual(grid.selectedRows.length, 500, "500 rows need no question");
 });
 

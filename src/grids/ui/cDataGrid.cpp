@@ -64,6 +64,24 @@ void cDataGrid::sFilter(const QString& filter) {
   });
 }
 
+void cDataGrid::ShowOnly(std::function<bool(const StoredRow& row)> test) {
+  core_.Guarded("ShowOnly", [this, &test] {
+    shownOnly_ = std::move(test);
+    if (core_.records == nullptr || !core_.view) return;
+    const RedrawOff redraw(core_.view);
+    keys_.StopFinding();
+    const std::vector<Value> current = place_.KeyOf(place_.CurrentRow());
+    const int column = core_.view->currentIndex().column();
+    ApplyFilter();
+    core_.model.RowsChanged();
+    const qint64 row = current.empty() ? 0 : place_.RowOfKey(current, 0);
+    place_.SetCurrent(std::max<qint64>(row, 0), place_.VisibleColumn(column));
+    place_.SetFirstVisibleRow(0);
+    if (row > 0) place_.MoveTo(row);
+    look_.ShowPanel();
+  });
+}
+
 void cDataGrid::DataSource(Recordset* records) {
   if (records != nullptr)
     ConnectRecordset(*records);
@@ -78,6 +96,7 @@ void cDataGrid::ConnectRecordset(Recordset& records) {
     const RedrawOff redraw(core_.view);
     keys_.StopFinding();
     core_.records = records.IsOpen() ? &records : nullptr;
+    shownOnly_ = {};
     QStringList fields;
     for (const Column& column : records.Columns())
       fields += column.name;
@@ -169,7 +188,11 @@ void cDataGrid::ApplyFilter() {
   std::optional<GridFilter> filter;
   if (!filter_.isEmpty()) filter = ParseGridFilter(filter_, *core_.records);
   core_.model.SetFilteredColumns(filter ? QSet<int>(filter->columns.begin(), filter->columns.end()) : QSet<int>());
-  core_.records->Filter(filter ? std::move(filter->test) : std::function<bool(const StoredRow&)>());
+  const auto inWords = filter ? std::move(filter->test) : std::function<bool(const StoredRow&)>();
+  if (inWords && shownOnly_)
+    core_.records->Filter([inWords, test = shownOnly_](const StoredRow& row) { return inWords(row) && test(row); });
+  else
+    core_.records->Filter(inWords ? inWords : shownOnly_);
 }
 
 void cDataGrid::ApplySort() {

@@ -43,7 +43,8 @@ struct GridShownColumn {
 ///
 /// Keys: arrows, Page Up/Down, Home/End (with Ctrl: first/last row); letters find in the sorted column (in the current
 /// one while unsorted), Backspace shortens; Space is a click on the current cell; Ctrl+C copies, Ctrl+A and
-/// Ctrl+Shift+A select all and none, Ctrl+F asks what to find, Ctrl+Delete and Ctrl+Insert; Tab leaves the grid.
+/// Ctrl+Shift+A select all and none, Ctrl+Delete and Ctrl+Insert; Tab leaves the grid. Actions of the view stand at the
+/// top of the menu.
 class cDataGrid {
  public:
   /// All must outlive this.
@@ -105,6 +106,9 @@ class cDataGrid {
   /// A condition that cannot be read shows all. The headings of its columns are marked.
   [[nodiscard]] QString sFilter() const { return filter_; }
   void sFilter(const QString& filter);
+  /// Shows, of the rows that `sFilter` leaves, only those that pass a test; none: all. It ends when other rows are connected. The current row stays
+  /// current when it is still shown.
+  void ShowOnly(std::function<bool(const StoredRow& row)> test);
   /// Name of the column (or, separated by ",", columns) that identifies a row.
   [[nodiscard]] QString sLineIDColumn() const { return place_.sLineIDColumn(); }
   void sLineIDColumn(const QString& field) { SetLineID(field); }
@@ -128,6 +132,8 @@ class cDataGrid {
   [[nodiscard]] QString CurrentField() const { return place_.CurrentField(); }
   [[nodiscard]] qint64 RowCount() const { return core_.RowCount(); }
   [[nodiscard]] qint64 SelectedCount() const { return place_.SelectedCount(); }
+  /// Values of the (first) line ID column of the selected rows, or of the current one, in the order shown.
+  [[nodiscard]] std::vector<qint64> SelectedIDs() const { return place_.SelectedIDs(); }
   [[nodiscard]] qint64 FirstVisibleRow() const { return place_.FirstVisibleRow(); }
   /// What a cell shows; flags are "Yes" and "No".
   [[nodiscard]] QString CellText(qint64 row, const QString& field) const { return place_.CellText(row, field); }
@@ -153,9 +159,11 @@ class cDataGrid {
   void FormatColumns(const QString& highlightedColumns = {}) { look_.FormatColumns(highlightedColumns); }
   /// Another heading than the field's name.
   void SetCaption(const QString& field, const QString& caption) { look_.SetCaption(field, caption); }
+  /// Hides columns, or shows them. From then on they are the window's to show and hide, and not offered to the user; of the others the user
+  /// chooses in the menu of the heading, or of the grid.
   void HideColumns(const QStringList& fields, bool hide = true) { look_.HideColumns(fields, hide); }
   /// The fields whose columns are not shown, in lower case.
-  [[nodiscard]] const QSet<QString>& HiddenFields() const { return look_.HiddenFields(); }
+  [[nodiscard]] QSet<QString> HiddenFields() const { return look_.HiddenFields(); }
   /// The columns that are not hidden, in the order shown.
   [[nodiscard]] std::vector<GridShownColumn> ShownColumns() const;
   /// Locked columns cannot be edited.
@@ -164,13 +172,16 @@ class cDataGrid {
   /// \param registry  must outlive this
   /// \param window    name of the owner window ("frmMain")
   void KeepLayout(RegistryValues& registry, const QString& window) { look_.KeepLayout(registry, window); }
-  /// Stores places and widths of the columns that the user changed, when `KeepLayout` was called and columns are shown; for the window's end.
-  /// Which columns are shown is the window's to say each time: kept by position, it would hide others once the host's
-  /// columns come in another order.
+  /// Stores place, width and visibility of the columns that the user changed, when `KeepLayout` was called and columns are shown; for the
+  /// window's end. They are kept by their names, so that other columns of the host hide no other one.
   void SaveLayout() { look_.SaveLayout(); }
   /// Columns drawn as ticks and offered for a click (a hand is shown over them); columns that hold truth values are
   /// drawn as ticks in any case.
   void FlagColumns(const QStringList& fields) { look_.FlagColumns(fields); }
+  /// Tells why the flag of a cell means nothing, empty: it does. The cell is greyed then, and has the reason as its tip.
+  void SetFlagReasons(std::function<QString(qint64 row, const QString& field)> reasonOf) {
+    look_.SetFlagReasons(std::move(reasonOf));
+  }
   /// Shows a button at the right of the current cell of a column, see `OnEditButton`.
   void AddEditButton(const QString& field) { look_.AddEditButton(field); }
   /// A named cell style, in "Tahoma" of the row font's size at first; the one of that name when it exists.
@@ -183,6 +194,9 @@ class cDataGrid {
   /// Makes the first row current whose field equals a value (text without regard to case).
   /// \return false when there is none; the current row stays
   bool FindLine(const QString& field, const Value& value) { return place_.FindLine(field, value); }
+  using Search = GridPlace::Search;
+  /// Goes to the next cell of the shown columns that holds a text, without regard to case, once round all rows. \return false when there is none
+  bool FindText(const QString& text, Search search) { return place_.FindText(text, search); }
   /// Makes a row current and scrolls it into view.
   void MoveTo(qint64 row) { place_.MoveTo(row); }
   void SetFirstVisibleRow(qint64 row) { place_.SetFirstVisibleRow(row); }
@@ -222,6 +236,8 @@ class cDataGrid {
   void OnEditButton(std::function<void(const QString& field, qint64 recordId)> callback) {
     keys_.OnEditButton(std::move(callback));
   }
+  /// Ctrl+F and "Find..." in the menu, which has it only then.
+  void OnFind(std::function<void()> callback) { keys_.OnFind(std::move(callback)); }
   /// Another row or column became current.
   void OnRowColChange(std::function<void()> callback) { keys_.OnRowColChange(std::move(callback)); }
 
@@ -238,6 +254,7 @@ class cDataGrid {
   std::unique_ptr<GridEvents> events_;
   Recordset ownRecords_;
   QString filter_;
+  std::function<bool(const StoredRow&)> shownOnly_;
   QStringList shownFields_;
 };
 

@@ -11,6 +11,7 @@
 namespace qbx {
 namespace {
 constexpr int kTextMargin = 3;
+constexpr float kGreyed = 0.3F;
 }  // namespace
 
 void GridDelegate::SetWrap(bool wraps, bool all, const QString& field) {
@@ -87,10 +88,12 @@ bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
   return true;
 }
 
-/// A tick for yes, in a thin box where a click changes it; so an empty box can be seen to be clickable.
+/// A tick for yes, in a thin box where a click changes it; so an empty box can be seen to be clickable. What means nothing is pale.
 void GridDelegate::PaintTick(QPainter& painter, const QStyleOptionViewItem& option, bool ticked) const {
   const bool selected = (option.state & QStyle::State_Selected) != 0;
-  const QColor ink = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+  const bool greyed = !model_.FlagReason(option.index).isEmpty();
+  QColor ink = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+  if (greyed) ink.setAlphaF(kGreyed);
   const double size = std::min(option.rect.height() - 4.0, option.fontMetrics.height() * 0.85);
   QRectF box(0, 0, std::floor(size), std::floor(size));
   box.moveCenter(QRectF(option.rect).center());
@@ -102,7 +105,7 @@ void GridDelegate::PaintTick(QPainter& painter, const QStyleOptionViewItem& opti
     const QColor background = selected ? option.palette.color(QPalette::Highlight)
                               : option.backgroundBrush.style() == Qt::NoBrush ? option.palette.color(QPalette::Base)
                                                                               : option.backgroundBrush.color();
-    painter.setPen(QPen(Readable(background, ink, {background}, kMarkContrast), 1));
+    painter.setPen(QPen(greyed ? ink : Readable(background, ink, {background}, kMarkContrast), 1));
     painter.drawRoundedRect(box, 2, 2);
   }
   if (ticked) {

@@ -6,6 +6,7 @@
 
 #include "grids/grid_find.h"
 #include "grids/grid_sort.h"
+#include "grids/ui/column_menu.h"
 
 namespace qbx {
 
@@ -29,6 +30,9 @@ void GridKeys::Attach(QObject& context) {
   QObject::connect(&view, &QTableView::clicked, &context, [this](const QModelIndex& index) {
     if (clickModifiers_ == Qt::NoModifier && !secondClick_) ClickCell(index, ClickedBy::kMouse);
   });
+  header->setContextMenuPolicy(Qt::CustomContextMenu);
+  QObject::connect(header, &QWidget::customContextMenuRequested, &context,
+                   [this](const QPoint& at) { ColumnsMenu(at); });
   QObject::connect(&view, &QWidget::customContextMenuRequested, &context, [this](const QPoint& at) { Menu(at); });
   QObject::connect(
       view.selectionModel(), &QItemSelectionModel::currentChanged, &context,
@@ -79,7 +83,7 @@ bool GridKeys::Shortcut(const QKeyEvent& event) {
       place_.Copy();
       return true;
     case Qt::Key_F:
-      AskFind();
+      if (onFind_) onFind_();
       return true;
     case Qt::Key_Delete:
     case Qt::Key_Insert:
@@ -125,20 +129,6 @@ void GridKeys::Find(const QString& start) {
   const qint64 row = format == nullptr ? -1 : FindStart(*core_.records, column, *format, start);
   place_.MoveTo(row);
   finder_->Show(row >= 0);
-}
-
-void GridKeys::AskFind() {
-  if (core_.RowCount() == 0) return;
-  const int column = core_.SortedColumn() >= 0 ? core_.SortedColumn() : core_.view->currentIndex().column();
-  const GridColumn* format = core_.model.ColumnAt(column);
-  if (format == nullptr) return;
-  const QString text = core_.diagnostics.ui.InputBox(
-      {QStringLiteral("%1 begins with:").arg(format->heading), QStringLiteral("Find"), QString()});
-  if (text.isEmpty()) return;
-  const qint64 row = FindStart(*core_.records, column, *format, text);
-  if (row < 0)
-    core_.Say(QStringLiteral("No %1 begins with \"%2\".").arg(format->heading, text), MessageIcon::kInformation);
-  place_.MoveTo(row);
 }
 
 void GridKeys::MouseDown(const QMouseEvent& event) {
@@ -210,6 +200,8 @@ void GridKeys::Menu(const QPoint& position) {
   // Its entries let events run, so a menu that goes when it closes would go under their feet. It stays until the next one.
   delete menu_;
   menu_ = new QMenu(core_.view);
+  menu_->setObjectName(QStringLiteral("mnuGrid"));
+  menu_->setToolTipsVisible(true);
   QMenu* const menu = menu_;
   const auto add = [menu](const QString& text, const QKeySequence& keys, bool enabled, std::function<void()> action) {
     QAction* entry = menu->addAction(text);
@@ -218,6 +210,9 @@ void GridKeys::Menu(const QPoint& position) {
     entry->setEnabled(enabled);
     QObject::connect(entry, &QAction::triggered, entry, std::move(action));
   };
+  if (core_.owner != nullptr) core_.owner->Grid_MenuOpens();
+  menu->addActions(core_.view->actions());
+  menu->addSeparator();
   const bool any = core_.RowCount() > 0;
   const int column = core_.view->currentIndex().column();
   add(QStringLiteral("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), any, [this] { place_.Copy(); });
@@ -230,13 +225,22 @@ void GridKeys::Menu(const QPoint& position) {
     add(QStringLiteral("&Delete row"), QKeySequence(Qt::CTRL | Qt::Key_Delete), any, [this] { rows_.DeleteByUser(); });
     menu->addSeparator();
   }
-  add(QStringLiteral("&Find..."), QKeySequence(Qt::CTRL | Qt::Key_F), any, [this] { AskFind(); });
+  if (onFind_) add(QStringLiteral("&Find..."), QKeySequence(Qt::CTRL | Qt::Key_F), any, [this] { onFind_(); });
   if (const GridColumn* sorted = core_.model.ColumnAt(column); colSorting_ && sorted != nullptr) {
     QString heading = sorted->heading;
     add(QStringLiteral("&Sort by %1").arg(heading.replace(u'&', QLatin1String("&&"))), {}, any,
         [this, column] { HeadClick(column); });
   }
+  add(QStringLiteral("Colu&mns..."), {}, core_.model.columnCount() > 0, [this] { ColumnsMenu({}); });
   menu->popup(core_.view->viewport()->mapToGlobal(position));
+}
+
+/// \param position  in the heading
+void GridKeys::ColumnsMenu(const QPoint& position) {
+  if (core_.model.columnCount() == 0) return;
+  auto* menu = new ColumnMenu(look_, place_, *core_.view);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->popup(core_.view->horizontalHeader()->mapToGlobal(position));
 }
 
 void GridKeys::HeadClick(int column) {

@@ -46,6 +46,7 @@ class GridKeys {
   void StopFinding();
   void OnCellClick(std::function<void(const QString& field, qint64 recordId)> callback);
   void OnEditButton(std::function<void(const QString& field, qint64 recordId)> callback);
+  void OnFind(std::function<void()> callback) { onFind_ = std::move(callback); }
   void OnRowColChange(std::function<void()> callback) { onRowColChange_ = std::move(callback); }
 
   // Called while the click on a flag is answered.
@@ -72,10 +73,10 @@ class GridKeys {
   bool Shortcut(const QKeyEvent& event);
   bool FindTyped(const QKeyEvent& event);
   void Find(const QString& start);
-  void AskFind();
   enum class ClickedBy { kMouse, kKey };
   void ClickCell(const QModelIndex& index, ClickedBy by);
   void Menu(const QPoint& position);
+  void ColumnsMenu(const QPoint& position);
 
   GridCore& core_;
   GridPlace& place_;
@@ -94,6 +95,7 @@ class GridKeys {
   int controlKey_ = 0;                 // Delete or Insert went down with Ctrl
   std::function<void(const QString&, qint64)> onCellClick_;
   std::function<void(const QString&, qint64)> onEditButton_;
+  std::function<void()> onFind_;
   std::function<void()> onRowColChange_;
 };
 

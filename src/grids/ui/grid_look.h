@@ -7,10 +7,12 @@
 #include <QStringList>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "grids/ui/empty_grid_panel.h"
 #include "grids/ui/grid_core.h"
 #include "grids/ui/grid_delegate.h"
+#include "grids/ui/grid_position.h"
 #include "grids/ui/grid_style.h"
 
 namespace qbx {
@@ -54,11 +56,25 @@ class GridLook {
   void FormatColumns(const QString& highlightedColumns);
   void SetCaption(const QString& field, const QString& caption) { core_.model.SetCaption(field, caption); }
   void HideColumns(const QStringList& fields, bool hide);
-  [[nodiscard]] const QSet<QString>& HiddenFields() const { return hidden_; }
+  [[nodiscard]] QSet<QString> HiddenFields() const { return hiddenByWindow_ + hiddenByUser_; }
   void LockColumns(const QStringList& fields, bool lock);
   void FlagColumns(const QStringList& fields) { core_.model.SetFlags(fields); }
+  void SetFlagReasons(std::function<QString(qint64 row, const QString& field)> reasonOf);
   void AddEditButton(const QString& field);
   [[nodiscard]] bool HasEditButton(int column) const { return delegate_.HasEditButton(column); }
+  /// A column that the user may show and hide.
+  struct Choice {
+    int column = 0;
+    QString heading;
+    bool shown = true;
+    bool last = false;  ///< the only one that is shown, and stays so
+  };
+  /// In the order shown, hidden ones at their places.
+  [[nodiscard]] std::vector<Choice> Choices() const;
+  /// What the user chose; the last column that is shown stays.
+  void ShowColumn(int column, bool show);
+  /// Fits all columns to their headings and to the rows in view, also those that the user changed.
+  void FitAllColumns();
   void KeepLayout(RegistryValues& registry, const QString& window);
   void SaveLayout();
 
@@ -74,6 +90,9 @@ class GridLook {
  private:
   void ApplyRowHeight();
   void ColumnChanged(int column);
+  [[nodiscard]] QString FieldOf(int column) const;
+  [[nodiscard]] KeptColumns Kept() const;
+  void FitColumn(int column, qint64 firstRow);
 
   GridCore& core_;
   GridDelegate delegate_;
@@ -85,7 +104,9 @@ class GridLook {
   bool colResizing_ = true;
   bool hideNoRecords_ = false;
   int customBackColor_ = -1;
-  QSet<QString> hidden_;     // fields in lower case
+  QSet<QString> windowFields_;  // fields in lower case, here and below: those that the window shows or hides
+  QSet<QString> hiddenByWindow_;
+  QSet<QString> hiddenByUser_;
   QSet<int> changedByUser_;  // columns moved or resized, in this session or one before
   bool layingOut_ = false;   // the grid moves and resizes columns itself
   bool fittedToRows_ = false;

@@ -95,6 +95,11 @@ bool GridModel::IsFlag(int column) const {
   return found != nullptr && HasAny(flags_, found->field);
 }
 
+QString GridModel::FlagReason(const QModelIndex& index) const {
+  if (!flagReasonOf_ || !IsFlag(index.column())) return {};
+  return flagReasonOf_(index.row(), ColumnAt(index.column())->field);
+}
+
 void GridModel::SetEditor(Editor editor, std::function<bool()> mayEdit) {
   editor_ = std::move(editor);
   mayEdit_ = std::move(mayEdit);
@@ -198,6 +203,9 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
       const QColor colour = ForegroundOf(index, StyleOf(index.row()));
       return colour.isValid() ? QVariant(QBrush(colour)) : QVariant();
     }
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
+      return FlagReason(index);
     case Qt::FontRole:
       return styleOf_ ? QVariant(StyleOf(index.row()).font) : QVariant();
     default:

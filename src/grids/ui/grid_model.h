@@ -36,6 +36,11 @@ class GridModel final : public QAbstractTableModel {
   void Lock(const QStringList& fields, bool lock);
   [[nodiscard]] bool IsTick(int column) const;
   [[nodiscard]] bool IsFlag(int column) const;
+  void SetFlagReasons(std::function<QString(qint64 row, const QString& field)> reasonOf) {
+    flagReasonOf_ = std::move(reasonOf);
+  }
+  /// Why a flag means nothing; empty when it does, and for what is no flag.
+  [[nodiscard]] QString FlagReason(const QModelIndex& index) const;
   /// \param mayEdit  asked for every cell that somebody wants to edit
   void SetEditor(Editor editor, std::function<bool()> mayEdit);
 
@@ -71,6 +76,7 @@ class GridModel final : public QAbstractTableModel {
   QHash<QString, QString> captions_;  // fields in lower case, here and below
   QSet<QString> flags_;
   QSet<QString> locked_;
+  std::function<QString(qint64, const QString&)> flagReasonOf_;
   Editor editor_;
   std::function<bool()> mayEdit_;
   GridStyles styles_;

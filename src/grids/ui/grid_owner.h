@@ -17,6 +17,8 @@ class GridOwner {
 
   /// Called with every key that was released over the grid, after the grid's own handling.
   virtual void Grid_KeyUp(int /*key*/, Qt::KeyboardModifiers /*shift*/, QTableView& /*grid*/) {}
+  /// The menu of the grid is about to open. Its first entries are the actions of the view, which may be enabled and named now.
+  virtual void Grid_MenuOpens() {}
   /// Key of the record that the rows belong to; goes into the insert statement. 0: the one of `SetHeaderID`.
   [[nodiscard]] virtual qint64 HeaderID() const { return 0; }
   /// More parameters of the insert statement, as SQL text; empty: none.

@@ -5,6 +5,7 @@
 #include <QtWidgets>
 
 #include "grids/grid_find.h"
+#include "grids/grid_search.h"
 
 namespace qbx {
 
@@ -48,7 +49,6 @@ std::vector<Value> GridPlace::KeyOf(qint64 row) const {
   return key;
 }
 
-/// \param hint  where the row was; tried first
 qint64 GridPlace::RowOfKey(const std::vector<Value>& key, qint64 hint) const {
   if (key.empty()) return hint < core_.RowCount() ? hint : -1;
   if (KeyOf(hint) == key) return hint;
@@ -70,13 +70,29 @@ GridPlace::Kept GridPlace::Remember() const {
     if (row != CurrentRow()) place.visible.push_back({row, KeyOf(row)});
   }
   place.current = {CurrentRow(), KeyOf(CurrentRow())};
-  if (const qint64 selected = SelectedCount(); selected > 1 && selected <= kFewRows) {
+  if (const qint64 selected = SelectedCount(); selected > 1 && selected == core_.RowCount()) {
+    place.all = selected;
+  } else if (selected > 1 && selected <= kKeptSelected) {
     for (const qint64 row : SelectedRows())
       place.selected.push_back({row, KeyOf(row)});
   }
   place.column = core_.view->currentIndex().column();
   place.horizontal = core_.view->horizontalScrollBar()->value();
   return place;
+}
+
+/// Neighbours in one range, since a selection of many ranges is slow.
+QItemSelection GridPlace::SelectionOf(std::vector<qint64> rows) const {
+  std::sort(rows.begin(), rows.end());
+  QItemSelection selection;
+  for (auto first = rows.begin(); first != rows.end();) {
+    auto last = first;
+    while (last + 1 != rows.end() && *(last + 1) == *last + 1)
+      ++last;
+    selection.select(core_.model.index(static_cast<int>(*first), 0), core_.model.index(static_cast<int>(*last), 0));
+    first = last + 1;
+  }
+  return selection;
 }
 
 void GridPlace::Restore(const Kept& place) {
@@ -90,9 +106,8 @@ void GridPlace::Restore(const Kept& place) {
   qint64 current = RowOfKey(place.current.key, place.current.row);
   if (current < 0) current = std::min(place.current.row, core_.RowCount() - 1);
   SetCurrent(current, place.column);
-  QItemSelection selection;
-  for (const qint64 row : RowsOf(place))
-    selection.select(core_.model.index(static_cast<int>(row), 0), core_.model.index(static_cast<int>(row), 0));
+  const QItemSelection selection =
+      place.all > 0 && core_.RowCount() <= place.all ? AllCells() : SelectionOf(RowsOf(place));
   if (!selection.isEmpty())
     core_.view->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   SetFirstVisibleRow(first);
@@ -147,6 +162,13 @@ int GridPlace::VisibleColumn(int column) const {
   return -1;
 }
 
+void GridPlace::LeaveHiddenColumn() {
+  const QModelIndex current = core_.view->currentIndex();
+  if (!current.isValid()) return;
+  core_.view->selectionModel()->setCurrentIndex(current.siblingAtColumn(VisibleColumn(current.column())),
+                                                QItemSelectionModel::NoUpdate);
+}
+
 void GridPlace::MoveTo(qint64 row) {
   if (!core_.view || row < 0 || row >= core_.RowCount()) return;
   SetCurrent(row, VisibleColumn(core_.view->currentIndex().column()));
@@ -161,6 +183,20 @@ bool GridPlace::FindLine(const QString& field, const Value& value) {
     MoveTo(row);
   });
   return row >= 0;
+}
+
+bool GridPlace::FindText(const QString& text, Search search) {
+  FoundCell found;
+  core_.Guarded("FindText", [&] {
+    if (core_.records == nullptr || !core_.view) return;
+    const qint64 from = CurrentRow() + (search == Search::kNext ? 1 : search == Search::kPrevious ? -1 : 0);
+    found = qbx::FindText(*core_.records, core_.model.Columns(), core_.ShownColumns(), text, from,
+                          search == Search::kPrevious);
+    if (found.row < 0) return;
+    SetCurrent(found.row, found.column);
+    core_.view->scrollTo(core_.view->currentIndex());
+  });
+  return found.row >= 0;
 }
 
 void GridPlace::HighlightCell(qint64 row, const QString& field) {

@@ -19,30 +19,34 @@ int WidthOf(QHeaderView& header, int column) {
 }  // namespace
 
 void gridSavePosition(RegistryValues& registry, const QString& window, bool leaveOutVisibility, QTableView& grid,
-                      const QSet<int>& columns) {
+                      const KeptColumns& kept) {
   QHeaderView& header = *grid.horizontalHeader();
   GridLayout layout;
   for (int position = 0; position < header.count(); ++position) {
     const int column = header.logicalIndex(position);
-    if (!columns.contains(column)) continue;
-    GridColumnPlace place{position, column, WidthOf(header, column), std::nullopt};
-    if (!leaveOutVisibility) place.visible = !header.isSectionHidden(column);
+    if (!kept.columns.contains(column)) continue;
+    const QString field = kept.fields.value(column);
+    GridColumnPlace place{position, column, WidthOf(header, column), std::nullopt, field};
+    if (!leaveOutVisibility && !kept.fixed.contains(field.toLower())) place.visible = !header.isSectionHidden(column);
     layout.places.push_back(place);
   }
   SaveGridLayout(registry, GridLayoutKey(window, grid.objectName()), layout, header.count());
 }
 
-int InitGridPosition(RegistryValues& registry, const QString& window, QTableView& grid, QSet<int>& columns) {
+int InitGridPosition(RegistryValues& registry, const QString& window, QTableView& grid, KeptColumns& kept,
+                     QSet<QString>& hidden) {
   QHeaderView& header = *grid.horizontalHeader();
-  const GridLayout layout = LoadGridLayout(registry, GridLayoutKey(window, grid.objectName()), header.count());
+  const GridLayout layout = LoadGridLayout(registry, GridLayoutKey(window, grid.objectName()), kept.fields);
   int position = 0;
   for (const int column : ColumnOrder(layout, header.count()))
     header.moveSection(header.visualIndex(column), position++);
-  columns.clear();
+  kept.columns.clear();
+  hidden.clear();
   for (const GridColumnPlace& place : layout.places) {
-    columns.insert(place.column);
+    kept.columns.insert(place.column);
     if (place.width > 0) header.resizeSection(place.column, place.width);
-    if (place.visible) header.setSectionHidden(place.column, !*place.visible);
+    const QString field = kept.fields.value(place.column).toLower();
+    if (place.visible == false && !kept.fixed.contains(field)) hidden.insert(field);
   }
   return layout.rowHeight;
 }

@@ -65,6 +65,16 @@ QString GridPlace::CopyCellValue() {
   return text;
 }
 
+std::vector<qint64> GridPlace::SelectedIDs() const {
+  std::vector<qint64> rows = core_.view ? SelectedRows() : std::vector<qint64>();
+  if (rows.empty() && CurrentRow() >= 0) rows = {CurrentRow()};
+  const std::vector<int> columns = LineIdColumns();
+  if (columns.empty()) return {};
+  for (qint64& row : rows)
+    row = core_.records->At(row, columns.front()).ToValue().ToInt();
+  return rows;
+}
+
 void GridPlace::CopyRows() {
   if (!core_.view || core_.records == nullptr) return;
   core_.diagnostics.ui.SetBusy(true);

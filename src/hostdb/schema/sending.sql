@@ -26,6 +26,14 @@ BEGIN
   UPDATE Send_Journal SET CampaignID = new.CampaignID WHERE RecordID = new.RecordID;
 END;
 
+-- What can be changed of a results row and be taken back: its flags, when it was processed, and what the send journal holds of it, in one text. Two
+-- states of a row are the same when their texts are.
+CREATE VIEW Campaign_Results_States AS
+SELECT r.RecordID, r.CampaignID,
+  json_array(r.Send_SMS, r.Send_Email, r.Send_Letter, r.Processed, r.Processed_Date,
+    json((SELECT json_group_array(json_array(j.Channel, j.State, j.UserID, j.Changed, j.Reason)) FROM Send_Journal j WHERE j.RecordID = r.RecordID))) AS State
+FROM [Campaign Results] r;
+
 -- Why a message of a results row must not go any more: the customer's answer is stricter now than the one the row was selected with, or only
 -- customers who opted in may be contacted by now. What the user chose on purpose (customers who opted out, "No Marketing", flags set by hand)
 -- stays as it was chosen. 0: nothing against it. 1 the customer is gone (which is a No to everything), 2 opted out, 3 not opted in, 4 No

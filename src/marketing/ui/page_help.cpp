@@ -43,14 +43,22 @@ shows the rows.</p>
 
 constexpr char kResults[] = R"(
 <p>These are the rows that were found. Take out whom you do not want to write to, and tick who gets a text, an e-mail
-or a letter. A row with a tick in Processed is not sent again.</p>
+or a letter. A row with a tick in Processed is not sent again. A pale box means that the number or address is missing;
+its tip says which.</p>
+<p>Select rows with Shift or Ctrl, and a right click ticks, unticks or takes out all of them. <b>Undo</b> takes the last
+change back. <b>Find</b> goes to a text in any column. <b>Show</b> leaves only the rows of one kind in sight: letters,
+messages and send methods still take all rows.</p>
 <p><b>Set Send Methods</b> sets the ticks of all rows by a rule, first for SMS, then e-mail, then letter. A row that a
 rule does not name keeps its tick. Where the options ask for consent, no rule ticks a row without it.</p>
 <h4>Keys</h4>
-<ul><li>Space flips the tick under the cursor. Home and End go to the ends of a row, with Ctrl to the first and last
-row.</li>
-<li>Letters find in the sorted column, Ctrl+F finds in any. A click on a heading sorts.</li>
-<li>Ctrl+Delete takes a row out, Ctrl+C copies, Ctrl+A selects all.</li>
+<ul><li>Space flips the tick under the cursor. Ctrl+T, Ctrl+E and Ctrl+L tick Send SMS, Send Email and Send Letter of
+the selected rows, with Shift they untick.</li>
+<li>Delete takes the selected rows out, Ctrl+Z takes the last change back, Ctrl+Delete takes one row out for good.</li>
+<li>Ctrl+F goes to <b>Find</b>, F3 goes on and Shift+F3 back. Letters typed in the rows find in the sorted column. A
+click on a heading sorts.</li>
+<li>Home and End go to the ends of a row, with Ctrl to the first and last row. Ctrl+C copies, Ctrl+A selects all.</li>
+<li>Shift+F10 opens the menu of the grid; <b>Columns...</b> in it, or a right click on a heading, says which are
+shown. What is shown is what is printed.</li>
 <li>Tab leaves the grid.</li></ul>
 <h4>The rules for SMS</h4>
 %1

@@ -1,8 +1,10 @@
 #include "marketing/ui/results_page.h"
 
+#include "dispatch/tick_reasons.h"
 #include "marketing/ui/campaign_rows.h"
 #include "marketing/ui/page_help.h"
 #include "printing/report_files.h"
+#include "results/row_kinds.h"
 #include "ui_results_page.h"
 #include "wizard/filters_pending.h"
 #include "wizard/step_checks.h"
@@ -25,6 +27,22 @@ void FillRules(QComboBox& combo, const QStringList& rules, const QStringList& ti
   showTip(-1);
 }
 
+/// How many rows get what; what failed or is in doubt only where there is some.
+QString TotalsText(const RowKinds& kinds) {
+  QStringList totals;
+  const auto add = [&](const char* name, RowKind kind, bool always) {
+    if (always || kinds.Count(kind) > 0)
+      totals += QStringLiteral("%1 %2").arg(QLatin1String(name)).arg(kinds.Count(kind));
+  };
+  add("Texts", RowKind::kText, true);
+  add("E-mails", RowKind::kEmail, true);
+  add("Letters", RowKind::kLetter, true);
+  add("Nothing", RowKind::kNothing, true);
+  add("Failed", RowKind::kFailed, false);
+  add("In doubt", RowKind::kInDoubt, false);
+  return totals.join(QStringLiteral("   "));
+}
+
 }  // namespace
 
 ResultsPage::ResultsPage(PageParts parts)
@@ -36,6 +54,8 @@ ResultsPage::ResultsPage(PageParts parts)
   FillRules(*ui_->cmbSendBy0, SmsRules(), SmsRuleTips());
   FillRules(*ui_->cmbSendBy1, EmailRules(), EmailRuleTips());
   FillRules(*ui_->cmbSendBy2, LetterRules(), LetterRuleTips());
+  ui_->cmbShow->addItems(RowKindNames());
+  ui_->fraChange->hide();
   SetUpGrid();
   ConnectResults();
   ConnectControls();
@@ -57,7 +77,10 @@ void ResultsPage::ForgetMethods() {
 }
 
 void ResultsPage::GoToRow(qint64 recordId) {
-  (void)grid_.FindLine(QString::fromLatin1(ResultsView::kRowKey), Value(recordId));
+  const auto find = [&] { return grid_.FindLine(QString::fromLatin1(ResultsView::kRowKey), Value(recordId)); };
+  if (find() || ui_->cmbShow->currentIndex() == 0) return;
+  ui_->cmbShow->setCurrentIndex(0);  // it is not of the kind that is shown
+  (void)find();
 }
 
 QWidget* ResultsPage::FirstControl() {
@@ -71,24 +94,41 @@ void ResultsPage::SetUpGrid() {
   grid_.SetLineID(QString::fromLatin1(ResultsView::kRowKey));
   grid_.AllowDelete(true);
   grid_.KeepLayout(App().registry, QStringLiteral("frmMain"));
-  grid_.OnCellClick([this](const QString& field, qint64 recordId) { Desk().edits.ClickCell(field, recordId); });
+  grid_.OnCellClick([this](const QString& field, qint64 recordId) {
+    Desk().edits.ClickCell(field, recordId);
+    if (!ui_->fraChange->isHidden()) TellChange(Desk().edits.LastChange());  // what Undo takes back now
+    changes_->Update();
+  });
   grid_.OnDeleted([this](qint64) {
     Desk().results.RowDeleted();
-    ShowCount();
+    ShowCounts();
   });
+  grid_.SetFlagReasons([this](qint64 row, const QString& field) {
+    const QString reason = WhyNoFlag(Desk().results.Rows(), row, field);
+    return reason.isEmpty() ? QString() : QStringLiteral("Nothing would be sent: %1").arg(reason);
+  });
+  changes_ = std::make_unique<ResultsChanges>(ResultsChanges::Parts{
+      grid_, Desk().edits, Desk().results, App().ui, [this](const std::function<void()>& command) { Run(command); },
+      [this](const QString& text) { TellChange(text); }});
+  finder_ = std::make_unique<ResultsFinder>(grid_, *ui_->txtFind, *ui_->lblFound, *this);
 }
 
 void ResultsPage::ConnectResults() {
   Desk().results.OnDisplayed([this] { ShowRows(); });
   Desk().results.OnRefresh([this](const std::function<void()>& requery) {
     grid_.Requery(requery);
-    ShowCount();
+    ShowCounts();
   });
 }
 
 void ResultsPage::ConnectControls() {
   connect(ui_->cmdNext2, &QPushButton::clicked, this, [this] { Next(2); });
   connect(ui_->cmdBack2, &QPushButton::clicked, this, [this] { Back(2); });
+  connect(ui_->cmdUndo, &QPushButton::clicked, this, [this] {
+    Run([this] { changes_->Undo(); });
+    ui_->dbgData->setFocus();  // the button may be gone
+  });
+  connect(ui_->cmbShow, &QComboBox::currentIndexChanged, this, [this] { Guarded([this] { ShowKind(); }); });
   connect(ui_->cmdSetSendMethods, &QPushButton::clicked, this, [this] { SetMethods(); });
   connect(ui_->cmdPrintResults, &QPushButton::clicked, this, [this] {
     if (HasRows(QStringLiteral("print"))) PrintRows(*grid_.DataSource(), grid_.HiddenFields());
@@ -132,18 +172,50 @@ void ResultsPage::WindowCloses() {
 }
 
 void ResultsPage::ShowRows() {
-  ShowCount();
+  if (!sameQuery_) {
+    const QSignalBlocker quiet(ui_->cmbShow);
+    ui_->cmbShow->setCurrentIndex(static_cast<int>(RowKind::kAll));
+    ui_->fraChange->hide();
+  }
   ShowCampaignRows(grid_, Desk().results.Rows(), App());
+  if (Desk().results.Rows().IsOpen())
+    ShowKind();
+  else
+    ShowCounts();
 }
 
-void ResultsPage::ShowCount() {
+/// Shows the rows of the chosen kind.
+void ResultsPage::ShowKind() {
+  if (!Desk().results.Rows().IsOpen()) return ShowCounts();
+  const auto kind = static_cast<RowKind>(ui_->cmbShow->currentIndex());
+  grid_.Tag(kind == RowKind::kAll ? QString() : QStringLiteral("MSG:There is no such row."));
+  grid_.ShowOnly(Desk().results.Kinds().Filter(kind, Desk().results.Rows()));
+  ShowCounts();
+}
+
+void ResultsPage::ShowCounts() {
   ui_->lblCount->setText(Desk().results.CountText());
+  const bool open = Desk().results.Rows().IsOpen();
+  ui_->lblTotals->setText(open ? TotalsText(Desk().results.Kinds()) : QString());
+  const bool some = open && ui_->cmbShow->currentIndex() > 0;
+  const QString shown = QStringLiteral("%1 of %2 rows shown; send methods, letters and sending take all %2.")
+                            .arg(grid_.RowCount())
+                            .arg(Desk().results.Rows().StoredCount());
+  ui_->lblShown->setText(some ? shown : QString());
+  ui_->lblShown->setToolTip(ui_->lblShown->text());
+}
+
+void ResultsPage::TellChange(const QString& text) {
+  ui_->lblChange->setText(text);
+  ui_->lblChange->setToolTip(text);
+  ui_->cmdUndo->setVisible(!Desk().edits.LastChange().isEmpty());
+  ui_->fraChange->setVisible(!text.isEmpty());
 }
 
 void ResultsPage::CopyState() {
   ui_->lblFiltersPending->setText(FiltersPendingText(State()));
   if (Desk().results.Rows().IsOpen() && grid_.DataSource() == nullptr) ShowRows();
-  ShowCount();
+  ShowCounts();
 }
 
 void ResultsPage::SetMethods() {
@@ -151,6 +223,7 @@ void ResultsPage::SetMethods() {
     const SendMethods methods{.sms = ui_->cmbSendBy0->currentIndex(),
                               .email = ui_->cmbSendBy1->currentIndex(),
                               .letter = ui_->cmbSendBy2->currentIndex()};
+    const QScopedValueRollback<bool> sameQuery(sameQuery_, true);
     if (Desk().edits.ApplySendMethods(methods)) ForgetMethods();
   });
 }

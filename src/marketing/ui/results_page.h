@@ -7,6 +7,8 @@
 
 #include "exporting/ui/frmSpreadsheet.h"
 #include "grids/ui/cDataGrid.h"
+#include "marketing/ui/results_changes.h"
+#include "marketing/ui/results_finder.h"
 #include "marketing/ui/wizard_page.h"
 
 namespace Ui {
@@ -36,18 +38,24 @@ class ResultsPage : public WizardPage, private GridOwner {
   void PrintRows(const Recordset& rows, const QSet<QString>& hidden);
   void ExportResults();
   void ShowRows();
-  void ShowCount();
+  void ShowCounts();
+  void ShowKind();
+  void TellChange(const QString& text);
   void SetMethods();
   void ForgetMethods();
   [[nodiscard]] bool HasRows(const QString& action);
   // GridOwner
+  void Grid_MenuOpens() override { changes_->Update(); }
   [[nodiscard]] bool EditMode() const override { return true; }
   [[nodiscard]] bool MayDeleteRows() override { return Desk().edits.MayEditShown(); }
 
   std::unique_ptr<Ui::ResultsPage> ui_;
+  std::unique_ptr<ResultsChanges> changes_;  // hears of the selection until the grid is gone
   cDataGrid grid_;
   WindowLayout layout_;
   QPointer<frmSpreadsheet> sheet_;
+  std::unique_ptr<ResultsFinder> finder_;
+  bool sameQuery_ = false;  // rows that are displayed anew come of the query that was shown before
 };
 
 }  // namespace qbx

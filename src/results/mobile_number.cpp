@@ -1,4 +1,4 @@
-#include "dispatch/mobile_number.h"
+#include "results/mobile_number.h"
 
 #include "util/text.h"
 
@@ -31,6 +31,16 @@ std::optional<QString> CleanMobileNumber(const QString& typed) {
   number.removeIf(IsLatinCapital);
   if (number.size() < kShortestCleaned) return std::nullopt;
   return number;
+}
+
+QString PhoneOf(const QString& mobile) {
+  QString number = CleanMobileNumber(mobile).value_or(QString());
+  if (number.startsWith(u'+')) number.replace(0, 1, QStringLiteral("00"));
+  number.removeIf([](QChar c) { return c < u'0' || c > u'9'; });
+  const QLatin1String country("0044");
+  if (!number.startsWith(country)) return number;
+  number.remove(0, country.size());
+  return number.startsWith(u'0') ? number : u'0' + number;
 }
 
 }  // namespace qbx

@@ -18,4 +18,7 @@ inline constexpr int kShortestMobile = 9;
 /// \return nothing when fewer than six characters remain
 [[nodiscard]] std::optional<QString> CleanMobileNumber(const QString& typed);
 
+/// A mobile number by which two rows are the same phone: cleaned as for sending, its digits alone, +44 and 0044 as 0. Empty for none.
+[[nodiscard]] QString PhoneOf(const QString& mobile);
+
 }  // namespace qbx

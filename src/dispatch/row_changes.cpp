@@ -1,0 +1,250 @@
+#include "dispatch/row_changes.h"
+
+#include <QByteArrayList>
+#include <QHash>
+#include <QStringList>
+#include <algorithm>
+#include <array>
+#include <numeric>
+#include <span>
+
+#include "database/procedure.h"
+#include "dispatch/tick_reasons.h"
+#include "results/key_list.h"
+
+namespace qbx {
+
+namespace {
+
+/// Rows of one procedure call: few enough that the texts which go to and fro stay small.
+constexpr std::size_t kBatch = 10'000;
+
+/// What a flag is called, and what is asked about it.
+struct Flag {
+  const char* column;
+  const char* address;
+  const char* refusal;
+  QString (*whyNot)(const QString& address, Refusal refused);
+  const char* caption;
+
+  [[nodiscard]] QString WhyNot(const Recordset& row) const {
+    return whyNot(row.Field(QLatin1String(address)).ToText(),
+                  static_cast<Refusal>(row.Field(QLatin1String(refusal)).ToInt()));
+  }
+};
+
+constexpr std::array kFlags = {Flag{"Send_SMS", "Mobile", "SMS_Refusal", WhyNoText, "Send SMS"},
+                               Flag{"Send_Email", "Email", "Email_Refusal", WhyNoEmail, "Send Email"},
+                               Flag{"Send_Letter", "Address", "Letter_Refusal", WhyNoLetter, "Send Letter"}};
+
+const Flag& FlagOf(Channel channel) {
+  return kFlags[static_cast<std::size_t>(channel) - 1];
+}
+
+QByteArray Bytes(const Recordset& rows, const char* column) {
+  return rows.Field(QString::fromLatin1(column)).ToText().toUtf8();
+}
+
+qint64 Number(const Recordset& rows, const char* column) {
+  return rows.Field(QString::fromLatin1(column)).ToInt();
+}
+
+/// Calls with one batch of the rows after the other.
+template <typename Rows, typename Work>
+void InBatches(const Rows& rows, const Work& work) {
+  for (std::size_t first = 0; first < rows.size(); first += kBatch)
+    work(std::span(rows).subspan(first, std::min(kBatch, rows.size() - first)));
+}
+
+QString Keys(std::span<const qint64> batch) {
+  return KeyList({batch.begin(), batch.end()});
+}
+
+QString JsonList(const QByteArrayList& items) {
+  return QString::fromUtf8('[' + items.join(',') + ']');
+}
+
+QString RowsText(std::size_t rows) {
+  return rows == 1 ? QStringLiteral("1 row") : QStringLiteral("%1 rows").arg(rows);
+}
+
+constexpr char kChangedSince[] = "changed since";
+constexpr char kNotThere[] = "no longer in the results";
+
+}  // namespace
+
+int RowChange::LeftAlone() const {
+  return std::accumulate(leftAlone.begin(), leftAlone.end(), 0,
+                         [](int sum, const auto& reason) { return sum + reason.second; });
+}
+
+QString ChangeText(const RowChange& change, const QString& done) {
+  QString text = RowsText(change.changed.size()) + u' ' + done;
+  if (change.leftAlone.empty()) return text + u'.';
+  QStringList reasons;
+  for (const auto& [reason, rows] : change.leftAlone)
+    reasons += QStringLiteral("%1 %2").arg(rows).arg(reason);
+  return text + QStringLiteral("; %1 left alone: ").arg(change.LeftAlone()) + reasons.join(QStringLiteral(", ")) + u'.';
+}
+
+/// The states of rows, by their keys.
+QHash<qint64, QByteArray> RowChanges::States(int campaignId, const std::vector<qint64>& rows) {
+  QHash<qint64, QByteArray> states;
+  Procedure read(connection_, "proc_selp_Results_Rows");
+  InBatches(rows, [&](std::span<const qint64> batch) {
+    Recordset found = read.Open({{"@CampaignID", campaignId}, {"@RecordIDs", Keys(batch)}});
+    for (; !found.Eof(); found.MoveNext())
+      states.insert(Number(found, "RecordID"), Bytes(found, "State"));
+  });
+  return states;
+}
+
+RowChange RowChanges::Change(int campaignId, const std::vector<qint64>& rows, const Work& work) {
+  RowChange change;
+  std::vector<qint64> keys = rows;
+  std::sort(keys.begin(), keys.end());
+  keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+  // The transaction holds the write lock from its start, so that no run can claim the campaign in between.
+  Transaction transaction(connection_.Driver());
+  change.refusal = guard_.LookAtClaim(campaignId);
+  if (change.refusal) return change;
+  LastChange kept;
+  InBatches(keys, [&](std::span<const qint64> batch) { work(batch, change, kept); });
+  if (!kept.tookOut) KeepAfter(campaignId, kept);
+  transaction.Commit();
+  std::erase_if(change.leftAlone, [](const auto& reason) { return reason.second == 0; });
+  for (const KeptRow& row : kept.rows)
+    change.changed.push_back(row.recordId);
+  // What changed nothing leaves what was done before to be taken back.
+  if (kept.rows.empty()) return change;
+  kept.what = RowsText(kept.rows.size()) + u' ' + kept.what;
+  last_ = std::move(kept);
+  return change;
+}
+
+/// The states that a change left.
+void RowChanges::KeepAfter(int campaignId, LastChange& kept) {
+  std::vector<qint64> keys;
+  for (const KeptRow& row : kept.rows)
+    keys.push_back(row.recordId);
+  const QHash<qint64, QByteArray> states = States(campaignId, keys);
+  for (KeptRow& row : kept.rows)
+    row.after = states.value(row.recordId);
+}
+
+RowChange RowChanges::SetFlag(int campaignId, Channel flag, bool ticked, const std::vector<qint64>& rows) {
+  const Flag& named = FlagOf(flag);
+  Procedure read(connection_, "proc_selp_Results_Rows");
+  Procedure set(connection_, "proc_updp_Results_Flag");
+  return Change(campaignId, rows, [&](std::span<const qint64> batch, RowChange& change, LastChange& kept) {
+    kept.what = QLatin1String(ticked ? "ticked: " : "unticked: ") + QLatin1String(named.caption);
+    std::vector<qint64> due;
+    Recordset found = read.Open({{"@CampaignID", campaignId}, {"@RecordIDs", Keys(batch)}});
+    change.leftAlone[QLatin1String(kNotThere)] +=
+        static_cast<int>(batch.size()) - static_cast<int>(found.RecordCount());
+    for (; !found.Eof(); found.MoveNext()) {
+      if (found.Field(QLatin1String(named.column)).ToBool() == ticked) continue;
+      const QString reason = ticked ? named.WhyNot(found) : QString();
+      if (!reason.isEmpty()) {
+        ++change.leftAlone[reason];
+        continue;
+      }
+      due.push_back(Number(found, "RecordID"));
+      kept.rows.push_back({.recordId = due.back(), .before = Bytes(found, "State")});
+    }
+    if (due.empty()) return;
+    set.Execute({{"@CampaignID", campaignId},
+                 {"@RecordIDs", KeyList(due)},
+                 {"@Column", QString::fromLatin1(named.column)},
+                 {"@Ticked", ticked}});
+  });
+}
+
+RowChange RowChanges::TakeOut(int campaignId, const std::vector<qint64>& rows) {
+  Procedure read(connection_, "proc_selp_Results_Rows_Whole");
+  Procedure takeOut(connection_, "proc_delp_Results_Rows");
+  return Change(campaignId, rows, [&](std::span<const qint64> batch, RowChange& change, LastChange& kept) {
+    kept.what = QStringLiteral("taken out");
+    kept.tookOut = true;
+    Recordset found = read.Open({{"@CampaignID", campaignId}, {"@RecordIDs", Keys(batch)}});
+    change.leftAlone[QLatin1String(kNotThere)] +=
+        static_cast<int>(batch.size()) - static_cast<int>(found.RecordCount());
+    for (; !found.Eof(); found.MoveNext()) {
+      // The rows of a later batch are older than those that are gone by then.
+      kept.newestRow = std::max(kept.newestRow, Number(found, "Newest_Row"));
+      kept.rows.push_back({.recordId = Number(found, "RecordID"), .before = Bytes(found, "Whole")});
+    }
+    takeOut.Execute({{"@CampaignID", campaignId}, {"@RecordIDs", Keys(batch)}});
+  });
+}
+
+bool RowChanges::Keep(int campaignId, qint64 recordId, const QString& what, const std::function<bool()>& change) {
+  LastChange kept{.what = what};
+  std::optional<Transaction> transaction;
+  try {
+    transaction.emplace(connection_.Driver());
+    const QHash<qint64, QByteArray> before = States(campaignId, {recordId});
+    if (before.contains(recordId)) kept.rows.push_back({.recordId = recordId, .before = before.value(recordId)});
+  } catch (const DatabaseError&) {
+    // A lost connection, say, which the change opens again: it matters more than taking it back.
+    transaction.reset();
+    Forget();
+    return change();
+  }
+  if (!change()) return false;
+  KeepAfter(campaignId, kept);
+  transaction->Commit();
+  if (!kept.rows.empty()) last_ = std::move(kept);
+  return true;
+}
+
+RowChange RowChanges::Undo(int campaignId) {
+  RowChange change;
+  Transaction transaction(connection_.Driver());
+  change.refusal = guard_.LookAtClaim(campaignId);
+  if (change.refusal) return change;
+  change.putBack = last_.tookOut;
+  if (last_.tookOut)
+    PutBack(campaignId, change);
+  else
+    TakeBack(campaignId, change);
+  transaction.Commit();
+  const auto left = static_cast<int>(last_.rows.size() - change.changed.size());
+  if (left > 0) change.leftAlone[QLatin1String(kChangedSince)] = left;
+  Forget();
+  return change;
+}
+
+/// Rows that were taken out.
+void RowChanges::PutBack(int campaignId, RowChange& change) {
+  Procedure put(connection_, "proc_addp_Results_Rows_Back");
+  InBatches(last_.rows, [&](std::span<const KeptRow> batch) {
+    QByteArrayList rows;
+    for (const KeptRow& row : batch)
+      rows += row.before;
+    Recordset came =
+        put.Open({{"@CampaignID", campaignId}, {"@NewestRow", last_.newestRow}, {"@Rows", JsonList(rows)}});
+    for (; !came.Eof(); came.MoveNext())
+      change.changed.push_back(Number(came, "RecordID"));
+  });
+}
+
+/// States of rows.
+void RowChanges::TakeBack(int campaignId, RowChange& change) {
+  std::vector<qint64> keys;
+  for (const KeptRow& row : last_.rows)
+    keys.push_back(row.recordId);
+  const QHash<qint64, QByteArray> now = States(campaignId, keys);
+  Procedure put(connection_, "proc_updp_Results_Rows_Back");
+  InBatches(last_.rows, [&](std::span<const KeptRow> batch) {
+    QByteArrayList rows;
+    for (const KeptRow& row : batch) {
+      if (now.value(row.recordId) != row.after) continue;
+      rows += '[' + QByteArray::number(row.recordId) + ',' + row.before + ']';
+      change.changed.push_back(row.recordId);
+    }
+    if (!rows.isEmpty()) put.Execute({{"@CampaignID", campaignId}, {"@Rows", JsonList(rows)}});
+  });
+}
+
+}  // namespace qbx

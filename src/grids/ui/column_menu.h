@@ -1,0 +1,30 @@
+// The menu in which a user shows, hides and fits the columns of a grid.
+
+#pragma once
+
+#include <QMenu>
+
+#include "grids/ui/grid_look.h"
+#include "grids/ui/grid_place.h"
+
+namespace qbx {
+
+/// A tick for each column that is the user's to show. A click or Space on one leaves the menu open for the next; Return closes it.
+class ColumnMenu final : public QMenu {
+ public:
+  ColumnMenu(GridLook& look, GridPlace& place, QWidget& parent);
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void AddColumns();
+  void ShowLast();
+  void Show(int column, bool show);
+
+  GridLook& look_;
+  GridPlace& place_;
+};
+
+}  // namespace qbx

@@ -1,0 +1,15 @@
+-- All of some rows of a campaign, so that they can be put back once they were taken out: Whole is for proc_addp_Results_Rows_Back alone. Newest_Row is the
+-- last key that the campaign has. @RecordIDs: keys separated by commas.
+CREATE PROCEDURE proc_selp_Results_Rows_Whole
+  @CampaignID int,
+  @RecordIDs nvarchar(max)
+AS
+SELECT r.RecordID,
+  json_array(r.RecordID, r.Customer, r.Title, r.Firstname, r.Lastname, r.Address, r.Telephone, r.Contact, r.Mobile, r.Email, r.Cust_Type,
+    r.Enquiry_Source, r.Last_Invoiced, r.Vehicle, r.Make, r.Model, r.Year, r.Last_Mileage, r.Recall_Date, r.Marketing, r.UserID, r.Created_Date,
+    r.Consent_Response, r.Can_Send_SMS, r.Can_Send_Email, r.Can_Send_Letter, json(s.State)) AS Whole,
+  (SELECT max(RecordID) FROM [Campaign Results] WHERE CampaignID = @CampaignID) AS Newest_Row
+FROM json_each('[' || @RecordIDs || ']') k
+CROSS JOIN [Campaign Results] r ON r.RecordID = k.value
+CROSS JOIN Campaign_Results_States s ON s.RecordID = r.RecordID
+WHERE r.CampaignID = @CampaignID;
