@@ -282,7 +282,11 @@ int frmReportView::CountLetters() {
 void frmReportView::Print() {
   parts_.events.LogMarketingEvent(QStringLiteral("Print Letters"));
   if (ShowsDetails()) return PrintView();
-  std::optional<std::vector<Printer>> printers = parts_.printers.List();
+  std::optional<std::vector<Printer>> printers;
+  {
+    const QScopedValueRollback<bool> working(working_, true);  // its Cancel is not that of reading rows
+    printers = parts_.printers.List();
+  }
   if (!printers) return;
   frmSelectPrinter dialog(parts_.printers, std::move(*printers), stPrinter, run_.report.CountsDocuments(), this);
   dialog.iCopies = iCopies;
