@@ -155,9 +155,9 @@ int main(int argc, char** argv) {
     if (withLibrary) library.Measure([&] { WriteWithLibrary(theirs, letters); });
   }
   std::printf("%d letters, median of %d rounds\n", letters, rounds);
-  std::printf("ours          %8.0f ms, %8.0f ms of processor, %.2f KB a letter, peak of memory %ld MB\n",
+  std::printf("ours          %8.0f ms, %8.0f ms of processor, %.2f KB a letter, peak of memory %ld KB\n",
               Median(our.elapsed), Median(our.processor), static_cast<double>(QFileInfo(ours).size()) / 1000 / letters,
-              PeakKilobytes() / 1024);
+              PeakKilobytes());
   if (withLibrary)
     std::printf("library alone %8.0f ms, %8.0f ms of processor; its speed x %.2f elapsed, x %.2f by processor\n",
                 Median(library.elapsed), Median(library.processor), Median(library.elapsed) / Median(our.elapsed),

@@ -32,7 +32,7 @@ SqliteFile OpenPlain(const QString& file, const Clock& clock) {
   RegisterFunctions(database.Handle(), clock);
   ExecuteSql(
       database.Handle(),
-      "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA foreign_keys = ON; PRAGMA cache_size = -16000; "
+      "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA foreign_keys = ON; PRAGMA cache_size = -11000; "
       "PRAGMA temp_store = MEMORY");
   return database;
 }

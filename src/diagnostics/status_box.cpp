@@ -13,6 +13,7 @@ constexpr int kSettleMilliseconds = 160;
 
 void StatusBox::ShowStatus(const QString& text, bool showCancel, int style) {
   visible_ = !text.isEmpty();
+  offersCancel_ = showCancel;
   if (!visible_) {
     ui_.CloseStatusBox();
     ui_.SetBusy(false);

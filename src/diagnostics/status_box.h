@@ -19,12 +19,15 @@ class StatusBox {
   void ShowStatus(const QString& text, bool showCancel = false, int style = 0);
   void Close() { ShowStatus({}); }
   [[nodiscard]] bool Visible() const { return visible_; }
+  /// Whether it is shown with its Cancel button.
+  [[nodiscard]] bool OffersCancel() const { return visible_ && offersCancel_; }
   /// Cancel was pressed since the text was last set.
   [[nodiscard]] bool Cancelled() const { return ui_.StatusCancelled(); }
 
  private:
   UserInterface& ui_;
   bool visible_ = false;
+  bool offersCancel_ = false;
 };
 
 }  // namespace qbx

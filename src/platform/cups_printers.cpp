@@ -9,11 +9,43 @@ namespace qbx {
 namespace {
 
 constexpr char kTray[] = "media-source";
+constexpr int kConnectsWithin = 5'000;      // milliseconds
+constexpr double kAsksWhetherToStop = 0.1;  // seconds
+
+/// A connection to the print service, which is given up when it is told to stop.
+class Service {
+ public:
+  explicit Service(const std::stop_token& stop) : stop_(stop) {
+    http_.reset(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), /*blocking=*/1,
+                             kConnectsWithin, nullptr));
+    if (!http_) Fail();
+    httpSetTimeout(http_.get(), kAsksWhetherToStop, &GoesOn, &stop_);
+  }
+
+  [[nodiscard]] http_t* Http() const { return http_.get(); }
+  /// \throws PrinterError when the service broke off
+  void CheckAlive() const {
+    if (stop_.stop_requested() || httpError(http_.get()) != 0) Fail();
+  }
+
+ private:
+  [[noreturn]] static void Fail() {
+    throw PrinterError{QStringLiteral("The print service of this computer does not answer.")};
+  }
+  static int GoesOn(http_t*, void* stop) { return static_cast<std::stop_token*>(stop)->stop_requested() ? 0 : 1; }
+
+  std::stop_token stop_;
+  std::unique_ptr<http_t, decltype(&httpClose)> http_{nullptr, &httpClose};
+};
 
 /// The destinations of the print service, freed at the end.
 class Destinations {
  public:
-  Destinations() { count_ = cupsGetDests2(CUPS_HTTP_DEFAULT, &list_); }
+  /// \throws PrinterError
+  explicit Destinations(const Service& service) {
+    count_ = cupsGetDests2(service.Http(), &list_);
+    if (count_ == 0) service.CheckAlive();
+  }
   ~Destinations() { cupsFreeDests(count_, list_); }
   Destinations(const Destinations&) = delete;
   Destinations& operator=(const Destinations&) = delete;
@@ -58,9 +90,10 @@ class Options {
 
 }  // namespace
 
-std::vector<Printer> CupsPrinters::List() {
+std::vector<Printer> CupsPrinters::List(const std::stop_token& stop) {
   std::vector<Printer> printers;
-  const Destinations all;
+  const Service service(stop);
+  const Destinations all(service);
   for (const cups_dest_t& printer : all) {
     if (printer.instance != nullptr) continue;  // a set of options for a printer that is in the list already
     const QString info = Option(printer, "printer-info");
@@ -74,26 +107,31 @@ std::vector<Printer> CupsPrinters::List() {
   return printers;
 }
 
-PrinterAbilities CupsPrinters::AbilitiesOf(const QString& deviceId) {
-  Destinations printers;
+PrinterAbilities CupsPrinters::AbilitiesOf(const QString& deviceId, const std::stop_token& stop) {
+  const Service service(stop);
+  Destinations printers(service);
   cups_dest_t* printer = printers.Find(deviceId);
   if (printer == nullptr) return {};
-  const std::unique_ptr<cups_dinfo_t, decltype(&cupsFreeDestInfo)> info(cupsCopyDestInfo(CUPS_HTTP_DEFAULT, printer),
+  const std::unique_ptr<cups_dinfo_t, decltype(&cupsFreeDestInfo)> info(cupsCopyDestInfo(service.Http(), printer),
                                                                         &cupsFreeDestInfo);
-  if (!info) return {};
-  return {.bothSides = cupsCheckDestSupported(CUPS_HTTP_DEFAULT, printer, info.get(), CUPS_SIDES,
+  if (!info) {
+    service.CheckAlive();
+    return {};
+  }
+  return {.bothSides = cupsCheckDestSupported(service.Http(), printer, info.get(), CUPS_SIDES,
                                               CUPS_SIDES_TWO_SIDED_PORTRAIT) != 0,
-          .trays = Texts(cupsFindDestSupported(CUPS_HTTP_DEFAULT, printer, info.get(), kTray))};
+          .trays = Texts(cupsFindDestSupported(service.Http(), printer, info.get(), kTray))};
 }
 
-QString CupsPrinters::Print(const QString& deviceId, const PrintJob& job) {
+void CupsPrinters::Print(const QString& deviceId, const PrintJob& job, const std::stop_token& stop) {
+  const Service service(stop);
   Options options;
   options.Add(CUPS_COPIES, QString::number(job.copies));
   options.Add(CUPS_SIDES, QString::fromLatin1(job.bothSides ? CUPS_SIDES_TWO_SIDED_PORTRAIT : CUPS_SIDES_ONE_SIDED));
   if (!job.tray.isEmpty()) options.Add(kTray, job.tray);
-  const int id = cupsPrintFile2(CUPS_HTTP_DEFAULT, deviceId.toUtf8().constData(), job.file.toUtf8().constData(),
+  const int id = cupsPrintFile2(service.Http(), deviceId.toUtf8().constData(), job.file.toUtf8().constData(),
                                 job.title.toUtf8().constData(), options.Count(), options.List());
-  return id > 0 ? QString() : QString::fromUtf8(cupsLastErrorString());
+  if (id <= 0) throw PrinterError{QString::fromUtf8(cupsLastErrorString())};
 }
 
 }  // namespace qbx

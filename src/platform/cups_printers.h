@@ -9,9 +9,9 @@ namespace qbx {
 /// Asks the print service that CUPS is set up with on this computer.
 class CupsPrinters : public Printers {
  public:
-  [[nodiscard]] std::vector<Printer> List() override;
-  [[nodiscard]] PrinterAbilities AbilitiesOf(const QString& deviceId) override;
-  [[nodiscard]] QString Print(const QString& deviceId, const PrintJob& job) override;
+  [[nodiscard]] std::vector<Printer> List(const std::stop_token& stop) override;
+  [[nodiscard]] PrinterAbilities AbilitiesOf(const QString& deviceId, const std::stop_token& stop) override;
+  void Print(const QString& deviceId, const PrintJob& job, const std::stop_token& stop) override;
 };
 
 }  // namespace qbx

@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <stop_token>
 #include <vector>
 
 namespace qbx {
@@ -30,15 +31,19 @@ struct PrintJob {
   QString tray = {};  ///< empty: the printer's own choice
 };
 
-/// Calls may take as long as the print service does.
+/// Why the print service did not do what it was asked.
+struct PrinterError {
+  QString text;  ///< for the user
+};
+
+/// Calls may take as long as the print service does, come from any thread, and throw PrinterError. One that is told to stop ends soon, with an error.
 class Printers {
  public:
   virtual ~Printers() = default;
-  /// \return none when the print service cannot be reached
-  [[nodiscard]] virtual std::vector<Printer> List() = 0;
-  [[nodiscard]] virtual PrinterAbilities AbilitiesOf(const QString& deviceId) = 0;
-  /// \return what went wrong; empty when the job was taken
-  [[nodiscard]] virtual QString Print(const QString& deviceId, const PrintJob& job) = 0;
+  [[nodiscard]] virtual std::vector<Printer> List(const std::stop_token& stop) = 0;
+  [[nodiscard]] virtual PrinterAbilities AbilitiesOf(const QString& deviceId, const std::stop_token& stop) = 0;
+  /// Returns when the job stands in the printer's queue, which says nothing of paper.
+  virtual void Print(const QString& deviceId, const PrintJob& job, const std::stop_token& stop) = 0;
 };
 
 }  // namespace qbx

@@ -25,7 +25,7 @@ void KeepWhole(TakenOut& taken, ReportPages& pages, const PageRange& range) {
 
 }  // namespace
 
-TakenOut PrintPages(const ReportRun& run, ReportPages& pages, Printers& printers, const PrintChoice& choice,
+TakenOut PrintPages(const ReportRun& run, ReportPages& pages, PrintService& service, const PrintChoice& choice,
                     const std::function<bool()>& goesOn) {
   const QTemporaryDir folder;
   const QString file = folder.filePath(QStringLiteral("report.pdf"));
@@ -38,14 +38,11 @@ TakenOut PrintPages(const ReportRun& run, ReportPages& pages, Printers& printers
                   .wholeSheets = choice.bothSides},
                  Remembering(taken, goesOn)))
     return {};
-  const QString problem = printers.Print(choice.printer.deviceId, {.file = file,
-                                                                   .title = run.caption,
-                                                                   .copies = std::max(1, choice.copies),
-                                                                   .bothSides = choice.bothSides,
-                                                                   .tray = choice.tray});
-  if (!problem.isEmpty())
-    throw ReportError{
-        QStringLiteral("The printer \"%1\" did not take the report: %2").arg(choice.printer.name, problem)};
+  service.Print(choice.printer, {.file = file,
+                                 .title = run.caption,
+                                 .copies = std::max(1, choice.copies),
+                                 .bothSides = choice.bothSides,
+                                 .tray = choice.tray});
   taken.all = choice.range.HoldsAll();
   if (!taken.all) KeepWhole(taken, pages, choice.range);
   return taken;
@@ -57,6 +54,14 @@ TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path
     return {};
   taken.all = true;
   return taken;
+}
+
+std::optional<Printer> DefaultPrinter(PrintService& service, const QString& ofUser) {
+  const std::optional<std::vector<Printer>> printers = service.List();
+  if (!printers) return std::nullopt;
+  const int first = FirstChoice(*printers, ofUser);
+  if (first < 0) throw PlainReportError{{QStringLiteral("No printer is set up on this computer.")}};
+  return (*printers)[static_cast<size_t>(first)];
 }
 
 int FirstChoice(const std::vector<Printer>& printers, const QString& ofUser) {

@@ -4,8 +4,8 @@
 
 #include <QString>
 
-#include "platform/printers.h"
 #include "printing/print_report.h"
+#include "printing/print_service.h"
 #include "reports/report_pages.h"
 
 namespace qbx {
@@ -20,11 +20,11 @@ struct PrintChoice {
   QString tray = {};
 };
 
-/// Puts the chosen pages into a file and hands that to the printer.
+/// Puts the chosen pages into a file and that into the queue of the printer.
 /// \param goesOn  asked between pages; false stops it
-/// \return what was printed; nothing when it was stopped. A document counts when all its pages were printed.
+/// \return what was handed over; nothing when it was stopped. A document counts when all its pages were.
 /// \throws ReportError when a page cannot be made or the printer does not take the file
-[[nodiscard]] TakenOut PrintPages(const ReportRun& run, ReportPages& pages, Printers& printers,
+[[nodiscard]] TakenOut PrintPages(const ReportRun& run, ReportPages& pages, PrintService& service,
                                   const PrintChoice& choice, const std::function<bool()>& goesOn);
 
 /// Writes all pages to a PDF file.
@@ -32,6 +32,11 @@ struct PrintChoice {
 /// \throws ReportError
 [[nodiscard]] TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path,
                                  const std::function<bool()>& goesOn);
+
+/// The printer that is taken without asking.
+/// \return nothing when the user pressed Cancel
+/// \throws PlainReportError when there is none
+[[nodiscard]] std::optional<Printer> DefaultPrinter(PrintService& service, const QString& ofUser);
 
 /// The printer that is chosen at first: that of the user's option when there is such a one, else the system's default, else the first.
 /// \return its place in the list, -1 when the list is empty

@@ -32,6 +32,7 @@ class DefinitionChecks {
     if (report_.source) CheckSource(*report_.source);
     if (std::ranges::count_if(report_.groups, &ReportGroup::restartPages) > 1)
       Fail(0, QStringLiteral("Only one group can count its own pages."));
+    if (std::ranges::any_of(report_.groups, &ReportGroup::drillDown)) CheckDrillDown();
     ForEachSection(report_, [this](const ReportSection& section) { CheckSection(section); });
   }
 
@@ -81,6 +82,15 @@ class DefinitionChecks {
     }
     for (const QString& name : ParametersOf(statement))
       CheckParameter(name, source.line);
+  }
+
+  /// A letter whose text is hidden would count as printed.
+  void CheckDrillDown() const {
+    if (std::ranges::any_of(report_.groups, &ReportGroup::restartPages))
+      Fail(0, QStringLiteral("A report whose group counts its own pages has no drill-down."));
+    for (const ReportGroup& group : report_.groups)
+      if (group.drillDown && !group.header && !group.footer)
+        Fail(0, QStringLiteral("The group \"%1\" hides its rows and shows nothing itself.").arg(group.field));
   }
 
   static QString StatementShape(const ReportSource& source) {
@@ -147,6 +157,8 @@ class DefinitionChecks {
   void CheckSubreport(const SubreportObject& subreport, int line) const {
     const DefinitionChecks checks(*subreport.definition, file_);
     checks.Run();
+    if (std::ranges::any_of(subreport.definition->groups, &ReportGroup::drillDown))
+      Fail(line, QStringLiteral("A subreport has no drill-down."));
     for (const SubreportObject::Link& link : subreport.links)
       checks.CheckParameter(link.parameter, line);
   }

@@ -155,6 +155,7 @@ class DefinitionLoader {
     ReportGroup group{.field = element.Attribute("field"),
                       .newPage = Flag(element, "newPage") || Flag(element, "restartPages"),
                       .restartPages = Flag(element, "restartPages"),
+                      .drillDown = Flag(element, "drillDown"),
                       .header = {},
                       .footer = {}};
     if (const auto header = element.Child("header")) group.header = Section(*header, style);

@@ -29,10 +29,10 @@ void CutTexts(std::vector<PlacedObject>& objects, qreal height) {
 }  // namespace
 
 Pager::Pager(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows,
-             RowsReader reader)
+             RowsReader reader, QStringList group)
     : report_(report),
       parameters_(parameters),
-      bands_(report, std::move(parameters), std::move(rows), std::move(reader)),
+      bands_(report, std::move(parameters), std::move(rows), std::move(reader), std::move(group)),
       holdsBack_(std::ranges::any_of(report.groups, &ReportGroup::restartPages)),
       noTotals_(report) {}
 
@@ -98,6 +98,11 @@ bool Pager::PlaceWhole() {
   if (!empty_ && !findsRoom) return false;
   if (!findsRoom && PlacePart(bottom_ - y_)) return false;
   PutOnPage(std::move(band_->objects), y_);
+  if (!band_->drillDown.isEmpty()) {
+    const ReportPaper& paper = report_.paper;
+    const qreal width = SheetOf(paper).width() - paper.left - paper.right;
+    page_.drillDowns.push_back({QRectF(paper.left, y_, width, band_->height), band_->drillDown});
+  }
   y_ += band_->height;
   empty_ = empty_ && band_->height <= 0;
   const bool goesOn = !band_->breakAfter;

@@ -15,8 +15,9 @@ namespace qbx {
 class Pager {
  public:
   /// \param report  must outlive the pager and its pages
-  Pager(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows,
-        RowsReader reader);
+  /// \param group   as `BandSource` takes it
+  Pager(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows, RowsReader reader,
+        QStringList group = {});
 
   /// \return nothing behind the last page. There is always one page.
   [[nodiscard]] std::optional<ReportPage> Next();

@@ -30,7 +30,7 @@ class Writer {
 
   bool Finish() {
     if (stopped_) return false;
-    if (written_ == 0) throw NoPagesError{{QStringLiteral("There is no such page in the report.")}};
+    if (written_ == 0) throw PlainReportError{{QStringLiteral("There is no such page in the report.")}};
     file_.Finish();
     return true;
   }

@@ -28,7 +28,7 @@ struct PdfChoices {
 /// Lays out what the pager has left and writes it. A report that shows of how many pages it is is laid out whole first; of any other a page is written as
 /// soon as it is laid out.
 /// \return false when it was stopped; the file is then what it was
-/// \throws NoPagesError when no page lies in the range; the file is then what it was, too
+/// \throws PlainReportError when no page lies in the range, or the file cannot be written; the file is then what it was, too
 /// \throws ReportError, DatabaseError
 bool ExportPdf(const Report& report, std::unique_ptr<Pager> pager, const QString& path, const PdfChoices& choices,
                const PageProgress& progress);

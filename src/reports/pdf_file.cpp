@@ -18,8 +18,9 @@ QPageLayout LayoutOf(const ReportPaper& paper) {
 }
 
 /// The system's reasons do not name the file.
-ReportError FileError(const QSaveFile& file) {
-  return {QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(file.fileName()), file.errorString())};
+PlainReportError FileError(const QSaveFile& file) {
+  return {{QStringLiteral("The file cannot be written: %1 (%2)")
+               .arg(QDir::toNativeSeparators(file.fileName()), file.errorString())}};
 }
 
 }  // namespace

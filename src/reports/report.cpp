@@ -108,13 +108,17 @@ bool Report::CountsDocuments() const {
   return std::ranges::any_of(definition_->groups, &ReportGroup::restartPages);
 }
 
+bool Report::OffersDrillDown() const {
+  return std::ranges::any_of(definition_->groups, &ReportGroup::drillDown);
+}
+
 void Report::HideColumns(const QSet<QString>& fields) {
   for (const auto& part : parts_)
     qbx::HideColumns(*part, fields);
   FindObjects();
 }
 
-std::unique_ptr<Pager> Report::LayOut(ReportDatabase& database) const {
+std::unique_ptr<Pager> Report::LayOut(ReportDatabase& database, const QStringList& group) const {
   CheckRoom(*definition_, {});  // the paper may have been turned
   const RowsReader reader = [&database](const ReportSource& source, const ReportDefinition& report,
                                         const ParameterValues& parameters) {
@@ -126,7 +130,7 @@ std::unique_ptr<Pager> Report::LayOut(ReportDatabase& database) const {
   } else if (definition_->source) {
     rows = reader(*definition_->source, *definition_, parameters_);
   }
-  return std::make_unique<Pager>(*definition_, parameters_, std::move(rows), reader);
+  return std::make_unique<Pager>(*definition_, parameters_, std::move(rows), reader, group);
 }
 
 }  // namespace qbx

@@ -62,9 +62,13 @@ class Report {
   /// Takes the columns of these fields out of a list that marks its columns; those right of them move up.
   void HideColumns(const QSet<QString>& fields);
 
+  /// Whether a group hides its details until somebody looks at them.
+  [[nodiscard]] bool OffersDrillDown() const;
+
   /// Reads the rows and begins to lay out; the report must outlive the pager.
+  /// \param group  the group of a `DrillDown`, whose details alone are laid out; empty: the whole report
   /// \throws ReportError, DatabaseError
-  [[nodiscard]] std::unique_ptr<Pager> LayOut(ReportDatabase& database) const;
+  [[nodiscard]] std::unique_ptr<Pager> LayOut(ReportDatabase& database, const QStringList& group = {}) const;
 
   /// The object that a page refers to.
   [[nodiscard]] const std::vector<const ReportObject*>& Objects() const { return objects_; }

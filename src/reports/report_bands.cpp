@@ -1,6 +1,7 @@
 #include "reports/report_bands.h"
 
 #include <algorithm>
+#include <queue>
 #include <utility>
 
 #include "reports/rich_text_slices.h"
@@ -32,14 +33,16 @@ PlacedObject PlaceRichText(const RichTextObject& richText, PlacedObject placed, 
 /// Moves down what stands below objects that grew.
 void MakeRoom(std::vector<PlacedObject>& objects) {
   std::ranges::stable_sort(objects, {}, [](const PlacedObject& placed) { return placed.object->frame.top(); });
-  for (size_t i = 0; i < objects.size(); ++i) {
-    qreal down = 0;
-    for (size_t above = 0; above < i; ++above) {
-      const QRectF designed = objects[above].object->frame;
-      if (designed.bottom() <= objects[i].object->frame.top())
-        down = std::max(down, objects[above].frame.bottom() - designed.bottom());
-    }
-    objects[i].frame.translate(0, down);
+  // The lower edges of what was gone past, as they were designed and how far each moved; the uppermost first.
+  using Edge = std::pair<qreal, qreal>;
+  std::priority_queue<Edge, std::vector<Edge>, std::greater<>> edges;
+  qreal down = 0;
+  for (PlacedObject& placed : objects) {
+    const QRectF& designed = placed.object->frame;
+    for (; !edges.empty() && edges.top().first <= designed.top(); edges.pop())
+      down = std::max(down, edges.top().second);
+    placed.frame.translate(0, down);
+    edges.emplace(designed.bottom(), placed.frame.bottom() - designed.bottom());
   }
 }
 
@@ -62,12 +65,17 @@ ReportBand MakeBand(const ReportSection& section, const ReportValues& values) {
 }
 
 BandSource::BandSource(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows,
-                       RowsReader reader)
+                       RowsReader reader, QStringList group)
     : report_(report),
       parameters_(std::move(parameters)),
       rows_(std::move(rows)),
       reader_(std::move(reader)),
+      group_(std::move(group)),
+      firstShown_(group_.isEmpty() ? 0 : static_cast<size_t>(group_.size()) - 1),
+      hiding_(static_cast<size_t>(group_.size())),
       totals_(report) {
+  while (hiding_ < report_.groups.size() && !report_.groups[hiding_].drillDown)
+    ++hiding_;
   if (rows_) columns_ = std::make_shared<ColumnNames>(rows_->Columns());
 }
 
@@ -125,7 +133,7 @@ void BandSource::Begin() {
   row_ = ReadRow();
   const bool anyRow = row_ != nullptr;
   if (!anyRow) row_ = std::make_shared<ReportRow>();
-  if (report_.reportHeader) Add(*report_.reportHeader, 0);
+  if (report_.reportHeader && group_.isEmpty()) Add(*report_.reportHeader, 0);
   if (!anyRow) return End();
   next_ = ReadRow();
   OpenGroups(0);
@@ -134,18 +142,20 @@ void BandSource::Begin() {
 
 void BandSource::End() {
   ended_ = true;
-  if (report_.reportFooter) Add(*report_.reportFooter, 0);
+  if (report_.reportFooter && group_.isEmpty()) Add(*report_.reportFooter, 0);
 }
 
 BandSource::Row BandSource::ReadRow() {
-  if (!rows_ || !rows_->Next()) return nullptr;
-  auto row = std::make_shared<ReportRow>();
-  row->columns = columns_;
-  const auto count = static_cast<int>(rows_->Columns().size());
-  row->values.reserve(rows_->Columns().size());
-  for (int i = 0; i < count; ++i)
-    row->values.push_back(rows_->At(i));
-  return row;
+  while (rows_ && rows_->Next()) {
+    auto row = std::make_shared<ReportRow>();
+    row->columns = columns_;
+    const auto count = static_cast<int>(rows_->Columns().size());
+    row->values.reserve(rows_->Columns().size());
+    for (int i = 0; i < count; ++i)
+      row->values.push_back(rows_->At(i));
+    if (group_.isEmpty() || GroupsOf(*row, group_.size()) == group_) return row;
+  }
+  return nullptr;
 }
 
 /// The outermost group whose value the next row changes; the number of groups when none.
@@ -159,7 +169,8 @@ size_t BandSource::FirstChangedGroup() const {
 
 void BandSource::CloseGroups(size_t from) {
   for (size_t i = report_.groups.size(); i > from; --i)
-    if (report_.groups[i - 1].footer) Add(*report_.groups[i - 1].footer, i);
+    if (report_.groups[i - 1].footer && Shows(i - 1))
+      Add(*report_.groups[i - 1].footer, i, {.drillDown = DrillDownOf(i - 1)});
 }
 
 void BandSource::OpenGroups(size_t from) {
@@ -169,12 +180,27 @@ void BandSource::OpenGroups(size_t from) {
   static const ReportSection nothing;
   for (size_t i = from; i < report_.groups.size(); ++i) {
     const ReportGroup& group = report_.groups[i];
-    const ReportBand flags{.breakBefore = group.newPage, .beginsGroup = group.restartPages};
+    if (!Shows(i)) continue;
+    const ReportBand flags{
+        .breakBefore = group.newPage, .beginsGroup = group.restartPages, .drillDown = DrillDownOf(i)};
     if (group.header || group.newPage) Add(group.header ? *group.header : nothing, i + 1, flags);
   }
 }
 
+/// The values of the outermost groups.
+QStringList BandSource::GroupsOf(const ReportRow& row, qsizetype count) const {
+  QStringList values;
+  for (qsizetype i = 0; i < count; ++i)
+    values += row.Field(report_.groups[static_cast<size_t>(i)].field).ToText();
+  return values;
+}
+
+QStringList BandSource::DrillDownOf(size_t group) const {
+  return group == hiding_ ? GroupsOf(*row_, static_cast<qsizetype>(group) + 1) : QStringList();
+}
+
 void BandSource::AddDetails() {
+  if (hiding_ < report_.groups.size()) return;
   for (const ReportSection& detail : report_.details)
     Add(detail, 0);
 }
@@ -188,6 +214,7 @@ void BandSource::Add(const ReportSection& section, size_t level, const ReportBan
   ReportBand band = MakeBand(section, {report_, parameters_, *row_, totals_, level});
   band.breakBefore = band.breakBefore || flags.breakBefore;
   band.beginsGroup = flags.beginsGroup;
+  band.drillDown = flags.drillDown;
   band.row = row_;
   band.totals = std::make_shared<ReportTotals>(totals_);
   ready_.push_back(std::move(band));

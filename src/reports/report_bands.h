@@ -26,7 +26,8 @@ struct ReportBand {
   qreal height = 0;
   bool breakBefore = false;
   bool breakAfter = false;
-  bool beginsGroup = false;  ///< a group that counts its pages begins
+  bool beginsGroup = false;    ///< a group that counts its pages begins
+  QStringList drillDown = {};  ///< of a group that hides what is inside it: as `DrillDown` has it
   std::shared_ptr<const ReportRow> row = {};
   std::shared_ptr<const ReportTotals> totals = {};  ///< up to this row
 };
@@ -37,8 +38,9 @@ struct ReportBand {
 /// Steps through the bands of a report, those of its subreports in their places.
 class BandSource {
  public:
+  /// \param group  the group whose details are looked at by themselves, as `DrillDown` has it; empty: the whole report
   BandSource(const ReportDefinition& report, ParameterValues parameters, std::unique_ptr<ReportRows> rows,
-             RowsReader reader);
+             RowsReader reader, QStringList group = {});
   ~BandSource();
 
   /// \return nothing behind the last one
@@ -59,6 +61,9 @@ class BandSource {
   void OpenGroups(size_t from);
   void CloseGroups(size_t from);
   void AddDetails();
+  [[nodiscard]] QStringList GroupsOf(const ReportRow& row, qsizetype count) const;
+  [[nodiscard]] bool Shows(size_t group) const { return group >= firstShown_ && group <= hiding_; }
+  [[nodiscard]] QStringList DrillDownOf(size_t group) const;
   /// \param level  of the totals that the section shows
   void Add(const ReportSection& section, size_t level, const ReportBand& flags = {});
   [[nodiscard]] size_t FirstChangedGroup() const;
@@ -69,6 +74,9 @@ class BandSource {
   ParameterValues parameters_;
   std::unique_ptr<ReportRows> rows_;
   RowsReader reader_;
+  QStringList group_;
+  size_t firstShown_;  // the group that is looked at, or the outermost
+  size_t hiding_;      // the group that hides what is inside it; behind the last when none does
   std::shared_ptr<const ColumnNames> columns_;  // of the rows
   ReportTotals totals_;
   Row row_;   // whose bands are being made; null before the first

@@ -126,7 +126,8 @@ struct ReportGroup {
   QString field;
   bool newPage = false;  ///< each begins on a new page
   bool restartPages =
-      false;  ///< counts its pages from 1, and is what is printed as one: it begins on a sheet of its own
+      false;               ///< counts its pages from 1, and is what is printed as one: it begins on a sheet of its own
+  bool drillDown = false;  ///< hides what is inside it, which is looked at by itself
   std::optional<ReportSection> header;
   std::optional<ReportSection> footer;
 };

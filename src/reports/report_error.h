@@ -16,7 +16,8 @@ struct ReportError {
   [[nodiscard]] QString Description() const;
 };
 
-/// Thrown when there is no page between those that were asked for.
-struct NoPagesError : ReportError {};
+/// Thrown where neither the program nor the definition is at fault: no page between those that were asked for, a file that cannot be written, a printer that
+/// takes nothing. The text says all that there is to say.
+struct PlainReportError : ReportError {};
 
 }  // namespace qbx

@@ -26,12 +26,19 @@ struct PlacedObject {
   std::shared_ptr<QTextDocument> document = {};  ///< of a rich text, while it is at hand
 };
 
+/// A group that hides what is inside it, where it stands on a page.
+struct DrillDown {
+  QRectF area;
+  QStringList group;  ///< the values of the groups around it, the outermost first, and its own
+};
+
 struct ReportPage {
   int number = 0;  ///< 1 the first
   int document =
       1;  ///< what is printed as one: the number of the group that counts its pages, such as a letter; else 1
   QString key = {};  ///< the value of that group, such as the key of the letter
   std::vector<PlacedObject> objects = {};
+  std::vector<DrillDown> drillDowns = {};
 };
 
 /// What of a page does not fit its place, such as an address that is too long for the window of an envelope: the first line of each text.

@@ -13,6 +13,9 @@ QByteArray Packed(const ReportPage& page) {
   out << page.number << page.document << page.key << static_cast<qint32>(page.objects.size());
   for (const PlacedObject& placed : page.objects)
     out << placed.object->id << placed.frame << placed.text << placed.from << placed.to << placed.cut;
+  out << static_cast<qint32>(page.drillDowns.size());
+  for (const DrillDown& drillDown : page.drillDowns)
+    out << drillDown.area << drillDown.group;
   return bytes;
 }
 
@@ -27,6 +30,10 @@ ReportPage Unpacked(const QByteArray& bytes, const std::vector<const ReportObjec
     in >> id >> placed.frame >> placed.text >> placed.from >> placed.to >> placed.cut;
     placed.object = objects[static_cast<size_t>(id)];
   }
+  in >> count;
+  page.drillDowns.resize(static_cast<size_t>(count));
+  for (DrillDown& drillDown : page.drillDowns)
+    in >> drillDown.area >> drillDown.group;
   return page;
 }
 

@@ -3,12 +3,16 @@
 #include "platform/cups_printers.h"
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QThread>
+#include <thread>
 
 #include "platform/safe_file.h"
 #include "support/printing.h"
@@ -84,7 +88,8 @@ TEST(CupsPrinters, ListAndPrint) {
   service.AddQueue(QStringLiteral("office"));
   service.Write("report.pdf", QStringLiteral("%PDF-1.4 a report"));
   CupsPrinters printers;
-  const std::vector<Printer> list = printers.List();
+  const std::stop_token stop;
+  const std::vector<Printer> list = printers.List(stop);
   ASSERT_EQ(list.size(), 1U);
   EXPECT_EQ(list[0].deviceId, QStringLiteral("office"));
   EXPECT_EQ(list[0].name, QStringLiteral("The office"));
@@ -92,15 +97,35 @@ TEST(CupsPrinters, ListAndPrint) {
 
   const PrintJob job{
       .file = service.File("report.pdf"), .title = QStringLiteral("Letters"), .copies = 2, .bothSides = true};
-  EXPECT_NE(printers.Print(QStringLiteral("attic"), job), QString());
-  EXPECT_EQ(printers.Print(QStringLiteral("office"), job), QString());
+  EXPECT_THROW(printers.Print(QStringLiteral("attic"), job, stop), PrinterError);
+  printers.Print(QStringLiteral("office"), job, stop);
   EXPECT_EQ(service.Printed(QStringLiteral("printed.pdf")), QByteArray("%PDF-1.4 a report"));
   const QByteArray options = service.Printed(QStringLiteral("options"));
   EXPECT_TRUE(options.startsWith("2 ") && options.contains("sides=two-sided-long-edge")) << options.constData();
 
+  EXPECT_EQ(QProcess::execute(QStringLiteral("/usr/sbin/lpadmin"), {QStringLiteral("-x"), QStringLiteral("office")}),
+            0);
+  EXPECT_TRUE(printers.List(stop).empty()) << "no printer is no failure";
   service.Stop();
-  EXPECT_TRUE(printers.List().empty());
-  EXPECT_NE(printers.Print(QStringLiteral("office"), job), QString());
+  EXPECT_THROW(static_cast<void>(printers.List(stop)), PrinterError);
+  EXPECT_THROW(printers.Print(QStringLiteral("office"), job, stop), PrinterError);
+}
+
+TEST(CupsPrinters, AServiceThatDoesNotAnswerIsGivenUpWhenTold) {
+  const QTemporaryDir folder;
+  sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+  qstrncpy(address.sun_path, qPrintable(folder.filePath(QStringLiteral("silent"))), sizeof address.sun_path);
+  const int listening = socket(AF_UNIX, SOCK_STREAM, 0);
+  ASSERT_EQ(bind(listening, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  ASSERT_EQ(listen(listening, 1), 0);
+  qputenv("CUPS_SERVER", address.sun_path);
+  std::jthread caller(
+      [](const std::stop_token& stop) { EXPECT_THROW(static_cast<void>(CupsPrinters().List(stop)), PrinterError); });
+  const int caught = accept(listening, nullptr, nullptr);  // it waits for an answer from now on
+  caller.request_stop();
+  caller.join();
+  close(caught);
+  close(listening);
 }
 
 }  // namespace

@@ -221,15 +221,36 @@ TEST_F(PrintReportTest, ALetterCountsWhenAllItsPagesWerePrinted) {
   const ReportRun run{
       .report = report, .database = rows, .caption = {}, .reportName = {}, .printer = {}, .follower = nobody};
   FakePrinters printers;
+  PrintService service(printers, host.diagnostics);
   const auto keys = [&](const PageRange& range) {
     ReportPages pages(report, report.LayOut(rows));
-    const TakenOut taken = PrintPages(run, pages, printers, {.printer = {}, .range = range}, [] { return true; });
+    const TakenOut taken = PrintPages(run, pages, service, {.printer = {}, .range = range}, [] { return true; });
     return taken.all ? QStringList{u"all"_qs} : QStringList(taken.keys.begin(), taken.keys.end());
   };
   EXPECT_THAT(keys({.lastPage = 3}), ElementsAre(u"8"_qs)) << "in the order of the definition";
   EXPECT_THAT(keys({.firstPage = 2, .lastPage = 3}), ElementsAre());
   EXPECT_THAT(keys({.firstDocument = 2}), ElementsAre(u"7"_qs));
   EXPECT_THAT(keys({}), ElementsAre(u"all"_qs));
+}
+
+TEST_F(PrintReportTest, ASilentPrintServiceCanBeCancelled) {
+  FakePrinters printers;
+  printers.silent = true;
+  PrintService service(printers, host.diagnostics);
+  host.ui.OnStatus([&](const StatusView& view) {
+    if (view.showCancel) host.ui.PressCancel();
+  });
+  EXPECT_FALSE(service.List().has_value());
+  EXPECT_FALSE(host.ui.StatusVisible());
+  host.diagnostics.status.ShowStatus(u"Printing the report"_qs, true);
+  try {
+    service.Print(printers.printers[0], {.file = {}, .title = {}});
+    ADD_FAILURE() << "nobody knows whether it is printed";
+  } catch (const PlainReportError& error) {
+    EXPECT_TRUE(error.text.startsWith(u"It is not known whether"_qs)) << error.text.toStdString();
+  }
+  EXPECT_EQ(host.ui.StatusTexts().last(), u"Printing the report..."_qs) << "the box of the printing stays";
+  EXPECT_TRUE(host.ui.StatusVisible());
 }
 
 TEST_F(PrintReportTest, ReadingCanBeCancelled) {

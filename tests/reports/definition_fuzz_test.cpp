@@ -39,8 +39,15 @@ class Damage {
   void Change(QByteArray& bytes) {
     static const QByteArrayList kValues{"0",   "2000",  "-2000",    "400",   "yes",      "x",    "",
                                         "1e9", "@Name", "LetterID", "first", "&#xFDD0;", "&amp;"};
-    static const QByteArrayList kPieces{"<pages/>", "<groupPages/>",        "<br/>", "<!DOCTYPE r>", "&a;",
-                                        "]]>",      "<detail height='3'/>", "\0"};
+    static const QByteArrayList kPieces{"<pages/>",
+                                        "<groupPages/>",
+                                        "<br/>",
+                                        "<!DOCTYPE r>",
+                                        "&a;",
+                                        "]]>",
+                                        "<detail height='3'/>",
+                                        "<group field='LetterID' drillDown='yes'><header height='3'/></group>",
+                                        "\0"};
     const qsizetype line = Place(bytes, '\n');
     const qsizetype value = Place(bytes, '"');
     const QByteArray& other = Any(whole_);

@@ -17,20 +17,19 @@ Value LookUp(FormulaName kind, const QString& name) {
 }
 
 TEST(FormulaTest, Values) {
-  const std::pair<const char16_t*, const char16_t*> table[] = {
-      {u"", u""},
-      {u"\"Dear \" + {Customer}", u"Dear Ann \"A\" + B"},
-      {u"'it''s' + \"\"\"\"", u"it's\""},
-      {u"1 + 2.5 + -0.5", u"3"},
-      {u"1 + 2 + \" days\" + 3 + 4", u"3 days34"},
-      {u"{Age}+{?@Days}", u"34.5"},
-      {u"{Letters.Customer}", u"Ann \"A\" + B"},
-      {u"{ @Period }+{?@Unset}+{Nothing}", u"<@Period>"},
-      {u"\"a\" + Chr(10) + chr ( 8364 )", u"a\n€"},
+  const std::pair<QString, QString> table[] = {
+      {u""_qs, u""_qs},
+      {u"\"Dear \" + {Customer}"_qs, u"Dear Ann \"A\" + B"_qs},
+      {u"'it''s' + \"\"\"\""_qs, u"it's\""_qs},
+      {u"1 + 2.5 + -0.5"_qs, u"3"_qs},
+      {u"1 + 2 + \" days\" + 3 + 4"_qs, u"3 days34"_qs},
+      {u"{Age}+{?@Days}"_qs, u"34.5"_qs},
+      {u"{Letters.Customer}"_qs, u"Ann \"A\" + B"_qs},
+      {u"{ @Period }+{?@Unset}+{Nothing}"_qs, u"<@Period>"_qs},
+      {u"\"a\" + Chr(10) + chr ( 8364 )"_qs, u"a\n€"_qs},
   };
   for (const auto& [text, expected] : table)
-    EXPECT_EQ(Formula::Parse(QString::fromUtf16(text)).Evaluate(&LookUp).ToText(), QString::fromUtf16(expected))
-        << QString::fromUtf16(text).toStdString();
+    EXPECT_EQ(Formula::Parse(text).Evaluate(&LookUp).ToText(), expected) << text.toStdString();
 }
 
 TEST(FormulaTest, WhatIsNone) {

@@ -61,9 +61,10 @@ class TestReport {
 
   /// The texts of each page from the top, as "text" or, with places, "text@y" in whole millimetres.
   /// \param pages  as PaintPage has it
-  QStringList Pages(int pages = 0, bool places = false) {
+  /// \param group  as `DrillDown` has it
+  QStringList Pages(int pages = 0, bool places = false, const QStringList& group = {}) {
     QStringList all;
-    const auto pager = report.LayOut(rows);
+    const auto pager = report.LayOut(rows, group);
     while (auto page = pager->Next()) {
       std::ranges::stable_sort(page->objects, {}, [](const PlacedObject& placed) { return placed.frame.top(); });
       QStringList texts;

@@ -42,6 +42,32 @@ TEST(Paging, GroupsHaveTheirSumsAndTheReportItsOwn) {
                                         u"In York, so far 1|0.3 31/01/26 |0.25 of 1|1236.75 of 3"_qs));
 }
 
+TEST(Paging, AGroupHidesItsDetailsUntilSomebodyLooks) {
+  TestReport test("<table name='Sales'/><reportHeader height='5'>" + Text("all") +
+                  "</reportHeader><group field='Land'><header height='5'>" + Text("<field name='Land'/>") +
+                  "</header></group><group field='City' drillDown='yes'><header height='5'>" +
+                  Text("<field name='City'/>") + "</header><footer height='5'>" + Text("<sum name='N'/>") +
+                  "</footer></group><group field='Make' drillDown='yes'><footer height='5'>" +
+                  Text("<field name='Make'/>") + "</footer></group><detail height='5'>" + Text("<field name='N'/>") +
+                  "</detail>");
+  const auto row = [](const char* land, const char* city, const char* make, int n) {
+    const auto text = [](const char* from) { return Value(QString::fromLatin1(from)); };
+    return std::vector<Value>{text(land), text(city), text(make), Value(n)};
+  };
+  test.rows.tables[u"Sales"_qs] = {
+      {u"Land"_qs, u"City"_qs, u"Make"_qs, u"N"_qs},
+      {row("UK", "Bath", "FORD", 1), row("UK", "Bath", "KIA", 2), row("US", "Bath", "KIA", 4)}};
+  EXPECT_THAT(test.Pages(), ElementsAre(u"all|UK|Bath|3|US|Bath|4"_qs));
+  ReportPages pages(test.report, test.report.LayOut(test.rows));
+  pages.LayOutNext();
+  const std::vector<DrillDown> found = pages.At(1).drillDowns;
+  ASSERT_EQ(found.size(), 4U) << "headers and footers of both";
+  EXPECT_THAT(found[1].group, ElementsAre(u"UK"_qs, u"Bath"_qs));
+  EXPECT_EQ(qRound(found[1].area.top() / kUnitsPerMillimetre), 15);
+  EXPECT_THAT(test.Pages(0, false, found[1].group), ElementsAre(u"Bath|FORD|KIA|3"_qs));
+  EXPECT_THAT(test.Pages(0, false, {u"UK"_qs, u"Bath"_qs, u"KIA"_qs}), ElementsAre(u"2|KIA"_qs));
+}
+
 TEST(Paging, PageNumbersHeadersAndTheEmptyReport) {
   const QByteArray inside = "<table name='T'/><pageHeader pages='first' height='5'>" + Text("first") +
                             "</pageHeader><pageHeader pages='later' height='5'>" + Text("<field name='N'/>...") +

@@ -145,7 +145,9 @@ bool UseMouse(QWidget& widget, const QString& name, const QString& action, const
     return false;
   }
   click.modifiers = ReadModifiers(TextAt(arguments, 0));
-  ClickAt(widget, PointOf(widget), name, click);
+  const auto* area = qobject_cast<QAbstractScrollArea*>(&widget);
+  QWidget& hit = area != nullptr ? *area->viewport() : widget;
+  ClickAt(hit, PointOf(hit), name, click);
   return true;
 }
 

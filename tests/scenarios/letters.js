@@ -102,13 +102,19 @@ check("letters that are printed are marked, the others stay due", () => {
       dialog.control("chkBothSides").tick();
       dialog.control("cmbTray").choose("tray-2");
       dialog.control("txtLastLetter").setText("2");
+      dialog.control("cmdNextLetters").click();
+      assertEqual([dialog.control("txtFirstLetter").text, dialog.control("txtLastLetter").text, dialog.control("cmdNextLetters").enabled], ["3", "4", false]);
+      dialog.control("txtFirstLetter").setText("");
+      dialog.control("txtLastLetter").setText("2");
       screenshot("printer");
       assertEqual(keyboardFaults(), []);
       helps("Next 50");
     });
     assertEqual([sent(), processed()], [2, 2], "written down at once: the program may be killed before the window is closed");
+    assertMatch(window.control("lblQueued").text, "In the queue of the printer \"Workshop\"");
+    screenshot("queued");
     printerFails("out of paper");
-    answer("out of paper");
+    answer("The printer \"Workshop\" did not take the report: out of paper");
     print(window, () => {});
     printerFails("");
   });
@@ -120,6 +126,9 @@ check("letters that are printed are marked, the others stay due", () => {
 check("what is left is saved, and asked about when made again", () => {
   answer("Do you want to generate letters for results which have been processed before as part of this campaign?", "No");
   report(window => {
+    answerFile(programFolder() + "/no folder/letters.pdf");
+    answer("The file cannot be written: ");
+    window.control("cmdExport").click();
     answerFile(programFolder() + "/letters.pdf");
     window.control("cmdExport").click();
   });
@@ -178,4 +187,27 @@ check("a damaged definition is named with its place; Retry reads it again", () =
   control("cmdPrintResults").click();
   onMessage(null);
   assertEqual(asked, 2);
+});
+
+check("a group that hides its details shows them at a double-click; what is in view is printed on the default printer", () => {
+  const path = "Reports/CampaignResults.rpt";
+  writeFile(path, readFile(path).replace(/  <detail height="5">/, '  <group field="CampaignID" drillDown="yes"><header height="160"><text x="0" y="70" width="100" height="5">Campaign <field name="CampaignID"/></text></header></group>\n$&'));
+  const jobs = printJobs().length;
+  report(window => {
+    assertEqual([window.control("cmdDetails").enabled, window.control("cmdBack").visible], [true, false]);
+    screenshot("drill-down");
+    window.control("CRViewer").doubleClick();
+    assertMatch(window.control("lblDetails").text, /^Details of -?\d+$/);
+    screenshot("details");
+    assertEqual(keyboardFaults(), []);
+    answer("Print the report currently in view to the default printer?", "Yes");
+    window.control("cmdPrint").click();
+    assertMatch(window.control("lblQueued").text, "\"Office\"");
+    press("Esc");
+    assertEqual(window.control("lblDetails").visible, false);
+    window.control("cmdDetails").click();
+  });
+  answerMenu(String(sql("SELECT CampaignID FROM [Campaign Results] LIMIT 1")[0].CampaignID));
+  control("cmdPrintResults").click();
+  assertEqual(printJobs().length, jobs + 1);
 });

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QStringList>
+#include <thread>
 
 #include "platform/host_info.h"
 #include "platform/printers.h"
@@ -85,15 +86,22 @@ class FakePrinters final : public Printers {
       {.deviceId = QStringLiteral("workshop"), .name = QStringLiteral("Workshop"), .driver = {}, .port = {}}};
   PrinterAbilities abilities = {.bothSides = true, .trays = {QStringLiteral("tray-1"), QStringLiteral("tray-2")}};
   QString problem;
+  bool silent = false;  ///< answers nothing until it is told to stop
   std::vector<Printed> printed;
 
-  std::vector<Printer> List() override { return printers; }
-  PrinterAbilities AbilitiesOf(const QString& deviceId) override {
+  std::vector<Printer> List(const std::stop_token& stop) override {
+    while (silent && !stop.stop_requested())
+      std::this_thread::yield();
+    if (silent) throw PrinterError{};
+    return printers;
+  }
+  PrinterAbilities AbilitiesOf(const QString& deviceId, const std::stop_token&) override {
     return deviceId == QLatin1String("workshop") ? abilities : PrinterAbilities{};
   }
-  QString Print(const QString& deviceId, const PrintJob& job) override {
-    if (problem.isEmpty()) printed.push_back({deviceId, job, ReadWholeFile(job.file).value_or(QByteArray())});
-    return problem;
+  void Print(const QString& deviceId, const PrintJob& job, const std::stop_token& stop) override {
+    static_cast<void>(List(stop));
+    if (!problem.isEmpty()) throw PrinterError{problem};
+    printed.push_back({deviceId, job, ReadWholeFile(job.file).value_or(QByteArray())});
   }
 };
 

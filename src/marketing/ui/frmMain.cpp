@@ -26,7 +26,7 @@ frmMain::frmMain(Application& app, CampaignDesk& desk, WidgetUi& ui, WindowLayou
       desk_(desk),
       boxes_(ui),
       layout_(layout),
-      outlet_({.printers = app.printers, .events = app.events, .diagnostics = app.diagnostics}, layout, this),
+      outlet_(app.printers, app.events, app.diagnostics, layout, this),
       reports_(desk.MakeReportPrinter(outlet_)),
       ui_(std::make_unique<Ui::frmMain>()) {
   ui_->setupUi(this);

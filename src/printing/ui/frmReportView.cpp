@@ -5,6 +5,7 @@
 #include "platform/ui/modal.h"
 #include "printing/ui/frmSelectPrinter.h"
 #include "printing/ui/report_help.h"
+#include "printing/wait_box.h"
 #include "reports/page_search.h"
 #include "reports/report_error.h"
 #include "ui_frmReportView.h"
@@ -29,7 +30,9 @@ frmReportView::frmReportView(const ReportRun& run, const ReportViewParts& parts,
   ui_->setupUi(this);
   setWindowFlag(Qt::WindowMaximizeButtonHint);
   setWindowTitle(run.caption);
-  ui_->lblMisfits->hide();
+  for (QWidget* widget : std::initializer_list<QWidget*>{ui_->lblMisfits, ui_->lblQueued})
+    widget->hide();
+  ui_->cmdDetails->setVisible(run.report.OffersDrillDown());
   ui_->cmbZoom->addItem(QStringLiteral("Width"));
   ui_->cmbZoom->addItem(QStringLiteral("Page"));
   for (const int percent : kZooms)
@@ -55,32 +58,75 @@ void frmReportView::Connect() {
   press(ui_->cmdPrint, [this] { Print(); });
   press(ui_->cmdExport, [this] { Export(); });
   press(ui_->cmdFirst, [this] { GoTo(1); });
-  press(ui_->cmdPrevious, [this] { GoTo(page_ - 1); });
-  press(ui_->cmdNext, [this] { GoTo(page_ + 1); });
-  press(ui_->cmdLast, [this] { GoTo(pages_->Count()); });
+  press(ui_->cmdPrevious, [this] { GoTo(Shown().page - 1); });
+  press(ui_->cmdNext, [this] { GoTo(Shown().page + 1); });
+  press(ui_->cmdLast, [this] { GoTo(Pages().Count()); });
   press(ui_->cmdFind, [this] { Find(); });
+  press(ui_->cmdDetails, [this] { ChooseDetails(); });
+  press(ui_->cmdBack, [this] { Back(); });
   press(ui_->cmdClose, [this] { reject(); });
   on(ui_->txtFind, &QLineEdit::returnPressed, [this] { Find(); });
   on(ui_->spnPage, &QSpinBox::valueChanged, [this] { GoTo(ui_->spnPage->value()); });
-  connect(ui_->CRViewer, &PageView::Turned, this, [this](int by) { Attempt([this, by] { GoTo(page_ + by); }); });
+  connect(&layOut_, &QTimer::timeout, this, [this] { LayOutMore(); });
+  connect(&stayInTouch_, &QTimer::timeout, this, [this] { StayInTouch(); });
+  ConnectPages();
+}
+
+void frmReportView::ConnectPages() {
+  connect(ui_->CRViewer, &PageView::Turned, this, [this](int by) { Attempt([this, by] { GoTo(Shown().page + by); }); });
+  connect(ui_->CRViewer, &PageView::DrilledDown, this,
+          [this](const QStringList& group) { Attempt([this, &group] { OpenView(group); }); });
   connect(ui_->CRViewer, &PageView::Zoomed, this, [this](int steps) { Zoom(steps); });
   connect(ui_->cmbZoom, &QComboBox::currentIndexChanged, this, [this](int index) {
     const auto fit = index == 0 ? PageView::Fit::kWidth : index == 1 ? PageView::Fit::kPage : PageView::Fit::kNone;
     ui_->CRViewer->SetZoom(fit, index < kFits ? 1 : kZooms[static_cast<size_t>(index - kFits)] / 100.0);
   });
-  connect(&layOut_, &QTimer::timeout, this, [this] { LayOutMore(); });
-  connect(&stayInTouch_, &QTimer::timeout, this, [this] { StayInTouch(); });
 }
 
 void frmReportView::Initialise() {
-  pages_ = std::make_unique<ReportPages>(run_.report, run_.report.LayOut(run_.database));
-  pages_->LayOutNext();
-  NoteMisfits();
   ui_->CRViewer->SetSheet(SheetOf(run_.report.Paper()));
-  GoTo(1);
+  OpenView({});
+  NoteMisfits();
+}
+
+void frmReportView::OpenView(const QStringList& group) {
+  const QScopedValueRollback<bool> working(working_, true);
+  View view{std::make_unique<ReportPages>(run_.report, run_.report.LayOut(run_.database, group)), group};
+  view.pages->LayOutNext();
+  views_.push_back(std::move(view));
+  ShowView();
+}
+
+void frmReportView::ShowView() {
+  ui_->cmdBack->setVisible(ShowsDetails());
+  ui_->lblDetails->setVisible(ShowsDetails());
+  ui_->lblDetails->setText(QStringLiteral("Details of %1").arg(Shown().group.join(QStringLiteral(", "))));
+  if (layOutBegan_) layOut_.start();
+  GoTo(Shown().page);
+}
+
+/// Shows the details of a group on the page; of several the user chooses one. For those who have no mouse.
+void frmReportView::ChooseDetails() {
+  const ReportPage page = Pages().At(Shown().page);
+  QMenu menu(this);
+  for (const DrillDown& drillDown : page.drillDowns) {
+    const QString name = drillDown.group.join(QStringLiteral(", ")).replace(u'&', QStringLiteral("&&"));
+    const QList<QAction*> others = menu.actions();
+    const auto isThis = [&drillDown](const QAction* other) { return other->data() == drillDown.group; };
+    if (std::ranges::none_of(others, isThis)) menu.addAction(name)->setData(drillDown.group);
+  }
+  const QAction* chosen = menu.exec(ui_->cmdDetails->mapToGlobal(QPoint(0, ui_->cmdDetails->height())));
+  if (chosen != nullptr) OpenView(chosen->data().toStringList());
+}
+
+void frmReportView::Back() {
+  views_.pop_back();
+  ShowView();
+  ui_->CRViewer->setFocus();
 }
 
 TakenOut frmReportView::ShowReport() {
+  layOutBegan_ = true;
   layOut_.start();
   stayInTouch_.start(kTouch);
   ui_->CRViewer->setFocus();
@@ -97,12 +143,12 @@ void frmReportView::LayOutMore() {
   const bool goesOn = Attempt([this] {
     QElapsedTimer clock;
     clock.start();
-    while (clock.elapsed() < kLayOutSlice && pages_->LayOutNext()) {
+    while (clock.elapsed() < kLayOutSlice && Pages().LayOutNext()) {
     }
     NoteMisfits();
-    if (pages_->IsComplete()) GoTo(page_);
+    if (Pages().IsComplete()) GoTo(Shown().page);
   });
-  if (!goesOn || pages_->IsComplete()) layOut_.stop();
+  if (!goesOn || Pages().IsComplete()) layOut_.stop();
   ShowCount();
 }
 
@@ -113,7 +159,7 @@ bool frmReportView::Attempt(const std::function<void()>& work) {
   try {
     work();
     return true;
-  } catch (const NoPagesError& error) {
+  } catch (const PlainReportError& error) {
     parts_.diagnostics.ui.ShowMessage({.text = error.text, .icon = MessageIcon::kExclamation});
     return false;
   } catch (const ReportError& error) {
@@ -137,8 +183,9 @@ void frmReportView::StayInTouch() {
 /// Says below the page what does not fit its place, such as an address that is too long for the window of an envelope.
 void frmReportView::NoteMisfits() {
   const qsizetype before = misfits_.size();
-  while (noted_ < pages_->Count())
-    misfits_ += TextsThatDoNotFit(pages_->At(++noted_));
+  ReportPages& pages = *views_.front().pages;
+  while (noted_ < pages.Count())
+    misfits_ += TextsThatDoNotFit(pages.At(++noted_));
   if (misfits_.size() == before) return;
   QString names = misfits_.mid(0, kMisfitsNamed).join(QStringLiteral(", "));
   if (misfits_.size() > kMisfitsNamed) names += QStringLiteral(" and %1 more").arg(misfits_.size() - kMisfitsNamed);
@@ -147,21 +194,26 @@ void frmReportView::NoteMisfits() {
 }
 
 void frmReportView::ShowCount() {
-  ui_->spnPage->setMaximum(pages_->Count());
-  ui_->lblPages->setText(pages_->IsComplete() ? QStringLiteral("of %1").arg(pages_->Count())
-                                              : QStringLiteral("of %1 ...").arg(pages_->Count()));
-  ui_->cmdFirst->setEnabled(page_ > 1);
-  ui_->cmdPrevious->setEnabled(page_ > 1);
-  ui_->cmdNext->setEnabled(page_ < pages_->Count());
-  ui_->cmdLast->setEnabled(page_ < pages_->Count());
+  const int page = Shown().page;
+  const int count = Pages().Count();
+  ui_->spnPage->setMaximum(count);
+  ui_->lblPages->setText(Pages().IsComplete() ? QStringLiteral("of %1").arg(count)
+                                              : QStringLiteral("of %1 ...").arg(count));
+  ui_->cmdFirst->setEnabled(page > 1);
+  ui_->cmdPrevious->setEnabled(page > 1);
+  ui_->cmdNext->setEnabled(page < count);
+  ui_->cmdLast->setEnabled(page < count);
 }
 
 void frmReportView::GoTo(int number) {
-  page_ = std::clamp(number, 1, pages_->Count());
-  ui_->CRViewer->ShowPage(pages_->At(page_), pages_->Total());
+  const int page = std::clamp(number, 1, Pages().Count());
+  Shown().page = page;
+  ReportPage shown = Pages().At(page);
+  ui_->cmdDetails->setEnabled(!shown.drillDowns.empty());
+  ui_->CRViewer->ShowPage(std::move(shown), Pages().Total());
   const QSignalBlocker blocked(ui_->spnPage);
   ShowCount();
-  ui_->spnPage->setValue(page_);
+  ui_->spnPage->setValue(page);
 }
 
 void frmReportView::Zoom(int steps) {
@@ -174,20 +226,30 @@ void frmReportView::Zoom(int steps) {
   ui_->cmbZoom->setCurrentIndex(std::clamp(wanted, 0, static_cast<int>(kZooms.size()) - 1) + kFits);
 }
 
-/// Goes to the next page that holds the text, from the beginning again behind the last one.
+/// Goes to the next page that holds the text, from the beginning again behind the last one. Pages that are not laid out yet are.
 void frmReportView::Find() {
   const QString wanted = ui_->txtFind->text();
   if (wanted.isEmpty()) return ui_->txtFind->setFocus();
-  for (int step = 1; step <= pages_->Count(); ++step) {
-    const int number = (page_ - 1 + step) % pages_->Count() + 1;
-    std::vector<QRectF> places = PlacesOf(pages_->At(number), pages_->Total(), wanted);
-    if (places.empty()) continue;
-    GoTo(number);
-    ui_->CRViewer->MarkFound(std::move(places));
+  const QScopedValueRollback<bool> working(working_, true);
+  std::vector<QRectF> places;
+  int number = Shown().page;
+  {
+    WaitBox box(parts_.diagnostics, QStringLiteral("Searching"));
+    do {
+      if (++number > Pages().Count() && !Pages().LayOutNext()) number = 1;
+      places = PlacesOf(Pages().At(number), Pages().Total(), wanted);
+      box.ShowProgress(QStringLiteral("page %1").arg(number));
+      if (!box.GoOn()) return ShowCount();
+    } while (places.empty() && number != Shown().page);
+  }
+  if (places.empty()) {
+    ShowCount();
+    parts_.diagnostics.ui.ShowMessage(
+        {.text = QStringLiteral("\"%1\" was not found.").arg(wanted), .icon = MessageIcon::kInformation});
     return;
   }
-  parts_.diagnostics.ui.ShowMessage(
-      {.text = QStringLiteral("\"%1\" was not found.").arg(wanted), .icon = MessageIcon::kInformation});
+  GoTo(number);
+  ui_->CRViewer->MarkFound(std::move(places));
 }
 
 /// Runs what takes a while, with a status box that can cancel it, and keeps what it took out.
@@ -203,25 +265,63 @@ void frmReportView::Guarded(const QString& status,
       return !parts_.diagnostics.status.Cancelled();
     });
   });
-  taken_.Add(taken);
-  if (taken.Any()) run_.follower.TookOut(taken_);
+  if (!ShowsDetails()) {  // which are a part of a report, and not the whole of anything
+    taken_.Add(taken);
+    if (taken.Any()) run_.follower.TookOut(taken_);
+  }
   parts_.diagnostics.status.Close();
   Attempt([this] {
     NoteMisfits();
-    GoTo(page_);
+    GoTo(Shown().page);
   });
+}
+
+/// The letters of the report, 0 while that is not known.
+int frmReportView::CountLetters() {
+  return Pages().IsComplete() ? Pages().At(Pages().Count()).document : 0;
 }
 
 void frmReportView::Print() {
   parts_.events.LogMarketingEvent(QStringLiteral("Print Letters"));
-  frmSelectPrinter dialog(parts_.printers, stPrinter, run_.report.CountsDocuments(), this);
+  if (ShowsDetails()) return PrintView();
+  std::optional<std::vector<Printer>> printers;
+  {
+    const QScopedValueRollback<bool> working(working_, true);  // its Cancel is not that of reading rows
+    printers = parts_.printers.List();
+  }
+  if (!printers) return;
+  frmSelectPrinter dialog(parts_.printers, std::move(*printers), stPrinter, run_.report.CountsDocuments(), this);
   dialog.iCopies = iCopies;
-  dialog.SetLastLetter(taken_.documents.empty() ? 0 : *taken_.documents.rbegin());
+  dialog.SetLetters(taken_.documents.empty() ? 0 : *taken_.documents.rbegin(), [this] { return CountLetters(); });
   if (!dialog.ShowSelectPrinter()) return;
   const PrintChoice choice = dialog.Choice();
   stPrinter = choice.printer.deviceId;
-  Guarded(QStringLiteral("Printing the report"),
-          [&](const auto& goesOn) { return PrintPages(run_, *pages_, parts_.printers, choice, goesOn); });
+  PrintOn(choice);
+}
+
+void frmReportView::PrintView() {
+  const Message question{.text = QStringLiteral("Print the report currently in view to the default printer?"),
+                         .icon = MessageIcon::kQuestion,
+                         .buttons = MessageButtons::kYesNo};
+  if (parts_.diagnostics.ui.ShowMessage(question) != MessageAnswer::kYes) return;
+  if (const std::optional<Printer> printer = DefaultPrinter(parts_.printers, run_.printer))
+    PrintOn({.printer = *printer});
+}
+
+void frmReportView::PrintOn(const PrintChoice& choice) {
+  bool queued = false;
+  Guarded(QStringLiteral("Printing the report"), [&](const auto& goesOn) {
+    TakenOut taken = PrintPages(run_, Pages(), parts_.printers, choice, goesOn);
+    queued = taken.Any();
+    return taken;
+  });
+  if (!queued) return;
+  const QString time = parts_.diagnostics.clock.Now().toString(QStringLiteral("HH:mm"));
+  ui_->lblQueued->setText(
+      QStringLiteral(
+          "In the queue of the printer \"%1\" since %2, which does not mean that it is on paper. Look at the printer before you close the report.")
+          .arg(choice.printer.name, time));
+  ui_->lblQueued->show();
 }
 
 void frmReportView::Export() {
@@ -236,15 +336,16 @@ void frmReportView::Export() {
   dialog.selectFile(QStringLiteral("%1 %2.pdf").arg(run_.caption, today));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
   Guarded(QStringLiteral("Saving the report"),
-          [&](const auto& goesOn) { return SavePages(run_, *pages_, dialog.selectedFiles().constFirst(), goesOn); });
+          [&](const auto& goesOn) { return SavePages(run_, Pages(), dialog.selectedFiles().constFirst(), goesOn); });
 }
 
 void frmReportView::keyPressEvent(QKeyEvent* event) {
   const bool control = event->modifiers().testFlag(Qt::ControlModifier);
   const auto attempt = [this](const std::function<void()>& work) { static_cast<void>(Attempt(work)); };
+  if (event->key() == Qt::Key_Escape && ShowsDetails()) return attempt([this] { Back(); });
   if (event->key() == Qt::Key_F3) return attempt([this] { Find(); });
   if (control && event->key() == Qt::Key_Home) return attempt([this] { GoTo(1); });
-  if (control && event->key() == Qt::Key_End) return attempt([this] { GoTo(pages_->Count()); });
+  if (control && event->key() == Qt::Key_End) return attempt([this] { GoTo(Pages().Count()); });
   if (control && (event->key() == Qt::Key_Plus || event->key() == Qt::Key_Equal)) return Zoom(1);
   if (control && event->key() == Qt::Key_Minus) return Zoom(-1);
   if (control && event->key() == Qt::Key_F) return ui_->txtFind->setFocus();

@@ -18,12 +18,13 @@ namespace qbx {
 
 /// What the window works with. References only.
 struct ReportViewParts {
-  Printers& printers;
+  PrintService& printers;
   EventLog& events;
   Diagnostics diagnostics;
 };
 
-/// Shows the pages of a report one at a time. The first page shows at once; the others are laid out while the user looks.
+/// Shows the pages of a report one at a time. The first page shows at once; the others are laid out while the user looks. A double-click on a group that
+/// hides its details shows them in place of the report, until the user goes back.
 class frmReportView : public QDialog {
  public:
   frmReportView(const ReportRun& run, const ReportViewParts& parts, QWidget* parent);
@@ -46,7 +47,22 @@ class frmReportView : public QDialog {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  /// What is looked at: the report, or the details of a group.
+  struct View {
+    std::unique_ptr<ReportPages> pages;
+    QStringList group = {};  // as `DrillDown` has it; empty: the report
+    int page = 1;
+  };
+
+  [[nodiscard]] View& Shown() { return views_.back(); }
+  [[nodiscard]] ReportPages& Pages() { return *views_.back().pages; }
+  [[nodiscard]] bool ShowsDetails() const { return views_.size() > 1; }
   void Connect();
+  void ConnectPages();
+  void OpenView(const QStringList& group);
+  void ShowView();
+  void ChooseDetails();
+  void Back();
   void LayOutMore();
   void StayInTouch();
   void NoteMisfits();
@@ -54,7 +70,10 @@ class frmReportView : public QDialog {
   void ShowCount();
   void Zoom(int steps);
   void Find();
+  [[nodiscard]] int CountLetters();
   void Print();
+  void PrintView();
+  void PrintOn(const PrintChoice& choice);
   void Export();
   void Guarded(const QString& status, const std::function<TakenOut(const std::function<bool()>& goesOn)>& work);
   bool Attempt(const std::function<void()>& work);
@@ -62,10 +81,10 @@ class frmReportView : public QDialog {
   std::unique_ptr<Ui::frmReportView> ui_;
   ReportRun run_;
   ReportViewParts parts_;
-  std::unique_ptr<ReportPages> pages_;
+  std::vector<View> views_;  // the report, and the details that were opened one from the other
   QTimer layOut_;
   QTimer stayInTouch_;
-  int page_ = 1;
+  bool layOutBegan_ = false;
   bool working_ = false;
   QStringList misfits_;
   int noted_ = 0;  // pages whose misfits are named

@@ -23,8 +23,12 @@ void PutNumber(QLineEdit& box, int number) {
 
 }  // namespace
 
-frmSelectPrinter::frmSelectPrinter(Printers& printers, const QString& ofUser, bool letters, QWidget* parent)
-    : QDialog(parent), ui_(std::make_unique<Ui::frmSelectPrinter>()), service_(printers), printers_(printers.List()) {
+frmSelectPrinter::frmSelectPrinter(PrintService& service, std::vector<Printer> printers, const QString& ofUser,
+                                   bool letters, QWidget* parent)
+    : QDialog(parent),
+      ui_(std::make_unique<Ui::frmSelectPrinter>()),
+      service_(service),
+      printers_(std::move(printers)) {
   ui_->setupUi(this);
   new HelpWindow(*this, SelectPrinterHelp);
   for (QLineEdit* box : findChildren<QLineEdit*>())
@@ -35,7 +39,6 @@ frmSelectPrinter::frmSelectPrinter(Printers& printers, const QString& ofUser, bo
   for (const Printer& printer : printers_)
     ui_->cmbPrinter->addItem(printer.name);
   ui_->cmbPrinter->setCurrentIndex(FirstChoice(printers_, ofUser));
-  ui_->lblNoPrinter->setVisible(printers_.empty());
   ui_->cmdPrint->setEnabled(!printers_.empty());
   ShowAbilities();
   connect(ui_->cmbPrinter, &QComboBox::currentIndexChanged, this, [this] { ShowAbilities(); });
@@ -48,8 +51,15 @@ frmSelectPrinter::~frmSelectPrinter() = default;
 
 void frmSelectPrinter::ShowAbilities() {
   const int chosen = ui_->cmbPrinter->currentIndex();
-  const PrinterAbilities abilities =
-      chosen < 0 ? PrinterAbilities{} : service_.AbilitiesOf(printers_[static_cast<size_t>(chosen)].deviceId);
+  PrinterAbilities abilities;
+  try {
+    if (chosen >= 0)
+      abilities = service_.AbilitiesOf(printers_[static_cast<size_t>(chosen)].deviceId).value_or(PrinterAbilities{});
+    ui_->lblNoPrinter->setVisible(printers_.empty());
+  } catch (const PlainReportError& error) {  // it may print all the same
+    ui_->lblNoPrinter->setText(error.text);
+    ui_->lblNoPrinter->show();
+  }
   ui_->chkBothSides->setEnabled(abilities.bothSides);
   if (!abilities.bothSides) ui_->chkBothSides->setChecked(false);
   ui_->cmbTray->clear();
@@ -58,10 +68,27 @@ void frmSelectPrinter::ShowAbilities() {
   ui_->cmbTray->setEnabled(!abilities.trays.isEmpty());
 }
 
+void frmSelectPrinter::SetLetters(int last, std::function<int()> count) {
+  lastLetter_ = last;
+  letterCount_ = std::move(count);
+  const auto enable = [this] {
+    const int letters = letterCount_();
+    ui_->cmdNextLetters->setEnabled(letters == 0 || LastChosen() < letters);
+  };
+  connect(ui_->txtLastLetter, &QLineEdit::textChanged, this, enable);
+  enable();
+}
+
+int frmSelectPrinter::LastChosen() const {
+  return std::max(lastLetter_, NumberIn(*ui_->txtLastLetter));
+}
+
 void frmSelectPrinter::ChooseNextLetters() {
-  const int last = std::max(lastLetter_, NumberIn(*ui_->txtLastLetter));
+  const int last = LastChosen();
+  const int letters = letterCount_ ? letterCount_() : 0;
+  if (letters > 0 && last >= letters) return ui_->cmdNextLetters->setEnabled(false);
   PutNumber(*ui_->txtFirstLetter, last + 1);
-  PutNumber(*ui_->txtLastLetter, last + kLettersAtOnce);
+  PutNumber(*ui_->txtLastLetter, letters > 0 ? std::min(last + kLettersAtOnce, letters) : last + kLettersAtOnce);
 }
 
 bool frmSelectPrinter::ShowSelectPrinter() {

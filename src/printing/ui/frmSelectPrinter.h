@@ -3,8 +3,8 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 #include <memory>
-#include <optional>
 
 #include "printing/print_choice.h"
 
@@ -16,9 +16,11 @@ namespace qbx {
 
 class frmSelectPrinter : public QDialog {
  public:
-  /// \param ofUser   printer of the user's option, chosen at first
-  /// \param letters  whether the report is made of letters, of which a part can be printed
-  frmSelectPrinter(Printers& printers, const QString& ofUser, bool letters, QWidget* parent);
+  /// \param printers  those of the service
+  /// \param ofUser    printer of the user's option, chosen at first
+  /// \param letters   whether the report is made of letters, of which a part can be printed
+  frmSelectPrinter(PrintService& service, std::vector<Printer> printers, const QString& ofUser, bool letters,
+                   QWidget* parent);
   ~frmSelectPrinter() override;
 
   int iCopies = 1;
@@ -30,17 +32,21 @@ class frmSelectPrinter : public QDialog {
   [[nodiscard]] bool ShowSelectPrinter();
   /// What was chosen.
   [[nodiscard]] PrintChoice Choice() const;
-  /// Letters that were printed before, for "Next 50".
-  void SetLastLetter(int letter) { lastLetter_ = letter; }
+  /// For "Next 50".
+  /// \param last   the last letter that was printed before
+  /// \param count  asked how many letters there are; 0 while that is not known
+  void SetLetters(int last, std::function<int()> count);
 
  private:
   void ShowAbilities();
   void ChooseNextLetters();
+  [[nodiscard]] int LastChosen() const;
 
   std::unique_ptr<Ui::frmSelectPrinter> ui_;
-  Printers& service_;
+  PrintService& service_;
   std::vector<Printer> printers_;
   int lastLetter_ = 0;
+  std::function<int()> letterCount_;
 };
 
 }  // namespace qbx

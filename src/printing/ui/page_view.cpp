@@ -19,6 +19,7 @@ constexpr QColor kFoundColour(255, 213, 0, 110);
 PageView::PageView(QWidget* parent) : QAbstractScrollArea(parent) {
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setBackgroundRole(QPalette::Mid);
+  viewport()->setMouseTracking(true);
 }
 
 void PageView::SetSheet(const QSizeF& sheet) {
@@ -128,6 +129,23 @@ void PageView::wheelEvent(QWheelEvent* event) {
     return;
   }
   if (ScrollOrTurn(way > 0 ? -1 : 1)) QAbstractScrollArea::wheelEvent(event);
+}
+
+const DrillDown* PageView::DrillDownAt(const QPointF& place) const {
+  if (!page_) return nullptr;
+  const QPointF onPage = (place - SheetOnScreen().topLeft()) / UnitsOnScreen();
+  const auto found = std::ranges::find_if(
+      page_->drillDowns, [&onPage](const DrillDown& drillDown) { return drillDown.area.contains(onPage); });
+  return found == page_->drillDowns.end() ? nullptr : &*found;
+}
+
+void PageView::mouseMoveEvent(QMouseEvent* event) {
+  viewport()->setCursor(DrillDownAt(event->position()) != nullptr ? Qt::PointingHandCursor : Qt::ArrowCursor);
+}
+
+void PageView::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (const DrillDown* found = DrillDownAt(event->position()))
+    Q_EMIT DrilledDown(QStringList(found->group));  // a copy: another page is shown by it
 }
 
 }  // namespace qbx

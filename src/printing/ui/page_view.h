@@ -33,12 +33,16 @@ class PageView : public QAbstractScrollArea {
   void Turned(int by);
   /// Ctrl and the wheel. \param steps  above 0: larger
   void Zoomed(int steps);
+  /// A double-click on a group that hides its details. \param group  as `DrillDown` has it
+  void DrilledDown(const QStringList& group);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
   void FitSheet();
@@ -46,6 +50,8 @@ class PageView : public QAbstractScrollArea {
   /// Pixels of the screen a unit of the page.
   [[nodiscard]] qreal UnitsOnScreen() const;
   bool ScrollOrTurn(int by);
+  /// The group that hides its details at a place of the viewport; null: none.
+  [[nodiscard]] const DrillDown* DrillDownAt(const QPointF& place) const;
 
   QSizeF sheet_;  // at its full size on the screen
   std::optional<ReportPage> page_;

@@ -19,17 +19,18 @@ TakenOut WindowOutlet::Preview(const ReportRun& run) {
 TakenOut WindowOutlet::Print(const ReportRun& run, bool prompt) {
   PrintChoice choice;
   if (prompt) {
-    frmSelectPrinter dialog(parts_.printers, run.printer, run.report.CountsDocuments(), parent_);
+    std::optional<std::vector<Printer>> printers = service_.List();
+    if (!printers) return {};
+    frmSelectPrinter dialog(service_, std::move(*printers), run.printer, run.report.CountsDocuments(), parent_);
     if (!dialog.ShowSelectPrinter()) return {};
     choice = dialog.Choice();
   } else {
-    const std::vector<Printer> printers = parts_.printers.List();
-    const int first = FirstChoice(printers, run.printer);
-    if (first < 0) throw ReportError{QStringLiteral("No printer is set up on this computer.")};
-    choice.printer = printers[static_cast<size_t>(first)];
+    const std::optional<Printer> printer = DefaultPrinter(service_, run.printer);
+    if (!printer) return {};
+    choice.printer = *printer;
   }
   ReportPages pages(run.report, run.report.LayOut(run.database));
-  return PrintPages(run, pages, parts_.printers, choice, [this] {
+  return PrintPages(run, pages, service_, choice, [this] {
     parts_.diagnostics.ui.PumpEvents();
     return true;
   });

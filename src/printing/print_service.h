@@ -1,0 +1,42 @@
+// The printers of the system, asked without holding up the window.
+
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <thread>
+#include <vector>
+
+#include "diagnostics/diagnostics.h"
+#include "platform/printers.h"
+#include "reports/report_error.h"
+
+namespace qbx {
+
+/// Each call runs on a thread of its own while events are let through. One that takes a while shows the status box with its Cancel button, and one that takes
+/// too long is given up. What is given up is told so and ends by itself; at the latest this object waits for it.
+class PrintService {
+ public:
+  PrintService(Printers& printers, const Diagnostics& diagnostics) : printers_(printers), diagnostics_(diagnostics) {}
+
+  /// \return nothing when the user pressed Cancel
+  /// \throws PlainReportError
+  [[nodiscard]] std::optional<std::vector<Printer>> List();
+  /// \return nothing when the user pressed Cancel
+  /// \throws PlainReportError
+  [[nodiscard]] std::optional<PrinterAbilities> AbilitiesOf(const QString& deviceId);
+  /// Puts a file into the queue of a printer.
+  /// \throws PlainReportError, also when the user pressed Cancel: the printer may have it all the same
+  void Print(const Printer& printer, const PrintJob& job);
+
+ private:
+  template <typename Answer>
+  std::optional<Answer> Ask(const QString& text, std::chrono::seconds limit,
+                            std::function<Answer(const std::stop_token&)> call);
+
+  Printers& printers_;
+  Diagnostics diagnostics_;
+  std::vector<std::jthread> givenUp_;
+};
+
+}  // namespace qbx
