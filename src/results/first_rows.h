@@ -9,7 +9,8 @@
 
 namespace qbx {
 
-/// Reads and keeps the first rows, without the others. No method throws: a failure is reported, and there are no rows then.
+/// Reads and keeps the first rows, without the others. No method throws. A failure is not reported, since nobody asked for these rows: there are none then, and
+/// the next call tries again.
 class FirstRows {
  public:
   static constexpr int kMost = 50;
@@ -20,7 +21,7 @@ class FirstRows {
   void Read(int campaignId);
   /// A query has replaced the rows: what is here is out of date.
   void Forget() { campaignId_.reset(); }
-  [[nodiscard]] Recordset& Rows() { return rows_; }
+  [[nodiscard]] const Recordset& Rows() const { return rows_; }
 
  private:
   Statements& statements_;

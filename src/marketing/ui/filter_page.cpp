@@ -173,7 +173,9 @@ void FilterPage::ShowNotes() {
 }
 
 void FilterPage::CopyState() {
-  ShowCampaignRows(firstRows_, Desk().firstRows.Rows(), App());
+  // A clone, since the desk reads others while events run.
+  shown_ = Desk().firstRows.Rows().Clone();
+  ShowCampaignRows(firstRows_, shown_, App());
   ShowPending();
   const Filters& filters = State().filters;
   ui_->chkIncludeOptedOut->setChecked(filters.chkIncludeOptedOut);

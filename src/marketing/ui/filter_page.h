@@ -56,6 +56,7 @@ class FilterPage : public WizardPage, private GridOwner {
 
   std::unique_ptr<Ui::FilterPage> ui_;
   std::array<Controls, kFilterCount> controls_;  // by filter number
+  Recordset shown_;
   cDataGrid firstRows_;
 };
 
