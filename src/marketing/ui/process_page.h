@@ -31,7 +31,7 @@ class ProcessPage : public WizardPage {
   void SendMailshots();
   void ShowCounters();
   void ShowTroubles();
-  void ShowLettersMissed();
+  void ShowLetterCounts();
   void ShowShared();
   void ShowLastRun();
   /// Brings the newest line into sight.
