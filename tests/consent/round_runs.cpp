@@ -186,6 +186,7 @@ void Round::Reopen(Row& row) {
   row.processed = false;
   for (Half* half : {&row.sms, &row.mail})
     *half = Half{.wanted = half->wanted};
+  row.post = {};
 }
 
 /// A person finds out what became of the messages in doubt, and says so.
@@ -228,6 +229,7 @@ void Round::LastRuns() {
     story_.Tell(last == 0 ? QStringLiteral("PAT sends; all is well") : QStringLiteral("PAT sends again"));
     user_->ui.answers = {};
     (void)Run(*user_, {});
+    if (!story_.Failed()) MakeLetters(false);
   }
 }
 
