@@ -30,6 +30,9 @@ ReplaceGuard::Finding ReplaceGuard::Look(int campaignId) {
     finding.messagesOnRecord = std::any_of(entries.begin(), entries.end(), [](const JournalEntry& entry) {
       return entry.InDoubt() || entry.Any(JournalState::kSent) || entry.letter == JournalState::kSent;
     });
+    finding.messagesOnRecord =
+        finding.messagesOnRecord ||
+        Procedure(connection_, "proc_selp_Letters_In_Doubt").Finds({{"@CampaignID", campaignId}});
   } catch (const DatabaseError& error) {
     finding.refusal = UnknownMessage(error);
   }

@@ -9,7 +9,7 @@
 
 namespace qbx {
 
-/// Writes in batches: a few writes a commit, and what was written before a failure stays.
+/// Writes in batches: a few writes a commit, and what was written before a failure stays. `Finish` is called when all was written.
 class Batches {
  public:
   explicit Batches(Session& session) : session_(session) { transaction_.emplace(session); }
@@ -23,6 +23,9 @@ class Batches {
   Batches(const Batches&) = delete;
   Batches& operator=(const Batches&) = delete;
 
+  /// Commits the last batch.
+  /// \throws DatabaseError: what it held is not written
+  void Finish() { Commit(); }
   /// Does what others see between two batches: events that run must not find the tables locked.
   void Between(const std::function<void()>& work) {
     Commit();

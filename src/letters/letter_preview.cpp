@@ -16,7 +16,7 @@ constexpr int kPreviewLocation = 4200;
 void PreviewLetter(const LetterPreviewParts& parts, const QString& letter) {
   LettersTable letters(parts.statements, parts.startup.RunKey);
   try {
-    if (!letters.Begin()) return;
+    if (!letters.Begin(parts.diagnostics.clock.Today())) return;
     letters.Add({.letter = MergeFields(letter, SampleMergeValues(), parts.diagnostics.clock.Today()),
                  .nameAddress = QString::fromUtf16(kSampleNameAddress)});
   } catch (const DatabaseError& error) {
@@ -25,6 +25,7 @@ void PreviewLetter(const LetterPreviewParts& parts, const QString& letter) {
   }
   static_cast<void>(parts.reports.PrintReport(LetterReportPath(parts.startup.ProgramFolder, parts.options),
                                               ReportMode::kPreview, true, {Value(QString())}));
+  letters.Clear();
 }
 
 }  // namespace qbx

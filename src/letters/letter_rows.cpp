@@ -29,6 +29,15 @@ QString NameLine(const Recordset& row) {
   return (first + u' ' + Text(row, "Lastname")).trimmed();
 }
 
+LetterRow LetterOf(const Recordset& row, const QString& merged) {
+  return {.letter = merged,
+          .nameAddress = NameLine(row) + u'\r' + Text(row, "Address"),
+          .contact = Text(row, "Contact"),
+          .telephone = Text(row, "Telephone"),
+          .mobile = Text(row, "Mobile"),
+          .vehicle = Text(row, "Vehicle")};
+}
+
 QString AddressProblem(const QString& address) {
   switch (FaultOfAddress(address)) {
     case AddressFault::kEmpty:
@@ -47,9 +56,19 @@ QString LetterText(const QString& letter) {
   return document.toPlainText();
 }
 
-QString LettersMissedLine(Connection& connection, int campaignId) {
+LetterCounts ReadLetterCounts(Connection& connection, int campaignId) {
   const Recordset counts = Procedure(connection, "proc_selp_Letter_Counts").Open({{"@CampaignID", campaignId}});
-  const qint64 missed = counts.Eof() ? 0 : counts.Field(QStringLiteral("By_Mailshot")).ToInt();
+  if (counts.Eof()) return {};
+  return {.wentOut = counts.Field(QStringLiteral("Made")).ToInt(),
+          .missed = counts.Field(QStringLiteral("By_Mailshot")).ToInt()};
+}
+
+QString LettersOutLine(const LetterCounts& counts, int letters) {
+  return counts.wentOut == 0 ? QString() : QStringLiteral("Went out: %1 / %2").arg(counts.wentOut).arg(letters);
+}
+
+QString LettersMissedLine(const LetterCounts& counts) {
+  const qint64 missed = counts.missed;
   if (missed == 0) return {};
   if (missed == 1)
     return QStringLiteral("1 customer with a letter was processed by the mailshot and gets none; make letters first.");

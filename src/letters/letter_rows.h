@@ -6,6 +6,7 @@
 
 #include "database/connection.h"
 #include "database/recordset.h"
+#include "letters/letters_table.h"
 
 namespace qbx {
 
@@ -16,6 +17,9 @@ namespace qbx {
 /// "Mr Alan Hartley" of a row.
 [[nodiscard]] QString NameLine(const Recordset& row);
 
+/// The letter of a row.
+[[nodiscard]] LetterRow LetterOf(const Recordset& row, const QString& merged);
+
 /// Why no letter can be delivered to an address (lines separated by CR).
 /// \return a sentence for the results log; empty when nothing is wrong
 [[nodiscard]] QString AddressProblem(const QString& address);
@@ -23,8 +27,18 @@ namespace qbx {
 /// The plain text of a letter.
 [[nodiscard]] QString LetterText(const QString& letter);
 
-/// "n customers with a letter were processed by the mailshot and get none; make letters first.", empty when there is none.
+/// What became of the rows of a campaign that ask for a letter.
+struct LetterCounts {
+  qint64 wentOut = 0;
+  qint64 missed = 0;  ///< the mailshot processed the row first
+};
 /// \throws DatabaseError
-[[nodiscard]] QString LettersMissedLine(Connection& connection, int campaignId);
+[[nodiscard]] LetterCounts ReadLetterCounts(Connection& connection, int campaignId);
+
+/// "Went out: 4 / 6", empty while none did. The counter "Letters to Generate" counts those, too.
+/// \param letters  that counter
+[[nodiscard]] QString LettersOutLine(const LetterCounts& counts, int letters);
+/// "n customers with a letter were processed by the mailshot and get none; make letters first.", empty when there is none.
+[[nodiscard]] QString LettersMissedLine(const LetterCounts& counts);
 
 }  // namespace qbx

@@ -6,8 +6,8 @@
 #include "dispatch/mailshot_checks.h"
 #include "letters/batches.h"
 #include "letters/letter_rows.h"
-#include "letters/letters_table.h"
 #include "merge/compiled_template.h"
+#include "printing/report_fields.h"
 #include "printing/report_files.h"
 #include "results/merge_row.h"
 
@@ -21,16 +21,6 @@ constexpr int kMarkLocation = 4301;
 /// Letters between two steps of the progress: a fortieth of them, at least 3 and at most 40.
 int UpdateInterval(int letters) {
   return std::clamp(static_cast<int>(std::nearbyint(letters / 40.0)), 3, 40);
-}
-
-LetterRow LetterOf(const Recordset& row, const QString& merged) {
-  const auto text = [&row](const char* column) { return row.Field(QString::fromLatin1(column)).ToText(); };
-  return {.letter = merged,
-          .nameAddress = NameLine(row) + u'\r' + text("Address"),
-          .contact = text("Contact"),
-          .telephone = text("Telephone"),
-          .mobile = text("Mobile"),
-          .vehicle = text("Vehicle")};
 }
 
 /// Shows the making of letters as long as it lasts.
@@ -52,6 +42,7 @@ LetterRun::LetterRun(const LetterServices& services, LetterObserver& observer)
       observer_(observer),
       journal_(services.statements.Shared(), services.startup.user),
       refusals_(services.statements.Shared()),
+      letterMarks_(services.statements.Shared(), services.startup.user),
       claim_(services.statements.Shared(), services.host, services.diagnostics.clock, services.startup.user) {}
 
 LetterSummary LetterRun::GenerateLetters(int campaignId, const QString& letter, const LetterChoices& choices) {
@@ -66,20 +57,24 @@ LetterSummary LetterRun::GenerateLetters(int campaignId, const QString& letter, 
       services_.diagnostics.ui.ShowMessage(ClaimedMessage(*holder));
       return summary_;
     }
+    if (!SettleDoubt()) return summary_;
     again_ = AskForAgain();
   } catch (const DatabaseError& error) {
     services_.diagnostics.errors.ShowError(kCreateLocation, QStringLiteral("CreateLetters"), error.Description());
     return summary_;
   }
-  if (!MakeLetters(letter)) return summary_;
-  const TakenOut taken = OpenLetterReport(choices);
-  summary_.done = taken.Any() && (!marks_ || MarkLettersAsProcessed(taken));
-  if (!taken.all) summary_.letters = static_cast<int>(taken.documents.size());
+  LettersTable letters(services_.statements, services_.startup.RunKey);
+  if (MakeLetters(letter, letters)) {
+    const TakenOut taken = OpenLetterReport(choices);
+    summary_.done = taken.Any() && (!marks_ || MarkLettersAsProcessed(taken));
+    if (!taken.all) summary_.letters = static_cast<int>(taken.documents.size());
+  }
+  letters.Clear();
   return summary_;
 }
 
 /// \return false when there is none to show; the user was told
-bool LetterRun::MakeLetters(const QString& letter) {
+bool LetterRun::MakeLetters(const QString& letter, LettersTable& letters) {
   try {
     if (CountLetters() == 0) {
       Tell(
@@ -91,7 +86,7 @@ bool LetterRun::MakeLetters(const QString& letter) {
     const std::optional<Message> question = LetterQuestion(LetterText(letter));
     if (question && services_.diagnostics.ui.ShowMessage(*question) != MessageAnswer::kYes) return false;
     services_.resultsLog.LogProcessResult(QStringLiteral("Creating Letters"));
-    if (!CreateLetters(letter)) return false;
+    if (!CreateLetters(letter, letters)) return false;
   } catch (const DatabaseError& error) {
     services_.diagnostics.errors.ShowError(kCreateLocation, QStringLiteral("CreateLetters"), error.Description());
     return false;
@@ -123,11 +118,26 @@ bool LetterRun::MayBegin(const QString& letter) {
   return true;
 }
 
+/// Asks what became of letters that an earlier run may have put into a file.
+/// \return false when it is not known yet
+bool LetterRun::SettleDoubt() {
+  const LettersInDoubt doubt = letterMarks_.InDoubt(campaignId_);
+  if (doubt.rows.empty()) return true;
+  switch (services_.diagnostics.ui.ShowMessage(LettersInDoubtQuestion(doubt))) {
+    case MessageAnswer::kYes:
+      summary_.processed += letterMarks_.WentOut(campaignId_, doubt.rows).processed;
+      return true;
+    case MessageAnswer::kNo:
+      letterMarks_.NotOut(campaignId_, doubt.rows);
+      return true;
+    default:
+      return false;
+  }
+}
+
 /// Asks whether letters that went out are made again; only when there are some.
 bool LetterRun::AskForAgain() {
-  const Recordset counts =
-      Procedure(services_.statements.Shared(), "proc_selp_Letter_Counts").Open({{"@CampaignID", campaignId_}});
-  if (counts.Eof() || counts.Field(QStringLiteral("Made")).ToInt() == 0) return false;
+  if (ReadLetterCounts(services_.statements.Shared(), campaignId_).wentOut == 0) return false;
   const Message question{
       .text = QStringLiteral(
           "Do you want to generate letters for results which have been processed before as part of this campaign?"),
@@ -153,10 +163,8 @@ bool LetterRun::WentOut(const Recordset& row) const {
          before_.value(row.Field(QStringLiteral("RecordID")).ToInt()).letter == JournalState::kSent;
 }
 
-bool LetterRun::CreateLetters(const QString& letter) {
-  Statements& statements = services_.statements;
-  LettersTable letters(statements, services_.startup.RunKey);
-  if (!letters.Begin()) return false;
+bool LetterRun::CreateLetters(const QString& letter, LettersTable& letters) {
+  if (!letters.Begin(services_.diagnostics.clock.Today())) return false;
   const int total = services_.counters.Values().letters;
   const int interval = UpdateInterval(total);
   CompiledTemplate merge(letter);
@@ -164,7 +172,7 @@ bool LetterRun::CreateLetters(const QString& letter) {
   bool cancelled = false;
   {
     const Shown shown(observer_, total);
-    Batches batches(statements.Shared().Driver());
+    Batches batches(services_.statements.Shared().Driver());
     for (rows_.MoveFirst(); !rows_.Eof() && !cancelled; rows_.MoveNext()) {
       if (!MayGetLetter(rows_)) continue;
       merge.Merge(MergeRow(rows_, BlankContact::kBecomesCustomer), services_.diagnostics.clock.Today(), merged);
@@ -176,6 +184,7 @@ bool LetterRun::CreateLetters(const QString& letter) {
         cancelled = observer_.Cancelled() || !MayGoOn();
       });
     }
+    batches.Finish();
   }
   rows_.Close();
   keys_ = letters.Keys();
@@ -210,6 +219,11 @@ void LetterRun::LeaveOut(const Recordset& row, const QString& reason) {
           .arg(row.Field(QStringLiteral("Customer")).ToText(), NameLine(row), reason));
 }
 
+void LetterRun::LogExport(const QString& path) {
+  services_.events.LogMarketingEvent(QStringLiteral("Export Letters"));
+  services_.events.LogEvent(kEventPrint, 0, QStringLiteral("EXPORT"), QStringLiteral("File:") + ReportFileTitle(path));
+}
+
 /// \return what came out, or all when the user says so
 TakenOut LetterRun::OpenLetterReport(const LetterChoices& choices) {
   ReportPrinter& reports = services_.reports;
@@ -217,6 +231,7 @@ TakenOut LetterRun::OpenLetterReport(const LetterChoices& choices) {
   reports.TakePages({.firstDocument = choices.firstLetter, .lastDocument = choices.lastLetter});
   const ReportMode mode = choices.pdfFile.isEmpty() ? ReportMode::kPreview : ReportMode::kPdf;
   const QString path = LetterReportPath(services_.startup.ProgramFolder, services_.options);
+  if (mode == ReportMode::kPdf) LogExport(path);
   reports.OnPage([this](const ReportPage& page) {
     for (const QString& text : TextsThatDoNotFit(page))
       services_.resultsLog.LogProcessResult(
@@ -228,6 +243,7 @@ TakenOut LetterRun::OpenLetterReport(const LetterChoices& choices) {
     case ReportOutcome::kOut:
       return reports.Taken();
     case ReportOutcome::kFailed:
+      NotOut();
       return {};
     case ReportOutcome::kLookedAt:
       break;
@@ -237,6 +253,31 @@ TakenOut LetterRun::OpenLetterReport(const LetterChoices& choices) {
                          .buttons = MessageButtons::kYesNo,
                          .defaultAnswer = MessageAnswer::kNo};
   return {.all = services_.diagnostics.ui.ShowMessage(question) == MessageAnswer::kYes};
+}
+
+/// The rows whose letters came out and are not written down as sent.
+std::vector<qint64> LetterRun::RowsOf(const TakenOut& taken) const {
+  std::vector<qint64> rows;
+  for (size_t i = 0; i < made_.size(); ++i)
+    if (taken.Holds(keys_.value(static_cast<qsizetype>(i))) && !sent_.contains(made_[i])) rows.push_back(made_[i]);
+  return rows;
+}
+
+void LetterRun::AboutToAppear(const TakenOut& taken, const QString& file) {
+  if (!marks_) return;
+  announced_ = RowsOf(taken);
+  letterMarks_.AboutToAppear(campaignId_, announced_, file);
+}
+
+/// The file that was announced, if there was one, did not take its place.
+void LetterRun::NotOut() {
+  if (announced_.empty()) return;
+  try {
+    letterMarks_.NotOut(campaignId_, announced_);
+  } catch (const DatabaseError& error) {
+    services_.diagnostics.errors.ShowError(kMarkLocation, QStringLiteral("MarkLettersAsProcessed"),
+                                           error.Description());
+  }
 }
 
 void LetterRun::TookOut(const TakenOut& taken) {
@@ -261,24 +302,15 @@ bool LetterRun::MayGoOn() {
 /// Writes down what came out and was not written down yet.
 /// \return false when it failed (already reported)
 bool LetterRun::MarkLettersAsProcessed(const TakenOut& taken) {
-  Connection& connection = services_.statements.Shared();
   bool done = false;
   try {
-    Transaction transaction(connection.Driver());
-    QSet<qint64> sent = sent_;
-    for (size_t i = 0; i < made_.size(); ++i)
-      if (taken.Holds(keys_.value(static_cast<qsizetype>(i))) && !sent.contains(made_[i]) &&
-          journal_.Write(made_[i], campaignId_, Channel::kLetter, JournalState::kSent))
-        sent.insert(made_[i]);
-    const Recordset marked = Procedure(connection, "proc_updp_Letters_Processed").Open({{"@CampaignID", campaignId_}});
-    transaction.Commit();
-    const auto processed = static_cast<int>(marked.RecordCount());
-    if (sent.size() > sent_.size())
+    const LetterMarks::Marked marked = letterMarks_.WentOut(campaignId_, RowsOf(taken));
+    if (!marked.rows.isEmpty())
       services_.resultsLog.LogProcessResult(QStringLiteral("Letters that went out: %1, rows marked as processed: %2")
-                                                .arg(sent.size() - sent_.size())
-                                                .arg(processed));
-    summary_.processed += processed;
-    sent_ = std::move(sent);
+                                                .arg(marked.rows.size())
+                                                .arg(marked.processed));
+    summary_.processed += marked.processed;
+    sent_ += marked.rows;
     done = true;
   } catch (const DatabaseError& error) {
     services_.diagnostics.errors.ShowError(kMarkLocation, QStringLiteral("MarkLettersAsProcessed"),

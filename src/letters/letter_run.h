@@ -10,6 +10,8 @@
 #include "dispatch/results_log.h"
 #include "dispatch/send_journal.h"
 #include "dispatch/send_refusals.h"
+#include "letters/letter_marks.h"
+#include "letters/letters_table.h"
 #include "printing/print_report.h"
 #include "results/counters.h"
 
@@ -56,7 +58,8 @@ class LetterObserver {
 };
 
 /// One run. A letter is written down as "sending" when it is made, refused to a customer who has said no since the query, and as "sent" once the letters were
-/// printed or saved, at once; only rows with a new "sent" are marked. A run that was broken off is repeated for the rows without one. Letters that are made
+/// printed or saved, at once; only rows with a new "sent" are marked. A run that was killed when its file was about to appear leaves its letters in doubt, and the next
+/// one asks. A run that was broken off is repeated for the rows without one. Letters that are made
 /// again leave what is on record as it is: they did go out once.
 ///
 /// The campaign is held from the first letter until this object goes, so that no other run makes letters of it.
@@ -69,15 +72,20 @@ class LetterRun : private ReportFollower {
 
  private:
   [[nodiscard]] bool MayBegin(const QString& letter);
+  [[nodiscard]] bool SettleDoubt();
   [[nodiscard]] bool AskForAgain();
   [[nodiscard]] int CountLetters();
-  [[nodiscard]] bool MakeLetters(const QString& letter);
+  [[nodiscard]] bool MakeLetters(const QString& letter, LettersTable& letters);
   /// \return false when it failed or was cancelled
-  [[nodiscard]] bool CreateLetters(const QString& letter);
+  [[nodiscard]] bool CreateLetters(const QString& letter, LettersTable& letters);
   [[nodiscard]] bool WentOut(const Recordset& row) const;
   [[nodiscard]] bool MayGetLetter(const Recordset& row);
   [[nodiscard]] TakenOut OpenLetterReport(const LetterChoices& choices);
   bool MarkLettersAsProcessed(const TakenOut& taken);
+  [[nodiscard]] std::vector<qint64> RowsOf(const TakenOut& taken) const;
+  void NotOut();
+  void LogExport(const QString& path);
+  void AboutToAppear(const TakenOut& taken, const QString& file) override;
   void TookOut(const TakenOut& taken) override;
   [[nodiscard]] bool MayGoOn() override;
   void LeaveOut(const Recordset& row, const QString& reason);
@@ -87,6 +95,7 @@ class LetterRun : private ReportFollower {
   LetterObserver& observer_;
   SendJournal journal_;
   SendRefusals refusals_;
+  LetterMarks letterMarks_;
   CampaignClaim claim_;
   int campaignId_ = 0;
   bool again_ = false;                  // also letters that went out
@@ -97,6 +106,7 @@ class LetterRun : private ReportFollower {
   std::vector<qint64> made_;            // rows whose letter was made, in the order of the letters
   QStringList keys_;                    // of their letters
   QSet<qint64> sent_;                   // rows that are written down as sent
+  std::vector<qint64> announced_;       // rows that are written down as about to appear in the file
   LetterSummary summary_;
 };
 

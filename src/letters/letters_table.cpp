@@ -1,11 +1,21 @@
 #include "letters/letters_table.h"
 
+#include "settings/run_key.h"
 #include "util/text.h"
 
 namespace qbx {
 
-bool LettersTable::Begin() {
-  if (!statements_.dbExecute(QStringLiteral("DELETE FROM [Letters]") + WhereSession()).Ok()) return false;
+namespace {
+
+QString WhereSessionIs(const QString& session) {
+  return QStringLiteral(" WHERE SessionID = ") + SqlQuoted(session);
+}
+
+}  // namespace
+
+bool LettersTable::Begin(const QDate& today) {
+  if (!Delete(session_)) return false;
+  DeleteLeftBehind(today);
   if (statements_.dbOpenRec(letters_, QStringLiteral("SELECT TOP 1 * FROM Letters"), CursorType::kDynamic,
                             LockType::kOptimistic))
     return false;
@@ -26,16 +36,31 @@ void LettersTable::Add(const LetterRow& row) {
 }
 
 QStringList LettersTable::Keys() {
-  const std::unique_ptr<RowSource> rows = statements_.Shared().Driver().Execute(
-      QStringLiteral("SELECT LetterID FROM [Letters]") + WhereSession() + QStringLiteral(" ORDER BY LetterID"));
+  const std::unique_ptr<RowSource> rows =
+      statements_.Shared().Driver().Execute(QStringLiteral("SELECT LetterID FROM [Letters]") +
+                                            WhereSessionIs(session_) + QStringLiteral(" ORDER BY LetterID"));
   QStringList keys;
   while (rows->Next())
     keys += rows->At(0).ToValue().ToText();
   return keys;
 }
 
-QString LettersTable::WhereSession() const {
-  return QStringLiteral(" WHERE SessionID = ") + SqlQuoted(session_);
+void LettersTable::Clear() {
+  static_cast<void>(Delete(session_));
+}
+
+bool LettersTable::Delete(const QString& session) {
+  return statements_.dbExecute(QStringLiteral("DELETE FROM [Letters]") + WhereSessionIs(session)).Ok();
+}
+
+void LettersTable::DeleteLeftBehind(const QDate& today) {
+  Recordset sessions;
+  if (statements_.dbOpenRec(sessions, QStringLiteral("SELECT DISTINCT SessionID FROM [Letters]"))) return;
+  for (; !sessions.Eof(); sessions.MoveNext()) {
+    const QString session = sessions.Field(QStringLiteral("SessionID")).ToText();
+    const std::optional<QDate> day = DayOfRunKey(session);
+    if (day && day->daysTo(today) > kKept && !Delete(session)) return;
+  }
 }
 
 }  // namespace qbx

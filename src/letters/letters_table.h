@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QDate>
 #include <QString>
 #include <QStringList>
 
@@ -19,15 +20,21 @@ struct LetterRow {
   QString vehicle = {};
 };
 
-/// Adds the letters of one session. Its earlier ones go first, so sessions do not disturb each other.
+/// Adds the letters of one session. Its earlier ones go first, so sessions do not disturb each other. They go, too, when they are no longer needed: each holds a
+/// customer's whole letter.
 class LettersTable {
  public:
   /// \param session  marks the rows of this session
   LettersTable(Statements& statements, QString session) : statements_(statements), session_(std::move(session)) {}
 
-  /// Deletes the letters of the session and makes ready to add.
+  /// Days after which the letters of a session that was killed go.
+  static constexpr int kKept = 7;
+
+  /// Deletes the letters of the session, and those that sessions of long ago left behind, and makes ready to add.
   /// \return false when it failed (already reported)
-  [[nodiscard]] bool Begin();
+  [[nodiscard]] bool Begin(const QDate& today);
+  /// Deletes the letters of the session: their report was printed, or closed.
+  void Clear();
   /// \throws DatabaseError
   void Add(const LetterRow& row);
   /// The keys of the letters, in the order in which they were added.
@@ -35,7 +42,8 @@ class LettersTable {
   [[nodiscard]] QStringList Keys();
 
  private:
-  [[nodiscard]] QString WhereSession() const;
+  [[nodiscard]] bool Delete(const QString& session);
+  void DeleteLeftBehind(const QDate& today);
 
   Statements& statements_;
   QString session_;

@@ -58,6 +58,13 @@ CLI::Option* DeclareCampaign(CLI::App& command, std::string& argument) {
   return command.add_option("ID", argument, "Number of the campaign, or its name")->type_name("");
 }
 
+CLI::Option* DeclarePdf(CLI::App& command, std::string& file) {
+  return command.add_option("--pdf", file, "PDF file; one that exists is replaced")
+      ->required()
+      ->type_name("FILE")
+      ->check([](const std::string& name) { return std::string(name.empty() ? "The file needs a name" : ""); });
+}
+
 void DeclareAllowSameName(CLI::App& command, bool& allowSameName) {
   command.add_flag("--allow-same-name", allowSameName, "Store it even when another campaign has that name");
 }

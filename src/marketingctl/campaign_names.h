@@ -22,6 +22,8 @@ namespace qbx::ctl {
 
 /// Declares "ID", a campaign by number or name.
 CLI::Option* DeclareCampaign(CLI::App& command, std::string& argument);
+/// Declares "--pdf", the file that is written.
+CLI::Option* DeclarePdf(CLI::App& command, std::string& file);
 void DeclareAllowSameName(CLI::App& command, bool& allowSameName);
 
 }  // namespace qbx::ctl

@@ -47,6 +47,7 @@ constexpr QuestionRow kQuestions[] = {
     {Question::kChangeProcessedFlags, "--yes answers Yes", Reason::kNotAgreed},
     {Question::kCancelQueuedEmails, "--stop-on-error answers Yes", Reason::kOther, true},
     {Question::kRepeatDelivered, "--repeat-delivered answers Yes", Reason::kOther, true},
+    {Question::kLettersInDoubt, "--in-doubt sent answers Yes, --in-doubt not-sent answers No", Reason::kLettersInDoubt},
     {Question::kLettersAgain, "--again answers Yes", Reason::kOther, true},
     {Question::kGoOnSending, "--keep-going answers Yes", Reason::kOther, true},
 };

@@ -11,9 +11,13 @@ namespace qbx::ctl {
 
 namespace {
 
+constexpr char kWentOut[] = "sent";
+constexpr char kStayed[] = "not-sent";
+
 struct LettersArguments {
   std::string id;
   std::string pdf;
+  std::string inDoubt;
   int fromLetter = 0;
   int toLetter = 0;
   bool again = false;
@@ -44,6 +48,9 @@ int MakeLetters(Program& program, const LettersArguments& arguments) {
   if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
   if (arguments.again) program.ui.SetAnswer(Question::kLettersAgain, MessageAnswer::kYes);
   if (arguments.allowUnknownFields) program.ui.SetAnswer(Question::kUnknownFields, MessageAnswer::kYes);
+  if (!arguments.inDoubt.empty())
+    program.ui.SetAnswer(Question::kLettersInDoubt,
+                         arguments.inDoubt == kWentOut ? MessageAnswer::kYes : MessageAnswer::kNo);
   NoOutlet outlet;
   TerminalLetters observer(program.ui);
   ReportPrinter reports = program.desk.MakeReportPrinter(outlet);
@@ -55,7 +62,8 @@ int MakeLetters(Program& program, const LettersArguments& arguments) {
                                                       .lastLetter = arguments.toLetter,
                                                       .markProcessed = !arguments.noMark});
   program.desk.resultsLog.StopListening(listener);
-  if (HeadlessUi::Interrupted()) return Refuse(Reason::kInterrupted, QStringLiteral("The letters were interrupted."));
+  if (!summary.done && HeadlessUi::Interrupted())
+    return Refuse(Reason::kInterrupted, QStringLiteral("The letters were interrupted."));
   if (!summary.done && (program.ui.Warned() || program.ui.Declined())) return kRefused;
   if (program.json) {
     PrintJson(QJsonObject{{QStringLiteral("letters"), summary.letters},
@@ -77,13 +85,17 @@ void AddLettersCommand(Runner& runner) {
   CLI::App& command =
       *runner.Root().add_subcommand("letters", "Write the letters of a campaign to a PDF file and mark their rows");
   command.add_option("ID", arguments->id, "Campaign, by number or name")->required();
-  command.add_option("--pdf", arguments->pdf, "PDF file; one that exists is replaced")->required()->type_name("FILE");
+  DeclarePdf(command, arguments->pdf);
   command.add_option("--from-letter", arguments->fromLetter, "First letter to write, 1 the first")
       ->check(CLI::Range(1, std::numeric_limits<int>::max()))
       ->type_name("N");
   command.add_option("--to-letter", arguments->toLetter, "Last letter to write; the others stay due")
       ->check(CLI::Range(1, std::numeric_limits<int>::max()))
       ->type_name("N");
+  command
+      .add_option("--in-doubt", arguments->inDoubt,
+                  "Letters that a killed call may have put into its file went out, or did not")
+      ->check(CLI::IsMember({kWentOut, kStayed}));
   command.add_flag("--again", arguments->again, "Make letters again that went out before");
   command.add_flag("--no-mark", arguments->noMark, "Write the file only: no row is marked, and the letters stay due");
   command.add_flag("--allow-unknown-fields", arguments->allowUnknownFields,

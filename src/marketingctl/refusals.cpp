@@ -42,7 +42,9 @@ constexpr auto kErrorCodes = std::to_array<ErrorCode>({
     {Reason::kCreditsUnknown, "credits_unknown", "the SMS gateway answered, but not with a balance"},
     {Reason::kGatewayAway, "gateway_away", "the SMS gateway cannot be reached"},
     {Reason::kNothingToSend, "nothing_to_send", "nothing was due, and --nothing-is-an-error was given"},
-    {Reason::kInterrupted, "interrupted", "the query was interrupted"},
+    {Reason::kLettersInDoubt, "letters_in_doubt",
+     "letters may stand in a file and were not marked, and --in-doubt was not given"},
+    {Reason::kInterrupted, "interrupted", "the query, the letters or the report were interrupted"},
     {Reason::kOther, "failed", "anything else; the message says what"},
 });
 

@@ -7,11 +7,15 @@
 #include "marketingctl/commands.h"
 #include "marketingctl/date_argument.h"
 #include "marketingctl/output.h"
+#include "marketingctl/refusals.h"
 #include "printing/report_files.h"
+#include "reports/report_error.h"
 
 namespace qbx::ctl {
 
 namespace {
+
+constexpr char kCampaign[] = "--campaign";
 
 struct ReportArguments {
   std::string file;
@@ -31,8 +35,34 @@ QString PathOf(const Application& app, const std::string& file) {
   return QFileInfo::exists(path) ? path : ReportPath(app.startup.ProgramFolder, path);
 }
 
+/// What the definition reads and the command line does not give. A definition that cannot be opened is told of when it is run.
+QStringList MissingFlags(const QString& path, const ReportArguments& arguments) {
+  QStringList missing;
+  try {
+    const QStringList fields = Report::Open(path).ParameterFields();
+    if (fields.contains(QLatin1String("{?@SessionID}")))
+      throw CLI::ValidationError(QFileInfo(path).fileName().toStdString() +
+                                 ": it prints letters, which the command \"letters\" makes");
+    const auto look = [&](const char* field, const char* flag, bool given) {
+      if (!given && fields.contains(QLatin1String(field))) missing += QLatin1String(flag);
+    };
+    look("{?@CampaignID}", kCampaign, arguments.campaign.has_value());
+    look("{?@DateFrom}", "--from", arguments.from.has_value());
+    look("{?@DateTo}", "--to", arguments.to.has_value());
+  } catch (const ReportError&) {
+  }
+  return missing;
+}
+
 int MakeReport(Program& program, const ReportArguments& arguments) {
   Application& app = program.app;
+  const QString path = PathOf(app, arguments.file);
+  const QStringList missing = MissingFlags(path, arguments);
+  const QString flags = missing.join(QStringLiteral(" and "));
+  if (missing.contains(QLatin1String(kCampaign)))
+    throw CLI::ValidationError(
+        QStringLiteral("%1 is about one campaign and needs %2").arg(QFileInfo(path).fileName(), flags).toStdString());
+  if (!missing.isEmpty()) PrintNote(QStringLiteral("The report reads %1, which was not given.").arg(flags));
   if (arguments.campaign) {
     const std::optional<int> id = FindCampaign(program, *arguments.campaign);
     if (!id || !app.campaignStorage.LoadCampaign(*id)) return kRefused;
@@ -51,8 +81,9 @@ int MakeReport(Program& program, const ReportArguments& arguments) {
     return true;
   });
   reports.state.pdfFileName = QString::fromStdString(arguments.pdf);
-  if (reports.PrintReport(PathOf(app, arguments.file), ReportMode::kPdf, false, values) == ReportOutcome::kFailed)
-    return kRefused;
+  if (reports.PrintReport(path, ReportMode::kPdf, false, values) == ReportOutcome::kFailed)
+    return HeadlessUi::Interrupted() ? Refuse(Reason::kInterrupted, QStringLiteral("The report was interrupted."))
+                                     : static_cast<int>(kRefused);
   if (program.json) {
     PrintJson(
         QJsonObject{{QStringLiteral("file"), QString::fromStdString(arguments.pdf)}, {QStringLiteral("pages"), pages}});
@@ -69,8 +100,8 @@ void AddReportCommand(Runner& runner) {
   CLI::App& command = *runner.Root().add_subcommand("report", "Write a report to a PDF file");
   command.add_option("FILE", arguments->file, "Report definition: a path, or a name in the program folder's Reports")
       ->required();
-  command.add_option("--pdf", arguments->pdf, "PDF file; one that exists is replaced")->required()->type_name("FILE");
-  command.add_option("--campaign", arguments->campaign, "Campaign that the report is about, by number or name")
+  DeclarePdf(command, arguments->pdf);
+  command.add_option(kCampaign, arguments->campaign, "Campaign that the report is about, by number or name")
       ->type_name("ID");
   command.add_option("--from", arguments->from, "First day of the period, yyyy-mm-dd or relative")->type_name("DATE");
   command.add_option("--to", arguments->to, "Last day of the period")->type_name("DATE");

@@ -11,6 +11,7 @@
 #include "dispatch/row_changes.h"
 #include "dispatch/row_survey.h"
 #include "dispatch/settle_doubt.h"
+#include "letters/letter_rows.h"
 #include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
@@ -96,6 +97,17 @@ bool Toggle(Program& program, const std::vector<std::string>& toggle) {
   return false;
 }
 
+/// ", Went out: 4 / 6".
+QString LettersOut(Program& program) {
+  try {
+    const LetterCounts counts = ReadLetterCounts(program.app.connection, program.desk.results.CampaignId());
+    const QString line = LettersOutLine(counts, program.desk.counters.Values().letters);
+    return line.isEmpty() ? line : QStringLiteral(", ") + line;
+  } catch (const DatabaseError&) {
+    return {};  // the rows are shown all the same
+  }
+}
+
 void Print(Program& program) {
   const QJsonArray rows = RowsToJson(program.desk.results.Rows());
   if (program.json) {
@@ -108,8 +120,8 @@ void Print(Program& program) {
               QStringLiteral("Send_Email"), QStringLiteral("Send_Letter"), QStringLiteral("Processed")});
   const CounterLabels labels = MakeCounterLabels(program.desk.counters.Values(), {});
   PrintLine(program.desk.results.CountText().trimmed() + QStringLiteral("; ") + labels.lblLetters +
-            QStringLiteral("; ") + labels.lblSMS0 + QStringLiteral(", ") + labels.lblSMS1 + QStringLiteral("; ") +
-            labels.lblEmail0 + QStringLiteral(", ") + labels.lblEmail1);
+            LettersOut(program) + QStringLiteral("; ") + labels.lblSMS0 + QStringLiteral(", ") + labels.lblSMS1 +
+            QStringLiteral("; ") + labels.lblEmail0 + QStringLiteral(", ") + labels.lblEmail1);
 }
 
 /// Those of the rows asked for that the campaign does not hold.

@@ -30,6 +30,7 @@ enum class Question {
   kGoOnSending,
   kChangeProcessedFlags,
   kLettersAgain,
+  kLettersInDoubt,
 };
 
 /// Why something is refused, as far as a script has to tell reasons apart. The headless runner gives each a code (`ErrorCodes`); to windows they
@@ -63,6 +64,7 @@ enum class Reason {
   kCreditsUnknown,
   kGatewayAway,
   kNothingToSend,
+  kLettersInDoubt,
   kInterrupted,
 };
 

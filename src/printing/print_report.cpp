@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "printing/empty_columns.h"
 #include "reports/report_error.h"
 #include "util/typed_date.h"
 
@@ -85,6 +86,7 @@ bool ReportPrinter::InitialiseReport(const QString& path) {
     return false;
   }
   if (rows_) {
+    hiddenColumns_ += EmptyColumns(*report_, *RowsOfRecordset(rows_->Clone()));
     report_->FeedFrom(std::move(*rows_));
     report_->HideColumns(hiddenColumns_);
   }
@@ -129,6 +131,7 @@ bool ReportPrinter::ApplyFilter() {
 
 void ReportPrinter::Deliver(ReportMode mode, bool prompt) {
   ConnectedRows database(parts_.connection, parts_.diagnostics);
+  report_->HideColumns(EmptyColumns(*report_, database));
   if (mode == ReportMode::kPdf) return WritePdfFile(database);
   const ReportRun run{.report = *report_,
                       .database = database,
@@ -151,8 +154,13 @@ void ReportPrinter::WritePdfFile(ConnectedRows& database) {
     taken_.Add(page);
     return goesOn() && (!onPage_ || onPage_(page));
   };
-  const PdfChoices choices{
-      .title = state.reportTitle.isEmpty() ? state.reportName : state.reportTitle, .range = range_, .goesOn = goesOn};
+  const auto beforePlaced = [this] {
+    if (follower_ != nullptr) follower_->AboutToAppear(taken_, state.pdfFileName);
+  };
+  const PdfChoices choices{.title = state.reportTitle.isEmpty() ? state.reportName : state.reportTitle,
+                           .range = range_,
+                           .goesOn = goesOn,
+                           .beforePlaced = beforePlaced};
   taken_ = {};
   std::unique_ptr<Pager> pager = report_->LayOut(database);
   parts_.diagnostics.status.ShowStatus(QString::fromLatin1(kOpening), true);

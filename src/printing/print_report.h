@@ -26,6 +26,12 @@ enum class ReportMode { kPreview = 0, kPrint = 1, kPdf = 2 };
 class ReportFollower {
  public:
   virtual ~ReportFollower() = default;
+  /// A PDF file that is asked for by its name is complete and takes its place next. What this throws leaves the file as it was.
+  /// \param taken  all that stands in it
+  virtual void AboutToAppear(const TakenOut& taken, const QString& file) {
+    static_cast<void>(taken);
+    static_cast<void>(file);
+  }
   /// Something was printed or saved.
   /// \param taken  all that was until now
   virtual void TookOut(const TakenOut& taken) { static_cast<void>(taken); }

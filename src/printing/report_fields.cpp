@@ -47,6 +47,13 @@ QString CompanyCode(const ReportFacts& facts) {
   return code.isEmpty() ? facts.startup.companyCode : code;
 }
 
+/// Empty where the address holds it already.
+QString Postcode(const ReportFacts& facts) {
+  const auto plain = [](const QString& text) { return QString(text).remove(u' ').toUpper(); };
+  const QString& postcode = facts.options.CoPostcode;
+  return plain(facts.options.Address).contains(plain(postcode)) ? QString() : postcode;
+}
+
 using FormulaSource = QString (*)(const ReportFacts& facts);
 
 const QHash<QString, FormulaSource>& FormulaSources() {
@@ -69,6 +76,8 @@ const QHash<QString, FormulaSource>& FormulaSources() {
       {QStringLiteral("{@CampaignName}"), [](Facts f) { return QuotedLines(f.campaign.record.Campaign_Name); }},
       {QStringLiteral("{@CompanyName}"), [](Facts f) { return Quoted(f.options.Company); }},
       {QStringLiteral("{@CompanyAddress}"), address},
+      {QStringLiteral("{@CompanyPostcode}"), [](Facts f) { return Quoted(Postcode(f)); }},
+      {QStringLiteral("{@CompanyTelephone}"), [](Facts f) { return Quoted(f.options.CoTelNo); }},
       {QStringLiteral("{@CompanyAddress_Persist_CS}"), address},
       {QStringLiteral("{@CompanyAddress_Persist}"), address},
       {QStringLiteral("{@CompanyAddress_1}"), address},

@@ -31,6 +31,7 @@ class Writer {
   bool Finish() {
     if (stopped_) return false;
     if (written_ == 0) throw PlainReportError{{QStringLiteral("There is no such page in the report.")}};
+    if (choices_.beforePlaced) choices_.beforePlaced();
     file_.Finish();
     return true;
   }

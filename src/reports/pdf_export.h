@@ -22,6 +22,8 @@ struct PdfChoices {
   PageRange range = {};
   Paper paper = Paper::kBlank;
   std::function<bool()> goesOn = {};  ///< asked at each page that is laid out and not written; false stops
+  std::function<void()> beforePlaced =
+      {};  ///< called when all pages are written, right before the file takes its place; what it throws leaves the file as it was
   bool wholeSheets = false;  ///< for both sides of the paper: what is printed as one begins on a sheet of its own
 };
 

@@ -1,17 +1,15 @@
 #include "startup/start_sequence.h"
 
-#include <QRandomGenerator>
 #include <QVersionNumber>
 
 #include "settings/edition_names.h"
+#include "settings/run_key.h"
 #include "startup/command_line.h"
 #include "startup/program_version.h"
 #include "util/text.h"
 
 namespace qbx {
 namespace {
-
-constexpr int kMaxRunKey = 36;
 
 void SetVersions(StartupValues& startup) {
   const QVersionNumber version = QVersionNumber::fromString(ProgramVersion());
@@ -26,12 +24,6 @@ void Call(const std::function<void()>& step) {
 }
 
 }  // namespace
-
-QString MakeRunKey(const QString& user, const QDateTime& now) {
-  QRandomGenerator random(static_cast<quint32>(now.toMSecsSinceEpoch()));
-  const QString time = now.toString(QStringLiteral("ddMMyy-HHmmss"));
-  return CutText(QStringLiteral("%1-%2-").arg(user, time) + QString::number(random.bounded(99)), kMaxRunKey);
-}
 
 StartOutcome StartSequence::Run(const QString& commandLine, const StartWindows& windows) {
   Prepare();

@@ -34,9 +34,6 @@ struct HeadlessStart {
   QString instance;      ///< as the switch /instance: takes it
 };
 
-/// "user-ddmmyy-HHmmss-n" with n from 0 to 98, at most 36 characters.
-[[nodiscard]] QString MakeRunKey(const QString& user, const QDateTime& now);
-
 /// What start-up works with. References only.
 struct StartParts {
   StartupValues& startup;

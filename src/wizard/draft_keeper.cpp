@@ -33,6 +33,7 @@ void DraftKeeper::Changed() {
 }
 
 void DraftKeeper::Begin() {
+  if (holds_ > 0) return Changed();
   if (writing_.valid() && writing_.wait_for(std::chrono::seconds(0)) != std::future_status::ready) return Changed();
   End();
   pause_.stop();

@@ -30,7 +30,19 @@ class DraftKeeper {
   void Changed();
   /// Called before the texts are looked at, for an editor that does not put every key into the wizard's state.
   void BeforeWriting(std::function<void()> called) { beforeWriting_ = std::move(called); }
-  /// Writes what changed at once, and waits for it.
+  /// Nothing is written, and the editors are not asked, while one of these lives: a campaign is being put into the wizard, whose texts and controls are partly
+  /// those of the one before.
+  class Hold {
+   public:
+    explicit Hold(DraftKeeper& keeper) : keeper_(keeper) { ++keeper_.holds_; }
+    ~Hold() { --keeper_.holds_; }
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+
+   private:
+    DraftKeeper& keeper_;
+  };
+  /// Writes what changed at once, and waits for it; not to be called while it is held.
   /// \return whether the draft holds the texts as they stand
   bool Write();
   /// Where the draft is; empty while there is none.
@@ -47,6 +59,7 @@ class DraftKeeper {
   const Drafts& drafts_;
   Diagnostics diagnostics_;
   std::function<void()> beforeWriting_;
+  int holds_ = 0;
   QTimer pause_;
   QTimer longest_;
   CampaignTexts saved_;

@@ -2,6 +2,7 @@
 
 #include <QFile>
 
+#include "platform/safe_file.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -54,6 +55,9 @@ Message OfferQuestion(const Draft& draft, const QString& campaign, const std::ve
 }  // namespace
 
 std::optional<TextKind> DraftOffer::Offer() {
+  if (parts_.drafts.LeftBehind().empty()) return std::nullopt;
+  const FileLock lock(parts_.drafts.OfferLock(), 0);
+  if (!lock.Locked()) return std::nullopt;
   for (const Draft& draft : parts_.drafts.LeftBehind()) {
     const Found found = Look(draft);
     if (found.stored == Stored::kUnknown) break;

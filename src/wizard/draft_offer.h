@@ -27,7 +27,8 @@ class DraftOffer {
   DraftOffer(const Parts& parts, Diagnostics diagnostics) : parts_(parts), diagnostics_(diagnostics) {}
 
   /// Asks about the newest draft. One whose texts are stored by now is removed without a question; one that the user throws away, which is asked about once
-  /// more, makes way for the next. Every other stays where it is until the next start.
+  /// more, makes way for the next. Every other stays where it is until the next start,
+  /// and so do all while another program asks about them.
   /// \return the first text that is not saved, when the wizard holds the campaign of a draft with its texts; the campaign counts as changed
   [[nodiscard]] std::optional<TextKind> Offer();
 

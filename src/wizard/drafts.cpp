@@ -58,10 +58,13 @@ bool IsWhole(const QJsonObject& object) {
 Drafts::Drafts(const StartupValues& startup, const HostInfo& host, const LogFile& log)
     : startup_(startup), host_(host), log_(log) {}
 
-QString Drafts::Prefix() const {
+QString Drafts::User() const {
   // A name of a user may hold anything; a hyphen ends it here.
-  const QByteArray user = QUrl::toPercentEncoding(startup_.user.toLower(), {}, "-");
-  return QStringLiteral("MARKETING-DRAFT-%1-").arg(QLatin1String(user));
+  return QLatin1String(QUrl::toPercentEncoding(startup_.user.toLower(), {}, "-"));
+}
+
+QString Drafts::Prefix() const {
+  return QStringLiteral("MARKETING-DRAFT-%1-").arg(User());
 }
 
 QString Drafts::File(int campaignId) const {
@@ -69,6 +72,10 @@ QString Drafts::File(int campaignId) const {
   return QDir(startup_.ProgramFolder)
       .filePath(Prefix() + QStringLiteral("%1-%2-%3").arg(campaignId).arg(process).arg(host_.ProcessStart(process)) +
                 QLatin1String(kEnding));
+}
+
+QString Drafts::OfferLock() const {
+  return QDir(startup_.ProgramFolder).filePath(QStringLiteral("MARKETING-OFFER-%1.lock").arg(User()));
 }
 
 QByteArray Drafts::Bytes(const Draft& draft) const {

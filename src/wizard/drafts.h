@@ -32,10 +32,15 @@ class Drafts {
   /// What is written there.
   [[nodiscard]] QByteArray Bytes(const Draft& draft) const;
 
+  /// The lock of the program that asks the user about them: another one that starts at the same moment does not.
+  [[nodiscard]] QString OfferLock() const;
+
   /// Drafts whose program ended without removing them, newest first; to be asked before this process writes one. A file that cannot be understood is reported in the log and set aside under another name.
   [[nodiscard]] std::vector<Draft> LeftBehind() const;
 
  private:
+  /// The user as a part of a file name.
+  [[nodiscard]] QString User() const;
   /// Begins every name of a file of the user.
   [[nodiscard]] QString Prefix() const;
 

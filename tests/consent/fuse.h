@@ -14,6 +14,7 @@ namespace qbx::consent {
 /// fails.
 struct Fuse {
   int left = 0;                 ///< calls up to the last one; 0: none is counted
+  QString procedure = {};       ///< the last call is the next one of this procedure
   bool fails = false;           ///< the last call fails, and the process lives on
   std::function<void()> burnt;  ///< takes the process out of the list of those that live
 };
@@ -31,6 +32,10 @@ class FusedSession final : public SessionWrapper {
     End();
   }
   std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) override {
+    if (!fuse_.procedure.isEmpty() && procedure == fuse_.procedure) {
+      fuse_ = {.left = 0, .procedure = {}, .fails = fuse_.fails, .burnt = fuse_.burnt};
+      End();
+    }
     const Pause pause(fuse_, procedure);
     return SessionWrapper::Call(procedure, parameters);
   }

@@ -47,15 +47,15 @@ void HostProgram::Withdraw() {
   }
   WithdrawOne(*customer);
   StoreConsent(*customer, Database());
-  story_.Tell(QStringLiteral("  host: customer %1 now consent %2, No Marketing %3, text %4, e-mail %5")
+  story_.Tell(QStringLiteral("  host: customer %1 now consent %2, No Marketing %3, text %4, e-mail %5, letter %6")
                   .arg(key)
                   .arg(Shown(customer->consent))
                   .arg(customer->noMarketing)
-                  .arg(Shown(customer->canSms), Shown(customer->canEmail)));
+                  .arg(Shown(customer->canSms), Shown(customer->canEmail), Shown(customer->canLetter)));
 }
 
 void HostProgram::WithdrawOne(Customer& customer) {
-  switch (random_.Between(0, 6)) {
+  switch (random_.Between(0, 7)) {
     case 0:
     case 1:
       customer.consent = 2;
@@ -72,9 +72,12 @@ void HostProgram::WithdrawOne(Customer& customer) {
     case 5:
       customer.canEmail = random_.Chance(60) ? Number(0) : Number();
       break;
+    case 6:
+      customer.canLetter = random_.Chance(60) ? Number(0) : Number();
+      break;
     default:  // somebody says yes after all: nobody is left out for that
       customer.consent = 1;
-      customer.canSms = customer.canEmail = 1;
+      customer.canSms = customer.canEmail = customer.canLetter = 1;
       customer.noMarketing = false;
       break;
   }

@@ -19,8 +19,9 @@ QString Unbroken(QString text) {
   return text;
 }
 
-/// A reason: a line of the results log that names the customer.
-bool Names(const QStringList& log, int customer) {
+}  // namespace
+
+bool NamesCustomer(const QStringList& log, int customer) {
   const QString number = QString::number(customer);
   return std::any_of(log.begin(), log.end(), [&](const QString& line) {
     const qsizetype at = line.indexOf(number, line.indexOf(QStringLiteral(" - ")));
@@ -28,8 +29,6 @@ bool Names(const QStringList& log, int customer) {
            (at + number.size() == line.size() || !line[at + number.size()].isDigit());
   });
 }
-
-}  // namespace
 
 void Ledger::Take(std::vector<Row> selected) {
   rows = std::move(selected);
@@ -49,7 +48,11 @@ Row* Ledger::Find(qint64 record) {
 /// Every template begins with "{lastname}/{regno}:", which no two rows share.
 Row* Ledger::Whose(const Delivery& delivery) {
   const QString& text = delivery.channel == Channel::kSms ? delivery.text : delivery.subject;
-  const auto found = byTag_.constFind(text.section(QLatin1Char(':'), 0, 0));
+  return WithTag(text.section(QLatin1Char(':'), 0, 0));
+}
+
+Row* Ledger::WithTag(const QString& tag) {
+  const auto found = byTag_.constFind(tag);
   return found == byTag_.cend() ? nullptr : &rows[*found];
 }
 
@@ -259,7 +262,7 @@ void Ledger::CheckDone(const Row& row, const StoredRow& stored, Channel channel,
   const bool doubt = (row.sms.wanted && journal.sms == JournalState::kSending) ||
                      (row.mail.wanted && journal.email == JournalState::kSending);
   if (doubt || half.delivered) return;
-  const bool named = Names(report.log, row.customer);
+  const bool named = NamesCustomer(report.log, row.customer);
   if (half.attempted) {
     if (half.refused && !named) Fault(row, channel, QStringLiteral("failed without a line in the results log"));
     return;

@@ -19,6 +19,7 @@ struct StoredRow {
   QString vehicle;
   bool sms = false, mail = false, letter = false, processed = false;
   JournalEntry journal;
+  bool letterDoubt = false;  ///< its letter was about to appear in a file
 };
 
 /// How a run went.
@@ -28,6 +29,9 @@ struct RunReport {
   bool died = false;
   QStringList log;  ///< its lines of the results log
 };
+
+/// Whether a line of the results log names the customer: a reason.
+[[nodiscard]] bool NamesCustomer(const QStringList& log, int customer);
 
 /// Hears of everything that is sent. The rules:
 ///   1. Nobody who may not be contacted, as asked when the message was announced.
@@ -46,6 +50,8 @@ class Ledger final : public Postbox {
   void Take(std::vector<Row> selected);
   [[nodiscard]] Row* Find(qint64 record);
   [[nodiscard]] Row* Whose(const Delivery& delivery);
+  /// \param tag  "{lastname}/{regno}"
+  [[nodiscard]] Row* WithTag(const QString& tag);
 
   // What a run does.
   void RunBegins();

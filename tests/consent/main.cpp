@@ -1,7 +1,7 @@
 // consent_rounds: random rounds of the whole program against its promises. See README.md.
 
 #include <CLI/CLI.hpp>
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <chrono>
 #include <cstdio>
 #include <memory>
@@ -32,7 +32,8 @@ void PrintFailure(const RoundWishes& wishes, int number, int realEvery, const St
 
 int main(int argc, char** argv) {
   qbx::SettleTimeZone();
-  const QCoreApplication application(argc, argv);
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argc, argv);
   CLI::App command("Random rounds of the whole program against its promises");
   RoundWishes wishes;
   int rounds = 300;
@@ -71,15 +72,15 @@ int main(int argc, char** argv) {
       Print(line);
   }
   const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-  Print(QStringLiteral(
-            "%1 rounds of seed %2: %3 rows, %4 runs, %5 of which were killed, %6 messages arrived; no rule was broken. "
-            "%7 s")
+  Print(QStringLiteral("%1 rounds of seed %2: %3 rows, %4 runs, %5 of which were killed, %6 messages and %7 letters "
+                       "arrived; no rule was broken. %8 s")
             .arg(rounds)
             .arg(wishes.seed)
             .arg(counts.rows)
             .arg(counts.runs)
             .arg(counts.deaths)
             .arg(counts.arrived)
+            .arg(counts.letters)
             .arg(seconds, 0, 'f', 1));
   return 0;
 }

@@ -75,6 +75,13 @@ Text Email(RandomSource& random, const World& world, int key) {
   }
 }
 
+/// No random numbers: garages stay what they were before there were addresses.
+Text Address(int key) {
+  if (key % 7 == 0) return {};
+  if (key % 7 == 1) return QStringLiteral("The Old Mill");
+  return QStringLiteral("%1 High Street\rMilbury\rMB1 2AB").arg(key);
+}
+
 Text Contact(RandomSource& random) {
   static const std::vector<Text> kContacts = {{},
                                               {},
@@ -98,6 +105,7 @@ Customer MakeCustomer(RandomSource& random, const World& world, int key) {
   customer.contact = Contact(random);
   customer.mobile = Mobile(random, world, key);
   customer.email = Email(random, world, key);
+  customer.address = Address(key);
   customer.type = random.Between(0, static_cast<int>(world.types.size()));
   customer.source = random.Between(0, static_cast<int>(world.sources.size()));
   customer.noMarketing = random.Chance(12);

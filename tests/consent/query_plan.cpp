@@ -64,7 +64,7 @@ SendMethods MakeSendMethods(RandomSource& random) {
   const auto rule = [&random](const QStringList& rules) {
     return random.Chance(60) ? 0 : random.Between(-1, static_cast<int>(rules.size()) - 1);
   };
-  return {.sms = rule(SmsRules()), .email = rule(EmailRules()), .letter = random.Chance(60) ? -1 : rule(LetterRules())};
+  return {.sms = rule(SmsRules()), .email = rule(EmailRules()), .letter = random.Chance(35) ? -1 : rule(LetterRules())};
 }
 
 QString Describe(const QueryPlan& plan) {

@@ -1,5 +1,6 @@
 #include "consent/real_round.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QProcess>
@@ -8,6 +9,7 @@
 #include "consent/command_lines.h"
 #include "consent/garage_folder.h"
 #include "consent/host_program.h"
+#include "consent/letter_ledger.h"
 #include "consent/make_world.h"
 #include "consent/sandbox_post.h"
 #include "consent/stored_rows.h"
@@ -27,6 +29,7 @@ class RealRound {
         random_(RoundSeed(wishes.seed, number), 101),
         world_(MakeGarage(number, wishes)),
         ledger_(world_, story, clock_),
+        letters_(ledger_, world_, story, clock_),
         host_(world_, ledger_, story, folder_.DatabaseFile(), RoundSeed(wishes.seed, number)),
         post_(sandbox) {
     StoreWorld(world_, {sandbox.HttpPort(), sandbox.SmtpPort()}, host_.Database());
@@ -37,6 +40,7 @@ class RealRound {
     post_.SteerNobody();
     if (RunQuery() && Prepare()) {
       for (int runs = random_.Between(1, 2); runs > 0 && !story_.Failed(); --runs) {
+        if (random_.Chance(60)) MakeLetters(true);
         if (random_.Chance(60)) post_.SteerSome(ledger_.rows, random_, 25);
         DisturbedRun();
         if (random_.Chance(30)) host_.Withdraw();
@@ -46,9 +50,11 @@ class RealRound {
         if (story_.Failed()) break;
         story_.Tell(last == 0 ? QStringLiteral("sends; all is well") : QStringLiteral("sends again"));
         EndRun(Call(SendWords(false)), {});
+        if (!story_.Failed()) MakeLetters(false);
       }
     }
     counts_.arrived = ledger_.Arrived();
+    counts_.letters = letters_.Count();
     return counts_;
   }
 
@@ -56,7 +62,7 @@ class RealRound {
   struct Ended {
     int code = -1;  ///< -1: by a signal
     QJsonObject json;
-    QString complaint;
+    QStringList complaints;  ///< the lines of stderr
   };
 
   static World MakeGarage(int number, const RoundWishes& wishes) {
@@ -68,6 +74,7 @@ class RealRound {
   bool Prepare();
   void Toggle(Row& row);
   void DisturbedRun();
+  void MakeLetters(bool wild);
   [[nodiscard]] QHash<qint64, std::array<Announcement, 2>> Disturb(QProcess& process);
   [[nodiscard]] QStringList SendWords(bool repeat);
   void EndRun(const Ended& ended, const QHash<qint64, std::array<Announcement, 2>>& before);
@@ -82,11 +89,14 @@ class RealRound {
   SystemClock clock_;
   World world_;
   Ledger ledger_;
+  LetterLedger letters_;
   HostProgram host_;
   SandboxPost post_;
   QueryPlan plan_;
   int campaign_ = 0;
   bool repeat_ = false;
+  int files_ = 0;
+  QString lastFile_;
   RoundCounts counts_;
 };
 
@@ -110,8 +120,8 @@ RealRound::Ended RealRound::Finish(QProcess& process) {
   Ended ended;
   if (process.exitStatus() == QProcess::NormalExit) ended.code = process.exitCode();
   ended.json = QJsonDocument::fromJson(process.readAllStandardOutput()).object();
-  ended.complaint = QString::fromUtf8(process.readAllStandardError()).simplified();
-  story_.Tell(QStringLiteral("  ends with %1 %2").arg(ended.code).arg(ended.complaint));
+  ended.complaints = QString::fromUtf8(process.readAllStandardError()).split(u'\n', Qt::SkipEmptyParts);
+  story_.Tell(QStringLiteral("  ends with %1 %2").arg(ended.code).arg(ended.complaints.join(QStringLiteral(" | "))));
   return ended;
 }
 
@@ -123,7 +133,13 @@ bool RealRound::RunQuery() {
                        QStringLiteral("{lastname}/{regno}: {contact}"),
                        QStringLiteral("Für {contact}\r\n{currentdate} {duedate}")};
   if (random_.Chance(30)) host_.Withdraw();
-  const Ended ended = Call(QueryWords(plan_, ledger_.templates));
+  letters_.letter = ledger_.templates.sms;
+  const QString letter = folder_.Path() + QStringLiteral("/letter.rtf");
+  QFile rtf(letter);
+  if (!rtf.open(QIODevice::WriteOnly) || rtf.write(AsRtf(letters_.letter).toLatin1()) < 1)
+    story_.Fault(QStringLiteral("no letter"));
+  rtf.close();
+  const Ended ended = Call(QueryWords(plan_, ledger_.templates) + QStringList{QStringLiteral("--letter"), letter});
   if (ended.code != kCodeDone) story_.Fault(QStringLiteral("the query was refused"));
   campaign_ = ended.json.value(QStringLiteral("campaign")).toInt();
   const std::vector<Picked> picked = Select(world_, plan_, true, world_.settings);
@@ -174,6 +190,39 @@ void RealRound::DisturbedRun() {
   const auto process = Start(words);
   const QHash<qint64, std::array<Announcement, 2>> before = Disturb(*process);
   EndRun(Finish(*process), before);
+}
+
+/// Letters into a file; the program may be killed while it makes them, and at the moment at which the file appears.
+void RealRound::MakeLetters(bool wild) {
+  ++counts_.runs;
+  QString file = folder_.Path() + QStringLiteral("/letters%1.pdf").arg(++files_);
+  QStringList words{QStringLiteral("letters"), QString::number(campaign_), QStringLiteral("--pdf"), file};
+  // A person has looked whether the file of the last call is there.
+  if (files_ > 1)
+    words << QStringLiteral("--in-doubt")
+          << (QFile::exists(lastFile_) ? QStringLiteral("sent") : QStringLiteral("not-sent"));
+  letters_.RunBegins(false);
+  const auto process = Start(words);
+  if (wild && random_.Chance(70)) {
+    const bool atFile = random_.Chance(60);
+    const int milliseconds = random_.Between(0, 200);
+    for (int waited = 0; process->state() != QProcess::NotRunning && !process->waitForFinished(0); ++waited) {
+      if (atFile ? QFile::exists(file) : waited >= milliseconds) break;
+      QThread::usleep(atFile ? 20 : 1000);
+    }
+    story_.Tell(QStringLiteral("  kill -9"));
+    process->kill();
+    ++counts_.deaths;
+  }
+  const Ended ended = Finish(*process);
+  LetterReport report;
+  report.finished = ended.code == kCodeDone;
+  report.died = ended.code < 0;
+  report.saved = true;
+  report.log = ended.complaints;
+  ReadLetterFile(file, letters_);
+  lastFile_ = file;
+  letters_.RunEnds(report, ReadRows(host_.Database(), campaign_));
 }
 
 /// Waits for some messages, then kills the program or lets a customer say no.

@@ -168,6 +168,7 @@ void Round::DieInMethods(const SendMethods& methods) {
 bool Round::PrepareRows() {
   Between(25);
   ledger_.templates = MakeTemplates(random_);
+  letters_.letter = MakeTemplates(random_).emailBody;
   saved_ = random_.Chance(80);
   if (saved_ && !user_->Save(QStringLiteral("Round"), ledger_.templates))
     story_.Fault(QStringLiteral("the campaign was not saved"));

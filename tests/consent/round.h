@@ -15,12 +15,14 @@ struct RoundWishes {
 struct RoundCounts {
   qint64 rows = 0;
   qint64 arrived = 0;
+  qint64 letters = 0;
   qint64 runs = 0;
   qint64 deaths = 0;
 
   RoundCounts& operator+=(const RoundCounts& other) {
     rows += other.rows;
     arrived += other.arrived;
+    letters += other.letters;
     runs += other.runs;
     deaths += other.deaths;
     return *this;

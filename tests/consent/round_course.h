@@ -5,6 +5,7 @@
 #include "consent/desk_user.h"
 #include "consent/garage_folder.h"
 #include "consent/host_program.h"
+#include "consent/letter_ledger.h"
 #include "consent/make_world.h"
 #include "consent/round.h"
 #include "consent/stored_rows.h"
@@ -18,6 +19,19 @@ inline constexpr char kOtherComputer[] = "OFFICE-PC";
 /// Seconds after which a claim of another computer is void.
 inline constexpr qint64 kLongSilence = qint64{CampaignClaim::kSilence + 1} * 60;
 
+/// Where a process can end with letters that are looked at.
+enum class LetterMoment { kLookedAt, kPrinted, kMarked, kNever };
+
+/// What the user does with the letters that he makes.
+struct LetterPlan {
+  bool wild = false;  ///< something happens meanwhile
+  bool again = false;
+  bool saved = false;                ///< to a file, without a preview
+  int printed = LetterLedger::kAll;  ///< letters
+  bool marksByHand = false;          ///< prints elsewhere, and says so when the preview is closed
+  LetterMoment dies = LetterMoment::kNever;
+};
+
 /// Two users, PAT and JO, on one database. PAT does the steps and sends; JO sets flags, wants to send too, or takes over.
 class Round {
  public:
@@ -27,6 +41,7 @@ class Round {
         random_(seed_, 100),
         world_(MakeGarage(wishes)),
         ledger_(world_, story, around_.clock),
+        letters_(ledger_, world_, story, around_.clock),
         gateway_(ledger_, seed_),
         mail_(ledger_, seed_),
         host_(world_, ledger_, story, folder_.DatabaseFile(), seed_) {
@@ -40,12 +55,14 @@ class Round {
     StartUser();
     if (SelectRows() && PrepareRows()) {
       for (int runs = random_.Between(1, 3); runs > 0 && !story_.Failed(); --runs) {
-        DisturbedRun();
+        if (random_.Chance(45)) MakeLetters(true);
+        if (!story_.Failed()) DisturbedRun();
         BetweenRuns();
       }
       LastRuns();
     }
     counts_.arrived = ledger_.Arrived();
+    counts_.letters = letters_.Count();
     return counts_;
   }
 
@@ -96,6 +113,14 @@ class Round {
   void SettleDoubts();
   void SettleOne(const StoredRow& stored, bool arrived);
   void Reopen(Row& row);
+
+  // Letters.
+  void MakeLetters(bool wild);
+  [[nodiscard]] LetterPlan PlanLetters(bool wild);
+  [[nodiscard]] TakenOut LookAtLetters(const ReportRun& run);
+  void OtherWantsLetters();
+  void DiesAt(LetterMoment moment);
+
   MailshotSummary Run(DeskUser& user, const std::vector<Watch::Disturbance>& disturbances);
   [[nodiscard]] std::vector<Watch::Disturbance> MakeDisturbances();
   [[nodiscard]] std::function<void()> MakeAction(MailshotPoint point);
@@ -109,6 +134,7 @@ class Round {
   Surroundings around_;
   World world_;
   Ledger ledger_;
+  LetterLedger letters_;
   FakeGateway gateway_;
   FakeMail mail_;
   HostProgram host_;
@@ -118,6 +144,9 @@ class Round {
   std::unique_ptr<DeskUser> other_;
   Watch* watch_ = nullptr;
   Mailshot* run_ = nullptr;
+  LetterPlan letterPlan_;
+  int files_ = 0;
+  QString lastFile_;
   bool takenOver_ = false;  ///< the present run lost its claim to another computer
   QDate today_;             ///< when the present run began
   int campaign_ = 0;

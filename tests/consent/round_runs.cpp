@@ -189,6 +189,7 @@ void Round::Reopen(Row& row) {
     row.processed = false;
     for (Half* half : {&row.sms, &row.mail})
       *half = Half{.wanted = half->wanted};
+    row.post = {};
   });
 }
 
@@ -234,6 +235,7 @@ void Round::LastRuns() {
     story_.Tell(last == 0 ? QStringLiteral("PAT sends; all is well") : QStringLiteral("PAT sends again"));
     user_->ui.answers = {};
     (void)Run(*user_, {});
+    if (!story_.Failed()) MakeLetters(false);
   }
 }
 

@@ -15,6 +15,9 @@ struct Answers {
   bool repeatDelivered = false;
   bool goOnSending = false;
   bool cancelQueued = false;
+  bool lettersAgain = false;
+  bool lettersOut = false;   ///< letters in doubt went out
+  bool markLetters = false;  ///< that were neither printed nor saved
 };
 
 /// Answers as told, and notes in the story what was shown.
@@ -59,6 +62,10 @@ class RoundUi final : public UserInterface {
       onRepeatQuestion(message.text.section(QLatin1Char(' '), 0, 0).toInt(), answers.repeatDelivered);
       return yesNo(answers.repeatDelivered);
     }
+    if (message.question == Question::kLettersAgain) return yesNo(answers.lettersAgain);
+    if (message.question == Question::kLettersInDoubt) return yesNo(answers.lettersOut);
+    if (message.text.contains(QStringLiteral("neither printed nor saved"))) return yesNo(answers.markLetters);
+    if (message.buttons == MessageButtons::kAbortRetryIgnore) return MessageAnswer::kAbort;
     if (message.text.contains(QStringLiteral("Go on sending?"))) {
       channelPaused = channelPaused || !answers.goOnSending;
       return yesNo(answers.goOnSending);

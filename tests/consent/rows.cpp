@@ -105,6 +105,7 @@ Row MakeRow(const Picked& picked) {
   row.values = ValuesOf(picked);
   row.mobile = Plain(customer.mobile);
   row.email = Plain(customer.email);
+  row.address = Plain(customer.address);
   row.consent = customer.consent;
   row.canSms = customer.canSms;
   row.canEmail = customer.canEmail;
@@ -118,9 +119,11 @@ Verdict AskAgain(const Row& row, Channel channel, const World& world) {
   if (now == nullptr) return Verdict::kMustNot;
   if (StrictnessOfConsent(now->consent) > StrictnessOfConsent(row.consent)) return Verdict::kMustNot;
   if (now->noMarketing && row.marketing) return Verdict::kMustNot;
-  const bool text = channel == Channel::kSms;
-  const Number& can = text ? now->canSms : now->canEmail;
-  const bool stricter = StrictnessOfChannel(can) > StrictnessOfChannel(text ? row.canSms : row.canEmail);
+  const auto answer = [channel](const auto& one) {
+    return channel == Channel::kSms ? one.canSms : channel == Channel::kEmail ? one.canEmail : one.canLetter;
+  };
+  const Number can = answer(*now);
+  const bool stricter = StrictnessOfChannel(can) > StrictnessOfChannel(answer(row));
   if (stricter && (world.settings.usingPlatform || can == 0)) return Verdict::kMustNot;
   if (!world.settings.onlyOptedIn) return Verdict::kMust;
   if (now->consent != 1) return Verdict::kMustNot;

@@ -19,6 +19,13 @@ struct Half {
   bool refused = false;    ///< a server refused it when it was given it last
 };
 
+/// The letter of a row.
+struct Post {
+  bool delivered = false;  ///< noted as sent
+  int arrived = 0;         ///< how often it was printed or saved since it was last due anew
+  bool permit = false;     ///< it may go once more: the user agreed, or the program ended before it could note it
+};
+
 /// Whether a message of a row may go now that its customer was asked again.
 enum class Verdict {
   kMust,  ///< nothing stands against it
@@ -36,13 +43,14 @@ struct Row {
   int customer = 0;
   QString vehicle;
   FieldValues values;
-  QString mobile, email;
+  QString mobile, email, address;
   // The answers that the row was selected with.
   Number consent, canSms, canEmail, canLetter;
   bool marketing = true;
 
   Half sms, mail;
   bool letter = false;
+  Post post;
   bool processed = false;
   bool gone = false;       ///< somebody deleted it
   bool doubt = false;      ///< nobody knew what became of a message when the last run ended

@@ -41,12 +41,13 @@ void StoreLists(const World& world, sqlite3* database) {
 }
 
 void StoreCustomers(const World& world, sqlite3* database) {
-  Inserter row(database,
-               "INSERT INTO Customers (Customer, Title, Firstname, Lastname, Contact, Mobile, Email, Customer_Type_ID, "
-               "Enquiry_Source_ID, No_Marketing, Consent_Response, Can_Send_SMS, Can_Send_Email, Can_Send_Letter) "
-               "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+  Inserter row(
+      database,
+      "INSERT INTO Customers (Customer, Title, Firstname, Lastname, Contact, Mobile, Email, Address, Customer_Type_ID, "
+      "Enquiry_Source_ID, No_Marketing, Consent_Response, Can_Send_SMS, Can_Send_Email, Can_Send_Letter) "
+      "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
   for (const auto& [key, c] : world.customers) {
-    row << Number(key) << c.title << c.firstname << Text(c.lastname) << c.contact << c.mobile << c.email;
+    row << Number(key) << c.title << c.firstname << Text(c.lastname) << c.contact << c.mobile << c.email << c.address;
     row << (c.type > 0 ? Number(c.type) : Number()) << (c.source > 0 ? Number(c.source) : Number());
     row << Number(c.noMarketing) << c.consent << c.canSms << c.canEmail << c.canLetter;
     row.Store();

@@ -11,7 +11,9 @@ namespace {
 constexpr char kRows[] =
     "SELECT r.RecordID, r.Customer, ifnull(r.Vehicle, ''), r.Send_SMS, r.Send_Email, r.Send_Letter, r.Processed, "
     "(SELECT State FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 1), "
-    "(SELECT State FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 2) "
+    "(SELECT State FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 2), "
+    "(SELECT State FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 3), "
+    "EXISTS (SELECT 1 FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 3 AND State = 0 AND Reason IS NOT NULL) "
     "FROM [Campaign Results] r WHERE CampaignID = ?";
 
 JournalState StateAt(const SqliteStatement& statement, int column) {
@@ -37,7 +39,8 @@ std::vector<StoredRow> ReadRows(sqlite3* database, int campaign) {
     row.mail = statement.IntegerAt(4) == 1;
     row.letter = statement.IntegerAt(5) == 1;
     row.processed = statement.IntegerAt(6) == 1;
-    row.journal = {StateAt(statement, 7), StateAt(statement, 8)};
+    row.journal = {StateAt(statement, 7), StateAt(statement, 8), StateAt(statement, 9)};
+    row.letterDoubt = statement.IntegerAt(10) == 1;
     rows.push_back(row);
   }
   return rows;

@@ -18,7 +18,7 @@ using Number = std::optional<int>;
 
 struct Customer {
   int key = 0;
-  Text title, firstname, contact, mobile, email;
+  Text title, firstname, contact, mobile, email, address;
   QString lastname;  ///< names its customer, so that a message that arrived tells whose it is
   int type = 0;      ///< position in `World::types` + 1, 0: none
   int source = 0;

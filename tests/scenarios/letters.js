@@ -134,7 +134,7 @@ check("what is left is saved, and asked about when made again", () => {
   });
   generate();
   assert(readFile("letters.pdf").startsWith("%PDF"), "a PDF file");
-  assertEqual([sent(), processed()], [4, 4]);
+  assertEqual([sent(), processed(), control("lblLettersOut").text], [4, 4, "Went out: 4 / 6"]);
   answer("processed before as part of this campaign?", "Yes");
   answer("The letters were neither printed nor saved. Mark them as processed?", "No");
   report(() => {});

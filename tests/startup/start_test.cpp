@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "settings/run_key.h"
 #include "started_application.h"
 
 namespace qbx::test {
@@ -145,6 +146,7 @@ TEST(RunKeys, NameUserAndTimeAndFitTheirColumn) {
   EXPECT_THAT(key.toStdString(), testing::MatchesRegex("Jo-040326-070809-[0-9]+"));
   EXPECT_LE(key.section(u'-', -1).toInt(), 98);
   EXPECT_EQ(MakeRunKey(QString(20, u'x'), now).size(), 36);
+  EXPECT_EQ(DayOfRunKey(MakeRunKey(QString(20, u'x'), now)), now.date());
 }
 
 }  // namespace

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "support/embedded_host.h"
-#include "support/fakes.h"
-#include "wizard/draft_keeper.h"
+#include "platform/safe_file.h"
+#include "wizard/draft_offer.h"
+#include "wizard_fixture.h"
 
 namespace qbx {
 namespace {
@@ -45,6 +45,31 @@ TEST(Drafts, AreLeftToAProgramThatRunsAndOfferedOnceItIsGone) {
   EXPECT_EQ(one.drafts.LeftBehind().front().texts.sms, "Two");
   one.startup.databaseName = "North";
   EXPECT_EQ(one.LeftBehind(), 0U);
+}
+
+using DraftOffers = test::Wizard;
+
+TEST_F(DraftOffers, AreMadeByOneOfTwoProgramsThatStartAtOnce) {
+  Desk killed(host_, 3);
+  killed.state.txtSMS = "Three";
+  Desk one(host_, 1);
+  ASSERT_TRUE(killed.keeper.Write());
+  DraftOffer offer({.drafts = one.drafts,
+                    .keeper = one.keeper,
+                    .statements = host_.statements,
+                    .storage = storage_,
+                    .campaign = campaign_,
+                    .state = one.state,
+                    .settings = settings_,
+                    .steps = steps_},
+                   host_.diagnostics);
+  host_.ui.Answer("The program ended while you were writing", MessageAnswer::kCancel);
+  std::optional<FileLock> other(std::in_place, one.drafts.OfferLock(), 0);
+  EXPECT_FALSE(offer.Offer());
+  EXPECT_TRUE(host_.ui.Messages().empty());
+  other.reset();
+  EXPECT_FALSE(offer.Offer());
+  EXPECT_EQ(host_.ui.Messages().size(), 1U);
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 -- One row for each message of a campaign row. Channel 1 text, 2 e-mail, 3 letter. State 0 sending, 1 sent, 2 failed. A text or an e-mail that is
 -- found at "sending" while nobody sends is in doubt: it may have gone out. A letter at "sending" was made and neither printed nor saved. Reason says
--- why a message failed.
+-- why a message failed; of a letter at "sending" it is the file that it was about to appear in, and such a letter is in doubt, too.
 CREATE TABLE Send_Journal (
   RecordID int NOT NULL,
   Channel smallint NOT NULL CHECK (Channel IN (1, 2, 3)),

@@ -147,6 +147,7 @@ void frmMain::WithDatabase(const std::function<void()>& command) {
 
 void frmMain::StartNewCampaign() {
   const Statements::TellLossOnce once(app_.statements);
+  const DraftKeeper::Hold hold(desk_.drafts);
   Guarded([this] { desk_.steps.StartNewCampaign(); });
   desk_.drafts.Saved();
   ShowCampaign();
@@ -154,13 +155,15 @@ void frmMain::StartNewCampaign() {
 
 void frmMain::LoadCampaign() {
   bool loaded = false;
-  WithDatabase([this, &loaded] {
-    loaded = desk_.settings.LoadCampaignSettings([this] {
+  std::optional<DraftKeeper::Hold> hold;
+  WithDatabase([this, &loaded, &hold] {
+    loaded = desk_.settings.LoadCampaignSettings([this, &hold] {
       frmCampaigns manager(ManagerParts(), this);
       const HelpWindow help(manager, ManagerHelp);
       manager.lCampaignId = app_.campaign.record.ID;
       manager.SetLoading();
       manager.ShowForm();
+      hold.emplace(desk_.drafts);
       return manager.lLoadedCampaignID;
     });
   });

@@ -89,7 +89,7 @@ void ProcessPage::CopyState() {
     credits_ = Desk().estimate.EstimateSMSCredits(App().campaign.record.ID, State().txtSMS).value_or(credits_);
   ShowCounters();
   ShowTroubles();
-  ShowLettersMissed();
+  ShowLetterCounts();
   ShowShared();
   ShowWhoGetsWhat();
 }
@@ -146,12 +146,14 @@ void ProcessPage::ShowShared() {
   ui_->lblShared->setVisible(!text.trimmed().isEmpty());
 }
 
-void ProcessPage::ShowLettersMissed() {
+void ProcessPage::ShowLetterCounts() {
   if (!App().hostConnection.Ready() || !App().connection.IsOpen()) return;
   try {
-    ui_->lblLettersMissed->setText(LettersMissedLine(App().connection, App().campaign.record.ID));
+    const LetterCounts counts = ReadLetterCounts(App().connection, App().campaign.record.ID);
+    ui_->lblLettersOut->setText(LettersOutLine(counts, Desk().counters.Values().letters));
+    ui_->lblLettersMissed->setText(LettersMissedLine(counts));
   } catch (const DatabaseError& error) {
-    App().diagnostics.errors.ShowError(kTroublesLocation, QStringLiteral("ShowLettersMissed"), error.Description());
+    App().diagnostics.errors.ShowError(kTroublesLocation, QStringLiteral("ShowLetterCounts"), error.Description());
   }
 }
 

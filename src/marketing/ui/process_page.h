@@ -32,7 +32,7 @@ class ProcessPage : public WizardPage {
   void SendMailshots();
   void ShowCounters();
   void ShowTroubles();
-  void ShowLettersMissed();
+  void ShowLetterCounts();
   void ShowShared();
   void ShowWhoGetsWhat();
   void FitChart();

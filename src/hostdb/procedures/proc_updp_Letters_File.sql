@@ -1,0 +1,8 @@
+-- Notes that letters at "sending" are about to appear in a file (@File), or that they are not (NULL). @Rows: their rows, "4711,4712".
+CREATE PROCEDURE proc_updp_Letters_File
+  @CampaignID int,
+  @Rows nvarchar(max),
+  @File nvarchar(255) = NULL
+AS
+UPDATE Send_Journal SET Reason = @File, Changed = GetDate()
+WHERE CampaignID = @CampaignID AND Channel = 3 AND State = 0 AND RecordID IN (SELECT value FROM json_each('[' || @Rows || ']'));

@@ -1,0 +1,83 @@
+#include "letters/letter_marks.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace qbx {
+
+namespace {
+
+constexpr int kLongestFile = 255;
+
+/// "4711,4712".
+QString ListOf(const std::vector<qint64>& rows) {
+  QStringList numbers;
+  for (const qint64 row : rows)
+    numbers += QString::number(row);
+  return numbers.join(u',');
+}
+
+QString TimeText(const QDateTime& time) {
+  return time.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss"));
+}
+
+}  // namespace
+
+Message LettersInDoubtQuestion(const LettersInDoubt& doubt) {
+  const QFileInfo file(doubt.file);
+  const QString now = file.exists() ? QStringLiteral("A file of that name is there, written at %1; look at it.")
+                                          .arg(TimeText(file.lastModified()))
+                                    : QStringLiteral("There is no such file now.");
+  const auto count = static_cast<int>(doubt.rows.size());
+  return {
+      .text =
+          QStringLiteral(
+              "%1 to appear in %2 at %3 when the program ended, and %4 not marked. %5\r\rDid they go out? \"Yes\" marks them as sent, \"No\" makes them again, \"Cancel\" leaves everything as it is.")
+              .arg(count == 1 ? QStringLiteral("1 letter was about")
+                              : QStringLiteral("%1 letters were about").arg(count),
+                   QDir::toNativeSeparators(doubt.file), TimeText(doubt.since),
+                   count == 1 ? QStringLiteral("was") : QStringLiteral("were"), now),
+      .icon = MessageIcon::kQuestion,
+      .buttons = MessageButtons::kYesNoCancel,
+      .question = Question::kLettersInDoubt,
+      .defaultAnswer = MessageAnswer::kCancel};
+}
+
+LetterMarks::LetterMarks(Connection& connection, QString user) : connection_(connection), user_(std::move(user)) {}
+
+LetterMarks::Marked LetterMarks::WentOut(int campaignId, const std::vector<qint64>& rows) {
+  Marked marked;
+  Transaction transaction(connection_.Driver());
+  Recordset sent = Procedure(connection_, "proc_updp_Letters_Sent")
+                       .Open({{"@CampaignID", campaignId}, {"@Rows", ListOf(rows)}, {"@UserID", user_}});
+  for (sent.MoveFirst(); !sent.Eof(); sent.MoveNext())
+    marked.rows.insert(sent.Field(QStringLiteral("RecordID")).ToInt());
+  const Recordset processed = Procedure(connection_, "proc_updp_Letters_Processed").Open({{"@CampaignID", campaignId}});
+  marked.processed = static_cast<int>(processed.RecordCount());
+  transaction.Commit();
+  return marked;
+}
+
+void LetterMarks::AboutToAppear(int campaignId, const std::vector<qint64>& rows, const QString& file) {
+  // The end of a path says more than its beginning.
+  const QString path = QFileInfo(file).absoluteFilePath().right(kLongestFile);
+  Procedure(connection_, "proc_updp_Letters_File")
+      .Execute({{"@CampaignID", campaignId}, {"@Rows", ListOf(rows)}, {"@File", path}});
+}
+
+void LetterMarks::NotOut(int campaignId, const std::vector<qint64>& rows) {
+  Procedure(connection_, "proc_updp_Letters_File").Execute({{"@CampaignID", campaignId}, {"@Rows", ListOf(rows)}});
+}
+
+LettersInDoubt LetterMarks::InDoubt(int campaignId) {
+  LettersInDoubt doubt;
+  Recordset rows = Procedure(connection_, "proc_selp_Letters_In_Doubt").Open({{"@CampaignID", campaignId}});
+  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
+    doubt.rows.push_back(rows.Field(QStringLiteral("RecordID")).ToInt());
+    doubt.file = rows.Field(QStringLiteral("Letter_File")).ToText();
+    doubt.since = rows.Field(QStringLiteral("Changed")).ToDateTime();
+  }
+  return doubt;
+}
+
+}  // namespace qbx

@@ -1,0 +1,17 @@
+// What marks the work of one run of the program.
+
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <optional>
+
+namespace qbx {
+
+/// "user-ddMMyy-HHmmss-n" with n from 0 to 98, at most 36 characters.
+[[nodiscard]] QString MakeRunKey(const QString& user, const QDateTime& now);
+
+/// The day on which the run of a key began; nothing when the key is none.
+[[nodiscard]] std::optional<QDate> DayOfRunKey(const QString& key);
+
+}  // namespace qbx

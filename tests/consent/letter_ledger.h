@@ -1,0 +1,67 @@
+// What has become of the letters of a campaign.
+
+#pragma once
+
+#include <limits>
+
+#include "consent/ledger.h"
+
+namespace qbx::consent {
+
+/// How a run of letters went.
+struct LetterReport {
+  bool finished = false;  ///< all letters were printed or saved, and nothing failed
+  bool died = false;
+  bool saved = false;  ///< to a file, not printed from a preview
+  QStringList log;     ///< its lines of the results log
+};
+
+/// The rules of the `Ledger` for letters. A letter is announced when it is made, and arrives when it is printed or stands in a file.
+class LetterLedger {
+ public:
+  static constexpr int kAll = std::numeric_limits<int>::max();
+
+  LetterLedger(Ledger& ledger, const World& world, Story& story, const Clock& clock)
+      : ledger_(ledger), world_(world), story_(story), clock_(clock) {}
+
+  QString letter;  ///< the template without its RTF
+
+  /// \param again  letters that went out are to be made again
+  void RunBegins(bool again);
+  /// The world is about to change. \param made  letters that were made until now
+  void Disturbs(int made);
+  /// \param number  of the letter in its run, 1 the first
+  /// \param text    of which only the beginning, up to the colon, is known of a file
+  void Arrived(int number, const QString& text, const std::optional<QString>& nameAddress);
+  /// Letters that arrived, over all runs.
+  [[nodiscard]] int Count() const { return count_; }
+  void RunEnds(const LetterReport& report, const std::vector<StoredRow>& stored);
+
+ private:
+  using Announcements = QHash<qint64, Announcement>;
+  [[nodiscard]] Announcements LookAtAll() const;
+  void Fault(const Row& row, const QString& what) {
+    story_.Fault(QStringLiteral("the letter of %1 %2").arg(row.Name(), what));
+  }
+  void CheckRow(Row& row, const StoredRow& now, const LetterReport& report);
+  void CheckDone(const Row& row, const LetterReport& report);
+
+  Ledger& ledger_;
+  const World& world_;
+  Story& story_;
+  const Clock& clock_;
+  std::vector<std::pair<int, Announcements>> before_;
+  QSet<qint64> arrivedNow_;
+  bool again_ = false;
+  int count_ = 0;
+};
+
+/// Tells of the letters that stand in a PDF file; of none when there is no such file.
+void ReadLetterFile(const QString& file, LetterLedger& letters);
+
+/// A plain template as RTF.
+[[nodiscard]] QString AsRtf(const QString& text);
+/// Whether a letter can be delivered there.
+[[nodiscard]] bool IsWholeAddress(const QString& address);
+
+}  // namespace qbx::consent

@@ -1,0 +1,148 @@
+// The letters of a round: made, looked at, printed, saved, and what disturbs that.
+
+#include <QFile>
+
+#include "consent/round_course.h"
+#include "letters/letter_rows.h"
+
+namespace qbx::consent {
+namespace {
+
+/// Looks on while letters are made.
+class LetterWatch final : public LetterObserver {
+ public:
+  explicit LetterWatch(std::function<void(int)> progress) : progress_(std::move(progress)) {}
+  void Begins(int) override {}
+  void Progress(int done) override { progress_(done); }
+  void Ends() override {}
+  bool Cancelled() override { return cancelled; }
+
+  bool cancelled = false;
+
+ private:
+  std::function<void(int)> progress_;
+};
+
+/// The person in front of a preview.
+class Reader final : public ReportOutlet {
+ public:
+  explicit Reader(std::function<TakenOut(const ReportRun&)> look) : look_(std::move(look)) {}
+  TakenOut Preview(const ReportRun& run) override { return look_(run); }
+  TakenOut Print(const ReportRun&, bool) override { return {}; }
+
+ private:
+  std::function<TakenOut(const ReportRun&)> look_;
+};
+
+}  // namespace
+
+void Round::DiesAt(LetterMoment moment) {
+  if (letterPlan_.dies != moment) return;
+  user_->Die();
+  throw ProcessEnds{};
+}
+
+/// Prints all of what is in the preview, a part of it or nothing.
+TakenOut Round::LookAtLetters(const ReportRun& run) {
+  letters_.Disturbs(LetterLedger::kAll);
+  Between(letterPlan_.wild ? 30 : 0);
+  if (letterPlan_.wild && saved_ && random_.Chance(15)) OtherWantsLetters();
+  DiesAt(LetterMoment::kLookedAt);
+  const std::unique_ptr<ReportRows> rows = run.database.Read(
+      QStringLiteral("SELECT LetterID, Letter, NameAddress FROM [Letters] WHERE SessionID = '%1' ORDER BY LetterID")
+          .arg(user_->app.startup.RunKey));
+  TakenOut taken;
+  if (!run.follower.MayGoOn()) return taken;
+  for (int number = 1; rows->Next() && number <= letterPlan_.printed; ++number) {
+    letters_.Arrived(number, LetterText(rows->At(1).ToText()), rows->At(2).ToText());
+    taken.documents.insert(number);
+    taken.keys.insert(rows->At(0).ToText());
+  }
+  if (letterPlan_.marksByHand || !taken.Any()) return {};
+  DiesAt(LetterMoment::kPrinted);
+  run.follower.TookOut(taken);
+  DiesAt(LetterMoment::kMarked);
+  return taken;
+}
+
+/// While a preview is open nobody else makes letters of the campaign, or sends it.
+void Round::OtherWantsLetters() {
+  DeskUser& other = Other();
+  story_.Tell(QStringLiteral("  JO wants letters"));
+  LetterWatch nobody([](int) {});
+  Reader reader([this](const ReportRun&) {
+    story_.Fault(QStringLiteral("letters that somebody looks at were made by another desk, too"));
+    return TakenOut();
+  });
+  ReportPrinter reports = other.desk->MakeReportPrinter(reader);
+  (void)other.desk->MakeLetterRun(reports, nobody).GenerateLetters(campaign_, AsRtf(letters_.letter), {});
+}
+
+LetterPlan Round::PlanLetters(bool wild) {
+  LetterPlan plan{.wild = wild};
+  plan.saved = random_.Chance(40);
+  if (!wild) return plan;
+  plan.again = random_.Chance(12);
+  const int printed = random_.Between(0, 99);
+  if (printed < 15) plan.printed = 0;
+  if (printed >= 15 && printed < 35) plan.printed = random_.Between(1, 10);
+  plan.marksByHand = plan.printed == LetterLedger::kAll && random_.Chance(20);
+  plan.dies = static_cast<LetterMoment>(random_.Between(0, 11));
+  if (random_.Chance(40)) {
+    user_->fuse.left = random_.Between(1, 40 + 4 * static_cast<int>(ledger_.rows.size()));
+    user_->fuse.fails = random_.Chance(40);
+  } else if (random_.Chance(40)) {
+    user_->fuse.procedure =
+        random_.Chance(30) ? QStringLiteral("proc_updp_Letters_File") : QStringLiteral("proc_updp_Letters_Sent");
+    user_->fuse.fails = random_.Chance(30);
+  }
+  return plan;
+}
+
+void Round::MakeLetters(bool wild) {
+  ++counts_.runs;
+  letterPlan_ = PlanLetters(wild);
+  const QString file = letterPlan_.saved ? folder_.Path() + QStringLiteral("/letters%1.pdf").arg(++files_) : QString();
+  story_.Tell(QStringLiteral("PAT makes letters, again %1, %2")
+                  .arg(letterPlan_.again)
+                  .arg(letterPlan_.saved ? file : QStringLiteral("prints %1").arg(letterPlan_.printed)));
+  // A person has looked whether the file of the last run is there.
+  user_->ui.answers = {.lettersAgain = letterPlan_.again,
+                       .lettersOut = QFile::exists(lastFile_),
+                       .markLetters = letterPlan_.marksByHand};
+  letters_.RunBegins(letterPlan_.again);
+  const qsizetype logged = user_->desk->resultsLog.Lines().size();
+  LetterReport report;
+  report.saved = letterPlan_.saved;
+  LetterSummary summary;
+  LetterWatch watch([&](int made) {
+    if (!wild || !random_.Chance(30)) return;
+    letters_.Disturbs(made);
+    random_.Chance(70) ? host_.Withdraw() : host_.ChangeRow();
+    watch.cancelled = random_.Chance(5);
+  });
+  Reader reader([this](const ReportRun& run) { return LookAtLetters(run); });
+  try {
+    ReportPrinter reports = user_->desk->MakeReportPrinter(reader);
+    summary = user_->desk->MakeLetterRun(reports, watch)
+                  .GenerateLetters(campaign_, AsRtf(letters_.letter), {.pdfFile = file});
+  } catch (const ProcessEnds&) {
+    report.died = true;
+    ++counts_.deaths;
+  }
+  report.log = user_->desk->resultsLog.Lines().mid(logged);
+  for (const QString& line : report.log)
+    story_.Tell(QStringLiteral("    log: ") + line.section(QStringLiteral(" - "), 1).simplified());
+  story_.Tell(report.died ? QStringLiteral("  DIES") : QStringLiteral("  done %1").arg(summary.done));
+  ReadLetterFile(file, letters_);
+  if (letterPlan_.saved) lastFile_ = file;
+  const bool printsAll = letterPlan_.saved || letterPlan_.printed == LetterLedger::kAll;
+  report.finished = summary.done && printsAll;
+  letters_.RunEnds(report, ReadRows(host_.Database(), campaign_));
+  user_->fuse.left = 0;
+  user_->fuse.fails = false;
+  user_->fuse.procedure.clear();
+  if (report.died) Restart();
+}
+
+}  // namespace qbx::consent
