@@ -101,8 +101,8 @@ qint64 PackedRows::StoreText(std::string_view text) {
 }
 
 void PackedRows::Store(Place place, const Cell& value) {
-  types_[place.block][place.cell] = TypeByte(value);
-  qint64& slot = slots_[place.block][place.cell];
+  types_[place.block].get()[place.cell] = TypeByte(value);
+  qint64& slot = slots_[place.block].get()[place.cell];
   switch (value.type) {
     case ValueType::kNull:
       slot = 0;
@@ -140,8 +140,8 @@ void PackedRows::Append(const RowSource& source) {
 
 Cell PackedRows::At(qint64 row, int column) const {
   const Place place = Locate(row, static_cast<std::size_t>(column));
-  const quint8 type = types_[place.block][place.cell];
-  const qint64 slot = slots_[place.block][place.cell];
+  const quint8 type = types_[place.block].get()[place.cell];
+  const qint64 slot = slots_[place.block].get()[place.cell];
   Cell cell;
   cell.type = static_cast<ValueType>(type & 0x0FU);
   switch (cell.type) {

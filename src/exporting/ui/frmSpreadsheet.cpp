@@ -175,7 +175,7 @@ QString frmSpreadsheet::AskFile(const QString& title, const QString& filter, con
   if (!IsFilled()) name += IncompleteNote(*sheet_).remove(u':');
   dialog.selectFile(AsFileName(name) + u'.' + ending);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-  const QString file = dialog.selectedFiles().constFirst();
+  QString file = dialog.selectedFiles().constFirst();
   parts_.registry.sysSaveValueToRegistry({}, folder, QFileInfo(file).absolutePath(), true);
   return file;
 }
@@ -199,7 +199,7 @@ ExportOutcome frmSpreadsheet::Write(ExportFormat format, const QString& path) {
     parts_.diagnostics.ui.PumpEvents();
     if (status.Cancelled()) cancelled = true;
   }
-  const ExportOutcome outcome = writing.get();
+  ExportOutcome outcome = writing.get();
   status.Close();
   ShowCaption();
   if (outcome.end != ExportEnd::kDone) return outcome;

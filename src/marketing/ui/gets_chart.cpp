@@ -10,7 +10,7 @@ namespace qbx {
 
 namespace {
 
-constexpr int kWidth = 300;
+constexpr int kWidth = 270;
 constexpr int kMargin = 8;
 constexpr int kGap = 6;  // between a name, its bar and its number
 
@@ -90,7 +90,7 @@ void GetsChart::paintEvent(QPaintEvent* /*event*/) {
     painter.setFont(font());
     return top + LineHeight();
   };
-  int top = heading(QStringLiteral("Who gets what, of %1 rows").arg(counts_.rows), kMargin);
+  int top = heading(QStringLiteral("Of %1 rows").arg(counts_.rows), kMargin);
   top = PaintBars(painter, counts_.gets, std::max(counts_.rows, Most(counts_.gets)),
                   palette().color(QPalette::Highlight), top);
   if (counts_.leftOut.empty()) return;

@@ -126,9 +126,7 @@ void ProcessPage::ShowWhoGetsWhat() {
 /// On a small screen the log has the room to itself.
 void ProcessPage::FitChart() {
   constexpr int kRoomForBoth = 880;
-  const bool fits = hasRows_ && width() >= kRoomForBoth;
-  ui_->chtGets->setVisible(fits);
-  ui_->cmdCopyChart->setVisible(fits);
+  ui_->fraGets->setVisible(hasRows_ && width() >= kRoomForBoth);
 }
 
 void ProcessPage::resizeEvent(QResizeEvent* event) {
