@@ -9,10 +9,6 @@ namespace {
 
 constexpr int kCopyNameLength = 40;
 
-QString DateText(const Value& value) {
-  return value.ToDateTime().toString(u"dd/MM/yyyy HH:mm");
-}
-
 }  // namespace
 
 std::optional<std::vector<CampaignListRow>> LoadCampaigns(Statements& statements) {
@@ -22,8 +18,8 @@ std::optional<std::vector<CampaignListRow>> LoadCampaigns(Statements& statements
   for (; !rows.Eof(); rows.MoveNext()) {
     list.push_back({.ID = static_cast<int>(rows.Field(u"ID"_qs).ToInt()),
                     .Campaign_Name = rows.Field(u"Campaign_Name"_qs).ToText(),
-                    .Last_Run = DateText(rows.Field(u"Last_Run"_qs)),
-                    .Created_Date = DateText(rows.Field(u"Created_Date"_qs)),
+                    .Last_Run = rows.Field(u"Last_Run"_qs).ToDateTime(),
+                    .Created_Date = rows.Field(u"Created_Date"_qs).ToDateTime(),
                     .Campaign_Description = rows.Field(u"Campaign_Description"_qs).ToText(),
                     .Created_By = rows.Field(u"Created_By"_qs).ToText()});
   }
@@ -37,7 +33,7 @@ std::optional<std::vector<CampaignHistoryRow>> LoadCampaignHistory(Statements& s
   std::vector<CampaignHistoryRow> list;
   for (; !rows.Eof(); rows.MoveNext()) {
     list.push_back({.ID = static_cast<int>(rows.Field(u"ID"_qs).ToInt()),
-                    .Record_Date = DateText(rows.Field(u"Record_Date"_qs)),
+                    .Record_Date = rows.Field(u"Record_Date"_qs).ToDateTime(),
                     .Campaign_Name = rows.Field(u"Campaign_Name"_qs).ToText(),
                     .Event = rows.Field(u"Event"_qs).ToText(),
                     .UserID = rows.Field(u"UserID"_qs).ToText()});

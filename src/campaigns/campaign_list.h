@@ -10,12 +10,12 @@
 
 namespace qbx {
 
-/// A row of the list of campaigns; dates as "dd/mm/yyyy HH:mm", empty when there is none.
+/// A row of the list of campaigns; a date is invalid when there is none.
 struct CampaignListRow {
   int ID = 0;
   QString Campaign_Name;
-  QString Last_Run;
-  QString Created_Date;
+  QDateTime Last_Run;
+  QDateTime Created_Date;
   QString Campaign_Description;
   QString Created_By;
 };
@@ -23,7 +23,7 @@ struct CampaignListRow {
 /// A row of the history of runs and edits.
 struct CampaignHistoryRow {
   int ID = 0;
-  QString Record_Date;  ///< "dd/mm/yyyy HH:mm"
+  QDateTime Record_Date;
   QString Campaign_Name;
   QString Event;
   QString UserID;

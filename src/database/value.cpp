@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "database/session.h"
+#include "util/date_text.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -46,16 +47,14 @@ QString DecimalText(qint64 unscaled, int scale) {
 QString DateText(const QDateTime& when) {
   if (!when.isValid()) return {};
   const bool midnight = when.time().msecsSinceStartOfDay() == 0;
-  return midnight ? when.date().toString(QStringLiteral("dd/MM/yyyy"))
-                  : when.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss"));
+  return midnight ? DayText(when.date()) : SecondText(when);
 }
 
 /// Text as a date: "yyyy-mm-dd" or "dd/mm/yyyy", with or without a time.
 QDateTime DateFromText(const QString& text) {
   const QString trimmed = text.trimmed();
-  const QDate date = trimmed.mid(2, 1) == QLatin1String("/")
-                         ? QDate::fromString(trimmed.left(10), QStringLiteral("dd/MM/yyyy"))
-                         : QDate::fromString(trimmed.left(10), Qt::ISODate);
+  const QDate date = trimmed.mid(2, 1) == QLatin1String("/") ? ReadDayText(trimmed.left(10))
+                                                             : QDate::fromString(trimmed.left(10), Qt::ISODate);
   if (!date.isValid()) return {};
   if (trimmed.size() <= 10) return QDateTime(date, QTime(0, 0), Qt::UTC);
   const QTime time = QTime::fromString(trimmed.mid(11), Qt::ISODateWithMs);

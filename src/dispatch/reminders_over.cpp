@@ -1,6 +1,6 @@
 #include "dispatch/reminders_over.h"
 
-#include "util/typed_date.h"
+#include "util/date_text.h"
 
 namespace qbx {
 
@@ -13,7 +13,7 @@ QString RemindersOverText(Statements& statements, int campaignId, const QDate& t
   if (statements.dbOpenRec(rows, sql) || rows.Eof()) return {};
   const QDate last = rows.Field(0).ToDateTime().date();
   if (!last.isValid() || last >= today) return {};
-  return QStringLiteral("The reminders to be sent are over: the last was due on %1.").arg(DateBoxText(last));
+  return QStringLiteral("The reminders to be sent are over: the last was due on %1.").arg(DayText(last));
 }
 
 }  // namespace qbx

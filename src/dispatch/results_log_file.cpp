@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "util/date_text.h"
+
 namespace qbx {
 
 namespace {
@@ -42,7 +44,7 @@ void ResultsLogFile::Begin(const QString& user, const QDateTime& when, bool resu
   if (!resumed) QFile::remove(path_);
   const QString heading =
       resumed ? QStringLiteral("Went on at %1, started by %2") : QStringLiteral("Run of %1, started by %2");
-  Append(QLatin1String(kHeadingMark) + heading.arg(when.toString(QStringLiteral("dd/MM/yyyy HH:mm")), user));
+  Append(QLatin1String(kHeadingMark) + heading.arg(MinuteText(when), user));
 }
 
 void ResultsLogFile::Append(const QString& line) {

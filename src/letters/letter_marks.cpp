@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "util/date_text.h"
+
 namespace qbx {
 
 namespace {
@@ -17,16 +19,12 @@ QString ListOf(const std::vector<qint64>& rows) {
   return numbers.join(u',');
 }
 
-QString TimeText(const QDateTime& time) {
-  return time.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss"));
-}
-
 }  // namespace
 
 Message LettersInDoubtQuestion(const LettersInDoubt& doubt) {
   const QFileInfo file(doubt.file);
   const QString now = file.exists() ? QStringLiteral("A file of that name is there, written at %1; look at it.")
-                                          .arg(TimeText(file.lastModified()))
+                                          .arg(SecondText(file.lastModified()))
                                     : QStringLiteral("There is no such file now.");
   const auto count = static_cast<int>(doubt.rows.size());
   return {
@@ -35,7 +33,7 @@ Message LettersInDoubtQuestion(const LettersInDoubt& doubt) {
               "%1 to appear in %2 at %3 when the program ended, and %4 not marked. %5\r\rDid they go out? \"Yes\" marks them as sent, \"No\" makes them again, \"Cancel\" leaves everything as it is.")
               .arg(count == 1 ? QStringLiteral("1 letter was about")
                               : QStringLiteral("%1 letters were about").arg(count),
-                   QDir::toNativeSeparators(doubt.file), TimeText(doubt.since),
+                   QDir::toNativeSeparators(doubt.file), SecondText(doubt.since),
                    count == 1 ? QStringLiteral("was") : QStringLiteral("were"), now),
       .icon = MessageIcon::kQuestion,
       .buttons = MessageButtons::kYesNoCancel,

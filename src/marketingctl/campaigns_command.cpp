@@ -12,6 +12,7 @@
 #include "marketingctl/text_argument.h"
 #include "queries/query_catalogue.h"
 #include "queries/query_sentence.h"
+#include "util/date_text.h"
 #include "wizard/campaign_settings.h"
 
 namespace qbx::ctl {
@@ -41,8 +42,8 @@ int ListCampaigns(Program& program) {
   for (const CampaignListRow& row : *rows) {
     array.append(QJsonObject{{QStringLiteral("ID"), row.ID},
                              {QStringLiteral("Campaign_Name"), row.Campaign_Name},
-                             {QStringLiteral("Last_Run"), row.Last_Run},
-                             {QStringLiteral("Created_Date"), row.Created_Date},
+                             {QStringLiteral("Last_Run"), MinuteText(row.Last_Run)},
+                             {QStringLiteral("Created_Date"), MinuteText(row.Created_Date)},
                              {QStringLiteral("Campaign_Description"), row.Campaign_Description},
                              {QStringLiteral("Created_By"), row.Created_By}});
   }

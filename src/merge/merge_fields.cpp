@@ -1,6 +1,7 @@
 #include "merge/merge_fields.h"
 
 #include "merge/field_patterns.h"
+#include "util/date_text.h"
 
 namespace qbx {
 namespace {
@@ -65,7 +66,7 @@ bool IsRichText(const QString& text) {
 }
 
 QString MergeDate(QDate date) {
-  return date.toString(u"dd/MM/yyyy");
+  return DayText(date);
 }
 
 QString MergeFields(const QString& text, const MergeValues& values, QDate today) {

@@ -4,7 +4,7 @@
 
 #include "printing/empty_columns.h"
 #include "reports/report_error.h"
-#include "util/typed_date.h"
+#include "util/date_text.h"
 
 namespace qbx {
 
@@ -16,7 +16,7 @@ constexpr int kReportFailed = 1;
 constexpr char kOpening[] = "Generating the report";
 
 QString DateText(const ReportRunValues& values, size_t index) {
-  return index < values.size() ? DateBoxText(values[index].ToDateTime().date()) : QString();
+  return index < values.size() ? DayText(values[index].ToDateTime().date()) : QString();
 }
 
 QString DetailsOf(const QString& reportName, const ReportRunValues& values) {

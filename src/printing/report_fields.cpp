@@ -3,6 +3,7 @@
 #include <QHash>
 #include <functional>
 
+#include "util/date_text.h"
 #include "util/typed_date.h"
 
 namespace qbx {
@@ -38,7 +39,7 @@ bool IsFirstRecord(const QString& date) {
 QString Period(const ReportFacts& facts) {
   const ReportState& state = facts.state;
   const QString from = IsFirstRecord(state.dateFromText) ? QStringLiteral("First Record") : state.dateFromText;
-  const QString to = state.dateToText.isEmpty() ? DateBoxText(facts.today) : state.dateToText;
+  const QString to = state.dateToText.isEmpty() ? DayText(facts.today) : state.dateToText;
   return QStringLiteral("Period: %1 to %2").arg(from, to);
 }
 

@@ -3,7 +3,7 @@
 #include "queries/query_panels.h"
 
 #include "queries/query_catalogue.h"
-#include "util/typed_date.h"
+#include "util/date_text.h"
 
 namespace qbx {
 
@@ -28,7 +28,7 @@ void ShowExample(int months, QueryPanels& panels, QueryOptions& options, const Q
   panels.fraOptionsText = true;
   const QString text = QStringLiteral(
       "For Customers not seen in the last %1 months, set the Start to be %2 and the Last Seen Start Date to be %3");
-  panels.lblOptionsExample = text.arg(QString::number(months), DateBoxText(today), DateBoxText(start));
+  panels.lblOptionsExample = text.arg(QString::number(months), DayText(today), DayText(start));
   if (!options.dteDate[0].isValid() && !options.dteDateHasText[0]) options.dteDate = {today, start};
 }
 

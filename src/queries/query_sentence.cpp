@@ -7,8 +7,8 @@
 
 #include "queries/date_check.h"
 #include "queries/starting_queries.h"
+#include "util/date_text.h"
 #include "util/text.h"
-#include "util/typed_date.h"
 #include "util/typed_number.h"
 
 namespace qbx {
@@ -69,8 +69,8 @@ QString QuerySelects(int query, const QueryOptions& options, const QStringList& 
   if (row->panels.ranking) text += NumbersRead(filled);
   const auto [earlier, later] = std::minmax(filled.dteDate[0], filled.dteDate[1]);
   // What the user wrote goes in last, so that nothing is looked for in it.
-  return text.replace(QLatin1String("{earlier}"), DateBoxText(earlier))
-      .replace(QLatin1String("{later}"), DateBoxText(later))
+  return text.replace(QLatin1String("{earlier}"), DayText(earlier))
+      .replace(QLatin1String("{later}"), DayText(later))
       .replace(QLatin1String("{places}"), row->panels.ranking ? Places(filled) : QString())
       .replace(QLatin1String("{reminder}"), reminders.value(filled.cmbReminder))
       .replace(QLatin1String("{makes}"), Makes(filled));

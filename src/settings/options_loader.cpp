@@ -2,6 +2,7 @@
 
 #include "settings/edition_names.h"
 #include "settings/member_value.h"
+#include "util/date_text.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -63,8 +64,8 @@ void OptionsLoader::TellUpdateNeeded() {
            QStringLiteral("\r\rChoose Check for Program Updates from the main QBX Management system Help menu.") +
            QStringLiteral("\r\r") + codes,
        MessageIcon::kExclamation});
-  diagnostics_.log.WriteLog(diagnostics_.clock.Today().toString(QStringLiteral("dd/MM/yyyy")) +
-                            QStringLiteral("Marketing Module Update Required. ") + codes);
+  diagnostics_.log.WriteLog(DayText(diagnostics_.clock.Today()) + QStringLiteral("Marketing Module Update Required. ") +
+                            codes);
 }
 
 bool OptionsLoader::ReadRows() {

@@ -36,8 +36,4 @@ QDate ParseTypedDate(const QString& text) {
   return date.isValid() && date <= kLatestTypedDate ? date : QDate();
 }
 
-QString DateBoxText(const QDate& date) {
-  return date.isValid() ? date.toString(QStringLiteral("dd/MM/yyyy")) : QString();
-}
-
 }  // namespace qbx

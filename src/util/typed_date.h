@@ -15,7 +15,4 @@ inline constexpr QDate kLatestTypedDate = QDate::fromJulianDay(2488069);  // 31 
 /// \return an invalid date when the text is empty, is no date, or lies after `kLatestTypedDate`
 [[nodiscard]] QDate ParseTypedDate(const QString& text);
 
-/// "dd/mm/yyyy", empty for an invalid date.
-[[nodiscard]] QString DateBoxText(const QDate& date);
-
 }  // namespace qbx

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "queries/query_catalogue.h"
-#include "util/typed_date.h"
+#include "util/date_text.h"
 
 namespace qbx {
 
@@ -11,7 +11,7 @@ QString DatesOverText(int query, const QueryOptions& options, const QDate& today
   const auto [earlier, later] = std::minmax(options.dteDate[0], options.dteDate[1]);
   if (query != kReminderDate || !earlier.isValid() || later >= today) return {};
   return QStringLiteral("Both dates are over: this selects reminders from %1 to %2.")
-      .arg(DateBoxText(earlier), DateBoxText(later));
+      .arg(DayText(earlier), DayText(later));
 }
 
 }  // namespace qbx

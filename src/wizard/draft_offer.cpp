@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include "platform/safe_file.h"
+#include "util/date_text.h"
 #include "util/text.h"
 
 namespace qbx {
@@ -46,7 +47,7 @@ Message OfferQuestion(const Draft& draft, const QString& campaign, const std::ve
       .text =
           QStringLiteral(
               "The program ended while you were writing for %1.\r\rNot saved, as of %2:%3\r\rTake up these texts again? \"No\" throws them away, \"Cancel\" asks again at the next start.")
-              .arg(campaign, draft.written.toString(QStringLiteral("dd/MM/yyyy HH:mm")), names),
+              .arg(campaign, MinuteText(draft.written), names),
       .icon = MessageIcon::kQuestion,
       .buttons = MessageButtons::kYesNoCancel,
       .defaultAnswer = MessageAnswer::kYes};

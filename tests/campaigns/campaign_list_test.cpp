@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/embedded_host.h"
+#include "util/date_text.h"
 
 namespace qbx {
 namespace {
@@ -16,8 +17,8 @@ TEST(CampaignListTest, ShowsDatesToTheMinuteAndNullAsNothing) {
   const auto rows = LoadCampaigns(host.statements);
   ASSERT_TRUE(rows && rows->size() == 2);
   const auto joined = [](const CampaignListRow& row) {
-    return QStringList{QString::number(row.ID), row.Campaign_Name,        row.Last_Run,
-                       row.Created_Date,        row.Campaign_Description, row.Created_By}
+    return QStringList{QString::number(row.ID),      row.Campaign_Name,        MinuteText(row.Last_Run),
+                       MinuteText(row.Created_Date), row.Campaign_Description, row.Created_By}
         .join(u'|');
   };
   EXPECT_EQ(joined(rows->front()), u"7|Winter|02/01/2026 03:04|31/12/2025 23:59|Cold|ANN"_qs);
@@ -35,7 +36,7 @@ TEST(CampaignListTest, TheHistoryShowsFiftyEventsUntilAllAreAskedFor) {
   ASSERT_TRUE(recent && recent->size() == 50);
   EXPECT_EQ(recent->front().Event, u"Event 11"_qs);
   const CampaignHistoryRow& last = recent->back();
-  EXPECT_EQ(QStringList({last.Record_Date, last.Campaign_Name, last.Event, last.UserID}).join(u'|'),
+  EXPECT_EQ(QStringList({MinuteText(last.Record_Date), last.Campaign_Name, last.Event, last.UserID}).join(u'|'),
             u"04/03/2026 10:20|Spring|Event 60|ANN"_qs);
   const auto all = LoadCampaignHistory(host.statements, true);
   ASSERT_TRUE(all);

@@ -27,8 +27,8 @@ bool frmCampaigns::LoadCampaigns() {
   {
     ListFilling filling(*ui_->lstCampaigns);
     for (const CampaignListRow& row : campaigns_) {
-      const QTreeWidgetItem* item = filling.Add({QString::number(row.ID), row.Campaign_Name, row.Last_Run,
-                                                 row.Created_Date, row.Campaign_Description, row.Created_By});
+      const QTreeWidgetItem* item = filling.Add(
+          {row.ID, row.Campaign_Name, row.Last_Run, row.Created_Date, row.Campaign_Description, row.Created_By});
       if (lCampaignId == 0) SelectCampaign(item);
     }
     if (QTreeWidgetItem* current = FindRow(*ui_->lstCampaigns, lCampaignId)) {
@@ -52,7 +52,7 @@ void frmCampaigns::LoadCampaignHistory(bool viewAll) {
   {
     ListFilling filling(*ui_->lstHistory);
     for (const CampaignHistoryRow& row : rows.value_or(std::vector<CampaignHistoryRow>())) {
-      last = filling.Add({QString::number(row.ID), row.Record_Date, row.Campaign_Name, row.Event, row.UserID});
+      last = filling.Add({row.ID, row.Record_Date, row.Campaign_Name, row.Event, row.UserID});
     }
   }
   if (last == nullptr) return;

@@ -2,12 +2,15 @@
 
 #include <QtWidgets>
 
+#include "util/date_text.h"
+
 namespace qbx {
 namespace {
 
 /// A cell holds a longer text cut, since the list copies, measures and elides what its cells hold; a tip is cut too.
 constexpr int kLongestCell = 300;
 constexpr int kWholeTextRole = Qt::UserRole;
+constexpr int kSortRole = Qt::UserRole + 1;
 constexpr int kLongestTip = 1000;
 constexpr int kRowPadding = 6;  // logical pixels between the lines of text
 
@@ -19,14 +22,8 @@ QString OneLine(const QString& text) {
   return line;
 }
 
-/// What a cell is sorted by: a number, a date, or the text.
-QVariant SortKey(const QString& text) {
-  bool isNumber = false;
-  const int number = text.toInt(&isNumber);
-  if (isNumber) return number;
-  const QDateTime date = QDateTime::fromString(text, u"dd/MM/yyyy HH:mm");
-  if (date.isValid()) return date;
-  return text;
+QString TextOf(const QVariant& cell) {
+  return cell.typeId() == QMetaType::QDateTime ? MinuteText(cell.toDateTime()) : cell.toString();
 }
 
 class Row : public QTreeWidgetItem {
@@ -34,12 +31,9 @@ class Row : public QTreeWidgetItem {
   using QTreeWidgetItem::QTreeWidgetItem;
   bool operator<(const QTreeWidgetItem& other) const override {
     const int column = treeWidget()->sortColumn();
-    const QVariant mine = SortKey(text(column));
-    const QVariant others = SortKey(other.text(column));
-    if (mine.typeId() == QMetaType::QString || mine.typeId() != others.typeId()) {
-      return QString::localeAwareCompare(text(column), other.text(column)) < 0;
-    }
-    return QVariant::compare(mine, others) == QPartialOrdering::Less;
+    const QVariant mine = data(column, kSortRole);
+    if (mine.typeId() == QMetaType::QString) return QString::localeAwareCompare(text(column), other.text(column)) < 0;
+    return QVariant::compare(mine, other.data(column, kSortRole)) == QPartialOrdering::Less;
   }
 };
 
@@ -84,12 +78,14 @@ ListFilling::~ListFilling() {
   list_.blockSignals(false);
 }
 
-QTreeWidgetItem* ListFilling::Add(const QStringList& texts) {
+QTreeWidgetItem* ListFilling::Add(const QVariantList& cells) {
   auto* row = new Row(&list_);
-  for (int column = 0; column < texts.size(); ++column) {
-    const QString line = OneLine(texts[column]);
+  for (int column = 0; column < cells.size(); ++column) {
+    const QString text = TextOf(cells[column]);
+    const QString line = OneLine(text);
     row->setText(column, line);
-    if (line != texts[column]) row->setData(column, kWholeTextRole, texts[column]);
+    row->setData(column, kSortRole, cells[column]);
+    if (line != text) row->setData(column, kWholeTextRole, text);
   }
   return row;
 }

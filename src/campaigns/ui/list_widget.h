@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVariantList>
 
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -22,9 +23,9 @@ class ListFilling {
   ListFilling(const ListFilling&) = delete;
   ListFilling& operator=(const ListFilling&) = delete;
 
-  /// Adds a row. Numbers sort as numbers and "dd/mm/yyyy HH:mm" as dates. A cell shows its text on one line, and a long
-  /// one cut; see `WholeText`.
-  QTreeWidgetItem* Add(const QStringList& texts);
+  /// Adds a row.
+  /// \param cells  numbers, dates with their time, and texts; a column sorts by them. A cell shows its text on one line, and a long one cut; see `WholeText`.
+  QTreeWidgetItem* Add(const QVariantList& cells);
 
  private:
   QTreeWidget& list_;

@@ -2,6 +2,7 @@
 
 #include "platform/ui/contrast.h"
 #include "platform/ui/look.h"
+#include "util/date_text.h"
 #include "util/typed_date.h"
 
 namespace qbx {
@@ -22,7 +23,7 @@ QDate DateBox::Date() const {
 }
 
 void DateBox::SetDate(const QDate& date) {
-  setText(DateBoxText(date));
+  setText(DayText(date));
   MarkText();
 }
 
@@ -63,7 +64,7 @@ void DateBox::focusInEvent(QFocusEvent* event) {
 }
 
 void DateBox::focusOutEvent(QFocusEvent* event) {
-  if (Date().isValid()) setText(DateBoxText(Date()));
+  if (Date().isValid()) setText(DayText(Date()));
   deselect();
   QLineEdit::focusOutEvent(event);
 }

@@ -3,6 +3,7 @@
 #include <QHeaderView>
 
 #include "ui_troubles_list.h"
+#include "util/date_text.h"
 
 namespace qbx {
 
@@ -17,7 +18,7 @@ QTreeWidgetItem* TroubleItem(const SendTrouble& trouble) {
                            trouble.channel == Channel::kSms ? QStringLiteral("Text") : QStringLiteral("E-mail"),
                            trouble.to, trouble.inDoubt ? QStringLiteral("In doubt") : QStringLiteral("Failed"),
                            trouble.inDoubt ? QStringLiteral("Nobody knows whether it went out.") : trouble.reason,
-                           trouble.changed.toString(QStringLiteral("dd/MM/yyyy HH:mm"))});
+                           MinuteText(trouble.changed)});
   item->setData(0, kRecordRole, trouble.recordId);
   item->setData(0, kDoubtRole, trouble.inDoubt);
   item->setToolTip(5, item->text(5));
