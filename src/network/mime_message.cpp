@@ -19,7 +19,7 @@ constexpr qsizetype kLongestAddress = 320;  // 64 for the mailbox, 255 for the d
 /// An address as headers carry it: the domain in ASCII where it has letters that are not.
 QByteArray HeaderAddress(const QString& address) {
   const QString trimmed = address.trimmed();
-  const QByteArray utf8 = trimmed.toUtf8();
+  QByteArray utf8 = trimmed.toUtf8();
   if (utf8.size() == trimmed.size()) return utf8;
   const qsizetype at = trimmed.lastIndexOf(u'@');
   const QByteArray domain = QUrl::toAce(trimmed.mid(at + 1));
