@@ -204,9 +204,10 @@ bool ReportPrinter::IgnoreError(qint64 number, const QString& description, bool&
   return answer != MessageAnswer::kAbort;
 }
 
-void ReportPrinter::FeedNextRun(Recordset rows, QSet<QString> hiddenColumns) {
+void ReportPrinter::FeedNextRun(Recordset rows, QSet<QString> hiddenColumns, CurrentCampaign of) {
   rows_ = std::move(rows);
   hiddenColumns_ = std::move(hiddenColumns);
+  campaignOfRows_ = std::move(of);
 }
 
 void ReportPrinter::Say(const QString& text) const {
@@ -214,7 +215,8 @@ void ReportPrinter::Say(const QString& text) const {
 }
 
 ReportFacts ReportPrinter::Facts() const {
-  return {parts_.startup, parts_.options, parts_.campaign, state, parts_.diagnostics.clock.Today()};
+  const CurrentCampaign& campaign = campaignOfRows_ ? *campaignOfRows_ : parts_.campaign;
+  return {parts_.startup, parts_.options, campaign, state, parts_.diagnostics.clock.Today()};
 }
 
 void ReportPrinter::EndRun() {
@@ -223,6 +225,7 @@ void ReportPrinter::EndRun() {
   report_.reset();
   rows_.reset();
   hiddenColumns_.clear();
+  campaignOfRows_.reset();
   range_ = {};
   onPage_ = {};
   follower_ = nullptr;

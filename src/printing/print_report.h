@@ -114,7 +114,8 @@ class ReportPrinter {
   /// Writes only these pages to a PDF.
   void TakePages(const PageRange& range) { range_ = range; }
   /// Gives the rows of the next run, and which of their columns a list leaves out; its table is not read then.
-  void FeedNextRun(Recordset rows, QSet<QString> hiddenColumns);
+  /// \param of  their campaign, which may not be the current one any more
+  void FeedNextRun(Recordset rows, QSet<QString> hiddenColumns, CurrentCampaign of);
 
  private:
   bool Step(const std::function<void()>& step);
@@ -140,6 +141,7 @@ class ReportPrinter {
   PageRange range_;
   std::optional<Recordset> rows_;
   QSet<QString> hiddenColumns_;
+  std::optional<CurrentCampaign> campaignOfRows_;
 };
 
 }  // namespace qbx

@@ -135,6 +135,15 @@ TEST_F(PrintReportTest, FillsParametersAndShowsTheTitle) {
   EXPECT_TRUE(printer.state.reportTitle.isEmpty()) << "the next report would have this title";
   EXPECT_EQ(Run(Write(Definition({}, {}), u"Plain.xml"_qs), ReportMode::kPrint), ReportOutcome::kOut);
   EXPECT_EQ(outlet.caption, u"Plain.xml on Office, prompt 1"_qs);
+
+  CurrentCampaign other;
+  other.record.ID = 7;
+  printer.FeedNextRun(host.Run(u"SELECT 1 AS One"_qs), {}, other);
+  for (const QString& id : {u"7"_qs, u"12"_qs}) {
+    outlet.texts.clear();
+    EXPECT_EQ(Run(Write(xml)), ReportOutcome::kOut);
+    EXPECT_EQ(outlet.texts.value(4), id);
+  }
 }
 
 TEST_F(PrintReportTest, WhatCannotBeginSaysSoAndOpensNothing) {

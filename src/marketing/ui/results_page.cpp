@@ -131,7 +131,7 @@ void ResultsPage::ConnectControls() {
   connect(ui_->cmbShow, &QComboBox::currentIndexChanged, this, [this] { Guarded([this] { ShowKind(); }); });
   connect(ui_->cmdSetSendMethods, &QPushButton::clicked, this, [this] { SetMethods(); });
   connect(ui_->cmdPrintResults, &QPushButton::clicked, this, [this] {
-    if (HasRows(QStringLiteral("print"))) PrintRows(*grid_.DataSource(), grid_.HiddenFields());
+    if (HasRows(QStringLiteral("print"))) PrintRows(*grid_.DataSource(), grid_.HiddenFields(), App().campaign);
   });
   connect(ui_->cmdExportResults, &QPushButton::clicked, this, [this] {
     if (HasRows(QStringLiteral("export"))) ExportResults();
@@ -139,9 +139,9 @@ void ResultsPage::ConnectControls() {
 }
 
 /// Prints rows in their order, without the columns that a grid hides.
-void ResultsPage::PrintRows(const Recordset& rows, const QSet<QString>& hidden) {
+void ResultsPage::PrintRows(const Recordset& rows, const QSet<QString>& hidden, const CurrentCampaign& of) {
   Guarded([&] {
-    Reports().FeedNextRun(rows.Clone(), hidden);
+    Reports().FeedNextRun(rows.Clone(), hidden, of);
     static_cast<void>(
         Reports().PrintReport(ReportPath(App().startup.ProgramFolder, QStringLiteral("CampaignResults.rpt")),
                               ReportMode::kPreview, true, {}));
@@ -157,7 +157,9 @@ void ResultsPage::ExportResults() {
       .events = App().events,
       .diagnostics = App().diagnostics,
       .shell = App().shell,
-      .print = [this](const Recordset& rows, const QSet<QString>& hidden) { PrintRows(rows, hidden); }};
+      .print = [this, of = App().campaign](const Recordset& rows, const QSet<QString>& hidden) {
+        PrintRows(rows, hidden, of);
+      }};
   Guarded([&] {
     sheet_ = GenerateSpreadsheet(
         {.title = QStringLiteral("Report Results"), .fileName = App().campaign.record.Campaign_Name, .grid = grid_},

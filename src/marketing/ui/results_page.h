@@ -35,7 +35,7 @@ class ResultsPage : public WizardPage, private GridOwner {
   void SetUpGrid();
   void ConnectResults();
   void ConnectControls();
-  void PrintRows(const Recordset& rows, const QSet<QString>& hidden);
+  void PrintRows(const Recordset& rows, const QSet<QString>& hidden, const CurrentCampaign& of);
   void ExportResults();
   void ShowRows();
   void ShowCounts();
