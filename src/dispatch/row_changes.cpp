@@ -161,30 +161,47 @@ RowChange RowChanges::SetFlag(int campaignId, Channel flag, bool ticked, const s
 }
 
 RowChange RowChanges::TakeOut(int campaignId, const std::vector<qint64>& rows) {
-  Procedure read(connection_, "proc_selp_Results_Rows_Whole");
   Procedure takeOut(connection_, "proc_delp_Results_Rows");
   return Change(campaignId, rows, [&](std::span<const qint64> batch, RowChange& change, LastChange& kept) {
     kept.what = QStringLiteral("taken out");
     kept.tookOut = true;
-    Recordset found = read.Open({{"@CampaignID", campaignId}, {"@RecordIDs", Keys(batch)}});
-    change.leftAlone[QLatin1String(kNotThere)] +=
-        static_cast<int>(batch.size()) - static_cast<int>(found.RecordCount());
-    for (; !found.Eof(); found.MoveNext()) {
-      // The rows of a later batch are older than those that are gone by then.
-      kept.newestRow = std::max(kept.newestRow, Number(found, "Newest_Row"));
-      kept.rows.push_back({.recordId = Number(found, "RecordID"), .before = Bytes(found, "Whole")});
-    }
+    const std::size_t before = kept.rows.size();
+    KeepWhole(campaignId, Keys(batch), kept);
+    change.leftAlone[QLatin1String(kNotThere)] += static_cast<int>(batch.size() - (kept.rows.size() - before));
     takeOut.Execute({{"@CampaignID", campaignId}, {"@RecordIDs", Keys(batch)}});
   });
 }
 
+/// All of the rows that are about to be taken out.
+void RowChanges::KeepWhole(int campaignId, const QString& keys, LastChange& kept) {
+  Recordset found =
+      Procedure(connection_, "proc_selp_Results_Rows_Whole").Open({{"@CampaignID", campaignId}, {"@RecordIDs", keys}});
+  for (; !found.Eof(); found.MoveNext()) {
+    // The rows of a later batch are older than those that are gone by then.
+    kept.newestRow = std::max(kept.newestRow, Number(found, "Newest_Row"));
+    kept.rows.push_back({.recordId = Number(found, "RecordID"), .before = Bytes(found, "Whole")});
+  }
+}
+
 bool RowChanges::Keep(int campaignId, qint64 recordId, const QString& what, const std::function<bool()>& change) {
-  LastChange kept{.what = what};
+  const auto read = [&](LastChange& kept) {
+    const QHash<qint64, QByteArray> before = States(campaignId, {recordId});
+    if (before.contains(recordId)) kept.rows.push_back({.recordId = recordId, .before = before.value(recordId)});
+  };
+  return KeepOne(campaignId, {.what = what}, read, change);
+}
+
+bool RowChanges::KeepTakenOut(int campaignId, qint64 recordId, const std::function<bool()>& takeOut) {
+  const auto read = [&](LastChange& kept) { KeepWhole(campaignId, KeyList({recordId}), kept); };
+  return KeepOne(campaignId, {.what = QStringLiteral("1 row taken out"), .tookOut = true}, read, takeOut);
+}
+
+bool RowChanges::KeepOne(int campaignId, LastChange kept, const std::function<void(LastChange& kept)>& read,
+                         const std::function<bool()>& change) {
   std::optional<Transaction> transaction;
   try {
     transaction.emplace(connection_.Driver());
-    const QHash<qint64, QByteArray> before = States(campaignId, {recordId});
-    if (before.contains(recordId)) kept.rows.push_back({.recordId = recordId, .before = before.value(recordId)});
+    read(kept);
   } catch (const DatabaseError&) {
     // A lost connection, say, which the change opens again: it matters more than taking it back.
     transaction.reset();
@@ -192,7 +209,7 @@ bool RowChanges::Keep(int campaignId, qint64 recordId, const QString& what, cons
     return change();
   }
   if (!change()) return false;
-  KeepAfter(campaignId, kept);
+  if (!kept.tookOut) KeepAfter(campaignId, kept);
   transaction->Commit();
   if (!kept.rows.empty()) last_ = std::move(kept);
   return true;
@@ -203,7 +220,6 @@ RowChange RowChanges::Undo(int campaignId) {
   Transaction transaction(connection_.Driver());
   change.refusal = guard_.LookAtClaim(campaignId);
   if (change.refusal) return change;
-  change.putBack = last_.tookOut;
   if (last_.tookOut)
     PutBack(campaignId, change);
   else
@@ -211,6 +227,7 @@ RowChange RowChanges::Undo(int campaignId) {
   transaction.Commit();
   const auto left = static_cast<int>(last_.rows.size() - change.changed.size());
   if (left > 0) change.leftAlone[QLatin1String(kChangedSince)] = left;
+  change.readAgain = last_.tookOut || left > 0;
   Forget();
   return change;
 }

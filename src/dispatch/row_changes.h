@@ -21,7 +21,8 @@ struct RowChange {
   std::optional<Message> refusal = {};    ///< a run sends the campaign, or it could not be told; nothing was changed
   std::vector<qint64> changed = {};       ///< keys of the rows that are different now
   std::map<QString, int> leftAlone = {};  ///< how many rows were passed over, by the reason in a few words
-  bool putBack = false;  ///< an Undo brought rows that had been taken out; those that are shown have to be read again
+  bool readAgain =
+      false;  ///< an Undo brought rows that had been taken out, or left some alone; those that are shown have to be read again
 
   [[nodiscard]] int LeftAlone() const;
 };
@@ -43,6 +44,8 @@ class RowChanges {
   /// Runs a change of one row's flags that somebody else makes, and keeps it like the others. When what it was cannot be kept, it is made all the same.
   /// \param change  \return whether it was made
   bool Keep(int campaignId, qint64 recordId, const QString& what, const std::function<bool()>& change);
+  /// The same for a row that somebody else takes out.
+  bool KeepTakenOut(int campaignId, qint64 recordId, const std::function<bool()>& takeOut);
 
   /// Takes back the last change: rows, flags and entries of the send journal come back under their keys. A row that was changed since is left
   /// alone, and so are rows of which the campaign has new ones. There is no going further back.
@@ -67,7 +70,10 @@ class RowChanges {
   /// Changes one batch of rows, and notes what was changed, left alone, and has to be kept.
   using Work = std::function<void(std::span<const qint64> batch, RowChange& change, LastChange& kept)>;
   RowChange Change(int campaignId, const std::vector<qint64>& rows, const Work& work);
+  bool KeepOne(int campaignId, LastChange kept, const std::function<void(LastChange& kept)>& read,
+               const std::function<bool()>& change);
   [[nodiscard]] QHash<qint64, QByteArray> States(int campaignId, const std::vector<qint64>& rows);
+  void KeepWhole(int campaignId, const QString& keys, LastChange& kept);
   void KeepAfter(int campaignId, LastChange& kept);
   void PutBack(int campaignId, RowChange& change);
   void TakeBack(int campaignId, RowChange& change);

@@ -49,7 +49,12 @@ void ResultFlags::ToggleCheckBox(const QString& column, qint64 recordId) {
     return statements_.dbRunCommandWithParameters(QStringLiteral("proc_updp_Marketing_ToggleCheckbox"),
                                                   {Value(recordId), Value(column)});
   };
-  const bool toggled = around_ ? around_(column, recordId, flip) : flip();
+  bool toggled = false;
+  try {
+    toggled = around_ ? around_(column, recordId, flip) : flip();
+  } catch (const DatabaseError& error) {
+    diagnostics_.errors.ShowError(0, QStringLiteral("ToggleCheckBox"), error.Description());
+  }
   diagnostics_.ui.SetBusy(false);
   if (toggled) view_.RefreshRows({recordId});
 }

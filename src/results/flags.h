@@ -18,7 +18,7 @@ class ResultFlags {
   ResultFlags(Statements& statements, ResultsView& view, Diagnostics diagnostics);
 
   using Flip = std::function<bool()>;
-  /// Runs every flip in here, which returns what the flip returned: whether it was made.
+  /// Runs every flip in here, which returns what the flip returned: whether it was made. May throw DatabaseError when it was not.
   void Around(std::function<bool(const QString& column, qint64 recordId, const Flip& flip)> around) {
     around_ = std::move(around);
   }

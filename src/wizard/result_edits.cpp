@@ -19,7 +19,8 @@ QString FlippedText(const QString& column) {
 
 ResultEdits::ResultEdits(Parts parts, Diagnostics diagnostics) : parts_(std::move(parts)), diagnostics_(diagnostics) {
   parts_.flags.Around([this](const QString& column, qint64 recordId, const std::function<bool()>& flip) {
-    return parts_.changes.Keep(parts_.results.CampaignId(), recordId, FlippedText(column), flip);
+    // The question about Processed may have stood there for long.
+    return MayEdit() && parts_.changes.Keep(parts_.results.CampaignId(), recordId, FlippedText(column), flip);
   });
   parts_.results.OnOtherRows([this] { parts_.changes.Forget(); });
 }
@@ -59,6 +60,10 @@ bool ResultEdits::ApplySendMethods(const SendMethods& methods) {
   return true;
 }
 
+bool ResultEdits::DeleteRow(qint64 recordId, const std::function<bool()>& remove) {
+  return parts_.changes.KeepTakenOut(parts_.results.CampaignId(), recordId, remove);
+}
+
 RowChange ResultEdits::SetFlag(Channel flag, bool ticked, const std::vector<qint64>& rows) {
   return Change("SetFlag", rows, [&](int campaign) { return parts_.changes.SetFlag(campaign, flag, ticked, rows); });
 }
@@ -89,7 +94,7 @@ RowChange ResultEdits::Change(const char* routine, const std::vector<qint64>& ro
   if (failed) return {};
   if (done.refusal) {
     diagnostics_.ui.ShowMessage(*done.refusal);
-  } else if (done.putBack) {
+  } else if (done.readAgain) {
     parts_.results.RefreshResults();
   } else {
     std::vector<qint64> shown = rows;

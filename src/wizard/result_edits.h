@@ -18,7 +18,7 @@
 namespace qbx {
 
 /// Changes to the rows of the current campaign. Each is refused, with a message, while a run sends the campaign (a flag flipped under its
-/// hands could undo its own mark) and while the rows shown are another campaign's. No method throws.
+/// hands could undo its own mark) and while the rows shown are another campaign's. No method but `DeleteRow` throws.
 class ResultEdits {
  public:
   struct Parts {
@@ -47,6 +47,10 @@ class ResultEdits {
   /// Applies the rules to every row and shows the results anew.
   /// \return false when it was refused, by `MayEditShown` or since the options could not be read (the user was told); a rule that failed was reported, and those before it stay
   bool ApplySendMethods(const SendMethods& methods);
+
+  /// Runs the grid's deletion of one of the rows that are shown, so that it can be taken back. Throws DatabaseError; nothing was deleted then.
+  /// \param remove  \return whether the row was deleted
+  bool DeleteRow(qint64 recordId, const std::function<bool()>& remove);
 
   // Many rows at once, by their keys. Rows and counters that are shown follow. What came of it is for a line beside the grid (`ChangeText`);
   // a refusal or a failure was shown, and nothing was changed then.

@@ -102,6 +102,9 @@ check("Ctrl+Delete takes one row out of the results; counts follow", () => {
   assertEqual(grid.cell(3, "RecordID"), next);
   assertEqual(grid.currentRow, 3);
   assertEqual(counter(), "SMS's to Send: 0");
+  grid.press("Ctrl+Z");
+  assertEqual([grid.rowCount, grid.cell(3, "RecordID"), counter()], [count, record, "SMS's to Send: 1"]);
+  grid.clickCell(3, "Lastname").press("Ctrl+Del");
 });
 
 check("so does the menu of the grid", () => {

@@ -78,6 +78,7 @@ check("only the rows of one kind are shown, and the line says what takes all of 
   assert(control("frmMain").visibleTexts().includes("There is no such row."));
   control("cmbSendBy1").choose(0);
   control("cmdSetSendMethods").click();
+  assert(!control("cmdUndo").visible, "there is nothing to take back any more");
   assertEqual(control("cmbShow").selectedText, "in doubt", "another rule is no other query");
   control("cmbShow").choose("gets an e-mail");
   assert(grid.rowCount > 0);

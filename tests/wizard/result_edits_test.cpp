@@ -32,6 +32,12 @@ class Edits : public test::Wizard {
            host_.Rows("SELECT * FROM Campaign_Results_Counters");
   }
 
+  bool DeleteInGrid(int row) {
+    return edits_.DeleteRow(row, [this, row] {
+      return host_.statements.dbExecute(QString("proc_delp_Campaign_Results ( %1 )").arg(row)).Ok();
+    });
+  }
+
   RowChanges changes_{host_.connection, guard_};
   ResultFlags flags_{host_.statements, results_, host_.diagnostics};
   ResultEdits edits_{{.statements = host_.statements,
@@ -75,7 +81,7 @@ TEST_F(Edits, UndoPutsEverythingBack) {
              edits_.TakeOut({11, 12, 13, 14});
            },
            [&] { edits_.ClickCell("Send_Email", 14); }, [&] { flags_.ToggleCheckBox("Processed", 12); },
-           [&] { flags_.ToggleCheckBox("Processed", 14); }}) {
+           [&] { flags_.ToggleCheckBox("Processed", 14); }, [&] { EXPECT_TRUE(DeleteInGrid(12)); }}) {
     change();
     ASSERT_NE(Stored(), before);
     const QString last = edits_.LastChange();
@@ -90,7 +96,9 @@ TEST_F(Edits, UndoLeavesAloneWhatChangedSince) {
   edits_.SetFlag(Channel::kSms, true, {11, 14});
   host_.Run(
       "INSERT INTO Send_Journal (RecordID, Channel, State, CampaignID, Changed) VALUES (11, 1, 1, -5, '2026-01-04')");
+  host_.Run("UPDATE [Campaign Results] SET Processed = 1 WHERE RecordID = 11");
   EXPECT_EQ(ChangeText(edits_.Undo(), "put back"), "1 row put back; 1 left alone: 1 changed since.");
+  EXPECT_TRUE(results_.Rows().Field("Processed").ToBool()) << "the row that was left alone is shown as it is now";
   EXPECT_TRUE(host_.Ask("SELECT Send_SMS FROM [Campaign Results] WHERE RecordID = 11").ToBool());
 
   flags_.ToggleCheckBox("Processed", 12);  // forgets what went out, which a run then sends again
@@ -101,6 +109,17 @@ TEST_F(Edits, UndoLeavesAloneWhatChangedSince) {
   edits_.TakeOut({11});
   host_.Run("INSERT INTO [Campaign Results] (CampaignID, Customer) VALUES (-5, 1)");  // another desk's query
   EXPECT_EQ(edits_.Undo().changed.size(), 0U);
+}
+
+TEST_F(Edits, AFlipThatFailsAtTheVeryEndIsReported) {
+  host_.Run("CREATE TABLE Parents (ID int PRIMARY KEY)");
+  host_.Run("CREATE TABLE Children (ID int REFERENCES Parents (ID) DEFERRABLE INITIALLY DEFERRED)");
+  host_.Run("CREATE TRIGGER Fails AFTER UPDATE ON [Campaign Results] BEGIN INSERT INTO Children VALUES (1); END");
+  const QStringList before = Stored();
+  EXPECT_NO_THROW(edits_.ClickCell("Send_Email", 14));
+  EXPECT_EQ(Stored(), before);
+  EXPECT_EQ(host_.ui.Messages().size(), 1U);
+  EXPECT_FALSE(host_.ui.Busy());
 }
 
 TEST_F(Edits, NothingChangesDuringARunNorAfterANewQuery) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 class QTableView;
 
@@ -27,6 +28,8 @@ class GridOwner {
   [[nodiscard]] virtual bool EditMode() const { return false; }
   /// Asked before a row is deleted; false, after the window has told the user why, leaves the row.
   [[nodiscard]] virtual bool MayDeleteRows() { return true; }
+  /// Deletes a row in the database by calling `remove`, which returns whether it did; may throw.
+  [[nodiscard]] virtual bool DeleteRow(qint64 /*recordId*/, const std::function<bool()>& remove) { return remove(); }
   /// Connection whose transaction the window's changes belong to; none: the shared one.
   [[nodiscard]] virtual Connection* ADOConnTrans() { return nullptr; }
 };

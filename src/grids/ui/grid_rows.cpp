@@ -45,7 +45,8 @@ bool GridRows::AfterDelete() {
 bool GridRows::DeleteInDatabase(qint64 row) {
   if (!EditMode()) return true;
   deleteKey_ = place_.KeyOf(row);
-  return AfterDelete();
+  if (core_.owner == nullptr || deleteKey_.empty()) return AfterDelete();
+  return core_.owner->DeleteRow(deleteKey_.front().ToInt(), [this] { return AfterDelete(); });
 }
 
 /// Takes rows out of the recordset, in one walk.

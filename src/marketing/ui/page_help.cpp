@@ -53,7 +53,7 @@ rule does not name keeps its tick. Where the options ask for consent, no rule ti
 <h4>Keys</h4>
 <ul><li>Space flips the tick under the cursor. Ctrl+T, Ctrl+E and Ctrl+L tick Send SMS, Send Email and Send Letter of
 the selected rows, with Shift they untick.</li>
-<li>Delete takes the selected rows out, Ctrl+Z takes the last change back, Ctrl+Delete takes one row out for good.</li>
+<li>Delete takes the selected rows out, Ctrl+Z takes the last change back, Ctrl+Delete takes one row out without asking.</li>
 <li>Ctrl+F goes to <b>Find</b>, F3 goes on and Shift+F3 back. Letters typed in the rows find in the sorted column. A
 click on a heading sorts.</li>
 <li>Home and End go to the ends of a row, with Ctrl to the first and last row. Ctrl+C copies, Ctrl+A selects all.</li>

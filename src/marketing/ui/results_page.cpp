@@ -96,12 +96,12 @@ void ResultsPage::SetUpGrid() {
   grid_.KeepLayout(App().registry, QStringLiteral("frmMain"));
   grid_.OnCellClick([this](const QString& field, qint64 recordId) {
     Desk().edits.ClickCell(field, recordId);
-    if (!ui_->fraChange->isHidden()) TellChange(Desk().edits.LastChange());  // what Undo takes back now
-    changes_->Update();
+    if (!ui_->fraChange->isHidden()) TellLastChange();
   });
   grid_.OnDeleted([this](qint64) {
     Desk().results.RowDeleted();
     ShowCounts();
+    TellLastChange();
   });
   grid_.SetFlagReasons([this](qint64 row, const QString& field) {
     const QString reason = WhyNoFlag(Desk().results.Rows(), row, field);
@@ -214,6 +214,12 @@ void ResultsPage::TellChange(const QString& text) {
   ui_->fraChange->setVisible(!text.isEmpty());
 }
 
+/// What Undo takes back now; nothing after a change that cannot be taken back.
+void ResultsPage::TellLastChange() {
+  TellChange(Desk().edits.LastChange());
+  changes_->Update();
+}
+
 void ResultsPage::CopyState() {
   ui_->lblFiltersPending->setText(FiltersPendingText(State()));
   if (Desk().results.Rows().IsOpen() && grid_.DataSource() == nullptr) ShowRows();
@@ -226,7 +232,9 @@ void ResultsPage::SetMethods() {
                               .email = ui_->cmbSendBy1->currentIndex(),
                               .letter = ui_->cmbSendBy2->currentIndex()};
     const QScopedValueRollback<bool> sameQuery(sameQuery_, true);
-    if (Desk().edits.ApplySendMethods(methods)) ForgetMethods();
+    if (!Desk().edits.ApplySendMethods(methods)) return;
+    ForgetMethods();
+    TellLastChange();
   });
 }
 

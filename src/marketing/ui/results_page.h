@@ -41,6 +41,7 @@ class ResultsPage : public WizardPage, private GridOwner {
   void ShowCounts();
   void ShowKind();
   void TellChange(const QString& text);
+  void TellLastChange();
   void SetMethods();
   void ForgetMethods();
   [[nodiscard]] bool HasRows(const QString& action);
@@ -48,6 +49,9 @@ class ResultsPage : public WizardPage, private GridOwner {
   void Grid_MenuOpens() override { changes_->Update(); }
   [[nodiscard]] bool EditMode() const override { return true; }
   [[nodiscard]] bool MayDeleteRows() override { return Desk().edits.MayEditShown(); }
+  [[nodiscard]] bool DeleteRow(qint64 recordId, const std::function<bool()>& remove) override {
+    return Desk().edits.DeleteRow(recordId, remove);
+  }
 
   std::unique_ptr<Ui::ResultsPage> ui_;
   std::unique_ptr<ResultsChanges> changes_;  // hears of the selection until the grid is gone
