@@ -402,8 +402,8 @@ Recordset Recordset::Snapshot() const {
   Recordset copy = Clone();
   if (!copy.state_) return copy;
   const State::SharedRows& rows = *state_->shared;
-  copy.state_->shared = std::make_shared<State::SharedRows>(
-      State::SharedRows{.rows = rows.rows.Copy(), .deleted = rows.deleted, .deletedCount = rows.deletedCount});
+  copy.state_->shared = std::make_shared<State::SharedRows>(State::SharedRows{
+      .rows = rows.rows.Copy(), .deleted = rows.deleted, .deletedCount = rows.deletedCount, .changes = rows.changes});
   return copy;
 }
 

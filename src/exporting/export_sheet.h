@@ -12,6 +12,8 @@ namespace qbx {
 
 enum class ExportType : quint8 { kInteger, kDecimal, kDate, kTick, kText };
 
+inline constexpr int kMostColumnWidth = 255;  ///< that a workbook takes
+
 struct ExportColumn {
   int field = 0;  ///< position in the recordset
   QString heading;

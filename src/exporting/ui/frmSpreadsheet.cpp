@@ -90,7 +90,7 @@ void frmSpreadsheet::CopyColumns(const cDataGrid& grid) {
   const double digit = DigitWidth(*grid.Grid());
   for (const GridShownColumn& shown : grid.ShownColumns()) {
     ExportColumn column = MakeExportColumn(rows_.Columns(), shown.column, shown.heading);
-    column.width = std::max(1, qCeil(shown.width / digit));
+    column.width = std::clamp(qCeil(shown.width / digit), 1, kMostColumnWidth);
     sheet_->columns.push_back(column);
   }
   hidden_ = grid.HiddenFields();

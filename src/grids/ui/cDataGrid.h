@@ -146,7 +146,7 @@ class cDataGrid {
   /// Shows the connected recordset anew, after other rows were read into it. Without a connected one the rows of
   /// "proc_selp_" + StoredProc + " ( header ID )" are read.
   void RebindData();
-  /// Reads the rows again. Sort, first visible row, current row and up to 500 selected ones (by their keys), current
+  /// Reads the rows again. Sort, first visible row, current row and up to 10,000 selected ones (by their keys), current
   /// column and horizontal position stay. A failure shows "Unexpected error when reloading the grid." and leaves the rows that were there.
   /// \param reread  what reads them into the connected recordset; may throw. Empty: its own Requery.
   void Requery(const std::function<void()>& reread = {});

@@ -3,6 +3,7 @@
 #include "grids/ui/column_menu.h"
 
 #include <QtWidgets>
+#include <utility>
 
 namespace qbx {
 
@@ -50,12 +51,17 @@ void ColumnMenu::ShowLast() {
   }
 }
 
+void ColumnMenu::mousePressEvent(QMouseEvent* event) {
+  pressed_ = actionAt(event->position().toPoint());
+  QMenu::mousePressEvent(event);
+}
+
+/// The button that opened the menu comes up over it where the menu has no room below the mouse; that is no click.
 void ColumnMenu::mouseReleaseEvent(QMouseEvent* event) {
   QAction* entry = actionAt(event->position().toPoint());
-  if (entry != nullptr && entry->isCheckable() && entry->isEnabled())
-    entry->toggle();
-  else
-    QMenu::mouseReleaseEvent(event);
+  const bool clicked = entry != nullptr && entry == std::exchange(pressed_, nullptr);
+  if (entry == nullptr || !entry->isCheckable()) return QMenu::mouseReleaseEvent(event);
+  if (clicked && entry->isEnabled()) entry->toggle();
 }
 
 void ColumnMenu::keyPressEvent(QKeyEvent* event) {

@@ -15,6 +15,7 @@ class ColumnMenu final : public QMenu {
   ColumnMenu(GridLook& look, GridPlace& place, QWidget& parent);
 
  protected:
+  void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
@@ -25,6 +26,7 @@ class ColumnMenu final : public QMenu {
 
   GridLook& look_;
   GridPlace& place_;
+  QAction* pressed_ = nullptr;
 };
 
 }  // namespace qbx

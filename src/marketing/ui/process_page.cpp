@@ -113,7 +113,6 @@ void ProcessPage::ShowTroubles() {
   }
 }
 
-/// Says how many messages go to a number or an address that another row has, too.
 void ProcessPage::ShowWhoGetsWhat() {
   if (!App().connection.IsOpen()) return;
   const WhoGetsWhat counts =
@@ -134,6 +133,7 @@ void ProcessPage::resizeEvent(QResizeEvent* event) {
   FitChart();
 }
 
+/// Says how many messages go to a number or an address that another row has, too.
 void ProcessPage::ShowShared() {
   if (!App().connection.IsOpen()) return;
   const std::optional<RowSurvey> survey =
