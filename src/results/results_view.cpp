@@ -152,12 +152,6 @@ bool ResultsView::FollowCampaign(int campaignId) {
   return RefreshResults();
 }
 
-void ResultsView::RowDeleted() {
-  counters_.UpdateCounters(campaignId_);
-  kindsRead_ = false;
-  if (read_) read_();
-}
-
 QString ResultsView::CountText() const {
   return QString::number(rows_.StoredCount()) + QLatin1String(" records ");
 }

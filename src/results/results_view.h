@@ -85,9 +85,6 @@ class ResultsView {
   /// What the rows are; worked out when it is first asked for after they were read.
   [[nodiscard]] const RowKinds& Kinds();
 
-  /// The grid has deleted a row in the database and taken it out of `Rows()`: reads the counters again.
-  void RowDeleted();
-
   [[nodiscard]] Recordset& Rows() { return rows_; }
   /// The row count, whatever the grid shows of them, and " records "; "0 records " until the first display.
   [[nodiscard]] QString CountText() const;

@@ -115,6 +115,16 @@ check("the menu and the button do the same", () => {
   assertEqual(stored(), before);
 });
 
+check("with Ctrl+Delete a row goes that was of the kind by the other alone, and comes back with it", () => {
+  control("cmbShow").choose("same mobile more than once");
+  const pairs = grid.rowCount;
+  grid.clickCell(0, "Lastname").press("Ctrl+Del");
+  assertEqual(grid.rowCount, pairs - 2);
+  grid.press("Ctrl+Z");
+  assertEqual(grid.rowCount, pairs);
+  control("cmbShow").choose("all");
+});
+
 check("while somebody else sends the campaign nothing changes", () => {
   const before = stored();
   execute("INSERT INTO Campaign_Claims VALUES (" + grid.cell(0, "CampaignID") + ", 'Alex', 'FRONTDESK', 4711, '1', GetDate(), '2026-03-04 10:20:00')");

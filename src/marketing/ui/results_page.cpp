@@ -98,9 +98,8 @@ void ResultsPage::SetUpGrid() {
     Desk().edits.ClickCell(field, recordId);
     if (!ui_->fraChange->isHidden()) TellLastChange();
   });
-  grid_.OnDeleted([this](qint64) {
-    Desk().results.RowDeleted();
-    ShowCounts();
+  grid_.OnDeleted([this](qint64 recordId) {
+    Desk().results.RefreshRows({recordId});
     TellLastChange();
   });
   grid_.SetFlagReasons([this](qint64 row, const QString& field) {
