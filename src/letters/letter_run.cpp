@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "dispatch/mailshot_checks.h"
 #include "letters/batches.h"
@@ -239,11 +240,12 @@ TakenOut LetterRun::OpenLetterReport(const LetterChoices& choices) {
     return true;
   });
   reports.Follow(*this);
-  switch (reports.PrintReport(path, mode, true, {Value(QString())})) {
+  const ReportOutcome outcome = reports.PrintReport(path, mode, true, {Value(QString())});
+  if (mode == ReportMode::kPreview || outcome == ReportOutcome::kFailed) NotOut();
+  switch (outcome) {
     case ReportOutcome::kOut:
       return reports.Taken();
     case ReportOutcome::kFailed:
-      NotOut();
       return {};
     case ReportOutcome::kLookedAt:
       break;
@@ -265,15 +267,18 @@ std::vector<qint64> LetterRun::RowsOf(const TakenOut& taken) const {
 
 void LetterRun::AboutToAppear(const TakenOut& taken, const QString& file) {
   if (!marks_) return;
+  // The computer may have been silent since the last letter was made.
+  if (!MayGoOn()) throw ReportCancelled{};
+  NotOut();
   announced_ = RowsOf(taken);
   letterMarks_.AboutToAppear(campaignId_, announced_, file);
 }
 
-/// The file that was announced, if there was one, did not take its place.
+/// The file that was announced last did not take its place, unless `TookOut` was told of it.
 void LetterRun::NotOut() {
   if (announced_.empty()) return;
   try {
-    letterMarks_.NotOut(campaignId_, announced_);
+    letterMarks_.NotOut(campaignId_, std::exchange(announced_, {}));
   } catch (const DatabaseError& error) {
     services_.diagnostics.errors.ShowError(kMarkLocation, QStringLiteral("MarkLettersAsProcessed"),
                                            error.Description());
@@ -281,7 +286,11 @@ void LetterRun::NotOut() {
 }
 
 void LetterRun::TookOut(const TakenOut& taken) {
-  if (marks_) MarkLettersAsProcessed(taken);
+  if (!marks_) return;
+  const std::vector<qint64> rows = RowsOf(taken);
+  const QSet<qint64> out(rows.begin(), rows.end());
+  std::erase_if(announced_, [&out](qint64 row) { return out.contains(row); });
+  MarkLettersAsProcessed(taken);
 }
 
 /// Renews the claim on the campaign, also while the letters are only looked at.

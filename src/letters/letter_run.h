@@ -58,8 +58,8 @@ class LetterObserver {
 };
 
 /// One run. A letter is written down as "sending" when it is made, refused to a customer who has said no since the query, and as "sent" once the letters were
-/// printed or saved, at once; only rows with a new "sent" are marked. A run that was killed when its file was about to appear leaves its letters in doubt, and the next
-/// one asks. A run that was broken off is repeated for the rows without one. Letters that are made
+/// printed or saved, at once; only rows with a new "sent" are marked. A run that was killed when its file was about to appear, made without a preview or saved from it, leaves its
+/// letters in doubt, and the next one asks. A run that was broken off is repeated for the rows without one. Letters that are made
 /// again leave what is on record as it is: they did go out once.
 ///
 /// The campaign is held from the first letter until this object goes, so that no other run makes letters of it.

@@ -48,11 +48,16 @@ TakenOut PrintPages(const ReportRun& run, ReportPages& pages, PrintService& serv
   return taken;
 }
 
-TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path, const std::function<bool()>& goesOn) {
+TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path, const std::function<bool()>& goesOn,
+                   const std::function<void(const TakenOut& all)>& beforePlaced) {
   TakenOut taken;
-  if (!ExportPdf(run.report, pages, path, {.title = run.caption, .goesOn = goesOn}, Remembering(taken, goesOn)))
+  const auto whole = [&] {
+    taken.all = true;
+    if (beforePlaced) beforePlaced(taken);
+  };
+  if (!ExportPdf(run.report, pages, path, {.title = run.caption, .goesOn = goesOn, .beforePlaced = whole},
+                 Remembering(taken, goesOn)))
     return {};
-  taken.all = true;
   return taken;
 }
 

@@ -28,10 +28,12 @@ struct PrintChoice {
                                   const PrintChoice& choice, const std::function<bool()>& goesOn);
 
 /// Writes all pages to a PDF file.
+/// \param beforePlaced  told when they are written, right before the file takes its place; what it throws leaves the file as it was
 /// \return what was written
 /// \throws ReportError
 [[nodiscard]] TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path,
-                                 const std::function<bool()>& goesOn);
+                                 const std::function<bool()>& goesOn,
+                                 const std::function<void(const TakenOut& all)>& beforePlaced = {});
 
 /// The printer that is taken without asking.
 /// \return nothing when the user pressed Cancel

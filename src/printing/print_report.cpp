@@ -155,6 +155,7 @@ void ReportPrinter::WritePdfFile(ConnectedRows& database) {
     return goesOn() && (!onPage_ || onPage_(page));
   };
   const auto beforePlaced = [this] {
+    taken_.all = range_.HoldsAll();
     if (follower_ != nullptr) follower_->AboutToAppear(taken_, state.pdfFileName);
   };
   const PdfChoices choices{.title = state.reportTitle.isEmpty() ? state.reportName : state.reportTitle,
@@ -165,7 +166,6 @@ void ReportPrinter::WritePdfFile(ConnectedRows& database) {
   std::unique_ptr<Pager> pager = report_->LayOut(database);
   parts_.diagnostics.status.ShowStatus(QString::fromLatin1(kOpening), true);
   if (ExportPdf(*report_, std::move(pager), state.pdfFileName, choices, progress)) outcome_ = ReportOutcome::kOut;
-  taken_.all = range_.HoldsAll();
 }
 
 /// Runs a step, again when the user wants it.

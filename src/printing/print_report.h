@@ -26,7 +26,7 @@ enum class ReportMode { kPreview = 0, kPrint = 1, kPdf = 2 };
 class ReportFollower {
  public:
   virtual ~ReportFollower() = default;
-  /// A PDF file that is asked for by its name is complete and takes its place next. What this throws leaves the file as it was.
+  /// A PDF file is complete and takes its place next. What this throws leaves the file as it was, `ReportCancelled` without a word to the user.
   /// \param taken  all that stands in it
   virtual void AboutToAppear(const TakenOut& taken, const QString& file) {
     static_cast<void>(taken);

@@ -119,6 +119,7 @@ class Round {
   [[nodiscard]] LetterPlan PlanLetters(bool wild);
   [[nodiscard]] TakenOut LookAtLetters(const ReportRun& run);
   void OtherWantsLetters();
+  void OtherMakesLetters();
   void DiesAt(LetterMoment moment);
 
   MailshotSummary Run(DeskUser& user, const std::vector<Watch::Disturbance>& disturbances);

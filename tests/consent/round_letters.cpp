@@ -1,6 +1,7 @@
 // The letters of a round: made, looked at, printed, saved, and what disturbs that.
 
 #include <QFile>
+#include <exception>
 
 #include "consent/round_course.h"
 #include "letters/letter_rows.h"
@@ -11,16 +12,20 @@ namespace {
 /// Looks on while letters are made.
 class LetterWatch final : public LetterObserver {
  public:
-  explicit LetterWatch(std::function<void(int)> progress) : progress_(std::move(progress)) {}
+  explicit LetterWatch(std::function<void(int)> progress, std::function<void()> ends = {})
+      : progress_(std::move(progress)), ends_(std::move(ends)) {}
   void Begins(int) override {}
   void Progress(int done) override { progress_(done); }
-  void Ends() override {}
+  void Ends() override {
+    if (ends_ && std::uncaught_exceptions() == 0) ends_();
+  }
   bool Cancelled() override { return cancelled; }
 
   bool cancelled = false;
 
  private:
   std::function<void(int)> progress_;
+  std::function<void()> ends_;
 };
 
 /// The person in front of a preview.
@@ -78,6 +83,22 @@ void Round::OtherWantsLetters() {
   (void)other.desk->MakeLetterRun(reports, nobody).GenerateLetters(campaign_, AsRtf(letters_.letter), {});
 }
 
+/// The first user's computer is silent for long, between the last letter and the file. The second makes the letters meanwhile.
+void Round::OtherMakesLetters() {
+  DeskUser& other = Other();
+  if (other.app.host.ComputerName() == QLatin1String(kComputer)) return;
+  story_.Tell(QStringLiteral("  silence; JO makes the letters"));
+  letters_.Disturbs(LetterLedger::kAll);
+  around_.clock.AdvanceSeconds(kLongSilence);
+  LetterWatch nobody([](int) {});
+  Reader reader([](const ReportRun&) { return TakenOut(); });
+  ReportPrinter reports = other.desk->MakeReportPrinter(reader);
+  const QString file = folder_.Path() + QStringLiteral("/jo%1.pdf").arg(files_);
+  (void)other.desk->MakeLetterRun(reports, nobody)
+      .GenerateLetters(campaign_, AsRtf(letters_.letter), {.pdfFile = file});
+  ReadLetterFile(file, letters_);
+}
+
 LetterPlan Round::PlanLetters(bool wild) {
   LetterPlan plan{.wild = wild};
   plan.saved = random_.Chance(40);
@@ -115,12 +136,16 @@ void Round::MakeLetters(bool wild) {
   LetterReport report;
   report.saved = letterPlan_.saved;
   LetterSummary summary;
-  LetterWatch watch([&](int made) {
-    if (!wild || !random_.Chance(30)) return;
-    letters_.Disturbs(made);
-    random_.Chance(70) ? host_.Withdraw() : host_.ChangeRow();
-    watch.cancelled = random_.Chance(5);
-  });
+  LetterWatch watch(
+      [&](int made) {
+        if (!wild || !random_.Chance(30)) return;
+        letters_.Disturbs(made);
+        random_.Chance(70) ? host_.Withdraw() : host_.ChangeRow();
+        watch.cancelled = random_.Chance(5);
+      },
+      [&] {
+        if (wild && saved_ && letterPlan_.saved && random_.Chance(50)) OtherMakesLetters();
+      });
   Reader reader([this](const ReportRun& run) { return LookAtLetters(run); });
   try {
     ReportPrinter reports = user_->desk->MakeReportPrinter(reader);

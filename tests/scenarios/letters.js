@@ -129,8 +129,11 @@ check("what is left is saved, and asked about when made again", () => {
     answerFile(programFolder() + "/no folder/letters.pdf");
     answer("The file cannot be written: ");
     window.control("cmdExport").click();
+    execute("CREATE TABLE Announced (File text)");
+    execute("CREATE TRIGGER Announce AFTER UPDATE OF Reason ON Send_Journal WHEN new.Reason IS NOT NULL BEGIN INSERT INTO Announced VALUES (new.Reason); END");
     answerFile(programFolder() + "/letters.pdf");
     window.control("cmdExport").click();
+    assertEqual(sql("SELECT * FROM Announced").map(row => row.File), [1, 2].map(() => programFolder() + "/letters.pdf"), "before the file is there: the program may be killed");
   });
   generate();
   assert(readFile("letters.pdf").startsWith("%PDF"), "a PDF file");

@@ -335,8 +335,12 @@ void frmReportView::Export() {
   const QString today = parts_.diagnostics.clock.Today().toString(QStringLiteral("yyyy-MM-dd"));
   dialog.selectFile(QStringLiteral("%1 %2.pdf").arg(run_.caption, today));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
-  Guarded(QStringLiteral("Saving the report"),
-          [&](const auto& goesOn) { return SavePages(run_, Pages(), dialog.selectedFiles().constFirst(), goesOn); });
+  const QString path = dialog.selectedFiles().constFirst();
+  Guarded(QStringLiteral("Saving the report"), [&](const auto& goesOn) {
+    return SavePages(run_, Pages(), path, goesOn, [&](const TakenOut& all) {
+      if (!ShowsDetails()) run_.follower.AboutToAppear(all, path);
+    });
+  });
 }
 
 void frmReportView::keyPressEvent(QKeyEvent* event) {
