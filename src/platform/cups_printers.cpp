@@ -128,6 +128,7 @@ void CupsPrinters::Print(const QString& deviceId, const PrintJob& job, const std
   Options options;
   options.Add(CUPS_COPIES, QString::number(job.copies));
   options.Add(CUPS_SIDES, QString::fromLatin1(job.bothSides ? CUPS_SIDES_TWO_SIDED_PORTRAIT : CUPS_SIDES_ONE_SIDED));
+  options.Add("print-scaling", QStringLiteral("none"));  // an address has its place in the window of an envelope
   if (!job.tray.isEmpty()) options.Add(kTray, job.tray);
   const int id = cupsPrintFile2(service.Http(), deviceId.toUtf8().constData(), job.file.toUtf8().constData(),
                                 job.title.toUtf8().constData(), options.Count(), options.List());

@@ -101,7 +101,8 @@ TEST(CupsPrinters, ListAndPrint) {
   printers.Print(QStringLiteral("office"), job, stop);
   EXPECT_EQ(service.Printed(QStringLiteral("printed.pdf")), QByteArray("%PDF-1.4 a report"));
   const QByteArray options = service.Printed(QStringLiteral("options"));
-  EXPECT_TRUE(options.startsWith("2 ") && options.contains("sides=two-sided-long-edge")) << options.constData();
+  for (const char* option : {"sides=two-sided-long-edge", "print-scaling=none"})
+    EXPECT_TRUE(options.startsWith("2 ") && options.contains(option)) << options.constData();
 
   EXPECT_EQ(QProcess::execute(QStringLiteral("/usr/sbin/lpadmin"), {QStringLiteral("-x"), QStringLiteral("office")}),
             0);
