@@ -312,7 +312,7 @@ void frmReportView::PrintOn(const PrintChoice& choice) {
   bool queued = false;
   Guarded(QStringLiteral("Printing the report"), [&](const auto& goesOn) {
     TakenOut taken = PrintPages(run_, Pages(), parts_.printers, choice, goesOn);
-    queued = taken.Any();
+    queued = taken.Any() || !parts_.diagnostics.status.Cancelled();  // a part of a letter is nothing whole
     return taken;
   });
   if (!queued) return;
