@@ -108,9 +108,11 @@ bool PageView::ScrollOrTurn(int by) {
   QScrollBar& bar = *verticalScrollBar();
   const bool atEnd = by > 0 ? bar.value() >= bar.maximum() : bar.value() <= bar.minimum();
   if (!atEnd) return true;
+  const int before = page_ ? page_->number : 0;
   Q_EMIT Turned(by);
-  bar.setValue(by > 0 ? bar.minimum() : bar.maximum());
-  return false;
+  const bool turned = page_ && page_->number != before;
+  if (turned) bar.setValue(by > 0 ? bar.minimum() : bar.maximum());
+  return !turned;
 }
 
 void PageView::keyPressEvent(QKeyEvent* event) {
