@@ -10,12 +10,13 @@ while you read.</p>
 <p>Letters that were printed or exported count as sent. If you close the window without either, you are asked.</p>
 <p>Where a text is too long for its place, such as an address for the window of an envelope, a line below the page says
 so.</p>
+<p>A group that hides its rows shows them at a double-click, or with <b>Details...</b>; <b>Back</b> goes back.</p>
 <h4>Keys</h4>
 <ul><li>Page Up and Page Down scroll, and turn the page at its end. Ctrl+Home and Ctrl+End go to the first and last
 page.</li>
 <li>Ctrl++ and Ctrl+- make the page larger and smaller, as does the wheel with Ctrl.</li>
 <li>Ctrl+F goes to the box to find a text, Return or F3 to the next page that holds it.</li>
-<li>Esc closes the report.</li></ul>)";
+<li>Esc goes back from details, and closes the report.</li></ul>)";
 
 constexpr char kSelectPrinter[] = R"(
 <p>Choose the printer, how many copies, and which pages. Empty boxes mean all of them.</p>
