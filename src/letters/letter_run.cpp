@@ -250,6 +250,7 @@ TakenOut LetterRun::OpenLetterReport(const LetterChoices& choices) {
     case ReportOutcome::kLookedAt:
       break;
   }
+  if (lost_) return {};  // they are the letters of another run by now
   const Message question{.text = QStringLiteral("The letters were neither printed nor saved. Mark them as processed?"),
                          .icon = MessageIcon::kQuestion,
                          .buttons = MessageButtons::kYesNo,

@@ -52,6 +52,7 @@ TakenOut Round::LookAtLetters(const ReportRun& run) {
   letters_.Disturbs(LetterLedger::kAll);
   Between(letterPlan_.wild ? 30 : 0);
   if (letterPlan_.wild && saved_ && random_.Chance(15)) OtherWantsLetters();
+  if (letterPlan_.wild && saved_ && random_.Chance(15)) OtherMakesLetters();
   DiesAt(LetterMoment::kLookedAt);
   const std::unique_ptr<ReportRows> rows = run.database.Read(
       QStringLiteral("SELECT LetterID, Letter, NameAddress FROM [Letters] WHERE SessionID = '%1' ORDER BY LetterID")
@@ -83,7 +84,7 @@ void Round::OtherWantsLetters() {
   (void)other.desk->MakeLetterRun(reports, nobody).GenerateLetters(campaign_, AsRtf(letters_.letter), {});
 }
 
-/// The first user's computer is silent for long, between the last letter and the file. The second makes the letters meanwhile.
+/// The first user's computer is silent for long, between the last letter and the file or the printer. The second makes the letters meanwhile.
 void Round::OtherMakesLetters() {
   DeskUser& other = Other();
   if (other.app.host.ComputerName() == QLatin1String(kComputer)) return;
@@ -93,7 +94,7 @@ void Round::OtherMakesLetters() {
   LetterWatch nobody([](int) {});
   Reader reader([](const ReportRun&) { return TakenOut(); });
   ReportPrinter reports = other.desk->MakeReportPrinter(reader);
-  const QString file = folder_.Path() + QStringLiteral("/jo%1.pdf").arg(files_);
+  const QString file = folder_.Path() + QStringLiteral("/jo%1.pdf").arg(++files_);
   (void)other.desk->MakeLetterRun(reports, nobody)
       .GenerateLetters(campaign_, AsRtf(letters_.letter), {.pdfFile = file});
   ReadLetterFile(file, letters_);
