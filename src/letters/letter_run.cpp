@@ -149,13 +149,21 @@ bool LetterRun::AskForAgain() {
   return services_.diagnostics.ui.ShowMessage(question) == MessageAnswer::kYes;
 }
 
-/// Reads the rows, and counts those that are due: whose letter did not go out, or all of them when letters are made again.
+/// Reads the rows, and counts those that are due: whose letter did not go out, or all of them when letters are made again. Says how many of them
+/// cannot get one.
 int LetterRun::CountLetters() {
   before_ = journal_.Read(campaignId_);
   if (services_.statements.dbOpenRecLong(rows_, SelectLetterRows(campaignId_, again_))) return 0;
   int count = 0;
-  for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext())
-    count += again_ || !WentOut(rows_) ? 1 : 0;
+  int withoutAddress = 0;
+  for (rows_.MoveFirst(); !rows_.Eof(); rows_.MoveNext()) {
+    if (!again_ && WentOut(rows_)) continue;
+    ++count;
+    withoutAddress += AddressProblem(rows_.Field(QStringLiteral("Address")).ToText()).isEmpty() ? 0 : 1;
+  }
+  if (withoutAddress > 0)
+    services_.resultsLog.LogProcessResult(
+        QStringLiteral("Customers without an address or a postcode, who get no letter: %1").arg(withoutAddress));
   return count;
 }
 

@@ -41,6 +41,12 @@ double DigitWidth(const QTableView& view) {
   return view.fontMetrics().horizontalAdvance(QStringLiteral("0000000000")) / 10.0;
 }
 
+/// The ending that the user typed decides, since programs refuse a file of another format than its ending says.
+ExportFormat FormatOf(const QString& path, ExportFormat chosen) {
+  if (path.endsWith(QLatin1String(".xls"), Qt::CaseInsensitive)) return ExportFormat::kXls;
+  return path.endsWith(QLatin1String(".xlsx"), Qt::CaseInsensitive) ? ExportFormat::kXlsx : chosen;
+}
+
 QString IncompleteNote(const ExportSheet& sheet) {
   return QStringLiteral(" (incomplete: %1 of %2)").arg(sheet.RowCount()).arg(sheet.rows.RecordCount());
 }
@@ -129,6 +135,8 @@ void frmSpreadsheet::Populate() {
 void frmSpreadsheet::ShowCaption() {
   const QString caption = QLatin1String("Spreadsheet view of ") + title_;
   setWindowTitle(IsFilled() ? caption : caption + IncompleteNote(*sheet_));
+  // A report is about all rows.
+  ui_->cmdPrint->setEnabled(IsFilled());
   ui_->lblRows->setText(
       QStringLiteral("%1 rows, %2 columns").arg(sheet_->RowCount()).arg(static_cast<qint64>(sheet_->columns.size())));
 }
@@ -232,7 +240,7 @@ void frmSpreadsheet::ExportExcel() {
                              : AskFile(QStringLiteral("Save Excel File"),
                                        QStringLiteral("Excel 2007 Worksheet (*.xlsx)"), QStringLiteral("xlsx"));
   if (path.isEmpty()) return;
-  const ExportOutcome outcome = Write(format, path);
+  const ExportOutcome outcome = Write(FormatOf(path, format), path);
   if (outcome.end == ExportEnd::kFailed) return fail(outcome.error);
   if (outcome.end == ExportEnd::kCancelled) return;
   if (!parts_.shell.Open(path))
