@@ -4,6 +4,7 @@
 #include <QTemporaryFile>
 
 #include "exporting/export_parts.h"
+#include "platform/safe_file.h"
 
 namespace qbx {
 
@@ -70,6 +71,8 @@ ExportOutcome WriteExport(const ExportSheet& sheet, ExportFormat format, const Q
                           const ExportOptions& options, const ExportProgress& progress) {
   if (const QString refusal = TooManyRows(sheet, format, options); !refusal.isEmpty())
     return {.end = ExportEnd::kFailed, .error = refusal};
+  if (const QString problem = NameProblem(path); !problem.isEmpty())
+    return {.end = ExportEnd::kFailed, .error = problem};
   ExportOutcome outcome;
   QSaveFile file(path);
   try {

@@ -67,8 +67,11 @@ QString LettersOutLine(const LetterCounts& counts, int letters) {
   return counts.wentOut == 0 ? QString() : QStringLiteral("Went out: %1 / %2").arg(counts.wentOut).arg(letters);
 }
 
-QString LettersMissedLine(const LetterCounts& counts) {
+QString LettersMissedLine(const LetterCounts& counts, const CounterValues& rows) {
   const qint64 missed = counts.missed;
+  const bool bothToCome = rows.letters > counts.wentOut && rows.Sent() < rows.sms + rows.emails;
+  if (missed == 0 && bothToCome)
+    return QStringLiteral("Make the letters first: who is sent a text or an e-mail gets none afterwards.");
   if (missed == 0) return {};
   if (missed == 1)
     return QStringLiteral("1 customer with a letter was processed by the mailshot and gets none; make letters first.");

@@ -7,6 +7,7 @@
 #include "database/connection.h"
 #include "database/recordset.h"
 #include "letters/letters_table.h"
+#include "results/counters.h"
 
 namespace qbx {
 
@@ -38,7 +39,8 @@ struct LetterCounts {
 /// "Went out: 4 / 6", empty while none did. The counter "Letters to Generate" counts those, too.
 /// \param letters  that counter
 [[nodiscard]] QString LettersOutLine(const LetterCounts& counts, int letters);
-/// "n customers with a letter were processed by the mailshot and get none; make letters first.", empty when there is none.
-[[nodiscard]] QString LettersMissedLine(const LetterCounts& counts);
+/// "n customers with a letter were processed by the mailshot and get none; make letters first." While letters and messages are both to
+/// come it says which goes first; else it is empty.
+[[nodiscard]] QString LettersMissedLine(const LetterCounts& counts, const CounterValues& rows);
 
 }  // namespace qbx

@@ -223,9 +223,10 @@ bool LetterRun::MayGetLetter(const Recordset& row) {
 
 void LetterRun::LeaveOut(const Recordset& row, const QString& reason) {
   ++summary_.leftOut;
-  services_.resultsLog.LogProcessResult(
-      QStringLiteral("No letter for customer %1 (%2): %3")
-          .arg(row.Field(QStringLiteral("Customer")).ToText(), NameLine(row), reason));
+  const QString name = NameLine(row);
+  services_.resultsLog.LogProcessResult(QStringLiteral("No letter for customer %1%2: %3")
+                                            .arg(row.Field(QStringLiteral("Customer")).ToText(),
+                                                 name.isEmpty() ? name : QStringLiteral(" (%1)").arg(name), reason));
 }
 
 void LetterRun::LogExport(const QString& path) {

@@ -58,11 +58,14 @@ CLI::Option* DeclareCampaign(CLI::App& command, std::string& argument) {
   return command.add_option("ID", argument, "Number of the campaign, or its name")->type_name("");
 }
 
+CLI::Option* DeclareFile(CLI::App& command, const char* flag, std::string& file, const char* about) {
+  return command.add_option(flag, file, about)->type_name("FILE")->check([](const std::string& name) {
+    return std::string(name.empty() ? "The file needs a name" : "");
+  });
+}
+
 CLI::Option* DeclarePdf(CLI::App& command, std::string& file) {
-  return command.add_option("--pdf", file, "PDF file; one that exists is replaced")
-      ->required()
-      ->type_name("FILE")
-      ->check([](const std::string& name) { return std::string(name.empty() ? "The file needs a name" : ""); });
+  return DeclareFile(command, "--pdf", file, "PDF file; one that exists is replaced")->required();
 }
 
 void DeclareAllowSameName(CLI::App& command, bool& allowSameName) {

@@ -22,6 +22,8 @@ namespace qbx::ctl {
 
 /// Declares "ID", a campaign by number or name.
 CLI::Option* DeclareCampaign(CLI::App& command, std::string& argument);
+/// Declares a flag that names the file to write; an empty name is refused.
+CLI::Option* DeclareFile(CLI::App& command, const char* flag, std::string& file, const char* about);
 /// Declares "--pdf", the file that is written.
 CLI::Option* DeclarePdf(CLI::App& command, std::string& file);
 void DeclareAllowSameName(CLI::App& command, bool& allowSameName);

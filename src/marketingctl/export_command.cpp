@@ -81,7 +81,7 @@ void AddExportCommand(Runner& runner) {
   command.add_option("ID", arguments->id, "Campaign, by number or name")->required();
   CLI::Option_group& file = *command.add_option_group("File", "One of these; a file that exists is replaced");
   const auto add = [&](const char* flag, ExportFormat format, const char* about) {
-    return file.add_option(flag, arguments->file[static_cast<std::size_t>(format)], about)->type_name("FILE");
+    return DeclareFile(file, flag, arguments->file[static_cast<std::size_t>(format)], about);
   };
   CLI::Option* csv = add("--csv", ExportFormat::kCsv, "Text with commas, every cell in quotes");
   add("--xlsx", ExportFormat::kXlsx, "Excel workbook, 1,048,576 rows at most");

@@ -101,8 +101,12 @@ int Runner::Parse(int argc, char** argv) {
 
 int Runner::Misused(const CLI::ParseError& error) const {
   const std::vector<std::string> strange = root_.remaining(true);
-  const bool unknownCommand = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !strange.empty();
-  QString text = Text(unknownCommand ? "There is no command \"" + strange.front() + "\"." : error.what());
+  const bool missing = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !strange.empty();
+  const bool unknownFlag = missing && strange.front().starts_with('-');
+  const bool unknownCommand = missing && !unknownFlag;
+  QString text = QString::fromUtf8(error.what());
+  if (unknownCommand) text = QStringLiteral("There is no command \"%1\".").arg(Text(strange.front()));
+  if (unknownFlag) text = QStringLiteral("There is no flag \"%1\" here.").arg(Text(strange.front()));
   if (!strange.empty()) {
     const CLI::App& innermost = Innermost(root_);
     const QStringList known = unknownCommand ? CommandNames(innermost) : FlagNames(innermost) + FlagNames(root_);

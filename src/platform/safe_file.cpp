@@ -6,6 +6,7 @@
 
 #include <QDeadlineTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QThread>
 
@@ -41,6 +42,12 @@ QString ReplaceFile(const QString& path, const QByteArray& bytes) {
   QSaveFile file(path);
   if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit()) return {};
   return QStringLiteral("The file \"%1\" could not be written: %2.").arg(path, file.errorString());
+}
+
+QString NameProblem(const QString& path) {
+  const QFileInfo there(path);
+  if (!there.exists() || there.isFile() || there.isDir()) return {};
+  return QStringLiteral("A device or a pipe has that name");
 }
 
 }  // namespace qbx

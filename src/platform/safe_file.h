@@ -34,4 +34,9 @@ class FileLock {
 /// \return what went wrong; empty when it worked
 [[nodiscard]] QString ReplaceFile(const QString& path, const QByteArray& bytes);
 
+/// Why the name of a file may not be given to a new file: a device, a pipe or a socket has it, which a rename would destroy. A folder is
+/// left to those who open the file.
+/// \return the reason; empty when nothing is wrong
+[[nodiscard]] QString NameProblem(const QString& path);
+
 }  // namespace qbx

@@ -30,7 +30,10 @@ class Writer {
 
   bool Finish() {
     if (stopped_) return false;
-    if (written_ == 0) throw PlainReportError{{QStringLiteral("There is no such page in the report.")}};
+    if (written_ == 0)
+      throw PlainReportError{{choices_.range.firstDocument > 1
+                                  ? QStringLiteral("There are fewer letters than that: none has such a number.")
+                                  : QStringLiteral("There is no such page in the report.")}};
     if (choices_.beforePlaced) choices_.beforePlaced();
     file_.Finish();
     return true;

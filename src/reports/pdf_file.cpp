@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QPageLayout>
 
+#include "platform/safe_file.h"
 #include "reports/page_painter.h"
 #include "reports/report_error.h"
 
@@ -18,14 +19,18 @@ QPageLayout LayoutOf(const ReportPaper& paper) {
 }
 
 /// The system's reasons do not name the file.
+PlainReportError FileError(const QString& path, const QString& reason) {
+  return {{QStringLiteral("The file cannot be written: %1 (%2)").arg(QDir::toNativeSeparators(path), reason)}};
+}
+
 PlainReportError FileError(const QSaveFile& file) {
-  return {{QStringLiteral("The file cannot be written: %1 (%2)")
-               .arg(QDir::toNativeSeparators(file.fileName()), file.errorString())}};
+  return FileError(file.fileName(), file.errorString());
 }
 
 }  // namespace
 
 PdfFile::PdfFile(const QString& path, const ReportPaper& paper, const QString& title) : file_(path), writer_(&file_) {
+  if (const QString problem = NameProblem(path); !problem.isEmpty()) throw FileError(path, problem);
   if (!file_.open(QIODevice::WriteOnly)) throw FileError(file_);
   writer_.setTitle(title);
   writer_.setResolution(kUnitsPerInch);

@@ -84,6 +84,7 @@ TEST(MarketingCtlRefuses, CommandLinesThatMakeNoSense) {
                              {"campaigns set 1 --form today", 2, "Did you mean --from?"},
                              {"help sned", 2, "Did you mean send?"},
                              {"campaigns fly", 2, "There is no command \"fly\""},
+                             {"export 1 --pdf a.pdf", 2, "There is no flag \"--pdf\" here"},
                              {"campaigns show 99999999999", 2, "ID"},
                              {"campaigns set 1 --wings 2", 2, "--wings"},
                              {"campaigns set 1 --from 31.12.2026", 2, "yyyy-mm-dd"},

@@ -149,7 +149,7 @@ void ProcessPage::ShowLetterCounts() {
   try {
     const LetterCounts counts = ReadLetterCounts(App().connection, App().campaign.record.ID);
     ui_->lblLettersOut->setText(LettersOutLine(counts, Desk().counters.Values().letters));
-    ui_->lblLettersMissed->setText(LettersMissedLine(counts));
+    ui_->lblLettersMissed->setText(LettersMissedLine(counts, Desk().counters.Values()));
   } catch (const DatabaseError& error) {
     App().diagnostics.errors.ShowError(kTroublesLocation, QStringLiteral("ShowLetterCounts"), error.Description());
   }

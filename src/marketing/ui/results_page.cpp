@@ -172,6 +172,12 @@ void ResultsPage::WindowCloses() {
   if (sheet_) sheet_->close();
 }
 
+/// The columns as they were arranged are kept at once: the program may be killed on another page.
+void ResultsPage::hideEvent(QHideEvent* event) {
+  grid_.SaveLayout();
+  WizardPage::hideEvent(event);
+}
+
 void ResultsPage::ShowRows() {
   if (!sameQuery_) {
     const QSignalBlocker quiet(ui_->cmbShow);

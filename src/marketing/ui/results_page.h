@@ -30,6 +30,7 @@ class ResultsPage : public WizardPage, private GridOwner {
 
  protected:
   void CopyState() override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
   void SetUpGrid();
