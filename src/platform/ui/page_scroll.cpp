@@ -16,6 +16,11 @@ PageScroll::PageScroll(QWidget* parent) : QScrollArea(parent) {
   connect(qApp, &QApplication::focusChanged, this, &PageScroll::ShowFocus);
 }
 
+/// The focus moves on while the page is taken apart, when this is no more than its base.
+PageScroll::~PageScroll() {
+  disconnect(qApp, nullptr, this, nullptr);
+}
+
 QSize PageScroll::minimumSizeHint() const {
   return kSmallest;
 }

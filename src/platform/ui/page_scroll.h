@@ -11,6 +11,7 @@ namespace qbx {
 class PageScroll : public QScrollArea {
  public:
   explicit PageScroll(QWidget* parent = nullptr);
+  ~PageScroll() override;
 
   [[nodiscard]] QSize minimumSizeHint() const override;
 
