@@ -1,6 +1,7 @@
 #include "platform/cups_printers.h"
 
 #include <cups/cups.h>
+#include <cups/pwg.h>
 
 #include <memory>
 
@@ -88,6 +89,14 @@ class Options {
   int count_ = 0;
 };
 
+/// The standard's name of a paper ("iso_a4_210x297mm", PWG 5101.1).
+/// \param size  in millimetres
+QString PaperName(const QSizeF& size) {
+  if (size.isEmpty()) return {};
+  const pwg_media_t* media = pwgMediaForSize(qRound(size.width() * 100), qRound(size.height() * 100));
+  return media == nullptr ? QString() : QString::fromUtf8(media->pwg);
+}
+
 }  // namespace
 
 std::vector<Printer> CupsPrinters::List(const std::stop_token& stop) {
@@ -130,6 +139,7 @@ void CupsPrinters::Print(const QString& deviceId, const PrintJob& job, const std
   options.Add(CUPS_SIDES, QString::fromLatin1(job.bothSides ? CUPS_SIDES_TWO_SIDED_PORTRAIT : CUPS_SIDES_ONE_SIDED));
   options.Add("print-scaling", QStringLiteral("none"));  // an address has its place in the window of an envelope
   if (!job.tray.isEmpty()) options.Add(kTray, job.tray);
+  if (const QString paper = PaperName(job.paper); !paper.isEmpty()) options.Add(CUPS_MEDIA, paper);
   const int id = cupsPrintFile2(service.Http(), deviceId.toUtf8().constData(), job.file.toUtf8().constData(),
                                 job.title.toUtf8().constData(), options.Count(), options.List());
   if (id <= 0) throw PrinterError{QString::fromUtf8(cupsLastErrorString())};

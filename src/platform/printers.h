@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QSizeF>
 #include <QString>
 #include <QStringList>
 #include <stop_token>
@@ -29,6 +30,7 @@ struct PrintJob {
   int copies = 1;
   bool bothSides = false;
   QString tray = {};  ///< empty: the printer's own choice
+  QSizeF paper = {};  ///< upright, in millimetres; empty: what the queue is set to
 };
 
 /// Why the print service did not do what it was asked.

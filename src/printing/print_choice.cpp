@@ -42,7 +42,8 @@ TakenOut PrintPages(const ReportRun& run, ReportPages& pages, PrintService& serv
                                  .title = run.caption,
                                  .copies = std::max(1, choice.copies),
                                  .bothSides = choice.bothSides,
-                                 .tray = choice.tray});
+                                 .tray = choice.tray,
+                                 .paper = run.report.Paper().size / kUnitsPerMillimetre});
   taken.all = choice.range.HoldsAll();
   if (!taken.all) KeepWhole(taken, pages, choice.range);
   return taken;

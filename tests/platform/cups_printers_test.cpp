@@ -95,13 +95,16 @@ TEST(CupsPrinters, ListAndPrint) {
   EXPECT_EQ(list[0].name, QStringLiteral("The office"));
   EXPECT_TRUE(list[0].isDefault);
 
-  const PrintJob job{
-      .file = service.File("report.pdf"), .title = QStringLiteral("Letters"), .copies = 2, .bothSides = true};
+  const PrintJob job{.file = service.File("report.pdf"),
+                     .title = QStringLiteral("Letters"),
+                     .copies = 2,
+                     .bothSides = true,
+                     .paper = {210, 297}};
   EXPECT_THROW(printers.Print(QStringLiteral("attic"), job, stop), PrinterError);
   printers.Print(QStringLiteral("office"), job, stop);
   EXPECT_EQ(service.Printed(QStringLiteral("printed.pdf")), QByteArray("%PDF-1.4 a report"));
   const QByteArray options = service.Printed(QStringLiteral("options"));
-  for (const char* option : {"sides=two-sided-long-edge", "print-scaling=none"})
+  for (const char* option : {"sides=two-sided-long-edge", "print-scaling=none", "media=iso_a4_210x297mm"})
     EXPECT_TRUE(options.startsWith("2 ") && options.contains(option)) << options.constData();
 
   EXPECT_EQ(QProcess::execute(QStringLiteral("/usr/sbin/lpadmin"), {QStringLiteral("-x"), QStringLiteral("office")}),
