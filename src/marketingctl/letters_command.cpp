@@ -3,9 +3,11 @@
 #include <limits>
 #include <memory>
 
+#include "dispatch/template_notes.h"
 #include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
+#include "wizard/campaign_data.h"
 
 namespace qbx::ctl {
 
@@ -51,6 +53,8 @@ int MakeLetters(Program& program, const LettersArguments& arguments) {
   if (!arguments.inDoubt.empty())
     program.ui.SetAnswer(Question::kLettersInDoubt,
                          arguments.inDoubt == kWentOut ? MessageAnswer::kYes : MessageAnswer::kNo);
+  for (const QString& note : LetterNotes(app.campaign.record.Letter, DataOfRecord(app.campaign.record)))
+    PrintNote(note);
   NoOutlet outlet;
   TerminalLetters observer(program.ui);
   ReportPrinter reports = program.desk.MakeReportPrinter(outlet);

@@ -9,7 +9,6 @@
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
 #include "wizard/campaign_data.h"
-#include "wizard/campaign_settings.h"
 
 namespace qbx::ctl {
 
@@ -63,10 +62,8 @@ void AddNotes(const char* channel, const QStringList& texts, QJsonArray& notes) 
 
 QJsonArray NotesOf(Application& app) {
   const CampaignRecord& record = app.campaign.record;
-  WizardState state;
-  (void)CopyFromRecord(record, state);
   const NoteFacts facts{.options = app.options,
-                        .data = DataOfCampaign(record.CampaignTypeID, state.filters),
+                        .data = DataOfRecord(record),
                         .rows = SurveyCampaign(app.statements, record.ID, record.SMS, app.clock.Today())};
   QJsonArray notes;
   AddNotes("sms", SmsNotes(record.SMS, facts), notes);
