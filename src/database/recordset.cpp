@@ -2,188 +2,12 @@
 
 #include "database/recordset.h"
 
-#include <QHash>
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
-#include "database/packed_rows.h"
-#include "database/row_order.h"
+#include "database/recordset_state.h"
 
 namespace qbx {
-namespace {
-
-constexpr int kNotAllowed = 3219;
-
-/// Rows up to this number are sorted in one by one.
-constexpr std::size_t kFewMoved = 64;
-
-[[noreturn]] void ThrowNotAllowed() {
-  throw DatabaseError(kNotAllowed, QStringLiteral("Operation is not allowed in this context."), {});
-}
-
-}  // namespace
-
-class Recordset::State {
- public:
-  /// Rows with what was deleted of them; shared by clones.
-  struct SharedRows {
-    PackedRows rows;
-    std::vector<bool> deleted = {};
-    qint64 deletedCount = 0;
-    qint64 changes = 0;  ///< of cells
-  };
-
-  std::vector<Column> columns;
-  QHash<QString, int> names;  // as asked for, filled as they are
-
-  std::unique_ptr<RowSource> source;  // forward-only
-  bool started = false;
-  bool ended = false;
-
-  std::shared_ptr<SharedRows> shared;  // client-side
-  std::vector<quint32> order;          // stored rows in the current order; may still hold rows deleted since `cleaned`
-  qint64 cleaned = 0;                  // deletions already taken out of `order`
-  std::vector<quint32> sorted;         // all stored rows by the sort, once they were sorted
-  qint64 sortedChanges = -1;           // `changes` that `sorted` has, but for those in `moved`
-  std::vector<quint32> moved;          // stored rows that may stand elsewhere by the sort now
-  qint64 current = 0;                  // index into `order`
-  int sortColumn = -1;
-  bool sortDescending = false;
-  std::function<bool(const StoredRow& row)> filter;
-
-  Session* session = nullptr;
-  QString table;
-  QString keyColumn;
-  std::function<std::unique_ptr<RowSource>()> reader;
-  bool adding = false;
-  std::vector<QString> pendingColumns;
-  std::vector<Value> pendingValues;
-
-  [[nodiscard]] bool ClientSide() const { return shared != nullptr; }
-
-  void Read(RowSource& rows) {
-    auto read = std::make_shared<SharedRows>(SharedRows{.rows = PackedRows(static_cast<int>(rows.Columns().size()))});
-    while (rows.Next())
-      read->rows.Append(rows);
-    read->deleted.assign(static_cast<std::size_t>(read->rows.Count()), false);
-    columns = rows.Columns();
-    names.clear();
-    shared = std::move(read);
-    sortedChanges = -1;
-    Arrange();
-  }
-
-  /// Builds `order` from the filter and the sort, and goes to the first row.
-  void Arrange() {
-    const bool isSorted = sortColumn >= 0 && sortColumn < static_cast<int>(columns.size());
-    if (isSorted) BringSorted();
-    const auto count = static_cast<quint32>(shared->rows.Count());
-    order.clear();
-    order.reserve(count);
-    for (quint32 place = 0; place < count; ++place) {
-      const quint32 row = isSorted ? sorted[place] : place;
-      if (!shared->deleted[row] && (!filter || filter(StoredRow(shared->rows, row)))) order.push_back(row);
-    }
-    cleaned = shared->deletedCount;
-    GoTo(0);
-  }
-
-  /// Makes `sorted` hold all rows in order. Of rows that were sorted before only those that may have moved are sorted in.
-  void BringSorted() {
-    const bool isOfNow = sortedChanges == shared->changes && moved.size() <= kFewMoved;
-    if (!isOfNow) {
-      sorted.resize(static_cast<std::size_t>(shared->rows.Count()));
-      std::iota(sorted.begin(), sorted.end(), 0U);
-      SortRows(sorted, shared->rows, sortColumn, sortDescending);
-    } else if (!moved.empty()) {
-      std::erase_if(sorted, [this](quint32 row) { return std::find(moved.begin(), moved.end(), row) != moved.end(); });
-      std::sort(moved.begin(), moved.end());
-      moved.erase(std::unique(moved.begin(), moved.end()), moved.end());
-      for (const quint32 row : moved)
-        InsertRow(sorted, row, shared->rows, sortColumn, sortDescending);
-    }
-    moved.clear();
-    sortedChanges = shared->changes;
-  }
-
-  /// What a clone changes makes the order of this one be worked out anew.
-  void PutCell(quint32 row, int column, const Value& value) {
-    shared->rows.Set(row, column, value);
-    const bool wasOfNow = sortedChanges == shared->changes;
-    ++shared->changes;
-    if (!wasOfNow) return;
-    sortedChanges = shared->changes;
-    if (column == sortColumn && moved.size() <= kFewMoved) moved.push_back(row);
-  }
-
-  /// What was set and never written belongs to the row that is left.
-  void GoTo(qint64 row) {
-    DropChanges();
-    current = row;
-  }
-
-  void DropChanges() {
-    adding = false;
-    pendingColumns.clear();
-    pendingValues.clear();
-  }
-
-  /// Takes rows deleted meanwhile, here or by a clone, out of `order`; the current row, or the next that is left, stays
-  /// current.
-  void Clean() {
-    if (cleaned == shared->deletedCount) return;
-    const auto gone = [this](quint32 row) { return shared->deleted[row]; };
-    const auto before = order.begin() + std::min<qint64>(current, static_cast<qint64>(order.size()));
-    current -= std::count_if(order.begin(), before, gone);
-    order.erase(std::remove_if(order.begin(), order.end(), gone), order.end());
-    cleaned = shared->deletedCount;
-  }
-
-  void SkipDeleted() {
-    if (cleaned == shared->deletedCount) return;
-    while (current < static_cast<qint64>(order.size()) && shared->deleted[order[static_cast<std::size_t>(current)]])
-      ++current;
-  }
-
-  /// Fetches the first row of a forward-only result, once somebody wants to know.
-  void Start() {
-    if (started) return;
-    started = true;
-    ended = !source->Next();
-  }
-
-  [[nodiscard]] bool AtEnd() {
-    if (ClientSide()) {
-      SkipDeleted();
-      return current >= static_cast<qint64>(order.size());
-    }
-    if (!source) return true;
-    Start();
-    return ended;
-  }
-
-  [[nodiscard]] Cell CurrentCell(int column) {
-    if (AtEnd() || column < 0 || column >= static_cast<int>(columns.size())) return {};
-    return ClientSide() ? shared->rows.At(order[static_cast<std::size_t>(current)], column) : source->At(column);
-  }
-
-  [[nodiscard]] int IndexOf(const QString& name) {
-    if (const auto known = names.constFind(name); known != names.constEnd()) return *known;
-    const auto found = std::find_if(columns.begin(), columns.end(), [&name](const Column& column) {
-      return column.name.compare(name, Qt::CaseInsensitive) == 0;
-    });
-    const int index = found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
-    names.insert(name, index);
-    return index;
-  }
-
-  [[nodiscard]] Value CurrentKey() { return CurrentCell(IndexOf(keyColumn)).ToValue(); }
-
-  void RequireWritable() const {
-    if (session == nullptr || !ClientSide()) ThrowNotAllowed();
-  }
-};
 
 Recordset::Recordset() = default;
 Recordset::~Recordset() = default;
@@ -346,9 +170,7 @@ void Recordset::ArrangeAgain() {
 void Recordset::Sort(int column, bool descending) {
   if (!state_) return;
   if (!state_->ClientSide()) ThrowNotAllowed();
-  if (column != state_->sortColumn || descending != state_->sortDescending) state_->sortedChanges = -1;
-  state_->sortColumn = column;
-  state_->sortDescending = descending;
+  state_->sorted.SortBy(column, descending);
   state_->Arrange();
 }
 
@@ -386,10 +208,6 @@ Recordset Recordset::Clone() const {
   to.order = state_->order;
   to.cleaned = state_->cleaned;
   to.sorted = state_->sorted;
-  to.sortedChanges = state_->sortedChanges;
-  to.moved = state_->moved;
-  to.sortColumn = state_->sortColumn;
-  to.sortDescending = state_->sortDescending;
   to.filter = state_->filter;
   to.session = state_->session;
   to.table = state_->table;
