@@ -64,14 +64,14 @@ QString JsonList(const QByteArrayList& items) {
   return QString::fromUtf8('[' + items.join(',') + ']');
 }
 
-QString RowsText(std::size_t rows) {
-  return rows == 1 ? QStringLiteral("1 row") : QStringLiteral("%1 rows").arg(rows);
-}
-
 constexpr char kChangedSince[] = "changed since";
 constexpr char kNotThere[] = "no longer in the results";
 
 }  // namespace
+
+QString RowsText(std::size_t rows) {
+  return rows == 1 ? QStringLiteral("1 row") : QStringLiteral("%1 rows").arg(rows);
+}
 
 int RowChange::LeftAlone() const {
   return std::accumulate(leftAlone.begin(), leftAlone.end(), 0,

@@ -27,6 +27,9 @@ struct RowChange {
   [[nodiscard]] int LeftAlone() const;
 };
 
+/// "1 row", "12 rows"
+[[nodiscard]] QString RowsText(std::size_t rows);
+
 /// "12 rows ticked; 3 left alone: 2 no mobile, 1 the customer has opted out." and the like, for a line beside the rows.
 /// \param done  "ticked", "unticked", "taken out", "put back"
 [[nodiscard]] QString ChangeText(const RowChange& change, const QString& done);

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "results/key_list.h"
 #include "util/date_text.h"
 
 namespace qbx {
@@ -10,14 +11,6 @@ namespace qbx {
 namespace {
 
 constexpr int kLongestFile = 255;
-
-/// "4711,4712".
-QString ListOf(const std::vector<qint64>& rows) {
-  QStringList numbers;
-  for (const qint64 row : rows)
-    numbers += QString::number(row);
-  return numbers.join(u',');
-}
 
 }  // namespace
 
@@ -47,7 +40,7 @@ LetterMarks::Marked LetterMarks::WentOut(int campaignId, const std::vector<qint6
   Marked marked;
   Transaction transaction(connection_.Driver());
   Recordset sent = Procedure(connection_, "proc_updp_Letters_Sent")
-                       .Open({{"@CampaignID", campaignId}, {"@Rows", ListOf(rows)}, {"@UserID", user_}});
+                       .Open({{"@CampaignID", campaignId}, {"@Rows", KeyList(rows)}, {"@UserID", user_}});
   for (sent.MoveFirst(); !sent.Eof(); sent.MoveNext())
     marked.rows.insert(sent.Field(QStringLiteral("RecordID")).ToInt());
   const Recordset processed = Procedure(connection_, "proc_updp_Letters_Processed").Open({{"@CampaignID", campaignId}});
@@ -60,11 +53,11 @@ void LetterMarks::AboutToAppear(int campaignId, const std::vector<qint64>& rows,
   // The end of a path says more than its beginning.
   const QString path = QFileInfo(file).absoluteFilePath().right(kLongestFile);
   Procedure(connection_, "proc_updp_Letters_File")
-      .Execute({{"@CampaignID", campaignId}, {"@Rows", ListOf(rows)}, {"@File", path}});
+      .Execute({{"@CampaignID", campaignId}, {"@Rows", KeyList(rows)}, {"@File", path}});
 }
 
 void LetterMarks::NotOut(int campaignId, const std::vector<qint64>& rows) {
-  Procedure(connection_, "proc_updp_Letters_File").Execute({{"@CampaignID", campaignId}, {"@Rows", ListOf(rows)}});
+  Procedure(connection_, "proc_updp_Letters_File").Execute({{"@CampaignID", campaignId}, {"@Rows", KeyList(rows)}});
 }
 
 LettersInDoubt LetterMarks::InDoubt(int campaignId) {

@@ -3,13 +3,6 @@
 #include "dispatch/tick_reasons.h"
 
 namespace qbx {
-namespace {
-
-QString Rows(std::size_t count) {
-  return count == 1 ? QStringLiteral("1 row") : QStringLiteral("%1 rows").arg(count);
-}
-
-}  // namespace
 
 ResultsChanges::ResultsChanges(Parts parts) : parts_(std::move(parts)) {
   AddFlag(Channel::kSms, "Send_SMS", QStringLiteral("&Tick Send SMS"), QStringLiteral("Untic&k Send SMS"), Qt::Key_T);
@@ -55,7 +48,7 @@ void ResultsChanges::Update() {
     flag.untick->setEnabled(selected > 0);
   }
   takeOut_->setEnabled(selected > 0);
-  takeOut_->setText(QStringLiteral("Take &out %1").arg(Rows(static_cast<std::size_t>(selected))));
+  takeOut_->setText(QStringLiteral("Take &out %1").arg(RowsText(static_cast<std::size_t>(selected))));
   const QString last = parts_.edits.LastChange();
   undo_->setEnabled(!last.isEmpty());
   undo_->setText(last.isEmpty() ? QStringLiteral("&Undo") : QStringLiteral("&Undo: %1").arg(last));
@@ -71,7 +64,7 @@ void ResultsChanges::TakeOut() {
   const std::vector<qint64> rows = parts_.grid.SelectedIDs();
   if (rows.empty() || !parts_.edits.MayEditShown()) return;
   const Message question{
-      .text = QStringLiteral("Take %1 out of the results?\r\rUndo (Ctrl+Z) puts them back.").arg(Rows(rows.size())),
+      .text = QStringLiteral("Take %1 out of the results?\r\rUndo (Ctrl+Z) puts them back.").arg(RowsText(rows.size())),
       .icon = MessageIcon::kQuestion,
       .buttons = MessageButtons::kYesNo};
   if (parts_.ui.ShowMessage(question) != MessageAnswer::kYes) return;
