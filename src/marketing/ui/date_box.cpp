@@ -1,7 +1,7 @@
 #include "marketing/ui/date_box.h"
 
 #include "platform/ui/contrast.h"
-#include "platform/ui/look.h"
+#include "platform/ui/drawn_icon.h"
 #include "util/date_text.h"
 #include "util/typed_date.h"
 

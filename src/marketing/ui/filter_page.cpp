@@ -2,8 +2,8 @@
 
 #include "marketing/ui/campaign_rows.h"
 #include "marketing/ui/fill_combo.h"
+#include "platform/ui/drawn_icon.h"
 #include "platform/ui/letters.h"
-#include "platform/ui/look.h"
 #include "queries/filter_notes.h"
 #include "queries/left_out.h"
 #include "ui_filter_page.h"

@@ -11,7 +11,7 @@
 #include "marketing/ui/query_page.h"
 #include "marketing/ui/results_page.h"
 #include "marketing/ui/templates_page.h"
-#include "platform/ui/look.h"
+#include "platform/ui/drawn_icon.h"
 #include "ui_frmMain.h"
 
 namespace qbx {

@@ -1,6 +1,6 @@
 #include "marketing/ui/hint_label.h"
 
-#include "platform/ui/look.h"
+#include "platform/ui/drawn_icon.h"
 
 namespace qbx {
 

@@ -3,7 +3,7 @@
 #include <QtWidgets>
 
 #include "marketing/ui/spelling_marks.h"
-#include "platform/ui/look.h"
+#include "platform/ui/drawn_icon.h"
 #include "platform/ui/modal.h"
 #include "rtf/missing_fonts.h"
 #include "ui_letter_editor.h"

@@ -1,8 +1,8 @@
 #include "marketing/ui/query_page.h"
 
 #include "marketing/ui/fill_combo.h"
+#include "platform/ui/drawn_icon.h"
 #include "platform/ui/letters.h"
-#include "platform/ui/look.h"
 #include "queries/query_catalogue.h"
 #include "ui_query_page.h"
 

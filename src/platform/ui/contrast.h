@@ -25,4 +25,10 @@ inline constexpr double kMarkContrast = 3.0;  ///< at least, for a drawing that 
 /// Whether a palette has light text on a dark background.
 [[nodiscard]] bool IsDark(const QPalette& palette);
 
+/// As light as a page of tabs or a button gets that is drawn on a colour.
+[[nodiscard]] QColor Raised(const QColor& colour);
+
+/// The highlight of a palette, brought out where it is a line and not a background.
+[[nodiscard]] QColor AccentColour(const QPalette& palette);
+
 }  // namespace qbx

@@ -3,8 +3,8 @@
 #include <QtWidgets>
 
 #include "database/database_service.h"
+#include "platform/ui/drawn_icon.h"
 #include "platform/ui/help_window.h"
-#include "platform/ui/look.h"
 #include "platform/ui/modal.h"
 #include "settings/ui/window_layout.h"
 #include "startup/application.h"
