@@ -16,7 +16,13 @@ cDataGrid::cDataGrid(Statements& statements, Diagnostics diagnostics, const User
       look_(core_),
       place_(core_),
       rows_(core_, place_, look_, [this] { Requery(); }),
-      keys_({core_, place_, rows_, look_, [this](const QString& sort) { sSortString(sort); }}) {}
+      keys_({core_, place_, rows_, look_, [this](const QString& sort) { sSortString(sort); }}) {
+  connect(&keys_, &GridKeys::CellClicked, this, &cDataGrid::CellClicked);
+  connect(&keys_, &GridKeys::EditButtonClicked, this, &cDataGrid::EditButtonClicked);
+  connect(&keys_, &GridKeys::FindWanted, this, &cDataGrid::FindWanted);
+  connect(&keys_, &GridKeys::RowColChanged, this, &cDataGrid::RowColChanged);
+  connect(&rows_, &GridRows::Deleted, this, &cDataGrid::Deleted);
+}
 
 cDataGrid::~cDataGrid() {
   if (!core_.view) return;
@@ -32,7 +38,7 @@ void cDataGrid::Grid(QTableView& grid) {
   core_.view = &grid;
   events_ = std::make_unique<GridEvents>(keys_, look_, grid);
   grid.setModel(&core_.model);
-  keys_.Attach(*events_);
+  keys_.Attach();
   look_.Attach(*events_);
 }
 

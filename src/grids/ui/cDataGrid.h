@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QObject>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
@@ -33,7 +34,7 @@ struct GridShownColumn {
 ///   grid.StoredProc(QStringLiteral("Campaign_Results"));
 ///   grid.SetLineID(QStringLiteral("RecordID"));
 ///   grid.FlagColumns({QStringLiteral("Send_SMS")});
-///   grid.OnCellClick([this](const QString& field, qint64 recordId) { ... });
+///   connect(&grid, &cDataGrid::CellClicked, this, [this](const QString& field, qint64 recordId) { ... });
 ///   grid.ConnectRecordset(rows);
 ///
 /// The rows are read from the recordset whenever a cell is drawn and are never copied: the recordset must outlive the
@@ -45,13 +46,12 @@ struct GridShownColumn {
 /// one while unsorted), Backspace shortens; Space is a click on the current cell; Ctrl+C copies, Ctrl+A and
 /// Ctrl+Shift+A select all and none, Ctrl+Delete and Ctrl+Insert; Tab leaves the grid. Actions of the view stand at the
 /// top of the menu.
-class cDataGrid {
+class cDataGrid : public QObject {
+  Q_OBJECT
  public:
   /// All must outlive this.
   cDataGrid(Statements& statements, Diagnostics diagnostics, const UserOptions& options);
-  ~cDataGrid();
-  cDataGrid(const cDataGrid&) = delete;
-  cDataGrid& operator=(const cDataGrid&) = delete;
+  ~cDataGrid() override;
 
   // What the grid stands in. Grid comes first, once; the view may go away before this.
   void Grid(QTableView& grid);
@@ -78,6 +78,9 @@ class cDataGrid {
   /// Background instead of the user's row colours, 24-bit RGB with red in the lowest byte; -1 (at first): none.
   [[nodiscard]] int lCustomBackColor() const { return look_.lCustomBackColor(); }
   void lCustomBackColor(int colour) { look_.lCustomBackColor(colour); }
+  /// The user may ask to find a text (`FindWanted`); off at first.
+  [[nodiscard]] bool bFinding() const { return keys_.bFinding(); }
+  void bFinding(bool on) { keys_.bFinding(on); }
   /// The user may resize columns; on at first.
   [[nodiscard]] bool bColResizing() const { return look_.bColResizing(); }
   void bColResizing(bool on) { look_.bColResizing(on); }
@@ -182,7 +185,7 @@ class cDataGrid {
   void SetFlagReasons(std::function<QString(qint64 row, const QString& field)> reasonOf) {
     look_.SetFlagReasons(std::move(reasonOf));
   }
-  /// Shows a button at the right of the current cell of a column, see `OnEditButton`.
+  /// Shows a button at the right of the current cell of a column, see `EditButtonClicked`.
   void AddEditButton(const QString& field) { look_.AddEditButton(field); }
   /// A named cell style, in "Tahoma" of the row font's size at first; the one of that name when it exists.
   GridStyle& AddStyleSet(const QString& name) { return look_.AddStyleSet(name); }
@@ -225,21 +228,17 @@ class cDataGrid {
   /// Swallows the next key press.
   void IgnoreKeyPress() { keys_.IgnoreKeyPress(); }
 
-  // What the owner may want to know.
+ Q_SIGNALS:
   /// A left click, or Space, on any cell; the row is current by then. A double-click is one click.
-  void OnCellClick(std::function<void(const QString& field, qint64 recordId)> callback) {
-    keys_.OnCellClick(std::move(callback));
-  }
-  /// After a row was deleted in the database and taken out of the grid.
-  void OnDeleted(std::function<void(qint64 recordId)> callback) { rows_.OnDeleted(std::move(callback)); }
+  void CellClicked(const QString& field, qint64 recordId);
+  /// A row was deleted in the database and taken out of the grid.
+  void Deleted(qint64 recordId);
   /// A click on the button of `AddEditButton`, or Space in its cell.
-  void OnEditButton(std::function<void(const QString& field, qint64 recordId)> callback) {
-    keys_.OnEditButton(std::move(callback));
-  }
-  /// Ctrl+F and "Find..." in the menu, which has it only then.
-  void OnFind(std::function<void()> callback) { keys_.OnFind(std::move(callback)); }
+  void EditButtonClicked(const QString& field, qint64 recordId);
+  /// Ctrl+F, or "Find..." in the menu.
+  void FindWanted();
   /// Another row or column became current.
-  void OnRowColChange(std::function<void()> callback) { keys_.OnRowColChange(std::move(callback)); }
+  void RowColChanged();
 
  private:
   void ShowRows(bool newColumns);

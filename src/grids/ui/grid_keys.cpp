@@ -15,7 +15,7 @@ GridKeys::GridKeys(Parts parts)
 
 GridKeys::~GridKeys() = default;
 
-void GridKeys::Attach(QObject& context) {
+void GridKeys::Attach() {
   QTableView& view = *core_.view;
   QHeaderView* header = view.horizontalHeader();
   view.setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -25,26 +25,16 @@ void GridKeys::Attach(QObject& context) {
   view.setContextMenuPolicy(Qt::CustomContextMenu);
   bColSorting(colSorting_);
   finder_ = std::make_unique<GridFinder>(view);
-  QObject::connect(header, &QHeaderView::sectionClicked, &context, [this](int column) { HeadClick(column); });
-  QObject::connect(header, &QHeaderView::sectionResized, &context, [this] { StopFinding(); });
-  QObject::connect(&view, &QTableView::clicked, &context, [this](const QModelIndex& index) {
+  connect(header, &QHeaderView::sectionClicked, this, [this](int column) { HeadClick(column); });
+  connect(header, &QHeaderView::sectionResized, this, [this] { StopFinding(); });
+  connect(&view, &QTableView::clicked, this, [this](const QModelIndex& index) {
     if (clickModifiers_ == Qt::NoModifier && !secondClick_) ClickCell(index, ClickedBy::kMouse);
   });
   header->setContextMenuPolicy(Qt::CustomContextMenu);
-  QObject::connect(header, &QWidget::customContextMenuRequested, &context,
-                   [this](const QPoint& at) { ColumnsMenu(at); });
-  QObject::connect(&view, &QWidget::customContextMenuRequested, &context, [this](const QPoint& at) { Menu(at); });
-  QObject::connect(
-      view.selectionModel(), &QItemSelectionModel::currentChanged, &context,
-      [this](const QModelIndex& current, const QModelIndex& previous) { RowColChange(current, previous); });
-}
-
-void GridKeys::OnCellClick(std::function<void(const QString& field, qint64 recordId)> callback) {
-  onCellClick_ = std::move(callback);
-}
-
-void GridKeys::OnEditButton(std::function<void(const QString& field, qint64 recordId)> callback) {
-  onEditButton_ = std::move(callback);
+  connect(header, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) { ColumnsMenu(at); });
+  connect(&view, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) { Menu(at); });
+  connect(view.selectionModel(), &QItemSelectionModel::currentChanged, this,
+          [this](const QModelIndex& current, const QModelIndex& previous) { RowColChange(current, previous); });
 }
 
 void GridKeys::bColSorting(bool on) {
@@ -83,7 +73,7 @@ bool GridKeys::Shortcut(const QKeyEvent& event) {
       place_.Copy();
       return true;
     case Qt::Key_F:
-      if (onFind_) onFind_();
+      if (finding_) Q_EMIT FindWanted();
       return true;
     case Qt::Key_Delete:
     case Qt::Key_Insert:
@@ -161,10 +151,10 @@ void GridKeys::ClickCell(const QModelIndex& index, ClickedBy by) {
       look_.HasEditButton(index.column()) &&
       (by == ClickedBy::kKey || GridDelegate::EditButtonRect(core_.view->visualRect(index)).contains(clickedAt_));
   if (onButton) {
-    if (onEditButton_) onEditButton_(field, recordId);
-  } else if (onCellClick_) {
+    Q_EMIT EditButtonClicked(field, recordId);
+  } else {
     if (core_.model.IsFlag(index.column())) clickedFlag_ = index;
-    onCellClick_(field, recordId);
+    Q_EMIT CellClicked(field, recordId);
     clickedFlag_ = QModelIndex();
   }
 }
@@ -186,7 +176,7 @@ void GridKeys::RowColChange(const QModelIndex& current, const QModelIndex& previ
     if (!current.isValid() || core_.records == nullptr) return;
     core_.model.Highlight(-1, -1);
     if (current.row() != previous.row()) core_.records->MoveTo(current.row());
-    if (onRowColChange_) onRowColChange_();
+    Q_EMIT RowColChanged();
   });
 }
 
@@ -208,7 +198,7 @@ void GridKeys::Menu(const QPoint& position) {
     entry->setShortcut(keys);
     entry->setShortcutVisibleInContextMenu(true);
     entry->setEnabled(enabled);
-    QObject::connect(entry, &QAction::triggered, entry, std::move(action));
+    connect(entry, &QAction::triggered, entry, std::move(action));
   };
   if (core_.owner != nullptr) core_.owner->Grid_MenuOpens();
   menu->addActions(core_.view->actions());
@@ -225,7 +215,8 @@ void GridKeys::Menu(const QPoint& position) {
     add(QStringLiteral("&Delete row"), QKeySequence(Qt::CTRL | Qt::Key_Delete), any, [this] { rows_.DeleteByUser(); });
     menu->addSeparator();
   }
-  if (onFind_) add(QStringLiteral("&Find..."), QKeySequence(Qt::CTRL | Qt::Key_F), any, [this] { onFind_(); });
+  if (finding_)
+    add(QStringLiteral("&Find..."), QKeySequence(Qt::CTRL | Qt::Key_F), any, [this] { Q_EMIT FindWanted(); });
   if (const GridColumn* sorted = core_.model.ColumnAt(column); colSorting_ && sorted != nullptr) {
     QString heading = sorted->heading;
     add(QStringLiteral("&Sort by %1").arg(heading.replace(u'&', QLatin1String("&&"))), {}, any,

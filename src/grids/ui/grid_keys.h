@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QObject>
 #include <QPersistentModelIndex>
 #include <QPoint>
 #include <QPointer>
@@ -23,7 +24,8 @@ class QMouseEvent;
 namespace qbx {
 
 /// What a user does to a grid with keys, mouse and menu; what `cDataGrid` says of it holds here.
-class GridKeys {
+class GridKeys : public QObject {
+  Q_OBJECT
  public:
   struct Parts {
     GridCore& core;
@@ -33,10 +35,10 @@ class GridKeys {
     std::function<void(const QString& sort)> sortBy;
   };
   explicit GridKeys(Parts parts);
-  ~GridKeys();
+  ~GridKeys() override;
 
-  /// The view has its model now. \param context  lives as long as what is connected
-  void Attach(QObject& context);
+  /// The view has its model now.
+  void Attach();
 
   [[nodiscard]] bool bColSorting() const { return colSorting_; }
   void bColSorting(bool on);
@@ -44,10 +46,8 @@ class GridKeys {
   void IgnoreKeyPress() { ignoreKeyPress_ = true; }
   /// What was typed to find is forgotten.
   void StopFinding();
-  void OnCellClick(std::function<void(const QString& field, qint64 recordId)> callback);
-  void OnEditButton(std::function<void(const QString& field, qint64 recordId)> callback);
-  void OnFind(std::function<void()> callback) { onFind_ = std::move(callback); }
-  void OnRowColChange(std::function<void()> callback) { onRowColChange_ = std::move(callback); }
+  [[nodiscard]] bool bFinding() const { return finding_; }
+  void bFinding(bool on) { finding_ = on; }
 
   // Called while the click on a flag is answered.
   /// Rows that are read again were changed by it. Reading many takes a moment, which the user need not wait for to see
@@ -66,6 +66,12 @@ class GridKeys {
   void MouseLeave() { mouseColumn_.clear(); }
   /// A grid that is entered by the keyboard has a current cell at once.
   void GotFocus();
+
+ Q_SIGNALS:
+  void CellClicked(const QString& field, qint64 recordId);
+  void EditButtonClicked(const QString& field, qint64 recordId);
+  void FindWanted();
+  void RowColChanged();
 
  private:
   void HeadClick(int column);
@@ -87,16 +93,13 @@ class GridKeys {
   QPointer<QMenu> menu_;  // the last one that was opened
   QString mouseColumn_;
   bool colSorting_ = true;
+  bool finding_ = false;
   bool ignoreKeyPress_ = false;
   Qt::KeyboardModifiers clickModifiers_;
   bool secondClick_ = false;  // of a double-click
   QPoint clickedAt_;
   QPersistentModelIndex clickedFlag_;  // while its click is answered
   int controlKey_ = 0;                 // Delete or Insert went down with Ctrl
-  std::function<void(const QString&, qint64)> onCellClick_;
-  std::function<void(const QString&, qint64)> onEditButton_;
-  std::function<void()> onFind_;
-  std::function<void()> onRowColChange_;
 };
 
 }  // namespace qbx

@@ -88,8 +88,8 @@ void GridRows::DeleteSelected() {
   if (!deleted) {
     core_.Say(QStringLiteral("Error deleting currently selected row. It may have already been deleted."),
               MessageIcon::kInformation);
-  } else if (EditMode() && onDeleted_) {
-    onDeleted_(recordId);
+  } else if (EditMode()) {
+    Q_EMIT Deleted(recordId);
   }
 }
 
@@ -124,9 +124,9 @@ void GridRows::RemoveRows() {
       place_.SetCurrent(0, place_.VisibleColumn(-1));
       look_.ShowPanel();
     }
-    if (!EditMode() || !onDeleted_) return;
+    if (!EditMode()) return;
     for (const qint64 recordId : removed)
-      onDeleted_(recordId);
+      Q_EMIT Deleted(recordId);
   });
 }
 

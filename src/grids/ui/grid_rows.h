@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <functional>
 #include <vector>
@@ -13,7 +14,8 @@
 namespace qbx {
 
 /// What a grid does to its rows, here and in the database; what `cDataGrid` says of it holds here.
-class GridRows {
+class GridRows : public QObject {
+  Q_OBJECT
  public:
   /// \param requery  reads the rows again
   GridRows(GridCore& core, GridPlace& place, GridLook& look, std::function<void()> requery);
@@ -33,7 +35,6 @@ class GridRows {
   void SetHeaderID(qint64 id) { headerId_ = id; }
   /// Of the owner, or the one that was set.
   [[nodiscard]] qint64 HeaderID() const;
-  void OnDeleted(std::function<void(qint64 recordId)> callback) { onDeleted_ = std::move(callback); }
 
   void Remove();
   void RemoveRows();
@@ -41,6 +42,9 @@ class GridRows {
   bool CommitRow();
   /// What Ctrl+Delete does, when the grid allows it.
   void DeleteByUser();
+
+ Q_SIGNALS:
+  void Deleted(qint64 recordId);
 
  private:
   [[nodiscard]] bool BeforeDelete();
@@ -65,7 +69,6 @@ class GridRows {
   bool allowDelete_ = false;
   bool allowUpdate_ = true;
   std::vector<Value> deleteKey_;  // of the row about to be deleted
-  std::function<void(qint64)> onDeleted_;
 };
 
 }  // namespace qbx

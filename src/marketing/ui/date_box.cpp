@@ -15,7 +15,7 @@ DateBox::DateBox(QWidget* parent) : QLineEdit(parent) {
   QAction* calendar = addAction(DrawnIcon(Drawing::kCalendar), QLineEdit::TrailingPosition);
   calendar->setToolTip(QStringLiteral("Choose a date (F4)"));
   connect(calendar, &QAction::triggered, this, &DateBox::OpenCalendar);
-  connect(this, &QLineEdit::textEdited, this, &DateBox::Edited);
+  connect(this, &QLineEdit::textEdited, this, &DateBox::TextTyped);
 }
 
 QDate DateBox::Date() const {
@@ -27,14 +27,14 @@ void DateBox::SetDate(const QDate& date) {
   MarkText();
 }
 
-void DateBox::Edited() {
+void DateBox::TextTyped() {
   MarkText();
-  if (edited_) edited_();
+  Q_EMIT Edited();
 }
 
 void DateBox::Choose(const QDate& date) {
   SetDate(date);
-  if (edited_) edited_();
+  Q_EMIT Edited();
 }
 
 void DateBox::MarkText() {

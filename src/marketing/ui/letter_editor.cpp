@@ -48,7 +48,7 @@ LetterEditor::LetterEditor(QWidget* parent) : QWidget(parent), ui_(std::make_uni
     if (loading_) return;
     ShowSelection();
     note_.start();
-    if (edited_) edited_();
+    Q_EMIT Edited();
   });
   ShowSelection();
 }

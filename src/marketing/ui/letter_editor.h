@@ -30,14 +30,15 @@ class SpellingMarks;
 /// Buttons and lists follow the selection. Under the letter it says what an edit loses and, following what is
 /// written, which fonts are missing.
 ///
-///   editor.OnEdited([&] { state.rtfLetter = editor.Stored(); });
+///   connect(&editor, &LetterEditor::Edited, this, [&] { state.rtfLetter = editor.Stored(); });
 ///   editor.Load(state.rtfLetter);
 class LetterEditor : public QWidget {
+  Q_OBJECT
  public:
   explicit LetterEditor(QWidget* parent = nullptr);
   ~LetterEditor() override;
 
-  /// Shows a stored letter; does not call the callback.
+  /// Shows a stored letter; the user did not edit it then.
   void Load(const QString& stored);
   /// The letter to store, as it came while nobody edited it.
   [[nodiscard]] QString Stored() const;
@@ -46,8 +47,10 @@ class LetterEditor : public QWidget {
   void Insert(const QString& text);
   /// Marks misspelt words from now on.
   void CheckSpelling(const std::shared_ptr<Spelling>& spelling);
-  /// Called after each change that the user makes.
-  void OnEdited(std::function<void()> callback) { edited_ = std::move(callback); }
+
+ Q_SIGNALS:
+  /// After each change that the user makes.
+  void Edited();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -75,7 +78,6 @@ class LetterEditor : public QWidget {
 
   std::unique_ptr<Ui::LetterEditor> ui_;
   std::unique_ptr<Letter> letter_;
-  std::function<void()> edited_;
   std::vector<std::pair<QAction*, std::function<bool(const SelectionLook&)>>> followers_;
   SpellingMarks* marks_ = nullptr;  ///< owned by the document
   RtfLosses losses_;                ///< of an edit of what was loaded

@@ -83,7 +83,7 @@ void QueryPage::ConnectControls() {
   });
   DateBox* const boxes[] = {ui_->dteDate0, ui_->dteDate1};
   for (size_t i = 0; i < std::size(boxes); ++i) {
-    boxes[i]->OnEdited([this, i, box = boxes[i]] {
+    connect(boxes[i], &DateBox::Edited, this, [this, i, box = boxes[i]] {
       State().options.dteDate[i] = box->Date();
       State().options.dteDateHasText[i] = !box->text().trimmed().isEmpty();
       Desk().selection.Changed();

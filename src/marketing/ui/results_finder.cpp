@@ -21,7 +21,8 @@ ResultsFinder::ResultsFinder(cDataGrid& grid, QLineEdit& box, QLabel& found, QWi
   on(QKeySequence(Qt::Key_F3), [this] { FindAgain(Search::kNext); });
   on(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { FindAgain(Search::kPrevious); });
   on(QKeySequence(Qt::CTRL | Qt::Key_F), [this] { GoToBox(); });
-  grid.OnFind([this] { GoToBox(); });
+  grid.bFinding(true);
+  connect(&grid, &cDataGrid::FindWanted, this, [this] { GoToBox(); });
 }
 
 void ResultsFinder::Find(Search search) {

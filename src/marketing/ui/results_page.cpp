@@ -94,11 +94,11 @@ void ResultsPage::SetUpGrid() {
   grid_.SetLineID(QString::fromLatin1(ResultsView::kRowKey));
   grid_.AllowDelete(true);
   grid_.KeepLayout(App().registry, QStringLiteral("frmMain"));
-  grid_.OnCellClick([this](const QString& field, qint64 recordId) {
+  connect(&grid_, &cDataGrid::CellClicked, this, [this](const QString& field, qint64 recordId) {
     Desk().edits.ClickCell(field, recordId);
     if (!ui_->fraChange->isHidden()) TellLastChange();
   });
-  grid_.OnDeleted([this](qint64 recordId) {
+  connect(&grid_, &cDataGrid::Deleted, this, [this](qint64 recordId) {
     Desk().results.RefreshRows({recordId});
     TellLastChange();
   });

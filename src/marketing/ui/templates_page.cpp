@@ -48,7 +48,7 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
     pane->Work(parts, spelling);
     connect(pane, &TemplatePane::Edited, this, [this] { Edited(); });
   }
-  ui_->letterEditor->OnEdited([this] {
+  connect(ui_->letterEditor, &LetterEditor::Edited, this, [this] {
     letterEdited_ = true;
     Desk().selection.Changed();
     Edited();

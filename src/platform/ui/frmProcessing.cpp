@@ -13,8 +13,7 @@ constexpr Qt::WindowFlags kFlags = Qt::Tool | Qt::FramelessWindowHint | Qt::Wind
 
 }  // namespace
 
-frmProcessing::frmProcessing(std::function<void()> dismissed)
-    : QWidget(nullptr, kFlags), ui_(std::make_unique<Ui::frmProcessing>()), dismissed_(std::move(dismissed)) {
+frmProcessing::frmProcessing() : QWidget(nullptr, kFlags), ui_(std::make_unique<Ui::frmProcessing>()) {
   setAttribute(Qt::WA_ShowWithoutActivating);
   setAttribute(Qt::WA_QuitOnClose, false);
   ui_->setupUi(this);
@@ -88,7 +87,7 @@ void frmProcessing::BringToFront() {
 bool frmProcessing::eventFilter(QObject* watched, QEvent* event) {
   if (watched == ui_->lblMessage && event->type() == QEvent::MouseButtonRelease &&
       static_cast<QMouseEvent*>(event)->button() == Qt::RightButton) {
-    dismissed_();
+    Q_EMIT Dismissed();
     return true;
   }
   return QWidget::eventFilter(watched, event);

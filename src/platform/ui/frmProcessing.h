@@ -4,7 +4,6 @@
 
 #include <QPointer>
 #include <QWidget>
-#include <functional>
 #include <memory>
 
 #include "platform/user_interface.h"
@@ -18,9 +17,9 @@ namespace qbx {
 /// A window above all others that never takes the keyboard away for good: it opens without being activated, and when it closes the window
 /// that was active before is active again. Cancel is pressed with the mouse, or with Esc wherever the keyboard is.
 class frmProcessing : public QWidget {
+  Q_OBJECT
  public:
-  /// \param dismissed  called when the user closes the box by a right click on its text
-  explicit frmProcessing(std::function<void()> dismissed);
+  frmProcessing();
   ~frmProcessing() override;
 
   /// Shows the box in the middle of its owner, or changes its text where it stands, and clears the cancel flag.
@@ -32,6 +31,10 @@ class frmProcessing : public QWidget {
   void Cancel();
   void BringToFront();
 
+ Q_SIGNALS:
+  /// The user closes the box by a right click on its text.
+  void Dismissed();
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -41,7 +44,6 @@ class frmProcessing : public QWidget {
   void Place(const QWidget* owner);
 
   std::unique_ptr<Ui::frmProcessing> ui_;
-  std::function<void()> dismissed_;
   QPointer<QWidget> activeBefore_;
   bool cancelled_ = false;
 };

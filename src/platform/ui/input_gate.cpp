@@ -84,7 +84,7 @@ bool ClickAtOnce(QObject* receiver, QEvent* event) {
 
 }  // namespace
 
-InputGate::InputGate(Answers answers) : answers_(std::move(answers)) {
+InputGate::InputGate() {
   QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -125,7 +125,7 @@ bool InputGate::HoldsTimer(QObject* receiver) const {
 }
 
 void InputGate::TellIdle() {
-  if (Idle() && whenIdle_) whenIdle_();
+  if (Idle()) Q_EMIT BecameIdle();
 }
 
 bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
@@ -163,12 +163,12 @@ bool InputGate::DropMouse(QObject* receiver, QEvent* event) {
 void InputGate::Dropped(QEvent* event) {
   if (event->type() == QEvent::Close || event->type() == QEvent::Quit) {
     event->ignore();
-    answers_.closeRefused();
+    Q_EMIT CloseRefused();
     return;
   }
   if (event->type() != QEvent::KeyPress) return;
   const auto* key = static_cast<QKeyEvent*>(event);
-  if (key->key() == Qt::Key_Escape && !key->isAutoRepeat()) answers_.escapePressed();
+  if (key->key() == Qt::Key_Escape && !key->isAutoRepeat()) Q_EMIT EscapePressed();
 }
 
 }  // namespace qbx

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QObject>
-#include <functional>
 
 class QTimer;
 class QWidget;
@@ -19,13 +18,9 @@ namespace qbx {
 /// A press that was dropped takes its release with it, also when the gate opened in between; a press that counted gets its release where
 /// a control would otherwise stay pressed, without the click it would have made.
 class InputGate : public QObject {
+  Q_OBJECT
  public:
-  /// What is done about input that was dropped; both must be set.
-  struct Answers {
-    std::function<void()> closeRefused;   ///< a window was asked to close
-    std::function<void()> escapePressed;  ///< Esc was pressed in a window that may not be used
-  };
-  explicit InputGate(Answers answers);
+  InputGate();
   ~InputGate() override;
 
   /// Closes the gate for the life of the object; nests.
@@ -56,13 +51,19 @@ class InputGate : public QObject {
   [[nodiscard]] bool IsClosed() const { return closed_ > 0; }
   /// Neither events are being let run for logic nor is a box open.
   [[nodiscard]] bool Idle() const { return closed_ == 0 && boxes_ == 0; }
-  /// Called whenever it becomes idle.
-  void SetWhenIdle(std::function<void()> whenIdle) { whenIdle_ = std::move(whenIdle); }
 
   /// Lets a widget, and what it contains, be used while the gate is closed.
   static void Allow(QWidget& widget);
   /// Lets a timer wait until it is idle and no window waits for an answer. It then fires within its interval.
   static void Hold(QTimer& timer);
+
+ Q_SIGNALS:
+  /// A window was asked to close, and does not.
+  void CloseRefused();
+  /// Esc was pressed in a window that may not be used.
+  void EscapePressed();
+  /// See `Idle`.
+  void BecameIdle();
 
  protected:
   bool eventFilter(QObject* receiver, QEvent* event) override;
@@ -73,8 +74,6 @@ class InputGate : public QObject {
   void TellIdle();
   [[nodiscard]] bool HoldsTimer(QObject* receiver) const;
 
-  Answers answers_;
-  std::function<void()> whenIdle_ = {};
   int closed_ = 0;
   int boxes_ = 0;
   Qt::MouseButtons droppedPresses_ = Qt::NoButton;

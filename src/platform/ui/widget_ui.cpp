@@ -121,10 +121,12 @@ class WidgetUi::BoxOpen {
 };
 
 WidgetUi::WidgetUi() {
-  gate_ = std::make_unique<InputGate>(InputGate::Answers{.closeRefused = [this] { processing_->BringToFront(); },
-                                                         .escapePressed = [this] { processing_->Cancel(); }});
-  gate_->SetWhenIdle([this] { CloseWhenIdle(); });
-  processing_ = std::make_unique<frmProcessing>([this] {
+  gate_ = std::make_unique<InputGate>();
+  processing_ = std::make_unique<frmProcessing>();
+  QObject::connect(gate_.get(), &InputGate::CloseRefused, processing_.get(), &frmProcessing::BringToFront);
+  QObject::connect(gate_.get(), &InputGate::EscapePressed, processing_.get(), &frmProcessing::Cancel);
+  QObject::connect(gate_.get(), &InputGate::BecameIdle, processing_.get(), [this] { CloseWhenIdle(); });
+  QObject::connect(processing_.get(), &frmProcessing::Dismissed, processing_.get(), [this] {
     CloseStatusBox();
     SetBusy(false);
   });
