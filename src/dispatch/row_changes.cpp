@@ -10,6 +10,7 @@
 
 #include "database/procedure.h"
 #include "dispatch/tick_reasons.h"
+#include "results/flag_columns.h"
 #include "results/key_list.h"
 
 namespace qbx {
@@ -21,7 +22,7 @@ constexpr std::size_t kBatch = 10'000;
 
 /// What a flag is called, and what is asked about it.
 struct Flag {
-  const char* column;
+  QLatin1String column;
   const char* address;
   const char* refusal;
   QString (*whyNot)(const QString& address, Refusal refused);
@@ -33,9 +34,9 @@ struct Flag {
   }
 };
 
-constexpr std::array kFlags = {Flag{"Send_SMS", "Mobile", "SMS_Refusal", WhyNoText, "Send SMS"},
-                               Flag{"Send_Email", "Email", "Email_Refusal", WhyNoEmail, "Send Email"},
-                               Flag{"Send_Letter", "Address", "Letter_Refusal", WhyNoLetter, "Send Letter"}};
+constexpr std::array kFlags = {Flag{kSendSmsFlag, "Mobile", "SMS_Refusal", WhyNoText, "Send SMS"},
+                               Flag{kSendEmailFlag, "Email", "Email_Refusal", WhyNoEmail, "Send Email"},
+                               Flag{kSendLetterFlag, "Address", "Letter_Refusal", WhyNoLetter, "Send Letter"}};
 
 const Flag& FlagOf(Channel channel) {
   return kFlags[static_cast<std::size_t>(channel) - 1];

@@ -37,7 +37,7 @@ bool MatchesAt(QStringView text, qsizetype position, QStringView folded) {
 }
 
 QString FieldPattern(const MergeField& field, bool richText) {
-  return (richText ? u"\\{%1\\}"_qs : u"{%1}"_qs).arg(QString::fromUtf16(field.word));
+  return (richText ? QStringLiteral("\\{%1\\}") : QStringLiteral("{%1}")).arg(QString::fromUtf16(field.word));
 }
 
 const QString& ReplaceNoCase(QString& text, const QString& find, const QString& replacement) {

@@ -4,6 +4,7 @@
 #include <bit>
 #include <utility>
 
+#include "results/flag_columns.h"
 #include "results/mobile_number.h"
 
 namespace qbx {
@@ -22,9 +23,9 @@ constexpr int kInDoubtState = 0;
 struct KindColumns {
   explicit KindColumns(const Recordset& rows)
       : record(rows.ColumnIndex(QStringLiteral("RecordID"))),
-        text(rows.ColumnIndex(QStringLiteral("Send_SMS"))),
-        email(rows.ColumnIndex(QStringLiteral("Send_Email"))),
-        letter(rows.ColumnIndex(QStringLiteral("Send_Letter"))),
+        text(rows.ColumnIndex(kSendSmsFlag)),
+        email(rows.ColumnIndex(kSendEmailFlag)),
+        letter(rows.ColumnIndex(kSendLetterFlag)),
         mobile(rows.ColumnIndex(QStringLiteral("Mobile"))) {}
 
   [[nodiscard]] quint8 KindsOf(const StoredRow& row) const {

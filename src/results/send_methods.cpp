@@ -2,6 +2,7 @@
 
 #include <span>
 
+#include "results/flag_columns.h"
 #include "settings/options.h"
 
 namespace qbx {
@@ -17,7 +18,7 @@ struct Rule {
 };
 
 struct Channel {
-  const char* flag;
+  QLatin1String flag;
   const char* consentColumn;
   std::span<const Rule> rules;
 };
@@ -63,9 +64,9 @@ constexpr Rule kLetterRules[] = {
      "(Send_SMS = 1) AND"},
 };
 
-constexpr Channel kSms{"Send_SMS", "Can_Send_SMS", kSmsRules};
-constexpr Channel kEmail{"Send_Email", "Can_Send_Email", kEmailRules};
-constexpr Channel kLetter{"Send_Letter", "Can_Send_Letter", kLetterRules};
+constexpr Channel kSms{kSendSmsFlag, "Can_Send_SMS", kSmsRules};
+constexpr Channel kEmail{kSendEmailFlag, "Can_Send_Email", kEmailRules};
+constexpr Channel kLetter{kSendLetterFlag, "Can_Send_Letter", kLetterRules};
 
 QStringList Texts(const Channel& channel, const char* Rule::*text) {
   QStringList texts;
@@ -75,16 +76,15 @@ QStringList Texts(const Channel& channel, const char* Rule::*text) {
 }
 
 QString Statement(const Channel& channel, int value, const char* condition, int campaignId) {
-  return u"UPDATE [Campaign Results] SET %1 = %2 WHERE %3 CampaignID = %4"_qs.arg(
-      QString::fromLatin1(channel.flag), QString::number(value), QString::fromLatin1(condition),
-      QString::number(campaignId));
+  return QStringLiteral("UPDATE [Campaign Results] SET %1 = %2 WHERE %3 CampaignID = %4")
+      .arg(channel.flag, QString::number(value), QString::fromLatin1(condition), QString::number(campaignId));
 }
 
 QString Batch(const Channel& channel, const Rule& rule, int campaignId, bool askConsent) {
   QString batch = Statement(channel, rule.value, rule.condition, campaignId);
   if (rule.value == 1 && askConsent)
-    batch += u" AND IsNull(%1, 0) = 1"_qs.arg(QString::fromLatin1(channel.consentColumn));
-  if (rule.except) batch += u"; "_qs + Statement(channel, 0, rule.except, campaignId);
+    batch += QStringLiteral(" AND IsNull(%1, 0) = 1").arg(QString::fromLatin1(channel.consentColumn));
+  if (rule.except) batch += QStringLiteral("; ") + Statement(channel, 0, rule.except, campaignId);
   return batch;
 }
 

@@ -107,7 +107,7 @@ QSizeF RtfPicture::Size() const {
 
 QTextImageFormat RtfPicture::AddTo(QTextDocument& document, int number) const {
   QTextImageFormat format;
-  format.setName(u"rtf-picture:"_qs + (shown_ ? QString::number(number) : u"box"_qs));
+  format.setName(QStringLiteral("rtf-picture:") + (shown_ ? QString::number(number) : QStringLiteral("box")));
   format.setProperty(kPictureWords, words_);
   format.setProperty(kPictureBytes, bytes_);
   const QSizeF size = Size();

@@ -41,7 +41,7 @@ class ResultsChanges {
   };
 
   QAction* Add(const char* name, const QString& text, const QKeySequence& keys, const std::function<void()>& command);
-  void AddFlag(Channel channel, const char* field, const QString& tick, const QString& untick, Qt::Key key);
+  void AddFlag(Channel channel, QLatin1String field, const QString& tick, const QString& untick, Qt::Key key);
   void SetFlag(Channel channel, bool ticked);
   void TakeOut();
   void Tell(const RowChange& change, const QString& done);
