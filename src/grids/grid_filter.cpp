@@ -1,5 +1,3 @@
-// Conditions on the rows of a grid.
-
 #include "grids/grid_filter.h"
 
 #include <QRegularExpression>
@@ -17,7 +15,7 @@ struct Clause {
   Value value;
 };
 
-// Every group holds when all its clauses do; the condition holds when one group does.
+// The condition holds when one group holds; a group holds when all its clauses do.
 using Groups = std::vector<std::vector<Clause>>;
 
 Operator OperatorOf(const QString& text) {
