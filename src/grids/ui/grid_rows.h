@@ -12,7 +12,7 @@
 
 namespace qbx {
 
-/// What a grid does to its rows, here and in the database; what `cDataGrid` says of it holds here.
+/// Changes rows in the grid and in the database. The comments of `cDataGrid` hold here, too.
 class GridRows {
  public:
   /// \param requery  reads the rows again
@@ -31,7 +31,7 @@ class GridRows {
   [[nodiscard]] QString StoredProc() const { return storedProc_; }
   void StoredProc(const QString& name) { storedProc_ = name; }
   void SetHeaderID(qint64 id) { headerId_ = id; }
-  /// Of the owner, or the one that was set.
+  /// That of the owner, or else the one that was set.
   [[nodiscard]] qint64 HeaderID() const;
   void OnDeleted(std::function<void(qint64 recordId)> callback) { onDeleted_ = std::move(callback); }
 
@@ -64,7 +64,7 @@ class GridRows {
   bool editMode_ = false;
   bool allowDelete_ = false;
   bool allowUpdate_ = true;
-  std::vector<Value> deleteKey_;  // of the row about to be deleted
+  std::vector<Value> deleteKey_;  // of the row that is being deleted
   std::function<void(qint64)> onDeleted_;
 };
 
