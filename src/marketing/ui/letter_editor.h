@@ -26,8 +26,8 @@ enum class Drawing;
 class Spelling;
 class SpellingMarks;
 
-/// The letter `rtfLetter` under its tool bar `tbToolBar`, the lists `cmbFontName` and `cmbFontSize`, and a bar to find text.
-/// Buttons and lists follow the selection. Under the letter it says what an edit loses and, following what is
+/// The letter `rtfLetter` under its tool bar `tbToolBar`, the lists `cmbFontName` and `cmbFontSize`, and a bar to find
+/// text. Buttons and lists follow the selection. Under the letter it says what an edit loses and, following what is
 /// written, which fonts are missing.
 ///
 ///   editor.OnEdited([&] { state.rtfLetter = editor.Stored(); });
@@ -39,10 +39,10 @@ class LetterEditor : public QWidget {
 
   /// Shows a stored letter; does not call the callback.
   void Load(const QString& stored);
-  /// The letter to store, as it came while nobody edited it.
+  /// The letter to store; unchanged as long as nobody edited it.
   [[nodiscard]] QString Stored() const;
   [[nodiscard]] QTextDocument& Document();
-  /// Puts a text where the caret is, as if it were typed.
+  /// Inserts a text at the caret as if it were typed.
   void Insert(const QString& text);
   /// Marks misspelt words from now on.
   void CheckSpelling(const std::shared_ptr<Spelling>& spelling);
@@ -68,7 +68,7 @@ class LetterEditor : public QWidget {
   void Find(bool backwards);
   void CloseFind();
   void ShowSelection();
-  /// Keeps an action in step with the selection.
+  /// Updates an action whenever the selection changes.
   void Follow(QAction* action, std::function<bool(const SelectionLook&)> holds);
   void ShowNote();
   void ShowMenu(const QPoint& position);
@@ -78,7 +78,7 @@ class LetterEditor : public QWidget {
   std::function<void()> edited_;
   std::vector<std::pair<QAction*, std::function<bool(const SelectionLook&)>>> followers_;
   SpellingMarks* marks_ = nullptr;  ///< owned by the document
-  RtfLosses losses_;                ///< of an edit of what was loaded
+  RtfLosses losses_;                ///< what an edit of the loaded letter loses
   QTimer note_;
   bool loading_ = false;
 };
