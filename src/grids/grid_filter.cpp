@@ -40,8 +40,7 @@ Value ValueOf(const QString& literal) {
 std::optional<Groups> Parse(const QString& condition, const Recordset& rows) {
   static const QRegularExpression kClause(
       QStringLiteral(
-          R"(\s*(?:\[([^\]]+)\]|([\w-]+))\s*(<>|<=|>=|=|<|>|LIKE\b)\s*('(?:[^']|'')*'|#[^#]*#|-?\d+(?:\.\d+)?|NULL\b))"
-          R"(\s*(?:(AND|OR)\b|$))"),
+          R"(\s*(?:\[([^\]]+)\]|([\w-]+))\s*(<>|<=|>=|=|<|>|LIKE\b)\s*('(?:[^']|'')*'|#[^#]*#|-?\d+(?:\.\d+)?|NULL\b)\s*(?:(AND|OR)\b|$))"),
       QRegularExpression::CaseInsensitiveOption);
   Groups groups(1);
   qsizetype at = 0;
