@@ -52,7 +52,7 @@ CampaignRecord ReadRecord(const Recordset& row) {
   return record;
 }
 
-/// The hourglass, for as long as something is read.
+/// Shows the hourglass as long as it lives.
 class Hourglass {
  public:
   explicit Hourglass(UserInterface& ui) : ui_(ui) { ui_.SetBusy(true); }
@@ -157,7 +157,7 @@ int CampaignStorage::CopyCampaign(int campaignId, const QString& newName) {
 bool CampaignStorage::DeleteCampaign(int campaignId) {
   std::optional<Message> refusal;
   const bool ran = Call("DeleteCampaign", "proc_delp_Marketing_Campaign", [&](Command& command) {
-    // The transaction holds the write lock from its start, so that no run can claim the campaign in between.
+    // The transaction holds the write lock from its start, so no run can claim the campaign meanwhile.
     Transaction transaction(statements_.Shared().Driver());
     if (deletionGuard_) refusal = deletionGuard_(campaignId);
     if (refusal) return;
@@ -173,7 +173,7 @@ bool CampaignStorage::DeleteCampaign(int campaignId) {
 bool CampaignStorage::Call(const char* routine, const char* procedure, const std::function<void(Command&)>& run) {
   try {
     statements_.Shared().ReopenIfLost();
-    // A closed connection is said as such; preparing a command on it would only say that it has no parameters.
+    // Throws the right error for a closed connection; preparing a command would only say that it has no parameters.
     (void)statements_.Shared().Driver();
     Command command;
     statements_.PrepareCommand(command, QString::fromLatin1(procedure));

@@ -17,7 +17,7 @@ QString Brace(QChar brace, bool richText) {
   return richText ? QString(u'\\') + brace : QString(brace);
 }
 
-/// The words of all fields of a template, known or not, in its order.
+/// The names of all fields of a template, known or unknown, in its order.
 QStringList FieldWords(const QString& text) {
   const qsizetype brace = IsRichText(text) ? 2 : 1;
   QStringList words;

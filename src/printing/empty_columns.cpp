@@ -17,7 +17,7 @@ bool HoldsNothing(const Value& value) {
   return value.ToText().trimmed().isEmpty();
 }
 
-/// Looks at the rows of the report when it begins to lay out, and gives it none.
+/// Inspects the rows of the report when the pager asks for them, and gives the pager none.
 class LookedAt final : public ReportDatabase {
  public:
   LookedAt(const Report& report, ReportDatabase& database) : report_(report), database_(database) {}

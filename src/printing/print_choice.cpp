@@ -9,7 +9,7 @@ namespace qbx {
 
 namespace {
 
-/// Remembers which documents went by.
+/// Records which documents were written.
 PageProgress Remembering(TakenOut& taken, const std::function<bool()>& goesOn) {
   return [&taken, &goesOn](const ReportPage& page) {
     taken.Add(page);
@@ -17,7 +17,7 @@ PageProgress Remembering(TakenOut& taken, const std::function<bool()>& goesOn) {
   };
 }
 
-/// Takes out the documents of which a page was left out.
+/// Removes the documents of which a page was left out.
 void KeepWhole(TakenOut& taken, ReportPages& pages, const PageRange& range) {
   for (int number = 1; number <= pages.Count(); ++number)
     if (const ReportPage page = pages.At(number); !range.Holds(page)) taken.Remove(page);

@@ -13,7 +13,7 @@ namespace {
 using std::chrono::seconds;
 
 constexpr seconds kAnswersWithin(20);
-constexpr seconds kTakesWithin(180);  // thousands of letters are some ten megabytes
+constexpr seconds kTakesWithin(180);  // a file of thousands of letters has some ten megabytes
 
 struct NoAnswer : PlainReportError {};
 
@@ -63,7 +63,7 @@ void PrintService::Print(const Printer& printer, const PrintJob& job) {
                   }))
       return;
   } catch (const NoAnswer&) {
-    // as if it had been cancelled
+    // Treated like a cancelled call.
   } catch (const PlainReportError& error) {
     throw PlainReportError{
         {QStringLiteral("The printer \"%1\" did not take the report: %2").arg(printer.name, error.text)}};

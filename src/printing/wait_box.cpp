@@ -5,7 +5,7 @@ namespace qbx {
 namespace {
 
 constexpr int kPatience = 330;    // milliseconds
-constexpr int kProgress = 1'000;  // the same; each change of the box waits a moment for the eye
+constexpr int kProgress = 1'000;  // milliseconds; each change of the box waits a moment for the eye
 
 }  // namespace
 
@@ -21,7 +21,7 @@ WaitBox::~WaitBox() {
 bool WaitBox::GoOn() {
   if (!isOfAnother_ && !shown_ && since_.elapsed() >= kPatience) Show();
   diagnostics_.ui.PumpEvents();
-  // Before the box is shown, its Cancel is that of another box.
+  // Before this box is shown, Cancel belongs to another box.
   cancelled_ = cancelled_ || ((isOfAnother_ || shown_) && diagnostics_.status.Cancelled());
   return !cancelled_;
 }

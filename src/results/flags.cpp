@@ -1,5 +1,3 @@
-// Flipping the flags of a result row.
-
 #include "results/flags.h"
 
 #include "results/flag_columns.h"

@@ -5,7 +5,7 @@
 namespace qbx {
 namespace {
 
-/// A date without its time; a host that keeps dates as text has them passed as they are.
+/// A date without its time. The text of a host that stores dates as text is passed unchanged.
 QString DateText(const Value& value) {
   return value.Type() == ValueType::kDateTime ? MergeDate(value.ToDateTime().date()) : value.ToText();
 }

@@ -12,9 +12,9 @@ namespace {
 struct Rule {
   const char* caption;
   const char* tip;
-  int value;              ///< of its first statement
-  const char* condition;  ///< in front of the campaign's
-  const char* except;     ///< not null: a second statement clears the flag of the rows with this condition
+  int value;              ///< set by its first statement
+  const char* condition;  ///< added before the campaign's condition
+  const char* except;     ///< unless null: a second statement clears the flag of the rows with this condition
 };
 
 struct Channel {
@@ -88,8 +88,8 @@ QString Batch(const Channel& channel, const Rule& rule, int campaignId, bool ask
   return batch;
 }
 
-/// The statements for a choice: one batch for each channel with a rule, in the order SMS, e-mail, letter. An "except" rule is two statements
-/// separated by "; ".
+/// The statements for a choice: one batch for each channel with a rule, in the order SMS, e-mail, letter. An "except"
+/// rule has two statements separated by "; ".
 QStringList SendMethodBatches(const SendMethods& methods, int campaignId, const Options& options) {
   const bool messagesAsk = options.Using_Vrelo && options.Only_Send_Comms_When_Opted_In;
   struct Choice {

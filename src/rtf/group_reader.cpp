@@ -85,7 +85,7 @@ void GroupReader::EndDestination(const State& inner) {
     shapeShown_ = true;
   }
   if (inner.destination == RtfDestination::FieldCode) {
-    // A shape may stand in a field of its own, which says nothing.
+    // A shape may be in a field of its own, which means nothing.
     if (!collected_.trimmed().startsWith(u"SHAPE")) losses_.insert(QStringLiteral("fields and links"));
     collected_.clear();
   }

@@ -30,7 +30,7 @@ int Numbering(QTextListFormat::Style style) {
   }
 }
 
-/// The marks of a list: their length in characters, then the characters, of which a zero is the number.
+/// The marks of a list: their length in characters, then the characters; a zero stands for the number.
 QByteArray LevelText(const QTextListFormat& format) {
   const QString bullet = BulletOf(format);
   if (!bullet.isEmpty()) return "{\\leveltext\\'01" + EscapedRtf(bullet) + ";}{\\levelnumbers;}";
@@ -65,7 +65,7 @@ QByteArray EscapedRtf(QStringView text) {
       rtf += "\\~";
     } else if (code > 0x7F) {
       rtf += "\\u" + QByteArray::number(static_cast<qint16>(code));
-      // A character of a symbol font is known by its low byte alone to readers without Unicode.
+      // Readers without Unicode know a character of a symbol font by its low byte.
       const QByteArray nearest =
           code >> 8 == 0xF0 ? QByteArray(1, static_cast<char>(code & 0xFF)) : ToWindows1252(QString(unit));
       rtf += nearest == "?" ? nearest : "\\'" + nearest.toHex();

@@ -22,8 +22,8 @@ Usage: marketing /userid:"NAME" [/database:SUFFIX] [/instance:NAME]
 QBX_PROGRAM_FOLDER names the program folder (INI file, database, log), QBX_REGISTRY_FOLDER the folder of the registry.
 marketingctl does the same work without a window: marketingctl --help.)";
 
-/// What stands behind a switch, at most `length` characters after leaving out `skip`; nothing when the switch is not
-/// there.
+/// The text after a switch: at most `length` characters, after leaving out `skip`. Nothing when the line lacks the
+/// switch.
 std::optional<QString> Behind(const QString& line, const char* name, int length, int skip = 0) {
   const QString text = QString::fromLatin1(name);
   const qsizetype at = line.indexOf(text, 0, Qt::CaseInsensitive);
@@ -72,7 +72,7 @@ void ParseCommandLine(StartupValues& startup, UserInterface& ui) {
   }
   const auto database = Behind(line, "/database:", 25);
   const auto instance = Behind(line, "/instance:", kMaxInstance);
-  const auto user = Behind(line, kUserSwitch, 30, 1);  // the quote in front of the name is left out
+  const auto user = Behind(line, kUserSwitch, 30, 1);  // 1: leaves out the quote before the name
   if (database) startup.DatabaseSuffix = QLatin1Char('_') + Before(*database, QLatin1Char(' '));
   if (instance) startup.instance = InstanceName(*instance);
   if (user) startup.user = CutText(Before(*user, QLatin1Char('"')), kMaxUser);

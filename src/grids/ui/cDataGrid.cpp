@@ -1,4 +1,4 @@
-// The data grid: how it is bound to rows.
+// The data grid: binding to rows.
 
 #include "grids/ui/cDataGrid.h"
 
@@ -117,7 +117,7 @@ void cDataGrid::ConnectRecordset(Recordset& records) {
   });
 }
 
-/// Shows what the recordset holds now, its first row current.
+/// Shows the present rows of the recordset and makes the first one current.
 void cDataGrid::ShowRows(bool newColumns) {
   core_.model.Bind(core_.records);
   if (newColumns) look_.LayOutColumns();
@@ -133,7 +133,7 @@ void cDataGrid::DisconnectRecordset() {
   core_.Guarded("DisconnectRecordset", [this] {
     if (!core_.view) return;
     keys_.StopFinding();
-    look_.SaveLayout();  // the heading forgets it with the columns
+    look_.SaveLayout();  // the heading loses the layout together with the columns
     core_.records = nullptr;
     shownFields_.clear();
     core_.model.Bind(nullptr);

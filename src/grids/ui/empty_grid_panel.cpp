@@ -1,5 +1,3 @@
-// What stands over a grid that has no rows.
-
 #include "grids/ui/empty_grid_panel.h"
 
 #include <QtWidgets>

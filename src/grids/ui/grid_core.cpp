@@ -1,5 +1,3 @@
-// What the parts of a data grid share.
-
 #include "grids/ui/grid_core.h"
 
 #include "grids/grid_sort.h"

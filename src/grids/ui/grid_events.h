@@ -1,4 +1,4 @@
-// The events of a table view, handed to the parts of the grid that wraps it.
+// The events of a grid's table view.
 
 #pragma once
 
@@ -11,7 +11,7 @@ namespace qbx {
 class GridKeys;
 class GridLook;
 
-/// Watches a table view and its viewport.
+/// Watches a table view and its viewport and passes their events to the parts of the grid.
 class GridEvents final : public QObject {
  public:
   GridEvents(GridKeys& keys, GridLook& look, QTableView& view);

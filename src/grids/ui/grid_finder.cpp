@@ -1,5 +1,3 @@
-// Finding by typing: the text typed so far.
-
 #include "grids/ui/grid_finder.h"
 
 #include <QtWidgets>

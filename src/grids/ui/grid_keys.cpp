@@ -1,5 +1,3 @@
-// Keys, the mouse and finding in a grid.
-
 #include "grids/ui/grid_keys.h"
 
 #include <QtWidgets>
@@ -47,7 +45,8 @@ void GridKeys::StopFinding() {
 }
 
 bool GridKeys::KeyPress(const QKeyEvent& event) {
-  controlKey_ = 0;  // a Ctrl+Delete whose release went elsewhere must not turn a later Delete into one
+  // The release of an earlier Ctrl+Delete may have gone elsewhere; a later Delete must not count as one.
+  controlKey_ = 0;
   if (ignoreKeyPress_) {
     ignoreKeyPress_ = false;
     return true;
@@ -77,7 +76,7 @@ bool GridKeys::Shortcut(const QKeyEvent& event) {
       return true;
     case Qt::Key_Delete:
     case Qt::Key_Insert:
-      controlKey_ = event.key();  // done when the key comes up, even if Ctrl is up before it
+      controlKey_ = event.key();  // acts when the key is released, even if Ctrl is released before it
       return true;
     case Qt::Key_Home:
     case Qt::Key_End:
@@ -112,7 +111,7 @@ bool GridKeys::FindTyped(const QKeyEvent& event) {
   return true;
 }
 
-/// Goes to the first row of the sorted column, or of the current one, that starts with what was typed.
+/// Goes to the first row whose text in the sorted column, or else in the current one, begins with what was typed.
 void GridKeys::Find(const QString& start) {
   const int column = core_.SortedColumn() >= 0 ? core_.SortedColumn() : core_.view->currentIndex().column();
   const GridColumn* format = core_.model.ColumnAt(column);
@@ -145,7 +144,7 @@ void GridKeys::MouseMove(const QMouseEvent& event) {
 void GridKeys::ClickCell(const QModelIndex& index, ClickedBy by) {
   const GridColumn* column = core_.model.ColumnAt(index.column());
   if (column == nullptr || index.row() < 0 || index.row() >= core_.RowCount()) return;
-  const QString field = column->field;  // the columns may be others after a callback
+  const QString field = column->field;  // a callback may change the columns
   const qint64 recordId = place_.RecordID();
   const bool onButton =
       look_.HasEditButton(index.column()) &&
@@ -187,7 +186,7 @@ void GridKeys::GotFocus() {
 }
 
 void GridKeys::Menu(const QPoint& position) {
-  // Its entries let events run, so a menu that goes when it closes would go under their feet. It stays until the next one.
+  // A menu's actions let events run, so it must not be deleted when it closes. It is deleted before the next one opens.
   delete menu_;
   menu_ = new QMenu(core_.view);
   menu_->setObjectName(QStringLiteral("mnuGrid"));
@@ -240,7 +239,7 @@ void GridKeys::HeadClick(int column) {
   if (core_.RowCount() > 0)
     sortBy_(SortText(SortAfterClick(ParseSort(core_.sortString), clicked->field)));
   else
-    look_.ShowSortMark();  // the heading turned its mark by itself
+    look_.ShowSortMark();  // the heading has changed its mark by itself
 }
 
 }  // namespace qbx

@@ -23,7 +23,7 @@ class QMouseEvent;
 
 namespace qbx {
 
-/// What a user does to a grid with keys, mouse and menu; what `cDataGrid` says of it holds here.
+/// What the user does to a grid with keys, mouse and menu. The comments of `cDataGrid` hold here, too.
 class GridKeys : public QObject {
   Q_OBJECT
  public:
@@ -44,27 +44,28 @@ class GridKeys : public QObject {
   void bColSorting(bool on);
   [[nodiscard]] QString sMouseGridColumn() const { return mouseColumn_; }
   void IgnoreKeyPress() { ignoreKeyPress_ = true; }
-  /// What was typed to find is forgotten.
+  /// Forgets the text that was typed to find a row.
   void StopFinding();
   [[nodiscard]] bool bFinding() const { return finding_; }
   void bFinding(bool on) { finding_ = on; }
 
   // Called while the click on a flag is answered.
-  /// Rows that are read again were changed by it. Reading many takes a moment, which the user need not wait for to see
-  /// the tick change.
+  /// The clicked flag was changed. Shows its new tick before the rows are read again, because reading many rows takes a
+  /// moment.
   void ShowClickedFlag();
-  /// The flag was flipped, but the rows could not be read: what is shown must not invite to flip it back.
+  /// The flag was flipped but the rows could not be read: keeps showing the new tick, so that the user does not flip it
+  /// back.
   void KeepClickedFlag();
 
   // Events of the view.
-  /// \return whether the key was handled and the control must not see it
+  /// \return whether the key was handled, so that the control must not get it
   bool KeyPress(const QKeyEvent& event);
   void KeyUp(const QKeyEvent& event);
   void MouseDown(const QMouseEvent& event);
   void MouseUp(const QMouseEvent& event);
   void MouseMove(const QMouseEvent& event);
   void MouseLeave() { mouseColumn_.clear(); }
-  /// A grid that is entered by the keyboard has a current cell at once.
+  /// A grid that gets the focus by the keyboard has a current cell.
   void GotFocus();
 
  Q_SIGNALS:
@@ -90,16 +91,16 @@ class GridKeys : public QObject {
   GridLook& look_;
   std::function<void(const QString&)> sortBy_;
   std::unique_ptr<GridFinder> finder_;
-  QPointer<QMenu> menu_;  // the last one that was opened
+  QPointer<QMenu> menu_;  // the menu that was opened last
   QString mouseColumn_;
   bool colSorting_ = true;
   bool finding_ = false;
   bool ignoreKeyPress_ = false;
   Qt::KeyboardModifiers clickModifiers_;
-  bool secondClick_ = false;  // of a double-click
+  bool secondClick_ = false;  // whether the next click is the second of a double-click
   QPoint clickedAt_;
-  QPersistentModelIndex clickedFlag_;  // while its click is answered
-  int controlKey_ = 0;                 // Delete or Insert went down with Ctrl
+  QPersistentModelIndex clickedFlag_;  // the flag whose click is being handled
+  int controlKey_ = 0;                 // Delete or Insert when it was pressed with Ctrl, else 0
 };
 
 }  // namespace qbx

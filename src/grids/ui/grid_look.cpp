@@ -29,7 +29,7 @@ void GridLook::Attach(QObject& context) {
   header->setTextElideMode(Qt::ElideRight);
   bColResizing(colResizing_);
   QObject::connect(header, &QHeaderView::sectionResized, &context, [this](int column, int before, int now) {
-    if (before > 0 && now > 0) ColumnChanged(column);  // else it was hidden, or shown again
+    if (before > 0 && now > 0) ColumnChanged(column);  // otherwise it was hidden or shown
   });
   QObject::connect(header, &QHeaderView::sectionMoved, &context, [this](int column) { ColumnChanged(column); });
   panel_ = std::make_unique<EmptyGridPanel>(view);

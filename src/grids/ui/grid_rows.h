@@ -13,7 +13,7 @@
 
 namespace qbx {
 
-/// What a grid does to its rows, here and in the database; what `cDataGrid` says of it holds here.
+/// Changes rows in the grid and in the database. The comments of `cDataGrid` hold here, too.
 class GridRows : public QObject {
   Q_OBJECT
  public:
@@ -33,7 +33,7 @@ class GridRows : public QObject {
   [[nodiscard]] QString StoredProc() const { return storedProc_; }
   void StoredProc(const QString& name) { storedProc_ = name; }
   void SetHeaderID(qint64 id) { headerId_ = id; }
-  /// Of the owner, or the one that was set.
+  /// That of the owner, or else the one that was set.
   [[nodiscard]] qint64 HeaderID() const;
 
   void Remove();
@@ -68,7 +68,7 @@ class GridRows : public QObject {
   bool editMode_ = false;
   bool allowDelete_ = false;
   bool allowUpdate_ = true;
-  std::vector<Value> deleteKey_;  // of the row about to be deleted
+  std::vector<Value> deleteKey_;  // of the row that is being deleted
 };
 
 }  // namespace qbx

@@ -1,4 +1,4 @@
-// The selection of a grid, and copying it.
+// The selection of a grid and copying it.
 
 #include <QtWidgets>
 

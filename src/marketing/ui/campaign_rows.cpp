@@ -8,7 +8,7 @@ namespace qbx {
 void ShowCampaignRows(cDataGrid& grid, Recordset& rows, const Application& app) {
   if (!rows.IsOpen()) return grid.DisconnectRecordset();
   const ResultsPresentation presentation = PresentResults(app.startup.edition, app.options);
-  // First, so that no hidden column becomes the current one.
+  // Done first, so that no hidden column becomes the current one.
   grid.HideColumns(presentation.hiddenColumns);
   grid.HideColumns(presentation.optInColumns, !presentation.showOptIn);
   grid.FlagColumns(FlagColumns());

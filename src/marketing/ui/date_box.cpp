@@ -57,7 +57,7 @@ void DateBox::keyPressEvent(QKeyEvent* event) {
   if (date.isValid() && date <= kLatestTypedDate) Choose(date);
 }
 
-// Typing replaces the date that was there, also after a click.
+// Selects the text, so that typing replaces the old date, even after a click.
 void DateBox::focusInEvent(QFocusEvent* event) {
   QLineEdit::focusInEvent(event);
   QTimer::singleShot(0, this, &QLineEdit::selectAll);

@@ -1,4 +1,4 @@
-// A date that is typed or chosen, or left empty.
+// A box for a date, which is typed or chosen or left empty.
 
 #pragma once
 
@@ -7,8 +7,8 @@
 
 namespace qbx {
 
-/// Shows "dd/mm/yyyy" and takes what `ParseTypedDate` reads. A calendar opens from its button, with F4 and with Alt+Down; Up and Down go a
-/// day on or back. Text that is no date stays as it was typed, in red, and counts as no date.
+/// Shows "dd/mm/yyyy" and reads what `ParseTypedDate` reads. A calendar opens with its button, F4 and Alt+Down; Up and
+/// Down change the date by a day. Text that is no date stays as it was typed, in red, and counts as no date.
 class DateBox : public QLineEdit {
   Q_OBJECT
  public:

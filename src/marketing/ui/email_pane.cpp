@@ -35,7 +35,7 @@ void EmailPane::Connect() {
   connect(ui_->walkEmail, &PreviewWalk::Moved, this, &EmailPane::ShowMessage);
   FillInsertMenu(*ui_->cmdInsertEmail, App().clock.Today(),
                  {{QStringLiteral("How to stop"), StopEmailsSentence(App().options)}}, [this](const QString& text) {
-                   // The subject, too, may hold fields; the menu takes the focus from neither.
+                   // The subject may hold fields, too. The menu leaves the focus in subject or body.
                    if (focusWidget() == ui_->txtEmailSubject) {
                      ui_->txtEmailSubject->insert(text);
                      Store(State().txtEmailSubject, ui_->txtEmailSubject->text());

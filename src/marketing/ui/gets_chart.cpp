@@ -43,7 +43,7 @@ void GetsChart::Copy() {
   QGuiApplication::clipboard()->setMimeData(copied.release());
 }
 
-/// The headings of the two parts are lines, too, and a half line parts them.
+/// The number of lines, with two headings and half a line between the parts.
 int GetsChart::Lines() const {
   const auto left = static_cast<int>(counts_.leftOut.size());
   return 1 + static_cast<int>(counts_.gets.size()) + (left > 0 ? 2 + left : 0);

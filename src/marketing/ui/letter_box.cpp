@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kLeastHeight = 110;
 
-/// What is dragged: plain for others, with its looks for this letter.
+/// The dragged text: plain for other programs, with formats for this letter.
 class DraggedLetter : public QMimeData {
  public:
   explicit DraggedLetter(const QTextDocumentFragment& part) : part_(part) { setText(part.toPlainText()); }
@@ -55,7 +55,7 @@ void LetterBox::keyPressEvent(QKeyEvent* event) {
 
 void LetterBox::BreakParagraph(QKeyEvent* event) {
   const QTextCursor cursor = textCursor();
-  // Enter on an empty item ends the list.
+  // Enter in an empty item ends the list.
   if (cursor.currentList() && cursor.block().length() == 1) return SetBullets(cursor, false);
   QTextEdit::keyPressEvent(event);
   DropCopiedBreaks(textCursor(), cursor.selectionStart() - 1);

@@ -14,7 +14,7 @@ namespace {
 constexpr double kLetterPoints = 10;
 constexpr double kMaxPoints = 1638;
 constexpr int kNoteAfter = 300;  // milliseconds without a key
-constexpr int kToolGap = 5;      // beside the line between two groups of tools
+constexpr int kToolGap = 5;      // on each side of the line between two groups of tools
 
 }  // namespace
 
@@ -123,8 +123,9 @@ void LetterEditor::AddSeparator() {
   ui_->layoutToolBar->addSpacing(kToolGap);
 }
 
-// The tools are made after the form but stand above it. What follows them is put behind the last tool one by one, from the end: the order is a ring,
-// in which Qt takes the first of the form to follow the last tool already.
+// The tools are made after the form but are above it. Each widget that follows them is placed right after the last
+// tool, from the last widget to the first: the tab order is a ring, in which the form's first widget already follows
+// the last tool.
 void LetterEditor::SetTabOrder() {
   QToolButton* lastTool = ui_->tbToolBar->findChildren<QToolButton*>().constLast();
   for (QWidget* widget : std::initializer_list<QWidget*>{ui_->rtfLetter, ui_->cmdFindPrevious, ui_->cmdFindNext,
@@ -306,7 +307,7 @@ void LetterEditor::keyPressEvent(QKeyEvent* event) {
   const bool inFind = ui_->txtFind->hasFocus();
   if (event->key() == Qt::Key_F3 || (enter && inFind)) return Find((event->modifiers() & Qt::ShiftModifier) != 0);
   if (event->key() == Qt::Key_Escape && finding) return CloseFind();
-  // In the lists it takes over what was typed, which is no reason to press a button of the page.
+  // In these lists Enter takes the typed value, and must not press a button of the page.
   if (enter && (ui_->cmbFontName->hasFocus() || ui_->cmbFontSize->hasFocus())) return;
   QWidget::keyPressEvent(event);
 }

@@ -26,8 +26,8 @@ enum class Drawing;
 class Spelling;
 class SpellingMarks;
 
-/// The letter `rtfLetter` under its tool bar `tbToolBar`, the lists `cmbFontName` and `cmbFontSize`, and a bar to find text.
-/// Buttons and lists follow the selection. Under the letter it says what an edit loses and, following what is
+/// The letter `rtfLetter` under its tool bar `tbToolBar`, the lists `cmbFontName` and `cmbFontSize`, and a bar to find
+/// text. Buttons and lists follow the selection. Under the letter it says what an edit loses and, following what is
 /// written, which fonts are missing.
 ///
 ///   connect(&editor, &LetterEditor::Edited, this, [&] { state.rtfLetter = editor.Stored(); });
@@ -40,10 +40,10 @@ class LetterEditor : public QWidget {
 
   /// Shows a stored letter; the user did not edit it then.
   void Load(const QString& stored);
-  /// The letter to store, as it came while nobody edited it.
+  /// The letter to store; unchanged as long as nobody edited it.
   [[nodiscard]] QString Stored() const;
   [[nodiscard]] QTextDocument& Document();
-  /// Puts a text where the caret is, as if it were typed.
+  /// Inserts a text at the caret as if it were typed.
   void Insert(const QString& text);
   /// Marks misspelt words from now on.
   void CheckSpelling(const std::shared_ptr<Spelling>& spelling);
@@ -71,7 +71,7 @@ class LetterEditor : public QWidget {
   void Find(bool backwards);
   void CloseFind();
   void ShowSelection();
-  /// Keeps an action in step with the selection.
+  /// Updates an action whenever the selection changes.
   void Follow(QAction* action, std::function<bool(const SelectionLook&)> holds);
   void ShowNote();
   void ShowMenu(const QPoint& position);
@@ -80,7 +80,7 @@ class LetterEditor : public QWidget {
   std::unique_ptr<Letter> letter_;
   std::vector<std::pair<QAction*, std::function<bool(const SelectionLook&)>>> followers_;
   SpellingMarks* marks_ = nullptr;  ///< owned by the document
-  RtfLosses losses_;                ///< of an edit of what was loaded
+  RtfLosses losses_;                ///< what an edit of the loaded letter loses
   QTimer note_;
   bool loading_ = false;
 };

@@ -76,7 +76,7 @@ void ResultsChanges::Undo() {
   Tell(parts_.edits.Undo(), QStringLiteral("put back"));
 }
 
-/// What was refused or failed was told in a box.
+/// Tells the result of a change. A refusal or failure was already shown in a box.
 void ResultsChanges::Tell(const RowChange& change, const QString& done) {
   if (!change.refusal && (!change.changed.empty() || change.LeftAlone() > 0)) parts_.tell(ChangeText(change, done));
   Update();

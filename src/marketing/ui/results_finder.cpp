@@ -42,7 +42,7 @@ void ResultsFinder::GoToBox() {
   box_.selectAll();
 }
 
-/// Keys that would leave the box for the page, whose default button goes to the next step.
+/// Handles keys that would otherwise go from the box to the page, whose default button goes to the next step.
 bool ResultsFinder::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress) return QObject::eventFilter(watched, event);
   const auto& key = static_cast<const QKeyEvent&>(*event);

@@ -12,7 +12,7 @@ namespace qbx {
 namespace {
 
 constexpr int kNotesAfter = 300;     // milliseconds without a key
-constexpr int kSurveyAtOnce = 5000;  // rows; more are looked at anew when the page is opened
+constexpr int kSurveyAtOnce = 5000;  // number of rows; more rows are surveyed only when the page is opened
 
 }  // namespace
 

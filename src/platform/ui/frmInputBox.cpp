@@ -15,7 +15,7 @@ constexpr char kHelp[] = R"(
 <ul><li>Return, or <b>OK</b>, goes on with what was typed.</li>
 <li>Esc, or <b>Cancel</b>, goes back, and nothing happens.</li></ul>)";
 
-/// Masked characters are shown as "*", whatever the style would use.
+/// Shows masked characters as "*" in every style.
 class AsteriskStyle : public QProxyStyle {
  public:
   AsteriskStyle() : QProxyStyle(QStringLiteral("Fusion")) {}

@@ -37,7 +37,7 @@ void frmProcessing::ShowView(const StatusView& view, QWidget* owner) {
     colours.setColor(QPalette::Window, Qt::white);
     colours.setColor(QPalette::WindowText, Qt::blue);
   }
-  // Labels are told as well: under a style sheet colours are not handed down.
+  // The colours are set for the labels, too, because under a style sheet they are not inherited.
   for (QWidget* widget : {static_cast<QWidget*>(ui_->fraInfo), static_cast<QWidget*>(ui_->lblMessage),
                           static_cast<QWidget*>(ui_->lblInfo)}) {
     widget->setPalette(colours);
@@ -61,7 +61,8 @@ void frmProcessing::Place(const QWidget* owner) {
   QRect box(QPoint(0, 0), size());
   box.moveCenter(around.center());
   move(box.topLeft());
-  // A window manager keeps it with its owner; and while the owner is modal, the box would be locked out if it did not belong to it.
+  // The window handle is needed for the owner: a window manager keeps the box with it, and a modal owner would
+  // otherwise lock the box out.
   winId();
   if (owner != nullptr) windowHandle()->setTransientParent(owner->windowHandle());
 }
@@ -102,7 +103,7 @@ void frmProcessing::keyPressEvent(QKeyEvent* event) {
 }
 
 void frmProcessing::closeEvent(QCloseEvent* event) {
-  // It closes when the work is done; until then a request to close it is a wish to stop.
+  // A request to close is a Cancel. The box closes when the work is done.
   Cancel();
   event->ignore();
 }

@@ -14,20 +14,21 @@ class frmProcessing;
 
 namespace qbx {
 
-/// A window above all others that never takes the keyboard away for good: it opens without being activated, and when it closes the window
-/// that was active before is active again. Cancel is pressed with the mouse, or with Esc wherever the keyboard is.
+/// A window above all others that does not keep the focus: it opens without being activated, and when it closes the
+/// window that was active before is activated. Cancel is pressed with the mouse, or with Esc in any window.
 class frmProcessing : public QWidget {
   Q_OBJECT
  public:
   frmProcessing();
   ~frmProcessing() override;
 
-  /// Shows the box in the middle of its owner, or changes its text where it stands, and clears the cancel flag.
+  /// Shows the box in the middle of its owner, or only changes its text when it is shown already. Clears the cancel
+  /// flag.
   /// \param owner  the window it belongs to; may be null
   void ShowView(const StatusView& view, QWidget* owner);
   void CloseBox();
   [[nodiscard]] bool Cancelled() const { return cancelled_; }
-  /// Sets the cancel flag when the box offers to cancel.
+  /// Sets the cancel flag if the box offers Cancel.
   void Cancel();
   void BringToFront();
 

@@ -16,7 +16,7 @@ bool HasLongLine(const QString& text) {
 }  // namespace
 
 void SetLongText(QPlainTextEdit& box, const QString& text) {
-  box.setPlainText({});  // a long line that the box holds would be broken once it wraps
+  box.setPlainText({});  // otherwise the old long line would be broken when wrapping is switched on
   box.setLineWrapMode(HasLongLine(text) ? QPlainTextEdit::NoWrap : QPlainTextEdit::WidgetWidth);
   box.setPlainText(text);
 }

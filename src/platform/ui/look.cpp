@@ -21,15 +21,15 @@ QTreeView::item { padding: 3px 0px; }
 QStatusBar::item { border: none; }
 )";
 
-/// The palette's own, brought out: a dark palette has it darker than what it frames.
+/// The palette's frame colour with enough contrast; a dark palette has frames darker than what they surround.
 QColor FrameColour(const QPalette& palette) {
   constexpr double kFrameContrast = 2.0;
   return Readable(palette.color(QPalette::Mid), palette.color(QPalette::WindowText),
                   {Raised(palette.color(QPalette::Window))}, kFrameContrast);
 }
 
-/// Fusion draws the outlines of boxes in a darker window colour, and the mark of the focus in a darker highlight; a dark
-/// palette swallows both.
+/// Fusion draws frames in a darker window colour and the focus in a darker highlight. On a dark palette neither can be
+/// seen.
 class OutlinedFusion : public QProxyStyle {
  public:
   OutlinedFusion() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -59,7 +59,7 @@ class OutlinedFusion : public QProxyStyle {
   }
 };
 
-/// A value that is changed by scrolling past it is changed unseen.
+/// Keeps the wheel from changing a value unnoticed while the user scrolls past it.
 class WheelGuard : public QObject {
  public:
   using QObject::QObject;
@@ -68,7 +68,7 @@ class WheelGuard : public QObject {
     const bool holdsValue =
         qobject_cast<QComboBox*>(watched) != nullptr || qobject_cast<QAbstractSpinBox*>(watched) != nullptr;
     if (!holdsValue || static_cast<QWidget*>(watched)->hasFocus()) return false;
-    event->ignore();  // so that it goes on to what can scroll
+    event->ignore();  // so that the event goes on to a widget that can scroll
     return true;
   }
 };

@@ -11,7 +11,8 @@
 namespace qbx {
 namespace {
 
-/// What a message box shows at most; the rest of a longer text stands under "Show Details...", so that the buttons stay on the screen.
+/// The most characters that a message box shows. The rest of a longer text is under "Show Details...", so that the
+/// buttons stay on the screen.
 constexpr int kLongestText = 3000;
 constexpr int kMostLines = 30;
 
@@ -106,7 +107,7 @@ void SetText(QMessageBox& box, const QString& text) {
 
 }  // namespace
 
-/// Around a box that waits for the user: the normal pointer and open input.
+/// Shows the normal pointer and accepts input while a box waits for the user.
 class WidgetUi::BoxOpen {
  public:
   explicit BoxOpen(WidgetUi& ui) : ui_(ui), wasBusy_(ui.busy_), opened_(*ui.gate_) { ui_.SetBusy(false); }
@@ -149,7 +150,7 @@ MessageAnswer WidgetUi::ShowMessage(const Message& message) {
   box.setIcon(IconOf(message.icon));
   SetText(box, WithLineFeeds(message.text));
   SetButtons(box, message);
-  // The status box stands above all windows; a question must stand above it.
+  // The status box is above all windows, and a question must be above it.
   if (processing_->isVisible()) box.setWindowFlag(Qt::WindowStaysOnTopHint);
   return AnswerOf(ShowModal(box));
 }
@@ -208,7 +209,7 @@ void WidgetUi::RequestQuit() {
 void WidgetUi::CloseWhenIdle() {
   if (!closePending_ || mainWindow_ == nullptr) return;
   QTimer::singleShot(0, mainWindow_, [this] {
-    if (!closePending_ || !gate_->Idle()) return;  // while logic lets events run; it is asked again afterwards
+    if (!closePending_ || !gate_->Idle()) return;  // while logic lets events run; this is called again afterwards
     closePending_ = false;
     while (QWidget* modal = QApplication::activeModalWidget()) {
       if (!modal->close()) return;

@@ -56,7 +56,7 @@ void frmSelectPrinter::ShowAbilities() {
     if (chosen >= 0)
       abilities = service_.AbilitiesOf(printers_[static_cast<size_t>(chosen)].deviceId).value_or(PrinterAbilities{});
     ui_->lblNoPrinter->setVisible(printers_.empty());
-  } catch (const PlainReportError& error) {  // it may print all the same
+  } catch (const PlainReportError& error) {  // printing may still work
     ui_->lblNoPrinter->setText(error.text);
     ui_->lblNoPrinter->show();
   }

@@ -55,7 +55,7 @@ void frmAbout::ShowSplash() {
   setAttribute(Qt::WA_ShowWithoutActivating);
   adjustSize();
   show();
-  // Start-up goes on at once without letting many events run, so the splash has to be on the screen by then.
+  // Start-up continues almost without letting events run, so the splash is painted now.
   repaint();
   app_.ui.PumpEvents();
 }
