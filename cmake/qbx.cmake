@@ -22,8 +22,6 @@ target_precompile_headers(qbx_pch PRIVATE <QDateTime> <QHash> <QString> <QString
 function(qbx_reuse_pch target from)
   if(QBX_PCH)
     target_precompile_headers(${target} REUSE_FROM ${from})
-  elseif(from STREQUAL "qbx_widgets_pch")
-    target_compile_options(${target} PRIVATE -include QtWidgets)  # what the shared header gives otherwise
   endif()
 endfunction()
 

@@ -1,6 +1,15 @@
 #include "campaigns/ui/frmCampaigns.h"
 
-#include <QtWidgets>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QList>
+#include <QObject>
+#include <QPushButton>
+#include <QString>
+#include <QTabWidget>
+#include <QTreeWidget>
+#include <QTreeWidgetItem>
+#include <QWidget>
 
 #include "campaigns/campaign_list.h"
 #include "campaigns/store_campaign.h"

@@ -3,6 +3,11 @@
 #pragma once
 
 #include <QDialog>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QObject>
+#include <QString>
+#include <QWidget>
 #include <memory>
 
 #include "campaigns/campaign_list.h"

@@ -1,6 +1,8 @@
 // The campaign manager: its lists and the selected campaign.
 
-#include <QtWidgets>
+#include <QString>
+#include <QTreeWidget>
+#include <QTreeWidgetItem>
 
 #include "campaigns/campaign_list.h"
 #include "campaigns/ui/frmCampaigns.h"

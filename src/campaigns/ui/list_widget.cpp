@@ -1,6 +1,21 @@
 #include "campaigns/ui/list_widget.h"
 
-#include <QtWidgets>
+#include <QAbstractItemView>
+#include <QDateTime>
+#include <QEvent>
+#include <QFontMetrics>
+#include <QHelpEvent>
+#include <QMetaType>
+#include <QModelIndex>
+#include <QPartialOrdering>
+#include <QSize>
+#include <QStyleOptionViewItem>
+#include <QStyledItemDelegate>
+#include <QTextDocument>
+#include <QToolTip>
+#include <QTreeWidget>
+#include <QTreeWidgetItem>
+#include <QVariant>
 
 #include "util/date_text.h"
 

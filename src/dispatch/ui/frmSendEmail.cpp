@@ -2,6 +2,10 @@
 
 #include <QApplication>
 #include <QMainWindow>
+#include <QPoint>
+#include <QPushButton>
+#include <QString>
+#include <QWidget>
 
 #include "platform/ui/help_window.h"
 #include "platform/ui/widget_ui.h"

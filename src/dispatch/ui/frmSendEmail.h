@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QString>
 #include <memory>
 
 #include "dispatch/send_email_view.h"

@@ -1,13 +1,22 @@
 #include "exporting/ui/frmSpreadsheet.h"
 
+#include <QCheckBox>
 #include <QClipboard>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QItemSelection>
 #include <QItemSelectionModel>
+#include <QItemSelectionRange>
+#include <QKeySequence>
+#include <QModelIndex>
+#include <QPushButton>
 #include <QShortcut>
+#include <QString>
 #include <QTableView>
+#include <QVariant>
+#include <QWidget>
 #include <QtMath>
 #include <atomic>
 #include <future>

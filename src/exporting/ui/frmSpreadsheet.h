@@ -4,6 +4,8 @@
 
 #include <QDialog>
 #include <QSet>
+#include <QString>
+#include <QWidget>
 #include <functional>
 #include <memory>
 

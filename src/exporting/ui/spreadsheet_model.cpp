@@ -1,6 +1,9 @@
 #include "exporting/ui/spreadsheet_model.h"
 
 #include <QFont>
+#include <QModelIndex>
+#include <QString>
+#include <QVariant>
 
 namespace qbx {
 

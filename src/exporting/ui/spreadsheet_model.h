@@ -3,6 +3,9 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QModelIndex>
+#include <QString>
+#include <QVariant>
 
 #include "exporting/export_sheet.h"
 #include "grids/grid_columns.h"

@@ -2,7 +2,9 @@
 
 #include "grids/ui/cDataGrid.h"
 
-#include <QtWidgets>
+#include <QScrollBar>
+#include <QSet>
+#include <QTableView>
 #include <stdexcept>
 
 #include "grids/grid_filter.h"

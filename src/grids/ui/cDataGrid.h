@@ -4,8 +4,10 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <QString>
 #include <QStringList>
+#include <QTableView>
 #include <functional>
 #include <memory>
 

@@ -1,6 +1,11 @@
 #include "grids/ui/column_menu.h"
 
-#include <QtWidgets>
+#include <QAction>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QObject>
+#include <QString>
+#include <QWidget>
 #include <utility>
 
 namespace qbx {

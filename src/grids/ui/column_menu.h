@@ -2,7 +2,11 @@
 
 #pragma once
 
+#include <QAction>
+#include <QKeyEvent>
 #include <QMenu>
+#include <QMouseEvent>
+#include <QWidget>
 
 #include "grids/ui/grid_look.h"
 #include "grids/ui/grid_place.h"

@@ -1,6 +1,11 @@
 #include "grids/ui/empty_grid_panel.h"
 
-#include <QtWidgets>
+#include <QFont>
+#include <QFrame>
+#include <QLabel>
+#include <QPalette>
+#include <QTableView>
+#include <QVBoxLayout>
 
 namespace qbx {
 

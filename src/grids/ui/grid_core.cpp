@@ -1,5 +1,7 @@
 #include "grids/ui/grid_core.h"
 
+#include <QHeaderView>
+
 #include "grids/grid_sort.h"
 
 namespace qbx {

@@ -1,6 +1,23 @@
 #include "grids/ui/grid_delegate.h"
 
-#include <QtWidgets>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QColor>
+#include <QEvent>
+#include <QHelpEvent>
+#include <QModelIndex>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPalette>
+#include <QPen>
+#include <QRect>
+#include <QRectF>
+#include <QString>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QStyleOptionViewItem>
+#include <QTextDocument>
+#include <QToolTip>
 #include <cmath>
 
 #include "grids/ui/grid_model.h"

@@ -2,7 +2,14 @@
 
 #pragma once
 
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QModelIndex>
+#include <QPainter>
+#include <QRect>
 #include <QSet>
+#include <QString>
+#include <QStyleOptionViewItem>
 #include <QStyledItemDelegate>
 
 namespace qbx {

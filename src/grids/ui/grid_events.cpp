@@ -1,6 +1,9 @@
 #include "grids/ui/grid_events.h"
 
-#include <QtWidgets>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QTableView>
 
 #include "grids/ui/grid_keys.h"
 #include "grids/ui/grid_look.h"

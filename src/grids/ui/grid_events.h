@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <QEvent>
+#include <QKeyEvent>
 #include <QObject>
 
 class QTableView;

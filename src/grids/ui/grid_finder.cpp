@@ -1,6 +1,10 @@
 #include "grids/ui/grid_finder.h"
 
-#include <QtWidgets>
+#include <QFrame>
+#include <QObject>
+#include <QPalette>
+#include <QRect>
+#include <QTableView>
 
 namespace qbx {
 namespace {

@@ -1,6 +1,17 @@
 #include "grids/ui/grid_keys.h"
 
-#include <QtWidgets>
+#include <QAbstractItemView>
+#include <QAction>
+#include <QEvent>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QMenu>
+#include <QModelIndex>
+#include <QMouseEvent>
+#include <QTableView>
+#include <QWidget>
 
 #include "grids/grid_find.h"
 #include "grids/grid_sort.h"

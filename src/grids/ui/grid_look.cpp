@@ -2,7 +2,14 @@
 
 #include "grids/ui/grid_look.h"
 
-#include <QtWidgets>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QColor>
+#include <QFontMetrics>
+#include <QHeaderView>
+#include <QObject>
+#include <QTableView>
+#include <QWidget>
 
 #include "grids/grid_sort.h"
 #include "util/tagged_string.h"

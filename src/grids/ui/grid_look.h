@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QObject>
 #include <QSet>
 #include <QString>
 #include <QStringList>

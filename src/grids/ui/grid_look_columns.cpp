@@ -1,6 +1,11 @@
 // The columns of a grid.
 
-#include <QtWidgets>
+#include <QFontMetrics>
+#include <QHeaderView>
+#include <QScopedValueRollback>
+#include <QSet>
+#include <QString>
+#include <QStringList>
 
 #include "grids/ui/grid_look.h"
 

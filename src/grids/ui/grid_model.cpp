@@ -1,5 +1,11 @@
 #include "grids/ui/grid_model.h"
 
+#include <QBrush>
+#include <QColor>
+#include <QModelIndex>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
 #include <limits>
 
 namespace qbx {

@@ -3,8 +3,13 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QColor>
 #include <QHash>
+#include <QModelIndex>
 #include <QSet>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
 #include <functional>
 #include <map>
 

@@ -2,7 +2,11 @@
 
 #include "grids/ui/grid_place.h"
 
-#include <QtWidgets>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QModelIndex>
+#include <QScrollBar>
+#include <QSet>
 
 #include "grids/grid_find.h"
 #include "grids/grid_search.h"

@@ -1,6 +1,7 @@
 #include "grids/ui/grid_position.h"
 
-#include <QtWidgets>
+#include <QHeaderView>
+#include <QTableView>
 
 namespace qbx {
 namespace {

@@ -1,7 +1,5 @@
 #include "grids/ui/grid_rows.h"
 
-#include <QtWidgets>
-
 #include "diagnostics/message_catalogue.h"
 #include "grids/grid_statements.h"
 #include "grids/ui/redraw_off.h"

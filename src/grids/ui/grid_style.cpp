@@ -1,5 +1,7 @@
 #include "grids/ui/grid_style.h"
 
+#include <QString>
+
 #include "platform/ui/contrast.h"
 
 namespace qbx {

@@ -1,5 +1,13 @@
 #include "marketing/ui/command_guard.h"
 
+#include <QAction>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTabBar>
+#include <QWidget>
+
 namespace qbx {
 
 CommandGuard::CommandGuard(QMainWindow& window) : focus_(window.focusWidget()) {

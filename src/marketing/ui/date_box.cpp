@@ -1,5 +1,17 @@
 #include "marketing/ui/date_box.h"
 
+#include <QAction>
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QColor>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QPalette>
+#include <QPoint>
+#include <QString>
+#include <QTimer>
+#include <QWidget>
+
 #include "platform/ui/contrast.h"
 #include "platform/ui/drawn_icon.h"
 #include "util/date_text.h"

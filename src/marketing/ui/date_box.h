@@ -3,7 +3,10 @@
 #pragma once
 
 #include <QDate>
+#include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QWidget>
 
 namespace qbx {
 

@@ -1,5 +1,11 @@
 #include "marketing/ui/email_pane.h"
 
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QString>
+#include <QWidget>
+
 #include "marketing/ui/insert_menu.h"
 #include "marketing/ui/spelling_marks.h"
 #include "platform/ui/long_text.h"

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QWidget>
 #include <memory>
 
 #include "marketing/ui/template_pane.h"

@@ -1,5 +1,19 @@
 #include "marketing/ui/filter_page.h"
 
+#include <QApplication>
+#include <QCheckBox>
+#include <QColor>
+#include <QComboBox>
+#include <QKeySequence>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPalette>
+#include <QPushButton>
+#include <QShortcut>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
 #include "marketing/ui/campaign_rows.h"
 #include "marketing/ui/fill_combo.h"
 #include "platform/ui/drawn_icon.h"

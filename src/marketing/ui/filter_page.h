@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <QString>
+#include <QWidget>
 #include <array>
 #include <memory>
 

@@ -1,5 +1,20 @@
 #include "marketing/ui/frmMain.h"
 
+#include <QAction>
+#include <QCloseEvent>
+#include <QKeySequence>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSize>
+#include <QStatusBar>
+#include <QString>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <QWidget>
+
 #include "campaigns/ui/frmCampaigns.h"
 #include "dispatch/mailshot_checks.h"
 #include "dispatch/results_log_file.h"

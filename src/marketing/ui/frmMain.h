@@ -2,7 +2,11 @@
 
 #pragma once
 
+#include <QAction>
+#include <QCloseEvent>
 #include <QMainWindow>
+#include <QMenu>
+#include <QString>
 #include <array>
 #include <functional>
 #include <memory>

@@ -1,9 +1,16 @@
 #include "marketing/ui/gets_chart.h"
 
 #include <QClipboard>
+#include <QColor>
+#include <QFont>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QPaintEvent>
 #include <QPainter>
+#include <QPalette>
+#include <QRect>
+#include <QSize>
+#include <QString>
 #include <algorithm>
 
 namespace qbx {

@@ -2,6 +2,10 @@
 
 #pragma once
 
+#include <QColor>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QSize>
 #include <QWidget>
 
 #include "wizard/who_gets_what.h"

@@ -1,5 +1,9 @@
 #include "marketing/ui/hint_label.h"
 
+#include <QPaintEvent>
+#include <QPainter>
+#include <QRect>
+
 #include "platform/ui/drawn_icon.h"
 
 namespace qbx {

@@ -1,6 +1,23 @@
 #include "marketing/ui/letter_box.h"
 
-#include <QtWidgets>
+#include <QAbstractTextDocumentLayout>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QMimeData>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPalette>
+#include <QPen>
+#include <QPoint>
+#include <QScrollBar>
+#include <QSize>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocumentFragment>
+#include <QTextFormat>
+#include <QWidget>
 
 #include "rtf/selection.h"
 

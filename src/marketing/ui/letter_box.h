@@ -2,7 +2,12 @@
 
 #pragma once
 
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPaintEvent>
+#include <QSize>
 #include <QTextEdit>
+#include <QWidget>
 
 namespace qbx {
 

@@ -1,6 +1,29 @@
 #include "marketing/ui/letter_editor.h"
 
-#include <QtWidgets>
+#include <QAction>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QDialog>
+#include <QDoubleValidator>
+#include <QFont>
+#include <QFontDatabase>
+#include <QFrame>
+#include <QKeyCombination>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QMenu>
+#include <QPoint>
+#include <QPushButton>
+#include <QString>
+#include <QStringList>
+#include <QTextCharFormat>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextEdit>
+#include <QToolButton>
 
 #include "marketing/ui/spelling_marks.h"
 #include "platform/ui/drawn_icon.h"

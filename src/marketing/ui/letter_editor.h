@@ -2,6 +2,10 @@
 
 #pragma once
 
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QPoint>
+#include <QString>
 #include <QTimer>
 #include <QWidget>
 #include <functional>

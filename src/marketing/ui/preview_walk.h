@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QDate>
 #include <QWidget>
 #include <optional>
 

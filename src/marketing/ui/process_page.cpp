@@ -1,9 +1,16 @@
 #include "marketing/ui/process_page.h"
 
 #include <QClipboard>
+#include <QDialog>
 #include <QFileDialog>
 #include <QGuiApplication>
+#include <QPushButton>
+#include <QResizeEvent>
+#include <QString>
+#include <QStringList>
+#include <QTextCursor>
 #include <QTimer>
+#include <QWidget>
 
 #include "dispatch/results_log_file.h"
 #include "dispatch/row_survey.h"

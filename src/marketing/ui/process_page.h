@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <QResizeEvent>
+#include <QWidget>
 #include <memory>
 
 #include "dispatch/settle_doubt.h"

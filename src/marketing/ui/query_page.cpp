@@ -1,5 +1,16 @@
 #include "marketing/ui/query_page.h"
 
+#include <QComboBox>
+#include <QDate>
+#include <QLineEdit>
+#include <QList>
+#include <QListWidget>
+#include <QPushButton>
+#include <QString>
+#include <QTreeWidget>
+#include <QTreeWidgetItem>
+#include <QWidget>
+
 #include "marketing/ui/fill_combo.h"
 #include "platform/ui/drawn_icon.h"
 #include "platform/ui/letters.h"

@@ -1,5 +1,11 @@
 #include "marketing/ui/results_changes.h"
 
+#include <QByteArray>
+#include <QItemSelectionModel>
+#include <QKeySequence>
+#include <QObject>
+#include <QString>
+
 #include "dispatch/tick_reasons.h"
 #include "results/flag_columns.h"
 

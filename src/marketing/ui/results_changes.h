@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QAction>
+#include <QKeySequence>
+#include <QString>
 #include <QTableView>
 #include <functional>
 #include <vector>

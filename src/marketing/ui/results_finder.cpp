@@ -1,8 +1,12 @@
 #include "marketing/ui/results_finder.h"
 
+#include <QEvent>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QShortcut>
+#include <QString>
 #include <QTableView>
+#include <QWidget>
 
 namespace qbx {
 

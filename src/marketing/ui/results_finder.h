@@ -2,9 +2,11 @@
 
 #pragma once
 
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QObject>
+#include <QWidget>
 
 #include "grids/ui/cDataGrid.h"
 

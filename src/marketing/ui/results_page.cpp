@@ -1,5 +1,16 @@
 #include "marketing/ui/results_page.h"
 
+#include <QComboBox>
+#include <QHideEvent>
+#include <QObject>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QSet>
+#include <QSignalBlocker>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
 #include "dispatch/tick_reasons.h"
 #include "marketing/ui/campaign_rows.h"
 #include "marketing/ui/page_help.h"

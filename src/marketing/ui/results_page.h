@@ -2,7 +2,11 @@
 
 #pragma once
 
+#include <QHideEvent>
 #include <QPointer>
+#include <QSet>
+#include <QString>
+#include <QWidget>
 #include <memory>
 
 #include "exporting/ui/frmSpreadsheet.h"

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QString>
 #include <QStringList>
 #include <functional>
 

@@ -1,10 +1,17 @@
 #include "marketing/ui/spelling.h"
 
+#include <QAction>
 #include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QEvent>
+#include <QFont>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QMenu>
+#include <QPalette>
+#include <QPoint>
+#include <QString>
+#include <QStringList>
 #include <QUrl>
 #include <QWidget>
 

@@ -2,7 +2,10 @@
 
 #pragma once
 
+#include <QAction>
+#include <QEvent>
 #include <QObject>
+#include <QString>
 #include <QTextCharFormat>
 #include <functional>
 

@@ -1,6 +1,21 @@
 #include "marketing/ui/spelling_marks.h"
 
-#include <QtWidgets>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QList>
+#include <QMenu>
+#include <QObject>
+#include <QPlainTextEdit>
+#include <QPoint>
+#include <QString>
+#include <QTextBlock>
+#include <QTextCharFormat>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextEdit>
+#include <QWidget>
 
 #include "spelling/words.h"
 

@@ -2,7 +2,14 @@
 
 #pragma once
 
+#include <QEvent>
+#include <QMenu>
+#include <QObject>
+#include <QPoint>
+#include <QString>
 #include <QSyntaxHighlighter>
+#include <QTextCursor>
+#include <QWidget>
 #include <functional>
 #include <memory>
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QTabWidget>
+#include <QWidget>
 
 namespace qbx {
 

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <QString>
+#include <QStringList>
 #include <QWidget>
 #include <memory>
 #include <optional>

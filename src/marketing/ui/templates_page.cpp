@@ -1,5 +1,11 @@
 #include "marketing/ui/templates_page.h"
 
+#include <QPushButton>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QWidget>
+
 #include "dispatch/template_notes.h"
 #include "letters/letter_preview.h"
 #include "marketing/ui/insert_menu.h"

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QTimer>
+#include <QWidget>
 #include <memory>
 
 #include "dispatch/row_survey.h"

@@ -1,5 +1,11 @@
 #include "marketing/ui/text_pane.h"
 
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QString>
+#include <QWidget>
+
 #include "dispatch/sms_credits.h"
 #include "dispatch/sms_text.h"
 #include "marketing/ui/insert_menu.h"

@@ -4,6 +4,7 @@
 
 #include <QGroupBox>
 #include <QList>
+#include <QWidget>
 #include <memory>
 #include <set>
 

@@ -1,5 +1,9 @@
 #include "marketing/ui/wizard_page.h"
 
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QTableView>
+
 namespace qbx {
 
 void WizardPage::keyPressEvent(QKeyEvent* event) {

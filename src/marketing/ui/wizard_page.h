@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QWidget>
 #include <functional>

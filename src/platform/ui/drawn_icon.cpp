@@ -1,10 +1,17 @@
 #include "platform/ui/drawn_icon.h"
 
 #include <QApplication>
+#include <QByteArray>
+#include <QColor>
 #include <QFile>
+#include <QIODevice>
 #include <QIconEngine>
 #include <QPainter>
+#include <QPalette>
 #include <QPixmap>
+#include <QPoint>
+#include <QRect>
+#include <QSize>
 #include <QSvgRenderer>
 #include <algorithm>
 #include <iterator>

@@ -1,6 +1,12 @@
 #include "platform/ui/frmInputBox.h"
 
-#include <QtWidgets>
+#include <QLineEdit>
+#include <QProxyStyle>
+#include <QPushButton>
+#include <QString>
+#include <QStyleHintReturn>
+#include <QStyleOption>
+#include <QWidget>
 
 #include "platform/ui/help_window.h"
 #include "platform/ui/line_breaks.h"

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QDialog>
+#include <QString>
+#include <QWidget>
 #include <memory>
 
 #include "platform/user_interface.h"

@@ -1,6 +1,18 @@
 #include "platform/ui/frmProcessing.h"
 
-#include <QtWidgets>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QObject>
+#include <QPalette>
+#include <QPoint>
+#include <QPushButton>
+#include <QRect>
+#include <QScreen>
+#include <QWindow>
 
 #include "platform/ui/input_gate.h"
 #include "platform/ui/line_breaks.h"

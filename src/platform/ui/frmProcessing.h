@@ -2,6 +2,10 @@
 
 #pragma once
 
+#include <QCloseEvent>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QObject>
 #include <QPointer>
 #include <QWidget>
 #include <memory>

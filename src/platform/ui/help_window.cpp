@@ -1,6 +1,16 @@
 #include "platform/ui/help_window.h"
 
-#include <QtWidgets>
+#include <QAction>
+#include <QEvent>
+#include <QKeySequence>
+#include <QLabel>
+#include <QObject>
+#include <QRect>
+#include <QScreen>
+#include <QSize>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+#include <QWidget>
 
 namespace qbx {
 namespace {

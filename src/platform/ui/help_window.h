@@ -2,7 +2,12 @@
 
 #pragma once
 
+#include <QAction>
 #include <QDialog>
+#include <QEvent>
+#include <QObject>
+#include <QString>
+#include <QWidget>
 #include <functional>
 
 class QTextBrowser;

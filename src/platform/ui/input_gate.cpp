@@ -1,6 +1,17 @@
 #include "platform/ui/input_gate.h"
 
-#include <QtWidgets>
+#include <QAbstractButton>
+#include <QAbstractSlider>
+#include <QApplication>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QList>
+#include <QMouseEvent>
+#include <QShortcutEvent>
+#include <QTimer>
+#include <QWidget>
+#include <QWindow>
 #include <utility>
 
 namespace qbx {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QEvent>
 #include <QObject>
 
 class QTimer;

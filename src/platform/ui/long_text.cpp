@@ -1,6 +1,7 @@
 #include "platform/ui/long_text.h"
 
-#include <QtWidgets>
+#include <QList>
+#include <QPlainTextEdit>
 #include <algorithm>
 
 namespace qbx {

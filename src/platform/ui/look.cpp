@@ -1,6 +1,25 @@
 #include "platform/ui/look.h"
 
-#include <QtWidgets>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QColor>
+#include <QComboBox>
+#include <QEvent>
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QObject>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QProxyStyle>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QString>
+#include <QStyleOption>
+#include <QStyleOptionComplex>
+#include <QTreeView>
+#include <QWidget>
 
 #include "platform/ui/contrast.h"
 

@@ -1,6 +1,9 @@
 #include "platform/ui/modal.h"
 
-#include <QtWidgets>
+#include <QApplication>
+#include <QDialog>
+#include <QPointer>
+#include <QWidget>
 
 namespace qbx {
 

@@ -1,6 +1,14 @@
 #include "platform/ui/page_scroll.h"
 
-#include <QtWidgets>
+#include <QApplication>
+#include <QEvent>
+#include <QFrame>
+#include <QGuiApplication>
+#include <QLayout>
+#include <QResizeEvent>
+#include <QScrollBar>
+#include <QSize>
+#include <QWidget>
 
 namespace qbx {
 namespace {

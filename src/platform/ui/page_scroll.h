@@ -2,7 +2,11 @@
 
 #pragma once
 
+#include <QEvent>
+#include <QResizeEvent>
 #include <QScrollArea>
+#include <QSize>
+#include <QWidget>
 
 namespace qbx {
 

@@ -1,6 +1,15 @@
 #include "platform/ui/widget_ui.h"
 
-#include <QtWidgets>
+#include <QApplication>
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+#include <QWidget>
+#include <QWidgetList>
 
 #include "platform/ui/frmInputBox.h"
 #include "platform/ui/frmProcessing.h"

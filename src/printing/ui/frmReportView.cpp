@@ -1,6 +1,22 @@
 #include "printing/ui/frmReportView.h"
 
-#include <QtWidgets>
+#include <QAction>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QList>
+#include <QMenu>
+#include <QPoint>
+#include <QPushButton>
+#include <QRectF>
+#include <QScopedValueRollback>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
 
 #include "platform/ui/modal.h"
 #include "printing/ui/frmSelectPrinter.h"

@@ -3,7 +3,11 @@
 #pragma once
 
 #include <QDialog>
+#include <QKeyEvent>
+#include <QString>
+#include <QStringList>
 #include <QTimer>
+#include <QWidget>
 #include <memory>
 
 #include "database/event_log.h"

@@ -1,6 +1,11 @@
 #include "printing/ui/frmSelectPrinter.h"
 
-#include <QtWidgets>
+#include <QComboBox>
+#include <QIntValidator>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QString>
+#include <QWidget>
 
 #include "platform/ui/modal.h"
 #include "printing/ui/report_help.h"

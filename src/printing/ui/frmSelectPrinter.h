@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QDialog>
+#include <QString>
+#include <QWidget>
 #include <functional>
 #include <memory>
 

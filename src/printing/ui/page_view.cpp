@@ -1,6 +1,20 @@
 #include "printing/ui/page_view.h"
 
-#include <QtWidgets>
+#include <QColor>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPalette>
+#include <QPointF>
+#include <QRectF>
+#include <QResizeEvent>
+#include <QScrollBar>
+#include <QSize>
+#include <QSizeF>
+#include <QStringList>
+#include <QWheelEvent>
+#include <QWidget>
 
 #include "reports/page_painter.h"
 #include "reports/rich_text_slices.h"

@@ -3,6 +3,16 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPointF>
+#include <QRectF>
+#include <QResizeEvent>
+#include <QSizeF>
+#include <QStringList>
+#include <QWheelEvent>
+#include <QWidget>
 #include <optional>
 #include <vector>
 

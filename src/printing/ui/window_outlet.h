@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <QWidget>
+
 #include "printing/ui/frmReportView.h"
 #include "settings/ui/window_layout.h"
 

@@ -1,6 +1,12 @@
 #include "settings/ui/window_layout.h"
 
-#include <QtWidgets>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QPoint>
+#include <QRect>
+#include <QScreen>
+#include <QSize>
+#include <QWidget>
 #include <algorithm>
 
 namespace qbx {

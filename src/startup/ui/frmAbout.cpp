@@ -1,6 +1,13 @@
 #include "startup/ui/frmAbout.h"
 
-#include <QtWidgets>
+#include <QEvent>
+#include <QFont>
+#include <QKeyEvent>
+#include <QObject>
+#include <QPushButton>
+#include <QSize>
+#include <QString>
+#include <QWidget>
 
 #include "database/database_service.h"
 #include "platform/ui/drawn_icon.h"

@@ -3,6 +3,9 @@
 #pragma once
 
 #include <QDialog>
+#include <QEvent>
+#include <QObject>
+#include <QWidget>
 #include <memory>
 
 namespace Ui {
