@@ -25,12 +25,12 @@ int UpdateInterval(int letters) {
 }
 
 /// Shows the progress as long as it lives.
-class Shown {
+class ShownProgress {
  public:
-  Shown(LetterObserver& observer, int total) : observer_(observer) { observer_.Begins(total); }
-  ~Shown() { observer_.Ends(); }
-  Shown(const Shown&) = delete;
-  Shown& operator=(const Shown&) = delete;
+  ShownProgress(LetterObserver& observer, int total) : observer_(observer) { observer_.Begins(total); }
+  ~ShownProgress() { observer_.Ends(); }
+  ShownProgress(const ShownProgress&) = delete;
+  ShownProgress& operator=(const ShownProgress&) = delete;
 
  private:
   LetterObserver& observer_;
@@ -180,7 +180,7 @@ bool LetterRun::CreateLetters(const QString& letter, LettersTable& letters) {
   QString merged;
   bool cancelled = false;
   {
-    const Shown shown(observer_, total);
+    const ShownProgress shown(observer_, total);
     Batches batches(services_.statements.Shared().Driver());
     for (rows_.MoveFirst(); !rows_.Eof() && !cancelled; rows_.MoveNext()) {
       if (!MayGetLetter(rows_)) continue;

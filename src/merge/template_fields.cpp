@@ -8,7 +8,7 @@ namespace {
 
 constexpr qsizetype kLongestWord = 30;
 
-bool MayStand(QChar unit, bool first) {
+bool IsFieldCharacter(QChar unit, bool first) {
   if (unit.isLetter()) return true;
   return !first && (unit.isDigit() || unit == u' ' || unit == u'_' || unit == u'-');
 }
@@ -55,7 +55,7 @@ qsizetype FieldLength(QStringView text, bool richText) {
   if (!text.startsWith(opening)) return 0;
   const qsizetype start = opening.size();
   qsizetype end = start;
-  while (end < text.size() && end - start < kLongestWord && MayStand(text[end], end == start))
+  while (end < text.size() && end - start < kLongestWord && IsFieldCharacter(text[end], end == start))
     ++end;
   const bool closed = end > start && text.sliced(end).startsWith(Brace(u'}', richText));
   return closed ? end + opening.size() : 0;

@@ -30,7 +30,7 @@ struct FieldMeaning {
 /// In rich text both braces are escaped. Braces around anything else are plain text.
 [[nodiscard]] qsizetype FieldLength(QStringView text, bool richText);
 
-/// Where a field stands in a template, with its braces.
+/// The place of a field in a template, including its braces.
 struct FieldPlace {
   qsizetype start = 0;
   qsizetype length = 0;

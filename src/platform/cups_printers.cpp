@@ -10,17 +10,17 @@ namespace qbx {
 namespace {
 
 constexpr char kTray[] = "media-source";
-constexpr int kConnectsWithin = 5'000;      // milliseconds
-constexpr double kAsksWhetherToStop = 0.1;  // seconds
+constexpr int kConnectTimeout = 5'000;      // milliseconds
+constexpr double kStopCheckInterval = 0.1;  // seconds
 
 /// A connection to the print service. It is given up when `stop` is requested.
 class Service {
  public:
   explicit Service(const std::stop_token& stop) : stop_(stop) {
     http_.reset(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), /*blocking=*/1,
-                             kConnectsWithin, nullptr));
+                             kConnectTimeout, nullptr));
     if (!http_) Fail();
-    httpSetTimeout(http_.get(), kAsksWhetherToStop, &GoesOn, &stop_);
+    httpSetTimeout(http_.get(), kStopCheckInterval, &GoesOn, &stop_);
   }
 
   [[nodiscard]] http_t* Http() const { return http_.get(); }

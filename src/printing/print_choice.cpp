@@ -10,7 +10,7 @@ namespace qbx {
 namespace {
 
 /// Records which documents were written.
-PageProgress Remembering(TakenOut& taken, const std::function<bool()>& goesOn) {
+PageProgress RecordingDocuments(TakenOut& taken, const std::function<bool()>& goesOn) {
   return [&taken, &goesOn](const ReportPage& page) {
     taken.Add(page);
     return goesOn();
@@ -36,7 +36,7 @@ TakenOut PrintPages(const ReportRun& run, ReportPages& pages, PrintService& serv
                   .paper = choice.paper,
                   .goesOn = goesOn,
                   .wholeSheets = choice.bothSides},
-                 Remembering(taken, goesOn)))
+                 RecordingDocuments(taken, goesOn)))
     return {};
   service.Print(choice.printer, {.file = file,
                                  .title = run.caption,
@@ -57,7 +57,7 @@ TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path
     if (beforePlaced) beforePlaced(taken);
   };
   if (!ExportPdf(run.report, pages, path, {.title = run.caption, .goesOn = goesOn, .beforePlaced = whole},
-                 Remembering(taken, goesOn)))
+                 RecordingDocuments(taken, goesOn)))
     return {};
   return taken;
 }

@@ -183,13 +183,13 @@ class DefinitionLoader {
   ReportObject Object(const XmlElement& element, const ReportStyle& style) {
     return {.id = nextId_++,
             .frame = {Length(element, "x"), Length(element, "y"), Length(element, "width"), Length(element, "height")},
-            .what = What(element, style),
+            .what = KindOfObject(element, style),
             .column = element.Attribute("column"),
             .notOnHeadedPaper = !Flag(element, "onHeadedPaper", true),
             .line = element.Line()};
   }
 
-  std::variant<TextObject, RichTextObject, LineObject, BoxObject, ImageObject, SubreportObject> What(
+  std::variant<TextObject, RichTextObject, LineObject, BoxObject, ImageObject, SubreportObject> KindOfObject(
       const XmlElement& element, const ReportStyle& style) {
     const QString name = element.Name();
     if (name == QLatin1String("richText")) return RichTextObject{element.Attribute("field")};

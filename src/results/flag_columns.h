@@ -1,4 +1,4 @@
-// The columns of a result row that hold a flag.
+// The flag columns of a results row.
 
 #pragma once
 
@@ -12,7 +12,7 @@ inline constexpr QLatin1String kSendEmailFlag("Send_Email");
 inline constexpr QLatin1String kSendLetterFlag("Send_Letter");
 inline constexpr QLatin1String kProcessedFlag("Processed");
 
-/// The flags that choose how a customer is written to.
+/// The flags that choose how a customer is contacted.
 [[nodiscard]] inline const QStringList& SendFlags() {
   static const QStringList columns = {kSendSmsFlag, kSendEmailFlag, kSendLetterFlag};
   return columns;

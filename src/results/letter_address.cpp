@@ -6,8 +6,8 @@ namespace qbx {
 
 namespace {
 
-/// Whether the address holds a postcode of the United Kingdom or Ireland, or at least four successive digits, as in
-/// most other countries.
+/// Whether the address holds a postcode of the United Kingdom or Ireland, or four to six successive digits, as in most
+/// other countries.
 bool HoldsPostcode(const QString& address) {
   static const QRegularExpression postcode(
       QStringLiteral(

@@ -29,10 +29,9 @@ struct ResultsPresentation {
   std::vector<Caption> captions;  ///< of the columns whose captions are not their names
   QStringList optInColumns;       ///< the three columns with the customer's consent
   bool showOptIn = false;         ///< whether the consent columns are shown
-  QStringList
-      /// Columns that are never shown: the keys of row and campaign (the host's customer number is shown), and the
-      /// consent columns under their other names.
-      hiddenColumns;
+  /// Columns that are never shown: the keys of row and campaign (the host's customer number is shown), and the
+  /// consent columns under their other names.
+  QStringList hiddenColumns;
 };
 
 [[nodiscard]] ResultsPresentation PresentResults(const EditionFlags& edition, const Options& options);

@@ -22,7 +22,7 @@ class cBase64 {
 
   /// Encodes bytes.
   [[nodiscard]] static QString BASE64_EncodeEx(const QByteArray& bytes);
-  /// Line breaks, blanks and tabs in the input are passed over.
+  /// Line breaks, blanks and tabs in the input are skipped.
   /// \return the bytes; nothing when a character is foreign, padding is missing or misplaced, or unused bits are set
   [[nodiscard]] static std::optional<QByteArray> BASE64_DecodeEx(const QString& encoded);
 };

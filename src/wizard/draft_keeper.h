@@ -1,4 +1,4 @@
-// Keeping a draft of what is being written on disk.
+// Keeping unsaved texts on disk as a draft.
 
 #pragma once
 

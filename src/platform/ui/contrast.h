@@ -25,10 +25,10 @@ inline constexpr double kMarkContrast = 3.0;  ///< least contrast of a meaningfu
 /// Whether a palette has light text on a dark background.
 [[nodiscard]] bool IsDark(const QPalette& palette);
 
-/// As light as a page of tabs or a button gets that is drawn on a colour.
+/// The lightest background that a page of tabs or a button has on a colour.
 [[nodiscard]] QColor Raised(const QColor& colour);
 
-/// The highlight of a palette, brought out where it is a line and not a background.
+/// The highlight of a palette with enough contrast for lines.
 [[nodiscard]] QColor AccentColour(const QPalette& palette);
 
 }  // namespace qbx

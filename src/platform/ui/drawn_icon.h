@@ -1,4 +1,4 @@
-// The drawings of the program: icons/*.svg, in the colours of the palette.
+// The icons of the program: icons/*.svg in the colours of the palette.
 
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace qbx {
 
-/// One file of icons/ each.
+/// Each is one file of icons/.
 enum class Drawing {
   kAlignCentre,
   kAlignLeft,
@@ -36,8 +36,8 @@ enum class Drawing {
   kVehicles
 };
 
-/// A drawing at any size and scale. Its "currentColor" is that of the text of buttons, of a disabled control or of a selected row,
-/// as the palette has it when it is painted; kLogo and kInformation have the accent colour.
+/// A drawing at any size and scale. At each painting its "currentColor" is replaced from the palette: by the text
+/// colour of buttons, disabled controls or selected rows, or by the accent colour for kLogo and kInformation.
 [[nodiscard]] QIcon DrawnIcon(Drawing drawing);
 
 }  // namespace qbx

@@ -51,7 +51,7 @@ class InputGate : public QObject {
   };
 
   [[nodiscard]] bool IsClosed() const { return closed_ > 0; }
-  /// Whether the gate is closed by nobody and no box is open.
+  /// Whether the gate is open and no box waits for an answer.
   [[nodiscard]] bool Idle() const { return closed_ == 0 && boxes_ == 0; }
 
   /// Lets a widget and its children be used while the gate is closed.

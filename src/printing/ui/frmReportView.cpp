@@ -31,8 +31,8 @@ namespace qbx {
 namespace {
 
 constexpr int kViewLocation = 8200;
-constexpr int kLayOutSlice = 15;  // milliseconds at a time, so that the window stays alive
-constexpr int kTouch = 60'000;    // milliseconds
+constexpr int kLayOutSlice = 15;        // milliseconds at a time, so that the window stays alive
+constexpr int kRenewInterval = 60'000;  // milliseconds
 constexpr int kMisfitsNamed = 5;
 
 /// The percentages of the zoom list, after its first two entries.
@@ -144,7 +144,7 @@ void frmReportView::Back() {
 TakenOut frmReportView::ShowReport() {
   layOutBegan_ = true;
   layOut_.start();
-  stayInTouch_.start(kTouch);
+  stayInTouch_.start(kRenewInterval);
   ui_->CRViewer->setFocus();
   ShowModal(*this);
   layOut_.stop();
