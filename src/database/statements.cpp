@@ -60,6 +60,9 @@ void Statements::Report(Connection& connection, const char* routine, const QStri
     return;
   }
   connection.KeepErrors(error);
+  // The user may leave a box open for hours. Other desks must not wait for the rows of a transaction meanwhile.
+  while (InTransaction(connection))
+    connection.Driver().Rollback();
   interpretation_.ReportDatabaseError(&connection, QLatin1String(routine), sql, error, before);
   if (diagnostics_.ui.QuitRequested()) connection_.StopWork();
 }

@@ -26,7 +26,7 @@ inline constexpr int kOptionUnspecified = -1;
 
 /// Statements over the shared connection. No routine throws: each catches every database error, hands it to the
 /// interpretation, which logs and shows it, and returns its failure value. A dropped connection is re-opened silently
-/// outside a transaction. While the connection was never open, and once the user has agreed to end the program, they fail without showing anything.
+/// outside a transaction; a failure inside one rolls it back before it is shown. While the connection was never open, and once the user has agreed to end the program, they fail without showing anything.
 class Statements {
  public:
   Statements(Connection& connection, ErrorInterpretation& interpretation, EventLog& events, LastError& lastError,

@@ -48,6 +48,19 @@ class RealEngineTest : public test::DatabaseFixture {
   ConnectionFlags flags_;
 };
 
+TEST_F(RealEngineTest, NoBoxWaitsInATransaction) {
+  OpenGarage();
+  bool inTransaction = true;
+  ui_.OnMessage([&](const Message&) {
+    inTransaction = garage_.Driver().InTransaction();
+    return std::nullopt;
+  });
+  garage_.Driver().Begin();
+  garage_.Driver().Begin();
+  EXPECT_FALSE(routines_.dbExecute(QStringLiteral("SELECT * FROM Nowhere")).Ok());
+  EXPECT_FALSE(inTransaction);
+}
+
 TEST_F(RealEngineTest, ItsFailuresAreInterpreted) {
   OpenGarage();
   ASSERT_TRUE(routines_.dbExecute(QStringLiteral("CREATE TABLE Types (ID int PRIMARY KEY)")).Ok());
