@@ -1,4 +1,4 @@
-// Filling a list from a query, without the list's control.
+// Filling a list from a query, without the list's control. Nothing calls it yet: the lists of today have rules of their own.
 
 #pragma once
 

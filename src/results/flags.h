@@ -36,15 +36,12 @@ class ResultFlags {
   /// Flips a 0/1 column of a row and shows it. A key that is not above 0 is ignored.
   void ToggleCheckBox(const QString& column, qint64 recordId);
 
-  /// Whether the user agreed to change "Processed" flags. This holds as long as the window.
-  [[nodiscard]] bool ProcessedChangeConfirmed() const { return processedChangeConfirmed_; }
-
  private:
   Statements& statements_;
   ResultsView& view_;
   Diagnostics diagnostics_;
   std::function<bool(const QString& column, qint64 recordId, const Flip& flip)> around_;
-  bool processedChangeConfirmed_ = false;
+  bool processedChangeConfirmed_ = false;  // holds as long as the window
 };
 
 }  // namespace qbx

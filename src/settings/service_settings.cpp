@@ -23,6 +23,14 @@ constexpr char kHttpTimeout[] = "HttpTimeout";
 constexpr char kMailReplyTimeout[] = "MailReplyTimeout";
 constexpr char kMailTimeout[] = "MailTimeout";
 
+/// One key of the section, as the documentation lists it.
+struct ServiceKey {
+  const char* name;
+  const char* defaultValue;
+  bool enciphered;  ///< whether it is stored as `marketingctl encipher` writes it
+  const char* description;
+};
+
 constexpr auto kServiceKeys = std::to_array<ServiceKey>({
     {kKeyFile, "QBX.KEY", false, "file with the key of all enciphered values"},
     {kBuiltInPassword, "", true, "database password when none is set, with the old settings"},
@@ -71,10 +79,6 @@ class Section {
 };
 
 }  // namespace
-
-std::span<const ServiceKey> ServiceKeys() {
-  return kServiceKeys;
-}
 
 QString ServiceKeyFile(const IniFile& ini, const QString& programFolder) {
   return Section(ini, programFolder).Path(kKeyFile);

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QString>
-#include <span>
 
 #include "platform/ini_file.h"
 #include "settings/host_cipher.h"
@@ -11,17 +10,6 @@
 namespace qbx {
 
 inline constexpr char kServiceSection[] = "Service";
-
-/// One key of the section, as the documentation lists it.
-struct ServiceKey {
-  const char* name;
-  const char* defaultValue;
-  bool enciphered;  ///< whether it is stored as `marketingctl encipher` writes it
-  const char* description;
-};
-
-/// Every key of the section.
-[[nodiscard]] std::span<const ServiceKey> ServiceKeys();
 
 /// The values of the section. It holds passwords in the clear, which must never be logged or shown.
 struct ServiceSettings {
