@@ -4,6 +4,7 @@
 #include <condition_variable>
 
 #include "database/embedded/errors.h"
+#include "database/server_errors.h"
 
 namespace qbx::scenario {
 namespace {

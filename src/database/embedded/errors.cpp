@@ -7,6 +7,8 @@
 #include <QRegularExpression>
 #include <optional>
 
+#include "database/server_errors.h"
+
 namespace qbx {
 namespace {
 
@@ -31,26 +33,14 @@ enum ServerNumber {
   kDuplicateKey = 2627,
   kTerminated = 3621,
   kReadOnly = 3906,
-  kCannotOpenDatabase = 4060,
   kNoDatabaseFile = 5171,
   kTruncated = 8152,
   kLoginFailed = 18456,
   kUserError = 50000,
 };
 
-bool IsConstraint(int number) {
-  return number == kDuplicateKey || number == kDuplicateIndexRow || number == kConflict || number == kNullNotAllowed;
-}
-
-int PendingNumber(int number) {
-  if (IsConstraint(number)) return kConstraintFailed;
-  if (number == kTimeoutNumber) return kCommandTimedOut;
-  if (number == kLoginFailed || number == kCannotOpenDatabase) return kAuthenticationFailed;
-  return kStatementFailed;
-}
-
 QString DefaultState(int number) {
-  if (IsConstraint(number)) return QStringLiteral("23000");
+  if (IsConstraintNumber(number)) return QStringLiteral("23000");
   switch (number) {
     case kTimeoutNumber:
       return QStringLiteral("HYT00");
@@ -207,17 +197,11 @@ QString NoDatabaseText(const QString& file) {
 DatabaseError ServerError(int number, const QString& description, const QString& sqlState) {
   std::vector<ProviderError> errors{
       {number, sqlState.isEmpty() ? DefaultState(number) : sqlState, kPrefix + description}};
-  if (IsConstraint(number) || number == kTruncated) {
+  if (IsConstraintNumber(number) || number == kTruncated) {
     errors.push_back(
         {kTerminated, QStringLiteral("01000"), kPrefix + QStringLiteral("The statement has been terminated.")});
   }
   return DatabaseError(PendingNumber(number), description, std::move(errors));
-}
-
-DatabaseError LostConnectionError() {
-  const QString text =
-      QStringLiteral("[DBNETLIB][ConnectionWrite (send()).]General network error. Check your network documentation.");
-  return DatabaseError(kUnspecifiedError, text, {{11, QStringLiteral("08S01"), text}});
 }
 
 DatabaseError ErrorFromSqlite(const SqliteFailure& failure, const FailureContext& context) {

@@ -27,9 +27,6 @@ struct FailureContext {
 /// The words for a file that SQLite cannot read as a database.
 [[nodiscard]] QString NoDatabaseText(const QString& file);
 
-/// The connection is lost.
-[[nodiscard]] DatabaseError LostConnectionError();
-
 /// A failure of SQLite as the server's error. Violated foreign keys need their names: see
 /// foreign_keys.h.
 [[nodiscard]] DatabaseError ErrorFromSqlite(const SqliteFailure& failure, const FailureContext& context);

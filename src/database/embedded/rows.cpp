@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+#include "database/server_errors.h"
+
 namespace qbx {
 namespace {
 

@@ -8,6 +8,8 @@
 #include <chrono>
 #include <thread>
 
+#include "database/server_errors.h"
+
 namespace qbx {
 namespace {
 
