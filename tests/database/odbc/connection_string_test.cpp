@@ -1,0 +1,31 @@
+#include "database/odbc/connection_string.h"
+
+#include <gtest/gtest.h>
+
+namespace qbx {
+namespace {
+
+OdbcConnectionString Compose(const char* driver, bool encrypt, const char* password) {
+  return ComposeConnectionString({QStringLiteral("pc1"), {}, 1500}, QStringLiteral("My}Base"),
+                                 {QStringLiteral("u;x=y"), QString::fromUtf8(password)},
+                                 {.driver = QString::fromUtf8(driver), .encrypt = encrypt});
+}
+
+TEST(ConnectionString, IsWhatEachDriverReads) {
+  EXPECT_EQ(
+      Compose("FreeTDS", false, "a}b}").text.toStdString(),
+      "Driver={FreeTDS};Server=pc1;Port=1500;TDS_Version=7.4;ClientCharset=UTF-8;Encryption=request;PacketSize=32767;Database={My}Base};UID={u;x=y};PWD={a}b}};");
+  EXPECT_EQ(
+      Compose("ODBC Driver 18 for SQL Server", true, "a};b").text.toStdString(),
+      "Driver={ODBC Driver 18 for SQL Server};Server=tcp:pc1,1500;Encrypt=yes;TrustServerCertificate=no;ConnectRetryCount=0;Database={My}}Base};UID={u;x=y};PWD={a}};b};");
+  const OdbcConnectionString encrypted = Compose("FreeTDS", true, "secret");
+  EXPECT_EQ(
+      encrypted.forLog.toStdString(),
+      "Driver={FreeTDS};Servername=sqlserver.invalid;TDS_Version=7.4;ClientCharset=UTF-8;Encryption=require;Database={My}Base};UID={u;x=y};PWD=***;");
+  EXPECT_TRUE(encrypted.freeTdsFile.startsWith(QLatin1String("[sqlserver.invalid]\nhost = pc1\nport = 1500\n")));
+  // The driver would log in with what stands before it, and read the rest as words of the string.
+  EXPECT_THROW((void)Compose("FreeTDS", false, "a};Encryption=off"), DatabaseError);
+}
+
+}  // namespace
+}  // namespace qbx
