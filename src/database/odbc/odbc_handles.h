@@ -13,6 +13,11 @@
 
 namespace qbx {
 
+/// What the parts of a session throw among themselves: the records of a call that failed.
+struct OdbcFailure {
+  std::vector<NativeError> records;
+};
+
 /// One handle of the driver manager, freed with its owner.
 class OdbcHandle {
  public:

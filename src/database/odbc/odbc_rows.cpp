@@ -2,13 +2,70 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cstring>
 
 namespace qbx {
 namespace {
 
-constexpr std::size_t kPieceUnits = 4096;
+constexpr SQLULEN kLongestBoundText = 4000;  // UTF-16 units
+constexpr SQLLEN kDecimalBytes = 64;
+constexpr std::size_t kPieceUnits = 32768;
+constexpr std::size_t kBytesOfUnit = 3;  // of UTF-8, at most
+constexpr std::size_t kAlignment = 8;
+constexpr qint64 kMillisecondsOfDay = 86'400'000;
 
-ValueType TypeOf(SQLSMALLINT sqlType) {
+bool IsShortText(SQLSMALLINT sqlType, SQLULEN size) {
+  const bool text = sqlType == SQL_CHAR || sqlType == SQL_VARCHAR || sqlType == SQL_WCHAR || sqlType == SQL_WVARCHAR;
+  return text && size > 0 && size <= kLongestBoundText;
+}
+
+/// "-12.50" as -1250 with a scale of 2; what has too many digits becomes a number with an exponent.
+Cell DecimalCell(std::string_view text) {
+  constexpr std::size_t kLongestScale = 15;
+  Cell cell;
+  std::array<char, kDecimalBytes> digits = {};
+  const std::size_t point = text.find('.');
+  const std::size_t scale = point == std::string_view::npos ? 0 : text.size() - point - 1;
+  const auto end = std::copy_if(text.begin(), text.end(), digits.begin(), [](char sign) { return sign != '.'; });
+  const char* const last = digits.data() + (end - digits.begin());
+  const auto [stopped, problem] = std::from_chars(digits.data(), last, cell.integer);
+  if (problem == std::errc() && stopped == last && scale <= kLongestScale) {
+    cell.type = ValueType::kDecimal;
+    cell.scale = static_cast<quint8>(scale);
+    return cell;
+  }
+  cell = {};
+  cell.type = ValueType::kDouble;
+  std::from_chars(text.data(), text.data() + text.size(), cell.real);
+  return cell;
+}
+
+/// Days since 1970-01-01 of a date of the calendar of today.
+qint64 DaysOf(const SQL_TIMESTAMP_STRUCT& moment) {
+  const qint64 year =
+      moment.year - (moment.month <= 2 ? 1 : 0);  // March is the first month, so that leap days are last
+  const qint64 era = year / 400;
+  const qint64 yearOfEra = year - era * 400;
+  const qint64 dayOfYear = (153 * (moment.month + (moment.month > 2 ? -3 : 9)) + 2) / 5 + moment.day - 1;
+  return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
+}
+
+qint64 MillisecondsOf(const SQL_TIMESTAMP_STRUCT& moment) {
+  const qint64 seconds = (moment.hour * 60 + moment.minute) * 60 + moment.second;
+  return DaysOf(moment) * kMillisecondsOfDay + seconds * 1000 + moment.fraction / 1'000'000;
+}
+
+template <typename Type>
+Type As(const std::byte* place) {
+  Type value;
+  std::memcpy(&value, place, sizeof(value));
+  return value;
+}
+
+}  // namespace
+
+ValueType TypeOfSqlType(SQLSMALLINT sqlType) {
   switch (sqlType) {
     case SQL_BIT:
       return ValueType::kBool;
@@ -26,40 +83,25 @@ ValueType TypeOf(SQLSMALLINT sqlType) {
       return ValueType::kDecimal;
     case SQL_TYPE_DATE:
     case SQL_TYPE_TIMESTAMP:
+    case SQL_DATE:
+    case SQL_TIMESTAMP:
       return ValueType::kDateTime;
     default:
       return ValueType::kText;
   }
 }
 
-/// "-12.50" as -1250 with a scale of 2.
-Cell DecimalCell(const QByteArray& text) {
-  Cell cell;
-  cell.type = ValueType::kDecimal;
-  const qsizetype point = text.indexOf('.');
-  QByteArray digits = text;
-  if (point >= 0) {
-    cell.scale = static_cast<quint8>(text.size() - point - 1);
-    digits.remove(point, 1);
-  }
-  bool fits = false;
-  cell.integer = digits.toLongLong(&fits);
-  if (fits) return cell;
-  cell = {};
-  cell.type = ValueType::kDouble;
-  cell.real = text.toDouble();
-  return cell;
-}
-
-}  // namespace
-
-OdbcRows::OdbcRows(const OdbcHandle& statement) : statement_(statement) {
+OdbcRows::OdbcRows(const OdbcHandle& statement, bool anywhere) : statement_(statement) {
   SQLSMALLINT count = 0;
   if (!SQL_SUCCEEDED(::SQLNumResultCols(statement.Get(), &count))) Fail();
   for (SQLSMALLINT number = 1; number <= count; ++number)
     Describe(static_cast<SQLUSMALLINT>(number));
   cells_.resize(columns_.size());
-  texts_.resize(static_cast<std::size_t>(columns_.size()));
+  Bind(anywhere);
+}
+
+OdbcRows::~OdbcRows() {
+  ::SQLFreeStmt(statement_.Get(), SQL_UNBIND);  // a next result of the statement has other columns
 }
 
 void OdbcRows::Describe(SQLUSMALLINT number) {
@@ -74,12 +116,50 @@ void OdbcRows::Describe(SQLUSMALLINT number) {
     Fail();
   const auto nameLength = std::min<qsizetype>(length, static_cast<qsizetype>(name.size()) - 1);
   Column column = {.name = QString::fromUtf16(reinterpret_cast<const char16_t*>(name.data()), nameLength),
-                   .type = TypeOf(type)};
-  if (column.type == ValueType::kText) column.size = static_cast<int>(size);
-  if (column.type == ValueType::kDecimal || column.type == ValueType::kDateTime)
-    column.precision = static_cast<int>(size);
-  if (column.type == ValueType::kDecimal) column.scale = scale;
+                   .type = TypeOfSqlType(type)};
+  Place place;
+  switch (column.type) {
+    case ValueType::kBool:
+    case ValueType::kInt:
+      place = {.cType = SQL_C_SBIGINT, .bytes = sizeof(qint64)};
+      break;
+    case ValueType::kDouble:
+      place = {.cType = SQL_C_DOUBLE, .bytes = sizeof(double)};
+      break;
+    case ValueType::kDecimal:
+      place = {.cType = SQL_C_CHAR, .bytes = kDecimalBytes};
+      column.precision = static_cast<int>(size);
+      column.scale = scale;
+      break;
+    case ValueType::kDateTime:
+      place = {.cType = SQL_C_TYPE_TIMESTAMP, .bytes = sizeof(SQL_TIMESTAMP_STRUCT)};
+      column.precision = static_cast<int>(size);
+      break;
+    default:
+      if (!IsShortText(type, size)) break;
+      column.size = static_cast<int>(size);
+      place.bytes = static_cast<SQLLEN>((size + 1) * sizeof(SQLWCHAR));
+  }
   columns_.push_back(std::move(column));
+  places_.push_back(std::move(place));
+}
+
+void OdbcRows::Bind(bool anywhere) {
+  std::size_t size = 0;
+  bool behindLong = false;
+  for (Place& place : places_) {
+    behindLong = behindLong || place.bytes == 0;
+    place.bound = place.bytes > 0 && (anywhere || !behindLong);
+    place.offset = size;
+    size += (static_cast<std::size_t>(place.bytes) + kAlignment - 1) / kAlignment * kAlignment;
+  }
+  row_.resize(size);
+  for (std::size_t column = 0; column < places_.size(); ++column) {
+    Place& place = places_[column];
+    if (place.bound && !SQL_SUCCEEDED(::SQLBindCol(statement_.Get(), static_cast<SQLUSMALLINT>(column + 1), place.cType,
+                                                   row_.data() + place.offset, place.bytes, &place.length)))
+      Fail();
+  }
 }
 
 bool OdbcRows::Next() {
@@ -92,77 +172,74 @@ bool OdbcRows::Next() {
 }
 
 void OdbcRows::Read(std::size_t column) {
+  Place& place = places_[column];
+  if (place.bytes == 0) return ReadLongText(column);
+  if (!place.bound && !SQL_SUCCEEDED(::SQLGetData(statement_.Get(), static_cast<SQLUSMALLINT>(column + 1), place.cType,
+                                                  row_.data() + place.offset, place.bytes, &place.length)))
+    Fail();
   Cell& cell = cells_[column];
-  const ValueType type = columns_[column].type;
   cell = {};
-  cell.type = type;
-  switch (type) {
+  if (place.length == SQL_NULL_DATA) return;
+  const std::byte* const bytes = row_.data() + place.offset;
+  cell.type = columns_[column].type;
+  switch (cell.type) {
     case ValueType::kBool:
     case ValueType::kInt:
-      if (!Get(column, SQL_C_SBIGINT, &cell.integer, sizeof(cell.integer))) cell = {};
+      cell.integer = As<qint64>(bytes);
       break;
     case ValueType::kDouble:
-      if (!Get(column, SQL_C_DOUBLE, &cell.real, sizeof(cell.real))) cell = {};
+      cell.real = As<double>(bytes);
       break;
     case ValueType::kDateTime:
-      ReadMoment(column);
+      cell.integer = MillisecondsOf(As<SQL_TIMESTAMP_STRUCT>(bytes));
       break;
-    case ValueType::kDecimal: {
-      std::array<char, 64> text = {};
-      if (Get(column, SQL_C_CHAR, text.data(), static_cast<SQLLEN>(text.size())))
-        cell = DecimalCell(QByteArray(text.data()));
-      else
-        cell = {};
+    case ValueType::kDecimal:
+      cell = DecimalCell(reinterpret_cast<const char*>(bytes));
       break;
-    }
     default:
-      ReadText(column);
+      PutText(column, reinterpret_cast<const SQLWCHAR*>(bytes),
+              static_cast<std::size_t>(place.length) / sizeof(SQLWCHAR));
   }
 }
 
-bool OdbcRows::Get(std::size_t column, SQLSMALLINT type, SQLPOINTER target, SQLLEN size) {
-  SQLLEN indicator = 0;
-  const auto number = static_cast<SQLUSMALLINT>(column + 1);
-  if (!SQL_SUCCEEDED(::SQLGetData(statement_.Get(), number, type, target, size, &indicator))) Fail();
-  return indicator != SQL_NULL_DATA;
-}
-
-void OdbcRows::ReadMoment(std::size_t column) {
-  SQL_TIMESTAMP_STRUCT read = {};
-  if (!Get(column, SQL_C_TYPE_TIMESTAMP, &read, sizeof(read))) {
-    cells_[column] = {};
-    return;
+void OdbcRows::PutText(std::size_t column, const SQLWCHAR* units, std::size_t count) {
+  std::vector<char>& utf8 = places_[column].utf8;
+  if (utf8.size() < count * kBytesOfUnit) utf8.resize(count * kBytesOfUnit);
+  std::size_t at = 0;
+  for (; at < count && units[at] < 0x80; ++at)
+    utf8[at] = static_cast<char>(units[at]);
+  std::size_t size = at;
+  if (at < count) {
+    const QByteArray rest =
+        QStringView(reinterpret_cast<const QChar*>(units + at), static_cast<qsizetype>(count - at)).toUtf8();
+    std::memcpy(utf8.data() + at, rest.constData(), static_cast<std::size_t>(rest.size()));
+    size += static_cast<std::size_t>(rest.size());
   }
-  const QTime time(read.hour, read.minute, read.second, static_cast<int>(read.fraction / 1'000'000));
-  cells_[column].integer = QDateTime(QDate(read.year, read.month, read.day), time, Qt::UTC).toMSecsSinceEpoch();
+  Cell& cell = cells_[column];
+  cell.type = ValueType::kText;
+  cell.utf8 = {utf8.data(), size};
 }
 
 /// A piece may end in the middle of a pair of surrogates: the pieces are joined before they become UTF-8.
-void OdbcRows::ReadText(std::size_t column) {
-  std::array<SQLWCHAR, kPieceUnits> piece = {};
-  QString text;
-  for (;;) {
-    SQLLEN indicator = 0;
+void OdbcRows::ReadLongText(std::size_t column) {
+  cells_[column] = {};
+  for (std::size_t filled = 0;;) {
+    if (longText_.size() < filled + kPieceUnits) longText_.resize(filled + kPieceUnits);
+    SQLLEN left = 0;
+    const auto room = static_cast<SQLLEN>(kPieceUnits * sizeof(SQLWCHAR));
     const SQLRETURN got = ::SQLGetData(statement_.Get(), static_cast<SQLUSMALLINT>(column + 1), SQL_C_WCHAR,
-                                       piece.data(), static_cast<SQLLEN>(sizeof(piece)), &indicator);
-    if (got == SQL_NO_DATA) break;
+                                       longText_.data() + filled, room, &left);
+    if (got == SQL_NO_DATA) return PutText(column, longText_.data(), filled);
     if (!SQL_SUCCEEDED(got)) Fail();
-    if (indicator == SQL_NULL_DATA) {
-      cells_[column] = {};
-      return;
-    }
-    const auto room = static_cast<SQLLEN>(kPieceUnits - 1);
-    const auto left = static_cast<SQLLEN>(indicator / static_cast<SQLLEN>(sizeof(SQLWCHAR)));
-    const bool more = indicator == SQL_NO_TOTAL || left > room;
-    text.append(reinterpret_cast<const QChar*>(piece.data()), static_cast<qsizetype>(more ? room : left));
-    if (!more) break;
+    if (left == SQL_NULL_DATA) return;
+    const bool more = left == SQL_NO_TOTAL || left > room - static_cast<SQLLEN>(sizeof(SQLWCHAR));
+    filled += more ? kPieceUnits - 1 : static_cast<std::size_t>(left) / sizeof(SQLWCHAR);
+    if (!more) return PutText(column, longText_.data(), filled);
   }
-  texts_[column] = text.toUtf8();
-  cells_[column].utf8 = {texts_[column].constData(), static_cast<std::size_t>(texts_[column].size())};
 }
 
 void OdbcRows::Fail() const {
-  throw FailureOfCall(statement_.Records(), false);
+  throw OdbcFailure{statement_.Records()};
 }
 
 }  // namespace qbx
