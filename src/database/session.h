@@ -17,6 +17,7 @@ struct Column {
   QString name;
   ValueType type = ValueType::kText;  ///< as declared; kText for an expression of unknown type
   int size = 0;                       ///< characters of a text column, 0: unlimited or unknown
+  QString baseTable = {};             ///< where the engine tells; a network driver does not
   int precision =
       0;  ///< digits of a decimal, characters of a written-out date (10 date, 16 to the minute, 23 to the millisecond); 0: unknown
   int scale = 0;  ///< digits behind the point of a decimal

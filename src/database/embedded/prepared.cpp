@@ -80,6 +80,7 @@ void PreparedStatement::Describe() {
   for (int i = 0; i < columnCount_; ++i) {
     const char* declared = sqlite3_column_decltype(Handle(), i);
     const ColumnReading reading = ReadingOf(declared);
+    const char* table = sqlite3_column_table_name(Handle(), i);
     Column column;
     column.name = QString::fromUtf8(sqlite3_column_name(Handle(), i));
     column.type = reading.type == ValueType::kNull ? ValueType::kText : reading.type;
@@ -89,6 +90,7 @@ void PreparedStatement::Describe() {
       column.precision = DeclaredSize(declared);
       column.scale = reading.scale;
     }
+    if (table != nullptr) column.baseTable = QString::fromUtf8(table);
     columns_.push_back(std::move(column));
     readings_.push_back(reading);
   }

@@ -110,6 +110,7 @@ TEST(Values, HaveTheTypesTheColumnsDeclare) {
   for (const auto& [name, value] : expected)
     EXPECT_EQ(rows.Field(QString::fromLatin1(name)), value) << name;
   EXPECT_EQ(rows.Columns()[0].size, 10);
+  EXPECT_EQ(rows.Columns()[0].baseTable, QStringLiteral("Customers"));
   const Recordset nulls =
       Recordset::ReadAll(session->Execute(QStringLiteral("SELECT * FROM Customers WHERE Customer = 'C3'")));
   for (int column = 1; column < static_cast<int>(nulls.Columns().size()); ++column)
