@@ -15,6 +15,10 @@
 
 namespace qbx::tds {
 
+// The server's numbers for a login that is refused.
+inline constexpr int kLoginFailed = 18456;
+inline constexpr int kCannotOpenDatabase = 4060;
+
 /// What the clients of one server did, for who wants to know.
 struct Counters {
   std::atomic<int> connections = 0;
@@ -47,6 +51,8 @@ class Client {
   [[nodiscard]] bool LogIn();
   [[nodiscard]] bool Negotiate(bool mayEncrypt);
   [[nodiscard]] std::unique_ptr<Session> OpenSession(const LoginMessage& login, Answer& answer);
+  void RefuseDatabase(Answer& answer) const;
+  static void RefuseLogin(const LoginMessage& login, Answer& answer);
   void AcceptLogin(const LoginMessage& login, Answer& answer);
 
   void Serve();
