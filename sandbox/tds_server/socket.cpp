@@ -49,7 +49,12 @@ void Socket::Send(QByteArrayView bytes) {
 }
 
 void Socket::Shut() {
-  if (!resets_) ::shutdown(handle_, SHUT_RDWR);
+  if (resets_) {
+    const sockaddr nobody{.sa_family = AF_UNSPEC, .sa_data = {}};
+    ::connect(handle_, &nobody, sizeof(nobody));  // breaks it off now; closing it may take until the next client comes
+  } else {
+    ::shutdown(handle_, SHUT_RDWR);
+  }
   ::eventfd_write(stop_, 1);
 }
 

@@ -15,17 +15,16 @@ using test::Wire;
 
 TEST(OdbcSession, BringsEveryTypeThereAndBack) {
   Wire wire;
-  wire.session->Execute(QStringLiteral(
-      "CREATE TABLE T (K int, B bit, I int, F float, M money, D decimal(9,2), W datetime, N nvarchar(50), L ntext)"));
+  wire.session->Execute(
+      QStringLiteral("CREATE TABLE T (K int, B bit, I int, F float, M money, W datetime, N nvarchar(50), L ntext)"));
   const QString longText = QString(2'000'000, u'x') + QString::fromUtf8("€ 😀").repeated(20'000);
-  const QStringList names = QStringLiteral("K B I F M D W N L").split(u' ');
+  const QStringList names = QStringLiteral("K B I F M W N L").split(u' ');
   const std::vector<QString> columns(names.begin(), names.end());
   const std::vector<Value> values = {Value(1),
                                      Value(true),
                                      Value(-2147483647),
                                      Value(0.1),
                                      Value::Decimal(-1234567, 4),
-                                     Value::Decimal(725, 2),
                                      Value(QDateTime(QDate(2024, 2, 29), QTime(23, 59, 58), Qt::UTC)),
                                      Value(QString::fromUtf8("O'Brien €😀")),
                                      Value(longText)};
@@ -158,7 +157,8 @@ TEST(OdbcSession, KnowsALostConnectionFromASlowOneAndFromACancelledOne) {
     for (const FaultKind kind : {FaultKind::kClose, FaultKind::kReset}) {
       Wire wire;
       wire.Plan(kind, moment, "Customers");
-      EXPECT_EQ(Wire::NumberOf([&] { (void)wire.Read("SELECT 1 AS Customers"); }), kUnspecifiedError);
+      EXPECT_EQ(Wire::NumberOf([&] { (void)wire.Read("SELECT 1 AS Customers UNION ALL SELECT 2 UNION ALL SELECT 3"); }),
+                kUnspecifiedError);
       EXPECT_FALSE(wire.session->IsAlive());
       EXPECT_EQ(Wire::NumberOf([&] { (void)wire.Read("SELECT 1"); }), kUnspecifiedError);
     }
