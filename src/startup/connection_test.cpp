@@ -23,14 +23,14 @@ bool Says(const DatabaseError& error, int number) {
 
 /// The words for a problem that the driver has none for.
 QString WordsFor(ConnectionProblem problem, const ConnectionFindings& findings) {
-  const QString place = findings.server + QStringLiteral(" (port %1)").arg(findings.port);
+  const QString place = QStringLiteral("port %1 of %2").arg(findings.port).arg(findings.host);
   switch (problem) {
     case ConnectionProblem::kNameUnknown:
       return QStringLiteral("No computer of the name %1 is known here. Check how it is written, and the network.")
-          .arg(findings.server);
+          .arg(findings.host);
     case ConnectionProblem::kPortClosed:
       return QStringLiteral(
-                 "The computer of %1 is there, but nothing listens. Start SQL Server, switch on TCP/IP for it, and check the port.")
+                 "Nothing listens at %1. Start SQL Server there, switch on TCP/IP for it, and check the port.")
           .arg(place);
     case ConnectionProblem::kNoAnswer:
       return QStringLiteral(
@@ -107,6 +107,7 @@ class Test {
     findings_.driver = login_.sqlServer.driver;
     try {
       const ServerAddress address = LocateServer(findings_.server);
+      findings_.host = address.host;
       findings_.port = address.port;
       const ServerProbe probe = ProbeServer(address, kProbeLimit);
       findings_.serverVersion = probe.version;

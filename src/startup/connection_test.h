@@ -32,6 +32,7 @@ struct ConnectionFindings {
   ConnectionProblem problem = ConnectionProblem::kNone;
   QString text = {};    ///< what is wrong and what can be done, in plain words
   QString server = {};  ///< with the instance, as it is connected to; empty: the embedded engine
+  QString host = {};
   int port = 0;
   QString driver = {};
   QString database = {};

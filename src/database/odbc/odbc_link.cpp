@@ -94,7 +94,7 @@ void OdbcLink::Fail(const std::vector<NativeError>& records) {
 }
 
 OdbcLink::Turn::Turn(OdbcLink& link, const OdbcHandle& statement, int exchanges, MayInterrupt mayInterrupt)
-    : link_(link), watched_(exchanges > 0 && link.timeLimit_ > 0) {
+    : link_(link), exchanges_(exchanges > 0), watched_(exchanges > 0 && link.timeLimit_ > 0) {
   if (link.dead_) throw LostConnectionError();
   {
     const std::lock_guard lock(link.runningMutex_);
@@ -112,7 +112,7 @@ OdbcLink::Turn::~Turn() {
   if (watched_) link_.watchdog_.Rest();
   const std::lock_guard lock(link_.runningMutex_);
   link_.running_ = nullptr;
-  link_.answered_ = std::chrono::steady_clock::now();
+  if (exchanges_) link_.answered_ = std::chrono::steady_clock::now();
 }
 
 }  // namespace qbx

@@ -63,6 +63,7 @@ class OdbcLink {
 
    private:
     OdbcLink& link_;
+    bool exchanges_;
     bool watched_;
   };
 

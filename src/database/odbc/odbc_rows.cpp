@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cstring>
 
@@ -54,6 +55,26 @@ qint64 DaysOf(const SQL_TIMESTAMP_STRUCT& moment) {
 qint64 MillisecondsOf(const SQL_TIMESTAMP_STRUCT& moment) {
   const qint64 seconds = (moment.hour * 60 + moment.minute) * 60 + moment.second;
   return DaysOf(moment) * kMillisecondsOfDay + seconds * 1000 + moment.fraction / 1'000'000;
+}
+
+/// Copies the front of a text, as far as it is ASCII; four units at a time, since most texts are nothing else.
+/// \return how far that was
+std::size_t CopyAscii(const SQLWCHAR* units, std::size_t count, char* to) {
+  constexpr std::size_t kStep = 4;
+  std::size_t at = 0;
+  if constexpr (std::endian::native == std::endian::little) {
+    for (; at + kStep <= count; at += kStep) {
+      quint64 four = 0;
+      std::memcpy(&four, units + at, sizeof(four));
+      if ((four & 0xFF80FF80FF80FF80U) != 0) break;
+      four = (four | four >> 8U) & 0x0000FFFF0000FFFFU;
+      const auto bytes = static_cast<quint32>(four | four >> 16U);
+      std::memcpy(to + at, &bytes, sizeof(bytes));
+    }
+  }
+  for (; at < count && units[at] < 0x80; ++at)
+    to[at] = static_cast<char>(units[at]);
+  return at;
 }
 
 template <typename Type>
@@ -205,9 +226,7 @@ void OdbcRows::Read(std::size_t column) {
 void OdbcRows::PutText(std::size_t column, const SQLWCHAR* units, std::size_t count) {
   std::vector<char>& utf8 = places_[column].utf8;
   if (utf8.size() < count * kBytesOfUnit) utf8.resize(count * kBytesOfUnit);
-  std::size_t at = 0;
-  for (; at < count && units[at] < 0x80; ++at)
-    utf8[at] = static_cast<char>(units[at]);
+  const std::size_t at = CopyAscii(units, count, utf8.data());
   std::size_t size = at;
   if (at < count) {
     const QByteArray rest =
