@@ -15,7 +15,13 @@ constexpr auto kProbeLimit = std::chrono::seconds(6);
 constexpr int kTimeLimitSeconds = 20;
 constexpr int kTimedAnswers = 5;
 
-enum ServerNumber { kOffline = 942, kMissingObject = 208, kMissingProcedure = 2812, kNoSuchDatabase = 4060 };
+enum ServerNumber {
+  kDatabaseUnknown = 911,
+  kOffline = 942,
+  kMissingObject = 208,
+  kMissingProcedure = 2812,
+  kCannotOpenDatabase = 4060
+};
 
 bool Says(const DatabaseError& error, int number) {
   return std::ranges::any_of(error.Errors(), [number](const ProviderError& each) { return each.number == number; });
@@ -166,7 +172,7 @@ class Test {
     if (Says(error, kMissingProcedure) || Says(error, kMissingObject))
       return Tell(ConnectionProblem::kHostTablesMissing);
     if (Says(error, kOffline)) return Tell(ConnectionProblem::kDatabaseOffline);
-    if (Says(error, kNoSuchDatabase)) return LookFromMaster(error);
+    if (Says(error, kCannotOpenDatabase) || Says(error, kDatabaseUnknown)) return LookFromMaster(error);
     if (error.Number() == kAuthenticationFailed)
       return Tell(
           ConnectionProblem::kLoginRefused,
