@@ -6,8 +6,8 @@
 
 #include "database/embedded/errors.h"
 #include "database/embedded/rows.h"
-#include "database/kept_rows.h"
 #include "database/embedded/translator.h"
+#include "database/kept_rows.h"
 
 namespace qbx {
 namespace {

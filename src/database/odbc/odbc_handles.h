@@ -6,6 +6,7 @@
 #include <sqlext.h>
 
 #include <QString>
+#include <bit>
 #include <utility>
 #include <vector>
 
@@ -35,6 +36,11 @@ class OdbcHandle {
   SQLSMALLINT type_;
   SQLHANDLE handle_ = nullptr;
 };
+
+/// A number as attributes are handed over.
+[[nodiscard]] inline SQLPOINTER OdbcNumber(std::size_t number) {
+  return std::bit_cast<SQLPOINTER>(number);
+}
 
 /// A text as the driver manager takes it, ended by a zero.
 [[nodiscard]] std::vector<SQLWCHAR> OdbcText(const QString& text);

@@ -12,13 +12,9 @@ constexpr auto kGrace = std::chrono::milliseconds(250);
 constexpr auto kCancelAgain = std::chrono::milliseconds(500);
 const QLatin1String kCursorStateWrong("24000");
 
-SQLPOINTER Number(std::size_t number) {
-  return reinterpret_cast<SQLPOINTER>(number);  // how attributes are handed over
-}
-
 OdbcHandle Environment() {
   OdbcHandle environment(SQL_HANDLE_ENV, nullptr);
-  ::SQLSetEnvAttr(environment.Get(), SQL_ATTR_ODBC_VERSION, Number(SQL_OV_ODBC3), 0);
+  ::SQLSetEnvAttr(environment.Get(), SQL_ATTR_ODBC_VERSION, OdbcNumber(SQL_OV_ODBC3), 0);
   return environment;
 }
 
@@ -36,8 +32,8 @@ OdbcLink::OdbcLink(const QString& text, int loginTimeoutSeconds, RoundTrips& rou
       connection_(SQL_HANDLE_DBC, environment_.Get()),
       roundTrips_(roundTrips),
       watchdog_([this] { TimeIsOver(); }) {
-  ::SQLSetConnectAttrW(connection_.Get(), SQL_ATTR_LOGIN_TIMEOUT, Number(static_cast<std::size_t>(loginTimeoutSeconds)),
-                       0);
+  ::SQLSetConnectAttrW(connection_.Get(), SQL_ATTR_LOGIN_TIMEOUT,
+                       OdbcNumber(static_cast<std::size_t>(loginTimeoutSeconds)), 0);
   std::vector<SQLWCHAR> units = OdbcText(text);
   const SQLRETURN connected =
       ::SQLDriverConnectW(connection_.Get(), nullptr, units.data(), SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);

@@ -22,8 +22,7 @@ bool Append(std::vector<NativeError>& errors, std::vector<NativeError> more) {
 
 OdbcStatement::OdbcStatement(const OdbcHandle& connection, int timeoutSeconds, bool dataAnywhere)
     : handle_(SQL_HANDLE_STMT, connection.Get()), dataAnywhere_(dataAnywhere) {
-  const auto limit = static_cast<std::size_t>(timeoutSeconds);
-  ::SQLSetStmtAttrW(handle_.Get(), SQL_ATTR_QUERY_TIMEOUT, reinterpret_cast<SQLPOINTER>(limit), 0);
+  ::SQLSetStmtAttrW(handle_.Get(), SQL_ATTR_QUERY_TIMEOUT, OdbcNumber(static_cast<std::size_t>(timeoutSeconds)), 0);
 }
 
 SQLRETURN OdbcStatement::Run(const QString& sql, OdbcParameters& parameters, bool prepared) {

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "database/odbc/odbc_link.h"
+#include "database/odbc/odbc_rows.h"
 #include "database/odbc/odbc_statement.h"
 #include "database/packed_rows.h"
 

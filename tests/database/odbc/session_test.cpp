@@ -183,6 +183,10 @@ TEST(OdbcSession, KnowsALostConnectionFromASlowOneAndFromACancelledOne) {
   impatient.join();
   wire.session->ForgetInterruption();
   EXPECT_EQ(wire.Ask("SELECT 2"), QStringLiteral("2"));
+  wire.session->SetCommandTimeout(1);
+  wire.Plan(FaultKind::kHang, FaultMoment::kRequest, "Hangs");
+  EXPECT_EQ(Wire::NumberOf([&] { (void)wire.Read("SELECT 1 AS Hangs"); }), kCommandTimedOut);
+  EXPECT_EQ(Wire::NumberOf([&] { (void)wire.Read("SELECT 2"); }), kUnspecifiedError);
 }
 
 }  // namespace
