@@ -28,6 +28,7 @@ void Client::Run() {
   const std::lock_guard lock(mutex_);
   over_ = true;
   session_.reset();  // what it had begun is rolled back now
+  channel_.Wire().Close();
 }
 
 void Client::Shut() {
@@ -35,9 +36,9 @@ void Client::Shut() {
     const std::lock_guard lock(mutex_);
     over_ = true;
     if (session_) session_->Interrupt();
+    channel_.Wire().Shut();
   }
   changed_.notify_all();
-  channel_.Wire().Shut();
 }
 
 bool Client::LogIn() {
