@@ -204,6 +204,7 @@ void Client::CarryOut(const Message& request, Requests& requests, ClientState& s
   Answer answer(channel_);
   answer.SetInTransaction(state.transaction != 0);
   const QString text = Requests::TextOf(request);
+  if (parts_.told) parts_.told(number_, text);
   const std::optional<Fault> atRow = parts_.faults.At(FaultMoment::kRow, text);
   state.beforeRow = [this, &atRow](Answer& at, qint64 row) {
     if (over_) throw RequestAbandoned();
