@@ -13,6 +13,7 @@ namespace {
 constexpr int kFirstPacketSize = 4096;
 constexpr int kLargestPacketSize = 32767;
 constexpr quint32 kVersion = 0x74000004;
+constexpr int kDeadlock = 1205;  // takes the transaction with it
 constexpr int kOffline = 942;
 constexpr std::chrono::milliseconds kBetweenInterruptions(10);
 
@@ -220,6 +221,8 @@ void Client::CarryOut(const Message& request, Requests& requests, ClientState& s
     if (const auto fault = parts_.faults.At(FaultMoment::kRequest, text)) {
       Suffer(*fault, answer);
       if (fault->kind == FaultKind::kError) {
+        if (fault->number == kDeadlock) UndoTransaction(*session_);
+        TellTransaction(state, answer, false);
         answer.End(Answer::Statement::kOfBatch, {.failed = true});
         return answer.Finish();
       }

@@ -8,28 +8,39 @@
 
 namespace qbx::faults {
 
+/// What has to hold once the command has run again.
+enum class Promise {
+  kRows,      ///< each customer who may be contacted has one row
+  kMessages,  ///< and got each message once, or it is in doubt
+  kLetters,   ///< and each letter went out or is in doubt
+  kSaved,     ///< the new campaign is there once
+};
+
 /// A point of the road: a command of the program, and the request at which the fault happens.
 struct Place {
   const char* name;
-  const char* command;  ///< %1: the campaign, %2: a file for letters
+  const char* command;  ///< %1: the campaign, %2: a file for letters, %3: the starting query
   const char* match;    ///< in the request; nullptr: the fault is one of connecting
   int skip = 0;
+  Promise promise = Promise::kRows;
 };
 
 constexpr std::array kPlaces = {
     Place{"connect", "status", nullptr},
     Place{"options", "options list", "proc_selp__Option"},
     Place{"step 1", "query %1", "proc_Marketing_AddAllCustomers"},
-    Place{"pruning", "query %1", "DELETE FROM [Campaign Results]"},
-    Place{"commit of step 1", "query %1", "COMMIT"},
+    Place{"pruning", "query %1", "DELETE FROM [Campaign Results] WHERE [RecordID] IN"},
+    Place{"commit of the query", "query %1", "COMMIT"},
     Place{"results", "results %1", "proc_selp_Campaign_Results"},
-    Place{"toggle", "results %1 --send-by sms=0 email=0 letter=1", "UPDATE [Campaign Results] SET"},
-    Place{"journal", "send %1 --yes", "proc_addp_Send_Journal", 3},
-    Place{"mark", "send %1 --yes", "SET Processed = 1", 2},
-    Place{"record", "send %1 --yes", "proc_addp_SMS", 2},
-    Place{"commit of a message", "send %1 --yes", "COMMIT", 6},
-    Place{"letters", "letters %1 --pdf %2", "proc_updp_Letters_Processed"},
-    Place{"save", "query --query %3 --sms Hello --save Another", "proc_addp_Marketing_Campaign"},
+    Place{"toggle", "results %1 --send-by sms=0 email=0 letter=0", "UPDATE [Campaign Results] SET"},
+    Place{"journal", "send %1 --yes", "[proc_updp_Send_Journal]", 4, Promise::kMessages},
+    Place{"record", "send %1 --yes", "[proc_addp_SMS]", 2, Promise::kMessages},
+    Place{"mark", "send %1 --yes", "SET Processed = 1", 2, Promise::kMessages},
+    Place{"commit of a message", "send %1 --yes", "COMMIT", 6, Promise::kMessages},
+    Place{"counters", "send %1 --yes", "proc_selp_Results_Counters", 3, Promise::kMessages},
+    Place{"letters' file", "letters %1 --pdf %2", "[proc_updp_Letters_File]", 0, Promise::kLetters},
+    Place{"letters' mark", "letters %1 --pdf %2", "[proc_updp_Letters_Processed]", 0, Promise::kLetters},
+    Place{"save", "query --query %3 --sms Hello --save Another", "[proc_addp_Marketing_Campaign]", 0, Promise::kSaved},
 };
 
 /// Something that goes wrong.

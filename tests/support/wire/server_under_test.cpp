@@ -1,5 +1,8 @@
 #include "support/wire/server_under_test.h"
 
+#include <QDir>
+#include <QFile>
+
 #include "hostdb/database_upgrade.h"
 #include "tds_server/server.h"
 
@@ -43,7 +46,9 @@ void ServerUnderTest::BreakSessions() {
 }
 
 struct ServedFolder::Served {
-  Served(const QString& folder, const Clock& clock) : engine(folder, clock, KeepUpToDate) {}
+  Served(const QString& programFolder, const Clock& clock)
+      : folder(programFolder), engine(programFolder, clock, KeepUpToDate) {}
+  QString folder;
   EmbeddedEngine engine;
   tds::Server server{engine};
 };
@@ -55,6 +60,19 @@ ServedFolder::~ServedFolder() = default;
 
 QString ServedFolder::ServerName() const {
   return served_ ? NameOf(served_->server) : QString();
+}
+
+void ServedFolder::TellPrograms() const {
+  if (!served_) return;
+  const QString registry = served_->folder + QStringLiteral("/registry");
+  QFile file(registry + QStringLiteral("/machine.reg"));
+  const QByteArray text =
+      QStringLiteral(
+          "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Korvel Manager\\Login]\r\n\"Server\"=\"%1\"\r\n")
+          .arg(ServerName())
+          .toUtf8();
+  if (!QDir().mkpath(registry) || !file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+    qFatal("%s: %s", qPrintable(file.fileName()), qPrintable(file.errorString()));
 }
 
 SessionFactory ServedFolder::Wrap(SessionFactory sessions) const {

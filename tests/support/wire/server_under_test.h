@@ -45,6 +45,8 @@ class ServedFolder {
 
   /// What the program is to be told as its server; empty for the embedded engine.
   [[nodiscard]] QString ServerName() const;
+  /// Tells programs that work in this folder, by their registry.
+  void TellPrograms() const;
   /// The factory of a program that was told nothing, brought to this server; the folder must outlive it.
   [[nodiscard]] SessionFactory Wrap(SessionFactory sessions) const;
   /// Ends every open session as a restarted server would.
