@@ -13,6 +13,7 @@ namespace {
 constexpr int kFirstPacketSize = 4096;
 constexpr int kLargestPacketSize = 32767;
 constexpr quint32 kVersion = 0x74000004;
+constexpr int kDeadlock = 1205;  // takes the transaction with it
 constexpr int kOffline = 942;
 constexpr std::chrono::milliseconds kBetweenInterruptions(10);
 
@@ -28,6 +29,7 @@ void Client::Run() {
   const std::lock_guard lock(mutex_);
   over_ = true;
   session_.reset();  // what it had begun is rolled back now
+  channel_.Wire().Close();
 }
 
 void Client::Shut() {
@@ -35,9 +37,9 @@ void Client::Shut() {
     const std::lock_guard lock(mutex_);
     over_ = true;
     if (session_) session_->Interrupt();
+    channel_.Wire().Shut();
   }
   changed_.notify_all();
-  channel_.Wire().Shut();
 }
 
 bool Client::LogIn() {
@@ -203,6 +205,7 @@ void Client::CarryOut(const Message& request, Requests& requests, ClientState& s
   Answer answer(channel_);
   answer.SetInTransaction(state.transaction != 0);
   const QString text = Requests::TextOf(request);
+  if (parts_.told) parts_.told(number_, text);
   const std::optional<Fault> atRow = parts_.faults.At(FaultMoment::kRow, text);
   state.beforeRow = [this, &atRow](Answer& at, qint64 row) {
     if (over_) throw RequestAbandoned();
@@ -218,6 +221,8 @@ void Client::CarryOut(const Message& request, Requests& requests, ClientState& s
     if (const auto fault = parts_.faults.At(FaultMoment::kRequest, text)) {
       Suffer(*fault, answer);
       if (fault->kind == FaultKind::kError) {
+        if (fault->number == kDeadlock) UndoTransaction(*session_);
+        TellTransaction(state, answer, false);
         answer.End(Answer::Statement::kOfBatch, {.failed = true});
         return answer.Finish();
       }

@@ -34,6 +34,8 @@ struct ServerParts {
   const TlsIdentity* identity = nullptr;  ///< none: the server cannot encrypt
   Faults faults = {};
   Counters counters = {};
+  std::function<void(int client, const QString& request)> told =
+      {};  ///< of each request, by many threads; may be empty
 };
 
 /// Serves one connection. While a thread carries out the requests, another one reads, so that a cancelling is noticed.

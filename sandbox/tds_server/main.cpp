@@ -19,6 +19,7 @@ struct Options {
   int port = 0;
   std::string tlsFolder;
   std::string tlsName = "localhost";
+  std::string trace;
 };
 
 std::unique_ptr<qbx::tds::TlsIdentity> MakeIdentity(const Options& options) {
@@ -28,11 +29,24 @@ std::unique_ptr<qbx::tds::TlsIdentity> MakeIdentity(const Options& options) {
   return std::make_unique<qbx::tds::TlsIdentity>(files.certificate, files.key);
 }
 
+/// Writes each request as a line of a file.
+std::function<void(int client, const QString& request)> Tracer(const std::string& path) {
+  const std::shared_ptr<std::FILE> file(std::fopen(path.c_str(), "w"), [](std::FILE* open) {
+    if (open != nullptr) std::fclose(open);
+  });
+  if (!file) throw qbx::tds::ProtocolError("the file of requests cannot be written");
+  return [file](int client, const QString& request) {
+    std::fprintf(file.get(), "%d %s\n", client, request.simplified().toUtf8().constData());
+    std::fflush(file.get());
+  };
+}
+
 void Run(const Options& options) {
   const qbx::SystemClock clock;
   const std::unique_ptr<qbx::tds::TlsIdentity> identity = MakeIdentity(options);
   qbx::EmbeddedEngine engine(QString::fromLocal8Bit(options.folder.c_str()), clock, qbx::KeepUpToDate);
   qbx::tds::Server server(engine, options.port, identity.get());
+  if (!options.trace.empty()) server.OnRequest(Tracer(options.trace));
   std::printf("tds_server ready port=%d\n", server.Port());
   std::fflush(stdout);
   std::string line;
@@ -55,6 +69,8 @@ int main(int argc, char** argv) {
       "--tls", options.tlsFolder,
       "encrypts, with a certificate that is made in this folder; authority.pem is what clients have to trust");
   app.add_option("--tls-name", options.tlsName, "the host that the certificate is for");
+  app.add_option("--trace", options.trace,
+                 "writes each request into this file, one a line, the number of the client in front");
   app.footer(qbx::tds::kCommandHelp);
   CLI11_PARSE(app, argc, argv);
   try {

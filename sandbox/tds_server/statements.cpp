@@ -51,6 +51,11 @@ const Value* Variables::Find(const QString& name) const {
   return found == values_.end() ? nullptr : &found->second;
 }
 
+void UndoTransaction(Session& session) {
+  while (session.InTransaction())
+    session.Rollback();
+}
+
 void TellTransaction(ClientState& client, Answer& answer, bool committed) {
   const bool open = client.session.InTransaction();
   if (open == (client.transaction != 0)) return;
@@ -152,8 +157,14 @@ StatementRunner::Outcome StatementRunner::RunSql(Tokens statement, const Variabl
   if (kind == StatementKind::kRollback && !client_.session.InTransaction()) {
     throw ServerError(3903, QStringLiteral("The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."));
   }
-  const std::unique_ptr<RowSource> rows = client_.session.Execute(Rewritten(statement, Values(variables, client_)));
   Ending ending{.more = more};
+  if (kind == StatementKind::kRollback) {
+    UndoTransaction(client_.session);
+    TellTransaction(client_, answer_, false);
+    End(ending);
+    return Outcome::kDone;
+  }
+  const std::unique_ptr<RowSource> rows = client_.session.Execute(Rewritten(statement, Values(variables, client_)));
   if (rows) {
     ending.count = WriteRows(*rows);
   } else if (ChangesRows(statement)) {
@@ -219,7 +230,8 @@ quint64 StatementRunner::WriteRows(RowSource& rows) {
 /// Writes an error.
 /// \return whether the statements behind it still run
 StatementRunner::Outcome StatementRunner::Report(const DatabaseError& error) {
-  if (error.ConnectionLost() || error.Number() == kCommandCancelled) throw RequestAbandoned();
+  if (error.ConnectionLost() || error.Number() == kCommandCancelled)
+    throw RequestAbandoned{.undoes = client_.session.InTransaction()};
   WriteError(answer_, error);
   TellTransaction(client_, answer_, false);
   return EndsBatch(error) ? Outcome::kStop : Outcome::kFailed;

@@ -18,7 +18,9 @@
 namespace qbx::tds {
 
 /// Thrown where the rest of a request is to be left: the connection ends, or the client has cancelled.
-struct RequestAbandoned {};
+struct RequestAbandoned {
+  bool undoes = false;  ///< the engine has undone the open transaction
+};
 
 /// The values of the variables of a batch and of the parameters of a statement, by name with "@".
 class Variables {
@@ -75,6 +77,8 @@ class StatementRunner {
   Answer::Statement place_;
 };
 
+/// Undoes the open transaction, all of it.
+void UndoTransaction(Session& session);
 /// Tells a client whether a transaction was begun or ended since it was told last.
 void TellTransaction(ClientState& client, Answer& answer, bool committed);
 

@@ -88,6 +88,7 @@ CtlResult Finish(QProcess& process) {
 Garage::Garage(int customers) {
   const CtlResult made = RunCtl(Words("sample %1 --customers %2", {Path(), QString::number(customers)}));
   EXPECT_EQ(made.code, 0) << made.err.constData();
+  served_.TellPrograms();
 }
 
 CtlResult Garage::Run(const char* line, const QStringList& values, const QByteArray& input) const {
