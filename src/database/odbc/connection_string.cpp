@@ -3,8 +3,8 @@
 namespace qbx {
 namespace {
 
-// The name of the one entry of FreeTDS's file. Where the driver does not find the file it takes this for a host, so that
-// it must never be one.
+// The name of the one entry of FreeTDS's file. Where the driver does not find the file it takes this for a host, so
+// that it must never be one.
 const QLatin1String kEntry("sqlserver.invalid");
 
 /// A driver's way to write a value.

@@ -30,9 +30,9 @@ enum class CallEnd {
 /// looks for them, and quote names with double quotes where it cuts at single ones: both are put back. Of the driver's
 /// own records those that only say that something failed are left out.
 /// \param records  all of them, in the driver's order
-/// \param dead     whether the driver counts the connection as dead since the call. Then the error is that of a lost connection, with what the server said before it
-///                 behind it; except where the time was over or the user cancelled: a repetition would take as long again,
-///                 and the next call finds the connection dead.
+/// \param dead     whether the driver counts the connection as dead since the call. Then the error is that of a lost
+///                 connection, with what the server said before it behind it; except where the time was over or the
+///                 user cancelled: a repetition would take as long again, and the next call finds the connection dead.
 [[nodiscard]] DatabaseError FailureOfCall(const std::vector<NativeError>& records, bool dead,
                                           CallEnd end = CallEnd::kFailed);
 

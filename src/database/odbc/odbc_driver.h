@@ -25,8 +25,8 @@ class OdbcDriver {
   OdbcDriver& operator=(const OdbcDriver&) = delete;
   ~OdbcDriver();
 
-  /// Holds for connections that are made afterwards. On the thread that the program began with: FreeTDS takes its file of
-  /// settings from the environment.
+  /// Holds for connections that are made afterwards. On the thread that the program began with: FreeTDS takes its file
+  /// of settings from the environment.
   void SetUp(const OdbcSettings& settings);
   [[nodiscard]] const OdbcSettings& Settings() const { return settings_; }
 

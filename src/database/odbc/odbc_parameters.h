@@ -13,8 +13,8 @@ namespace qbx {
 /// The values for the "?" of a statement, in their order. They stay in their places until the statement was run.
 class OdbcParameters {
  public:
-  /// \param declared  what the server wants, where that is known: a NULL goes as that type, and a value that is of another one is
-  ///                  turned into it here, so that it is turned in the same way for every server
+  /// \param declared  what the server wants, where that is known: a NULL goes as that type, and a value that is of
+  ///                  another one is turned into it here, so that it is turned in the same way for every server
   void Add(const Value& value, ValueType declared = ValueType::kNull);
   [[nodiscard]] bool IsEmpty() const { return items_.empty(); }
 

@@ -17,7 +17,8 @@ namespace qbx {
 class OdbcRows final : public RowSource {
  public:
   /// \param statement  stands on a result with columns, and outlives this
-  /// \param anywhere   whether the driver fetches piece by piece anywhere in a row, not only behind the last bound column
+  /// \param anywhere   whether the driver fetches piece by piece anywhere in a row, not only behind the last bound
+  ///                   column
   /// \throws OdbcFailure
   OdbcRows(const OdbcHandle& statement, bool anywhere);
   OdbcRows(const OdbcRows&) = delete;

@@ -12,9 +12,9 @@
 
 namespace qbx {
 
-/// One statement at a time, each with a handle of its own that is freed once its rows are read. Only the rows of a batch
-/// that is one SELECT are stepped as they are asked for; all others are read at once, since a procedure that is given up
-/// half way would leave the rest undone.
+/// One statement at a time, each with a handle of its own that is freed once its rows are read. Only the rows of a
+/// batch that is one SELECT are stepped as they are asked for; all others are read at once, since a procedure that is
+/// given up half way would leave the rest undone.
 ///
 /// Transactions are statements ("BEGIN TRANSACTION"), because the driver's own take one exchange more. When the server
 /// undoes one by itself (a deadlock, say), nothing is let through until it is rolled back here as well.
@@ -40,7 +40,8 @@ class OdbcSession final : public Session {
   void InsertRow(const QString& table, std::span<const QString> columns, std::span<const Value> values) override;
 
   void SetCommandTimeout(int seconds) override { link_->SetTimeLimit(seconds); }
-  /// The driver notices a lost connection only when it is used, so the server is asked, unless it answered a moment ago.
+  /// The driver notices a lost connection only when it is used, so the server is asked, unless it answered a moment
+  /// ago.
   [[nodiscard]] bool IsAlive() override;
   void Interrupt() override { link_->Interrupt(); }
   void ForgetInterruption() override { link_->ForgetInterruption(); }

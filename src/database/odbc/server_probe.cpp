@@ -6,6 +6,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <memory>
 #include <optional>
@@ -25,14 +26,11 @@ constexpr char kEndMark = '\xFF';
 
 /// The question: a version of this side, and that encryption is left to the server.
 QByteArray Question() {
-  return QByteArray(
-      "\x12\x01\x00\x1A\x00\x00\x01\x00"  // one packet of 26 bytes
-      "\x00\x00\x0B\x00\x06"              // the version stands at 11, 6 bytes
-      "\x01\x00\x11\x00\x01"              // encryption at 17, 1 byte
-      "\xFF"
-      "\x09\x00\x00\x00\x00\x00"
-      "\x00",
-      26);
+  constexpr std::array<char, 26> kPacket = {0x12,     1, 0,  26, 0, 0, 1, 0,  // one packet of 26 bytes
+                                            0,        0, 11, 0,  6,           // the version stands at 11, 6 bytes
+                                            1,        0, 17, 0,  1,           // encryption at 17, 1 byte
+                                            kEndMark, 9, 0,  0,  0, 0, 0, 0};
+  return {kPacket.data(), kPacket.size()};
 }
 
 class ProbeSocket {

@@ -18,8 +18,8 @@ struct BatchText {
   BatchKind kind = BatchKind::kOne;
 };
 
-/// Calls that are written as statements, "proc_x (1, 'a')", "proc_x 50" or "sp_helpfile", get the word and the form that
-/// the server wants. A text in quotes with a character that is not in every code page is marked as Unicode.
+/// Calls that are written as statements, "proc_x (1, 'a')", "proc_x 50" or "sp_helpfile", get the word and the form
+/// that the server wants. A text in quotes with a character that is not in every code page is marked as Unicode.
 [[nodiscard]] BatchText ServerBatch(const QString& batch);
 
 /// A name in brackets.

@@ -11,8 +11,8 @@
 
 namespace qbx {
 
-/// Calls `bark` once when the time is over that it was given. A driver's own time-out starts anew with every packet that
-/// comes; this one does not. The thread starts with the first time that is given.
+/// Calls `bark` once when the time is over that it was given. A driver's own time-out starts anew with every packet
+/// that comes; this one does not. The thread starts with the first time that is given.
 class Watchdog {
  public:
   /// \param bark  called on the watchdog's thread
