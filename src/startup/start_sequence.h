@@ -58,9 +58,13 @@ class StartSequence {
   /// Starts without windows, with values instead of switches. The INI file keeps the names only if the database could
   /// be opened.
   StartOutcome RunHeadless(const HeadlessStart& request);
+  /// The first part of that: settles the names of edition and database, and connects to nothing. Needs no user.
+  StartOutcome SettleHeadless(const HeadlessStart& request);
 
  private:
   void Prepare();
+  void PrepareHeadless(const HeadlessStart& request);
+  void SettleHeadlessNames(const HeadlessStart& request);
   void ReadIniFile();
   /// \param mayOverride  whether the registry may name another database
   void SettleNames(bool mayOverride);

@@ -14,6 +14,7 @@
 #include "consent/sandbox_post.h"
 #include "consent/stored_rows.h"
 #include "platform/clock.h"
+#include "support/wire/server_under_test.h"
 
 namespace qbx::consent {
 namespace {
@@ -34,6 +35,7 @@ class RealRound {
         post_(sandbox) {
     StoreWorld(world_, {sandbox.HttpPort(), sandbox.SmtpPort()}, host_.Database());
     sandbox.SetCredits(1'000'000);
+    served_.TellPrograms();
   }
 
   RoundCounts Play() {
@@ -87,6 +89,7 @@ class RealRound {
   RandomSource random_;
   GarageFolder folder_;
   SystemClock clock_;
+  test::ServedFolder served_{folder_.Path(), clock_};
   World world_;
   Ledger ledger_;
   LetterLedger letters_;

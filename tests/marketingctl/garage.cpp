@@ -88,6 +88,7 @@ CtlResult Finish(QProcess& process) {
 Garage::Garage(int customers) {
   const CtlResult made = RunCtl(Words("sample %1 --customers %2", {Path(), QString::number(customers)}));
   EXPECT_EQ(made.code, 0) << made.err.constData();
+  served_.TellPrograms();
 }
 
 CtlResult Garage::Run(const char* line, const QStringList& values, const QByteArray& input) const {
@@ -109,6 +110,7 @@ std::unique_ptr<QProcess> Garage::Start(const char* line, const QStringList& val
 
 void Garage::Sql(const char* statements) const {
   const SqliteFile file = OpenHostFile(DatabaseFile());
+  ExecuteSql(file.Handle(), "PRAGMA busy_timeout = 20000");  // a server closes its sessions a moment after its clients
   ExecuteSql(file.Handle(), statements);
 }
 

@@ -13,6 +13,7 @@
 
 #include "support/sandbox_process.h"
 #include "support/temp_folder.h"
+#include "support/wire/server_under_test.h"
 
 namespace qbx::test {
 
@@ -71,6 +72,8 @@ class Garage {
 
  private:
   TempFolder folder_;
+  SystemClock clock_;
+  ServedFolder served_{folder_.Path(), clock_};
 };
 
 /// How many "texts" or "mails" the sandbox accepted, by number or address.

@@ -89,11 +89,12 @@ TEST_F(StartTest, GoesOnWhenTheServerCannotBeReached) {
   EXPECT_FALSE(application->hostConnection.Connected());
   ASSERT_EQ(ui.Messages().size(), 1U);
   EXPECT_EQ(ui.Messages().front().icon, MessageIcon::kStop);
-  EXPECT_THAT(ui.Messages().front().text.toStdString(), HasSubstr("FARAWAY"));
+  EXPECT_THAT(ui.Messages().front().text.toStdString(), HasSubstr("SQL Server does not exist"));
   EXPECT_EQ(application->options.DatabaseVersion, 0);
 
   ui.Clear();
   PutMachine(QStringLiteral("\\Login"), QStringLiteral("Server"), QStringLiteral("workshop-pc"));
+  PutMachine(QStringLiteral("\\Login"), QStringLiteral("Driver"), QStringLiteral("No Such Driver"));
   EXPECT_EQ(Launch(kUser), StartOutcome::kRunning);
   EXPECT_EQ(ui.Messages().front().icon, MessageIcon::kStop) << "no service is offered: this computer's may be well";
 }

@@ -23,7 +23,7 @@ class EmbeddedSession final : public Session {
   EmbeddedSession& operator=(const EmbeddedSession&) = delete;
 
   std::unique_ptr<RowSource> Execute(const QString& batch) override;
-  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) override;
+  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override;
   [[nodiscard]] std::vector<Parameter> DescribeProcedure(const QString& procedure) override;
 
   void Begin() override;
@@ -49,7 +49,7 @@ class EmbeddedSession final : public Session {
 
   [[nodiscard]] std::unique_ptr<RowSource> RunStatement(Tokens statement, bool last);
   [[nodiscard]] std::unique_ptr<RowSource> RunSql(Tokens statement, bool last);
-  [[nodiscard]] std::unique_ptr<RowSource> RunCall(const ProcedureCall& call);
+  [[nodiscard]] std::unique_ptr<RowSource> RunCall(const WrittenCall& call);
   [[nodiscard]] std::unique_ptr<RowSource> RunProcedure(StoredProcedure& procedure, const std::vector<Value>& values);
   [[nodiscard]] std::unique_ptr<RowSource> HelpFile();
   [[nodiscard]] StatementLease DeleteStatement(const QString& table, const QString& keyColumn);

@@ -3,8 +3,8 @@
 namespace qbx {
 namespace {
 
-// The name of the one entry of FreeTDS's file. Where the driver does not find the file it takes this for a host, so that
-// it must never be one.
+// The name of the one entry of FreeTDS's file. Where the driver does not find the file it takes this for a host, so
+// that it must never be one.
 const QLatin1String kEntry("sqlserver.invalid");
 
 /// A driver's way to write a value.
@@ -68,6 +68,8 @@ OdbcConnectionString ComposeConnectionString(const ServerAddress& address, const
   const auto add = [&](const char* word, const QString& value, const QString& what) {
     text += QLatin1String(word) + Braced(value, dialect, what) + u';';
   };
+  // The interpretation of errors looks for English words, and dates in statements are written year, month, day.
+  text += QLatin1String("Language=us_english;");
   if (!settings.application.isEmpty()) add("APP=", settings.application, QStringLiteral("The program's name"));
   add("Database=", database, QStringLiteral("The database's name"));
   add("UID=", login.user, QStringLiteral("The user of the database login"));

@@ -24,8 +24,8 @@ struct OdbcSettings {
 struct OdbcConnectionString {
   QString text;    ///< for SQLDriverConnectW; holds the password, so it is never shown or logged
   QString forLog;  ///< the same with "***" for the password
-  /// The file that FreeTDS has to find by its environment variable FREETDSCONF, since it checks a certificate in no other
-  /// way; empty where no file is needed.
+  /// The file that FreeTDS has to find by its environment variable FREETDSCONF, since it checks a certificate in no
+  /// other way; empty where no file is needed.
   QString freeTdsFile;
 };
 

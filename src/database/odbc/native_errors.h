@@ -16,6 +16,9 @@ struct NativeError {
   QString text;      ///< with the prefixes in brackets
 };
 
+/// Whether it is an error of the server, not one of the driver's own.
+[[nodiscard]] bool IsFromServer(const NativeError& record);
+
 /// What the session knows about a failed call besides its records.
 enum class CallEnd {
   kFailed,
@@ -27,14 +30,17 @@ enum class CallEnd {
 /// looks for them, and quote names with double quotes where it cuts at single ones: both are put back. Of the driver's
 /// own records those that only say that something failed are left out.
 /// \param records  all of them, in the driver's order
-/// \param dead     whether the driver counts the connection as dead since the call. Then the error is that of a lost connection, with what the server said before it
-///                 behind it; except where the time was over or the user cancelled: a repetition would take as long again,
-///                 and the next call finds the connection dead.
+/// \param dead     whether the driver counts the connection as dead since the call. Then the error is that of a lost
+///                 connection, with what the server said before it behind it; except where the time was over or the
+///                 user cancelled: a repetition would take as long again, and the next call finds the connection dead.
 [[nodiscard]] DatabaseError FailureOfCall(const std::vector<NativeError>& records, bool dead,
                                           CallEnd end = CallEnd::kFailed);
 
-/// The failure to connect. What the server said counts; without a word of it the error is kUnspecifiedError.
+/// The failure to connect. What the server said counts; without a word of it the error is kNoDriver where the driver is
+/// missing, else kUnspecifiedError.
+/// \param driver   its name
 /// \param encrypt  whether an encrypted connection was asked for
-[[nodiscard]] DatabaseError FailureToConnect(const std::vector<NativeError>& records, bool encrypt);
+[[nodiscard]] DatabaseError FailureToConnect(const std::vector<NativeError>& records, const QString& driver,
+                                             bool encrypt);
 
 }  // namespace qbx
