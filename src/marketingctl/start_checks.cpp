@@ -10,12 +10,15 @@ namespace qbx::ctl {
 namespace {
 
 StartRefusal MissingDatabase(const Application& app) {
+  const QString name = app.startup.databaseName;
   const QString server = app.hostConnection.Server();
-  const QString place = IsEmbeddedServer(server) ? QStringLiteral("the folder ") + app.startup.ProgramFolder
-                                                 : QStringLiteral("the server ") + server;
+  if (!IsEmbeddedServer(server))
+    return {Reason::kNoDatabase,
+            QStringLiteral("There is no database \"%1\" on the server %2, so nothing was done.").arg(name, server)};
   return {Reason::kNoDatabase,
-          QStringLiteral("There is no database \"%1\" in %2, so nothing was done. \"init\" and \"sample\" make one.")
-              .arg(app.startup.databaseName, place)};
+          QStringLiteral(
+              "There is no database \"%1\" in the folder %2, so nothing was done. \"init\" and \"sample\" make one.")
+              .arg(name, app.startup.ProgramFolder)};
 }
 
 }  // namespace
