@@ -1,0 +1,7 @@
+IF NOT EXISTS (SELECT 1 FROM _Options WHERE Options_Company = N'A') INSERT INTO _Options (Options_Company) VALUES (N'A')
+UPDATE _Version SET Objects_Set = @OBJECTS_SET@, Objects_Fingerprint = N'@OBJECTS_FINGERPRINT@'
+GO
+IF @@TRANCOUNT > 0 COMMIT TRANSACTION
+GO
+SET NOEXEC OFF
+GO
