@@ -232,6 +232,27 @@ void Recordset::Delete() {
   Drop();
 }
 
+void Recordset::DeleteRows(const std::function<bool(const StoredRow& row)>& condemned) {
+  if (!state_) ThrowNotAllowed();
+  state_->RequireWritable();
+  State::SharedRows& stored = *state_->shared;
+  const int keyColumn = state_->IndexOf(state_->keyColumn);
+  if (keyColumn < 0) ThrowNotAllowed();
+  std::vector<qint64> rows;
+  std::vector<Value> keys;
+  for (qint64 row = 0; row < stored.rows.Count(); ++row) {
+    if (stored.deleted[static_cast<std::size_t>(row)] || !condemned(StoredRow(stored.rows, row))) continue;
+    rows.push_back(row);
+    keys.push_back(stored.rows.At(row, keyColumn).ToValue());
+  }
+  if (rows.empty()) return;
+  state_->session->DeleteRows(state_->table, state_->keyColumn, keys);
+  state_->DropChanges();
+  for (const qint64 row : rows)
+    stored.deleted[static_cast<std::size_t>(row)] = true;
+  stored.deletedCount += static_cast<qint64>(rows.size());
+}
+
 void Recordset::Drop() {
   if (!state_ || !state_->ClientSide() || state_->AtEnd()) ThrowNotAllowed();
   state_->DropChanges();

@@ -122,6 +122,8 @@ class Recordset {
 
   /// Deletes the current row here and on the server; the next row becomes current.
   void Delete();
+  /// Deletes the rows that are condemned here and on the server, in one go. Looks at every row as Visit does; what it throws leaves all as it was.
+  void DeleteRows(const std::function<bool(const StoredRow& row)>& condemned);
   /// Takes the current row out here only, after something else deleted it on the server; the next row becomes current.
   void Drop();
   /// Changes a cell here only, after something else changed it on the server. \param row  position in the current order

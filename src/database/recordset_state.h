@@ -53,8 +53,11 @@ class Recordset::State {
 
   void Read(RowSource& rows) {
     auto read = std::make_shared<SharedRows>(SharedRows{.rows = PackedRows(static_cast<int>(rows.Columns().size()))});
-    while (rows.Next())
-      read->rows.Append(rows);
+    if (PackedRows* const packed = rows.Packed())
+      read->rows = std::move(*packed);
+    else
+      while (rows.Next())
+        read->rows.Append(rows);
     read->deleted.assign(static_cast<std::size_t>(read->rows.Count()), false);
     columns = rows.Columns();
     names.clear();

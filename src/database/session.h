@@ -17,7 +17,7 @@ struct Column {
   QString name;
   ValueType type = ValueType::kText;  ///< as declared; kText for an expression of unknown type
   int size = 0;                       ///< characters of a text column, 0: unlimited or unknown
-  QString baseTable = {};             ///< empty for an expression
+  QString baseTable = {};             ///< where the engine tells; a network driver does not
   int precision =
       0;  ///< digits of a decimal, characters of a written-out date (10 date, 16 to the minute, 23 to the millisecond); 0: unknown
   int scale = 0;  ///< digits behind the point of a decimal
@@ -35,6 +35,8 @@ struct Cell {
   [[nodiscard]] Value ToValue() const;
 };
 
+class PackedRows;
+
 /// A forward-only result. Rows are produced as they are asked for; destroying it abandons the rest.
 class RowSource {
  public:
@@ -44,6 +46,8 @@ class RowSource {
   /// \return false at the end
   virtual bool Next() = 0;
   [[nodiscard]] virtual Cell At(int column) const = 0;
+  /// All rows, where they were read already: whoever keeps them may move them out instead of stepping; else null.
+  [[nodiscard]] virtual PackedRows* Packed() { return nullptr; }
 };
 
 enum class ParameterDirection { kInput, kOutput, kReturnValue };
@@ -55,7 +59,7 @@ struct Parameter {
   int size = 0;  ///< characters of a text parameter, 0: unlimited
   ParameterDirection direction = ParameterDirection::kInput;
   bool isSet = false;
-  Value value = {};
+  Value value = {};  ///< an output's and the return value's: what the last call gave
 };
 
 /// One session. Every call may throw DatabaseError; a lost connection has number kUnspecifiedError. One call at a time, from any one thread;
@@ -69,8 +73,8 @@ class Session {
   virtual std::unique_ptr<RowSource> Execute(const QString& batch) = 0;
 
   /// Calls a procedure with the parameters that are set.
-  /// \param parameters  as DescribeProcedure gave them; matched by name
-  virtual std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) = 0;
+  /// \param parameters  as DescribeProcedure gave them; matched by name. Outputs and the return value are filled in.
+  virtual std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) = 0;
 
   /// The parameter list of a procedure as the server describes it; element 0 is the return value.
   [[nodiscard]] virtual std::vector<Parameter> DescribeProcedure(const QString& procedure) = 0;
@@ -83,6 +87,11 @@ class Session {
 
   /// Row-wise changes, as a client-side recordset makes them.
   virtual void DeleteRow(const QString& table, const QString& keyColumn, const Value& key) = 0;
+  /// Many rows in one go.
+  virtual void DeleteRows(const QString& table, const QString& keyColumn, std::span<const Value> keys) {
+    for (const Value& key : keys)
+      DeleteRow(table, keyColumn, key);
+  }
   virtual void UpdateRow(const QString& table, const QString& keyColumn, const Value& key,
                          std::span<const QString> columns, std::span<const Value> values) = 0;
   virtual void InsertRow(const QString& table, std::span<const QString> columns, std::span<const Value> values) = 0;

@@ -14,7 +14,7 @@ class SessionWrapper : public Session {
   std::unique_ptr<RowSource> Execute(const QString& batch) override {
     return Get<std::unique_ptr<RowSource>>([&] { return inner_->Execute(batch); });
   }
-  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) override {
+  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override {
     return Get<std::unique_ptr<RowSource>>([&] { return inner_->Call(procedure, parameters); });
   }
   [[nodiscard]] std::vector<Parameter> DescribeProcedure(const QString& procedure) override {
@@ -40,6 +40,9 @@ class SessionWrapper : public Session {
   [[nodiscard]] bool InTransaction() const override { return inner_->InTransaction(); }
   void DeleteRow(const QString& table, const QString& keyColumn, const Value& key) override {
     Ask([&] { inner_->DeleteRow(table, keyColumn, key); });
+  }
+  void DeleteRows(const QString& table, const QString& keyColumn, std::span<const Value> keys) override {
+    Ask([&] { inner_->DeleteRows(table, keyColumn, keys); });
   }
   void UpdateRow(const QString& table, const QString& keyColumn, const Value& key, std::span<const QString> columns,
                  std::span<const Value> values) override {

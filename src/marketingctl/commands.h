@@ -9,6 +9,7 @@ namespace qbx::ctl {
 void AddSampleCommand(Runner& runner);
 void AddInitCommand(Runner& runner);
 void AddStatusCommand(Runner& runner);
+void AddConnectCommand(Runner& runner);
 void AddOptionsCommand(Runner& runner);
 void AddCampaignsCommand(Runner& runner);
 void AddQueryCommand(Runner& runner);

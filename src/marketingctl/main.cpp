@@ -43,6 +43,7 @@ int main(int argc, char** argv) {
   qbx::ctl::AddSampleCommand(runner);
   qbx::ctl::AddInitCommand(runner);
   qbx::ctl::AddStatusCommand(runner);
+  qbx::ctl::AddConnectCommand(runner);
   qbx::ctl::AddOptionsCommand(runner);
   qbx::ctl::AddCampaignsCommand(runner);
   qbx::ctl::AddQueryCommand(runner);

@@ -67,11 +67,18 @@ Runner::Runner(CLI::App& root) : root_(root) {
 }
 
 void Runner::AddCommand(CLI::App& command, Action action) {
-  command.callback([this, action = std::move(action)] { chosen_ = [this, action] { return Start(action, true); }; });
+  command.callback(
+      [this, action = std::move(action)] { chosen_ = [this, action] { return Start(action, Needs::kConnection); }; });
 }
 
 void Runner::AddOfflineCommand(CLI::App& command, Action action) {
-  command.callback([this, action = std::move(action)] { chosen_ = [this, action] { return Start(action, false); }; });
+  command.callback(
+      [this, action = std::move(action)] { chosen_ = [this, action] { return Start(action, Needs::kStart); }; });
+}
+
+void Runner::AddUnconnectedCommand(CLI::App& command, Action action) {
+  command.callback(
+      [this, action = std::move(action)] { chosen_ = [this, action] { return Start(action, Needs::kNames); }; });
 }
 
 void Runner::AddBareCommand(CLI::App& command, std::function<int()> action) {
@@ -118,7 +125,7 @@ int Runner::Misused(const CLI::ParseError& error) const {
   return kUsage;
 }
 
-int Runner::Start(const Action& action, bool needsConnection) {
+int Runner::Start(const Action& action, Needs needs) {
   HeadlessUi ui;
   if (flags_.bringOnline) ui.SetAnswer(Question::kBringDatabaseOnline, MessageAnswer::kYes);
   if (flags_.startService) ui.SetAnswer(Question::kStartDatabaseService, MessageAnswer::kYes);
@@ -127,11 +134,13 @@ int Runner::Start(const Action& action, bool needsConnection) {
   if (const auto problem = FolderProblem(folders.program)) return Refuse(problem->reason, problem->text);
   Application app({.ui = ui, .clock = clock, .folders = folders});
   if (const auto problem = IniProblem(app.ini.Path())) return Refuse(problem->reason, problem->text);
-  const StartOutcome outcome = app.start.RunHeadless(
-      {.user = Text(flags_.user), .databaseName = Text(flags_.database), .instance = Text(flags_.instance)});
+  const HeadlessStart request{
+      .user = Text(flags_.user), .databaseName = Text(flags_.database), .instance = Text(flags_.instance)};
+  const StartOutcome outcome =
+      needs == Needs::kNames ? app.start.SettleHeadless(request) : app.start.RunHeadless(request);
   if (outcome != StartOutcome::kRunning)
     return Refuse(Reason::kNoUser, QStringLiteral("Say who this is done as: --user NAME or QBX_USER."));
-  if (needsConnection) {
+  if (needs == Needs::kConnection) {
     if (const auto problem = StartProblem(app, ui)) return Refuse(problem->reason, problem->text);
   }
   SendEmailView view;

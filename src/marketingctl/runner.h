@@ -50,6 +50,8 @@ class Runner {
   void AddCommand(CLI::App& command, Action action);
   /// The same, but run whether or not there is a connection.
   void AddOfflineCommand(CLI::App& command, Action action);
+  /// A command for which the program only settles its names: it connects by itself, and needs no user.
+  void AddUnconnectedCommand(CLI::App& command, Action action);
   /// A command that does not start the program at all.
   void AddBareCommand(CLI::App& command, std::function<int()> action);
 
@@ -59,7 +61,8 @@ class Runner {
 
  private:
   [[nodiscard]] int Parse(int argc, char** argv);
-  [[nodiscard]] int Start(const Action& action, bool needsConnection);
+  enum class Needs { kNames, kStart, kConnection };
+  [[nodiscard]] int Start(const Action& action, Needs needs);
   [[nodiscard]] int Misused(const CLI::ParseError& error) const;
 
   CLI::App& root_;

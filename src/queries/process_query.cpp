@@ -60,15 +60,11 @@ void PruneRows(Recordset& rows, const ConsentRule& rule, const std::atomic<bool>
   const int sms = rows.ColumnIndex(QStringLiteral("Can_Send_SMS"));
   const int email = rows.ColumnIndex(QStringLiteral("Can_Send_Email"));
   const int letter = rows.ColumnIndex(QStringLiteral("Can_Send_Letter"));
-  const auto field = [&rows](int column) { return column < 0 ? Value::Null() : rows.Field(column); };
-  rows.MoveFirst();
-  while (!rows.Eof()) {
+  rows.DeleteRows([&](const StoredRow& row) {
     if (cancelled) throw QueryCancelled();
-    if (rule.Removes(field(consent).ToInt(), field(sms).ToBool(), field(email).ToBool(), field(letter).ToBool()))
-      rows.Delete();
-    else
-      rows.MoveNext();
-  }
+    const auto field = [&row](int column) { return column < 0 ? Value::Null() : row.At(column).ToValue(); };
+    return rule.Removes(field(consent).ToInt(), field(sms).ToBool(), field(email).ToBool(), field(letter).ToBool());
+  });
 }
 
 }  // namespace

@@ -36,15 +36,11 @@ QString UnitFor(const ServiceSettings& service, const QString& name) {
   return {};
 }
 
-/// Sessions of the embedded engine; any other server cannot be reached.
-SessionFactory Sessions(EmbeddedEngine& engine) {
-  return [&engine](const ConnectionTarget& target, const Login& login, int timeout) -> std::unique_ptr<Session> {
-    if (IsEmbeddedServer(target.server)) return engine.Connect(target, login, timeout);
-    const QString text =
-        QStringLiteral(
-            "This build of the program cannot reach the SQL Server %1. Leave the server name empty to use the database in the program folder.")
-            .arg(target.server);
-    throw DatabaseError(kNoDriver, text, {{.number = 0, .sqlState = QStringLiteral("IM002"), .description = text}});
+/// Sessions of the embedded engine where the server's name says so, else of a SQL Server.
+SessionFactory Sessions(EmbeddedEngine& engine, OdbcDriver& sqlServer) {
+  return [&](const ConnectionTarget& target, const Login& login, int timeout) {
+    return IsEmbeddedServer(target.server) ? engine.Connect(target, login, timeout)
+                                           : sqlServer.Connect(target, login, timeout);
   };
 }
 
@@ -100,14 +96,14 @@ Application::Application(const ApplicationSetup& setup)
                     .arg(file)
                     .arg(NewestFileNumber()));
           }),
-      connection(setup.wrapSessions ? setup.wrapSessions(Sessions(engine)) : Sessions(engine)),
+      connection(setup.wrapSessions ? setup.wrapSessions(Sessions(engine, sqlServer)) : Sessions(engine, sqlServer)),
       events(connection, eventContext, log),
       interpretation(eventContext, events, lastError, diagnostics),
       statements(connection, interpretation, events, lastError, diagnostics),
       optionsLoader(statements, ini, cipher, startup, eventContext, options, diagnostics),
       campaignStorage(statements, events, eventContext, diagnostics, campaign,
                       [this](int id) { return ReplaceGuard(connection, host, diagnostics).LookAtClaim(id); }),
-      hostConnection({startup, ini, registry, service, cipher, host, connection, statements, services, shell,
+      hostConnection({startup, ini, registry, service, cipher, host, sqlServer, connection, statements, services, shell,
                       optionsLoader, userOptions, diagnostics}),
       start({startup, eventContext, ini, registry, hostConnection, events, campaignStorage, host, log, diagnostics}) {
   errors.SetEventWriter([this](int type, int table, const QString& key, const QString& details) {

@@ -8,6 +8,7 @@
 #include "campaigns/campaign_record.h"
 #include "campaigns/campaign_storage.h"
 #include "database/embedded/engine.h"
+#include "database/odbc/odbc_driver.h"
 #include "database/statements.h"
 #include "dispatch/dispatch_state.h"
 #include "network/http_client.h"
@@ -102,6 +103,7 @@ class Application {
 
   // Database.
   EmbeddedEngine engine;
+  OdbcDriver sqlServer;
   Connection connection;
   EventLog events;
   ErrorInterpretation interpretation;

@@ -55,6 +55,17 @@ Login ChooseLogin(const LoginKey& key, const ServiceSettings& service, bool vers
   return login;
 }
 
+/// How a SQL Server is reached.
+OdbcSettings ReadSqlServerSettings(const LoginKey& key, const ServiceSettings& service) {
+  OdbcSettings settings;
+  const QString driver = key.Text("Driver");
+  if (!driver.isEmpty()) settings.driver = driver;
+  settings.encrypt = EqualsNoCase(TrimBlanks(key.Text("Encrypt")), QStringLiteral("Y"));
+  settings.authorities = service.caFile;
+  settings.application = QStringLiteral("QBX Marketing");
+  return settings;
+}
+
 }  // namespace
 
 bool UsesSettingsVersion2(const IniFile& ini, const QString& programFolder) {
@@ -72,6 +83,7 @@ LoginSettings ReadLoginSettings(RegistryValues& registry, const IniFile& ini, co
   settings.settingsVersion2 = UsesSettingsVersion2(ini, programFolder);
   settings.overrideAutomaticSettings = key.Text("OverrideAutomaticSettings") == QStringLiteral("Y");
   settings.login = ChooseLogin(key, service, settings.settingsVersion2 && !settings.overrideAutomaticSettings);
+  settings.sqlServer = ReadSqlServerSettings(key, service);
   return settings;
 }
 
@@ -95,6 +107,7 @@ void HostConnection::GetDatabaseSettings() {
       ReadLoginSettings(parts_.registry, parts_.ini, parts_.startup.ProgramFolder, parts_.service, parts_.cipher);
   parts_.startup.companyCode = login.companyCode;
   server_ = login.server;
+  parts_.sqlServer.SetUp(login.sqlServer);
   DatabaseConnector connector(parts_.connection, parts_.statements, parts_.services, parts_.shell, parts_.diagnostics,
                               SettingsFor(login));
   connected_ = connector.ConnectDatabase(login.server, login.login, parts_.startup.databaseName);

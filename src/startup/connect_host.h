@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "database/connect_database.h"
+#include "database/odbc/odbc_driver.h"
 #include "platform/host_info.h"
 #include "settings/options_loader.h"
 #include "settings/registry_values.h"
@@ -20,6 +21,7 @@ struct LoginSettings {
   Login login;
   bool settingsVersion2 = false;
   bool overrideAutomaticSettings = false;
+  OdbcSettings sqlServer = {};
 };
 
 /// Whether the host's newer login defaults apply: `DatabaseSettingsVersion` of the INI file, when above 0, is 2;
@@ -39,6 +41,7 @@ struct HostConnectionParts {
   const ServiceSettings& service;
   HostCipher& cipher;
   const HostInfo& host;
+  OdbcDriver& sqlServer;
   Connection& connection;
   Statements& statements;
   ServiceControl& services;

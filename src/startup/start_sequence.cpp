@@ -56,21 +56,35 @@ StartOutcome StartSequence::Run(const QString& commandLine, const StartWindows& 
   return StartOutcome::kRunning;
 }
 
-StartOutcome StartSequence::RunHeadless(const HeadlessStart& request) {
+void StartSequence::PrepareHeadless(const HeadlessStart& request) {
   Prepare();
   StartupValues& startup = parts_.startup;
   startup.user = CutText(TrimBlanks(request.user), kMaxUser);
   startup.instance = InstanceName(request.instance);
   WorkOutEditionNames(startup);
-  if (startup.user.isEmpty()) {
+}
+
+void StartSequence::SettleHeadlessNames(const HeadlessStart& request) {
+  if (!request.databaseName.isEmpty()) parts_.startup.databaseName = request.databaseName;
+  SettleNames(request.databaseName.isEmpty());
+}
+
+StartOutcome StartSequence::RunHeadless(const HeadlessStart& request) {
+  PrepareHeadless(request);
+  if (parts_.startup.user.isEmpty()) {
     Refuse();
     return StartOutcome::kRefused;
   }
-  if (!request.databaseName.isEmpty()) startup.databaseName = request.databaseName;
-  SettleNames(request.databaseName.isEmpty());
+  SettleHeadlessNames(request);
   Work();
   // A name that was mistyped is not the one that windows start with next.
   if (parts_.hostConnection.Ready()) RememberNames();
+  return StartOutcome::kRunning;
+}
+
+StartOutcome StartSequence::SettleHeadless(const HeadlessStart& request) {
+  PrepareHeadless(request);
+  SettleHeadlessNames(request);
   return StartOutcome::kRunning;
 }
 

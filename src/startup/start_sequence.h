@@ -57,9 +57,13 @@ class StartSequence {
   StartOutcome Run(const QString& commandLine, const StartWindows& windows);
   /// The same without windows, with values instead of switches. The names are kept in the INI file only when the database could be opened.
   StartOutcome RunHeadless(const HeadlessStart& request);
+  /// The first part of that: settles the names of edition and database, and connects to nothing. Needs no user.
+  StartOutcome SettleHeadless(const HeadlessStart& request);
 
  private:
   void Prepare();
+  void PrepareHeadless(const HeadlessStart& request);
+  void SettleHeadlessNames(const HeadlessStart& request);
   void ReadIniFile();
   /// \param mayOverride  the registry may name another database
   void SettleNames(bool mayOverride);

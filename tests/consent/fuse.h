@@ -31,7 +31,7 @@ class FusedSession final : public SessionWrapper {
     (void)SessionWrapper::Execute(batch.left(second));
     End();
   }
-  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) override {
+  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override {
     if (!fuse_.procedure.isEmpty() && procedure == fuse_.procedure) {
       fuse_ = {.left = 0, .procedure = {}, .fails = fuse_.fails, .burnt = fuse_.burnt};
       End();

@@ -32,7 +32,7 @@ class FakeSession final : public Session {
   explicit FakeSession(FakeServer& server) : server_(server) {}
 
   std::unique_ptr<RowSource> Execute(const QString& batch) override { return server_.Reply(batch); }
-  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) override {
+  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override {
     QString call = QLatin1String("call ") + procedure;
     for (const Parameter& each : parameters) {
       if (each.isSet) call += u' ' + each.name + u'=' + each.value.ToText();

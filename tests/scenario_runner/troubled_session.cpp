@@ -31,7 +31,7 @@ class TroubledSession final : public Session {
     Suffer(batch);
     return inner_->Execute(batch);
   }
-  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) override {
+  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override {
     Suffer(procedure);
     return inner_->Call(procedure, parameters);
   }

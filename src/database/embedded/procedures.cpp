@@ -6,6 +6,7 @@
 
 #include "database/embedded/errors.h"
 #include "database/embedded/rows.h"
+#include "database/kept_rows.h"
 #include "database/embedded/translator.h"
 
 namespace qbx {
@@ -71,7 +72,7 @@ std::unique_ptr<RowSource> StoredProcedure::Run(const std::vector<Value>& values
     const bool atRow = lease.Step();
     if (!hasColumns) continue;
     result = std::make_unique<SqliteRows>(std::move(lease), true, atRow);
-    if (!lazy) result = std::make_unique<ReadRows>(*result);
+    if (!lazy) result = std::make_unique<KeptRows>(*result);
   }
   return result;
 }

@@ -145,9 +145,4 @@ Cell SqliteRows::At(int column) const {
   return cell;
 }
 
-ReadRows::ReadRows(RowSource& source) : columns_(source.Columns()), rows_(static_cast<int>(columns_.size())) {
-  while (source.Next())
-    rows_.Append(source);
-}
-
 }  // namespace qbx

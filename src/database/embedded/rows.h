@@ -5,7 +5,6 @@
 #include <memory>
 
 #include "database/embedded/prepared.h"
-#include "database/packed_rows.h"
 #include "database/session.h"
 
 namespace qbx {
@@ -26,21 +25,6 @@ class SqliteRows final : public RowSource {
   std::vector<ColumnReading> readings_;
   bool stepped_;
   bool atRow_;
-};
-
-/// Rows that were read already.
-class ReadRows final : public RowSource {
- public:
-  explicit ReadRows(RowSource& source);
-
-  [[nodiscard]] const std::vector<Column>& Columns() const override { return columns_; }
-  bool Next() override { return ++row_ < rows_.Count(); }
-  [[nodiscard]] Cell At(int column) const override { return rows_.At(row_, column); }
-
- private:
-  std::vector<Column> columns_;
-  PackedRows rows_;
-  qint64 row_ = -1;
 };
 
 /// "yyyy-mm-dd" with or without " hh:mm:ss[.zzz]" (a "T" between them is accepted) as milliseconds since 1970-01-01 of

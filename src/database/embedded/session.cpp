@@ -6,6 +6,7 @@
 
 #include "database/embedded/errors.h"
 #include "database/embedded/rows.h"
+#include "database/kept_rows.h"
 
 namespace qbx {
 namespace {
@@ -151,7 +152,7 @@ std::unique_ptr<RowSource> EmbeddedSession::RunSql(Tokens statement, bool last) 
   if (!lease->HasColumns()) return nullptr;
   auto rows = std::make_unique<SqliteRows>(std::move(lease), true, atRow);
   if (lazy) return rows;
-  return std::make_unique<ReadRows>(*rows);
+  return std::make_unique<KeptRows>(*rows);
 }
 
 std::unique_ptr<RowSource> EmbeddedSession::RunCall(const ProcedureCall& call) {
@@ -169,7 +170,7 @@ std::unique_ptr<RowSource> EmbeddedSession::RunCall(const ProcedureCall& call) {
   return RunProcedure(*procedure, arguments.Complete());
 }
 
-std::unique_ptr<RowSource> EmbeddedSession::Call(const QString& name, std::span<const Parameter> parameters) {
+std::unique_ptr<RowSource> EmbeddedSession::Call(const QString& name, std::span<Parameter> parameters) {
   return Guarded([&] {
     const std::shared_ptr<StoredProcedure> procedure = procedures_.Find(name);
     Arguments arguments(procedure->Header());

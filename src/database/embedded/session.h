@@ -23,7 +23,7 @@ class EmbeddedSession final : public Session {
   EmbeddedSession& operator=(const EmbeddedSession&) = delete;
 
   std::unique_ptr<RowSource> Execute(const QString& batch) override;
-  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<const Parameter> parameters) override;
+  std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override;
   [[nodiscard]] std::vector<Parameter> DescribeProcedure(const QString& procedure) override;
 
   void Begin() override;

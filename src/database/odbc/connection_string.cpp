@@ -68,6 +68,8 @@ OdbcConnectionString ComposeConnectionString(const ServerAddress& address, const
   const auto add = [&](const char* word, const QString& value, const QString& what) {
     text += QLatin1String(word) + Braced(value, dialect, what) + u';';
   };
+  // The interpretation of errors looks for English words, and dates in statements are written year, month, day.
+  text += QLatin1String("Language=us_english;");
   if (!settings.application.isEmpty()) add("APP=", settings.application, QStringLiteral("The program's name"));
   add("Database=", database, QStringLiteral("The database's name"));
   add("UID=", login.user, QStringLiteral("The user of the database login"));

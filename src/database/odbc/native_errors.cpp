@@ -6,6 +6,7 @@
 #include <array>
 
 #include "database/server_errors.h"
+#include "util/text.h"
 
 namespace qbx {
 namespace {
@@ -60,10 +61,14 @@ qsizetype StartOfText(const QString& text) {
   return at;
 }
 
+}  // namespace
+
 bool IsFromServer(const NativeError& record) {
   const bool freeTds = record.number >= kFirstOfFreeTds && record.number <= kLastOfFreeTds;
   return record.number > 0 && !freeTds && record.text.contains(kServerPrefix);
 }
+
+namespace {
 
 /// Whether a record says nothing about a failure.
 bool IsNoise(const NativeError& record) {
@@ -121,6 +126,23 @@ bool SaysEncryption(const NativeError& record) {
          record.text.contains(QLatin1String("certificate"), Qt::CaseInsensitive);
 }
 
+/// The driver manager's own: no such driver is registered, or its library cannot be loaded.
+bool SaysNoDriver(const NativeError& record) {
+  return record.sqlState == QLatin1String("IM002") || record.sqlState == QLatin1String("IM003") ||
+         record.text.contains(QLatin1String("Can't open lib"));
+}
+
+DatabaseError DriverMissing(const QString& driver) {
+  const QString package = EqualsNoCase(driver, QStringLiteral("FreeTDS"))
+                              ? QStringLiteral("Install the package tdsodbc.")
+                              : QStringLiteral("Install it, or leave its name out to use FreeTDS (package tdsodbc).");
+  const QString text =
+      QStringLiteral(
+          "A SQL Server is reached through the ODBC driver \"%1\", which is not installed on this computer. %2 Leave the server name empty to use the database in the program folder.")
+          .arg(driver, package);
+  return DatabaseError(kNoDriver, text, {{0, QStringLiteral("IM002"), text}});
+}
+
 /// Why there is no connection, as far as the driver's own records tell.
 QString ReasonOfNoConnection(const std::vector<NativeError>& records, bool encrypt) {
   if (std::ranges::any_of(records, SaysTimeOut)) return QStringLiteral("Timeout expired. The server does not answer.");
@@ -148,7 +170,8 @@ DatabaseError FailureOfCall(const std::vector<NativeError>& records, bool dead, 
                        std::move(errors));
 }
 
-DatabaseError FailureToConnect(const std::vector<NativeError>& records, bool encrypt) {
+DatabaseError FailureToConnect(const std::vector<NativeError>& records, const QString& driver, bool encrypt) {
+  if (std::ranges::any_of(records, SaysNoDriver)) return DriverMissing(driver);
   std::vector<NativeError> said;
   std::ranges::copy_if(records, std::back_inserter(said), IsFromServer);
   std::erase_if(said, IsNoise);

@@ -16,6 +16,9 @@ struct NativeError {
   QString text;      ///< with the prefixes in brackets
 };
 
+/// Whether it is an error of the server, not one of the driver's own.
+[[nodiscard]] bool IsFromServer(const NativeError& record);
+
 /// What the session knows about a failed call besides its records.
 enum class CallEnd {
   kFailed,
@@ -33,8 +36,11 @@ enum class CallEnd {
 [[nodiscard]] DatabaseError FailureOfCall(const std::vector<NativeError>& records, bool dead,
                                           CallEnd end = CallEnd::kFailed);
 
-/// The failure to connect. What the server said counts; without a word of it the error is kUnspecifiedError.
+/// The failure to connect. What the server said counts; without a word of it the error is kNoDriver where the driver is
+/// missing, else kUnspecifiedError.
+/// \param driver   its name
 /// \param encrypt  whether an encrypted connection was asked for
-[[nodiscard]] DatabaseError FailureToConnect(const std::vector<NativeError>& records, bool encrypt);
+[[nodiscard]] DatabaseError FailureToConnect(const std::vector<NativeError>& records, const QString& driver,
+                                             bool encrypt);
 
 }  // namespace qbx

@@ -49,7 +49,7 @@ TEST(NativeErrors, ComeInTheWordsOfTheInterpretation) {
 
 TEST(NativeErrors, TellWhyThereIsNoConnection) {
   const auto describe = [](const char* records, bool encrypt = false) {
-    return std::string(FailureToConnect(Records(records), encrypt).what());
+    return std::string(FailureToConnect(Records(records), QStringLiteral("FreeTDS"), encrypt).what());
   };
   EXPECT_EQ(describe("18456~42000~[F][SQL Server]Fehler.\n20002~01000~[F]x"), "Login failed for user. Fehler.");
   EXPECT_EQ(describe("18456~42000~[F][SQL Server]Login failed for user 'u'.\n4060~42000~[F][SQL Server]Not there."),

@@ -1,0 +1,62 @@
+// What goes wrong on demand, and when.
+
+#pragma once
+
+#include <QString>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace qbx::tds {
+
+enum class FaultKind {
+  kHang,          ///< answers nothing any more, also no cancelling
+  kClose,         ///< ends the connection
+  kReset,         ///< breaks it off
+  kSlow,          ///< waits first; a cancelling is heeded
+  kError,         ///< answers with an error
+  kNoEncryption,  ///< says that it cannot encrypt (at kConnect)
+};
+
+enum class FaultMoment {
+  kConnect,   ///< before the first word
+  kLogin,     ///< when the login has come
+  kRequest,   ///< before a request is carried out
+  kAnswered,  ///< after it was carried out, before its answer
+  kRow,       ///< in the middle of a row of its answer
+};
+
+struct Fault {
+  FaultKind kind = FaultKind::kClose;
+  FaultMoment moment = FaultMoment::kRequest;
+  QString match = {};      ///< only requests with this text in them count, without regard to case; empty: all
+  int skip = 0;            ///< so many go well first
+  int times = 1;           ///< how often it happens; 0: until it is cleared
+  int row = 1;             ///< of kRow: which one
+  int milliseconds = 500;  ///< of kSlow
+  int number = 50000;      ///< of kError, as text
+  QString text = {};
+};
+
+/// The faults of one server. Any thread may ask and change them.
+class Faults {
+ public:
+  void Add(const Fault& fault);
+  void Clear();
+  /// Counts one more occasion.
+  /// \return the fault that happens at it
+  [[nodiscard]] std::optional<Fault> At(FaultMoment moment, const QString& text = {});
+  /// How many have happened since they were cleared.
+  [[nodiscard]] int Happened() const;
+
+ private:
+  struct Planned {
+    Fault fault;
+    int seen = 0;
+    int happened = 0;
+  };
+  mutable std::mutex mutex_;
+  std::vector<Planned> planned_;
+};
+
+}  // namespace qbx::tds

@@ -1,0 +1,34 @@
+// What a client says before it may ask for anything: the pre-login and the login message.
+
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <vector>
+
+namespace qbx::tds {
+
+/// What is agreed on about encryption, by its number on the wire.
+enum class Encryption : quint8 { kLoginOnly = 0, kAll = 1, kImpossible = 2, kRequired = 3 };
+
+/// What a client's pre-login message asks for.
+/// \throws ProtocolError
+[[nodiscard]] Encryption WantedEncryption(QByteArrayView preLogin);
+/// The answer to it.
+[[nodiscard]] QByteArray PreLoginAnswer(Encryption encryption);
+
+struct LoginMessage {
+  quint32 version = 0;  ///< 0x74000004 and the like
+  int packetSize = 0;
+  QString host;
+  QString user;
+  QString password;
+  QString application;
+  QString server;
+  QString database;
+  std::vector<quint8> features;  ///< numbers of the extensions that the client knows
+};
+/// \throws ProtocolError
+[[nodiscard]] LoginMessage ReadLogin(QByteArrayView body);
+
+}  // namespace qbx::tds

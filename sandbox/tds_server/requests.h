@@ -1,0 +1,51 @@
+// The requests of a client that has logged in: batches, procedure calls, transactions.
+
+#pragma once
+
+#include <QHash>
+
+#include "tds_server/channel.h"
+#include "tds_server/statements.h"
+
+namespace qbx::tds {
+
+/// Carries out the requests of one client. What is prepared lives as long as this.
+class Requests {
+ public:
+  explicit Requests(ClientState& client) : client_(client) {}
+
+  /// Writes the answer to a request, but for the end of the message.
+  /// \throws ProtocolError, RequestAbandoned
+  void Carry(const Message& message, Answer& answer);
+
+  /// What a fault may look for in a request: its statement or the name of its procedure, with the texts among its
+  /// parameters behind it.
+  [[nodiscard]] static QString TextOf(const Message& message);
+
+ private:
+  struct ProcedureRequest {
+    QString name;
+    int number = 0;  ///< of those that have one instead of a name
+    std::vector<SentParameter> parameters;
+  };
+  struct PreparedText {
+    QStringList names;  ///< of its parameters
+    QString sql;
+  };
+
+  static ProcedureRequest ReadProcedure(ByteReader& in);
+  void Batch(ByteReader& in, Answer& answer);
+  void Procedure(const ProcedureRequest& request, Answer& answer, bool more);
+  void Transaction(ByteReader& in, Answer& answer);
+
+  void RunText(const PreparedText& text, std::span<const SentParameter> values, Answer& answer);
+  void PrepareAndRun(const ProcedureRequest& request, Answer& answer, bool run);
+  bool Execute(const ProcedureRequest& request, Answer& answer);
+  void CallNamed(const ProcedureRequest& request, Answer& answer, bool more);
+
+  ClientState& client_;
+  QHash<qint64, PreparedText> prepared_;
+  qint64 handles_ = 0;
+};
+
+}  // namespace qbx::tds

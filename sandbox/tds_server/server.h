@@ -1,0 +1,58 @@
+// The server: listens on loopback and serves each client in a thread of its own.
+
+#pragma once
+
+#include <list>
+#include <memory>
+#include <mutex>
+#include <thread>
+
+#include "tds_server/client.h"
+
+namespace qbx::tds {
+
+/// A SQL Server's stand-in in front of an engine, from construction to destruction.
+///
+///   EmbeddedEngine engine(folder, clock);
+///   tds::Server server(engine);
+///   // clients connect to 127.0.0.1, server.Port()
+class Server {
+ public:
+  /// \param engine    outlives the server
+  /// \param port      0: any that is free
+  /// \param identity  for encryption; none: the server cannot encrypt. It outlives the server.
+  /// \throws ProtocolError where it cannot listen there
+  explicit Server(EmbeddedEngine& engine, int port = 0, const TlsIdentity* identity = nullptr);
+  ~Server();
+  Server(const Server&) = delete;
+  Server& operator=(const Server&) = delete;
+
+  [[nodiscard]] int Port() const { return port_; }
+  [[nodiscard]] Faults& PlannedFaults() { return parts_.faults; }
+  [[nodiscard]] const Counters& Counted() const { return parts_.counters; }
+
+  /// Refuses new connections, or takes them again at the same port.
+  void SetListening(bool on);
+  /// Ends all connections there are, as a server does that is started anew.
+  void EndConnections();
+
+ private:
+  struct Served {
+    Client client;
+    std::thread thread = {};
+    Served(int socket, int number, ServerParts& parts) : client(socket, number, parts) {}
+  };
+
+  void Accept(int listener);
+  void Serve(int socket);
+
+  ServerParts parts_;
+  int port_ = 0;
+  int stop_;
+  std::thread listening_;
+  std::mutex mutex_;
+  std::list<Served> served_;
+  int clients_ = 50;  // as on a server, the first numbers are its own
+};
+
+}  // namespace qbx::tds

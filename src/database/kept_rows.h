@@ -1,0 +1,32 @@
+// A result that was read already.
+
+#pragma once
+
+#include <vector>
+
+#include "database/packed_rows.h"
+#include "database/session.h"
+
+namespace qbx {
+
+/// Rows that are held here, so that the server is free for the next statement.
+class KeptRows final : public RowSource {
+ public:
+  /// Reads all that is left of the source.
+  explicit KeptRows(RowSource& source) : columns_(source.Columns()), rows_(static_cast<int>(columns_.size())) {
+    while (source.Next())
+      rows_.Append(source);
+  }
+
+  [[nodiscard]] const std::vector<Column>& Columns() const override { return columns_; }
+  bool Next() override { return ++row_ < rows_.Count(); }
+  [[nodiscard]] Cell At(int column) const override { return rows_.At(row_, column); }
+  [[nodiscard]] PackedRows* Packed() override { return row_ < 0 ? &rows_ : nullptr; }
+
+ private:
+  std::vector<Column> columns_;
+  PackedRows rows_;
+  qint64 row_ = -1;
+};
+
+}  // namespace qbx

@@ -1,0 +1,107 @@
+#include "database/odbc/odbc_link.h"
+
+#include <algorithm>
+
+#include "database/server_errors.h"
+
+namespace qbx {
+namespace {
+
+// The driver's own limit goes first where the server says nothing at all.
+constexpr auto kGrace = std::chrono::milliseconds(250);
+const QLatin1String kCursorStateWrong("24000");
+
+SQLPOINTER Number(std::size_t number) {
+  return reinterpret_cast<SQLPOINTER>(number);  // how attributes are handed over
+}
+
+OdbcHandle Environment() {
+  OdbcHandle environment(SQL_HANDLE_ENV, nullptr);
+  ::SQLSetEnvAttr(environment.Get(), SQL_ATTR_ODBC_VERSION, Number(SQL_OV_ODBC3), 0);
+  return environment;
+}
+
+bool FetchesAnywhere(const OdbcHandle& connection) {
+  constexpr SQLUINTEGER kAnywhere = SQL_GD_ANY_COLUMN;
+  SQLUINTEGER supported = 0;
+  ::SQLGetInfoW(connection.Get(), SQL_GETDATA_EXTENSIONS, &supported, sizeof(supported), nullptr);
+  return (supported & kAnywhere) == kAnywhere;
+}
+
+}  // namespace
+
+OdbcLink::OdbcLink(const QString& text, int loginTimeoutSeconds, RoundTrips& roundTrips)
+    : environment_(Environment()),
+      connection_(SQL_HANDLE_DBC, environment_.Get()),
+      roundTrips_(roundTrips),
+      watchdog_([this] { TimeIsOver(); }) {
+  ::SQLSetConnectAttrW(connection_.Get(), SQL_ATTR_LOGIN_TIMEOUT, Number(static_cast<std::size_t>(loginTimeoutSeconds)),
+                       0);
+  std::vector<SQLWCHAR> units = OdbcText(text);
+  const SQLRETURN connected =
+      ::SQLDriverConnectW(connection_.Get(), nullptr, units.data(), SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+  std::ranges::fill(units, SQLWCHAR{0});  // it holds the password
+  if (!SQL_SUCCEEDED(connected)) throw OdbcFailure{connection_.Records()};
+  dataAnywhere_ = FetchesAnywhere(connection_);
+  answered_ = std::chrono::steady_clock::now();
+}
+
+OdbcLink::~OdbcLink() {
+  ::SQLDisconnect(connection_.Get());
+}
+
+void OdbcLink::Interrupt() {
+  const std::lock_guard lock(runningMutex_);
+  interrupted_ = true;
+  if (running_ != nullptr && mayInterrupt_) ::SQLCancel(running_);
+}
+
+void OdbcLink::TimeIsOver() {
+  const std::lock_guard lock(runningMutex_);
+  if (running_ == nullptr) return;
+  timedOut_ = true;
+  ::SQLCancel(running_);
+}
+
+bool OdbcLink::DriverSaysDead() const {
+  SQLUINTEGER dead = SQL_CD_FALSE;
+  ::SQLGetConnectAttrW(connection_.Get(), SQL_ATTR_CONNECTION_DEAD, &dead, sizeof(dead), nullptr);
+  return dead == SQL_CD_TRUE;
+}
+
+void OdbcLink::Fail(const std::vector<NativeError>& records) {
+  failed_ = true;
+  // No statement is left half read here, so a driver that says so does not recover.
+  dead_ = dead_ || DriverSaysDead() || std::ranges::any_of(records, [](const NativeError& record) {
+            return record.number == 0 && record.sqlState == kCursorStateWrong;
+          });
+  const bool timedOut = std::exchange(timedOut_, false);
+  const bool interrupted = mayInterrupt_ && interrupted_.exchange(false);
+  throw FailureOfCall(records, dead_,
+                      timedOut      ? CallEnd::kTimedOut
+                      : interrupted ? CallEnd::kCancelled
+                                    : CallEnd::kFailed);
+}
+
+OdbcLink::Turn::Turn(OdbcLink& link, const OdbcHandle& statement, int exchanges, MayInterrupt mayInterrupt)
+    : link_(link), watched_(exchanges > 0 && link.timeLimit_ > 0) {
+  if (link.dead_) throw LostConnectionError();
+  {
+    const std::lock_guard lock(link.runningMutex_);
+    link.mayInterrupt_ = mayInterrupt == MayInterrupt::kYes;
+    link.timedOut_ = false;
+    if (link.mayInterrupt_ && link.interrupted_.exchange(false)) throw FailureOfCall({}, false, CallEnd::kCancelled);
+    link.running_ = statement.Get();
+  }
+  link.roundTrips_ += exchanges;
+  if (watched_) link.watchdog_.Watch(std::chrono::seconds(link.timeLimit_) + kGrace);
+}
+
+OdbcLink::Turn::~Turn() {
+  if (watched_) link_.watchdog_.Rest();
+  const std::lock_guard lock(link_.runningMutex_);
+  link_.running_ = nullptr;
+  link_.answered_ = std::chrono::steady_clock::now();
+}
+
+}  // namespace qbx

@@ -1,0 +1,48 @@
+// Values that go to the server beside a statement's text.
+
+#pragma once
+
+#include <deque>
+#include <vector>
+
+#include "database/odbc/odbc_handles.h"
+#include "database/value.h"
+
+namespace qbx {
+
+/// The values for the "?" of a statement, in their order. They stay in their places until the statement was run.
+class OdbcParameters {
+ public:
+  /// \param declared  what the server wants, where that is known: a NULL goes as that type, and a value that is of another one is
+  ///                  turned into it here, so that it is turned in the same way for every server
+  void Add(const Value& value, ValueType declared = ValueType::kNull);
+  [[nodiscard]] bool IsEmpty() const { return items_.empty(); }
+
+  /// \throws OdbcFailure
+  void BindTo(const OdbcHandle& statement);
+
+ private:
+  struct Item {
+    SQLSMALLINT cType = SQL_C_WCHAR;
+    SQLSMALLINT sqlType = SQL_WVARCHAR;
+    SQLULEN size = 1;
+    SQLSMALLINT scale = 0;
+    SQLLEN length = SQL_NULL_DATA;
+    union {
+      qint64 integer = 0;
+      double real;
+      SQL_TIMESTAMP_STRUCT moment;
+    };
+    std::vector<SQLWCHAR> text = {};
+  };
+
+  static void PutType(Item& item, ValueType type);
+  static void PutValue(Item& item, const Value& value);
+  static void PutText(Item& item, const QString& text);
+  static void PutMoment(Item& item, const QDateTime& when);
+  static void PutDecimal(Item& item, const Value& value);
+
+  std::deque<Item> items_;
+};
+
+}  // namespace qbx

@@ -1,0 +1,132 @@
+#include "database/odbc/statement_text.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <array>
+
+#include "util/text.h"
+
+namespace qbx {
+namespace {
+
+constexpr std::array kRowStatements = {"SELECT", "INSERT", "UPDATE", "DELETE", "EXEC"};
+
+bool IsOfWord(QChar character) {
+  return character.isLetterOrNumber() || character == u'_';
+}
+
+/// Where the part that begins here ends: a text or a name in quotes, a comment, a word, or one character.
+qsizetype EndOfPart(const QString& sql, qsizetype from) {
+  const auto behind = [&](const QString& mark, qsizetype start) {
+    const qsizetype found = sql.indexOf(mark, start);
+    return found < 0 ? sql.size() : found + mark.size();
+  };
+  const QChar first = sql[from];
+  const QStringView two = QStringView(sql).mid(from, 2);
+  if (first == u'\'' || first == u'"') return behind(first, from + 1);
+  if (first == u'[') return behind(QStringLiteral("]"), from + 1);
+  if (two == QLatin1String("--")) return behind(QStringLiteral("\n"), from + 2);
+  if (two == QLatin1String("/*")) return behind(QStringLiteral("*/"), from + 2);
+  qsizetype end = from + 1;
+  if (IsOfWord(first))
+    while (end < sql.size() && IsOfWord(sql[end]))
+      ++end;
+  return end;
+}
+
+bool IsQuotedText(const QString& part) {
+  return part.startsWith(u'\'');
+}
+
+/// A statement of a batch, in parts.
+using Parts = QStringList;
+
+bool IsBlank(const QString& part) {
+  return part.trimmed().isEmpty() || part.startsWith(QLatin1String("--")) || part.startsWith(QLatin1String("/*"));
+}
+
+std::vector<Parts> SplitBatch(const QString& batch) {
+  std::vector<Parts> statements(1);
+  for (qsizetype at = 0; at < batch.size();) {
+    const qsizetype end = EndOfPart(batch, at);
+    const QString part = batch.mid(at, end - at);
+    at = end;
+    if (part == QLatin1String(";"))
+      statements.emplace_back();
+    else if (!statements.back().isEmpty() || !IsBlank(part))
+      statements.back() += part;
+  }
+  for (Parts& statement : statements)
+    while (!statement.isEmpty() && statement.last().trimmed().isEmpty())
+      statement.removeLast();
+  std::erase_if(statements, [](const Parts& statement) { return statement.isEmpty(); });
+  return statements;
+}
+
+void MarkUnicode(Parts& statement) {
+  for (qsizetype at = 0; at < statement.size(); ++at) {
+    QString& part = statement[at];
+    const bool marked = at > 0 && EqualsNoCase(statement[at - 1], QStringLiteral("N"));
+    // A doubled quote makes two parts of one text; the mark belongs to the first.
+    const bool goesOn = at > 0 && IsQuotedText(statement[at - 1]);
+    if (!IsQuotedText(part) || marked || goesOn) continue;
+    bool ascii = true;
+    for (qsizetype piece = at; piece < statement.size() && IsQuotedText(statement[piece]); ++piece)
+      ascii =
+          ascii && std::ranges::all_of(statement[piece], [](QChar character) { return character.unicode() < 0x80; });
+    if (!ascii) part.prepend(u'N');
+  }
+}
+
+bool IsCall(const Parts& statement) {
+  const QString& name = statement.first();
+  return name.startsWith(QLatin1String("proc_"), Qt::CaseInsensitive) ||
+         name.startsWith(QLatin1String("sp_"), Qt::CaseInsensitive);
+}
+
+/// "proc_x (1, 2)" as "EXEC proc_x 1, 2".
+QString CallText(Parts statement) {
+  const QString name = statement.takeFirst();
+  while (!statement.isEmpty() && IsBlank(statement.first()))
+    statement.removeFirst();
+  if (!statement.isEmpty() && statement.first() == QLatin1String("(") && statement.last() == QLatin1String(")")) {
+    statement.removeFirst();
+    statement.removeLast();
+  }
+  return (QLatin1String("EXEC ") + name + u' ' + statement.join(QString()).trimmed()).trimmed();
+}
+
+bool StartsWithAny(const QString& statement, std::span<const char* const> words) {
+  const QString first = statement.left(EndOfPart(statement, 0));
+  return std::ranges::any_of(words, [&](const char* word) { return EqualsNoCase(first, QLatin1String(word)); });
+}
+
+BatchKind KindOfBatch(const std::vector<Parts>& parts, const QStringList& statements) {
+  if (statements.size() == 1) {
+    const bool stores = parts.front().contains(QLatin1String("INTO"), Qt::CaseInsensitive);
+    return !stores && StartsWithAny(statements.front(), std::span(kRowStatements).first(1)) ? BatchKind::kRead
+                                                                                            : BatchKind::kOne;
+  }
+  const bool rows = std::ranges::all_of(
+      statements, [](const QString& statement) { return StartsWithAny(statement, kRowStatements); });
+  return rows ? BatchKind::kStatements : BatchKind::kOne;
+}
+
+}  // namespace
+
+BatchText ServerBatch(const QString& batch) {
+  std::vector<Parts> parts = SplitBatch(batch);
+  QStringList statements;
+  for (Parts& statement : parts) {
+    const bool call = IsCall(statement);
+    MarkUnicode(statement);
+    statements += call ? CallText(statement) : statement.join(QString());
+  }
+  return {statements.join(QLatin1String(";\n")), KindOfBatch(parts, statements)};
+}
+
+QString BracketedName(const QString& name) {
+  return u'[' + QString(name).replace(u']', QLatin1String("]]")) + u']';
+}
+
+}  // namespace qbx

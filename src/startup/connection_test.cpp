@@ -1,0 +1,207 @@
+#include "startup/connection_test.h"
+
+#include <QElapsedTimer>
+#include <algorithm>
+#include <array>
+
+#include "database/recordset.h"
+#include "util/text.h"
+
+namespace qbx {
+namespace {
+
+constexpr int kLoginSeconds = 6;
+constexpr auto kProbeLimit = std::chrono::seconds(6);
+constexpr int kTimeLimitSeconds = 20;
+constexpr int kTimedAnswers = 5;
+
+enum ServerNumber { kOffline = 942, kMissingObject = 208, kMissingProcedure = 2812, kNoSuchDatabase = 4060 };
+
+bool Says(const DatabaseError& error, int number) {
+  return std::ranges::any_of(error.Errors(), [number](const ProviderError& each) { return each.number == number; });
+}
+
+/// The words for a problem that the driver has none for.
+QString WordsFor(ConnectionProblem problem, const ConnectionFindings& findings) {
+  const QString place = findings.server + QStringLiteral(" (port %1)").arg(findings.port);
+  switch (problem) {
+    case ConnectionProblem::kNameUnknown:
+      return QStringLiteral("No computer of the name %1 is known here. Check how it is written, and the network.")
+          .arg(findings.server);
+    case ConnectionProblem::kPortClosed:
+      return QStringLiteral(
+                 "The computer of %1 is there, but nothing listens. Start SQL Server, switch on TCP/IP for it, and check the port.")
+          .arg(place);
+    case ConnectionProblem::kNoAnswer:
+      return QStringLiteral(
+                 "Nothing came back from %1 in %2 seconds. Is the computer on, and does the firewall let this port through?")
+          .arg(place)
+          .arg(kLoginSeconds);
+    case ConnectionProblem::kNoSqlServer:
+      return QStringLiteral("What listens at %1 is no SQL Server. Check the port.").arg(place);
+    case ConnectionProblem::kCannotEncrypt:
+      return QStringLiteral(
+          "The server offers no encryption, and the registry value Login\\Encrypt wants it. Nothing was sent to it. Give the server a certificate, or set the value to N.");
+    case ConnectionProblem::kCertificateRefused:
+      return QStringLiteral(
+          "The server's certificate is not trusted, or is for another name than the one that is connected to. Nothing was sent to it. Put the authority that signed it into the file that the INI file names, or connect by the name in the certificate.");
+    case ConnectionProblem::kNoDatabase:
+      return QStringLiteral("The server has no database \"%1\", or the login may not see it.").arg(findings.database);
+    case ConnectionProblem::kDatabaseOffline:
+      return QStringLiteral("The database \"%1\" is there, but not online.").arg(findings.database);
+    case ConnectionProblem::kHostTablesMissing:
+      return QStringLiteral(
+                 "The database \"%1\" can be opened, but does not have the tables and procedures of the host product.")
+          .arg(findings.database);
+    default:
+      return {};
+  }
+}
+
+ConnectionProblem ProblemOf(ServerPresence presence) {
+  switch (presence) {
+    case ServerPresence::kNameUnknown:
+      return ConnectionProblem::kNameUnknown;
+    case ServerPresence::kPortClosed:
+      return ConnectionProblem::kPortClosed;
+    case ServerPresence::kNoAnswer:
+      return ConnectionProblem::kNoAnswer;
+    case ServerPresence::kStranger:
+      return ConnectionProblem::kNoSqlServer;
+    case ServerPresence::kThere:
+      return ConnectionProblem::kNone;
+  }
+  return ConnectionProblem::kOther;
+}
+
+class Test {
+ public:
+  explicit Test(Application& app)
+      : app_(app),
+        login_(ReadLoginSettings(app.registry, app.ini, app.startup.ProgramFolder, app.service, app.cipher)) {}
+
+  ConnectionFindings Run() {
+    const ConnectSettings naming{.settingsVersion2 = login_.settingsVersion2,
+                                 .overrideAutomaticSettings = login_.overrideAutomaticSettings};
+    findings_.server = ServerName(login_.server, naming);
+    findings_.database = app_.startup.databaseName;
+    embedded_ = IsEmbeddedServer(findings_.server);
+    if (embedded_) findings_.server.clear();
+    try {
+      if (embedded_ || ServerAnswers()) UseDatabase(Open(findings_.database));
+    } catch (const DatabaseError& error) {
+      Explain(error);
+    }
+    return findings_;
+  }
+
+ private:
+  void Tell(ConnectionProblem problem, const QString& text = {}) {
+    findings_.problem = problem;
+    findings_.text = text.isEmpty() ? WordsFor(problem, findings_) : text;
+  }
+
+  /// Before anything is sent that only the right server should see.
+  bool ServerAnswers() {
+    app_.sqlServer.SetUp(login_.sqlServer);
+    findings_.driver = login_.sqlServer.driver;
+    try {
+      const ServerAddress address = LocateServer(findings_.server);
+      findings_.port = address.port;
+      const ServerProbe probe = ProbeServer(address, kProbeLimit);
+      findings_.serverVersion = probe.version;
+      if (probe.presence == ServerPresence::kThere)
+        findings_.encryption = login_.sqlServer.encrypt ? ServerEncryption::kAll : probe.encryption;
+      if (const ConnectionProblem problem = ProblemOf(probe.presence); problem != ConnectionProblem::kNone)
+        Tell(problem);
+      else if (login_.sqlServer.encrypt && probe.encryption == ServerEncryption::kNone)
+        Tell(ConnectionProblem::kCannotEncrypt);
+    } catch (const DatabaseError& error) {
+      Tell(error.ConnectionLost() ? ConnectionProblem::kNameUnknown : ConnectionProblem::kServerName,
+           error.Description());
+    }
+    if (findings_.problem != ConnectionProblem::kNone) findings_.encryption.reset();
+    return findings_.problem == ConnectionProblem::kNone;
+  }
+
+  std::unique_ptr<Session> OpenWith(const QString& database, const Login& login) {
+    const ConnectionTarget target{findings_.server, database};
+    std::unique_ptr<Session> session = embedded_ ? app_.engine.Connect(target, login, kLoginSeconds)
+                                                 : app_.sqlServer.Connect(target, login, kLoginSeconds);
+    session->SetCommandTimeout(kTimeLimitSeconds);
+    return session;
+  }
+
+  /// As a start does it: where the stored password is refused, the alternative one is tried.
+  std::unique_ptr<Session> Open(const QString& database) {
+    try {
+      return OpenWith(database, login_.login);
+    } catch (const DatabaseError& error) {
+      if (!error.Description().contains(QLatin1String("login failed for user"), Qt::CaseInsensitive)) throw;
+      std::unique_ptr<Session> session = OpenWith(database, {login_.login.user, app_.service.alternativePassword});
+      findings_.alternativePassword = true;
+      return session;
+    }
+  }
+
+  void UseDatabase(std::unique_ptr<Session> session) {
+    std::array<qint64, kTimedAnswers> times = {};
+    for (qint64& time : times) {
+      QElapsedTimer timer;
+      timer.start();
+      (void)Recordset::ReadAll(session->Execute(QStringLiteral("SELECT 1 AS Answer")));
+      time = timer.nsecsElapsed();
+    }
+    std::ranges::sort(times);
+    findings_.roundTripMilliseconds = static_cast<double>(times[kTimedAnswers / 2]) / 1e6;
+    const Recordset versions = Recordset::ReadAll(session->Execute(QStringLiteral("proc__OptionVersion")));
+    if (versions.Eof()) return Tell(ConnectionProblem::kHostTablesMissing);
+    findings_.databaseVersion = static_cast<int>(versions.Field(QStringLiteral("Version")).ToInt());
+    findings_.moduleVersion = static_cast<int>(versions.Field(QStringLiteral("Marketing_Version")).ToInt());
+  }
+
+  void Explain(const DatabaseError& error) {
+    if (error.Number() == kNoDriver) return Tell(ConnectionProblem::kDriverMissing, error.Description());
+    if (Says(error, kMissingProcedure) || Says(error, kMissingObject))
+      return Tell(ConnectionProblem::kHostTablesMissing);
+    if (Says(error, kOffline)) return Tell(ConnectionProblem::kDatabaseOffline);
+    if (Says(error, kNoSuchDatabase)) return LookFromMaster(error);
+    if (error.Number() == kAuthenticationFailed)
+      return Tell(
+          ConnectionProblem::kLoginRefused,
+          QStringLiteral("The server refused the login \"%1\": %2").arg(login_.login.user, error.Description()));
+    if (error.Description().startsWith(QLatin1String("Timeout expired")))
+      return Tell(ConnectionProblem::kNoAnswer, error.Description());
+    if (error.ConnectionLost() && login_.sqlServer.encrypt && !embedded_)
+      return Tell(ConnectionProblem::kCertificateRefused);
+    Tell(ConnectionProblem::kOther, error.Description());
+  }
+
+  /// A server says the same of a database that is not there and of one that is offline.
+  void LookFromMaster(const DatabaseError& error) {
+    try {
+      const std::unique_ptr<Session> master = Open(QStringLiteral("master"));
+      const Recordset read = Recordset::ReadAll(master->Execute(
+          QLatin1String("SELECT DATABASEPROPERTYEX(") + SqlQuoted(findings_.database) + QLatin1String(", 'Status')")));
+      const QString status = read.Field(0).ToText();
+      if (status.isEmpty()) return Tell(ConnectionProblem::kNoDatabase);
+      if (!EqualsNoCase(status, QStringLiteral("ONLINE"))) return Tell(ConnectionProblem::kDatabaseOffline);
+      Tell(ConnectionProblem::kLoginRefused, error.Description());
+    } catch (const DatabaseError&) {
+      Tell(ConnectionProblem::kNoDatabase, error.Description());
+    }
+  }
+
+  Application& app_;
+  LoginSettings login_;
+  ConnectionFindings findings_;
+  bool embedded_ = false;
+};
+
+}  // namespace
+
+ConnectionFindings TestConnection(Application& app) {
+  return Test(app).Run();
+}
+
+}  // namespace qbx
