@@ -18,10 +18,14 @@ IF N'a' <> N'A'
 BEGIN
   ;THROW 50000, 'The database tells capital letters from small ones. Make it with a collation that does not (..._CI_...).', 1;
 END;
+IF SCHEMA_NAME() <> N'dbo'
+BEGIN
+  ;THROW 50000, 'The login does not work in the schema dbo. Use one that owns the database.', 1;
+END;
 IF OBJECT_ID(N'dbo._Version', N'U') IS NULL
 BEGIN
   CREATE TABLE _Version (
-    Version int NOT NULL,
+    [Version] int NOT NULL,
     Marketing_Version int NOT NULL,
     File_Number int NOT NULL,
     Objects_Fingerprint nvarchar(40) NULL,

@@ -17,7 +17,8 @@ BEGIN
       CASE WHEN Send_Email = 1 AND Processed = 1 THEN -1 ELSE 0 END
     FROM deleted WHERE Send_SMS = 1 OR Send_Email = 1 OR Send_Letter = 1
   ) changed
-  GROUP BY CampaignID;
+  GROUP BY CampaignID
+  HAVING sum(Letter) <> 0 OR sum(SMS) <> 0 OR sum(SMS_Done) <> 0 OR sum(Email) <> 0 OR sum(Email_Done) <> 0;
   IF NOT EXISTS (SELECT 1 FROM @Changes) RETURN;
   INSERT INTO Campaign_Results_Counters (CampaignID)
   SELECT c.CampaignID FROM @Changes c
