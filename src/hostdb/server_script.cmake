@@ -12,7 +12,11 @@ set(as_owner proc_addp_Results_Rows_Back)
 
 function(replace_words text_variable)
   set(text "${${text_variable}}")
-  string(REGEX REPLACE "json_each\\('\\[' \\|\\| (@[A-Za-z]+) \\|\\| '\\]'\\)" "dbo.Keys_Of(\\1)" text "${text}")
+  # Keys are looked up in a table that is filled once.
+  if(text MATCHES "json_each\\('\\[' \\|\\| (@[A-Za-z]+) \\|\\| '\\]'\\)")
+    string(REPLACE "${CMAKE_MATCH_0}" "@Keys" text "${text}")
+    set(text "DECLARE @Keys TABLE (value int NOT NULL PRIMARY KEY);\nINSERT INTO @Keys (value) SELECT value FROM dbo.Keys_Of(${CMAKE_MATCH_1});${text}")
+  endif()
   string(REGEX REPLACE "SELECT RaiseError\\(50000, ([^\n]*)\\)\nWHERE ([^;]*);"
     "IF \\2\nBEGIN\n  DECLARE @Refusal nvarchar(2048) = \\1;\n  THROW 50000, @Refusal, 1;\nEND;" text "${text}")
   foreach(pair "||=+" " COLLATE NOCASE=" "CROSS JOIN=JOIN" "WITH RECURSIVE=WITH" "ifnull(=isnull(" "last_insert_rowid()=CAST(SCOPE_IDENTITY() AS int)"
@@ -41,7 +45,7 @@ endfunction()
 # The body of a procedure. Several changes are one transaction, and the rows that it returns come behind it, so that nobody who reads them slowly holds it up.
 function(wrap_body text_variable)
   string(STRIP "${${text_variable}}" text)
-  string(REGEX MATCHALL "\n(INSERT INTO|UPDATE|DELETE FROM) " changes "\n${text}")
+  string(REGEX MATCHALL "\n *(INSERT INTO [^@]|UPDATE |DELETE FROM )" changes "\n${text}")
   list(LENGTH changes count)
   if(count LESS 2)
     set(${text_variable} "SET NOCOUNT ON;\n${text}" PARENT_SCOPE)

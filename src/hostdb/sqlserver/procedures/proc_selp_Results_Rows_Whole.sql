@@ -28,7 +28,7 @@ SELECT r.RecordID,
     + isnull(CAST(r.Can_Send_Letter AS nvarchar(11)) + '|', '~n|')
     + '}' AS Whole,
   (SELECT max(RecordID) FROM [Campaign Results] WHERE CampaignID = @CampaignID) AS Newest_Row
-FROM dbo.Keys_Of(@RecordIDs) k
+FROM json_each('[' || @RecordIDs || ']') k
 JOIN [Campaign Results] r ON r.RecordID = k.value
 JOIN Campaign_Results_States s ON s.RecordID = r.RecordID
 WHERE r.CampaignID = @CampaignID;
