@@ -78,15 +78,21 @@ function(qbx_program name)
   target_link_libraries(${name} PRIVATE qbx_${name} ${ARGN})
 endfunction()
 
-# qbx_tests(<folder> LINKS ...) makes one GoogleTest program <folder>_test from every .cpp beside the caller; each test is a CTest test
-# named <folder>.Suite.Name.
+# qbx_tests(<folder> [WIRE] [IN_ENGINE <filter>] LINKS ...) makes one GoogleTest program <folder>_test from every .cpp beside the caller; each test is
+# a CTest test named <folder>.Suite.Name. With WIRE each runs a second time as wire.<folder>.Suite.Name, through SQL Server's protocol
+# (support/wire), but for those that the filter IN_ENGINE names, which look into the engine itself.
 function(qbx_tests name)
-  cmake_parse_arguments(arg "" "" "LINKS" ${ARGN})
+  cmake_parse_arguments(arg "WIRE" "IN_ENGINE" "LINKS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   if(sources)
     add_executable(${name}_test ${sources})
     target_link_libraries(${name}_test PRIVATE ${arg_LINKS} qbx_test_support)
     qbx_reuse_pch(${name}_test qbx_test_pch)
     gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+    if(arg_WIRE)
+      target_link_libraries(${name}_test PRIVATE qbx_test_wire)
+      gtest_discover_tests(${name}_test TEST_PREFIX wire.${name}. TEST_LIST ${name}_wire_tests TEST_FILTER "-${arg_IN_ENGINE}" DISCOVERY_TIMEOUT 60
+                           PROPERTIES TIMEOUT 120 ENVIRONMENT QBX_TEST_WIRE=1)
+    endif()
   endif()
 endfunction()

@@ -13,8 +13,6 @@ namespace {
 constexpr int kFirstPacketSize = 4096;
 constexpr int kLargestPacketSize = 32767;
 constexpr quint32 kVersion = 0x74000004;
-constexpr int kLoginFailed = 18456;
-constexpr int kCannotOpen = 4060;
 constexpr int kOffline = 942;
 constexpr std::chrono::milliseconds kBetweenInterruptions(10);
 
@@ -30,6 +28,7 @@ void Client::Run() {
   const std::lock_guard lock(mutex_);
   over_ = true;
   session_.reset();  // what it had begun is rolled back now
+  channel_.Wire().Close();
 }
 
 void Client::Shut() {
@@ -37,9 +36,9 @@ void Client::Shut() {
     const std::lock_guard lock(mutex_);
     over_ = true;
     if (session_) session_->Interrupt();
+    channel_.Wire().Shut();
   }
   changed_.notify_all();
-  channel_.Wire().Shut();
 }
 
 bool Client::LogIn() {
@@ -55,19 +54,17 @@ bool Client::LogIn() {
   ++parts_.counters.logins;
   if (encryptsAll_) ++parts_.counters.encryptedLogins;
   channel_.SetSession(number_);
-  if (const auto fault = parts_.faults.At(FaultMoment::kLogin)) {
-    Suffer(*fault, answer);
-    if (fault->kind == FaultKind::kError) {
-      answer.End(Answer::Statement::kOfBatch, {.failed = true});
-      answer.Finish();
-      return false;
-    }
-  }
-  session_ = OpenSession(login, answer);
-  if (session_) {
-    AcceptLogin(login, answer);
+  database_ = login.database.isEmpty() ? QStringLiteral("master") : login.database;
+  const std::optional<Fault> atLogin = parts_.faults.At(FaultMoment::kLogin);
+  if (atLogin && atLogin->kind == FaultKind::kError) {
+    if (atLogin->number == kCannotOpenDatabase) RefuseDatabase(answer);
+    RefuseLogin(login, answer);
   } else {
-    answer.End(Answer::Statement::kOfBatch, {.failed = true});
+    if (atLogin) Suffer(*atLogin, answer);
+    std::unique_ptr<Session> opened = OpenSession(login, answer);
+    if (opened) AcceptLogin(login, answer);
+    const std::lock_guard lock(mutex_);
+    session_ = std::move(opened);
   }
   answer.Finish();
   if (session_) channel_.SetPacketSize(std::clamp(login.packetSize, 512, kLargestPacketSize));
@@ -90,7 +87,6 @@ bool Client::Negotiate(bool mayEncrypt) {
 
 std::unique_ptr<Session> Client::OpenSession(const LoginMessage& login, Answer& answer) {
   constexpr int kTimeoutSeconds = 15;
-  database_ = login.database.isEmpty() ? QStringLiteral("master") : login.database;
   try {
     std::unique_ptr<Session> session =
         parts_.engine.Connect({.server = {}, .database = database_}, {login.user, login.password}, kTimeoutSeconds);
@@ -98,16 +94,25 @@ std::unique_ptr<Session> Client::OpenSession(const LoginMessage& login, Answer& 
     return session;
   } catch (const DatabaseError& error) {
     const int number = error.Errors().empty() ? 0 : error.Errors().front().number;
-    if (number == kCannotOpen || number == kOffline) {
-      answer.Message(
-          kCannotOpen, 11,
-          QStringLiteral("Cannot open database \"%1\" requested by the login. The login failed.").arg(database_));
+    if (number == kCannotOpenDatabase || number == kOffline) {
+      RefuseDatabase(answer);
     } else if (number != kLoginFailed) {
       WriteError(answer, error);
     }
-    answer.Message(kLoginFailed, 14, QStringLiteral("Login failed for user '%1'.").arg(login.user));
+    RefuseLogin(login, answer);
     return nullptr;
   }
+}
+
+void Client::RefuseDatabase(Answer& answer) const {
+  answer.Message(
+      kCannotOpenDatabase, 11,
+      QStringLiteral("Cannot open database \"%1\" requested by the login. The login failed.").arg(database_));
+}
+
+void Client::RefuseLogin(const LoginMessage& login, Answer& answer) {
+  answer.Message(kLoginFailed, 14, QStringLiteral("Login failed for user '%1'.").arg(login.user));
+  answer.End(Answer::Statement::kOfBatch, {.failed = true});
 }
 
 void Client::AcceptLogin(const LoginMessage& login, Answer& answer) {
@@ -199,6 +204,7 @@ void Client::CarryOut(const Message& request, Requests& requests, ClientState& s
   Answer answer(channel_);
   answer.SetInTransaction(state.transaction != 0);
   const QString text = Requests::TextOf(request);
+  if (parts_.told) parts_.told(number_, text);
   const std::optional<Fault> atRow = parts_.faults.At(FaultMoment::kRow, text);
   state.beforeRow = [this, &atRow](Answer& at, qint64 row) {
     if (over_) throw RequestAbandoned();

@@ -15,6 +15,10 @@
 
 namespace qbx::tds {
 
+// The server's numbers for a login that is refused.
+inline constexpr int kLoginFailed = 18456;
+inline constexpr int kCannotOpenDatabase = 4060;
+
 /// What the clients of one server did, for who wants to know.
 struct Counters {
   std::atomic<int> connections = 0;
@@ -30,6 +34,8 @@ struct ServerParts {
   const TlsIdentity* identity = nullptr;  ///< none: the server cannot encrypt
   Faults faults = {};
   Counters counters = {};
+  std::function<void(int client, const QString& request)> told =
+      {};  ///< of each request, by many threads; may be empty
 };
 
 /// Serves one connection. While a thread carries out the requests, another one reads, so that a cancelling is noticed.
@@ -47,6 +53,8 @@ class Client {
   [[nodiscard]] bool LogIn();
   [[nodiscard]] bool Negotiate(bool mayEncrypt);
   [[nodiscard]] std::unique_ptr<Session> OpenSession(const LoginMessage& login, Answer& answer);
+  void RefuseDatabase(Answer& answer) const;
+  static void RefuseLogin(const LoginMessage& login, Answer& answer);
   void AcceptLogin(const LoginMessage& login, Answer& answer);
 
   void Serve();

@@ -40,6 +40,12 @@ QString AskedOfServer(Tokens rest, std::size_t& length) {
   return {};
 }
 
+/// Whether it is the "max" of "nvarchar(max)", which SQLite does not know.
+bool IsNoLimit(Tokens statement, std::size_t i) {
+  return statement[i].IsWord("MAX") && i > 0 && i + 1 < statement.size() && statement[i - 1].IsSymbol("(") &&
+         statement[i + 1].IsSymbol(")");
+}
+
 }  // namespace
 
 std::vector<Tokens> CutBatch(const std::vector<Token>& tokens) {
@@ -75,7 +81,7 @@ QString Rewritten(Tokens statement, const ValueOf& valueOf) {
     }
     if (!text.isEmpty()) text += u' ';
     if (asked.isEmpty()) {
-      text += TextOf(token);
+      text += IsNoLimit(statement, i) ? QStringLiteral("-1") : TextOf(token);
       continue;
     }
     const std::optional<Value> value = valueOf(asked);

@@ -31,6 +31,9 @@ class Server {
   [[nodiscard]] Faults& PlannedFaults() { return parts_.faults; }
   [[nodiscard]] const Counters& Counted() const { return parts_.counters; }
 
+  /// Has each request told, on the client's thread; before the first client comes.
+  void OnRequest(std::function<void(int client, const QString& request)> told) { parts_.told = std::move(told); }
+
   /// Refuses new connections, or takes them again at the same port.
   void SetListening(bool on);
   /// Ends all connections there are, as a server does that is started anew.

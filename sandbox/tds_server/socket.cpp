@@ -22,7 +22,7 @@ Socket::Socket(int handle) : handle_(handle), stop_(::eventfd(0, EFD_CLOEXEC)) {
 }
 
 Socket::~Socket() {
-  ::close(handle_);
+  Close();
   ::close(stop_);
 }
 
@@ -49,8 +49,13 @@ void Socket::Send(QByteArrayView bytes) {
 }
 
 void Socket::Shut() {
-  if (!resets_) ::shutdown(handle_, SHUT_RDWR);
+  if (!resets_ && handle_ >= 0) ::shutdown(handle_, SHUT_RDWR);
   ::eventfd_write(stop_, 1);
+}
+
+void Socket::Close() {
+  if (handle_ >= 0) ::close(handle_);
+  handle_ = -1;
 }
 
 void Socket::ResetAtEnd() {

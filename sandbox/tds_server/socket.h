@@ -22,6 +22,8 @@ class Socket {
   void Send(QByteArrayView bytes);
   /// Wakes whoever reads or writes: the connection ends.
   void Shut();
+  /// Frees it, once nobody reads or writes any more.
+  void Close();
   /// Lets the connection end with a reset instead of a farewell, once nobody uses it any more.
   void ResetAtEnd();
 

@@ -92,6 +92,11 @@ StatementRunner::Outcome StatementRunner::RunOne(Tokens statement, Variables& va
       if (!more) End({});
       return Outcome::kDone;
     }
+    if (statement[0].IsWord("SET")) {
+      Assign(statement, variables);
+      if (!more) End({});
+      return Outcome::kDone;
+    }
     if (statement[0].IsWord("USE") && statement.size() == 2) {
       if (ContentOf(statement[1]).compare(client_.database, Qt::CaseInsensitive) != 0)
         throw ServerError(911,
@@ -132,6 +137,14 @@ void StatementRunner::Declare(Tokens statement, Variables& variables) {
     variables.Set(name, value);
     --i;
   }
+}
+
+/// SET @a = an expression
+void StatementRunner::Assign(Tokens statement, Variables& variables) {
+  if (statement.size() < 4 || !statement[2].IsSymbol("=")) ThrowSyntaxError(statement.back().text);
+  const auto rows =
+      client_.session.Execute(QStringLiteral("SELECT ") + Rewritten(statement.subspan(3), Values(variables, client_)));
+  variables.Set(ContentOf(statement[1]), rows->Next() ? rows->At(0).ToValue() : Value());
 }
 
 StatementRunner::Outcome StatementRunner::RunSql(Tokens statement, const Variables& variables, bool more) {

@@ -64,6 +64,7 @@ class StatementRunner {
   Outcome RunSql(Tokens statement, const Variables& variables, bool more);
   Outcome RunExec(Tokens statement, Variables& variables, bool more);
   void Declare(Tokens statement, Variables& variables);
+  void Assign(Tokens statement, Variables& variables);
   [[nodiscard]] bool Passes(Tokens& statement, const Variables& variables);
   quint64 WriteRows(RowSource& rows);
   Outcome Report(const DatabaseError& error);

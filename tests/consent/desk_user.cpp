@@ -22,6 +22,7 @@ DeskUser::DeskUser(Surroundings& surroundings, Story& story, const QString& user
       user_(user),
       process_(NewProcess(surroundings)),
       computer_(surroundings, computer, process_),
+      served_(surroundings.folder, surroundings.clock),
       ui(story),
       app({.ui = ui,
            .clock = surroundings.clock,
@@ -32,7 +33,7 @@ DeskUser::DeskUser(Surroundings& surroundings, Story& story, const QString& user
            .shell = &shell_,
            .http = surroundings.gateway,
            .mail = surroundings.mail,
-           .wrapSessions = [this](SessionFactory factory) { return Fused(std::move(factory)); }}) {
+           .wrapSessions = [this](SessionFactory factory) { return Fused(served_.Wrap(std::move(factory))); }}) {
   fuse.burnt = [this] { Die(); };
   const StartOutcome outcome = app.start.RunHeadless({.user = user, .databaseName = {}, .instance = {}});
   if (outcome != StartOutcome::kRunning || !app.hostConnection.Ready())

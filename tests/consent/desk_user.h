@@ -12,6 +12,7 @@
 #include "support/fakes.h"
 #include "support/fixed_clock.h"
 #include "support/memory_registry_store.h"
+#include "support/wire/server_under_test.h"
 
 namespace qbx::consent {
 
@@ -74,6 +75,7 @@ class DeskUser {
   test::FakeShell shell_;
   SendEmailView view_;
   Computer computer_;
+  test::ServedFolder served_;
 
  public:
   RoundUi ui;

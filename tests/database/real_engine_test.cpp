@@ -8,6 +8,7 @@
 #include "database/embedded/engine.h"
 #include "hostdb/host_database.h"
 #include "support/fakes.h"
+#include "support/wire/server_under_test.h"
 
 namespace qbx {
 namespace {
@@ -41,7 +42,8 @@ class RealEngineTest : public test::DatabaseFixture {
   }
 
   EmbeddedEngine engine_{folder_.Path(), clock_};
-  Connection garage_{engine_.Factory()};
+  test::ServerUnderTest server_{engine_};
+  Connection garage_{server_.Factory()};
   EventLog garageEvents_{garage_, context_, log_};
   ErrorInterpretation garageErrors_{context_, garageEvents_, lastError_, diagnostics_};
   Statements routines_{garage_, garageErrors_, garageEvents_, lastError_, diagnostics_};

@@ -42,7 +42,7 @@ void AddTroubles(Bridge& bridge, Stage& stage) {
       [](Stage& on, const Arguments& arguments) { on.troubles.delayMilliseconds = NumberAt(arguments, 0); });
   Add(bridge, stage, "takeOffline", [](Stage& on, const Arguments&) { SetStatus(on, "OFFLINE"); });
   Add(bridge, stage, "bringOnline", [](Stage& on, const Arguments&) { SetStatus(on, "ONLINE"); });
-  Add(bridge, stage, "breakConnection", [](Stage& on, const Arguments&) { on.Program().App().engine.BreakSessions(); });
+  Add(bridge, stage, "breakConnection", [](Stage& on, const Arguments&) { on.BreakConnections(); });
   Add(bridge, stage, "loseConnection", [](Stage& on, const Arguments&) { on.troubles.refuse = true; });
   Add(bridge, stage, "restoreConnection", [](Stage& on, const Arguments&) {
     on.troubles.refuse = false;

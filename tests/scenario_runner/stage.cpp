@@ -188,6 +188,7 @@ QString Stage::Launch() {
   if (folder_ == nullptr) throw ScenarioError(QStringLiteral("Nothing was prepared to start."));
   ui_ = std::make_unique<ScenarioUi>(clock, [this] { bridge_.Invoke(QStringLiteral("pump")); });
   ui_->UseRealPauses(wishes_.realPauses);
+  served_ = std::make_unique<qbx::test::ServedFolder>(folder_->Path(), clock);
   const ApplicationSetup setup{
       .ui = *ui_,
       .clock = clock,
@@ -197,17 +198,23 @@ QString Stage::Launch() {
       .services = &services,
       .shell = &shell,
       .printers = &printers,
-      .wrapSessions = [this](SessionFactory inner) { return WithTroubles(std::move(inner), troubles); }};
+      .wrapSessions = [this](SessionFactory inner) { return WithTroubles(served_->Wrap(std::move(inner)), troubles); }};
   program_ = std::make_unique<MarketingProgram>(*ui_, setup);
   outcome = QLatin1String(OutcomeName(program_->Start(wishes_.commandLine)));
   QCoreApplication::processEvents();
   return outcome;
 }
 
+void Stage::BreakConnections() {
+  Program().App().engine.BreakSessions();
+  served_->BreakSessions();
+}
+
 void Stage::End() {
   lock.Release();
   troubles.Reset();
   program_.reset();
+  served_.reset();
   ui_.reset();
 }
 

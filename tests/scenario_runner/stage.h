@@ -18,6 +18,7 @@
 #include "support/memory_registry_store.h"
 #include "support/sandbox_process.h"
 #include "support/temp_folder.h"
+#include "support/wire/server_under_test.h"
 #include "troubled_session.h"
 
 namespace qbx::scenario {
@@ -65,6 +66,8 @@ class Stage {
   Troubles troubles;
   DatabaseLock lock;
   QString outcome;  ///< of the last Launch
+  /// Ends every open session as a restarted server would.
+  void BreakConnections();
   AnotherProcess another;
 
  private:
@@ -82,6 +85,7 @@ class Stage {
   std::unique_ptr<qbx::test::TempFolder> folder_;
   std::unique_ptr<qbx::test::SandboxProcess> sandbox_;
   std::unique_ptr<HostData> data_;
+  std::unique_ptr<qbx::test::ServedFolder> served_;
   std::unique_ptr<ScenarioUi> ui_;
   std::unique_ptr<MarketingProgram> program_;
 };

@@ -1,5 +1,5 @@
 // An empty host database behind the real engine and the real statement routines. Header only: a test folder that uses
-// it links qbx_hostdb, qbx_database_embedded and qbx_database.
+// it links qbx_hostdb and qbx_test_wire.
 
 #pragma once
 
@@ -12,6 +12,7 @@
 #include "support/fixed_clock.h"
 #include "support/scripted_ui.h"
 #include "support/temp_folder.h"
+#include "support/wire/server_under_test.h"
 
 namespace qbx::test {
 
@@ -72,7 +73,8 @@ struct EmbeddedHost {
   ErrorReport errors{log, status, ui};
   Diagnostics diagnostics{clock, log, ui, status, errors};
   EmbeddedEngine engine{folder.Path(), clock, KeepUpToDate};
-  Connection connection{engine.Factory()};
+  ServerUnderTest server{engine};
+  Connection connection{server.Factory()};
   EventContext context;
   EventLog events{connection, context, log};
   LastError lastError;

@@ -155,7 +155,7 @@ std::unique_ptr<RowSource> EmbeddedSession::RunSql(Tokens statement, bool last) 
   return std::make_unique<KeptRows>(*rows);
 }
 
-std::unique_ptr<RowSource> EmbeddedSession::RunCall(const ProcedureCall& call) {
+std::unique_ptr<RowSource> EmbeddedSession::RunCall(const WrittenCall& call) {
   if (call.name.compare(QLatin1String("sp_helpfile"), Qt::CaseInsensitive) == 0) return HelpFile();
   const std::shared_ptr<StoredProcedure> procedure = procedures_.Find(call.name);
   Arguments arguments(procedure->Header());

@@ -49,7 +49,7 @@ class EmbeddedSession final : public Session {
 
   [[nodiscard]] std::unique_ptr<RowSource> RunStatement(Tokens statement, bool last);
   [[nodiscard]] std::unique_ptr<RowSource> RunSql(Tokens statement, bool last);
-  [[nodiscard]] std::unique_ptr<RowSource> RunCall(const ProcedureCall& call);
+  [[nodiscard]] std::unique_ptr<RowSource> RunCall(const WrittenCall& call);
   [[nodiscard]] std::unique_ptr<RowSource> RunProcedure(StoredProcedure& procedure, const std::vector<Value>& values);
   [[nodiscard]] std::unique_ptr<RowSource> HelpFile();
   [[nodiscard]] StatementLease DeleteStatement(const QString& table, const QString& keyColumn);

@@ -218,7 +218,7 @@ class CallReader {
  public:
   explicit CallReader(Tokens tokens) : tokens_(tokens) {}
 
-  ProcedureCall Read() {
+  WrittenCall Read() {
     if (IsAnyWord(tokens_[0], {"EXEC", "EXECUTE"})) ++at_;
     ReadName();
     const bool parentheses = AtSymbol("(");
@@ -277,7 +277,7 @@ class CallReader {
 
   Tokens tokens_;
   std::size_t at_ = 0;
-  ProcedureCall call_;
+  WrittenCall call_;
 };
 
 bool IsTrigger(Tokens statement) {
@@ -318,7 +318,7 @@ StatementKind KindOf(Tokens statement) {
   return StatementKind::kCall;
 }
 
-ProcedureCall ParseCall(Tokens statement) {
+WrittenCall ParseCall(Tokens statement) {
   return CallReader(statement).Read();
 }
 

@@ -23,12 +23,12 @@ enum class StatementKind { kSql, kCall, kBegin, kCommit, kRollback, kAlterDataba
 [[nodiscard]] StatementKind KindOf(Tokens statement);
 
 /// A procedure call written as a statement: `name`, `name ('a')`, `name 50, NULL`, `EXEC name @a = 1`.
-struct ProcedureCall {
+struct WrittenCall {
   QString name;
   std::vector<std::pair<QString, Value>> arguments;  ///< the name empty when given by position
 };
 /// \throws DatabaseError (102)
-[[nodiscard]] ProcedureCall ParseCall(Tokens statement);
+[[nodiscard]] WrittenCall ParseCall(Tokens statement);
 
 /// `ALTER DATABASE [name] SET ONLINE|OFFLINE`.
 struct StatusChange {

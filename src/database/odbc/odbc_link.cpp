@@ -9,6 +9,7 @@ namespace {
 
 // The driver's own limit goes first where the server says nothing at all.
 constexpr auto kGrace = std::chrono::milliseconds(250);
+constexpr auto kCancelAgain = std::chrono::milliseconds(500);
 const QLatin1String kCursorStateWrong("24000");
 
 SQLPOINTER Number(std::size_t number) {
@@ -53,13 +54,22 @@ OdbcLink::~OdbcLink() {
 void OdbcLink::Interrupt() {
   const std::lock_guard lock(runningMutex_);
   interrupted_ = true;
-  if (running_ != nullptr && mayInterrupt_) ::SQLCancel(running_);
+  if (running_ != nullptr && mayInterrupt_) Cancel();
 }
 
 void OdbcLink::TimeIsOver() {
   const std::lock_guard lock(runningMutex_);
   if (running_ == nullptr) return;
   timedOut_ = true;
+  Cancel();
+}
+
+/// A cancelling that meets the very end of a statement confuses the driver, so it is not asked for over and over; one
+/// that came before the statement was on its way is lost, so it is asked for again.
+void OdbcLink::Cancel() {
+  const auto now = std::chrono::steady_clock::now();
+  if (now - cancelled_ < kCancelAgain) return;
+  cancelled_ = now;
   ::SQLCancel(running_);
 }
 
@@ -92,6 +102,7 @@ OdbcLink::Turn::Turn(OdbcLink& link, const OdbcHandle& statement, int exchanges,
     link.timedOut_ = false;
     if (link.mayInterrupt_ && link.interrupted_.exchange(false)) throw FailureOfCall({}, false, CallEnd::kCancelled);
     link.running_ = statement.Get();
+    link.cancelled_ = {};
   }
   link.roundTrips_ += exchanges;
   if (watched_) link.watchdog_.Watch(std::chrono::seconds(link.timeLimit_) + kGrace);

@@ -71,6 +71,7 @@ class OdbcLink {
 
  private:
   void TimeIsOver();
+  void Cancel();
   [[nodiscard]] bool DriverSaysDead() const;
 
   OdbcHandle environment_;
@@ -86,7 +87,8 @@ class OdbcLink {
   SQLHANDLE running_ = nullptr;
   bool mayInterrupt_ = true;
   bool timedOut_ = false;
-  Watchdog watchdog_;  // the last member: it uses those above
+  std::chrono::steady_clock::time_point cancelled_ = {};  // when the running statement was cancelled last
+  Watchdog watchdog_;                                     // the last member: it uses those above
 };
 
 }  // namespace qbx

@@ -63,18 +63,15 @@ std::vector<Parts> SplitBatch(const QString& batch) {
   return statements;
 }
 
+/// A doubled quote makes two parts of one text; the mark stands in front of the first.
 void MarkUnicode(Parts& statement) {
   for (qsizetype at = 0; at < statement.size(); ++at) {
-    QString& part = statement[at];
     const bool marked = at > 0 && EqualsNoCase(statement[at - 1], QStringLiteral("N"));
-    // A doubled quote makes two parts of one text; the mark belongs to the first.
-    const bool goesOn = at > 0 && IsQuotedText(statement[at - 1]);
-    if (!IsQuotedText(part) || marked || goesOn) continue;
+    const qsizetype first = at;
     bool ascii = true;
-    for (qsizetype piece = at; piece < statement.size() && IsQuotedText(statement[piece]); ++piece)
-      ascii =
-          ascii && std::ranges::all_of(statement[piece], [](QChar character) { return character.unicode() < 0x80; });
-    if (!ascii) part.prepend(u'N');
+    for (; at < statement.size() && IsQuotedText(statement[at]); ++at)
+      ascii = ascii && std::ranges::all_of(statement[at], [](QChar character) { return character.unicode() < 0x80; });
+    if (!ascii && !marked) statement[first].prepend(u'N');
   }
 }
 

@@ -11,6 +11,7 @@
 #include "database/recordset.h"
 #include "platform/clock.h"
 #include "sqlite/sqlite_file.h"
+#include "support/wire/server_under_test.h"
 
 namespace qbx {
 
@@ -37,7 +38,7 @@ class TestServer {
 
   std::unique_ptr<Session> Connect(const QString& name = QStringLiteral("Garage"),
                                    const Login& login = {QStringLiteral("sa"), {}}) {
-    return engine.Connect({QString(), name}, login, 1);
+    return server.Connect({QString(), name}, login, 1);
   }
 
   static const char* Schema();
@@ -45,6 +46,7 @@ class TestServer {
   QTemporaryDir folder;
   StoppedClock clock;
   EmbeddedEngine engine;
+  test::ServerUnderTest server{engine};
 };
 
 /// First column of the first row as text, "-" when there is no row or no result.

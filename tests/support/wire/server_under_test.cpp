@@ -1,0 +1,73 @@
+#include "support/wire/server_under_test.h"
+
+#include "hostdb/database_upgrade.h"
+#include "tds_server/server.h"
+
+namespace qbx::test {
+namespace {
+
+QString NameOf(const tds::Server& server) {
+  return QStringLiteral("127.0.0.1,%1").arg(server.Port());
+}
+
+}  // namespace
+
+ServerUnderTest::ServerUnderTest(EmbeddedEngine& engine)
+    : engine_(engine), server_(IsWire() ? std::make_unique<tds::Server>(engine) : nullptr) {}
+
+ServerUnderTest::~ServerUnderTest() = default;
+
+bool ServerUnderTest::IsWire() {
+  return qEnvironmentVariableIsSet("QBX_TEST_WIRE");
+}
+
+std::unique_ptr<Session> ServerUnderTest::Connect(const ConnectionTarget& target, const Login& login, int seconds) {
+  if (!server_) return engine_.Connect(target, login, seconds);
+  std::unique_ptr<Session> session =
+      driver_.Connect({.server = NameOf(*server_), .database = target.database}, login, seconds);
+  session->SetCommandTimeout(seconds);
+  return session;
+}
+
+SessionFactory ServerUnderTest::Factory() {
+  return [this](const ConnectionTarget& target, const Login& login, int seconds) {
+    return Connect(target, login, seconds);
+  };
+}
+
+void ServerUnderTest::BreakSessions() {
+  if (server_)
+    server_->EndConnections();
+  else
+    engine_.BreakSessions();
+}
+
+struct ServedFolder::Served {
+  Served(const QString& folder, const Clock& clock) : engine(folder, clock, KeepUpToDate) {}
+  EmbeddedEngine engine;
+  tds::Server server{engine};
+};
+
+ServedFolder::ServedFolder(const QString& folder, const Clock& clock)
+    : served_(ServerUnderTest::IsWire() ? std::make_unique<Served>(folder, clock) : nullptr) {}
+
+ServedFolder::~ServedFolder() = default;
+
+QString ServedFolder::ServerName() const {
+  return served_ ? NameOf(served_->server) : QString();
+}
+
+SessionFactory ServedFolder::Wrap(SessionFactory sessions) const {
+  if (!served_) return sessions;
+  return [name = ServerName(), sessions = std::move(sessions)](const ConnectionTarget& target, const Login& login,
+                                                               int seconds) {
+    const bool embedded = IsEmbeddedServer(target.server);
+    return sessions({.server = embedded ? name : target.server, .database = target.database}, login, seconds);
+  };
+}
+
+void ServedFolder::BreakSessions() {
+  if (served_) served_->server.EndConnections();
+}
+
+}  // namespace qbx::test
