@@ -1,15 +1,15 @@
 // Reads the batches of a script for SQL Server as T-SQL and says which ones are no such thing. The parser takes minutes for the selections, so what
-// was read once is remembered by its fingerprint in checked.txt and not read again.
+// was read once is remembered by its fingerprint in CHECKED and not read again.
 //
-//   node check_syntax.mjs SCRIPT [--record]     --record: write checked.txt anew
+//   node check_syntax.mjs SCRIPT CHECKED [--record]     --record: write CHECKED anew
 
 import { createHash } from 'node:crypto';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { importer } from '@dbml/core';
 
-const checked = new URL('checked.txt', import.meta.url);
+const [script, checked] = process.argv.slice(2);
 const known = new Set(readFileSync(checked, 'utf8').split('\n'));
-const batches = new Set(readFileSync(process.argv[2], 'utf8').split(/^GO$/m).map((batch) => batch.trim()).filter(Boolean));
+const batches = new Set(readFileSync(script, 'utf8').split(/^GO$/m).map((batch) => batch.trim()).filter(Boolean));
 const fingerprint = (batch) => createHash('sha1').update(batch).digest('hex');
 
 const read = [];
