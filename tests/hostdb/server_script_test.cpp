@@ -45,7 +45,8 @@ TEST(ServerScript, TablesHaveTheColumnsOfTheEmbeddedOnes) {
     const QString batch = BatchWith(QStringLiteral("CREATE TABLE %1 (").arg(table)) +
                           BatchWith(QStringLiteral("CREATE TABLE [%1] (").arg(table));
     const QStringList columns = All(QStringLiteral("\n  (?!PRIMARY)(\\[?\\w+\\]? \\w+(?:\\(\\w+\\))?)"), batch);
-    EXPECT_EQ(columns.join(u'\n').remove(u'[').remove(u']').toLower().toStdString(), expected.toStdString()) << qPrintable(table);
+    EXPECT_EQ(columns.join(u'\n').remove(u'[').remove(u']').toLower().toStdString(), expected.toStdString())
+        << qPrintable(table);
   }
 }
 
