@@ -1,5 +1,5 @@
 # Three functions that every CMakeLists.txt of the tree uses: a folder of logic, a program, a folder of tests.
-# The link lines in the folders are the architecture; keep them minimal and PRIVATE where a header does not need them.
+# The link lines of the folders show the architecture. Keep them minimal, and PRIVATE unless a header needs them.
 
 add_library(qbx_options INTERFACE)
 target_compile_options(qbx_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
@@ -22,13 +22,11 @@ target_precompile_headers(qbx_pch PRIVATE <QDateTime> <QHash> <QString> <QString
 function(qbx_reuse_pch target from)
   if(QBX_PCH)
     target_precompile_headers(${target} REUSE_FROM ${from})
-  elseif(from STREQUAL "qbx_widgets_pch")
-    target_compile_options(${target} PRIVATE -include QtWidgets)  # what the shared header gives otherwise
   endif()
 endfunction()
 
-# qbx_library(<folder>) makes the library qbx_<folder> from every .cpp beside the caller. A folder of headers only becomes an
-# interface library, so that the others can link it all the same. A main.cpp is left to qbx_program.
+# qbx_library(<folder>) makes the library qbx_<folder> from every .cpp beside the caller. A folder with headers only
+# becomes an interface library, so that others can link it, too. A main.cpp is left to qbx_program.
 function(qbx_library name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
@@ -42,14 +40,14 @@ function(qbx_library name)
   endif()
 endfunction()
 
-# The same for windows, which share the widget headers as well.
+# The same for windows, which also share the widget headers.
 add_library(qbx_widgets_pch STATIC ${CMAKE_BINARY_DIR}/pch/pch.cpp)
 target_link_libraries(qbx_widgets_pch PUBLIC qbx_options Qt6::Core Qt6::Gui Qt6::Widgets)
 target_precompile_headers(qbx_widgets_pch PRIVATE <QDateTime> <QHash> <QString> <QStringList> <QVariant> <QtWidgets> <functional> <memory>
                           <optional> <vector>)
 
-# qbx_ui_library(<folder>) makes the library qbx_<folder>_ui from every .cpp beside the caller, the ui/ folder of <folder>. A Designer file
-# frmX.ui is turned into "ui_frmX.h".
+# qbx_ui_library(<folder>) makes the library qbx_<folder>_ui from every .cpp beside the caller, the ui/ folder of
+# <folder>. A Designer file frmX.ui is turned into "ui_frmX.h".
 function(qbx_ui_library name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   file(GLOB forms CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.ui)

@@ -13,15 +13,15 @@ constexpr int kCopyNameLength = 40;
 
 std::optional<std::vector<CampaignListRow>> LoadCampaigns(Statements& statements) {
   Recordset rows;
-  if (statements.dbOpenRec(rows, u"proc_sel_Marketing_Campaigns"_qs)) return std::nullopt;
+  if (statements.dbOpenRec(rows, QStringLiteral("proc_sel_Marketing_Campaigns"))) return std::nullopt;
   std::vector<CampaignListRow> list;
   for (; !rows.Eof(); rows.MoveNext()) {
-    list.push_back({.ID = static_cast<int>(rows.Field(u"ID"_qs).ToInt()),
-                    .Campaign_Name = rows.Field(u"Campaign_Name"_qs).ToText(),
-                    .Last_Run = rows.Field(u"Last_Run"_qs).ToDateTime(),
-                    .Created_Date = rows.Field(u"Created_Date"_qs).ToDateTime(),
-                    .Campaign_Description = rows.Field(u"Campaign_Description"_qs).ToText(),
-                    .Created_By = rows.Field(u"Created_By"_qs).ToText()});
+    list.push_back({.ID = static_cast<int>(rows.Field(QStringLiteral("ID")).ToInt()),
+                    .Campaign_Name = rows.Field(QStringLiteral("Campaign_Name")).ToText(),
+                    .Last_Run = rows.Field(QStringLiteral("Last_Run")).ToDateTime(),
+                    .Created_Date = rows.Field(QStringLiteral("Created_Date")).ToDateTime(),
+                    .Campaign_Description = rows.Field(QStringLiteral("Campaign_Description")).ToText(),
+                    .Created_By = rows.Field(QStringLiteral("Created_By")).ToText()});
   }
   return list;
 }
@@ -29,14 +29,14 @@ std::optional<std::vector<CampaignListRow>> LoadCampaigns(Statements& statements
 std::optional<std::vector<CampaignHistoryRow>> LoadCampaignHistory(Statements& statements, bool viewAll) {
   Recordset rows;
   const QString count = QString::number(viewAll ? 0 : kInitialHistoryEvents);
-  if (statements.dbOpenRec(rows, u"proc_sel_Marketing_Campaigns_History "_qs + count)) return std::nullopt;
+  if (statements.dbOpenRec(rows, QStringLiteral("proc_sel_Marketing_Campaigns_History ") + count)) return std::nullopt;
   std::vector<CampaignHistoryRow> list;
   for (; !rows.Eof(); rows.MoveNext()) {
-    list.push_back({.ID = static_cast<int>(rows.Field(u"ID"_qs).ToInt()),
-                    .Record_Date = rows.Field(u"Record_Date"_qs).ToDateTime(),
-                    .Campaign_Name = rows.Field(u"Campaign_Name"_qs).ToText(),
-                    .Event = rows.Field(u"Event"_qs).ToText(),
-                    .UserID = rows.Field(u"UserID"_qs).ToText()});
+    list.push_back({.ID = static_cast<int>(rows.Field(QStringLiteral("ID")).ToInt()),
+                    .Record_Date = rows.Field(QStringLiteral("Record_Date")).ToDateTime(),
+                    .Campaign_Name = rows.Field(QStringLiteral("Campaign_Name")).ToText(),
+                    .Event = rows.Field(QStringLiteral("Event")).ToText(),
+                    .UserID = rows.Field(QStringLiteral("UserID")).ToText()});
   }
   return list;
 }

@@ -10,7 +10,7 @@
 
 namespace qbx {
 
-/// A row of the list of campaigns; a date is invalid when there is none.
+/// A row of the list of campaigns. A missing date is invalid.
 struct CampaignListRow {
   int ID = 0;
   QString Campaign_Name;
@@ -29,18 +29,19 @@ struct CampaignHistoryRow {
   QString UserID;
 };
 
-/// Most recent events that the history shows at first.
+/// The number of most recent events that the history shows at first.
 inline constexpr int kInitialHistoryEvents = 50;
 
 /// The stored campaigns, in the host's order.
 /// \return nothing when the database failed (already reported, unless it was never connected)
 [[nodiscard]] std::optional<std::vector<CampaignListRow>> LoadCampaigns(Statements& statements);
 
-/// The campaigns that have a name; its case and blanks around it do not matter.
+/// The campaigns with a name, ignoring case and blanks around it.
 [[nodiscard]] std::vector<int> CampaignsNamed(const std::vector<CampaignListRow>& list, const QString& name);
 
-/// The other campaigns that have a name which a campaign is to be given. None when it has that name already: then nothing changes.
-/// \param own  the campaign that gets the name; below 1: a new one
+/// The other campaigns that already have a name which one campaign is to get. Empty when that campaign has the name
+/// already, because then nothing changes.
+/// \param own  the campaign that gets the name; below 1 for a new one
 [[nodiscard]] std::vector<int> NameTakenBy(const std::vector<CampaignListRow>& list, const QString& name, int own);
 
 /// The history, in the host's order.
@@ -48,11 +49,11 @@ inline constexpr int kInitialHistoryEvents = 50;
 /// \return nothing when the database failed (already reported, unless it was never connected)
 [[nodiscard]] std::optional<std::vector<CampaignHistoryRow>> LoadCampaignHistory(Statements& statements, bool viewAll);
 
-/// Whether a campaign may be saved under a name: it has more than blanks.
+/// Whether a campaign may be saved under a name: it must hold more than blanks.
 [[nodiscard]] bool CampaignNameIsValid(const QString& name);
 
-/// The name under which a copy is stored: the first 40 characters of what was typed (a surrogate pair is not cut in
-/// two). Empty: no copy is made.
+/// The name for a copy: the first 40 characters of what was typed (a surrogate pair is not split). Empty when no copy
+/// is to be made.
 [[nodiscard]] QString CampaignCopyName(const QString& typed);
 
 }  // namespace qbx

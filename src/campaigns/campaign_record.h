@@ -1,4 +1,4 @@
-// The saved state of the wizard, and the one campaign that is current.
+// The saved state of the wizard, and the current campaign.
 
 #pragma once
 
@@ -7,14 +7,14 @@
 
 namespace qbx {
 
-/// A campaign as it is stored. The field names are the column names of the stored campaign and, with "@" in front, the
-/// parameters of the storing procedures (`ID` alone is the parameter "@CampaignID"). Fields named after a list hold the
-/// position in that list, -1 for none. The initial values are those of a new campaign where they do not depend on the
+/// A campaign as it is stored. The field names are the columns of the stored campaign and, with "@" in front, the
+/// parameters of the storing procedures (`ID` is the parameter "@CampaignID"). A field named after a list holds the
+/// position in that list, -1 for none. Initial values are those of a new campaign, except for values that depend on the
 /// time.
 struct CampaignRecord {
-  int Version = 1;         ///< record format; written as held, not otherwise used
-  int CampaignTypeID = 1;  ///< query number, the index of the node in the query tree; 0 or less: none
-  bool Step1 = false;      ///< wizard step completed
+  int Version = 1;         ///< record format; stored unchanged, not used otherwise
+  int CampaignTypeID = 1;  ///< query number: the index of the node in the query tree; 0 or less for none
+  bool Step1 = false;      ///< whether the wizard step is completed
   bool Step2 = false;
   bool Step3 = false;
   int ID = 0;  ///< below 1: not yet saved; below 0: the temporary ID of an unsaved campaign
@@ -25,7 +25,7 @@ struct CampaignRecord {
   QString Email_Body;
   QString SMS;
   QString Makes;    ///< makes as typed or chosen, separated by commas
-  QDateTime Date1;  ///< date range of the query, wall-clock times; invalid when the stored value is NULL
+  QDateTime Date1;  ///< date range of the query, wall-clock times; invalid for NULL
   QDateTime Date2;
   int Records = 100;
   int RecordsStart = 1;
@@ -49,11 +49,11 @@ struct CampaignRecord {
   bool operator==(const CampaignRecord&) const = default;
 };
 
-/// The campaign that the wizard works on. One, owned by the Application.
+/// The campaign in the wizard. There is one, owned by the Application.
 struct CurrentCampaign {
   CampaignRecord record;
-  /// The wizard differs from what was last saved or loaded. Set by what the user does; cleared by saving and by setting
-  /// up the wizard.
+  /// Whether the wizard differs from what was last saved or loaded. Set by the user's edits; cleared by saving and by
+  /// setting up the wizard.
   bool CampaignChanged = false;
 };
 

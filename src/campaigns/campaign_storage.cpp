@@ -44,7 +44,7 @@ void SetStoredFields(Command& command, const CampaignRecord& record) {
 
 CampaignRecord ReadRecord(const Recordset& row) {
   CampaignRecord record;
-  record.ID = ToLong(row.Field(u"ID"_qs));
+  record.ID = ToLong(row.Field(QStringLiteral("ID")));
   for (const StoredField& field : StoredFields()) {
     const Value value = row.Field(QString::fromLatin1(field.name));
     std::visit([&](auto member) { Assign(record.*member, value); }, field.member);
@@ -52,7 +52,7 @@ CampaignRecord ReadRecord(const Recordset& row) {
   return record;
 }
 
-/// The hourglass, for as long as something is read.
+/// Shows the hourglass as long as it lives.
 class Hourglass {
  public:
   explicit Hourglass(UserInterface& ui) : ui_(ui) { ui_.SetBusy(true); }
@@ -80,12 +80,12 @@ void CampaignStorage::InitialiseCampaign() {
   current_.record = CampaignRecord{};
   current_.record.Date1 = now.date().addMonths(-12).startOfDay();
   current_.record.Date2 = now;
-  SetId(statements_.GetNextKeyID(u"TEMP"_qs));
+  SetId(statements_.GetNextKeyID(QStringLiteral("TEMP")));
 }
 
 bool CampaignStorage::EnsureId() {
   if (current_.record.ID != 0 || !statements_.Shared().WasOpen()) return true;
-  SetId(statements_.GetNextKeyID(u"TEMP"_qs));
+  SetId(statements_.GetNextKeyID(QStringLiteral("TEMP")));
   return current_.record.ID != 0;
 }
 
@@ -95,7 +95,7 @@ bool CampaignStorage::SaveCampaign() {
     SetUser(command);
     const Recordset row = Recordset::ReadAll(command.Open());
     const int id = row.Eof() ? 0 : ToLong(row.Field(0));
-    if (id < 1) throw DatabaseError(0, u"The database gave the new campaign no number."_qs, {});
+    if (id < 1) throw DatabaseError(0, QStringLiteral("The database gave the new campaign no number."), {});
     SetId(id);
     current_.CampaignChanged = false;
   });
@@ -103,7 +103,7 @@ bool CampaignStorage::SaveCampaign() {
 
 bool CampaignStorage::UpdateCampaign() {
   return Call("UpdateCampaign", "proc_updp_Marketing_Campaign", [this](Command& command) {
-    command.SetParameter(u"@CampaignID"_qs, current_.record.ID);
+    command.SetParameter(QStringLiteral("@CampaignID"), current_.record.ID);
     SetStoredFields(command, current_.record);
     SetUser(command);
     command.Execute();
@@ -113,9 +113,9 @@ bool CampaignStorage::UpdateCampaign() {
 
 bool CampaignStorage::UpdateCampaignDetails(int campaignId, const QString& name, const QString& description) {
   return Call("UpdateCampaignDetails", "proc_updp_Marketing_Campaign_Details", [&](Command& command) {
-    command.SetParameter(u"@CampaignID"_qs, campaignId);
-    command.SetParameter(u"@Campaign_Name"_qs, name);
-    command.SetParameter(u"@Campaign_Description"_qs, description);
+    command.SetParameter(QStringLiteral("@CampaignID"), campaignId);
+    command.SetParameter(QStringLiteral("@Campaign_Name"), name);
+    command.SetParameter(QStringLiteral("@Campaign_Description"), description);
     SetUser(command);
     command.Execute();
   });
@@ -123,11 +123,11 @@ bool CampaignStorage::UpdateCampaignDetails(int campaignId, const QString& name,
 
 bool CampaignStorage::LoadCampaign(int campaignId) {
   events_.LogEvent(kEventMarketing, 0, QString::fromLatin1(kMarketingKey),
-                   u"Load Campaign: "_qs + QString::number(campaignId));
+                   QStringLiteral("Load Campaign: ") + QString::number(campaignId));
   const Hourglass hourglass(diagnostics_.ui);
   bool found = false;
   const bool ran = Call("LoadCampaign", "proc_selp_Marketing_Campaign", [&](Command& command) {
-    command.SetParameter(u"@CampaignID"_qs, campaignId);
+    command.SetParameter(QStringLiteral("@CampaignID"), campaignId);
     const Recordset row = Recordset::ReadAll(command.Open());
     if (row.Eof()) return;
     found = true;
@@ -135,8 +135,9 @@ bool CampaignStorage::LoadCampaign(int campaignId) {
     SetId(current_.record.ID);
   });
   if (ran && !found) {
-    diagnostics_.ui.ShowMessage(
-        {.text = u"Campaign not found!"_qs, .icon = MessageIcon::kExclamation, .reason = Reason::kUnknownCampaign});
+    diagnostics_.ui.ShowMessage({.text = QStringLiteral("Campaign not found!"),
+                                 .icon = MessageIcon::kExclamation,
+                                 .reason = Reason::kUnknownCampaign});
   }
   return found;
 }
@@ -144,8 +145,8 @@ bool CampaignStorage::LoadCampaign(int campaignId) {
 int CampaignStorage::CopyCampaign(int campaignId, const QString& newName) {
   int copy = 0;
   Call("CopyCampaign", "proc_copy_Marketing_Campaign", [&](Command& command) {
-    command.SetParameter(u"@CampaignID"_qs, campaignId);
-    command.SetParameter(u"@Campaign_Name"_qs, newName);
+    command.SetParameter(QStringLiteral("@CampaignID"), campaignId);
+    command.SetParameter(QStringLiteral("@Campaign_Name"), newName);
     SetUser(command);
     const Recordset row = Recordset::ReadAll(command.Open());
     if (!row.Eof()) copy = ToLong(row.Field(0));
@@ -156,11 +157,11 @@ int CampaignStorage::CopyCampaign(int campaignId, const QString& newName) {
 bool CampaignStorage::DeleteCampaign(int campaignId) {
   std::optional<Message> refusal;
   const bool ran = Call("DeleteCampaign", "proc_delp_Marketing_Campaign", [&](Command& command) {
-    // The transaction holds the write lock from its start, so that no run can claim the campaign in between.
+    // The transaction holds the write lock from its start, so no run can claim the campaign meanwhile.
     Transaction transaction(statements_.Shared().Driver());
     if (deletionGuard_) refusal = deletionGuard_(campaignId);
     if (refusal) return;
-    command.SetParameter(u"@CampaignID"_qs, campaignId);
+    command.SetParameter(QStringLiteral("@CampaignID"), campaignId);
     SetUser(command);
     command.Execute();
     transaction.Commit();
@@ -172,7 +173,7 @@ bool CampaignStorage::DeleteCampaign(int campaignId) {
 bool CampaignStorage::Call(const char* routine, const char* procedure, const std::function<void(Command&)>& run) {
   try {
     statements_.Shared().ReopenIfLost();
-    // A closed connection is said as such; preparing a command on it would only say that it has no parameters.
+    // Throws the right error for a closed connection; preparing a command would only say that it has no parameters.
     (void)statements_.Shared().Driver();
     Command command;
     statements_.PrepareCommand(command, QString::fromLatin1(procedure));
@@ -185,7 +186,7 @@ bool CampaignStorage::Call(const char* routine, const char* procedure, const std
 }
 
 void CampaignStorage::SetUser(Command& command) const {
-  command.SetParameter(u"@UserID"_qs, context_.user);
+  command.SetParameter(QStringLiteral("@UserID"), context_.user);
 }
 
 void CampaignStorage::SetId(int id) {

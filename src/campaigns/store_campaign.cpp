@@ -6,7 +6,7 @@ namespace qbx {
 
 namespace {
 
-/// Whether the history names somebody else as the one who deleted a campaign. False also when that cannot be found out.
+/// Whether the history says that somebody else deleted a campaign. False also when that cannot be found out.
 bool DeletedByAnother(Statements& statements, int campaignId, const QString& user) {
   try {
     Recordset deletion =

@@ -9,14 +9,14 @@
 
 namespace qbx {
 
-/// A stored field: its column (with "@" in front its parameter) and where the record keeps it.
+/// A stored field: its column (with "@" in front: its parameter) and its member of the record.
 struct StoredField {
   const char* name;
   std::variant<int CampaignRecord::*, bool CampaignRecord::*, QDateTime CampaignRecord::*, QString CampaignRecord::*>
       member;
 };
 
-/// Everything that is stored but the ID, in the order of the storing procedures' parameters.
+/// All stored fields except the ID, in the order of the storing procedures' parameters.
 [[nodiscard]] std::span<const StoredField> StoredFields();
 
 }  // namespace qbx

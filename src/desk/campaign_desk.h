@@ -30,16 +30,16 @@
 
 namespace qbx {
 
-/// The logic behind one main window, and behind one command of the headless runner: nothing here has behaviour of its own. Made once the
-/// Application was started, since it takes the user from it.
+/// The logic behind one main window, and behind one command of the headless runner. It has no behaviour of its own.
+/// Made after the Application was started, because it takes the user from it.
 class CampaignDesk {
  public:
-  /// \param view  shows an e-mail under way; its plain base class shows nothing
+  /// \param view  shows an e-mail that is being sent; its plain base class shows nothing
   CampaignDesk(Application& app, SendEmailView& view);
   CampaignDesk(const CampaignDesk&) = delete;
   CampaignDesk& operator=(const CampaignDesk&) = delete;
 
-  // What several of the others look at.
+  // Shared by several of the others.
   ResultsLog resultsLog;
   ReplaceGuard guard;
   RowChanges rowChanges;
@@ -66,7 +66,7 @@ class CampaignDesk {
 
   [[nodiscard]] DraftOffer MakeDraftOffer();
   [[nodiscard]] TestMessages MakeTestMessages();
-  /// A run of the current rows; the observer must outlive it.
+  /// A run over the current rows; the observer must outlive it.
   [[nodiscard]] Mailshot MakeMailshot(MailshotObserver& observer);
   /// Makes the letters of the current campaign; the report printer and the observer must outlive it.
   [[nodiscard]] LetterRun MakeLetterRun(ReportPrinter& reports, LetterObserver& observer);

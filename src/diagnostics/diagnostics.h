@@ -1,4 +1,4 @@
-// The small services that every module shares, as one argument.
+// The small services that every module uses, as one argument.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace qbx {
 
-/// References only; the Application owns what stands behind them.
+/// References only; the Application owns the objects.
 struct Diagnostics {
   const Clock& clock;
   const LogFile& log;

@@ -1,5 +1,3 @@
-// The common report of an unexpected error.
-
 #include "diagnostics/error_report.h"
 
 namespace qbx {

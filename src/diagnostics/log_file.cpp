@@ -1,5 +1,3 @@
-// The program's text log.
-
 #include "diagnostics/log_file.h"
 
 #include <QFile>
@@ -11,7 +9,7 @@ LogFile::LogFile(const Clock& clock, QString fallbackPath) : clock_(clock), fall
 void LogFile::WriteLog(const QString& text) const {
   const QString line = clock_.Now().toString(QStringLiteral("HH:mm:ss")) + QLatin1String("  ") + text;
   QFile file(Path());
-  // One write for the whole line, so that lines of two processes on one file do not mix.
+  // One write for the whole line, so that the lines of two processes in one file do not mix.
   if (file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) file.write(line.toUtf8() + "\r\n");
 }
 

@@ -8,14 +8,14 @@
 
 namespace qbx {
 
-/// Appends lines "hh:mm:ss", two blanks, text, CR LF to the log file, which is opened and closed on every call.
-/// Never fails visibly: a line that cannot be written is lost. Must never be given a secret.
+/// Appends lines to the log file: "hh:mm:ss", two blanks, the text, CR LF. The file is opened and closed on every call.
+/// No failure is shown: a line that cannot be written is lost. Must never be given a secret.
 class LogFile {
  public:
-  /// \param fallbackPath  the file to use while no path is set (the program folder's "MARKETING.LOG")
+  /// \param fallbackPath  the file as long as no path is set (the program folder's "MARKETING.LOG")
   LogFile(const Clock& clock, QString fallbackPath);
 
-  /// \param path  empty: the fallback
+  /// \param path  empty for the fallback
   void SetPath(const QString& path) { path_ = path; }
   [[nodiscard]] QString Path() const { return path_.isEmpty() ? fallbackPath_ : path_; }
 

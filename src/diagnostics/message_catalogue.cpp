@@ -1,5 +1,3 @@
-// Numbered messages with placeholders.
-
 #include "diagnostics/message_catalogue.h"
 
 #include <algorithm>

@@ -7,9 +7,8 @@
 
 namespace qbx {
 
-/// The text of a numbered message, "\n" turned into carriage returns and the placeholders "<<%1>>" to "<<%5>>" filled
-/// from `values` in order. Placeholders without a value stay as they are; a number that is not in the catalogue says
-/// so.
+/// The text of a numbered message. "\n" becomes a carriage return; the placeholders "<<%1>>" to "<<%5>>" are filled
+/// from `values` in order. A placeholder without a value stays. For an unknown number the text says so.
 [[nodiscard]] QString AppMessage(int number, const QStringList& values = {});
 
 }  // namespace qbx

@@ -1,5 +1,3 @@
-// Looking at, starting and stopping a service of this computer.
-
 #include "diagnostics/service_control.h"
 
 #include <stdexcept>

@@ -1,4 +1,4 @@
-// Looking at, starting and stopping a service of this computer.
+// Querying, starting and stopping a service of this computer.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace qbx {
 
-/// Asks the service manager and writes one log line for what goes wrong. Shows nothing; the caller decides what to tell
+/// Asks the service manager and writes one log line for each failure. It shows nothing; the caller decides what to tell
 /// the user.
 class ServiceControl {
  public:
@@ -18,7 +18,7 @@ class ServiceControl {
   /// Whether the service manager knows the service. False, with a log line, when the manager cannot be asked.
   [[nodiscard]] bool ServiceExists(const QString& service);
 
-  /// A second opinion, by listing all services, for when the manager cannot be opened.
+  /// The same by listing all services, for when the manager cannot be opened.
   [[nodiscard]] bool ServiceExists2(const QString& service);
 
   /// Sends a request without waiting for its effect.
@@ -27,7 +27,7 @@ class ServiceControl {
   /// \throws std::invalid_argument for any other action
   bool ServiceStartStop(const QString& service, int action);
 
-  /// The state in words ("Running"), empty when it cannot be told.
+  /// The state in words ("Running"); empty when it is unknown.
   [[nodiscard]] QString ServiceStatusText(const QString& service);
 
  private:

@@ -1,5 +1,3 @@
-// The status box: what a long operation is doing, with a Cancel button when it can be stopped.
-
 #include "diagnostics/status_box.h"
 
 namespace qbx {

@@ -20,13 +20,13 @@ CampaignClaim::~CampaignClaim() {
     release_.Execute(
         {{"@CampaignID", *campaignId_}, {"@ProcessID", host_.ProcessId()}, {"@Computer", host_.ComputerName()}});
   } catch (const DatabaseError&) {
-    // The claim becomes void with this process.
+    // The claim becomes void when this process ends.
   }
 }
 
 bool CampaignClaim::Alive(const Recordset& claim) const {
   if (claim.Field(QStringLiteral("Computer")).ToText().compare(host_.ComputerName(), Qt::CaseInsensitive) == 0) {
-    // A claim of this process is one that it could not give back (a process has one run at a time).
+    // A process has one run at a time, so a claim of this process is one that could not be given back.
     return RunsBeside(host_, claim.Field(QStringLiteral("ProcessID")).ToInt(),
                       claim.Field(QStringLiteral("ProcessStart")).ToInt());
   }
@@ -43,7 +43,7 @@ std::optional<ClaimHolder> CampaignClaim::HeldBy(int campaignId) {
 }
 
 std::optional<ClaimHolder> CampaignClaim::Take(int campaignId) {
-  // Looking and taking are one step: the transaction holds the write lock from its start.
+  // The transaction holds the write lock from its start, so nobody takes the campaign between looking and taking.
   Transaction transaction(connection_.Driver());
   if (std::optional<ClaimHolder> holder = HeldBy(campaignId)) return holder;
   take_.Execute({{"@CampaignID", campaignId},

@@ -11,33 +11,34 @@
 
 namespace qbx {
 
-/// Who holds a campaign.
+/// The run that holds a campaign.
 struct ClaimHolder {
   QString user;
   QString computer;
   qint64 processId = 0;
 };
 
-/// The claim of a run on its campaign, a row of the host database. It is given back when this object goes.
+/// The claim of a run on its campaign, a row of the host database. The destructor gives it back.
 ///
-/// A claim of this very process is its own and holds nobody up. One whose process is gone is void: on this computer the process is looked up (number and start time), on another
-/// one it is void when it was not renewed for `kSilence` minutes. Calls throw DatabaseError, except the destructor.
+/// A process never blocks itself. On this computer a claim is void when its process (number and start time) no longer
+/// runs. On another computer it is void when it was not renewed for `kSilence` minutes. Calls throw DatabaseError,
+/// except the destructor.
 class CampaignClaim {
  public:
   static constexpr int kSilence = 15;       ///< minutes without a renewal after which another computer's claim is void
-  static constexpr int kRenewSeconds = 60;  ///< how often a run renews
+  static constexpr int kRenewSeconds = 60;  ///< seconds between two renewals
 
   CampaignClaim(Connection& connection, const HostInfo& host, const Clock& clock, QString user);
   ~CampaignClaim();
   CampaignClaim(const CampaignClaim&) = delete;
   CampaignClaim& operator=(const CampaignClaim&) = delete;
 
-  /// Takes the campaign, or says who holds it.
+  /// Takes the campaign. \return who holds it already; nothing when it was taken
   [[nodiscard]] std::optional<ClaimHolder> Take(int campaignId);
-  /// Whoever else holds the campaign now, without taking it.
+  /// Who else holds the campaign now.
   [[nodiscard]] std::optional<ClaimHolder> HeldBy(int campaignId);
   /// Renews the claim when it is time to.
-  /// \return false when the claim is another one's by now: the run must end
+  /// \return false when another run holds the campaign by now: this run must end
   [[nodiscard]] bool Renew();
 
  private:

@@ -1,4 +1,4 @@
-// How many credits a campaign's texts are going to cost.
+// The credits that a campaign's texts cost.
 
 #pragma once
 
@@ -11,20 +11,20 @@
 
 namespace qbx {
 
-/// Merges the text of every SMS row of a campaign and adds up what each costs: all of them, and those that are still to go. The sums are kept
-/// until `Invalidate` or until they are asked for another campaign, text or day.
+/// Merges the text of every SMS row of a campaign and adds up the costs: of all texts, and of those that are still to
+/// be sent. The sums are kept until `Invalidate`, or until another campaign, text or day is asked for.
 class CreditEstimate {
  public:
   CreditEstimate(Statements& statements, Diagnostics diagnostics)
       : statements_(statements), diagnostics_(diagnostics) {}
 
   /// \param smsTemplate      text with merge fields
-  /// \param repeatDelivered  texts that were delivered go again where the e-mail of their row failed
+  /// \param repeatDelivered  whether texts that were delivered are sent again where the e-mail of their row failed
   /// \return nothing when the rows could not be read (already reported)
   [[nodiscard]] std::optional<CreditNeed> EstimateSMSCredits(int campaignId, const QString& smsTemplate,
                                                              bool repeatDelivered = false);
 
-  /// Rows, flags or what went out changed.
+  /// Drops the sums: rows, flags or records of what went out have changed.
   void Invalidate() { kept_.reset(); }
 
  private:

@@ -1,12 +1,12 @@
-// What all sending shares.
+// The state that all sending shares.
 
 #pragma once
 
 namespace qbx {
 
-/// Process-wide state of sending; one, owned by the Application.
+/// The state of sending. There is one, owned by the Application.
 struct DispatchState {
-  double SMSCreditsRemaining = 0;  ///< the gateway account's balance as last reported
+  double SMSCreditsRemaining = 0;  ///< the balance of the gateway account as last reported
   bool StopSending = false;  ///< set by pausing and by cancelling queued e-mails; a run stops after its current row
 };
 

@@ -1,4 +1,4 @@
-// Who an e-mail says it is from.
+// The sender of e-mails.
 
 #pragma once
 
@@ -9,18 +9,19 @@
 
 namespace qbx {
 
-/// The addresses of every e-mail beside the customer's own.
+/// The addresses of every e-mail beside the customer's.
 struct EmailIdentity {
   MailAddress from;
   QString replyTo;
-  QString copyTo;  ///< gets a blind copy of each; empty: nobody does
+  QString copyTo;  ///< gets a blind copy of each e-mail; empty for none
 };
 
-/// As e-mails really go out. A full sender in `SMTP_FromEmail` ("Name <address>") goes before `Reminder_From_Name` and `Reminder_From_Email`: many
-/// servers take mail from no other.
+/// The identity with which e-mails go out. A full sender in `SMTP_FromEmail` ("Name <address>") overrides
+/// `Reminder_From_Name` and `Reminder_From_Email`, because many servers accept mail from no other sender.
 [[nodiscard]] EmailIdentity MakeEmailIdentity(const Options& options);
 
-/// "From Hartley Motors <office@example.com>, replies to <...>, a copy of each to <...>." Replies to the sender itself are not named.
+/// The text "From Hartley Motors <office@example.com>, replies to <...>, a copy of each to <...>." A reply address that
+/// equals the sender is left out.
 [[nodiscard]] QString IdentityText(const EmailIdentity& identity);
 
 }  // namespace qbx

@@ -20,7 +20,8 @@ constexpr char kSending[] = "Sending Email...";
 constexpr char kUncleanEnd[] =
     "Email should have been sent but the connection to the SMTP server could not be closed cleanly.";
 
-/// Mail servers and filters may name the component that the host product sends with; users are not to be sent there.
+/// Mail servers and filters may name the component with which the host product sends. It is removed, so that users do
+/// not turn to its maker.
 constexpr char kComponentName[] = "Chilkat";
 
 ServerSign SignOf(const MailResult& result) {
@@ -155,7 +156,8 @@ EmailSender::Failure EmailSender::Deliver(const MailServer& server, const MailEn
   return {Blame::kTransport, QLatin1String(kUncleanEnd)};
 }
 
-/// In a run the user is asked once about refusals and once about the connection; an address that is no address is the row's own fault.
+/// In a run the user is asked once about refusals and once about the connection, but never about an invalid address in
+/// a row.
 bool EmailSender::ShallAsk(Blame blame) {
   if (!inRun_) return true;
   if (blame == Blame::kMessage) return false;
@@ -185,7 +187,7 @@ void EmailSender::ReportFailure(Failure failure) {
     return;
   }
   view_.ShowFailure(failure.text);
-  windowOpen_ = false;  // from here on it is the user who closes it
+  windowOpen_ = false;  // from now on the user closes it
   state_.StopSending = true;
 }
 
@@ -198,7 +200,7 @@ void EmailSender::RecordEmail(const QString& customer, const QString& to, const 
                      {"@Email_Text", body},
                      {"@Attachments", QString()}});
   } catch (const DatabaseError& error) {
-    // The e-mail went out all the same; its record is a convenience of the host.
+    // The e-mail went out in any case; the record is only a convenience of the host.
     diagnostics_.log.WriteLog(QStringLiteral("The sent e-mail could not be recorded: ") + error.Description());
   }
 }

@@ -1,4 +1,4 @@
-// E-mail sending, one message at a time.
+// Sending e-mails, one at a time.
 
 #pragma once
 
@@ -18,21 +18,23 @@
 
 namespace qbx {
 
-/// What came of one e-mail. A failure's reason is in `LastError::LastEmailError`.
+/// The result of one e-mail. `LastError::LastEmailError` has the reason of a failure.
 struct EmailResult {
   bool sent = false;
-  bool uncertain = false;  ///< the message was written and no complete answer came: it may have gone out
+  bool uncertain = false;  ///< the message was written but no complete answer came: it may have gone out
   ServerSign sign = ServerSign::kUnknown;
-  QString copyRefused = {};  ///< why the blind copy was left out; empty when nobody refused it
+  QString copyRefused = {};  ///< why the blind copy was left out; empty when it was not refused
 };
 
 /// Sends e-mails through the mail server of the options: the customer's own, or the product family's. Never throws. Not
 /// thread-safe.
 ///
-/// A single message is one session (connect, send, QUIT). Inside a run (BeginRun .. EndRun) the connection and the window are kept from
-/// message to message, the count-down comes once a connection, the waits after a success are left out, and the question that follows a failure is asked once about refusals and once about the connection; later failures go to the logs only.
+/// A single message is one session (connect, send, QUIT). During a run (BeginRun .. EndRun) the connection and the
+/// window are kept from message to message, the count-down is shown once a connection, and nothing is waited for after
+/// a success. The question after a failure is asked once about refusals and once about the connection; later failures
+/// are only logged.
 ///
-/// A blind copy that is refused is left out, for the rest of the run: the customer's e-mail goes without it.
+/// A refused blind copy is left out for the rest of the run, and the customer's e-mail goes without it.
 class EmailSender {
  public:
   EmailSender(MailTransport& transport, MimeWriter& mime, const Options& options, const ServiceSettings& service,
@@ -43,32 +45,32 @@ class EmailSender {
   /// \param to  addresses separated by ";"
   [[nodiscard]] EmailResult SendEmailMessage(const QString& to, const QString& subject, const QString& body);
 
-  /// \return what keeps a message from being sent at all (no or a broken address), empty when nothing does
+  /// \return why a message cannot be sent at all (no address, or an invalid one); empty when it can
   [[nodiscard]] QString Problem(const QString& to, const QString& subject, const QString& body);
 
-  /// Writes a sent e-mail into the customer's history. A failure leaves a log line.
+  /// Records a sent e-mail in the customer's history. A failure is only logged.
   void RecordEmail(const QString& customer, const QString& to, const QString& subject, const QString& body);
 
   void BeginRun();
-  /// Closes the kept connection; an unclean end is logged and changes no row.
+  /// Closes the kept connection. A failure in closing is only logged.
   void EndRun();
 
  private:
   [[nodiscard]] bool UsesQbxServer() const;
   [[nodiscard]] MailServer ServerSettings(bool qbxServer) const;
-  /// \return what is wrong with the message, empty when the envelope is complete
+  /// \return what is wrong with the message; empty when the envelope is complete
   [[nodiscard]] QString BuildEnvelope(const QString& to, const QString& subject, const QString& body,
                                       MailEnvelope& envelope);
   void CountDown();
-  /// Who is to blame for a failure: the message itself, the server's word about it, or the connection.
+  /// The cause of a failure: the message, the server's refusal, or the connection.
   enum class Blame { kMessage, kRefusal, kTransport };
   struct Failure {
     Blame blame = Blame::kTransport;
-    QString text = {};  ///< empty: it did not fail
+    QString text = {};  ///< empty when there was no failure
   };
   [[nodiscard]] Failure Deliver(const MailServer& server, const MailEnvelope& envelope, EmailResult& result);
   [[nodiscard]] MailResult Transmit(const MailServer& server, const MailEnvelope& envelope);
-  /// Sends a message again without the blind copy when it is this that was refused. The customer's message is not lost for it.
+  /// Sends a message again without the blind copy if the server refused the copy.
   [[nodiscard]] MailResult TransmitWithoutCopy(const MailServer& server, MailEnvelope envelope, MailResult refused,
                                                EmailResult& result);
   [[nodiscard]] bool ShallAsk(Blame blame);
@@ -85,8 +87,8 @@ class EmailSender {
   Diagnostics diagnostics_;
   Procedure record_;
   bool inRun_ = false;
-  bool windowOpen_ = false;  ///< of this run; stays open from message to message
-  bool connected_ = false;   ///< this run has a connection, so its count-down is over
+  bool windowOpen_ = false;  ///< of this run; it stays open from message to message
+  bool connected_ = false;   ///< whether this run has connected, so its count-down is over
   bool transportAsked_ = false;
   bool refusalAsked_ = false;
   QString refusedCopy_;  ///< the copy address that the server refused in this run

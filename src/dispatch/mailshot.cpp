@@ -27,7 +27,7 @@ QString ClosingLine(MailshotEnd end) {
   }
 }
 
-/// From here to its end failures of the transports are shown once, and the mail connection is kept.
+/// As long as it lives, failures of the transports are shown once, and the mail connection is kept.
 class KeptConnections {
  public:
   KeptConnections(SmsGateway& gateway, EmailSender& email) : gateway_(gateway), email_(email) {
@@ -137,7 +137,7 @@ void Mailshot::ReportBreakdown(const DatabaseError& error) {
   services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), error.Description());
 }
 
-/// \return whether those who got one half of their row before get the whole row again
+/// \return whether customers who got one message of their row earlier get the whole row again
 bool Mailshot::AskAboutDelivered(int campaignId, MailshotSummary& summary) {
   const Recordset count =
       Procedure(services_.statements.Shared(), "proc_selp_Delivered_Before").Open({{"@CampaignID", campaignId}});
@@ -153,7 +153,7 @@ Mailshot::Credits Mailshot::CheckCredits(const MailshotPlan& plan, const QString
   if (!summary.credits) return Credits::kStop;
   const CreditNeed& need = *summary.credits;
   if (need.toGo == 0)
-    return Credits::kSendAll;  // no text will go, so the gateway is not needed and there is nothing to ask
+    return Credits::kSendAll;  // no text is due, so there is nothing to ask and the gateway is not needed
   const SmsGateway::Credits credits = services_.gateway.GetSMSCredits();
   if (!credits.error.isEmpty()) {
     services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), credits.error, false,

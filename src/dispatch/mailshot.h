@@ -1,4 +1,4 @@
-// The mailshot run: texts and e-mails of a campaign, row by row.
+// The mailshot: sending the texts and e-mails of a campaign, row by row.
 
 #pragma once
 
@@ -22,7 +22,7 @@
 
 namespace qbx {
 
-/// What a mailshot works with. References only; the Application owns what stands behind them.
+/// What a mailshot works with. References only; the Application owns the objects.
 struct MailshotServices {
   Statements& statements;
   EventLog& events;
@@ -42,48 +42,52 @@ struct MailshotServices {
 
 enum class MailshotMode {
   kSend,
-  kDryRun,  ///< everything but sending and recording: nothing leaves, nothing is written
+  kDryRun,  ///< neither sends nor records, but does everything else
 };
 
 enum class MailshotEnd {
   kRefused,      ///< a check failed; the user was told
-  kNothingLeft,  ///< every row was processed before; the user was told
+  kNothingLeft,  ///< all rows were already processed; the user was told
   kFinished,
-  kPaused,        ///< by the user, by cancelling queued e-mails after a failure, or because a server is away
-  kOutOfCredits,  ///< the texts that are left need credits
+  kPaused,        ///< by the user, by cancelling queued e-mails after a failure, or because a server is unavailable
+  kOutOfCredits,  ///< the remaining texts need more credits
   kFailed,        ///< an unexpected error ended the run; rows processed so far stay processed
 };
 
-/// What a run did. Messages, not rows, except `inDoubt`.
+/// What a run did. Counts messages, except where it says rows.
 struct MailshotSummary {
   MailshotEnd end = MailshotEnd::kRefused;
   int smsSent = 0;
   int smsFailed = 0;
   int emailSent = 0;
   int emailFailed = 0;
-  int inDoubt =
-      0;  ///< rows left alone, or put in doubt by this run, because nobody knows whether their message went out
-  int leftOut = 0;  ///< rows of which a message did not go because the customer has said no since they were selected
-  int deliveredBefore = 0;  ///< customers who had got one half of their row before, while the other one failed
-  std::optional<CreditNeed> credits = {};  ///< what the texts cost; nothing where no text was due
+  /// Rows that were skipped, or put in doubt by this run: it is unknown whether their message went out.
+  int inDoubt = 0;
+  int leftOut = 0;  ///< rows with a message that was not sent because the customer said no after they were selected
+  int deliveredBefore = 0;  ///< customers who had got one message of their row earlier, while the other one failed
+  std::optional<CreditNeed> credits = {};  ///< what the texts cost; nothing when no text was due
 };
 
 struct MailshotPlan;
 
-/// Sends what the rows of a campaign ask for and marks each row whose messages all succeeded. One run at a time;
-/// another run of the same campaign, also on another computer, is refused.
+/// Sends what the rows of a campaign ask for, and marks each row whose messages all succeeded. Runs one at a time;
+/// another run of the same campaign, even on another computer, is refused.
 ///
-/// A run is resumed by starting it again. What went out is on disk before the next message goes (see SendJournal), so
-/// neither a pause nor a crash makes anything go twice: a row that was cut off goes on where it stopped, of a row in which one half failed only
-/// that half goes unless the user wants the whole row again, a row in doubt is left alone until a person settles it. A customer who has said no
-/// since the rows were selected is left out. A channel whose server is away pauses by itself.
+/// To resume a run, start it again. What went out is on disk before the next message goes (see SendJournal), so neither
+/// a pause nor a crash sends anything twice:
+/// - A row that was interrupted continues where it stopped.
+/// - When one message of a row failed, only that message is sent, unless the user wants the whole row again.
+/// - A row in doubt is skipped until a person settles it.
+/// - A customer who said no after the rows were selected is left out.
+///
+/// A channel whose server is unavailable is paused.
 class Mailshot {
  public:
   Mailshot(MailshotServices services, MailshotObserver& observer)
       : services_(std::move(services)), observer_(observer) {}
 
   /// The command "Send the SMS and Email Mailshots": the checks, the question about credits, then the run.
-  /// \param campaignId  also a temporary one, below 0
+  /// \param campaignId  may be a temporary one, below 0
   MailshotSummary Send(int campaignId, const MailshotTemplates& templates, MailshotMode mode = MailshotMode::kSend);
 
   /// The command "Pause Sending": the run stops after its current row.

@@ -17,7 +17,7 @@ Message Information(const char* text) {
   return {.text = QString::fromLatin1(text), .icon = MessageIcon::kInformation};
 }
 
-/// A question before a run that would do what nobody meant.
+/// The question before a run that is probably a mistake.
 Message AllTheSame(const QString& text, Question question) {
   return {.text = text,
           .icon = MessageIcon::kExclamation,

@@ -1,4 +1,4 @@
-// What is checked before a mailshot sends anything.
+// The checks and questions before a mailshot.
 
 #pragma once
 
@@ -19,47 +19,47 @@ namespace qbx {
 [[nodiscard]] bool MaySend(const Options& options, const QString& user);
 [[nodiscard]] Message NotManagerMessage();
 
-/// Somebody else is sending the campaign.
+/// The refusal when somebody else is sending the campaign.
 [[nodiscard]] Message ClaimedMessage(const ClaimHolder& holder);
 
-/// Templates that are missing, or nothing to do at all.
-/// \return the message that refuses the run, nothing when it may go on
+/// Checks for missing templates, and for rows to send.
+/// \return the refusal; nothing when the run may go on
 [[nodiscard]] std::optional<Message> CheckTemplates(const CounterValues& counters, const MailshotTemplates& templates);
 
-/// The question before a run whose templates would send what nobody meant: fields that are none, an e-mail without a subject. No, the default, keeps the
-/// run from starting.
-/// \param texts, emails  whether the run sends such; the templates of the others do not count
+/// The question before a run whose templates are probably wrong: with unknown merge fields, or an e-mail without a
+/// subject. No, the default, prevents the run.
+/// \param texts, emails  whether the run sends texts and e-mails; templates of the other kinds are not checked
 [[nodiscard]] std::optional<Message> TemplateQuestion(const MailshotTemplates& templates, bool texts, bool emails);
 
-/// The same of letters that are about to be made.
+/// The question before letters are made whose text is probably wrong.
 /// \param letter  its plain text
 [[nodiscard]] std::optional<Message> LetterQuestion(const QString& letter);
 
-/// Everything that was asked for is processed already.
+/// Refuses a run when everything is processed already.
 [[nodiscard]] std::optional<Message> CheckOutstanding(const CounterValues& counters);
 
-/// Sender address of the e-mails, account of the texts.
+/// Checks that the e-mails have a sender address and the texts an account.
 [[nodiscard]] std::optional<Message> CheckAccounts(const CounterValues& counters, const Options& options);
 
-/// Whether e-mails are set up to go through the mail server of the host product.
+/// Whether e-mails are sent through the mail server of the host product.
 [[nodiscard]] bool IsHostMailServer(const Options& options, const ServiceSettings& service);
-/// What the user is told then, when the last tab is opened.
+/// The notice about this, shown when the last tab is opened.
 [[nodiscard]] std::optional<Message> HostMailServerNotice(const Options& options, const ServiceSettings& service);
 
-/// The question before a run when the other half of what some customers got has failed. Yes sends them the whole row again, No (the default)
-/// only what is missing.
-/// \param customers  different customers, at least 1
+/// The question before a run when some customers got one message of their row while the other one failed. Yes sends
+/// them the whole row again, No (the default) only the missing message.
+/// \param customers  number of different customers, at least 1
 [[nodiscard]] Message DeliveredQuestion(int customers);
 
-/// The question when a server has failed three times in a row: Yes goes on, No (the default) pauses its channel.
-/// \param failure  what happened the last time
+/// The question after three failures in a row of one server: Yes goes on, No (the default) pauses its channel.
+/// \param failure  the last failure
 [[nodiscard]] Message GoOnQuestion(Channel channel, const QString& failure);
 
 [[nodiscard]] Message CreditsUnknownMessage(const QString& supportTelephone);
-/// The question before credits are spent: Yes sends all, No e-mails only, Cancel nothing.
+/// The question before credits are spent: Yes sends everything, No only e-mails, Cancel nothing.
 [[nodiscard]] Message CreditsQuestion(const CreditNeed& need);
 
-/// Too few credits: what the user is told, and the line of the results log.
+/// Too few credits: the message for the user and the line for the results log.
 struct CreditsRefusal {
   Message message;
   QString logLine;

@@ -1,4 +1,4 @@
-// Watching a mailshot run from outside.
+// Observing a mailshot.
 
 #pragma once
 
@@ -11,36 +11,36 @@ namespace qbx {
 /// The steps of one message of a row, in order.
 enum class MailshotPoint {
   kRowStarted,
-  kBeforeJournal,  ///< nothing of this message is written down
+  kBeforeJournal,  ///< nothing about this message is recorded
   kAfterJournal,   ///< "sending" is on disk
-  kAfterSend,      ///< the server answered, or did not
-  kBeforeCommit,   ///< record, journal and mark are written, not yet on disk
+  kAfterSend,      ///< the server answered, or no answer came
+  kBeforeCommit,   ///< record, journal and mark are written but not committed
   kAfterCommit,
   kRowFinished,
 };
 
-/// Told of every step of a run. Progress bars and the pause key are observers; so is a test that ends the process at a
-/// chosen step.
+/// Is told of every step of a run. Progress bars and the pause key are observers, and so is a test that ends the
+/// process at a chosen step.
 class MailshotObserver {
  public:
   virtual ~MailshotObserver() = default;
   /// All checks have passed and the rows are read.
-  /// \param resumed  something of these rows was sent, or tried, by an earlier run
+  /// \param resumed  whether an earlier run sent, or tried to send, something of these rows
   virtual void Begins(bool resumed) { (void)resumed; }
   virtual void At(MailshotPoint point, qint64 recordId) {
     (void)point;
     (void)recordId;
   }
-  /// Rows are in doubt and were left alone.
-  /// \return where the user settles them, a sentence that ends the line of the results log
+  /// Rows in doubt were skipped.
+  /// \return where the user settles them: a sentence for the end of the line in the results log
   [[nodiscard]] virtual QString SettleHint(int campaignId) const {
     (void)campaignId;
     return {};
   }
-  /// A message failed for certain: it was refused, or could not be tried.
+  /// A message certainly failed: it was refused, or could not be tried.
   virtual void Failed(Channel channel) { (void)channel; }
-  /// \param done   messages dealt with
-  /// \param total  messages the run set out with
+  /// \param done   number of messages dealt with
+  /// \param total  number of messages at the start of the run
   virtual void Progress(int done, int total) {
     (void)done;
     (void)total;

@@ -50,7 +50,7 @@ void MailshotRun::Run() {
   observer_.Begins(!due_.entries.isEmpty() || counters_.Sent() > 0);
   observer_.Progress(0, total);
   summary_.end = MailshotEnd::kFinished;
-  // "Pause Sending" may have been pressed while the rows were read.
+  // The user may have pressed "Pause Sending" while the rows were read.
   for (; !rows_.Eof() && !services_.state.StopSending; rows_.MoveNext()) {
     if (!dryRun_ && !claim_.Renew()) {
       TellTakenOver();
@@ -74,7 +74,7 @@ void MailshotRun::Run() {
     services_.counters.UpdateCounters(plan_.campaignId);
     counters_ = services_.counters.Values();
   }
-  // A run that was stopped has not counted its last row.
+  // A run that was stopped has not counted its last row yet.
   if (!dryRun_) services_.counters.UpdateCounters(plan_.campaignId);
   if (services_.state.StopSending || texts_.paused || emails_.paused) summary_.end = MailshotEnd::kPaused;
 }
@@ -126,7 +126,7 @@ void MailshotRun::SendText(Row& row) {
       row.unfinished = true;
       return;
     }
-    // A number that is too short is no failure where an e-mail goes in its place.
+    // A number that is too short is no failure when the row is sent an e-mail instead.
     if (row.mobile.size() >= kShortestMobile || !row.wantsEmail) Count(row, Channel::kSms, SendSMSToMobile(row));
   }
   ++counters_.smsSent;
@@ -273,7 +273,7 @@ void MailshotRun::Settle(Row& row, Channel channel, Sent sent, const QString& re
   if (sent == Sent::kUncertain) return;  // it stays at "sending"
   Transaction transaction(services_.statements.Shared().Driver());
   record();
-  // A row that was deleted while its message was on its way has no journal any more.
+  // A row that was deleted while its message was being sent no longer has a journal.
   sent == Sent::kYes ? (void)journal_.Write(row.recordId, plan_.campaignId, channel, JournalState::kSent)
                      : (void)journal_.Write(row.recordId, plan_.campaignId, channel, JournalState::kFailed, reason);
   if (sent == Sent::kYes && IsLastMessage(row, channel) && !row.failed && !row.unfinished) Mark(row);
@@ -287,14 +287,14 @@ bool MailshotRun::IsLastMessage(const Row& row, Channel channel) const {
 }
 
 void MailshotRun::Mark(Row& row) {
-  // A mark that fails has been reported; the journal keeps what went out, so the next run only marks the row.
+  // A failure was reported. The journal keeps what went out, so the next run only marks the row.
   services_.statements.dbExecute(QStringLiteral("UPDATE [Campaign Results] SET Processed = 1 WHERE RecordID = ") +
                                  QString::number(row.recordId));
   row.marked = true;
 }
 
 bool MailshotRun::CreditsUsedUp() const {
-  // A run that sends no more texts needs no credits.
+  // A run with no text left needs no credits.
   if (dryRun_ || !texts_.open || texts_.left < 1) return false;
   const int outstanding = counters_.sms + counters_.emails - counters_.smsSent - counters_.emailsSent;
   return services_.state.SMSCreditsRemaining < 1 && counters_.sms >= 1 && done_ < outstanding;

@@ -11,26 +11,26 @@
 
 namespace qbx {
 
-/// What was settled before a run begins.
+/// What is decided before a run begins.
 struct MailshotPlan {
   int campaignId = 0;
   MailshotMode mode = MailshotMode::kSend;
-  bool sendTexts = true;         ///< false: texts are skipped, their rows stay unprocessed
-  bool repeatDelivered = false;  ///< where one half of a row failed, the half that was delivered goes again
+  bool sendTexts = true;         ///< false: texts are skipped and their rows stay unprocessed
+  bool repeatDelivered = false;  ///< whether a delivered message is sent again when the other message of its row failed
 };
 
-/// One pass over the unprocessed rows. Made by `Mailshot` once all checks have passed; used once. Throws DatabaseError
-/// when the journal or a mark cannot be written.
+/// One pass over the unprocessed rows. `Mailshot` makes it after all checks; it is used once. Throws DatabaseError when
+/// the journal or a mark cannot be written.
 class MailshotRun {
  public:
   MailshotRun(const MailshotServices& services, MailshotObserver& observer, CampaignClaim& claim,
               const MailshotPlan& plan, const MailshotTemplates& templates, MailshotSummary& summary);
 
-  /// The summary counts up to where an exception left the run.
+  /// If an exception ends the run, the summary counts everything up to it.
   void Run();
 
  private:
-  /// One customer: what the row asks for, merged values, and what has become of it.
+  /// One customer: what the row asks for, its merge values, and what happened to its messages.
   struct Row {
     qint64 recordId = 0;
     bool wantsSms = false;
@@ -41,7 +41,7 @@ class MailshotRun {
     MergeValues values;
     JournalEntry journal;
     bool failed = false;
-    bool unfinished = false;  ///< a message was skipped, left out or is in doubt: the row is not processed
+    bool unfinished = false;  ///< a message was skipped, left out or is in doubt, so the row is not processed
     bool inDoubt = false;
     QString leftOut = {};  ///< why a message was left out
     bool withdrawn = false;
@@ -51,14 +51,14 @@ class MailshotRun {
     kYes,
     kNo,
     kUncertain,
-    kLeftOut,    ///< the customer has said no since the row was selected
-    kWithdrawn,  ///< deleted or processed meanwhile at another desk
+    kLeftOut,    ///< the customer said no after the row was selected
+    kWithdrawn,  ///< another desk deleted or processed the row meanwhile
   };
-  /// One of the two ways to send.
+  /// The state of texts or of e-mails.
   struct ChannelState {
     bool open = true;
-    bool paused = false;  ///< closed by this run, because its server is away
-    int left = 0;         ///< messages of the rows not yet visited that are still to be tried
+    bool paused = false;  ///< paused by this run because its server is unavailable
+    int left = 0;         ///< number of messages still to be tried in rows not yet visited
     ServerWatch server;
   };
 
@@ -69,13 +69,13 @@ class MailshotRun {
   void SendEmail(Row& row);
   [[nodiscard]] Sent SendSMSToMobile(Row& row);
   [[nodiscard]] Sent ProcessEmail(Row& row);
-  /// Writes "sending".
+  /// Records "sending".
   /// \return why the message must not go; nothing when it may
   [[nodiscard]] std::optional<Sent> Announce(Row& row, Channel channel);
   [[nodiscard]] std::optional<Sent> AnnounceDry(Row& row, Channel channel);
   void LeaveOut(Row& row, Channel channel, Refusal refusal);
-  /// Writes what came of a message in one transaction: its record, its journal state and, when nothing of the row is
-  /// left, the mark.
+  /// Records the result of a message in one transaction: its record, its journal state and, after the last message of a
+  /// row, the mark.
   /// \param reason  of a failure
   template <typename Record>
   void Settle(Row& row, Channel channel, Sent sent, const QString& reason, Record record);
@@ -84,11 +84,11 @@ class MailshotRun {
   [[nodiscard]] bool IsLastMessage(const Row& row, Channel channel) const;
   void Mark(Row& row);
   void Count(Row& row, Channel channel, Sent sent);
-  /// Whether this run is going to try a message of a row that asks for it, as things stood when it began.
+  /// Whether this run tries to send a message that a row asks for, judged by the journal at its start.
   [[nodiscard]] bool WillTry(qint64 recordId, const JournalEntry& entry, Channel channel, const QString& mobile) const;
-  /// Whether the half of a row that was delivered goes again, because the user wants that and the half that failed is tried now.
+  /// Whether a delivered message is sent again: the user wants that, and the failed message of the row is tried now.
   [[nodiscard]] bool Repeats(Channel channel) const;
-  /// Pauses a channel whose server is away, unless the user says otherwise.
+  /// Pauses a channel whose server is unavailable, unless the user decides otherwise.
   void NoteServer(Channel channel, ServerSign sign, const QString& failure);
   [[nodiscard]] ChannelState& StateOf(Channel channel) { return channel == Channel::kSms ? texts_ : emails_; }
   [[nodiscard]] bool AllThatIsLeftIsPaused() const;
@@ -101,7 +101,7 @@ class MailshotRun {
   bool dryRun_;
   SendJournal journal_;
   SendRefusals refusals_;
-  DueRows due_;  ///< when the run began
+  DueRows due_;  ///< as of the start of the run
   MessageMaker messages_;
   Recordset rows_;
   CounterValues counters_;

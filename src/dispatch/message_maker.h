@@ -1,4 +1,4 @@
-// The messages of a customer, exactly as they go out.
+// Making the messages of a customer exactly as they go out.
 
 #pragma once
 
@@ -9,21 +9,21 @@
 
 namespace qbx {
 
-/// The three templates of a mailshot, as they stand on the templates page or in the campaign.
+/// The three templates of a mailshot, from the templates page or the campaign.
 struct MailshotTemplates {
   QString sms;
   QString emailSubject;
   QString emailBody;
 };
 
-/// Merges the templates of a campaign with one customer after the other. A run sends what this makes, and a preview shows it.
+/// Merges the templates of a campaign with one customer after the other. Runs and previews use the same messages.
 class MessageMaker {
  public:
   explicit MessageMaker(const MailshotTemplates& templates);
 
-  /// Line breaks as CR LF, at most 918 characters.
+  /// Line breaks are CR LF; at most 918 characters.
   [[nodiscard]] QString Sms(const MergeValues& values, QDate today);
-  /// In one line: a line break would become a header of its own.
+  /// On one line, because a line break would begin another header.
   [[nodiscard]] QString Subject(const MergeValues& values, QDate today);
   [[nodiscard]] QString Body(const MergeValues& values, QDate today);
 
@@ -33,7 +33,7 @@ class MessageMaker {
   CompiledTemplate body_;
 };
 
-/// A text with its line breaks as blanks.
+/// A text with blanks in place of its line breaks.
 [[nodiscard]] QString OneLine(QString text);
 
 }  // namespace qbx

@@ -1,4 +1,4 @@
-// The messages that the next run of a campaign sends, one customer after the other.
+// The messages that the next run of a campaign sends, customer by customer.
 
 #pragma once
 
@@ -13,32 +13,33 @@
 
 namespace qbx {
 
-/// What goes to one customer. What does not go is not there: no mobile number, sent already, or the customer said no.
+/// The messages to one customer. A message that is not sent is missing here: there is no mobile number, it was sent
+/// already, or the customer said no.
 struct NextMessage {
   qint64 recordId = 0;
   QString customer = {};
-  QString mobile = {};  ///< as it is kept
+  QString mobile = {};  ///< unchanged
   QString email = {};
-  std::optional<QString> sms = {};  ///< byte for byte what goes out, as the subject and the body
+  std::optional<QString> sms = {};  ///< exactly as it goes out, and so are subject and body
   std::optional<QString> subject = {};
   std::optional<QString> body = {};
 };
 
-/// What the sample customer would get, of all three texts.
+/// What the sample customer would get, made from all three templates.
 [[nodiscard]] NextMessage SampleMessage(MessageMaker& messages, QDate today);
 
-/// A walk over the rows of a campaign in the order in which a run would send them now:
+/// Walks over the rows of a campaign in the order in which a run would send them now:
 ///
 ///   NextMessages walk(statements);
 ///   if (walk.Read(campaignId)) Show(walk.At(0, messages, today), walk.Count());
 ///
-/// The rows are those of the moment of `Read`; what each says is read when it is shown.
+/// The list of rows is as of `Read`; the content of a row is read when it is shown.
 class NextMessages {
  public:
   explicit NextMessages(Statements& statements) : statements_(statements) {}
 
-  /// One pass over the rows that are flagged and not processed.
-  /// \param only  the channel that matters: without it, rows of both
+  /// Reads the rows that are flagged and not processed, in one pass.
+  /// \param only  the channel to look at; both when it is missing
   /// \return false when they could not be read (already reported)
   [[nodiscard]] bool Read(int campaignId, std::optional<Channel> only = {});
 
@@ -47,7 +48,7 @@ class NextMessages {
   [[nodiscard]] qint64 RecordAt(int place) const { return places_.at(static_cast<size_t>(place)).recordId; }
 
   /// \param place  from 0 to `Count` - 1
-  /// \return nothing when the row is gone or could not be read
+  /// \return nothing when the row was deleted or could not be read
   [[nodiscard]] std::optional<NextMessage> At(int place, MessageMaker& messages, QDate today);
 
  private:

@@ -1,4 +1,4 @@
-// Whom an e-mail goes to.
+// The recipients of an e-mail.
 
 #pragma once
 
@@ -9,11 +9,10 @@ namespace qbx {
 
 struct Recipients {
   QStringList addresses = {};
-  QString problem =
-      {};  ///< what keeps the e-mail from being sent at all: no address, or one that cannot be written; empty: nothing
+  QString problem = {};  ///< why the e-mail cannot be sent: no address, or an invalid one; empty when it can
 };
 
-/// \param typed  addresses separated by ";", as a row has them
+/// \param typed  addresses separated by ";", as in a row
 [[nodiscard]] Recipients RecipientsOf(const QString& typed);
 
 }  // namespace qbx

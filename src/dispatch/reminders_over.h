@@ -9,8 +9,9 @@
 
 namespace qbx {
 
-/// Looks at the reminder dates of the rows that a run is going to send; only rows of the reminder query have one.
-/// \return a sentence for the user when the last of them is over, otherwise empty, also when they could not be read (reported)
+/// Checks the reminder dates of the rows that a run would send; only rows of the reminder query have one.
+/// \return a sentence for the user when the last of these dates is in the past; otherwise, and when they could not be
+///         read (reported), empty
 [[nodiscard]] QString RemindersOverText(Statements& statements, int campaignId, const QDate& today);
 
 }  // namespace qbx

@@ -10,18 +10,19 @@
 
 namespace qbx {
 
-/// Replacing the rows deletes what is on record about their messages, so it looks first at who is sending them and what went out.
+/// Replacing the rows deletes the journal of their messages. So this looks first whether somebody is sending them, and
+/// what went out.
 class ReplaceGuard {
  public:
   ReplaceGuard(Connection& connection, const HostInfo& host, Diagnostics diagnostics);
 
   struct Finding {
-    std::optional<Message> refusal = {};  ///< somebody else is sending the campaign, or it could not be told
-    bool messagesOnRecord = false;        ///< messages went out, or may have gone out
+    std::optional<Message> refusal = {};  ///< somebody else is sending the campaign, or it could not be found out
+    bool messagesOnRecord = false;        ///< whether messages went out or may have gone out
   };
-  /// Never throws. After a refusal what went out was not looked at.
+  /// Never throws. After a refusal `messagesOnRecord` is not looked up.
   [[nodiscard]] Finding Look(int campaignId);
-  /// The refusal alone, without reading what went out: for a change of single rows, and for deleting the campaign. Never throws.
+  /// Only the refusal: for changing single rows and for deleting the campaign. Never throws.
   [[nodiscard]] std::optional<Message> LookAtClaim(int campaignId);
 
  private:

@@ -12,7 +12,7 @@
 
 namespace qbx {
 
-/// Lines "dd/mm/yy HH:mm:ss - text". Kept until cleared, and told to whoever shows or files them as they come.
+/// Lines "dd/mm/yy HH:mm:ss - text". They are kept until they are cleared. Listeners get each line as it comes.
 class ResultsLog {
  public:
   using Listener = std::function<void(const QString& line)>;
@@ -20,7 +20,7 @@ class ResultsLog {
   ResultsLog(const Clock& clock, UserInterface& ui) : clock_(clock), ui_(ui) {}
 
   /// \param listener  called for every later line, without its line end
-  /// \return what `StopListening` takes
+  /// \return the argument for `StopListening`
   [[nodiscard]] int Listen(Listener listener);
   void StopListening(int listener) { listeners_.erase(listener); }
 
@@ -30,7 +30,7 @@ class ResultsLog {
   [[nodiscard]] const QStringList& Lines() const { return lines_; }
   void Clear() { lines_.clear(); }
 
-  /// A line was written since the flag was cleared: results shown elsewhere are out of date.
+  /// Set when a line is written: results shown elsewhere are then out of date. The reader clears it.
   bool ProcessResultsLogged = false;
 
  private:

@@ -1,4 +1,4 @@
-// The results log of the last run of a campaign, kept beside the log file.
+// The results log of a campaign's last run, kept beside the log file.
 
 #pragma once
 
@@ -10,22 +10,22 @@
 
 namespace qbx {
 
-/// One file a campaign, appended to line by line, so that it tells also of a run that was cut off. A run that goes on where another one
-/// stopped goes on in its file; any other run begins it anew. Each run has a heading: when and by whom it was started.
+/// One file a campaign. It is appended line by line, so it also tells of a run that was interrupted. A resumed run
+/// continues the file; any other run begins it anew. Each run has a heading: when and by whom it was started.
 class ResultsLogFile {
  public:
   /// \param logFile  path of the program's log
   ResultsLogFile(const QString& logFile, int campaignId);
 
   [[nodiscard]] const QString& Path() const { return path_; }
-  /// The campaign got another number, as one does when it is stored for the first time. The log of a run that it had goes along.
+  /// Moves the log to the campaign's new number, which it gets when it is stored for the first time.
   void MoveTo(const ResultsLogFile& other) const;
-  /// A run begins.
-  /// \param resumed  it goes on where another one stopped
+  /// Writes the heading of a run.
+  /// \param resumed  whether the run continues an earlier one
   void Begin(const QString& user, const QDateTime& when, bool resumed);
   /// A line that cannot be written is lost.
   void Append(const QString& line);
-  /// The lines of the log, without the headings.
+  /// The lines of the log without headings.
   [[nodiscard]] QStringList Read() const;
   /// The lines with the headings.
   [[nodiscard]] QStringList ReadWithHeadings() const;
@@ -34,11 +34,11 @@ class ResultsLogFile {
   QString path_;
 };
 
-/// The lines of the run that was the last of all campaigns, without the headings.
+/// The lines of the most recent run of any campaign, without headings.
 [[nodiscard]] QStringList ReadNewestResultsLog(const QString& logFile);
 
-/// Files the lines of one run as they come. Only a run that really begins touches the file: one that is refused may stand beside a run that is
-/// under way, whose file this is.
+/// Files the lines of one run. Only a run that really begins touches the file, because a run may be refused while
+/// another one is writing it.
 class RunLog {
  public:
   RunLog(ResultsLog& log, ResultsLogFile file);
@@ -46,7 +46,7 @@ class RunLog {
   RunLog(const RunLog&) = delete;
   RunLog& operator=(const RunLog&) = delete;
 
-  /// The run begins: the lines that came so far are filed, and each that follows.
+  /// Called when the run begins: files the lines so far, and each later line.
   void Begin(const QString& user, const QDateTime& when, bool resumed);
 
  private:

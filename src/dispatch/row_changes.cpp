@@ -10,18 +10,19 @@
 
 #include "database/procedure.h"
 #include "dispatch/tick_reasons.h"
+#include "results/flag_columns.h"
 #include "results/key_list.h"
 
 namespace qbx {
 
 namespace {
 
-/// Rows of one procedure call: few enough that the texts which go to and fro stay small.
+/// Rows in one procedure call, so that its texts stay small.
 constexpr std::size_t kBatch = 10'000;
 
-/// What a flag is called, and what is asked about it.
+/// The name of a flag and the question whether it can be ticked.
 struct Flag {
-  const char* column;
+  QLatin1String column;
   const char* address;
   const char* refusal;
   QString (*whyNot)(const QString& address, Refusal refused);
@@ -33,9 +34,9 @@ struct Flag {
   }
 };
 
-constexpr std::array kFlags = {Flag{"Send_SMS", "Mobile", "SMS_Refusal", WhyNoText, "Send SMS"},
-                               Flag{"Send_Email", "Email", "Email_Refusal", WhyNoEmail, "Send Email"},
-                               Flag{"Send_Letter", "Address", "Letter_Refusal", WhyNoLetter, "Send Letter"}};
+constexpr std::array kFlags = {Flag{kSendSmsFlag, "Mobile", "SMS_Refusal", WhyNoText, "Send SMS"},
+                               Flag{kSendEmailFlag, "Email", "Email_Refusal", WhyNoEmail, "Send Email"},
+                               Flag{kSendLetterFlag, "Address", "Letter_Refusal", WhyNoLetter, "Send Letter"}};
 
 const Flag& FlagOf(Channel channel) {
   return kFlags[static_cast<std::size_t>(channel) - 1];
@@ -49,7 +50,7 @@ qint64 Number(const Recordset& rows, const char* column) {
   return rows.Field(QString::fromLatin1(column)).ToInt();
 }
 
-/// Calls with one batch of the rows after the other.
+/// Calls `work` for each batch of the rows.
 template <typename Rows, typename Work>
 void InBatches(const Rows& rows, const Work& work) {
   for (std::size_t first = 0; first < rows.size(); first += kBatch)
@@ -87,7 +88,7 @@ QString ChangeText(const RowChange& change, const QString& done) {
   return text + QStringLiteral("; %1 left alone: ").arg(change.LeftAlone()) + reasons.join(QStringLiteral(", ")) + u'.';
 }
 
-/// The states of rows, by their keys.
+/// The states of rows by key.
 QHash<qint64, QByteArray> RowChanges::States(int campaignId, const std::vector<qint64>& rows) {
   QHash<qint64, QByteArray> states;
   Procedure read(connection_, "proc_selp_Results_Rows");
@@ -104,7 +105,7 @@ RowChange RowChanges::Change(int campaignId, const std::vector<qint64>& rows, co
   std::vector<qint64> keys = rows;
   std::sort(keys.begin(), keys.end());
   keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
-  // The transaction holds the write lock from its start, so that no run can claim the campaign in between.
+  // The transaction holds the write lock from its start, so no run can claim the campaign meanwhile.
   Transaction transaction(connection_.Driver());
   change.refusal = guard_.LookAtClaim(campaignId);
   if (change.refusal) return change;
@@ -115,14 +116,14 @@ RowChange RowChanges::Change(int campaignId, const std::vector<qint64>& rows, co
   std::erase_if(change.leftAlone, [](const auto& reason) { return reason.second == 0; });
   for (const KeptRow& row : kept.rows)
     change.changed.push_back(row.recordId);
-  // What changed nothing leaves what was done before to be taken back.
+  // A change without effect leaves the earlier one to Undo.
   if (kept.rows.empty()) return change;
   kept.what = RowsText(kept.rows.size()) + u' ' + kept.what;
   last_ = std::move(kept);
   return change;
 }
 
-/// The states that a change left.
+/// Reads the states after a change.
 void RowChanges::KeepAfter(int campaignId, LastChange& kept) {
   std::vector<qint64> keys;
   for (const KeptRow& row : kept.rows)
@@ -172,12 +173,12 @@ RowChange RowChanges::TakeOut(int campaignId, const std::vector<qint64>& rows) {
   });
 }
 
-/// All of the rows that are about to be taken out.
+/// Keeps the whole rows that are about to be taken out.
 void RowChanges::KeepWhole(int campaignId, const QString& keys, LastChange& kept) {
   Recordset found =
       Procedure(connection_, "proc_selp_Results_Rows_Whole").Open({{"@CampaignID", campaignId}, {"@RecordIDs", keys}});
   for (; !found.Eof(); found.MoveNext()) {
-    // The rows of a later batch are older than those that are gone by then.
+    // Earlier batches may have taken out the newest rows, so the maximum is kept.
     kept.newestRow = std::max(kept.newestRow, Number(found, "Newest_Row"));
     kept.rows.push_back({.recordId = Number(found, "RecordID"), .before = Bytes(found, "Whole")});
   }
@@ -203,7 +204,7 @@ bool RowChanges::KeepOne(int campaignId, LastChange kept, const std::function<vo
     transaction.emplace(connection_.Driver());
     read(kept);
   } catch (const DatabaseError&) {
-    // A lost connection, say, which the change opens again: it matters more than taking it back.
+    // For example after a lost connection, which the change opens again. The change matters more than Undo.
     transaction.reset();
     Forget();
     return change();
@@ -232,7 +233,7 @@ RowChange RowChanges::Undo(int campaignId) {
   return change;
 }
 
-/// Rows that were taken out.
+/// Puts rows back that were taken out.
 void RowChanges::PutBack(int campaignId, RowChange& change) {
   Procedure put(connection_, "proc_addp_Results_Rows_Back");
   InBatches(last_.rows, [&](std::span<const KeptRow> batch) {
@@ -246,7 +247,7 @@ void RowChanges::PutBack(int campaignId, RowChange& change) {
   });
 }
 
-/// States of rows.
+/// Restores the states of rows.
 void RowChanges::TakeBack(int campaignId, RowChange& change) {
   std::vector<qint64> keys;
   for (const KeptRow& row : last_.rows)

@@ -15,7 +15,7 @@ namespace qbx {
 
 namespace {
 
-/// How often each value comes.
+/// Counts how often each value occurs.
 class Tally {
  public:
   void Add(const QString& value) {

@@ -7,7 +7,7 @@ namespace qbx {
 
 namespace {
 
-constexpr qint64 kTooShort = 1000;  // milliseconds; a rate before that is a guess
+constexpr qint64 kTooShort = 1000;  // milliseconds; before that a rate would be a guess
 
 QString Grouped(int number) {
   return QLocale(QLocale::English, QLocale::UnitedKingdom).toString(number);

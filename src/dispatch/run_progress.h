@@ -1,4 +1,4 @@
-// How far a run is, how fast it goes and how long it will take.
+// The progress of a run, its rate and the time left.
 
 #pragma once
 
@@ -7,17 +7,17 @@
 
 namespace qbx {
 
-/// What a progress line tells. Fed by whoever watches a run; knows no clock.
+/// The text of a progress line. The observer of a run feeds it; it uses no clock.
 class RunProgress {
  public:
   /// \param done     messages dealt with
-  /// \param total    messages the run set out with
+  /// \param total    messages at the start of the run
   /// \param elapsed  milliseconds since the run began
   void Note(int done, int total, qint64 elapsed);
 
-  /// "1,200 of 5,000 - 41 a second - about 2 minutes left"; without rate and time left until there is something to go by.
+  /// "1,200 of 5,000 - 41 a second - about 2 minutes left"; rate and time left are missing at first.
   [[nodiscard]] QString Text() const;
-  /// The same without the time left, for a run that is over.
+  /// The text without the time left, for a run that has ended.
   [[nodiscard]] QString Done() const;
 
  private:

@@ -1,4 +1,4 @@
-// What the small window of an e-mail under way shows.
+// What the window of an e-mail that is being sent shows.
 
 #pragma once
 
@@ -6,16 +6,16 @@
 
 namespace qbx {
 
-/// Shown by `EmailSender` while it sends one message. A headless run shows nothing and uses this class as it stands.
+/// `EmailSender` shows it while it sends a message. This class shows nothing; a headless run uses it.
 class SendEmailView {
  public:
   virtual ~SendEmailView() = default;
 
-  /// \param viaQbxServer  the message goes through the product family's own e-mail server
+  /// \param viaQbxServer  whether the message goes through the product family's e-mail server
   virtual void Open(bool viaQbxServer) { (void)viaQbxServer; }
   virtual void SetStatus(const QString& text) { (void)text; }
   virtual void SetProgress(const QString& text) { (void)text; }
-  /// Grows to show an error and stays open until the user closes it.
+  /// Shows an error and stays open until the user closes the window.
   virtual void ShowFailure(const QString& error) { (void)error; }
   virtual void Close() {}
 };

@@ -1,4 +1,4 @@
-// What went out, written down before it goes.
+// The send journal: each message is recorded before it goes out.
 
 #pragma once
 
@@ -12,7 +12,7 @@ namespace qbx {
 
 enum class Channel : int { kSms = 1, kEmail = 2, kLetter = 3 };
 
-/// State of one message of a row, as stored.
+/// Stored state of one message of a row.
 enum class JournalState : int { kNone = -1, kSending = 0, kSent = 1, kFailed = 2 };
 
 /// The messages of a row.
@@ -21,21 +21,21 @@ struct JournalEntry {
   JournalState email = JournalState::kNone;
   JournalState letter = JournalState::kNone;
 
-  /// A text or an e-mail was being sent when the run ended, so nobody knows whether it went out.
+  /// Whether a text or an e-mail was being sent when the run ended, so that it is unknown whether it went out.
   [[nodiscard]] bool InDoubt() const { return Any(JournalState::kSending); }
-  /// Of the text or the e-mail.
+  /// Whether the text or the e-mail has this state.
   [[nodiscard]] bool Any(JournalState state) const { return sms == state || email == state; }
 
   [[nodiscard]] JournalState Of(Channel channel) const { return const_cast<JournalEntry*>(this)->At(channel); }
   [[nodiscard]] JournalState& At(Channel channel) {
     return channel == Channel::kSms ? sms : channel == Channel::kEmail ? email : letter;
   }
-  /// Whether a run has to send this message of a row that asks for it and is not in doubt.
-  /// \param repeatDelivered  where one half of a row failed, the half that was delivered goes again
+  /// Whether a run must send this message. To be asked for a row that asks for the message and is not in doubt.
+  /// \param repeatDelivered  whether a delivered message is sent again when the other message of its row failed
   [[nodiscard]] bool IsDue(Channel channel, bool repeatDelivered) const {
     return Of(channel) != JournalState::kSent || (repeatDelivered && Any(JournalState::kFailed));
   }
-  /// The entry without what the row no longer asks for: that plays no part, but stays on record.
+  /// The entry without messages that the row no longer asks for. They do not count, but stay recorded.
   [[nodiscard]] JournalEntry Wanted(bool wantsSms, bool wantsEmail) const {
     return {wantsSms ? sms : JournalState::kNone, wantsEmail ? email : JournalState::kNone, letter};
   }
@@ -43,12 +43,12 @@ struct JournalEntry {
 
 /// The send journal of a campaign, in the host database.
 ///
-/// Before a message goes out its state "sending" is committed; afterwards "sent" or "failed" is written in one
-/// transaction with whatever else belongs to it. A message left at "sending" is in doubt and no run touches its row
+/// Before a message goes out its state "sending" is committed. Afterwards "sent" or "failed" is written in one
+/// transaction with everything that belongs to it. A message left at "sending" is in doubt; no run touches its row
 /// until a person settles it. Calls throw DatabaseError.
 class SendJournal {
  public:
-  /// The entries in the rows that the host returns for a campaign, by the key of the row.
+  /// The entries in rows that the host returned for a campaign, by key of the row.
   [[nodiscard]] static QHash<qint64, JournalEntry> Entries(Recordset rows);
 
   SendJournal(Connection& connection, QString user);
@@ -56,11 +56,11 @@ class SendJournal {
   /// Reads all entries of a campaign.
   [[nodiscard]] QHash<qint64, JournalEntry> Read(int campaignId);
   /// \param reason  of a failure, for the person who looks into it
-  /// \return false when "sending" was refused: the campaign does not hold the row any more, it was processed meanwhile at another desk, or the
-  /// customer's answer has become stricter (`SendRefusals` tells). The message must not go out then.
+  /// \return false when "sending" was refused: the campaign no longer has the row, another desk processed it meanwhile,
+  ///         or the customer's answer has become stricter (see `SendRefusals`). The message must not go out then.
   [[nodiscard]] bool Write(qint64 recordId, int campaignId, Channel channel, JournalState state,
                            const QString& reason = {});
-  /// The same for "sending" a message again that went out before. Where it is refused, what is on record stays.
+  /// Records "sending" for a message that went out before. When it is refused, the old state stays.
   [[nodiscard]] bool BeginAgain(qint64 recordId, int campaignId, Channel channel);
 
  private:

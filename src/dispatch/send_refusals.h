@@ -1,4 +1,4 @@
-// Consent, asked again right before a message goes.
+// Consent, checked again right before a message goes.
 
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace qbx {
 
-/// Why a message must not go any more, as the host's view `Send_Refusals` numbers it.
+/// Why a message must no longer go; the numbers are those of the host's view `Send_Refusals`.
 enum class Refusal : int {
   kNone = 0,
   kCustomerGone = 1,
@@ -24,7 +24,7 @@ enum class Refusal : int {
 /// \return a sentence for the results log; empty for kNone
 [[nodiscard]] QString RefusalText(Refusal refusal, Channel channel);
 
-/// What is against the messages of a row.
+/// The refusals of a row's messages.
 struct RowRefusals {
   Refusal sms = Refusal::kNone;
   Refusal email = Refusal::kNone;
@@ -35,17 +35,17 @@ struct RowRefusals {
   }
 };
 
-/// Reads from the host whose answer is stricter now than the one a row was selected with. The send journal refuses the messages of these rows
-/// by itself; this says why. Calls throw DatabaseError.
+/// Reads which customers' answers are stricter now than when their rows were selected. The send journal refuses
+/// messages to them; this gives the reason. Calls throw DatabaseError.
 class SendRefusals {
  public:
-  /// The refusals in the rows that the host returns, by the key of the row.
+  /// The refusals in rows that the host returned, by key of the row.
   [[nodiscard]] static QHash<qint64, RowRefusals> Refusals(Recordset rows);
 
   explicit SendRefusals(Connection& connection);
 
   [[nodiscard]] RowRefusals OfRow(qint64 recordId);
-  /// The rows of a campaign that have one.
+  /// The refusals of a campaign's rows, by key; rows without one are missing.
   [[nodiscard]] QHash<qint64, RowRefusals> OfCampaign(int campaignId);
 
  private:

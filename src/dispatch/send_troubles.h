@@ -10,19 +10,19 @@
 
 namespace qbx {
 
-/// A message that is in doubt, or that failed in a row which is not processed.
+/// A message in doubt, or one that failed in a row which is not processed.
 struct SendTrouble {
   qint64 recordId = 0;
   Channel channel = Channel::kSms;
-  bool inDoubt = false;  ///< nobody knows whether it went out; otherwise it failed
-  QString customer;      ///< account
+  bool inDoubt = false;  ///< true: it is unknown whether it went out; false: it failed
+  QString customer;      ///< the account
   QString contact;
-  QString to;      ///< mobile number or e-mail address, as the row has it
-  QString reason;  ///< why it failed; empty in doubt, and where an older version of the program sent
+  QString to;      ///< mobile number or e-mail address of the row
+  QString reason;  ///< why it failed; empty in doubt, and when an older version of the program sent it
   QDateTime changed;
 };
 
-/// Reads them in the order of the rows.
+/// The troubles of a campaign in the order of its rows.
 /// \throws DatabaseError
 [[nodiscard]] QList<SendTrouble> ReadSendTroubles(Connection& connection, int campaignId);
 

@@ -1,4 +1,4 @@
-// Settling messages of which nobody knew whether they went out.
+// Settling messages in doubt.
 
 #pragma once
 
@@ -12,17 +12,19 @@ namespace qbx {
 /// What a person found out about messages in doubt.
 enum class DoubtOutcome {
   kSent,     ///< they arrived: they count as sent, and a row with nothing left to send as processed
-  kNotSent,  ///< they did not: they are due again; another message of the row that was delivered stays on record
+  kNotSent,  ///< they did not arrive: they are due again; a delivered message of the same row stays recorded
 };
 
 struct DoubtSettlement {
-  std::optional<Message> refusal = {};  ///< a run sends the campaign, or it could not be told; nothing was settled
-  int messages = 0;                     ///< settled ones
-  std::set<qint64> notInDoubt = {};     ///< of the rows asked for, those with nothing in doubt
+  /// A run is sending the campaign, or that could not be found out; nothing was settled.
+  std::optional<Message> refusal = {};
+  int messages = 0;                  ///< number of messages settled
+  std::set<qint64> notInDoubt = {};  ///< which of the given rows have nothing in doubt
 };
 
-/// Settles the messages of a campaign that are in doubt, in one transaction. A run that sends the campaign has messages on their way, so nothing is settled beside it.
-/// \param rows  record IDs; empty: all rows of the campaign. Those with nothing in doubt are passed over and told.
+/// Settles the messages of a campaign that are in doubt, in one transaction. Refused while a run sends the campaign,
+/// because its current messages look the same.
+/// \param rows  record IDs; empty for all rows of the campaign. Rows with nothing in doubt are skipped and returned.
 /// \throws DatabaseError
 [[nodiscard]] DoubtSettlement SettleDoubt(Connection& connection, ReplaceGuard& guard, const QString& user,
                                           int campaignId, const std::set<qint64>& rows, DoubtOutcome outcome);

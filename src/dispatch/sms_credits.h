@@ -1,10 +1,10 @@
-// What a text costs.
+// The cost of a text.
 
 #pragma once
 
 namespace qbx {
 
-/// Characters of a text that a mailshot sends at most: six concatenated segments.
+/// The most characters of a text that a mailshot sends: six concatenated segments.
 inline constexpr int kMaxSmsLength = 918;
 
 /// Credits for one text. A single GSM 03.38 segment holds 160 characters, a segment of a concatenated text 153 (GSM

@@ -15,7 +15,7 @@ constexpr int kServerError = 500;  // RFC 9110, section 15.6
 
 constexpr char kWebPage[] = "The SMS gateway answered with a web page instead of a reply.";
 
-/// What the transport of a text has come to, as long as the gateway said nothing that can be read.
+/// The result when the gateway gave no readable reply.
 SmsResult NoReply(const HttpReply& reply) {
   SmsResult result;
   result.uncertain = reply.body || reply.inDoubt;
@@ -74,7 +74,7 @@ QString SmsGateway::SendUrl(const QString& clientId, const QString& password, co
   QString url = SMSGatewayURL() + QStringLiteral("sms/send_sms.asp?ClientCode=") + URLEncode(clientId) +
                 QStringLiteral("&ClientAuth=") + URLEncode(password) + QStringLiteral("&_To=") + URLEncode(mobile) +
                 QStringLiteral("&_From=") + URLEncode(sender) + QStringLiteral("&_Message=") + URLEncode(message);
-  // The gateway takes the pound sign as UTF-8 and every other character as Windows-1252.
+  // The gateway expects the pound sign in UTF-8 and every other character in Windows-1252.
   url.replace(QStringLiteral("%A3"), QStringLiteral("%C2%A3"));
   return url;
 }
@@ -138,7 +138,7 @@ void SmsGateway::RecordSMS(const QString& customer, const QString& mobile, const
                      {"@MessageID", messageId},
                      {"@UserID", user_}});
   } catch (const DatabaseError&) {
-    // The text went out all the same; its record is a convenience of the host.
+    // The text went out in any case; the record is only a convenience of the host.
   }
 }
 

@@ -1,4 +1,4 @@
-// What the gateway answers.
+// Reading the gateway's answers.
 
 #pragma once
 
@@ -7,26 +7,26 @@
 
 namespace qbx {
 
-/// The reply to a send: "|"-separated fields, each wrapped in one delimiter character on both sides, a separator at the
-/// end.
+/// The reply to a send: fields separated by "|", each wrapped in one delimiter character on both sides, with a
+/// separator at the end.
 struct SmsReply {
   double balance = 0;  ///< credits left
   int messageId = 0;   ///< the gateway's number of the text
-  int code = 0;        ///< below 2: accepted
+  int code = 0;        ///< below 2 means accepted
 
   [[nodiscard]] bool Accepted() const { return code < 2; }
 };
 
-/// Codes that the client adds to the gateway's own.
+/// Codes that this client adds to the gateway's.
 inline constexpr int kCodeAccountRefused = 1000;
 inline constexpr int kCodeNoCredits = 1002;
 
-/// Whether a web page came instead of a reply: an error page, or the log-in page of a hot spot. A reply of `fields` fields or more whose first
-/// one is a number is the gateway's, whatever its type says.
-/// \param isHtml  the answer says that it is a web page
+/// Whether a web page came instead of a reply: an error page, or the log-in page of a hot spot. An answer with at least
+/// `fields` fields whose first one is a number is the gateway's, whatever its content type.
+/// \param isHtml  whether the answer says that it is a web page
 [[nodiscard]] bool IsWebPage(const QString& body, bool isHtml, int fields);
 
-/// Fields of a whole reply to a send and to a credit query.
+/// Fields of a complete reply to a send and to a credit query.
 inline constexpr int kSendFields = 4;
 inline constexpr int kCreditFields = 2;
 
@@ -35,15 +35,15 @@ inline constexpr int kCreditFields = 2;
 
 /// The reply to a credit query.
 struct CreditReply {
-  bool accepted = false;  ///< the account is known
-  double balance = 0;     ///< 0 when it is not
+  bool accepted = false;  ///< whether the account is known
+  double balance = 0;     ///< 0 when it is unknown
 };
 /// \return nothing when the reply has fewer than two fields
 [[nodiscard]] std::optional<CreditReply> ParseCreditReply(const QString& body);
 
 /// Why a mailshot text was refused, for the results log.
 [[nodiscard]] QString SendRefusalReason(int code, const QString& mobile);
-/// Why a test text was refused, for a message box. The gateway's code 33 has another meaning here.
+/// Why a test text was refused, for a message box. The gateway's code 33 has another meaning in this case.
 [[nodiscard]] QString TestRefusalReason(int code);
 
 }  // namespace qbx

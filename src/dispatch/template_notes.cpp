@@ -10,7 +10,7 @@ namespace qbx {
 
 namespace {
 
-/// Characters with blanks between them, so that each is seen.
+/// Characters separated by blanks, so that each can be seen.
 QString Spaced(const QString& characters) {
   QStringList each;
   for (const char32_t character : characters.toUcs4())
@@ -64,7 +64,7 @@ QString SenderText(const QString& sender) {
       .arg(sender, QLatin1String(kSmsSenderRule));
 }
 
-/// A sender name that is set and not used.
+/// The note about a sender name that is set but not used.
 QString UnusedNameText(const Options& options, const EmailIdentity& identity) {
   const QString name = TrimBlanks(options.Reminder_From_Name);
   if (name.isEmpty() || name == TrimBlanks(identity.from.name)) return {};

@@ -1,4 +1,4 @@
-// What is said quietly beside a template: what a user would want to know of it before it goes out.
+// Notes beside a template: what a user should know of it before it goes out.
 
 #pragma once
 
@@ -12,25 +12,26 @@
 
 namespace qbx {
 
-/// What the notes are made from beside the template.
+/// What the notes depend on beside the template.
 struct NoteFacts {
   const Options& options;
-  KnownData data = {};                 ///< what the campaign's query gives
-  std::optional<RowSurvey> rows = {};  ///< nothing where the rows were not looked at: then nothing is said of them
+  KnownData data = {};                 ///< the data that the campaign's query gives
+  std::optional<RowSurvey> rows = {};  ///< nothing when the rows were not surveyed; there are no notes about them then
 };
 
-/// The notes of each channel, a sentence each, the most serious first. A template that is blank has none. The same sentences stand in the window and
-/// come from `marketingctl preview`.
+/// The notes of each channel, one sentence each, the most serious first. A blank template has none. The window and
+/// `marketingctl preview` show the same sentences.
 [[nodiscard]] QStringList SmsNotes(const QString& sms, const NoteFacts& facts);
 [[nodiscard]] QStringList EmailNotes(const QString& subject, const QString& body, const NoteFacts& facts);
 [[nodiscard]] QStringList LetterNotes(const QString& letter, KnownData data);
 
-/// "{contakt} is no merge field and goes out as it stands.", for one or more of them; empty for none.
+/// The sentence "{contakt} is no merge field and goes out as it stands.", for one or more fields; empty for none.
 [[nodiscard]] QString UnknownFieldsText(const QStringList& fields);
 
-/// The company's own sentence about stopping texts, made of what the options know: the number to reply to, the telephone, the address.
+/// The company's sentence about stopping texts, made from the options: the number to reply to, the telephone, the
+/// address.
 [[nodiscard]] QString StopTextsSentence(const Options& options);
-/// The same for e-mails, to which everybody can reply.
+/// The company's sentence about stopping e-mails, which everybody can reply to.
 [[nodiscard]] QString StopEmailsSentence(const Options& options);
 
 }  // namespace qbx

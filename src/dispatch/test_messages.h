@@ -1,4 +1,4 @@
-// Sending one message to oneself before it goes to customers.
+// Sending a test message to oneself before messages go to customers.
 
 #pragma once
 
@@ -11,7 +11,8 @@
 
 namespace qbx {
 
-/// The test e-mail and the test text: asks where to, asks again, sends what is given, and says what came of it. Nothing is recorded with a customer.
+/// The test e-mail and the test text. It asks for the recipient, asks for confirmation, sends the message and shows the
+/// result. Nothing is recorded for any customer.
 class TestMessages {
  public:
   TestMessages(EmailSender& email, SmsGateway& gateway, const Options& options, const LastError& lastError,

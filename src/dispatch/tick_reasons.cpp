@@ -1,6 +1,7 @@
 #include "dispatch/tick_reasons.h"
 
 #include "dispatch/recipients.h"
+#include "results/flag_columns.h"
 #include "results/letter_address.h"
 #include "results/mobile_number.h"
 #include "util/text.h"
@@ -56,9 +57,9 @@ QString WhyNoLetter(const QString& address, Refusal refused) {
 
 QString WhyNoFlag(const Recordset& rows, qint64 row, const QString& flag) {
   const auto text = [&](const QString& column) { return rows.At(row, rows.ColumnIndex(column)).ToValue().ToText(); };
-  if (EqualsNoCase(flag, QStringLiteral("Send_SMS"))) return WhyNoText(text(QStringLiteral("Mobile")));
-  if (EqualsNoCase(flag, QStringLiteral("Send_Email"))) return WhyNoEmail(text(QStringLiteral("Email")));
-  if (EqualsNoCase(flag, QStringLiteral("Send_Letter"))) return WhyNoLetter(text(QStringLiteral("Address")));
+  if (EqualsNoCase(flag, kSendSmsFlag)) return WhyNoText(text(QStringLiteral("Mobile")));
+  if (EqualsNoCase(flag, kSendEmailFlag)) return WhyNoEmail(text(QStringLiteral("Email")));
+  if (EqualsNoCase(flag, kSendLetterFlag)) return WhyNoLetter(text(QStringLiteral("Address")));
   return {};
 }
 

@@ -9,18 +9,18 @@
 
 namespace qbx {
 
-/// The reasons are those for which a run would send nothing: what is wrong with the number or the address, then what the customer says now.
-/// All are a few words in lower case ("no mobile"), and empty where nothing is against it.
-/// \param refused  by the host's view `Send_Refusals`, as `SendRefusals` reads it; kNone where only the address is asked about
+/// The reasons for which a run would send nothing: a fault of the number or address, or else the customer's present
+/// refusal. Each is a few words in lower case ("no mobile"), and empty when there is none.
+/// \param refused  by the host's view `Send_Refusals`, as `SendRefusals` reads it; kNone to check only the address
 [[nodiscard]] QString WhyNoText(const QString& mobile, Refusal refused = Refusal::kNone);
 [[nodiscard]] QString WhyNoEmail(const QString& email, Refusal refused = Refusal::kNone);
 /// \param address  lines separated by CR
 [[nodiscard]] QString WhyNoLetter(const QString& address, Refusal refused = Refusal::kNone);
 
-/// What is wrong with the number or the address that a send flag of a row needs.
-/// \param rows   columns of [Campaign Results]
+/// The fault of the number or address that a send flag of a row needs.
+/// \param rows   with the columns of [Campaign Results]
 /// \param row    position in the current order
-/// \param flag   "Send_SMS", "Send_Email" or "Send_Letter", without regard to case; any other column has no reason
+/// \param flag   "Send_SMS", "Send_Email" or "Send_Letter", ignoring case; for any other column there is no reason
 [[nodiscard]] QString WhyNoFlag(const Recordset& rows, qint64 row, const QString& flag);
 
 }  // namespace qbx

@@ -10,10 +10,10 @@
 
 namespace qbx {
 
-inline constexpr std::size_t kMostRecordBytes =
-    8224;  ///< without the head of a record; a CONTINUE record takes the rest
+/// Without the header of the record; a CONTINUE record takes the rest.
+inline constexpr std::size_t kMostRecordBytes = 8224;
 
-/// The names are the format's.
+/// Types of records, with the format's own names.
 enum class Biff : quint16 {
   kEof = 0x0A,
   kCalcCount = 0x0C,
@@ -59,10 +59,10 @@ enum class Biff : quint16 {
   kBof = 0x809,
 };
 
-/// What the head of a text says of its characters.
+/// How the header of a text describes its characters.
 enum class BiffCharacters : quint8 { kLatin1 = 0, kUtf16 = 1 };
 
-/// The bytes of a text and how they are to be read.
+/// The bytes of a text and their encoding.
 struct BiffText {
   std::string bytes;
   BiffCharacters characters = BiffCharacters::kLatin1;
@@ -70,10 +70,10 @@ struct BiffText {
   [[nodiscard]] std::size_t CharacterBytes() const { return characters == BiffCharacters::kLatin1 ? 1 : 2; }
   [[nodiscard]] std::size_t Length() const { return bytes.size() / CharacterBytes(); }
 };
-/// Takes one byte a character where that is enough.
+/// Uses one byte a character when all characters allow it.
 [[nodiscard]] BiffText ToBiffText(std::string_view utf8);
 
-/// Writes records one behind the other:
+/// Writes records one after the other:
 ///
 ///   out.Begin(Biff::kFont).U16(200).U16(0).Short("Arial").End();
 ///
@@ -93,9 +93,9 @@ class BiffStream {
   BiffStream& Long(std::string_view utf8);   ///< a text with its length in two bytes
   void End();
 
-  /// Where the next byte goes.
+  /// Position of the next byte.
   [[nodiscard]] qint64 Position() const { return flushed_ + static_cast<qint64>(buffer_.size()); }
-  /// Writes a number over one that was written before.
+  /// Overwrites a number that was written before.
   void Replace(qint64 position, quint32 number);
   void Flush();
 
@@ -108,7 +108,7 @@ class BiffStream {
 
   CompoundFile& file_;
   std::string buffer_;
-  std::size_t begun_ = 0;  // where the record begins in the buffer
+  std::size_t begun_ = 0;  // start of the current record in the buffer
   qint64 flushed_ = 0;
 };
 

@@ -1,4 +1,4 @@
-// A date cell taken apart.
+// The parts of a date cell.
 
 #pragma once
 

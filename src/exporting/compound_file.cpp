@@ -9,13 +9,13 @@ namespace qbx {
 
 namespace {
 
-constexpr quint32 kSector = 512;  // bytes; the header takes as many before the first one
+constexpr quint32 kSector = 512;  // bytes; the header before the first sector has the same size
 constexpr quint32 kNumbersASector = kSector / 4;
 constexpr quint32 kTablesInHeader = 109;
-constexpr qint64 kSmallestStream = 4096;  // a smaller one is kept in another way
+constexpr qint64 kSmallestStream = 4096;  // a smaller stream would be stored in another way
 constexpr qint64 kLargestStream = 0x7FFFFFFF;
 
-// What the table says of a sector besides the number of the next one.
+// Special values of the sector table.
 constexpr quint32 kFurtherTables = 0xFFFFFFFC;
 constexpr quint32 kTable = 0xFFFFFFFD;
 constexpr quint32 kEnd = 0xFFFFFFFE;
@@ -28,7 +28,7 @@ quint32 SectorsFor(qint64 count, qint64 perSector) {
   return static_cast<quint32>((count + perSector - 1) / perSector);
 }
 
-/// A line of the directory. The root has the stream as its child; nothing else has neighbours.
+/// An entry of the directory. The root's child is the stream; no entry has siblings.
 std::string DirectoryEntry(const QString& name, char kind, quint32 child, quint32 firstSector, qint64 size) {
   constexpr std::size_t kNameBytes = 64;
   std::string entry(reinterpret_cast<const char*>(name.utf16()), static_cast<std::size_t>(name.size()) * 2);
@@ -36,7 +36,7 @@ std::string DirectoryEntry(const QString& name, char kind, quint32 child, quint3
   entry.resize(kNameBytes);
   AppendNumber(entry, nameBytes);
   entry += kind;
-  entry += '\1';  // black, as every node is that has no neighbour
+  entry += '\1';  // black, as a node without siblings is
   AppendNumber(entry, kNone);
   AppendNumber(entry, kNone);
   AppendNumber(entry, child);
@@ -69,7 +69,7 @@ void CompoundFile::Finish() {
   const qint64 streamSize = std::max(size_, kSmallestStream);
   streamSectors_ = SectorsFor(streamSize, kSector);
   Write(std::string(static_cast<std::size_t>(streamSectors_ * qint64{kSector} - size_), '\0'));
-  // The table names itself too, so it is made longer until it has room.
+  // The table also lists its own sectors, so it is enlarged until all fit.
   for (quint32 all = 0; all > tableSectors_ * kNumbersASector || all == 0;) {
     ++tableSectors_;
     furtherSectors_ = SectorsFor(std::max<qint64>(0, qint64{tableSectors_} - kTablesInHeader), kNumbersASector - 1);
@@ -89,14 +89,14 @@ void CompoundFile::Write(std::string_view bytes) {
   WriteAll(file_, bytes.data(), static_cast<qint64>(bytes.size()));
 }
 
-/// The sector behind the stream.
+/// Writes the sector after the stream.
 void CompoundFile::AddDirectory(qint64 streamSize) {
   const std::string unused = DirectoryEntry({}, '\0', kNone, 0, 0);
   Write(DirectoryEntry(QStringLiteral("Root Entry"), kRoot, 1, kEnd, 0) +
         DirectoryEntry(stream_, kStream, kNone, 0, streamSize) + unused + unused);
 }
 
-/// Stream, directory, this table and the sectors that say where it is lie one behind the other.
+/// Stream, directory, this table and the sectors that list its places follow each other.
 void CompoundFile::AddSectorTable() {
   const quint32 firstTable = streamSectors_ + 1;
   const quint32 firstFurther = firstTable + tableSectors_;
@@ -131,7 +131,7 @@ void CompoundFile::AddHeader() {
     AppendNumber(bytes, number);
   bytes.append(10, '\0');
   AppendNumber(bytes, tableSectors_);
-  AppendNumber(bytes, streamSectors_);  // where the directory is
+  AppendNumber(bytes, streamSectors_);  // the place of the directory
   AppendNumber(bytes, quint32{0});
   AppendNumber(bytes, static_cast<quint32>(kSmallestStream));
   AppendNumber(bytes, kEnd);  // no small streams

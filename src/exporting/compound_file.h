@@ -1,4 +1,4 @@
-// A compound file: the container of .xls files, in which streams lie as files do on a disk.
+// A compound file: the container of .xls files. It holds streams as a disk holds files.
 
 #pragma once
 
@@ -7,19 +7,19 @@
 
 namespace qbx {
 
-/// Writes a compound file that holds one stream. The stream goes to the file as it comes, and nothing of it is kept.
+/// Writes a compound file with one stream. The stream is written to the file as it comes and not kept.
 ///
-/// Made by hand: one stream needs little, and libgsf, which would do it, neither says that the disk is full nor stops at 2 GB.
-/// The calls throw ExportError.
+/// Written by hand because one stream needs little code, and because libgsf neither reports a full disk nor refuses
+/// files over 2 GB. The calls throw ExportError.
 class CompoundFile {
  public:
-  /// \param file  empty and open; it can be sought in, and outlives this
+  /// \param file  empty, open and seekable; outlives this object
   CompoundFile(QIODevice& file, const QString& stream);
 
   void Append(std::string_view bytes);
-  /// Writes over what was appended before.
+  /// Overwrites bytes that were appended before.
   void Replace(qint64 position, std::string_view bytes);
-  /// Writes what makes a file of it. Nothing is appended afterwards.
+  /// Writes the tables that complete the file. Nothing may be appended afterwards.
   void Finish();
 
  private:
@@ -33,8 +33,8 @@ class CompoundFile {
   QString stream_;
   qint64 size_ = 0;  // of the stream
   quint32 streamSectors_ = 0;
-  quint32 tableSectors_ = 0;    // that say which sector follows which
-  quint32 furtherSectors_ = 0;  // that say where those are, beyond the ones that the header names
+  quint32 tableSectors_ = 0;    // sectors of the table that gives each sector's successor
+  quint32 furtherSectors_ = 0;  // sectors that list further sectors of that table, beyond those listed in the header
 };
 
 }  // namespace qbx

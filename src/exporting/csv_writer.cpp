@@ -1,4 +1,5 @@
-// CSV: every cell in quotes, so that nothing in a text can end it; UTF-8 with a byte-order mark, by which spreadsheet programs tell it from the code page of Windows.
+// CSV. Every cell is in quotes, so that no text can end its cell. UTF-8 with a byte-order mark, which tells spreadsheet
+// programs that the file is not in a Windows code page.
 
 #include <charconv>
 #include <cstring>

@@ -27,7 +27,7 @@ void CopyInto(QSaveFile& to, QFile& from) {
   }
 }
 
-/// An .xlsx workbook comes into being in the folder for temporary files, since its library wants the name of a file to itself.
+/// The .xlsx workbook is made in the folder for temporary files, because its library opens the file itself by name.
 qint64 WriteXlsxInto(const ExportSheet& sheet, QSaveFile& file, const ExportOptions& options,
                      const ExportProgress& progress) {
   QTemporaryFile workbook;

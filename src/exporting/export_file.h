@@ -1,4 +1,4 @@
-// Rows exported to a file.
+// Exporting rows to a file.
 
 #pragma once
 
@@ -12,32 +12,34 @@ namespace qbx {
 enum class ExportFormat : quint8 { kCsv, kXlsx, kXls };
 
 struct ExportOptions {
-  bool headings = true;      ///< a first row with the headings
-  bool formulaSafe = false;  ///< CSV: an apostrophe before a text that a spreadsheet program would take for a formula
+  bool headings = true;  ///< whether the first row holds the headings
+  /// CSV only: puts an apostrophe before a text that a spreadsheet program would take for a formula.
+  bool formulaSafe = false;
 };
 
-/// Called now and then with the number of rows written. \return false to give the file up
+/// Called from time to time with the number of rows written. \return false to give the file up
 using ExportProgress = std::function<bool(qint64 rows)>;
 
 enum class ExportEnd : quint8 { kDone, kCancelled, kFailed };
 
 struct ExportOutcome {
   ExportEnd end = ExportEnd::kDone;
-  QString error;        ///< of kFailed: why, for the user
-  qint64 cutTexts = 0;  ///< cells of a workbook whose text was longer than it takes, and was cut
+  QString error;        ///< of kFailed: the reason, for the user
+  qint64 cutTexts = 0;  ///< number of texts in a workbook that were too long for a cell and were cut
 };
 
-/// Why the sheet is too large for this format, to be told before anything is asked or written; empty when they can.
+/// Why the sheet is too large for this format; empty when it is not. To be shown before anything is asked or written.
 [[nodiscard]] QString TooManyRows(const ExportSheet& sheet, ExportFormat format, const ExportOptions& options);
 
-/// What is told once about texts that were cut; empty when none was.
+/// The note about texts that were cut; empty when none was.
 [[nodiscard]] QString CutTextsNote(const ExportOutcome& outcome);
 
-/// What the event of an export says: the file's name, rows and columns. A long name loses its beginning, since an event holds 80 characters.
+/// The details of the event of an export: the file's name, rows and columns. A long name loses its beginning, because
+/// an event holds 80 characters.
 [[nodiscard]] QString ExportEventDetails(const QString& path, const ExportSheet& sheet);
 
-/// Writes the rows to a temporary file, which takes the name given once it is complete. A file that fails or is given up leaves
-/// what was there as it was. Never throws.
+/// Writes the rows to a temporary file and renames it when it is complete. After a failure, or when the file is given
+/// up, an older file stays unchanged. Never throws.
 [[nodiscard]] ExportOutcome WriteExport(const ExportSheet& sheet, ExportFormat format, const QString& path,
                                         const ExportOptions& options, const ExportProgress& progress);
 

@@ -1,4 +1,4 @@
-// What the writers of the formats have in common.
+// What the writers of the formats share.
 
 #pragma once
 
@@ -14,10 +14,10 @@ struct ExportError {
   QString text;
 };
 
-/// The user gave the file up.
+/// Thrown when the user gives the file up.
 struct ExportCancelled {};
 
-/// Asks after every so many rows whether to go on. A writer that passes the rows more than once counts them in every pass.
+/// Asks at intervals whether to go on. A writer that reads the rows several times counts them each time.
 class ProgressSteps {
  public:
   explicit ProgressSteps(const ExportProgress& progress, int passes = 1) : progress_(progress), passes_(passes) {}
@@ -36,9 +36,9 @@ class ProgressSteps {
   int passes_;
 };
 
-inline constexpr std::size_t kFlushedBytes = std::size_t{1} << 20;  ///< that writers gather before they write
+inline constexpr std::size_t kFlushedBytes = std::size_t{1} << 20;  ///< writers collect this much before they write
 
-/// Writes all of it. A disk that is full takes a part first, and says why only when it is asked again.
+/// Writes all bytes. A full disk first accepts a part of them and reports the reason only at the next write.
 /// \throws ExportError
 inline void WriteAll(QIODevice& file, const char* bytes, qint64 size) {
   while (size > 0) {
@@ -58,7 +58,7 @@ void WriteCsv(const ExportSheet& sheet, QIODevice& file, const ExportOptions& op
 qint64 WriteXlsx(const ExportSheet& sheet, const QString& path, const ExportOptions& options,
                  const ExportProgress& progress);
 
-/// \param file  empty, and one that can be sought in
+/// \param file  empty and seekable
 /// \return how many texts were cut
 qint64 WriteXls(const ExportSheet& sheet, QIODevice& file, const ExportOptions& options,
                 const ExportProgress& progress);

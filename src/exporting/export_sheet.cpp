@@ -11,7 +11,7 @@ constexpr int kTickWidth = 8;
 constexpr int kDateWidth = 12;
 constexpr int kTextWidth = 12;
 constexpr int kMostTextWidth = 30;
-constexpr int kFilterButton = 3;  // characters that the button beside a heading covers
+constexpr int kFilterButton = 3;  // number of characters that the button beside a heading covers
 
 ExportType TypeOf(ValueType type) {
   switch (type) {

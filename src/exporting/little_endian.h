@@ -1,4 +1,4 @@
-// Numbers as the bytes of a file that keeps the lowest byte first.
+// Numbers as bytes, the lowest byte first.
 
 #pragma once
 

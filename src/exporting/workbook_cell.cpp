@@ -12,23 +12,24 @@ namespace {
 
 using Kind = WorkbookCell::Kind;
 
-constexpr qint64 kMostExact = qint64{1} << 53;  // beyond it a double passes over whole numbers
+constexpr qint64 kMostExact = qint64{1} << 53;  // the largest whole number up to which a double is exact
 constexpr double kDay = 86'400'000;
 
-/// What nearly every text is.
+/// Whether nothing in a text must be changed; true for nearly every text.
 bool IsPlain(std::string_view text) {
   return text.size() <= static_cast<std::size_t>(kLongestCellText) &&
          std::ranges::all_of(text, [](char c) { return c >= 0x20 && c < 0x7F; });
 }
 
-/// Without what neither XML nor the strings of the libraries can hold, and with the line breaks of cells.
+/// The text without characters that neither XML nor the strings of the libraries can hold, and with the line breaks of
+/// cells.
 QString Storable(std::string_view utf8) {
   QString text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
   text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
   return text.removeIf([](QChar c) { return c.isNull() || c == QChar(0xFFFE) || c == QChar(0xFFFF); });
 }
 
-/// The count of days of workbooks, in which 1900 has a 29 February.
+/// The day number of workbooks, which count a 29 February 1900.
 double DayNumber(const QDate& day) {
   const qint64 days = QDate(1899, 12, 31).daysTo(day);
   constexpr qint64 kLastRightDay = 59;

@@ -1,4 +1,4 @@
-// The cells of a sheet as a workbook takes them, whatever its format.
+// The cells of a sheet as workbooks of both formats store them.
 
 #pragma once
 
@@ -13,27 +13,27 @@ namespace qbx {
 inline constexpr int kLongestCellText = 32'767;  ///< UTF-16 code units
 inline constexpr char kWorkbookDate[] = "dd/mm/yyyy";
 inline constexpr char kWorkbookDateTime[] = "dd/mm/yyyy hh:mm:ss";
-inline constexpr quint8 kPaperA4 = 9;  ///< the number of the paper in workbooks
-/// In inches. A sheet has many columns and is one page wide, so the margins are narrow.
+inline constexpr quint8 kPaperA4 = 9;  ///< the number of A4 paper in workbooks
+/// Margins in inches. They are narrow because a sheet has many columns on a page.
 inline constexpr struct {
   double side = 0.4;
   double end = 0.5;
   double header = 0.3;
 } kPageMargins;
-/// "0.00"
+/// A number format such as "0.00".
 [[nodiscard]] std::string DecimalFormat(int decimals);
 
 struct WorkbookCell {
   enum class Kind : quint8 { kEmpty, kInteger, kDecimal, kDate, kDateTime, kTick, kText };
   Kind kind = Kind::kEmpty;
-  double number = 0;      ///< of all but a text; a date is the number of days that workbooks count
-  std::string_view text;  ///< UTF-8 with a 0 behind it; valid until the next cell is asked for
-  bool isCut = false;     ///< the text was longer than a cell takes
+  double number = 0;      ///< of every cell but a text; a date is the day number of workbooks
+  std::string_view text;  ///< UTF-8, ends with a 0; valid until the next call
+  bool isCut = false;     ///< whether the text was too long for a cell
 };
 
-/// Reads cells of a sheet. A number that is not known is 0 and a tick unticked, as in the spreadsheet view; a date or text that is not known is an
-/// empty cell. What a workbook cannot hold is text: whole numbers beyond 2^53, days before 1900 or after 9999. Line breaks of texts are LF, and what no workbook can hold is left out
-/// of them.
+/// Reads cells of a sheet. As in the spreadsheet view, an unknown number is 0 and an unknown tick is off; an unknown
+/// date or text is an empty cell. Values that a workbook cannot store become texts: whole numbers beyond 2^53 and days
+/// before 1900 or after 9999. Line breaks of texts are LF. Characters that no workbook can hold are left out.
 class WorkbookCells {
  public:
   explicit WorkbookCells(const ExportSheet& sheet) : sheet_(sheet) {}
@@ -50,7 +50,8 @@ class WorkbookCells {
   std::string text_;
 };
 
-/// The name of a sheet: "QBX Data - " and the title, without the characters that names of sheets must not have, 31 characters at most.
+/// The name of a sheet: "QBX Data - " and the title, without characters that such names must not have, at most 31
+/// characters.
 [[nodiscard]] QString SheetName(const QString& title);
 
 }  // namespace qbx

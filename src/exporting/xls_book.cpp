@@ -6,8 +6,8 @@ namespace qbx {
 
 namespace {
 
-constexpr quint16 kFirstOwnFormat = 164;  // smaller ones are built in
-constexpr quint16 kStyleLooks = 15;       // that every workbook has before those of cells
+constexpr quint16 kFirstOwnFormat = 164;  // smaller numbers are built in
+constexpr quint16 kStyleLooks = 15;       // number of formats that precede those of cells in every workbook
 constexpr quint16 kPlainFont = 0;
 constexpr quint16 kBoldFont = 1;
 
@@ -26,7 +26,8 @@ void Look(BiffStream& out, quint16 font, quint16 format, quint16 kind, quint8 ow
   out.U32(0).U32(0).U16(kNoFill).End();
 }
 
-/// Numbers formats and looks as they are asked for. Formats are written before looks, so these are kept.
+/// Collects number formats and cell formats and numbers them. All number formats are written before the cell formats,
+/// so these are kept.
 class LookList {
  public:
   explicit LookList(BiffStream& out) : out_(out) {}
@@ -41,7 +42,7 @@ class LookList {
     return Add(kPlainFont, number);
   }
   void Write() {
-    constexpr quint16 kStyle = 0xFFF5;  // locked, and nobody's child
+    constexpr quint16 kStyle = 0xFFF5;  // locked, without a parent
     constexpr quint16 kCell = 0x0001;   // locked, a child of the first style
     constexpr quint8 kOwnFormat = 0x04;
     constexpr quint8 kOwnFont = 0x08;
@@ -65,7 +66,7 @@ class LookList {
   std::vector<Parts> looks_;
 };
 
-/// A built-in name of the first sheet that stands for rows from the first one on.
+/// A built-in name of the first sheet for the rows from the first to `lastRow`.
 void BuiltInName(BiffStream& out, quint8 name, bool hidden, qint64 lastRow, int lastColumn) {
   constexpr quint16 kBuiltIn = 0x20;
   constexpr quint8 kArea = 0x3B;
@@ -81,7 +82,7 @@ void BuiltInName(BiffStream& out, quint8 name, bool hidden, qint64 lastRow, int 
 XlsLooks WriteXlsLooks(BiffStream& out, const std::vector<ExportColumn>& columns) {
   constexpr quint16 kNormal = 400;
   constexpr quint16 kBold = 700;
-  for (const quint16 weight : {kNormal, kBold, kNormal, kNormal})  // a workbook has four at least
+  for (const quint16 weight : {kNormal, kBold, kNormal, kNormal})  // a workbook has at least four fonts
     Font(out, weight);
   LookList list(out);
   XlsLooks looks;

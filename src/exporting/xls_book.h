@@ -1,4 +1,4 @@
-// What an .xls workbook says before its sheet: how cells look, names, texts.
+// What an .xls workbook holds before its sheet: formats of cells, names, texts.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace qbx {
 
-/// The looks of cells, by the numbers under which the workbook has them.
+/// The formats of cells, by their numbers in the workbook.
 struct XlsLooks {
   quint16 plain = 0;
   quint16 heading = 0;
@@ -18,20 +18,20 @@ struct XlsLooks {
   std::vector<quint16> decimals;  ///< by column
 };
 
-/// Fonts, number formats and looks.
+/// Writes fonts, number formats and cell formats.
 [[nodiscard]] XlsLooks WriteXlsLooks(BiffStream& out, const std::vector<ExportColumn>& columns);
 
-/// The one sheet. \return where the place of the sheet is to be written once it is known
+/// Writes the name of the one sheet. \return where the sheet's position must be written once it is known
 [[nodiscard]] qint64 WriteXlsSheetName(BiffStream& out, const QString& title);
 
-/// The first row as the one that has the filter buttons and is printed on every page.
+/// Marks the first row as the one that has the filter buttons and is printed on every page.
 void WriteXlsHeadingNames(BiffStream& out, qint64 rows, int columns);
 
-// The buttons are drawn objects: a program that finds none shows none.
+// The filter buttons are drawn objects; a program shows no button without its object.
 
-/// How many there are on the sheet.
+/// Writes the number of buttons on the sheet.
 void WriteXlsButtonCount(BiffStream& out, int columns);
-/// One in the first row of each column.
+/// Writes one button in the first row of each column.
 void WriteXlsButtons(BiffStream& out, int columns);
 
 }  // namespace qbx

@@ -1,4 +1,5 @@
-// The filter buttons of an .xls sheet. They are shapes of the drawing layer that all programs of an office share, each with an object of the sheet.
+// The filter buttons of an .xls sheet. Each is a shape of the drawing layer, which the office programs share, and an
+// object of the sheet.
 
 #include "exporting/xls_book.h"
 
@@ -6,7 +7,7 @@ namespace qbx {
 
 namespace {
 
-// Kinds of the drawing layer's records, by its own names.
+// Types of the drawing layer's records, with its own names.
 constexpr quint16 kDggContainer = 0xF000;
 constexpr quint16 kDgContainer = 0xF002;
 constexpr quint16 kSpgrContainer = 0xF003;
@@ -20,8 +21,8 @@ constexpr quint16 kClientAnchor = 0xF010;
 constexpr quint16 kClientData = 0xF011;
 
 constexpr quint32 kDrawingHead = 8;
-constexpr quint32 kGroupBytes = 48;   // the shape that all others belong to
-constexpr quint32 kButtonBytes = 96;  // with its head
+constexpr quint32 kGroupBytes = 48;   // the shape that groups all others
+constexpr quint32 kButtonBytes = 96;  // with the header
 constexpr quint32 kFirstShape = 1024;
 
 BiffStream& Head(BiffStream& out, quint16 kind, quint32 bytes, quint16 version = 0, quint16 instance = 0) {
@@ -50,7 +51,7 @@ void ButtonShape(BiffStream& out, quint32 column) {
   Head(out, kSp, 8, 2, kHostControl).U32(kFirstShape + 1 + column).U32(kAnchored);
   Head(out, kOpt, 30, 3, 5);
   out.U16(0x007F).U32(0x01040104);  // locked
-  out.U16(0x00BF).U32(0x00080008);  // its text fits
+  out.U16(0x00BF).U32(0x00080008);  // fitted to its text
   out.U16(0x01BF).U32(0x00010000);  // no filling
   out.U16(0x01FF).U32(0x00080000);  // no line
   out.U16(0x03BF).U32(0x000A0000);  // not printed
@@ -58,14 +59,14 @@ void ButtonShape(BiffStream& out, quint32 column) {
   Head(out, kClientData, 0);
 }
 
-/// A drop-down list that belongs to the filter, so that programs fill it themselves.
+/// A drop-down list that belongs to the filter; programs fill it themselves.
 void ButtonObject(BiffStream& out, quint32 column) {
   constexpr quint16 kDropDown = 0x14;
   constexpr quint16 kOfFilter = 0x2101;
   out.Begin(Biff::kObj);
   out.U16(0x15).U16(18).U16(kDropDown).U16(column + 1).U16(kOfFilter).Zeros(12);
   out.U16(0x0C).U16(20).Zeros(8).U16(100).U16(1).U16(10).U16(0).U16(16).U16(1);  // its scroll bar
-  constexpr quint16 kListSize = 0x1FEE;  // as the format wants it of a list without lines
+  constexpr quint16 kListSize = 0x1FEE;  // the value that the format prescribes for a list without lines
   out.U16(0x13).U16(kListSize).U32(0).U16(1).U16(0x0301).U16(0).U16(2).U16(8).U16(0x57);
   out.U32(0).End();
 }

@@ -35,8 +35,8 @@ void TextTable::Add(std::string_view text) {
   if (numbers_.Of(text).isNew) Write(ToBiffText(text));
 }
 
-/// A text goes on in the next record, which then says again how its characters are to be read. Its head and its first character stay together, and
-/// so do the halves of a character of four bytes.
+/// A long text continues in the next record, which repeats the encoding of the characters. A text's header and first
+/// character stay in one record, and so do the two halves of a surrogate pair.
 void TextTable::Write(const BiffText& text) {
   constexpr std::size_t kHead = 3;
   constexpr std::size_t kLargestCharacter = 4;

@@ -1,4 +1,4 @@
-// The texts of an .xls workbook, which stand before its cells; a cell names its text by number.
+// The texts of an .xls workbook. They precede its cells; a cell refers to its text by number.
 
 #pragma once
 
@@ -10,8 +10,9 @@
 
 namespace qbx {
 
-/// Numbers texts in the order in which they first come. A bounded number of short ones is remembered, so that what repeats mostly has one
-/// number; the others get a number each time. The same texts in the same order get the same numbers.
+/// Numbers texts in the order in which they first come. A limited number of short texts is remembered, so most repeated
+/// texts share one number. Any other text gets a new number each time. The same texts in the same order get the same
+/// numbers.
 class TextNumbers {
  public:
   TextNumbers() : remembered_(kRemembered) {}
@@ -22,7 +23,7 @@ class TextNumbers {
   };
   /// \param text  not empty
   [[nodiscard]] Numbered Of(std::string_view text);
-  /// How many texts got a number of their own.
+  /// How many numbers were given out.
   [[nodiscard]] quint32 Count() const { return count_; }
 
  private:
@@ -41,7 +42,7 @@ class TextTable {
  public:
   explicit TextTable(BiffStream& out);
 
-  /// Counts a cell's text; writes it unless it is in the table. \param text  not empty
+  /// Counts a cell's text and writes it unless the table holds it. \param text  not empty
   void Add(std::string_view text);
   void Finish();
 
@@ -51,7 +52,7 @@ class TextTable {
   void Continue();
 
   BiffStream& out_;
-  qint64 counts_;  // where the numbers of cells and of texts stand
+  qint64 counts_;  // where the numbers of cells and of texts are to be written
   std::size_t bytes_ = 8;
   quint32 cells_ = 0;
   TextNumbers numbers_;

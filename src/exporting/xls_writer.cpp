@@ -1,4 +1,5 @@
-// Workbooks in the .xls format (BIFF8 in a compound file). Texts stand before cells, so the rows are passed twice and none is kept.
+// Workbooks in the .xls format (BIFF8 in a compound file). Texts precede cells, so the rows are read twice and none is
+// kept.
 
 #include <cmath>
 
@@ -43,7 +44,7 @@ class XlsFile {
     constexpr quint16 kUtf16 = 1200;
     BeginPart(out_, kBook);
     out_.Begin(Biff::kCodePage).U16(kUtf16).End();
-    // Place and size of the window, tabs and scroll bars shown, the first sheet of one, the width of the tabs.
+    // Position and size of the window, tabs and scroll bars visible, first sheet of one, width of the tabs.
     out_.Begin(Biff::kWindow1).U16(0).U16(0).U16(0x4000).U16(0x2000).U16(0x38).U16(0).U16(0).U16(1).U16(600).End();
     out_.Begin(Biff::kDateMode).U16(0).End();  // days count from 1900
     out_.Begin(Biff::kPrecision).U16(1).End();
@@ -85,7 +86,7 @@ class XlsFile {
     out_.Begin(Biff::kEof).End();
   }
 
-  /// Passes the headings and all rows.
+  /// Calls `use` for the headings and all rows.
   template <typename Use>
   void EachCell(Use use) {
     quint32 row = 0;
@@ -128,7 +129,7 @@ class XlsFile {
       default:
         break;
     }
-    // Whole numbers of 30 bits have a shorter record, whose lowest bits say that it is one of them.
+    // Whole numbers of 30 bits have a shorter record; its lowest bits mark them.
     constexpr double kMostShort = 0x1FFF'FFFF;
     constexpr qint32 kWhole = 2;
     if (std::abs(cell.number) <= kMostShort && cell.number == std::trunc(cell.number)) {
@@ -152,7 +153,7 @@ class XlsFile {
     out_.Begin(Biff::kRightMargin).Double(kPageMargins.side).End();
     out_.Begin(Biff::kTopMargin).Double(kPageMargins.end).End();
     out_.Begin(Biff::kBottomMargin).Double(kPageMargins.end).End();
-    // The scale in percent, the first page, one page wide, any number high, not upright, dots an inch.
+    // Scale in percent, first page, one page wide, any number of pages high, landscape, dots per inch.
     out_.Begin(Biff::kSetup).U16(kPaperA4).U16(100).U16(1).U16(1).U16(0).U16(0).U16(600).U16(600);
     out_.Double(kPageMargins.header).Double(kPageMargins.header).U16(1).End();
   }
@@ -191,7 +192,7 @@ class XlsFile {
   BiffStream out_;
   XlsLooks looks_;
   qint64 sheetPlace_ = 0;
-  qint64 passed_ = 0;  // rows, in all passes
+  qint64 passed_ = 0;  // number of rows read, all passes together
   qint64 cutTexts_ = 0;
 };
 

@@ -1,4 +1,4 @@
-// Workbooks in the .xlsx format. A row leaves memory when the next one begins.
+// Workbooks in the .xlsx format. A row is dropped from memory when the next one begins.
 
 #include <xlsxwriter.h>
 
@@ -23,7 +23,7 @@ void Must(lxw_error error) {
   if (error != LXW_NO_ERROR) throw ExportError{QString::fromLatin1(lxw_strerror(error))};
 }
 
-/// What went wrong with a file, in the system's own words, which say more than the library's.
+/// Throws when the library failed. The system's own error text says more than the library's.
 void MustWrite(lxw_error error) {
   if (error != LXW_NO_ERROR && errno != 0) throw ExportError{QString::fromLocal8Bit(std::strerror(errno))};
   Must(error);
@@ -33,7 +33,7 @@ lxw_col_t Place(std::size_t column) {
   return static_cast<lxw_col_t>(column);
 }
 
-/// "_x0041_" stands for a character in this format; a text that holds just that has its "_" written so.
+/// In this format "_x0041_" stands for a character. In a text that holds exactly this, the "_" is escaped.
 QString Escaped(const QString& text) {
   static const QRegularExpression escape(QStringLiteral("_(?=x[0-9A-Fa-f]{4}_)"));
   return QString(text).replace(escape, QStringLiteral("_x005F_"));
@@ -84,8 +84,8 @@ class XlsxFile {
     const qint64 rowsBytes = FlushRows();
     errno = 0;
     MustWrite(workbook_close(std::exchange(book_, nullptr)));
-    // The library copies the rows to another temporary file and does not ask whether that took them.
-    constexpr qint64 kLeastAround = 512;  // bytes of the sheet that are no rows
+    // The library copies the rows to a second temporary file and does not check whether all of them were written.
+    constexpr qint64 kLeastAround = 512;  // bytes of the sheet beside its rows
     QFile written(path_);
     if (!written.open(QIODevice::ReadOnly) ||
         UnpackedSize(written, "xl/worksheets/sheet1.xml") < rowsBytes + kLeastAround)
@@ -94,7 +94,7 @@ class XlsxFile {
   }
 
  private:
-  /// The library does not ask whether its temporary file took all rows. \return its size
+  /// Checks what the library does not: whether its temporary file holds all rows. \return its size
   [[nodiscard]] qint64 FlushRows() {
     FILE* rows = page_->optimize_tmpfile;
     if (rows == nullptr) return 0;
@@ -153,7 +153,7 @@ class XlsxFile {
       decimals_.push_back(column.decimals > 0 ? NumberFormat(DecimalFormat(column.decimals).c_str()) : nullptr);
   }
 
-  /// The library closes the rows' file only when it makes the workbook.
+  /// Closes the rows' file, which the library closes only when it makes the workbook.
   void GiveUp() {
     if (book_ == nullptr) return;
     FILE* rows = page_ != nullptr ? std::exchange(page_->optimize_tmpfile, nullptr) : nullptr;

@@ -6,7 +6,8 @@ namespace qbx {
 
 namespace {
 
-// Lengths and places of the format. The directory stands near the end of the file, and an end of fixed length says where.
+// Sizes and offsets of the format. The directory is near the end of the file; an end record of fixed size gives its
+// place.
 constexpr qint64 kEndBytes = 22;
 constexpr qint64 kEntryBytes = 46;  // without name, extra field and comment
 

@@ -1,4 +1,4 @@
-// What a zip file says of the files in it.
+// The directory of a zip file.
 
 #pragma once
 
@@ -7,7 +7,7 @@
 namespace qbx {
 
 /// \param zip  open for reading; without a comment
-/// \return how long the file of this name is once it is unpacked, 0 when there is none
+/// \return the unpacked size of the file with this name, 0 when there is none
 [[nodiscard]] qint64 UnpackedSize(QIODevice& zip, const QByteArray& name);
 
 }  // namespace qbx

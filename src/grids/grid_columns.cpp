@@ -1,5 +1,3 @@
-// The columns of a grid: headings, formats, and what their cells show as text.
-
 #include "grids/grid_columns.h"
 
 #include <QStringList>
@@ -29,7 +27,7 @@ GridFormat FormatOf(const Column& column) {
   }
 }
 
-/// Writes a number of a fixed number of digits.
+/// Writes a number with a fixed number of digits.
 QChar* Digits(QChar* to, int number, int digits) {
   for (int i = digits - 1; i >= 0; --i, number /= 10)
     to[i] = QChar(static_cast<char16_t>(u'0' + number % 10));
@@ -62,7 +60,7 @@ QString DateText(qint64 milliseconds, GridFormat format) {
   return QString(text, to - text);
 }
 
-/// A decimal with all its places.
+/// A decimal number with all its places.
 QString FixedText(qint64 unscaled, int scale) {
   QString digits = QString::number(unscaled < 0 ? -unscaled : unscaled).rightJustified(scale + 1, u'0');
   digits.insert(digits.size() - scale, u'.');

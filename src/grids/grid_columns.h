@@ -1,4 +1,4 @@
-// The columns of a grid: headings, formats, and what their cells show as text.
+// The columns of a grid: headings, formats, and the texts of their cells.
 
 #pragma once
 
@@ -13,7 +13,7 @@ namespace qbx {
 
 /// How a column's cells are written.
 enum class GridFormat : quint8 {
-  kPlain,     ///< numbers in their shortest form; dates with their time unless midnight
+  kPlain,     ///< numbers in their shortest form; dates with their time unless it is midnight
   kFixed,     ///< numbers with a fixed number of decimals
   kDate,      ///< dd/mm/yyyy
   kDateTime,  ///< dd/mm/yyyy hh:mm:ss
@@ -22,7 +22,7 @@ enum class GridFormat : quint8 {
 
 struct GridColumn {
   QString field;    ///< name in the recordset
-  QString heading;  ///< what the user reads
+  QString heading;  ///< the caption that the user reads
   ValueType type = ValueType::kText;
   GridFormat format = GridFormat::kPlain;
   int decimals = 0;          ///< of kFixed, 1 to 10
@@ -33,19 +33,19 @@ struct GridColumn {
   }
 };
 
-/// A heading and a format for every column of a recordset: the field's name with blanks for "_"; as many decimals as the
-/// column has, ten at most; dates without their time when the column keeps none.
+/// A heading and a format for every column of a recordset: the heading is the field's name with blanks for "_". The
+/// decimals are those of the column, at most ten. Dates have no time when the column keeps none.
 /// \param highlightedColumns  names in brackets ("[Make][Model]") of the columns that are shown in blue
 [[nodiscard]] std::vector<GridColumn> gridFormatColumns(const std::vector<Column>& columns,
                                                         const QString& highlightedColumns = {});
 
-/// The text of a cell: NULL is empty, a tick "Yes" or "No".
+/// The text of a cell. NULL is empty, a tick "Yes" or "No".
 [[nodiscard]] QString GridText(const Cell& cell, const GridColumn& column);
 
-/// A text of several lines (an address) in one, the lines joined by ", ".
+/// A text of several lines (an address) on one line, with ", " between them.
 [[nodiscard]] QString OneLine(const QString& text);
 
-/// What the user typed into a cell as a value of the column; an empty text is NULL.
+/// The text that the user typed into a cell, converted to the column's type. An empty text is NULL.
 /// \return nothing when the column cannot hold it
 [[nodiscard]] std::optional<Value> GridValue(const QString& text, const GridColumn& column);
 

@@ -1,5 +1,3 @@
-// What copying from a grid puts on the clipboard.
-
 #include "grids/grid_copy.h"
 
 namespace qbx {

@@ -1,4 +1,4 @@
-// What copying from a grid puts on the clipboard.
+// Copying rows of a grid to the clipboard.
 
 #pragma once
 
@@ -10,8 +10,8 @@
 
 namespace qbx {
 
-/// Rows as lines of cells separated by tabs, as spreadsheets take them, under a line with the headings. A text of
-/// several lines becomes one, tabs inside a cell become blanks. Lines end with CR LF.
+/// Rows as lines of cells separated by tabs, as spreadsheet programs take them, after a line with the headings. A text
+/// of several lines becomes one line; tabs inside a cell become blanks. Lines end with CR LF.
 /// \param shown  positions of the columns in the recordset, in the order to be copied
 /// \param rows   positions in the current order
 [[nodiscard]] QString CopiedRows(const Recordset& records, const std::vector<GridColumn>& columns,

@@ -1,5 +1,3 @@
-// Conditions on the rows of a grid.
-
 #include "grids/grid_filter.h"
 
 #include <QRegularExpression>
@@ -17,7 +15,7 @@ struct Clause {
   Value value;
 };
 
-// Every group holds when all its clauses do; the condition holds when one group does.
+// The condition holds when one group holds; a group holds when all its clauses do.
 using Groups = std::vector<std::vector<Clause>>;
 
 Operator OperatorOf(const QString& text) {
@@ -42,8 +40,7 @@ Value ValueOf(const QString& literal) {
 std::optional<Groups> Parse(const QString& condition, const Recordset& rows) {
   static const QRegularExpression kClause(
       QStringLiteral(
-          R"(\s*(?:\[([^\]]+)\]|([\w-]+))\s*(<>|<=|>=|=|<|>|LIKE\b)\s*('(?:[^']|'')*'|#[^#]*#|-?\d+(?:\.\d+)?|NULL\b))"
-          R"(\s*(?:(AND|OR)\b|$))"),
+          R"(\s*(?:\[([^\]]+)\]|([\w-]+))\s*(<>|<=|>=|=|<|>|LIKE\b)\s*('(?:[^']|'')*'|#[^#]*#|-?\d+(?:\.\d+)?|NULL\b)\s*(?:(AND|OR)\b|$))"),
       QRegularExpression::CaseInsensitiveOption);
   Groups groups(1);
   qsizetype at = 0;

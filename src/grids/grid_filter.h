@@ -13,16 +13,16 @@ namespace qbx {
 
 struct GridFilter {
   std::function<bool(const StoredRow& row)> test;
-  std::vector<int> columns;  ///< that the condition looks at
+  std::vector<int> columns;  ///< the columns that the condition uses
 };
 
-/// A condition in words, such as "[Make] = 'Ford' AND Year > 2010 OR Model LIKE 'Trans%'", as a test of a stored row.
+/// Turns a condition such as "[Make] = 'Ford' AND Year > 2010 OR Model LIKE 'Trans%'" into a test of a stored row.
 ///
 /// A clause is a field (in brackets when its name has a blank), one of = <> < <= > >= LIKE, and a number, a text in
-/// single quotes (doubled inside), a date between "#" (dd/mm/yyyy) or NULL. AND binds closer than OR; there are no
-/// brackets around clauses. LIKE compares with a text that may begin and end with "%" or "*". Text compares without
-/// regard to case. Nothing but "= NULL" and "<> NULL" is true of NULL.
-/// \param rows  whose columns the condition names; the test is for rows with the same ones
+/// single quotes (doubled inside), a date between "#" (dd/mm/yyyy) or NULL. AND binds more strongly than OR; clauses
+/// have no brackets around them. LIKE compares with a text that may begin and end with "%" or "*". Texts are compared
+/// ignoring case. For NULL only "= NULL" and "<> NULL" can be true.
+/// \param rows  the columns that the condition names; the test is for rows with the same columns
 /// \return nothing when the condition cannot be read or names an unknown field
 [[nodiscard]] std::optional<GridFilter> ParseGridFilter(const QString& condition, const Recordset& rows);
 

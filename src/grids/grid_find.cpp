@@ -1,5 +1,3 @@
-// Finding a row of a grid.
-
 #include "grids/grid_find.h"
 
 #include <QByteArray>

@@ -1,5 +1,3 @@
-// The column layout of a grid, kept per user in the registry.
-
 #include "grids/grid_layout.h"
 
 #include <algorithm>

@@ -1,5 +1,3 @@
-// Finding a text anywhere in the rows of a grid.
-
 #include "grids/grid_search.h"
 
 #include <QByteArray>
@@ -10,11 +8,11 @@
 namespace qbx {
 namespace {
 
-/// A column, and how its cells are looked at.
+/// A column, and how its cells are searched.
 struct SearchedColumn {
   int column = 0;
   const GridColumn& format;
-  bool asStored = false;  ///< a text is shown as it is stored
+  bool asStored = false;  ///< whether texts are shown as they are stored
 };
 
 bool OnlyHas(const QString& text, const QString& signs) {
@@ -22,7 +20,8 @@ bool OnlyHas(const QString& text, const QString& signs) {
                      [&signs](QChar c) { return c.isDigit() || signs.contains(c, Qt::CaseInsensitive); });
 }
 
-/// Whether a text can be in what a column shows. Writing each number and date to compare it costs more than all texts together.
+/// Whether a column can show a text. Formatting every number and date to compare it takes longer than comparing all
+/// texts.
 bool MayShow(const GridColumn& format, const QString& text) {
   if (format.format == GridFormat::kTick) return false;
   if (format.IsNumber()) return OnlyHas(text, QStringLiteral(".-+e"));

@@ -11,14 +11,15 @@
 namespace qbx {
 
 struct FoundCell {
-  qint64 row = -1;  ///< -1: there is none
+  qint64 row = -1;  ///< -1 for none
   int column = -1;
 };
 
-/// The next cell that holds a text as it is shown, without regard to case. Ticks hold none.
-/// \param shown      positions of the columns in the recordset that are searched, in the order shown
-/// \param from       row where the search begins, which is looked at first; it ends after all rows, wherever the last one stands
-/// \param backwards  rows upwards
+/// The next cell whose shown text contains a text, ignoring case. Ticks are not searched.
+/// \param shown      positions in the recordset of the columns to search, in the order shown
+/// \param from       the row where the search begins; it is searched first. The search goes over the end and visits
+///                   every row once
+/// \param backwards  whether to go upwards
 [[nodiscard]] FoundCell FindText(const Recordset& rows, const std::vector<GridColumn>& columns,
                                  const std::vector<int>& shown, const QString& text, qint64 from, bool backwards);
 

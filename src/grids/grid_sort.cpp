@@ -1,5 +1,3 @@
-// What a grid is sorted by.
-
 #include "grids/grid_sort.h"
 
 namespace qbx {

@@ -1,4 +1,4 @@
-// What a grid is sorted by.
+// The sort order of a grid.
 
 #pragma once
 
@@ -7,7 +7,7 @@
 namespace qbx {
 
 struct GridSort {
-  QString column;  ///< field; empty: unsorted
+  QString column;  ///< field; empty when unsorted
   bool descending = false;
 
   friend bool operator==(const GridSort&, const GridSort&) = default;
@@ -15,9 +15,9 @@ struct GridSort {
 
 /// "[column] ASC" or "[column] DESC"; empty while unsorted.
 [[nodiscard]] QString SortText(const GridSort& sort);
-/// Reads such a text; brackets and the direction may be missing (then ascending).
+/// Reads the text of `SortText`; brackets may be missing, and so may the direction (ascending then).
 [[nodiscard]] GridSort ParseSort(const QString& text);
-/// The order after a click on a heading: the same column turns round, another one begins ascending.
+/// The order after a click on a heading: the same column changes its direction, another one begins ascending.
 [[nodiscard]] GridSort SortAfterClick(const GridSort& now, const QString& column);
 
 }  // namespace qbx

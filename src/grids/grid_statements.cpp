@@ -1,5 +1,3 @@
-// The statements by which a grid inserts and deletes rows.
-
 #include "grids/grid_statements.h"
 
 #include <QStringList>

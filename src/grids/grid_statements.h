@@ -1,4 +1,4 @@
-// The statements by which a grid inserts and deletes rows.
+// The statements with which a grid inserts and deletes rows.
 
 #pragma once
 
@@ -9,11 +9,11 @@
 
 namespace qbx {
 
-/// "proc_delp_" + procedure + " ( key, key )"; a key that is no number is quoted.
+/// The text "proc_delp_" + procedure + " ( key, key )"; a key that is no number is quoted.
 [[nodiscard]] QString DeleteRowStatement(const QString& storedProc, const std::vector<Value>& key);
 
-/// "proc_addp_" + procedure + "_InsertRow ( header ID, record ID)", with ", " and the extra parameters in front of the
-/// bracket when there are any.
+/// The text "proc_addp_" + procedure + "_InsertRow ( header ID, record ID)". Extra parameters follow after ", " before
+/// the closing bracket.
 [[nodiscard]] QString InsertRowStatement(const QString& storedProc, qint64 headerId, qint64 recordId,
                                          const QString& extraParams);
 

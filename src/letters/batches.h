@@ -1,4 +1,4 @@
-// Writing a few rows a commit.
+// Committing a few rows at a time.
 
 #pragma once
 
@@ -9,7 +9,8 @@
 
 namespace qbx {
 
-/// Writes in batches: a few writes a commit, and what was written before a failure stays. `Finish` is called when all was written.
+/// Writes in batches of a few rows a commit; what was written before a failure stays. Call `Finish` after the last
+/// write.
 class Batches {
  public:
   explicit Batches(Session& session) : session_(session) { transaction_.emplace(session); }
@@ -17,16 +18,16 @@ class Batches {
     try {
       Commit();
     } catch (const DatabaseError&) {
-      // The failure that ended the run is the one that is told.
+      // The failure that ended the run is the one that is reported.
     }
   }
   Batches(const Batches&) = delete;
   Batches& operator=(const Batches&) = delete;
 
   /// Commits the last batch.
-  /// \throws DatabaseError: what it held is not written
+  /// \throws DatabaseError; the last batch is then lost
   void Finish() { Commit(); }
-  /// Does what others see between two batches: events that run must not find the tables locked.
+  /// Commits, runs `work`, and begins the next batch. Events that run in `work` must not find the tables locked.
   void Between(const std::function<void()>& work) {
     Commit();
     work();

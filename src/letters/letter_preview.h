@@ -1,4 +1,4 @@
-// The letter with the sample customer.
+// Previewing a letter with the sample customer.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace qbx {
 
-/// What a preview works with. References only.
+/// What a preview works with, by reference.
 struct LetterPreviewParts {
   Statements& statements;
   ReportPrinter& reports;
@@ -18,8 +18,8 @@ struct LetterPreviewParts {
   Diagnostics diagnostics;
 };
 
-/// Merges a letter with the sample customer and shows it as it will come out of the printer.
-/// \param letter  the template, as it is stored
+/// Merges a letter with the sample customer and shows it as it will be printed.
+/// \param letter  the template in its stored form
 void PreviewLetter(const LetterPreviewParts& parts, const QString& letter);
 
 }  // namespace qbx

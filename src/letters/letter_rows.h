@@ -1,4 +1,4 @@
-// Who gets a letter, and what stands in it.
+// Who gets a letter, and what is in it.
 
 #pragma once
 
@@ -11,36 +11,37 @@
 
 namespace qbx {
 
-/// The rows that letters are made of, in printing order.
-/// \param again  those that get nothing but a letter also when they are processed
+/// The SELECT of the rows that get letters, in printing order.
+/// \param again  includes processed rows that get nothing but a letter
 [[nodiscard]] QString SelectLetterRows(int campaignId, bool again);
 
-/// "Mr Alan Hartley" of a row.
+/// The name in a row, such as "Mr Alan Hartley".
 [[nodiscard]] QString NameLine(const Recordset& row);
 
-/// The letter of a row.
+/// The letter for a row.
 [[nodiscard]] LetterRow LetterOf(const Recordset& row, const QString& merged);
 
 /// Why no letter can be delivered to an address (lines separated by CR).
-/// \return a sentence for the results log; empty when nothing is wrong
+/// \return a sentence for the results log; empty when one can
 [[nodiscard]] QString AddressProblem(const QString& address);
 
 /// The plain text of a letter.
 [[nodiscard]] QString LetterText(const QString& letter);
 
-/// What became of the rows of a campaign that ask for a letter.
+/// The state of the rows of a campaign that ask for a letter.
 struct LetterCounts {
   qint64 wentOut = 0;
-  qint64 missed = 0;  ///< the mailshot processed the row first
+  qint64 missed = 0;  ///< rows that the mailshot processed before their letter was made
 };
 /// \throws DatabaseError
 [[nodiscard]] LetterCounts ReadLetterCounts(Connection& connection, int campaignId);
 
-/// "Went out: 4 / 6", empty while none did. The counter "Letters to Generate" counts those, too.
-/// \param letters  that counter
+/// The line "Went out: 4 / 6"; empty as long as no letter went out. The counter "Letters to Generate" includes those
+/// that went out.
+/// \param letters  the value of that counter
 [[nodiscard]] QString LettersOutLine(const LetterCounts& counts, int letters);
-/// "n customers with a letter were processed by the mailshot and get none; make letters first." While letters and messages are both to
-/// come it says which goes first; else it is empty.
+/// The line "n customers with a letter were processed by the mailshot and get none; make letters first." While letters
+/// and messages are both due it says which must go first; otherwise it is empty.
 [[nodiscard]] QString LettersMissedLine(const LetterCounts& counts, const CounterValues& rows);
 
 }  // namespace qbx

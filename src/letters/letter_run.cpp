@@ -19,18 +19,18 @@ namespace {
 constexpr int kCreateLocation = 4300;
 constexpr int kMarkLocation = 4301;
 
-/// Letters between two steps of the progress: a fortieth of them, at least 3 and at most 40.
+/// Number of letters between two steps of the progress: a fortieth of all, at least 3 and at most 40.
 int UpdateInterval(int letters) {
   return std::clamp(static_cast<int>(std::nearbyint(letters / 40.0)), 3, 40);
 }
 
-/// Shows the making of letters as long as it lasts.
-class Shown {
+/// Shows the progress as long as it lives.
+class ShownProgress {
  public:
-  Shown(LetterObserver& observer, int total) : observer_(observer) { observer_.Begins(total); }
-  ~Shown() { observer_.Ends(); }
-  Shown(const Shown&) = delete;
-  Shown& operator=(const Shown&) = delete;
+  ShownProgress(LetterObserver& observer, int total) : observer_(observer) { observer_.Begins(total); }
+  ~ShownProgress() { observer_.Ends(); }
+  ShownProgress(const ShownProgress&) = delete;
+  ShownProgress& operator=(const ShownProgress&) = delete;
 
  private:
   LetterObserver& observer_;
@@ -74,7 +74,7 @@ LetterSummary LetterRun::GenerateLetters(int campaignId, const QString& letter, 
   return summary_;
 }
 
-/// \return false when there is none to show; the user was told
+/// \return false when there is no letter to show; the user was told
 bool LetterRun::MakeLetters(const QString& letter, LettersTable& letters) {
   try {
     if (CountLetters() == 0) {
@@ -119,8 +119,8 @@ bool LetterRun::MayBegin(const QString& letter) {
   return true;
 }
 
-/// Asks what became of letters that an earlier run may have put into a file.
-/// \return false when it is not known yet
+/// Asks about the letters that an earlier run may have saved to a file.
+/// \return false when the user does not know yet
 bool LetterRun::SettleDoubt() {
   const LettersInDoubt doubt = letterMarks_.InDoubt(campaignId_);
   if (doubt.rows.empty()) return true;
@@ -136,7 +136,7 @@ bool LetterRun::SettleDoubt() {
   }
 }
 
-/// Asks whether letters that went out are made again; only when there are some.
+/// If letters went out already, asks whether they are made again.
 bool LetterRun::AskForAgain() {
   if (ReadLetterCounts(services_.statements.Shared(), campaignId_).wentOut == 0) return false;
   const Message question{
@@ -149,8 +149,8 @@ bool LetterRun::AskForAgain() {
   return services_.diagnostics.ui.ShowMessage(question) == MessageAnswer::kYes;
 }
 
-/// Reads the rows, and counts those that are due: whose letter did not go out, or all of them when letters are made again. Says how many of them
-/// cannot get one.
+/// Reads the rows and counts the ones that are due: whose letter did not go out, or all rows when letters are made
+/// again. Logs how many of them cannot get a letter.
 int LetterRun::CountLetters() {
   before_ = journal_.Read(campaignId_);
   if (services_.statements.dbOpenRecLong(rows_, SelectLetterRows(campaignId_, again_))) return 0;
@@ -180,7 +180,7 @@ bool LetterRun::CreateLetters(const QString& letter, LettersTable& letters) {
   QString merged;
   bool cancelled = false;
   {
-    const Shown shown(observer_, total);
+    const ShownProgress shown(observer_, total);
     Batches batches(services_.statements.Shared().Driver());
     for (rows_.MoveFirst(); !rows_.Eof() && !cancelled; rows_.MoveNext()) {
       if (!MayGetLetter(rows_)) continue;
@@ -210,7 +210,7 @@ bool LetterRun::MayGetLetter(const Recordset& row) {
     return false;
   }
   const qint64 recordId = row.Field(QStringLiteral("RecordID")).ToInt();
-  // What went out stays on record as that, whether this copy of it is printed or not.
+  // A letter that went out keeps its record, whether or not this copy is printed.
   const bool begins = !wentOut && journal_.Write(recordId, campaignId_, Channel::kLetter, JournalState::kSending);
   const QString refusal = begins ? QString() : RefusalText(refusals_.OfRow(recordId).letter, Channel::kLetter);
   if (begins || (wentOut && refusal.isEmpty())) {
@@ -234,7 +234,7 @@ void LetterRun::LogExport(const QString& path) {
   services_.events.LogEvent(kEventPrint, 0, QStringLiteral("EXPORT"), QStringLiteral("File:") + ReportFileTitle(path));
 }
 
-/// \return what came out, or all when the user says so
+/// \return what was printed or saved; everything when the user says so
 TakenOut LetterRun::OpenLetterReport(const LetterChoices& choices) {
   ReportPrinter& reports = services_.reports;
   reports.state.pdfFileName = choices.pdfFile;
@@ -259,7 +259,7 @@ TakenOut LetterRun::OpenLetterReport(const LetterChoices& choices) {
     case ReportOutcome::kLookedAt:
       break;
   }
-  if (lost_) return {};  // they are the letters of another run by now
+  if (lost_) return {};  // another run makes these letters now
   const Message question{.text = QStringLiteral("The letters were neither printed nor saved. Mark them as processed?"),
                          .icon = MessageIcon::kQuestion,
                          .buttons = MessageButtons::kYesNo,
@@ -267,7 +267,7 @@ TakenOut LetterRun::OpenLetterReport(const LetterChoices& choices) {
   return {.all = services_.diagnostics.ui.ShowMessage(question) == MessageAnswer::kYes};
 }
 
-/// The rows whose letters came out and are not written down as sent.
+/// The rows whose letters came out and are not yet recorded as sent.
 std::vector<qint64> LetterRun::RowsOf(const TakenOut& taken) const {
   std::vector<qint64> rows;
   for (size_t i = 0; i < made_.size(); ++i)
@@ -277,14 +277,14 @@ std::vector<qint64> LetterRun::RowsOf(const TakenOut& taken) const {
 
 void LetterRun::AboutToAppear(const TakenOut& taken, const QString& file) {
   if (!marks_) return;
-  // The computer may have been silent since the last letter was made.
+  // The claim may have expired since the last letter was made.
   if (!MayGoOn()) throw ReportCancelled{};
   NotOut();
   announced_ = RowsOf(taken);
   letterMarks_.AboutToAppear(campaignId_, announced_, file);
 }
 
-/// The file that was announced last did not take its place, unless `TookOut` was told of it.
+/// Records that the announced file was not saved, except for rows that `TookOut` was told of.
 void LetterRun::NotOut() {
   if (announced_.empty()) return;
   try {
@@ -308,7 +308,7 @@ bool LetterRun::MayGoOn() {
   try {
     lost_ = lost_ || !claim_.Renew();
   } catch (const DatabaseError&) {
-    return !lost_;  // the next statement that matters fails, too, and says so
+    return !lost_;  // the next important statement fails, too, and reports it
   }
   if (lost_)
     Tell(
@@ -318,7 +318,7 @@ bool LetterRun::MayGoOn() {
   return !lost_;
 }
 
-/// Writes down what came out and was not written down yet.
+/// Records the letters that came out since the last call.
 /// \return false when it failed (already reported)
 bool LetterRun::MarkLettersAsProcessed(const TakenOut& taken) {
   bool done = false;

@@ -1,4 +1,4 @@
-// The letters of a campaign: made, shown or saved, and marked.
+// The letters of a campaign: they are made, shown or saved, and marked.
 
 #pragma once
 
@@ -17,7 +17,7 @@
 
 namespace qbx {
 
-/// What making letters works with. References only.
+/// What making letters works with, by reference.
 struct LetterServices {
   Statements& statements;
   EventLog& events;
@@ -30,44 +30,46 @@ struct LetterServices {
   Diagnostics diagnostics;
 };
 
-/// How letters come out.
+/// What is to become of the letters.
 struct LetterChoices {
-  QString pdfFile = {};       ///< where they are written; empty: they are shown
-  int firstLetter = 0;        ///< of the file, 1 the first; 0: from the first
-  int lastLetter = 0;         ///< 0: to the last
-  bool markProcessed = true;  ///< false: nothing is written down of what came out
+  QString pdfFile = {};       ///< the file to write; empty to show the letters
+  int firstLetter = 0;        ///< in the file, from 1; 0 for the first
+  int lastLetter = 0;         ///< 0 for the last
+  bool markProcessed = true;  ///< false: letters that come out are not recorded as sent
 };
 
 struct LetterSummary {
-  bool done = false;  ///< false: refused, failed or cancelled; the user was told
-  int letters = 0;    ///< made; of a file those that stand in it
-  int leftOut = 0;    ///< for their address, or because the customer has said no
-  int processed = 0;  ///< rows marked
+  bool done = false;  ///< false when refused, failed or cancelled; the user was told
+  int letters = 0;    ///< number made; for a file, the number in it
+  int leftOut = 0;    ///< because of their address, or because the customer said no
+  int processed = 0;  ///< number of rows marked
 };
 
-/// Shows how far the making of letters is.
+/// Shows the progress of making letters.
 class LetterObserver {
  public:
   virtual ~LetterObserver() = default;
-  /// \param total  letters at most
+  /// \param total  at most this many letters
   virtual void Begins(int total) = 0;
   virtual void Progress(int done) = 0;
   virtual void Ends() = 0;
-  /// Asked after each letter; true ends the making, and what was made is thrown away.
+  /// Asked after each letter. True ends the making; the letters made so far are dropped.
   [[nodiscard]] virtual bool Cancelled() = 0;
 };
 
-/// One run. A letter is written down as "sending" when it is made, refused to a customer who has said no since the query, and as "sent" once the letters were
-/// printed or saved, at once; only rows with a new "sent" are marked. A run that was killed when its file was about to appear, made without a preview or saved from it, leaves its
-/// letters in doubt, and the next one asks. A run that was broken off is repeated for the rows without one. Letters that are made
-/// again leave what is on record as it is: they did go out once.
+/// One run. A letter is recorded as "sending" when it is made, and as "sent" as soon as it was printed or saved; only
+/// rows that become "sent" are marked. A customer who said no since the query gets none. A run that broke off can be
+/// repeated: it makes the letters that did not go out. Letters that went out once and are made again keep their record.
 ///
-/// The campaign is held from the first letter until this object goes, so that no other run makes letters of it.
+/// A run that is killed while its file is being saved (from the preview or without one) leaves its letters in doubt,
+/// and the next run asks about them.
+///
+/// The campaign is claimed from the first letter until the destructor, so that no other run makes letters of it.
 class LetterRun : private ReportFollower {
  public:
   LetterRun(const LetterServices& services, LetterObserver& observer);
 
-  /// \param letter  the template, as it is stored
+  /// \param letter  the template in its stored form
   LetterSummary GenerateLetters(int campaignId, const QString& letter, const LetterChoices& choices);
 
  private:
@@ -98,15 +100,15 @@ class LetterRun : private ReportFollower {
   LetterMarks letterMarks_;
   CampaignClaim claim_;
   int campaignId_ = 0;
-  bool again_ = false;                  // also letters that went out
-  bool marks_ = true;                   // what comes out
-  bool lost_ = false;                   // another run took the campaign over
-  Recordset rows_;                      // of the campaign, to be made
-  QHash<qint64, JournalEntry> before_;  // what is on record of the campaign's rows
+  bool again_ = false;                  // whether letters that went out are made again
+  bool marks_ = true;                   // whether letters that come out are recorded
+  bool lost_ = false;                   // whether another run took the campaign over
+  Recordset rows_;                      // rows of the campaign whose letters are to be made
+  QHash<qint64, JournalEntry> before_;  // the records of the campaign's rows before this run
   std::vector<qint64> made_;            // rows whose letter was made, in the order of the letters
-  QStringList keys_;                    // of their letters
-  QSet<qint64> sent_;                   // rows that are written down as sent
-  std::vector<qint64> announced_;       // rows that are written down as about to appear in the file
+  QStringList keys_;                    // keys of these letters
+  QSet<qint64> sent_;                   // rows that were recorded as sent
+  std::vector<qint64> announced_;       // rows that were recorded as about to be saved
   LetterSummary summary_;
 };
 

@@ -1,4 +1,4 @@
-// The host's table of letters: what this session is about to print.
+// The host's table of letters, which holds what this session is about to print.
 
 #pragma once
 
@@ -20,20 +20,20 @@ struct LetterRow {
   QString vehicle = {};
 };
 
-/// Adds the letters of one session. Its earlier ones go first, so sessions do not disturb each other. They go, too, when they are no longer needed: each holds a
-/// customer's whole letter.
+/// Adds the letters of one session. Sessions do not disturb each other. The session's earlier letters are deleted
+/// first, and all are deleted when they are no longer needed, because each is a customer's complete letter.
 class LettersTable {
  public:
   /// \param session  marks the rows of this session
   LettersTable(Statements& statements, QString session) : statements_(statements), session_(std::move(session)) {}
 
-  /// Days after which the letters of a session that was killed go.
+  /// Days after which the letters of a killed session are deleted.
   static constexpr int kKept = 7;
 
-  /// Deletes the letters of the session, and those that sessions of long ago left behind, and makes ready to add.
+  /// Deletes the letters of this session and old ones that other sessions left behind, and prepares for adding.
   /// \return false when it failed (already reported)
   [[nodiscard]] bool Begin(const QDate& today);
-  /// Deletes the letters of the session: their report was printed, or closed.
+  /// Deletes the letters of this session, after their report was printed or closed.
   void Clear();
   /// \throws DatabaseError
   void Add(const LetterRow& row);

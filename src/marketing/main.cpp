@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Reports what nobody caught instead of ending without a word.
+/// Reports exceptions that nobody caught, instead of ending silently.
 class Application : public QApplication {
  public:
   using QApplication::QApplication;

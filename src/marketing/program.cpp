@@ -12,7 +12,7 @@ namespace qbx {
 
 namespace {
 
-/// Windows stay alive while the server is slow to answer.
+/// Keeps windows alive while the server is slow to answer.
 ApplicationSetup WithPatience(ApplicationSetup setup) {
   const auto inner = setup.wrapSessions;
   setup.wrapSessions = [inner, &ui = setup.ui](SessionFactory sessions) {

@@ -1,4 +1,4 @@
-// The window program: start-up with its splash and the main window over one Application.
+// The window program: start-up with its splash, and the main window over one Application.
 
 #pragma once
 
@@ -16,14 +16,14 @@ class frmAbout;
 class frmMain;
 class frmSendEmail;
 
-/// What `main` runs, and what the scenarios drive. One of these at a time, on the thread of the QApplication.
+/// What `main` runs and the scenarios drive. There is one at a time, on the thread of the QApplication.
 ///
 ///   WidgetUi ui;
 ///   MarketingProgram program(ui, {.ui = ui, .clock = clock, .folders = FindFolders()});
 ///   if (program.Start(JoinCommandLine(arguments)) == StartOutcome::kRunning) return QApplication::exec();
 class MarketingProgram {
  public:
-  /// \param setup  its `ui` is `ui`
+  /// \param setup  its `ui` must be `ui`
   MarketingProgram(WidgetUi& ui, const ApplicationSetup& setup);
   ~MarketingProgram();
   MarketingProgram(const MarketingProgram&) = delete;

@@ -15,6 +15,7 @@
 #include "marketingctl/campaign_names.h"
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
+#include "results/flag_columns.h"
 #include "results/send_methods.h"
 
 namespace qbx::ctl {
@@ -38,8 +39,8 @@ struct ResultsArguments {
   [[nodiscard]] bool ChangesRows() const { return !tick.empty() || !untick.empty() || !takeOut.empty(); }
 };
 
-constexpr std::array kSendFlags = {std::pair{"Send_SMS", Channel::kSms}, std::pair{"Send_Email", Channel::kEmail},
-                                   std::pair{"Send_Letter", Channel::kLetter}};
+constexpr std::array kSendFlags = {std::pair{kSendSmsFlag, Channel::kSms}, std::pair{kSendEmailFlag, Channel::kEmail},
+                                   std::pair{kSendLetterFlag, Channel::kLetter}};
 
 struct Rule {
   const char* channel;
@@ -74,13 +75,12 @@ int RefuseUnknownRow(int id, qint64 row) {
 }
 
 bool Toggle(Program& program, const std::vector<std::string>& toggle) {
-  static const QStringList kFlags = {QStringLiteral("Send_SMS"), QStringLiteral("Send_Email"),
-                                     QStringLiteral("Send_Letter"), QStringLiteral("Processed")};
   bool isNumber = false;
   const qint64 record = QString::fromStdString(toggle[0]).toLongLong(&isNumber);
   const QString column = QString::fromStdString(toggle[1]);
-  if (!isNumber || record < 1 || !kFlags.contains(column, Qt::CaseInsensitive)) {
-    throw CLI::ValidationError("--toggle: RECORDID and one of " + kFlags.join(QStringLiteral(", ")).toStdString());
+  if (!isNumber || record < 1 || !FlagColumns().contains(column, Qt::CaseInsensitive)) {
+    throw CLI::ValidationError("--toggle: RECORDID and one of " +
+                               FlagColumns().join(QStringLiteral(", ")).toStdString());
   }
   Recordset& rows = program.desk.results.Rows();
   const int key = rows.ColumnIndex(QLatin1String(ResultsView::kRowKey));
@@ -114,10 +114,9 @@ void Print(Program& program) {
     PrintJson(rows);
     return;
   }
-  PrintTable(rows,
-             {QStringLiteral("RecordID"), QStringLiteral("Customer"), QStringLiteral("Contact"),
-              QStringLiteral("Mobile"), QStringLiteral("Email"), QStringLiteral("Vehicle"), QStringLiteral("Send_SMS"),
-              QStringLiteral("Send_Email"), QStringLiteral("Send_Letter"), QStringLiteral("Processed")});
+  PrintTable(rows, QStringList{QStringLiteral("RecordID"), QStringLiteral("Customer"), QStringLiteral("Contact"),
+                               QStringLiteral("Mobile"), QStringLiteral("Email"), QStringLiteral("Vehicle")} +
+                       FlagColumns());
   const CounterLabels labels = MakeCounterLabels(program.desk.counters.Values(), {});
   PrintLine(program.desk.results.CountText().trimmed() + QStringLiteral("; ") + labels.lblLetters +
             LettersOut(program) + QStringLiteral("; ") + labels.lblSMS0 + QStringLiteral(", ") + labels.lblSMS1 +
@@ -194,7 +193,7 @@ RowChange ChangeRows(Program& program, int id, const ResultsArguments& arguments
   const bool ticked = !arguments.tick.empty();
   const std::string& name = ticked ? arguments.tick : arguments.untick;
   const auto flag = std::find_if(kSendFlags.begin(), kSendFlags.end(), [&name](const auto& one) {
-    return QString::fromStdString(name).compare(QLatin1String(one.first), Qt::CaseInsensitive) == 0;
+    return QString::fromStdString(name).compare(one.first, Qt::CaseInsensitive) == 0;
   });
   return changes.SetFlag(id, flag->second, ticked, keys);
 }
@@ -296,7 +295,8 @@ void AddResultsCommand(Runner& runner) {
                           ->allow_extra_args(false)
                           ->check(keys)
                           ->type_name("RECORDIDS");
-  const auto flag = CLI::IsMember({kSendFlags[0].first, kSendFlags[1].first, kSendFlags[2].first}, CLI::ignore_case);
+  const auto flag = CLI::IsMember({kSendFlags[0].first.data(), kSendFlags[1].first.data(), kSendFlags[2].first.data()},
+                                  CLI::ignore_case);
   CLI::Option* tick =
       command.add_option("--tick", arguments->tick, "Tick a send flag of --rows, where it can be ticked");
   CLI::Option* untick = command.add_option("--untick", arguments->untick, "Untick a send flag of --rows");

@@ -8,13 +8,13 @@
 namespace qbx {
 namespace {
 
-/// Follows the braces of a template to see whether one that belongs to no field could begin a field together with a
+/// Follows the braces of a template to see whether a brace outside the fields could begin a new field together with a
 /// value.
 class OpenBrace {
  public:
   explicit OpenBrace(bool richText) : richText_(richText) {}
 
-  /// A unit of literal text.
+  /// Takes one code unit of literal text.
   void Literal(char16_t unit) {
     if (unit == u'{') {
       open_ = !richText_ || escaped_;
@@ -24,10 +24,10 @@ class OpenBrace {
     escaped_ = unit == u'\\';
   }
 
-  /// A field: any value without an opening brace (in rich text, without a backslash either) may be inserted here.
-  /// \return whether what stands before it, continued by the value, could become a field
+  /// Takes a field. Its value is any text without an opening brace (in rich text, without a backslash either).
+  /// \return whether the text before the field could become a field together with the value
   [[nodiscard]] bool Field() {
-    // A lone backslash in front would escape a brace behind the field once the value is empty.
+    // A backslash right before the field would escape a brace right after it when the value is empty.
     const bool dangerous = open_ || (richText_ && escaped_);
     escaped_ = false;
     return dangerous;
@@ -39,9 +39,9 @@ class OpenBrace {
   bool escaped_ = false;
 };
 
-/// Copies a value behind `out` and moves it on.
-/// \return false when the value holds what could begin a field. A closing brace cannot: what it would close is found by
-/// OpenBrace.
+/// Copies a value to `out` and moves `out` to its end.
+/// \return false when the value holds a character that could begin a field. A closing brace is harmless here: OpenBrace
+///         finds the opening brace that it would close.
 template <bool RichText>
 bool CopyHarmless(const QString& value, char16_t*& out) {
   const char16_t* units = reinterpret_cast<const char16_t*>(value.constData());

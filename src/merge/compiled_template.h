@@ -1,4 +1,4 @@
-// A template taken apart once, for a run over many rows.
+// A template parsed once and merged with many rows.
 
 #pragma once
 
@@ -16,21 +16,21 @@ namespace qbx {
 ///   QString text;
 ///   for (...) { sms.Merge(values, clock.Today(), text); Send(text); }
 ///
-/// Gives for every template and all values exactly the text of `MergeFields`. Where values could form new fields (a
-/// value with a brace, a brace of the template left open in front of a field) it falls back to it.
+/// The result is always the text that `MergeFields` gives. It calls `MergeFields` where a value could form a new field:
+/// when a value holds a brace, or when a brace of the template is open before a field.
 class CompiledTemplate {
  public:
   explicit CompiledTemplate(const QString& text);
 
-  /// \param merged  receives the text; what it held is lost, its memory is used again
+  /// \param merged  receives the text; its old content is lost, its memory is used again
   void Merge(const MergeValues& values, QDate today, QString& merged);
 
  private:
-  /// Literal text, then the field behind it.
+  /// Literal text and the field that follows it.
   struct Segment {
     qsizetype literalStart = 0;
     qsizetype literalLength = 0;
-    int field = -1;  ///< position in the order of replacing, -1: none (the last segment)
+    int field = -1;  ///< index in the order of replacing; -1 in the last segment, which has no field
   };
 
   void Compile();
@@ -41,7 +41,7 @@ class CompiledTemplate {
 
   QString text_;
   bool richText_ = false;
-  bool onePass_ = true;  ///< the template by itself cannot form new fields
+  bool onePass_ = true;  ///< whether the template itself cannot form new fields
   std::vector<Segment> segments_;
   QDate today_;
   QString todayText_;

@@ -1,4 +1,4 @@
-// What the two ways of merging share: the fields in their order, and comparing without case. Used inside this folder
+// What the two ways of merging share: the fields in their order, and comparing without case. For use in this folder
 // only.
 
 #pragma once
@@ -16,8 +16,8 @@ enum class FieldSource { kCustomer, kVehicle, kDueDate, kNowhere };
 /// The merge fields in the order in which they are replaced.
 struct MergeField {
   const char16_t* word;
-  QString MergeValues::*value;  ///< null: today's date
-  const char* meaning;          ///< of a row of a campaign, for the user
+  QString MergeValues::*value;  ///< null for today's date
+  const char* meaning;          ///< what the field stands for in a campaign, as shown to the user
   FieldSource source = FieldSource::kCustomer;
 };
 inline constexpr std::array<MergeField, 10> kMergeFields{{
@@ -42,7 +42,7 @@ inline constexpr std::array<MergeField, 10> kMergeFields{{
   return static_cast<char16_t>(QChar::toLower(char32_t{unit}));
 }
 
-/// Whether `text` holds `folded` (a folded text) at `position`, ignoring case.
+/// Whether `text` holds `folded` (a text in lower case) at `position`, ignoring case.
 [[nodiscard]] bool MatchesAt(QStringView text, qsizetype position, QStringView folded);
 
 }  // namespace qbx

@@ -6,9 +6,9 @@
 namespace qbx {
 namespace {
 
-/// \return position of a folded text at or behind `from`, -1 when there is none
+/// \return position of a text in lower case at or after `from`, -1 when there is none
 qsizetype FindNoCase(QStringView text, QStringView folded, qsizetype from) {
-  // Every field begins with a unit that has no case, and the library looks for one of those many at a time.
+  // Every field begins with a character that has no case; the library's search for it is fast.
   const QChar first = folded.front();
   const bool plainFirst = first < u'A' || (first > u'Z' && first < u'a') || (first > u'z' && first < u'\x80');
   for (qsizetype i = from; i <= text.size() - folded.size(); ++i) {
@@ -37,7 +37,7 @@ bool MatchesAt(QStringView text, qsizetype position, QStringView folded) {
 }
 
 QString FieldPattern(const MergeField& field, bool richText) {
-  return (richText ? u"\\{%1\\}"_qs : u"{%1}"_qs).arg(QString::fromUtf16(field.word));
+  return (richText ? QStringLiteral("\\{%1\\}") : QStringLiteral("{%1}")).arg(QString::fromUtf16(field.word));
 }
 
 const QString& ReplaceNoCase(QString& text, const QString& find, const QString& replacement) {
@@ -45,7 +45,7 @@ const QString& ReplaceNoCase(QString& text, const QString& find, const QString& 
   qsizetype found = FindNoCase(text, folded, 0);
   if (found < 0) return text;
 
-  // Searching goes on behind what was inserted, so the rest of the original text is all that is ever looked at.
+  // The search goes on after the inserted text, so only the original text is searched.
   QString result;
   result.reserve(text.size() + replacement.size());
   const QStringView original = text;

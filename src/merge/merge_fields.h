@@ -1,4 +1,4 @@
-// Personalising a template: the merge fields and the replacing.
+// Merging a template: the merge fields and their replacement.
 
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace qbx {
 
-/// What a customer's merge fields are filled with. Empty text for NULL; dates as "dd/mm/yyyy" (see `MergeDate`).
+/// The values of the merge fields for one customer. A NULL is an empty text; a date is written by `MergeDate`.
 struct MergeValues {
   QString title = {};
   QString firstname = {};
@@ -21,9 +21,9 @@ struct MergeValues {
 };
 
 /// Replaces the fields "{contact}", "{make}", "{model}", "{regno}", "{duedate}", "{title}", "{firstname}",
-/// "{lastname}", "{duetime}" and "{currentdate}" of a template, in this order, whatever their letter case. In rich text
-/// (a template that holds "{\rtf") the field is written "\{contact\}". Values go in unchanged, and a later field that a
-/// value holds is merged in its turn. Anything else in braces stays as it is.
+/// "{lastname}", "{duetime}" and "{currentdate}" of a template, in this order, ignoring case. In rich text (a template
+/// that holds "{\rtf") a field is written "\{contact\}". Values are inserted unchanged; a field inside an inserted
+/// value is replaced too if it comes later in the order. Any other text in braces stays as it is.
 /// \param today  what "{currentdate}" shows, as "dd/mm/yyyy"
 /// \return the merged text
 [[nodiscard]] QString MergeFields(const QString& text, const QString& title, const QString& firstname,
@@ -32,8 +32,8 @@ struct MergeValues {
                                   const QString& duetime, QDate today);
 [[nodiscard]] QString MergeFields(const QString& text, const MergeValues& values, QDate today);
 
-/// Replaces every occurrence of `find` (not empty) in `text` itself, ignoring letter case; the search goes on behind
-/// what was inserted. Case is folded code unit by code unit, so that lengths never change; the locale plays no part.
+/// Replaces every occurrence of `find` (not empty) in `text` itself, ignoring case. The search goes on after the
+/// inserted text. Case is folded one code unit at a time, so lengths never change and the locale does not matter.
 /// \return `text`
 const QString& ReplaceNoCase(QString& text, const QString& find, const QString& replacement);
 

@@ -3,14 +3,14 @@
 namespace qbx {
 
 const MergeValues& SampleMergeValues() {
-  static const MergeValues kSample{.title = u"Mr"_qs,
-                                   .firstname = u"Alan"_qs,
-                                   .lastname = u"Hartley"_qs,
-                                   .contact = u"Mr Hartley"_qs,
-                                   .make = u"Vauxhall"_qs,
-                                   .model = u"Vectra"_qs,
-                                   .regno = u"AB12 CDE"_qs,
-                                   .duedate = u"27/03/2009"_qs,
+  static const MergeValues kSample{.title = QStringLiteral("Mr"),
+                                   .firstname = QStringLiteral("Alan"),
+                                   .lastname = QStringLiteral("Hartley"),
+                                   .contact = QStringLiteral("Mr Hartley"),
+                                   .make = QStringLiteral("Vauxhall"),
+                                   .model = QStringLiteral("Vectra"),
+                                   .regno = QStringLiteral("AB12 CDE"),
+                                   .duedate = QStringLiteral("27/03/2009"),
                                    .duetime = {}};
   return kSample;
 }

@@ -8,7 +8,7 @@
 
 namespace qbx {
 
-/// Mr Hartley and his Vectra.
+/// The values of Mr Hartley and his Vectra.
 [[nodiscard]] const MergeValues& SampleMergeValues();
 
 /// His name and address for a letter, five lines separated by CR.

@@ -8,7 +8,7 @@ namespace {
 
 constexpr qsizetype kLongestWord = 30;
 
-bool MayStand(QChar unit, bool first) {
+bool IsFieldCharacter(QChar unit, bool first) {
   if (unit.isLetter()) return true;
   return !first && (unit.isDigit() || unit == u' ' || unit == u'_' || unit == u'-');
 }
@@ -17,7 +17,7 @@ QString Brace(QChar brace, bool richText) {
   return richText ? QString(u'\\') + brace : QString(brace);
 }
 
-/// The words of all fields of a template, known or not, in its order.
+/// The names of all fields of a template, known or unknown, in its order.
 QStringList FieldWords(const QString& text) {
   const qsizetype brace = IsRichText(text) ? 2 : 1;
   QStringList words;
@@ -55,7 +55,7 @@ qsizetype FieldLength(QStringView text, bool richText) {
   if (!text.startsWith(opening)) return 0;
   const qsizetype start = opening.size();
   qsizetype end = start;
-  while (end < text.size() && end - start < kLongestWord && MayStand(text[end], end == start))
+  while (end < text.size() && end - start < kLongestWord && IsFieldCharacter(text[end], end == start))
     ++end;
   const bool closed = end > start && text.sliced(end).startsWith(Brace(u'}', richText));
   return closed ? end + opening.size() : 0;

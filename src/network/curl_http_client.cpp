@@ -14,7 +14,7 @@ QString PublicAddress(const QUrl& url) {
   return url.adjusted(QUrl::RemoveUserInfo | QUrl::RemoveQuery | QUrl::RemoveFragment).toString();
 }
 
-/// The same for what cannot be read as an address.
+/// The part of a malformed address that a user may see.
 QString PublicText(const QString& malformed) {
   const QString text = malformed.section(u'?', 0, 0);
   const qsizetype at = text.lastIndexOf(u'@');
@@ -35,7 +35,7 @@ bool IsLoopback(const QString& host) {
          host == QLatin1String("::1");
 }
 
-/// A server, or a proxy in front of it, says these after the request may have been acted on.
+/// A server or a proxy may answer with these after it acted on the request.
 bool LeavesDoubt(long status) {
   return status == 500 || status == 502 || status == 504;
 }
@@ -89,8 +89,8 @@ std::size_t CurlHttpClient::Transfer::TakeBody(char* data, std::size_t size, std
   return bytes;
 }
 
-/// libcurl repeats a request by itself when a kept connection breaks before the answer. The server may have acted on
-/// the first, so the second is stopped here.
+/// libcurl repeats a request when a kept connection breaks before the answer. The server may have acted on the first
+/// request, so the second is stopped here.
 int CurlHttpClient::Transfer::BeforeRequest(void* self, char*, char*, int, int) {
   auto* transfer = static_cast<Transfer*>(self);
   if (transfer->requestSent_) return CURL_PREREQFUNC_ABORT;
@@ -108,7 +108,7 @@ HttpReply CurlHttpClient::Transfer::Get(const QString& url) {
   tooLong_ = false;
   requestSent_ = false;
   session_.Set(CURLOPT_URL, url.toLatin1().constData());
-  // A proxy of the environment cannot reach this computer's own servers.
+  // The proxy named in the environment cannot reach servers of this computer.
   session_.Set(CURLOPT_PROXY, IsLoopback(host) ? "" : static_cast<const char*>(nullptr));
   const CURLcode code = session_.Perform(pump_);
   const auto status = session_.Info<long>(CURLINFO_RESPONSE_CODE);
@@ -136,7 +136,7 @@ QString CurlHttpClient::Transfer::Problem(CURLcode code, long status) const {
   return QStringLiteral("did not answer completely: %1").arg(reason);
 }
 
-/// The type that the answer says it has, in small letters; empty when it says none.
+/// The content type of the answer in lower case; empty when it has none.
 QByteArray CurlHttpClient::Transfer::Type() const {
   return QByteArray(session_.Info<const char*>(CURLINFO_CONTENT_TYPE)).trimmed().toLower();
 }

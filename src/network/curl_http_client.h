@@ -10,17 +10,17 @@
 namespace qbx {
 
 struct HttpLimits {
-  int connectSeconds = 10;  ///< for the connection to stand
+  int connectSeconds = 10;  ///< to connect
   int totalSeconds = 30;    ///< for the whole answer
-  int bodyBytes = 1 << 20;  ///< longer answers are a failure
+  int bodyBytes = 1 << 20;  ///< a longer answer is a failure
 };
 
-/// Fetches http:// and https:// addresses, certificates verified. A kept connection that the server closed meanwhile is
-/// replaced; one that breaks once a request went out is not, and that request is in doubt.
+/// Fetches http:// and https:// addresses and verifies certificates. A kept connection that the server has closed is
+/// replaced. When a connection breaks after a request was sent, the request is not repeated and is in doubt.
 class CurlHttpClient final : public HttpClient {
  public:
   /// \param pump    called about every 50 ms during a transfer; returning false ends it. May be empty.
-  /// \param authorityFile  path of a PEM file with more certificate authorities; empty: none
+  /// \param authorityFile  path of a PEM file with more certificate authorities; empty for none
   explicit CurlHttpClient(std::function<bool()> pump = {}, const HttpLimits& limits = {},
                           const QString& authorityFile = {});
   ~CurlHttpClient() override;

@@ -12,7 +12,7 @@ namespace {
 using Step = SmtpDialogue::Step;
 
 constexpr int kShortestMasked = 4;
-constexpr long kUploadBuffer = 16L * 1024;  // the least that libcurl takes
+constexpr long kUploadBuffer = 16L * 1024;  // the least that libcurl accepts
 
 struct ListDeleter {
   void operator()(curl_slist* list) const { curl_slist_free_all(list); }
@@ -44,7 +44,7 @@ QByteArray AddressOf(const MailServer& server) {
   return (QLatin1String(implicitTls ? "smtps://" : "smtp://") + host + u':' + QString::number(port)).toUtf8();
 }
 
-/// \return what is wrong with an envelope before any server has seen it; without an error when nothing is
+/// \return why an envelope cannot be sent to any server; without an error when it can
 MailResult CheckEnvelope(const MailEnvelope& envelope) {
   if (envelope.recipients.isEmpty()) return {.error = QStringLiteral("The message has no recipient.")};
   const auto isBad = [](const QString& address) {
@@ -86,8 +86,8 @@ class CurlMailTransport::Connection {
 
   [[nodiscard]] const MailServer& Server() const { return server_; }
   [[nodiscard]] MailResult Send(const MailEnvelope& envelope, const std::function<void(int)>& progress);
-  /// The last message failed because the server had dropped the kept connection, before it asked for any of the
-  /// message.
+  /// Whether the last message failed because the server had dropped the kept connection, before the server asked for
+  /// any part of the message.
   [[nodiscard]] bool WasStale() const;
   /// \return false when the server did not answer 221
   [[nodiscard]] bool Quit(const std::function<void()>& pump);
@@ -109,7 +109,8 @@ class CurlMailTransport::Connection {
   SmtpDialogue dialogue_;
   QByteArray message_;
   qsizetype handedOver_ = 0;
-  int quitsToAwait_ = 0;  ///< libcurl waits for the answer to a QUIT of its own without a pump, so nothing comes then
+  /// Libcurl waits without a pump for the answer to its own QUIT, so after it nothing more is read.
+  int quitsToAwait_ = 0;
   CURLcode code_ = CURLE_OK;
 };
 
@@ -128,12 +129,12 @@ CurlMailTransport::Connection::Connection(const MailServer& server, const QStrin
     session_.Set(CURLOPT_USERNAME, server.userName.toUtf8().constData());
     session_.Set(CURLOPT_PASSWORD, server.password.toUtf8().constData());
   }
-  // Twice as much is allocated for every message; with the default the heap would grow and shrink each time.
+  // libcurl allocates twice this size for every message; with its default the heap would grow and shrink each time.
   session_.Set(CURLOPT_UPLOAD_BUFFERSIZE, kUploadBuffer);
   session_.Set(CURLOPT_READDATA, this);
   session_.Set(CURLOPT_READFUNCTION, &Connection::GiveMessage);
   session_.Set(CURLOPT_WRITEFUNCTION, &Connection::DropText);
-  // Commands and answers come by this way only, in the order in which they were said.
+  // Commands and answers come only through this callback, in their true order.
   session_.Set(CURLOPT_DEBUGDATA, this);
   session_.Set(CURLOPT_DEBUGFUNCTION, &Connection::Listen);
   session_.Set(CURLOPT_VERBOSE, 1L);
@@ -198,7 +199,7 @@ MailResult CurlMailTransport::Connection::Judge() const {
           ? QStringLiteral("The mail server %1 did not confirm the message, which may have been sent").arg(server_.host)
           : Problem();
   result.error = problem + QLatin1String(": ") + Reason();
-  // A shorter one is found in ordinary words, and masking these would tell it.
+  // A short password also occurs in ordinary words, and masking these would reveal it.
   if (server_.password.size() >= kShortestMasked) result.error.replace(server_.password, QStringLiteral("***"));
   return result;
 }
@@ -220,7 +221,7 @@ QString CurlMailTransport::Connection::Problem() const {
   return QStringLiteral("The connection to the mail server %1 broke off").arg(server_.host);
 }
 
-/// The server's own words where it said no, otherwise libcurl's.
+/// The server's own words when it refused, otherwise libcurl's.
 QString CurlMailTransport::Connection::Reason() const {
   const bool saidNo = dialogue_.LastAnswer().startsWith(u'4') || dialogue_.LastAnswer().startsWith(u'5');
   return saidNo ? dialogue_.LastAnswer() : session_.ErrorText(code_);
@@ -245,7 +246,7 @@ bool CurlMailTransport::Connection::Quit(const std::function<void()>& pump) {
     if (pump) pump();
     return true;
   });
-  // libcurl would say QUIT once more when it lets go of the connection.
+  // libcurl would send another QUIT when it closes the connection.
   Cut();
   return dialogue_.QuitCode() == 221;
 }

@@ -10,18 +10,18 @@
 namespace qbx {
 
 struct MailLimits {
-  int connectSeconds = 10;  ///< for the connection to stand
+  int connectSeconds = 10;  ///< to connect
   int replySeconds = 60;    ///< for each answer of the server
   int totalSeconds = 300;   ///< for one message
-  int leaveSeconds = 2;     ///< for the answer to QUIT when a connection is closed
+  int leaveSeconds = 2;     ///< for the answer to QUIT when the connection is closed
 };
 
-/// Certificates are verified against the system's authorities and those of an extra file. The server is given the user
-/// name and the password whenever it offers AUTH. A server that refused a recipient is told QUIT and left without an
-/// answer: libcurl keeps no connection on which something was refused, and would wait for that answer without a pump.
+/// Verifies certificates against the system's authorities and those of an extra file. Sends the user name and the
+/// password whenever the server offers AUTH. After a refused recipient it sends QUIT and does not wait for the answer:
+/// libcurl keeps no connection after a refusal, and would wait without a pump.
 class CurlMailTransport final : public MailTransport {
  public:
-  /// \param authorityFile  path of a PEM file with more certificate authorities; empty: none
+  /// \param authorityFile  path of a PEM file with more certificate authorities; empty for none
   /// \param pump  called about every 50 ms while `Close` waits, so that it can let window events run; may be empty
   explicit CurlMailTransport(QString authorityFile = {}, const MailLimits& limits = {},
                              std::function<void()> pump = {});
@@ -40,7 +40,7 @@ class CurlMailTransport final : public MailTransport {
   QString authorityFile_;
   MailLimits limits_;
   std::function<void()> pump_;
-  std::unique_ptr<Connection> connection_;  ///< null: none is kept
+  std::unique_ptr<Connection> connection_;  ///< null when no connection is kept
 };
 
 }  // namespace qbx

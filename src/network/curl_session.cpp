@@ -50,7 +50,7 @@ void CurlSession::StopReading() {
 }
 
 void CurlSession::TrustAlso(const QString& authorityFile) {
-  // The system's authorities stay in force: libcurl looks them up in their own folder.
+  // The system's authorities still count: libcurl reads them from their own folder.
   if (!authorityFile.isEmpty()) Set(CURLOPT_CAINFO, QFile::encodeName(authorityFile).constData());
 }
 

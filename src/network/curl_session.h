@@ -1,4 +1,4 @@
-// What the HTTP client and the mail transport share of libcurl.
+// What the HTTP client and the mail transport share in using libcurl.
 
 #pragma once
 
@@ -11,8 +11,8 @@
 
 namespace qbx {
 
-/// One easy handle that runs in the foreground and keeps its connection from transfer to transfer. Events can be pumped
-/// twenty times a second while a transfer is under way.
+/// One easy handle. It keeps its connection from transfer to transfer. During a transfer it pumps events twenty times a
+/// second.
 class CurlSession {
  public:
   CurlSession();
@@ -32,21 +32,21 @@ class CurlSession {
     return value;
   }
 
-  /// Trusts the certificate authorities of a PEM file beside the system's.
-  /// \param authorityFile  empty: none
+  /// Trusts the certificate authorities of a PEM file in addition to the system's.
+  /// \param authorityFile  empty for none
   void TrustAlso(const QString& authorityFile);
 
-  /// Runs the transfer that the handle is set up for.
-  /// \param pump  called about every 50 ms; false ends the transfer
+  /// Runs the transfer for which the handle is set up.
+  /// \param pump  called about every 50 ms; returning false ends the transfer
   [[nodiscard]] CURLcode Perform(const std::function<bool()>& pump);
-  /// Whether transfers may make connections or must use the one that is kept.
+  /// Whether transfers may open connections, or must use the kept one.
   void AllowConnecting(bool allow) { mayConnect_ = allow; }
   [[nodiscard]] bool Connected() const { return !sockets_.empty(); }
-  /// Breaks what is connected, so that libcurl takes no leave of a server that has gone or may not answer.
+  /// Breaks the connections, so that libcurl sends no QUIT to a server that is gone or may not answer.
   void CutConnections();
-  /// Lets nothing more come in: what libcurl still waits for ends at once. What it said goes out.
+  /// Stops reading: whatever libcurl still waits for ends at once. What it has sent still goes out.
   void StopReading();
-  /// libcurl's own words for the last failure.
+  /// libcurl's own text for the last failure.
   [[nodiscard]] QString ErrorText(CURLcode code) const;
 
  private:

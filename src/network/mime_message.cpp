@@ -16,7 +16,7 @@ namespace {
 
 constexpr qsizetype kLongestAddress = 320;  // 64 for the mailbox, 255 for the domain
 
-/// An address as headers carry it: the domain in ASCII where it has letters that are not.
+/// An address for a header: a domain with letters beyond ASCII is written in ASCII.
 QByteArray HeaderAddress(const QString& address) {
   const QString trimmed = address.trimmed();
   QByteArray utf8 = trimmed.toUtf8();
@@ -34,7 +34,7 @@ QByteArray TwoDigits(int number) {
   return QByteArray::number(number).rightJustified(2, '0');
 }
 
-/// In English whatever the locale (RFC 5322, 3.3).
+/// In English for every locale (RFC 5322, 3.3).
 QByteArray DateText(const QDateTime& time) {
   static constexpr std::array<const char*, 7> kDays = {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"};
   static constexpr std::array<const char*, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
@@ -68,7 +68,7 @@ bool IsHeaderName(const QByteArray& name) {
          std::all_of(name.begin(), name.end(), [](char c) { return c > 0x20 && c < 0x7F && c != ':'; });
 }
 
-/// \return the first thing that is wrong with a message's headers; empty when nothing is
+/// \return the first fault in a message's headers; empty when there is none
 QString CheckHeaders(const MailMessage& message) {
   QString problem = CheckAddress(message.from.address, true);
   if (problem.isEmpty() && !message.replyTo.isEmpty()) problem = CheckAddress(message.replyTo, false);
@@ -131,7 +131,7 @@ void AddBody(const MailMessage& message, QByteArray* out) {
   AppendQuotedPrintable(message.body, out);
 }
 
-/// The file name as a parameter (RFC 2231): in quotes when it is plain, else percent-encoded UTF-8.
+/// The file name as a parameter (RFC 2231): in quotes when it is plain, otherwise as percent-encoded UTF-8.
 QByteArray FileNameParameter(const QString& name) {
   const QByteArray utf8 = name.toUtf8();
   const bool plain =
@@ -193,7 +193,7 @@ MimeResult MimeWriter::Write(const MailMessage& message) {
   if (message.attachments.empty()) {
     AddBody(message, &out);
   } else {
-    // "=_" can occur neither in quoted-printable nor in base64, so the boundary is in no body.
+    // "=_" occurs neither in quoted-printable nor in base64, so no body holds the boundary.
     problem = AddParts(message, "=_" + token, &out);
   }
   if (!problem.isEmpty()) return {{}, problem};

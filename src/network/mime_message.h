@@ -12,21 +12,21 @@
 namespace qbx {
 
 struct MailAddress {
-  QString name;     ///< display name, may be empty
+  QString name;     ///< the display name, may be empty
   QString address;  ///< without brackets
 };
 
-/// A file that goes with a message: the bytes, or the path of a file to read them from.
+/// A file attached to a message: its bytes, or the path to read them from.
 struct MailAttachment {
-  QString name;  ///< as the recipient sees it; empty: the last part of `path`
+  QString name;  ///< shown to the recipient; empty for the last part of `path`
   QString path;
   QByteArray bytes;  ///< used when `path` is empty
 };
 
-/// What a message says and to whom. Blind copies are not here: they exist in the envelope only.
+/// The content and recipients of a message. Blind copies are only in the envelope.
 struct MailMessage {
   MailAddress from;
-  QString replyTo;  ///< address; empty: no such header
+  QString replyTo;  ///< an address; empty for no such header
   std::vector<MailAddress> to;
   QString subject;
   QString body;                                         ///< lines end in CR, LF or CR LF
@@ -35,20 +35,20 @@ struct MailMessage {
   std::vector<MailAttachment> attachments;
 };
 
-/// A message as bytes, or why there is none. Exactly one of the two is set.
+/// A message as bytes, or why it cannot be made. Exactly one of the two is set.
 struct MimeResult {
-  QByteArray bytes;  ///< CR LF at the end of every line, none longer than 998, those of the body at most 76
+  QByteArray bytes;  ///< each line ends in CR LF and has at most 998 characters, in the body at most 76
   QString error;     ///< one sentence for the user
 };
 
-/// What keeps a message from being written to an address; empty when nothing does.
+/// Why no message can be written to an address; empty when one can.
 [[nodiscard]] QString RecipientProblem(const QString& address);
 
-/// Writes messages one after the other, each with a Message-ID of its own.
+/// Writes messages, each with its own Message-ID.
 ///
-/// Refused: CR, LF or NUL in any header value (a way to smuggle headers in), an extra header whose name is not one, a
-/// sender address without "@", an attachment that cannot be read. Names and subjects that are not ASCII are written as
-/// encoded words; addresses are written as they are.
+/// Refused: CR, LF or NUL in a header value (they would add headers), an invalid name of an extra header, a sender
+/// address without "@", an attachment that cannot be read. Names and subjects that are not ASCII become encoded words;
+/// addresses are written unchanged.
 class MimeWriter {
  public:
   /// \param clock  for the Date header, with the local offset

@@ -15,7 +15,7 @@ bool IsPrintable(char character) {
   return character >= 0x20 && character < 0x7F;
 }
 
-/// What stands in an encoded word as itself, also in a display name.
+/// Whether a character stands for itself in an encoded word, also in a display name.
 bool IsSafeInWord(char character) {
   return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
          (character >= 'a' && character <= 'z') || QByteArrayView("!*+-/").contains(character);
@@ -28,8 +28,7 @@ char* PutHex(char* at, char byte) {
   return at;
 }
 
-/// Plain words that folding and unfolding leave as they are. Very long words are encoded as well, since a line may not
-/// grow without end.
+/// Whether folding and unfolding would change the text, or a word of it is too long for a line.
 bool NeedsEncoding(QByteArrayView text) {
   constexpr qsizetype kLongestWord = 70;
   if (text.contains(QByteArrayView("=?")) || text.contains(QByteArrayView("  "))) return true;
@@ -125,10 +124,10 @@ void HeaderWriter::DisplayName(const QString& name) {
   Words('"' + escaped + '"');
 }
 
-/// Cuts the text between characters, as much into each word as its line has room for.
+/// Cuts the text between characters. Each encoded word takes as much as its line has room for.
 void HeaderWriter::Encoded(const QByteArray& utf8) {
   const bool useQ = QLength(utf8) <= BLength(utf8);
-  constexpr qsizetype kLeastRoom = 16;  // one character of four bytes fits either way
+  constexpr qsizetype kLeastRoom = 16;  // enough for one character of four bytes
   QByteArrayView rest(utf8);
   while (!rest.isEmpty()) {
     qsizetype room = kEncodedLine - column_ - 1 - kEncodedFrame;
@@ -163,10 +162,10 @@ bool BreaksHeader(const QString& value) {
 }
 
 void AppendQuotedPrintable(const QString& body, QByteArray* out) {
-  constexpr qsizetype kLongestLine = 75;  // and "=" where the line goes on
+  constexpr qsizetype kLongestLine = 75;  // and "=" where the line is continued
   const QByteArray utf8 = body.toUtf8();
   const qsizetype start = out->size();
-  // Three characters a byte at most, and a break of three for every 73 of them.
+  // At most three characters a byte, and a break of three for every 73 of them.
   out->resize(start + utf8.size() * 3 + utf8.size() / 8 + 8);
   char* at = out->data() + start;
   char* line = at;
@@ -180,7 +179,7 @@ void AppendQuotedPrintable(const QString& body, QByteArray* out) {
       line = at;
       continue;
     }
-    // A blank at the end of a line would get lost on the way.
+    // A blank at the end of a line would be lost in transport.
     const bool lastOfLine = from + 1 == end || from[1] == '\r' || from[1] == '\n';
     const bool plain = (byte > ' ' && byte < 0x7F && byte != '=') || ((byte == ' ' || byte == '\t') && !lastOfLine);
     if (at - line + (plain ? 1 : 3) > kLongestLine) {

@@ -8,7 +8,7 @@
 
 namespace qbx {
 
-/// Writes one header field behind `out`, folded before it grows over 78 characters.
+/// Appends one header field to `out`, folded before a line exceeds 78 characters.
 ///
 ///   HeaderWriter subject(&bytes, "Subject");
 ///   subject.Text(QStringLiteral("Your service is due"));
@@ -17,13 +17,13 @@ class HeaderWriter {
  public:
   HeaderWriter(QByteArray* out, QByteArrayView name);
 
-  /// Adds words as they are, parted by single blanks; the line breaks between them only.
+  /// Adds words unchanged, separated by single blanks. Lines are broken only between words.
   void Words(QByteArrayView words);
-  /// Adds free text: as it is when it is plain ASCII, else as encoded words (RFC 2047).
+  /// Adds free text: unchanged when it is plain ASCII, otherwise as encoded words (RFC 2047).
   void Text(const QString& text);
-  /// Adds a display name: as it is, in quotes, or as encoded words, whichever it needs.
+  /// Adds a display name: unchanged, in quotes, or as encoded words, whichever it needs.
   void DisplayName(const QString& name);
-  /// Puts characters right behind the last word, such as the comma between two addresses.
+  /// Adds characters right after the last word, such as the comma between two addresses.
   void Append(QByteArrayView characters);
   void End();
 
@@ -35,13 +35,13 @@ class HeaderWriter {
   qsizetype column_;
 };
 
-/// Whether a header value could end its header and begin another one, or is no text at all: it holds CR, LF or NUL.
+/// Whether a value cannot stand in a header: it holds CR, LF or NUL, and could end its header and begin another.
 [[nodiscard]] bool BreaksHeader(const QString& value);
 
-/// Appends a body as UTF-8 in quoted-printable: CR LF at the end of each line, also the last, no line longer than 76.
+/// Appends a body as UTF-8 in quoted-printable. Every line ends in CR LF and has at most 76 characters.
 void AppendQuotedPrintable(const QString& body, QByteArray* out);
 
-/// Appends bytes as base64, CR LF at the end of each line of 76.
+/// Appends bytes as base64 in lines of 76 characters, each ending in CR LF.
 void AppendBase64(const QByteArray& bytes, QByteArray* out);
 
 }  // namespace qbx

@@ -14,7 +14,7 @@ QList<QByteArray> Lines(const QByteArray& text) {
   return lines;
 }
 
-/// A log-in is a line of letters and digits as well, and may begin like a command.
+/// A log-in is also a line of letters and digits, and may begin like a command.
 QByteArray FirstWord(const QByteArray& line) {
   const auto end = std::find_if(line.begin(), line.end(), [](char c) { return c == ' ' || c == ':'; });
   return line.left(end - line.begin()).toUpper();

@@ -1,4 +1,4 @@
-// The time, as something that a test can set.
+// The time, which tests can set.
 
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace qbx {
 
-/// Local date and time. Everything that the program writes, compares or merges as "now" comes from here.
+/// Local date and time. Whatever the program writes, compares or merges as "now" comes from here.
 class Clock {
  public:
   virtual ~Clock() = default;
@@ -14,9 +14,9 @@ class Clock {
   [[nodiscard]] QDate Today() const { return Now().date(); }
 };
 
-/// Settles the time zone of this process where the environment names none. Without it the C library looks whether the
-/// zone's file has changed every time a local time is made. To be called once, first thing in a program; a zone that is
-/// chosen for the computer later is seen by the next start.
+/// Sets the time zone of this process where the environment names none. Otherwise the C library checks the zone's file
+/// at every conversion to local time. To be called once, at the start of a program. A zone that is changed later is
+/// used from the next start.
 void SettleTimeZone();
 
 /// The computer's clock.

@@ -10,21 +10,21 @@ namespace qbx {
 namespace {
 
 constexpr char kTray[] = "media-source";
-constexpr int kConnectsWithin = 5'000;      // milliseconds
-constexpr double kAsksWhetherToStop = 0.1;  // seconds
+constexpr int kConnectTimeout = 5'000;      // milliseconds
+constexpr double kStopCheckInterval = 0.1;  // seconds
 
-/// A connection to the print service, which is given up when it is told to stop.
+/// A connection to the print service. It is given up when `stop` is requested.
 class Service {
  public:
   explicit Service(const std::stop_token& stop) : stop_(stop) {
     http_.reset(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), /*blocking=*/1,
-                             kConnectsWithin, nullptr));
+                             kConnectTimeout, nullptr));
     if (!http_) Fail();
-    httpSetTimeout(http_.get(), kAsksWhetherToStop, &GoesOn, &stop_);
+    httpSetTimeout(http_.get(), kStopCheckInterval, &GoesOn, &stop_);
   }
 
   [[nodiscard]] http_t* Http() const { return http_.get(); }
-  /// \throws PrinterError when the service broke off
+  /// \throws PrinterError when the connection broke
   void CheckAlive() const {
     if (stop_.stop_requested() || httpError(http_.get()) != 0) Fail();
   }
@@ -89,7 +89,7 @@ class Options {
   int count_ = 0;
 };
 
-/// The standard's name of a paper ("iso_a4_210x297mm", PWG 5101.1).
+/// The standard name of a paper ("iso_a4_210x297mm", PWG 5101.1).
 /// \param size  in millimetres
 QString PaperName(const QSizeF& size) {
   if (size.isEmpty()) return {};
@@ -104,7 +104,7 @@ std::vector<Printer> CupsPrinters::List(const std::stop_token& stop) {
   const Service service(stop);
   const Destinations all(service);
   for (const cups_dest_t& printer : all) {
-    if (printer.instance != nullptr) continue;  // a set of options for a printer that is in the list already
+    if (printer.instance != nullptr) continue;  // a second set of options for a printer that is in the list already
     const QString info = Option(printer, "printer-info");
     const QString deviceId = QString::fromUtf8(printer.name);
     printers.push_back({.deviceId = deviceId,
@@ -137,7 +137,8 @@ void CupsPrinters::Print(const QString& deviceId, const PrintJob& job, const std
   Options options;
   options.Add(CUPS_COPIES, QString::number(job.copies));
   options.Add(CUPS_SIDES, QString::fromLatin1(job.bothSides ? CUPS_SIDES_TWO_SIDED_PORTRAIT : CUPS_SIDES_ONE_SIDED));
-  options.Add("print-scaling", QStringLiteral("none"));  // an address has its place in the window of an envelope
+  // Scaling would move the address out of the window of the envelope.
+  options.Add("print-scaling", QStringLiteral("none"));
   if (!job.tray.isEmpty()) options.Add(kTray, job.tray);
   if (const QString paper = PaperName(job.paper); !paper.isEmpty()) options.Add(CUPS_MEDIA, paper);
   const int id = cupsPrintFile2(service.Http(), deviceId.toUtf8().constData(), job.file.toUtf8().constData(),

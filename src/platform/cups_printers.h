@@ -6,7 +6,7 @@
 
 namespace qbx {
 
-/// Asks the print service that CUPS is set up with on this computer.
+/// Asks the print service that this computer's CUPS settings name.
 class CupsPrinters : public Printers {
  public:
   [[nodiscard]] std::vector<Printer> List(const std::stop_token& stop) override;

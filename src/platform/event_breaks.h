@@ -1,4 +1,4 @@
-// Long work on the thread of the windows.
+// Long work on the windows' thread.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace qbx {
 
-/// Lets events run every now and then, so that no window freezes:
+/// Lets events run from time to time, so that no window freezes:
 ///
 ///   EventBreaks breaks(ui);
 ///   for (each of many rows) { ...; breaks.MayPause(); }

@@ -10,7 +10,7 @@ QString WithSlashes(QString name) {
   return name.replace(u'\\', u'/');
 }
 
-/// The entry of that name in one folder; empty when there is none.
+/// The entry of this name in one folder; empty when there is none.
 QString FindEntry(const QDir& folder, const QString& name) {
   if (QFileInfo::exists(folder.filePath(name))) return folder.filePath(name);
   const QStringList entries = folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);

@@ -1,4 +1,4 @@
-// Files that are found by names whose case nobody can rely on.
+// Finding files by name, whatever the case of the name.
 
 #pragma once
 
@@ -7,13 +7,13 @@
 
 namespace qbx {
 
-/// Finds a file or folder below a folder without regard to the case of its name. Names come from a world where "/" and
-/// "\" are alike, and so are "QBX.INI" and "qbx.ini".
-/// \param name  may have folders in front, parted by "/" or "\"; a name in the exact case wins over others
+/// Finds a file or folder below a folder, ignoring the case of its name. The host product's settings were written for a
+/// system where "/" and "\" are alike, and so are "QBX.INI" and "qbx.ini".
+/// \param name  may begin with folders, separated by "/" or "\"; a name in the exact case is preferred
 /// \return the path as it is on this disk; nothing when there is no such file, or `name` is empty
 [[nodiscard]] std::optional<QString> FindFileNoCase(const QString& folder, const QString& name);
 
-/// `FindFileNoCase`, or else the path under which the file would be made: `name` below `folder` with "/" for every "\".
+/// The result of `FindFileNoCase`, or else the path for a new file: `name` below `folder`, with "/" for every "\".
 [[nodiscard]] QString PathNoCase(const QString& folder, const QString& name);
 
 }  // namespace qbx

@@ -6,15 +6,15 @@
 
 namespace qbx {
 
-/// The real one: see system_host_info.h.
+/// The real one is in system_host_info.h.
 class HostInfo {
  public:
   virtual ~HostInfo() = default;
-  /// DNS host name in upper case.
+  /// The DNS host name in upper case.
   [[nodiscard]] virtual QString ComputerName() const = 0;
   [[nodiscard]] virtual qint64 ProcessId() const = 0;
-  /// When that process of this computer was started, in the system's own ticks; 0 when there is no such process. With
-  /// the number it names a process for good, since numbers are used again.
+  /// The start time of a process of this computer, in the system's own ticks; 0 when there is no such process. Process
+  /// numbers are used again, so only number and start time together identify a process.
   [[nodiscard]] virtual qint64 ProcessStart(qint64 processId) const = 0;
 };
 

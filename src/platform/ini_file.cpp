@@ -20,12 +20,12 @@ QString Unquoted(const QString& value) {
   return quoted ? value.mid(1, value.size() - 2) : value;
 }
 
-/// What `Unquoted` and the dropping of blanks turn back into the value.
+/// The text for the file: in quotes where reading would otherwise drop blanks or quotes of the value.
 QString Quoted(const QString& value) {
   return value != value.trimmed() || Unquoted(value) != value ? u'"' + value + u'"' : value;
 }
 
-/// The file's bytes cut into lines, so that what is not changed stays byte for byte as it was.
+/// The file's bytes cut into lines. Lines that are not changed keep all their bytes.
 class IniLines {
  public:
   explicit IniLines(const QByteArray& bytes) : isUtf8_(bytes.isValidUtf8()) {
@@ -64,7 +64,7 @@ class IniLines {
   struct Place {
     qsizetype sectionLine = -1;
     qsizetype keyLine = -1;
-    qsizetype sectionEnd = -1;  ///< the line behind the section's last one that is not blank
+    qsizetype sectionEnd = -1;  ///< the line after the section's last line that is not blank
   };
 
   [[nodiscard]] QString Text(qsizetype index) const {
@@ -137,7 +137,7 @@ bool IniFile::Write(const QString& section, const QString& key, const QString& v
   std::optional<QByteArray> bytes = ReadWholeFile(path_);
   if (!bytes && QFileInfo::exists(path_)) return false;
   if (!bytes) bytes = QByteArray();
-  if (bytes->contains('\0')) return false;  // an encoding of two bytes a character, or no text at all
+  if (bytes->contains('\0')) return false;  // an encoding of two bytes a character, or no text file
   IniLines lines(*bytes);
   if (!lines.SetValue(section, key, value)) return false;
   const QByteArray changed = lines.Bytes();

@@ -6,23 +6,23 @@
 
 namespace qbx {
 
-/// Sections of `key=value` lines. Sections and keys are matched without regard to case, the first that fits counts,
-/// blanks around "=" and around the value are dropped, a value in one pair of quotes loses them. Text is UTF-8, or
+/// Sections of `key=value` lines. Sections and keys are matched without regard to case, and the first match counts.
+/// Blanks around "=" and around the value are dropped. A value in one pair of quotes loses them. Text is UTF-8, or
 /// Windows-1252 when the file is not valid UTF-8.
 ///
-/// Reading opens the file anew each time, since the host product writes it too. Writing changes one line, in the
-/// file's own encoding and with its own line ends, and replaces the file as a whole under a lock; all other lines stay
-/// as they are, byte for byte. No call throws.
+/// Every read opens the file again, because the host product writes it too. A write changes one line, in the file's own
+/// encoding and with its own line ends, and replaces the whole file under a lock. All other bytes stay as they are. No
+/// call throws.
 class IniFile {
  public:
   /// \param path  as it is on the disk; `PathNoCase` finds a file whose name has another case
   explicit IniFile(QString path);
 
-  /// \return the value's first 255 characters; the default when the file, the section or the key is missing or the
-  /// value is empty
+  /// \return the first 255 characters of the value; the default when the file, the section or the key is missing or the
+  ///         value is empty
   [[nodiscard]] QString Read(const QString& section, const QString& key, const QString& defaultValue = {}) const;
-  /// \return false when the file could not be written, or the value has a line break or a character that the file's
-  /// encoding lacks; the file is then as it was
+  /// \return false when the file could not be written, or when the value has a line break or a character that the
+  ///         file's encoding lacks; the file is then unchanged
   bool Write(const QString& section, const QString& key, const QString& value);
   [[nodiscard]] const QString& Path() const { return path_; }
 

@@ -11,8 +11,8 @@
 namespace qbx {
 
 struct Printer {
-  QString deviceId;  ///< the queue's own name
-  QString name;      ///< as people know it
+  QString deviceId;  ///< the name of the print queue
+  QString name;      ///< the name that is shown to people
   QString driver;
   QString port;
   bool isDefault = false;
@@ -20,31 +20,32 @@ struct Printer {
 
 struct PrinterAbilities {
   bool bothSides = false;
-  QStringList trays;  ///< names that a job can ask for; empty: there is no choice
+  QStringList trays;  ///< names that a job can ask for; empty when there is no choice
 };
 
-/// A PDF file for a printer. Its pages are printed as they are.
+/// A PDF file for a printer. Its pages are printed unchanged.
 struct PrintJob {
   QString file;
   QString title;
   int copies = 1;
   bool bothSides = false;
-  QString tray = {};  ///< empty: the printer's own choice
-  QSizeF paper = {};  ///< upright, in millimetres; empty: what the queue is set to
+  QString tray = {};  ///< empty for the printer's default
+  QSizeF paper = {};  ///< upright, in millimetres; empty for the queue's default
 };
 
-/// Why the print service did not do what it was asked.
+/// Why the print service failed.
 struct PrinterError {
-  QString text;  ///< for the user
+  QString text;  ///< shown to the user
 };
 
-/// Calls may take as long as the print service does, come from any thread, and throw PrinterError. One that is told to stop ends soon, with an error.
+/// Calls block as long as the print service does, may come from any thread, and throw PrinterError. A call whose `stop`
+/// is requested soon ends with an error.
 class Printers {
  public:
   virtual ~Printers() = default;
   [[nodiscard]] virtual std::vector<Printer> List(const std::stop_token& stop) = 0;
   [[nodiscard]] virtual PrinterAbilities AbilitiesOf(const QString& deviceId, const std::stop_token& stop) = 0;
-  /// Returns when the job stands in the printer's queue, which says nothing of paper.
+  /// Returns when the job is in the printer's queue. Whether paper came out is unknown.
   virtual void Print(const QString& deviceId, const PrintJob& job, const std::stop_token& stop) = 0;
 };
 

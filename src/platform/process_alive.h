@@ -6,8 +6,8 @@
 
 namespace qbx {
 
-/// Whether a process of this computer that wrote down its number and start runs beside the one that asks. The asking process itself counts as gone:
-/// what bears its own number it left behind in an earlier life.
+/// Whether another process of this computer, which wrote down its number and start, still runs. The calling process
+/// counts as gone: what bears its own number was left by an earlier process with the same number.
 [[nodiscard]] inline bool RunsBeside(const HostInfo& host, qint64 process, qint64 start) {
   const qint64 running = host.ProcessStart(process);
   return process != host.ProcessId() && running != 0 && running == start;

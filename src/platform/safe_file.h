@@ -8,8 +8,8 @@
 
 namespace qbx {
 
-/// Holds a lock file against other processes for as long as it lives. The lock goes with its process, however that
-/// ends; the file itself stays, empty.
+/// Holds a lock file against other processes as long as it lives. The system releases the lock when the process ends,
+/// even by a crash. The empty file stays.
 class FileLock {
  public:
   /// Waits for the lock.
@@ -26,17 +26,16 @@ class FileLock {
   int descriptor_ = -1;
 };
 
-/// \return the file's bytes, nothing when it cannot be read
+/// \return the file's bytes; nothing when it cannot be read
 [[nodiscard]] std::optional<QByteArray> ReadWholeFile(const QString& path);
 
-/// Replaces a file as a whole: written to a temporary name beside it, then renamed. A failure leaves the file as it
-/// was.
+/// Replaces a whole file: writes a temporary file beside it, then renames that. A failure leaves the file unchanged.
 /// \return what went wrong; empty when it worked
 [[nodiscard]] QString ReplaceFile(const QString& path, const QByteArray& bytes);
 
-/// Why the name of a file may not be given to a new file: a device, a pipe or a socket has it, which a rename would destroy. A folder is
-/// left to those who open the file.
-/// \return the reason; empty when nothing is wrong
+/// Why a new file may not have this name: a device, a pipe or a socket has it, and the rename would destroy that. A
+/// folder of this name is no problem here; opening it fails.
+/// \return the reason; empty when there is none
 [[nodiscard]] QString NameProblem(const QString& path);
 
 }  // namespace qbx

@@ -1,4 +1,4 @@
-// The system's services, as far as the database server's own service is concerned.
+// The system's services, as far as the service of the database server needs them.
 
 #pragma once
 
@@ -19,17 +19,16 @@ enum class ServiceState {
 
 enum class ServiceAction { kStart = 0, kStop = 1, kPause = 2, kContinue = 3 };
 
-/// The service manager of this computer. `database` reports through it and words the results; see service_control.h in
-/// diagnostics.
+/// The service manager of this computer. `diagnostics/service_control.h` calls it and words the results.
 class ServiceManager {
  public:
   virtual ~ServiceManager() = default;
 
-  /// Whether the manager itself can be asked at all.
+  /// Whether the manager can be reached.
   [[nodiscard]] virtual bool Available() = 0;
-  /// \return true or false, nothing when the question could not be asked (`error` says why)
+  /// \return true or false; nothing when the manager could not be asked (`error` then says why)
   [[nodiscard]] virtual bool Exists(const QString& service) = 0;
-  /// The second way to ask: by listing all services. Used when the manager cannot be opened.
+  /// Looks for the service in the list of all services. Used when the manager cannot be opened.
   [[nodiscard]] virtual std::optional<bool> FindByListing(const QString& service, QString* error) = 0;
   /// Sends the request without waiting for its effect.
   [[nodiscard]] virtual bool Request(const QString& service, ServiceAction action) = 0;

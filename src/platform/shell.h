@@ -10,9 +10,9 @@ class Shell {
  public:
   virtual ~Shell() = default;
   /// Opens an address or a document with the system's default program.
-  /// \return true when the system took it
+  /// \return whether the system accepted it
   virtual bool Open(const QString& target) = 0;
-  /// Runs a command without a window and waits for its end.
+  /// Runs a command without a window and waits until it ends.
   virtual bool RunHidden(const QString& command) = 0;
 };
 

@@ -20,10 +20,10 @@ qint64 SystemHostInfo::ProcessId() const {
 }
 
 qint64 SystemHostInfo::ProcessStart(qint64 processId) const {
-  constexpr qsizetype kStartTime = 19;  // counted from the field behind the program's name
+  constexpr qsizetype kStartTime = 19;  // counted from the field after the program's name
   const std::optional<QByteArray> status = ReadWholeFile(QStringLiteral("/proc/%1/stat").arg(processId));
   if (!status) return 0;
-  // The program's name stands in brackets and may hold blanks and brackets itself.
+  // The program's name is in brackets and may itself hold blanks and brackets.
   const QList<QByteArray> fields = status->mid(status->lastIndexOf(')') + 2).split(' ');
   return fields.value(kStartTime).toLongLong();
 }

@@ -25,7 +25,7 @@ bool SystemShell::RunHidden(const QString& command) {
   process.setStandardInputFile(QProcess::nullDevice());
   process.setStandardOutputFile(QProcess::nullDevice());
   process.setStandardErrorFile(QProcess::nullDevice());
-  // A group of its own, so that what the shell has started can be ended with it.
+  // In a process group of its own, so that the processes which the shell starts can be ended with it.
   process.setChildProcessModifier([] { ::setpgid(0, 0); });
   process.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), command});
   if (!process.waitForStarted(timeout_)) return false;

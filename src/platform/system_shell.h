@@ -13,13 +13,13 @@ namespace qbx {
 
 class SystemShell final : public Shell {
  public:
-  /// \param timeout  of a hidden command, in milliseconds; it is ended then
+  /// \param timeout  for a hidden command, in milliseconds; a command that takes longer is ended
   explicit SystemShell(int timeout = 30000) : timeout_(timeout) {}
 
-  /// Hands the target to xdg-open, as it stands, without waiting.
+  /// Passes the target to xdg-open unchanged and does not wait.
   bool Open(const QString& target) override;
-  /// Runs the command with /bin/sh; its input is empty and its output is dropped.
-  /// \return true when it ended in time with the exit code 0
+  /// Runs the command with /bin/sh, with an empty input. The output is dropped.
+  /// \return whether it ended in time with the exit code 0
   bool RunHidden(const QString& command) override;
 
  private:

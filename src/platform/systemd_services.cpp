@@ -13,7 +13,7 @@ namespace qbx {
 namespace {
 
 constexpr int kCallTimeout = 10000;      // milliseconds
-constexpr int kRequestTimeout = 120000;  // leaves time to type a password that the system may ask for
+constexpr int kRequestTimeout = 120000;  // leaves time to type the password that the system may ask for
 constexpr QLatin1String kService("org.freedesktop.systemd1");
 
 QString WithSuffix(const QString& unit) {
@@ -28,7 +28,7 @@ ServiceState StateOf(const QString& activeState) {
   return isActive ? ServiceState::kRunning : ServiceState::kStopped;
 }
 
-/// Whether a unit comes from a unit file: the file of its own name, or that of its template ("name@.service" for
+/// Whether the unit file of a unit is `file`: the file of its own name, or that of its template ("name@.service" for
 /// "name@x.service").
 bool ComesFrom(const QString& unit, const QString& file) {
   const qsizetype at = unit.indexOf(u'@');
@@ -37,7 +37,7 @@ bool ComesFrom(const QString& unit, const QString& file) {
 
 }  // namespace
 
-/// A connection to the bus of its own, and systemd's manager object on it.
+/// A private connection to the bus, and systemd's manager object on it.
 class SystemdServices::Bus {
  public:
   Bus()
@@ -59,7 +59,7 @@ class SystemdServices::Bus {
     return connection_.call(call, QDBus::Block, timeout);
   }
 
-  /// \return a property of a unit, loaded for that when it is not; nothing when systemd does not answer
+  /// \return a property of a unit, which is loaded for this if necessary; nothing when systemd does not answer
   [[nodiscard]] std::optional<QString> UnitProperty(const QString& unit, const QString& property) const {
     const QDBusMessage loaded = CallManager(QStringLiteral("LoadUnit"), {unit}, kCallTimeout);
     if (loaded.type() != QDBusMessage::ReplyMessage || loaded.arguments().isEmpty()) return std::nullopt;
@@ -121,7 +121,7 @@ std::optional<bool> SystemdServices::FindByListing(const QString& service, QStri
 
 bool SystemdServices::Request(const QString& service, ServiceAction action) {
   if (action == ServiceAction::kPause || action == ServiceAction::kContinue || !Exists(service)) return false;
-  // systemd takes a request that changes nothing; a manager of services is expected to refuse it.
+  // systemd accepts a request that changes nothing; a service manager must refuse it.
   const bool stopped = State(service) == ServiceState::kStopped;
   if (stopped != (action == ServiceAction::kStart)) return false;
   const QString method = action == ServiceAction::kStart ? QStringLiteral("StartUnit") : QStringLiteral("StopUnit");

@@ -1,4 +1,4 @@
-// The services of a Linux computer.
+// Services of a Linux computer.
 
 #pragma once
 
@@ -10,14 +10,15 @@
 
 namespace qbx {
 
-/// Asks systemd over the system bus (or the bus named in DBUS_SYSTEM_BUS_ADDRESS). Starting what runs and stopping what
-/// is stopped is refused, as is every pause: units cannot be paused.
+/// Asks systemd over the system bus (or the bus named in DBUS_SYSTEM_BUS_ADDRESS). It refuses to start a running
+/// service, to stop a stopped one, and to pause any: units cannot be paused.
 class SystemdServices final : public ServiceManager {
  public:
-  /// Gives the unit for a service's name: "MSSQL$GARAGE" cannot be one. Empty: there is no such service.
+  /// Gives the unit of a service. A name such as "MSSQL$GARAGE" cannot be a unit's. Empty when there is no such
+  /// service.
   using UnitOf = std::function<QString(const QString& service)>;
 
-  /// The bus is connected to when it is first needed, which is seldom; when that fails, `Available` is false.
+  /// The bus is connected at the first call. If that fails, `Available` is false.
   explicit SystemdServices(UnitOf unitOf);
   ~SystemdServices() override;
   SystemdServices(const SystemdServices&) = delete;
@@ -35,7 +36,7 @@ class SystemdServices final : public ServiceManager {
   [[nodiscard]] Bus& TheBus();
 
   UnitOf unitOf_;
-  std::unique_ptr<Bus> bus_;  ///< null: not needed yet
+  std::unique_ptr<Bus> bus_;  ///< null until the first call
 };
 
 }  // namespace qbx

@@ -14,8 +14,8 @@ enum class MessageButtons { kOk, kYesNo, kYesNoCancel, kAbortRetryIgnore };
 
 enum class MessageAnswer { kOk, kYes, kNo, kCancel, kAbort, kRetry, kIgnore };
 
-/// The questions of the program that can be answered without a person: a headless run has a flag for each. Messages
-/// that only inform, and questions that only windows ask, carry `kOther`.
+/// The questions that can be answered without a person; a headless run has a flag for each. Messages that only inform,
+/// and questions that only windows ask, have `kOther`.
 enum class Question {
   kOther,
   kBringDatabaseOnline,
@@ -33,8 +33,8 @@ enum class Question {
   kLettersInDoubt,
 };
 
-/// Why something is refused, as far as a script has to tell reasons apart. The headless runner gives each a code (`ErrorCodes`); to windows they
-/// mean nothing. Everything else carries `kOther`.
+/// Why something is refused, for scripts that must tell reasons apart. The headless runner gives each a code
+/// (`ErrorCodes`). Windows ignore it. Everything else has `kOther`.
 enum class Reason {
   kOther,
   kUsage,
@@ -68,18 +68,18 @@ enum class Reason {
   kInterrupted,
 };
 
-/// One message box. Line breaks are carriage returns ("\r"); an interface turns them into what it shows.
+/// One message box. Line breaks are carriage returns ("\r"); each interface converts them.
 struct Message {
   QString text;
   MessageIcon icon = MessageIcon::kNone;
   MessageButtons buttons = MessageButtons::kOk;
-  QString title = {};  ///< empty: the application title
+  QString title = {};  ///< empty for the application title
   Question question = Question::kOther;
-  MessageAnswer defaultAnswer = MessageAnswer::kYes;  ///< of a question; kOk for a message with one button
+  MessageAnswer defaultAnswer = MessageAnswer::kYes;  ///< for a question; kOk for a message with one button
   Reason reason = Reason::kOther;
 };
 
-/// The answer that does the least, for a box that is not shown.
+/// The answer that does the least, used when a box is not shown.
 [[nodiscard]] inline MessageAnswer SafeAnswer(MessageButtons buttons) {
   switch (buttons) {
     case MessageButtons::kOk:
@@ -102,22 +102,22 @@ struct InputRequest {
   bool masked = false;  ///< shows "*" for every character
 };
 
-/// What the status box shows. Made by `StatusBox`, which knows the rules.
+/// What the status box shows. Made by `StatusBox`.
 struct StatusView {
   QString message;
   bool showCancel = false;
   bool highlighted = false;  ///< blue on white instead of the normal colours
 };
 
-/// The one door from logic to the user. There are three of them: windows, the terminal (headless), and the scripted one
-/// of the tests.
+/// The only way from logic to the user. There are three implementations: windows, the terminal (headless), and the
+/// scripted one of the tests.
 ///
 /// All calls come from one thread and return when they are answered. No call throws.
 class UserInterface {
  public:
   virtual ~UserInterface() = default;
 
-  /// Title of message boxes that name none, "QBX Marketing & Reporting Module" once start-up has settled it.
+  /// Sets the title of message boxes that name none; start-up sets it to "QBX Marketing & Reporting Module".
   virtual void SetApplicationTitle(const QString& title) = 0;
   [[nodiscard]] virtual QString ApplicationTitle() const = 0;
 
@@ -134,23 +134,22 @@ class UserInterface {
   /// Whether Cancel was pressed since the last ShowStatusBox.
   [[nodiscard]] virtual bool StatusCancelled() const = 0;
 
-  /// Hourglass pointer on or off.
+  /// Shows or removes the hourglass pointer.
   virtual void SetBusy(bool busy) = 0;
 
   /// Lets waiting window events run (repaint, Cancel, Pause).
   virtual void PumpEvents() = 0;
 
-  /// A wait that exists for the eye only. Windows wait and pump events; a headless run returns at once.
+  /// A wait only for the eye. Windows wait and pump events; a headless run returns at once.
   /// \param milliseconds  at least 0
   virtual void Pause(int milliseconds) = 0;
 
-  /// A wait for something outside the program, such as a service that starts: it takes its time with every interface,
-  /// and pumps events.
+  /// A wait for something outside the program, such as a service that starts. Every interface waits and pumps events.
   /// \param milliseconds  at least 0
   virtual void Wait(int milliseconds) { Pause(milliseconds); }
 
-  /// The user chose to end the program. From here on nothing is shown: boxes get the answer that does the least. Windows close, a headless run stops,
-  /// both once the command under way has ended.
+  /// Called when the user chose to end the program. From now on nothing is shown: boxes get the answer that does the
+  /// least. When the current command has ended, windows close and a headless run stops.
   virtual void RequestQuit() = 0;
   [[nodiscard]] virtual bool QuitRequested() const = 0;
 };

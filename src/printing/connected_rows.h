@@ -1,4 +1,4 @@
-// Reports on the shared connection.
+// Reading reports over the shared connection.
 
 #pragma once
 
@@ -13,13 +13,13 @@ namespace qbx {
 /// Thrown when the user cancels the reading of rows.
 struct ReportCancelled {};
 
-/// Reads the rows of reports over the shared connection, on the database thread while events are let through.
+/// Reads the rows of reports over the shared connection, on the database thread, while events are pumped.
 class ConnectedRows : public ReportDatabase {
  public:
   ConnectedRows(Connection& connection, Diagnostics diagnostics) : connection_(connection), diagnostics_(diagnostics) {}
 
-  /// Reading that takes a while shows the status box with its Cancel button.
-  /// \throws ReportCancelled besides
+  /// Longer reading shows the status box with its Cancel button.
+  /// \throws ReportCancelled as well
   [[nodiscard]] std::unique_ptr<ReportRows> Read(const QString& statement) override;
   /// Whether the database answers.
   [[nodiscard]] bool TestConnectivity();

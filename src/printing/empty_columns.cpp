@@ -17,10 +17,10 @@ bool HoldsNothing(const Value& value) {
   return value.ToText().trimmed().isEmpty();
 }
 
-/// Looks at the rows of the report when it begins to lay out, and gives it none.
-class LookedAt final : public ReportDatabase {
+/// Inspects the rows of the report when the pager asks for them, and gives the pager none.
+class ColumnInspector final : public ReportDatabase {
  public:
-  LookedAt(const Report& report, ReportDatabase& database) : report_(report), database_(database) {}
+  ColumnInspector(const Report& report, ReportDatabase& database) : report_(report), database_(database) {}
   std::unique_ptr<ReportRows> Read(const QString& statement) override {
     empty = EmptyColumns(report_, *database_.Read(statement));
     return SpoolRows(nullptr);
@@ -51,9 +51,9 @@ QSet<QString> EmptyColumns(const Report& report, ReportRows& rows) {
 
 QSet<QString> EmptyColumns(const Report& report, ReportDatabase& database) {
   if (MarkedColumns(report).isEmpty()) return {};
-  LookedAt lookedAt(report, database);
-  static_cast<void>(report.LayOut(lookedAt));
-  return lookedAt.empty;
+  ColumnInspector inspector(report, database);
+  static_cast<void>(report.LayOut(inspector));
+  return inspector.empty;
 }
 
 }  // namespace qbx

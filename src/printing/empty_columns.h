@@ -1,4 +1,4 @@
-// Columns of a list in which nothing stands.
+// The empty columns of a list.
 
 #pragma once
 
@@ -9,11 +9,12 @@
 
 namespace qbx {
 
-/// The marked columns of a list that hold nothing in any of these rows, in lower case. None when there is no row. Rows are read up to the one with which every
-/// column was seen to hold something.
+/// The marked columns of a list that are empty in all of these rows, in lower case. None when there is no row. Reading
+/// stops when no column can be empty any more.
 [[nodiscard]] QSet<QString> EmptyColumns(const Report& report, ReportRows& rows);
 
-/// The same of the rows that the report reads. They are read once more than the report does, unless it marks no column.
+/// The empty columns in the rows that the report reads. The rows are read one extra time, unless the report marks no
+/// column.
 /// \throws ReportError, DatabaseError
 [[nodiscard]] QSet<QString> EmptyColumns(const Report& report, ReportDatabase& database);
 

@@ -9,15 +9,15 @@ namespace qbx {
 
 namespace {
 
-/// Remembers which documents went by.
-PageProgress Remembering(TakenOut& taken, const std::function<bool()>& goesOn) {
+/// Records which documents were written.
+PageProgress RecordingDocuments(TakenOut& taken, const std::function<bool()>& goesOn) {
   return [&taken, &goesOn](const ReportPage& page) {
     taken.Add(page);
     return goesOn();
   };
 }
 
-/// Takes out the documents of which a page was left out.
+/// Removes the documents of which a page was left out.
 void KeepWhole(TakenOut& taken, ReportPages& pages, const PageRange& range) {
   for (int number = 1; number <= pages.Count(); ++number)
     if (const ReportPage page = pages.At(number); !range.Holds(page)) taken.Remove(page);
@@ -36,7 +36,7 @@ TakenOut PrintPages(const ReportRun& run, ReportPages& pages, PrintService& serv
                   .paper = choice.paper,
                   .goesOn = goesOn,
                   .wholeSheets = choice.bothSides},
-                 Remembering(taken, goesOn)))
+                 RecordingDocuments(taken, goesOn)))
     return {};
   service.Print(choice.printer, {.file = file,
                                  .title = run.caption,
@@ -57,7 +57,7 @@ TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path
     if (beforePlaced) beforePlaced(taken);
   };
   if (!ExportPdf(run.report, pages, path, {.title = run.caption, .goesOn = goesOn, .beforePlaced = whole},
-                 Remembering(taken, goesOn)))
+                 RecordingDocuments(taken, goesOn)))
     return {};
   return taken;
 }

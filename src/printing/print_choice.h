@@ -1,4 +1,4 @@
-// What the user chose to print, and the printing of it.
+// What the user chose to print, and printing it.
 
 #pragma once
 
@@ -10,7 +10,7 @@
 
 namespace qbx {
 
-/// A printer and what of a report it prints.
+/// A printer, and which part of a report it prints.
 struct PrintChoice {
   Printer printer;
   int copies = 1;
@@ -20,28 +20,30 @@ struct PrintChoice {
   QString tray = {};
 };
 
-/// Puts the chosen pages into a file and that into the queue of the printer.
-/// \param goesOn  asked between pages; false stops it
-/// \return what was handed over; nothing when it was stopped. A document counts when all its pages were.
-/// \throws ReportError when a page cannot be made or the printer does not take the file
+/// Writes the chosen pages to a file and puts it into the printer's queue.
+/// \param goesOn  asked between pages; false stops
+/// \return what was put into the queue; nothing when it was stopped. A document counts when all its pages were.
+/// \throws ReportError when a page cannot be made or the printer does not accept the file
 [[nodiscard]] TakenOut PrintPages(const ReportRun& run, ReportPages& pages, PrintService& service,
                                   const PrintChoice& choice, const std::function<bool()>& goesOn);
 
 /// Writes all pages to a PDF file.
-/// \param beforePlaced  told when they are written, right before the file takes its place; what it throws leaves the file as it was
+/// \param beforePlaced  called when the pages are written, right before the file is renamed; an exception leaves the
+///                      old file in place
 /// \return what was written
 /// \throws ReportError
 [[nodiscard]] TakenOut SavePages(const ReportRun& run, ReportPages& pages, const QString& path,
                                  const std::function<bool()>& goesOn,
                                  const std::function<void(const TakenOut& all)>& beforePlaced = {});
 
-/// The printer that is taken without asking.
+/// The printer that is used without asking.
 /// \return nothing when the user pressed Cancel
 /// \throws PlainReportError when there is none
 [[nodiscard]] std::optional<Printer> DefaultPrinter(PrintService& service, const QString& ofUser);
 
-/// The printer that is chosen at first: that of the user's option when there is such a one, else the system's default, else the first.
-/// \return its place in the list, -1 when the list is empty
+/// The printer that is selected at first: that of the user's option if it exists, else the system's default, else the
+/// first.
+/// \return its index in the list, -1 when the list is empty
 [[nodiscard]] int FirstChoice(const std::vector<Printer>& printers, const QString& ofUser);
 
 }  // namespace qbx

@@ -10,7 +10,7 @@ namespace qbx {
 
 namespace {
 
-/// The number of an error that no provider numbered.
+/// The number for an error without a provider's number.
 constexpr int kReportFailed = 1;
 
 constexpr char kOpening[] = "Generating the report";
@@ -28,7 +28,7 @@ QString DetailsOf(const QString& reportName, const ReportRunValues& values) {
   return details;
 }
 
-/// The part behind the last folder, without ".rpt".
+/// The part after the last folder, without ".rpt".
 QString NameOfReport(const QString& path) {
   const QString file = path.mid(std::max(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/')) + 1);
   return file.endsWith(QLatin1String(".rpt"), Qt::CaseInsensitive) ? ReportFileTitle(file) : file;
@@ -73,7 +73,7 @@ void ReportPrinter::TakeValues(const QString& path, ReportMode mode, const Repor
                          DetailsOf(state.reportName, values));
 }
 
-/// Opens the definition and connects it.
+/// Opens the definition and connects its tables.
 /// \return false when the run is to end
 bool ReportPrinter::InitialiseReport(const QString& path) {
   if (!QFileInfo::exists(path)) Say(QStringLiteral("File not found: %1").arg(path));
@@ -94,7 +94,7 @@ bool ReportPrinter::InitialiseReport(const QString& path) {
   return true;
 }
 
-/// All tables are read over the one connection to the host's database, so each is logged on as that is.
+/// All tables are read over the connection to the host's database, so each is logged on as that connection is.
 void ReportPrinter::ConnectTables(const QString& path) {
   ConnectedRows database(parts_.connection, parts_.diagnostics);
   const ConnectionTarget target = parts_.connection.Target();
@@ -168,7 +168,7 @@ void ReportPrinter::WritePdfFile(ConnectedRows& database) {
   if (ExportPdf(*report_, std::move(pager), state.pdfFileName, choices, progress)) outcome_ = ReportOutcome::kOut;
 }
 
-/// Runs a step, again when the user wants it.
+/// Runs a step, and repeats it when the user wants that.
 /// \return false when the user ends the run
 bool ReportPrinter::Step(const std::function<void()>& step) {
   for (bool repeat = true; repeat;) {

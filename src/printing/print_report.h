@@ -1,4 +1,4 @@
-// Running a report: opened, connected, filled, then shown, printed or written to a PDF file.
+// Running a report: it is opened, connected and filled, then shown, printed or written to a PDF file.
 
 #pragma once
 
@@ -22,25 +22,26 @@ namespace qbx {
 
 enum class ReportMode { kPreview = 0, kPrint = 1, kPdf = 2 };
 
-/// Told how a report fares while its window is open. Does nothing by itself.
+/// Follows a report while its window is open. The base class does nothing.
 class ReportFollower {
  public:
   virtual ~ReportFollower() = default;
-  /// A PDF file is complete and takes its place next. What this throws leaves the file as it was, `ReportCancelled` without a word to the user.
-  /// \param taken  all that stands in it
+  /// Called when a PDF file is complete, right before it is renamed. An exception leaves the old file in place;
+  /// `ReportCancelled` is not reported to the user.
+  /// \param taken  everything in the file
   virtual void AboutToAppear(const TakenOut& taken, const QString& file) {
     static_cast<void>(taken);
     static_cast<void>(file);
   }
-  /// Something was printed or saved.
-  /// \param taken  all that was until now
+  /// Called when something was printed or saved.
+  /// \param taken  everything that was printed or saved so far
   virtual void TookOut(const TakenOut& taken) { static_cast<void>(taken); }
-  /// Asked before something is printed or saved, and now and then in between.
-  /// \return false when nothing more may come out; the user was told why
+  /// Asked before and, from time to time, while something is printed or saved.
+  /// \return false to forbid it; the user was told why
   [[nodiscard]] virtual bool MayGoOn() { return true; }
 };
 
-/// A report that is ready to be looked at or printed.
+/// A report that is ready to be shown or printed.
 struct ReportRun {
   const Report& report;
   ReportDatabase& database;
@@ -48,38 +49,38 @@ struct ReportRun {
   QString reportName;
   int recordType = 0;
   bool landscape = false;
-  QString printer;  ///< the user's printer for reports; empty: the system's default
+  QString printer;  ///< the user's printer for reports; empty for the system's default
   ReportFollower& follower;
 };
 
-/// What has become of a report.
+/// The result of running a report.
 enum class ReportOutcome {
-  kFailed,    ///< it did not come out; the user was told why
-  kLookedAt,  ///< its preview was closed, and it was neither printed nor saved
-  kOut,       ///< it was printed, or written to a file
+  kFailed,    ///< nothing was printed or saved; the user was told why
+  kLookedAt,  ///< its preview was closed without printing or saving
+  kOut,       ///< it was printed or saved
 };
 
-/// Where reports go that do not go to a file: windows, and the system's printers.
+/// Where reports go when not to a file: to windows and to the system's printers.
 class ReportOutlet {
  public:
   virtual ~ReportOutlet() = default;
   /// Shows the report until the user closes it.
-  /// \return what was printed or saved from there
+  /// \return what was printed or saved meanwhile
   virtual TakenOut Preview(const ReportRun& run) = 0;
-  /// \param prompt  asks for printer, copies and pages first
+  /// \param prompt  whether to ask for printer, copies and pages first
   /// \return what was printed
   /// \throws ReportError
   virtual TakenOut Print(const ReportRun& run, bool prompt) = 0;
 };
 
-/// Of a program that has neither windows nor printers.
+/// For a program that has neither windows nor printers.
 class NoOutlet final : public ReportOutlet {
  public:
   TakenOut Preview(const ReportRun&) override { return {}; }
   TakenOut Print(const ReportRun&, bool) override { return {}; }
 };
 
-/// What running a report works with. References only.
+/// What running a report works with, by reference.
 struct ReportPrinterParts {
   const StartupValues& startup;
   const Options& options;
@@ -91,30 +92,30 @@ struct ReportPrinterParts {
   ReportOutlet& outlet;
 };
 
-/// One report at a time, from its definition to where it comes out. All outcomes are shown to the user.
+/// Runs one report at a time, from its definition to its output. Every outcome is shown to the user.
 class ReportPrinter {
  public:
   explicit ReportPrinter(const ReportPrinterParts& parts) : parts_(parts) {}
 
-  /// The state that goes on from run to run; a caller sets the PDF file name and the filter before a run.
+  /// The state that is kept from run to run. A caller sets the PDF file name and the filter before a run.
   ReportState state;
 
-  /// \param prompt  of kPrint: whether the print dialog is shown first
+  /// \param prompt  for kPrint: whether the print dialog is shown first
   ReportOutcome PrintReport(const QString& path, ReportMode mode, bool prompt, const ReportRunValues& values);
 
   /// What the last run printed or saved.
   [[nodiscard]] const TakenOut& Taken() const { return taken_; }
 
-  // What is set below holds for the next run alone.
+  // The following settings hold only for the next run.
 
-  /// Told of each page that is written to a PDF; returns false to stop.
+  /// Sets a function that is called for each page written to a PDF; returning false stops.
   void OnPage(PageProgress told) { onPage_ = std::move(told); }
-  /// Told how the report fares.
+  /// Sets who follows the report.
   void Follow(ReportFollower& follower) { follower_ = &follower; }
   /// Writes only these pages to a PDF.
   void TakePages(const PageRange& range) { range_ = range; }
-  /// Gives the rows of the next run, and which of their columns a list leaves out; its table is not read then.
-  /// \param of  their campaign, which may not be the current one any more
+  /// Gives the rows of the next run instead of its table, and the columns that a list leaves out.
+  /// \param of  the campaign of the rows, which may no longer be the current one
   void FeedNextRun(Recordset rows, QSet<QString> hiddenColumns, CurrentCampaign of);
 
  private:

@@ -12,8 +12,8 @@ namespace {
 
 using std::chrono::seconds;
 
-constexpr seconds kAnswersWithin(20);
-constexpr seconds kTakesWithin(180);  // thousands of letters are some ten megabytes
+constexpr seconds kAnswerTimeout(20);
+constexpr seconds kPrintTimeout(180);  // a file of thousands of letters has some ten megabytes
 
 struct NoAnswer : PlainReportError {};
 
@@ -44,26 +44,26 @@ std::optional<Answer> PrintService::Ask(const QString& text, seconds limit,
 }
 
 std::optional<std::vector<Printer>> PrintService::List() {
-  return Ask<std::vector<Printer>>(QStringLiteral("Looking for printers"), kAnswersWithin,
+  return Ask<std::vector<Printer>>(QStringLiteral("Looking for printers"), kAnswerTimeout,
                                    [this](const std::stop_token& stop) { return printers_.List(stop); });
 }
 
 std::optional<PrinterAbilities> PrintService::AbilitiesOf(const QString& deviceId) {
   return Ask<PrinterAbilities>(
-      QStringLiteral("Asking the printer what it can do"), kAnswersWithin,
+      QStringLiteral("Asking the printer what it can do"), kAnswerTimeout,
       [this, deviceId](const std::stop_token& stop) { return printers_.AbilitiesOf(deviceId, stop); });
 }
 
 void PrintService::Print(const Printer& printer, const PrintJob& job) {
   try {
-    if (Ask<bool>(QStringLiteral("Handing the report to the printer"), kTakesWithin,
+    if (Ask<bool>(QStringLiteral("Handing the report to the printer"), kPrintTimeout,
                   [this, deviceId = printer.deviceId, job](const std::stop_token& stop) {
                     printers_.Print(deviceId, job, stop);
                     return true;
                   }))
       return;
   } catch (const NoAnswer&) {
-    // as if it had been cancelled
+    // Treated like a cancelled call.
   } catch (const PlainReportError& error) {
     throw PlainReportError{
         {QStringLiteral("The printer \"%1\" did not take the report: %2").arg(printer.name, error.text)}};

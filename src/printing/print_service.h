@@ -1,4 +1,4 @@
-// The printers of the system, asked without holding up the window.
+// The printers of the system, called without blocking the window.
 
 #pragma once
 
@@ -13,8 +13,9 @@
 
 namespace qbx {
 
-/// Each call runs on a thread of its own while events are let through. One that takes a while shows the status box with its Cancel button, and one that takes
-/// too long is given up. What is given up is told so and ends by itself; at the latest this object waits for it.
+/// Each call runs on its own thread while events are pumped. A longer call shows the status box with its Cancel button;
+/// one that takes too long is given up. A call that was given up is told to stop and ends by itself; the destructor
+/// waits for it.
 class PrintService {
  public:
   PrintService(Printers& printers, const Diagnostics& diagnostics) : printers_(printers), diagnostics_(diagnostics) {}
@@ -26,7 +27,7 @@ class PrintService {
   /// \throws PlainReportError
   [[nodiscard]] std::optional<PrinterAbilities> AbilitiesOf(const QString& deviceId);
   /// Puts a file into the queue of a printer.
-  /// \throws PlainReportError, also when the user pressed Cancel: the printer may have it all the same
+  /// \throws PlainReportError, also when the user pressed Cancel; the printer may have the file then
   void Print(const Printer& printer, const PrintJob& job);
 
  private:

@@ -10,12 +10,12 @@ namespace qbx {
 
 namespace {
 
-/// A text as a formula: in double quotes, those inside it doubled.
+/// A text as a formula: in double quotes, with the double quotes inside it doubled.
 QString Quoted(QString text) {
   return u'"' + text.replace(u'"', QLatin1String("\"\"")) + u'"';
 }
 
-/// The same of a text with several lines.
+/// A text of several lines as a formula.
 QString QuotedLines(QString text) {
   return u'"' + EscapeFormulaText(text.replace(u'"', QLatin1String("\"\""))) + u'"';
 }
@@ -31,7 +31,7 @@ QString EditionCode(const EditionFlags& edition) {
   return edition.commercialVehicle ? QStringLiteral("WE") : QStringLiteral("KO");
 }
 
-/// The first day that the host keeps; a period from it on has no beginning.
+/// Whether a period begins with the first day that the host keeps; it then has no beginning.
 bool IsFirstRecord(const QString& date) {
   return date.isEmpty() || date == QLatin1String("1989-01-13") || date == QLatin1String("13/01/1989");
 }
@@ -48,7 +48,7 @@ QString CompanyCode(const ReportFacts& facts) {
   return code.isEmpty() ? facts.startup.companyCode : code;
 }
 
-/// Empty where the address holds it already.
+/// The postcode; empty when the address holds it already.
 QString Postcode(const ReportFacts& facts) {
   const auto plain = [](const QString& text) { return QString(text).remove(u' ').toUpper(); };
   const QString& postcode = facts.options.CoPostcode;

@@ -1,4 +1,4 @@
-// What the parameter and formula fields of a report are filled with.
+// Filling the parameter and formula fields of a report.
 
 #pragma once
 
@@ -23,18 +23,18 @@ struct ReportFacts {
   QDate today;
 };
 
-/// Gives one parameter field ("{?@UserID}", "{?@SessionID}", "{?@DateFrom}", "{?@DateTo}", "{?@CampaignID}") its value; other names are left alone, and a
-/// date that is not given stays unset.
+/// Sets one parameter field ("{?@UserID}", "{?@SessionID}", "{?@DateFrom}", "{?@DateTo}", "{?@CampaignID}"). Other
+/// names are ignored. A date that is not given stays unset.
 void SetReportParameter(Report& report, const QString& parameterField, const ReportFacts& facts);
 
 /// The text of a formula field, such as the company's name in double quotes; nothing for other names.
 [[nodiscard]] std::optional<QString> ReportFormulaText(const QString& formulaField, const ReportFacts& facts);
 
-/// Gives one formula field its text. Other names are left alone; "{@ReportTitle}" and "{@Landscape}" are read instead.
+/// Sets the text of one formula field. Other names are ignored; "{@ReportTitle}" and "{@Landscape}" are read instead.
 /// \throws ReportError
 void SetReportFormula(Report& report, const QString& formulaField, const ReportFacts& facts, ReportState& state);
 
-/// A text of several lines for use between the double quotes of a formula: each line break becomes `" + Chr(10) + "`.
+/// A text of several lines for a string in a formula: each line break becomes `" + Chr(10) + "`.
 [[nodiscard]] QString EscapeFormulaText(const QString& text);
 
 /// The file name without folders and without its last four characters.

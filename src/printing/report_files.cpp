@@ -19,7 +19,7 @@ std::optional<QString> Find(const QString& programFolder, const QString& name) {
   return FindFileNoCase(programFolder, name);
 }
 
-/// Puts one of the program's own definitions into the folder of reports.
+/// Copies one of the program's own definitions to the folder of reports.
 void Install(const QString& path, const QString& name) {
   QFile own(QStringLiteral(":/printing/") + name);
   if (!own.open(QIODevice::ReadOnly)) return;

@@ -1,4 +1,4 @@
-// Where report definitions stand.
+// Finding report definitions.
 
 #pragma once
 
@@ -8,13 +8,14 @@
 
 namespace qbx {
 
-/// The path of a definition: in the folder `Reports` below the program folder, else in the program folder itself. One of the program's own that is in
-/// neither is put into `Reports` first, where people can change it. Names are found without regard to case.
-/// \return where it would stand, when there is none
+/// The path of a definition: in the folder `Reports` below the program folder, otherwise in the program folder itself.
+/// A definition of this program that is in neither is first copied to `Reports`, where people can change it. Names are
+/// found ignoring case.
+/// \return the path for a new file when there is none
 [[nodiscard]] QString ReportPath(const QString& programFolder, const QString& name);
 
-/// The definition of the letters: "MarketingLetter_" with the customer code behind, when there is such a file, else the general one with the prefix that
-/// the options name.
+/// The definition of the letters: "MarketingLetter_" with the customer code if that file exists, otherwise the general
+/// one with the prefix in the options.
 [[nodiscard]] QString LetterReportPath(const QString& programFolder, const Options& options);
 
 }  // namespace qbx

@@ -1,4 +1,4 @@
-// What one report run knows; one set for the whole program.
+// The state of a report run; there is one in the program.
 
 #pragma once
 
@@ -9,19 +9,19 @@
 
 namespace qbx {
 
-/// What `PrintReport` is given: element 0 the record type, 1 and 2 the dates of the period, then flags of other kinds of reports. What is missing changes
-/// nothing.
+/// The values given to `PrintReport`: element 0 is the record type, 1 and 2 are the dates of the period, the rest are
+/// flags of other kinds of reports. A missing value changes nothing.
 using ReportRunValues = std::vector<Value>;
 
 struct ReportState {
-  QString reportName;    ///< file name without folder and ending
+  QString reportName;    ///< file name without folder and extension
   QString reportTitle;   ///< of the formula {@ReportTitle}; cleared after each run
-  QString dateFromText;  ///< "dd/mm/yyyy", empty when not given
+  QString dateFromText;  ///< "dd/mm/yyyy"; empty when it is not given
   QString dateToText;
   bool landscape = false;
   int recordType = 0;
   QString pdfFileName;          ///< set before a PDF run, cleared after it
-  QString tableLocationFilter;  ///< where every table is read, with "%" for its own name; cleared after each run
+  QString tableLocationFilter;  ///< where every table is read, with "%" for the table's name; cleared after each run
 };
 
 }  // namespace qbx

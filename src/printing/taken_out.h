@@ -10,11 +10,11 @@
 
 namespace qbx {
 
-/// Documents are what is printed as one, such as letters.
+/// A document is what is printed as one, such as a letter.
 struct TakenOut {
   bool all = false;
-  std::set<int> documents = {};  ///< their numbers
-  QSet<QString> keys = {};       ///< the values of their groups, such as the keys of the letters
+  std::set<int> documents = {};  ///< numbers of the documents
+  QSet<QString> keys = {};       ///< values of their groups, such as the keys of letters
 
   void Add(const ReportPage& page) {
     documents.insert(page.document);

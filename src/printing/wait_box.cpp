@@ -4,8 +4,8 @@ namespace qbx {
 
 namespace {
 
-constexpr int kPatience = 330;    // milliseconds
-constexpr int kProgress = 1'000;  // the same; each change of the box waits a moment for the eye
+constexpr int kShowAfter = 330;           // milliseconds
+constexpr int kProgressInterval = 1'000;  // milliseconds; each change of the box waits a moment for the eye
 
 }  // namespace
 
@@ -19,16 +19,16 @@ WaitBox::~WaitBox() {
 }
 
 bool WaitBox::GoOn() {
-  if (!isOfAnother_ && !shown_ && since_.elapsed() >= kPatience) Show();
+  if (!isOfAnother_ && !shown_ && since_.elapsed() >= kShowAfter) Show();
   diagnostics_.ui.PumpEvents();
-  // Before the box is shown, its Cancel is that of another box.
+  // Before this box is shown, Cancel belongs to another box.
   cancelled_ = cancelled_ || ((isOfAnother_ || shown_) && diagnostics_.status.Cancelled());
   return !cancelled_;
 }
 
 void WaitBox::ShowProgress(const QString& progress) {
   progress_ = progress;
-  if (shown_ && !cancelled_ && since_.elapsed() >= kProgress) Show();
+  if (shown_ && !cancelled_ && since_.elapsed() >= kProgressInterval) Show();
 }
 
 void WaitBox::Show() {

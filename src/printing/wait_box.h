@@ -1,4 +1,4 @@
-// The status box of what takes a while.
+// The status box for longer work.
 
 #pragma once
 
@@ -9,8 +9,8 @@
 
 namespace qbx {
 
-/// Shows the status box with its Cancel button once the work takes longer than a third of a second; shorter work flickers. Where such a box is shown already,
-/// that one stays as it is, and its Cancel counts.
+/// Shows the status box with its Cancel button when the work takes longer than a third of a second, so that shorter
+/// work does not flicker. A status box that is already shown stays unchanged, and its Cancel button counts.
 class WaitBox {
  public:
   WaitBox(const Diagnostics& diagnostics, QString text);
@@ -21,7 +21,7 @@ class WaitBox {
   /// Lets events run.
   /// \return false once Cancel was pressed
   [[nodiscard]] bool GoOn();
-  /// How far the work is, behind the text. It is shown about once a second.
+  /// Shows how far the work is, after the text. The box is updated about once a second.
   void ShowProgress(const QString& progress);
 
  private:
@@ -33,7 +33,7 @@ class WaitBox {
   bool isOfAnother_;
   bool shown_ = false;
   bool cancelled_ = false;
-  QElapsedTimer since_;  // the beginning, then since the box was changed last
+  QElapsedTimer since_;  // since the beginning, later since the last change of the box
 };
 
 }  // namespace qbx

@@ -1,5 +1,3 @@
-// The check of the two dates of step 1.
-
 #include "queries/date_check.h"
 
 #include "queries/starting_queries.h"
@@ -36,7 +34,7 @@ bool CheckDates(QueryOptions& options) {
 bool CheckQueryDates(int query, QueryOptions& options, const QDate& today) {
   if (DateRuleOf(query) == DateRule::kFilledWhenEmpty) {
     auto& [from, to] = options.dteDate;
-    // A text that is no date is refused like anywhere else; the box that holds it keeps it.
+    // Text that is no date is refused as in other queries, and stays in its box.
     if (!from.isValid() && !options.dteDateHasText[0]) from = QDate(kEarliestYear, 1, 1);
     if (!to.isValid() && !options.dteDateHasText[1]) to = today;
   }

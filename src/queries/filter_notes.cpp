@@ -1,5 +1,3 @@
-// What a filter does that its controls do not show.
-
 #include "queries/filter_notes.h"
 
 #include <algorithm>

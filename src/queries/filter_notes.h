@@ -1,4 +1,4 @@
-// What a filter does that its controls do not show.
+// Effects of a filter that its controls do not show.
 
 #pragma once
 
@@ -10,15 +10,15 @@
 
 namespace qbx {
 
-/// What stands beside a ticked filter: how a number was read, what an empty value means, or that the filter is not
-/// applied. Empty when it does what it looks like.
+/// The note beside a ticked filter: how a number was read, what an empty value means, or that the filter is not
+/// applied. Empty when there is nothing to add.
 [[nodiscard]] QString FilterNote(const Filters& filters, FilterIndex filter);
 
-/// The notes of all filters, each behind the caption of its filter.
+/// The notes of all filters, each after the caption of its filter.
 [[nodiscard]] QStringList FilterNotes(const Filters& filters, bool boatEdition);
 
-/// For a stored campaign: the ticked filters whose number reads otherwise since digits in groups are one number, in a
-/// sentence each. Saving the campaign writes the numbers without groups, which ends it.
+/// For a stored campaign: a sentence for each ticked filter whose number is read differently since grouped digits count
+/// as one number. Saving the campaign writes the numbers without groups, so the sentences then disappear.
 [[nodiscard]] QStringList NumbersReadAnew(const CampaignRecord& record, bool boatEdition);
 
 }  // namespace qbx

@@ -1,5 +1,3 @@
-// The table of the filters: everything that distinguishes one from another stands in its row.
-
 #include "queries/filter_table.h"
 
 #include "queries/starting_queries.h"
@@ -18,7 +16,7 @@ constexpr FilterCondition kMileageConditions[] = {
     {.text = "Higher Than", .word = "higher", .from = 0},
     {.text = "Less Than", .word = "less", .to = 0},
     {.text = "Between", .word = "between", .twoValues = true, .from = 0, .to = 0}};
-// The host's lower bound excludes the year itself, which is why bounds are moved by one.
+// The host's lower bound excludes the year itself, so bounds are moved by one.
 constexpr FilterCondition kYearConditions[] = {
     {.text = "Is", .word = "is", .from = -1, .to = 0},
     {.text = "After", .word = "after", .from = 0},
@@ -129,7 +127,7 @@ constexpr std::array<FilterRow, kFilterCount> kRows = {{
      .help = "Model filter: vehicles whose model contains this text (not stored)"},
 }};
 
-/// A filter is found by its number, and this is its place.
+/// A filter is found by its number, so row and number must agree.
 constexpr bool NumbersAreInOrder() {
   for (size_t place = 0; place < kRows.size(); ++place) {
     if (kRows[place].index != place) return false;

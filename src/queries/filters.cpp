@@ -1,5 +1,3 @@
-// What step 2 of the wizard holds: the filters, their rules, and the parameters that they become.
-
 #include "queries/filters.h"
 
 #include <algorithm>

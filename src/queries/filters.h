@@ -1,4 +1,4 @@
-// What step 2 of the wizard holds: the filters, their rules, and the parameters that they become.
+// The filters of step 2, their rules, and their parameters.
 
 #pragma once
 
@@ -15,8 +15,8 @@ namespace qbx {
 
 struct Options;
 
-/// Numbers of the filters: of their check boxes `chkFilter`, and of the condition boxes `cmbFilter` where they have one.
-/// Their rows stand in filter_table.h.
+/// Numbers of the filters: indexes of the check boxes `chkFilter`, and of the condition boxes `cmbFilter` where there
+/// are any. The rows are in filter_table.h.
 enum FilterIndex : size_t {
   kFilterNoMarketing = 0,
   kFilterCustomerType = 1,
@@ -31,17 +31,17 @@ enum FilterIndex : size_t {
 struct Filters {
   bool chkIncludeOptedOut = false;
   std::array<bool, kFilterCount> chkFilter = {};
-  std::array<int, kFilterCount> cmbFilter = NoConditions();  ///< position of the condition, -1: none
+  std::array<int, kFilterCount> cmbFilter = NoConditions();  ///< position of the condition, -1 for none
   QString cmbData1 = {};                                     ///< customer type
   QString cmbData2 = {};                                     ///< enquiry source
   std::array<QString, 2> txtMileage = {};
   std::array<QString, 2> txtYear = {};
   QString txtModel = {};
-  bool mileageVisible = true;  ///< the query has a mileage filter at all
+  bool mileageVisible = true;  ///< whether the query has a mileage filter
 
-  /// Ticked and visible: a hidden filter counts as unticked.
+  /// Whether a filter is ticked and visible; a hidden filter counts as unticked.
   [[nodiscard]] bool Ticked(FilterIndex filter) const;
-  /// Any that narrows vehicles.
+  /// Whether a filter that narrows vehicles is ticked.
   [[nodiscard]] bool AnyVehicleFilter() const;
 
  private:
@@ -52,7 +52,7 @@ struct Filters {
   }
 };
 
-/// Captions that the boat edition words differently.
+/// Captions that differ in the boat edition.
 struct FilterCaptions {
   QString fraVehicleFilter;
   std::array<QString, kFilterCount> chkFilter;
@@ -64,26 +64,27 @@ struct FilterCaptions {
 /// Whether the chosen condition of a filter is "Between".
 [[nodiscard]] bool IsBetween(const Filters& filters, FilterIndex filter);
 
-/// What `ShowFilterState` and `ShowBetweenFields` make of the controls. Nothing is ever disabled.
+/// What `ShowFilterState` and `ShowBetweenFields` show. Nothing is ever disabled.
 struct FilterView {
-  /// Condition and values of a filter that has conditions in the normal text colour, otherwise greyed.
+  /// Whether condition and values have the normal text colour; otherwise they are greyed.
   std::array<bool, kFilterCount> active = {};
-  std::array<bool, kFilterCount> between = {};  ///< "and" and the second box shown, the first narrowed
+  /// Whether "and" and the second box are shown, and the first box is narrow.
+  std::array<bool, kFilterCount> between = {};
 };
 [[nodiscard]] FilterView ShowFilterState(const Filters& filters);
 
-/// Adds the parameters of the ticked filters in their order.
+/// Adds the parameters of the ticked filters, in the order of the filters.
 void AddFilterParameters(const Filters& filters, std::vector<NamedValue>& parameters);
 
-/// To be asked when `chkIncludeOptedOut` was just clicked: unticks it again, with the message to show, when the
-/// company's settings forbid it.
+/// Called after a click on `chkIncludeOptedOut`. If the company's settings forbid it, it is unticked again and the
+/// message to show is returned.
 [[nodiscard]] std::optional<Message> GuardIncludeOptedOut(Filters& filters, const Options& options);
 
-/// The message that refuses a ticked filter which cannot be without a value.
+/// The refusal of a ticked filter that needs a value and has none.
 [[nodiscard]] std::optional<Message> CheckNeededValues(const Filters& filters, bool boatEdition);
-/// The message that refuses a ticked filter which is "Between" a value and a smaller one.
+/// The refusal of a ticked filter whose "Between" has the smaller value second.
 [[nodiscard]] std::optional<Message> CheckBetween(const Filters& filters, bool boatEdition);
-/// What keeps "Refresh" from running, if anything.
+/// Why "Refresh" cannot run; nothing when it can.
 [[nodiscard]] std::optional<Message> CheckRefresh(const Filters& filters, bool stepOneComplete, bool boatEdition);
 
 }  // namespace qbx

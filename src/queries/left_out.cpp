@@ -1,5 +1,3 @@
-// Whom a query leaves out, and why, in numbers.
-
 #include "queries/left_out.h"
 
 #include <algorithm>
@@ -13,7 +11,7 @@ namespace {
 
 constexpr int kOptedOut = -1;
 
-/// The filter before these lets customers in.
+/// The filter "No Marketing" lets customers in; all others leave rows out.
 bool Narrows(const FilterRow& row, const Filters& filters) {
   return row.index != kFilterNoMarketing && filters.Ticked(row.index);
 }
@@ -34,7 +32,7 @@ QString BeforeText(const LeftOutBefore& before) {
   return Sentence(QStringLiteral("Left out before: "), parts);
 }
 
-/// How the rows before the filters differ from those of step 1.
+/// The text about the difference between the rows of step 1 and those before the filters.
 QString CandidatesText(const LeftOut& leftOut, bool boatEdition) {
   const qint64 candidates = leftOut.after->candidates;
   if (leftOut.after->ofVehicles) return FilterWording("Their vehicles: %1.", boatEdition).arg(candidates);

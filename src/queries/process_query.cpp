@@ -1,5 +1,3 @@
-// Running a query into the rows of the current campaign.
-
 #include "queries/process_query.h"
 
 #include <atomic>
@@ -22,10 +20,10 @@ constexpr char kRoutine[] = "ProcessQuery";
 constexpr char kResultsTable[] = "Campaign Results";
 constexpr char kResultsKey[] = "RecordID";
 
-/// Cancel of the status box, on its way out of a run.
+/// Thrown when the user pressed Cancel in the status box.
 struct QueryCancelled : std::exception {};
 
-/// Hourglass and status box end with the run, whichever way it ends.
+/// Shows the hourglass; its destructor ends hourglass and status box, even after an exception.
 class BusyScope {
  public:
   explicit BusyScope(Diagnostics& diagnostics) : diagnostics_(diagnostics) {
@@ -54,7 +52,7 @@ qint64 CountRows(RowSource* source) {
   return rows;
 }
 
-/// Deletes the rows that may not be contacted, from the recordset and with that from the table.
+/// Deletes the rows that may not be contacted from the recordset, which deletes them from the table.
 void PruneRows(Recordset& rows, const ConsentRule& rule, const std::atomic<bool>& cancelled) {
   const int consent = rows.ColumnIndex(QStringLiteral("Consent_Response"));
   const int sms = rows.ColumnIndex(QStringLiteral("Can_Send_SMS"));
@@ -119,7 +117,7 @@ std::optional<Message> QueryProcessor::Refusal() {
   const int query = campaign_.record.CampaignTypeID;
   if (QueryProcedure(QueryPass::kStart, query, filters_).isEmpty())
     return WarningMessage(QStringLiteral("Invalid Campaign Type Selected."));
-  // A campaign that was loaded comes with its steps complete but without the texts that the check of step 1 makes.
+  // The steps of a loaded campaign are complete, but the date texts that the check of step 1 makes are missing.
   const bool textsMissing = queryOptions_.FromDateText.isEmpty() || queryOptions_.ToDateText.isEmpty();
   if (HasDateCheck(query) && textsMissing && !CheckQueryDates(query, queryOptions_, diagnostics_.clock.Today()))
     return WarningMessage(QStringLiteral("Dates are not valid."));
@@ -153,8 +151,8 @@ QueryOutcome QueryProcessor::Run(std::span<const Pass> passes) {
   return outcome;
 }
 
-// A connection that is lost loses its transaction with it, so the run is repeated whole, once; after the
-// commit was asked for nobody knows whether it was made, and the failure is reported.
+// A lost connection loses its transaction, so the run is repeated once from its start. After the commit was requested
+// it is unknown whether it was made, so the failure is reported instead.
 QueryOutcome QueryProcessor::RunWithReopen(std::span<const Pass> passes) {
   Connection& connection = statements_.Shared();
   if (!connection.WasOpen())
@@ -209,7 +207,7 @@ QueryOutcome QueryProcessor::RunPasses(std::span<const Pass> passes, RunState& r
     connection.RunLong(
         work, [this] { diagnostics_.ui.PumpEvents(); },
         [this, &run] {
-          // A commit that is under way is left to its end: interrupted, nobody would know whether it was made.
+          // A commit is never interrupted: nobody would know whether it was made.
           if (run.commitStarted) return false;
           if (diagnostics_.status.Cancelled()) run.cancelled = true;
           return run.cancelled.load();
@@ -236,7 +234,7 @@ bool QueryProcessor::Announce(const Pass& pass) {
   return true;
 }
 
-/// Asks for the tables that the procedure is about to read. The rows are not fetched.
+/// Reads the tables that the procedure is about to use. The rows are not fetched.
 bool QueryProcessor::ReadAhead() {
   static constexpr const char* kReads[] = {
       "SELECT Customer FROM Customers (NOLOCK)",
@@ -248,7 +246,7 @@ bool QueryProcessor::ReadAhead() {
   return true;
 }
 
-// A new status text clears the flag of the Cancel button, so it is looked at before.
+// A new status text clears the flag of the Cancel button, so the flag is checked first.
 void QueryProcessor::StopIfCancelled() const {
   if (diagnostics_.status.Visible() && diagnostics_.status.Cancelled()) throw QueryCancelled();
 }
@@ -257,7 +255,7 @@ QueryRequest QueryProcessor::Request() const {
   return {.CampaignTypeID = campaign_.record.CampaignTypeID, .campaignId = campaign_.record.ID, .user = user_};
 }
 
-/// \return without parameters when the procedure is missing
+/// \return a command without parameters when the procedure is missing
 Command QueryProcessor::Prepare(const ProcedureCall& call) {
   Command command;
   statements_.PrepareCommand(command, call.procedure);
@@ -279,7 +277,7 @@ Command QueryProcessor::PrepareCount(const Pass& pass) {
   return Prepare(BuildLeftOutCall(pass.kind, Request(), queryOptions_, filters_));
 }
 
-/// \param ofBothPasses  the step-2 pass counted what step 1 left out, too
+/// \param ofBothPasses  whether the step-2 pass also counted what step 1 left out
 void QueryProcessor::KeepLeftOut(const Pass& pass, bool ofBothPasses, const PassCounts& counts) {
   const bool start = pass.kind == QueryPass::kStart;
   if (start) leftOut_ = {};

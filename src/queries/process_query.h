@@ -1,4 +1,4 @@
-// Running a query into the rows of the current campaign.
+// Running a query that fills the rows of the current campaign.
 
 #pragma once
 
@@ -25,44 +25,44 @@ enum class QueryOutcome {
   kCancelled,  ///< by the button of the status box
 };
 
-/// The captions `lblRecords` 0 (rows of step 1) and 1 (rows after filters and consent). Written as a run goes on.
+/// The captions `lblRecords` 0 (rows of step 1) and 1 (rows after filters and consent). A run updates them.
 using RecordLabels = std::array<QString, 2>;
 
 /// "Records found: " and the number.
 [[nodiscard]] QString RecordsFoundText(qint64 records);
 
-/// Whether a row may not be contacted and has to go: not consented, or (with the marketing platform in use) no channel
-/// agreed to.
+/// Whether a row may not be contacted and is removed: the customer did not consent or, when the marketing platform is
+/// in use, agreed to no channel.
 struct ConsentRule {
-  bool onlyOptedIn = false;  ///< off: every row stays
+  bool onlyOptedIn = false;  ///< false: every row stays
   bool usingPlatform = false;
   [[nodiscard]] bool Removes(qint64 consentResponse, bool canSendSms, bool canSendEmail, bool canSendLetter) const;
 };
 
-/// Runs the stored procedure of the chosen query, which replaces the rows of the campaign in [Campaign Results], and
-/// removes the rows that may not be contacted.
+/// Runs the stored procedure of the chosen query, which replaces the campaign's rows in [Campaign Results], and removes
+/// the rows that may not be contacted.
 ///
-/// A run is all or nothing: procedure and removal are one transaction (in `Refresh`: those of both passes), so after a
-/// failure or Cancel the rows and the record labels are what they were. The call runs on the database thread while
-/// events are pumped. Failures are reported as "ProcessQuery"; no method throws.
+/// A run is all or nothing: procedure and removal are one transaction (in `Refresh` those of both passes). After a
+/// failure or Cancel the rows and the record labels are unchanged. The call runs on the database thread while events
+/// are pumped. Failures are reported as "ProcessQuery"; no method throws.
 class QueryProcessor {
  public:
   /// \param records  the labels to write
-  /// \param leftOut  what stands beside them, written as the labels are. A host that cannot count leaves it unknown.
+  /// \param leftOut  the counts beside them, written at the same time; unknown when the host cannot count
   QueryProcessor(Statements& statements, const Options& options, const QString& user, const CurrentCampaign& campaign,
                  QueryOptions& queryOptions, const Filters& filters, RecordLabels& records, LeftOut& leftOut,
                  Diagnostics diagnostics);
 
-  /// \param step          0: the step-1 pass, 1: the step-2 pass
-  /// \param applyFilters  part of a refresh: says so, and leaves removal to the step-2 pass
+  /// \param step          0 for the pass of step 1, 1 for the pass of step 2
+  /// \param applyFilters  whether this is part of a refresh: the status says so, and rows are removed only in the pass
+  ///                      of step 2
   [[nodiscard]] QueryOutcome ProcessQuery(int step, bool applyFilters);
 
-  /// Both passes: the starting query again for its count, then the filtered one. Its checks (`CheckRefresh`) are the
-  /// caller's.
+  /// Runs both passes: the starting query again for its count, then the filtered one. The caller checks with
+  /// `CheckRefresh`.
   [[nodiscard]] QueryOutcome Refresh();
 
-  /// Rows of the last run: of the starting query before anything was removed, and of the last pass after filters and
-  /// consent.
+  /// Rows of the last run: of the starting query before removal, and of the last pass after filters and consent.
   [[nodiscard]] const std::array<qint64, 2>& Records() const { return counts_; }
 
  private:

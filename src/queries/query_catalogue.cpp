@@ -1,5 +1,3 @@
-// The starting queries of step 1 as they are shown: their tree, their descriptions and their lists.
-
 #include "queries/query_catalogue.h"
 
 #include "settings/options.h"

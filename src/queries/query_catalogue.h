@@ -1,4 +1,4 @@
-// The starting queries of step 1 as they are shown: their tree, their descriptions and their lists.
+// The starting queries as step 1 shows them: their tree, descriptions and lists.
 
 #pragma once
 
@@ -13,24 +13,24 @@ namespace qbx {
 
 struct Options;
 
-/// Whether the node only groups others.
+/// Whether a node only groups others.
 [[nodiscard]] bool IsGroupNode(int query);
 
 /// A node of `tvQuery`.
 struct QueryNode {
   int index;    ///< the query number
-  int parent;   ///< 0: a root, shown expanded
+  int parent;   ///< 0 for a root, which is shown expanded
   QString key;  ///< the same in every edition
   QString text;
   RowsOf rows;
 
-  /// The key as the routines below take it: in upper case.
+  /// The key in upper case, as the functions below take it.
   [[nodiscard]] QString QueryKey() const { return key.toUpper(); }
 };
 
-/// All nodes in the order in which they are added. "Specific Engines" exists in the boat edition only.
+/// All nodes in the order of the tree. "Specific Engines" exists in the boat edition only.
 [[nodiscard]] std::vector<QueryNode> QueryTree(bool boatEdition);
-/// \return nothing when the tree of this edition has no such node
+/// \return nothing when the tree of this edition lacks the node
 [[nodiscard]] std::optional<QueryNode> FindQueryNode(int index, bool boatEdition);
 
 /// The text of `txtQueryDesc`; empty for an unknown key.
@@ -38,16 +38,16 @@ struct QueryNode {
 [[nodiscard]] QString QueryDescription(const QString& queryKey, bool boatEdition, int year);
 
 inline constexpr int kReminders = 6;  ///< entries of `cmbReminder`
-/// The entries of `cmbReminder`; the recall number of an entry is its position plus one.
+/// The entries of `cmbReminder`; an entry's recall number is its position plus one.
 [[nodiscard]] QStringList ReminderList(const Options& options);
 /// The entries of `cmbType`.
 [[nodiscard]] QStringList CampaignTypes();
 
-/// The items of a makes list that a makes text names, without regard to case: as long as the list.
+/// For each item of a makes list, whether a text names it (ignoring case).
 [[nodiscard]] std::vector<bool> MakesInText(const QString& text, const QStringList& items);
 
 /// The text of `txtMakes` after a click in `lstMakes`: the selected items in list order, then the typed entries that
-/// are no items, separated by ", ". The first 50 typed entries are kept, any more are dropped.
+/// are not in the list, separated by ", ". At most 50 typed entries are kept.
 /// \param current   the text before the click
 /// \param items     every item of the list
 /// \param selected  the selected ones, in list order

@@ -1,4 +1,4 @@
-// What step 1 of the wizard holds: the options of the starting query.
+// The options of the starting query in step 1.
 
 #pragma once
 
@@ -8,18 +8,17 @@
 
 namespace qbx {
 
-/// Values of the step-1 controls, named as the controls. They stay when another query is chosen; only `txtMakes` is
-/// emptied then.
+/// Values of the step-1 controls, named as the controls. Choosing another query empties only `txtMakes`.
 struct QueryOptions {
-  std::array<QDate, 2> dteDate = {};        ///< From and To; an invalid date: the box is empty or holds no date
-  std::array<bool, 2> dteDateHasText = {};  ///< the box is not empty, though what stands in it may be no date
+  std::array<QDate, 2> dteDate = {};        ///< From and To; invalid when the box is empty or holds no date
+  std::array<bool, 2> dteDateHasText = {};  ///< whether the box holds text, even text that is no date
   QString txtCriteria = {};                 ///< number of records to return, as typed
   QString txtCriteriaStart = {};            ///< first record, as typed, counting from 1
   QString txtMakes = {};                    ///< makes or engines, separated by ", "
-  int cmbReminder = -1;                     ///< position in the reminder list, -1: none
-  QString cmbType = {};                     ///< campaign type, empty: none
+  int cmbReminder = -1;                     ///< position in the reminder list, -1 for none
+  QString cmbType = {};                     ///< campaign type, empty for none
 
-  QString FromDateText = {};  ///< "yyyy-mm-dd", set by the date check when it succeeds; empty until then
+  QString FromDateText = {};  ///< "yyyy-mm-dd", set by a successful date check; empty until then
   QString ToDateText = {};
 };
 

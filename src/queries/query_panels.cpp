@@ -1,5 +1,3 @@
-// Which option panels of step 1 a query shows, with their captions, hints and defaults.
-
 #include "queries/query_panels.h"
 
 #include "queries/query_catalogue.h"
@@ -32,7 +30,7 @@ void ShowExample(int months, QueryPanels& panels, QueryOptions& options, const Q
   if (!options.dteDate[0].isValid() && !options.dteDateHasText[0]) options.dteDate = {today, start};
 }
 
-/// The description of a query, and what the list of makes is filled from when it has one.
+/// Sets the description of a query, and the statement for its list of makes if it has one.
 void SetQueryDescription(const StartingQuery& query, bool boatEdition, int year, QueryPanels& panels) {
   panels.txtQueryDesc = QueryDescription(QString::fromLatin1(query.key).toUpper(), boatEdition, year);
   if (query.panels.makes)

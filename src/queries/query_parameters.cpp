@@ -1,5 +1,3 @@
-// Which stored procedure a query runs, and with which parameters.
-
 #include "queries/query_parameters.h"
 
 #include "queries/filters.h"
@@ -11,7 +9,7 @@ namespace qbx {
 
 namespace {
 
-/// What the option panels of the query bring.
+/// Adds the parameters from the option panels of the query.
 void AddQueryParameters(QueryPass pass, const StartingQuery& query, const QueryOptions& options,
                         std::vector<NamedValue>& parameters) {
   if (query.flag != nullptr) parameters.push_back({QString::fromLatin1(query.flag), 1});

@@ -1,5 +1,3 @@
-// What a query selects, in a sentence.
-
 #include "queries/query_sentence.h"
 
 #include <algorithm>
@@ -15,7 +13,7 @@ namespace qbx {
 
 namespace {
 
-/// Numbers as the host takes them: without their fraction, places counted from 1.
+/// The places as the host takes the numbers: without fraction, counted from 1.
 QString Places(const QueryOptions& options) {
   const auto whole = [](double number) { return QString::number(std::trunc(number), 'f', 0); };
   const double count = std::trunc(TypedNumber(options.txtCriteria));
@@ -32,7 +30,7 @@ QString Makes(const QueryOptions& options) {
   return makes.join(QLatin1String(" or "));
 }
 
-/// How the numbers of a ranking were read, where they are more than numbers.
+/// How the numbers of a ranking were read, when the boxes hold more than numbers.
 QString NumbersRead(const QueryOptions& options) {
   QString read;
   if (!IsTypedNumber(options.txtCriteria))
@@ -42,7 +40,7 @@ QString NumbersRead(const QueryOptions& options) {
   return read;
 }
 
-/// What keeps the query from running with these options, as the step would say it; empty when nothing does.
+/// Why the query cannot run with these options, in the words of the step; empty when it can.
 QString Missing(const StartingQuery& query, QueryOptions& options, const QDate& today) {
   if (query.dates != DateRule::kNone && !CheckQueryDates(query.number, options, today))
     return QStringLiteral("Needs two dates, both from 1990 on.");
@@ -68,7 +66,7 @@ QString QuerySelects(int query, const QueryOptions& options, const QStringList& 
   if (boatEdition) text = BoatWording(text);
   if (row->panels.ranking) text += NumbersRead(filled);
   const auto [earlier, later] = std::minmax(filled.dteDate[0], filled.dteDate[1]);
-  // What the user wrote goes in last, so that nothing is looked for in it.
+  // What the user wrote is inserted last, so that it is not searched for placeholders.
   return text.replace(QLatin1String("{earlier}"), DayText(earlier))
       .replace(QLatin1String("{later}"), DayText(later))
       .replace(QLatin1String("{places}"), row->panels.ranking ? Places(filled) : QString())

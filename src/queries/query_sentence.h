@@ -1,4 +1,4 @@
-// What a query selects, in a sentence.
+// A sentence about what a query selects.
 
 #pragma once
 
@@ -10,10 +10,10 @@
 
 namespace qbx {
 
-/// What the starting query selects with the options as they stand, before any filter, or what it still needs. The
-/// texts stand in the rows of the queries, with words in braces: `{earlier}` and `{later}` are the two dates in their
-/// order (they may be given in either), `{places}` the places of a ranking, `{makes}` and `{reminder}` what is chosen.
-/// \param query      the query number; a group, or none, selects nothing: an empty text
+/// What the starting query selects with the present options, before any filter, or which option is missing. The rows of
+/// the queries hold the texts, with words in braces: `{earlier}` and `{later}` for the two dates (which may be given in
+/// either order), `{places}` for the places of a ranking, `{makes}` and `{reminder}` for what is chosen.
+/// \param query      the query number; for a group or an invalid number the text is empty
 /// \param reminders  the entries of the reminder list
 [[nodiscard]] QString QuerySelects(int query, const QueryOptions& options, const QStringList& reminders,
                                    bool boatEdition, const QDate& today);

@@ -1,5 +1,3 @@
-// The table of the starting queries: everything that distinguishes one from another stands in its row.
-
 #include "queries/starting_queries.h"
 
 #include <algorithm>

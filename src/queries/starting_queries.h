@@ -1,4 +1,4 @@
-// The table of the starting queries: everything that distinguishes one from another stands in its row.
+// The table of the starting queries. A row holds everything that distinguishes its query.
 
 #pragma once
 
@@ -11,8 +11,8 @@
 
 namespace qbx {
 
-/// Query numbers. They are stored as the campaign's `CampaignTypeID`, so they stay as they are and say nothing of the
-/// place in the tree.
+/// Query numbers. They are stored as the campaign's `CampaignTypeID` and never change. They do not depend on the place
+/// in the tree.
 enum QueryNumber : int {
   kNoQuery = 0,
   kCustomerGroup = 1,
@@ -28,7 +28,7 @@ enum QueryNumber : int {
   kSpecificEngines = 11,
 };
 
-/// What a row of the results is. Each has its procedure.
+/// The kinds of rows in the results. Each has its procedure.
 enum class RowsOf { kCustomers, kVehicles, kEngines };
 
 enum class DateRule {
@@ -37,29 +37,29 @@ enum class DateRule {
   kFilledWhenEmpty,  ///< an empty From becomes 01/01/1990, an empty To today
 };
 
-/// The makes (or engines) of a query that has some to choose.
+/// The makes (or engines) that a query offers.
 struct MakesOption {
   const char* caption;  ///< of `fraMakes`
-  int kind;             ///< what `proc_sel_Makes_all` lists
-  const char* refusal;  ///< when none is chosen
+  int kind;             ///< the argument of `proc_sel_Makes_all`
+  const char* refusal;  ///< the message when none is chosen
 };
 
-/// The option panels of step 1. A panel brings its checks and its parameters along.
+/// The option panels of step 1. Each panel has its checks and parameters.
 struct OptionPanels {
   const char* text = "No Options available. Please click Next to apply some Filters.";
-  const char* dates = nullptr;  ///< caption of `fraDates`; null: no dates
+  const char* dates = nullptr;  ///< caption of `fraDates`; null for no dates
   const char* from = "From:";
   const char* to = "To:";
-  bool ranking = false;  ///< how many, from which place on
+  bool ranking = false;  ///< whether it asks for a number of records and a first place
   bool reminder = false;
   std::optional<MakesOption> makes = {};
-  int exampleMonths = 0;  ///< above 0: the worked example, and the dates that stand in for empty ones
+  int exampleMonths = 0;  ///< above 0: for the worked example and for the dates that replace empty ones
 };
 
 /// A row of the table.
 struct StartingQuery {
-  int number;  ///< a `QueryNumber`, or any other that is free
-  int parent;  ///< the number of a group, which stands above; 0: this is a group, shown expanded
+  int number;  ///< a `QueryNumber`, or any other number that is free
+  int parent;  ///< the number of its group, an earlier row; 0 for a group, which is shown expanded
   const char* key;
   const char* text;
   RowsOf rows;
@@ -68,10 +68,10 @@ struct StartingQuery {
   const char* example = "";  ///< "{year}" is the current year; left out in the boat edition, where it does not fit
   OptionPanels panels = {};
   DateRule dates = DateRule::kNone;
-  const char* selects = "";    ///< the sentence that says what is selected, see query_sentence.h
+  const char* selects = "";    ///< a sentence, see query_sentence.h
   const char* flag = nullptr;  ///< the parameter that is 1 for this query
-  bool vehicleFilters = true;  ///< may be narrowed by them
-  bool mileageFilter = true;   ///< there is a mileage to filter by
+  bool vehicleFilters = true;  ///< whether vehicle filters may narrow it
+  bool mileageFilter = true;   ///< whether it can be filtered by mileage
 
   [[nodiscard]] bool IsGroup() const { return parent == kNoQuery; }
 };
@@ -82,16 +82,16 @@ struct StartingQuery {
 /// \return null for a number that no query has
 [[nodiscard]] const StartingQuery* FindStartingQuery(int number);
 
-/// The stored procedure that selects such rows.
+/// The stored procedure that selects rows of this kind.
 [[nodiscard]] QString ProcedureFor(RowsOf rows);
 
-/// What refuses the options of a query, its dates apart.
+/// The refusal of a query's options other than its dates; nothing when they are valid.
 [[nodiscard]] std::optional<Message> CheckQueryOptions(const StartingQuery& query, const QueryOptions& options);
 
-/// What refuses a reminder query without a reminder.
+/// The refusal of a reminder query without a reminder.
 [[nodiscard]] std::optional<Message> CheckReminder(const StartingQuery& query, const QueryOptions& options);
 
-/// The boat edition's wording of a text: boats instead of vehicles.
+/// A text in the words of the boat edition: boats instead of vehicles.
 [[nodiscard]] QString BoatWording(QString text);
 
 }  // namespace qbx

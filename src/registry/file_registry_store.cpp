@@ -26,7 +26,7 @@ FileRegistryStore::FileStamp FileRegistryStore::StampOf(const QString& path) {
 }
 
 void FileRegistryStore::Update(Hive& hive) {
-  // Looked at before the reading: a file that is replaced in between is read again next time.
+  // Taken before the file is read, so that a file which is replaced meanwhile is read again next time.
   const FileStamp stamp = StampOf(hive.path);
   if (hive.fresh && stamp == hive.stamp) return;
   hive.stamp = stamp;
@@ -55,10 +55,10 @@ QString FileRegistryStore::ChangeHive(RegistryHive which, const Change& change) 
   const QByteArray before = FormatRegistryFile(hive.tree, hive.rootName);
   QString error = change(hive.tree);
   const QByteArray after = FormatRegistryFile(hive.tree, hive.rootName);
-  // Most of what is stored when a window closes is as it was, and a write to the disk takes its time.
+  // Most values stored when a window closes have not changed; the slow write to the disk is then spared.
   if (error.isEmpty() && after == before) return {};
   if (error.isEmpty()) error = ReplaceFile(hive.path, after);
-  // After a failure the tree may be ahead of the file, so it is read anew.
+  // After a failure the tree may differ from the file, so the file is read again.
   hive.fresh = error.isEmpty();
   hive.stamp = StampOf(hive.path);
   return error;

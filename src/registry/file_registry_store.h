@@ -18,11 +18,11 @@ namespace qbx {
 ///     "Retries"=dword:0000000a
 ///     ; lines like this one are kept
 ///
-/// The files may be edited by hand and by other processes while the program runs: a changed file is read again before
-/// the next question, and a change reads, changes and replaces the file under a lock. A missing file is an empty hive,
-/// made at the first write. A damaged file is never written over: every call fails with the line that is wrong, until
-/// somebody mends it. Texts hold any character except NUL; line breaks stand as \r and \n, quotes and backslashes
-/// behind a backslash.
+/// The files may be edited by hand and by other processes while the program runs. A changed file is read again before
+/// the next call; a change reads, changes and replaces the file under a lock. A missing file is an empty hive; the
+/// first write makes it. A damaged file is never overwritten: every call fails and names the damaged line until
+/// somebody mends it. Texts hold any character except NUL. A line break is written \r or \n, a quote \" and a backslash
+/// \\.
 class FileRegistryStore final : public RegistryStore {
  public:
   /// \param folder       made at the first write when it is missing
@@ -39,7 +39,7 @@ class FileRegistryStore final : public RegistryStore {
   [[nodiscard]] QString DeleteValue(RegistryHive hive, const QString& key, const QString& name) override;
 
  private:
-  /// Tells one state of a file from the next.
+  /// Tells whether a file has changed.
   struct FileStamp {
     quint64 device = 0;
     quint64 node = 0;
@@ -52,14 +52,14 @@ class FileRegistryStore final : public RegistryStore {
     QString path;
     QString rootName;
     FileStamp stamp;
-    bool fresh = false;  ///< `tree` is what the file held at `stamp`
+    bool fresh = false;  ///< whether `tree` is what the file held at `stamp`
     RegistryTree tree;
-    QString error;  ///< why the file could not be read; empty when it was
+    QString error;  ///< why the file could not be read; empty when it could
   };
 
   [[nodiscard]] static FileStamp StampOf(const QString& path);
   Hive& HiveOf(RegistryHive hive) { return hive == RegistryHive::kCurrentUser ? user_ : machine_; }
-  /// Reads the hive's file when it is not the one that was read last.
+  /// Reads the hive's file if it has changed since it was read last.
   static void Update(Hive& hive);
   template <typename Change>
   [[nodiscard]] QString ChangeHive(RegistryHive hive, const Change& change);

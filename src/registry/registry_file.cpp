@@ -7,9 +7,9 @@ namespace qbx {
 namespace {
 
 constexpr QLatin1String kHeader("Windows Registry Editor Version 5.00");
-constexpr RegistryType kExpandableText{2};  // REG_EXPAND_SZ, never written by the program, kept as it is
+constexpr RegistryType kExpandableText{2};  // REG_EXPAND_SZ: never written by the program, but kept
 
-/// A line that cannot be read. Thrown and caught inside this file only.
+/// A line that cannot be read. Thrown and caught in this file.
 struct Damage {
   QString what;
 };
@@ -135,8 +135,8 @@ class RegistryParser {
     return bytes;
   }
 
-  /// The text between the quotes at the current place; the place is behind the closing one then. A text may go over
-  /// several lines.
+  /// The text between the quotes at the current place, which moves past the closing quote. A text may span several
+  /// lines.
   QString TakeQuoted() {
     QString text;
     for (++at_; at_ < text_.size(); ++at_) {
@@ -167,7 +167,7 @@ class RegistryParser {
     return line;
   }
 
-  /// A line with those that follow it after a backslash at its end.
+  /// A line, joined with the next one as long as it ends in a backslash.
   QString TakeContinuedLine() {
     QString line = TakeLine().trimmed();
     while (line.endsWith(u'\\')) {

@@ -9,15 +9,15 @@
 
 namespace qbx {
 
-/// Reads the text of a hive's file, UTF-8, into an empty tree.
+/// Reads the text of a hive's file (UTF-8) into an empty tree.
 /// \param rootName  the name before every key, such as "HKEY_LOCAL_MACHINE"
-/// \return what is wrong with which line; empty when the text was read. No bytes at all are an empty hive.
+/// \return which line is wrong and why; empty when the text was read. An empty text is an empty hive.
 [[nodiscard]] QString ParseRegistryFile(const QByteArray& bytes, const QString& rootName, RegistryTree* tree);
 
-/// The text that `ParseRegistryFile` reads back as the same tree. Comments of a key stand below its line.
+/// The text that `ParseRegistryFile` reads back as the same tree. The comments of a key follow its line.
 [[nodiscard]] QByteArray FormatRegistryFile(const RegistryTree& tree, const QString& rootName);
 
-/// \return why a value cannot be stored (a number that is none, a NUL in a text); empty when it can
+/// \return why a value cannot be stored (an invalid number, a NUL in a text); empty when it can
 [[nodiscard]] QString CheckRegistryValue(const RegistryValue& value);
 
 }  // namespace qbx

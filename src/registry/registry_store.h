@@ -1,4 +1,4 @@
-// A registry: hives that hold keys, keys that hold named, typed values.
+// A registry: hives hold keys, keys hold named, typed values.
 
 #pragma once
 
@@ -18,33 +18,34 @@ enum class RegistryHive : quint32 {
 enum class RegistryType : quint32 { kText = 1 /* REG_SZ */, kBinary = 3 /* REG_BINARY */, kNumber = 4 /* REG_DWORD */ };
 
 struct RegistryValue {
-  QString name;  ///< empty: the key's default value
+  QString name;  ///< empty for the key's default value
   RegistryType type = RegistryType::kText;
   QString data;  ///< a number as decimal digits, binary as pairs of hexadecimal digits
 };
 
-/// Where registry keys live. Key paths have "\" between their parts and none in front; keys and value names are matched
-/// without regard to case and keep the case they were made with. Enumeration is in the order of creation.
+/// Where registry keys are kept. The parts of a key's path are separated by "\"; the path does not begin with one. Keys
+/// and value names are matched without regard to case and keep the case they were made with. They are listed in the
+/// order of creation.
 ///
-/// Failures come back as a text (empty: it worked), so that `CRegistry` can report them as the product does.
+/// A failure is returned as a text (empty when it worked), so that `CRegistry` can report it in the product's words.
 class RegistryStore {
  public:
   virtual ~RegistryStore() = default;
 
   [[nodiscard]] virtual bool KeyExists(RegistryHive hive, const QString& key) = 0;
-  /// \return the key's values, nothing when the key is missing or the hive cannot be read (then `error` says why)
+  /// \return the key's values; nothing when the key is missing or the hive cannot be read (`error` then says why)
   [[nodiscard]] virtual std::optional<std::vector<RegistryValue>> Values(RegistryHive hive, const QString& key,
                                                                          QString* error) = 0;
   [[nodiscard]] virtual QStringList SubKeys(RegistryHive hive, const QString& key) = 0;
-  /// Makes one key; its parent must exist. A key that is there already stays as it is.
+  /// Makes one key; its parent must exist. An existing key stays as it is.
   [[nodiscard]] virtual QString CreateKey(RegistryHive hive, const QString& key) = 0;
   /// Removes a key that has no sub-keys.
   [[nodiscard]] virtual QString DeleteKey(RegistryHive hive, const QString& key) = 0;
-  /// Writes or replaces one value of a key that exists.
+  /// Adds or replaces one value of an existing key.
   [[nodiscard]] virtual QString SetValue(RegistryHive hive, const QString& key, const RegistryValue& value) = 0;
   [[nodiscard]] virtual QString DeleteValue(RegistryHive hive, const QString& key, const QString& name) = 0;
 };
 
-/// The real one keeps a text file per hive. See file_registry_store.h.
+/// The real one keeps one text file per hive. See file_registry_store.h.
 
 }  // namespace qbx

@@ -16,18 +16,18 @@ struct RegistryKey {
   QString name;
   std::vector<RegistryValue> values;
   std::vector<std::unique_ptr<RegistryKey>> subKeys;
-  QStringList comments;  ///< lines of the hive's file that belong to the key and mean nothing to the program
+  QStringList comments;  ///< lines of the hive's file in this key that the program does not use
 
-  /// \return the value of that name, without regard to case; null when there is none
+  /// \return the value with this name, ignoring case; null when there is none
   [[nodiscard]] const RegistryValue* FindValue(const QString& valueName) const;
   [[nodiscard]] QStringList SubKeyNames() const;
 };
 
-/// The rules of a hive: paths, case, order, what may be made and removed. Paths as in `RegistryStore`; the empty path
-/// is the hive itself. The changing calls return a text that says what was wrong, empty when they worked.
+/// The rules of a hive: paths, case, order, and which changes are allowed. Paths are those of `RegistryStore`; the
+/// empty path is the hive itself. A changing call returns what was wrong, or an empty text when it worked.
 class RegistryTree {
  public:
-  static constexpr int kDeepest = 512;  ///< levels of keys below a hive
+  static constexpr int kDeepest = 512;  ///< maximum levels of keys below a hive
   [[nodiscard]] static bool TooDeep(const QString& key);
 
   [[nodiscard]] const RegistryKey& Root() const { return root_; }
@@ -38,7 +38,7 @@ class RegistryTree {
   [[nodiscard]] QString DeleteKey(const QString& key);
   [[nodiscard]] QString SetValue(const QString& key, const RegistryValue& value);
   [[nodiscard]] QString DeleteValue(const QString& key, const QString& name);
-  /// The key, made with all that is missing above it. It must not be too deep.
+  /// The key, made with all missing keys above it. It must not be deeper than `kDeepest`.
   RegistryKey& MakePath(const QString& key);
 
  private:

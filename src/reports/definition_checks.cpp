@@ -9,11 +9,12 @@ namespace qbx {
 
 namespace {
 
-/// Characters of a formula at most with those that it names written out, and how many may name one another in a row; more is no formula that a person wrote.
+/// The most characters of a formula with the formulas in it written out, and the deepest nesting of formulas. No
+/// formula that a person wrote has more.
 constexpr qint64 kMaxWrittenOut = 65'536;
 constexpr int kMaxFormulaDepth = 50;
 
-/// The height of a section whose objects did not grow.
+/// The height of a section whose objects have not grown.
 qreal HeightOf(const ReportSection& section) {
   qreal height = section.height;
   for (const ReportObject& object : section.objects)
@@ -47,7 +48,7 @@ class DefinitionChecks {
  private:
   [[noreturn]] void Fail(int line, const QString& text) const { throw ReportError{text, file_, line}; }
 
-  /// What margins, page headers and page footers leave of the height.
+  /// The height without margins, page headers and page footers.
   [[nodiscard]] qreal RoomOn(OnPages pages) const {
     qreal height = SheetOf(report_.paper).height() - report_.paper.top - report_.paper.bottom;
     for (const auto* sections : {&report_.pageHeaders, &report_.pageFooters})
@@ -56,7 +57,7 @@ class DefinitionChecks {
     return height;
   }
 
-  /// Sections that are taller than a page from the start would never find room.
+  /// A section that is taller than a page before it grows would never fit.
   void CheckHeights(const ReportDefinition& part, qreal room) const {
     ForEachSection(part, [&](const ReportSection& section) {
       if (HeightOf(section) > room + kLayoutTolerance && !IsOfPages(section))
@@ -67,7 +68,7 @@ class DefinitionChecks {
     });
   }
 
-  /// Whether it is a header or footer of pages.
+  /// Whether a section is a header or footer of pages.
   [[nodiscard]] bool IsOfPages(const ReportSection& section) const {
     const auto isThis = [&section](const ReportSection& other) { return &other == &section; };
     return std::ranges::any_of(report_.pageHeaders, isThis) || std::ranges::any_of(report_.pageFooters, isThis);
@@ -84,7 +85,7 @@ class DefinitionChecks {
       CheckParameter(name, source.line);
   }
 
-  /// A letter whose text is hidden would count as printed.
+  /// A letter would count as printed although its text is hidden.
   void CheckDrillDown() const {
     if (std::ranges::any_of(report_.groups, &ReportGroup::restartPages))
       Fail(0, QStringLiteral("A report whose group counts its own pages has no drill-down."));
@@ -112,8 +113,8 @@ class DefinitionChecks {
     if (!HasParameter(name)) Fail(line, QStringLiteral("There is no parameter \"%1\".").arg(name));
   }
 
-  /// The characters of a formula with those that it names written out.
-  /// \param known  of those that were counted; -1 for one that is being counted
+  /// The number of characters of a formula with the formulas in it written out.
+  /// \param known  lengths of formulas that were counted; -1 while a formula is being counted
   qint64 LengthOf(const FormulaDefinition& formula, QHash<QString, qint64>& known, int depth) const {
     if (const auto found = known.constFind(formula.name); found != known.constEnd()) {
       if (*found < 0) Fail(formula.line, QStringLiteral("The formula \"%1\" stands for itself.").arg(formula.name));

@@ -1,4 +1,4 @@
-// What a definition has to fulfil beyond its schema.
+// The checks of a definition beyond its schema.
 
 #pragma once
 
@@ -8,15 +8,18 @@
 
 namespace qbx {
 
-/// Room for rows that every page must have, beside its headers and footers.
+/// The least height for rows on every page, beside its headers and footers.
 inline constexpr qreal kLeastBodyHeight = 10 * kUnitsPerMillimetre;
 
-/// Checks that names which are used are defined, that no formula stands for itself, that pages have room for rows and sections find room on a page, that one
-/// group at most counts its own pages, and that the rows come from one statement that only reads; subreports likewise.
+/// Checks, in the report and its subreports:
+/// - Every name that is used is defined, and no formula refers to itself.
+/// - Pages have room for rows, and every section fits on a page.
+/// - At most one group counts its own pages.
+/// - The rows come from one statement that only reads.
 /// \throws ReportError
 void CheckDefinition(const ReportDefinition& report, const QString& file);
 
-/// The part of it that looks at the room on pages, for a report whose paper was turned.
+/// Only the checks of the room on pages, for a report whose paper was turned.
 /// \throws ReportError
 void CheckRoom(const ReportDefinition& report, const QString& file);
 

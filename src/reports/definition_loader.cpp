@@ -22,7 +22,7 @@ qreal Length(const XmlElement& element, const char* attribute) {
   return element.Attribute(attribute).toDouble() * kUnitsPerMillimetre;
 }
 
-/// `otherwise` with what the element says.
+/// `style` with the attributes of the element applied.
 ReportStyle StyleOf(const XmlElement& element, ReportStyle style) {
   if (element.Has("font")) style.family = element.Attribute("font");
   if (element.Has("points")) style.points = element.Attribute("points").toDouble();
@@ -49,7 +49,8 @@ TextPiece PieceOf(const XmlElement& element) {
   return {kKinds.value(element.Name()), element.Attribute("name"), element.Attribute("format")};
 }
 
-/// Blanks and line breaks of the file count as one blank, at both ends of a text as none.
+/// Turns every sequence of blanks and line breaks into one blank. The first and the last part of a text lose those at
+/// its ends.
 QString OneBlank(const QString& text, bool first, bool last) {
   QString shorter = text.simplified();
   if (shorter.isEmpty()) return first || last ? QString() : QStringLiteral(" ");
@@ -103,7 +104,7 @@ class DefinitionLoader {
             .bottom = Length(page, "bottom")};
   }
 
-  /// What a report and a subreport have both.
+  /// Reads what reports and subreports have in common.
   void ReadBody(const XmlElement& element, const ReportStyle& outer, ReportDefinition& report) {
     const ReportStyle style = StyleOf(element, outer);
     for (const XmlElement& child : element.Children()) {
@@ -182,13 +183,13 @@ class DefinitionLoader {
   ReportObject Object(const XmlElement& element, const ReportStyle& style) {
     return {.id = nextId_++,
             .frame = {Length(element, "x"), Length(element, "y"), Length(element, "width"), Length(element, "height")},
-            .what = What(element, style),
+            .what = KindOfObject(element, style),
             .column = element.Attribute("column"),
             .notOnHeadedPaper = !Flag(element, "onHeadedPaper", true),
             .line = element.Line()};
   }
 
-  std::variant<TextObject, RichTextObject, LineObject, BoxObject, ImageObject, SubreportObject> What(
+  std::variant<TextObject, RichTextObject, LineObject, BoxObject, ImageObject, SubreportObject> KindOfObject(
       const XmlElement& element, const ReportStyle& style) {
     const QString name = element.Name();
     if (name == QLatin1String("richText")) return RichTextObject{element.Attribute("field")};
@@ -249,7 +250,7 @@ class DefinitionLoader {
   QString path_;
   int nextId_ = 0;
   int subreportDepth_ = 0;
-  qint64 pixels_ = 0;  // of the images so far
+  qint64 pixels_ = 0;  // of all images read so far
 };
 
 }  // namespace

@@ -24,7 +24,7 @@ bool IsText(const xmlNode* node) {
   return node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE;
 }
 
-/// The first thing that a parser or the schema found wrong.
+/// The first fault that the parser or the schema reported.
 struct FirstFault {
   QString text;
   int line = 0;

@@ -1,4 +1,4 @@
-// The XML of a definition, checked against its schema; the one place that knows libxml2.
+// The XML of a definition, checked against its schema. Only these files use libxml2.
 
 #pragma once
 
@@ -14,7 +14,7 @@ namespace qbx {
 
 struct XmlPart;
 
-/// An element of the document; valid while the document lives.
+/// An element of the document; valid as long as the document lives.
 class XmlElement {
  public:
   explicit XmlElement(_xmlNode* node) : node_(node) {}
@@ -22,22 +22,22 @@ class XmlElement {
   [[nodiscard]] QString Name() const;
   [[nodiscard]] int Line() const;
   [[nodiscard]] bool Has(const char* attribute) const;
-  /// Empty when it is missing.
+  /// Empty when the attribute is missing.
   [[nodiscard]] QString Attribute(const char* attribute) const;
-  /// The text in it.
+  /// The text in the element.
   [[nodiscard]] QString Text() const;
   [[nodiscard]] std::vector<XmlElement> Children() const;
   [[nodiscard]] std::vector<XmlElement> Children(const char* name) const;
   [[nodiscard]] std::optional<XmlElement> Child(const char* name) const;
 
-  /// Stretches of text and elements, as they follow each other.
+  /// Texts and elements in their order.
   [[nodiscard]] std::vector<XmlPart> Parts() const;
 
  private:
   _xmlNode* node_;
 };
 
-/// A stretch of text, or an element.
+/// A text or an element.
 struct XmlPart {
   QString text;
   std::optional<XmlElement> element;

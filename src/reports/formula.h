@@ -11,30 +11,30 @@
 
 namespace qbx {
 
-/// Names that a formula may stand for.
+/// The kinds of names in a formula.
 enum class FormulaName { kField, kFormula, kParameter };
 
-/// Gives the value behind a name: of a field "Customer", a formula "@Period" or a parameter "@UserID".
+/// Gives the value of a name: a field "Customer", a formula "@Period" or a parameter "@UserID".
 using FormulaLookup = std::function<Value(FormulaName kind, const QString& name)>;
 
-/// Text that is put together: "Period: " + {?@From} + Chr(10) + {Customer}.
+/// An expression that gives a text: "Period: " + {?@From} + Chr(10) + {Customer}.
 ///
 ///   formula = operand { "+" operand }
 ///   operand = string | number | "Chr" "(" number ")" | "{" field "}" | "{@" formula "}" | "{?" parameter "}"
 ///
-/// Strings stand in double or single quotes, a quote inside one is doubled. Numbers are added, anything else is joined as text. A field may have its
-/// table in front ("{Letters.Customer}").
+/// A string is in double or single quotes; a quote inside it is doubled. Numbers are added, anything else is joined as
+/// text. A field may be preceded by its table ("{Letters.Customer}").
 class Formula {
  public:
-  Formula() = default;  ///< empty text
+  Formula() = default;  ///< the empty text
 
-  /// \throws ReportError saying where in the formula it goes wrong
+  /// \throws ReportError with the place of the fault in the formula
   [[nodiscard]] static Formula Parse(const QString& text);
 
   /// As it was written.
   [[nodiscard]] const QString& Text() const { return text_; }
   [[nodiscard]] Value Evaluate(const FormulaLookup& lookup) const;
-  /// The names that it refers to, in their order.
+  /// The names in the formula, in their order.
   [[nodiscard]] QStringList Names(FormulaName kind) const;
 
  private:

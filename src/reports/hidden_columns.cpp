@@ -7,7 +7,7 @@ namespace qbx {
 
 namespace {
 
-/// A column of the list, by where it begins.
+/// A column of the list, ordered by its left edge.
 struct ListColumn {
   QString field;
   qreal end = 0;
@@ -21,7 +21,7 @@ std::map<qreal, ListColumn> ColumnsOf(const ReportDefinition& report) {
   return columns;
 }
 
-/// How far what begins at a place moves left: by the width of each hidden column before it, up to where the next begins.
+/// How far an object at `left` moves: by the width of each hidden column before it, up to the next column's left edge.
 qreal MoveOf(qreal left, const std::map<qreal, ListColumn>& columns, const QSet<QString>& fields) {
   qreal move = 0;
   for (auto column = columns.begin(); column != columns.end() && column->first < left; ++column) {

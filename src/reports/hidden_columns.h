@@ -9,8 +9,8 @@
 
 namespace qbx {
 
-/// Takes the objects of these columns out of a report. What belongs to a column further right moves left by the width of those that went; what belongs to
-/// no column stays.
+/// Removes the objects of these columns from a report. Objects of columns further right move left by the width of the
+/// removed columns. Objects of no column stay.
 /// \param fields  names in lower case
 void HideColumns(ReportDefinition& report, const QSet<QString>& fields);
 

@@ -10,7 +10,7 @@ namespace qbx {
 
 namespace {
 
-/// Keeps the lines that only touch a slice out of it.
+/// Excludes the lines that only touch a slice.
 constexpr qreal kInset = 1;
 
 FittedText Fitted(const PlacedObject& placed, const TextObject& text, int pages) {

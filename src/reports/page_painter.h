@@ -1,4 +1,4 @@
-// A laid out page, painted.
+// Painting a page that was laid out.
 
 #pragma once
 
@@ -11,8 +11,8 @@ namespace qbx {
 enum class Paper { kBlank, kHeaded };
 
 /// Paints a page in its units; the caller scales.
-/// \param pages  of how many pages the report is; 0: not known yet, "page n of m" then reads "page n"
-/// \param paper  headed paper has some of it already
+/// \param pages  the number of pages of the report; with 0, not known yet, "page n of m" becomes "page n"
+/// \param paper  on headed paper some objects are printed already and left out
 void PaintPage(QPainter& painter, const ReportPage& page, int pages, Paper paper = Paper::kBlank);
 
 /// The text of an object as it is painted.

@@ -1,4 +1,4 @@
-// Which pages of a report are taken.
+// Which pages of a report are to be printed or written.
 
 #pragma once
 
@@ -6,11 +6,11 @@
 
 namespace qbx {
 
-/// From and to, both included; 0: not given.
+/// First and last, both included; 0 for no limit.
 struct PageRange {
   int firstPage = 0;
   int lastPage = 0;
-  int firstDocument = 0;  ///< such as a letter
+  int firstDocument = 0;  ///< a document is, for example, one letter
   int lastDocument = 0;
 
   [[nodiscard]] bool HoldsAll() const {
@@ -19,7 +19,7 @@ struct PageRange {
   [[nodiscard]] bool Holds(const ReportPage& page) const {
     return Lies(page.number, firstPage, lastPage) && Lies(page.document, firstDocument, lastDocument);
   }
-  /// Whether nothing that is held can come behind a page.
+  /// Whether no page of the range can follow a page.
   [[nodiscard]] bool EndsBefore(const ReportPage& page) const {
     return (lastPage > 0 && page.number > lastPage) || (lastDocument > 0 && page.document > lastDocument);
   }

@@ -12,7 +12,7 @@ namespace qbx {
 
 namespace {
 
-/// The line in which a found text begins.
+/// The line in which the found text begins.
 QRectF LineOf(const QTextCursor& found) {
   const QTextBlock block = found.document()->findBlock(found.selectionStart());
   const QTextLine line = block.layout()->lineForTextPosition(found.selectionStart() - block.position());

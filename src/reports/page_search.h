@@ -10,8 +10,8 @@
 
 namespace qbx {
 
-/// The places of a page whose text holds the wanted one, without regard to case: whole objects, and of rich text the lines.
-/// \param pages  as `PaintPage` takes it
+/// The places on the page whose text contains `wanted`, ignoring case: whole objects, but single lines of rich text.
+/// \param pages  as for `PaintPage`
 [[nodiscard]] std::vector<QRectF> PlacesOf(const ReportPage& page, int pages, const QString& wanted);
 
 }  // namespace qbx

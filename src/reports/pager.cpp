@@ -17,7 +17,7 @@ bool HasRichText(const ReportBand& band) {
   return std::ranges::any_of(band.objects, &IsRichText);
 }
 
-/// Cuts the texts that grew beyond a height.
+/// Cuts texts that grew beyond a height.
 void CutTexts(std::vector<PlacedObject>& objects, qreal height) {
   for (PlacedObject& placed : objects) {
     if (!std::holds_alternative<TextObject>(placed.object->what) || placed.frame.bottom() <= height) continue;
@@ -135,7 +135,7 @@ bool Pager::PlacePart(qreal room) {
 bool Pager::PlaceSlice() {
   std::vector<PlacedObject> slice = TakeSlice(*band_, bottom_ - y_);
   if (band_->objects.empty() || (slice.empty() && empty_)) {
-    // All of it finds room, or nothing ever will.
+    // All of it fits, or it would not fit on any page.
     std::ranges::move(slice, std::back_inserter(band_->objects));
     band_->height = std::min(band_->height, bottom_ - y_);
     return PlaceWhole();
@@ -148,7 +148,7 @@ bool Pager::PlaceSlice() {
 }
 
 std::vector<PlacedObject> Pager::TakeSlice(ReportBand& band, qreal room) const {
-  qreal taken = 0;  // how far down the band the slice reaches
+  qreal taken = 0;  // the height of the slice
   bool whole = true;
   std::vector<PlacedObject> slice;
   std::vector<PlacedObject> rest;
@@ -192,7 +192,7 @@ void Pager::PlaceSections(const std::vector<ReportSection>& sections, qreal y) {
   }
 }
 
-/// The value of the group that counts its pages, which a band begins.
+/// The value of the group that counts its pages and begins with this band.
 QString Pager::KeyOf(const ReportBand& band) const {
   const auto group = std::ranges::find_if(report_.groups, &ReportGroup::restartPages);
   return group == report_.groups.end() ? QString() : band.row->Field(group->field).ToText();

@@ -7,13 +7,13 @@ namespace qbx {
 
 namespace {
 
-/// Pages on their way to the file.
+/// Writes pages to the file.
 class Writer {
  public:
   Writer(const Report& report, const QString& path, const PdfChoices& choices, const PageProgress& progress)
       : choices_(choices), progress_(progress), file_(path, report.Paper(), choices.title) {}
 
-  /// \return false when it is to stop
+  /// \return false when writing is to stop
   bool Write(const ReportPage& page, int pages) {
     if (choices_.range.EndsBefore(page)) return false;
     if (!choices_.range.Holds(page)) {

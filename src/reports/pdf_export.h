@@ -13,7 +13,7 @@
 
 namespace qbx {
 
-/// Told after each page that is written.
+/// Called after each page that was written.
 /// \return false to stop
 using PageProgress = std::function<bool(const ReportPage& page)>;
 
@@ -21,21 +21,21 @@ struct PdfChoices {
   QString title = {};
   PageRange range = {};
   Paper paper = Paper::kBlank;
-  std::function<bool()> goesOn = {};  ///< asked at each page that is laid out and not written; false stops
-  std::function<void()> beforePlaced =
-      {};  ///< called when all pages are written, right before the file takes its place; what it throws leaves the file as it was
-  bool wholeSheets = false;  ///< for both sides of the paper: what is printed as one begins on a sheet of its own
+  std::function<bool()> goesOn = {};  ///< asked at each page that is laid out but not written; false stops
+  /// Called when all pages are written, right before the file is renamed; an exception leaves the old file in place.
+  std::function<void()> beforePlaced = {};
+  bool wholeSheets = false;  ///< for printing on both sides: each document begins on a new sheet
 };
 
-/// Lays out what the pager has left and writes it. A report that shows of how many pages it is is laid out whole first; of any other a page is written as
-/// soon as it is laid out.
-/// \return false when it was stopped; the file is then what it was
-/// \throws PlainReportError when no page lies in the range, or the file cannot be written; the file is then what it was, too
+/// Lays out the pager's remaining pages and writes them. A report that shows its number of pages is laid out completely
+/// first; otherwise each page is written as soon as it is laid out.
+/// \return false when it was stopped; the file is then unchanged
+/// \throws PlainReportError when the range holds no page or the file cannot be written; the file is then unchanged
 /// \throws ReportError, DatabaseError
 bool ExportPdf(const Report& report, std::unique_ptr<Pager> pager, const QString& path, const PdfChoices& choices,
                const PageProgress& progress);
 
-/// The same of pages that were looked at; those that are not laid out yet are, as far as they are needed.
+/// Writes pages that are kept for looking at. Pages that are needed but not laid out yet are laid out.
 bool ExportPdf(const Report& report, ReportPages& pages, const QString& path, const PdfChoices& choices,
                const PageProgress& progress);
 

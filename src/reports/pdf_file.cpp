@@ -18,7 +18,7 @@ QPageLayout LayoutOf(const ReportPaper& paper) {
   return layout;
 }
 
-/// The system's reasons do not name the file.
+/// The system's error texts do not name the file.
 PlainReportError FileError(const QString& path, const QString& reason) {
   return {{QStringLiteral("The file cannot be written: %1 (%2)").arg(QDir::toNativeSeparators(path), reason)}};
 }

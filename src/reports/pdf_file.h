@@ -1,4 +1,4 @@
-// Pages written to a PDF file.
+// Writing pages to a PDF file.
 
 #pragma once
 
@@ -13,8 +13,8 @@
 
 namespace qbx {
 
-/// A PDF file that comes into being page by page, with subsets of its fonts in it. It replaces the file of its name only when it was finished: one that is
-/// given up leaves nothing behind.
+/// A PDF file that is written page by page, with subsets of its fonts embedded. It replaces an older file of its name
+/// when it is finished. When it is given up it leaves nothing behind.
 class PdfFile {
  public:
   /// \throws ReportError

@@ -12,7 +12,7 @@ namespace qbx {
 
 namespace {
 
-/// "{?@UserID}" or "{@Period}" without what stands around the name.
+/// The name in "{?@UserID}" or "{@Period}".
 QString NameOf(const QString& field) {
   return field.mid(field.startsWith(QLatin1String("{?")) ? 2 : 1).chopped(1);
 }

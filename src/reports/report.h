@@ -1,4 +1,4 @@
-// An opened report: what a program that drives the engine works with.
+// An opened report: the interface of the report engine.
 
 #pragma once
 
@@ -24,26 +24,28 @@ class ReportDatabase {
   [[nodiscard]] virtual std::unique_ptr<ReportRows> Read(const QString& statement) = 0;
 };
 
-/// A definition with what it was filled with. Parameters, formulas and tables are those of the report and of its subreports, one after the other.
+/// A definition and the values filled in. Lists of parameters, formulas and tables begin with those of the report;
+/// those of its subreports follow.
 class Report {
  public:
   /// \throws ReportError
   [[nodiscard]] static Report Open(const QString& path);
 
-  /// The parameter fields as they are named in public: "{?@UserID}". A subreport's that has the same name gets the same value.
+  /// The parameter fields with their public names: "{?@UserID}". Subreports share the values of parameters with the
+  /// same name.
   [[nodiscard]] QStringList ParameterFields() const;
   void SetCurrentValue(const QString& parameterField, const Value& value);
 
-  /// The formula fields: "{@Period}".
+  /// The formula fields with their public names: "{@Period}".
   [[nodiscard]] QStringList FormulaFields() const;
-  /// The text of the first such formula.
+  /// The text of the first formula with this name.
   [[nodiscard]] QString FormulaText(const QString& formulaField) const;
   /// \throws ReportError when the text is no formula
   void SetFormulaText(const QString& formulaField, const QString& text);
 
   /// The names of the tables and queries.
   [[nodiscard]] QStringList Tables() const;
-  /// Reads each table elsewhere.
+  /// Reads each table from another place.
   /// \param filter  with "%" for the table's own name
   /// \throws ReportError for a query, which cannot be re-pointed
   void SetTableLocations(const QString& filter);
@@ -51,26 +53,26 @@ class Report {
   void SetLandscape() { definition_->paper.landscape = true; }
   [[nodiscard]] const ReportPaper& Paper() const { return definition_->paper; }
 
-  /// Whether a page says of how many pages the report is.
+  /// Whether a page shows the number of pages of the report.
   [[nodiscard]] bool ShowsTotal() const;
 
-  /// Whether a group counts its own pages: the report is made of letters or the like.
+  /// Whether a group counts its own pages, that is, whether the report consists of documents such as letters.
   [[nodiscard]] bool CountsDocuments() const;
 
-  /// Takes the rows of the report from here instead of its table.
+  /// Uses these rows for the report instead of its table.
   void FeedFrom(Recordset records) { records_ = std::move(records); }
-  /// Takes the columns of these fields out of a list that marks its columns; those right of them move up.
+  /// Removes the columns of these fields from a list that marks its columns; columns further right move left.
   void HideColumns(const QSet<QString>& fields);
 
-  /// Whether a group hides its details until somebody looks at them.
+  /// Whether a group hides its details until somebody opens them.
   [[nodiscard]] bool OffersDrillDown() const;
 
-  /// Reads the rows and begins to lay out; the report must outlive the pager.
-  /// \param group  the group of a `DrillDown`, whose details alone are laid out; empty: the whole report
+  /// Reads the rows and begins to lay out. The report must outlive the pager.
+  /// \param group  the group of a `DrillDown`, of which only the details are laid out; empty for the whole report
   /// \throws ReportError, DatabaseError
   [[nodiscard]] std::unique_ptr<Pager> LayOut(ReportDatabase& database, const QStringList& group = {}) const;
 
-  /// The object that a page refers to.
+  /// The objects by the numbers with which pages refer to them.
   [[nodiscard]] const std::vector<const ReportObject*>& Objects() const { return objects_; }
 
  private:

@@ -30,10 +30,10 @@ PlacedObject PlaceRichText(const RichTextObject& richText, PlacedObject placed, 
   return placed;
 }
 
-/// Moves down what stands below objects that grew.
+/// Moves objects down to make room for the ones above that grew.
 void MakeRoom(std::vector<PlacedObject>& objects) {
   std::ranges::stable_sort(objects, {}, [](const PlacedObject& placed) { return placed.object->frame.top(); });
-  // The lower edges of what was gone past, as they were designed and how far each moved; the uppermost first.
+  // Lower edges of the objects above, as designed, and how far each moved; the uppermost first.
   using Edge = std::pair<qreal, qreal>;
   std::priority_queue<Edge, std::vector<Edge>, std::greater<>> edges;
   qreal down = 0;
@@ -117,7 +117,7 @@ std::optional<ReportBand> BandSource::NextOfSubreport() {
   return band;
 }
 
-/// Makes the bands of the next row, or of the end.
+/// Makes the bands of the next row, or of the end of the report.
 void BandSource::Advance() {
   if (!begun_) return Begin();
   const size_t changed = FirstChangedGroup();
@@ -158,7 +158,7 @@ BandSource::Row BandSource::ReadRow() {
   return nullptr;
 }
 
-/// The outermost group whose value the next row changes; the number of groups when none.
+/// The outermost group whose value changes with the next row; the number of groups when none changes.
 size_t BandSource::FirstChangedGroup() const {
   for (size_t i = 0; i < report_.groups.size(); ++i) {
     const QString& field = report_.groups[i].field;
@@ -187,7 +187,7 @@ void BandSource::OpenGroups(size_t from) {
   }
 }
 
-/// The values of the outermost groups.
+/// The values of the `count` outermost groups.
 QStringList BandSource::GroupsOf(const ReportRow& row, qsizetype count) const {
   QStringList values;
   for (qsizetype i = 0; i < count; ++i)

@@ -1,4 +1,4 @@
-// A report definition as it was read: what stands where on the pages, and where its rows come from.
+// A report definition as it was read: what is where on the pages, and where the rows come from.
 
 #pragma once
 
@@ -17,12 +17,13 @@
 
 namespace qbx {
 
-/// Lengths are units of 1/1200 inch, the same for screen and paper. Whole units are fine enough for the places of letters, and short in a file.
+/// Lengths are in units of 1/1200 inch, for screen and paper. A letter can be placed on whole units, and whole numbers
+/// are short in a file.
 inline constexpr int kUnitsPerInch = 1200;
 inline constexpr qreal kUnitsPerMillimetre = kUnitsPerInch / 25.4;
 inline constexpr qreal kUnitsPerPoint = kUnitsPerInch / 72.0;
 
-/// What may stick out of its room before it counts as too tall, since lengths are rounded.
+/// How much an object may exceed its room before it counts as too tall, because lengths are rounded.
 inline constexpr qreal kLayoutTolerance = 6;
 
 struct ReportStyle {
@@ -41,32 +42,32 @@ enum class PieceKind {
   kFormula,
   kParameter,
   kPage,         ///< number of the page in the report
-  kPages,        ///< of how many; known when the last page was laid out
+  kPages,        ///< number of pages of the report; known when the last page was laid out
   kGroupPage,    ///< number of the page in its group, where a group counts its pages from 1
-  kGroupPages,   ///< of how many
-  kGroupNumber,  ///< 1 for the first such group
-  kSum,  ///< of a field, over the rows of the group or report whose footer it stands in; elsewhere over the rows so far
-  kCount,  ///< of rows, likewise
+  kGroupPages,   ///< number of pages of this group
+  kGroupNumber,  ///< 1 for the first group that counts its pages
+  kSum,          ///< of a field: in a footer over the rows of its group or report, elsewhere over the rows so far
+  kCount,        ///< number of rows, over the same rows
 };
 
-/// A part of a text: a literal, or something that is looked up.
+/// A part of a text: a literal, or a value that is looked up.
 struct TextPiece {
   PieceKind kind = PieceKind::kLiteral;
-  QString name =
-      {};  ///< the literal itself, or the name of a field ("Customer"), formula ("@Period") or parameter ("@UserID")
-  QString format =
-      {};  ///< of a date ("dd/MM/yyyy") or a number of decimals ("0.00"); empty: as the program shows it elsewhere
+  /// The literal, or the name of a field ("Customer"), a formula ("@Period") or a parameter ("@UserID").
+  QString name = {};
+  /// Of a date ("dd/MM/yyyy") or for the decimals of a number ("0.00"); empty for the program's usual form.
+  QString format = {};
 };
 
 struct TextObject {
   std::vector<TextPiece> pieces;
   ReportStyle style;
-  bool canGrow = false;      ///< downwards, with what it holds
-  bool closeBlanks = false;  ///< leaves out lines in which nothing stands
-  qreal shrinkTo = 0;        ///< points down to which it is made smaller until it fits; 0: it is cut
+  bool canGrow = false;      ///< downwards, with its content
+  bool closeBlanks = false;  ///< leaves out empty lines
+  qreal shrinkTo = 0;        ///< the least size in points to which the text shrinks until it fits; 0: it is cut instead
 };
 
-/// A field that holds RTF. It grows downwards and goes on on the next page.
+/// A field that holds RTF. It grows downwards and continues on the next page.
 struct RichTextObject {
   QString field;
 };
@@ -77,23 +78,23 @@ struct LineObject {
 };
 
 struct BoxObject {
-  QColor border = Qt::black;  ///< invalid: none
-  QColor fill = {};           ///< invalid: none
+  QColor border = Qt::black;  ///< invalid for none
+  QColor fill = {};           ///< invalid for none
   qreal width = 1;
 };
 
 struct ImageObject {
-  QImage image;  ///< keeps its proportions inside the frame; null: an optional one that is not there
+  QImage image;  ///< scaled into the frame with its proportions; null for an optional image that is missing
 };
 
 struct ReportDefinition;
 
-/// Rows of its own at this place, one below the other. It stands alone in its section.
+/// A report with its own rows at this place. It is the only object of its section.
 struct SubreportObject {
   std::shared_ptr<ReportDefinition> definition;
   struct Link {
-    QString parameter;  ///< of the subreport
-    QString field;      ///< of the row around it
+    QString parameter;  ///< a parameter of the subreport
+    QString field;      ///< a field of the row around it
   };
   std::vector<Link> links;
 };
@@ -101,44 +102,45 @@ struct SubreportObject {
 enum class OnPages { kAll, kFirst, kLater };
 
 struct ReportObject {
-  int id = 0;    ///< its place in the definition, subreports included
-  QRectF frame;  ///< in its section; of a line: from its top left to its bottom right corner
+  int id = 0;    ///< its number in the definition, including subreports
+  QRectF frame;  ///< in its section; of a line: from its first to its second end
   std::variant<TextObject, RichTextObject, LineObject, BoxObject, ImageObject, SubreportObject> what;
-  QString column =
-      {};  ///< of a list: the field whose column it belongs to; goes when that column is hidden, and those right of it move up
-  bool notOnHeadedPaper = false;  ///< paper that has it printed leaves it out
-  int line = 0;                   ///< of the file, as in what follows
+  /// In a list: the field of its column. When that column is hidden the object is removed, and objects further right
+  /// move left.
+  QString column = {};
+  bool notOnHeadedPaper = false;  ///< left out on headed paper, on which it is printed already
+  int line = 0;                   ///< line of the file, also below
 };
 
 struct ReportSection {
-  qreal height =
-      0;  ///< at least: it grows with its objects, except in page headers and footers, whose objects may stand anywhere on the page
+  /// The least height. A section grows with its objects, except page headers and footers, whose objects may be anywhere
+  /// on the page.
+  qreal height = 0;
   bool breakBefore = false;
   bool breakAfter = false;
-  OnPages pages = OnPages::
-      kAll;  ///< of page headers and footers: the first page of the report, or of the group that counts its pages
+  /// Of page headers and footers: on which pages of the report, or of the group that counts its pages.
+  OnPages pages = OnPages::kAll;
   std::vector<ReportObject> objects;
   int line = 0;
 };
 
-/// Rows that follow each other and are equal in a field.
+/// Successive rows with the same value of a field.
 struct ReportGroup {
   QString field;
-  bool newPage = false;  ///< each begins on a new page
-  bool restartPages =
-      false;               ///< counts its pages from 1, and is what is printed as one: it begins on a sheet of its own
-  bool drillDown = false;  ///< hides what is inside it, which is looked at by itself
+  bool newPage = false;       ///< whether each group begins on a new page
+  bool restartPages = false;  ///< counts its pages from 1 and is printed as one document, which begins on a new sheet
+  bool drillDown = false;     ///< hides its details, which can be opened separately
   std::optional<ReportSection> header;
   std::optional<ReportSection> footer;
 };
 
-/// Where the rows come from: a table or a query, on the database that the report is logged on to.
+/// Where the rows come from: a table or a query in the report's database.
 struct ReportSource {
   QString name;      ///< the table's own name
-  QString location;  ///< where it is read, its own name unless it was re-pointed
-  QString where;     ///< a condition with parameters ("SessionID = {?@SessionID}"); empty: all rows
-  QString orderBy;   ///< columns; empty: as they come
-  QString query;     ///< of a query: its one SELECT with parameters; empty: a table
+  QString location;  ///< where the table is read; its own name unless it was re-pointed
+  QString where;     ///< a condition with parameters ("SessionID = {?@SessionID}"); empty for all rows
+  QString orderBy;   ///< columns; empty for any order
+  QString query;     ///< of a query: one SELECT with parameters; empty for a table
   int line = 0;
 };
 
@@ -163,7 +165,7 @@ struct ReportPaper {
 
 struct ReportDefinition {
   ReportPaper paper;
-  std::optional<ReportSource> source;  ///< none: a report without rows
+  std::optional<ReportSource> source;  ///< none for a report without rows
   std::vector<ParameterDefinition> parameters;
   std::vector<FormulaDefinition> formulas;
 
@@ -175,10 +177,10 @@ struct ReportDefinition {
   std::optional<ReportSection> reportFooter;
 };
 
-/// The sheet as it lies.
+/// The size of the sheet as it is used: wide when it is landscape.
 [[nodiscard]] QSizeF SheetOf(const ReportPaper& paper);
 
-/// Calls `visit` with every section of a report, those of its subreports left out.
+/// Calls `visit` with every section of a report, but not with those of its subreports.
 void ForEachSection(ReportDefinition& report, const std::function<void(ReportSection&)>& visit);
 void ForEachSection(const ReportDefinition& report, const std::function<void(const ReportSection&)>& visit);
 

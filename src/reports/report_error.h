@@ -1,4 +1,4 @@
-// What is wrong with a report, and where.
+// A fault in a report, and its place.
 
 #pragma once
 
@@ -6,18 +6,18 @@
 
 namespace qbx {
 
-/// Thrown by everything in this folder that can fail.
+/// Thrown by this folder for every failure but a database's.
 struct ReportError {
   QString text;       ///< a sentence for the user
-  QString file = {};  ///< the definition, empty where it is not its fault
-  int line = 0;       ///< of the file, 0: none in particular
+  QString file = {};  ///< the definition; empty when the fault is not in it
+  int line = 0;       ///< of the file; 0 for none
 
-  /// "FILE, line 12: text"
+  /// The text "FILE, line 12: text".
   [[nodiscard]] QString Description() const;
 };
 
-/// Thrown where neither the program nor the definition is at fault: no page between those that were asked for, a file that cannot be written, a printer that
-/// takes nothing. The text says all that there is to say.
+/// Thrown when neither the program nor the definition is at fault: no page in the chosen range, a file that cannot be
+/// written, a printer that accepts nothing. The text needs no further explanation.
 struct PlainReportError : ReportError {};
 
 }  // namespace qbx

@@ -1,4 +1,4 @@
-// A page as it was laid out.
+// A page that was laid out.
 
 #pragma once
 
@@ -14,34 +14,34 @@
 
 namespace qbx {
 
-/// An object at its place on the page.
+/// An object at its place on a page.
 struct PlacedObject {
   const ReportObject* object = nullptr;
   QRectF frame;       ///< from the top left corner of the sheet
-  QString text = {};  ///< of a text, with the marks of report_values.h; the RTF of a rich text
-  qreal from = 0;     ///< of a rich text: the slice of it that stands here
+  QString text = {};  ///< of a text, with the marks of report_values.h; of a rich text: its RTF
+  qreal from = 0;     ///< of a rich text: the slice that is at this place
   qreal to = 0;
-  bool cut =
-      false;  ///< a text that may shrink does not fit in its smallest size, or one that may grow is taller than a page
-  std::shared_ptr<QTextDocument> document = {};  ///< of a rich text, while it is at hand
+  /// Whether a shrinking text does not fit in its least size, or a growing text is taller than a page.
+  bool cut = false;
+  std::shared_ptr<QTextDocument> document = {};  ///< of a rich text, as long as it is in memory
 };
 
-/// A group that hides what is inside it, where it stands on a page.
+/// The place on a page of a group that hides its details.
 struct DrillDown {
   QRectF area;
-  QStringList group;  ///< the values of the groups around it, the outermost first, and its own
+  QStringList group;  ///< the values of the groups around it, from the outermost, and its own
 };
 
 struct ReportPage {
-  int number = 0;  ///< 1 the first
-  int document =
-      1;  ///< what is printed as one: the number of the group that counts its pages, such as a letter; else 1
+  int number = 0;    ///< from 1
+  int document = 1;  ///< the number of the document, such as a letter: of the group that counts its pages; otherwise 1
   QString key = {};  ///< the value of that group, such as the key of the letter
   std::vector<PlacedObject> objects = {};
   std::vector<DrillDown> drillDowns = {};
 };
 
-/// What of a page does not fit its place, such as an address that is too long for the window of an envelope: the first line of each text.
+/// The texts of a page that do not fit their places, such as an address too long for the window of an envelope. Only
+/// the first line of each text is given.
 [[nodiscard]] QStringList TextsThatDoNotFit(const ReportPage& page);
 
 }  // namespace qbx

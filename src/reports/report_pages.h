@@ -1,4 +1,4 @@
-// The pages of a report for looking at: laid out as far as somebody looked, and kept.
+// The pages of a report for looking at. They are laid out when needed and kept.
 
 #pragma once
 
@@ -12,7 +12,8 @@
 
 namespace qbx {
 
-/// Pages by their number. Those that were laid out are kept on disk, so that memory does not grow with them, and what was seen is what is printed.
+/// Pages by number. Pages that were laid out are kept on disk, so memory does not grow with their number and the
+/// printed pages are the ones that were seen.
 class ReportPages {
  public:
   /// \param report  must outlive this object
@@ -20,16 +21,17 @@ class ReportPages {
 
   /// Lays out the next page.
   /// \return false when there is none
-  /// \throws ReportError, DatabaseError; once it has failed it fails every time, so that nothing is taken for the whole that is not
+  /// \throws ReportError, DatabaseError; after a failure every further call fails, so that an incomplete report is
+  ///         never taken for a complete one
   bool LayOutNext();
-  /// Pages that are laid out.
+  /// The number of pages that are laid out.
   [[nodiscard]] int Count() const { return static_cast<int>(spool_.Count()); }
-  /// Whether that is all of them.
+  /// Whether all pages are laid out.
   [[nodiscard]] bool IsComplete() const { return complete_; }
-  /// The number of all pages, 0 while it is not known.
+  /// The number of pages of the whole report, 0 as long as it is unknown.
   [[nodiscard]] int Total() const { return complete_ ? Count() : 0; }
 
-  /// \param number  1 the first, at most Count()
+  /// \param number  from 1 to Count()
   [[nodiscard]] ReportPage At(int number);
 
  private:

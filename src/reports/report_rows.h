@@ -10,7 +10,7 @@
 
 namespace qbx {
 
-/// Steps through rows once, from the first to the last.
+/// Steps once through rows, from the first to the last.
 class ReportRows {
  public:
   virtual ~ReportRows() = default;
@@ -23,8 +23,9 @@ class ReportRows {
 /// The rows of a client-side recordset, in its order and filter.
 [[nodiscard]] std::unique_ptr<ReportRows> RowsOfRecordset(Recordset records);
 
-/// Reads a result to its end into a temporary file and steps through that: the server is done with it at once, and memory does not grow with the rows.
-/// \param source  may be null: no rows
+/// Reads a result to its end into a temporary file and steps through that. The server is soon free for other
+/// statements, and memory does not grow with the rows.
+/// \param source  null for no rows
 /// \throws ReportError, DatabaseError
 [[nodiscard]] std::unique_ptr<ReportRows> SpoolRows(std::unique_ptr<RowSource> source);
 

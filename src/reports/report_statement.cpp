@@ -7,7 +7,7 @@ namespace qbx {
 namespace {
 
 QString WithParameters(QString text, const ReportDefinition& report, const ParameterValues& parameters) {
-  // From the end, so that a value that looks like a parameter stays what it is.
+  // Replaced from the end, so that a value which looks like a parameter is not replaced in its turn.
   for (qsizetype at = text.lastIndexOf(QLatin1String("{?")); at >= 0;
        at = at == 0 ? -1 : text.lastIndexOf(QLatin1String("{?"), at - 1)) {
     const qsizetype end = text.indexOf(u'}', at);

@@ -8,11 +8,11 @@
 
 namespace qbx {
 
-/// The source's SELECT with literals in place of its parameters; one that is unset is NULL.
+/// The source's SELECT with literals in place of its parameters; an unset parameter becomes NULL.
 [[nodiscard]] QString StatementOf(const ReportSource& source, const ReportDefinition& report,
                                   const ParameterValues& parameters);
 
-/// A value as its parameter takes it. \return NULL for a value that it cannot take
+/// A value converted to the type of its parameter. \return NULL when it cannot be converted
 [[nodiscard]] Value ParameterValue(ParameterType type, const Value& value);
 
 }  // namespace qbx

@@ -10,7 +10,7 @@ namespace qbx {
 
 namespace {
 
-/// Words that a statement which only reads does not need.
+/// Words that a reading statement does not need.
 constexpr std::array kWordsThatWrite = {
     "insert", "update", "delete",     "into",       "exec",       "execute",        "drop",    "alter",     "create",
     "merge",  "grant",  "truncate",   "revoke",     "deny",       "begin",          "commit",  "rollback",  "declare",
@@ -26,12 +26,12 @@ const QRegularExpression& Quoted() {
   return quoted;
 }
 
-/// A statement without what is quoted: words and signs are left.
+/// A statement without quoted parts: its words and signs.
 QString WithoutQuoted(const QString& statement) {
   return QString(statement).replace(Quoted(), QStringLiteral(" _ ")).trimmed();
 }
 
-/// What servers read differently: where a quote or a comment ends, they would run words that were not looked at.
+/// Whether servers may disagree where a quote or a comment ends. They would then run words that were not checked.
 bool IsAmbiguous(const QString& statement, const QString& bare) {
   static const QRegularExpression ends(QStringLiteral("[;'\"`\\[\\]]|/\\*|\\*/"));
   if (statement.contains(u'\r') || bare.contains(ends)) return true;

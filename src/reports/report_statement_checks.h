@@ -1,4 +1,4 @@
-// Whether the statement of a report only reads.
+// The check that a report's statement only reads.
 
 #pragma once
 
@@ -7,12 +7,13 @@
 
 namespace qbx {
 
-/// Checks that a text is one SELECT that writes nothing: no second statement, no INTO, no procedure, nothing that one database server takes apart otherwise
-/// than another (a comment in a comment), and no parameter inside quotes, which would let its value out of them.
+/// Checks that a text is one SELECT that writes nothing. Refused are a second statement, INTO, procedures, and a
+/// comment in a comment, which database servers read differently. A parameter inside quotes is refused, too: its value
+/// could end the quotes.
 /// \throws ReportError without a place
 void CheckOnlyReads(const QString& statement);
 
-/// The parameters that it names, as "@UserID".
+/// The parameters in the statement, such as "@UserID".
 [[nodiscard]] QStringList ParametersOf(const QString& statement);
 
 }  // namespace qbx

@@ -1,4 +1,4 @@
-// What the names in a report stand for while its rows go by.
+// The values of the names in a report, row by row.
 
 #pragma once
 
@@ -12,20 +12,22 @@
 
 namespace qbx {
 
-/// Stand in a text for what is known later. They are noncharacters of Unicode (kept for the inside of programs, The Unicode Standard 23.7) and are taken out of every value.
-inline constexpr QChar kPagesMark = QChar(u'\uFDD0');        ///< the number of pages of the report
-inline constexpr QChar kBeforePagesMark = QChar(u'\uFDD1');  ///< begins what is left out with it while it is unknown
-inline constexpr QChar kGroupPagesMark = QChar(u'\uFDD2');   ///< the number of pages of the group
+/// Placeholders in a text for values that are known later. They are noncharacters of Unicode, kept for use inside
+/// programs (The Unicode Standard, section 23.7), and are removed from all values.
+inline constexpr QChar kPagesMark = QChar(u'\uFDD0');  ///< the number of pages of the report
+/// Begins a part that is left out, together with the number, as long as the number is unknown.
+inline constexpr QChar kBeforePagesMark = QChar(u'\uFDD1');
+inline constexpr QChar kGroupPagesMark = QChar(u'\uFDD2');  ///< the number of pages of the group
 
-/// Values of parameters, by name ("@UserID"); one that is missing is unset.
+/// Values of parameters by name ("@UserID"). A missing one is unset.
 using ParameterValues = QHash<QString, Value>;
 
-/// The columns of rows by their names.
+/// The columns of rows by name.
 class ColumnNames {
  public:
   explicit ColumnNames(const std::vector<Column>& columns);
 
-  /// Without regard to case. \return -1 for a name that there is not
+  /// The column with this name, ignoring case. \return -1 when there is none
   [[nodiscard]] int IndexOf(const QString& name) const;
 
  private:
@@ -38,11 +40,11 @@ struct ReportRow {
   std::shared_ptr<const ColumnNames> columns = {};
   std::vector<Value> values = {};
 
-  /// NULL for a field that there is not.
+  /// NULL for a field that does not exist.
   [[nodiscard]] Value Field(const QString& name) const;
 };
 
-/// Sums and counts of the rows that went by, in the whole report (level 0) and in each group (1 the outermost).
+/// Sums and counts of the rows so far, in the whole report (level 0) and in each group (from level 1, the outermost).
 class ReportTotals {
  public:
   explicit ReportTotals(const ReportDefinition& report);
@@ -61,14 +63,14 @@ class ReportTotals {
   std::vector<Level> levels_;
 };
 
-/// Where on the pages a text stands.
+/// The page numbers for a text.
 struct PageNumbers {
   int page = 0;
   int groupPage = 0;
   int groupNumber = 0;
 };
 
-/// Looks up the pieces of a text.
+/// Looks up the values of the pieces of a text.
 struct ReportValues {
   const ReportDefinition& report;
   const ParameterValues& parameters;
@@ -85,8 +87,8 @@ struct ReportValues {
 };
 
 /// A value as a report shows it.
-/// \param format  of a date as Qt has it ("dd/MM/yyyy"); of a number its decimals, with a comma for groups of three ("0.00", "#,##0"); of a flag both its
-///                texts ("Yes|No"); empty: as the program shows values elsewhere
+/// \param format  of a date in Qt's form ("dd/MM/yyyy"); of a number its decimals, with a comma for groups of three
+///                ("0.00", "#,##0"); of a flag its two texts ("Yes|No"); empty for the program's usual form
 [[nodiscard]] QString FormatValue(const Value& value, const QString& format);
 
 }  // namespace qbx

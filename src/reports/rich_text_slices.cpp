@@ -14,12 +14,12 @@ namespace qbx {
 
 namespace {
 
-/// The lines of a document from the top, as far as they are asked for.
+/// Steps through the lines of a document from the top.
 class LineWalk {
  public:
   explicit LineWalk(const QTextDocument& document) : document_(document), block_(document.begin()) {}
 
-  /// \return false behind the last line
+  /// \return false after the last line
   bool Next() {
     ++line_;
     breaksBefore_ = false;
@@ -59,7 +59,7 @@ class LineWalk {
 
 std::shared_ptr<QTextDocument> LayOutRichText(const QString& rtf, qreal width) {
   auto document = std::make_shared<QTextDocument>();
-  // It is laid out once, by the last line: every other one comes before there is a layout, or while there is no width.
+  // Only setTextWidth lays the document out: before it there is no layout or no width.
   document->setDocumentMargin(0);
   document->setPageSize({0, 0});
   ReadRtf(rtf, *document);

@@ -1,4 +1,4 @@
-// A letter on its pages: laid out once in its width, cut between lines.
+// A letter on pages: laid out once for its width, and cut between lines.
 
 #pragma once
 
@@ -8,19 +8,19 @@
 
 namespace qbx {
 
-/// RTF laid out in a width. \return never null
+/// Lays RTF out in a width. \return never null
 [[nodiscard]] std::shared_ptr<QTextDocument> LayOutRichText(const QString& rtf, qreal width);
 
 /// Where a slice of a document ends.
 struct RichTextCut {
-  qreal to = 0;            ///< below the top of the document
-  bool whole = false;      ///< nothing is left behind it
-  bool pageBreak = false;  ///< the text itself wants a new page here
+  qreal to = 0;            ///< from the top of the document
+  bool whole = false;      ///< whether nothing follows the slice
+  bool pageBreak = false;  ///< whether the text has a page break here
 };
 
-/// The longest slice that begins at `from` and is no taller than `room`: whole lines, up to the next page break of the text. A line that is taller than
-/// the room alone is cut through when the slice would be empty.
-/// \param force  something has to be taken, since the room is a whole page
+/// The longest slice that begins at `from` and is not taller than `room`: whole lines, at most up to the next page
+/// break of the text. A single line that is taller than `room` is cut through when `force` is set.
+/// \param force  forbids an empty slice, because `room` is a whole page
 [[nodiscard]] RichTextCut CutRichText(const QTextDocument& document, qreal from, qreal room, bool force);
 
 }  // namespace qbx

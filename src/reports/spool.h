@@ -1,4 +1,4 @@
-// Pieces of bytes that are kept on disk, so that memory does not grow with their number.
+// Pieces of bytes kept on disk, so that memory does not grow with their number.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace qbx {
 
-/// A list of byte arrays in a temporary file that nobody else can open by name.
+/// A list of byte arrays in a temporary file without a name.
 class Spool {
  public:
   Spool();
@@ -21,7 +21,7 @@ class Spool {
 
  private:
   QTemporaryFile file_;
-  std::vector<qint64> ends_;  // where each piece ends
+  std::vector<qint64> ends_;  // the end of each piece
 };
 
 }  // namespace qbx

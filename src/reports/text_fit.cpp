@@ -36,7 +36,7 @@ std::unique_ptr<QTextLayout> BreakLines(const QString& text, const ReportStyle& 
   return layout;
 }
 
-/// The number of lines that find room.
+/// The number of lines that fit.
 int LinesIn(const QTextLayout& layout, qreal height) {
   int lines = 0;
   while (lines < layout.lineCount() && layout.lineAt(lines).rect().bottom() <= height + kLayoutTolerance)
@@ -49,7 +49,7 @@ FittedText Shown(std::unique_ptr<QTextLayout> layout, qreal points, int lines) {
   return {.lines = std::move(layout), .shown = lines, .height = height, .points = points};
 }
 
-/// The lines up to the last shown one, which ends in "…".
+/// The text up to its last line that fits, which ends in "…".
 FittedText Cut(const FittedText& whole, const ReportStyle& style, qreal width) {
   const QTextLine last = whole.lines->lineAt(whole.shown - 1);
   const QString text = whole.lines->text();

@@ -1,4 +1,4 @@
-// A text in its frame: broken into lines, made smaller, cut.
+// Fitting a text into its frame: breaking it into lines, shrinking it, cutting it.
 
 #pragma once
 
@@ -13,29 +13,29 @@
 
 namespace qbx {
 
-/// Stands for screen and paper: text is measured in units of it.
+/// The device for measuring text. Its pixels are the units of reports, for screen and paper.
 [[nodiscard]] QPaintDevice& LayoutDevice();
 
-/// Makes letters a whole number of units wide: finer than any printer, and a third less to write to a file.
+/// Makes letters whole units wide. No printer is finer, and the file becomes a third smaller.
 inline constexpr QFont::HintingPreference kHinting = QFont::PreferFullHinting;
 
 /// The font of a style, measured alike on every device.
 [[nodiscard]] QFont FontOf(const ReportStyle& style, qreal points);
 
-/// A text as it is broken into lines.
+/// A text broken into lines.
 struct FittedText {
   std::unique_ptr<QTextLayout> lines;
-  int shown = 0;     ///< lines that are drawn
-  qreal height = 0;  ///< of those
-  qreal points = 0;  ///< the size that it came to
-  bool fits = true;  ///< false: something of it is left out, and the last line ends in "…"
+  int shown = 0;     ///< number of lines that are drawn
+  qreal height = 0;  ///< of these lines
+  qreal points = 0;  ///< the size that was used
+  bool fits = true;  ///< false when a part is left out; the last line then ends in "…"
 };
 
-/// Breaks a text into lines of a width. What may grow has all its lines. Anything else has those that find room, at least one, in the largest size that
-/// takes them all, down to `shrinkTo`.
+/// Breaks a text into lines of a width. A text that may grow shows all its lines. Any other text is shown in the
+/// largest size, down to `shrinkTo`, in which all lines fit; otherwise as many lines as fit are shown, at least one.
 [[nodiscard]] FittedText FitText(const QString& text, const TextObject& object, QSizeF frame);
 
-/// A text without the lines in which nothing stands.
+/// A text without its empty lines.
 [[nodiscard]] QString WithoutBlankLines(const QString& text);
 
 }  // namespace qbx

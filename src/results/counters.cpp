@@ -1,5 +1,3 @@
-// How many letters, texts and e-mails a campaign has to send, and how many are sent.
-
 #include "results/counters.h"
 
 namespace qbx {

@@ -1,4 +1,4 @@
-// How many letters, texts and e-mails a campaign has to send, and how many are sent.
+// The numbers of letters, texts and e-mails that a campaign has to send and has sent.
 
 #pragma once
 
@@ -17,22 +17,21 @@ struct CounterValues {
   int emails = 0;      ///< rows to get an e-mail
   int emailsSent = 0;  ///< of these, already processed
 
-  /// Rows whose message went out, over both channels.
+  /// Processed rows with a text or an e-mail, added over both channels.
   [[nodiscard]] int Sent() const { return smsSent + emailsSent; }
   friend bool operator==(const CounterValues&, const CounterValues&) = default;
 };
 
-/// What the texts of a campaign cost, in credits.
+/// The cost of a campaign's texts, in credits.
 struct CreditNeed {
-  int inAll = 0;  ///< every row with a text
-  int sent = 0;   ///< texts that went out, or whose row is processed
-  int toGo =
-      0;  ///< texts that the next run is going to send; not the rows in doubt, nor those whose customer has said no since
+  int inAll = 0;  ///< for every row with a text
+  int sent = 0;   ///< for texts that went out, or whose row is processed
+  int toGo = 0;   ///< for the texts of the next run: without rows in doubt and without customers who said no since
 
   friend bool operator==(const CreditNeed&, const CreditNeed&) = default;
 };
 
-/// Captions of the labels of tab 5, named as the controls.
+/// Captions of the labels on tab 5, named as the controls.
 struct CounterLabels {
   QString lblLetters;
   QString lblSMS0;
@@ -44,15 +43,15 @@ struct CounterLabels {
 
 [[nodiscard]] CounterLabels MakeCounterLabels(const CounterValues& values, const CreditNeed& credits);
 
-/// " (58 in all)" behind the credits that are still to go, where that is another number; else empty.
+/// The text " (58 in all)" after the credits still to be spent; empty when both numbers are equal.
 [[nodiscard]] QString InAllText(const CreditNeed& credits);
 
-/// The counters that the program holds.
+/// The program's counters.
 class Counters {
  public:
   Counters(Statements& statements, Diagnostics diagnostics);
 
-  /// Reads the counters of a campaign; NULL reads as 0. When the host returns no row, or fails (reported), they keep
+  /// Reads the counters of a campaign; NULL becomes 0. When the host returns no row or fails (reported), they keep
   /// their values.
   void UpdateCounters(int campaignId);
   [[nodiscard]] const CounterValues& Values() const { return values_; }

@@ -1,4 +1,4 @@
-// The first rows of a campaign, as step 2 shows them.
+// The first rows of a campaign, shown on step 2.
 
 #pragma once
 
@@ -9,17 +9,17 @@
 
 namespace qbx {
 
-/// Reads and keeps the first rows, without the others. No method throws. A failure is not reported, since nobody asked for these rows: there are none then, and
-/// the next call tries again.
+/// Reads and keeps only the first rows. No method throws. A failure is not reported, because the user did not ask for
+/// these rows; there are none then, and the next call tries again.
 class FirstRows {
  public:
   static constexpr int kMost = 50;
 
   explicit FirstRows(Statements& statements) : statements_(statements) {}
 
-  /// Reads the first rows of a campaign, unless they are here already.
+  /// Reads the first rows of a campaign unless they are kept already.
   void Read(int campaignId);
-  /// A query has replaced the rows: what is here is out of date.
+  /// Drops the rows, which a query has replaced.
   void Forget() { campaignId_.reset(); }
   [[nodiscard]] const Recordset& Rows() const { return rows_; }
 

@@ -1,33 +1,21 @@
-// Flipping the flags of a result row.
-
 #include "results/flags.h"
 
-#include <algorithm>
-
+#include "results/flag_columns.h"
 #include "util/text.h"
 
 namespace qbx {
-
-namespace {
-
-constexpr const char* kSendFlags[] = {"Send_Email", "Send_Letter", "Send_SMS"};
-constexpr char kProcessedFlag[] = "Processed";
-
-}  // namespace
 
 ResultFlags::ResultFlags(Statements& statements, ResultsView& view, Diagnostics diagnostics)
     : statements_(statements), view_(view), diagnostics_(diagnostics) {}
 
 bool ResultFlags::IsFlag(const QString& column) {
-  return EqualsNoCase(column, QString::fromLatin1(kProcessedFlag)) ||
-         std::any_of(std::begin(kSendFlags), std::end(kSendFlags),
-                     [&](const char* flag) { return EqualsNoCase(column, QString::fromLatin1(flag)); });
+  return FlagColumns().contains(column, Qt::CaseInsensitive);
 }
 
 void ResultFlags::ClickCell(const QString& column, qint64 recordId) {
-  for (const char* flag : kSendFlags)
-    if (EqualsNoCase(column, QString::fromLatin1(flag))) return ToggleCheckBox(QString::fromLatin1(flag), recordId);
-  if (!EqualsNoCase(column, QString::fromLatin1(kProcessedFlag))) return;
+  for (const QString& flag : SendFlags())
+    if (EqualsNoCase(column, flag)) return ToggleCheckBox(flag, recordId);
+  if (!EqualsNoCase(column, kProcessedFlag)) return;
   if (!processedChangeConfirmed_) {
     const Message question{
         .text = QStringLiteral(
@@ -39,7 +27,7 @@ void ResultFlags::ClickCell(const QString& column, qint64 recordId) {
     if (diagnostics_.ui.ShowMessage(question) != MessageAnswer::kYes) return;
     processedChangeConfirmed_ = true;
   }
-  ToggleCheckBox(QString::fromLatin1(kProcessedFlag), recordId);
+  ToggleCheckBox(kProcessedFlag, recordId);
 }
 
 void ResultFlags::ToggleCheckBox(const QString& column, qint64 recordId) {

@@ -7,7 +7,7 @@
 
 namespace qbx {
 
-/// "4711,4712"
+/// The text "4711,4712".
 [[nodiscard]] inline QString KeyList(const std::vector<qint64>& keys) {
   QString list;
   list.reserve(static_cast<qsizetype>(keys.size()) * 8);

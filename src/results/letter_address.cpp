@@ -6,7 +6,8 @@ namespace qbx {
 
 namespace {
 
-/// A postcode of the United Kingdom or of Ireland, or at least four digits in a row as most other countries have them.
+/// Whether the address holds a postcode of the United Kingdom or Ireland, or four to six successive digits, as in most
+/// other countries.
 bool HoldsPostcode(const QString& address) {
   static const QRegularExpression postcode(
       QStringLiteral(

@@ -1,4 +1,4 @@
-// Whether a letter can arrive at an address.
+// Whether a letter can be delivered to an address.
 
 #pragma once
 
@@ -9,7 +9,7 @@ namespace qbx {
 enum class AddressFault {
   kNone,
   kEmpty,
-  kNoPostcode,  ///< nothing in it looks like one
+  kNoPostcode,  ///< no part of it looks like a postcode
 };
 
 /// \param address  lines separated by CR

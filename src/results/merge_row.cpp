@@ -5,7 +5,7 @@
 namespace qbx {
 namespace {
 
-/// A date without its time; a host that keeps dates as text has them passed as they are.
+/// A date without its time. The text of a host that stores dates as text is passed unchanged.
 QString DateText(const Value& value) {
   return value.Type() == ValueType::kDateTime ? MergeDate(value.ToDateTime().date()) : value.ToText();
 }
@@ -14,15 +14,16 @@ QString DateText(const Value& value) {
 
 MergeValues MergeRow(const Recordset& rows, BlankContact blank) {
   MergeValues values;
-  values.title = rows.Field(u"Title"_qs).ToText();
-  values.firstname = rows.Field(u"Firstname"_qs).ToText();
-  values.lastname = rows.Field(u"Lastname"_qs).ToText();
-  values.contact = rows.Field(u"Contact"_qs).ToText();
-  values.make = rows.Field(u"Make"_qs).ToText();
-  values.model = rows.Field(u"Model"_qs).ToText();
-  values.regno = rows.Field(u"Vehicle"_qs).ToText();
-  values.duedate = DateText(rows.Field(u"Recall_Date"_qs));
-  if (blank == BlankContact::kBecomesCustomer && TrimBlanks(values.contact).isEmpty()) values.contact = u"Customer"_qs;
+  values.title = rows.Field(QStringLiteral("Title")).ToText();
+  values.firstname = rows.Field(QStringLiteral("Firstname")).ToText();
+  values.lastname = rows.Field(QStringLiteral("Lastname")).ToText();
+  values.contact = rows.Field(QStringLiteral("Contact")).ToText();
+  values.make = rows.Field(QStringLiteral("Make")).ToText();
+  values.model = rows.Field(QStringLiteral("Model")).ToText();
+  values.regno = rows.Field(QStringLiteral("Vehicle")).ToText();
+  values.duedate = DateText(rows.Field(QStringLiteral("Recall_Date")));
+  if (blank == BlankContact::kBecomesCustomer && TrimBlanks(values.contact).isEmpty())
+    values.contact = QStringLiteral("Customer");
   return values;
 }
 

@@ -8,13 +8,13 @@
 namespace qbx {
 
 enum class BlankContact {
-  kBecomesCustomer,  ///< "Customer", as letters, texts and e-mails greet
-  kStaysBlank,       ///< as the credit estimate counts
+  kBecomesCustomer,  ///< "Customer", used by letters, texts and e-mails
+  kStaysBlank,       ///< used by the credit estimate
 };
 
 /// Reads the current row of a recordset over [Campaign Results]: `Title`, `Firstname`, `Lastname`, `Contact`, `Make`,
-/// `Model`, `Vehicle`, `Recall_Date` ("dd/mm/yyyy", its date part only); the due time is always empty. NULL and missing
-/// columns read as empty.
+/// `Model`, `Vehicle`, `Recall_Date` (as "dd/mm/yyyy", without its time). The due time is always empty. NULL and
+/// missing columns are empty.
 [[nodiscard]] MergeValues MergeRow(const Recordset& rows, BlankContact blank);
 
 }  // namespace qbx

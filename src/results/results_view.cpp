@@ -1,5 +1,3 @@
-// The rows of the current campaign, as step 3 shows them.
-
 #include "results/results_view.h"
 
 #include <QHash>
@@ -41,7 +39,7 @@ bool ResultsView::DisplayResults(int campaignId) {
   counters_.UpdateCounters(campaignId);
   Recordset rows;
   const bool read = !statements_.dbOpenRecLong(rows, RowsOf(campaignId));
-  // The rows of the same campaign stay; those of another one would pass for its own.
+  // Rows of the same campaign stay. Rows of another campaign would be taken for this one's.
   if (!read && campaignId == campaignId_) return false;
   rows_ = std::move(rows);
   if (campaignId != campaignId_ && otherRows_) otherRows_();
@@ -88,17 +86,17 @@ void ResultsView::ReadAgain() {
   rows_.Requery();
   if (!kindsRead_) return;
   kinds_.Read(rows_, ReadTroubles());
-  rows_.ArrangeAgain();  // the filter may look at them
+  rows_.ArrangeAgain();  // the filter may depend on the kinds
 }
 
-/// \return false when the rows have to be read whole, since some came or the host knows no other way
+/// \return false when all rows must be read again, because some are new or the host cannot read single rows
 bool ResultsView::PutRows(const std::vector<qint64>& changed) {
   Recordset fresh;
   try {
     Procedure flags(statements_.Shared(), "proc_selp_Results_Flags");
     fresh = flags.Open({{"@CampaignID", campaignId_}, {"@RecordIDs", KeyList(changed)}});
   } catch (const DatabaseError&) {
-    return false;  // reading whole says what is the matter
+    return false;  // reading all rows reports the failure
   }
   if (!PutFlags(fresh, QSet<qint64>(changed.begin(), changed.end()))) return false;
   if (kindsRead_) kinds_.ReadAgain(fresh, changed, ReadTroubles());
@@ -106,13 +104,13 @@ bool ResultsView::PutRows(const std::vector<qint64>& changed) {
   return true;
 }
 
-/// Those of the rows that are not in the database any more are dropped.
-/// \return false when one is not in the recordset
+/// Also drops rows that the database no longer has.
+/// \return false when a row is missing in the recordset
 bool ResultsView::PutFlags(const Recordset& fresh, QSet<qint64> changed) {
   QHash<qint64, qint64> position;
   for (qint64 row = 0; row < fresh.RecordCount(); ++row)
     position.insert(fresh.At(row, 0).integer, row);
-  std::vector<int> columns;  // of `rows_`, by those of `fresh`
+  std::vector<int> columns;  // index in `rows_` for each column of `fresh`
   for (const Column& column : fresh.Columns())
     columns.push_back(rows_.ColumnIndex(column.name));
   const int key = rows_.ColumnIndex(QString::fromLatin1(kRowKey));
@@ -131,7 +129,7 @@ bool ResultsView::PutFlags(const Recordset& fresh, QSet<qint64> changed) {
 
 Recordset ResultsView::ReadTroubles() {
   Recordset troubles;
-  // A failure was reported, and the rows without troubles are still right.
+  // A failure was reported. The other kinds are right without the troubles.
   (void)statements_.dbOpenRec(troubles, QStringLiteral("proc_selp_Send_Troubles (%1)").arg(campaignId_));
   return troubles;
 }

@@ -1,4 +1,4 @@
-// The rows of the current campaign, as step 3 shows them.
+// The rows of the current campaign, shown on step 3.
 
 #pragma once
 
@@ -26,21 +26,20 @@ struct ResultsPresentation {
     QString caption;
     friend bool operator==(const Caption&, const Caption&) = default;
   };
-  std::vector<Caption> captions;  ///< of columns that are not captioned by their names
+  std::vector<Caption> captions;  ///< of the columns whose captions are not their names
   QStringList optInColumns;       ///< the three columns with the customer's consent
-  bool showOptIn = false;         ///< otherwise they are hidden
-  QStringList
-      hiddenColumns;  ///< never shown: the keys of row and campaign (the customer's number is the host's, and shown), and
-                      ///< the consent columns under their other names
+  bool showOptIn = false;         ///< whether the consent columns are shown
+  /// Columns that are never shown: the keys of row and campaign (the host's customer number is shown), and the
+  /// consent columns under their other names.
+  QStringList hiddenColumns;
 };
 
 [[nodiscard]] ResultsPresentation PresentResults(const EditionFlags& edition, const Options& options);
 
 /// Reads and keeps the rows that the results grid shows.
 ///
-/// The grid binds to `Rows()` and is told by the two callbacks when these were read anew. No method throws: a failure
-/// is reported, and rows and counters stay what they were, but that rows of another campaign are given up. Reading lets
-/// events run.
+/// The grid binds to `Rows()`; callbacks tell it when the rows were read again. No method throws. After a failure
+/// (reported) rows and counters are unchanged, but rows of another campaign are dropped. Reading lets events run.
 class ResultsView {
  public:
   /// The column that identifies a row.
@@ -48,45 +47,47 @@ class ResultsView {
 
   ResultsView(Statements& statements, Counters& counters, Diagnostics diagnostics);
 
-  /// Called after `DisplayResults`: bind the grid again.
+  /// Called after `DisplayResults`: the grid must be bound again.
   void OnDisplayed(std::function<void()> callback) { displayed_ = std::move(callback); }
-  /// Called by `RefreshResults` with what reads the rows again, so that the grid can keep its first visible row around
-  /// it. Reading throws DatabaseError when it fails; whoever catches it tells the user.
+  /// Called by `RefreshResults` with a function that reads the rows again, so that the grid can keep its first visible
+  /// row. That function throws DatabaseError on failure; whoever catches it tells the user.
   void OnRefresh(std::function<void(const std::function<void()>& requery)> callback) { refresh_ = std::move(callback); }
 
-  /// Called whenever rows or their flags may have changed: what was worked out from them is out of date.
+  /// Called whenever rows or their flags may have changed, so that derived data is out of date.
   void OnRead(std::function<void()> callback) { read_ = std::move(callback); }
 
-  /// Called when the rows shown are no longer those that were: a query replaced them, or another campaign's came.
+  /// Called when the shown rows are replaced: by a query, or by those of another campaign.
   void OnOtherRows(std::function<void()> callback) { otherRows_ = std::move(callback); }
 
-  /// A query has replaced the rows of the campaign in the database: those shown are out of date until they are read again.
+  /// A query has replaced the campaign's rows in the database: the shown rows are out of date until they are read
+  /// again.
   void RowsReplaced() {
     outOfDate_ = true;
     if (otherRows_) otherRows_();
   }
-  /// The rows shown are not the campaign's: they were replaced, or could not be read.
+  /// Whether the shown rows are not the campaign's present rows: they were replaced or could not be read.
   [[nodiscard]] bool OutOfDate(int campaignId) const {
     return outOfDate_ || campaignId != campaignId_ || !rows_.IsOpen();
   }
 
   /// Reads counters and rows of a campaign.
-  /// \return false on failure; `Rows()` is closed then when it held another campaign's
+  /// \return false on failure; `Rows()` is then closed if it held another campaign's rows
   bool DisplayResults(int campaignId);
-  /// Reads counters and rows of the same campaign again, in place: sort and recordset stay.
+  /// Reads counters and rows of the same campaign again into the same recordset, which stays sorted.
   bool RefreshResults();
 
-  /// The campaign whose rows are shown has another number now, and its rows with it: reads them under that one, in place.
+  /// The campaign whose rows are shown, and its rows, have a new number: reads them again under it.
   bool FollowCampaign(int campaignId);
 
-  /// Some rows of the campaign were changed or taken out in the database: reads counters, flags and kinds of these alone and puts them into `Rows()`,
-  /// which then are what reading all again would give. The grid is told as by `RefreshResults`.
+  /// Some rows of the campaign were changed or taken out in the database. Reads counters, flags and kinds of only these
+  /// rows and puts them into `Rows()`, with the same result as reading all rows again. The grid is told as by
+  /// `RefreshResults`.
   bool RefreshRows(const std::vector<qint64>& changed);
-  /// What the rows are; worked out when it is first asked for after they were read.
+  /// The kinds of the rows; found out at the first call after the rows were read.
   [[nodiscard]] const RowKinds& Kinds();
 
   [[nodiscard]] Recordset& Rows() { return rows_; }
-  /// The row count, whatever the grid shows of them, and " records "; "0 records " until the first display.
+  /// The number of rows without regard to the grid's filter, and " records "; "0 records " before the first display.
   [[nodiscard]] QString CountText() const;
   [[nodiscard]] int CampaignId() const { return campaignId_; }
 

@@ -4,6 +4,7 @@
 #include <bit>
 #include <utility>
 
+#include "results/flag_columns.h"
 #include "results/mobile_number.h"
 
 namespace qbx {
@@ -18,13 +19,13 @@ constexpr quint8 kOfFlags = Bit(RowKind::kText) | Bit(RowKind::kEmail) | Bit(Row
 constexpr quint8 kOfTroubles = Bit(RowKind::kFailed) | Bit(RowKind::kInDoubt);
 constexpr int kInDoubtState = 0;
 
-/// Where the columns stand that the kinds follow from.
+/// The indexes of the columns on which the kinds depend.
 struct KindColumns {
   explicit KindColumns(const Recordset& rows)
       : record(rows.ColumnIndex(QStringLiteral("RecordID"))),
-        text(rows.ColumnIndex(QStringLiteral("Send_SMS"))),
-        email(rows.ColumnIndex(QStringLiteral("Send_Email"))),
-        letter(rows.ColumnIndex(QStringLiteral("Send_Letter"))),
+        text(rows.ColumnIndex(kSendSmsFlag)),
+        email(rows.ColumnIndex(kSendEmailFlag)),
+        letter(rows.ColumnIndex(kSendLetterFlag)),
         mobile(rows.ColumnIndex(QStringLiteral("Mobile"))) {}
 
   [[nodiscard]] quint8 KindsOf(const StoredRow& row) const {
@@ -37,7 +38,7 @@ struct KindColumns {
   int record, text, email, letter, mobile;
 };
 
-/// Gives equal phones equal numbers, from 1 on; 0 is none.
+/// Numbers phones from 1, with the same number for the same phone; 0 is none.
 class Phones {
  public:
   quint32 NumberOf(const Cell& mobile) {
@@ -96,7 +97,7 @@ void RowKinds::ReadAgain(const Recordset& fresh, const std::vector<qint64>& chan
     SetTroubles(std::move(troubles));
 }
 
-/// What a row cannot tell by itself, and the numbers.
+/// Sets the kinds that depend on other rows or on the troubles, and counts all kinds.
 void RowKinds::Complete(Recordset troubles) {
   std::vector<int> sharing;
   for (const Row& row : std::as_const(*rows_)) {
@@ -128,7 +129,7 @@ void RowKinds::SetTroubles(Recordset troubles) {
   }
 }
 
-/// Sets them, and counts the difference.
+/// Sets the kinds of a row, and updates the counts.
 void RowKinds::SetKinds(Row& row, quint8 kinds) {
   for (unsigned changed = row.kinds ^ kinds; changed != 0; changed &= changed - 1) {
     const auto kind = static_cast<std::size_t>(std::countr_zero(changed));

@@ -1,4 +1,4 @@
-// What the rows of a campaign are: who gets what, and what needs a look.
+// The kinds of a campaign's rows: what each gets, and which need attention.
 
 #pragma once
 
@@ -13,40 +13,40 @@
 
 namespace qbx {
 
-/// A row can be of several kinds. The positions are those of `RowKindNames`.
+/// A row can be of several kinds. `RowKindNames` has the same order.
 enum class RowKind {
   kAll,
-  kText,        ///< Send_SMS is ticked, sent or not, as the counters count
+  kText,        ///< Send_SMS is ticked, whether sent or not, as in the counters
   kEmail,       ///< Send_Email
   kLetter,      ///< Send_Letter
   kNothing,     ///< none of the three
   kFailed,      ///< a text or an e-mail failed, and the row is not processed
-  kInDoubt,     ///< nobody knows whether a text or an e-mail went out
-  kSameMobile,  ///< another row of the campaign has the same phone, whatever either of them gets
+  kInDoubt,     ///< it is unknown whether a text or an e-mail went out
+  kSameMobile,  ///< another row of the campaign has the same phone, whatever the two get
 };
 inline constexpr int kRowKinds = 8;
 
-/// "all", "gets a text", "gets an e-mail", ... as a list shows them.
+/// The names "all", "gets a text", "gets an e-mail", ... for a list.
 [[nodiscard]] QStringList RowKindNames();
 
-/// The kinds of every row of a recordset, also of those that its filter hides.
+/// The kinds of every row of a recordset, including rows that its filter hides.
 class RowKinds {
  public:
   RowKinds();
 
-  /// Looks at every row.
-  /// \param rows      columns of [Campaign Results]
-  /// \param troubles  what `proc_selp_Send_Troubles` says of the campaign
+  /// Finds the kinds of all rows.
+  /// \param rows      with the columns of [Campaign Results]
+  /// \param troubles  the result of `proc_selp_Send_Troubles` for the campaign
   void Read(const Recordset& rows, Recordset troubles);
-  /// Looks again at some rows that were changed or are gone.
-  /// \param fresh  those of them that are there: `RecordID` and the send flags
+  /// Finds the kinds of some rows again, which were changed or deleted.
+  /// \param fresh  `RecordID` and the send flags of the ones that still exist
   void ReadAgain(const Recordset& fresh, const std::vector<qint64>& changed, Recordset troubles);
 
   [[nodiscard]] bool Is(qint64 recordId, RowKind kind) const;
-  /// How many rows are of a kind; of kAll, how many there are.
+  /// The number of rows of a kind; for kAll, of all rows.
   [[nodiscard]] int Count(RowKind kind) const { return counts_[static_cast<std::size_t>(kind)]; }
 
-  /// A condition for `Recordset::Filter`; none for kAll. It goes on telling what the kinds are after these were read again.
+  /// A condition for `Recordset::Filter`; none for kAll. It uses the present kinds, even after they were read again.
   /// \param rows  the recordset that is filtered
   [[nodiscard]] std::function<bool(const StoredRow& row)> Filter(RowKind kind, const Recordset& rows) const;
 
@@ -61,7 +61,7 @@ class RowKinds {
   void SetTroubles(Recordset troubles);
   void SetKinds(Row& row, quint8 kinds);
 
-  std::shared_ptr<Rows> rows_;  // the filters look at it, too
+  std::shared_ptr<Rows> rows_;  // shared with the filters
   std::vector<qint64> troubled_;
   std::array<int, kRowKinds> counts_ = {};
 };

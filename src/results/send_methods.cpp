@@ -2,6 +2,7 @@
 
 #include <span>
 
+#include "results/flag_columns.h"
 #include "settings/options.h"
 
 namespace qbx {
@@ -11,13 +12,13 @@ namespace {
 struct Rule {
   const char* caption;
   const char* tip;
-  int value;              ///< of its first statement
-  const char* condition;  ///< in front of the campaign's
-  const char* except;     ///< not null: a second statement clears the flag of the rows with this condition
+  int value;              ///< set by its first statement
+  const char* condition;  ///< added before the campaign's condition
+  const char* except;     ///< unless null: a second statement clears the flag of the rows with this condition
 };
 
 struct Channel {
-  const char* flag;
+  QLatin1String flag;
   const char* consentColumn;
   std::span<const Rule> rules;
 };
@@ -63,9 +64,9 @@ constexpr Rule kLetterRules[] = {
      "(Send_SMS = 1) AND"},
 };
 
-constexpr Channel kSms{"Send_SMS", "Can_Send_SMS", kSmsRules};
-constexpr Channel kEmail{"Send_Email", "Can_Send_Email", kEmailRules};
-constexpr Channel kLetter{"Send_Letter", "Can_Send_Letter", kLetterRules};
+constexpr Channel kSms{kSendSmsFlag, "Can_Send_SMS", kSmsRules};
+constexpr Channel kEmail{kSendEmailFlag, "Can_Send_Email", kEmailRules};
+constexpr Channel kLetter{kSendLetterFlag, "Can_Send_Letter", kLetterRules};
 
 QStringList Texts(const Channel& channel, const char* Rule::*text) {
   QStringList texts;
@@ -75,21 +76,20 @@ QStringList Texts(const Channel& channel, const char* Rule::*text) {
 }
 
 QString Statement(const Channel& channel, int value, const char* condition, int campaignId) {
-  return u"UPDATE [Campaign Results] SET %1 = %2 WHERE %3 CampaignID = %4"_qs.arg(
-      QString::fromLatin1(channel.flag), QString::number(value), QString::fromLatin1(condition),
-      QString::number(campaignId));
+  return QStringLiteral("UPDATE [Campaign Results] SET %1 = %2 WHERE %3 CampaignID = %4")
+      .arg(channel.flag, QString::number(value), QString::fromLatin1(condition), QString::number(campaignId));
 }
 
 QString Batch(const Channel& channel, const Rule& rule, int campaignId, bool askConsent) {
   QString batch = Statement(channel, rule.value, rule.condition, campaignId);
   if (rule.value == 1 && askConsent)
-    batch += u" AND IsNull(%1, 0) = 1"_qs.arg(QString::fromLatin1(channel.consentColumn));
-  if (rule.except) batch += u"; "_qs + Statement(channel, 0, rule.except, campaignId);
+    batch += QStringLiteral(" AND IsNull(%1, 0) = 1").arg(QString::fromLatin1(channel.consentColumn));
+  if (rule.except) batch += QStringLiteral("; ") + Statement(channel, 0, rule.except, campaignId);
   return batch;
 }
 
-/// The statements for a choice: one batch for each channel with a rule, in the order SMS, e-mail, letter. An "except" rule is two statements
-/// separated by "; ".
+/// The statements for a choice: one batch for each channel with a rule, in the order SMS, e-mail, letter. An "except"
+/// rule has two statements separated by "; ".
 QStringList SendMethodBatches(const SendMethods& methods, int campaignId, const Options& options) {
   const bool messagesAsk = options.Using_Vrelo && options.Only_Send_Comms_When_Opted_In;
   struct Choice {

@@ -11,28 +11,28 @@ namespace qbx {
 
 struct Options;
 
-/// The rules that can be chosen for each way of sending, in list order; the position is the rule's number.
+/// The rules for each way of sending, in the order of the lists; a rule's number is its position.
 [[nodiscard]] QStringList SmsRules();
 [[nodiscard]] QStringList EmailRules();
 [[nodiscard]] QStringList LetterRules();
 
-/// What each of them does to the rows, in a sentence. Where the options ask for consent, no rule ticks a row without it.
+/// A sentence for each rule about its effect. Where the options ask for consent, no rule ticks a row without it.
 [[nodiscard]] QStringList SmsRuleTips();
 [[nodiscard]] QStringList EmailRuleTips();
 [[nodiscard]] QStringList LetterRuleTips();
 
-/// What was chosen: positions in the lists above. -1, or any other position a list does not have, leaves the flag
-/// alone.
+/// The chosen positions in the lists above. A position that the list lacks, such as -1, leaves the flag alone.
 struct SendMethods {
   int sms = -1;
   int email = -1;
   int letter = -1;
 };
 
-/// Applies the rules to every row of a campaign, one batch after the other, so that a later rule sees the flags that an
-/// earlier one set. Each batch is a transaction, so that an "except" rule never leaves everybody flagged; none spans them: a batch that ran stays,
-/// also when another fails (already reported).
-/// \return true when every batch ran; none does while the options could not be read (kOptionsUnreadText), since consent would be unknown
+/// Applies the rules to every row of a campaign, in batches. A later rule sees the flags that an earlier one set. Each
+/// batch is a transaction, so an "except" rule never leaves everybody flagged. Batches that ran stay when a later one
+/// fails (already reported).
+/// \return true when every batch ran. None runs when the options could not be read (kOptionsUnreadText), because
+///         consent would be unknown
 bool SetSendMethods(Statements& statements, const SendMethods& methods, int campaignId, const Options& options);
 
 }  // namespace qbx

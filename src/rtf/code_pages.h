@@ -1,4 +1,4 @@
-// Bytes of RTF as text. Used inside this folder only.
+// Decoding the bytes of RTF. For use in this folder only.
 
 #pragma once
 
@@ -9,14 +9,13 @@
 
 namespace qbx {
 
-/// The code page of fonts such as Symbol, whose bytes are no letters: they become U+F000 and up.
+/// The code page of fonts such as Symbol. Their bytes are no letters and become U+F000 and up.
 inline constexpr int kSymbolCodePage = 42;
 
-/// The code page that goes with \fcharset, 0 where the letter's own applies.
+/// The code page for \fcharset; 0 where the letter's own code page applies.
 [[nodiscard]] int CodePageOfCharset(int charset);
 
-/// Decodes bytes of any code page. A byte that means nothing becomes U+FFFD; a code page that nobody knows is taken for
-/// Windows-1252.
+/// Decodes bytes of any code page. An undefined byte becomes U+FFFD; an unknown code page is read as Windows-1252.
 class CodePages {
  public:
   [[nodiscard]] QString Decode(const QByteArray& bytes, int codePage);

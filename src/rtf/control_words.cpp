@@ -18,7 +18,7 @@ constexpr const char* kObjects = "embedded objects";
 constexpr const char* kBorders = "borders and shading";
 
 constexpr RtfWord kWords[] = {
-    // Characters that have a name.
+    // Characters with a name.
     {u"~", InsertCharacter{u'\u00A0'}},
     {u"-", InsertCharacter{u'\u00AD'}},
     {u"_", InsertCharacter{u'\u2011'}},
@@ -39,7 +39,7 @@ constexpr RtfWord kWords[] = {
     {u"zwnj", InsertCharacter{u'\u200C'}},
     {u"ltrmark", InsertCharacter{u'\u200E'}},
     {u"rtlmark", InsertCharacter{u'\u200F'}},
-    // The look of characters.
+    // Character formats.
     {u"b", SetFlag{&C::bold}},
     {u"i", SetFlag{&C::italic}},
     {u"ul", SetFlag{&C::underline}},
@@ -94,7 +94,7 @@ constexpr RtfWord kWords[] = {
     {u"sect", Section},
     {u"sbknone", SectionGoesOn},
     {u"sbkcol", SectionGoesOn},
-    // Lists in the old way.
+    // Lists in the old syntax.
     {u"pn", D::OldMarker},
     {u"pnlvlblt", SetParagraph{&P::marker, QTextListFormat::ListDisc}},
     {u"pnlvlbody", SetParagraph{&P::marker, QTextListFormat::ListDecimal}},
@@ -103,7 +103,7 @@ constexpr RtfWord kWords[] = {
     {u"pnlcltr", SetParagraph{&P::marker, QTextListFormat::ListLowerAlpha}},
     {u"pnucrm", SetParagraph{&P::marker, QTextListFormat::ListUpperRoman}},
     {u"pnlcrm", SetParagraph{&P::marker, QTextListFormat::ListLowerRoman}},
-    // The whole letter.
+    // Words for the whole letter.
     {u"ansicpg", CodePage},
     {u"mac", MacCodePage},
     {u"pc", PcCodePage},
@@ -150,7 +150,7 @@ constexpr RtfWord kWords[] = {
     {u"xe", D::Skip},
     {u"tc", D::Skip},
     {u"datafield", D::Skip},
-    // What the editor has no place for.
+    // What the editor cannot hold.
     {u"trowd", Nothing, kTables},
     {u"cell", Cell, kTables},
     {u"nestcell", Cell, kTables},

@@ -1,4 +1,4 @@
-// The control words that the reader knows. Used inside this folder only.
+// The control words that the reader knows. For use in this folder only.
 
 #pragma once
 
@@ -9,26 +9,26 @@
 
 namespace qbx {
 
-/// What becomes of the text in a group.
+/// What happens to the text in a group.
 enum class RtfDestination {
-  Text,   ///< it is shown
-  Skip,   ///< nothing in it counts
-  Quiet,  ///< its own text does not count, but groups in it may
+  Text,   ///< shown
+  Skip,   ///< ignored with all groups in it
+  Quiet,  ///< ignored, except for the groups in it
   FontTable,
   ColourTable,
   ListTable,
   ListOverrides,
-  LevelText,  ///< of the list table: what stands before a list item
+  LevelText,  ///< of the list table: the text before a list item
   Picture,
-  FieldCode,      ///< \fldinst: what a field is
-  ShapeProperty,  ///< \sn: the name of one
-  OldMarker,      ///< \pn: the list that a paragraph belongs to, in the old way
+  FieldCode,      ///< \fldinst: the kind of a field
+  ShapeProperty,  ///< \sn: the name of a shape's property
+  OldMarker,      ///< \pn: the list of a paragraph in the old syntax
 };
 
 struct InsertCharacter {
   char16_t unit;
 };
-/// \b and \b0; \ulnone has `on` false.
+/// \b sets, \b0 clears; \ulnone has `on` false.
 struct SetFlag {
   bool RtfCharacter::*flag;
   bool on = true;
@@ -40,7 +40,7 @@ struct SetCharacter {
 struct CharacterNumber {
   int RtfCharacter::*member;
   int most;
-  int unsaid = 0;  ///< where no number stands
+  int unsaid = 0;  ///< the value when the word has no number
 };
 struct SetParagraph {
   int RtfParagraph::*member;
@@ -50,7 +50,7 @@ struct ParagraphNumber {
   int RtfParagraph::*member;
   int most = kMaxTwips;
 };
-/// Where a shape stands, in twips.
+/// The edges of a shape, in twips.
 struct RtfShape {
   int left = 0;
   int right = 0;
@@ -60,7 +60,7 @@ struct RtfShape {
 struct ShapeEdge {
   int RtfShape::*member;
 };
-/// Paper and margins, which are kept for the writer.
+/// Paper and margins, kept for the writer.
 struct PageWord {};
 enum class RtfCommand {
   Nothing,
@@ -94,12 +94,12 @@ using RtfAction = std::variant<RtfCommand, InsertCharacter, SetFlag, SetCharacte
 struct RtfWord {
   const char16_t* name;
   RtfAction action;
-  const char* loss = nullptr;  ///< what an edit of a letter with this word loses, for the user
+  const char* loss = nullptr;  ///< what a letter with this word loses by an edit, for the user
 };
 
 inline constexpr char kRtfDrawings[] = "drawings and text boxes";
 
-/// \return null for a word that the reader passes over
+/// \return null for a word that the reader ignores
 [[nodiscard]] const RtfWord* FindRtfWord(QStringView name);
 
 }  // namespace qbx

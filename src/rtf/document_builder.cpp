@@ -24,10 +24,10 @@ void SetLineHeight(QTextBlockFormat& format, const RtfParagraph& look) {
   }
 }
 
-/// Tab stops as Qt measures them: from where the first line begins.
+/// Tab stops measured as Qt does it: from the start of the first line.
 QList<QTextOption::Tab> TabsFromLineStart(const RtfParagraph& look, int firstLine) {
   QList<QTextOption::Tab> tabs = look.tabs;
-  // The second margin of a hanging indent is a tab stop by itself.
+  // The left margin of a hanging indent is a tab stop of its own.
   if (firstLine < 0) tabs.append(QTextOption::Tab(look.left, QTextOption::LeftTab));
   for (QTextOption::Tab& tab : tabs)
     tab.position = (tab.position - look.left - firstLine) / kTwipsAPixel;
@@ -93,7 +93,7 @@ const QTextBlockFormat& DocumentBuilder::FormatOf(const RtfParagraph& look, bool
   if (look.alignment != Qt::AlignLeft) format.setAlignment(Qt::Alignment(look.alignment));
   if (look.left != 0) format.setLeftMargin(Pixels(look.left));
   if (look.right != 0) format.setRightMargin(Pixels(look.right));
-  // The bullet of Qt hangs by itself.
+  // Qt's bullets hang by themselves.
   if (inList) format.setProperty(kMarkerIndent, look.firstLine);
   const int firstLine = inList ? 0 : look.firstLine;
   if (firstLine != 0) format.setTextIndent(Pixels(firstLine));
@@ -148,7 +148,7 @@ void DocumentBuilder::AddToList(const RtfParagraph& look, const QTextListFormat&
     return;
   }
   QTextListFormat flat = format;
-  flat.setIndent(0);  // the paragraph's own margin says where it stands
+  flat.setIndent(0);  // the paragraph's own margin gives its position
   openLists_[key] = cursor_.createList(flat);
 }
 

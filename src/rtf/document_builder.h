@@ -1,4 +1,4 @@
-// Puts what the reader finds into a document, paragraph by paragraph. Used inside this folder only.
+// Puts what the reader finds into a document, paragraph by paragraph. For use in this folder only.
 
 #pragma once
 
@@ -17,24 +17,24 @@ namespace qbx {
 
 class DocumentBuilder {
  public:
-  /// The document is emptied; the tables may be filled until the first paragraph ends.
+  /// Empties the document. The tables may still be filled until the first paragraph ends.
   DocumentBuilder(QTextDocument& document, const RtfFonts& fonts, const RtfColours& colours, const RtfLists& lists);
 
-  /// \param defaultFont  of characters that name none
+  /// \param defaultFont  for characters that name no font
   void SetDefaultFont(int defaultFont) { defaultFont_ = defaultFont; }
 
   void AddText(QStringView text, const RtfCharacter& look);
   void AddPicture(const RtfPicture& picture);
-  /// The next text of this paragraph stands in another cell of a table.
+  /// Puts the next text of this paragraph into another cell of a table.
   void EndCell() { ++cells_; }
 
-  /// Ends the paragraph, which has the look that holds at its end.
+  /// Ends the paragraph with the format that holds at its end.
   void EndParagraph(const RtfParagraph& look, const RtfCharacter& mark);
-  /// The same, unless there is nothing in it.
+  /// Ends the paragraph unless it is empty.
   void EndStarted(const RtfParagraph& look, const RtfCharacter& mark);
-  /// What follows stands on a new page.
+  /// Begins a new page.
   void BreakPage(const RtfParagraph& look, const RtfCharacter& mark);
-  /// Takes a page break back that nothing followed yet.
+  /// Drops a page break that nothing has followed yet.
   void ForgetBreak();
   void Finish(const RtfParagraph& look, const RtfCharacter& mark);
 
@@ -53,20 +53,20 @@ class DocumentBuilder {
   const RtfColours& colours_;
   const RtfLists& lists_;
   QTextCursor cursor_;
-  std::vector<Run> runs_;  ///< of the paragraph that has not ended
+  std::vector<Run> runs_;  ///< of the current paragraph
   RtfCharacter lastLook_;
   QTextCharFormat lastFormat_;
-  bool lastKnown_ = false;  ///< the two above belong together
+  bool lastKnown_ = false;  ///< whether `lastFormat_` is that of `lastLook_`
   RtfParagraph lastParagraph_;
   QTextBlockFormat lastBlockFormat_;
   bool lastInList_ = false;
-  bool goesOn_ = false;  ///< the last run has the last look, so that text may be added to it
+  bool goesOn_ = false;  ///< whether text may be added to the last run, because the format is the same
   bool anyParagraph_ = false;
   bool breakBefore_ = false;
   int cells_ = 0;
   int pictures_ = 0;
   int defaultFont_ = 0;
-  QHash<std::pair<int, int>, QTextList*> openLists_;  ///< by list and level; list 0: in the old way
+  QHash<std::pair<int, int>, QTextList*> openLists_;  ///< by list and level; list 0 is the old syntax
 };
 
 }  // namespace qbx

@@ -94,10 +94,10 @@ void GroupReader::ActOnLetter(RtfCommand command) {
       defaultTab_ = std::clamp(token_.number, 1, kMaxTwips);
       break;
     case RtfCommand::Columns:
-      if (token_.number > 1) losses_.insert(u"columns"_qs);
+      if (token_.number > 1) losses_.insert(QStringLiteral("columns"));
       break;
     case RtfCommand::LetterSpacing:
-      if (token_.number != 0) losses_.insert(u"letter spacing"_qs);
+      if (token_.number != 0) losses_.insert(QStringLiteral("letter spacing"));
       break;
     default:
       break;

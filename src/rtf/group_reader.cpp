@@ -85,8 +85,8 @@ void GroupReader::EndDestination(const State& inner) {
     shapeShown_ = true;
   }
   if (inner.destination == RtfDestination::FieldCode) {
-    // A shape may stand in a field of its own, which says nothing.
-    if (!collected_.trimmed().startsWith(u"SHAPE")) losses_.insert(u"fields and links"_qs);
+    // A shape may be in a field of its own, which means nothing.
+    if (!collected_.trimmed().startsWith(u"SHAPE")) losses_.insert(QStringLiteral("fields and links"));
     collected_.clear();
   }
 }
@@ -169,7 +169,7 @@ void GroupReader::Show(QStringView text) {
   switch (state_.destination) {
     case RtfDestination::Text:
       if (state_.character.hidden || state_.character.deleted) {
-        losses_.insert(state_.character.hidden ? u"hidden text"_qs : u"tracked changes"_qs);
+        losses_.insert(state_.character.hidden ? QStringLiteral("hidden text") : QStringLiteral("tracked changes"));
       } else {
         builder_.AddText(text, state_.character);
       }

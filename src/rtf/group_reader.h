@@ -1,4 +1,4 @@
-// Reads the groups of an RTF text, one token after the other. Used inside this folder only.
+// Reads the groups of an RTF text, token by token. For use in this folder only.
 
 #pragma once
 
@@ -22,10 +22,10 @@ namespace qbx {
 
 inline constexpr int kDefaultTabTwips = 720;
 
-/// How far the tab stops of a document lie apart where a paragraph sets none.
+/// Sets the distance of tab stops in paragraphs that set none.
 void SetTabDistance(QTextDocument& document, int twips);
 
-/// One reading of one text into one document.
+/// Reads one text into one document.
 class GroupReader {
  public:
   GroupReader(QStringView rtf, QTextDocument& document)
@@ -34,7 +34,7 @@ class GroupReader {
   RtfLosses Read();
 
  private:
-  /// What holds in a group and what its end restores.
+  /// The state that holds in a group; the end of the group restores the outer one.
   struct State {
     RtfDestination destination = RtfDestination::Text;
     RtfCharacter character = {};
@@ -80,12 +80,12 @@ class GroupReader {
   std::optional<RtfPicture> picture_;
   State state_;
   std::vector<State> outer_;
-  qsizetype tooDeep_ = 0;    ///< open groups that are passed over
-  int skip_ = 0;             ///< characters to pass over behind \u
-  bool star_ = false;        ///< the next word may be passed over with its group
-  QByteArray bytes_;         ///< not decoded yet
-  QString collected_;        ///< of a field code or the name of a shape's property
-  bool shapeShown_ = false;  ///< the shape is a picture, which is shown
+  qsizetype tooDeep_ = 0;    ///< number of open groups that are skipped as too deep
+  int skip_ = 0;             ///< characters to skip after \u
+  bool star_ = false;        ///< whether an unknown next word may be skipped with its group
+  QByteArray bytes_;         ///< bytes of text that are not decoded yet
+  QString collected_;        ///< text of a field code or of the name of a shape's property
+  bool shapeShown_ = false;  ///< whether the shape is a picture that is shown
   int codePage_ = 1252;
   int defaultFont_ = 0;
   int defaultTab_ = kDefaultTabTwips;

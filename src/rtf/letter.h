@@ -1,4 +1,4 @@
-// A letter between where it is stored and where it is edited.
+// A letter between its stored form and its editor.
 
 #pragma once
 
@@ -9,18 +9,19 @@
 
 namespace qbx {
 
-/// Loads a stored letter into a document and gives it back. A letter that nobody edited, or whose edits were all undone,
-/// comes back as it was stored, byte for byte; an edited one is written anew.
+/// Loads a stored letter into a document and gives it back. A letter without edits, or whose edits were all undone,
+/// comes back exactly as it was stored. An edited letter is written anew.
 class Letter {
  public:
-  /// \param document  of the editor. Its modified mark and undo steps belong to this class: only an edit may set them.
+  /// \param document  of the editor. This class owns its modified mark and its undo steps; otherwise only edits may set
+  ///                  them.
   explicit Letter(QTextDocument& document) : document_(document) {}
 
   /// \param stored  RTF or plain text
   /// \return what an edit will lose
   RtfLosses Load(const QString& stored);
 
-  /// The letter as it is to be stored; empty when nothing is in it. Cheap while nothing changes.
+  /// The letter in its stored form; empty when it has no content. Cheap as long as nothing changes.
   [[nodiscard]] QString Stored() const;
 
  private:

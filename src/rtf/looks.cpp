@@ -50,7 +50,7 @@ int AlignmentOf(const QTextBlockFormat& format) {
   return Qt::AlignLeft;
 }
 
-/// The tab stops from the margin of the page, without the one that a hanging indent is by itself.
+/// The tab stops, measured from the page's margin, without the one that a hanging indent is by itself.
 QList<QTextOption::Tab> TabsOf(const QTextBlockFormat& format, const RtfParagraph& look, int firstLine) {
   QList<QTextOption::Tab> tabs = format.tabPositions();
   for (QTextOption::Tab& tab : tabs)

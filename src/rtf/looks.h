@@ -1,4 +1,4 @@
-// What a document says about characters and paragraphs, in the words of RTF. Used inside this folder only.
+// The formats of a document's characters and paragraphs in terms of RTF. For use in this folder only.
 
 #pragma once
 
@@ -12,16 +12,16 @@
 namespace qbx {
 
 /// \param defaultFont  of the document, for what the format leaves open
-/// \param tables       get the font and the colours
+/// \param tables       receive the font and the colours
 [[nodiscard]] RtfCharacter LookOf(const QTextCharFormat& format, const QFont& defaultFont, WriterTables& tables);
 
-/// Without the page break before it.
+/// The format of a paragraph, without a page break before it.
 [[nodiscard]] RtfParagraph LookOf(const QTextBlock& block, WriterTables& tables);
 
-/// The control words that turn one look into another; no blank behind the last.
+/// The control words that change one format into another, without a blank after the last.
 [[nodiscard]] QByteArray WordsBetween(const RtfCharacter& from, const RtfCharacter& to);
 
-/// The control words of a paragraph, which begin with \pard; without its list.
+/// The control words of a paragraph, beginning with \pard and without its list.
 [[nodiscard]] QByteArray WordsOf(const RtfParagraph& look);
 
 }  // namespace qbx

@@ -1,4 +1,4 @@
-// The fonts of a letter that this computer does not have.
+// The fonts of a letter that this computer lacks.
 
 #pragma once
 
@@ -10,12 +10,13 @@
 namespace qbx {
 
 struct MissingFont {
-  QString name;     ///< as the letter has it and keeps it
-  QString shownAs;  ///< the font that stands for it here
+  QString name;     ///< as the letter names it
+  QString shownAs;  ///< the font that is used instead on this computer
 };
 
-/// In the order in which the letter uses them. Text without a font has the document's own. Needs a QGuiApplication, which knows the fonts.
-/// \param typedNext  the look of what is typed next, whose font comes last
+/// The missing fonts in the order in which the letter uses them. Text without a font uses the document's. Needs a
+/// QGuiApplication, which knows the fonts.
+/// \param typedNext  the format of what is typed next; its font comes last
 [[nodiscard]] QList<MissingFont> MissingFonts(const QTextDocument& document, const QTextCharFormat& typedNext = {});
 
 }  // namespace qbx

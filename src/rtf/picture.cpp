@@ -24,12 +24,12 @@ bool IsPictureWord(QStringView name) {
          name == u"macpict" || name == u"pmmetafile";
 }
 
-/// What is shown instead of a picture of another kind, stretched to its size.
+/// The image shown instead of a picture of another kind, stretched to its size.
 QImage Box() {
   QImage box(kBoxPixels, kBoxPixels, QImage::Format_RGB32);
   box.fill(QColor(0xE8, 0xE8, 0xE8));
   QPainter painter(&box);
-  painter.setPen(QPen(Qt::gray, 6));  // survives being made small
+  painter.setPen(QPen(Qt::gray, 6));  // wide enough to be seen when the box is made small
   painter.drawRect(box.rect());
   painter.drawLine(box.rect().topLeft(), box.rect().bottomRight());
   painter.drawLine(box.rect().bottomLeft(), box.rect().topRight());
@@ -45,7 +45,7 @@ QByteArray HexLines(const QByteArray& bytes) {
   return lines;
 }
 
-/// \return the bytes of a picture that was added to the document, as PNG or JPEG
+/// \return the bytes, as PNG or JPEG, of a picture that was added to the document
 QByteArray AddedPicture(const QVariant& resource) {
   if (resource.typeId() == QMetaType::QByteArray) {
     QByteArray bytes = resource.toByteArray();
@@ -107,7 +107,7 @@ QSizeF RtfPicture::Size() const {
 
 QTextImageFormat RtfPicture::AddTo(QTextDocument& document, int number) const {
   QTextImageFormat format;
-  format.setName(u"rtf-picture:"_qs + (shown_ ? QString::number(number) : u"box"_qs));
+  format.setName(QStringLiteral("rtf-picture:") + (shown_ ? QString::number(number) : QStringLiteral("box")));
   format.setProperty(kPictureWords, words_);
   format.setProperty(kPictureBytes, bytes_);
   const QSizeF size = Size();

@@ -30,7 +30,7 @@ RtfLosses ReadRtf(const QString& text, QTextDocument& document) {
     document.setPlainText(read.toString());
     SetTabDistance(document, kDefaultTabTwips);
   }
-  if (read.size() < text.size()) losses.prepend(u"everything behind the first 32 million characters"_qs);
+  if (read.size() < text.size()) losses.prepend(QStringLiteral("everything behind the first 32 million characters"));
   document.setUndoRedoEnabled(true);
   document.setModified(false);
   return losses;

@@ -1,4 +1,4 @@
-// Rich text in.
+// Reading rich text.
 
 #pragma once
 
@@ -8,23 +8,23 @@
 
 namespace qbx {
 
-/// What is read of a text at most; what stands behind is left out.
+/// The most characters of a text that are read; the rest is left out.
 inline constexpr qsizetype kMaxRtfCharacters = 32'000'000;
-/// Groups that stand deeper in one another are passed over.
+/// Groups nested deeper are skipped.
 inline constexpr qsizetype kMaxRtfDepth = 500;
 
-/// What a letter holds that the document has no place for, in plain words for the user ("tables", "headers and footers"),
-/// in alphabetical order. A letter that is edited and stored loses it; the text of tables and text boxes stays.
+/// What the document cannot hold of a letter, in plain words for the user ("tables", "headers and footers"), in
+/// alphabetical order. A letter that is edited and stored loses it; the text of tables and text boxes stays.
 using RtfLosses = QStringList;
 
 /// Whether a text begins as RTF does.
 [[nodiscard]] bool BeginsAsRtf(const QString& text);
 
-/// Puts a text into a document, whose contents and undo steps go. RTF is read with its fonts, colours, paragraphs,
-/// lists, page breaks and pictures; anything else is plain text. Whatever is damaged or unknown is passed over, so there
-/// is always a document.
+/// Reads a text into a document and drops the document's contents and undo steps. RTF is read with its fonts, colours,
+/// paragraphs, lists, page breaks and pictures; any other text is plain text. Damaged and unknown parts are skipped, so
+/// reading always succeeds.
 ///
-/// Characters beyond ASCII are taken as they are, also in RTF: merging puts them there.
+/// Characters beyond ASCII are taken as they are, also in RTF, because merging inserts them.
 RtfLosses ReadRtf(const QString& text, QTextDocument& document);
 
 }  // namespace qbx

@@ -24,7 +24,7 @@ class RtfWriter {
   QByteArray Write();
 
  private:
-  /// Characters of a paragraph that look alike.
+  /// Characters of a paragraph with one format.
   struct Run {
     qsizetype end;
     QTextCharFormat format;
@@ -44,7 +44,7 @@ class RtfWriter {
   QByteArray body_;
   RtfCharacter character_;
   std::optional<RtfParagraph> paragraph_;
-  bool openWord_ = false;  ///< a control word is the last, and text behind it needs a blank
+  bool openWord_ = false;  ///< whether a control word comes last, so that text after it needs a blank
 };
 
 QByteArray RtfWriter::Write() {
@@ -52,7 +52,7 @@ QByteArray RtfWriter::Write() {
   for (QTextBlock block = document_.begin(); block.isValid(); block = block.next())
     WriteParagraph(block);
   const double tab = document_.defaultTextOption().tabStopDistance() * kTwipsAPixel;
-  // A word processor takes blanks in a row for something else where no program signed the text.
+  // A word processor changes sequences of blanks when no generator is named.
   return "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff" + defaultFont + "\\deftab" + QByteArray::number(std::lround(tab)) +
          "\r\n{\\*\\generator QBX Marketing;}" + tables_.Written() + PageWords() + "\\plain\r\n" + body_ + "}\r\n";
 }
@@ -77,7 +77,7 @@ void RtfWriter::WriteParagraph(const QTextBlock& block) {
   openWord_ = false;
 }
 
-/// The marker as text, which readers show that know no lists, and the list in the old way.
+/// Writes the marker as text, for readers without lists, and the list in the old syntax.
 void RtfWriter::WriteMarker(const QTextBlock& block, const RtfParagraph& look, bool first) {
   const QTextListFormat format = block.textList()->format();
   const QString bullet = BulletOf(format);
@@ -94,7 +94,7 @@ void RtfWriter::WriteMarker(const QTextBlock& block, const RtfParagraph& look, b
   body_ += "{\\*\\pn" + (bullet.isEmpty() ? kind : "\\pnlvlblt\\pnf" + QByteArray::number(WriterTables::SymbolFont())) +
            "\\pnindent" + QByteArray::number(std::max(0, -look.firstLine)) +
            (bullet.isEmpty() ? "{\\pntxta.}}" : "{\\pntxtb\\'b7}}");
-  // Behind the old way, because the last one said holds where both are known.
+  // After the old syntax: a reader that knows both uses the last.
   AddWords("\\ls" + QByteArray::number(look.list) + "\\ilvl0");
 }
 
@@ -126,7 +126,7 @@ void RtfWriter::WriteText(QStringView text, const QTextCharFormat& format) {
     return;
   }
   ChangeLook(format);
-  // Text must not run into the word before it, nor may a value that merging puts there.
+  // A blank keeps the text, or a merged value, apart from the control word before it.
   if (openWord_) body_ += ' ';
   openWord_ = false;
   body_ += EscapedRtf(text);

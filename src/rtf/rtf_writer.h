@@ -1,4 +1,4 @@
-// Rich text out.
+// Writing rich text.
 
 #pragma once
 
@@ -7,11 +7,11 @@
 
 namespace qbx {
 
-/// Writes a document as RTF that word processors and classic rich-edit controls load. All of it is ASCII: other characters
-/// are written as \u with the nearest byte of Windows-1252 behind it.
+/// Writes a document as RTF that word processors and classic rich-edit controls load. The result is ASCII: other
+/// characters are written as \u, followed by the nearest byte of Windows-1252.
 ///
-/// Merge fields come out as merging finds them: braces escaped and in one piece. Where only a part of a field has another
-/// look, its first character decides.
+/// Merge fields are written as merging expects them: with escaped braces and in one piece. When a part of a field has
+/// another format, the format of the field's first character is used.
 [[nodiscard]] QString WriteRtf(const QTextDocument& document);
 
 }  // namespace qbx

@@ -27,7 +27,7 @@ Qt::Alignment AlignmentOf(const QTextBlock& block) {
   return alignment ? alignment : Qt::AlignLeft;
 }
 
-/// Takes what a look has in common with one more part.
+/// Reduces a format to what it shares with one more part.
 void Join(SelectionLook& look, const QFont& font, bool first) {
   const QString family = font.families().value(0, font.family());
   if (first) {
@@ -42,7 +42,7 @@ void Join(SelectionLook& look, const QFont& font, bool first) {
   look.underline &= font.underline();
 }
 
-/// Calls `visit` for each selected paragraph, that of the cursor where nothing is selected.
+/// Calls `visit` for each selected paragraph, or for the cursor's paragraph when nothing is selected.
 template <typename Visit>
 void ForEachBlock(const QTextCursor& selection, const Visit& visit) {
   QTextBlock block = selection.document()->findBlock(selection.selectionStart());

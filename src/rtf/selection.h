@@ -1,4 +1,4 @@
-// What an editor does with the selected part of a letter, without a window.
+// What an editor does with the selected part of a letter, without a widget.
 
 #pragma once
 
@@ -7,30 +7,30 @@
 
 namespace qbx {
 
-/// What a selection has in common.
+/// The format that all parts of a selection share.
 struct SelectionLook {
-  QString family = {};  ///< empty where there is more than one
-  double points = 0;    ///< 0 where there is more than one
+  QString family = {};  ///< empty when there are several
+  double points = 0;    ///< 0 when there are several
   bool bold = false;
   bool italic = false;
   bool underline = false;
-  Qt::Alignment alignment = {};  ///< one of left, centre, right, justified; none where there is more than one
+  Qt::Alignment alignment = {};  ///< left, centre, right or justified; none when there are several
   bool bullets = false;
-  bool pageBreak = false;  ///< before the paragraph of the cursor
+  bool pageBreak = false;  ///< whether one is before the cursor's paragraph
 };
 
-/// \param typing  the look of what is typed next, which counts where nothing is selected
+/// \param typing  the format of what is typed next, used when nothing is selected
 [[nodiscard]] SelectionLook LookOfSelection(const QTextCursor& selection, const QTextCharFormat& typing);
 
-/// Makes the selected paragraphs items of one list, or takes them out of theirs. One undo step.
+/// Makes the selected paragraphs items of one list, or removes them from theirs. One undo step.
 void SetBullets(QTextCursor selection, bool on);
 
-/// Begins a new page at the cursor, in front of it where it stands at the start of a paragraph; takes the break away where
-/// one is. One undo step.
+/// Begins a new page at the cursor (before the paragraph when the cursor is at its start), or removes the page break
+/// there. One undo step.
 void TogglePageBreak(QTextCursor& cursor);
 
-/// Takes away the page breaks that paragraphs got by being split off one that begins a page: those behind `start` up to
-/// that of the cursor. Belongs to the undo step before.
+/// Removes the page breaks that paragraphs got when they were split off one that begins a page: from after `start` up
+/// to the cursor's paragraph. Belongs to the previous undo step.
 void DropCopiedBreaks(const QTextCursor& cursor, int start);
 
 }  // namespace qbx

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kBulletNumbering = 23;
 constexpr int kNoNumbering = 255;
-constexpr qsizetype kMaxAround = 8;  ///< characters before and behind the number of a list item
+constexpr qsizetype kMaxAround = 8;  ///< characters before and after the number of a list item
 
 QTextListFormat::Style BulletStyle(const QString& text) {
   const QChar bullet = text.size() > 1 ? text[1] : QChar();

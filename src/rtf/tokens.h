@@ -1,4 +1,4 @@
-// The first look at RTF: groups, control words, text. Used inside this folder only.
+// Splitting RTF into tokens: groups, control words, text. For use in this folder only.
 
 #pragma once
 
@@ -7,25 +7,25 @@
 
 namespace qbx {
 
-/// One piece of an RTF text. It points into the text that it was read from.
+/// One piece of an RTF text. It points into that text.
 struct RtfToken {
   enum class Kind {
-    End,         ///< of the whole text
+    End,         ///< the end of the text
     GroupStart,  ///< {
     GroupEnd,    ///< }
-    Word,        ///< \name or \name123; also a symbol such as \~, whose name is that one character
+    Word,        ///< \name or \name123; also a symbol such as \~, whose name is this one character
     Byte,        ///< \'hh, the byte in `number`
-    Text,        ///< characters as they are, and the escaped ones \\, \{ and \}
-    Binary,      ///< what stands behind \bin123
+    Text,        ///< plain characters, and the escaped ones \\, \{ and \}
+    Binary,      ///< the bytes after \bin123
   };
   Kind kind = Kind::End;
-  QStringView text = {};  ///< name of a word; characters; bytes, one a character
-  int number = 0;         ///< of a word, 0 where none stands; a byte
+  QStringView text = {};  ///< the name of a word; characters; bytes, one a character
+  int number = 0;         ///< of a word, 0 when it has none; a byte
   bool hasNumber = false;
 };
 
-/// Cuts RTF into tokens. Takes anything: a damaged escape is passed over, line breaks between tokens are dropped, and a
-/// number beyond 32 bits becomes the nearest that fits.
+/// Splits RTF into tokens. Every text is accepted: a damaged escape is skipped, line breaks between tokens are dropped,
+/// and a number beyond 32 bits becomes the nearest that fits.
 class RtfTokens {
  public:
   explicit RtfTokens(QStringView rtf) : rtf_(rtf) {}
@@ -41,10 +41,10 @@ class RtfTokens {
   qsizetype at_ = 0;
 };
 
-/// A text without control characters (tabs stay) and without those that mean something to a QTextDocument itself.
+/// A text without control characters (tabs stay) and without characters that have a meaning for QTextDocument.
 [[nodiscard]] QString CleanedRtfText(QStringView text);
 
-/// Value of a hexadecimal digit, -1 for anything else.
+/// The value of a hexadecimal digit, -1 for anything else.
 [[nodiscard]] int HexDigit(QChar unit);
 
 }  // namespace qbx

@@ -7,8 +7,9 @@ namespace qbx {
 namespace {
 
 bool IsSymbolFont(const QString& name) {
-  static const QStringList kSymbolFonts{u"Symbol"_qs,      u"Wingdings"_qs, u"Wingdings 2"_qs,
-                                        u"Wingdings 3"_qs, u"Webdings"_qs,  u"Marlett"_qs};
+  static const QStringList kSymbolFonts{QStringLiteral("Symbol"),      QStringLiteral("Wingdings"),
+                                        QStringLiteral("Wingdings 2"), QStringLiteral("Wingdings 3"),
+                                        QStringLiteral("Webdings"),    QStringLiteral("Marlett")};
   return kSymbolFonts.contains(name, Qt::CaseInsensitive);
 }
 
@@ -29,12 +30,13 @@ int Numbering(QTextListFormat::Style style) {
   }
 }
 
-/// The marks of a list: their length in characters, then the characters, of which a zero is the number.
+/// The marks of a list: their length in characters, then the characters; a zero stands for the number.
 QByteArray LevelText(const QTextListFormat& format) {
   const QString bullet = BulletOf(format);
   if (!bullet.isEmpty()) return "{\\leveltext\\'01" + EscapedRtf(bullet) + ";}{\\levelnumbers;}";
   const auto withoutNumbers = [](const QString& text) { return EscapedRtf(text.left(8).remove(u';')); };
-  const QString suffix = format.hasProperty(QTextFormat::ListNumberSuffix) ? format.numberSuffix() : u"."_qs;
+  const QString suffix =
+      format.hasProperty(QTextFormat::ListNumberSuffix) ? format.numberSuffix() : QStringLiteral(".");
   const QByteArray before = withoutNumbers(format.numberPrefix());
   const qsizetype prefix = format.numberPrefix().left(8).remove(u';').size();
   const qsizetype length = prefix + 1 + suffix.left(8).remove(u';').size();
@@ -63,7 +65,7 @@ QByteArray EscapedRtf(QStringView text) {
       rtf += "\\~";
     } else if (code > 0x7F) {
       rtf += "\\u" + QByteArray::number(static_cast<qint16>(code));
-      // A character of a symbol font is known by its low byte alone to readers without Unicode.
+      // Readers without Unicode know a character of a symbol font by its low byte.
       const QByteArray nearest =
           code >> 8 == 0xF0 ? QByteArray(1, static_cast<char>(code & 0xFF)) : ToWindows1252(QString(unit));
       rtf += nearest == "?" ? nearest : "\\'" + nearest.toHex();
@@ -75,18 +77,18 @@ QByteArray EscapedRtf(QStringView text) {
 QString BulletOf(const QTextListFormat& format) {
   switch (format.style()) {
     case QTextListFormat::ListDisc:
-      return u"\u2022"_qs;
+      return QStringLiteral("\u2022");
     case QTextListFormat::ListCircle:
-      return u"\u25E6"_qs;
+      return QStringLiteral("\u25E6");
     case QTextListFormat::ListSquare:
-      return u"\u25AA"_qs;
+      return QStringLiteral("\u25AA");
     default:
       return {};
   }
 }
 
 WriterTables::WriterTables() {
-  (void)Font(u"Symbol"_qs);
+  (void)Font(QStringLiteral("Symbol"));
 }
 
 qsizetype WriterTables::Font(const QString& name) {

@@ -1,4 +1,4 @@
-// The tables that a written letter needs, filled while its text is written. Used inside this folder only.
+// The tables of a written letter, filled while its text is written. For use in this folder only.
 
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace qbx {
 
-/// A text in the middle of RTF: escaped, and beyond ASCII as \u.
+/// A text in RTF: escaped, characters beyond ASCII as \u.
 [[nodiscard]] QByteArray EscapedRtf(QStringView text);
 
 class WriterTables {
@@ -19,28 +19,28 @@ class WriterTables {
   WriterTables();
 
   [[nodiscard]] qsizetype Font(const QString& name);
-  /// \return 0 for an invalid colour, which means that of the surroundings
+  /// \return 0, the colour of the surroundings, for an invalid colour
   [[nodiscard]] qsizetype Colour(const QColor& colour);
   /// The number of a list, from 1.
   [[nodiscard]] qsizetype List(const QTextList* list);
-  /// The font of bullets.
+  /// The number of the font of bullets.
   [[nodiscard]] static qsizetype SymbolFont() { return 0; }
 
-  /// Font, colour and list tables with all that was asked for.
+  /// The font, colour and list tables with everything that was asked for.
   [[nodiscard]] QByteArray Written() const;
 
  private:
   [[nodiscard]] QByteArray WrittenLists() const;
 
   QStringList fonts_;
-  QList<QColor> colours_;  ///< from number 1
+  QList<QColor> colours_;  ///< numbered from 1
   QList<QTextListFormat> lists_;
   QHash<QString, qsizetype> fontNumbers_;
   QHash<QRgb, qsizetype> colourNumbers_;
   QHash<const QTextList*, qsizetype> listNumbers_;
 };
 
-/// The bullet of a list as text, empty for a list of numbers.
+/// The bullet of a list as text; empty for a numbered list.
 [[nodiscard]] QString BulletOf(const QTextListFormat& format);
 
 }  // namespace qbx

@@ -9,12 +9,12 @@ namespace qbx {
 namespace {
 
 struct EditionRow {
-  bool EditionFlags::*flag;  ///< null: the garage edition, which always applies
+  bool EditionFlags::*flag;  ///< null for the garage edition, which always applies
   const char* registryKey;
   const char* databaseBaseName;
 };
 
-// A later row wins.
+// A later row that applies overrides an earlier one.
 constexpr auto kEditions = std::to_array<EditionRow>({
     {nullptr, R"(SOFTWARE\Korvel Manager)", "QBXKorvelManager"},
     {&EditionFlags::vehicleSales, R"(SOFTWARE\Dastra Manager)", "QBXDastraManager"},
@@ -53,7 +53,7 @@ EditionFlags DetectEdition(const QString& programFolder) {
   EditionFlags edition;
   edition.vehicleSales = present("QBX_DA.EXE");
   edition.commercialVehicle = present("WEMANAGER.EXE");
-  // Each of these takes the place of those before it, but never of vehicle sales, which goes beside any.
+  // Each of these editions replaces those before it, but never vehicle sales, which combines with any edition.
   const bool vehicleSales = edition.vehicleSales;
   if (present("QBXTESSOR.EXE")) edition = {.vehicleSales = vehicleSales, .parts = true};
   if (present("QBXMARNEX.EXE")) edition = {.vehicleSales = vehicleSales, .boat = true};

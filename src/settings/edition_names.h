@@ -1,4 +1,4 @@
-// Which edition of the host product this is, and the names that follow from it.
+// Which edition of the host product this is, and the names that depend on it.
 
 #pragma once
 
@@ -14,20 +14,20 @@ inline constexpr char kProgramTitle[] = "QBX Marketing & Reporting Module";
 
 /// Names that depend on the edition.
 struct EditionNames {
-  QString productKey;    ///< registry path, with a "\" at the end
+  QString productKey;    ///< registry path, ends with "\"
   QString databaseName;  ///< base name and suffix
 };
 
-/// \param instance        put into the product key behind a blank unless empty
-/// \param databaseSuffix  put behind the database's base name
+/// \param instance        appended to the product key after a blank unless empty
+/// \param databaseSuffix  appended to the database's base name
 [[nodiscard]] EditionNames EditionNamesFor(const EditionFlags& edition, const QString& instance,
                                            const QString& databaseSuffix);
 
 /// Sets title, ProductKey and database name of the start-up values from their edition, instance and suffix.
 void WorkOutEditionNames(StartupValues& startup);
 
-/// Finds the edition by the host product's program files, looked for without regard to case. A file that cannot be
-/// looked for is missing.
+/// Finds the edition by the host product's program files, ignoring case. A file that cannot be looked for counts as
+/// missing.
 /// \param programFolder  with or without a separator at the end
 [[nodiscard]] EditionFlags DetectEdition(const QString& programFolder);
 

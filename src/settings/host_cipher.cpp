@@ -26,7 +26,7 @@ unsigned long long Length(qsizetype size) {
   return static_cast<unsigned long long>(size);
 }
 
-/// The text of a box, or nothing when it was not made with this key.
+/// The deciphered text of a box; nothing when the box was not made with this key.
 std::optional<QString> OpenBox(const QByteArray& box, const QByteArray& key) {
   if (box.size() < kNonceSize + kMacSize) return std::nullopt;
   QByteArray plain(box.size() - kNonceSize - kMacSize, '\0');
@@ -51,7 +51,7 @@ bool HostCipher::LoadKey(QString* error) {
     *error = QStringLiteral("The key file %1 could not be read: %2.").arg(keyFile_, file.errorString());
     return false;
   }
-  // A key file is 64 digits; anything far longer is some other file.
+  // A key file has 64 digits; a far longer file is no key file.
   const QByteArray digits = file.read(1024).trimmed();
   const QByteArray key = QByteArray::fromHex(digits);
   if (digits.size() != 2 * kKeySize || key.size() != kKeySize || key.toHex() != digits.toLower()) {

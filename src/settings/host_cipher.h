@@ -13,31 +13,31 @@ namespace qbx {
 /// Marks a password of the options table as enciphered.
 inline constexpr char kMarkedSecretPrefix[] = "b64!/";
 
-/// Enciphers and deciphers passwords with a key that only this installation has (XSalsa20-Poly1305: a changed text does
-/// not decipher).
+/// Enciphers and deciphers passwords with the key of this installation (XSalsa20-Poly1305: a changed text does not
+/// decipher).
 ///
 /// An enciphered text is base64 on one line, so it fits an INI or registry value. The key file holds 64 hexadecimal
 /// digits.
 class HostCipher {
  public:
-  /// \param keyFile  path; it is read at the first use. Empty: there is none
+  /// \param keyFile  path; the file is read at the first use. Empty for no key.
   HostCipher(QString keyFile, const LogFile& log);
 
   [[nodiscard]] const QString& KeyFile() const { return keyFile_; }
 
-  /// \return the enciphered text, a different one each time; nothing when the key cannot be used (`error` says why and
-  /// what to do)
+  /// \return the enciphered text, a different one each time; nothing when the key cannot be used (`error` then says why
+  ///         and what to do)
   [[nodiscard]] std::optional<QString> Encipher(const QString& text, QString* error);
 
   /// \param what  names the value in the log
-  /// \return the text; empty, and one log line, when it cannot be deciphered. An empty text is an empty text.
+  /// \return the text; empty, with one log line, when it cannot be deciphered. An empty text gives an empty text.
   [[nodiscard]] QString Decipher(const QString& enciphered, const QString& what);
 
-  /// A value of the options table: behind the marker "b64!/" it is deciphered, without it it is returned as it is.
+  /// The value of an option: deciphered after the marker "b64!/", unchanged without it.
   [[nodiscard]] QString Reveal(const QString& stored, const QString& what);
 
-  /// Makes a key file that only its owner may read. An existing one is left alone, since what it enciphered would be
-  /// lost.
+  /// Makes a key file that only its owner may read. An existing file is left alone: without it, the texts that it
+  /// enciphered would be lost.
   /// \return empty, or what went wrong
   [[nodiscard]] static QString CreateKeyFile(const QString& path);
 

@@ -1,4 +1,4 @@
-// Storing a value of the database in a member of a struct of options.
+// Storing a database value in a member of a struct of options.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// The company's options: what the host database holds for the login's company, and how each key is read.
+// The company's options in the host database, and how each is read.
 
 #pragma once
 
@@ -8,16 +8,16 @@
 
 namespace qbx {
 
-/// Level of the database's marketing module that this program was made for.
+/// The level of the database's marketing module for which this program was made.
 inline constexpr int kModuleSchemaLevel = 6;
 
-/// The options as `OptionsLoader` read them. A member per key, named as the key; a member that was never read, or was
-/// NULL, is false, 0 or empty. Many belong to the host product and are only carried.
+/// The options as `OptionsLoader` read them. There is a member for each key, named as the key; a member that was never
+/// read, or was NULL, is false, 0 or empty. Many options belong to the host product and are not used here.
 struct Options {
   // Versions, read before the rows.
   int DatabaseVersion = 0;        ///< of the host database; 0 until loaded
   int ModuleDatabaseVersion = 0;  ///< of the marketing module in it; kModuleSchemaLevel when it fits this program
-  bool ReadFailed = false;        ///< the last reading broke off: what the rows say about consent may be missing
+  bool ReadFailed = false;        ///< the last reading failed: members about consent may be missing
 
   // From the row of company "A".
   bool Boats = false;
@@ -84,22 +84,22 @@ struct Options {
   bool HireSettings = false;
   QString Reminder_From_Name;   ///< display name of the sender of e-mails
   QString Reminder_From_Email;  ///< address of the sender of e-mails
-  QString Reminder_From_SMS;    ///< sender name of texts, resolved: never empty once loaded
+  QString Reminder_From_SMS;    ///< the sender name of texts as it is used; never empty once loaded
   QString SMS_Server;
   QString SMTP_Server;
   QString SMTP_Port;
   bool SMTP_UseSSL = false;
   bool SMTP_Authenticate = false;
   QString SMTP_UserName;
-  QString SMTP_Password;  ///< in the clear: deciphered when it was stored with the marker "b64!/"
+  QString SMTP_Password;  ///< in the clear; deciphered when stored with the marker "b64!/"
   QString SMTP_FromEmail;
   QString SMTP_ReplyTo;
   QString Company;
   QString Address;
   QString CompanyRegDetails;
   QString CoPostcode;
-  QString CoTelNo;  ///< the own row's; company "A"'s row has one too, which it replaces
-  QString CoFaxNo;  ///< the own row's; "vrm" in company "A"'s row marks the vehicle-sales edition
+  QString CoTelNo;  ///< the own row's value, which replaces that of company "A"
+  QString CoFaxNo;  ///< the own row's value; "vrm" in the row of company "A" marks the vehicle-sales edition
   QString CompanyID;
   QString Reminder3Name;
   QString Reminder4Name;
@@ -110,7 +110,7 @@ struct Options {
   QString MOT_Reminder_Name;     ///< name of the test-due reminder, "MOT" when none is set
   bool Accounts_Export = false;  ///< always false in the vehicle-sales edition
 
-  // From the company's own row, for reports; a database without them is no fault.
+  // From the company's own row, for reports. A database without these columns is valid.
   bool DetailedReport = false;
   bool PrintMechanic = false;
   QString RemindersFont;
@@ -126,12 +126,12 @@ enum class OptionType { kBoolean, kInteger16, kInteger32, kText };
 /// Which row of the options a key is read from.
 enum class OptionSource { kCompanyA, kOwn };
 
-/// What is done with a value beyond storing it.
+/// What is done with a value beside storing it.
 enum class OptionRule {
   kNone,
   kVehicleSalesMarker,  ///< "vrm" turns the vehicle-sales edition on
-  kCustomerCode,        ///< lower case; the INI file follows
-  kTimeout,             ///< below 3 becomes 15; set on the shared connection
+  kCustomerCode,        ///< becomes lower case; written to the INI file as well
+  kTimeout,             ///< below 3 becomes 15; also set on the shared connection
   kSmsSender,           ///< empty or "The Garage" becomes SMS_Sender_ID, a blank one "The Garage"
   kMarkedSecret,        ///< deciphered when it starts with "b64!/"
   kTestReminderName,    ///< "MOT" when blank
@@ -147,12 +147,12 @@ struct OptionKey {
   OptionSource source;
   std::variant<bool Options::*, int Options::*, QString Options::*> member;
   OptionRule rule = OptionRule::kNone;
-  bool mayBeMissing = false;  ///< a result without this column is no failure
+  bool mayBeMissing = false;  ///< a result without this column is valid
 
-  [[nodiscard]] bool IsSecret() const;  ///< a password: not to be listed
+  [[nodiscard]] bool IsSecret() const;  ///< whether it is a password, which must not be listed
 };
 
-/// What refuses to select or contact anybody while the options could not be read, since nobody's consent could be checked.
+/// The refusal to select or contact anybody when the options could not be read, because consent could not be checked.
 inline constexpr char kOptionsUnreadText[] =
     "The company's settings could not be read, so it is not known whether only customers who opted in may be contacted. Nothing was done.";
 

@@ -12,20 +12,20 @@
 
 namespace qbx {
 
-/// Fills `Options`; called after every successful connection and again before each query run.
+/// Fills `Options`. Called after every successful connection, and again before each query run.
 class OptionsLoader {
  public:
   /// All references must outlive the loader.
   OptionsLoader(Statements& statements, IniFile& ini, HostCipher& cipher, StartupValues& startup, EventContext& context,
                 Options& options, Diagnostics diagnostics);
 
-  /// Compares the module's level (the user is told when it is not kModuleSchemaLevel; loading goes on), reads the rows
-  /// of company "A" and of `startup.companyCode`, and works out the edition names again.
+  /// Compares the module's level with kModuleSchemaLevel (a difference is shown to the user; loading goes on), reads
+  /// the rows of company "A" and of `startup.companyCode`, and renews the edition names.
   ///
-  /// Also writes: `context.DatabaseVersion`, `startup.edition` (the "vrm" marker), the command time-out of the shared
+  /// Also sets `context.DatabaseVersion`, `startup.edition` (the "vrm" marker), the command time-out of the shared
   /// connection, and "Customer" of the INI file.
-  /// \return false when a read failed: the user was told, reading stopped there, what was read before stays. While the
-  ///         program was never connected nothing is shown.
+  /// \return false when a read failed: the user was told, and what was read before the failure stays. Nothing is shown
+  ///         as long as the program was never connected.
   bool LoadOptions();
 
  private:

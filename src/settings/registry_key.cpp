@@ -87,7 +87,7 @@ bool CRegistry::GetKeyInfo() {
   QString error;
   auto values = (AccessType & kKeyQueryValue) != 0 ? services_.store.Values(root, path, &error) : std::nullopt;
   if (!values) {
-    if (error.isEmpty()) error = QStringLiteral("5");  // access denied, as the platform numbers it
+    if (error.isEmpty()) error = QStringLiteral("5");  // the platform's number for "access denied"
     services_.diagnostics.log.WriteLog(QStringLiteral("Error on Registry Query of Key: ") + path +
                                        QStringLiteral(",  Err: ") + error);
     services_.failures.reported = true;
@@ -102,7 +102,7 @@ bool CRegistry::IsMissing() const {
   return !services_.store.KeyExists(root, Path()) && HiveError().isEmpty();
 }
 
-// A hive that cannot be read knows no key; only the question for the values tells that from a missing key.
+// A hive that cannot be read has no keys; only reading the values tells this from a missing key.
 QString CRegistry::HiveError() const {
   QString error;
   (void)services_.store.Values(root, Path(), &error);
@@ -164,7 +164,7 @@ void CRegistry::LogDebugQueryValue() {
 }
 
 bool CRegistry::SetValue(const QString& name, const QString& data, RegistryType type) {
-  // Making the key counts as reporting, so whether the user hears of it is settled before.
+  // A failure to make the key counts as reported, so whether to tell the user is decided first.
   const bool tell = !bNoErrors && !services_.failures.reported;
   if (const QString failure = OpenKey(); !failure.isEmpty()) {
     LogDebugQueryValue();

@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kSmallestHeight = 1200;  // twips
 
-/// The whole numbers of a text that lists exactly that many, separated by ",".
+/// The whole numbers of a text that lists exactly `count` of them, separated by ",".
 template <size_t count>
 std::optional<std::array<int, count>> SplitNumbers(const QString& text) {
   const QStringList parts = text.split(QLatin1Char(','));
@@ -22,7 +22,7 @@ std::optional<std::array<int, count>> SplitNumbers(const QString& text) {
   return numbers;
 }
 
-/// Name of a list column's value, counted from 01.
+/// The name of a list column's value; columns count from 01.
 QString ViewName(int column) {
   return QStringLiteral("View%1").arg(column + 1, 2, 10, QLatin1Char('0'));
 }
@@ -74,7 +74,7 @@ QString RegistryValues::sysLoadValueFromRegistry(const QString& section, const Q
   CRegistry registry(services_);
   registry.root = how.machineHive ? RegistryHive::kLocalMachine : RegistryHive::kCurrentUser;
   registry.key = KeyPath(section, how.perUser, how.baseKey);
-  // A value that was never stored is no failure, and neither is the key that it would be in.
+  // A value that was never stored is no failure, even when its key is missing.
   QString value = registry.IsMissing() ? QString() : registry.GetValue(valueName);
   if (value.isEmpty()) value = how.defaultValue;
   return value.isEmpty() && how.emptyAsFalse ? QStringLiteral("False") : value;

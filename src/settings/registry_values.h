@@ -13,11 +13,11 @@ namespace qbx {
 
 /// How a general value is read.
 struct RegistryRead {
-  bool perUser = false;       ///< the user's name stands between the base key and the section
+  bool perUser = false;       ///< puts the user's name between the base key and the section
   bool emptyAsFalse = false;  ///< an empty result becomes "False"
-  QString baseKey = {};       ///< instead of ProductKey; with a "\" at the end
+  QString baseKey = {};       ///< replaces ProductKey; ends with "\"
   bool machineHive = false;   ///< HKEY_LOCAL_MACHINE instead of HKEY_CURRENT_USER
-  QString defaultValue = {};  ///< for a value that is missing, empty, or cannot be read
+  QString defaultValue = {};  ///< for a value that is missing, empty or unreadable
 };
 
 /// Window position and size in twips (15 to a logical pixel).
@@ -30,7 +30,7 @@ struct WindowPosition {
   friend bool operator==(const WindowPosition&, const WindowPosition&) = default;
 };
 
-/// "top, left, width, height".
+/// The text "top, left, width, height".
 [[nodiscard]] QString FormatWindowPosition(const WindowPosition& position);
 /// A negative top becomes 0, a height below 1200 becomes 1200.
 /// \return nothing when the text does not split into four numbers
@@ -38,20 +38,20 @@ struct WindowPosition {
 
 /// One column of a list view.
 struct ListViewColumn {
-  int position = 0;  ///< place in the shown order, 0 the first
+  int position = 0;  ///< place in the shown order, from 0
   int width = 0;     ///< logical pixels
 
   friend bool operator==(const ListViewColumn&, const ListViewColumn&) = default;
 };
 
-/// The registry routines, under `ProductKey` of the start-up values. A failure to read gives the default; no call
-/// throws.
+/// The registry routines, below `ProductKey` of the start-up values. A value that cannot be read is the default. No
+/// call throws.
 class RegistryValues {
  public:
   /// All references must outlive this.
   RegistryValues(RegistryServices services, const StartupValues& startup);
 
-  /// Writes a text to HKEY_CURRENT_USER, making the key when it is missing.
+  /// Writes a text to HKEY_CURRENT_USER and makes a missing key.
   /// \param section  key below the base key; may be empty
   /// \param perUser  puts the user's name between the base key and the section
   /// \return false when it failed (already reported)
@@ -65,14 +65,14 @@ class RegistryValues {
   /// Writes a text to HKEY_LOCAL_MACHINE.
   bool SaveValueToLocalMachine(const QString& section, const QString& valueName, const QString& value);
 
-  /// Stores where the user left a window; a minimised or maximised one is not stored.
+  /// Stores the position of a window, unless the window is minimised or maximised.
   void SaveWindowPosition(const QString& form, const WindowPosition& position, bool minimisedOrMaximised);
   [[nodiscard]] std::optional<WindowPosition> LoadWindowPosition(const QString& form);
 
   /// Stores the columns of a list, one value each.
   void sysSaveListViewPos(const QString& list, const std::vector<ListViewColumn>& columns);
-  /// \param columnCount  columns the list has
-  /// \return that many columns, or nothing when the stored layout is missing, damaged or of another number of columns
+  /// \param columnCount  number of columns of the list
+  /// \return that many columns; nothing when the stored layout is missing, damaged or has another number of columns
   [[nodiscard]] std::optional<std::vector<ListViewColumn>> sysLoadListViewPos(const QString& list, int columnCount);
 
  private:

@@ -1,4 +1,4 @@
-// What marks the work of one run of the program.
+// The run key, which marks the work of one run of the program.
 
 #pragma once
 
@@ -11,7 +11,7 @@ namespace qbx {
 /// "user-ddMMyy-HHmmss-n" with n from 0 to 98, at most 36 characters.
 [[nodiscard]] QString MakeRunKey(const QString& user, const QDateTime& now);
 
-/// The day on which the run of a key began; nothing when the key is none.
+/// The day on which the run with this key began; nothing when the text is no run key.
 [[nodiscard]] std::optional<QDate> DayOfRunKey(const QString& key);
 
 }  // namespace qbx

@@ -1,4 +1,4 @@
-// Section "Service" of the INI file: what belongs to the host product and its services.
+// The section "Service" of the INI file, which describes the host product and its services.
 
 #pragma once
 
@@ -12,42 +12,43 @@ namespace qbx {
 
 inline constexpr char kServiceSection[] = "Service";
 
-/// One key of the section, as documented.
+/// One key of the section, as the documentation lists it.
 struct ServiceKey {
   const char* name;
   const char* defaultValue;
-  bool enciphered;  ///< stored as `marketingctl encipher` makes it
+  bool enciphered;  ///< whether it is stored as `marketingctl encipher` writes it
   const char* description;
 };
 
 /// Every key of the section.
 [[nodiscard]] std::span<const ServiceKey> ServiceKeys();
 
-/// The values of the section. Passwords are in the clear here and must never be logged or shown.
+/// The values of the section. It holds passwords in the clear, which must never be logged or shown.
 struct ServiceSettings {
-  QString keyFile = {};                 ///< absolute path
-  QString builtInPassword = {};         ///< database login of an installation with the old settings
-  QString builtInPassword2 = {};        ///< database login with settings version 2
-  QString alternativePassword = {};     ///< tried when the server refuses the login
-  QString mailHost = {};                ///< the product family's mail server; empty: there is none, and no server is it
-  QString mailAccount = {};             ///< its account
-  QString mailPassword = {};            ///< password of that account
-  int implicitTlsPort = 465;            ///< mail port where TLS starts with the first byte
-  QString caFile = {};                  ///< extra authorities for TLS, absolute path; empty: the system's alone
+  QString keyFile = {};              ///< absolute path
+  QString builtInPassword = {};      ///< database login of an installation with the old settings
+  QString builtInPassword2 = {};     ///< database login with settings version 2
+  QString alternativePassword = {};  ///< tried when the server refuses the login
+  QString mailHost = {};             ///< the product family's mail server; empty when there is none
+  QString mailAccount = {};          ///< its account
+  QString mailPassword = {};         ///< password of that account
+  int implicitTlsPort = 465;         ///< mail port where TLS starts with the first byte
+  /// PEM file with more authorities for TLS, absolute path; empty for the system's alone.
+  QString caFile = {};
   QString supportTelephone = {};        ///< shown with refused test texts
-  QString databaseServiceUnit = {};     ///< systemd unit of service "mssqlserver"
-  QString qbxDatabaseServiceUnit = {};  ///< systemd unit of service "mssql$qbx"
+  QString databaseServiceUnit = {};     ///< systemd unit of the service "mssqlserver"
+  QString qbxDatabaseServiceUnit = {};  ///< systemd unit of the service "mssql$qbx"
   int connectTimeout = 10;              ///< seconds to reach the SMS gateway or a mail server
   int httpTimeout = 30;                 ///< seconds for the whole answer of the SMS gateway
   int mailReplyTimeout = 60;            ///< seconds for each answer of a mail server
   int mailTimeout = 300;                ///< seconds for one e-mail
 };
 
-/// Path of the key file that the section names; the program folder's "QBX.KEY" when it names none.
+/// The path of the key file that the section names, by default "QBX.KEY" in the program folder.
 [[nodiscard]] QString ServiceKeyFile(const IniFile& ini, const QString& programFolder);
 
-/// Reads the section. A missing key gives its default, a time-out or port that is no number above 0 too, a password
-/// that cannot be deciphered is empty (and logged). Relative paths are below the program folder.
+/// Reads the section. A missing key gives its default, and so does a time-out or port that is no number above 0. A
+/// password that cannot be deciphered is empty (and logged). Relative paths are below the program folder.
 [[nodiscard]] ServiceSettings ReadServiceSettings(const IniFile& ini, const QString& programFolder, HostCipher& cipher);
 
 }  // namespace qbx

@@ -18,7 +18,7 @@ bool IsLatinDigit(QChar c) {
   return c >= u'0' && c <= u'9';
 }
 
-/// Signs such as "&" go through mostly, so a name is not refused for them.
+/// Most networks accept signs such as "&", so a name may hold them.
 bool IsNameCharacter(QChar c) {
   return c >= u' ' && c <= u'~';
 }

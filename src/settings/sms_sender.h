@@ -1,4 +1,4 @@
-// Who a text message says it is from.
+// The sender of a text message.
 
 #pragma once
 
@@ -6,15 +6,15 @@
 
 namespace qbx {
 
-/// What a sender of texts has to be; networks refuse or cut others. A number has 15 digits at most, behind a "+" or not (ITU-T E.164); a name has 11
-/// characters at most (3GPP TS 23.040, section 9.1.2.5), and accents are not taken everywhere.
+/// The rule for senders of texts; networks refuse or cut others. A number has at most 15 digits, after an optional "+"
+/// (ITU-T E.164). A name has at most 11 characters (3GPP TS 23.040, section 9.1.2.5); some networks refuse accents.
 inline constexpr char kSmsSenderRule[] =
     "a name of 11 letters, digits and blanks at most, or a number of 15 digits at most";
 
-/// Whether networks take a sender. An empty one is not set, which is no fault.
+/// Whether networks accept a sender. An empty sender is not set, which is allowed.
 [[nodiscard]] bool IsSmsSender(const QString& sender);
 
-/// Whether a sender is a number, to which a phone can reply.
+/// Whether a sender is a number, which the receiver can reply to.
 [[nodiscard]] bool IsSmsNumber(const QString& sender);
 
 }  // namespace qbx

@@ -9,8 +9,8 @@
 
 namespace qbx {
 
-/// Per-user options, named as their columns. Colours are 24-bit RGB numbers (red in the lowest byte), font sizes
-/// points.
+/// The options of one user, named as their columns. Colours are 24-bit RGB numbers (red in the lowest byte), font sizes
+/// are in points.
 struct UserOptions {
   QString UserId;
   int SORTED_COLUMN_COLOUR = 0;
@@ -43,12 +43,13 @@ struct UserOptions {
   bool ALWAYS_SHOW_GRID_BROWSE_BUTTONS = false;
   bool SHOW_EDIT_UPDATED_MESSAGE = false;
   bool DISPLAY_TOOLBAR_CAPTIONS = false;
-  QString REPORT_PRINTER;  ///< printer for reports, empty for the system's default; a database without it is no fault
+  /// Printer for reports, empty for the system's default; a database without this column is valid.
+  QString REPORT_PRINTER;
 };
 
-/// Reads the options of a user; makes the row when there is none yet.
-/// \param options  changed only when the row could be read whole
-/// \return false on failure, after the user was shown message 221; a statement's own failure was reported before
+/// Reads the options of a user, and adds a row for a user who has none.
+/// \param options  changed only when the whole row could be read
+/// \return false on failure, after the user was shown message 221; the failing statement was reported before
 bool sysLoadUserInfo(Statements& statements, Diagnostics diagnostics, const QString& user, UserOptions& options);
 
 }  // namespace qbx

@@ -29,7 +29,7 @@ QStringList ReadWords(const QString& path) {
   return words;
 }
 
-/// Adds a word to a file that another window of the user may be adding to.
+/// Adds a word to the file under a lock, because other windows of the user write to the same file.
 QString WriteWord(const QString& path, const QString& word) {
   const FileLock lock(path + QStringLiteral(".lock"), kLockTimeout);
   if (!lock.Locked()) return QStringLiteral("The file \"%1\" is in use.").arg(path);
@@ -41,10 +41,10 @@ QString WriteWord(const QString& path, const QString& word) {
 
 }  // namespace
 
-/// Dictionaries have a character set each; its words cross over here.
+/// A Hunspell dictionary. It converts words between the program's text and the dictionary's character set.
 class SpellChecker::Dictionary {
  public:
-  /// \return null when the language is not installed, or in a character set that is not known
+  /// \return null when the language is not installed or its character set is unknown
   static std::unique_ptr<Dictionary> Open(const QString& folder, const QString& language) {
     const QString path = folder + u'/' + language;
     if (!QFileInfo(path + QStringLiteral(".aff")).isReadable()) return nullptr;

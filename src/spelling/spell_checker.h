@@ -9,15 +9,15 @@
 
 namespace qbx {
 
-/// Where dictionaries and the user's own words are.
+/// The dictionary's language and the file of the user's own words.
 struct SpellingFiles {
-  QStringList languages;  ///< such as "en_GB"; the first that is installed is taken
-  QString ownWords;       ///< the user's own words, one a line in UTF-8; made with the first word
+  QStringList languages;  ///< such as "en_GB"; the first installed one is used
+  QString ownWords;       ///< the user's own words, one a line in UTF-8; the file is made with the first word
   QString folder = QStringLiteral("/usr/share/hunspell");
 };
 
-/// One dictionary, the user's own words, and the words that are ignored until the program ends. Without a dictionary
-/// every word counts as correct.
+/// Checks words against one dictionary, the user's own words, and the words ignored until the program ends. Without a
+/// dictionary every word counts as correct.
 ///
 ///   SpellChecker checker({.languages = {"en_GB"}, .ownWords = folder + "MARKETING-WORDS-pat.TXT"});
 ///   for (const WordPlace& word : WordsToCheck(text))
@@ -30,15 +30,15 @@ class SpellChecker {
   SpellChecker& operator=(const SpellChecker&) = delete;
 
   [[nodiscard]] bool HasDictionary() const;
-  /// A word that the dictionary's character set cannot express counts as correct.
+  /// Whether the word is correct. A word that the dictionary's character set cannot express counts as correct.
   [[nodiscard]] bool IsCorrect(const QString& word) const;
-  /// The likeliest first. Takes some hundredths of a second.
+  /// Similar words from the dictionary, the likeliest first. Takes some hundredths of a second.
   [[nodiscard]] QStringList Suggestions(const QString& word) const;
 
-  /// Keeps a word as one of the user's own. It counts at once, also when the file cannot be written.
-  /// \return what went wrong with the file; empty when it worked
+  /// Adds a word to the user's own words. It counts at once, even when the file cannot be written.
+  /// \return why the file could not be written; empty when it was
   [[nodiscard]] QString AddWord(const QString& word);
-  /// Takes a word for correct as long as this lives.
+  /// Counts a word as correct for the lifetime of this object.
   void IgnoreWord(const QString& word);
 
  private:

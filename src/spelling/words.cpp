@@ -26,7 +26,7 @@ bool IsLabel(QStringView label) {
          std::all_of(label.begin(), label.end(), [](QChar unit) { return unit.isLetterOrNumber() || unit == u'-'; });
 }
 
-/// "example.co.uk/offers", and also "e.g".
+/// Whether this is a web address such as "example.co.uk/offers", or an abbreviation such as "e.g".
 bool IsDotted(QStringView stretch) {
   const qsizetype slash = stretch.indexOf(u'/');
   const QList<QStringView> labels = (slash < 0 ? stretch : stretch.first(slash)).split(u'.');
@@ -43,7 +43,7 @@ bool IsAddress(QStringView stretch) {
          stretch.startsWith(QLatin1String("www."), Qt::CaseInsensitive) || IsDotted(stretch);
 }
 
-/// The text with blanks in place of what holds no words. Every position stays.
+/// The text with blanks in place of fields and addresses. Positions do not change.
 QString WithoutFieldsAndAddresses(const QString& text) {
   QString plain = text;
   const auto blank = [&plain](qsizetype start, qsizetype length) {

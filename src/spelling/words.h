@@ -13,11 +13,11 @@ struct WordPlace {
   qsizetype length = 0;
 };
 
-/// Words in the sense of Unicode, in their order. Left out: merge fields, addresses of the web and of e-mail, abbreviations
-/// with full stops ("e.g."), words with digits, words in capitals ("MOT", "MOTs"), single letters.
+/// The words of a text in Unicode's sense, in their order. Merge fields, web and e-mail addresses, abbreviations with
+/// full stops ("e.g."), words with digits, words in capitals ("MOT", "MOTs") and single letters are left out.
 [[nodiscard]] std::vector<WordPlace> WordsToCheck(const QString& text);
 
-/// The word of `WordsToCheck` that holds or touches a position, if any.
+/// The word of `WordsToCheck` that contains or touches a position, if there is one.
 [[nodiscard]] std::optional<WordPlace> WordAt(const QString& text, qsizetype position);
 
 }  // namespace qbx

@@ -92,7 +92,7 @@ void SqliteStatement::Bind(int index, double value) {
 }
 
 void SqliteStatement::Bind(int index, std::string_view utf8) {
-  // An empty view may have no address, which SQLite would take for NULL.
+  // The data of an empty view may be null, which SQLite would take for NULL.
   const char* text = utf8.empty() ? "" : utf8.data();
   sqlite3_bind_text64(Handle(), index, text, utf8.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }

@@ -1,4 +1,4 @@
-// SQLite with owners: a database file that closes itself, a prepared statement, a failure that is thrown.
+// Owners of SQLite's handles: a database file, a prepared statement, and the exception for failures.
 
 #pragma once
 
@@ -13,19 +13,19 @@ struct sqlite3_stmt;
 
 namespace qbx {
 
-/// Thrown when SQLite refuses something; the text is SQLite's.
+/// Thrown when SQLite reports an error. The text is SQLite's.
 class SqliteFailure : public std::runtime_error {
  public:
-  /// The last failure of a connection. Without one there was no memory for it.
+  /// The last failure of a connection. A null connection means that there was no memory to make one.
   explicit SqliteFailure(sqlite3* database);
-  /// The same, by the code that a call returned.
+  /// The failure with the code that a call returned.
   SqliteFailure(sqlite3* database, int code);
 
-  /// The extended result code.
+  /// SQLite's extended result code.
   [[nodiscard]] int Code() const { return code_; }
-  /// Whether it failed only since another connection uses the file.
+  /// Whether another connection that uses the file caused the failure.
   [[nodiscard]] bool IsBusy() const;
-  /// Whether it failed only since a table or a column is not there.
+  /// Whether a missing table or column caused the failure.
   [[nodiscard]] bool IsMissingObject() const;
 
  private:
@@ -33,8 +33,8 @@ class SqliteFailure : public std::runtime_error {
 };
 
 enum class SqliteMode {
-  kCreate,    ///< makes the file when it is not there
-  kExisting,  ///< reads and writes a file that exists
+  kCreate,    ///< makes the file when it is missing
+  kExisting,  ///< reads and writes an existing file
   kReadOnly
 };
 
@@ -53,20 +53,20 @@ class SqliteFile {
   std::unique_ptr<sqlite3, Close> database_;
 };
 
-/// Runs statements that return nothing of interest.
+/// Runs statements and drops their results.
 /// \throws SqliteFailure
 void ExecuteSql(sqlite3* database, const char* sql);
-/// The same where a failure is expected or cannot be helped, as in undoing. \return SQLite's code
+/// Runs statements whose failure is expected or cannot be helped, such as a rollback. \return SQLite's code
 int TryExecuteSql(sqlite3* database, const char* sql) noexcept;
 
-/// A prepared statement that is bound from the left and run over and over.
+/// A prepared statement. Values are bound from the left; it can run many times.
 ///
 ///   SqliteStatement insert(database, "INSERT INTO Makes VALUES (?, ?, ?)");
 ///   insert.Add(7).Add("Audi").Add(0).Run();
 class SqliteStatement {
  public:
   /// Prepares the first statement of `sql`.
-  /// \param rest  is set to what stands behind it
+  /// \param rest  receives the text after the first statement
   /// \throws SqliteFailure
   SqliteStatement(sqlite3* database, std::string_view sql, std::string_view* rest = nullptr);
 
@@ -75,22 +75,22 @@ class SqliteStatement {
   SqliteStatement& Add(std::string_view utf8);
   SqliteStatement& AddNull();
 
-  // By position from 1.
+  // Positions count from 1.
   void Bind(int index, qint64 value);
   void Bind(int index, double value);
-  void Bind(int index, std::string_view utf8);  ///< is copied
+  void Bind(int index, std::string_view utf8);  ///< the text is copied
   void BindNull(int index);
 
-  /// Runs it to its end and makes it ready for the next values.
+  /// Runs the statement to its end and resets it for the next values.
   /// \throws SqliteFailure
   void Run();
-  /// Steps to a row.
-  /// \return false at the end, ready for the next values.
+  /// Steps to the next row.
+  /// \return false at the end; the statement is then reset for the next values
   /// \throws SqliteFailure
   bool Step();
-  /// Steps once and neither throws nor resets. \return SQLite's code
+  /// Steps once; neither throws nor resets. \return SQLite's code
   int StepOnly() noexcept;
-  /// Makes it ready to run again with the same values.
+  /// Makes the statement ready to run again with the same values.
   void Reset() noexcept;
   /// Forgets the values.
   void ClearBindings() noexcept;
@@ -100,7 +100,7 @@ class SqliteStatement {
   [[nodiscard]] qint64 IntegerAt(int column) const;
   [[nodiscard]] double DoubleAt(int column) const;
   [[nodiscard]] QByteArray TextAt(int column) const;
-  /// For what is asked of a statement beside running it. Null when there was no statement in the text.
+  /// SQLite's own handle, for calls that this class lacks. Null when the text held no statement.
   [[nodiscard]] sqlite3_stmt* Handle() const { return statement_.get(); }
 
  private:

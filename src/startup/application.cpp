@@ -15,7 +15,7 @@
 namespace qbx {
 namespace {
 
-/// The stand-in, or the real one, which `own` then keeps.
+/// Returns the stand-in, or makes the real object and keeps it in `own`.
 template <typename Interface, typename Make>
 Interface& Choose(Interface* standIn, std::unique_ptr<std::remove_const_t<Interface>>& own, const Make& make) {
   if (standIn != nullptr) return *standIn;

@@ -1,4 +1,4 @@
-// The one object that owns the process-wide state and wires the modules together.
+// The object that owns the process-wide state and wires the modules together.
 
 #pragma once
 
@@ -30,7 +30,7 @@ struct ApplicationSetup {
   UserInterface& ui;
   const Clock& clock;
   Folders folders;
-  // Stand-ins; null: the real one is made.
+  // Stand-ins for tests; for a null pointer the real object is made.
   const HostInfo* host = nullptr;
   RegistryStore* registry = nullptr;
   ServiceManager* services = nullptr;
@@ -38,18 +38,18 @@ struct ApplicationSetup {
   HttpClient* http = nullptr;
   MailTransport* mail = nullptr;
   Printers* printers = nullptr;
-  /// Stands between the connection and the sessions it opens (a server that is slow to answer); empty: nothing does.
+  /// Wraps the sessions that the connection opens, as when a server is slow to answer; empty for no wrapper.
   std::function<SessionFactory(SessionFactory)> wrapSessions = {};
 };
 
-/// The wiring of one run, in the order of dependence: nothing here has behaviour of its own. The members are the
-/// interface; a module's class is given those that it uses.
+/// The wiring of one run, in the order of dependence. It has no behaviour of its own. Its members are the interface;
+/// each class is given the members that it uses.
 ///
 ///   SystemClock clock;
 ///   Application app({.ui = ui, .clock = clock, .folders = FindFolders()});
 ///   if (app.start.Run(JoinCommandLine(arguments), windows) == StartOutcome::kRunning) ...
 ///
-/// The database file is opened by starting, not by making this object.
+/// The database is opened by `start`, not by the constructor.
 class Application {
  public:
   explicit Application(const ApplicationSetup& setup);
@@ -65,7 +65,7 @@ class Application {
   CurrentCampaign campaign;
   DispatchState dispatch;
 
-  // Services that everybody shares.
+  // Shared services.
   UserInterface& ui;
   const Clock& clock;
   LogFile log;
@@ -73,7 +73,7 @@ class Application {
   ErrorReport errors;
   Diagnostics diagnostics;
 
-  // What the surroundings say.
+  // Settings from outside.
   IniFile ini;
   HostCipher cipher;
   const ServiceSettings service;

@@ -22,16 +22,16 @@ Usage: marketing /userid:"NAME" [/database:SUFFIX] [/instance:NAME]
 QBX_PROGRAM_FOLDER names the program folder (INI file, database, log), QBX_REGISTRY_FOLDER the folder of the registry.
 marketingctl does the same work without a window: marketingctl --help.)";
 
-/// What stands behind a switch, at most `length` characters after leaving out `skip`; nothing when the switch is not
-/// there.
-std::optional<QString> Behind(const QString& line, const char* name, int length, int skip = 0) {
+/// The text after a switch: at most `length` characters, after leaving out `skip`. Nothing when the line lacks the
+/// switch.
+std::optional<QString> SwitchValue(const QString& line, const char* name, int length, int skip = 0) {
   const QString text = QString::fromLatin1(name);
   const qsizetype at = line.indexOf(text, 0, Qt::CaseInsensitive);
   if (at < 0) return std::nullopt;
   return TrimBlanks(line.mid(at + text.size() + skip, length));
 }
 
-QString Before(const QString& text, QLatin1Char stop) {
+QString UpTo(const QString& text, QLatin1Char stop) {
   const qsizetype at = text.indexOf(stop);
   return at < 0 ? text : text.left(at);
 }
@@ -45,7 +45,7 @@ std::optional<QString> TerminalAnswer(const QStringList& arguments) {
 }
 
 QString InstanceName(const QString& text) {
-  return Before(TrimBlanks(CutText(text, kMaxInstance)), QLatin1Char(' ')).toUpper();
+  return UpTo(TrimBlanks(CutText(text, kMaxInstance)), QLatin1Char(' ')).toUpper();
 }
 
 QString JoinCommandLine(const QStringList& arguments) {
@@ -70,12 +70,12 @@ void ParseCommandLine(StartupValues& startup, UserInterface& ui) {
          .title = QString::fromLatin1(kProgramTitle)});
     return;
   }
-  const auto database = Behind(line, "/database:", 25);
-  const auto instance = Behind(line, "/instance:", kMaxInstance);
-  const auto user = Behind(line, kUserSwitch, 30, 1);  // the quote in front of the name is left out
-  if (database) startup.DatabaseSuffix = QLatin1Char('_') + Before(*database, QLatin1Char(' '));
+  const auto database = SwitchValue(line, "/database:", 25);
+  const auto instance = SwitchValue(line, "/instance:", kMaxInstance);
+  const auto user = SwitchValue(line, kUserSwitch, 30, 1);  // 1: leaves out the quote before the name
+  if (database) startup.DatabaseSuffix = QLatin1Char('_') + UpTo(*database, QLatin1Char(' '));
   if (instance) startup.instance = InstanceName(*instance);
-  if (user) startup.user = CutText(Before(*user, QLatin1Char('"')), kMaxUser);
+  if (user) startup.user = CutText(UpTo(*user, QLatin1Char('"')), kMaxUser);
   if (database || instance) WorkOutEditionNames(startup);
   if (database || instance || user) startup.commandLine.clear();
 }

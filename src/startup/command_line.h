@@ -11,28 +11,28 @@
 
 namespace qbx {
 
-/// What a terminal is told instead of a start, which needs a display: the answer to `--help` and `--version`.
+/// The answer to `--help` or `--version`. A terminal gets it instead of a start, which would need a display.
 /// \return nothing when the arguments hold neither
 [[nodiscard]] std::optional<QString> TerminalAnswer(const QStringList& arguments);
 
-inline constexpr int kMaxUser = 20;  ///< characters of a user
+inline constexpr int kMaxUser = 20;  ///< maximum length of a user's name, in characters
 
-/// The name of an instance as it is given: 15 characters at most, up to the first blank, in upper case.
+/// The instance's name in upper case, up to the first blank, at most 15 characters.
 [[nodiscard]] QString InstanceName(const QString& text);
 
-/// One line from the arguments of the process (the program's own name left out). The shell has taken the quotes away:
-/// `/userid:VALUE` becomes `/userid:"VALUE"` again, so that a name may hold blanks.
+/// The arguments of the process (without the program's name) as one line. The shell removed the quotes, so
+/// `/userid:VALUE` becomes `/userid:"VALUE"` again and a name may hold blanks.
 [[nodiscard]] QString JoinCommandLine(const QStringList& arguments);
 
-/// Reads the switches of `startup.commandLine`, found anywhere in it and without regard to case:
+/// Reads the switches of `startup.commandLine`. A switch is found anywhere in the line, ignoring case:
 ///
 ///     /userid:"Jo Brown"     the user, at most 20 characters
 ///     /database:North        the suffix "_North" of the database name, up to the first blank, 25 characters
 ///     /instance:Second       the instance in upper case, up to the first blank, 15 characters
 ///     /?                     shows the help message; nothing else is read
 ///
-/// Sets user, instance and suffix, works the edition names out again after the latter two, and clears the command line
-/// when one of the three was there.
+/// Sets user, instance and suffix. A new instance or suffix also renews the edition names. The command line is cleared
+/// when it held one of these three.
 void ParseCommandLine(StartupValues& startup, UserInterface& ui);
 
 }  // namespace qbx

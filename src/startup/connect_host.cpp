@@ -10,7 +10,7 @@ constexpr char kLogin[] = "Login";
 constexpr char kFConfig[] = "FConfig";
 constexpr char kServerAdministrator[] = "sa";
 
-/// Values of the key "Login" in the machine hive.
+/// The values of the key "Login" in the machine hive.
 class LoginKey {
  public:
   LoginKey(RegistryValues& registry, HostCipher& cipher) : registry_(registry), cipher_(cipher) {}
@@ -34,7 +34,7 @@ QString ReadServer(RegistryValues& registry, const LoginKey& key) {
   return registry.sysLoadValueFromRegistry(QString::fromLatin1(kLogin), QStringLiteral("Server"));
 }
 
-/// The login actually used: the registry's own, else the database user's, else built-in defaults.
+/// The login to use: the registry's own, else the database user's, else the built-in default.
 Login ChooseLogin(const LoginKey& key, const ServiceSettings& service, bool version2Defaults) {
   Login database = {key.Text("DBUsername"), key.Secret("DBPassword")};
   if (TrimBlanks(database.user).toUpper() == QStringLiteral("QBX")) {
@@ -114,7 +114,7 @@ void HostConnection::GetDatabaseSettings() {
   flags_ = connector.Flags();
   if (!connected_) return;
   if (!Ready()) {
-    // "master" holds nothing of the host's: every statement would fail, each with a box of its own.
+    // "master" holds no tables of the host: every statement would fail and show a box.
     parts_.connection.CountAsNeverOpen();
     return;
   }

@@ -1,4 +1,4 @@
-// Connecting to the host database with what the registry holds.
+// Connecting to the host database with the settings in the registry.
 
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace qbx {
 
-/// The login data of this installation, as read from the registry and the INI file. Holds passwords in the clear.
+/// The login settings of this installation, read from the registry and the INI file. It holds passwords in the clear.
 struct LoginSettings {
   QString companyCode;
   QString server;
@@ -24,16 +24,16 @@ struct LoginSettings {
   OdbcSettings sqlServer = {};
 };
 
-/// Whether the host's newer login defaults apply: `DatabaseSettingsVersion` of the INI file, when above 0, is 2;
-/// otherwise whether the host's configuration program stands in the program folder.
+/// Whether the host's newer login defaults apply. `DatabaseSettingsVersion` of the INI file decides when it is above 0:
+/// 2 means yes. Otherwise they apply when the program folder holds the host's configuration program.
 [[nodiscard]] bool UsesSettingsVersion2(const IniFile& ini, const QString& programFolder);
 
-/// Reads them; anything missing gets its default.
+/// Reads the login settings; a missing one gets its default.
 [[nodiscard]] LoginSettings ReadLoginSettings(RegistryValues& registry, const IniFile& ini,
                                               const QString& programFolder, const ServiceSettings& service,
                                               HostCipher& cipher);
 
-/// What connecting works with. References only.
+/// What connecting works with, by reference.
 struct HostConnectionParts {
   StartupValues& startup;
   const IniFile& ini;
@@ -51,23 +51,24 @@ struct HostConnectionParts {
   Diagnostics diagnostics;
 };
 
-/// The connection of this run with the host database, and what was found out while making it.
+/// The connection of this run to the host database, and what was found out when it was made.
 class HostConnection {
  public:
   explicit HostConnection(const HostConnectionParts& parts) : parts_(parts) {}
 
-  /// Reads the login data, connects, and, when the database is there, reads the user's and the company's options. A
-  /// failure was shown to the user; the program goes on without a database, and statements fail softly.
+  /// Reads the login settings and connects; when the database is there, also reads the user's and the company's
+  /// options. A failure is shown to the user. The program then goes on without a database, and statements fail without
+  /// ending it.
   void GetDatabaseSettings();
 
-  /// Whether the server answered. The connection may be with "master" alone: see `Ready`.
+  /// Whether the server answered. The connection may be to "master" only: see `Ready`.
   [[nodiscard]] bool Connected() const { return connected_; }
-  /// Whether the host database itself can be worked with.
+  /// Whether the host database can be used.
   [[nodiscard]] bool Ready() const { return connected_ && flags_.status == DatabaseStatus::kOnline; }
   [[nodiscard]] const ConnectionFlags& Flags() const { return flags_; }
-  /// The configured server, for the about box.
+  /// The configured server, shown in the about box.
   [[nodiscard]] const QString& Server() const { return server_; }
-  /// The database connected to; start-up's database name may change afterwards.
+  /// The database of this connection. Start-up may change its own database name afterwards.
   [[nodiscard]] const QString& DatabaseName() const { return databaseName_; }
 
  private:

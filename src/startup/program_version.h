@@ -6,7 +6,7 @@
 
 namespace qbx {
 
-/// Such as "1.0.0": version, release and revision.
+/// Version, release and revision, such as "1.0.0".
 [[nodiscard]] QString ProgramVersion();
 
 }  // namespace qbx

@@ -31,7 +31,8 @@ StartOutcome StartSequence::Run(const QString& commandLine, const StartWindows& 
   StartupValues& startup = parts_.startup;
   startup.commandLine = commandLine;
   if (!commandLine.isEmpty()) ParseCommandLine(startup, parts_.diagnostics.ui);
-  // A line that meant nothing ends below, with its own message; only a start that could have named a user is told to.
+  // A line without a known switch is handled below. Only a start that could have named a user is refused for lacking
+  // one.
   const bool stopping = !startup.commandLine.isEmpty();
   if (startup.user.isEmpty() && !stopping) {
     Refuse();
@@ -77,7 +78,7 @@ StartOutcome StartSequence::RunHeadless(const HeadlessStart& request) {
   }
   SettleHeadlessNames(request);
   Work();
-  // A name that was mistyped is not the one that windows start with next.
+  // A mistyped name must not be used at the next start of the windows.
   if (parts_.hostConnection.Ready()) RememberNames();
   return StartOutcome::kRunning;
 }

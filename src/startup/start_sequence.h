@@ -15,26 +15,26 @@
 namespace qbx {
 
 enum class StartOutcome {
-  kRefused,  ///< no user was named; the user of the computer was told
+  kRefused,  ///< no user was named; the computer's user was told
   kStopped,  ///< the command line held no known switch, or asked for help, or the user agreed to quit
-  kRunning,  ///< the windows are open (with or without a database)
+  kRunning,  ///< the windows are open, with or without a database
 };
 
-/// What start-up shows, set by the window program; an empty one does nothing.
+/// What start-up shows. The window program sets the functions; an empty one does nothing.
 struct StartWindows {
   std::function<void()> showSplash = {};
   std::function<void()> openWindows = {};
   std::function<void()> closeSplash = {};
 };
 
-/// A start without a command line.
+/// The values for a start without a command line.
 struct HeadlessStart {
   QString user;          ///< cut to 20 characters
-  QString databaseName;  ///< the whole name; empty: as the edition and the registry say
-  QString instance;      ///< as the switch /instance: takes it
+  QString databaseName;  ///< the whole name; empty for the name of the edition and the registry
+  QString instance;      ///< as for the switch /instance:
 };
 
-/// What start-up works with. References only.
+/// What start-up works with, by reference.
 struct StartParts {
   StartupValues& startup;
   EventContext& context;
@@ -55,7 +55,8 @@ class StartSequence {
 
   /// \param commandLine  as `JoinCommandLine` makes it
   StartOutcome Run(const QString& commandLine, const StartWindows& windows);
-  /// The same without windows, with values instead of switches. The names are kept in the INI file only when the database could be opened.
+  /// Starts without windows, with values instead of switches. The INI file keeps the names only if the database could
+  /// be opened.
   StartOutcome RunHeadless(const HeadlessStart& request);
   /// The first part of that: settles the names of edition and database, and connects to nothing. Needs no user.
   StartOutcome SettleHeadless(const HeadlessStart& request);
@@ -65,12 +66,12 @@ class StartSequence {
   void PrepareHeadless(const HeadlessStart& request);
   void SettleHeadlessNames(const HeadlessStart& request);
   void ReadIniFile();
-  /// \param mayOverride  the registry may name another database
+  /// \param mayOverride  whether the registry may name another database
   void SettleNames(bool mayOverride);
   void Refuse();
   void Stop();
   void Work();
-  /// In the INI file, for the next start.
+  /// Writes the names into the INI file for the next start.
   void RememberNames();
 
   StartParts parts_;

@@ -1,5 +1,3 @@
-// Stored text values that are base64 encoded.
-
 #include "util/base64_value.h"
 
 #include <QStringDecoder>
@@ -31,7 +29,7 @@ std::optional<QByteArray> cBase64::BASE64_DecodeEx(const QString& encoded) {
     packed += static_cast<char>(character.unicode());
   }
   const auto result = QByteArray::fromBase64Encoding(packed, QByteArray::AbortOnBase64DecodingErrors);
-  // Encoding again finds what the decoder lets pass: missing padding and bits set behind the last byte.
+  // The decoder tolerates missing padding and bits set after the last byte; encoding the result again finds both.
   if (!result || result.decoded.toBase64() != packed) return std::nullopt;
   return result.decoded;
 }

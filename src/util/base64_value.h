@@ -22,13 +22,13 @@ class cBase64 {
 
   /// Encodes bytes.
   [[nodiscard]] static QString BASE64_EncodeEx(const QByteArray& bytes);
-  /// Line breaks, blanks and tabs in the input are passed over.
+  /// Line breaks, blanks and tabs in the input are skipped.
   /// \return the bytes; nothing when a character is foreign, padding is missing or misplaced, or unused bits are set
   [[nodiscard]] static std::optional<QByteArray> BASE64_DecodeEx(const QString& encoded);
 };
 
-/// The real value of a stored one: decoded when it begins with "b64!", else as it stands.
-/// The longer marker "b64!/" is another convention (an enciphered value); its readers look for it before they call this.
+/// The real value of a stored one: decoded when it begins with "b64!", otherwise unchanged.
+/// A value that begins with "b64!/" is enciphered; its readers look for that marker before they call this.
 /// \return nothing when the marker is there and the rest is no valid base64
 [[nodiscard]] std::optional<QString> ReadBase64Value(const QString& stored);
 

@@ -8,7 +8,7 @@
 
 namespace qbx {
 
-// Each is empty for an invalid date.
+// The text is empty for an invalid date.
 
 /// "dd/mm/yyyy"
 [[nodiscard]] QString DayText(const QDate& day);

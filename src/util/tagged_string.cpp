@@ -1,5 +1,3 @@
-// Small settings kept in a text: pairs "KEY:value" separated by ",".
-
 #include "util/tagged_string.h"
 
 namespace qbx {
@@ -10,7 +8,7 @@ QString WithColon(const QString& key) {
   return key.endsWith(u':') ? key : key + u':';
 }
 
-/// End of the value of the pair that starts at `position`.
+/// End of the value of the pair that begins at `position`.
 qsizetype ValueEnd(const QString& tagged, qsizetype position) {
   const qsizetype comma = tagged.indexOf(u',', position);
   return comma < 0 ? tagged.size() : comma;

@@ -1,4 +1,4 @@
-// Small settings kept in a text: pairs "KEY:value" separated by ",".
+// Small settings stored in one text: pairs "KEY:value" separated by ",".
 
 #pragma once
 
@@ -13,19 +13,19 @@ struct TaggedObject {
   QString Tag;
 };
 
-/// Reads the value of a key: the text behind "KEY:" up to the next "," or the end. A value cannot hold ",".
+/// Reads the value of a key: the text after "KEY:" up to the next "," or the end. A value cannot hold ",".
 ///
-/// The key is found as a plain substring without regard to case and the first occurrence wins, so "MSG" is also found
-/// at the tail of "AMSG:". Keys of one text should therefore not end alike.
+/// The key is found as a plain substring, ignoring case, and the first occurrence counts. So "MSG" is also found at the
+/// end of "AMSG:": the keys of one text should not end alike.
 /// \param key  with or without its ":"
 /// \return the value, empty when the key is missing
 [[nodiscard]] QString strGetTag(const QString& tagged, const QString& key);
 
-/// The tagged text with the value of a key replaced, or with the pair added at its end. The key is written in the case
-/// given here.
+/// The text with the value of a key replaced, or with the pair added at its end. The key is written in the case given
+/// here.
 [[nodiscard]] QString strSetTag(const QString& tagged, const QString& key, const QString& value);
 
-/// Sets a pair in the object's Caption (`useCaption`), else its TagVariant (`useTagVariant`), else its Tag.
+/// Sets a pair in the object's Caption if `useCaption`, else in its TagVariant if `useTagVariant`, else in its Tag.
 void strSetTag(TaggedObject& object, const QString& key, const QString& value, bool useCaption, bool useTagVariant);
 
 }  // namespace qbx

@@ -1,5 +1,3 @@
-// Small helpers for text and for numbers in text.
-
 #include "util/text.h"
 
 #include <QByteArray>
@@ -16,7 +14,7 @@ bool IsDigit(QChar character) {
   return character >= u'0' && character <= u'9';
 }
 
-/// Extent of a number at the start of a text.
+/// Where the number at the start of a text begins and ends.
 struct NumberExtent {
   qsizetype start = 0;
   qsizetype end = 0;  ///< equal to start when there is none
@@ -95,7 +93,7 @@ qint64 LeadingInteger(const QString& text) {
     if (fits) return number;
   }
   const double number = ToDouble(text, extent);
-  constexpr double kBound = 9223372036854775808.0;  // 2^63, the first that does not fit
+  constexpr double kBound = 9223372036854775808.0;  // 2^63, the first number that does not fit
   if (number >= kBound) return std::numeric_limits<qint64>::max();
   if (number < -kBound) return std::numeric_limits<qint64>::min();
   return std::llrint(number);

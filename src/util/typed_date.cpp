@@ -6,7 +6,7 @@
 namespace qbx {
 namespace {
 
-constexpr int kPivotYear = 50;  // of two digits: the years below are of this century
+constexpr int kPivotYear = 50;  // years of two digits below this one belong to this century
 
 QStringList Digits(const QString& text) {
   static const QRegularExpression separators(QStringLiteral("[/.\\-\\s]+"));

@@ -1,5 +1,3 @@
-// The Windows-1252 character set.
-
 #include "util/windows1252.h"
 
 #include <algorithm>
@@ -9,7 +7,7 @@ namespace qbx {
 
 namespace {
 
-/// Characters of the codes 80 to 9F; all other codes are those of ISO 8859-1.
+/// Characters of the codes 80 to 9F. All other codes are those of ISO 8859-1.
 constexpr std::array<char16_t, 32> kUpperControls = {0x20ac, 0x0081, 0x201a, 0x0192, 0x201e, 0x2026, 0x2020, 0x2021,
                                                      0x02c6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008d, 0x017d, 0x008f,
                                                      0x0090, 0x2018, 0x2019, 0x201c, 0x201d, 0x2022, 0x2013, 0x2014,

@@ -1,4 +1,4 @@
-// What the rows of the current campaign know beside the customer.
+// Which data the rows of the current campaign have beside the customer's.
 
 #pragma once
 
@@ -8,10 +8,10 @@
 
 namespace qbx {
 
-/// A query of customers knows no vehicle until a filter of vehicles narrows it; the reminder query alone knows due dates.
-/// \param query  a query number; of none nothing is known
+/// A query of customers gives vehicle data only with a filter of vehicles. Only the reminder query gives due dates.
+/// \param query  a query number; an invalid one gives no data
 [[nodiscard]] KnownData DataOfCampaign(int query, const Filters& filters);
-/// The same of a stored campaign, whose filters are those that are stored.
+/// The data of a stored campaign with its stored filters.
 [[nodiscard]] KnownData DataOfRecord(const CampaignRecord& record);
 
 }  // namespace qbx

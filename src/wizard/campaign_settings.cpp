@@ -1,5 +1,3 @@
-// Moving the settings of a campaign between the wizard and its record; what closing the program does to unsaved ones.
-
 #include "wizard/campaign_settings.h"
 
 #include <algorithm>
@@ -17,13 +15,13 @@ namespace qbx {
 
 namespace {
 
-/// The number at the start of the text, as a stored 32-bit field takes it.
+/// The number at the start of the text, for a stored 32-bit field.
 int StoredNumber(const QString& text) {
   return static_cast<int>(std::clamp<qint64>(LeadingInteger(JoinDigitGroups(text)), std::numeric_limits<int>::min(),
                                              std::numeric_limits<int>::max()));
 }
 
-/// A date from its control; the stored time is kept when the day is the same.
+/// Copies the date of a control; the stored time stays when the day is the same.
 void CopyDate(const QDate& date, QDateTime& field) {
   if (date.isValid() && field.date() != date) field = date.startOfDay();
 }
@@ -176,10 +174,11 @@ bool CampaignSettings::SaveCampaignSettings(const std::function<void()>& save) {
   const int newId = campaign_.record.ID;
   if (newId < 1 || diagnostics_.ui.QuitRequested()) return false;
   const Statements::TellLossOnce once(statements_);
-  // A stored campaign gets another number when it was deleted meanwhile; its rows may have been left, or selected since.
+  // A stored campaign that was deleted meanwhile gets a new number. Rows with its old number may still exist, or may
+  // have been selected since.
   if (oldId != 0 && newId != oldId) unfollowed_.push_back({.from = oldId, .to = newId});
   const bool rowsFollowed = FollowRows();
-  if (!rowsFollowed) campaign_.CampaignChanged = true;  // there is still something to save
+  if (!rowsFollowed) campaign_.CampaignChanged = true;  // the rows still have to be saved
   FillCampaignList();
   return rowsFollowed;
 }
@@ -228,7 +227,7 @@ bool CampaignSettings::LoadLetters(int position) {
 }
 
 bool CampaignSettings::CloseRequest() {
-  if (!unfollowed_.empty()) FollowRows();  // the last chance of rows that a save left behind
+  if (!unfollowed_.empty()) FollowRows();  // the last chance for rows that a save left with their old number
   if (!campaign_.CampaignChanged) return true;
   const Message question{.text = QLatin1String("Campaign details may have changed and have not been saved.\r\rExit ") +
                                  diagnostics_.ui.ApplicationTitle() + QLatin1String(" and lose changes?"),

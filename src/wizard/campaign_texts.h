@@ -1,4 +1,4 @@
-// The texts of step 4, taken out of the wizard and put back.
+// The texts of step 4, read from and written to the wizard.
 
 #pragma once
 
@@ -23,7 +23,7 @@ struct CampaignTexts {
 };
 
 [[nodiscard]] CampaignTexts TextsOf(const WizardState& state);
-/// Reads a stored campaign; `TextsOf` takes its row.
+/// The statement that reads a stored campaign; `TextsOf` takes its row.
 [[nodiscard]] QString StoredCampaignStatement(int campaignId);
 [[nodiscard]] CampaignTexts TextsOf(const Recordset& row);
 void PutTexts(const CampaignTexts& texts, WizardState& state);

@@ -9,8 +9,9 @@
 
 namespace qbx {
 
-/// Reminders tell of what is to come: a range that has passed selects customers whose date is over, though nothing is wrong with it.
-/// \return a sentence for the user when the query (by number) is the reminder query and both dates are before today, otherwise empty
+/// Reminders are about dates to come. A range in the past is valid, but selects customers whose date has passed.
+/// \return a sentence for the user when `query` (a number) is the reminder query and both dates are before today,
+///         otherwise empty
 [[nodiscard]] QString DatesOverText(int query, const QueryOptions& options, const QDate& today);
 
 }  // namespace qbx

@@ -57,7 +57,7 @@ void DraftKeeper::End() {
   if (!writing_.valid()) return;
   const QString problem = writing_.get();
   if (!problem.isEmpty()) {
-    written_ = saved_;  // so that the next change tries again
+    written_ = saved_;  // makes the next change try again
     if (problem != problem_) diagnostics_.log.WriteLog(QStringLiteral("Draft: ") + problem);
   }
   problem_ = problem;

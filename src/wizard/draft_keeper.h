@@ -1,4 +1,4 @@
-// Keeping on disk what is being written.
+// Keeping unsaved texts on disk as a draft.
 
 #pragma once
 
@@ -11,9 +11,9 @@
 
 namespace qbx {
 
-/// Writes the texts of the wizard to a draft while they differ from what is saved: `kPause` after the last change, and every `kLongest` while changes go
-/// on. The file is written on another thread, so that a slow disk holds up nobody who types. An orderly end of the program destroys this object, and with it
-/// goes the draft.
+/// Writes the texts of the wizard to a draft while they differ from the saved ones: `kPause` after the last change, and
+/// every `kLongest` while changes go on. Another thread writes the file, so a slow disk does not hold up the user. When
+/// the program ends normally this object is destroyed and deletes the draft.
 class DraftKeeper {
  public:
   static constexpr int kPause = 2000;     ///< milliseconds without a change
@@ -24,14 +24,15 @@ class DraftKeeper {
   DraftKeeper(const DraftKeeper&) = delete;
   DraftKeeper& operator=(const DraftKeeper&) = delete;
 
-  /// The wizard's texts are those that are saved: they have just been stored or loaded, or a new campaign has begun. The draft goes.
+  /// The wizard's texts were just stored or loaded, or a new campaign was begun: the draft is deleted.
   void Saved();
   /// The user changed a text.
   void Changed();
-  /// Called before the texts are looked at, for an editor that does not put every key into the wizard's state.
+  /// Sets a function that is called before the texts are compared, for an editor that does not copy every key into the
+  /// wizard's state.
   void BeforeWriting(std::function<void()> called) { beforeWriting_ = std::move(called); }
-  /// Nothing is written, and the editors are not asked, while one of these lives: a campaign is being put into the wizard, whose texts and controls are partly
-  /// those of the one before.
+  /// While one of these lives nothing is written and the editors are not asked: a campaign is being loaded into the
+  /// wizard, so some texts and controls still belong to the campaign before.
   class Hold {
    public:
     explicit Hold(DraftKeeper& keeper) : keeper_(keeper) { ++keeper_.holds_; }
@@ -42,15 +43,15 @@ class DraftKeeper {
    private:
     DraftKeeper& keeper_;
   };
-  /// Writes what changed at once, and waits for it; not to be called while it is held.
-  /// \return whether the draft holds the texts as they stand
+  /// Writes changes at once and waits for the file. Not to be called during a `Hold`.
+  /// \return whether the draft holds the present texts
   bool Write();
-  /// Where the draft is; empty while there is none.
+  /// The path of the draft; empty when there is none.
   [[nodiscard]] const QString& File() const { return file_; }
 
  private:
   void Begin();
-  /// Waits for the file that is being written; a failure is logged.
+  /// Waits for the file that is being written. A failure is logged.
   void End();
   void Remove();
 
@@ -64,7 +65,7 @@ class DraftKeeper {
   QTimer longest_;
   CampaignTexts saved_;
   CampaignTexts written_;
-  QString file_;  ///< empty: there is no draft
+  QString file_;  ///< empty when there is no draft
   std::future<QString> writing_;
   QString problem_;  ///< of the last writing
 };

@@ -10,7 +10,7 @@ namespace qbx {
 
 namespace {
 
-constexpr int kBeginning = 40;  // characters of a text that is named
+constexpr int kBeginning = 40;  // characters with which a text is named
 
 std::vector<TextKind> Unsaved(const CampaignTexts& draft, const CampaignTexts& stored) {
   std::vector<TextKind> kinds;
@@ -19,7 +19,7 @@ std::vector<TextKind> Unsaved(const CampaignTexts& draft, const CampaignTexts& s
   return kinds;
 }
 
-/// "the text message "Dear {contact}, your MOT is due on {duedate}..."".
+/// A text such as "the text message "Dear {contact}, your MOT is due on {duedate}..."".
 QString NameOf(TextKind kind, const CampaignTexts& texts) {
   if (kind == TextKind::kLetter) return QStringLiteral("the letter");
   const bool email = kind == TextKind::kEmail;

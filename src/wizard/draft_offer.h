@@ -1,4 +1,4 @@
-// Offering what was being written when the program was killed.
+// Offering the texts that were being written when the program was killed.
 
 #pragma once
 
@@ -10,10 +10,10 @@
 
 namespace qbx {
 
-/// Asks at the start whether to go on with a draft. No method throws.
+/// Asks at the start whether to continue with a draft. No method throws.
 class DraftOffer {
  public:
-  /// What it works with. References only.
+  /// What it works with, by reference.
   struct Parts {
     const Drafts& drafts;
     DraftKeeper& keeper;
@@ -26,10 +26,11 @@ class DraftOffer {
   };
   DraftOffer(const Parts& parts, Diagnostics diagnostics) : parts_(parts), diagnostics_(diagnostics) {}
 
-  /// Asks about the newest draft. One whose texts are stored by now is removed without a question; one that the user throws away, which is asked about once
-  /// more, makes way for the next. Every other stays where it is until the next start,
-  /// and so do all while another program asks about them.
-  /// \return the first text that is not saved, when the wizard holds the campaign of a draft with its texts; the campaign counts as changed
+  /// Asks about the newest draft. A draft whose texts are stored by now is removed without a question. When the user
+  /// throws one away (which is confirmed), the next draft is offered. Every other draft stays until the next start;
+  /// while another program asks about the drafts, all of them stay.
+  /// \return the first text that is not saved, if the wizard now holds the campaign of a draft with its texts; the
+  ///         campaign then counts as changed
   [[nodiscard]] std::optional<TextKind> Offer();
 
  private:
@@ -38,7 +39,7 @@ class DraftOffer {
     Stored stored = Stored::kUnknown;
     CampaignTexts texts;
   };
-  /// The campaign of a draft as it is stored now.
+  /// Reads the stored campaign of a draft.
   [[nodiscard]] Found Look(const Draft& draft);
   [[nodiscard]] bool MayThrowAway();
   [[nodiscard]] bool TakeUp(const Draft& draft, Stored stored);

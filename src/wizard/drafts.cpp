@@ -59,7 +59,7 @@ Drafts::Drafts(const StartupValues& startup, const HostInfo& host, const LogFile
     : startup_(startup), host_(host), log_(log) {}
 
 QString Drafts::User() const {
-  // A name of a user may hold anything; a hyphen ends it here.
+  // A user's name may hold any character; here a hyphen marks its end.
   return QLatin1String(QUrl::toPercentEncoding(startup_.user.toLower(), {}, "-"));
 }
 

@@ -1,4 +1,4 @@
-// Texts that were not saved when the program was killed, as files of the program folder.
+// Drafts: texts that were not saved when the program was killed, as files of the program folder.
 
 #pragma once
 
@@ -12,36 +12,38 @@
 
 namespace qbx {
 
-/// The texts of one campaign as somebody was writing them.
+/// The texts of one campaign as they were being written.
 struct Draft {
   QString file;        ///< its path
-  int campaignId = 0;  ///< below 1: a campaign that was never saved
+  int campaignId = 0;  ///< below 1 for a campaign that was never saved
   QString campaignName;
   QDateTime written;
   CampaignTexts texts;
 };
 
-/// The drafts of the user who is logged on, on this computer and of this database. A file belongs to the process that writes it; another one looks at
-/// it only when that process is gone.
+/// The drafts of the current user on this computer for this database. A file belongs to the process that writes it;
+/// another process reads it only when that process has ended.
 class Drafts {
  public:
   Drafts(const StartupValues& startup, const HostInfo& host, const LogFile& log);
 
-  /// Where this process keeps its draft of a campaign.
+  /// The path of this process's draft of a campaign.
   [[nodiscard]] QString File(int campaignId) const;
-  /// What is written there.
+  /// The content of a draft's file.
   [[nodiscard]] QByteArray Bytes(const Draft& draft) const;
 
-  /// The lock of the program that asks the user about them: another one that starts at the same moment does not.
+  /// The path of the lock of the program that asks about the drafts. A second program that starts at the same moment
+  /// does not ask.
   [[nodiscard]] QString OfferLock() const;
 
-  /// Drafts whose program ended without removing them, newest first; to be asked before this process writes one. A file that cannot be understood is reported in the log and set aside under another name.
+  /// Drafts whose program ended without removing them, newest first. To be called before this process writes a draft. A
+  /// file that cannot be read is logged and renamed.
   [[nodiscard]] std::vector<Draft> LeftBehind() const;
 
  private:
-  /// The user as a part of a file name.
+  /// The user's name as a part of a file name.
   [[nodiscard]] QString User() const;
-  /// Begins every name of a file of the user.
+  /// The beginning of the names of the user's files.
   [[nodiscard]] QString Prefix() const;
 
   const StartupValues& startup_;

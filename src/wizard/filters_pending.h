@@ -1,4 +1,4 @@
-// Whether the rows are those of the filters.
+// Whether the rows were selected with the present filters.
 
 #pragma once
 
@@ -8,8 +8,9 @@
 
 namespace qbx {
 
-/// What stands beside the rows, and beside the filters, while the query would select other rows with the filters as they are now: "Next >" on
-/// step 1 selects without them (but for "Include Opted Out"), and a filter that is changed afterwards waits for "Refresh" or "Next >". Empty when all is as it looks.
+/// The note beside the rows and the filters while the present filters would select other rows. "Next >" on step 1
+/// selects without filters (except "Include Opted Out"); a filter that is changed later is applied by "Refresh" or
+/// "Next >". Empty when the rows match the filters.
 [[nodiscard]] QString FiltersPendingText(const WizardState& state);
 
 }  // namespace qbx

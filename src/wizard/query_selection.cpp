@@ -1,5 +1,3 @@
-// What the user's choices in steps 1 and 2 change beyond the control that was clicked.
-
 #include "wizard/query_selection.h"
 
 #include "database/list_query.h"

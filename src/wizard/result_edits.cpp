@@ -10,7 +10,7 @@ Message OtherRowsMessage() {
       .icon = MessageIcon::kExclamation};
 }
 
-/// Which flag a click flipped, for Undo.
+/// Names the flag that a click flipped, for Undo.
 QString FlippedText(const QString& column) {
   return QStringLiteral("1 row changed: ") + QString(column).replace(u'_', u' ');
 }
@@ -19,7 +19,7 @@ QString FlippedText(const QString& column) {
 
 ResultEdits::ResultEdits(Parts parts, Diagnostics diagnostics) : parts_(std::move(parts)), diagnostics_(diagnostics) {
   parts_.flags.Around([this](const QString& column, qint64 recordId, const std::function<bool()>& flip) {
-    // The question about Processed may have stood there for long.
+    // The question about Processed may have been open for a long time.
     return MayEdit() && parts_.changes.Keep(parts_.results.CampaignId(), recordId, FlippedText(column), flip);
   });
   parts_.results.OnOtherRows([this] { parts_.changes.Forget(); });
@@ -37,7 +37,7 @@ bool ResultEdits::MayEditShown() {
   return false;
 }
 
-/// Options that could not be read before are read again first.
+/// Options that could not be read earlier are first read again.
 bool ResultEdits::ConsentKnown() {
   if (parts_.options.ReadFailed) parts_.loadOptions();
   if (!parts_.options.ReadFailed) return true;
@@ -77,7 +77,7 @@ RowChange ResultEdits::Undo() {
   return Change("Undo", {}, [this](int campaign) { return parts_.changes.Undo(campaign); });
 }
 
-/// Rows that are shown follow also where they were left alone: another desk may have changed them.
+/// Shown rows are read again even when they were left alone: another desk may have changed them.
 RowChange ResultEdits::Change(const char* routine, const std::vector<qint64>& rows,
                               const std::function<RowChange(int campaign)>& change) {
   RowChange done;

@@ -1,4 +1,4 @@
-// What the user does to the rows of step 3.
+// Changing the rows of step 3.
 
 #pragma once
 
@@ -17,8 +17,8 @@
 
 namespace qbx {
 
-/// Changes to the rows of the current campaign. Each is refused, with a message, while a run sends the campaign (a flag flipped under its
-/// hands could undo its own mark) and while the rows shown are another campaign's. No method but `DeleteRow` throws.
+/// Changes to the rows of the current campaign. Each is refused with a message while a run sends the campaign (which
+/// could undo the run's own marks), and while the shown rows belong to another campaign. Only `DeleteRow` throws.
 class ResultEdits {
  public:
   struct Parts {
@@ -31,37 +31,39 @@ class ResultEdits {
     const Options& options;
     std::function<void()> loadOptions;  ///< reads the company's options again
   };
-  /// Flips that `flags` makes can be taken back from here on.
+  /// From now on flips made by `flags` can be undone.
   ResultEdits(Parts parts, Diagnostics diagnostics);
   ResultEdits(const ResultEdits&) = delete;
   ResultEdits& operator=(const ResultEdits&) = delete;
 
   /// \return false when the rows of the campaign may not be changed now; the user was told
   [[nodiscard]] bool MayEdit();
-  /// The same for the rows that are shown.
+  /// Whether the shown rows may be changed now; the user was told when not.
   [[nodiscard]] bool MayEditShown();
 
   /// A click on a cell of the grid; flips the flag of a flag column.
   void ClickCell(const QString& column, qint64 recordId);
 
-  /// Applies the rules to every row and shows the results anew.
-  /// \return false when it was refused, by `MayEditShown` or since the options could not be read (the user was told); a rule that failed was reported, and those before it stay
+  /// Applies the rules to every row and shows the results again.
+  /// \return false when it was refused: by `MayEditShown`, or because the options could not be read (the user was
+  ///         told). A rule that fails is reported, and earlier rules stay applied
   bool ApplySendMethods(const SendMethods& methods);
 
-  /// Runs the grid's deletion of one of the rows that are shown, so that it can be taken back. Throws DatabaseError; nothing was deleted then.
+  /// Runs the grid's deletion of a shown row, so that it can be undone. Throws DatabaseError; nothing was deleted then.
   /// \param remove  \return whether the row was deleted
   bool DeleteRow(qint64 recordId, const std::function<bool()>& remove);
 
-  // Many rows at once, by their keys. Rows and counters that are shown follow. What came of it is for a line beside the grid (`ChangeText`);
-  // a refusal or a failure was shown, and nothing was changed then.
+  // Changes of many rows by their keys. The shown rows and counters are updated. The result is for a line beside the
+  // grid (`ChangeText`). A refusal or a failure was shown, and nothing was changed then.
 
   /// Ticks or unticks a send flag; `tick_reasons.h` says which rows cannot be ticked.
   RowChange SetFlag(Channel flag, bool ticked, const std::vector<qint64>& rows);
-  /// Takes rows out; one row as well as many, so that it can be put back. Nothing is asked.
+  /// Takes rows out without a question. It is used for single rows, too, so that they can be put back.
   RowChange TakeOut(const std::vector<qint64>& rows);
-  /// Takes the last change back, of one row or of many.
+  /// Undoes the last change, of one row or of many.
   RowChange Undo();
-  /// What Undo would take back ("12 rows taken out"); empty when there is nothing, as after a new query or with another campaign.
+  /// What Undo would undo ("12 rows taken out"); empty when there is nothing, as after a new query or with another
+  /// campaign.
   [[nodiscard]] const QString& LastChange() const { return parts_.changes.Last(); }
 
  private:

@@ -1,5 +1,3 @@
-// What each "Next >" checks before anything runs.
-
 #include "wizard/step_checks.h"
 
 #include "queries/date_check.h"

@@ -1,5 +1,3 @@
-// Moving through the wizard.
-
 #include "wizard/steps.h"
 
 #include "wizard/step_checks.h"
@@ -42,7 +40,7 @@ StepResult WizardSteps::NextStep(int index) {
   return result;
 }
 
-/// Rows that are being sent elsewhere stay; for rows of which something went out the user is asked.
+/// Rows that are being sent elsewhere stay. When some went out, the user is asked.
 bool WizardSteps::MayReplaceRows() {
   if (!parts_.storage.EnsureId() || !parts_.settings.FollowRows()) return false;
   const int campaign = parts_.campaign.record.ID;
@@ -51,14 +49,14 @@ bool WizardSteps::MayReplaceRows() {
     diagnostics_.ui.ShowMessage(*finding.refusal);
     return false;
   }
-  // What could not be read while the database was away is fetched now that it is back.
+  // Reads the options that could not be read while the database was away.
   if (parts_.options.ReadFailed) parts_.loadOptions();
   parts_.counters.UpdateCounters(campaign);
   if (parts_.counters.Values().Sent() == 0 && !finding.messagesOnRecord) return true;
   return diagnostics_.ui.ShowMessage(ResetProcessedQuestion()) == MessageAnswer::kYes;
 }
 
-/// After a failure nobody knows for sure: a connection can be lost with the commit on its way.
+/// After a failure the rows count as replaced, too: the connection may have been lost during the commit.
 bool WizardSteps::RowsReplaced(QueryOutcome outcome) {
   if (outcome != QueryOutcome::kCancelled) {
     parts_.results.RowsReplaced();

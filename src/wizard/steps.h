@@ -1,4 +1,4 @@
-// Moving through the wizard.
+// Moving through the steps of the wizard.
 
 #pragma once
 
@@ -24,17 +24,17 @@
 
 namespace qbx {
 
-/// What a step leads to. A window does it in this order.
+/// The result of a step. A window first selects the tab, then shows the notice.
 struct StepResult {
-  int selectTab = 0;                   ///< 1 to 5, 0: stay
-  std::optional<Message> notice = {};  ///< to be shown once the tab is selected
+  int selectTab = 0;                   ///< 1 to 5, 0 to stay
+  std::optional<Message> notice = {};  ///< shown after the tab is selected
 
-  /// The step was completed.
+  /// Whether the step was completed.
   [[nodiscard]] bool Moved() const { return selectTab != 0; }
 };
 
-/// The commands that span the steps. Every refusal and question is shown here, before anything is written; a refused
-/// step leaves the state as it was, but for dates that a check has filled. No method throws.
+/// The commands that span the steps. Every refusal and question is shown before anything is written. A refused step
+/// leaves the state unchanged, except for dates that a check has filled. No method throws.
 class WizardSteps {
  public:
   /// The objects that the steps drive.
@@ -62,34 +62,36 @@ class WizardSteps {
   /// "Next >" of tab `index` + 1.
   /// \param index  0 to 2
   [[nodiscard]] StepResult NextStep(int index);
-  /// "< Back" of tab `index` + 1. Tab 1 has none before it.
+  /// "< Back" of tab `index` + 1. Tab 1 has no tab before it.
   [[nodiscard]] StepResult BackStep(int index);
 
-  /// "Refresh" on step 2: runs the query again with the filters. No step is completed by it.
+  /// "Refresh" on step 2: runs the query again with the filters. It completes no step.
   /// \return false when it was refused, failed or was cancelled
   bool Refresh();
 
-  /// A new campaign with the defaults, set up in the wizard; the date boxes are empty.
+  /// Starts a new campaign with the defaults in the wizard. The date boxes are empty.
   void StartNewCampaign();
 
-  /// "Run Marketing Campaign": the last tab, when steps 1 to 3 are complete.
+  /// "Run Marketing Campaign": opens the last tab when steps 1 to 3 are complete.
   [[nodiscard]] StepResult RunCampaign();
 
-  /// A tab was opened: reads anew what it shows and may have changed (the first rows on tab 2, all of them on tab 3, counters on tab 5).
+  /// A tab was opened: reads again what it shows and may have changed (the first rows on tab 2, all rows on tab 3,
+  /// counters on tab 5).
   void TabOpened(int tab);
 
-  // The questions of the commands that give something up. New and Load ask only when there is something to lose. \return true when the user agreed
+  // The questions of commands that drop something. New and Load ask only when something would be lost. \return true
+  // when the user agreed
   [[nodiscard]] bool ConfirmNewCampaign();
   [[nodiscard]] bool ConfirmLoadCampaign();
   [[nodiscard]] bool ConfirmExit();
 
  private:
-  /// The question about sent rows, then the checks of the step; shows what refuses.
+  /// Asks the question about sent rows, then makes the checks of the step. A refusal is shown.
   [[nodiscard]] bool MayRunQuery(int index);
   [[nodiscard]] bool MayReplaceRows();
-  /// Notes that the rows shown are out of date. \return whether the query was run
+  /// Records that the shown rows are out of date. \return whether the query was run
   [[nodiscard]] bool RowsReplaced(QueryOutcome outcome);
-  /// A change that is not saved, or the rows of a campaign that has no name.
+  /// Whether there are unsaved changes, or rows of a campaign without a name.
   [[nodiscard]] bool SomethingWouldBeLost() const;
   void LogClick(const QString& text, int index);
   [[nodiscard]] bool Confirm(const QString& text, MessageAnswer defaultAnswer);

@@ -3,7 +3,7 @@
 namespace qbx {
 namespace {
 
-/// The opening of both texts: the greeting, and the date well to its right.
+/// The beginning of both texts: the greeting, and the date far to its right.
 QString Opening() {
   constexpr int kBlanks = 60;
   return QStringLiteral("Dear {contact}") + QString(kBlanks, QLatin1Char(' ')) + QStringLiteral("{currentdate}\n\n");

@@ -6,7 +6,7 @@
 
 namespace qbx {
 
-/// Named as the controls of the page "Examples".
+/// The texts, named as the controls of the page "Examples".
 struct TemplateExamples {
   QString lblExample1;
   QString txtExample1;

@@ -1,4 +1,4 @@
-// Who gets what, and who was left out why, in numbers.
+// Counts of who gets what, and of who was left out and why.
 
 #pragma once
 
@@ -16,7 +16,7 @@ struct WhoGetsWhat {
   std::vector<CountedRows> leftOut = {};  ///< by the query; empty until one ran
 };
 
-/// Counts the rows of a campaign. When they cannot be counted (reported), there are none.
+/// Counts the rows of a campaign. All counts are empty when that fails (reported).
 [[nodiscard]] WhoGetsWhat CountWhoGetsWhat(Statements& statements, int campaignId, const LeftOut& leftOut,
                                            bool boatEdition);
 

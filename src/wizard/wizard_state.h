@@ -15,25 +15,26 @@
 
 namespace qbx {
 
-/// Plain values, named as the controls that show them. A page copies between its controls and this; logic reads and
-/// writes only this.
+/// Plain values, named as the controls that show them. A page copies values between its controls and this struct. Logic
+/// uses only this struct.
 struct WizardState {
-  /// Element 0 is true once a campaign is set up, element n once step n was completed with "Next >".
+  /// Element 0 is true once a campaign is set up, element n once "Next >" completed step n.
   std::array<bool, 4> bStepComplete = {};
 
   // Step 1
-  int selectedNode = 0;  ///< of the query tree, 0: none
+  int selectedNode = 0;  ///< of the query tree, 0 for none
   QueryPanels panels = {};
   QueryOptions options = {};
   std::vector<ListRow> lstMakes = {};
-  std::vector<bool> lstMakesSelected = {};  ///< as long as `lstMakes`
+  std::vector<bool> lstMakesSelected = {};  ///< for each entry of `lstMakes`
 
   // Step 2
   Filters filters = {};
-  Filters appliedFilters = {};                                      ///< those that the rows were last selected with
-  std::array<std::vector<ListRow>, kFilterCount> filterLists = {};  ///< what the lists of the filters offer
+  /// The filters with which the rows were last selected.
+  Filters appliedFilters = {};
+  std::array<std::vector<ListRow>, kFilterCount> filterLists = {};  ///< the entries of the filters' lists
   RecordLabels lblRecords = {"Records found: ", "Records found: "};
-  LeftOut leftOut = {};  ///< what stands beside them
+  LeftOut leftOut = {};  ///< the counts beside the labels
 
   // Step 4
   QString rtfLetter = {};  ///< RTF
@@ -41,7 +42,7 @@ struct WizardState {
   QString txtEmailBody = {};
   QString txtSMS = {};
 
-  std::vector<ListRow> cmbCampaigns = {};  ///< stored campaigns, data: their IDs
+  std::vector<ListRow> cmbCampaigns = {};  ///< stored campaigns; data: their IDs
 };
 
 }  // namespace qbx

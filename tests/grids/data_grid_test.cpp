@@ -78,7 +78,7 @@ class DeletingRows : public GridFixture {
                        "'CREATE PROCEDURE proc_delp_Lines @ID int AS', 'DELETE FROM Lines WHERE ID = @ID', 1)"));
     Fill(4);
     grid_.StoredProc(QStringLiteral("Lines"));
-    grid_.OnDeleted([this](qint64 id) { deleted_ += id; });
+    QObject::connect(&grid_, &cDataGrid::Deleted, [this](qint64 id) { deleted_ += id; });
     Connect();
   }
   void CtrlDelete() { Press(Qt::Key_Delete, Qt::ControlModifier); }
@@ -222,7 +222,7 @@ TEST_F(GridFixture, TypingFindsInTheSortedColumn) {
   EXPECT_EQ(current(), QStringLiteral("Baker"));
   Press(Qt::Key_Escape);
   int clicks = 0;
-  grid_.OnCellClick([&clicks](const QString&, qint64) { ++clicks; });
+  QObject::connect(&grid_, &cDataGrid::CellClicked, [&clicks](const QString&, qint64) { ++clicks; });
   QTest::keyClicks(view_, QStringLiteral("van d"));
   EXPECT_EQ(current(), QStringLiteral("Van Dyk"));
   EXPECT_EQ(clicks, 0) << "a blank inside of what is typed is no click";
@@ -232,7 +232,7 @@ TEST_F(GridFixture, OneClickOrSpaceAnswersOnce) {
   Fill(3);
   Connect();
   QStringList clicked;
-  grid_.OnCellClick([&clicked, this](const QString& field, qint64 id) {
+  QObject::connect(&grid_, &cDataGrid::CellClicked, [&clicked, this](const QString& field, qint64 id) {
     clicked += field + QString::number(id);
     grid_.Requery();
   });
@@ -253,7 +253,8 @@ TEST_F(GridFixture, SpaceIsAClickOnTheEditButton) {
   Connect();
   QStringList pressed;
   grid_.AddEditButton(QStringLiteral("Price"));
-  grid_.OnEditButton([&pressed](const QString& field, qint64 id) { pressed += field + QString::number(id); });
+  QObject::connect(&grid_, &cDataGrid::EditButtonClicked,
+                   [&pressed](const QString& field, qint64 id) { pressed += field + QString::number(id); });
   ClickCell(1, QStringLiteral("Price"));
   EXPECT_TRUE(pressed.isEmpty()) << "beside the button";
   Press(Qt::Key_Space);
@@ -265,7 +266,7 @@ TEST_F(GridFixture, AFlippedFlagStaysFlippedWhenTheRowsCannotBeReadAgain) {
   Connect();
   grid_.FlagColumns({QStringLiteral("Ticked")});
   bool fails = true;
-  grid_.OnCellClick([this, &fails](const QString&, qint64 id) {
+  QObject::connect(&grid_, &cDataGrid::CellClicked, [this, &fails](const QString&, qint64 id) {
     Run(QStringLiteral("UPDATE Lines SET Ticked = 1 - Ticked WHERE ID = %1").arg(id));
     grid_.Requery([this, &fails] {
       if (fails) throw std::runtime_error("gone");

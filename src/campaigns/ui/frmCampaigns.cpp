@@ -1,6 +1,15 @@
 #include "campaigns/ui/frmCampaigns.h"
 
-#include <QtWidgets>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QList>
+#include <QObject>
+#include <QPushButton>
+#include <QString>
+#include <QTabWidget>
+#include <QTreeWidget>
+#include <QTreeWidgetItem>
+#include <QWidget>
 
 #include "campaigns/campaign_list.h"
 #include "campaigns/store_campaign.h"
@@ -14,7 +23,7 @@ namespace {
 
 enum Tab { kSaveTab, kCampaignsTab, kHistoryTab };
 
-constexpr int kDoubleClickPause = 100;  // so that the row is seen to be chosen
+constexpr int kDoubleClickPause = 100;  // lets the user see that the row was chosen
 
 QString ListName(const char* list) {
   return QString::fromLatin1(list);
@@ -75,7 +84,7 @@ void frmCampaigns::ShowForm() {
   editing_ = false;
   if (!saving_ && lCampaignId < 0) lCampaignId = 0;  // a campaign that was never saved is not in the list
   PrepareMode();
-  // A database that fails is told once, so the history waits until its tab is selected.
+  // The history is read when its tab is selected, so that a failing database is reported only once.
   historyRead_ = false;
   if (LoadCampaigns()) LoadCampaignHistory(viewAll_);
   ShowNames(parts_.campaign.record.Campaign_Name, parts_.campaign.record.Campaign_Description);
@@ -92,7 +101,7 @@ void frmCampaigns::PrepareMode() {
   EnableButtons();
 }
 
-// During an edit they wait: they could take away the campaign that is edited, or what was typed for it.
+// Disabled during an edit: the buttons could delete the edited campaign or drop what was typed.
 void frmCampaigns::EnableButtons() {
   for (QPushButton* button : {ui_->cmdLoad, ui_->cmdEdit, ui_->cmdCopy})
     button->setEnabled(!saving_ && !editing_);
@@ -101,7 +110,7 @@ void frmCampaigns::EnableButtons() {
 
 void frmCampaigns::setVisible(bool visible) {
   QDialog::setVisible(visible);
-  if (visible) ui_->txtName->end(false);  // a dialog that opens selects the text of its first box
+  if (visible) ui_->txtName->end(false);  // an opening dialog selects the text of its first box
 }
 
 void frmCampaigns::reject() {
@@ -130,7 +139,7 @@ void frmCampaigns::done(int result) {
 }
 
 void frmCampaigns::keyPressEvent(QKeyEvent* event) {
-  // In an edit Esc means the edit alone; the window is closed by the next one.
+  // During an edit Esc ends the edit; the next Esc closes the window.
   if (event->key() == Qt::Key_Escape && editing_) {
     Cancel();
     return;
@@ -187,7 +196,7 @@ bool frmCampaigns::LoadSelected() {
     lLoadedCampaignID = lCampaignId;
     return true;
   }
-  // The window stays, so that another campaign can be chosen and the wizard keeps what it holds.
+  // The window stays open, so that another campaign can be chosen. The wizard keeps its contents.
   if (CampaignIsGone(parts_.statements, lCampaignId)) RefreshLists(true);
   return false;
 }
@@ -289,7 +298,7 @@ void frmCampaigns::Delete() {
   if (parts_.diagnostics.ui.ShowMessage(question) != MessageAnswer::kYes) return;
   const bool deleted = parts_.storage.DeleteCampaign(lCampaignId);
   if (deleted) {
-    // The row below takes its place, so that the keyboard stays where it was.
+    // The next row is selected, so that the keyboard keeps its place.
     const QTreeWidgetItem* row = ui_->lstCampaigns->selectedItems().front();
     const QTreeWidgetItem* next = ui_->lstCampaigns->itemBelow(row);
     if (next == nullptr) next = ui_->lstCampaigns->itemAbove(row);

@@ -1,8 +1,13 @@
-// The campaign manager: naming and saving, loading, copying and deleting campaigns, and their history.
+// The campaign manager: saving, loading, copying and deleting campaigns, and their history.
 
 #pragma once
 
 #include <QDialog>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QObject>
+#include <QString>
+#include <QWidget>
 #include <memory>
 
 #include "campaigns/campaign_list.h"
@@ -18,7 +23,7 @@ class frmCampaigns;
 
 namespace qbx {
 
-/// What the campaign manager works with; the references must outlive it.
+/// What the campaign manager works with. The references must outlive it.
 struct CampaignManagerParts {
   Statements& statements;
   CampaignStorage& storage;
@@ -27,27 +32,28 @@ struct CampaignManagerParts {
   Diagnostics diagnostics;
 };
 
-/// A modal window, opened in one of two modes: saving the current campaign, or loading another.
+/// A modal window with two modes: saving the current campaign, or loading another.
 ///
 ///   frmCampaigns window(parts, this);
 ///   window.SetLoading();
 ///   window.ShowForm();
 ///   if (window.lLoadedCampaignID > 0) ...
 ///
-/// Database failures were reported when a call returns; the window stays usable.
+/// Database failures are reported before a call returns; the window stays usable.
 class frmCampaigns : public QDialog {
  public:
   explicit frmCampaigns(const CampaignManagerParts& parts, QWidget* parent = nullptr);
   ~frmCampaigns() override;
 
-  int lLoadedCampaignID = 0;  ///< the campaign loaded in this opening, 0: none
+  int lLoadedCampaignID = 0;  ///< the campaign that was loaded since the window opened, 0 for none
   int lCampaignId = 0;        ///< the current campaign, then the one selected in the list
-  bool stored = false;        ///< the current campaign was stored in this opening
+  bool stored = false;        ///< whether the current campaign was stored since the window opened
 
   void SetSaving();   ///< opens in save mode
   void SetLoading();  ///< opens in load mode
 
-  /// Shows the window modally; returns when it is closed. Afterwards the caller reads `lLoadedCampaignID`, or the record's ID.
+  /// Shows the window modally; returns when it is closed. Afterwards the caller reads `lLoadedCampaignID`, or the
+  /// record's ID.
   void ShowForm();
 
   void setVisible(bool visible) override;
@@ -60,7 +66,7 @@ class frmCampaigns : public QDialog {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  /// A name and description as typed for a stored campaign.
+  /// Name and description as they were typed for a stored campaign.
   struct Details {
     int campaignId = 0;
     QString name = {};
@@ -83,7 +89,7 @@ class frmCampaigns : public QDialog {
   void Edit();
   void Save();
   /// Asks when another campaign has a name.
-  /// \param own  the campaign that may have it, 0: none
+  /// \param own  the campaign that may have it, 0 for none
   [[nodiscard]] bool NameMayBeUsed(const QString& name, int own);
   void SaveEdit();
   void Cancel();
@@ -96,15 +102,15 @@ class frmCampaigns : public QDialog {
   std::unique_ptr<Ui::frmCampaigns> ui_;
   bool saving_ = false;
   bool editing_ = false;
-  int editedId_ = 0;  ///< the list may be clicked during an edit, but its buttons wait
+  int editedId_ = 0;  ///< the list stays usable during an edit, its buttons do not
   bool viewAll_ = false;
   bool historyRead_ = false;
   QString selectedName_;
   QString selectedDescription_;
-  QString givenName_;         ///< what `txtName` was given
-  QString givenDescription_;  ///< what `txtDescription` was given; the box turns its line breaks into its own
+  QString givenName_;         ///< the text that `txtName` was given
+  QString givenDescription_;  ///< the text that `txtDescription` was given; the box converts its line breaks
   std::vector<CampaignListRow> campaigns_;  ///< as the list shows them
-  Details unsaved_;  ///< an edit that could not be stored, offered again when the same campaign is edited
+  Details unsaved_;  ///< an edit that could not be stored, offered again at the next edit of this campaign
 };
 
 }  // namespace qbx

@@ -1,6 +1,8 @@
-// The campaign manager: its lists, and the campaign that is selected.
+// The campaign manager: its lists and the selected campaign.
 
-#include <QtWidgets>
+#include <QString>
+#include <QTreeWidget>
+#include <QTreeWidgetItem>
 
 #include "campaigns/campaign_list.h"
 #include "campaigns/ui/frmCampaigns.h"
@@ -60,7 +62,7 @@ void frmCampaigns::LoadCampaignHistory(bool viewAll) {
   ui_->lstHistory->scrollToItem(last);
 }
 
-// After a failure the lists are read again only when the campaign is gone: a database that does not answer has been told of.
+// After a failure the lists are read again only when the campaign is gone; a failing database was already reported.
 void frmCampaigns::RefreshLists(bool withHistory) {
   if (LoadCampaigns() && withHistory) LoadCampaignHistory(viewAll_);
 }
@@ -69,7 +71,7 @@ void frmCampaigns::SelectCampaign(const QTreeWidgetItem* row) {
   lCampaignId = row == nullptr ? 0 : row->text(0).toInt();
   selectedName_ = row == nullptr ? QString() : WholeText(*row, 1);
   const QString description = row == nullptr ? QString() : WholeText(*row, 4);
-  // A list that is filled again selects the same row again; laying out a long text takes a visible time.
+  // A refilled list selects the same row again, and laying out a long text takes visible time.
   if (description != selectedDescription_) SetLongText(*ui_->txtDesc, description);
   selectedDescription_ = description;
   ui_->lblCreatedBy->setText(row == nullptr ? QString() : QLatin1String("Created By: ") + row->text(5));

@@ -1,13 +1,28 @@
 #include "campaigns/ui/list_widget.h"
 
-#include <QtWidgets>
+#include <QAbstractItemView>
+#include <QDateTime>
+#include <QEvent>
+#include <QFontMetrics>
+#include <QHelpEvent>
+#include <QMetaType>
+#include <QModelIndex>
+#include <QPartialOrdering>
+#include <QSize>
+#include <QStyleOptionViewItem>
+#include <QStyledItemDelegate>
+#include <QTextDocument>
+#include <QToolTip>
+#include <QTreeWidget>
+#include <QTreeWidgetItem>
+#include <QVariant>
 
 #include "util/date_text.h"
 
 namespace qbx {
 namespace {
 
-/// A cell holds a longer text cut, since the list copies, measures and elides what its cells hold; a tip is cut too.
+/// Longer texts are cut in a cell, because the list copies, measures and elides them. A tip is cut, too.
 constexpr int kLongestCell = 300;
 constexpr int kWholeTextRole = Qt::UserRole;
 constexpr int kSortRole = Qt::UserRole + 1;
@@ -47,7 +62,7 @@ class CellDelegate : public QStyledItemDelegate {
     const QVariant whole = index.data(kWholeTextRole);
     const QString text = whole.isNull() ? index.data().toString() : whole.toString();
     const bool cut = sizeHint(option, index).width() > view->visualRect(index).width() || text.size() > kLongestCell;
-    // As markup only so that a name that looks like markup is shown as it is.
+    // Converted to markup so that a name that looks like markup is shown unchanged.
     QToolTip::showText(event->globalPos(), cut ? Qt::convertFromPlainText(text.left(kLongestTip)) : QString(), view);
     return true;
   }

@@ -11,11 +11,12 @@ class QTreeWidgetItem;
 
 namespace qbx {
 
-/// Prepares a list: rows are single lines, a cell that is cut shows its text as a tip, and headings sort once they are clicked; until
-/// then rows stand in the order they were added.
+/// Prepares a list: rows have one line, a cell that is cut shows its text as a tip, and a click on a heading sorts.
+/// Until then rows keep the order in which they were added.
 void PrepareList(QTreeWidget& list);
 
-/// While it lives the list can be filled without being sorted or saying that its selection changed. It starts empty.
+/// While it lives the list can be filled without sorting and without signals about its selection. It empties the list
+/// first.
 class ListFilling {
  public:
   explicit ListFilling(QTreeWidget& list);
@@ -24,17 +25,18 @@ class ListFilling {
   ListFilling& operator=(const ListFilling&) = delete;
 
   /// Adds a row.
-  /// \param cells  numbers, dates with their time, and texts; a column sorts by them. A cell shows its text on one line, and a long one cut; see `WholeText`.
+  /// \param cells  numbers, dates with their time, and texts; a column is sorted by them. A cell shows its text on one
+  ///               line, cut when it is long; see `WholeText`.
   QTreeWidgetItem* Add(const QVariantList& cells);
 
  private:
   QTreeWidget& list_;
 };
 
-/// The text that a cell was given.
+/// The uncut text of a cell.
 [[nodiscard]] QString WholeText(const QTreeWidgetItem& row, int column);
 
-/// Makes columns as wide as sample texts, in the font of the list.
+/// Makes columns as wide as sample texts in the list's font.
 void SetColumnWidths(QTreeWidget& list, const QStringList& samples);
 
 }  // namespace qbx

@@ -2,6 +2,10 @@
 
 #include <QApplication>
 #include <QMainWindow>
+#include <QPoint>
+#include <QPushButton>
+#include <QString>
+#include <QWidget>
 
 #include "platform/ui/help_window.h"
 #include "platform/ui/widget_ui.h"
@@ -49,7 +53,7 @@ void frmSendEmail::Open(bool viaQbxServer) {
   show();
 }
 
-/// Below the middle of the main window, so that its buttons stay in sight.
+/// Puts the window below the middle of the main window, whose buttons stay visible.
 void frmSendEmail::PlaceOverMainWindow() {
   for (const QWidget* window : QApplication::topLevelWidgets()) {
     if (qobject_cast<const QMainWindow*>(window) == nullptr || !window->isVisible()) continue;
@@ -58,7 +62,7 @@ void frmSendEmail::PlaceOverMainWindow() {
 }
 
 void frmSendEmail::SetStatus(const QString& text) {
-  // A count-down is to be read; the word for each message of a run is not news.
+  // A count-down is shown at once; the usual text of each message in a run can wait.
   const bool news = text != QLatin1String(kSendingText);
   status_ = text;
   ShowTexts(news);

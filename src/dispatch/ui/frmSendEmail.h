@@ -1,9 +1,10 @@
-// The small window of an e-mail under way.
+// The window of an e-mail that is being sent.
 
 #pragma once
 
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QString>
 #include <memory>
 
 #include "dispatch/send_email_view.h"
@@ -16,9 +17,11 @@ namespace qbx {
 
 class HelpWindow;
 
-/// Not modal, and shown without taking the focus. While it sends it cannot be closed; when a failure is shown, the user closes it.
+/// Not modal, and shown without taking the focus. It cannot be closed while it sends; after a failure the user closes
+/// it.
 ///
-/// A mailshot tells of thousands of messages a minute: what is told is shown at most 25 times a second, and at once where it stays.
+/// A mailshot can report thousands of messages a minute. At most 25 of its texts are shown a second; a text that stays
+/// is shown at once.
 class frmSendEmail : public QDialog, public SendEmailView {
  public:
   frmSendEmail();
@@ -41,7 +44,7 @@ class frmSendEmail : public QDialog, public SendEmailView {
   QString status_;
   QString progress_;
   QElapsedTimer shown_;
-  HelpWindow* help_ = nullptr;  ///< from the first e-mail on
+  HelpWindow* help_ = nullptr;  ///< null until the first e-mail
 };
 
 }  // namespace qbx

@@ -1,13 +1,22 @@
 #include "exporting/ui/frmSpreadsheet.h"
 
+#include <QCheckBox>
 #include <QClipboard>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QItemSelection>
 #include <QItemSelectionModel>
+#include <QItemSelectionRange>
+#include <QKeySequence>
+#include <QModelIndex>
+#include <QPushButton>
 #include <QShortcut>
+#include <QString>
 #include <QTableView>
+#include <QVariant>
+#include <QWidget>
 #include <QtMath>
 #include <atomic>
 #include <future>
@@ -29,19 +38,19 @@ QString YesNo(bool yes) {
   return yes ? QStringLiteral("Yes") : QStringLiteral("No");
 }
 
-/// A text as a part of a file's name: without what some system does not take there.
+/// A text as a part of a file's name, without characters that some system does not allow.
 QString AsFileName(QString text) {
   std::ranges::replace_if(
       text, [](QChar c) { return c < u' ' || QStringLiteral("\\/:*?\"<>|").contains(c); }, QChar(u'-'));
   return text.trimmed();
 }
 
-/// The unit in which workbooks count widths.
+/// The unit of column widths in workbooks.
 double DigitWidth(const QTableView& view) {
   return view.fontMetrics().horizontalAdvance(QStringLiteral("0000000000")) / 10.0;
 }
 
-/// The ending that the user typed decides, since programs refuse a file of another format than its ending says.
+/// The extension that the user typed decides, because programs refuse a file whose format is not that of its extension.
 ExportFormat FormatOf(const QString& path, ExportFormat chosen) {
   if (path.endsWith(QLatin1String(".xls"), Qt::CaseInsensitive)) return ExportFormat::kXls;
   return path.endsWith(QLatin1String(".xlsx"), Qt::CaseInsensitive) ? ExportFormat::kXlsx : chosen;
@@ -135,7 +144,7 @@ void frmSpreadsheet::Populate() {
 void frmSpreadsheet::ShowCaption() {
   const QString caption = QLatin1String("Spreadsheet view of ") + title_;
   setWindowTitle(IsFilled() ? caption : caption + IncompleteNote(*sheet_));
-  // A report is about all rows.
+  // A report prints all rows.
   ui_->cmdPrint->setEnabled(IsFilled());
   ui_->lblRows->setText(
       QStringLiteral("%1 rows, %2 columns").arg(sheet_->RowCount()).arg(static_cast<qint64>(sheet_->columns.size())));
@@ -188,7 +197,7 @@ QString frmSpreadsheet::AskFile(const QString& title, const QString& filter, con
   return file;
 }
 
-/// The file is written on another thread, so that the window lives, the end of a workbook included, which can take seconds.
+/// Writes the file on another thread, so that the window stays alive. Finishing a workbook alone can take seconds.
 ExportOutcome frmSpreadsheet::Write(ExportFormat format, const QString& path) {
   constexpr int kStep = 20;  // milliseconds
   const ExportOptions options{.headings = model_->HasHeadings(), .formulaSafe = ui_->chkFormulaSafe->isChecked()};
@@ -249,7 +258,8 @@ void frmSpreadsheet::ExportExcel() {
   reject();
 }
 
-/// The first block of selected cells, cells parted by tabs and rows by line ends, as other spreadsheets take them.
+/// Copies the first block of selected cells, with tabs between cells and line ends between rows, as other spreadsheet
+/// programs expect.
 void frmSpreadsheet::CopySelection() {
   const QItemSelection selection = ui_->fpSpread->selectionModel()->selection();
   if (selection.isEmpty()) return;

@@ -1,9 +1,11 @@
-// The spreadsheet window: rows of a grid to look at, print and save.
+// The spreadsheet window: the rows of a grid, to look at, print and save.
 
 #pragma once
 
 #include <QDialog>
 #include <QSet>
+#include <QString>
+#include <QWidget>
 #include <functional>
 #include <memory>
 
@@ -22,35 +24,35 @@ namespace qbx {
 
 class SpreadsheetModel;
 
-/// What the window works with; the references must outlive it.
+/// What the window works with. The references must outlive it.
 struct SpreadsheetParts {
   RegistryValues& registry;
   WindowLayout& layout;
   EventLog& events;
   Diagnostics diagnostics;
   Shell& shell;
-  /// Prints rows without the columns named (fields in lower case).
+  /// Prints rows without the columns of these fields (in lower case).
   std::function<void(const Recordset& rows, const QSet<QString>& hidden)> print;
 };
 
-/// What is shown. The columns are those that the grid shows, in its order; the rows are read from the recordset, sorted and filtered as it is.
+/// What is shown: the visible columns of the grid in its order, and the rows of its recordset in its order and filter.
 struct SpreadsheetSource {
   QString title;     ///< "Report Results"
-  QString fileName;  ///< suggested for a file, without date and ending; empty: the title
-  cDataGrid& grid;   ///< used while the window opens, not later
+  QString fileName;  ///< suggested for a file, without date and extension; empty for the title
+  cDataGrid& grid;   ///< used only while the window opens
 };
 
-/// Shows a copy of the rows beside the other windows, which can be used meanwhile; what changes there afterwards does not change the sheet. The window deletes
-/// itself when it is closed.
+/// Shows a copy of the rows beside the other windows, which stay usable; later changes there do not change the sheet.
+/// The window deletes itself when it is closed.
 ///
-/// Two ticks are kept for each user: a first row of headings ("ExcelHeaderRow") and the older format of workbooks ("Excel2003"); so are the folder of the last file and
-/// where the window stood.
+/// Kept for each user: the ticks "ExcelHeaderRow" (a first row of headings) and "Excel2003" (the older format of
+/// workbooks), the folder of the last file, and the window's position.
 class frmSpreadsheet : public QDialog {
  public:
   frmSpreadsheet(SpreadsheetParts parts, QWidget* owner);
   ~frmSpreadsheet() override;
 
-  /// Fills the sheet and shows it. The user may cancel a long filling, and has what was filled until then.
+  /// Fills the sheet and shows it. The user may cancel a long filling and keeps the rows that were filled by then.
   void ShowSpreadsheet(const SpreadsheetSource& source);
 
   void done(int result) override;
@@ -82,7 +84,7 @@ class frmSpreadsheet : public QDialog {
   std::unique_ptr<SpreadsheetModel> model_;
 };
 
-/// Opens the spreadsheet window over a grid, and writes that into the host's event log.
+/// Opens the spreadsheet window over a grid and writes an event into the host's event log.
 /// \return the window, which belongs to `owner`; null when it could not be shown (reported)
 frmSpreadsheet* GenerateSpreadsheet(const SpreadsheetSource& source, const SpreadsheetParts& parts, QWidget* owner);
 

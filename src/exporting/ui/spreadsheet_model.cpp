@@ -1,6 +1,9 @@
 #include "exporting/ui/spreadsheet_model.h"
 
 #include <QFont>
+#include <QModelIndex>
+#include <QString>
+#include <QVariant>
 
 namespace qbx {
 
@@ -10,7 +13,7 @@ bool IsNumber(ExportType type) {
   return type == ExportType::kInteger || type == ExportType::kDecimal;
 }
 
-/// "A" to "Z", "AA", "AB" ...
+/// The name of a column: "A" to "Z", "AA", "AB" ...
 QString ColumnLetters(int column) {
   constexpr int kLetters = 26;
   QString letters;

@@ -3,29 +3,32 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QModelIndex>
+#include <QString>
+#include <QVariant>
 
 #include "exporting/export_sheet.h"
 #include "grids/grid_columns.h"
 
 namespace qbx {
 
-/// Shows a sheet as far as it is filled, the headings as its first row when they are wanted.
+/// Shows the filled rows of a sheet, with the headings as the first row if they are wanted.
 class SpreadsheetModel final : public QAbstractTableModel {
  public:
-  /// The sheet must outlive this.
+  /// The sheet must outlive this object.
   explicit SpreadsheetModel(const ExportSheet& sheet)
       : sheet_(sheet), columns_(gridFormatColumns(sheet.rows.Columns())) {}
 
-  /// \param rows  rows of the sheet that are filled now, not fewer than before
+  /// \param rows  the number of filled rows of the sheet, not smaller than before
   void Fill(qint64 rows);
-  /// Puts the headings in front as a row, or takes that row out.
+  /// Adds the headings as the first row, or removes them.
   void ShowHeadings(bool show);
   [[nodiscard]] bool HasHeadings() const { return headings_ == 1; }
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-  /// Columns have letters, as in other spreadsheets.
+  /// Columns are named by letters, as in other spreadsheet programs.
   [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
@@ -34,7 +37,7 @@ class SpreadsheetModel final : public QAbstractTableModel {
 
   const ExportSheet& sheet_;
   std::vector<GridColumn> columns_;  // of the recordset
-  int headings_ = 0;                 // rows of headings
+  int headings_ = 0;                 // number of rows of headings
   int filled_ = 0;
 };
 

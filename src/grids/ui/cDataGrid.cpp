@@ -1,8 +1,10 @@
-// The data grid: how it is bound to rows.
+// The data grid: binding to rows.
 
 #include "grids/ui/cDataGrid.h"
 
-#include <QtWidgets>
+#include <QScrollBar>
+#include <QSet>
+#include <QTableView>
 #include <stdexcept>
 
 #include "grids/grid_filter.h"
@@ -16,7 +18,13 @@ cDataGrid::cDataGrid(Statements& statements, Diagnostics diagnostics, const User
       look_(core_),
       place_(core_),
       rows_(core_, place_, look_, [this] { Requery(); }),
-      keys_({core_, place_, rows_, look_, [this](const QString& sort) { sSortString(sort); }}) {}
+      keys_({core_, place_, rows_, look_, [this](const QString& sort) { sSortString(sort); }}) {
+  connect(&keys_, &GridKeys::CellClicked, this, &cDataGrid::CellClicked);
+  connect(&keys_, &GridKeys::EditButtonClicked, this, &cDataGrid::EditButtonClicked);
+  connect(&keys_, &GridKeys::FindWanted, this, &cDataGrid::FindWanted);
+  connect(&keys_, &GridKeys::RowColChanged, this, &cDataGrid::RowColChanged);
+  connect(&rows_, &GridRows::Deleted, this, &cDataGrid::Deleted);
+}
 
 cDataGrid::~cDataGrid() {
   if (!core_.view) return;
@@ -32,7 +40,7 @@ void cDataGrid::Grid(QTableView& grid) {
   core_.view = &grid;
   events_ = std::make_unique<GridEvents>(keys_, look_, grid);
   grid.setModel(&core_.model);
-  keys_.Attach(*events_);
+  keys_.Attach();
   look_.Attach(*events_);
 }
 
@@ -111,7 +119,7 @@ void cDataGrid::ConnectRecordset(Recordset& records) {
   });
 }
 
-/// Shows what the recordset holds now, its first row current.
+/// Shows the present rows of the recordset and makes the first one current.
 void cDataGrid::ShowRows(bool newColumns) {
   core_.model.Bind(core_.records);
   if (newColumns) look_.LayOutColumns();
@@ -127,7 +135,7 @@ void cDataGrid::DisconnectRecordset() {
   core_.Guarded("DisconnectRecordset", [this] {
     if (!core_.view) return;
     keys_.StopFinding();
-    look_.SaveLayout();  // the heading forgets it with the columns
+    look_.SaveLayout();  // the heading loses the layout together with the columns
     core_.records = nullptr;
     shownFields_.clear();
     core_.model.Bind(nullptr);

@@ -1,10 +1,13 @@
-// The data grid: one wrapper around a table view, which shows a recordset.
+// The data grid: a wrapper around a table view that shows a recordset.
 
 #pragma once
 
+#include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <QString>
 #include <QStringList>
+#include <QTableView>
 #include <functional>
 #include <memory>
 
@@ -17,15 +20,15 @@
 
 namespace qbx {
 
-/// A column as the grid shows it.
+/// A shown column of the grid.
 struct GridShownColumn {
   int column = 0;  ///< position in the recordset
   QString heading;
   int width = 0;  ///< logical pixels
 };
 
-/// Shows a recordset in a table view and does everything with it that a user can do in a list: sort, select, find, copy,
-/// insert and delete rows.
+/// Shows a recordset in a table view and does everything with it that a user can do in a list: sort, select, find,
+/// copy, insert and delete rows.
 ///
 ///   cDataGrid grid(statements, diagnostics, userOptions);
 ///   grid.Grid(*ui.dbgData);
@@ -33,90 +36,92 @@ struct GridShownColumn {
 ///   grid.StoredProc(QStringLiteral("Campaign_Results"));
 ///   grid.SetLineID(QStringLiteral("RecordID"));
 ///   grid.FlagColumns({QStringLiteral("Send_SMS")});
-///   grid.OnCellClick([this](const QString& field, qint64 recordId) { ... });
+///   connect(&grid, &cDataGrid::CellClicked, this, [this](const QString& field, qint64 recordId) { ... });
 ///   grid.ConnectRecordset(rows);
 ///
 /// The rows are read from the recordset whenever a cell is drawn and are never copied: the recordset must outlive the
-/// connection, and whoever reads other rows into it calls `ConnectRecordset` or `RebindData` before events run again.
-/// A property is read by its name and set by its name with a value. No call throws: failures are reported under the
+/// connection, and whoever reads other rows into it calls `ConnectRecordset` or `RebindData` before events run again. A
+/// property is read by its name and set by its name with a value. No call throws: failures are reported under the
 /// routine's name, and the grid stays as it was.
 ///
 /// Keys: arrows, Page Up/Down, Home/End (with Ctrl: first/last row); letters find in the sorted column (in the current
 /// one while unsorted), Backspace shortens; Space is a click on the current cell; Ctrl+C copies, Ctrl+A and
 /// Ctrl+Shift+A select all and none, Ctrl+Delete and Ctrl+Insert; Tab leaves the grid. Actions of the view stand at the
 /// top of the menu.
-class cDataGrid {
+class cDataGrid : public QObject {
+  Q_OBJECT
  public:
-  /// All must outlive this.
+  /// All must outlive this object.
   cDataGrid(Statements& statements, Diagnostics diagnostics, const UserOptions& options);
-  ~cDataGrid();
-  cDataGrid(const cDataGrid&) = delete;
-  cDataGrid& operator=(const cDataGrid&) = delete;
+  ~cDataGrid() override;
 
-  // What the grid stands in. Grid comes first, once; the view may go away before this.
+  // The view of the grid. Call Grid first, once. The view may be destroyed before this object.
   void Grid(QTableView& grid);
   [[nodiscard]] QTableView* Grid() const;
   void ParentForm(GridOwner& owner) { core_.owner = &owner; }
   [[nodiscard]] GridOwner* ParentForm() const { return core_.owner; }
 
   // Properties.
-  /// "[column] ASC" or "[column] DESC", empty while unsorted. Setting it sorts, and keeps it for rows connected later;
-  /// an unknown column leaves the grid unsorted.
+  /// "[column] ASC" or "[column] DESC", empty while unsorted. Setting it sorts, and also applies to rows connected
+  /// later. An unknown column leaves the grid unsorted.
   [[nodiscard]] QString sSortString() const { return core_.sortString; }
   void sSortString(const QString& sort);
-  /// Long texts wrap: rows are three lines high.
+  /// Whether long texts wrap: rows are three lines high then.
   [[nodiscard]] bool bWrapped() const { return look_.bWrapped(); }
   void bWrapped(bool wrapped) { look_.bWrapped(wrapped); }
-  /// Word wrap in all cells of a wrapped grid; otherwise only in `sWrapColumn`.
+  /// Whether all cells of a wrapped grid wrap words, and not only those of `sWrapColumn`.
   [[nodiscard]] bool bWordWrap() const { return look_.bWordWrap(); }
   void bWordWrap(bool wrap) { look_.bWordWrap(wrap); }
   [[nodiscard]] QString sWrapColumn() const { return look_.sWrapColumn(); }
   void sWrapColumn(const QString& field) { look_.sWrapColumn(field); }
-  /// A click on a heading sorts by that column; on at first.
+  /// Whether a click on a heading sorts by its column; on at first.
   [[nodiscard]] bool bColSorting() const { return keys_.bColSorting(); }
   void bColSorting(bool on) { keys_.bColSorting(on); }
-  /// Background instead of the user's row colours, 24-bit RGB with red in the lowest byte; -1 (at first): none.
+  /// Background instead of the user's row colours: 24-bit RGB with red in the lowest byte, or -1 (at first) for none.
   [[nodiscard]] int lCustomBackColor() const { return look_.lCustomBackColor(); }
   void lCustomBackColor(int colour) { look_.lCustomBackColor(colour); }
-  /// The user may resize columns; on at first.
+  /// Whether the user may ask to find a text (`FindWanted`); off at first.
+  [[nodiscard]] bool bFinding() const { return keys_.bFinding(); }
+  void bFinding(bool on) { keys_.bFinding(on); }
+  /// Whether the user may resize columns; on at first.
   [[nodiscard]] bool bColResizing() const { return look_.bColResizing(); }
   void bColResizing(bool on) { look_.bColResizing(on); }
-  /// Field of the column under the mouse pointer, empty outside.
+  /// Field of the column under the mouse pointer; empty when there is none.
   [[nodiscard]] QString sMouseGridColumn() const { return keys_.sMouseGridColumn(); }
-  /// No message panel over an empty grid.
+  /// Whether an empty grid has no message panel.
   [[nodiscard]] bool bHideNoRecords() const { return look_.bHideNoRecords(); }
   void bHideNoRecords(bool hide) { look_.bHideNoRecords(hide); }
-  /// The user changed data through the grid.
+  /// Whether the user changed data through the grid.
   [[nodiscard]] bool bDataChanged() const { return rows_.bDataChanged(); }
   void bDataChanged(bool changed) { rows_.bDataChanged(changed); }
-  /// Rows may be inserted (Ctrl+Insert); off at first.
+  /// Whether rows may be inserted (Ctrl+Insert); off at first.
   [[nodiscard]] bool bRowInserts() const { return rows_.bRowInserts(); }
   void bRowInserts(bool on) { rows_.bRowInserts(on); }
-  /// The grid is editable: deletions reach the database, and cells of a writable recordset can be edited. It is also
-  /// editable while its owner is in edit mode.
+  /// Whether the grid is editable: deletions reach the database, and cells of a writable recordset can be edited. It is
+  /// also editable while its owner is in edit mode.
   [[nodiscard]] bool EditMode() const { return rows_.EditMode(); }
   void EditMode(bool on) { rows_.EditMode(on); }
-  /// What the grid control lets the user do. Deletes are off, updates on at first. A grid that allows deletes but no
-  /// updates refuses Ctrl+Delete with a message.
+  /// What the grid control lets the user do. At first deletes are off and updates are on. A grid that allows deletes
+  /// but no updates refuses Ctrl+Delete with a message.
   [[nodiscard]] bool AllowDelete() const { return rows_.AllowDelete(); }
   void AllowDelete(bool allow) { rows_.AllowDelete(allow); }
   [[nodiscard]] bool AllowUpdate() const { return rows_.AllowUpdate(); }
   void AllowUpdate(bool allow) { rows_.AllowUpdate(allow); }
-  /// Shows only rows that fulfil a condition on the recordset, such as "[Make] = 'Ford' AND [Year] > 2010"; empty: all.
-  /// A condition that cannot be read shows all. The headings of its columns are marked.
+  /// Shows only rows that meet a condition on the recordset, such as "[Make] = 'Ford' AND [Year] > 2010"; all rows when
+  /// it is empty or cannot be read. The headings of its columns are marked.
   [[nodiscard]] QString sFilter() const { return filter_; }
   void sFilter(const QString& filter);
-  /// Shows, of the rows that `sFilter` leaves, only those that pass a test; none: all. It ends when other rows are connected. The current row stays
-  /// current when it is still shown.
+  /// Of the rows that `sFilter` leaves, shows only those that pass a test; without a test all. Connecting other rows
+  /// ends it. The current row stays current if it is still shown.
   void ShowOnly(std::function<bool(const StoredRow& row)> test);
   /// Name of the column (or, separated by ",", columns) that identifies a row.
   [[nodiscard]] QString sLineIDColumn() const { return place_.sLineIDColumn(); }
   void sLineIDColumn(const QString& field) { SetLineID(field); }
-  /// Stem of the procedures that insert ("proc_addp_..._InsertRow") and delete ("proc_delp_...") rows; empty: a deletion
-  /// takes the row from the grid only.
+  /// Middle part of the names of the procedures that insert ("proc_addp_..._InsertRow") and delete ("proc_delp_...")
+  /// rows. When it is empty a deletion only removes the row from the grid.
   [[nodiscard]] QString StoredProc() const { return rows_.StoredProc(); }
   void StoredProc(const QString& name) { rows_.StoredProc(name); }
-  /// Tagged text of the grid; the value "MSG" is shown over the empty grid.
+  /// Tagged text of the grid; its value "MSG" is shown when the grid is empty.
   [[nodiscard]] QString Tag() const { return look_.Tag(); }
   void Tag(const QString& tagged) { look_.Tag(tagged); }
   /// The connected recordset, none at first.
@@ -124,7 +129,7 @@ class cDataGrid {
   void DataSource(Recordset* records);
 
   // State.
-  /// Numeric value of the current row's (first) line ID column, 0 without a row.
+  /// Number in the first line ID column of the current row, 0 without a row.
   [[nodiscard]] qint64 RecordID() const { return place_.RecordID(); }
   /// Position of the current row in the shown order, -1 without one.
   [[nodiscard]] qint64 CurrentRow() const { return place_.CurrentRow(); }
@@ -132,70 +137,76 @@ class cDataGrid {
   [[nodiscard]] QString CurrentField() const { return place_.CurrentField(); }
   [[nodiscard]] qint64 RowCount() const { return core_.RowCount(); }
   [[nodiscard]] qint64 SelectedCount() const { return place_.SelectedCount(); }
-  /// Values of the (first) line ID column of the selected rows, or of the current one, in the order shown.
+  /// Values of the first line ID column of the selected rows, or else of the current row, in the order shown.
   [[nodiscard]] std::vector<qint64> SelectedIDs() const { return place_.SelectedIDs(); }
   [[nodiscard]] qint64 FirstVisibleRow() const { return place_.FirstVisibleRow(); }
-  /// What a cell shows; flags are "Yes" and "No".
+  /// The text of a cell; flags are "Yes" and "No".
   [[nodiscard]] QString CellText(qint64 row, const QString& field) const { return place_.CellText(row, field); }
 
   // Binding.
-  /// Shows a recordset: columns are formatted, sort and filter applied, the first row becomes current. With the columns
-  /// that were shown before, their widths, order and visibility stay. A forward-only recordset is refused (reported).
+  /// Shows a recordset: formats the columns, applies sort and filter, and makes the first row current. When the same
+  /// columns were shown before, their widths, order and visibility stay. A forward-only recordset is refused
+  /// (reported).
   void ConnectRecordset(Recordset& records);
   void DisconnectRecordset();
-  /// Shows the connected recordset anew, after other rows were read into it. Without a connected one the rows of
-  /// "proc_selp_" + StoredProc + " ( header ID )" are read.
+  /// Shows the connected recordset again after other rows were read into it. Without one, the rows of "proc_selp_" +
+  /// StoredProc + " ( header ID )" are read.
   void RebindData();
-  /// Reads the rows again. Sort, first visible row, current row and up to 10,000 selected ones (by their keys), current
-  /// column and horizontal position stay. A failure shows "Unexpected error when reloading the grid." and leaves the rows that were there.
-  /// \param reread  what reads them into the connected recordset; may throw. Empty: its own Requery.
+  /// Reads the rows again. Sort, first visible row, current row, up to 10,000 selected rows (by their keys), current
+  /// column and horizontal position stay. A failure shows "Unexpected error when reloading the grid." and leaves the
+  /// old rows.
+  /// \param reread  reads the rows into the connected recordset; may throw. Empty for its own Requery.
   void Requery(const std::function<void()>& reread = {});
-  /// Empties the grid: no recordset, no columns, no sort.
+  /// Empties the grid: no recordset, columns or sort.
   void Clear();
 
   // Columns.
-  /// Headings and formats of the columns anew.
+  /// Sets headings and formats of the columns again.
   /// \param highlightedColumns  names in brackets ("[Make][Model]") of columns to be shown in blue, now and later
   void FormatColumns(const QString& highlightedColumns = {}) { look_.FormatColumns(highlightedColumns); }
-  /// Another heading than the field's name.
+  /// Replaces the heading of a field.
   void SetCaption(const QString& field, const QString& caption) { look_.SetCaption(field, caption); }
-  /// Hides columns, or shows them. From then on they are the window's to show and hide, and not offered to the user; of the others the user
-  /// chooses in the menu of the heading, or of the grid.
+  /// Hides or shows columns. From then on only the window hides and shows them. The user shows and hides the other
+  /// columns in the menus of the headings and of the grid.
   void HideColumns(const QStringList& fields, bool hide = true) { look_.HideColumns(fields, hide); }
   /// The fields whose columns are not shown, in lower case.
   [[nodiscard]] QSet<QString> HiddenFields() const { return look_.HiddenFields(); }
-  /// The columns that are not hidden, in the order shown.
+  /// The shown columns in their order.
   [[nodiscard]] std::vector<GridShownColumn> ShownColumns() const;
   /// Locked columns cannot be edited.
   void LockColumns(const QStringList& fields, bool lock = true) { look_.LockColumns(fields, lock); }
-  /// Brings the user's column layout of this grid back whenever columns are shown that were not shown before.
-  /// \param registry  must outlive this
+  /// Restores the user's layout of this grid whenever columns are shown that were not shown before.
+  /// \param registry  must outlive this object
   /// \param window    name of the owner window ("frmMain")
   void KeepLayout(RegistryValues& registry, const QString& window) { look_.KeepLayout(registry, window); }
-  /// Stores place, width and visibility of the columns that the user changed, when `KeepLayout` was called and columns are shown; for the
-  /// window's end. They are kept by their names, so that other columns of the host hide no other one.
+  /// Stores place, width and visibility of the columns that the user changed; to be called before the window closes.
+  /// Does nothing without `KeepLayout` or shown columns. Columns are stored by name, so a layout never hides another
+  /// column of the host.
   void SaveLayout() { look_.SaveLayout(); }
-  /// Columns drawn as ticks and offered for a click (a hand is shown over them); columns that hold truth values are
-  /// drawn as ticks in any case.
+  /// Columns that are drawn as ticks and can be clicked (with a hand as pointer). Columns of truth values are always
+  /// drawn as ticks.
   void FlagColumns(const QStringList& fields) { look_.FlagColumns(fields); }
-  /// Tells why the flag of a cell means nothing, empty: it does. The cell is greyed then, and has the reason as its tip.
+  /// Sets a function that gives the reason why the flag of a cell has no effect, or an empty text. A cell with a reason
+  /// is greyed and has it as its tip.
   void SetFlagReasons(std::function<QString(qint64 row, const QString& field)> reasonOf) {
     look_.SetFlagReasons(std::move(reasonOf));
   }
-  /// Shows a button at the right of the current cell of a column, see `OnEditButton`.
+  /// Shows a button at the right of the current cell of a column, see `EditButtonClicked`.
   void AddEditButton(const QString& field) { look_.AddEditButton(field); }
-  /// A named cell style, in "Tahoma" of the row font's size at first; the one of that name when it exists.
+  /// The cell style of this name. A new one has "Tahoma" in the size of the row font.
   GridStyle& AddStyleSet(const QString& name) { return look_.AddStyleSet(name); }
-  /// Tells the style of a row; empty name: the ordinary one. `kSectionStyle` has the user's section font and colours.
+  /// Sets a function that gives the style of a row; an empty name is the ordinary style. `kSectionStyle` has the user's
+  /// section font and colours.
   void SetRowStyle(std::function<QString(qint64 row)> styleOf) { look_.SetRowStyle(std::move(styleOf)); }
   static constexpr char kSectionStyle[] = "Section";
 
   // Rows.
-  /// Makes the first row current whose field equals a value (text without regard to case).
+  /// Makes the first row current whose field equals a value (texts ignoring case).
   /// \return false when there is none; the current row stays
   bool FindLine(const QString& field, const Value& value) { return place_.FindLine(field, value); }
   using Search = GridPlace::Search;
-  /// Goes to the next cell of the shown columns that holds a text, without regard to case, once round all rows. \return false when there is none
+  /// Goes to the next cell of the shown columns that contains a text, ignoring case; visits every row once. \return
+  /// false when there is none
   bool FindText(const QString& text, Search search) { return place_.FindText(text, search); }
   /// Makes a row current and scrolls it into view.
   void MoveTo(qint64 row) { place_.MoveTo(row); }
@@ -204,42 +215,38 @@ class cDataGrid {
   void HighlightCell(qint64 row, const QString& field) { place_.HighlightCell(row, field); }
   void SelectAll() { place_.SelectAll(); }
   void SelectNone() { place_.SelectNone(); }
-  /// Puts the current cell's text on the clipboard. \return the text
+  /// Copies the current cell's text to the clipboard. \return the text
   QString CopyCellValue() { return place_.CopyCellValue(); }
-  /// Puts the selected rows on the clipboard: a line with the headings, then a line each, visible columns in the shown
-  /// order, separated by tabs.
+  /// Copies the selected rows to the clipboard: a line with the headings, then a line for each row, with the visible
+  /// columns in the order shown, separated by tabs.
   void CopyRows() { place_.CopyRows(); }
-  /// The user's Ctrl+C: two and more selected rows as `CopyRows`, otherwise the current cell.
+  /// What Ctrl+C does: `CopyRows` when several rows are selected, otherwise `CopyCellValue`.
   void Copy() { place_.Copy(); }
-  /// Deletes the current row, as Ctrl+Delete does but without asking whether the grid allows it.
+  /// Deletes the current row as Ctrl+Delete does, even when the grid does not allow deletes.
   void Remove() { rows_.Remove(); }
-  /// Deletes all rows, one by one, once the owner agreed; stops at the first that fails.
+  /// Deletes all rows, one by one, once the owner agreed; stops at the first failure.
   void RemoveRows() { rows_.RemoveRows(); }
-  /// Inserts a row above the current one through "proc_addp_" + StoredProc + "_InsertRow" and reads again.
+  /// Inserts a row above the current one through "proc_addp_" + StoredProc + "_InsertRow" and reads the rows again.
   void InsertRow() { rows_.InsertRow(); }
-  /// Writes what was edited in the current row. \return false when it failed (reported; the row stays as it was read)
+  /// Writes the edits of the current row. \return false when it failed (reported; the row is then as it was read)
   bool CommitRow() { return rows_.CommitRow(); }
 
   void SetHeaderID(qint64 id) { rows_.SetHeaderID(id); }
   void SetLineID(const QString& field) { place_.SetLineID(field); }
-  /// Swallows the next key press.
+  /// Ignores the next key press.
   void IgnoreKeyPress() { keys_.IgnoreKeyPress(); }
 
-  // What the owner may want to know.
+ Q_SIGNALS:
   /// A left click, or Space, on any cell; the row is current by then. A double-click is one click.
-  void OnCellClick(std::function<void(const QString& field, qint64 recordId)> callback) {
-    keys_.OnCellClick(std::move(callback));
-  }
-  /// After a row was deleted in the database and taken out of the grid.
-  void OnDeleted(std::function<void(qint64 recordId)> callback) { rows_.OnDeleted(std::move(callback)); }
+  void CellClicked(const QString& field, qint64 recordId);
+  /// A row was deleted in the database and taken out of the grid.
+  void Deleted(qint64 recordId);
   /// A click on the button of `AddEditButton`, or Space in its cell.
-  void OnEditButton(std::function<void(const QString& field, qint64 recordId)> callback) {
-    keys_.OnEditButton(std::move(callback));
-  }
-  /// Ctrl+F and "Find..." in the menu, which has it only then.
-  void OnFind(std::function<void()> callback) { keys_.OnFind(std::move(callback)); }
+  void EditButtonClicked(const QString& field, qint64 recordId);
+  /// Ctrl+F, or "Find..." in the menu.
+  void FindWanted();
   /// Another row or column became current.
-  void OnRowColChange(std::function<void()> callback) { keys_.OnRowColChange(std::move(callback)); }
+  void RowColChanged();
 
  private:
   void ShowRows(bool newColumns);

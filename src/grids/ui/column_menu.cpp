@@ -1,8 +1,11 @@
-// The menu in which a user shows, hides and fits the columns of a grid.
-
 #include "grids/ui/column_menu.h"
 
-#include <QtWidgets>
+#include <QAction>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QObject>
+#include <QString>
+#include <QWidget>
 #include <utility>
 
 namespace qbx {
@@ -38,7 +41,7 @@ void ColumnMenu::Show(int column, bool show) {
   ShowLast();
 }
 
-/// The last column that is shown cannot be hidden.
+/// Disables the tick of the last shown column, which cannot be hidden.
 void ColumnMenu::ShowLast() {
   const std::vector<GridLook::Choice> choices = look_.Choices();
   for (QAction* entry : actions()) {
@@ -56,7 +59,8 @@ void ColumnMenu::mousePressEvent(QMouseEvent* event) {
   QMenu::mousePressEvent(event);
 }
 
-/// The button that opened the menu comes up over it where the menu has no room below the mouse; that is no click.
+/// Where the menu has no room below the mouse it opens under the pointer, so the release of the opening button is no
+/// click.
 void ColumnMenu::mouseReleaseEvent(QMouseEvent* event) {
   QAction* entry = actionAt(event->position().toPoint());
   const bool clicked = entry != nullptr && entry == std::exchange(pressed_, nullptr);

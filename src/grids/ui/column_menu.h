@@ -1,15 +1,19 @@
-// The menu in which a user shows, hides and fits the columns of a grid.
+// The menu in which the user shows, hides and fits the columns of a grid.
 
 #pragma once
 
+#include <QAction>
+#include <QKeyEvent>
 #include <QMenu>
+#include <QMouseEvent>
+#include <QWidget>
 
 #include "grids/ui/grid_look.h"
 #include "grids/ui/grid_place.h"
 
 namespace qbx {
 
-/// A tick for each column that is the user's to show. A click or Space on one leaves the menu open for the next; Return closes it.
+/// A tick for each column that the user may show. A click or Space on a tick leaves the menu open; Return closes it.
 class ColumnMenu final : public QMenu {
  public:
   ColumnMenu(GridLook& look, GridPlace& place, QWidget& parent);

@@ -1,8 +1,11 @@
-// What stands over a grid that has no rows.
-
 #include "grids/ui/empty_grid_panel.h"
 
-#include <QtWidgets>
+#include <QFont>
+#include <QFrame>
+#include <QLabel>
+#include <QPalette>
+#include <QTableView>
+#include <QVBoxLayout>
 
 namespace qbx {
 

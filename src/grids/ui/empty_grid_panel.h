@@ -1,4 +1,4 @@
-// What stands over a grid that has no rows.
+// The panel over a grid without rows.
 
 #pragma once
 
@@ -12,7 +12,7 @@ class QTableView;
 
 namespace qbx {
 
-/// A frame with a centred label, as large as the grid and beside it in its window; both are named after the grid
+/// A frame with a centred label, as large as the grid and beside it in its window. Both are named after the grid
 /// ("dbgDataFrame", "dbgDataLabel").
 class EmptyGridPanel {
  public:
@@ -21,7 +21,7 @@ class EmptyGridPanel {
 
   void Show(const QString& text, const QColor& background, const QColor& foreground);
   void Hide();
-  /// Follows the grid's place.
+  /// Moves the panel to the grid's place.
   void Place();
 
  private:

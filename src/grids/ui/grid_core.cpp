@@ -1,6 +1,6 @@
-// What the parts of a data grid share.
-
 #include "grids/ui/grid_core.h"
+
+#include <QHeaderView>
 
 #include "grids/grid_sort.h"
 

@@ -16,7 +16,7 @@
 
 namespace qbx {
 
-/// The rows, the view that shows them, and whom to tell.
+/// The rows, the view that shows them, and where failures are reported.
 struct GridCore {
   GridCore(Statements& usedStatements, Diagnostics toldDiagnostics, const UserOptions& userOptions)
       : statements(usedStatements), diagnostics(toldDiagnostics), options(userOptions) {}
@@ -28,14 +28,14 @@ struct GridCore {
   QPointer<QTableView> view;
   GridModel model;
   Recordset* records = nullptr;
-  QString sortString;  ///< "[column] ASC" or "[column] DESC", empty while unsorted
+  QString sortString;  ///< "[column] ASC" or "[column] DESC"; empty while unsorted
 
   [[nodiscard]] qint64 RowCount() const { return model.rowCount(); }
-  /// The columns that are not hidden, in the order shown.
+  /// The shown columns in their order.
   [[nodiscard]] std::vector<int> ShownColumns() const;
-  /// -1 while unsorted.
+  /// The sorted column, -1 while unsorted.
   [[nodiscard]] int SortedColumn() const;
-  /// Does something and reports its failure under the routine's name. \return whether it was done
+  /// Does work that may throw, and reports a failure under the routine's name. \return whether it succeeded
   bool Guarded(const char* routine, const std::function<void()>& work);
   void Say(const QString& text, MessageIcon icon);
 };

@@ -1,8 +1,23 @@
-// How the cells of a grid are drawn.
-
 #include "grids/ui/grid_delegate.h"
 
-#include <QtWidgets>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QColor>
+#include <QEvent>
+#include <QHelpEvent>
+#include <QModelIndex>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPalette>
+#include <QPen>
+#include <QRect>
+#include <QRectF>
+#include <QString>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QStyleOptionViewItem>
+#include <QTextDocument>
+#include <QToolTip>
 #include <cmath>
 
 #include "grids/ui/grid_model.h"
@@ -37,7 +52,7 @@ void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
       wraps_ && column != nullptr && (wrapsAll_ || column->field.compare(wrapField_, Qt::CaseInsensitive) == 0);
   option->features.setFlag(QStyleOptionViewItem::WrapText, wraps);
   if (!wraps) option->text = OneLine(option->text);
-  // The colours of the user's options know no disabled grid.
+  // The user's colours have no variant for a disabled grid.
   if ((option->state & QStyle::State_Enabled) == 0)
     option->palette.setColor(QPalette::Text, QApplication::palette().color(QPalette::Disabled, QPalette::Text));
 }
@@ -59,7 +74,7 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
   if (current) PaintCurrent(*painter, cell);
 }
 
-/// The row is selected as a whole, so the cell in which the keys act needs a frame of its own.
+/// Draws a frame around the current cell, because the whole row is selected.
 void GridDelegate::PaintCurrent(QPainter& painter, const QStyleOptionViewItem& option) const {
   const bool selected = (option.state & QStyle::State_Selected) != 0;
   painter.save();
@@ -88,7 +103,8 @@ bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const Q
   return true;
 }
 
-/// A tick for yes, in a thin box where a click changes it; so an empty box can be seen to be clickable. What means nothing is pale.
+/// Draws a tick for yes. A cell that can be clicked has a thin box, which is seen even when it is empty. A flag without
+/// effect is pale.
 void GridDelegate::PaintTick(QPainter& painter, const QStyleOptionViewItem& option, bool ticked) const {
   const bool selected = (option.state & QStyle::State_Selected) != 0;
   const bool greyed = !model_.FlagReason(option.index).isEmpty();
@@ -97,11 +113,11 @@ void GridDelegate::PaintTick(QPainter& painter, const QStyleOptionViewItem& opti
   const double size = std::min(option.rect.height() - 4.0, option.fontMetrics.height() * 0.85);
   QRectF box(0, 0, std::floor(size), std::floor(size));
   box.moveCenter(QRectF(option.rect).center());
-  box.moveTo(std::floor(box.left()) + 0.5, std::floor(box.top()) + 0.5);  // so that a thin line is not drawn across two
+  box.moveTo(std::floor(box.left()) + 0.5, std::floor(box.top()) + 0.5);  // keeps a thin line within one row of pixels
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
   if (model_.IsFlag(option.index.column())) {
-    // Thinner than the tick, but no harder to see.
+    // Thinner than the tick, so it needs more contrast.
     const QColor background = selected ? option.palette.color(QPalette::Highlight)
                               : option.backgroundBrush.style() == Qt::NoBrush ? option.palette.color(QPalette::Base)
                                                                               : option.backgroundBrush.color();

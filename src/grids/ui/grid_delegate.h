@@ -1,15 +1,22 @@
-// How the cells of a grid are drawn.
+// Drawing the cells of a grid.
 
 #pragma once
 
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QModelIndex>
+#include <QPainter>
+#include <QRect>
 #include <QSet>
+#include <QString>
+#include <QStyleOptionViewItem>
 #include <QStyledItemDelegate>
 
 namespace qbx {
 
 class GridModel;
 
-/// Draws ticks, texts on one line except in the columns that wrap, a frame around the current cell, and its edit button.
+/// Draws ticks, texts (on one line except in columns that wrap), a frame around the current cell, and its edit button.
 /// A text that is cut off is shown whole as a tip.
 class GridDelegate final : public QStyledItemDelegate {
  public:

@@ -1,8 +1,9 @@
-// The events of a table view, handed to the parts of the grid that wraps it.
-
 #include "grids/ui/grid_events.h"
 
-#include <QtWidgets>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QTableView>
 
 #include "grids/ui/grid_keys.h"
 #include "grids/ui/grid_look.h"
@@ -21,7 +22,7 @@ bool GridEvents::eventFilter(QObject* watched, QEvent* event) {
   return false;
 }
 
-/// Keys that would otherwise be taken by the shortcuts of the window.
+/// Whether the grid takes a key before the shortcuts of the window do.
 bool GridEvents::IsOurs(const QKeyEvent& event) {
   const bool control = (event.modifiers() & Qt::ControlModifier) != 0;
   switch (event.key()) {

@@ -1,7 +1,9 @@
-// The events of a table view, handed to the parts of the grid that wraps it.
+// The events of a grid's table view.
 
 #pragma once
 
+#include <QEvent>
+#include <QKeyEvent>
 #include <QObject>
 
 class QTableView;
@@ -11,7 +13,7 @@ namespace qbx {
 class GridKeys;
 class GridLook;
 
-/// Watches a table view and its viewport.
+/// Watches a table view and its viewport and passes their events to the parts of the grid.
 class GridEvents final : public QObject {
  public:
   GridEvents(GridKeys& keys, GridLook& look, QTableView& view);

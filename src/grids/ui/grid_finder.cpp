@@ -1,8 +1,10 @@
-// Finding by typing: the text typed so far.
-
 #include "grids/ui/grid_finder.h"
 
-#include <QtWidgets>
+#include <QFrame>
+#include <QObject>
+#include <QPalette>
+#include <QRect>
+#include <QTableView>
 
 namespace qbx {
 namespace {

@@ -18,7 +18,7 @@ class GridFinder {
   ~GridFinder();
 
   [[nodiscard]] bool Active() const { return !typed_.isEmpty(); }
-  /// \return what was typed in one go, with the new letters
+  /// \return the text typed without a pause, including the new letters
   const QString& Add(const QString& letters);
   const QString& Shorten();
   void Show(bool found);

@@ -1,8 +1,17 @@
-// Keys, the mouse and finding in a grid.
-
 #include "grids/ui/grid_keys.h"
 
-#include <QtWidgets>
+#include <QAbstractItemView>
+#include <QAction>
+#include <QEvent>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QMenu>
+#include <QModelIndex>
+#include <QMouseEvent>
+#include <QTableView>
+#include <QWidget>
 
 #include "grids/grid_find.h"
 #include "grids/grid_sort.h"
@@ -15,7 +24,7 @@ GridKeys::GridKeys(Parts parts)
 
 GridKeys::~GridKeys() = default;
 
-void GridKeys::Attach(QObject& context) {
+void GridKeys::Attach() {
   QTableView& view = *core_.view;
   QHeaderView* header = view.horizontalHeader();
   view.setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -25,26 +34,16 @@ void GridKeys::Attach(QObject& context) {
   view.setContextMenuPolicy(Qt::CustomContextMenu);
   bColSorting(colSorting_);
   finder_ = std::make_unique<GridFinder>(view);
-  QObject::connect(header, &QHeaderView::sectionClicked, &context, [this](int column) { HeadClick(column); });
-  QObject::connect(header, &QHeaderView::sectionResized, &context, [this] { StopFinding(); });
-  QObject::connect(&view, &QTableView::clicked, &context, [this](const QModelIndex& index) {
+  connect(header, &QHeaderView::sectionClicked, this, [this](int column) { HeadClick(column); });
+  connect(header, &QHeaderView::sectionResized, this, [this] { StopFinding(); });
+  connect(&view, &QTableView::clicked, this, [this](const QModelIndex& index) {
     if (clickModifiers_ == Qt::NoModifier && !secondClick_) ClickCell(index, ClickedBy::kMouse);
   });
   header->setContextMenuPolicy(Qt::CustomContextMenu);
-  QObject::connect(header, &QWidget::customContextMenuRequested, &context,
-                   [this](const QPoint& at) { ColumnsMenu(at); });
-  QObject::connect(&view, &QWidget::customContextMenuRequested, &context, [this](const QPoint& at) { Menu(at); });
-  QObject::connect(
-      view.selectionModel(), &QItemSelectionModel::currentChanged, &context,
-      [this](const QModelIndex& current, const QModelIndex& previous) { RowColChange(current, previous); });
-}
-
-void GridKeys::OnCellClick(std::function<void(const QString& field, qint64 recordId)> callback) {
-  onCellClick_ = std::move(callback);
-}
-
-void GridKeys::OnEditButton(std::function<void(const QString& field, qint64 recordId)> callback) {
-  onEditButton_ = std::move(callback);
+  connect(header, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) { ColumnsMenu(at); });
+  connect(&view, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) { Menu(at); });
+  connect(view.selectionModel(), &QItemSelectionModel::currentChanged, this,
+          [this](const QModelIndex& current, const QModelIndex& previous) { RowColChange(current, previous); });
 }
 
 void GridKeys::bColSorting(bool on) {
@@ -57,7 +56,8 @@ void GridKeys::StopFinding() {
 }
 
 bool GridKeys::KeyPress(const QKeyEvent& event) {
-  controlKey_ = 0;  // a Ctrl+Delete whose release went elsewhere must not turn a later Delete into one
+  // The release of an earlier Ctrl+Delete may have gone elsewhere; a later Delete must not count as one.
+  controlKey_ = 0;
   if (ignoreKeyPress_) {
     ignoreKeyPress_ = false;
     return true;
@@ -83,11 +83,11 @@ bool GridKeys::Shortcut(const QKeyEvent& event) {
       place_.Copy();
       return true;
     case Qt::Key_F:
-      if (onFind_) onFind_();
+      if (finding_) Q_EMIT FindWanted();
       return true;
     case Qt::Key_Delete:
     case Qt::Key_Insert:
-      controlKey_ = event.key();  // done when the key comes up, even if Ctrl is up before it
+      controlKey_ = event.key();  // acts when the key is released, even if Ctrl is released before it
       return true;
     case Qt::Key_Home:
     case Qt::Key_End:
@@ -122,7 +122,7 @@ bool GridKeys::FindTyped(const QKeyEvent& event) {
   return true;
 }
 
-/// Goes to the first row of the sorted column, or of the current one, that starts with what was typed.
+/// Goes to the first row whose text in the sorted column, or else in the current one, begins with what was typed.
 void GridKeys::Find(const QString& start) {
   const int column = core_.SortedColumn() >= 0 ? core_.SortedColumn() : core_.view->currentIndex().column();
   const GridColumn* format = core_.model.ColumnAt(column);
@@ -155,16 +155,16 @@ void GridKeys::MouseMove(const QMouseEvent& event) {
 void GridKeys::ClickCell(const QModelIndex& index, ClickedBy by) {
   const GridColumn* column = core_.model.ColumnAt(index.column());
   if (column == nullptr || index.row() < 0 || index.row() >= core_.RowCount()) return;
-  const QString field = column->field;  // the columns may be others after a callback
+  const QString field = column->field;  // a callback may change the columns
   const qint64 recordId = place_.RecordID();
   const bool onButton =
       look_.HasEditButton(index.column()) &&
       (by == ClickedBy::kKey || GridDelegate::EditButtonRect(core_.view->visualRect(index)).contains(clickedAt_));
   if (onButton) {
-    if (onEditButton_) onEditButton_(field, recordId);
-  } else if (onCellClick_) {
+    Q_EMIT EditButtonClicked(field, recordId);
+  } else {
     if (core_.model.IsFlag(index.column())) clickedFlag_ = index;
-    onCellClick_(field, recordId);
+    Q_EMIT CellClicked(field, recordId);
     clickedFlag_ = QModelIndex();
   }
 }
@@ -186,7 +186,7 @@ void GridKeys::RowColChange(const QModelIndex& current, const QModelIndex& previ
     if (!current.isValid() || core_.records == nullptr) return;
     core_.model.Highlight(-1, -1);
     if (current.row() != previous.row()) core_.records->MoveTo(current.row());
-    if (onRowColChange_) onRowColChange_();
+    Q_EMIT RowColChanged();
   });
 }
 
@@ -197,7 +197,7 @@ void GridKeys::GotFocus() {
 }
 
 void GridKeys::Menu(const QPoint& position) {
-  // Its entries let events run, so a menu that goes when it closes would go under their feet. It stays until the next one.
+  // A menu's actions let events run, so it must not be deleted when it closes. It is deleted before the next one opens.
   delete menu_;
   menu_ = new QMenu(core_.view);
   menu_->setObjectName(QStringLiteral("mnuGrid"));
@@ -208,7 +208,7 @@ void GridKeys::Menu(const QPoint& position) {
     entry->setShortcut(keys);
     entry->setShortcutVisibleInContextMenu(true);
     entry->setEnabled(enabled);
-    QObject::connect(entry, &QAction::triggered, entry, std::move(action));
+    connect(entry, &QAction::triggered, entry, std::move(action));
   };
   if (core_.owner != nullptr) core_.owner->Grid_MenuOpens();
   menu->addActions(core_.view->actions());
@@ -225,7 +225,8 @@ void GridKeys::Menu(const QPoint& position) {
     add(QStringLiteral("&Delete row"), QKeySequence(Qt::CTRL | Qt::Key_Delete), any, [this] { rows_.DeleteByUser(); });
     menu->addSeparator();
   }
-  if (onFind_) add(QStringLiteral("&Find..."), QKeySequence(Qt::CTRL | Qt::Key_F), any, [this] { onFind_(); });
+  if (finding_)
+    add(QStringLiteral("&Find..."), QKeySequence(Qt::CTRL | Qt::Key_F), any, [this] { Q_EMIT FindWanted(); });
   if (const GridColumn* sorted = core_.model.ColumnAt(column); colSorting_ && sorted != nullptr) {
     QString heading = sorted->heading;
     add(QStringLiteral("&Sort by %1").arg(heading.replace(u'&', QLatin1String("&&"))), {}, any,
@@ -249,7 +250,7 @@ void GridKeys::HeadClick(int column) {
   if (core_.RowCount() > 0)
     sortBy_(SortText(SortAfterClick(ParseSort(core_.sortString), clicked->field)));
   else
-    look_.ShowSortMark();  // the heading turned its mark by itself
+    look_.ShowSortMark();  // the heading has changed its mark by itself
 }
 
 }  // namespace qbx

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QObject>
 #include <QPersistentModelIndex>
 #include <QPoint>
 #include <QPointer>
@@ -22,8 +23,9 @@ class QMouseEvent;
 
 namespace qbx {
 
-/// What a user does to a grid with keys, mouse and menu; what `cDataGrid` says of it holds here.
-class GridKeys {
+/// What the user does to a grid with keys, mouse and menu. The comments of `cDataGrid` hold here, too.
+class GridKeys : public QObject {
+  Q_OBJECT
  public:
   struct Parts {
     GridCore& core;
@@ -33,39 +35,44 @@ class GridKeys {
     std::function<void(const QString& sort)> sortBy;
   };
   explicit GridKeys(Parts parts);
-  ~GridKeys();
+  ~GridKeys() override;
 
-  /// The view has its model now. \param context  lives as long as what is connected
-  void Attach(QObject& context);
+  /// The view has its model now.
+  void Attach();
 
   [[nodiscard]] bool bColSorting() const { return colSorting_; }
   void bColSorting(bool on);
   [[nodiscard]] QString sMouseGridColumn() const { return mouseColumn_; }
   void IgnoreKeyPress() { ignoreKeyPress_ = true; }
-  /// What was typed to find is forgotten.
+  /// Forgets the text that was typed to find a row.
   void StopFinding();
-  void OnCellClick(std::function<void(const QString& field, qint64 recordId)> callback);
-  void OnEditButton(std::function<void(const QString& field, qint64 recordId)> callback);
-  void OnFind(std::function<void()> callback) { onFind_ = std::move(callback); }
-  void OnRowColChange(std::function<void()> callback) { onRowColChange_ = std::move(callback); }
+  [[nodiscard]] bool bFinding() const { return finding_; }
+  void bFinding(bool on) { finding_ = on; }
 
   // Called while the click on a flag is answered.
-  /// Rows that are read again were changed by it. Reading many takes a moment, which the user need not wait for to see
-  /// the tick change.
+  /// The clicked flag was changed. Shows its new tick before the rows are read again, because reading many rows takes a
+  /// moment.
   void ShowClickedFlag();
-  /// The flag was flipped, but the rows could not be read: what is shown must not invite to flip it back.
+  /// The flag was flipped but the rows could not be read: keeps showing the new tick, so that the user does not flip it
+  /// back.
   void KeepClickedFlag();
 
   // Events of the view.
-  /// \return whether the key was handled and the control must not see it
+  /// \return whether the key was handled, so that the control must not get it
   bool KeyPress(const QKeyEvent& event);
   void KeyUp(const QKeyEvent& event);
   void MouseDown(const QMouseEvent& event);
   void MouseUp(const QMouseEvent& event);
   void MouseMove(const QMouseEvent& event);
   void MouseLeave() { mouseColumn_.clear(); }
-  /// A grid that is entered by the keyboard has a current cell at once.
+  /// A grid that gets the focus by the keyboard has a current cell.
   void GotFocus();
+
+ Q_SIGNALS:
+  void CellClicked(const QString& field, qint64 recordId);
+  void EditButtonClicked(const QString& field, qint64 recordId);
+  void FindWanted();
+  void RowColChanged();
 
  private:
   void HeadClick(int column);
@@ -84,19 +91,16 @@ class GridKeys {
   GridLook& look_;
   std::function<void(const QString&)> sortBy_;
   std::unique_ptr<GridFinder> finder_;
-  QPointer<QMenu> menu_;  // the last one that was opened
+  QPointer<QMenu> menu_;  // the menu that was opened last
   QString mouseColumn_;
   bool colSorting_ = true;
+  bool finding_ = false;
   bool ignoreKeyPress_ = false;
   Qt::KeyboardModifiers clickModifiers_;
-  bool secondClick_ = false;  // of a double-click
+  bool secondClick_ = false;  // whether the next click is the second of a double-click
   QPoint clickedAt_;
-  QPersistentModelIndex clickedFlag_;  // while its click is answered
-  int controlKey_ = 0;                 // Delete or Insert went down with Ctrl
-  std::function<void(const QString&, qint64)> onCellClick_;
-  std::function<void(const QString&, qint64)> onEditButton_;
-  std::function<void()> onFind_;
-  std::function<void()> onRowColChange_;
+  QPersistentModelIndex clickedFlag_;  // the flag whose click is being handled
+  int controlKey_ = 0;                 // Delete or Insert when it was pressed with Ctrl, else 0
 };
 
 }  // namespace qbx

@@ -2,7 +2,14 @@
 
 #include "grids/ui/grid_look.h"
 
-#include <QtWidgets>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QColor>
+#include <QFontMetrics>
+#include <QHeaderView>
+#include <QObject>
+#include <QTableView>
+#include <QWidget>
 
 #include "grids/grid_sort.h"
 #include "util/tagged_string.h"
@@ -29,7 +36,7 @@ void GridLook::Attach(QObject& context) {
   header->setTextElideMode(Qt::ElideRight);
   bColResizing(colResizing_);
   QObject::connect(header, &QHeaderView::sectionResized, &context, [this](int column, int before, int now) {
-    if (before > 0 && now > 0) ColumnChanged(column);  // else it was hidden, or shown again
+    if (before > 0 && now > 0) ColumnChanged(column);  // otherwise it was hidden or shown
   });
   QObject::connect(header, &QHeaderView::sectionMoved, &context, [this](int column) { ColumnChanged(column); });
   panel_ = std::make_unique<EmptyGridPanel>(view);

@@ -1,7 +1,8 @@
-// The columns of a grid, and how it looks.
+// The columns and the look of a grid.
 
 #pragma once
 
+#include <QObject>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -19,7 +20,8 @@ namespace qbx {
 
 class RegistryValues;
 
-/// Styles, row height, the panel over an empty grid, and the columns with their layout; what `cDataGrid` says of them holds here.
+/// Styles, row height, the panel over an empty grid, and the columns with their layout. The comments of `cDataGrid`
+/// hold here, too.
 class GridLook {
  public:
   explicit GridLook(GridCore& core) : core_(core), delegate_(core.model) {}
@@ -62,29 +64,30 @@ class GridLook {
   void SetFlagReasons(std::function<QString(qint64 row, const QString& field)> reasonOf);
   void AddEditButton(const QString& field);
   [[nodiscard]] bool HasEditButton(int column) const { return delegate_.HasEditButton(column); }
-  /// A column that the user may show and hide.
+  /// A column that the user may show or hide.
   struct Choice {
     int column = 0;
     QString heading;
     bool shown = true;
-    bool last = false;  ///< the only one that is shown, and stays so
+    bool last = false;  ///< whether it is the only shown column, which cannot be hidden
   };
-  /// In the order shown, hidden ones at their places.
+  /// In the order shown, with hidden columns at their places.
   [[nodiscard]] std::vector<Choice> Choices() const;
-  /// What the user chose; the last column that is shown stays.
+  /// Carries out the user's choice. The last shown column stays.
   void ShowColumn(int column, bool show);
-  /// Fits all columns to their headings and to the rows in view, also those that the user changed.
+  /// Fits all columns to their headings and the visible rows, including columns that the user resized.
   void FitAllColumns();
   void KeepLayout(RegistryValues& registry, const QString& window);
   void SaveLayout();
 
   // Called when rows were bound.
-  /// Columns are shown that were not shown before: brings their layout back.
+  /// New columns are shown: restores their layout.
   void LayOutColumns();
   void ApplyHidden();
-  /// Wide enough for the heading and for what the first rows hold; measuring every row would cost seconds. Columns that the user changed stay.
+  /// Makes columns wide enough for their headings and the first rows, because measuring every row would take seconds.
+  /// Columns that the user resized stay.
   void FitColumns();
-  /// The widths are those of rows, not of headings alone.
+  /// Whether the widths were fitted to rows, and not only to headings.
   [[nodiscard]] bool FittedToRows() const { return fittedToRows_; }
 
  private:
@@ -104,15 +107,15 @@ class GridLook {
   bool colResizing_ = true;
   bool hideNoRecords_ = false;
   int customBackColor_ = -1;
-  QSet<QString> windowFields_;  // fields in lower case, here and below: those that the window shows or hides
+  QSet<QString> windowFields_;  // fields in lower case, also below: those that the window shows or hides
   QSet<QString> hiddenByWindow_;
   QSet<QString> hiddenByUser_;
-  QSet<int> changedByUser_;  // columns moved or resized, in this session or one before
-  bool layingOut_ = false;   // the grid moves and resizes columns itself
+  QSet<int> changedByUser_;  // columns that the user moved or resized, now or in an earlier session
+  bool layingOut_ = false;   // whether the grid itself is moving or resizing columns
   bool fittedToRows_ = false;
   RegistryValues* registry_ = nullptr;
   QString layoutWindow_;
-  int rowHeight_ = 0;  // as stored by the user's layout, 0: by the font
+  int rowHeight_ = 0;  // as stored in the user's layout; 0: by the font
 };
 
 }  // namespace qbx

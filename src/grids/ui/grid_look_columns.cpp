@@ -1,6 +1,11 @@
 // The columns of a grid.
 
-#include <QtWidgets>
+#include <QFontMetrics>
+#include <QHeaderView>
+#include <QScopedValueRollback>
+#include <QSet>
+#include <QString>
+#include <QStringList>
 
 #include "grids/ui/grid_look.h"
 
@@ -9,8 +14,8 @@ namespace {
 
 constexpr int kCellPadding = 18;    // left and right of a text, together
 constexpr int kSortMarkWidth = 16;  // beside a heading
-constexpr int kWidestFirst = 260;   // a long text does not push the others out of sight
-constexpr qint64 kSample = 60;      // rows looked at for the first widths
+constexpr int kWidestFirst = 260;   // keeps a long text from pushing the other columns out of view
+constexpr qint64 kSample = 60;      // number of rows measured for the first widths
 
 QString Widest(const Recordset& records, int column, const GridColumn& format, qint64 firstRow) {
   QString widest = format.type != ValueType::kDateTime      ? QString()
@@ -85,7 +90,7 @@ void GridLook::HideColumns(const QStringList& fields, bool hide) {
   });
 }
 
-/// A choice that leaves no column, since the host's are others now, is none.
+/// Hides the columns that the user hid, unless no column would be left: the host may have other columns now.
 void GridLook::ApplyHidden() {
   if (!core_.view || core_.model.columnCount() == 0) return;
   bool any = false;

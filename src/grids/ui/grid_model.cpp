@@ -1,7 +1,11 @@
-// What the table view asks about a recordset.
-
 #include "grids/ui/grid_model.h"
 
+#include <QBrush>
+#include <QColor>
+#include <QModelIndex>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
 #include <limits>
 
 namespace qbx {
@@ -55,7 +59,7 @@ void GridModel::Format(const QString& highlightedColumns) {
   if (!columns_.empty()) headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
 }
 
-/// Captions and flags outlive the columns that they were given for.
+/// Applies captions and flags to the columns. They are kept by field for columns that are shown later.
 void GridModel::Decorate() {
   for (GridColumn& column : columns_) {
     const QString field = column.field.toLower();
@@ -128,7 +132,7 @@ void GridModel::SetFilteredColumns(QSet<int> columns) {
   if (!columns_.empty()) headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
 }
 
-/// Invalid for an ordinary heading.
+/// The colour of a marked heading; invalid for an ordinary one.
 QColor GridModel::HeadingColour(int column) const {
   if (column == sortedColumn_) return styles_.sorted;
   return filteredColumns_.contains(column) ? styles_.filtered : QColor();

@@ -1,10 +1,15 @@
-// What the table view asks about a recordset.
+// The model of a grid: a recordset as the table view reads it.
 
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QColor>
 #include <QHash>
+#include <QModelIndex>
 #include <QSet>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
 #include <functional>
 #include <map>
 
@@ -14,15 +19,15 @@
 
 namespace qbx {
 
-/// Reads the cells of a recordset at the moment they are drawn; keeps nothing of the rows but their number.
+/// Reads cells from the recordset when they are drawn. Keeps only the number of rows.
 class GridModel final : public QAbstractTableModel {
  public:
-  /// Takes what a user typed into a cell. \return whether it is in the recordset now
+  /// Takes the text that the user typed into a cell. \return whether the recordset accepted it
   using Editor = std::function<bool(qint64 row, int column, const QString& text)>;
 
-  /// Shows a recordset, or none.
+  /// Shows a recordset; null for none.
   void Bind(const Recordset* records);
-  /// Tells the view that other rows, or the same in another order, are there now.
+  /// Tells the view that the rows or their order have changed.
   void RowsChanged();
 
   [[nodiscard]] const Recordset* Records() const { return records_; }
@@ -39,9 +44,9 @@ class GridModel final : public QAbstractTableModel {
   void SetFlagReasons(std::function<QString(qint64 row, const QString& field)> reasonOf) {
     flagReasonOf_ = std::move(reasonOf);
   }
-  /// Why a flag means nothing; empty when it does, and for what is no flag.
+  /// Why a flag has no effect; empty when it has one, and for other cells.
   [[nodiscard]] QString FlagReason(const QModelIndex& index) const;
-  /// \param mayEdit  asked for every cell that somebody wants to edit
+  /// \param mayEdit  asked for every cell that the user wants to edit
   void SetEditor(Editor editor, std::function<bool()> mayEdit);
 
   void SetStyles(GridStyles styles, QColor customBackground);
@@ -50,9 +55,9 @@ class GridModel final : public QAbstractTableModel {
   void SetRowStyle(std::function<QString(qint64)> styleOf) { styleOf_ = std::move(styleOf); }
   void SetSortedColumn(int column);
   void SetFilteredColumns(QSet<int> columns);
-  /// Shows the tick of one cell the other way round until the rows change; a row of -1 none.
+  /// Shows the opposite tick in one cell until the rows change; row -1 for none.
   void ShowFlipped(qint64 row, int column);
-  /// Marks one cell; a row of -1 none.
+  /// Marks one cell; row -1 for none.
   void Highlight(qint64 row, int column);
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -73,7 +78,7 @@ class GridModel final : public QAbstractTableModel {
   int rows_ = 0;
   std::vector<GridColumn> columns_;
   QString highlightedColumns_;
-  QHash<QString, QString> captions_;  // fields in lower case, here and below
+  QHash<QString, QString> captions_;  // fields in lower case, also below
   QSet<QString> flags_;
   QSet<QString> locked_;
   std::function<QString(qint64, const QString&)> flagReasonOf_;

@@ -1,8 +1,12 @@
-// Where the user is in the rows of a grid, and moving there.
+// The place in a grid: the current cell and scrolling.
 
 #include "grids/ui/grid_place.h"
 
-#include <QtWidgets>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QModelIndex>
+#include <QScrollBar>
+#include <QSet>
 
 #include "grids/grid_find.h"
 #include "grids/grid_search.h"
@@ -81,7 +85,7 @@ GridPlace::Kept GridPlace::Remember() const {
   return place;
 }
 
-/// Neighbours in one range, since a selection of many ranges is slow.
+/// A selection with neighbouring rows in one range, because many ranges are slow.
 QItemSelection GridPlace::SelectionOf(std::vector<qint64> rows) const {
   std::sort(rows.begin(), rows.end());
   QItemSelection selection;
@@ -114,7 +118,8 @@ void GridPlace::Restore(const Kept& place) {
   core_.view->horizontalScrollBar()->setValue(place.horizontal);
 }
 
-/// Where the rows are now that were selected. Rows that moved are looked for together, since each search walks all rows.
+/// The present places of rows that were selected. Rows that have moved are searched for together, because each search
+/// visits all rows.
 std::vector<qint64> GridPlace::RowsOf(const Kept& place) const {
   const auto textOf = [](const std::vector<Value>& key) {
     QString text;
@@ -148,7 +153,7 @@ void GridPlace::SetCurrent(qint64 row, int column) {
 
 void GridPlace::SetFirstVisibleRow(qint64 row) {
   if (!core_.view || core_.RowCount() == 0) return;
-  core_.view->doItemsLayout();  // the scroll bar reaches as far as the rows do only after this
+  core_.view->doItemsLayout();  // the range of the scroll bar is correct only after this
   core_.view->verticalScrollBar()->setValue(static_cast<int>(std::clamp<qint64>(row, 0, core_.RowCount() - 1)));
 }
 
@@ -204,7 +209,7 @@ void GridPlace::HighlightCell(qint64 row, const QString& field) {
   if (!core_.view || column < 0 || row < 0 || row >= core_.RowCount()) return;
   SetCurrent(row, column);
   core_.view->scrollTo(core_.view->currentIndex());
-  core_.view->selectionModel()->clearSelection();  // the mark would not be seen under the selection
+  core_.view->selectionModel()->clearSelection();  // the selection would hide the mark
   core_.model.Highlight(row, column);
 }
 

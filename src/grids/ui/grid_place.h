@@ -1,4 +1,4 @@
-// Where the user is in the rows of a grid, and which rows are selected.
+// The current cell of a grid and its selected rows.
 
 #pragma once
 
@@ -10,12 +10,12 @@
 
 namespace qbx {
 
-/// The current cell, the selection and the rows in view; what `cDataGrid` says of them holds here.
+/// The current cell, the selection and the rows in view. The comments of `cDataGrid` hold here, too.
 class GridPlace {
  public:
-  /// Rows that are selected without asking.
+  /// More rows than this are selected only after a question.
   static constexpr qint64 kFewRows = 500;
-  /// Selected rows that stay selected when the rows are read again, unless all are.
+  /// At most this many rows stay selected when the rows are read again, unless all are selected.
   static constexpr qint64 kKeptSelected = 10'000;
 
   explicit GridPlace(GridCore& core) : core_(core) {}
@@ -26,14 +26,14 @@ class GridPlace {
   [[nodiscard]] QString CellText(qint64 row, const QString& field) const;
   void MoveTo(qint64 row);
   void SetFirstVisibleRow(qint64 row);
-  /// Makes a cell current and its row the selected one, without scrolling.
+  /// Makes a cell current and selects its row, without scrolling.
   void SetCurrent(qint64 row, int column);
-  /// The column itself when it can be current, otherwise the first that is shown.
+  /// The column itself if it is shown, otherwise the first one that is.
   [[nodiscard]] int VisibleColumn(int column) const;
-  /// The current cell's column was hidden: another one of its row becomes current, and the selection stays.
+  /// The current column was hidden: makes another cell of the row current. The selection stays.
   void LeaveHiddenColumn();
   bool FindLine(const QString& field, const Value& value);
-  /// Where a text is looked for from.
+  /// Where a search begins.
   enum class Search { kFromHere, kNext, kPrevious };
   bool FindText(const QString& text, Search search);
   void HighlightCell(qint64 row, const QString& field);
@@ -44,32 +44,32 @@ class GridPlace {
   [[nodiscard]] qint64 RecordID() const;
   /// The values of the line ID columns; empty without a row.
   [[nodiscard]] std::vector<Value> KeyOf(qint64 row) const;
-  /// The row with a key; -1 when there is none. \param hint  where the row was; tried first
+  /// The row with a key, -1 when there is none. \param hint  the earlier row, which is tried first
   [[nodiscard]] qint64 RowOfKey(const std::vector<Value>& key, qint64 hint) const;
 
   // The selection.
   void SelectAll();
   void SelectNone();
   [[nodiscard]] qint64 SelectedCount() const;
-  /// In rising order.
+  /// In ascending order.
   [[nodiscard]] std::vector<qint64> SelectedRows() const;
   [[nodiscard]] std::vector<qint64> SelectedIDs() const;
   QString CopyCellValue();
   void CopyRows();
   void Copy();
 
-  /// Kept around a change of the rows. The visible rows are remembered by their keys, so that they stay where they are
-  /// when rows above them come or go.
+  /// Kept while the rows change. Visible rows are kept by their keys, so that they stay in place when rows above them
+  /// appear or disappear.
   struct Kept {
     struct Row {
       qint64 row = -1;
       std::vector<Value> key;
     };
     qint64 firstVisible = 0;
-    std::vector<Row> visible;  ///< without the current row, which may move by what was done to it
+    std::vector<Row> visible;  ///< without the current row, which the change may have moved
     Row current;
-    std::vector<Row> selected;  ///< when they are several, and not all
-    qint64 all = 0;             ///< how many there were when all were selected, else 0
+    std::vector<Row> selected;  ///< when several but not all rows are selected
+    qint64 all = 0;             ///< the number of rows when all were selected, else 0
     int column = -1;
     int horizontal = 0;
   };

@@ -1,13 +1,12 @@
-// The column layout of a table view: taken down and put back.
-
 #include "grids/ui/grid_position.h"
 
-#include <QtWidgets>
+#include <QHeaderView>
+#include <QTableView>
 
 namespace qbx {
 namespace {
 
-/// The width of a hidden column is known only while it is shown.
+/// The width of a column; that of a hidden one is known only while it is shown.
 int WidthOf(QHeaderView& header, int column) {
   if (!header.isSectionHidden(column)) return header.sectionSize(column);
   header.showSection(column);

@@ -1,4 +1,4 @@
-// The column layout of a table view: taken down and put back.
+// Storing and restoring the column layout of a table view.
 
 #pragma once
 
@@ -13,22 +13,22 @@ class QTableView;
 
 namespace qbx {
 
-/// What of a grid's columns is kept for the user.
+/// Which parts of a grid's columns are stored for the user.
 struct KeptColumns {
   QStringList fields;   ///< of the grid's columns, by index
-  QSet<int> columns;    ///< those that are kept: what the user never changed follows the rows
-  QSet<QString> fixed;  ///< fields in lower case whose visibility is not the user's to say
+  QSet<int> columns;    ///< columns to store; a column that the user never changed is left out
+  QSet<QString> fixed;  ///< fields in lower case whose visibility the user cannot change
 };
 
-/// Stores place, width and visibility of columns of a grid for the current user.
+/// Stores place, width and visibility of a grid's columns for the current user.
 /// \param window               name of the owner window
-/// \param leaveOutVisibility   keeps only places and widths
+/// \param leaveOutVisibility   stores only places and widths
 void gridSavePosition(RegistryValues& registry, const QString& window, bool leaveOutVisibility, QTableView& grid,
                       const KeptColumns& kept);
 
-/// Puts the stored layout back; columns that the grid does not have are passed over. Without a stored layout the grid
-/// stays as it is.
-/// \param kept    its columns are set to those that were kept
+/// Restores the stored layout and ignores columns that the grid lacks. Without a stored layout the grid does not
+/// change.
+/// \param kept    its columns are set to those in the layout
 /// \param hidden  set to the fields, in lower case, that the user hid
 /// \return the stored row height in logical pixels, 0 when none is stored
 int InitGridPosition(RegistryValues& registry, const QString& window, QTableView& grid, KeptColumns& kept,

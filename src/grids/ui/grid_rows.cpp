@@ -1,8 +1,4 @@
-// Inserting, deleting and changing the rows of a grid.
-
 #include "grids/ui/grid_rows.h"
-
-#include <QtWidgets>
 
 #include "diagnostics/message_catalogue.h"
 #include "grids/grid_statements.h"
@@ -40,8 +36,8 @@ bool GridRows::AfterDelete() {
   return result.Ok();
 }
 
-/// The database comes first, so that a row that is still there is never hidden. A grid that is not editable does not
-/// reach it.
+/// Deletes a row in the database before the grid hides it, so that an existing row is never hidden. Does nothing for a
+/// grid that is not editable.
 bool GridRows::DeleteInDatabase(qint64 row) {
   if (!EditMode()) return true;
   deleteKey_ = place_.KeyOf(row);
@@ -49,8 +45,8 @@ bool GridRows::DeleteInDatabase(qint64 row) {
   return core_.owner->DeleteRow(deleteKey_.front().ToInt(), [this] { return AfterDelete(); });
 }
 
-/// Takes rows out of the recordset, in one walk.
-/// \param rows  in rising order
+/// Removes rows from the recordset in one pass.
+/// \param rows  in ascending order
 void GridRows::DropRows(const std::vector<qint64>& rows) {
   auto next = rows.begin();
   core_.records->MoveFirst();
@@ -64,7 +60,7 @@ void GridRows::DropRows(const std::vector<qint64>& rows) {
   }
 }
 
-/// What Ctrl+Delete does: an editable grid deletes one row at a time, any other just stops showing the rows.
+/// What Ctrl+Delete does. An editable grid deletes one row at a time; any other only hides the rows.
 void GridRows::DeleteSelected() {
   std::vector<qint64> rows = place_.SelectedRows();
   if (rows.empty() && place_.CurrentRow() >= 0) rows = {place_.CurrentRow()};
@@ -88,8 +84,8 @@ void GridRows::DeleteSelected() {
   if (!deleted) {
     core_.Say(QStringLiteral("Error deleting currently selected row. It may have already been deleted."),
               MessageIcon::kInformation);
-  } else if (EditMode() && onDeleted_) {
-    onDeleted_(recordId);
+  } else if (EditMode()) {
+    Q_EMIT Deleted(recordId);
   }
 }
 
@@ -124,9 +120,9 @@ void GridRows::RemoveRows() {
       place_.SetCurrent(0, place_.VisibleColumn(-1));
       look_.ShowPanel();
     }
-    if (!EditMode() || !onDeleted_) return;
+    if (!EditMode()) return;
     for (const qint64 recordId : removed)
-      onDeleted_(recordId);
+      Q_EMIT Deleted(recordId);
   });
 }
 

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <functional>
 #include <vector>
@@ -12,8 +13,9 @@
 
 namespace qbx {
 
-/// What a grid does to its rows, here and in the database; what `cDataGrid` says of it holds here.
-class GridRows {
+/// Changes rows in the grid and in the database. The comments of `cDataGrid` hold here, too.
+class GridRows : public QObject {
+  Q_OBJECT
  public:
   /// \param requery  reads the rows again
   GridRows(GridCore& core, GridPlace& place, GridLook& look, std::function<void()> requery);
@@ -31,9 +33,8 @@ class GridRows {
   [[nodiscard]] QString StoredProc() const { return storedProc_; }
   void StoredProc(const QString& name) { storedProc_ = name; }
   void SetHeaderID(qint64 id) { headerId_ = id; }
-  /// Of the owner, or the one that was set.
+  /// That of the owner, or else the one that was set.
   [[nodiscard]] qint64 HeaderID() const;
-  void OnDeleted(std::function<void(qint64 recordId)> callback) { onDeleted_ = std::move(callback); }
 
   void Remove();
   void RemoveRows();
@@ -41,6 +42,9 @@ class GridRows {
   bool CommitRow();
   /// What Ctrl+Delete does, when the grid allows it.
   void DeleteByUser();
+
+ Q_SIGNALS:
+  void Deleted(qint64 recordId);
 
  private:
   [[nodiscard]] bool BeforeDelete();
@@ -64,8 +68,7 @@ class GridRows {
   bool editMode_ = false;
   bool allowDelete_ = false;
   bool allowUpdate_ = true;
-  std::vector<Value> deleteKey_;  // of the row about to be deleted
-  std::function<void(qint64)> onDeleted_;
+  std::vector<Value> deleteKey_;  // of the row that is being deleted
 };
 
 }  // namespace qbx

@@ -1,6 +1,11 @@
-// The selection of a grid, and copying it.
+// The selection of a grid and copying it.
 
-#include <QtWidgets>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QItemSelection>
+#include <QItemSelectionModel>
+#include <QItemSelectionRange>
+#include <QString>
 
 #include "diagnostics/message_catalogue.h"
 #include "grids/grid_copy.h"

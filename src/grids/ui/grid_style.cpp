@@ -1,15 +1,15 @@
-// How the rows of a grid look: colours and fonts of the user options, made readable.
-
 #include "grids/ui/grid_style.h"
+
+#include <QString>
 
 #include "platform/ui/contrast.h"
 
 namespace qbx {
 namespace {
 
-constexpr double kLeastContrast = 2.0;  // below it nobody reads on
+constexpr double kLeastContrast = 2.0;  // text with less contrast cannot be read
 
-// What a user has before anything was chosen. On a dark desktop these are not a choice, and give way.
+// The initial colours of a user. A dark palette replaces them, because nobody chose them.
 constexpr int kFirstOddBackground = 0xFFFFFF;
 constexpr int kFirstEvenBackground = 0xF5F5F5;
 constexpr int kFirstSorted = 0xE0E0E0;
@@ -29,7 +29,7 @@ struct Colours {
   QColor foreground;
 };
 
-/// The user's pair, or the palette's when it cannot be read or was never chosen.
+/// The user's pair of colours; the palette's when the pair is unreadable or was never chosen.
 Colours PairOf(int background, int foreground, int neverChosen, const QPalette& base, QPalette::ColorRole role) {
   const Colours user{ColourOf(background), ColourOf(foreground)};
   const bool givesWay = IsDark(base) && background == neverChosen && foreground == 0;
@@ -37,7 +37,7 @@ Colours PairOf(int background, int foreground, int neverChosen, const QPalette& 
   return {base.color(role), base.color(QPalette::Text)};
 }
 
-/// A marked heading in the user's colour, or a tint of the palette's when none was chosen.
+/// The colour of a marked heading: the user's, or a tint of the palette's when none was chosen.
 QColor MarkOf(int colour, const QPalette& base) {
   const bool chosen = colour != 0 && !(IsDark(base) && colour == kFirstSorted);
   return chosen ? ColourOf(colour) : Mixed(base.color(QPalette::Button), base.color(QPalette::Highlight), 0.35);

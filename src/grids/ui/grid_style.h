@@ -1,4 +1,4 @@
-// How the rows of a grid look: colours and fonts of the user options, made readable.
+// Colours and fonts of a grid's rows: the user's, made readable.
 
 #pragma once
 
@@ -11,7 +11,7 @@
 
 namespace qbx {
 
-/// Look of a cell or row. An invalid colour is the palette's.
+/// The look of a cell or row. An invalid colour means that of the palette.
 struct GridStyle {
   QFont font;
   QColor background = {};
@@ -20,7 +20,7 @@ struct GridStyle {
 
 /// Everything that a grid is drawn with.
 struct GridStyles {
-  GridStyle odd;  ///< first, third ... row
+  GridStyle odd;  ///< for the first, third, ... row
   GridStyle even;
   GridStyle section;
   GridStyle heading;
@@ -31,13 +31,13 @@ struct GridStyles {
 /// A colour number of the options: 24-bit RGB, red in the lowest byte.
 [[nodiscard]] QColor ColourOf(int number);
 
-/// The styles of a user. Where an option is missing (a font without a name or size) or could not be read (text in the
-/// colour of its background, both colours 0) the palette's own font and colours take its place, and so they do in a dark
-/// palette where the user kept the colours every user starts with.
+/// The styles of a user. The palette's font or colours are used instead where an option is missing (a font without a
+/// name or size) or unreadable (text in the colour of its background, both colours 0), and in a dark palette where the
+/// user never changed the initial colours.
 /// \param base  palette and font of the grid
 [[nodiscard]] GridStyles StylesOf(const UserOptions& options, const QPalette& base, const QFont& font);
 
-/// Black or white, whichever reads better on a background.
+/// Black or white, whichever is easier to read on a background.
 [[nodiscard]] QColor ReadableOn(const QColor& background);
 
 }  // namespace qbx

@@ -7,7 +7,7 @@
 
 namespace qbx {
 
-/// Off while this lives; then as it was before.
+/// Redrawing is off while this lives, and afterwards as it was before.
 class RedrawOff {
  public:
   explicit RedrawOff(QWidget* widget) : widget_(widget), was_(widget != nullptr && widget->updatesEnabled()) {

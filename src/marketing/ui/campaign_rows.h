@@ -7,7 +7,8 @@
 
 namespace qbx {
 
-/// Shows rows with their flags as ticks and the captions of the edition, without the columns that nobody is to see. A closed recordset empties the grid.
+/// Shows rows with their flags as ticks and the captions of the edition, without columns that are never shown. A closed
+/// recordset empties the grid.
 void ShowCampaignRows(cDataGrid& grid, Recordset& rows, const Application& app);
 
 }  // namespace qbx

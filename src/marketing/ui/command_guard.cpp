@@ -1,10 +1,18 @@
 #include "marketing/ui/command_guard.h"
 
+#include <QAction>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTabBar>
+#include <QWidget>
+
 namespace qbx {
 
 CommandGuard::CommandGuard(QMainWindow& window) : focus_(window.focusWidget()) {
   const auto disable = [this](QWidget* widget) {
-    // One that is off only because it stands in something that is off would be switched on for good.
+    // A widget that is disabled only because its parent is would be enabled for good.
     if (widget->testAttribute(Qt::WA_ForceDisabled) || !widget->isEnabled()) return;
     widget->setEnabled(false);
     widgets_.append(widget);

@@ -1,4 +1,4 @@
-// Commands that are off while one of them runs.
+// Disabling commands while one of them runs.
 
 #pragma once
 
@@ -11,8 +11,8 @@ class QWidget;
 
 namespace qbx {
 
-/// Disables every button, menu entry and tab of a window that could start a second operation, and enables the same ones again on every way
-/// out. The focus comes back to where it was.
+/// Disables every button, menu entry and tab of a window that could start a second operation. The destructor enables
+/// the same ones again and returns the focus.
 class CommandGuard {
  public:
   explicit CommandGuard(QMainWindow& window);

@@ -1,7 +1,19 @@
 #include "marketing/ui/date_box.h"
 
+#include <QAction>
+#include <QApplication>
+#include <QCalendarWidget>
+#include <QColor>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QPalette>
+#include <QPoint>
+#include <QString>
+#include <QTimer>
+#include <QWidget>
+
 #include "platform/ui/contrast.h"
-#include "platform/ui/look.h"
+#include "platform/ui/drawn_icon.h"
 #include "util/date_text.h"
 #include "util/typed_date.h"
 
@@ -15,7 +27,7 @@ DateBox::DateBox(QWidget* parent) : QLineEdit(parent) {
   QAction* calendar = addAction(DrawnIcon(Drawing::kCalendar), QLineEdit::TrailingPosition);
   calendar->setToolTip(QStringLiteral("Choose a date (F4)"));
   connect(calendar, &QAction::triggered, this, &DateBox::OpenCalendar);
-  connect(this, &QLineEdit::textEdited, this, &DateBox::Edited);
+  connect(this, &QLineEdit::textEdited, this, &DateBox::TextTyped);
 }
 
 QDate DateBox::Date() const {
@@ -27,14 +39,14 @@ void DateBox::SetDate(const QDate& date) {
   MarkText();
 }
 
-void DateBox::Edited() {
+void DateBox::TextTyped() {
   MarkText();
-  if (edited_) edited_();
+  Q_EMIT Edited();
 }
 
 void DateBox::Choose(const QDate& date) {
   SetDate(date);
-  if (edited_) edited_();
+  Q_EMIT Edited();
 }
 
 void DateBox::MarkText() {
@@ -57,7 +69,7 @@ void DateBox::keyPressEvent(QKeyEvent* event) {
   if (date.isValid() && date <= kLatestTypedDate) Choose(date);
 }
 
-// Typing replaces the date that was there, also after a click.
+// Selects the text, so that typing replaces the old date, even after a click.
 void DateBox::focusInEvent(QFocusEvent* event) {
   QLineEdit::focusInEvent(event);
   QTimer::singleShot(0, this, &QLineEdit::selectAll);

@@ -1,5 +1,11 @@
 #include "marketing/ui/email_pane.h"
 
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QString>
+#include <QWidget>
+
 #include "marketing/ui/insert_menu.h"
 #include "marketing/ui/spelling_marks.h"
 #include "platform/ui/long_text.h"
@@ -35,7 +41,7 @@ void EmailPane::Connect() {
   connect(ui_->walkEmail, &PreviewWalk::Moved, this, &EmailPane::ShowMessage);
   FillInsertMenu(*ui_->cmdInsertEmail, App().clock.Today(),
                  {{QStringLiteral("How to stop"), StopEmailsSentence(App().options)}}, [this](const QString& text) {
-                   // The subject, too, may hold fields; the menu takes the focus from neither.
+                   // The subject may hold fields, too. The menu leaves the focus in subject or body.
                    if (focusWidget() == ui_->txtEmailSubject) {
                      ui_->txtEmailSubject->insert(text);
                      Store(State().txtEmailSubject, ui_->txtEmailSubject->text());

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QWidget>
 #include <memory>
 
 #include "marketing/ui/template_pane.h"
@@ -12,7 +13,8 @@ class EmailPane;
 
 namespace qbx {
 
-/// Subject and body, previewed with the sample customer and with the rows that a run would send to; what is shown can be sent as a test.
+/// Subject and body, previewed with the sample customer and with the rows of the next run. The shown message can be
+/// sent as a test.
 class EmailPane : public TemplatePane {
   Q_OBJECT
 

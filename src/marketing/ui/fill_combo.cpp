@@ -1,5 +1,7 @@
 #include "marketing/ui/fill_combo.h"
 
+#include <QComboBox>
+
 namespace qbx {
 
 void FillCombo(QComboBox& combo, const QStringList& items) {

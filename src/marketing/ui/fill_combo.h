@@ -8,7 +8,8 @@ class QComboBox;
 
 namespace qbx {
 
-/// Gives a list box other entries; one that has them already is left as it is, with what is chosen or typed in it.
+/// Sets the entries of a list box. A list that has these entries already is not touched, so the choice or typed text
+/// stays.
 void FillCombo(QComboBox& combo, const QStringList& items);
 
 }  // namespace qbx

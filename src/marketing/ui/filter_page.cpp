@@ -1,9 +1,23 @@
 #include "marketing/ui/filter_page.h"
 
+#include <QApplication>
+#include <QCheckBox>
+#include <QColor>
+#include <QComboBox>
+#include <QKeySequence>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPalette>
+#include <QPushButton>
+#include <QShortcut>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
 #include "marketing/ui/campaign_rows.h"
 #include "marketing/ui/fill_combo.h"
+#include "platform/ui/drawn_icon.h"
 #include "platform/ui/letters.h"
-#include "platform/ui/look.h"
 #include "queries/filter_notes.h"
 #include "queries/left_out.h"
 #include "ui_filter_page.h"
@@ -21,7 +35,7 @@ QStringList Texts(const std::vector<ListRow>& rows) {
   return texts;
 }
 
-/// Text in the normal colour, or greyed; nothing is disabled.
+/// Shows text in the normal colour or greyed. Nothing is disabled.
 void ShowActive(QWidget& control, bool active) {
   QPalette colours;
   if (!active) {
@@ -52,7 +66,7 @@ FilterPage::FilterPage(PageParts parts)
     ShowTip(row);
     ConnectFilter(row);
   }
-  // Wide enough for any number, so that nothing moves when a run puts one there.
+  // Wide enough for any number, so that no control moves when a run shows one.
   for (QLabel* label : {ui_->lblRecords0, ui_->lblRecords1})
     label->setMinimumWidth(label->fontMetrics().horizontalAdvance(RecordsFoundText(8'888'888)));
   ui_->cmdApplyFilters->setIcon(DrawnIcon(Drawing::kRefresh));
@@ -142,7 +156,7 @@ void FilterPage::ConnectFilter(const FilterRow& row) {
   }
 }
 
-// What is not stored is no change of the campaign.
+// A value that is not stored does not change the campaign.
 void FilterPage::ConnectText(const FilterRow& row, QLineEdit* box, QString& value) {
   connect(box, &QLineEdit::textEdited, this, [this, &row, target = &value](const QString& text) {
     *target = text;
@@ -173,7 +187,7 @@ void FilterPage::ShowNotes() {
 }
 
 void FilterPage::CopyState() {
-  // A clone, since the desk reads others while events run.
+  // A clone, because the desk reads other rows while events run.
   shown_ = Desk().firstRows.Rows().Clone();
   ShowCampaignRows(firstRows_, shown_, App());
   ShowPending();

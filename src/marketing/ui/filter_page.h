@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <QString>
+#include <QWidget>
 #include <array>
 #include <memory>
 
@@ -31,14 +33,14 @@ class FilterPage : public WizardPage, private GridOwner {
   void CopyState() override;
 
  private:
-  /// The controls of a filter; null where it has none.
+  /// The controls of a filter; null for one that it lacks.
   struct Controls {
     QCheckBox* tick = nullptr;
     QComboBox* condition = nullptr;
     QComboBox* list = nullptr;
     QLineEdit* text = nullptr;
     std::array<QLineEdit*, 2> numbers = {};
-    QLabel* between = nullptr;  ///< "and"
+    QLabel* between = nullptr;  ///< the label "and"
     QLabel* note = nullptr;
   };
 

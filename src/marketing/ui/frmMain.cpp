@@ -1,5 +1,20 @@
 #include "marketing/ui/frmMain.h"
 
+#include <QAction>
+#include <QCloseEvent>
+#include <QKeySequence>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSize>
+#include <QStatusBar>
+#include <QString>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <QWidget>
+
 #include "campaigns/ui/frmCampaigns.h"
 #include "dispatch/mailshot_checks.h"
 #include "dispatch/results_log_file.h"
@@ -11,7 +26,7 @@
 #include "marketing/ui/query_page.h"
 #include "marketing/ui/results_page.h"
 #include "marketing/ui/templates_page.h"
-#include "platform/ui/look.h"
+#include "platform/ui/drawn_icon.h"
 #include "ui_frmMain.h"
 
 namespace qbx {
@@ -53,7 +68,7 @@ frmMain::frmMain(Application& app, CampaignDesk& desk, WidgetUi& ui, WindowLayou
   layout_.RestoreWindow(*this, QString::fromLatin1(kFormName));
 }
 
-// The pages refer to the desk, which outlives this window; they go first.
+// The pages refer to the desk, which outlives this window, so they are destroyed first.
 frmMain::~frmMain() {
   for (WizardPage* page : pages_)
     delete page;
@@ -105,7 +120,7 @@ void frmMain::ConnectButtons() {
   // Return presses the button that has the focus.
   for (QPushButton* button : {ui_->cmdNew, ui_->cmdLoad, ui_->cmdClose, ui_->cmdSave, ui_->cmdRun})
     button->setAutoDefault(true);
-  // Some controls keep Ctrl+Tab for themselves.
+  // Some controls take Ctrl+Tab themselves.
   for (const auto& [key, step] : {std::pair(Qt::Key_PageDown, 1), std::pair(Qt::Key_PageUp, -1)}) {
     auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), ui_->ssTabMain);
     shortcut->setContext(Qt::WindowShortcut);
@@ -292,7 +307,7 @@ WizardPage& frmMain::Page(int index) {
       break;
   }
   ui_->ssTabMain->widget(index)->layout()->addWidget(page);
-  // The page comes last in the order of Tab, but these stand below it.
+  // The page comes last in the tab order, but these controls are below it.
   QWidget* last = previousInFocusChain();
   while ((last->focusPolicy() & Qt::TabFocus) == 0)
     last = last->previousInFocusChain();

@@ -2,7 +2,11 @@
 
 #pragma once
 
+#include <QAction>
+#include <QCloseEvent>
 #include <QMainWindow>
+#include <QMenu>
+#include <QString>
 #include <array>
 #include <functional>
 #include <memory>
@@ -23,13 +27,13 @@ class HelpWindow;
 class WizardPage;
 struct CampaignManagerParts;
 
-/// Owns the pages and the commands that span them; what a page shows and does is the page's own.
+/// Owns the pages and the commands that span them. Each page handles what it shows.
 class frmMain : public QMainWindow {
  public:
   frmMain(Application& app, CampaignDesk& desk, WidgetUi& ui, WindowLayout& layout);
   ~frmMain() override;
 
-  /// Asks about texts that were being written when the program was killed; to be called once the window is open.
+  /// Asks about texts that were being written when the program was killed. To be called after the window is shown.
   void OfferDraft();
 
  protected:
@@ -51,16 +55,16 @@ class frmMain : public QMainWindow {
   void Back(int index);
   void Exit();
 
-  /// Runs a command with every other one disabled meanwhile.
+  /// Runs a command while all others are disabled.
   void Guarded(const std::function<void()>& command);
-  /// The same for one that needs the database: refused, with a message, when there never was a connection.
+  /// Runs a command that needs the database; refuses it with a message when there never was a connection.
   void WithDatabase(const std::function<void()>& command);
 
   void Go(const StepResult& result);
-  /// Opens a tab, by its number, and shows it anew when it is open already.
+  /// Opens a tab by its number. When it is open already, it is shown again.
   void SelectTab(int tab);
   void TabOpened(int index);
-  /// Opens step 3 with that row as the current one.
+  /// Opens step 3 and makes a row current.
   void ShowRow(qint64 recordId);
   WizardPage& Page(int index);
   /// Shows the wizard instead of the start panel.

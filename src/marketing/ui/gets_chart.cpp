@@ -1,9 +1,16 @@
 #include "marketing/ui/gets_chart.h"
 
 #include <QClipboard>
+#include <QColor>
+#include <QFont>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QPaintEvent>
 #include <QPainter>
+#include <QPalette>
+#include <QRect>
+#include <QSize>
+#include <QString>
 #include <algorithm>
 
 namespace qbx {
@@ -43,7 +50,7 @@ void GetsChart::Copy() {
   QGuiApplication::clipboard()->setMimeData(copied.release());
 }
 
-/// The headings of the two parts are lines, too, and a half line parts them.
+/// The number of lines, with two headings and half a line between the parts.
 int GetsChart::Lines() const {
   const auto left = static_cast<int>(counts_.leftOut.size());
   return 1 + static_cast<int>(counts_.gets.size()) + (left > 0 ? 2 + left : 0);

@@ -1,20 +1,24 @@
-// Who gets what, as a small chart.
+// The chart of who gets what.
 
 #pragma once
 
+#include <QColor>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QSize>
 #include <QWidget>
 
 #include "wizard/who_gets_what.h"
 
 namespace qbx {
 
-/// A bar for each count, its number beside it. The words for who cannot see it are its accessible description.
+/// A bar with its number for each count. Its accessible description gives the numbers in words.
 class GetsChart : public QWidget {
  public:
   explicit GetsChart(QWidget* parent = nullptr);
 
   void Show(const WhoGetsWhat& counts);
-  /// Puts the chart on the clipboard, as a picture and in words.
+  /// Copies the chart to the clipboard, as a picture and in words.
   void Copy();
 
   [[nodiscard]] QSize sizeHint() const override;
@@ -26,7 +30,7 @@ class GetsChart : public QWidget {
  private:
   [[nodiscard]] int LineHeight() const { return fontMetrics().height() + 6; }
   [[nodiscard]] int Lines() const;
-  /// Draws bars one below the other. \return where the next line begins
+  /// Draws bars one below the other. \return the top of the next line
   int PaintBars(QPainter& painter, const std::vector<CountedRows>& bars, qint64 most, const QColor& colour,
                 int top) const;
 

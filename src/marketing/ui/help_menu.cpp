@@ -1,5 +1,15 @@
 #include "marketing/ui/help_menu.h"
 
+#include <QAction>
+#include <QDialog>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QObject>
+#include <QString>
+
 #include "marketing/ui/command_guard.h"
 #include "startup/application.h"
 #include "startup/back_up_database.h"

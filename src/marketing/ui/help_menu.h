@@ -10,8 +10,8 @@ namespace qbx {
 class Application;
 class WindowLayout;
 
-/// Adds the menu to a window: what F1 does, the log file, a back-up of the embedded database (where there is one), the about box. All must live as long
-/// as the window.
+/// Adds the menu to a window: the action of F1, the log file, a back-up of the embedded database (if there is one), and
+/// the about box. All arguments must outlive the window.
 void AddHelpMenu(QMainWindow& window, QAction& pageHelp, Application& app, WindowLayout& layout);
 
 }  // namespace qbx

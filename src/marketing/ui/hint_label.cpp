@@ -1,6 +1,10 @@
 #include "marketing/ui/hint_label.h"
 
-#include "platform/ui/look.h"
+#include <QPaintEvent>
+#include <QPainter>
+#include <QRect>
+
+#include "platform/ui/drawn_icon.h"
 
 namespace qbx {
 

@@ -3,10 +3,11 @@
 #pragma once
 
 #include <QLabel>
+#include <QPaintEvent>
 
 namespace qbx {
 
-/// Draws an information icon into the blanks that its text begins with.
+/// Draws an information icon over the blanks at the start of its text.
 class HintLabel : public QLabel {
  public:
   using QLabel::QLabel;

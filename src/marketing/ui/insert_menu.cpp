@@ -1,6 +1,8 @@
 #include "marketing/ui/insert_menu.h"
 
+#include <QAction>
 #include <QMenu>
+#include <QObject>
 #include <QToolButton>
 
 #include "merge/template_fields.h"

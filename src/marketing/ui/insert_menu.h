@@ -1,4 +1,4 @@
-// The menu that puts merge fields into a text.
+// The menu that inserts merge fields into a text.
 
 #pragma once
 
@@ -11,14 +11,14 @@ class QToolButton;
 
 namespace qbx {
 
-/// One more entry of the menu, below the fields.
+/// A further entry of the menu, below the fields.
 struct InsertEntry {
   QString caption;
-  QString text;  ///< what is put in
+  QString text;  ///< the text to insert
 };
 
-/// Gives a button a menu with all merge fields and what each becomes.
-/// \param insert  called with what is to be put in
+/// Gives a button a menu with all merge fields and their sample values.
+/// \param insert  called with the text to insert
 void FillInsertMenu(QToolButton& button, QDate today, const std::vector<InsertEntry>& more,
                     const std::function<void(const QString& text)>& insert);
 

@@ -1,6 +1,23 @@
 #include "marketing/ui/letter_box.h"
 
-#include <QtWidgets>
+#include <QAbstractTextDocumentLayout>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QMimeData>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPalette>
+#include <QPen>
+#include <QPoint>
+#include <QScrollBar>
+#include <QSize>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocumentFragment>
+#include <QTextFormat>
+#include <QWidget>
 
 #include "rtf/selection.h"
 
@@ -9,7 +26,7 @@ namespace {
 
 constexpr int kLeastHeight = 110;
 
-/// What is dragged: plain for others, with its looks for this letter.
+/// The dragged text: plain for other programs, with formats for this letter.
 class DraggedLetter : public QMimeData {
  public:
   explicit DraggedLetter(const QTextDocumentFragment& part) : part_(part) { setText(part.toPlainText()); }
@@ -55,7 +72,7 @@ void LetterBox::keyPressEvent(QKeyEvent* event) {
 
 void LetterBox::BreakParagraph(QKeyEvent* event) {
   const QTextCursor cursor = textCursor();
-  // Enter on an empty item ends the list.
+  // Enter in an empty item ends the list.
   if (cursor.currentList() && cursor.block().length() == 1) return SetBullets(cursor, false);
   QTextEdit::keyPressEvent(event);
   DropCopiedBreaks(textCursor(), cursor.selectionStart() - 1);

@@ -1,19 +1,24 @@
-// The text of a letter while it is edited.
+// The text box of a letter.
 
 #pragma once
 
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPaintEvent>
+#include <QSize>
 #include <QTextEdit>
+#include <QWidget>
 
 namespace qbx {
 
-/// Black on white as on paper. Tab leaves it and Ctrl+Tab puts a tab into the letter. Cutting, copying and pasting move plain
-/// text, which takes the look of where it is put; dragging within the letter keeps looks and pictures. Page breaks are
-/// shown as a line.
+/// Black on white as on paper. Tab leaves the box and Ctrl+Tab inserts a tab. Cut, copy and paste move plain text,
+/// which takes the format at its new place; dragging within the letter keeps formats and pictures. Page breaks are
+/// shown as lines.
 class LetterBox : public QTextEdit {
  public:
   explicit LetterBox(QWidget* parent = nullptr);
 
-  /// Small: it takes the room that there is.
+  /// Small, because the box fills the room that there is.
   [[nodiscard]] QSize sizeHint() const override;
   void CutText();
   void CopyText();

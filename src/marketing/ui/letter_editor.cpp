@@ -1,9 +1,32 @@
 #include "marketing/ui/letter_editor.h"
 
-#include <QtWidgets>
+#include <QAction>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QDialog>
+#include <QDoubleValidator>
+#include <QFont>
+#include <QFontDatabase>
+#include <QFrame>
+#include <QKeyCombination>
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QMenu>
+#include <QPoint>
+#include <QPushButton>
+#include <QString>
+#include <QStringList>
+#include <QTextCharFormat>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextEdit>
+#include <QToolButton>
 
 #include "marketing/ui/spelling_marks.h"
-#include "platform/ui/look.h"
+#include "platform/ui/drawn_icon.h"
 #include "platform/ui/modal.h"
 #include "rtf/missing_fonts.h"
 #include "ui_letter_editor.h"
@@ -14,7 +37,7 @@ namespace {
 constexpr double kLetterPoints = 10;
 constexpr double kMaxPoints = 1638;
 constexpr int kNoteAfter = 300;  // milliseconds without a key
-constexpr int kToolGap = 5;      // beside the line between two groups of tools
+constexpr int kToolGap = 5;      // on each side of the line between two groups of tools
 
 }  // namespace
 
@@ -48,7 +71,7 @@ LetterEditor::LetterEditor(QWidget* parent) : QWidget(parent), ui_(std::make_uni
     if (loading_) return;
     ShowSelection();
     note_.start();
-    if (edited_) edited_();
+    Q_EMIT Edited();
   });
   ShowSelection();
 }
@@ -123,8 +146,9 @@ void LetterEditor::AddSeparator() {
   ui_->layoutToolBar->addSpacing(kToolGap);
 }
 
-// The tools are made after the form but stand above it. What follows them is put behind the last tool one by one, from the end: the order is a ring,
-// in which Qt takes the first of the form to follow the last tool already.
+// The tools are made after the form but are above it. Each widget that follows them is placed right after the last
+// tool, from the last widget to the first: the tab order is a ring, in which the form's first widget already follows
+// the last tool.
 void LetterEditor::SetTabOrder() {
   QToolButton* lastTool = ui_->tbToolBar->findChildren<QToolButton*>().constLast();
   for (QWidget* widget : std::initializer_list<QWidget*>{ui_->rtfLetter, ui_->cmdFindPrevious, ui_->cmdFindNext,
@@ -306,7 +330,7 @@ void LetterEditor::keyPressEvent(QKeyEvent* event) {
   const bool inFind = ui_->txtFind->hasFocus();
   if (event->key() == Qt::Key_F3 || (enter && inFind)) return Find((event->modifiers() & Qt::ShiftModifier) != 0);
   if (event->key() == Qt::Key_Escape && finding) return CloseFind();
-  // In the lists it takes over what was typed, which is no reason to press a button of the page.
+  // In these lists Enter takes the typed value, and must not press a button of the page.
   if (enter && (ui_->cmbFontName->hasFocus() || ui_->cmbFontSize->hasFocus())) return;
   QWidget::keyPressEvent(event);
 }

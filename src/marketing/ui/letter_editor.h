@@ -2,6 +2,10 @@
 
 #pragma once
 
+#include <QKeyEvent>
+#include <QKeySequence>
+#include <QPoint>
+#include <QString>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -26,28 +30,31 @@ enum class Drawing;
 class Spelling;
 class SpellingMarks;
 
-/// The letter `rtfLetter` under its tool bar `tbToolBar`, the lists `cmbFontName` and `cmbFontSize`, and a bar to find text.
-/// Buttons and lists follow the selection. Under the letter it says what an edit loses and, following what is
+/// The letter `rtfLetter` under its tool bar `tbToolBar`, the lists `cmbFontName` and `cmbFontSize`, and a bar to find
+/// text. Buttons and lists follow the selection. Under the letter it says what an edit loses and, following what is
 /// written, which fonts are missing.
 ///
-///   editor.OnEdited([&] { state.rtfLetter = editor.Stored(); });
+///   connect(&editor, &LetterEditor::Edited, this, [&] { state.rtfLetter = editor.Stored(); });
 ///   editor.Load(state.rtfLetter);
 class LetterEditor : public QWidget {
+  Q_OBJECT
  public:
   explicit LetterEditor(QWidget* parent = nullptr);
   ~LetterEditor() override;
 
-  /// Shows a stored letter; does not call the callback.
+  /// Shows a stored letter; the user did not edit it then.
   void Load(const QString& stored);
-  /// The letter to store, as it came while nobody edited it.
+  /// The letter to store; unchanged as long as nobody edited it.
   [[nodiscard]] QString Stored() const;
   [[nodiscard]] QTextDocument& Document();
-  /// Puts a text where the caret is, as if it were typed.
+  /// Inserts a text at the caret as if it were typed.
   void Insert(const QString& text);
   /// Marks misspelt words from now on.
   void CheckSpelling(const std::shared_ptr<Spelling>& spelling);
-  /// Called after each change that the user makes.
-  void OnEdited(std::function<void()> callback) { edited_ = std::move(callback); }
+
+ Q_SIGNALS:
+  /// After each change that the user makes.
+  void Edited();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -68,17 +75,16 @@ class LetterEditor : public QWidget {
   void Find(bool backwards);
   void CloseFind();
   void ShowSelection();
-  /// Keeps an action in step with the selection.
+  /// Updates an action whenever the selection changes.
   void Follow(QAction* action, std::function<bool(const SelectionLook&)> holds);
   void ShowNote();
   void ShowMenu(const QPoint& position);
 
   std::unique_ptr<Ui::LetterEditor> ui_;
   std::unique_ptr<Letter> letter_;
-  std::function<void()> edited_;
   std::vector<std::pair<QAction*, std::function<bool(const SelectionLook&)>>> followers_;
   SpellingMarks* marks_ = nullptr;  ///< owned by the document
-  RtfLosses losses_;                ///< of an edit of what was loaded
+  RtfLosses losses_;                ///< what an edit of the loaded letter loses
   QTimer note_;
   bool loading_ = false;
 };

@@ -1,4 +1,4 @@
-// The making of letters, as it goes.
+// The progress of making letters.
 
 #pragma once
 
@@ -9,7 +9,7 @@
 
 namespace qbx {
 
-/// Moves a progress bar, and lets the status box cancel.
+/// Moves a progress bar; the status box can cancel.
 class LettersView final : public LetterObserver {
  public:
   LettersView(QProgressBar& bar, StatusBox& status) : bar_(bar), status_(status) {}

@@ -1,5 +1,8 @@
 #include "marketing/ui/page_help.h"
 
+#include <QString>
+#include <QStringList>
+
 #include "queries/filter_table.h"
 #include "queries/starting_queries.h"
 #include "results/send_methods.h"

@@ -1,4 +1,4 @@
-// What F1 says on each page, in the campaign manager and in the spreadsheet. All these texts stand here; other windows have their own.
+// The F1 help of each page, of the campaign manager and of the spreadsheet. Other windows have their texts beside them.
 
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace qbx {
 
-/// \param tab  number of the step; 0: the start panel
+/// \param tab  number of the step; 0 for the start panel
 [[nodiscard]] HelpText PageHelp(int tab, bool boatEdition);
 
 [[nodiscard]] HelpText ManagerHelp();

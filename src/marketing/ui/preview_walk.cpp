@@ -1,8 +1,10 @@
 #include "marketing/ui/preview_walk.h"
 
+#include <QDate>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QString>
 
 namespace qbx {
 

@@ -1,7 +1,8 @@
-// Walking through the customers whose messages are previewed.
+// Walking through the customers for whom messages are previewed.
 
 #pragma once
 
+#include <QDate>
 #include <QWidget>
 #include <optional>
 
@@ -12,19 +13,21 @@ class QPushButton;
 
 namespace qbx {
 
-/// "< 3 of 28 >": the sample customer first, then the rows to which a run would send next on one channel, in its order.
+/// "< 3 of 28 >": the sample customer first, then the rows to which the next run would send on one channel, in its
+/// order.
 class PreviewWalk : public QWidget {
   Q_OBJECT
 
  public:
   explicit PreviewWalk(QWidget* parent = nullptr);
 
-  /// Begins at the sample customer.
+  /// Begins with the sample customer.
   void Begin(Statements& statements, int campaignId, Channel channel);
-  /// Reads the rows anew, which may have changed. Stays at the customer who is shown, or goes to the sample customer when that one gets nothing more.
+  /// Reads the rows again. Stays at the shown customer, or goes to the sample customer when the shown one gets nothing
+  /// any more.
   void ReadAgain(int campaignId);
-  /// The message of the current place; of the sample customer it holds all three texts.
-  /// \return nothing when the row is gone or could not be read
+  /// The message for the current place; for the sample customer it holds all three texts.
+  /// \return nothing when the row was deleted or could not be read
   [[nodiscard]] std::optional<NextMessage> Message(MessageMaker& messages, QDate today);
 
  Q_SIGNALS:
@@ -36,7 +39,7 @@ class PreviewWalk : public QWidget {
 
   std::optional<NextMessages> rows_;
   Channel channel_ = Channel::kSms;
-  int place_ = 0;  ///< 0: the sample customer
+  int place_ = 0;  ///< 0 for the sample customer
   int count_ = 0;
   QPushButton* back_;
   QPushButton* forward_;

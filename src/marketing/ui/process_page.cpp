@@ -1,9 +1,16 @@
 #include "marketing/ui/process_page.h"
 
 #include <QClipboard>
+#include <QDialog>
 #include <QFileDialog>
 #include <QGuiApplication>
+#include <QPushButton>
+#include <QResizeEvent>
+#include <QString>
+#include <QStringList>
+#include <QTextCursor>
 #include <QTimer>
+#include <QWidget>
 
 #include "dispatch/results_log_file.h"
 #include "dispatch/row_survey.h"
@@ -76,7 +83,7 @@ void ProcessPage::CampaignSetUp() {
 
 void ProcessPage::ShowLastRun() {
   const int campaignId = App().campaign.record.ID;
-  if (campaignId <= 0) return;  // the numbers of campaigns without a name are given out again
+  if (campaignId <= 0) return;  // the numbers of campaigns without a name are used again
   const QStringList lines = ResultsLogFile(App().log.Path(), campaignId).ReadWithHeadings();
   if (lines.isEmpty()) return;
   ui_->txtProcessResults->appendPlainText(
@@ -84,7 +91,7 @@ void ProcessPage::ShowLastRun() {
 }
 
 void ProcessPage::CopyState() {
-  // A connection that was lost has just been told of by the counters; the estimate stays what it was.
+  // The counters have just reported a lost connection; the estimate then does not change.
   if (App().connection.IsOpen())
     credits_ = Desk().estimate.EstimateSMSCredits(App().campaign.record.ID, State().txtSMS).value_or(credits_);
   ShowCounters();
@@ -122,7 +129,7 @@ void ProcessPage::ShowWhoGetsWhat() {
   FitChart();
 }
 
-/// On a small screen the log has the room to itself.
+/// On a small screen the chart is hidden and the log gets its room.
 void ProcessPage::FitChart() {
   constexpr int kRoomForBoth = 880;
   ui_->fraGets->setVisible(hasRows_ && width() >= kRoomForBoth);
@@ -133,7 +140,7 @@ void ProcessPage::resizeEvent(QResizeEvent* event) {
   FitChart();
 }
 
-/// Says how many messages go to a number or an address that another row has, too.
+/// Shows how many messages go to a number or an address that another row has, too.
 void ProcessPage::ShowShared() {
   if (!App().connection.IsOpen()) return;
   const std::optional<RowSurvey> survey =
@@ -195,7 +202,7 @@ void ProcessPage::SendMailshots() {
 }
 
 void ProcessPage::ShowEndOfLog() {
-  // The list of what failed takes room from the log when it appears, which is laid out later.
+  // The list of failures takes room from the log when it appears, and is laid out later.
   QTimer::singleShot(0, ui_->txtProcessResults, [log = ui_->txtProcessResults] { log->moveCursor(QTextCursor::End); });
 }
 

@@ -1,7 +1,9 @@
-// Tab 5: what is going to be produced, sending it, and how a run went.
+// Tab 5: what will be produced, sending it, and the result of a run.
 
 #pragma once
 
+#include <QResizeEvent>
+#include <QWidget>
 #include <memory>
 
 #include "dispatch/settle_doubt.h"
@@ -13,8 +15,8 @@ class ProcessPage;
 
 namespace qbx {
 
-/// Starts and pauses the mailshot, shows its progress and the lines of the results log as they come, and what needs a person afterwards. When a
-/// campaign is loaded, the log of its last run on this computer stands there.
+/// Starts and pauses the mailshot. Shows its progress, the lines of the results log as they come, and afterwards what
+/// needs a person. When a campaign is loaded, the log of its last run on this computer is shown.
 class ProcessPage : public WizardPage {
  public:
   explicit ProcessPage(PageParts parts);
@@ -37,14 +39,14 @@ class ProcessPage : public WizardPage {
   void ShowWhoGetsWhat();
   void FitChart();
   void ShowLastRun();
-  /// Brings the newest line into sight.
+  /// Scrolls to the newest line.
   void ShowEndOfLog();
   void Settle(const std::set<qint64>& rows, DoubtOutcome outcome);
   void SaveLog();
 
   std::unique_ptr<Ui::ProcessPage> ui_;
   int listener_;
-  bool showsRun_ = false;  ///< a run view shows the lines
+  bool showsRun_ = false;  ///< whether a run view shows the lines
   CreditNeed credits_ = {};
   bool hasRows_ = false;
   Mailshot* running_ = nullptr;

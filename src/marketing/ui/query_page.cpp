@@ -1,8 +1,19 @@
 #include "marketing/ui/query_page.h"
 
+#include <QComboBox>
+#include <QDate>
+#include <QLineEdit>
+#include <QList>
+#include <QListWidget>
+#include <QPushButton>
+#include <QString>
+#include <QTreeWidget>
+#include <QTreeWidgetItem>
+#include <QWidget>
+
 #include "marketing/ui/fill_combo.h"
+#include "platform/ui/drawn_icon.h"
 #include "platform/ui/letters.h"
-#include "platform/ui/look.h"
 #include "queries/query_catalogue.h"
 #include "ui_query_page.h"
 
@@ -30,7 +41,7 @@ QWidget* QueryPage::FirstControl() {
 
 void QueryPage::BuildTree() {
   const Drawing vehicles = App().startup.edition.boat ? Drawing::kBoats : Drawing::kVehicles;
-  // Rows are measured when they are added; before the style sheet holds they would come out too low.
+  // Rows are measured when they are added; without the style sheet they would be too low.
   ui_->tvQuery->ensurePolished();
   for (const QueryNode& node : QueryTree(App().startup.edition.boat)) {
     auto* item = node.parent == 0 ? new QTreeWidgetItem(ui_->tvQuery) : new QTreeWidgetItem(nodes_.value(node.parent));
@@ -44,11 +55,11 @@ void QueryPage::BuildTree() {
 }
 
 void QueryPage::ConnectControls() {
-  // The current item is another matter: the focus alone moves it to the first node.
+  // The selection counts, not the current item: getting the focus alone makes the first node current.
   connect(ui_->tvQuery, &QTreeWidget::itemSelectionChanged, this, [this] {
     const QList<QTreeWidgetItem*> chosen = ui_->tvQuery->selectedItems();
     if (Showing()) return;
-    if (chosen.isEmpty()) return ShowState();  // its options stay, so the query stays chosen
+    if (chosen.isEmpty()) return ShowState();  // its options are still shown, so the query stays chosen
     const int node = chosen.constFirst()->data(0, kIndexRole).toInt();
     Guarded([this, node] { Desk().selection.NodeClick(node); });
     ShowState();
@@ -61,7 +72,7 @@ void QueryPage::ConnectControls() {
     Desk().selection.MakesTyped(text);
     ShowState();
   });
-  // Not stored, so no change of the campaign.
+  // It is not stored, so it does not change the campaign.
   connect(ui_->cmbType, &QComboBox::currentTextChanged, this, [this](const QString& text) {
     if (!Showing()) State().options.cmbType = text;
   });
@@ -83,7 +94,7 @@ void QueryPage::ConnectControls() {
   });
   DateBox* const boxes[] = {ui_->dteDate0, ui_->dteDate1};
   for (size_t i = 0; i < std::size(boxes); ++i) {
-    boxes[i]->OnEdited([this, i, box = boxes[i]] {
+    connect(boxes[i], &DateBox::Edited, this, [this, i, box = boxes[i]] {
       State().options.dteDate[i] = box->Date();
       State().options.dteDateHasText[i] = !box->text().trimmed().isEmpty();
       Desk().selection.Changed();
@@ -118,7 +129,7 @@ void QueryPage::CopyState() {
   ui_->tvQuery->setCurrentItem(node);
   if (node == nullptr) ui_->tvQuery->clearSelection();
   if (node != nullptr) ui_->tvQuery->scrollToItem(node);
-  // Options that were not known yet when the program started may be by now.
+  // Options that were unknown at the start of the program may be known now.
   ui_->fraType->setVisible(App().options.Using_Vrelo);
   FillCombo(*ui_->cmbReminder, ReminderList(App().options));
   ui_->cmbReminder->setCurrentIndex(state.options.cmbReminder);
@@ -134,7 +145,7 @@ void QueryPage::CopyState() {
   ShowPanels();
 }
 
-// A text that is no date is left for the user to mend.
+// A text that is no date stays for the user to correct.
 void QueryPage::ShowDates() {
   DateBox* const boxes[] = {ui_->dteDate0, ui_->dteDate1};
   for (size_t i = 0; i < std::size(boxes); ++i) {

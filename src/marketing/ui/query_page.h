@@ -2,6 +2,9 @@
 
 #pragma once
 
+#include <QHash>
+#include <QString>
+#include <QWidget>
 #include <memory>
 
 #include "marketing/ui/wizard_page.h"

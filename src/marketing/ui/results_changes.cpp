@@ -1,14 +1,21 @@
 #include "marketing/ui/results_changes.h"
 
+#include <QByteArray>
+#include <QItemSelectionModel>
+#include <QKeySequence>
+#include <QObject>
+#include <QString>
+
 #include "dispatch/tick_reasons.h"
+#include "results/flag_columns.h"
 
 namespace qbx {
 
 ResultsChanges::ResultsChanges(Parts parts) : parts_(std::move(parts)) {
-  AddFlag(Channel::kSms, "Send_SMS", QStringLiteral("&Tick Send SMS"), QStringLiteral("Untic&k Send SMS"), Qt::Key_T);
-  AddFlag(Channel::kEmail, "Send_Email", QStringLiteral("Tick Send &Email"), QStringLiteral("Untick Send Ema&il"),
+  AddFlag(Channel::kSms, kSendSmsFlag, QStringLiteral("&Tick Send SMS"), QStringLiteral("Untic&k Send SMS"), Qt::Key_T);
+  AddFlag(Channel::kEmail, kSendEmailFlag, QStringLiteral("Tick Send &Email"), QStringLiteral("Untick Send Ema&il"),
           Qt::Key_E);
-  AddFlag(Channel::kLetter, "Send_Letter", QStringLiteral("Tick Send &Letter"), QStringLiteral("Untick Send Lette&r"),
+  AddFlag(Channel::kLetter, kSendLetterFlag, QStringLiteral("Tick Send &Letter"), QStringLiteral("Untick Send Lette&r"),
           Qt::Key_L);
   takeOut_ = Add("mnuTakeOut", QStringLiteral("Take &out"), QKeySequence(Qt::Key_Delete), [this] { TakeOut(); });
   undo_ = Add("mnuUndo", QStringLiteral("&Undo"), QKeySequence(QKeySequence::Undo), [this] { Undo(); });
@@ -29,13 +36,13 @@ QAction* ResultsChanges::Add(const char* name, const QString& text, const QKeySe
   return action;
 }
 
-void ResultsChanges::AddFlag(Channel channel, const char* field, const QString& tick, const QString& untick,
+void ResultsChanges::AddFlag(Channel channel, QLatin1String field, const QString& tick, const QString& untick,
                              Qt::Key key) {
-  QAction* ticks = Add((QByteArray("mnuTick_") + field).constData(), tick, QKeySequence(Qt::CTRL | key),
+  QAction* ticks = Add((QByteArray("mnuTick_") + field.data()).constData(), tick, QKeySequence(Qt::CTRL | key),
                        [this, channel] { SetFlag(channel, true); });
-  QAction* unticks = Add((QByteArray("mnuUntick_") + field).constData(), untick,
+  QAction* unticks = Add((QByteArray("mnuUntick_") + field.data()).constData(), untick,
                          QKeySequence(Qt::CTRL | Qt::SHIFT | key), [this, channel] { SetFlag(channel, false); });
-  flags_.push_back({channel, QLatin1String(field), ticks, unticks});
+  flags_.push_back({channel, field, ticks, unticks});
 }
 
 void ResultsChanges::Update() {
@@ -75,7 +82,7 @@ void ResultsChanges::Undo() {
   Tell(parts_.edits.Undo(), QStringLiteral("put back"));
 }
 
-/// What was refused or failed was told in a box.
+/// Tells the result of a change. A refusal or failure was already shown in a box.
 void ResultsChanges::Tell(const RowChange& change, const QString& done) {
   if (!change.refusal && (!change.changed.empty() || change.LeftAlone() > 0)) parts_.tell(ChangeText(change, done));
   Update();

@@ -1,8 +1,10 @@
-// What a user does to the selected rows of step 3.
+// The user's changes to the selected rows of step 3.
 
 #pragma once
 
 #include <QAction>
+#include <QKeySequence>
+#include <QString>
 #include <QTableView>
 #include <functional>
 #include <vector>
@@ -13,8 +15,8 @@
 
 namespace qbx {
 
-/// The actions of the results grid, in its menu and by their keys: ticks and unticks a send flag of the selected rows, takes them out, and takes
-/// the last change back.
+/// The actions of the results grid, in its menu and with their keys: ticking and unticking a send flag of the selected
+/// rows, taking rows out, and undoing the last change.
 class ResultsChanges {
  public:
   struct Parts {
@@ -23,12 +25,12 @@ class ResultsChanges {
     ResultsView& results;
     UserInterface& ui;
     std::function<void(const std::function<void()>& command)> run;
-    std::function<void(const QString& text)> tell;  ///< what came of a change
+    std::function<void(const QString& text)> tell;  ///< called with the result of a change
   };
-  /// \param parts  its grid has its view by now
+  /// \param parts  its grid must have its view
   explicit ResultsChanges(Parts parts);
 
-  /// Enables and names the actions for the rows that are selected now.
+  /// Enables and names the actions for the selected rows.
   void Update();
   void Undo();
 
@@ -41,7 +43,7 @@ class ResultsChanges {
   };
 
   QAction* Add(const char* name, const QString& text, const QKeySequence& keys, const std::function<void()>& command);
-  void AddFlag(Channel channel, const char* field, const QString& tick, const QString& untick, Qt::Key key);
+  void AddFlag(Channel channel, QLatin1String field, const QString& tick, const QString& untick, Qt::Key key);
   void SetFlag(Channel channel, bool ticked);
   void TakeOut();
   void Tell(const RowChange& change, const QString& done);

@@ -1,8 +1,12 @@
 #include "marketing/ui/results_finder.h"
 
+#include <QEvent>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QShortcut>
+#include <QString>
 #include <QTableView>
+#include <QWidget>
 
 namespace qbx {
 
@@ -21,7 +25,8 @@ ResultsFinder::ResultsFinder(cDataGrid& grid, QLineEdit& box, QLabel& found, QWi
   on(QKeySequence(Qt::Key_F3), [this] { FindAgain(Search::kNext); });
   on(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { FindAgain(Search::kPrevious); });
   on(QKeySequence(Qt::CTRL | Qt::Key_F), [this] { GoToBox(); });
-  grid.OnFind([this] { GoToBox(); });
+  grid.bFinding(true);
+  connect(&grid, &cDataGrid::FindWanted, this, [this] { GoToBox(); });
 }
 
 void ResultsFinder::Find(Search search) {
@@ -41,7 +46,7 @@ void ResultsFinder::GoToBox() {
   box_.selectAll();
 }
 
-/// Keys that would leave the box for the page, whose default button goes to the next step.
+/// Handles keys that would otherwise go from the box to the page, whose default button goes to the next step.
 bool ResultsFinder::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::KeyPress) return QObject::eventFilter(watched, event);
   const auto& key = static_cast<const QKeyEvent&>(*event);

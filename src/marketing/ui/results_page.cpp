@@ -1,5 +1,16 @@
 #include "marketing/ui/results_page.h"
 
+#include <QComboBox>
+#include <QHideEvent>
+#include <QObject>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QSet>
+#include <QSignalBlocker>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
 #include "dispatch/tick_reasons.h"
 #include "marketing/ui/campaign_rows.h"
 #include "marketing/ui/page_help.h"
@@ -12,7 +23,7 @@
 namespace qbx {
 namespace {
 
-/// The tip of the list is that of the rule that is chosen.
+/// Fills a list of rules. Its tip is that of the chosen rule.
 void FillRules(QComboBox& combo, const QStringList& rules, const QStringList& tips) {
   combo.addItems(rules);
   for (int rule = 0; rule < combo.count(); ++rule)
@@ -27,7 +38,7 @@ void FillRules(QComboBox& combo, const QStringList& rules, const QStringList& ti
   showTip(-1);
 }
 
-/// How many rows get what; what failed or is in doubt only where there is some.
+/// How many rows get what. Failed rows and rows in doubt are named only when there are some.
 QString TotalsText(const RowKinds& kinds) {
   QStringList totals;
   const auto add = [&](const char* name, RowKind kind, bool always) {
@@ -79,7 +90,7 @@ void ResultsPage::ForgetMethods() {
 void ResultsPage::GoToRow(qint64 recordId) {
   const auto find = [&] { return grid_.FindLine(QString::fromLatin1(ResultsView::kRowKey), Value(recordId)); };
   if (find() || ui_->cmbShow->currentIndex() == 0) return;
-  ui_->cmbShow->setCurrentIndex(0);  // it is not of the kind that is shown
+  ui_->cmbShow->setCurrentIndex(0);  // it is not of the shown kind
   (void)find();
 }
 
@@ -94,11 +105,11 @@ void ResultsPage::SetUpGrid() {
   grid_.SetLineID(QString::fromLatin1(ResultsView::kRowKey));
   grid_.AllowDelete(true);
   grid_.KeepLayout(App().registry, QStringLiteral("frmMain"));
-  grid_.OnCellClick([this](const QString& field, qint64 recordId) {
+  connect(&grid_, &cDataGrid::CellClicked, this, [this](const QString& field, qint64 recordId) {
     Desk().edits.ClickCell(field, recordId);
     if (!ui_->fraChange->isHidden()) TellLastChange();
   });
-  grid_.OnDeleted([this](qint64 recordId) {
+  connect(&grid_, &cDataGrid::Deleted, this, [this](qint64 recordId) {
     Desk().results.RefreshRows({recordId});
     TellLastChange();
   });
@@ -147,7 +158,7 @@ void ResultsPage::PrintRows(const Recordset& rows, const QSet<QString>& hidden, 
   });
 }
 
-/// Shows what the grid shows as a spreadsheet, in the place of one that is open.
+/// Opens the spreadsheet with what the grid shows; it replaces one that is open.
 void ResultsPage::ExportResults() {
   if (sheet_) sheet_->close();
   const SpreadsheetParts parts{
@@ -172,7 +183,7 @@ void ResultsPage::WindowCloses() {
   if (sheet_) sheet_->close();
 }
 
-/// The columns as they were arranged are kept at once: the program may be killed on another page.
+/// Stores the arrangement of the columns at once, because the program may be killed on another page.
 void ResultsPage::hideEvent(QHideEvent* event) {
   grid_.SaveLayout();
   WizardPage::hideEvent(event);
@@ -219,7 +230,7 @@ void ResultsPage::TellChange(const QString& text) {
   ui_->fraChange->setVisible(!text.isEmpty());
 }
 
-/// What Undo takes back now; nothing after a change that cannot be taken back.
+/// Shows what Undo would undo now; empty after a change that cannot be undone.
 void ResultsPage::TellLastChange() {
   TellChange(Desk().edits.LastChange());
   changes_->Update();

@@ -2,7 +2,11 @@
 
 #pragma once
 
+#include <QHideEvent>
 #include <QPointer>
+#include <QSet>
+#include <QString>
+#include <QWidget>
 #include <memory>
 
 #include "exporting/ui/frmSpreadsheet.h"
@@ -55,12 +59,12 @@ class ResultsPage : public WizardPage, private GridOwner {
   }
 
   std::unique_ptr<Ui::ResultsPage> ui_;
-  std::unique_ptr<ResultsChanges> changes_;  // hears of the selection until the grid is gone
+  std::unique_ptr<ResultsChanges> changes_;  // is told of the selection until the grid is destroyed
   cDataGrid grid_;
   WindowLayout layout_;
   QPointer<frmSpreadsheet> sheet_;
   std::unique_ptr<ResultsFinder> finder_;
-  bool sameQuery_ = false;  // rows that are displayed anew come of the query that was shown before
+  bool sameQuery_ = false;  // whether rows that are displayed again come from the same query as before
 };
 
 }  // namespace qbx

@@ -1,8 +1,9 @@
-// What page 5 shows of a run under way.
+// What page 5 shows during a run.
 
 #pragma once
 
 #include <QElapsedTimer>
+#include <QString>
 #include <QStringList>
 #include <functional>
 
@@ -16,19 +17,19 @@ class QProgressBar;
 
 namespace qbx {
 
-/// Shows progress, rate, time left and the lines of the results log. A run may finish thousands of messages a second: the controls change at most
-/// 25 times a second, so that showing costs the run next to nothing.
+/// Shows progress, rate, time left and the lines of the results log. A run may send thousands of messages a second; the
+/// controls change at most 25 times a second, so that showing hardly slows the run.
 class RunView final : public MailshotObserver {
  public:
   struct Controls {
     QProgressBar& bar;
     QLabel& line;
     QPlainTextEdit& log;
-    std::function<void()> showCounters;  ///< called as often as the controls change
+    std::function<void()> showCounters;  ///< called whenever the controls change
   };
-  /// \param begins  told when the run really begins, see `MailshotObserver::Begins`
+  /// \param begins  called when the run really begins, see `MailshotObserver::Begins`
   RunView(Controls controls, ResultsLog& resultsLog, std::function<void(bool resumed)> begins);
-  /// Shows what came last.
+  /// Shows the last state.
   ~RunView() override;
   RunView(const RunView&) = delete;
   RunView& operator=(const RunView&) = delete;

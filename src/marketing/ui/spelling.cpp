@@ -1,10 +1,17 @@
 #include "marketing/ui/spelling.h"
 
+#include <QAction>
 #include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QEvent>
+#include <QFont>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QMenu>
+#include <QPalette>
+#include <QPoint>
+#include <QString>
+#include <QStringList>
 #include <QUrl>
 #include <QWidget>
 
@@ -20,7 +27,7 @@ constexpr qsizetype kMostSuggestions = 7;
 constexpr double kWaveContrast = 7;  // a wave is thin, and half of it is drawn faintly
 
 SpellingFiles FilesFor(const StartupValues& startup) {
-  // A user's name may hold what no file name can.
+  // A user's name may hold characters that a file name cannot.
   const QString user = QString::fromLatin1(QUrl::toPercentEncoding(startup.user.toLower(), " "));
   return {.languages = {QLocale().name(), QStringLiteral("en_GB")},
           .ownWords = startup.ProgramFolder + QString::fromLatin1(kOwnWordsName).arg(user)};

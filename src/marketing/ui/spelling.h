@@ -1,8 +1,11 @@
-// What the editors of step 4 share to check the spelling.
+// What the editors of step 4 share for checking the spelling.
 
 #pragma once
 
+#include <QAction>
+#include <QEvent>
 #include <QObject>
+#include <QString>
 #include <QTextCharFormat>
 #include <functional>
 
@@ -14,29 +17,30 @@ class QWidget;
 
 namespace qbx {
 
-/// The dictionary, whether the user wants it used (kept for each user), and the entries of the editors' menus.
+/// The dictionary, whether the user wants it used (stored for each user), and the entries of the editors' menus.
 class Spelling : public QObject {
   Q_OBJECT
 
  public:
   explicit Spelling(Application& app);
 
-  /// Whether a word is to be marked.
+  /// Whether a word must be marked.
   [[nodiscard]] bool IsWrong(const QString& word) const { return on_ && !checker_.IsCorrect(word); }
-  /// How it is marked in a box.
+  /// The format of a marked word in a box.
   [[nodiscard]] static QTextCharFormat Mark(const QWidget& box);
 
-  /// Puts what is meant, "Add to dictionary" and "Ignore" in front of a menu's entries, and a tick to turn the check off and on behind them.
-  /// \param word     that the menu was opened on; may be empty
-  /// \param replace  puts one of the suggestions in its place
+  /// Adds suggestions, "Add to dictionary" and "Ignore" before a menu's entries, and after them a tick that turns the
+  /// check on and off.
+  /// \param word     the word under the menu; may be empty
+  /// \param replace  replaces it by a suggestion
   void AddTo(QMenu& menu, const QString& word, const std::function<void(const QString&)>& replace);
 
-  /// The library opens menus with the menu key alone. This opens one with Shift+F10, too.
-  /// \return whether the event, which came to a box with a menu of its own, was that key
+  /// Qt opens context menus only with the menu key. This opens one with Shift+F10, too.
+  /// \return whether the event was this key, for a box with its own menu
   static bool OpensMenu(QWidget& box, const QEvent& event);
 
  Q_SIGNALS:
-  /// What was wrong may be right, or the other way round.
+  /// Words may have become right or wrong.
   void Changed();
 
  private:

@@ -1,20 +1,35 @@
 #include "marketing/ui/spelling_marks.h"
 
-#include <QtWidgets>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QList>
+#include <QMenu>
+#include <QObject>
+#include <QPlainTextEdit>
+#include <QPoint>
+#include <QString>
+#include <QTextBlock>
+#include <QTextCharFormat>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextEdit>
+#include <QWidget>
 
 #include "spelling/words.h"
 
 namespace qbx {
 namespace {
 
-constexpr qsizetype kLongestParagraph = 20'000;  // one without an end would be looked at with every key
+constexpr qsizetype kLongestParagraph = 20'000;  // a longer paragraph would take too long at every key
 
 bool Touches(const std::optional<WordPlace>& word, qsizetype position) {
   return word && word->start <= position && position <= word->start + word->length;
 }
 
-/// The misspelt words of a text but the one that is being typed.
-/// \param typedAt  where the caret is that types it; -1 when there is none
+/// The misspelt words of a text except the one that is being typed.
+/// \param typedAt  the position of the caret in it; -1 for none
 std::vector<WordPlace> WordsToMark(const Spelling& spelling, const QString& text, qsizetype typedAt) {
   if (text.size() > kLongestParagraph) return {};
   std::vector<WordPlace> words = WordsToCheck(text);
@@ -55,7 +70,7 @@ void SpellingMarks::Watch(Box& box) {
     const std::optional<WordPlace> word = WordAt(typed_.block().text(), typed_.positionInBlock());
     if (caret.block() != typed_.block() || !Touches(word, caret.positionInBlock())) LeaveWord();
   });
-  // In front of the base class, which looks at the changed paragraphs when it hears of this.
+  // Connected before the base class, which then checks the changed paragraphs.
   connect(box.document(), &QTextDocument::contentsChange, this,
           [this](int position, int /*removed*/, int added) { NoteChange(position, added); });
   setDocument(box.document());
@@ -63,7 +78,7 @@ void SpellingMarks::Watch(Box& box) {
 
 void SpellingMarks::NoteChange(int position, int added) {
   const QTextCursor caret = caret_();
-  // What is typed ends at the caret; a text that is loaded or undone does not.
+  // Typed text ends at the caret; loaded text and undone changes do not.
   if (!caret.isNull() && caret.position() == position + added) {
     typed_ = caret;
   } else {
@@ -137,7 +152,7 @@ void LineSpellingMarks::Draw() {
 bool LineSpellingMarks::eventFilter(QObject* object, QEvent* event) {
   if (event->type() == QEvent::InputMethod)
     composing_ = !static_cast<QInputMethodEvent*>(event)->preeditString().isEmpty();
-  // A line that is being destroyed loses the focus, too, and is no line any more.
+  // A line that is being destroyed also loses the focus, but is no longer a QLineEdit.
   if (event->type() == QEvent::FocusOut && qobject_cast<QLineEdit*>(object) != nullptr) {
     typedAt_ = -1;
     Draw();

@@ -2,7 +2,14 @@
 
 #pragma once
 
+#include <QEvent>
+#include <QMenu>
+#include <QObject>
+#include <QPoint>
+#include <QString>
 #include <QSyntaxHighlighter>
+#include <QTextCursor>
+#include <QWidget>
 #include <functional>
 #include <memory>
 
@@ -14,20 +21,21 @@ class QTextEdit;
 
 namespace qbx {
 
-/// Marks the misspelt words of a text box. A word that is being typed is marked when the caret leaves it. The marks belong to the layout: text,
-/// formats, undo steps and the modified mark of the document know nothing of them. (A document that is printed from its editor would show them;
-/// letters are printed from what is stored.) Only the paragraph that changed is looked at again.
+/// Marks the misspelt words of a text box. A word is marked when the caret leaves it. The marks belong to the layout
+/// only, and not to the text, its formats, its undo steps or the document's modified mark. (Printing the editor's
+/// document would print the marks; letters are printed from their stored form.) Only a changed paragraph is checked
+/// again.
 class SpellingMarks : public QSyntaxHighlighter {
   Q_OBJECT
 
  public:
-  /// Gives the box its usual menu with the entries of the spelling.
+  /// Adds the spelling entries to the usual menu of the box.
   SpellingMarks(QPlainTextEdit& box, std::shared_ptr<Spelling> spelling);
-  /// The box has a menu of its own, which calls `AddTo`.
+  /// For a box that has its own menu and calls `AddTo`.
   SpellingMarks(QTextEdit& box, std::shared_ptr<Spelling> spelling);
 
-  /// Adds the entries of the spelling to the menu of the box.
-  /// \param position  in the viewport, where the menu opens
+  /// Adds the spelling entries to the menu of the box.
+  /// \param position  of the menu, in the viewport
   void AddTo(QMenu& menu, QPoint position);
 
  protected:
@@ -45,10 +53,11 @@ class SpellingMarks : public QSyntaxHighlighter {
   std::function<QTextCursor()> caret_;
   std::function<void(const QTextCursor&)> setCaret_;
   std::function<QTextCursor(QPoint)> cursorAt_;
-  QTextCursor typed_;  ///< in the word that is being typed; null when there is none
+  QTextCursor typed_;  ///< in the word that is being typed; null for none
 };
 
-/// The same for a line. The library draws no marks there by itself; it draws those of an input method, which is what these are to it.
+/// Marks the misspelt words of a line. Qt offers no marks for lines, except those of an input method, so the marks are
+/// given as such.
 class LineSpellingMarks : public QObject {
   Q_OBJECT
 
@@ -65,8 +74,8 @@ class LineSpellingMarks : public QObject {
 
   QLineEdit& line_;
   std::shared_ptr<Spelling> spelling_;
-  int typedAt_ = -1;        ///< in the word that is being typed; -1 when there is none
-  bool composing_ = false;  ///< an input method is at work, and shows marks of its own
+  int typedAt_ = -1;        ///< position in the word that is being typed; -1 for none
+  bool composing_ = false;  ///< whether an input method is active, which has its own marks
 };
 
 }  // namespace qbx

@@ -1,6 +1,8 @@
 #include "marketing/ui/step_tabs.h"
 
+#include <QSize>
 #include <QTabBar>
+#include <QWidget>
 
 namespace qbx {
 namespace {

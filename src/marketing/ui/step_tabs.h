@@ -3,10 +3,11 @@
 #pragma once
 
 #include <QTabWidget>
+#include <QWidget>
 
 namespace qbx {
 
-/// All of them stay in sight: where the window is too narrow, the longest captions are shortened.
+/// All tabs stay visible: in a narrow window the longest captions are shortened.
 class StepTabs : public QTabWidget {
  public:
   explicit StepTabs(QWidget* parent = nullptr);

@@ -2,6 +2,8 @@
 
 #include <QLabel>
 #include <QScopedValueRollback>
+#include <QString>
+#include <QStringList>
 
 namespace qbx {
 

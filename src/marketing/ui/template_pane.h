@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include <QString>
+#include <QStringList>
 #include <QWidget>
 #include <memory>
 #include <optional>
@@ -16,7 +18,8 @@ class QLabel;
 
 namespace qbx {
 
-/// A template with its insert menu, its notes and its preview. The Designer form makes it; `Work` gives it what it works with, before anything else.
+/// A template with its insert menu, notes and preview. The Designer form makes it. Call `Work` first; it gives the pane
+/// what it works with.
 class TemplatePane : public QWidget {
   Q_OBJECT
 
@@ -28,30 +31,30 @@ class TemplatePane : public QWidget {
   void ShowState();
   virtual void ShowNotes(const NoteFacts& facts) = 0;
   virtual void HidePreview() = 0;
-  /// An open preview shows what the rows, or the templates, have become.
+  /// The rows or the templates have changed: updates an open preview.
   virtual void FollowRows() = 0;
   virtual void FollowText() = 0;
 
  Q_SIGNALS:
-  /// The user changed the template.
+  /// Called when the user changed the template.
   void Edited();
 
  protected:
   /// Connects the controls, once.
   virtual void Connect() = 0;
   virtual void CopyState() = 0;
-  /// Stores what the user typed.
+  /// Stores the text that the user typed.
   void Store(QString& value, const QString& text);
   [[nodiscard]] bool Showing() const { return showing_; }
   [[nodiscard]] Application& App() const { return parts_->app; }
   [[nodiscard]] WizardState& State() const { return parts_->desk.state; }
   void Run(const std::function<void()>& command) { parts_->run(command); }
   void Guarded(const std::function<void()>& command) { parts_->guarded(command); }
-  /// Makes messages of the templates as they stand.
+  /// Makes messages from the present templates.
   [[nodiscard]] MessageMaker Messages() const;
   [[nodiscard]] TestMessages Tests() const { return parts_->desk.MakeTestMessages(); }
   [[nodiscard]] const std::shared_ptr<Spelling>& SpellingToUse() const { return spelling_; }
-  /// One sentence after the other; a label without any is not there.
+  /// Shows sentences one after the other; a label without any is hidden.
   static void ShowSentences(QLabel& label, const QStringList& sentences);
 
  private:

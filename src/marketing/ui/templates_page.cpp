@@ -1,5 +1,11 @@
 #include "marketing/ui/templates_page.h"
 
+#include <QPushButton>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QWidget>
+
 #include "dispatch/template_notes.h"
 #include "letters/letter_preview.h"
 #include "marketing/ui/insert_menu.h"
@@ -12,7 +18,7 @@ namespace qbx {
 namespace {
 
 constexpr int kNotesAfter = 300;     // milliseconds without a key
-constexpr int kSurveyAtOnce = 5000;  // rows; more are looked at anew when the page is opened
+constexpr int kSurveyAtOnce = 5000;  // number of rows; more rows are surveyed only when the page is opened
 
 }  // namespace
 
@@ -48,7 +54,7 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
     pane->Work(parts, spelling);
     connect(pane, &TemplatePane::Edited, this, [this] { Edited(); });
   }
-  ui_->letterEditor->OnEdited([this] {
+  connect(ui_->letterEditor, &LetterEditor::Edited, this, [this] {
     letterEdited_ = true;
     Desk().selection.Changed();
     Edited();

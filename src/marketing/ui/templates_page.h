@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QTimer>
+#include <QWidget>
 #include <memory>
 
 #include "dispatch/row_survey.h"
@@ -17,7 +18,7 @@ namespace qbx {
 
 class TemplatePane;
 
-/// Letter, e-mail and text message are written here, each with its notes; they can be taken from another campaign.
+/// The pages for letter, e-mail and text message, each with its notes. The texts can be copied from another campaign.
 class TemplatesPage : public WizardPage {
  public:
   explicit TemplatesPage(const PageParts& parts);
@@ -34,7 +35,7 @@ class TemplatesPage : public WizardPage {
 
  private:
   void ShowExamples();
-  /// A text was changed.
+  /// Called when a text was changed.
   void Edited();
   void LoadLetters();
   void ShowCampaigns();
@@ -44,8 +45,9 @@ class TemplatesPage : public WizardPage {
   [[nodiscard]] std::array<TemplatePane*, 2> Panes() const;
 
   std::unique_ptr<Ui::TemplatesPage> ui_;
-  std::optional<RowSurvey> survey_;  ///< of the rows and the text as they were last looked at
-  bool letterEdited_ = false;        ///< the state lacks it: a long letter takes too long to be written at every key
+  std::optional<RowSurvey> survey_;  ///< of the rows and the text at the last survey
+  /// The state lacks the edit, because writing a long letter at every key would take too long.
+  bool letterEdited_ = false;
   QTimer notes_;
 };
 

@@ -1,5 +1,11 @@
 #include "marketing/ui/text_pane.h"
 
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QString>
+#include <QWidget>
+
 #include "dispatch/sms_credits.h"
 #include "dispatch/sms_text.h"
 #include "marketing/ui/insert_menu.h"
@@ -36,7 +42,7 @@ void TextPane::TakeText() {
   if (Showing()) return;
   QString text = ExactText(*ui_->txtSMS, State().txtSMS);
   const int before = SmsLength(State().txtSMS);
-  // What was typed or pasted ends at the caret: what is too much of it goes again, up to the length that there was.
+  // The typed or pasted text ends at the caret. Its excess is removed, down to the length before it.
   while (SmsLength(text) > kMaxSmsLength && SmsLength(text) > before && ui_->txtSMS->textCursor().position() > 0) {
     const QSignalBlocker quiet(ui_->txtSMS);
     ui_->txtSMS->textCursor().deletePreviousChar();

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QWidget>
 #include <memory>
 
 #include "marketing/ui/template_pane.h"
@@ -12,8 +13,8 @@ class TextPane;
 
 namespace qbx {
 
-/// The text with its counter, previewed as it arrives on a phone; what is shown can be sent as a test. Typing stops at the longest text; a longer one
-/// that was loaded is kept.
+/// The text with its counter, previewed as a phone shows it. The shown message can be sent as a test. Typing stops at
+/// the maximum length; a longer text that was loaded is kept.
 class TextPane : public TemplatePane {
   Q_OBJECT
 

@@ -1,6 +1,12 @@
 #include "marketing/ui/troubles_list.h"
 
 #include <QHeaderView>
+#include <QPushButton>
+#include <QString>
+#include <QStringList>
+#include <QTreeWidget>
+#include <QTreeWidgetItem>
+#include <QWidget>
 
 #include "ui_troubles_list.h"
 #include "util/date_text.h"

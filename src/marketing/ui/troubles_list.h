@@ -1,9 +1,10 @@
-// What failed, and what is in doubt, with what can be done about it.
+// Messages that failed or are in doubt, and what can be done about them.
 
 #pragma once
 
 #include <QGroupBox>
 #include <QList>
+#include <QWidget>
 #include <memory>
 #include <set>
 
@@ -16,7 +17,7 @@ class TroublesList;
 
 namespace qbx {
 
-/// A list with a line for each message that needs a person; hidden while there is none.
+/// A list with a line for each message that needs a person; hidden when it is empty.
 class TroublesList : public QGroupBox {
   Q_OBJECT
 
@@ -29,7 +30,7 @@ class TroublesList : public QGroupBox {
  Q_SIGNALS:
   /// The user wants to see the row of a message.
   void RowWanted(qint64 recordId);
-  /// The user says what became of selected messages that are in doubt.
+  /// The user said what became of selected messages in doubt.
   void Settled(const std::set<qint64>& rows, qbx::DoubtOutcome outcome);
 
  private:

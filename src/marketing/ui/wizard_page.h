@@ -1,7 +1,8 @@
-// What the five pages of the wizard have in common.
+// What the five pages of the wizard share.
 
 #pragma once
 
+#include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QWidget>
 #include <functional>
@@ -17,15 +18,16 @@ struct PageParts {
   ReportPrinter& reports;
   std::function<void(int index)> next;           ///< "Next >" of tab index + 1
   std::function<void(int index)> back;           ///< "< Back" of tab index + 1
-  std::function<void(qint64 recordId)> showRow;  ///< opens step 3 with that row as the current one
-  /// Runs a command with every other one disabled meanwhile. It does not show state: what that enables or disables is for afterwards.
+  std::function<void(qint64 recordId)> showRow;  ///< opens step 3 and makes a row current
+  /// Runs a command while all others are disabled. It must not show state: showing enables and disables controls and
+  /// comes afterwards.
   std::function<void(const std::function<void()>& command)> guarded;
-  /// The same for a command that needs the database. Refused, with a message, when there never was a connection.
+  /// Runs a command that needs the database; refuses it with a message when there never was a connection.
   std::function<void(const std::function<void()>& command)> run;
 };
 
-/// A page copies values between its controls and the wizard's state, calls logic and shows what comes of it. It is made when its tab is
-/// first opened.
+/// A page copies values between its controls and the wizard's state, calls logic and shows the result. It is made when
+/// its tab is first opened.
 class WizardPage : public QWidget {
  public:
   explicit WizardPage(PageParts parts) : parts_(std::move(parts)) {}
@@ -35,20 +37,20 @@ class WizardPage : public QWidget {
     const QScopedValueRollback<bool> showing(showing_, true);
     CopyState();
   }
-  /// Another campaign was set up: forgets what the controls alone know. `ShowState` follows.
+  /// Another campaign was set up: drops what only the controls hold. `ShowState` follows.
   virtual void CampaignSetUp() {}
-  /// A command is about to run: puts into the state what the page has not yet put there.
+  /// A command is about to run: copies edits that the state lacks into it.
   virtual void KeepEdits() {}
-  /// The window is about to close: keeps what is kept for the user.
+  /// The window is about to close: stores what is kept for the user.
   virtual void WindowCloses() {}
-  /// Where the focus goes when the tab is opened.
+  /// The control that gets the focus when the tab is opened.
   [[nodiscard]] virtual QWidget* FirstControl() = 0;
 
  protected:
-  /// Return and Enter press the button that has the focus, otherwise the page's default button.
+  /// Return and Enter press the focused button, otherwise the page's default button.
   void keyPressEvent(QKeyEvent* event) override;
   virtual void CopyState() = 0;
-  /// The controls are being filled: what they signal is not the user's doing.
+  /// Whether the controls are being filled, so that their signals do not come from the user.
   [[nodiscard]] bool Showing() const { return showing_; }
   [[nodiscard]] WizardState& State() { return parts_.desk.state; }
   [[nodiscard]] Application& App() { return parts_.app; }

@@ -41,4 +41,14 @@ bool IsDark(const QPalette& palette) {
   return Luminance(palette.color(QPalette::Base)) < Luminance(palette.color(QPalette::Text));
 }
 
+QColor Raised(const QColor& colour) {
+  return colour.lighter(140);
+}
+
+QColor AccentColour(const QPalette& palette) {
+  const QColor window = palette.color(QPalette::Window);
+  return Readable(palette.color(QPalette::Highlight), palette.color(QPalette::WindowText), {window, Raised(window)},
+                  kMarkContrast);
+}
+
 }  // namespace qbx

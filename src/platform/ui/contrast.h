@@ -1,4 +1,4 @@
-// Colours that can be told apart.
+// Contrast of colours.
 
 #pragma once
 
@@ -8,21 +8,27 @@
 
 namespace qbx {
 
-inline constexpr double kTextContrast = 4.5;  ///< at least, for text
-inline constexpr double kMarkContrast = 3.0;  ///< at least, for a drawing that says something
+inline constexpr double kTextContrast = 4.5;  ///< least contrast of text
+inline constexpr double kMarkContrast = 3.0;  ///< least contrast of a meaningful drawing
 
-/// The contrast of two colours as the accessibility guidelines of the web define it, 1 to 21. Transparency counts as none.
+/// The contrast of two colours as the Web Content Accessibility Guidelines define it, 1 to 21. Transparency is ignored.
 [[nodiscard]] double Contrast(const QColor& left, const QColor& right);
 
 /// \param share  of `right`, 0 to 1
 [[nodiscard]] QColor Mixed(const QColor& left, const QColor& right, double share);
 
-/// A colour with as much of another mixed into it as gives it a contrast on every background.
-/// \param towards  the colour itself when even that has less
+/// Mixes as much of another colour into a colour as it needs for a contrast on every background.
+/// \param towards  the result when even this colour has less contrast
 [[nodiscard]] QColor Readable(const QColor& colour, const QColor& towards, std::initializer_list<QColor> backgrounds,
                               double least);
 
 /// Whether a palette has light text on a dark background.
 [[nodiscard]] bool IsDark(const QPalette& palette);
+
+/// The lightest background that a page of tabs or a button has on a colour.
+[[nodiscard]] QColor Raised(const QColor& colour);
+
+/// The highlight of a palette with enough contrast for lines.
+[[nodiscard]] QColor AccentColour(const QPalette& palette);
 
 }  // namespace qbx

@@ -1,6 +1,12 @@
 #include "platform/ui/frmInputBox.h"
 
-#include <QtWidgets>
+#include <QLineEdit>
+#include <QProxyStyle>
+#include <QPushButton>
+#include <QString>
+#include <QStyleHintReturn>
+#include <QStyleOption>
+#include <QWidget>
 
 #include "platform/ui/help_window.h"
 #include "platform/ui/line_breaks.h"
@@ -15,7 +21,7 @@ constexpr char kHelp[] = R"(
 <ul><li>Return, or <b>OK</b>, goes on with what was typed.</li>
 <li>Esc, or <b>Cancel</b>, goes back, and nothing happens.</li></ul>)";
 
-/// Masked characters are shown as "*", whatever the style would use.
+/// Shows masked characters as "*" in every style.
 class AsteriskStyle : public QProxyStyle {
  public:
   AsteriskStyle() : QProxyStyle(QStringLiteral("Fusion")) {}

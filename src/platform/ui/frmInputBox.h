@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QDialog>
+#include <QString>
+#include <QWidget>
 #include <memory>
 
 #include "platform/user_interface.h"
@@ -13,13 +15,13 @@ class frmInputBox;
 
 namespace qbx {
 
-/// Used once: made, asked, thrown away.
+/// Each object is used for one question.
 class frmInputBox : public QDialog {
  public:
   explicit frmInputBox(QWidget* parent = nullptr);
   ~frmInputBox() override;
 
-  QString sReturnValue;  ///< what was typed when OK was pressed, else empty
+  QString sReturnValue;  ///< the text typed when OK was pressed, else empty
 
   /// Shows the box modally.
   /// \return the text typed, empty when cancelled

@@ -1,6 +1,18 @@
 #include "platform/ui/frmProcessing.h"
 
-#include <QtWidgets>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QObject>
+#include <QPalette>
+#include <QPoint>
+#include <QPushButton>
+#include <QRect>
+#include <QScreen>
+#include <QWindow>
 
 #include "platform/ui/input_gate.h"
 #include "platform/ui/line_breaks.h"
@@ -13,8 +25,7 @@ constexpr Qt::WindowFlags kFlags = Qt::Tool | Qt::FramelessWindowHint | Qt::Wind
 
 }  // namespace
 
-frmProcessing::frmProcessing(std::function<void()> dismissed)
-    : QWidget(nullptr, kFlags), ui_(std::make_unique<Ui::frmProcessing>()), dismissed_(std::move(dismissed)) {
+frmProcessing::frmProcessing() : QWidget(nullptr, kFlags), ui_(std::make_unique<Ui::frmProcessing>()) {
   setAttribute(Qt::WA_ShowWithoutActivating);
   setAttribute(Qt::WA_QuitOnClose, false);
   ui_->setupUi(this);
@@ -38,7 +49,7 @@ void frmProcessing::ShowView(const StatusView& view, QWidget* owner) {
     colours.setColor(QPalette::Window, Qt::white);
     colours.setColor(QPalette::WindowText, Qt::blue);
   }
-  // Labels are told as well: under a style sheet colours are not handed down.
+  // The colours are set for the labels, too, because under a style sheet they are not inherited.
   for (QWidget* widget : {static_cast<QWidget*>(ui_->fraInfo), static_cast<QWidget*>(ui_->lblMessage),
                           static_cast<QWidget*>(ui_->lblInfo)}) {
     widget->setPalette(colours);
@@ -62,7 +73,8 @@ void frmProcessing::Place(const QWidget* owner) {
   QRect box(QPoint(0, 0), size());
   box.moveCenter(around.center());
   move(box.topLeft());
-  // A window manager keeps it with its owner; and while the owner is modal, the box would be locked out if it did not belong to it.
+  // The window handle is needed for the owner: a window manager keeps the box with it, and a modal owner would
+  // otherwise lock the box out.
   winId();
   if (owner != nullptr) windowHandle()->setTransientParent(owner->windowHandle());
 }
@@ -88,7 +100,7 @@ void frmProcessing::BringToFront() {
 bool frmProcessing::eventFilter(QObject* watched, QEvent* event) {
   if (watched == ui_->lblMessage && event->type() == QEvent::MouseButtonRelease &&
       static_cast<QMouseEvent*>(event)->button() == Qt::RightButton) {
-    dismissed_();
+    Q_EMIT Dismissed();
     return true;
   }
   return QWidget::eventFilter(watched, event);
@@ -103,7 +115,7 @@ void frmProcessing::keyPressEvent(QKeyEvent* event) {
 }
 
 void frmProcessing::closeEvent(QCloseEvent* event) {
-  // It closes when the work is done; until then a request to close it is a wish to stop.
+  // A request to close is a Cancel. The box closes when the work is done.
   Cancel();
   event->ignore();
 }

@@ -2,9 +2,12 @@
 
 #pragma once
 
+#include <QCloseEvent>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QObject>
 #include <QPointer>
 #include <QWidget>
-#include <functional>
 #include <memory>
 
 #include "platform/user_interface.h"
@@ -15,22 +18,27 @@ class frmProcessing;
 
 namespace qbx {
 
-/// A window above all others that never takes the keyboard away for good: it opens without being activated, and when it closes the window
-/// that was active before is active again. Cancel is pressed with the mouse, or with Esc wherever the keyboard is.
+/// A window above all others that does not keep the focus: it opens without being activated, and when it closes the
+/// window that was active before is activated. Cancel is pressed with the mouse, or with Esc in any window.
 class frmProcessing : public QWidget {
+  Q_OBJECT
  public:
-  /// \param dismissed  called when the user closes the box by a right click on its text
-  explicit frmProcessing(std::function<void()> dismissed);
+  frmProcessing();
   ~frmProcessing() override;
 
-  /// Shows the box in the middle of its owner, or changes its text where it stands, and clears the cancel flag.
+  /// Shows the box in the middle of its owner, or only changes its text when it is shown already. Clears the cancel
+  /// flag.
   /// \param owner  the window it belongs to; may be null
   void ShowView(const StatusView& view, QWidget* owner);
   void CloseBox();
   [[nodiscard]] bool Cancelled() const { return cancelled_; }
-  /// Sets the cancel flag when the box offers to cancel.
+  /// Sets the cancel flag if the box offers Cancel.
   void Cancel();
   void BringToFront();
+
+ Q_SIGNALS:
+  /// The user closes the box by a right click on its text.
+  void Dismissed();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -41,7 +49,6 @@ class frmProcessing : public QWidget {
   void Place(const QWidget* owner);
 
   std::unique_ptr<Ui::frmProcessing> ui_;
-  std::function<void()> dismissed_;
   QPointer<QWidget> activeBefore_;
   bool cancelled_ = false;
 };

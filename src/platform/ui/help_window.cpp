@@ -1,6 +1,16 @@
 #include "platform/ui/help_window.h"
 
-#include <QtWidgets>
+#include <QAction>
+#include <QEvent>
+#include <QKeySequence>
+#include <QLabel>
+#include <QObject>
+#include <QRect>
+#include <QScreen>
+#include <QSize>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+#include <QWidget>
 
 namespace qbx {
 namespace {
@@ -32,7 +42,7 @@ HelpWindow::HelpWindow(QWidget& owner, std::function<HelpText()> text)
   command_->setObjectName(QStringLiteral("mnuPageHelp"));
   command_->setShortcut(QKeySequence(Qt::Key_F1));
   owner.addAction(command_);
-  // It works here, too: the keys of a window stay in force while a tool window of its own has the keyboard.
+  // F1 also works in the help window, because a window's shortcuts stay active while its tool window has the focus.
   connect(command_, &QAction::triggered, this, [this] { isActiveWindow() ? reject() : OpenBeside(); });
   owner.installEventFilter(this);
 }
@@ -52,7 +62,7 @@ void HelpWindow::ShowText() {
   txtHelp_->setHtml(QStringLiteral("<h3>%1</h3>%2").arg(text.title.toHtmlEscaped(), text.html));
 }
 
-/// To the right of the owner where the screen has room, otherwise over its right edge.
+/// Places the window to the right of the owner if the screen has room, otherwise over the owner's right edge.
 void HelpWindow::Place() {
   const QRect owner = owner_.frameGeometry();
   const QRect screen = owner_.screen()->availableGeometry();

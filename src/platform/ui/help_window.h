@@ -1,8 +1,13 @@
-// What F1 shows: what a page or window is for, and the keys that work there. The texts stand with the windows.
+// The help of F1: what a page or window is for, and which keys work there. The texts are beside the windows.
 
 #pragma once
 
+#include <QAction>
 #include <QDialog>
+#include <QEvent>
+#include <QObject>
+#include <QString>
+#include <QWidget>
 #include <functional>
 
 class QTextBrowser;
@@ -11,20 +16,20 @@ namespace qbx {
 
 struct HelpText {
   QString title;
-  QString html;  ///< plain paragraphs and lists; the colours are the palette's
+  QString html;  ///< plain paragraphs and lists, in the colours of the palette
 };
 
-/// A small window beside the one that it explains, which goes on working meanwhile. F1 opens it with the keyboard in it; F1 again or Esc
-/// closes it and gives the keyboard back. It goes when its owner goes.
+/// A small window beside the one that it explains, which stays usable. F1 opens it and gives it the focus; F1 again or
+/// Esc closes it and returns the focus. It is deleted with its owner.
 class HelpWindow : public QDialog {
  public:
-  /// Gives F1 to the owner.
-  /// \param text  asked each time it is shown
+  /// Makes F1 open the help in the owner.
+  /// \param text  asked each time the help is shown
   HelpWindow(QWidget& owner, std::function<HelpText()> text);
 
-  /// What F1 does, for a menu.
+  /// The action of F1, for a menu.
   [[nodiscard]] QAction& Command() { return *command_; }
-  /// Another page is shown: so is its text, when the window is open.
+  /// Another page is shown: updates the text if the window is open.
   void ShowText();
 
  protected:

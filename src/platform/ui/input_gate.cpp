@@ -1,6 +1,17 @@
 #include "platform/ui/input_gate.h"
 
-#include <QtWidgets>
+#include <QAbstractButton>
+#include <QAbstractSlider>
+#include <QApplication>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QList>
+#include <QMouseEvent>
+#include <QShortcutEvent>
+#include <QTimer>
+#include <QWidget>
+#include <QWindow>
 #include <utility>
 
 namespace qbx {
@@ -16,7 +27,7 @@ bool IsAllowed(const QWidget& widget) {
   return false;
 }
 
-/// Whether anything in a window may be used; which part of it is settled when the event reaches the widget.
+/// Whether a part of a window may be used. Which part is decided when the event reaches the widget.
 bool HoldsAllowed(QWindow& window) {
   const QWidget* top = QWidget::find(window.winId());
   if (top == nullptr) return false;
@@ -67,13 +78,15 @@ bool IsInput(const QEvent& event) {
   }
 }
 
-/// A button that is held down while its release is dropped would stay down, and click at the next release of any key.
+/// Releases a pressed button whose key release is dropped. Otherwise it would stay pressed, and click at the next
+/// release of any key.
 void LetGo(QObject* receiver) {
   if (auto* button = qobject_cast<QAbstractButton*>(receiver)) button->setDown(false);
 }
 
-/// An accelerator would hold its button down for a tenth of a second and click it then, whatever has begun by that time.
-/// \return whether it was one
+/// Qt presses a button for a tenth of a second on its accelerator and then clicks it, whatever has begun meanwhile.
+/// This clicks it at once.
+/// \return whether the event was an accelerator
 bool ClickAtOnce(QObject* receiver, QEvent* event) {
   if (event->type() != QEvent::Shortcut || static_cast<QShortcutEvent*>(event)->isAmbiguous()) return false;
   auto* button = qobject_cast<QAbstractButton*>(receiver);
@@ -84,7 +97,7 @@ bool ClickAtOnce(QObject* receiver, QEvent* event) {
 
 }  // namespace
 
-InputGate::InputGate(Answers answers) : answers_(std::move(answers)) {
+InputGate::InputGate() {
   QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -119,17 +132,17 @@ void InputGate::Hold(QTimer& timer) {
 
 bool InputGate::HoldsTimer(QObject* receiver) const {
   const QWidget* const modal = QApplication::activeModalWidget();
-  if (const auto* button = qobject_cast<QAbstractButton*>(receiver))  // one that is held down clicks again and again
+  if (const auto* button = qobject_cast<QAbstractButton*>(receiver))  // a pressed button clicks repeatedly
     return (IsClosed() && !MayReceive(receiver)) || (modal != nullptr && button->window() != modal);
   return receiver->property(kHeld).toBool() && (!Idle() || modal != nullptr);
 }
 
 void InputGate::TellIdle() {
-  if (Idle() && whenIdle_) whenIdle_();
+  if (Idle()) Q_EMIT BecameIdle();
 }
 
 bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
-  // Qt's timers go on until somebody has heard them, single shots, too; so one that is held comes again.
+  // Qt's timers, even single shots, fire again until their event is handled, so a held timer is not lost.
   if (event->type() == QEvent::Timer) return HoldsTimer(receiver);
   if (IsMouseButton(*event)) return DropMouse(receiver, event);
   if (!IsClosed() || !IsInput(*event) || MayReceive(receiver)) return ClickAtOnce(receiver, event);
@@ -152,8 +165,8 @@ bool InputGate::DropMouse(QObject* receiver, QEvent* event) {
     droppedPresses_.setFlag(button, false);
     return true;
   }
-  // The press counted. The window must hear of the release to end its hold on the mouse, and so must a scroll bar; a button, a list or
-  // a menu would take it for a command.
+  // The press was delivered. A window and a scroll bar need the release to end their mouse grab; a button, a list or a
+  // menu would take it for a command.
   if (!IsClosed() || receiver->isWindowType() || MayReceive(receiver)) return false;
   if (qobject_cast<QAbstractSlider*>(receiver) != nullptr) return false;
   LetGo(receiver);
@@ -163,12 +176,12 @@ bool InputGate::DropMouse(QObject* receiver, QEvent* event) {
 void InputGate::Dropped(QEvent* event) {
   if (event->type() == QEvent::Close || event->type() == QEvent::Quit) {
     event->ignore();
-    answers_.closeRefused();
+    Q_EMIT CloseRefused();
     return;
   }
   if (event->type() != QEvent::KeyPress) return;
   const auto* key = static_cast<QKeyEvent*>(event);
-  if (key->key() == Qt::Key_Escape && !key->isAutoRepeat()) answers_.escapePressed();
+  if (key->key() == Qt::Key_Escape && !key->isAutoRepeat()) Q_EMIT EscapePressed();
 }
 
 }  // namespace qbx

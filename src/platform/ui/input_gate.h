@@ -1,34 +1,31 @@
-// Which clicks, keys, close requests and timers count while logic is at work and lets events run.
+// Which clicks, keys, close requests and timers count while logic works and lets events run.
 
 #pragma once
 
+#include <QEvent>
 #include <QObject>
-#include <functional>
 
 class QTimer;
 class QWidget;
 
 namespace qbx {
 
-/// An event filter of the application. While closed, input meant for any widget but the allowed ones is dropped; windows keep
-/// repainting and timers keep running. The exceptions are timers that are held and the repeating of a button that is held down: what they
-/// do may need the database, which is in the middle of a statement.
+/// An event filter of the application. While it is closed, input for any widget but the allowed ones is dropped.
+/// Windows are still repainted and timers still run, except held timers and the repeating of a pressed button: their
+/// work may need the database, which is busy with a statement.
 ///
-/// The accelerator of a button clicks it at once, so that no click comes out of a timer once the gate is closed.
+/// The accelerator of a button clicks it at once, so that no timer clicks it after the gate has closed.
 ///
-/// A press that was dropped takes its release with it, also when the gate opened in between; a press that counted gets its release where
-/// a control would otherwise stay pressed, without the click it would have made.
+/// When a press was dropped, its release is dropped, too, even if the gate has opened meanwhile. When a press was
+/// delivered before the gate closed, its release is delivered only where a control would otherwise stay pressed, and
+/// without the click.
 class InputGate : public QObject {
+  Q_OBJECT
  public:
-  /// What is done about input that was dropped; both must be set.
-  struct Answers {
-    std::function<void()> closeRefused;   ///< a window was asked to close
-    std::function<void()> escapePressed;  ///< Esc was pressed in a window that may not be used
-  };
-  explicit InputGate(Answers answers);
+  InputGate();
   ~InputGate() override;
 
-  /// Closes the gate for the life of the object; nests.
+  /// The gate is closed as long as this lives; nests.
   class Closed {
    public:
     explicit Closed(InputGate& gate);
@@ -40,7 +37,7 @@ class InputGate : public QObject {
     InputGate& gate_;
   };
 
-  /// Opens it again for the life of the object, for a box that is answered while logic is at work.
+  /// The gate is open as long as this lives, for a box that is answered while logic works.
   class Opened {
    public:
     explicit Opened(InputGate& gate);
@@ -54,15 +51,21 @@ class InputGate : public QObject {
   };
 
   [[nodiscard]] bool IsClosed() const { return closed_ > 0; }
-  /// Neither events are being let run for logic nor is a box open.
+  /// Whether the gate is open and no box waits for an answer.
   [[nodiscard]] bool Idle() const { return closed_ == 0 && boxes_ == 0; }
-  /// Called whenever it becomes idle.
-  void SetWhenIdle(std::function<void()> whenIdle) { whenIdle_ = std::move(whenIdle); }
 
-  /// Lets a widget, and what it contains, be used while the gate is closed.
+  /// Lets a widget and its children be used while the gate is closed.
   static void Allow(QWidget& widget);
-  /// Lets a timer wait until it is idle and no window waits for an answer. It then fires within its interval.
+  /// Makes a timer wait until the gate is idle and no modal window is open. It then fires within its interval.
   static void Hold(QTimer& timer);
+
+ Q_SIGNALS:
+  /// A window was asked to close, and does not.
+  void CloseRefused();
+  /// Esc was pressed in a window that may not be used.
+  void EscapePressed();
+  /// See `Idle`.
+  void BecameIdle();
 
  protected:
   bool eventFilter(QObject* receiver, QEvent* event) override;
@@ -73,8 +76,6 @@ class InputGate : public QObject {
   void TellIdle();
   [[nodiscard]] bool HoldsTimer(QObject* receiver) const;
 
-  Answers answers_;
-  std::function<void()> whenIdle_ = {};
   int closed_ = 0;
   int boxes_ = 0;
   Qt::MouseButtons droppedPresses_ = Qt::NoButton;

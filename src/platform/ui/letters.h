@@ -1,4 +1,4 @@
-// Letters for Alt in captions that are not written in a form.
+// Alt letters in captions that are not in a form.
 
 #pragma once
 
@@ -6,8 +6,8 @@
 
 namespace qbx {
 
-/// A caption with the letter that moves the focus there together with Alt: the first place where the caption has it, whatever its case.
-/// A caption without it stays without a letter.
+/// A caption with "&" before its first occurrence of a letter (ignoring case), so that Alt and the letter move the
+/// focus there. A caption that lacks the letter is unchanged.
 [[nodiscard]] inline QString WithLetter(QString caption, char letter) {
   caption.replace(QLatin1Char('&'), QLatin1String("&&"));
   const qsizetype place = caption.indexOf(QLatin1Char(letter), 0, Qt::CaseInsensitive);

@@ -1,6 +1,7 @@
 #include "platform/ui/long_text.h"
 
-#include <QtWidgets>
+#include <QList>
+#include <QPlainTextEdit>
 #include <algorithm>
 
 namespace qbx {
@@ -16,7 +17,7 @@ bool HasLongLine(const QString& text) {
 }  // namespace
 
 void SetLongText(QPlainTextEdit& box, const QString& text) {
-  box.setPlainText({});  // a long line that the box holds would be broken once it wraps
+  box.setPlainText({});  // otherwise the old long line would be broken when wrapping is switched on
   box.setLineWrapMode(HasLongLine(text) ? QPlainTextEdit::NoWrap : QPlainTextEdit::WidgetWidth);
   box.setPlainText(text);
 }

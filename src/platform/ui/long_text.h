@@ -8,14 +8,14 @@ class QPlainTextEdit;
 
 namespace qbx {
 
-/// Shows a text. One with a very long line is shown unwrapped: breaking a line takes time with the square of its length, minutes for a
-/// megabyte.
+/// Shows a text. A text with a very long line is not wrapped: the time for breaking a line grows with the square of its
+/// length, and a megabyte takes minutes.
 void SetLongText(QPlainTextEdit& box, const QString& text);
 
-/// Shows a text unless the box holds it already, where the caret would be lost.
+/// Shows a text unless the box holds it already, so that the caret stays.
 void ShowText(QPlainTextEdit& box, const QString& text);
 
-/// The text of a box to the letter: blanks that do not break stay, and lines end as they do in `before`, the text that was put into it.
+/// The exact text of a box: non-breaking blanks stay, and lines end as in `before`, the text that was shown in it.
 [[nodiscard]] QString ExactText(const QPlainTextEdit& box, const QString& before);
 
 }  // namespace qbx

@@ -6,8 +6,8 @@ class QDialog;
 
 namespace qbx {
 
-/// Shows a dialog modally, and afterwards gives the keyboard back to the window that had it, also where no window manager does.
-/// \return what the dialog was closed with
+/// Shows a dialog modally and then returns the focus to the window that had it, even without a window manager.
+/// \return the result of the dialog
 int ShowModal(QDialog& dialog);
 
 }  // namespace qbx

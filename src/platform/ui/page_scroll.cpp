@@ -1,6 +1,14 @@
 #include "platform/ui/page_scroll.h"
 
-#include <QtWidgets>
+#include <QApplication>
+#include <QEvent>
+#include <QFrame>
+#include <QGuiApplication>
+#include <QLayout>
+#include <QResizeEvent>
+#include <QScrollBar>
+#include <QSize>
+#include <QWidget>
 
 namespace qbx {
 namespace {
@@ -16,7 +24,7 @@ PageScroll::PageScroll(QWidget* parent) : QScrollArea(parent) {
   connect(qApp, &QApplication::focusChanged, this, &PageScroll::ShowFocus);
 }
 
-/// The focus moves on while the page is taken apart, when this is no more than its base.
+/// The focus moves while the page is destroyed, when this object is only its base class.
 PageScroll::~PageScroll() {
   disconnect(qApp, nullptr, this, nullptr);
 }
@@ -36,7 +44,7 @@ void PageScroll::resizeEvent(QResizeEvent* event) {
   Fit();
 }
 
-// Qt's own fitting takes the preferred height of a page with wrapped labels for its smallest.
+// Qt's own fitting uses the preferred height of a page with wrapped labels as its least height.
 void PageScroll::Fit() {
   if (widget() == nullptr || widget()->layout() == nullptr) return;
   widget()->setAutoFillBackground(false);
@@ -56,7 +64,7 @@ void PageScroll::Fit() {
   ShowFocus();
 }
 
-/// Not while a button of the mouse is down: what is pressed must not move away.
+/// Does nothing while a mouse button is down: the pressed widget must not move.
 void PageScroll::ShowFocus() {
   QWidget* focus = QApplication::focusWidget();
   const bool mine = widget() != nullptr && focus != nullptr && widget()->isAncestorOf(focus);

@@ -1,13 +1,17 @@
-// A page in a window that may be too small for it.
+// Scrolling a page in a window that may be too small for it.
 
 #pragma once
 
+#include <QEvent>
+#include <QResizeEvent>
 #include <QScrollArea>
+#include <QSize>
+#include <QWidget>
 
 namespace qbx {
 
-/// The widget that it holds fills it and is squeezed as far as its layout goes; where that is not enough, it scrolls. What gets the keyboard
-/// is scrolled to.
+/// The page fills the area and shrinks as far as its layout allows; below that it scrolls. A widget that gets the focus
+/// is scrolled into view.
 class PageScroll : public QScrollArea {
  public:
   explicit PageScroll(QWidget* parent = nullptr);

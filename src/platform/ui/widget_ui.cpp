@@ -1,6 +1,15 @@
 #include "platform/ui/widget_ui.h"
 
-#include <QtWidgets>
+#include <QApplication>
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+#include <QWidget>
+#include <QWidgetList>
 
 #include "platform/ui/frmInputBox.h"
 #include "platform/ui/frmProcessing.h"
@@ -11,7 +20,8 @@
 namespace qbx {
 namespace {
 
-/// What a message box shows at most; the rest of a longer text stands under "Show Details...", so that the buttons stay on the screen.
+/// The most characters that a message box shows. The rest of a longer text is under "Show Details...", so that the
+/// buttons stay on the screen.
 constexpr int kLongestText = 3000;
 constexpr int kMostLines = 30;
 
@@ -106,7 +116,7 @@ void SetText(QMessageBox& box, const QString& text) {
 
 }  // namespace
 
-/// Around a box that waits for the user: the normal pointer and open input.
+/// Shows the normal pointer and accepts input while a box waits for the user.
 class WidgetUi::BoxOpen {
  public:
   explicit BoxOpen(WidgetUi& ui) : ui_(ui), wasBusy_(ui.busy_), opened_(*ui.gate_) { ui_.SetBusy(false); }
@@ -121,10 +131,12 @@ class WidgetUi::BoxOpen {
 };
 
 WidgetUi::WidgetUi() {
-  gate_ = std::make_unique<InputGate>(InputGate::Answers{.closeRefused = [this] { processing_->BringToFront(); },
-                                                         .escapePressed = [this] { processing_->Cancel(); }});
-  gate_->SetWhenIdle([this] { CloseWhenIdle(); });
-  processing_ = std::make_unique<frmProcessing>([this] {
+  gate_ = std::make_unique<InputGate>();
+  processing_ = std::make_unique<frmProcessing>();
+  QObject::connect(gate_.get(), &InputGate::CloseRefused, processing_.get(), &frmProcessing::BringToFront);
+  QObject::connect(gate_.get(), &InputGate::EscapePressed, processing_.get(), &frmProcessing::Cancel);
+  QObject::connect(gate_.get(), &InputGate::BecameIdle, processing_.get(), [this] { CloseWhenIdle(); });
+  QObject::connect(processing_.get(), &frmProcessing::Dismissed, processing_.get(), [this] {
     CloseStatusBox();
     SetBusy(false);
   });
@@ -147,7 +159,7 @@ MessageAnswer WidgetUi::ShowMessage(const Message& message) {
   box.setIcon(IconOf(message.icon));
   SetText(box, WithLineFeeds(message.text));
   SetButtons(box, message);
-  // The status box stands above all windows; a question must stand above it.
+  // The status box is above all windows, and a question must be above it.
   if (processing_->isVisible()) box.setWindowFlag(Qt::WindowStaysOnTopHint);
   return AnswerOf(ShowModal(box));
 }
@@ -206,7 +218,7 @@ void WidgetUi::RequestQuit() {
 void WidgetUi::CloseWhenIdle() {
   if (!closePending_ || mainWindow_ == nullptr) return;
   QTimer::singleShot(0, mainWindow_, [this] {
-    if (!closePending_ || !gate_->Idle()) return;  // while logic lets events run; it is asked again afterwards
+    if (!closePending_ || !gate_->Idle()) return;  // while logic lets events run; this is called again afterwards
     closePending_ = false;
     while (QWidget* modal = QApplication::activeModalWidget()) {
       if (!modal->close()) return;

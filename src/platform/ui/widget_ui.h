@@ -1,8 +1,9 @@
-// The user, reached through windows.
+// The user interface of windows.
 
 #pragma once
 
 #include <QPointer>
+#include <QString>
 #include <functional>
 #include <memory>
 
@@ -18,12 +19,13 @@ class frmProcessing;
 
 /// Message boxes, `frmInputBox`, the status box `frmProcessing`, the hourglass, and letting events run.
 ///
-/// While logic lets events run (PumpEvents, Pause, Wait) windows repaint, but clicks, keys and requests to close that are meant for any
-/// window but the status box are dropped, not queued; a request to close brings the status box to the front instead. A widget on which
-/// `AllowWhileWorking` was called, and what it contains, stays usable. Boxes that are opened meanwhile work as ever. Esc is Cancel of the
-/// status box, wherever the keyboard is.
+/// While logic lets events run (PumpEvents, Pause, Wait) windows are repainted, but clicks, keys and close requests for
+/// any window but the status box are dropped, not queued. A close request brings the status box to the front instead. A
+/// widget for which `AllowWhileWorking` was called stays usable with its children. Boxes that are opened meanwhile work
+/// normally. Esc is Cancel of the status box in every window.
 ///
-/// The pointer is one switch, not a count: SetBusy(false) restores it however often it was switched on. One of these at a time.
+/// The pointer is a switch, not a count: one SetBusy(false) restores it, however often it was switched on. There is one
+/// object of this class at a time.
 class WidgetUi : public UserInterface {
  public:
   WidgetUi();
@@ -42,20 +44,20 @@ class WidgetUi : public UserInterface {
   void RequestQuit() override;
   [[nodiscard]] bool QuitRequested() const override { return quitRequested_; }
 
-  /// The window that boxes belong to while no other window is active. RequestQuit closes it once events run again.
+  /// Sets the owner of boxes when no other window is active. RequestQuit closes it when events run again.
   void SetMainWindow(QWidget* window);
 
-  /// How the input box is placed: called with the box and its name before it is shown, and when it closes.
+  /// Stores where the input box was: called with the box and its name before it is shown and when it closes.
   struct WindowMemory {
     std::function<void(QWidget& window, const QString& form)> restore = {};
     std::function<void(const QWidget& window, const QString& form)> keep = {};
   };
   void SetWindowMemory(WindowMemory memory);
 
-  /// Lets a widget be used while logic lets events run, such as a button that pauses a run.
+  /// Lets a widget be used while logic lets events run, such as the button that pauses a run.
   static void AllowWhileWorking(QWidget& widget);
-  /// Lets a timer wait while logic is at work or a window waits for an answer, and fire afterwards. Whatever a timer starts that uses the
-  /// database, or changes what a command works on, has to be held.
+  /// Makes a timer wait while logic works or a modal window is open; it fires afterwards. Every timer must be held
+  /// whose work uses the database, or changes what a command works on.
   static void HoldWhileWorking(QTimer& timer);
 
  private:

@@ -1,6 +1,22 @@
 #include "printing/ui/frmReportView.h"
 
-#include <QtWidgets>
+#include <QAction>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QList>
+#include <QMenu>
+#include <QPoint>
+#include <QPushButton>
+#include <QRectF>
+#include <QScopedValueRollback>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
 
 #include "platform/ui/modal.h"
 #include "printing/ui/frmSelectPrinter.h"
@@ -15,11 +31,11 @@ namespace qbx {
 namespace {
 
 constexpr int kViewLocation = 8200;
-constexpr int kLayOutSlice = 15;  // milliseconds at a time, so that the window stays alive
-constexpr int kTouch = 60'000;    // milliseconds
+constexpr int kLayOutSlice = 15;        // milliseconds at a time, so that the window stays alive
+constexpr int kRenewInterval = 60'000;  // milliseconds
 constexpr int kMisfitsNamed = 5;
 
-/// Percentages of the zoom list, behind its two first entries.
+/// The percentages of the zoom list, after its first two entries.
 constexpr std::array kZooms = {50, 75, 100, 125, 150, 200, 300};
 constexpr int kFits = 2;
 
@@ -48,7 +64,7 @@ frmReportView::frmReportView(const ReportRun& run, const ReportViewParts& parts,
 frmReportView::~frmReportView() = default;
 
 void frmReportView::Connect() {
-  // What a click does may fail, and nothing may be thrown through the library's event loop.
+  // An action may throw, but nothing may be thrown through the library's event loop.
   const auto on = [this](auto* sender, auto signal, const std::function<void()>& action) {
     connect(sender, signal, this, [this, action] { Attempt(action); });
   };
@@ -105,7 +121,7 @@ void frmReportView::ShowView() {
   GoTo(Shown().page);
 }
 
-/// Shows the details of a group on the page; of several the user chooses one. For those who have no mouse.
+/// Shows the details of a group on the page, for users without a mouse. When there are several, the user chooses one.
 void frmReportView::ChooseDetails() {
   const ReportPage page = Pages().At(Shown().page);
   QMenu menu(this);
@@ -128,7 +144,7 @@ void frmReportView::Back() {
 TakenOut frmReportView::ShowReport() {
   layOutBegan_ = true;
   layOut_.start();
-  stayInTouch_.start(kTouch);
+  stayInTouch_.start(kRenewInterval);
   ui_->CRViewer->setFocus();
   ShowModal(*this);
   layOut_.stop();
@@ -136,7 +152,7 @@ TakenOut frmReportView::ShowReport() {
   return taken_;
 }
 
-/// Lays out a few more pages. The timer rests while something is printed, which lets events run.
+/// Lays out a few more pages. Does nothing while something is printed, because printing lets events run.
 void frmReportView::LayOutMore() {
   if (working_) return;
   const QScopedValueRollback<bool> working(working_, true);
@@ -152,8 +168,8 @@ void frmReportView::LayOutMore() {
   ShowCount();
 }
 
-/// Does what may fail. A failure is told here, since nothing may be thrown through the library's event loop.
-/// \return whether it was done
+/// Calls a function that may throw, and reports a failure here: nothing may be thrown through the library's event loop.
+/// \return whether it succeeded
 bool frmReportView::Attempt(const std::function<void()>& work) {
   QString problem;
   try {
@@ -173,14 +189,14 @@ bool frmReportView::Attempt(const std::function<void()>& work) {
   return false;
 }
 
-/// Lets whoever follows the report know that its window is still open.
+/// Asks whoever follows the report whether it may still be printed, as a sign that the window is still open.
 void frmReportView::StayInTouch() {
   if (working_) return;
   const QScopedValueRollback<bool> working(working_, true);
   if (!run_.follower.MayGoOn()) stayInTouch_.stop();
 }
 
-/// Says below the page what does not fit its place, such as an address that is too long for the window of an envelope.
+/// Reports below the page what does not fit its place, such as an address too long for the window of an envelope.
 void frmReportView::NoteMisfits() {
   const qsizetype before = misfits_.size();
   ReportPages& pages = *views_.front().pages;
@@ -226,7 +242,8 @@ void frmReportView::Zoom(int steps) {
   ui_->cmbZoom->setCurrentIndex(std::clamp(wanted, 0, static_cast<int>(kZooms.size()) - 1) + kFits);
 }
 
-/// Goes to the next page that holds the text, from the beginning again behind the last one. Pages that are not laid out yet are.
+/// Goes to the next page that holds the text; after the last page it continues with the first. Pages are laid out as
+/// needed.
 void frmReportView::Find() {
   const QString wanted = ui_->txtFind->text();
   if (wanted.isEmpty()) return ui_->txtFind->setFocus();
@@ -252,7 +269,7 @@ void frmReportView::Find() {
   ui_->CRViewer->MarkFound(std::move(places));
 }
 
-/// Runs what takes a while, with a status box that can cancel it, and keeps what it took out.
+/// Runs longer work with a status box that can cancel it, and records what was printed or saved.
 void frmReportView::Guarded(const QString& status,
                             const std::function<TakenOut(const std::function<bool()>& goesOn)>& work) {
   const QScopedValueRollback<bool> working(working_, true);
@@ -265,7 +282,7 @@ void frmReportView::Guarded(const QString& status,
       return !parts_.diagnostics.status.Cancelled();
     });
   });
-  if (!ShowsDetails()) {  // which are a part of a report, and not the whole of anything
+  if (!ShowsDetails()) {  // details are only a part of the report, so they do not count as printed or saved
     taken_.Add(taken);
     if (taken.Any()) run_.follower.TookOut(taken_);
   }
@@ -276,7 +293,7 @@ void frmReportView::Guarded(const QString& status,
   });
 }
 
-/// The letters of the report, 0 while that is not known.
+/// The number of letters of the report, 0 as long as it is unknown.
 int frmReportView::CountLetters() {
   return Pages().IsComplete() ? Pages().At(Pages().Count()).document : 0;
 }
@@ -286,7 +303,8 @@ void frmReportView::Print() {
   if (ShowsDetails()) return PrintView();
   std::optional<std::vector<Printer>> printers;
   {
-    const QScopedValueRollback<bool> working(working_, true);  // its Cancel is not that of reading rows
+    // Cancel in its box must not count as Cancel for the reading of rows.
+    const QScopedValueRollback<bool> working(working_, true);
     printers = parts_.printers.List();
   }
   if (!printers) return;
@@ -312,7 +330,8 @@ void frmReportView::PrintOn(const PrintChoice& choice) {
   bool queued = false;
   Guarded(QStringLiteral("Printing the report"), [&](const auto& goesOn) {
     TakenOut taken = PrintPages(run_, Pages(), parts_.printers, choice, goesOn);
-    queued = taken.Any() || !parts_.diagnostics.status.Cancelled();  // a part of a letter is nothing whole
+    // The printer may also have got a part of a letter, which counts as nothing.
+    queued = taken.Any() || !parts_.diagnostics.status.Cancelled();
     return taken;
   });
   if (!queued) return;

@@ -1,9 +1,13 @@
-// A report on the screen.
+// The window that shows a report.
 
 #pragma once
 
 #include <QDialog>
+#include <QKeyEvent>
+#include <QString>
+#include <QStringList>
 #include <QTimer>
+#include <QWidget>
 #include <memory>
 
 #include "database/event_log.h"
@@ -16,15 +20,15 @@ class frmReportView;
 
 namespace qbx {
 
-/// What the window works with. References only.
+/// What the window works with, by reference.
 struct ReportViewParts {
   PrintService& printers;
   EventLog& events;
   Diagnostics diagnostics;
 };
 
-/// Shows the pages of a report one at a time. The first page shows at once; the others are laid out while the user looks. A double-click on a group that
-/// hides its details shows them in place of the report, until the user goes back.
+/// Shows the pages of a report one at a time. The first page is shown at once; the others are laid out meanwhile. A
+/// double-click on a group that hides its details shows them instead of the report, until the user goes back.
 class frmReportView : public QDialog {
  public:
   frmReportView(const ReportRun& run, const ReportViewParts& parts, QWidget* parent);
@@ -34,7 +38,7 @@ class frmReportView : public QDialog {
   QString sReportFile;
   bool bLandscape = false;
   int iCopies = 1;
-  QString stPrinter;  ///< the printer that is chosen at first
+  QString stPrinter;  ///< the printer that is selected at first
 
   /// Reads the rows and lays out the first page.
   /// \throws ReportError, DatabaseError
@@ -47,10 +51,10 @@ class frmReportView : public QDialog {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  /// What is looked at: the report, or the details of a group.
+  /// What is shown: the report, or the details of a group.
   struct View {
     std::unique_ptr<ReportPages> pages;
-    QStringList group = {};  // as `DrillDown` has it; empty: the report
+    QStringList group = {};  // as in `DrillDown`; empty for the report
     int page = 1;
   };
 
@@ -81,13 +85,13 @@ class frmReportView : public QDialog {
   std::unique_ptr<Ui::frmReportView> ui_;
   ReportRun run_;
   ReportViewParts parts_;
-  std::vector<View> views_;  // the report, and the details that were opened one from the other
+  std::vector<View> views_;  // the report, and the details that were opened, each from the one before
   QTimer layOut_;
   QTimer stayInTouch_;
   bool layOutBegan_ = false;
   bool working_ = false;
   QStringList misfits_;
-  int noted_ = 0;  // pages whose misfits are named
+  int noted_ = 0;  // number of pages whose misfits were reported
   TakenOut taken_;
 };
 

@@ -1,6 +1,11 @@
 #include "printing/ui/frmSelectPrinter.h"
 
-#include <QtWidgets>
+#include <QComboBox>
+#include <QIntValidator>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QString>
+#include <QWidget>
 
 #include "platform/ui/modal.h"
 #include "printing/ui/report_help.h"
@@ -56,7 +61,7 @@ void frmSelectPrinter::ShowAbilities() {
     if (chosen >= 0)
       abilities = service_.AbilitiesOf(printers_[static_cast<size_t>(chosen)].deviceId).value_or(PrinterAbilities{});
     ui_->lblNoPrinter->setVisible(printers_.empty());
-  } catch (const PlainReportError& error) {  // it may print all the same
+  } catch (const PlainReportError& error) {  // printing may still work
     ui_->lblNoPrinter->setText(error.text);
     ui_->lblNoPrinter->show();
   }

@@ -1,8 +1,10 @@
-// Asking for printer, copies and pages.
+// The dialog for printer, copies and pages.
 
 #pragma once
 
 #include <QDialog>
+#include <QString>
+#include <QWidget>
 #include <functional>
 #include <memory>
 
@@ -17,14 +19,14 @@ namespace qbx {
 class frmSelectPrinter : public QDialog {
  public:
   /// \param printers  those of the service
-  /// \param ofUser    printer of the user's option, chosen at first
-  /// \param letters   whether the report is made of letters, of which a part can be printed
+  /// \param ofUser    printer of the user's option, selected at first
+  /// \param letters   whether the report consists of letters, of which a part can be printed
   frmSelectPrinter(PrintService& service, std::vector<Printer> printers, const QString& ofUser, bool letters,
                    QWidget* parent);
   ~frmSelectPrinter() override;
 
   int iCopies = 1;
-  int iFirstPage = 0;  ///< 0: not given
+  int iFirstPage = 0;  ///< 0 when it is not given
   int iLastPage = 0;
 
   /// Shows the dialog.
@@ -32,9 +34,9 @@ class frmSelectPrinter : public QDialog {
   [[nodiscard]] bool ShowSelectPrinter();
   /// What was chosen.
   [[nodiscard]] PrintChoice Choice() const;
-  /// For "Next 50".
+  /// Prepares "Next 50".
   /// \param last   the last letter that was printed before
-  /// \param count  asked how many letters there are; 0 while that is not known
+  /// \param count  gives the number of letters; 0 as long as it is unknown
   void SetLetters(int last, std::function<int()> count);
 
  private:

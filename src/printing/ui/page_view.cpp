@@ -1,6 +1,20 @@
 #include "printing/ui/page_view.h"
 
-#include <QtWidgets>
+#include <QColor>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPalette>
+#include <QPointF>
+#include <QRectF>
+#include <QResizeEvent>
+#include <QScrollBar>
+#include <QSize>
+#include <QSizeF>
+#include <QStringList>
+#include <QWheelEvent>
+#include <QWidget>
 
 #include "reports/page_painter.h"
 #include "reports/rich_text_slices.h"
@@ -9,7 +23,7 @@ namespace qbx {
 
 namespace {
 
-constexpr int kBorder = 16;  // pixels of the screen around the sheet
+constexpr int kBorder = 16;  // screen pixels around the sheet
 constexpr qreal kSmallest = 0.2;
 constexpr qreal kScreenDotsPerInch = 96;
 constexpr QColor kFoundColour(255, 213, 0, 110);
@@ -30,7 +44,7 @@ void PageView::SetSheet(const QSizeF& sheet) {
 void PageView::ShowPage(ReportPage page, int pages) {
   page_ = std::move(page);
   pages_ = pages;
-  // Laid out once, and not each time that it is painted.
+  // Laid out here once, not at each painting.
   for (PlacedObject& placed : page_->objects)
     if (std::holds_alternative<RichTextObject>(placed.object->what))
       placed.document = LayOutRichText(placed.text, placed.frame.width());
@@ -103,7 +117,7 @@ void PageView::resizeEvent(QResizeEvent* event) {
   FitSheet();
 }
 
-/// \return false when there was nothing left to scroll, and the page is turned
+/// \return false when the end was reached and the page is turned instead
 bool PageView::ScrollOrTurn(int by) {
   QScrollBar& bar = *verticalScrollBar();
   const bool atEnd = by > 0 ? bar.value() >= bar.maximum() : bar.value() <= bar.minimum();
@@ -147,7 +161,7 @@ void PageView::mouseMoveEvent(QMouseEvent* event) {
 
 void PageView::mouseDoubleClickEvent(QMouseEvent* event) {
   if (const DrillDown* found = DrillDownAt(event->position()))
-    Q_EMIT DrilledDown(QStringList(found->group));  // a copy: another page is shown by it
+    Q_EMIT DrilledDown(QStringList(found->group));  // a copy, because the page is replaced meanwhile
 }
 
 }  // namespace qbx

@@ -1,8 +1,18 @@
-// One page of a report on the screen.
+// One page of a report in the window.
 
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPointF>
+#include <QRectF>
+#include <QResizeEvent>
+#include <QSizeF>
+#include <QStringList>
+#include <QWheelEvent>
+#include <QWidget>
 #include <optional>
 #include <vector>
 
@@ -10,7 +20,7 @@
 
 namespace qbx {
 
-/// Shows a page on its sheet. The keyboard scrolls it; where it ends, the next page begins.
+/// Shows a page on its sheet. The keyboard scrolls it, and turns to the next page at its end.
 class PageView : public QAbstractScrollArea {
   Q_OBJECT
 
@@ -20,20 +30,20 @@ class PageView : public QAbstractScrollArea {
   explicit PageView(QWidget* parent = nullptr);
 
   void SetSheet(const QSizeF& sheet);
-  /// \param pages  as `PaintPage` takes it
+  /// \param pages  as for `PaintPage`
   void ShowPage(ReportPage page, int pages);
-  /// Marks what a search found on the page.
+  /// Marks the places that a search found on the page.
   void MarkFound(std::vector<QRectF> places);
-  /// \param scale  of Fit::kNone, 1: as on paper
+  /// \param scale  for Fit::kNone; 1 is the size on paper
   void SetZoom(Fit fit, qreal scale = 1);
   [[nodiscard]] qreal Scale() const { return scale_; }
 
  Q_SIGNALS:
-  /// The user goes on beyond the page. \param by  1: to the next one, -1: back
+  /// The user scrolled beyond the page. \param by  1 for the next page, -1 for the previous one
   void Turned(int by);
-  /// Ctrl and the wheel. \param steps  above 0: larger
+  /// Ctrl and the wheel. \param steps  above 0 for a larger view
   void Zoomed(int steps);
-  /// A double-click on a group that hides its details. \param group  as `DrillDown` has it
+  /// A double-click on a group that hides its details. \param group  as in `DrillDown`
   void DrilledDown(const QStringList& group);
 
  protected:
@@ -47,13 +57,13 @@ class PageView : public QAbstractScrollArea {
  private:
   void FitSheet();
   [[nodiscard]] QRectF SheetOnScreen() const;
-  /// Pixels of the screen a unit of the page.
+  /// Screen pixels per unit of the page.
   [[nodiscard]] qreal UnitsOnScreen() const;
   bool ScrollOrTurn(int by);
-  /// The group that hides its details at a place of the viewport; null: none.
+  /// The group that hides its details at a place of the viewport; null for none.
   [[nodiscard]] const DrillDown* DrillDownAt(const QPointF& place) const;
 
-  QSizeF sheet_;  // at its full size on the screen
+  QSizeF sheet_;  // in full size on the screen
   std::optional<ReportPage> page_;
   int pages_ = 0;
   std::vector<QRectF> found_;

@@ -1,5 +1,7 @@
 #include "printing/ui/report_help.h"
 
+#include <QString>
+
 namespace qbx {
 namespace {
 

@@ -1,4 +1,4 @@
-// What F1 says in the window of a report and in the dialog of its Print.
+// The F1 help of the report window and of its Print dialog.
 
 #pragma once
 

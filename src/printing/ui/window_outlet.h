@@ -2,12 +2,14 @@
 
 #pragma once
 
+#include <QWidget>
+
 #include "printing/ui/frmReportView.h"
 #include "settings/ui/window_layout.h"
 
 namespace qbx {
 
-/// Shows a report in `frmReportView`, which remembers where it stood.
+/// Shows a report in `frmReportView`.
 class WindowOutlet final : public ReportOutlet {
  public:
   WindowOutlet(Printers& printers, EventLog& events, const Diagnostics& diagnostics, WindowLayout& layout,
@@ -18,7 +20,7 @@ class WindowOutlet final : public ReportOutlet {
         parent_(parent) {}
 
   TakenOut Preview(const ReportRun& run) override;
-  /// Prints on the user's printer for reports, or on the system's default, or on that which the dialog names.
+  /// Prints on the user's printer for reports, else on the system's default, or on the one chosen in the dialog.
   TakenOut Print(const ReportRun& run, bool prompt) override;
 
  private:

@@ -1,6 +1,12 @@
 #include "settings/ui/window_layout.h"
 
-#include <QtWidgets>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QPoint>
+#include <QRect>
+#include <QScreen>
+#include <QSize>
+#include <QWidget>
 #include <algorithm>
 
 namespace qbx {
@@ -13,8 +19,9 @@ const QScreen* ScreenAt(const QPoint& point) {
   return screen != nullptr ? screen : QGuiApplication::primaryScreen();
 }
 
-/// The position moved and cut so that all of it lies on a screen; the screen is the one that holds its centre, otherwise the first.
-/// Its corner is that of the frame and its size that of the inside, as a window takes them: so none moves or grows from run to run.
+/// The position, moved and cut so that all of it lies on one screen: the one that holds its centre, otherwise the
+/// first. As Qt takes them, the corner is that of the frame and the size is without the frame, so the window neither
+/// moves nor grows from run to run.
 QRect OntoScreen(const QRect& wanted) {
   const QScreen* screen = ScreenAt(wanted.center());
   if (screen == nullptr) return wanted;
@@ -28,7 +35,7 @@ QRect OntoScreen(const QRect& wanted) {
 }  // namespace
 
 void WindowLayout::RestoreWindow(QWidget& window, const QString& form) {
-  // A small screen, or a large scale, goes before what a window would like to have.
+  // On a small screen, or at a large scale, the screen's size limits the window's minimum size.
   if (const QScreen* screen = ScreenAt({})) {
     const QSize room = screen->availableSize();
     window.setMinimumSize(window.minimumSize().boundedTo(room));

@@ -1,4 +1,4 @@
-// Where windows and the columns of their lists stand, kept for each user.
+// Positions of windows and columns of their lists, kept for each user.
 
 #pragma once
 
@@ -11,18 +11,19 @@ class QWidget;
 
 namespace qbx {
 
-/// Moves the values between widgets and the registry. No method throws; what cannot be read leaves the widget as it was designed.
+/// Stores and restores layouts in the registry. No method throws. When a layout cannot be read the widget stays as
+/// designed.
 class WindowLayout {
  public:
   explicit WindowLayout(RegistryValues& registry) : registry_(registry) {}
 
-  /// Places a window where this user left it, moved onto a screen that exists. To be called before it is shown.
+  /// Moves a window to where this user left it, on a screen that exists. To be called before the window is shown.
   /// \param form  the window's name, such as "frmMain"
   void RestoreWindow(QWidget& window, const QString& form);
-  /// Remembers where it stands; a minimised or maximised window is not remembered.
+  /// Stores where the window is, unless it is minimised or maximised.
   void SaveWindow(const QWidget& window, const QString& form);
 
-  /// Order and widths of the columns of a list.
+  /// Restores the order and widths of a list's columns.
   void RestoreColumns(QHeaderView& header, const QString& list);
   void SaveColumns(const QHeaderView& header, const QString& list);
 

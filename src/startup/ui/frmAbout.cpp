@@ -1,10 +1,17 @@
 #include "startup/ui/frmAbout.h"
 
-#include <QtWidgets>
+#include <QEvent>
+#include <QFont>
+#include <QKeyEvent>
+#include <QObject>
+#include <QPushButton>
+#include <QSize>
+#include <QString>
+#include <QWidget>
 
 #include "database/database_service.h"
+#include "platform/ui/drawn_icon.h"
 #include "platform/ui/help_window.h"
-#include "platform/ui/look.h"
 #include "platform/ui/modal.h"
 #include "settings/ui/window_layout.h"
 #include "startup/application.h"
@@ -55,7 +62,7 @@ void frmAbout::ShowSplash() {
   setAttribute(Qt::WA_ShowWithoutActivating);
   adjustSize();
   show();
-  // Start-up goes on at once without letting many events run, so the splash has to be on the screen by then.
+  // Start-up continues almost without letting events run, so the splash is painted now.
   repaint();
   app_.ui.PumpEvents();
 }

@@ -1,8 +1,11 @@
-// The about box, which is the splash while the program starts.
+// The about box, which is also the splash of the start.
 
 #pragma once
 
 #include <QDialog>
+#include <QEvent>
+#include <QObject>
+#include <QWidget>
 #include <memory>
 
 namespace Ui {
@@ -14,15 +17,17 @@ namespace qbx {
 class Application;
 class WindowLayout;
 
-/// Version, computer, database and server. A double-click on the server's line (or Enter on it) tells about the database service.
+/// Shows version, computer, database and server. A double-click or Enter on the server's line shows the database
+/// service.
 class frmAbout : public QDialog {
  public:
   explicit frmAbout(Application& app, QWidget* parent = nullptr);
   ~frmAbout() override;
 
-  /// Shows it without a frame or buttons until it is deleted; only what is known so early is shown. It never takes the keyboard.
+  /// Shows the box without frame and buttons until it is deleted, with what is known so early. It never takes the
+  /// focus.
   void ShowSplash();
-  /// Shows the connection modally; returns when it is closed.
+  /// Shows the box modally, with the connection; returns when it is closed.
   void ShowForm(WindowLayout& layout);
 
  protected:

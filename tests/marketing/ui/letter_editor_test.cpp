@@ -20,7 +20,7 @@ class LetterEditorTest : public testing::Test {
     auto* layout = new QVBoxLayout(&window_);
     for (QWidget* widget : std::initializer_list<QWidget*>{&editor_, &behind_})
       layout->addWidget(widget);
-    editor_.OnEdited([this] { ++edits_; });
+    QObject::connect(&editor_, &LetterEditor::Edited, [this] { ++edits_; });
     window_.show();
     QApplication::setActiveWindow(&window_);
     Box().setFocus();
