@@ -1,15 +1,16 @@
-# Writes OUTPUT, a C++ file that holds every .sql file below schema, procedures and upgrades of SOURCE as text. Run as a script.
+# Writes OUTPUT, a C++ file that holds every .sql file below schema, procedures and upgrades of SOURCE as text. Run as a
+# script.
 #
-# A line "-- @include NAME" is replaced by fragments/NAME.sql without the comment at its top, indented as that line is. Fragments may include
-# others. It writes SCRIPT, too: the same database for SQL Server (see server_script.cmake).
+# A line "-- @include NAME" is replaced by fragments/NAME.sql without the comment at its top, indented as that line is.
+# Fragments may include others. It writes SCRIPT, too: the same database for SQL Server (see server_script.cmake).
 
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/refuse_unrecorded.cmake)
 include(${CMAKE_CURRENT_LIST_DIR}/server_script.cmake)
 set(most_includes 200)
 
-# Puts the fragments into the text of a file; those of `first`, a folder, before others of the same name. Brackets and semicolons are why the text is never
-# a list here.
+# Puts the fragments into the text of a file; those of `first`, a folder, before others of the same name. Brackets and
+# semicolons are why the text is never a list here.
 function(put_fragments_in file text_variable first)
   set(text "${${text_variable}}")
   foreach(round RANGE ${most_includes})

@@ -1,7 +1,9 @@
-# Makes the script that installs the host database on SQL Server, and brings an older one up to date. Used by embed_sql.cmake.
+# Makes the script that installs the host database on SQL Server, and brings an older one up to date. Used by
+# embed_sql.cmake.
 #
-# Tables, views and procedures come from the files of the embedded database, in which a few words are replaced (docs/host-database.md lists them). What
-# the two dialects cannot say alike stands below sqlserver/. The name and the parameters of a procedure always come from procedures/.
+# Tables, views and procedures come from the files of the embedded database, in which a few words are replaced
+# (docs/host-database.md lists them). What the two dialects cannot say alike stands below sqlserver/. The name and the
+# parameters of a procedure always come from procedures/.
 
 # The number that the tables had when there was first a script for SQL Server. Later upgrades are there for both.
 set(first_server_number 6)
@@ -30,7 +32,8 @@ function(replace_words text_variable)
   set(${text_variable} "${text}" PARENT_SCOPE)
 endfunction()
 
-# Adds a batch to a part of the script. One that follows a failed one does nothing: an error rolls back the transaction of all.
+# Adds a batch to a part of the script. One that follows a failed one does nothing: an error rolls back the transaction
+# of all.
 function(add_batch part text)
   string(STRIP "${text}" text)
   set_property(GLOBAL APPEND_STRING PROPERTY server_${part} "${text}\nGO\nIF @@TRANCOUNT = 0 SET NOEXEC ON\nGO\n")
@@ -42,7 +45,8 @@ function(add_object kind letters name text)
   add_batch(${kind} "${text}")
 endfunction()
 
-# The body of a procedure. Several changes are one transaction, and the rows that it returns come behind it, so that nobody who reads them slowly holds it up.
+# The body of a procedure. Several changes are one transaction, and the rows that it returns come behind it, so that
+# nobody who reads them slowly holds it up.
 function(wrap_body text_variable)
   string(STRIP "${${text_variable}}" text)
   string(REGEX MATCHALL "\n *(INSERT INTO [^@]|UPDATE |DELETE FROM )" changes "\n${text}")
@@ -157,7 +161,8 @@ function(add_upgrades newest)
   endwhile()
 endfunction()
 
-# The script, in which the number and the fingerprint of the set of objects still stand as @OBJECTS_SET@ and @OBJECTS_FINGERPRINT@.
+# The script, in which the number and the fingerprint of the set of objects still stand as @OBJECTS_SET@ and
+# @OBJECTS_FINGERPRINT@.
 # \param schema   the text of schema/ without its indexes of large tables
 # \param newest   the number of the last upgrade
 function(make_server_script schema newest script_variable)

@@ -1,5 +1,5 @@
--- A condition on a row of [Campaign Results]: what the send journal is about to hold of its message may be noted. "Sending" may be while the message is
--- due, was not begun, and nothing is against it.
+-- A condition on a row of [Campaign Results]: what the send journal is about to hold of its message may be noted.
+-- "Sending" may be while the message is due, was not begun, and nothing is against it.
 AND (@State <> 0
      OR (Processed = 0
          AND CASE @Channel WHEN 1 THEN Send_SMS WHEN 2 THEN Send_Email ELSE Send_Letter END = 1

@@ -1,4 +1,5 @@
--- The role that a login of the program needs, and no more: on each table the statements that the program itself sends, and every procedure.
+-- The role that a login of the program needs, and no more: on each table the statements that the program itself sends,
+-- and every procedure.
 IF DATABASE_PRINCIPAL_ID(N'Marketing_Program') IS NULL EXEC (N'CREATE ROLE Marketing_Program')
 GRANT SELECT ON [Campaign Results] TO Marketing_Program
 GRANT UPDATE ON [Campaign Results] TO Marketing_Program

@@ -1,5 +1,5 @@
-// Reads the batches of a script for SQL Server as T-SQL and says which ones are no such thing. The parser takes minutes for the selections, so what
-// was read once is remembered by its fingerprint in CHECKED and not read again.
+// Reads the batches of a script for SQL Server as T-SQL and says which ones are no such thing. The parser takes minutes
+// for the selections, so what was read once is remembered by its fingerprint in CHECKED and not read again.
 //
 //   node check_syntax.mjs SCRIPT CHECKED [--record]     --record: write CHECKED anew
 

@@ -14,8 +14,9 @@ class Server;
 namespace qbx::test {
 
 /// Gives sessions of an engine: its own, or, where the environment has QBX_TEST_WIRE, sessions over ODBC with the small
-/// server in front of it, so that the same tests run through the wire. By hand, with QBX_TEST_SERVER="server,port database login password", it is a
-/// SQL Server, in whose database the script was run and which every test empties first.
+/// server in front of it, so that the same tests run through the wire. By hand, with QBX_TEST_SERVER="server,port
+/// database login password", it is a SQL Server, in whose database the script was run and which every test empties
+/// first.
 class ServerUnderTest {
  public:
   /// \param engine  outlives this

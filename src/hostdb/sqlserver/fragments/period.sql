@@ -1,5 +1,5 @@
--- A table of a WITH clause: the days between @FromDate and @ToDate, both included. The dates are text yyyy-mm-dd and may come in either
--- order or be empty (no bound on that side).
+-- A table of a WITH clause: the days between @FromDate and @ToDate, both included. The dates are text yyyy-mm-dd and
+-- may come in either order or be empty (no bound on that side).
 Period (FirstDay, DayAfter) AS (
   SELECT
     CONVERT(datetime, CASE WHEN ltrim(rtrim(@FromDate)) = '' THEN '1753-01-01'

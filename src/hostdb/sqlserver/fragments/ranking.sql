@@ -1,5 +1,5 @@
--- A table of a WITH clause, behind the period: the top or bottom spenders among those who may be contacted, @Criteria customers from place
--- @CriteriaStart on, by what was invoiced in the period; ties by customer key.
+-- A table of a WITH clause, behind the period: the top or bottom spenders among those who may be contacted, @Criteria
+-- customers from place @CriteriaStart on, by what was invoiced in the period; ties by customer key.
 Ranked (Customer, Position) AS (
   SELECT Customer, Position
   FROM (

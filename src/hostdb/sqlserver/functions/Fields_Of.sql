@@ -1,5 +1,6 @@
--- Takes records apart, "{4711|1|~n|}": Record from 1, Field from 0, Value with "~n" as NULL. What stands between two records is passed over.
--- A piece of the text is looked at, at a time, since every look into a long text costs its length. No field has 2000 characters.
+-- Takes records apart, "{4711|1|~n|}": Record from 1, Field from 0, Value with "~n" as NULL. What stands between two
+-- records is passed over. A piece of the text is looked at, at a time, since every look into a long text costs its
+-- length. No field has 2000 characters.
 CREATE FUNCTION Fields_Of (@Rows nvarchar(max))
 RETURNS @Fields TABLE (Record int NOT NULL, Field int NOT NULL, Value nvarchar(2000) NULL)
 AS
