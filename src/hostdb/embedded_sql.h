@@ -19,9 +19,13 @@ inline constexpr std::string_view kIndexFile = "indexes";
 [[nodiscard]] std::span<const EmbeddedSql> ProcedureFiles();
 [[nodiscard]] std::span<const EmbeddedSql> UpgradeFiles();
 
-/// Stands for the texts of every schema and procedure file: another text of any of them is another fingerprint.
+/// Stands for the texts of every schema and procedure file and of the script for SQL Server: another text of any of
+/// them is another fingerprint.
 [[nodiscard]] const char* ObjectsFingerprint();
 /// The number of this set of texts: those of a later program have a higher one.
 [[nodiscard]] int ObjectsSet();
+
+/// The script for SQL Server that is made of the same files.
+[[nodiscard]] const char* EmbeddedServerScript();
 
 }  // namespace qbx

@@ -19,11 +19,10 @@ function(refuse_changed_upgrades files)
   endforeach()
 endfunction()
 
-# Stops the build when the tables changed and no upgrade says how old ones follow. Views and triggers are renewed by themselves.
-function(refuse_tables_without_upgrade schema newest newest_file)
-  set(tables "${schema}")
+# Takes comments and triggers out of the text of schema/.
+function(strip_triggers text_variable)
+  set(tables "${${text_variable}}")
   string(REGEX REPLACE "--[^\n]*" "" tables "${tables}")
-  string(REGEX REPLACE "CREATE VIEW[^;]*;" "" tables "${tables}")
   string(FIND "${tables}" "CREATE TRIGGER" start)
   while(start GREATER_EQUAL 0)
     string(SUBSTRING "${tables}" 0 ${start} before)
@@ -37,6 +36,14 @@ function(refuse_tables_without_upgrade schema newest newest_file)
     set(tables "${before}${behind}")
     string(FIND "${tables}" "CREATE TRIGGER" start)
   endwhile()
+  set(${text_variable} "${tables}" PARENT_SCOPE)
+endfunction()
+
+# Stops the build when the tables changed and no upgrade says how old ones follow. Views and triggers are renewed by themselves.
+function(refuse_tables_without_upgrade schema newest newest_file)
+  set(tables "${schema}")
+  strip_triggers(tables)
+  string(REGEX REPLACE "CREATE VIEW[^;]*;" "" tables "${tables}")
   string(REGEX REPLACE "[ \n]+" " " tables "${tables}")
   string(SHA1 fingerprint "${tables}")
 

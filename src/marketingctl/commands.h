@@ -8,6 +8,7 @@ namespace qbx::ctl {
 
 void AddSampleCommand(Runner& runner);
 void AddInitCommand(Runner& runner);
+void AddServerCommand(Runner& runner);
 void AddStatusCommand(Runner& runner);
 void AddConnectCommand(Runner& runner);
 void AddOptionsCommand(Runner& runner);

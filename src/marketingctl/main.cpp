@@ -42,6 +42,7 @@ int main(int argc, char** argv) {
   qbx::ctl::Runner runner(root);
   qbx::ctl::AddSampleCommand(runner);
   qbx::ctl::AddInitCommand(runner);
+  qbx::ctl::AddServerCommand(runner);
   qbx::ctl::AddStatusCommand(runner);
   qbx::ctl::AddConnectCommand(runner);
   qbx::ctl::AddOptionsCommand(runner);

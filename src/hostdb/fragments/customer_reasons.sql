@@ -1,14 +1,14 @@
--- In a CASE: why the customer c is not selected, the first reason in the order of the filters. The numbers are explained in
--- proc_sel_Left_Out.
-WHEN (
+-- In a CASE: why the customer c is not selected, the first reason in the order of the filters. The numbers are
+-- explained in proc_sel_Left_Out.
+WHEN CASE WHEN (
   -- @include not_opted_out
-) IS NOT TRUE THEN -1
-WHEN (
+) THEN 1 ELSE 0 END = 0 THEN -1
+WHEN CASE WHEN (
   -- @include marketing_wanted
-) IS NOT TRUE THEN 0
-WHEN (
+) THEN 1 ELSE 0 END = 0 THEN 0
+WHEN CASE WHEN (
   -- @include customer_type
-) IS NOT TRUE THEN 1
-WHEN (
+) THEN 1 ELSE 0 END = 0 THEN 1
+WHEN CASE WHEN (
   -- @include enquiry_source
-) IS NOT TRUE THEN 2
+) THEN 1 ELSE 0 END = 0 THEN 2

@@ -1,5 +1,6 @@
 -- A condition on the customer c: the type. 0 is, 1 is not; an empty value means "none given".
 CASE WHEN @UseCustType = 0 THEN 1
-  WHEN @WhenCustType = 0 THEN ifnull(c.Cust_Type, '') = @ValueCustType COLLATE NOCASE
-  WHEN @WhenCustType = 1 THEN ifnull(c.Cust_Type, '') <> @ValueCustType COLLATE NOCASE
-  ELSE 1 END
+  WHEN @WhenCustType = 0 AND ifnull(c.Cust_Type, '') = @ValueCustType COLLATE NOCASE THEN 1
+  WHEN @WhenCustType = 1 AND ifnull(c.Cust_Type, '') <> @ValueCustType COLLATE NOCASE THEN 1
+  WHEN @WhenCustType IN (0, 1) THEN 0
+  ELSE 1 END = 1

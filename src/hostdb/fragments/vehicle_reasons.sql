@@ -1,10 +1,10 @@
 -- In a CASE, behind the reasons of the customer: why the vehicle or engine v is not selected.
-WHEN (
+WHEN CASE WHEN (
   -- @include mileage
-) IS NOT TRUE THEN 3
-WHEN (
+) THEN 1 ELSE 0 END = 0 THEN 3
+WHEN CASE WHEN (
   -- @include year
-) IS NOT TRUE THEN 4
-WHEN (
+) THEN 1 ELSE 0 END = 0 THEN 4
+WHEN CASE WHEN (
   -- @include model
-) IS NOT TRUE THEN 5
+) THEN 1 ELSE 0 END = 0 THEN 5

@@ -9,5 +9,6 @@ CROSS JOIN Marketing_Customers c ON c.Customer = v.Customer
 WHERE @Top <> 1 AND @Bottom <> 1
   -- @include make_filter
   AND CASE WHEN @Recall_ID = 0 THEN 1
-    ELSE v.Recall_Date >= (SELECT FirstDay FROM Period) AND v.Recall_Date < (SELECT DayAfter FROM Period) END
+    WHEN v.Recall_Date >= (SELECT FirstDay FROM Period) AND v.Recall_Date < (SELECT DayAfter FROM Period) THEN 1
+    ELSE 0 END = 1
   -- @include lapsed_or_recent

@@ -13,13 +13,7 @@ AS
 INSERT INTO Send_Journal (RecordID, Channel, State, CampaignID, UserID, Changed, Reason)
 SELECT RecordID, @Channel, @State, CampaignID, @UserID, GetDate(), @Reason
 FROM [Campaign Results] WHERE RecordID = @RecordID AND CampaignID = @CampaignID
-  AND (@State <> 0
-       OR (Processed = 0
-           AND CASE @Channel WHEN 1 THEN Send_SMS WHEN 2 THEN Send_Email ELSE Send_Letter END = 1
-           AND NOT EXISTS (SELECT 1 FROM Send_Journal j WHERE j.RecordID = @RecordID AND j.Channel = @Channel
-                           AND (j.State = 1 OR (j.State = 0 AND @Channel <> 3)))
-           AND EXISTS (SELECT 1 FROM Send_Refusals f
-                       WHERE f.RecordID = @RecordID AND CASE @Channel WHEN 1 THEN f.SMS_Refusal WHEN 2 THEN f.Email_Refusal ELSE f.Letter_Refusal END = 0)))
+  -- @include may_be_noted
 ON CONFLICT (RecordID, Channel) DO UPDATE SET
   State = excluded.State, CampaignID = excluded.CampaignID, UserID = excluded.UserID, Changed = excluded.Changed,
   Reason = excluded.Reason

@@ -42,15 +42,15 @@ SELECT
   c.Title,
   c.Firstname,
   c.Lastname,
-  CASE WHEN trim(ifnull(c.Company, '')) <> '' THEN trim(c.Company) || char(13) ELSE '' END
+  CASE WHEN ltrim(rtrim(ifnull(c.Company, ''))) <> '' THEN ltrim(rtrim(c.Company)) || char(13) ELSE '' END
     || ifnull(c.Address, '')
-    || CASE WHEN trim(ifnull(c.Postcode, '')) <> '' THEN char(13) || trim(c.Postcode) ELSE '' END AS Address,
+    || CASE WHEN ltrim(rtrim(ifnull(c.Postcode, ''))) <> '' THEN char(13) || ltrim(rtrim(c.Postcode)) ELSE '' END AS Address,
   c.Telephone,
   CASE
-    WHEN trim(ifnull(c.Contact, '')) <> '' THEN trim(c.Contact)
-    WHEN trim(ifnull(c.Lastname, '')) = '' THEN trim(ifnull(c.Firstname, ''))
-    WHEN trim(ifnull(c.Title, '')) <> '' THEN trim(c.Title) || ' ' || trim(c.Lastname)
-    ELSE trim(ifnull(c.Firstname, '') || ' ' || trim(c.Lastname))
+    WHEN ltrim(rtrim(ifnull(c.Contact, ''))) <> '' THEN ltrim(rtrim(c.Contact))
+    WHEN ltrim(rtrim(ifnull(c.Lastname, ''))) = '' THEN ltrim(rtrim(ifnull(c.Firstname, '')))
+    WHEN ltrim(rtrim(ifnull(c.Title, ''))) <> '' THEN ltrim(rtrim(c.Title)) || ' ' || ltrim(rtrim(c.Lastname))
+    ELSE ltrim(rtrim(ifnull(c.Firstname, '') || ' ' || ltrim(rtrim(c.Lastname))))
   END AS Contact,
   c.Mobile,
   c.Email,

@@ -13,10 +13,43 @@ QString NameOf(const tds::Server& server) {
   return QStringLiteral("127.0.0.1,%1").arg(server.Port());
 }
 
+/// A statement may first have to be compiled.
+constexpr int kSeconds = 120;
+
+/// Leaves of a database what the script for SQL Server makes, but for its last keys.
+void EmptyDatabase(Session& session) {
+  static constexpr const char* kTables[] = {"[Campaign Results]",
+                                            "Send_Journal",
+                                            "Campaign_Results_Counters",
+                                            "Campaign_Claims",
+                                            "Customers",
+                                            "Customer_Types",
+                                            "Enquiry_Sources",
+                                            "Makes",
+                                            "Vehicles",
+                                            "Engines",
+                                            "Services",
+                                            "Letters",
+                                            "SMS",
+                                            "Emails",
+                                            "_Log",
+                                            "_Marketing_Log",
+                                            "Marketing_Campaigns_History",
+                                            "Marketing_Campaigns",
+                                            "_OptionsUser",
+                                            "_Options"};
+  for (const char* table : kTables)
+    session.Execute(QStringLiteral("DELETE FROM ") + QLatin1String(table));
+  session.Execute(QStringLiteral("UPDATE _Keys SET Last_Value = CASE Key_Name WHEN 'TEMP' THEN 0 ELSE 1000 END"));
+  session.Execute(QStringLiteral("INSERT INTO _Options (Options_Company) VALUES ('A')"));
+}
+
 }  // namespace
 
 ServerUnderTest::ServerUnderTest(EmbeddedEngine& engine)
-    : engine_(engine), server_(IsWire() ? std::make_unique<tds::Server>(engine) : nullptr) {}
+    : engine_(engine), server_(IsWire() ? std::make_unique<tds::Server>(engine) : nullptr) {
+  if (!server_ && IsSqlServer()) EmptyDatabase(*Connect({}, {}, kSeconds));
+}
 
 ServerUnderTest::~ServerUnderTest() = default;
 
@@ -24,7 +57,18 @@ bool ServerUnderTest::IsWire() {
   return qEnvironmentVariableIsSet("QBX_TEST_WIRE");
 }
 
+bool ServerUnderTest::IsSqlServer() {
+  return qEnvironmentVariableIsSet("QBX_TEST_SERVER");
+}
+
 std::unique_ptr<Session> ServerUnderTest::Connect(const ConnectionTarget& target, const Login& login, int seconds) {
+  if (!server_ && IsSqlServer()) {
+    const QStringList parts = qEnvironmentVariable("QBX_TEST_SERVER").split(u' ');
+    std::unique_ptr<Session> session = driver_.Connect({.server = parts.value(0), .database = parts.value(1)},
+                                                       {parts.value(2), parts.value(3)}, kSeconds);
+    session->SetCommandTimeout(kSeconds);
+    return session;
+  }
   if (!server_) return engine_.Connect(target, login, seconds);
   std::unique_ptr<Session> session =
       driver_.Connect({.server = NameOf(*server_), .database = target.database}, login, seconds);

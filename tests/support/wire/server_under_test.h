@@ -14,7 +14,9 @@ class Server;
 namespace qbx::test {
 
 /// Gives sessions of an engine: its own, or, where the environment has QBX_TEST_WIRE, sessions over ODBC with the small
-/// server in front of it, so that the same tests run through the wire.
+/// server in front of it, so that the same tests run through the wire. By hand, with QBX_TEST_SERVER="server,port
+/// database login password", it is a SQL Server, in whose database the script was run and which every test empties
+/// first.
 class ServerUnderTest {
  public:
   /// \param engine  outlives this
@@ -22,6 +24,7 @@ class ServerUnderTest {
   ~ServerUnderTest();
 
   [[nodiscard]] static bool IsWire();
+  [[nodiscard]] static bool IsSqlServer();
 
   [[nodiscard]] std::unique_ptr<Session> Connect(const ConnectionTarget& target, const Login& login, int seconds);
   /// `Connect` as a Connection takes it; this must outlive it.

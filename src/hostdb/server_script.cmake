@@ -1,0 +1,191 @@
+# Makes the script that installs the host database on SQL Server, and brings an older one up to date. Used by
+# embed_sql.cmake.
+#
+# Tables, views and procedures come from the files of the embedded database, in which a few words are replaced
+# (docs/host-database.md lists them). What the two dialects cannot say alike stands below sqlserver/. The name and the
+# parameters of a procedure always come from procedures/.
+
+# The number that the tables had when there was first a script for SQL Server. Later upgrades are there for both.
+set(first_server_number 6)
+# What only the embedded database has, or the script makes in another way.
+set(embedded_only _Installed _Procedures _Database_Status _Version Campaign_Results_States)
+# Giving rows back their keys needs more than the right to insert.
+set(as_owner proc_addp_Results_Rows_Back)
+
+function(replace_words text_variable)
+  set(text "${${text_variable}}")
+  # Keys are looked up in a table that is filled once.
+  if(text MATCHES "json_each\\('\\[' \\|\\| (@[A-Za-z]+) \\|\\| '\\]'\\)")
+    string(REPLACE "${CMAKE_MATCH_0}" "@Keys" text "${text}")
+    set(text "DECLARE @Keys TABLE (value int NOT NULL PRIMARY KEY);\nINSERT INTO @Keys (value) SELECT value FROM dbo.Keys_Of(${CMAKE_MATCH_1});${text}")
+  endif()
+  string(REGEX REPLACE "SELECT RaiseError\\(50000, ([^\n]*)\\)\nWHERE ([^;]*);"
+    "IF \\2\nBEGIN\n  DECLARE @Refusal nvarchar(2048) = \\1;\n  THROW 50000, @Refusal, 1;\nEND;" text "${text}")
+  foreach(pair "||=+" " COLLATE NOCASE=" "CROSS JOIN=JOIN" "WITH RECURSIVE=WITH" "ifnull(=isnull(" "last_insert_rowid()=CAST(SCOPE_IDENTITY() AS int)"
+      "integer PRIMARY KEY AUTOINCREMENT=int IDENTITY(1, 1) NOT NULL PRIMARY KEY" "integer PRIMARY KEY=int NOT NULL PRIMARY KEY" " ntext= nvarchar(max)"
+      " ON CONFLICT REPLACE=" ") WITHOUT ROWID=)")
+    string(REGEX MATCH "^(.*)=(.*)$" parts "${pair}")
+    string(REPLACE "${CMAKE_MATCH_1}" "${CMAKE_MATCH_2}" text "${text}")
+  endforeach()
+  # A line that begins with this word is a command of its own to FreeTDS' tsql.
+  string(REGEX REPLACE "\n( *)Version " "\n\\1[Version] " text "${text}")
+  set(${text_variable} "${text}" PARENT_SCOPE)
+endfunction()
+
+# Adds a batch to a part of the script. One that follows a failed one does nothing: an error rolls back the transaction
+# of all.
+function(add_batch part text)
+  string(STRIP "${text}" text)
+  set_property(GLOBAL APPEND_STRING PROPERTY server_${part} "${text}\nGO\nIF @@TRANCOUNT = 0 SET NOEXEC ON\nGO\n")
+endfunction()
+
+# Adds what makes an object anew: it is dropped first, before anything that it stands on.
+function(add_object kind letters name text)
+  add_batch(drop_${kind} "IF OBJECT_ID(N'dbo.${name}', N'${letters}') IS NOT NULL DROP ${kind} ${name}")
+  add_batch(${kind} "${text}")
+endfunction()
+
+# The body of a procedure. Several changes are one transaction, and the rows that it returns come behind it, so that
+# nobody who reads them slowly holds it up.
+function(wrap_body text_variable)
+  string(STRIP "${${text_variable}}" text)
+  string(REGEX MATCHALL "\n *(INSERT INTO [^@]|UPDATE |DELETE FROM )" changes "\n${text}")
+  list(LENGTH changes count)
+  if(count LESS 2)
+    set(${text_variable} "SET NOCOUNT ON;\n${text}" PARENT_SCOPE)
+    return()
+  endif()
+  string(LENGTH "${text}" length)
+  math(EXPR length "${length} - 1")
+  string(SUBSTRING "${text}" 0 ${length} without_end)
+  string(FIND "${without_end}" ";" end REVERSE)
+  math(EXPR end "${end} + 1")
+  string(SUBSTRING "${text}" 0 ${end} changing)
+  string(SUBSTRING "${text}" ${end} -1 last)
+  if(NOT last MATCHES "^(\n|-- [^\n]*\n)*SELECT ")
+    set(changing "${text}")
+    set(last "")
+  endif()
+  set(${text_variable} "SET NOCOUNT ON;\nSET XACT_ABORT ON;\nBEGIN TRANSACTION;\n${changing}\nCOMMIT TRANSACTION;${last}" PARENT_SCOPE)
+endfunction()
+
+function(add_procedures)
+  file(GLOB files ${SOURCE}/procedures/*.sql)
+  list(SORT files)
+  foreach(file ${files})
+    get_filename_component(name ${file} NAME_WE)
+    file(READ ${file} text)
+    string(FIND "${text}" "\nAS\n" at)
+    string(SUBSTRING "${text}" 0 ${at} header)
+    math(EXPR at "${at} + 4")
+    string(SUBSTRING "${text}" ${at} -1 body)
+    if(EXISTS ${SOURCE}/sqlserver/procedures/${name}.sql)
+      file(READ ${SOURCE}/sqlserver/procedures/${name}.sql body)
+    endif()
+    set(header "${header}\n")
+    set(body "\n${body}")
+    put_fragments_in(${file} header sqlserver/fragments)
+    put_fragments_in(${file} body sqlserver/fragments)
+    replace_words(body)
+    wrap_body(body)
+    if(name IN_LIST as_owner)
+      string(APPEND header "WITH EXECUTE AS OWNER\n")
+    endif()
+    add_object(PROCEDURE P ${name} "${header}AS\n${body}")
+    set_property(GLOBAL APPEND_STRING PROPERTY server_grants "GRANT EXECUTE ON ${name} TO Marketing_Program\n")
+  endforeach()
+endfunction()
+
+# Adds the tables, indexes, first rows and views of `text`, where they are missing.
+function(add_tables text)
+  while(text MATCHES "(CREATE TABLE|CREATE INDEX|CREATE VIEW|INSERT INTO) (\\[[^]]+\\]|[A-Za-z_]+)([^;]*);")
+    set(statement "${CMAKE_MATCH_0}")
+    set(kind "${CMAKE_MATCH_1}")
+    set(name "${CMAKE_MATCH_2}")
+    set(more "${CMAKE_MATCH_3}")
+    string(FIND "${text}" "${statement}" at)
+    string(LENGTH "${statement}" length)
+    math(EXPR at "${at} + ${length}")
+    string(SUBSTRING "${text}" ${at} -1 text)
+    replace_words(statement)
+    string(REGEX REPLACE " *\n[ \n]*\n" "\n" statement "${statement}")
+    if(name IN_LIST embedded_only)
+      continue()
+    elseif(kind STREQUAL "CREATE TABLE")
+      add_batch(tables "IF OBJECT_ID(N'dbo.${name}', N'U') IS NULL\n${statement}")
+    elseif(kind STREQUAL "CREATE INDEX")
+      string(REGEX MATCH "^ ON (\\[[^]]+\\]|[A-Za-z_]+)" table "${more}")
+      add_batch(tables "IF NOT EXISTS (SELECT 1 FROM sys.indexes WHERE name LIKE N'${name}%' AND object_id = OBJECT_ID(N'dbo.${CMAKE_MATCH_1}'))\n${statement}")
+    elseif(kind STREQUAL "INSERT INTO")
+      add_batch(tables "IF NOT EXISTS (SELECT 1 FROM ${name})\n${statement}")
+    else()
+      add_object(VIEW V ${name} "${statement}")
+    endif()
+  endwhile()
+endfunction()
+
+# Adds the objects of a folder below sqlserver/.
+function(add_objects folder kind)
+  file(GLOB files ${SOURCE}/sqlserver/${folder}/*.sql)
+  list(SORT files)
+  foreach(file ${files})
+    get_filename_component(name ${file} NAME_WE)
+    file(READ ${file} text)
+    set(letters V)
+    if(kind STREQUAL "TRIGGER")
+      set(letters TR)
+    elseif(text MATCHES "RETURNS @")
+      set(letters TF)
+    elseif(kind STREQUAL "FUNCTION")
+      set(letters FN)
+    endif()
+    add_object(${kind} ${letters} ${name} "${text}")
+  endforeach()
+endfunction()
+
+# Adds the upgrades. The parts of one, which lines "GO" divide, run one after the other when the database lacks it.
+function(add_upgrades newest)
+  math(EXPR next "${first_server_number} + 1")
+  while(next LESS_EQUAL newest)
+    string(REGEX MATCH "....$" digits "000${next}")
+    file(GLOB file ${SOURCE}/sqlserver/upgrades/${digits}-*.sql)
+    if(NOT file)
+      message(FATAL_ERROR "There is an upgrade number ${next}, but none in sqlserver/upgrades/.")
+    endif()
+    file(READ ${file} text)
+    string(STRIP "${text}" text)
+    string(REPLACE "'" "''" text "${text}")
+    string(REPLACE "\nGO\n" "');\n  EXEC (N'" text "${text}")
+    add_batch(upgrades "IF (SELECT File_Number FROM _Version) < ${next}\nBEGIN\n  EXEC (N'${text}');\n  UPDATE _Version SET File_Number = ${next};\nEND;")
+    math(EXPR next "${next} + 1")
+  endwhile()
+endfunction()
+
+# The script, in which the number and the fingerprint of the set of objects still stand as @OBJECTS_SET@ and
+# @OBJECTS_FINGERPRINT@.
+# \param schema   the text of schema/ without its indexes of large tables
+# \param newest   the number of the last upgrade
+function(make_server_script schema newest script_variable)
+  strip_triggers(schema)
+  file(READ ${SOURCE}/sqlserver/indexes.sql indexes)
+  string(REGEX REPLACE "--[^\n]*" "" indexes "${indexes}")
+  add_upgrades(${newest})
+  add_tables("${schema}")
+  add_tables("${indexes}")
+  add_objects(functions FUNCTION)
+  add_objects(views VIEW)
+  add_objects(triggers TRIGGER)
+  add_procedures()
+  file(READ ${SOURCE}/sqlserver/grants.sql grants)
+  get_property(executes GLOBAL PROPERTY server_grants)
+  add_batch(rights "${grants}${executes}")
+
+  file(READ ${SOURCE}/sqlserver/begin.sql script)
+  foreach(part drop_TRIGGER drop_PROCEDURE drop_VIEW drop_FUNCTION upgrades tables FUNCTION VIEW TRIGGER PROCEDURE rights)
+    get_property(batches GLOBAL PROPERTY server_${part})
+    string(APPEND script "${batches}")
+  endforeach()
+  file(READ ${SOURCE}/sqlserver/end.sql end)
+  string(REPLACE "@NEWEST@" ${newest} script "${script}${end}")
+  set(${script_variable} "${script}" PARENT_SCOPE)
+endfunction()

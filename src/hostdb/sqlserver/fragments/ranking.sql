@@ -1,0 +1,19 @@
+-- A table of a WITH clause, behind the period: the top or bottom spenders among those who may be contacted, @Criteria
+-- customers from place @CriteriaStart on, by what was invoiced in the period; ties by customer key.
+Ranked (Customer, Position) AS (
+  SELECT Customer, Position
+  FROM (
+    SELECT Customer, Position, ROW_NUMBER() OVER (ORDER BY Position, Customer) - CASE WHEN @CriteriaStart >= 1 THEN CAST(@CriteriaStart AS int) ELSE 1 END AS Place
+    FROM (
+      SELECT i.Customer, sum(i.Total) * CASE WHEN @Top = 1 THEN -1 ELSE 1 END AS Position
+      FROM Services i
+      WHERE i.Record_Type = 0
+        AND i.Invoice_Date >= (SELECT FirstDay FROM Period) AND i.Invoice_Date < (SELECT DayAfter FROM Period)
+        AND EXISTS (SELECT 1 FROM Customers c WHERE c.Customer = i.Customer
+                    -- @include may_be_contacted
+                    )
+      GROUP BY i.Customer
+    ) totals
+  ) placed
+  WHERE Place >= 0 AND Place < CAST(@Criteria AS int)
+)

@@ -1,0 +1,2 @@
+INSERT INTO _OptionsUser (UserId)
+SELECT @UserId WHERE NOT EXISTS (SELECT 1 FROM _OptionsUser WITH (UPDLOCK, HOLDLOCK) WHERE UserId = @UserId);

@@ -1,0 +1,3 @@
+-- Inside a transaction nobody else can look until it ends, so that of two desks only one finds the campaign free.
+SELECT CampaignID, UserID, Computer, ProcessID, ProcessStart, Claimed, LastSeen
+FROM Campaign_Claims WITH (UPDLOCK, HOLDLOCK) WHERE CampaignID = @CampaignID;

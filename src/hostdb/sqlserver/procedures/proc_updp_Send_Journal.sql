@@ -1,0 +1,13 @@
+-- The row is held until the end, so that of two desks only one begins its message.
+DECLARE @Noted TABLE (RecordID int NOT NULL);
+INSERT INTO @Noted (RecordID)
+SELECT RecordID
+FROM [Campaign Results] WITH (UPDLOCK) WHERE RecordID = @RecordID AND CampaignID = @CampaignID
+  -- @include may_be_noted
+;
+UPDATE Send_Journal SET State = @State, CampaignID = @CampaignID, UserID = @UserID, Changed = GetDate(), Reason = @Reason
+WHERE RecordID IN (SELECT RecordID FROM @Noted) AND Channel = @Channel;
+IF @@ROWCOUNT = 0
+  INSERT INTO Send_Journal (RecordID, Channel, State, CampaignID, UserID, Changed, Reason)
+  SELECT RecordID, @Channel, @State, @CampaignID, @UserID, GetDate(), @Reason FROM @Noted;
+SELECT RecordID FROM @Noted;
