@@ -229,10 +229,11 @@ void Client::CarryOut(const Message& request, Requests& requests, ClientState& s
     }
     requests.Carry(request, answer);
     if (const auto fault = parts_.faults.At(FaultMoment::kAnswered, text)) Suffer(*fault, answer);
-  } catch (const RequestAbandoned&) {
+  } catch (const RequestAbandoned& abandoned) {
     const bool lost = !session_->IsAlive();
     const std::lock_guard lock(mutex_);
     if (over_ || lost || !attention_) throw;
+    if (abandoned.undoes) UndoTransaction(*session_);
     TellTransaction(state, answer, false);
     answer.End(Answer::Statement::kOfBatch, {.failed = true});
   }

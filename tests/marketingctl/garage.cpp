@@ -110,6 +110,7 @@ std::unique_ptr<QProcess> Garage::Start(const char* line, const QStringList& val
 
 void Garage::Sql(const char* statements) const {
   const SqliteFile file = OpenHostFile(DatabaseFile());
+  ExecuteSql(file.Handle(), "PRAGMA busy_timeout = 20000");  // a server closes its sessions a moment after its clients
   ExecuteSql(file.Handle(), statements);
 }
 

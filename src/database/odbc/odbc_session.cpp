@@ -33,6 +33,11 @@ QString WhereKey(const QString& keyColumn) {
 
 }  // namespace
 
+OdbcSession::~OdbcSession() {
+  depth_ = std::min(depth_, 1);
+  Rollback();
+}
+
 std::unique_ptr<RowSource> OdbcSession::Execute(const QString& batch) {
   const BatchText text = ServerBatch(batch);
   if (text.text.isEmpty()) return nullptr;
@@ -57,7 +62,7 @@ OdbcSession::Sent OdbcSession::Send(const QString& sql, OdbcParameters& paramete
   try {
     const SQLRETURN ran = statement.Run(sql, parameters, prepared);
     if (SQL_SUCCEEDED(ran)) sent.changedRows = statement.ChangedRows();
-    sent.outcome = statement.ReadAll(ran, QLatin1String(ProcedureCall::kOutcomeColumn));
+    sent.outcome = statement.ReadAll(ran, QLatin1String(NamedCall::kOutcomeColumn));
   } catch (const OdbcFailure& failure) {
     sent.outcome.errors = failure.records;
   }
@@ -101,10 +106,10 @@ void OdbcSession::CheckTransaction() {
 }
 
 std::unique_ptr<RowSource> OdbcSession::Call(const QString& procedure, std::span<Parameter> parameters) {
-  ProcedureCall call(procedure, parameters);
+  NamedCall call(procedure, parameters);
   try {
     Sent sent = Send(call.Text(), call.Values());
-    if (sent.outcome.apart) ProcedureCall::Take(*sent.outcome.apart, parameters);
+    if (sent.outcome.apart) NamedCall::Take(*sent.outcome.apart, parameters);
     return std::move(sent.outcome.last);
   } catch (const DatabaseError& error) {
     ForgetWrongDescription(procedure, error);

@@ -21,6 +21,10 @@ namespace qbx {
 class OdbcSession final : public Session {
  public:
   explicit OdbcSession(std::shared_ptr<OdbcLink> link) : link_(std::move(link)) {}
+  /// Rows that are still open keep the connection, but not what was begun on it.
+  ~OdbcSession() override;
+  OdbcSession(const OdbcSession&) = delete;
+  OdbcSession& operator=(const OdbcSession&) = delete;
 
   std::unique_ptr<RowSource> Execute(const QString& batch) override;
   std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override;

@@ -73,7 +73,7 @@ Parameter ParameterFrom(const RowSource& row) {
 
 }  // namespace
 
-ProcedureCall::ProcedureCall(const QString& procedure, std::span<const Parameter> parameters) {
+NamedCall::NamedCall(const QString& procedure, std::span<const Parameter> parameters) {
   QString declared = kReturn + QLatin1String(" int");
   QString before;
   QString asked = kReturn + QLatin1String(" AS ") + QLatin1String(kOutcomeColumn);
@@ -99,7 +99,7 @@ ProcedureCall::ProcedureCall(const QString& procedure, std::span<const Parameter
           QLatin1String("; SELECT ") + asked;
 }
 
-void ProcedureCall::Take(RowSource& outcome, std::span<Parameter> parameters) {
+void NamedCall::Take(RowSource& outcome, std::span<Parameter> parameters) {
   if (!outcome.Next()) return;
   const auto columns = static_cast<int>(outcome.Columns().size());
   int column = 0;

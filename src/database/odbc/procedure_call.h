@@ -12,13 +12,13 @@
 namespace qbx {
 
 /// ODBC has no named parameters, and no way to leave one out, so a call is a statement that makes it.
-class ProcedureCall {
+class NamedCall {
  public:
   /// Name of the first column of the row behind the procedure's own results, which has the return value and the
   /// outputs.
   static constexpr char kOutcomeColumn[] = "QbxReturn";
 
-  ProcedureCall(const QString& procedure, std::span<const Parameter> parameters);
+  NamedCall(const QString& procedure, std::span<const Parameter> parameters);
 
   [[nodiscard]] const QString& Text() const { return text_; }
   [[nodiscard]] OdbcParameters& Values() { return values_; }

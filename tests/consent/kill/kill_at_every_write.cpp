@@ -14,6 +14,7 @@
 #include "consent/garage_folder.h"
 #include "consent/store_world.h"
 #include "support/sandbox_process.h"
+#include "support/wire/server_under_test.h"
 
 namespace qbx::consent {
 namespace {
@@ -79,12 +80,15 @@ class KillAtEveryWrite {
     explicit Copy(const QString& from) {
       for (const QString& name : QDir(from).entryList(QDir::Files))
         QFile::copy(from + u'/' + name, folder_.File(name));
+      served_.TellPrograms();
     }
     [[nodiscard]] QString Path() const { return folder_.Path(); }
     [[nodiscard]] QString File(const QString& name) const { return folder_.File(name); }
 
    private:
     test::TempFolder folder_;
+    SystemClock clock_;
+    test::ServedFolder served_{folder_.Path(), clock_};
   };
 
   static Ended Run(const QString& folder, const QStringList& words, const QMap<QString, QString>& environment = {}) {
