@@ -16,22 +16,19 @@ class DatabaseFixture : public testing::Test {
  protected:
   DatabaseFixture() {
     context_.DatabaseVersion = 999;
-    context_.user = QStringLiteral("Jo Brown");
+    context_.user = "Jo Brown";
     context_.campaignId = -7;
-    server_.parameters = {{.name = QStringLiteral("@RETURN_VALUE"), .direction = ParameterDirection::kReturnValue}};
+    server_.parameters = {{.name = "@RETURN_VALUE", .direction = ParameterDirection::kReturnValue}};
     for (const char* name : {"@Username", "@EventType", "@TableID", "@TableKey", "@Details"})
       server_.parameters.push_back({.name = QLatin1String(name)});
   }
 
-  void Open() {
-    connection_.Open(QStringLiteral("Data Source=S;Initial Catalog=QBX;"),
-                     {QStringLiteral("sa"), QStringLiteral("pw")});
-  }
+  void Open() { connection_.Open("Data Source=S;Initial Catalog=QBX;", {"sa", "pw"}); }
 
   /// Lines of the log without their time.
   [[nodiscard]] QStringList LogLines() const {
     if (folder_.Names().isEmpty()) return {};
-    QStringList lines = QString::fromUtf8(folder_.Read(QStringLiteral("log"))).split(QStringLiteral("\r\n10:20:30  "));
+    QStringList lines = QString::fromUtf8(folder_.Read("log")).split("\r\n10:20:30  ");
     lines.first().remove(0, 10);
     lines.last().chop(2);
     return lines;
@@ -39,7 +36,7 @@ class DatabaseFixture : public testing::Test {
 
   TempFolder folder_;
   FixedClock clock_;
-  LogFile log_{clock_, folder_.File(QStringLiteral("log"))};
+  LogFile log_{clock_, folder_.File("log")};
   ScriptedUi ui_;
   StatusBox status_{ui_};
   ErrorReport errors_{log_, status_, ui_};

@@ -43,7 +43,7 @@ class ErrorReportTest : public testing::Test {
  protected:
   test::TempFolder folder_;
   test::FixedClock clock_;
-  LogFile log_{clock_, folder_.File(QStringLiteral("log"))};
+  LogFile log_{clock_, folder_.File("log")};
   test::ScriptedUi ui_;
   StatusBox status_{ui_};
   ErrorReport errors_{log_, status_, ui_};
@@ -54,37 +54,37 @@ TEST_F(ErrorReportTest, LogsRecordsAndShows) {
   errors_.SetEventWriter([&](int type, int table, const QString& key, const QString& details) {
     EXPECT_FALSE(ui_.StatusVisible()) << "the status box would cover the message";
     EXPECT_TRUE(ui_.Messages().empty());
-    events.append(QStringLiteral("%1/%2/%3/%4").arg(type).arg(table).arg(key, details));
+    events.append(QString("%1/%2/%3/%4").arg(type).arg(table).arg(key, details));
   });
-  status_.ShowStatus(QStringLiteral("Working"));
-  errors_.ShowError(12, QStringLiteral("ProcessQuery"), QStringLiteral("Overflow"));
-  EXPECT_EQ(folder_.Read(QStringLiteral("log")),
+  status_.ShowStatus("Working");
+  errors_.ShowError(12, "ProcessQuery", "Overflow");
+  EXPECT_EQ(folder_.Read("log"),
             QByteArray("10:20:30  ERROR: Overflow.\rThe Location ID is 12. (in ProcessQuery)\r\n"));
-  EXPECT_EQ(events, QStringList{QStringLiteral("6/0/12/Overflow")});
+  EXPECT_EQ(events, QStringList{"6/0/12/Overflow"});
   ASSERT_EQ(ui_.Messages().size(), 1U);
   const Message& message = ui_.Messages()[0];
-  EXPECT_EQ(message.text, QLatin1String("An unexpected error occured.\r\rOverflow.\rThe Location ID is 12.\r\r"
-                                        "Please contact QBX if you are unsure about this message."));
-  EXPECT_EQ(message.title, QLatin1String("Error"));
+  EXPECT_EQ(message.text,
+            "An unexpected error occured.\r\rOverflow.\rThe Location ID is 12.\r\r"
+            "Please contact QBX if you are unsure about this message.");
+  EXPECT_EQ(message.title, "Error");
   EXPECT_EQ(message.icon, MessageIcon::kExclamation);
   EXPECT_FALSE(ui_.Busy());
 }
 
 TEST_F(ErrorReportTest, AsksForARestartWhenSerious) {
-  errors_.ShowError(3, QStringLiteral("Merge"), QStringLiteral("Out of memory."), true);
-  EXPECT_EQ(ui_.MessageTexts(),
-            QStringList{QLatin1String("An unexpected error occured.\r\rThe Description is: Out of memory.\r"
-                                      "The Location ID is 3.\r\r"
-                                      "You should cancel any unsaved changes and restart the application.")});
+  errors_.ShowError(3, "Merge", "Out of memory.", true);
+  EXPECT_EQ(ui_.MessageTexts(), QStringList{"An unexpected error occured.\r\rThe Description is: Out of memory.\r"
+                                            "The Location ID is 3.\r\r"
+                                            "You should cancel any unsaved changes and restart the application."});
 }
 
 TEST(MessageCatalogue, FillsPlaceholders) {
-  EXPECT_EQ(AppMessage(108, {QStringLiteral("250")}),
-            QLatin1String("Warning: There are 250 records to be selected - this may take some time.  Are you sure you "
-                          "want to continue?"));
-  EXPECT_TRUE(AppMessage(108).contains(QLatin1String("<<%1>>")));
-  EXPECT_EQ(AppMessage(999), QLatin1String("Message number 999 is missing."));
-  EXPECT_EQ(AppMessage(5, {QStringLiteral("unused")}), QLatin1String("Couldn't write new value."));
+  EXPECT_EQ(AppMessage(108, {"250"}),
+            "Warning: There are 250 records to be selected - this may take some time.  Are you sure you "
+            "want to continue?");
+  EXPECT_TRUE(AppMessage(108).contains("<<%1>>"));
+  EXPECT_EQ(AppMessage(999), "Message number 999 is missing.");
+  EXPECT_EQ(AppMessage(5, {"unused"}), "Couldn't write new value.");
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ class EmailSenderTest : public testing::Test {
   }
   QString Last(const char* value) { return Mails(sandbox).back()[value].toString(); }
   QByteArray Source(int number) {
-    QFile file(sandbox.Folder() + QStringLiteral("/mails/%1.eml").arg(number, 6, 10, QLatin1Char('0')));
+    QFile file(sandbox.Folder() + QString("/mails/%1.eml").arg(number, 6, 10, QLatin1Char('0')));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     return file.readAll();
   }

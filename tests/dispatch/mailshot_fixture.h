@@ -59,7 +59,7 @@ class AtPoint final : public MailshotObserver {
   void At(MailshotPoint point, qint64 recordId) override {
     if (point == point_) action_(recordId);
   }
-  void Progress(int done, int total) override { progress += QStringLiteral("%1/%2").arg(done).arg(total); }
+  void Progress(int done, int total) override { progress += QString("%1/%2").arg(done).arg(total); }
 
   QStringList progress;
 

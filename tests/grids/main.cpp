@@ -7,7 +7,7 @@
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QApplication application(argc, argv);
-  QApplication::setStyle(QStringLiteral("Fusion"));
+  QApplication::setStyle("Fusion");
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }

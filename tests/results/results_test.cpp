@@ -70,52 +70,5 @@ TEST_F(ResultRows, AFailureKeepsTheCampaignsRowsAndGivesUpAnothers) {
   EXPECT_EQ(host_.ui.Messages().size(), 4U);
 }
 
-TEST_F(ResultRows, ALostConnectionIsOpenedAgain) {
-  host_.engine.BreakSessions();
-  EXPECT_TRUE(view_.DisplayResults(5));
-  host_.engine.BreakSessions();
-  EXPECT_TRUE(view_.RefreshResults());
-  EXPECT_TRUE(host_.ui.Messages().empty());
-}
-
-TEST_F(ResultRows, ClickingASendFlagFlipsItAndTheCounters) {
-  ASSERT_TRUE(view_.DisplayResults(5));
-  int refreshes = 0;
-  view_.OnRefresh([&refreshes](const std::function<void()>& requery) {
-    ++refreshes;
-    requery();
-  });
-  flags_.ClickCell("send_sms", 13);
-  EXPECT_EQ(counters_.Values().sms, 3);
-  view_.Rows().MoveTo(2);
-  EXPECT_TRUE(view_.Rows().Field("Send_SMS").ToBool());
-  flags_.ClickCell("Send_Letter", 13);
-  EXPECT_EQ(counters_.Values().letters, 0);
-  EXPECT_EQ(refreshes, 2);
-
-  flags_.ClickCell("Lastname", 13);
-  flags_.ClickCell("Send_SMS", 0);
-  EXPECT_EQ(refreshes, 2);
-  EXPECT_FALSE(host_.ui.Busy());
-}
-
-TEST_F(ResultRows, ProcessedIsAskedForUntilTheFirstYes) {
-  ASSERT_TRUE(view_.DisplayResults(5));
-  const QString processed = "SELECT Processed FROM [Campaign Results] WHERE RecordID = 12";
-  host_.ui.Answer("Do you want to adjust the Processed flags?", MessageAnswer::kNo);
-  flags_.ClickCell("Processed", 12);
-  EXPECT_FALSE(host_.Ask(processed).ToBool());
-
-  host_.ui.Answer("Do you want to adjust the Processed flags?", MessageAnswer::kYes);
-  flags_.ClickCell("Processed", 12);
-  EXPECT_TRUE(host_.Ask(processed).ToBool());
-  EXPECT_EQ(host_.ui.Messages().back().question, Question::kChangeProcessedFlags);
-  EXPECT_EQ(counters_.Values().emailsSent, 1);
-
-  flags_.ClickCell("Processed", 12);
-  EXPECT_FALSE(host_.Ask(processed).ToBool());
-  EXPECT_EQ(host_.ui.Messages().size(), 2U);
-}
-
 }  // namespace
 }  // namespace qbx

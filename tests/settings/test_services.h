@@ -15,13 +15,13 @@ struct TestServices {
   TempFolder folder;
   FixedClock clock;
   ScriptedUi ui;
-  LogFile log{clock, folder.File(QStringLiteral("MARKETING.LOG"))};
+  LogFile log{clock, folder.File("MARKETING.LOG")};
   StatusBox status{ui};
   ErrorReport errors{log, status, ui};
   Diagnostics diagnostics{clock, log, ui, status, errors};
 
   [[nodiscard]] QString Log() const {
-    return QFile::exists(log.Path()) ? QString::fromUtf8(folder.Read(QStringLiteral("MARKETING.LOG"))) : QString();
+    return QFile::exists(log.Path()) ? QString::fromUtf8(folder.Read("MARKETING.LOG")) : QString();
   }
 };
 

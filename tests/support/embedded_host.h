@@ -19,17 +19,15 @@ namespace qbx::test {
 /// test by themselves.
 struct EmbeddedHost {
   EmbeddedHost() {
-    context.user = QStringLiteral("TESTER");
+    context.user = "TESTER";
     context.DatabaseVersion = kHostSchemaVersion;
     errors.SetEventWriter([this](int type, int table, const QString& key, const QString& details) {
       events.LogEvent(type, table, key, details);
     });
-    const HostDatabaseProblem problem =
-        CreateHostDatabase(folder.File(QStringLiteral("Garage.db")), ExistingFile::kRefuse);
+    const HostDatabaseProblem problem = CreateHostDatabase(folder.File("Garage.db"), ExistingFile::kRefuse);
     if (problem) ADD_FAILURE() << problem->toStdString();
     try {
-      connection.Open(QStringLiteral("Provider=SQLOLEDB;Data Source=;Initial Catalog=Garage;"),
-                      {QStringLiteral("sa"), QString()});
+      connection.Open("Provider=SQLOLEDB;Data Source=;Initial Catalog=Garage;", {"sa", QString()});
     } catch (const DatabaseError& error) {
       ADD_FAILURE() << error.what();
     }
@@ -57,7 +55,7 @@ struct EmbeddedHost {
       QStringList fields;
       for (int i = 0; i < static_cast<int>(rows.Columns().size()); ++i) {
         const Value value = rows.Field(i);
-        fields += value.IsNull() ? QStringLiteral("NULL") : value.ToText();
+        fields += value.IsNull() ? "NULL" : value.ToText();
       }
       lines += fields.join(QLatin1Char('|'));
     }
@@ -67,7 +65,7 @@ struct EmbeddedHost {
   TempFolder folder;
   FixedClock clock;
   ScriptedUi ui;
-  LogFile log{clock, folder.File(QStringLiteral("MARKETING.LOG"))};
+  LogFile log{clock, folder.File("MARKETING.LOG")};
   StatusBox status{ui};
   ErrorReport errors{log, status, ui};
   Diagnostics diagnostics{clock, log, ui, status, errors};

@@ -13,7 +13,7 @@ class FixedClock final : public Clock {
   explicit FixedClock(QDateTime now) : now_(std::move(now)) {}
 
   [[nodiscard]] QDateTime Now() const override {
-    const QDateTime now = now_;
+    QDateTime now = now_;
     now_ = now_.addMSecs(step_);
     return now;
   }

@@ -11,8 +11,8 @@ namespace {
 /// "Lose any changes ...?" comes only when something would be lost.
 bool MayBeLeft(const QString& part) {
   if (part.isEmpty()) return false;
-  return QStringLiteral("Lose any changes and start a new campaign?").contains(part) ||
-         QStringLiteral("Lose any changes and load an existing campaign?").contains(part);
+  return QString("Lose any changes and start a new campaign?").contains(part) ||
+         QString("Lose any changes and load an existing campaign?").contains(part);
 }
 
 }  // namespace

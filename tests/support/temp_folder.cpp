@@ -9,7 +9,7 @@
 namespace qbx::test {
 
 TempFolder::TempFolder() {
-  folder_.emplace(QDir::tempPath() + QStringLiteral("/qbx test XXXXXX"));
+  folder_.emplace(QDir::tempPath() + "/qbx test XXXXXX");
   if (!folder_->isValid()) ADD_FAILURE() << "no temporary folder: " << folder_->errorString().toStdString();
   path_ = folder_->path();
 }

@@ -36,12 +36,12 @@ TEST(TaggedString, Writes) {
 
 TEST(TaggedString, WritesToTheChosenPropertyOnly) {
   TaggedObject object;
-  strSetTag(object, QStringLiteral("K"), QStringLiteral("1"), true, true);
-  strSetTag(object, QStringLiteral("K"), QStringLiteral("2"), false, true);
-  strSetTag(object, QStringLiteral("K"), QStringLiteral("3"), false, false);
-  EXPECT_EQ(object.Caption, QLatin1String("K:1"));
-  EXPECT_EQ(object.TagVariant, QLatin1String("K:2"));
-  EXPECT_EQ(object.Tag, QLatin1String("K:3"));
+  strSetTag(object, "K", "1", true, true);
+  strSetTag(object, "K", "2", false, true);
+  strSetTag(object, "K", "3", false, false);
+  EXPECT_EQ(object.Caption, "K:1");
+  EXPECT_EQ(object.TagVariant, "K:2");
+  EXPECT_EQ(object.Tag, "K:3");
 }
 
 }  // namespace

@@ -8,9 +8,9 @@ namespace qbx {
 namespace {
 
 TEST(Text, QuotesForSql) {
-  EXPECT_EQ(SqlQuoted(QStringLiteral("O'Brien's")), QLatin1String("'O''Brien''s'"));
-  EXPECT_EQ(SqlQuoted({}), QLatin1String("''"));
-  EXPECT_EQ(SqlDoubled(QStringLiteral("'")), QLatin1String("''"));
+  EXPECT_EQ(SqlQuoted("O'Brien's"), "'O''Brien''s'");
+  EXPECT_EQ(SqlQuoted({}), "''");
+  EXPECT_EQ(SqlDoubled("'"), "''");
 }
 
 struct NumberCase {
@@ -57,15 +57,15 @@ TEST(Text, WritesTheShortestPlainNumber) {
 }
 
 TEST(Text, TrimsBlanksOnly) {
-  EXPECT_EQ(TrimBlanks(QStringLiteral("  a b\t ")), QLatin1String("a b\t"));
-  EXPECT_EQ(TrimBlanks(QStringLiteral("   ")), QString());
+  EXPECT_EQ(TrimBlanks("  a b\t "), "a b\t");
+  EXPECT_EQ(TrimBlanks("   "), QString());
 }
 
 TEST(Text, NeverCutsACharacterInHalf) {
-  const QString car = QStringLiteral("ab\U0001F697");
-  EXPECT_EQ(CutText(car, 3), QLatin1String("ab"));
+  const QString car = "ab\U0001F697";
+  EXPECT_EQ(CutText(car, 3), "ab");
   EXPECT_EQ(CutText(car, 4), car);
-  EXPECT_EQ(CutText(QStringLiteral("abc"), 0), QString());
+  EXPECT_EQ(CutText("abc", 0), QString());
 }
 
 }  // namespace

@@ -13,8 +13,8 @@ TEST(TypedDate, ReadsWhatPeopleType) {
        {"04/03/2026", "4/3/26", " 4.3.2026 ", "4-3-2026", "4 3 2026", "04032026", "040326", "2026-03-04"}) {
     EXPECT_EQ(ParseTypedDate(QString::fromLatin1(text)), expected) << text;
   }
-  EXPECT_EQ(ParseTypedDate(QStringLiteral("1/1/90")), QDate(1990, 1, 1));
-  EXPECT_EQ(ParseTypedDate(QStringLiteral("31/12/2099")), kLatestTypedDate);
+  EXPECT_EQ(ParseTypedDate("1/1/90"), QDate(1990, 1, 1));
+  EXPECT_EQ(ParseTypedDate("31/12/2099"), kLatestTypedDate);
 }
 
 TEST(TypedDate, RefusesWhatIsNoDate) {
