@@ -76,12 +76,16 @@ function(qbx_program name)
   target_link_libraries(${name} PRIVATE qbx_${name} ${ARGN})
 endfunction()
 
-# qbx_tests(<folder> LINKS ...) makes one GoogleTest program <folder>_test from every .cpp beside the caller; each test
-# is a CTest test named <folder>.Suite.Name.
+# qbx_tests(<folder> [WINDOWS] LINKS ...) makes one GoogleTest program <folder>_test from every .cpp beside the caller;
+# each test is a CTest test named <folder>.Suite.Name. WINDOWS: they need windows or fonts.
 function(qbx_tests name)
-  cmake_parse_arguments(arg "" "" "LINKS" ${ARGN})
+  cmake_parse_arguments(arg "WINDOWS" "" "LINKS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   if(sources)
+    if(arg_WINDOWS)
+      list(APPEND sources ${PROJECT_SOURCE_DIR}/tests/support/windows/main.cpp)
+      list(APPEND arg_LINKS Qt6::Widgets)
+    endif()
     add_executable(${name}_test ${sources})
     target_link_libraries(${name}_test PRIVATE ${arg_LINKS} qbx_test_support)
     qbx_reuse_pch(${name}_test qbx_test_pch)

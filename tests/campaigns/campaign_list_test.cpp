@@ -25,24 +25,6 @@ TEST(CampaignListTest, ShowsDatesToTheMinuteAndNullAsNothing) {
   EXPECT_EQ(joined(rows->back()), "8|Zero||||");
 }
 
-TEST(CampaignListTest, TheHistoryShowsFiftyEventsUntilAllAreAskedFor) {
-  test::EmbeddedHost host;
-  for (int i = 1; i <= 60; ++i) {
-    host.Run(QString("INSERT INTO Marketing_Campaigns_History (Record_Date, Campaign_Name, Event, UserID) "
-                     "VALUES ('2026-03-04 10:20:30', 'Spring', 'Event %1', 'ANN')")
-                 .arg(i));
-  }
-  const auto recent = LoadCampaignHistory(host.statements, false);
-  ASSERT_TRUE(recent && recent->size() == 50);
-  EXPECT_EQ(recent->front().Event, "Event 11");
-  const CampaignHistoryRow& last = recent->back();
-  EXPECT_EQ(QStringList({MinuteText(last.Record_Date), last.Campaign_Name, last.Event, last.UserID}).join(u'|'),
-            "04/03/2026 10:20|Spring|Event 60|ANN");
-  const auto all = LoadCampaignHistory(host.statements, true);
-  ASSERT_TRUE(all);
-  EXPECT_EQ(all->size(), 60u);
-}
-
 TEST(CampaignListTest, AFailureIsReportedAndIsNotAnEmptyList) {
   test::EmbeddedHost host;
   EXPECT_TRUE(LoadCampaigns(host.statements)->empty());

@@ -23,7 +23,7 @@ class ConnectTest : public test::DatabaseFixture {
   }
 
   bool Connect(const QString& server = "OFFICE", const QString& database = "QBX") {
-    DatabaseConnector connector(connection_, statements_, services_, shell_, diagnostics_, settings_);
+    DatabaseConnector connector(connection_, statements_, services_, shell_, diagnostics, settings_);
     const bool connected = connector.ConnectDatabase(server, {"sa", "secret"}, database);
     flags_ = connector.Flags();
     return connected;
@@ -38,7 +38,7 @@ class ConnectTest : public test::DatabaseFixture {
   ConnectionFlags flags_;
   QString fConfig_;
   test::FakeServices manager_;
-  ServiceControl services_{manager_, log_};
+  ServiceControl services_{manager_, log};
   test::FakeShell shell_;
 };
 
@@ -48,7 +48,7 @@ TEST_F(ConnectTest, GoesByWayOfMasterToADatabaseThatIsOnline) {
   EXPECT_EQ(server_.calls, (QStringList{"open master sa/secret 6", kStatus, "open QBX sa/secret 15"}));
   EXPECT_EQ(flags_.status, DatabaseStatus::kOnline);
   EXPECT_EQ(connection_.CommandTimeout(), 20);
-  EXPECT_TRUE(ui_.Messages().empty());
+  EXPECT_TRUE(ui.Messages().empty());
 }
 
 TEST_F(ConnectTest, AnotherCompanyGoesStraightToItsDatabase) {
@@ -82,8 +82,8 @@ TEST_F(ConnectTest, TheErrorOfTheAlternativePasswordIsTheOneShown) {
   EXPECT_FALSE(flags_.alternativePassword);
   const QString message =
       "The following error was reported while attempting connection to the database server.\rAccount locked ";
-  EXPECT_EQ(ui_.MessageTexts(), QStringList{message});
-  EXPECT_EQ(ui_.Messages()[0].icon, MessageIcon::kStop);
+  EXPECT_EQ(ui.MessageTexts(), QStringList{message});
+  EXPECT_EQ(ui.Messages()[0].icon, MessageIcon::kStop);
   EXPECT_EQ(LogLines(),
             (QStringList{"Database Connect Error: -2147217843, Account locked ", message, "Server:OFFICE  Pw: se"}));
   EXPECT_FALSE(connection_.IsOpen());
@@ -97,14 +97,14 @@ TEST_F(ConnectTest, ADatabaseThatIsNotOnlineIsAskedAbout) {
        "It may be in the process of being restored, or has not been configured yet, or may be offline."},
       {Value::Null(), "It may not have been configured or initialised yet, or may be offline."},
   };
-  for (const auto& [status, reason] : cases) {
-    ui_.Clear();
+  for (const auto& [state, reason] : cases) {
+    ui.Clear();
     server_.calls.clear();
-    server_.Expect(kStatus, Single(status));
-    ui_.Answer({}, MessageAnswer::kNo);
+    server_.Expect(kStatus, Single(state));
+    ui.Answer({}, MessageAnswer::kNo);
     EXPECT_TRUE(Connect());
-    EXPECT_EQ(ui_.MessageTexts(), QStringList{start + reason + end});
-    EXPECT_EQ(ui_.Messages()[0].question, Question::kBringDatabaseOnline);
+    EXPECT_EQ(ui.MessageTexts(), QStringList{start + reason + end});
+    EXPECT_EQ(ui.Messages()[0].question, Question::kBringDatabaseOnline);
     EXPECT_EQ(flags_.status, DatabaseStatus::kDeclined);
     EXPECT_EQ(server_.calls.last(), kStatus) << "the connection stays on master";
   }
@@ -113,22 +113,22 @@ TEST_F(ConnectTest, ADatabaseThatIsNotOnlineIsAskedAbout) {
 TEST_F(ConnectTest, BringsADatabaseOnline) {
   server_.Expect(kStatus, Single(Value(QString("OFFLINE"))));
   server_.Expect(kStatus, Single(Value(QString("ONLINE"))));
-  ui_.Answer("back online?", MessageAnswer::kYes);
+  ui.Answer("back online?", MessageAnswer::kYes);
   EXPECT_TRUE(Connect());
   EXPECT_EQ(server_.calls, (QStringList{"open master sa/secret 6", kStatus, "ALTER DATABASE [QBX] SET ONLINE", kStatus,
                                         "open QBX sa/secret 15"}));
   EXPECT_EQ(flags_.status, DatabaseStatus::kOnline);
-  EXPECT_EQ(ui_.StatusTexts(), QStringList{"Attempting to bring the database online..."});
-  EXPECT_FALSE(ui_.StatusVisible());
+  EXPECT_EQ(ui.StatusTexts(), QStringList{"Attempting to bring the database online..."});
+  EXPECT_FALSE(ui.StatusVisible());
 }
 
 TEST_F(ConnectTest, ADatabaseThatStaysOfflineIsNotAvailable) {
   server_.Expect(kStatus, Single(Value(QString("OFFLINE"))));
   server_.Expect("ALTER", Failure("[X]ALTER DATABASE statement failed."));
-  ui_.Answer({}, MessageAnswer::kYes);
+  ui.Answer({}, MessageAnswer::kYes);
   EXPECT_TRUE(Connect());
   EXPECT_EQ(flags_.status, DatabaseStatus::kNotAvailable);
-  EXPECT_EQ(ui_.MessageTexts().last(), "ALTER DATABASE statement failed.\r\n");
+  EXPECT_EQ(ui.MessageTexts().last(), "ALTER DATABASE statement failed.\r\n");
   EXPECT_EQ(server_.Count("open QBX"), 0);
 }
 
@@ -138,38 +138,38 @@ TEST_F(ConnectTest, ADatabaseThatCannotBeOpenedCountsAsNeverConnected) {
   server_.Expect(kStatus, Single(Value(QString("SUSPECT"))));
   EXPECT_FALSE(Connect());
   EXPECT_EQ(flags_.status, DatabaseStatus::kNotAvailable);
-  EXPECT_EQ(ui_.Messages().size(), 1U) << "what is wrong, and no question";
+  EXPECT_EQ(ui.Messages().size(), 1U) << "what is wrong, and no question";
   EXPECT_FALSE(statements_.dbExecute("SELECT 1").Ok());
-  EXPECT_EQ(ui_.Messages().size(), 1U) << "later statements fail softly";
+  EXPECT_EQ(ui.Messages().size(), 1U) << "later statements fail softly";
 }
 
 TEST_F(ConnectTest, ANameCannotAddToTheConnectionStringOrTheStatement) {
   EXPECT_FALSE(Connect("OFFICE", "QBX;Data Source=ELSEWHERE"));
   EXPECT_FALSE(Connect("OFFICE", "QBX] SET OFFLINE --"));
   EXPECT_TRUE(server_.calls.isEmpty());
-  EXPECT_EQ(ui_.Messages().size(), 2U);
+  EXPECT_EQ(ui.Messages().size(), 2U);
 }
 
 TEST_F(ConnectTest, OffersToStartTheServiceOfThisComputer) {
   manager_.states.insert("mssql$qbx", ServiceState::kStopped);
   FailToOpen(2, "no answer");
-  ui_.Answer(
+  ui.Answer(
       "no answer\r\rThe Database Service on this computer may not be running, or it may be being "
       "blocked by your Firewall software.\r\r Do you want to try and start",
       MessageAnswer::kYes);
   settings_.settingsVersion2 = true;
   EXPECT_FALSE(Connect("workshop-pc"));
-  EXPECT_EQ(ui_.Messages()[0].question, Question::kStartDatabaseService);
-  EXPECT_EQ(ui_.Messages().size(), 1U);
+  EXPECT_EQ(ui.Messages()[0].question, Question::kStartDatabaseService);
+  EXPECT_EQ(ui.Messages().size(), 1U);
   EXPECT_EQ(shell_.commands, (QStringList{"netsh firewall set portopening UDP 1434 SQL_Browser ENABLE",
                                           "netsh firewall set portopening TCP 445 SQL_Server_NP2 ENABLE",
                                           "netsh firewall set portopening TCP 135 SQL_Server_NP ENABLE"}));
   EXPECT_EQ(fConfig_, "Y");
   EXPECT_EQ(manager_.requests, (QStringList{"mssql$qbx:1", "mssql$qbx:0"}));
-  EXPECT_EQ(ui_.StatusTexts(), QStringList(6,
-                                           "Please wait a few seconds while the program attempts to "
-                                           "start the Database Service..."));
-  EXPECT_EQ(ui_.WaitedFor(), 3 * (1600 + 1500));
+  EXPECT_EQ(ui.StatusTexts(), QStringList(6,
+                                          "Please wait a few seconds while the program attempts to "
+                                          "start the Database Service..."));
+  EXPECT_EQ(ui.WaitedFor(), 3 * (1600 + 1500));
   EXPECT_EQ(server_.calls, (QStringList{"open master sa/secret 6", "open master sa/secret 9"}));
   EXPECT_EQ(LogLines()[1], "Database Connection Attempt 2: no answer");
   EXPECT_EQ(LogLines().last(), "Server:workshop-pc\\QBX  Pw: se");
@@ -178,18 +178,18 @@ TEST_F(ConnectTest, OffersToStartTheServiceOfThisComputer) {
 TEST_F(ConnectTest, RefusedRequestsShortenTheWaitsAndOpenPortsStayOpen) {
   fConfig_ = "Y";
   FailToOpen(2, "no answer");
-  ui_.Answer({}, MessageAnswer::kYes);
+  ui.Answer({}, MessageAnswer::kYes);
   EXPECT_FALSE(Connect("WORKSHOP-PC\\QBX"));
   EXPECT_TRUE(shell_.commands.isEmpty());
-  EXPECT_EQ(ui_.WaitedFor(), 6 * 800);
+  EXPECT_EQ(ui.WaitedFor(), 6 * 800);
 }
 
 TEST_F(ConnectTest, DecliningTheStartEndsQuietly) {
   FailToOpen(2, "no answer");
-  ui_.Answer({}, MessageAnswer::kNo);
+  ui.Answer({}, MessageAnswer::kNo);
   EXPECT_FALSE(Connect("WORKSHOP-PC"));
   EXPECT_EQ(LogLines().last(), "Database Connect Error: -2147467259, no answer");
-  EXPECT_TRUE(manager_.requests.isEmpty() && ui_.Statuses().empty());
+  EXPECT_TRUE(manager_.requests.isEmpty() && ui.Statuses().empty());
 }
 
 TEST(ConnectionString, AddressesTheInstance) {
@@ -214,8 +214,8 @@ TEST(IsLocalServer, KnowsThisComputer) {
 class DatabaseServiceTest : public ConnectTest {
  protected:
   QString Info() {
-    ShowDatabaseServiceInfo(services_, registry_, ui_);
-    return ui_.MessageTexts().last();
+    ShowDatabaseServiceInfo(services_, registry_, ui);
+    return ui.MessageTexts().last();
   }
   void Put(const QString& key, const QString& name, const QString& text) {
     registry_.Put(RegistryHive::kLocalMachine, QString("SOFTWARE\\Microsoft\\Microsoft SQL Server\\") + key, name,

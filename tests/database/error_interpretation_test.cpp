@@ -46,9 +46,9 @@ TEST_F(ErrorInterpretationTest, WordsWhatTheServerSays) {
       {{"x expects parameter Y"}, "\r\nMissing Value ''\r\n"},
   };
   for (const auto& [texts, message] : cases) {
-    ui_.Clear();
+    ui.Clear();
     EXPECT_EQ(Report(texts), message);
-    EXPECT_EQ(ui_.MessageTexts(), QStringList{message});
+    EXPECT_EQ(ui.MessageTexts(), QStringList{message});
     EXPECT_EQ(LogLines().last(), QString("Database Error - ") + message);
     EXPECT_TRUE(server_.calls.last().endsWith(QString("@TableKey=DB @Details=") + message.trimmed().left(80)));
   }
@@ -78,22 +78,22 @@ TEST_F(ErrorInterpretationTest, AddsAdviceBehindTheLoggedMessage) {
 TEST_F(ErrorInterpretationTest, OffersToQuitWhenTheNetworkIsGone) {
   const QStringList lost = {"[DBNETLIB]General network error. Check your network documentation."};
   for (const MessageAnswer answer : {MessageAnswer::kNo, MessageAnswer::kYes}) {
-    EXPECT_FALSE(ui_.QuitRequested());
-    ui_.Answer("\r\n\r\rDatabase connection lost. Recommended to quit the program. OK to quit?", answer);
+    EXPECT_FALSE(ui.QuitRequested());
+    ui.Answer("\r\n\r\rDatabase connection lost. Recommended to quit the program. OK to quit?", answer);
     Report(lost);
   }
-  EXPECT_TRUE(ui_.QuitRequested());
-  EXPECT_EQ(ui_.Messages().size(), 2U) << "nothing but the questions";
-  EXPECT_EQ(ui_.Messages()[0].question, Question::kQuitAfterLostConnection);
+  EXPECT_TRUE(ui.QuitRequested());
+  EXPECT_EQ(ui.Messages().size(), 2U) << "nothing but the questions";
+  EXPECT_EQ(ui.Messages()[0].question, Question::kQuitAfterLostConnection);
   EXPECT_FALSE(lastError_.DbErrorShown);
 }
 
 TEST_F(ErrorInterpretationTest, WithoutAConnectionOnlyTheStatusBoxCloses) {
-  status_.ShowStatus("Working");
+  status.ShowStatus("Working");
   const DatabaseError error(1, "x", {});
   EXPECT_EQ(interpretation_.ReportDatabaseError(nullptr, {}, {}, error), QString());
-  EXPECT_FALSE(ui_.StatusVisible());
-  EXPECT_TRUE(ui_.Messages().empty());
+  EXPECT_FALSE(ui.StatusVisible());
+  EXPECT_TRUE(ui.Messages().empty());
   EXPECT_TRUE(LogLines().isEmpty());
 }
 

@@ -40,7 +40,7 @@ TEST_F(EventLogTest, AFailedEventIsDropped) {
   server_.describeError = test::Lost().error;
   events_.LogEvent(kEventError, 0, "DB", {});
   events_.LogMarketingEvent("Print Letters");
-  EXPECT_TRUE(ui_.Messages().empty());
+  EXPECT_TRUE(ui.Messages().empty());
   EXPECT_TRUE(LogLines().isEmpty());
   EXPECT_EQ(server_.Count("open "), 1);
 }

@@ -28,9 +28,9 @@ TEST_F(StatementsTest, ThreeLossesOfOneReadAreBridgedSilently) {
   EXPECT_EQ(server_.Count("open QBX sa/pw"), 4);
   EXPECT_EQ(server_.Count("@TableKey=CONN @Details=Connection Lost - reconnected."), 3);
   EXPECT_EQ(LogLines(), QStringList(3, "No DB Connection - reconnecting"));
-  EXPECT_EQ(ui_.WaitedFor(), 750);
-  EXPECT_TRUE(ui_.Messages().empty());
-  EXPECT_TRUE(ui_.Statuses().empty());
+  EXPECT_EQ(ui.WaitedFor(), 750);
+  EXPECT_TRUE(ui.Messages().empty());
+  EXPECT_TRUE(ui.Statuses().empty());
 }
 
 TEST_F(StatementsTest, TheFourthLossIsReported) {
@@ -42,7 +42,7 @@ TEST_F(StatementsTest, TheFourthLossIsReported) {
   EXPECT_TRUE(statements_.dbOpenRec(records, read_));
   EXPECT_FALSE(records.IsOpen());
   EXPECT_EQ(server_.Count("open QBX"), 4);
-  EXPECT_EQ(ui_.MessageTexts(), QStringList{lostText_});
+  EXPECT_EQ(ui.MessageTexts(), QStringList{lostText_});
   EXPECT_TRUE(lastError_.DbErrorShown);
 }
 
@@ -51,14 +51,14 @@ TEST_F(StatementsTest, ExecuteBridgesOneLossOnly) {
   const QString sql = "UPDATE x";
   server_.Expect(sql, Lost());
   EXPECT_TRUE(statements_.dbExecute(sql).Ok());
-  EXPECT_TRUE(ui_.Messages().empty());
+  EXPECT_TRUE(ui.Messages().empty());
 
   server_.Expect(sql, Lost());
   server_.Expect(sql, Lost());
   EXPECT_EQ(statements_.dbExecute(sql).errorNumber, kUnspecifiedError);
-  EXPECT_EQ(ui_.MessageTexts(), (QStringList{"A problem has occured with the database connection. You should quit the "
-                                             "program and restart the computer.",
-                                             lostText_}));
+  EXPECT_EQ(ui.MessageTexts(), (QStringList{"A problem has occured with the database connection. You should quit the "
+                                            "program and restart the computer.",
+                                            lostText_}));
   EXPECT_EQ(lastError_.LastEmailErrorNo, kUnspecifiedError);
   EXPECT_EQ(lastError_.LastEmailError, "The connection is broken");
   EXPECT_EQ(LogLines().filter("dbExecute Error - UPDATE x").size(), 3);
@@ -70,15 +70,15 @@ TEST_F(StatementsTest, ACommandThatTellsLossesOnceSaysBothInOneBoxAndNothingMore
   const Statements::TellLossOnce once(statements_);
   for (int loss = 0; loss < 2; ++loss)
     server_.Expect(sql, Failure("General network error", kUnspecifiedError));
-  ui_.Answer("OK to quit?", MessageAnswer::kYes);
+  ui.Answer("OK to quit?", MessageAnswer::kYes);
   EXPECT_FALSE(statements_.dbExecute(sql).Ok());
-  ASSERT_EQ(ui_.Messages().size(), 1U);
-  EXPECT_TRUE(ui_.MessageTexts().first().startsWith("A problem has occured")) << "above the question";
+  ASSERT_EQ(ui.Messages().size(), 1U);
+  EXPECT_TRUE(ui.MessageTexts().first().startsWith("A problem has occured")) << "above the question";
   EXPECT_EQ(server_.Count("@TableKey=CONN"), 1) << "whichever routine opened it again";
   const qsizetype calls = server_.calls.size();
   EXPECT_FALSE(statements_.dbExecute(sql).Ok());
   EXPECT_EQ(server_.calls.size(), calls) << "nothing is changed by a program that ends";
-  EXPECT_EQ(ui_.Messages().size(), 1U);
+  EXPECT_EQ(ui.Messages().size(), 1U);
 }
 
 TEST_F(StatementsTest, ALossInsideATransactionIsNeverBridged) {
@@ -90,7 +90,7 @@ TEST_F(StatementsTest, ALossInsideATransactionIsNeverBridged) {
   EXPECT_TRUE(statements_.dbOpenRec(records, read_));
   EXPECT_FALSE(statements_.dbExecute("UPDATE x").Ok());
   EXPECT_EQ(server_.Count("open "), 1);
-  EXPECT_EQ(ui_.MessageTexts(), (QStringList{lostText_, lostText_}));
+  EXPECT_EQ(ui.MessageTexts(), (QStringList{lostText_, lostText_}));
 }
 
 TEST_F(StatementsTest, WithoutAConnectionEverythingFailsWithoutABox) {
@@ -102,9 +102,9 @@ TEST_F(StatementsTest, WithoutAConnectionEverythingFailsWithoutABox) {
   EXPECT_EQ(statements_.GetNextKeyID("TEMP"), 0);
   EXPECT_EQ(FillListFromQuery(statements_, read_, "Name"), std::nullopt);
   EXPECT_TRUE(server_.calls.isEmpty());
-  EXPECT_TRUE(ui_.Messages().empty());
-  EXPECT_TRUE(ui_.Statuses().empty());
-  EXPECT_EQ(ui_.WaitedFor(), 0);
+  EXPECT_TRUE(ui.Messages().empty());
+  EXPECT_TRUE(ui.Statuses().empty());
+  EXPECT_EQ(ui.WaitedFor(), 0);
 }
 
 TEST_F(StatementsTest, ACommandGivesItsFirstNumber) {
@@ -140,8 +140,8 @@ TEST_F(StatementsTest, FillsParametersInOrderWhateverTheirNames) {
   EXPECT_EQ(server_.calls.last(), "call proc_addp_Thing @Username=1 @EventType=b @TableID=3");
 
   EXPECT_FALSE(statements_.dbRunCommandWithParameters(procedure, std::vector<Value>(6, Value(1))));
-  EXPECT_EQ(ui_.MessageTexts(), QStringList{"\r\nItem cannot be found in the collection corresponding to the requested "
-                                            "name or ordinal."});
+  EXPECT_EQ(ui.MessageTexts(), QStringList{"\r\nItem cannot be found in the collection corresponding to the requested "
+                                           "name or ordinal."});
 }
 
 TEST_F(StatementsTest, SaysWhichParametersCouldNotBeLoaded) {
@@ -150,12 +150,12 @@ TEST_F(StatementsTest, SaysWhichParametersCouldNotBeLoaded) {
   Command command;
   statements_.PrepareCommand(command, "proc_selp_Foo");
   EXPECT_TRUE(command.parameters.empty());
-  EXPECT_EQ(ui_.StatusTexts(), QStringList{"Unable to load parameters for procedure: proc_selp_Foo..."});
-  EXPECT_FALSE(ui_.StatusVisible());
-  EXPECT_TRUE(ui_.Messages().empty());
+  EXPECT_EQ(ui.StatusTexts(), QStringList{"Unable to load parameters for procedure: proc_selp_Foo..."});
+  EXPECT_FALSE(ui.StatusVisible());
+  EXPECT_TRUE(ui.Messages().empty());
 
   EXPECT_FALSE(statements_.dbRunCommandWithParameters("proc_selp_Foo", {}));
-  EXPECT_EQ(ui_.MessageTexts(), QStringList{"Could not find procedure 'pselect_Foo'.\r\n"});
+  EXPECT_EQ(ui.MessageTexts(), QStringList{"Could not find procedure 'pselect_Foo'.\r\n"});
 }
 
 TEST_F(StatementsTest, ReadsNullByTheTypeOfTheField) {

@@ -5,9 +5,7 @@
 #include "diagnostics/error_report.h"
 #include "diagnostics/message_catalogue.h"
 #include "diagnostics/status_box.h"
-#include "support/fixed_clock.h"
-#include "support/scripted_ui.h"
-#include "support/temp_folder.h"
+#include "support/test_services.h"
 
 namespace qbx {
 namespace {
@@ -39,43 +37,34 @@ TEST(StatusBox, AddsDotsToPlainTexts) {
   }
 }
 
-class ErrorReportTest : public testing::Test {
- protected:
-  test::TempFolder folder_;
-  test::FixedClock clock_;
-  LogFile log_{clock_, folder_.File("log")};
-  test::ScriptedUi ui_;
-  StatusBox status_{ui_};
-  ErrorReport errors_{log_, status_, ui_};
-};
+struct ErrorReportTest : testing::Test, test::TestServices {};
 
 TEST_F(ErrorReportTest, LogsRecordsAndShows) {
   QStringList events;
-  errors_.SetEventWriter([&](int type, int table, const QString& key, const QString& details) {
-    EXPECT_FALSE(ui_.StatusVisible()) << "the status box would cover the message";
-    EXPECT_TRUE(ui_.Messages().empty());
+  errors.SetEventWriter([&](int type, int table, const QString& key, const QString& details) {
+    EXPECT_FALSE(ui.StatusVisible()) << "the status box would cover the message";
+    EXPECT_TRUE(ui.Messages().empty());
     events.append(QString("%1/%2/%3/%4").arg(type).arg(table).arg(key, details));
   });
-  status_.ShowStatus("Working");
-  errors_.ShowError(12, "ProcessQuery", "Overflow");
-  EXPECT_EQ(folder_.Read("log"),
-            QByteArray("10:20:30  ERROR: Overflow.\rThe Location ID is 12. (in ProcessQuery)\r\n"));
+  status.ShowStatus("Working");
+  errors.ShowError(12, "ProcessQuery", "Overflow");
+  EXPECT_EQ(Log(), QString("10:20:30  ERROR: Overflow.\rThe Location ID is 12. (in ProcessQuery)\r\n"));
   EXPECT_EQ(events, QStringList{"6/0/12/Overflow"});
-  ASSERT_EQ(ui_.Messages().size(), 1U);
-  const Message& message = ui_.Messages()[0];
+  ASSERT_EQ(ui.Messages().size(), 1U);
+  const Message& message = ui.Messages()[0];
   EXPECT_EQ(message.text,
             "An unexpected error occured.\r\rOverflow.\rThe Location ID is 12.\r\r"
             "Please contact QBX if you are unsure about this message.");
   EXPECT_EQ(message.title, "Error");
   EXPECT_EQ(message.icon, MessageIcon::kExclamation);
-  EXPECT_FALSE(ui_.Busy());
+  EXPECT_FALSE(ui.Busy());
 }
 
 TEST_F(ErrorReportTest, AsksForARestartWhenSerious) {
-  errors_.ShowError(3, "Merge", "Out of memory.", true);
-  EXPECT_EQ(ui_.MessageTexts(), QStringList{"An unexpected error occured.\r\rThe Description is: Out of memory.\r"
-                                            "The Location ID is 3.\r\r"
-                                            "You should cancel any unsaved changes and restart the application."});
+  errors.ShowError(3, "Merge", "Out of memory.", true);
+  EXPECT_EQ(ui.MessageTexts(), QStringList{"An unexpected error occured.\r\rThe Description is: Out of memory.\r"
+                                           "The Location ID is 3.\r\r"
+                                           "You should cancel any unsaved changes and restart the application."});
 }
 
 TEST(MessageCatalogue, FillsPlaceholders) {

@@ -3,26 +3,20 @@
 #include <gtest/gtest.h>
 
 #include "support/fakes.h"
-#include "support/fixed_clock.h"
-#include "support/temp_folder.h"
+#include "support/test_services.h"
 
 namespace qbx {
 namespace {
 
-class ServiceControlTest : public testing::Test {
+class ServiceControlTest : public testing::Test, protected test::TestServices {
  protected:
   [[nodiscard]] QStringList LogLines() const {
-    if (folder_.Names().isEmpty()) return {};
-    const QString log = QString::fromUtf8(folder_.Read("log"));
-    return log.split("\r\n", Qt::SkipEmptyParts).replaceInStrings("10:20:30  ", QString());
+    return Log().split("\r\n", Qt::SkipEmptyParts).replaceInStrings("10:20:30  ", QString());
   }
 
   const QString name_ = "mssql$qbx";
-  test::TempFolder folder_;
-  test::FixedClock clock_;
-  LogFile log_{clock_, folder_.File("log")};
   test::FakeServices services_;
-  ServiceControl control_{services_, log_};
+  ServiceControl control_{services_, log};
 };
 
 TEST_F(ServiceControlTest, AMissingServiceIsNoFailure) {

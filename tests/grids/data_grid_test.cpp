@@ -78,29 +78,6 @@ TEST_F(DeletingRows, OnlyAsTheGridAllows) {
   EXPECT_EQ(Ask("SELECT count(*) FROM Lines").ToInt(), 4) << "a grid that is not editable only hides rows";
 }
 
-TEST_F(DeletingRows, OneByOneInAnEditableGrid) {
-  grid_.AllowDelete(true);
-  grid_.EditMode(true);
-  ClickCell(0, "ID");
-  ClickCell(2, "ID", Qt::ShiftModifier);
-  CtrlDelete();
-  EXPECT_EQ(LastMessage(), "Deleting multiple rows is not supported.");
-  EXPECT_EQ(grid_.RowCount(), 4);
-
-  ClickCell(1, "ID");
-  CtrlDelete();
-  EXPECT_EQ(Shown("ID"), "1 3 4");
-  EXPECT_EQ(Rows("SELECT ID FROM Lines"), QStringList({"1", "3", "4"}));
-  EXPECT_EQ(grid_.RecordID(), 3) << "the next row is current";
-  EXPECT_EQ(deleted_, QList<qint64>{2});
-
-  Run("DROP TABLE Lines");
-  CtrlDelete();
-  EXPECT_EQ(LastMessage(), "Error deleting currently selected row. It may have already been deleted.");
-  EXPECT_EQ(Shown("ID"), "1 3 4") << "what is still there is still shown";
-  EXPECT_EQ(deleted_.size(), 1);
-}
-
 TEST_F(DeletingRows, AllOfThem) {
   grid_.EditMode(true);
   mayDelete_ = false;
@@ -195,26 +172,6 @@ TEST_F(GridFixture, TypingFindsInTheSortedColumn) {
   QTest::keyClicks(view_, "van d");
   EXPECT_EQ(current(), "Van Dyk");
   EXPECT_EQ(clicks, 0) << "a blank inside of what is typed is no click";
-}
-
-TEST_F(GridFixture, OneClickOrSpaceAnswersOnce) {
-  Fill(3);
-  Connect();
-  QStringList clicked;
-  QObject::connect(&grid_, &cDataGrid::CellClicked, [&clicked, this](const QString& field, qint64 id) {
-    clicked += field + QString::number(id);
-    grid_.Requery();
-  });
-  ClickCell(1, "Ticked");
-  Press(Qt::Key_Space);
-  ClickCell(2, "Ticked", Qt::ControlModifier);
-  QTest::mouseClick(view_->viewport(), Qt::RightButton, {}, view_->visualRect(view_->model()->index(0, 4)).center());
-  EXPECT_EQ(clicked, QStringList({"Ticked2", "Ticked2"}));
-  const QPoint cell = view_->visualRect(view_->model()->index(2, 4)).center();
-  QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, cell);
-  QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, cell);
-  QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, cell);
-  EXPECT_EQ(clicked.size(), 3) << "the second click of a double-click is none";
 }
 
 TEST_F(GridFixture, SpaceIsAClickOnTheEditButton) {

@@ -39,49 +39,6 @@ TEST(SampleGarageFile, IsTheSameForTheSameSettings) {
   EXPECT_NE(make("d.db", {120, 4, kDay.addDays(1)}), first);
 }
 
-// What each description says, counted without the procedures.
-TEST_F(SampleGarage, ACampaignSelectsWhatItsDescriptionSays) {
-  const QString reachable = "No_Marketing = 0 AND IsNull(Consent_Response, 0) <> 2 AND ";
-  const QString lastInvoice =
-      "(SELECT max(Invoice_Date) FROM Services s WHERE s.Customer = c.Customer AND Record_Type = 0) ";
-  const auto customers = [&](const char* condition) {
-    return QString("SELECT COUNT(*) FROM Customers c WHERE ") + reachable + QLatin1String(condition);
-  };
-  const auto vehicles = [&](const char* condition) {
-    return QString("SELECT COUNT(*) FROM Customers c JOIN Vehicles v USING (Customer) WHERE ") + reachable +
-           QLatin1String(condition);
-  };
-  struct Described {
-    const char* description;
-    const char* call;
-    QString expected;
-  };
-  const Described cases[] = {
-      {"Customers whose last invoice is more than two years old.", "Customers -1, 'T', '%1', '%2', @Lapsed = 1",
-       customers("{last} < '2024-03-04'")},
-      {"Vehicles whose MOT is due within the next two months.", "Vehicles -1, 'T', '%1', '%2', @Recall_ID = 1",
-       vehicles("Recall_Date1 BETWEEN '2026-03-04' AND '2026-05-04'")},
-      {"Everybody who was invoiced within the last three months.", "Customers -1, 'T', '%1', '%2', @Recent = 1",
-       customers("{last} >= '2025-12-04'")},
-      {"The 25 customers who spent most within twelve months.",
-       "Customers -1, 'T', '%1', '%2', @Top = 1, @Criteria = 25", "SELECT 25"},
-      {"Vehicles of three makes, for the specialist's day.",
-       "Vehicles -1, 'T', '%1', '%2', @Makes = 'Audi,BMW,Volkswagen'",
-       vehicles("Make IN ('Audi', 'BMW', 'Volkswagen')")},
-      {"All vehicles with a last known mileage above 80,000.",
-       "Vehicles -1, 'T', '%1', '%2', @FilterMileage = 1, @FromMileage = 80000", vehicles("Last_Mileage > 80000")}};
-  const QStringList stored =
-      Rows("SELECT Campaign_Description, date(Date1), date(Date2) FROM Marketing_Campaigns ORDER BY ID");
-  ASSERT_EQ(static_cast<size_t>(stored.size()), std::size(cases));
-  for (qsizetype i = 0; i < stored.size(); ++i) {
-    const Described& each = cases[i];
-    EXPECT_EQ(stored[i].section('|', 0, 0), each.description);
-    const QString call = QString("proc_Marketing_AddAll") + QLatin1String(each.call);
-    const qint64 rows = Run(call.arg(stored[i].section('|', 1, 1), stored[i].section('|', 2, 2))).RecordCount();
-    EXPECT_EQ(rows, Ask(QString(each.expected).replace("{last}", lastInvoice)).ToInt()) << each.description;
-  }
-}
-
 TEST_F(SampleGarage, NobodyRealCanBeReached) {
   const QRegularExpression mobile("^07700900[0-8]\\d\\d$");
   const QRegularExpression telephone("^01632 960\\d{3}$");

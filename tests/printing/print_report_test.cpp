@@ -121,7 +121,8 @@ TEST_F(PrintReportTest, FillsParametersAndShowsTheTitle) {
               "<formula name='@ReportTitle'>\"The \"\"list\"\"\"</formula><formula name='@Landscape'>\"yes\"</formula>"
               "<reportHeader height='5'>" +
                   texts + "</reportHeader></report>");
-  const ReportRunValues values{Value(3), Value(QDate(2026, 2, 1).startOfDay(Qt::UTC)), Value(QString("")), Value(QString("more"))};
+  const ReportRunValues values{Value(3), Value(QDate(2026, 2, 1).startOfDay(Qt::UTC)), Value(QString("")),
+                               Value(QString("more"))};
   EXPECT_EQ(Run(Write(xml), ReportMode::kPreview, values), ReportOutcome::kOut);
   EXPECT_THAT(outlet.texts, ElementsAre("Pat", "run-1", "2026", "", "12", ""));
   EXPECT_EQ(outlet.caption, "The list");
@@ -161,28 +162,6 @@ TEST_F(PrintReportTest, WhatCannotBeginSaysSoAndOpensNothing) {
     EXPECT_EQ(message.icon, MessageIcon::kExclamation);
   EXPECT_FALSE(host.ui.StatusVisible() || host.ui.Busy());
   EXPECT_EQ(Logged().size(), 1) << "only the run that began is logged";
-}
-
-TEST_F(PrintReportTest, DamagedDefinitionsCanBeRetriedAndGivenUp) {
-  const QString path = Write("<report version='1'>\n<page/><movie/></report>");
-  host.ui.OnMessage([&](const Message& message) -> std::optional<MessageAnswer> {
-    if (message.buttons != MessageButtons::kAbortRetryIgnore) return std::nullopt;
-    EXPECT_FALSE(host.ui.Busy() || host.ui.StatusVisible());
-    EXPECT_EQ(message.title, "Application Error");
-    EXPECT_EQ(message.icon, MessageIcon::kStop);
-    EXPECT_TRUE(message.text.startsWith("The following error has occured in PrintReport - 1 :  Test.RPT, line 2: "))
-        << message.text.toStdString();
-    if (host.ui.Messages().size() > 2) return MessageAnswer::kAbort;
-    if (host.ui.Messages().size() == 2) Write(Definition({}, {}));  // mended meanwhile
-    return MessageAnswer::kRetry;
-  });
-  EXPECT_EQ(Run(path), ReportOutcome::kOut);
-  Write("<report version='1'>\n<page/><movie/></report>");
-  EXPECT_EQ(Run(path), ReportOutcome::kFailed);
-  host.ui.OnMessage({});
-  host.ui.Answer("line 2", MessageAnswer::kIgnore);
-  EXPECT_EQ(Run(path), ReportOutcome::kFailed);
-  EXPECT_EQ(host.ui.MessageTexts().back(), "Unable to generate the report at this time.");
 }
 
 TEST_F(PrintReportTest, WithoutAConnectionEachTableIsNamedOnce) {

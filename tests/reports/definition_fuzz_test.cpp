@@ -85,8 +85,8 @@ TEST(DefinitionFuzzTest, DamagedDefinitionsAreRefusedOrLaidOut) {
   HeldRows rows;
   HeldRows::Table& table = rows.tables["SELECT"] = {{"LetterID", "Letter", "NameAddress"}, {}};
   for (int i = 0; i < 5; ++i)
-    table.rows.push_back(
-        {Value(i), Value(QString("{\\rtf1 ") + QString("a line\\par ").repeated(60 * i) + "}"), Value("A\nB")});
+    table.rows.push_back({Value(i), Value(QString("{\\rtf1 ") + QString("a line\\par ").repeated(60 * i) + "}"),
+                          Value(QString("A\nB"))});
   int read = 0;
   for (int round = 0; round < (given ? rounds : 200); ++round) {
     const QString path = folder.Write("test.rpt", damage.Definition());

@@ -13,7 +13,7 @@ namespace {
 Value LookUp(FormulaName kind, const QString& name) {
   if (kind == FormulaName::kParameter) return name == u"@Days" ? Value(30) : Value();
   if (kind == FormulaName::kFormula) return Value(QString("<") + name + ">");
-  return name == u"Age" ? Value(4.5) : name == u"Customer" ? Value("Ann \"A\" + B") : Value();
+  return name == u"Age" ? Value(4.5) : name == u"Customer" ? Value(QString("Ann \"A\" + B")) : Value();
 }
 
 TEST(FormulaTest, Values) {

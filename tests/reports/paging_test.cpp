@@ -35,9 +35,9 @@ TEST(Paging, GroupsHaveTheirSumsAndTheReportItsOwn) {
                   "</detail><reportFooter height='5'>" + Text("<sum name='Price'/> of <count/>") + "</reportFooter>");
   const QDateTime day = QDate(2026, 1, 31).startOfDay(Qt::UTC);
   test.rows.tables["Sales"] = {{"City", "Price", "When", "Paid"},
-                               {{Value("Bath"), Value(1234.5), Value(day), Value(true)},
-                                {Value("Bath"), Value(2), Value(), Value(false)},
-                                {Value("York"), Value(0.25), Value(day), Value()}}};
+                               {{Value(QString("Bath")), Value(1234.5), Value(day), Value(true)},
+                                {Value(QString("Bath")), Value(2), Value(), Value(false)},
+                                {Value(QString("York")), Value(0.25), Value(day), Value()}}};
   EXPECT_THAT(test.Pages(), ElementsAre(u"In Bath, so far 1|1,234.5 31/01/26 yes|2.0  no|1236.50 of 2|"
                                         "In York, so far 1|0.3 31/01/26 |0.25 of 1|1236.75 of 3"));
 }
@@ -117,7 +117,7 @@ TEST(Paging, WhatGrowsMovesWhatStandsBelow) {
                       Text("below", "x='0' y='6' width='60' height='5'") +
                       Text("beside", "x='70' y='2' width='60' height='5'") + "</detail><pageFooter height='10'/>",
                   kA5);
-  HeldRows::Table& table = test.rows.tables["T"] = {{"N"}, {{Value("1\n2\n3\n4")}, {Value("5")}}};
+  HeldRows::Table& table = test.rows.tables["T"] = {{"N"}, {{Value(QString("1\n2\n3\n4"))}, {Value(QString("5"))}}};
   EXPECT_THAT(test.Pages(0, true), ElementsAre("1\n2\n3\n4@0|beside@2|below@17|5@22|beside@24|below@28"));
   // Taller than a page: cut, and nothing runs over the footer or gets lost.
   table.rows = {{Value(QString("row\n").repeated(200))}};
@@ -174,8 +174,8 @@ TEST(Paging, SubreportsReadTheRowsOfTheirRow) {
       Text("<field name='Car'/>") + "</detail><reportFooter height='5'>" + Text("<count/>") +
       "</reportFooter></subreport></detail>");
   test.rows.tables["[Owners]"] = Numbers(2);
-  test.rows.tables["Owner = 2"] = {{"Car"}, {{Value("Mini")}, {Value("Polo")}}};
-  test.report.SetCurrentValue("{?@Town}", "'; {?@Owner} --");
+  test.rows.tables["Owner = 2"] = {{"Car"}, {{Value(QString("Mini"))}, {Value(QString("Polo"))}}};
+  test.report.SetCurrentValue("{?@Town}", QString("'; {?@Owner} --"));
   EXPECT_THAT(test.Pages(), ElementsAre("1|1:|0|2:|Mini|Polo|2"));
   EXPECT_THAT(test.rows.statements, ElementsAre("SELECT * FROM [Owners] WHERE Town = '''; {?@Owner} --' ORDER BY N",
                                                 "SELECT Car FROM Cars WHERE Owner = 1 AND Town = '''; {?@Owner} --'",
@@ -193,7 +193,8 @@ TEST(Paging, LettersAreCutBetweenLinesAndNothingIsLostOrRepeated) {
   for (int i = 0; i < 1200; ++i)
     words += QString("w%1").arg(i);
   const QString letter = QString("{\\rtf1 ") + words.join(u' ') + "\\par\\page x\\uFDD2?y\\par}";
-  test.rows.tables["Letters"] = {{"ID", "Letter"}, {{Value(1), Value(letter)}, {Value(2), Value("{\\rtf1 short}")}}};
+  test.rows.tables["Letters"] = {{"ID", "Letter"},
+                                 {{Value(1), Value(letter)}, {Value(2), Value(QString("{\\rtf1 short}"))}}};
   const QStringList pages = test.PdfText({"-raw"}).split(u'\f', Qt::SkipEmptyParts);
   ASSERT_GE(pages.size(), 5) << "the letter needs three pages, its page break a fourth";
   EXPECT_TRUE(pages.back().contains("short") && pages.back().contains("1/1"));

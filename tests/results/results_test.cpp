@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include "results/counters.h"
-#include "results/flags.h"
 #include "results/results_view.h"
 #include "settings/options.h"
 #include "settings/startup_values.h"
@@ -34,7 +33,6 @@ class ResultRows : public testing::Test {
   test::EmbeddedHost host_;
   Counters counters_{host_.statements, host_.diagnostics};
   ResultsView view_{host_.statements, counters_, host_.diagnostics};
-  ResultFlags flags_{host_.statements, view_, host_.diagnostics};
 };
 
 TEST_F(ResultRows, DisplayReadsTheCampaignsRowsAndCounters) {

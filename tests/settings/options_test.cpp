@@ -30,7 +30,6 @@ struct OptionsTest : testing::Test, EmbeddedHost {
     Run(QString("UPDATE _Options SET %1 = %2").arg(QLatin1String(name), SqlQuoted(text)));
   }
   void Drop(const char* key) { Run(QString("ALTER TABLE _Options DROP COLUMN ") + QLatin1String(key)); }
-  QString Log() { return QString::fromUtf8(folder.Read("MARKETING.LOG")); }
 };
 
 TEST_F(OptionsTest, NullKeysGetTheirDefaults) {

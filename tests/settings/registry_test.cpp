@@ -6,7 +6,7 @@
 #include "registry/file_registry_store.h"
 #include "settings/registry_values.h"
 #include "support/memory_registry_store.h"
-#include "test_services.h"
+#include "support/test_services.h"
 
 namespace qbx::test {
 namespace {

@@ -6,7 +6,7 @@
 #include <QFileInfo>
 
 #include "settings/service_settings.h"
-#include "test_services.h"
+#include "support/test_services.h"
 
 namespace qbx::test {
 namespace {

@@ -81,21 +81,6 @@ TEST_F(StartTest, GoesOnWithoutADatabase) {
   EXPECT_FALSE(QFile::exists(folder.File(kDatabase + ".db")));
 }
 
-TEST_F(StartTest, GoesOnWhenTheServerCannotBeReached) {
-  PutMachine("\\Login", "Server", "FARAWAY");
-  ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
-  EXPECT_FALSE(application->hostConnection.Connected());
-  ASSERT_EQ(ui.Messages().size(), 1U);
-  EXPECT_EQ(ui.Messages().front().icon, MessageIcon::kStop);
-  EXPECT_THAT(ui.Messages().front().text.toStdString(), HasSubstr("FARAWAY"));
-  EXPECT_EQ(application->options.DatabaseVersion, 0);
-
-  ui.Clear();
-  PutMachine("\\Login", "Server", "workshop-pc");
-  EXPECT_EQ(Launch(kUser), StartOutcome::kRunning);
-  EXPECT_EQ(ui.Messages().front().icon, MessageIcon::kStop) << "no service is offered: this computer's may be well";
-}
-
 TEST_F(StartTest, ADamagedIniFileMeansDefaults) {
   MakeDatabase(kDatabase);
   const QByteArray damaged("[App\0\xff\xfe]]\nName", 14);

@@ -9,15 +9,13 @@
 #include "database/statements.h"
 #include "hostdb/database_upgrade.h"
 #include "hostdb/host_database.h"
-#include "support/fixed_clock.h"
-#include "support/scripted_ui.h"
-#include "support/temp_folder.h"
+#include "support/test_services.h"
 
 namespace qbx::test {
 
 /// Opens on a new host database, as user "TESTER". Statements of a test run below the statement routines and fail the
 /// test by themselves.
-struct EmbeddedHost {
+struct EmbeddedHost : TestServices {
   EmbeddedHost() {
     context.user = "TESTER";
     context.DatabaseVersion = kHostSchemaVersion;
@@ -62,13 +60,6 @@ struct EmbeddedHost {
     return lines;
   }
 
-  TempFolder folder;
-  FixedClock clock;
-  ScriptedUi ui;
-  LogFile log{clock, folder.File("MARKETING.LOG")};
-  StatusBox status{ui};
-  ErrorReport errors{log, status, ui};
-  Diagnostics diagnostics{clock, log, ui, status, errors};
   EmbeddedEngine engine{folder.Path(), clock, KeepUpToDate};
   Connection connection{engine.Factory()};
   EventContext context;

@@ -24,7 +24,6 @@ class SandboxProcess {
   [[nodiscard]] int HttpPort() const { return httpPort_; }
   [[nodiscard]] int SmtpPort() const { return smtpPort_; }
   [[nodiscard]] int SmtpsPort() const { return smtpsPort_; }
-  [[nodiscard]] int PagePort() const { return pagePort_; }
   [[nodiscard]] QString Folder() const { return folder_.Path(); }
   /// What `SMS_Server` has to be.
   [[nodiscard]] QString Gateway() const { return QString("http://127.0.0.1:%1").arg(httpPort_); }

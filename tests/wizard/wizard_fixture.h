@@ -22,7 +22,6 @@ class Wizard : public testing::Test {
     return host_.Rows(
         QString("SELECT Customer FROM [Campaign Results] WHERE CampaignID = %1 ORDER BY 1").arg(campaign));
   }
-  QStringList Events() { return host_.Rows("SELECT Details FROM _Log WHERE EventType = 9 ORDER BY LogID"); }
 
   EmbeddedHost host_;
   Options options_;

@@ -204,22 +204,6 @@ TEST_F(WidgetUiTest, EscInAMessageIsTheAnswerThatDoesLeast) {
   }
 }
 
-TEST_F(WidgetUiTest, TheInputBoxGivesTheTypedTextOnOkAlone) {
-  const auto ask = [this](bool ok) {
-    QTimer::singleShot(0, &window, [ok] {
-      QWidget* box = Shown("frmInputBox");
-      ASSERT_NE(box, nullptr);
-      auto* input = box->findChild<QLineEdit*>("txtInput");
-      EXPECT_EQ(input->selectedText(), "old");
-      QTest::keyClicks(input, "new");
-      QTest::keyClick(input, ok ? Qt::Key_Return : Qt::Key_Escape);
-    });
-    return ui.InputBox({.prompt = "Name:", .title = QString(), .defaultText = "old"});
-  };
-  EXPECT_EQ(ask(true), "new");
-  EXPECT_EQ(ask(false), QString());
-}
-
 TEST_F(WidgetUiTest, AQuitThatLogicAskedForWaitsForItsEnd) {
   QDialog dialog(&window);
   dialog.open();
