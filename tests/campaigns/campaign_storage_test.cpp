@@ -30,7 +30,7 @@ CampaignRecord FullRecord() {
       if constexpr (std::is_same_v<Type, QDateTime>)
         value = QDateTime(QDate(2024, 2, 29), QTime(23, 59, 59), Qt::UTC).addYears(number % 9);
       if constexpr (std::is_same_v<Type, QString>)
-        value = QString("O'Brien \"50%\"\r\n\u20AC \U0001F697 {contact}; -- ") + QLatin1String(field.name);
+        value = QString("O'Brien \"50%\"\r\n\u20AC \U0001F697 {contact}; -- ") + field.name;
     };
     std::visit(set, field.member);
   }

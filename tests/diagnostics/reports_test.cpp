@@ -23,9 +23,9 @@ TEST(StatusBox, AddsDotsToPlainTexts) {
   for (const auto& each : cases) {
     test::ScriptedUi ui;
     StatusBox box(ui);
-    box.ShowStatus(QLatin1String(each.text), true, each.style);
+    box.ShowStatus(each.text, true, each.style);
     ASSERT_EQ(ui.Statuses().size(), 1U);
-    EXPECT_EQ(ui.Statuses()[0].message, QLatin1String(each.shown));
+    EXPECT_EQ(ui.Statuses()[0].message, each.shown);
     EXPECT_EQ(ui.Statuses()[0].highlighted, each.highlighted) << each.text;
     EXPECT_TRUE(ui.Statuses()[0].showCancel);
     EXPECT_TRUE(box.Visible());

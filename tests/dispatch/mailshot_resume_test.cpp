@@ -11,21 +11,6 @@ using testing::IsEmpty;
 
 class MailshotResumeTest : public MailshotFixture {};
 
-TEST_F(MailshotResumeTest, PausesAfterTheCurrentRowAndGoesOnWithTheNext) {
-  desk.AddRow(101, "07700900101", "a@x.test");
-  desk.AddRow(102, "07700900102", "b@x.test");
-  MailshotObserver nobody;
-  Mailshot user = desk.MakeMailshot(nobody);
-  AtPoint observer(MailshotPoint::kAfterSend, [&](qint64) {
-    if (!desk.state.StopSending) user.Pause();
-  });
-  EXPECT_EQ(desk.MakeMailshot(observer).Send(kCampaign, desk.templates).end, MailshotEnd::kPaused);
-  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test"));
-  EXPECT_THAT(desk.LogTexts().mid(1), ElementsAre("Pausing Sending", "Processing has been paused"));
-  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
-  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "07700900102", "a@x.test", "b@x.test"));
-}
-
 TEST_F(MailshotResumeTest, SendsOnlyTheTextOfARowWhoseEMailWentAlone) {
   desk.AddRow(101, "07700900101", "a@x.test");
   desk.AddRow(102, "07700900102", "");
@@ -153,21 +138,6 @@ TEST_F(MailshotClaimTest, HoldsTheCampaignWhileItRunsAndSaysThatItLives) {
   });
   EXPECT_EQ(desk.MakeMailshot(observer).Send(kCampaign, desk.templates).end, MailshotEnd::kFinished);
   EXPECT_THAT(claims, ElementsAre("TESTER|WORKSHOP-PC|4711|0", "TESTER|WORKSHOP-PC|4711|1"));
-}
-
-TEST_F(MailshotClaimTest, StopsWhenAnotherRunTookTheCampaignOver) {
-  // A computer that was asleep for long wakes up in the middle of its run.
-  desk.AddRow(101, "07700900101", "");
-  desk.AddRow(102, "07700900102", "");
-  AtPoint observer(MailshotPoint::kRowStarted, [this](qint64) {
-    desk.host.clock.AdvanceSeconds(3600);
-    Claim("OFFICE-PC", 1, 1, 0);
-  });
-  const MailshotSummary summary = desk.MakeMailshot(observer).Send(kCampaign, desk.templates);
-  EXPECT_EQ(summary.end, MailshotEnd::kFailed);
-  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101"));
-  EXPECT_EQ(desk.host.Ask("SELECT Computer FROM Campaign_Claims").ToText(), "OFFICE-PC");
-  EXPECT_TRUE(Told().join("").startsWith("This run was stopped"));
 }
 
 }  // namespace

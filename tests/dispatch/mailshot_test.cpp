@@ -309,27 +309,6 @@ TEST_F(MailshotTest, NeedsNeitherCreditsNorTheGatewayForEMailsAlone) {
   EXPECT_EQ(desk.Processed().size(), 4);
 }
 
-TEST_F(MailshotTest, LeavesAloneWhatIsWithdrawnMeanwhile) {
-  const qint64 first = desk.AddRow(101, "07700900101", "a@x.test");
-  desk.AddRow(102, "07700900102", "b@x.test");
-  const qint64 third = desk.AddRow(103, "07700900103", "c@x.test");
-  desk.AddRow(104, "07700900104", "d@x.test");
-  AtPoint observer(MailshotPoint::kRowFinished, [&](qint64 record) {
-    if (record != first) return;
-    desk.host.Run("DELETE FROM [Campaign Results] WHERE Customer = 102");
-    ToggleProcessed(third);
-    desk.host.Run("UPDATE [Campaign Results] SET Send_SMS = 0 WHERE Customer = 104");
-  });
-  const MailshotSummary summary = desk.MakeMailshot(observer).Send(kCampaign, desk.templates);
-  EXPECT_EQ(summary.end, MailshotEnd::kFinished);
-  EXPECT_EQ(summary.smsSent + summary.smsFailed + summary.inDoubt, 1);
-  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test", "d@x.test"));
-  EXPECT_EQ(desk.LogTexts().filter("Not sent to: 10").size(), 3);
-  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);  // what is left of the last row is done already
-  EXPECT_EQ(Reached(sandbox).size(), 3);
-  EXPECT_THAT(desk.Processed(), ElementsAre("101", "103", "104"));
-}
-
 TEST_F(MailshotTest, GoesOnWhenRecordsCannotBeWritten) {
   desk.host.Run("DROP TABLE SMS; DROP TABLE Emails");
   desk.AddRow(101, "07700900101", "a@x.test");
@@ -337,32 +316,6 @@ TEST_F(MailshotTest, GoesOnWhenRecordsCannotBeWritten) {
   EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
   EXPECT_THAT(Told(), IsEmpty());
   EXPECT_THAT(desk.Processed(), ElementsAre("101", "102"));
-}
-
-TEST_F(MailshotTest, SendsNothingAgainWhenOnlyTheMarkFailed) {
-  desk.AddRow(101, "07700900101", "a@x.test");
-  desk.host.Run(
-      "CREATE TRIGGER Locked BEFORE UPDATE OF Processed ON [Campaign Results] BEGIN SELECT RAISE(ABORT, 'locked'); "
-      "END");
-  EXPECT_EQ(desk.Send().smsSent, 1);
-  EXPECT_EQ(Told().size(), 1);
-  desk.host.Run("DROP TRIGGER Locked");
-  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
-  EXPECT_THAT(desk.Processed(), ElementsAre("101"));
-  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test"));
-}
-
-TEST_F(MailshotTest, RecordJournalAndMarkAreOneStepWhenTheProcessEnds) {
-  desk.AddRow(101, "07700900101", "");
-  struct End {};
-  for (const auto& [point, done] : {std::pair(MailshotPoint::kBeforeCommit, 0), {MailshotPoint::kAfterCommit, 1}}) {
-    desk.host.Run("DELETE FROM Send_Journal");
-    AtPoint observer(point, [](qint64) { throw End(); });
-    EXPECT_THROW(desk.MakeMailshot(observer).Send(kCampaign, desk.templates), End);
-    EXPECT_EQ(desk.host.Rows("SELECT Customer FROM SMS").size(), done);
-    EXPECT_EQ(Journal(), QStringList(done ? "101|1|1" : "101|1|0"));
-    EXPECT_EQ(desk.Processed().size(), done);
-  }
 }
 
 TEST_F(MailshotTest, EndsWithAReportWhenTheJournalCannotBeWritten) {

@@ -29,9 +29,9 @@ TEST_F(GridFixture, AHeadingSortsAndTurnsRound) {
            {"Due", "2 5 3 4 1", "[Due] ASC"},
            {"Ticked", "4 2 5 1 3", "[Ticked] ASC"},
        }) {
-    ClickHeading(QLatin1String(click.field));
-    EXPECT_EQ(Shown("ID"), QLatin1String(click.ids)) << click.sort;
-    EXPECT_EQ(grid_.sSortString(), QLatin1String(click.sort));
+    ClickHeading(click.field);
+    EXPECT_EQ(Shown("ID"), click.ids) << click.sort;
+    EXPECT_EQ(grid_.sSortString(), click.sort);
     EXPECT_EQ(grid_.CurrentRow(), 0);
   }
   Run("UPDATE Lines SET Ticked = 1 WHERE ID = 2");
@@ -246,8 +246,8 @@ TEST_F(GridFixture, FiltersInWordsAndFindsLines) {
            {"Nonsense = 1", "1 2 3 4 5 6 7 8 9"},
            {"ID = ", "1 2 3 4 5 6 7 8 9"},
        }) {
-    grid_.sFilter(QLatin1String(filter));
-    EXPECT_EQ(Shown("ID"), QLatin1String(ids)) << filter;
+    grid_.sFilter(filter);
+    EXPECT_EQ(Shown("ID"), ids) << filter;
   }
   EXPECT_TRUE(grid_.FindLine("Last_Name", Value(QString("name 5"))));
   EXPECT_EQ(grid_.RecordID(), 5);

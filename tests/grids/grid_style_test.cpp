@@ -91,7 +91,8 @@ TEST(GridColumns, CellsAsTheyAreShown) {
 
 TEST(GridStatements, KeysThatAreNoNumbersAreQuoted) {
   EXPECT_EQ(DeleteRowStatement("Campaign_Results", {Value(12)}), "proc_delp_Campaign_Results ( 12 )");
-  EXPECT_EQ(DeleteRowStatement("X", {Value(QString("O'Neil")), Value(-3), Value()}), "proc_delp_X ( 'O''Neil', -3, NULL )");
+  EXPECT_EQ(DeleteRowStatement("X", {Value(QString("O'Neil")), Value(-3), Value()}),
+            "proc_delp_X ( 'O''Neil', -3, NULL )");
   EXPECT_EQ(InsertRowStatement("X", 5, 6, "'a'"), "proc_addp_X_InsertRow ( 5, 6, 'a')");
 }
 

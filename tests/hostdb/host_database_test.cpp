@@ -64,8 +64,9 @@ TEST_F(HostDatabase, KeysNeverComeTwice) {
 TEST_F(HostDatabase, CampaignsKeepTheirHistory) {
   const qint64 id = Save("Spring");
   const qint64 copy = Ask(QString("proc_copy_Marketing_Campaign %1, 'Autumn', 'TESTER'").arg(id)).ToInt();
-  EXPECT_EQ(Rows("SELECT Campaign_Name, Step1, Step2, Makes FROM Marketing_Campaigns WHERE ID > " + QString::number(id)),
-            QStringList("Autumn|False|False|Audi, Ford"));
+  EXPECT_EQ(
+      Rows("SELECT Campaign_Name, Step1, Step2, Makes FROM Marketing_Campaigns WHERE ID > " + QString::number(id)),
+      QStringList("Autumn|False|False|Audi, Ford"));
   Run(QString("proc_updp_Marketing_Campaign_Details %1, 'Late autumn', NULL, 'ANN'").arg(copy));
   Run(QString("proc_delp_Marketing_Campaign %1, 'ANN'").arg(copy));
   EXPECT_EQ(History(),
@@ -77,7 +78,7 @@ TEST_F(HostDatabase, CampaignsKeepTheirHistory) {
 TEST_F(HostDatabase, ACampaignThatIsGoneIsNotChangedSilently) {
   for (const char* call :
        {"proc_updp_Marketing_Campaign_Details 77, 'x', 'y', 'ANN'", "proc_copy_Marketing_Campaign 77, 'x', 'ANN'"})
-    EXPECT_THROW(connection.Driver().Execute(QLatin1String(call)), DatabaseError) << call;
+    EXPECT_THROW(connection.Driver().Execute(call), DatabaseError) << call;
   EXPECT_EQ(History(), QStringList());
 }
 
@@ -142,9 +143,8 @@ TEST_F(HostDatabase, ObjectsAreRenewedWhenOurTextChangesAndOnlyThen) {
         "(SELECT COUNT(*) FROM sqlite_master WHERE name IN ('Of_The_Host', 'Ours_Once'))");
   };
   const auto reopen = [this](const char* installed) {
-    Run("UPDATE _Version SET Objects_Fingerprint = 'another'; UPDATE _Installed SET Fingerprint = "
-        "'another' WHERE " +
-        QLatin1String(installed));
+    Run(QString("UPDATE _Version SET Objects_Fingerprint = 'another'; UPDATE _Installed SET Fingerprint = 'x' WHERE ") +
+        installed);
     connection.Reopen();
   };
   Run("DELETE FROM _Procedures WHERE Name = 'proc__OptionVersion'; DROP TRIGGER Campaign_Results_Count_Move; "

@@ -40,7 +40,7 @@ class Queries : public ::testing::Test, public test::EmbeddedHost {
   /// The column of every row that a selection returned, in its order.
   std::string Select(const char* procedure, const char* parameters, const char* column) {
     Recordset rows = Run(QString("proc_Marketing_AddAll%1 @CampaignID = -3, @UserID = 'TESTER'%2")
-                             .arg(QLatin1String(procedure), QString::fromUtf8(parameters)));
+                             .arg(procedure, QString::fromUtf8(parameters)));
     QStringList found;
     for (; !rows.Eof(); rows.MoveNext())
       found += rows.Field(QLatin1String(column)).ToText();
@@ -164,7 +164,7 @@ TEST_F(Queries, ReplaceTheRowsOfTheirCampaignOnly) {
   EXPECT_EQ(rows.Columns().front().name, "RecordID");
   EXPECT_GT(rows.Field(0).ToInt(), last.ToInt()) << "keys must never come back";
   for (const char* caption : {"SMS Opt-In", "Email Opt-In", "Letter Opt-In", "Can_Send_SMS", "Vehicle", "Last_Mileage"})
-    EXPECT_GE(rows.ColumnIndex(QLatin1String(caption)), 0) << caption;
+    EXPECT_GE(rows.ColumnIndex(caption), 0) << caption;
   EXPECT_EQ(Rows("SELECT CampaignID, COUNT(*) FROM [Campaign Results] GROUP BY CampaignID"),
             QStringList({"-3|2", "8|5"}));
 }

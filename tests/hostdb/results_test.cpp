@@ -16,11 +16,11 @@ class Results : public ::testing::Test, public test::EmbeddedHost {
     Run(QString("INSERT INTO [Campaign Results] (CampaignID, Customer, Send_SMS, Send_Email, Send_Letter, Processed) "
                 "VALUES (%1, 7, %2)")
             .arg(campaign)
-            .arg(QLatin1String(flags)));
+            .arg(flags));
     return Ask("SELECT max(RecordID) FROM [Campaign Results]").ToInt();
   }
   void Toggle(qint64 record, const char* column) {
-    Run(QString("proc_updp_Marketing_ToggleCheckbox %1, '%2'").arg(record).arg(QLatin1String(column)));
+    Run(QString("proc_updp_Marketing_ToggleCheckbox %1, '%2'").arg(record).arg(column));
   }
   QStringList Journal(qint64 record) {
     return Rows(QString("SELECT Channel, State FROM Send_Journal WHERE RecordID = %1 ORDER BY Channel").arg(record));
@@ -159,27 +159,6 @@ TEST_F(Results, TheJournalKnowsWhatIsInDoubt) {
   EXPECT_EQ(Journal(first), QStringList());
 }
 
-TEST_F(Results, DoubtIsSettledForOneRowOrForAll) {
-  const qint64 whole = AddRow(3, "1, 1, 0, 0"), half = AddRow(3, "1, 1, 0, 0"), failed = AddRow(3, "1, 1, 0, 0");
-  const qint64 elsewhere = AddRow(4, "1, 0, 0, 0");
-  for (const auto& [record, text] : {std::pair(whole, 0), std::pair(half, 1), std::pair(failed, 2)}) {
-    Run(QString(
-            "INSERT INTO Send_Journal VALUES (%1, 1, %2, 3, 'A', GetDate(), NULL), (%1, 2, 0, 3, 'A', GetDate(), NULL)")
-            .arg(record)
-            .arg(text));
-  }
-  Run(QString("INSERT INTO Send_Journal VALUES (%1, 1, 0, 4, 'A', GetDate(), NULL)").arg(elsewhere));
-  Run(QString("proc_updp_Send_Journal_Doubt 3, %1, 0, 'PAT'").arg(half));
-  EXPECT_EQ(Journal(half), QStringList({"1|1"}));
-  Run(QString("proc_updp_Send_Journal_Doubt 3, %1, 1, 'PAT'").arg(failed));
-  EXPECT_EQ(Journal(whole).last(), "2|0");
-  Run("proc_updp_Send_Journal_Doubt 3, 0, 1, 'PAT'");
-  EXPECT_EQ(Journal(whole), QStringList({"1|1", "2|1"}));
-  EXPECT_EQ(Journal(failed), QStringList({"1|2", "2|1"}));
-  EXPECT_EQ(Journal(elsewhere), QStringList({"1|0"}));
-  EXPECT_EQ(Rows("SELECT RecordID FROM [Campaign Results] WHERE Processed = 1"), QStringList({QString::number(whole)}));
-}
-
 TEST_F(Results, TheJournalGoesWithItsRow) {
   const qint64 moved = AddRow(-3);
   const qint64 deleted = AddRow(-3);
@@ -192,21 +171,6 @@ TEST_F(Results, TheJournalGoesWithItsRow) {
   EXPECT_TRUE(Note(deleted, 5, 1, 0).IsNull()) << "a row that is gone must not be sent to";
   EXPECT_TRUE(Note(moved, -3, 1, 0).IsNull());
   EXPECT_EQ(Note(moved, 5, 1, 1).ToInt(), moved);
-}
-
-TEST_F(Results, AClaimIsGivenBackByItsHolderOnly) {
-  Run("proc_addp_Campaign_Claim 4, 'ANN', 'DESK', 100, '55'");
-  clock.AdvanceSeconds(60);
-  Run("proc_addp_Campaign_Claim 4, 'BOB', 'BENCH', 200, '66'");
-  clock.AdvanceSeconds(60);
-  Run("proc_updp_Campaign_Claim_Seen 4, 'BENCH', 200, '66'");
-  EXPECT_EQ(Run("proc_updp_Campaign_Claim_Seen 4, 'DESK', 100, '55'").RecordCount(), 0)
-      << "a claim that was taken over is not the former holder's to renew";
-  Run("proc_delp_Campaign_Claim 4, 100, 'DESK'");
-  EXPECT_EQ(Rows("proc_selp_Campaign_Claim (4)"),
-            QStringList("4|BOB|BENCH|200|66|04/03/2026 10:21:30|04/03/2026 10:22:30"));
-  Run("proc_delp_Campaign_Claim 4, 200, 'bench'");
-  EXPECT_EQ(Rows("proc_selp_Campaign_Claim (4)"), QStringList());
 }
 
 }  // namespace

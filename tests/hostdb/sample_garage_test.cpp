@@ -30,8 +30,8 @@ class SampleGarage : public ::testing::Test, public test::EmbeddedHost {
 TEST(SampleGarageFile, IsTheSameForTheSameSettings) {
   const test::TempFolder folder;
   const auto make = [&folder](const char* name, const SampleGarageSettings& settings) {
-    EXPECT_EQ(MakeSampleGarage(folder.File(QLatin1String(name)), settings, ExistingFile::kReplace), std::nullopt);
-    return folder.Read(QLatin1String(name));
+    EXPECT_EQ(MakeSampleGarage(folder.File(name), settings, ExistingFile::kReplace), std::nullopt);
+    return folder.Read(name);
   };
   const QByteArray first = make("a.db", {120, 4, kDay});
   EXPECT_EQ(make("b.db", {120, 4, kDay}), first);

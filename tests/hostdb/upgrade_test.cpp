@@ -205,7 +205,7 @@ TEST_F(OldGarage, WithoutRoomForTheCopyItIsRefused) {
 TEST_F(OldGarage, TheLastTwoCopiesAreKept) {
   for (const char* name :
        {"Garage.before-2.db", "Garage.before-10.db", "Garage.before-lunch.db", "Garages.before-1.db"})
-    folder.Write(QString::fromLatin1(name), "a copy");
+    folder.Write(name, "a copy");
   EXPECT_EQ(Open(AndOne("0012-more", "SELECT 1")), 0) << refusal.toStdString();
   EXPECT_EQ(folder.Names().filter("before").join(u' '),
             "Garage.before-10.db Garage.before-12.db Garage.before-lunch.db Garages.before-1.db");

@@ -134,7 +134,7 @@ QString Garage::MakeCampaign() const {
 
 Received Accepted(const SandboxProcess& sandbox, const char* kind) {
   Received received;
-  const QByteArray records = sandbox.Ask(QString("/api/") + QLatin1String(kind));
+  const QByteArray records = sandbox.Ask(QString("/api/") + kind);
   for (const QJsonValue& record : QJsonDocument::fromJson(records).array()) {
     if (Text(record, "outcome") != "accepted") continue;
     const QJsonValue to = At(record, "to");

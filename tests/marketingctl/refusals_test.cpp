@@ -23,7 +23,7 @@ void ExpectRefusals(const Garage& garage, std::initializer_list<Refusal> refusal
     const CtlResult result = garage.Run(refusal.command);
     EXPECT_EQ(result.code, refusal.code) << refusal.command << ": " << result.err.constData();
     EXPECT_TRUE(result.err.contains(refusal.message)) << refusal.command << ": " << result.err.constData();
-    EXPECT_EQ(result.Error(), QLatin1String(refusal.error)) << refusal.command;
+    EXPECT_EQ(result.Error(), refusal.error) << refusal.command;
   }
 }
 
@@ -31,9 +31,10 @@ void ExpectRefusals(const Garage& garage, std::initializer_list<Refusal> refusal
 
 TEST(MarketingCtlHelp, EveryCommandExplainsItselfWithAnExample) {
   for (const QString& command :
-       QString("sample|init|status|options set|options get|options list|campaigns list|campaigns show|campaigns new|"
-               "campaigns set|campaigns copy|campaigns rename|campaigns delete|query|results|preview|credits|send|report|"
-               "letters|log|encipher|help")
+       QString(
+           "sample|init|status|options set|options get|options list|campaigns list|campaigns show|campaigns new|"
+           "campaigns set|campaigns copy|campaigns rename|campaigns delete|query|results|preview|credits|send|report|"
+           "letters|log|encipher|help")
            .split(u'|')) {
     const CtlResult help = RunCtl(command.split(u' ') << "--help");
     EXPECT_EQ(help.code, 0) << command.toStdString();
@@ -141,7 +142,7 @@ TEST(MarketingCtlRefuses, WhatCannotBeDone) {
   EXPECT_TRUE(nameless.err.contains("--user")) << nameless.err.constData();
   const QByteArray before = garage.Folder().Read("QBXKorvelManager.db");
   for (const char* command : {"sample", "init"}) {
-    const CtlResult again = RunCtl({QLatin1String(command), garage.Path()});
+    const CtlResult again = RunCtl({command, garage.Path()});
     EXPECT_EQ(again.code, 1);
     EXPECT_TRUE(again.err.contains("--replace")) << again.err.constData();
   }
@@ -200,15 +201,15 @@ TEST(MarketingCtlRefuses, ToWorkOnWhatIsDamagedAndLeavesItAsItIs) {
     SCOPED_TRACE(damage.name);
     const Garage garage(20);
     if (damage.sql) garage.Sql(damage.sql);
-    if (damage.file) garage.Folder().Write(QLatin1String(damage.file), damage.bytes);
+    if (damage.file) garage.Folder().Write(damage.file, damage.bytes);
     for (const char* command : {"query 1", "send 1 --yes", "campaigns list"}) {
       const CtlResult result = garage.Run(command);
       EXPECT_EQ(result.code, 1) << command;
-      EXPECT_EQ(result.Error(), QLatin1String(damage.error)) << command;
+      EXPECT_EQ(result.Error(), damage.error) << command;
       EXPECT_TRUE(result.err.contains(damage.message)) << command << ": " << result.err.constData();
     }
     if (!damage.file) continue;
-    EXPECT_EQ(garage.Folder().Read(QLatin1String(damage.file)), damage.bytes);
+    EXPECT_EQ(garage.Folder().Read(damage.file), damage.bytes);
   }
   // What does not exist is named; nothing is asked about bringing it online.
   const TempFolder empty;

@@ -60,7 +60,7 @@ TEST(CurlHttpClient, TellsRefusalsFromRequestsInDoubt) {
     const HttpReply reply = GetFrom(c.answer, {.bodyBytes = 50});
     EXPECT_FALSE(reply.body.has_value()) << c.answer;
     EXPECT_EQ(reply.inDoubt, c.inDoubt) << c.answer;
-    EXPECT_TRUE(reply.error.contains(QLatin1String(c.part))) << reply.error.toStdString();
+    EXPECT_TRUE(reply.error.contains(c.part)) << reply.error.toStdString();
     EXPECT_FALSE(reply.error.contains("s3cret")) << reply.error.toStdString();
   }
 }

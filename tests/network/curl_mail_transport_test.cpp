@@ -90,10 +90,10 @@ TEST_F(MailToSandbox, TellsRefusalsFromBrokenConnections) {
       {"ann", MailOutcome::kSent, false, ""},
   };
   for (const Case& c : cases) {
-    const MailResult result = Send(Plain(), QString::fromLatin1(c.mailbox));
+    const MailResult result = Send(Plain(), c.mailbox);
     EXPECT_EQ(result.outcome, c.outcome) << c.mailbox << ": " << result.error.toStdString();
     EXPECT_EQ(result.transport, c.transport) << c.mailbox << ": " << result.error.toStdString();
-    EXPECT_TRUE(result.error.contains(QLatin1String(c.part))) << result.error.toStdString();
+    EXPECT_TRUE(result.error.contains(c.part)) << result.error.toStdString();
   }
   // Every one of several recipients has to be accepted.
   const MailResult partly =

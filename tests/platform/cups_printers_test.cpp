@@ -25,7 +25,7 @@ class PrintService {
  public:
   PrintService() {
     for (const char* name : {"spool", "cache", "state", "bin/backend", "bin/filter", "bin/notifier", "kept"})
-      QDir(folder_.path()).mkpath(QString::fromLatin1(name));
+      QDir(folder_.path()).mkpath(name);
     QFile::setPermissions(folder_.path(), QFile::Permissions(0x7755));
     QFile::setPermissions(folder_.filePath("kept"), QFile::Permissions(0x7777));
     QFile::link("/usr/lib/cups/daemon", folder_.filePath("bin/daemon"));
@@ -61,11 +61,9 @@ class PrintService {
                                        : QByteArray();
   }
   void Write(const char* name, const QString& text) {
-    EXPECT_EQ(
-        ReplaceFile(folder_.filePath(QString::fromLatin1(name)), QString(text).replace("%1", folder_.path()).toUtf8()),
-        QString());
+    EXPECT_EQ(ReplaceFile(folder_.filePath(name), QString(text).replace("%1", folder_.path()).toUtf8()), QString());
   }
-  [[nodiscard]] QString File(const char* name) { return folder_.filePath(QString::fromLatin1(name)); }
+  [[nodiscard]] QString File(const char* name) { return folder_.filePath(name); }
 
  private:
   bool WaitForFile(const QString& name) {

@@ -38,7 +38,7 @@ TEST(IniFile, ReadsAsTheHostProductDoes) {
       {"Nowhere", "Name", "default"},
   };
   for (const Case& c : cases) {
-    EXPECT_EQ(ini.Read(QString::fromLatin1(c.section), QString::fromLatin1(c.key), "default"), c.value) << c.key;
+    EXPECT_EQ(ini.Read(c.section, c.key, "default"), c.value) << c.key;
   }
   EXPECT_EQ(IniFile(folder.File("none.ini")).Read("App", "Name", "KO"), "KO");
 }
@@ -74,9 +74,9 @@ TEST(IniFile, WritingChangesOneLineOnly) {
   const TempFolder folder;
   for (const Case& c : cases) {
     IniFile ini(folder.Write("QBX.INI", c.before));
-    EXPECT_TRUE(ini.Write(QString::fromLatin1(c.section), QString::fromLatin1(c.key), c.value)) << c.after;
+    EXPECT_TRUE(ini.Write(c.section, c.key, c.value)) << c.after;
     EXPECT_EQ(folder.Read("QBX.INI"), c.after);
-    EXPECT_EQ(ini.Read(QString::fromLatin1(c.section), QString::fromLatin1(c.key)), c.value);
+    EXPECT_EQ(ini.Read(c.section, c.key), c.value);
   }
 }
 
@@ -111,9 +111,8 @@ TEST(FileNames, AreFoundWithoutRegardToCase) {
                         {"none/labels.rpt", nullptr},
                         {"", nullptr}};
   for (const Case& c : cases) {
-    const std::optional<QString> found = FindFileNoCase(folder.Path(), QString::fromLatin1(c.name));
-    EXPECT_EQ(found.value_or(QString()), c.found == nullptr ? QString() : folder.File(QString::fromLatin1(c.found)))
-        << c.name;
+    const std::optional<QString> found = FindFileNoCase(folder.Path(), c.name);
+    EXPECT_EQ(found.value_or(QString()), c.found == nullptr ? QString() : folder.File(c.found)) << c.name;
   }
   EXPECT_EQ(PathNoCase(folder.Path(), "QBX.INI"), folder.File("qbx.Ini"));
   EXPECT_EQ(PathNoCase(folder.Path(), "New\\File.txt"), folder.File("New/File.txt"));

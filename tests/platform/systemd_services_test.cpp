@@ -65,14 +65,12 @@ TEST(SystemdServices, AsksAndSteersUnits) {
                         {"ENGINE$OTHER", std::nullopt},
                         {"unheard of", std::nullopt}};
   for (const Case& c : cases) {
-    const QString service = QString::fromLatin1(c.service);
+    const QString service = c.service;
     EXPECT_EQ(services.State(service), c.state) << c.service;
     EXPECT_EQ(services.Exists(service), c.state.has_value()) << c.service;
     EXPECT_EQ(services.FindByListing(service, &error), c.state.has_value()) << c.service;
   }
-  const auto request = [&](const char* service, ServiceAction action) {
-    return services.Request(QString::fromLatin1(service), action);
-  };
+  const auto request = [&](const char* service, ServiceAction action) { return services.Request(service, action); };
   EXPECT_FALSE(request("running", ServiceAction::kStart)) << "it runs already";
   EXPECT_FALSE(request("stopped", ServiceAction::kStop)) << "it is stopped already";
   EXPECT_FALSE(request("running", ServiceAction::kPause));

@@ -67,7 +67,7 @@ TEST(FileRegistryStore, KeysFollowTheRulesOfARegistry) {
   FileRegistryStore store(folder.Path());
   EXPECT_NE(store.CreateKey(kUser, "A\\B"), QString()) << "the parent is missing";
   for (const char* key : {"A", "A\\Zebra", "A\\apple", "A\\Zebra\\x"})
-    EXPECT_EQ(store.CreateKey(kUser, QString::fromLatin1(key)), QString());
+    EXPECT_EQ(store.CreateKey(kUser, key), QString());
   EXPECT_EQ(store.CreateKey(kUser, "a\\ZEBRA"), QString()) << "it is there already";
   EXPECT_THAT(store.SubKeys(kUser, "a"), ElementsAre("Zebra", "apple"));
   EXPECT_NE(store.DeleteKey(kUser, "A\\Zebra"), QString()) << "it has a key below it";

@@ -46,10 +46,10 @@ TEST(FormulaTest, WhatIsNone) {
   };
   for (const auto& [text, expected] : table) {
     try {
-      static_cast<void>(Formula::Parse(QLatin1String(text)));
+      static_cast<void>(Formula::Parse(text));
       ADD_FAILURE() << text;
     } catch (const ReportError& error) {
-      EXPECT_TRUE(error.text.contains(QLatin1String(expected))) << text << ": " << error.text.toStdString();
+      EXPECT_TRUE(error.text.contains(expected)) << text << ": " << error.text.toStdString();
     }
   }
 }

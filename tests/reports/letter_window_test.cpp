@@ -36,7 +36,7 @@ TEST(MarketingLetter, OnlyTheAddressStandsInTheWindow) {
   test.report = Report::Open(QStringLiteral(QBX_DEFINITIONS "/MarketingLetter.rpt"));
   const QString lines = QString("\"A long line of the garage's own\"").replace(u' ', u'-');
   for (const char* formula : {"{@CompanyName}", "{@CompanyAddress}", "{@CompanyRegistrationDetails}"})
-    test.report.SetFormulaText(QLatin1String(formula), QStringList(6, lines).join(" + Chr(10) + "));
+    test.report.SetFormulaText(formula, QStringList(6, lines).join(" + Chr(10) + "));
   HeldRows::Table& letters = test.rows.tables["Letters"] = {{"LetterID", "NameAddress", "Letter"}, {}};
   const QString body = QString("{\\rtf1 ") + QString("Dear Sir, a word \\par ").repeated(90) + "}";
   for (int count = 1; count <= 7; ++count) {

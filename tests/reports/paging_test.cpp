@@ -51,8 +51,7 @@ TEST(Paging, AGroupHidesItsDetailsUntilSomebodyLooks) {
                   Text("<field name='Make'/>") + "</footer></group><detail height='5'>" + Text("<field name='N'/>") +
                   "</detail>");
   const auto row = [](const char* land, const char* city, const char* make, int n) {
-    const auto text = [](const char* from) { return Value(QString::fromLatin1(from)); };
-    return std::vector<Value>{text(land), text(city), text(make), Value(n)};
+    return std::vector<Value>{QString(land), QString(city), QString(make), n};
   };
   test.rows.tables["Sales"] = {
       {"Land", "City", "Make", "N"},

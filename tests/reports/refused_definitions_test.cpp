@@ -101,8 +101,7 @@ TEST(RefusedDefinitions, AreNamedWithTheirPlace) {
     } catch (const ReportError& error) {
       EXPECT_EQ(error.line, row.line) << row.xml.left(300).constData();
       EXPECT_TRUE(error.Description().startsWith(u"test.rpt")) << error.Description().toStdString();
-      EXPECT_TRUE(error.text.contains(QLatin1String(row.says)))
-          << row.xml.left(300).constData() << ": " << error.text.toStdString();
+      EXPECT_TRUE(error.text.contains(row.says)) << row.xml.left(300).constData() << ": " << error.text.toStdString();
     }
   }
 }

@@ -39,7 +39,7 @@ TEST(RowsInPlace, AreWhatReadingAllAgainGives) {
   const auto same = [&](const std::vector<qint64>& changed, const QString& sql) {
     for (const RowKind kind : {RowKind::kAll, RowKind::kText, RowKind::kInDoubt, RowKind::kSameMobile}) {
       for (const char* sorted : {"", "Send_SMS", "Lastname", "Processed_Date"}) {
-        const int column = view.Rows().ColumnIndex(QLatin1String(sorted));
+        const int column = view.Rows().ColumnIndex(sorted);
         view.Rows().Filter(view.Kinds().Filter(kind, view.Rows()));
         view.Rows().Sort(column, true);
         host.Run(sql);

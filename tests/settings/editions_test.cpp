@@ -27,7 +27,7 @@ TEST(Editions, AreFoundByFilesInAnyCase) {
   for (const FilesCase& c : cases) {
     TempFolder folder;
     for (const char* file : c.files)
-      folder.Write(QString::fromLatin1(file), "");
+      folder.Write(file, "");
     EXPECT_EQ(DetectEdition(folder.Path()), c.expected) << testing::PrintToString(c.files);
   }
   EXPECT_EQ(DetectEdition("/no/such/folder"), EditionFlags());

@@ -27,9 +27,9 @@ struct OptionsTest : testing::Test, EmbeddedHost {
   OptionsTest() { startup.title = "QBX Marketing & Reporting Module"; }
   /// Changes the row of company "A": a new empty one has NULL for every key.
   void Set(const char* name, const QString& text) {
-    Run(QString("UPDATE _Options SET %1 = %2").arg(QLatin1String(name), SqlQuoted(text)));
+    Run(QString("UPDATE _Options SET %1 = %2").arg(name, SqlQuoted(text)));
   }
-  void Drop(const char* key) { Run(QString("ALTER TABLE _Options DROP COLUMN ") + QLatin1String(key)); }
+  void Drop(const char* key) { Run(QString("ALTER TABLE _Options DROP COLUMN ") + key); }
 };
 
 TEST_F(OptionsTest, NullKeysGetTheirDefaults) {
@@ -66,10 +66,10 @@ TEST_F(OptionsTest, TheSenderOfTextsIsNeverBlank) {
                         {"The Garage", "  ", "The Garage"},
                         {"Smith's", "ABC", "Smith's"},
                         {"  ", "ABC", "The Garage"}}) {
-    Set("Reminder_From_SMS", QString::fromLatin1(c.from));
-    Set("SMS_Sender_ID", QString::fromLatin1(c.senderId));
+    Set("Reminder_From_SMS", c.from);
+    Set("SMS_Sender_ID", c.senderId);
     ASSERT_TRUE(loader.LoadOptions());
-    EXPECT_EQ(options.Reminder_From_SMS, QString::fromLatin1(c.resolved)) << c.from << "|" << c.senderId;
+    EXPECT_EQ(options.Reminder_From_SMS, c.resolved) << c.from << "|" << c.senderId;
   }
 }
 

@@ -27,7 +27,7 @@ struct RegistryTest : testing::Test, TestServices {
   }
   CRegistry Key(const char* path) {
     CRegistry registry(services);
-    registry.key = QString::fromLatin1(path);
+    registry.key = path;
     return registry;
   }
 };
@@ -107,7 +107,7 @@ TEST_F(RegistryTest, ValuesStandBelowTheProductOrTheUser) {
 }
 
 TEST(WindowPositions, AreReadWithLimits) {
-  const auto read = [](const char* text) { return ParseWindowPosition(QString::fromLatin1(text)); };
+  const auto read = [](const char* text) { return ParseWindowPosition(text); };
   EXPECT_EQ(read("10, 20, 3000, 2000"), (WindowPosition{10, 20, 3000, 2000}));
   EXPECT_EQ(read("-15,-30,3000,5"), (WindowPosition{0, -30, 3000, 1200}));
   for (const char* text : {"", "1, 2, 3", "1, 2, 3, 4, 5", "1, 2, x, 4", "1, 2, 3.5, 4", "99999999999, 1, 1, 1"}) {

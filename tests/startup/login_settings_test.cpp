@@ -16,17 +16,15 @@ struct LoginTest : testing::Test, StartedApplication {
     Make();
     application->startup.ProductKey = "SOFTWARE\\Korvel Manager\\";
   }
-  void Login(const char* name, const QString& text) { PutMachine("\\Login", QString::fromLatin1(name), text); }
-  [[nodiscard]] QString Enciphered(const char* text) {
-    return *application->cipher.Encipher(QString::fromLatin1(text), &error);
-  }
+  void Login(const char* name, const QString& text) { PutMachine("\\Login", name, text); }
+  [[nodiscard]] QString Enciphered(const char* text) { return *application->cipher.Encipher(text, &error); }
   [[nodiscard]] LoginSettings Read() {
     return ReadLoginSettings(application->registry, application->ini, folder.Path(), service, application->cipher);
   }
   void Expect(const char* user, const char* password) {
     const LoginSettings settings = Read();
-    EXPECT_EQ(settings.login.user, QString::fromLatin1(user));
-    EXPECT_EQ(settings.login.password, QString::fromLatin1(password));
+    EXPECT_EQ(settings.login.user, user);
+    EXPECT_EQ(settings.login.password, password);
   }
 };
 

@@ -41,7 +41,7 @@ TEST_F(StartTest, IsRefusedWithoutAUser) {
     ui.Clear();
     steps.clear();
     ui.SetApplicationTitle("Built-in");
-    EXPECT_EQ(Launch(QString::fromLatin1(line)), StartOutcome::kRefused) << line;
+    EXPECT_EQ(Launch(line), StartOutcome::kRefused) << line;
     EXPECT_THAT(ui.MessageTexts(), ElementsAre("Please run Built-in from within the main QBX program."));
     EXPECT_FALSE(steps.contains("open"));
   }
@@ -52,7 +52,7 @@ TEST_F(StartTest, StopsOnALineThatMeansNothingAndAfterHelp) {
   for (const char* line : {"hello", "/?", "/? /userid:\"Jo\""}) {
     ui.Clear();
     steps.clear();
-    EXPECT_EQ(Launch(QString::fromLatin1(line)), StartOutcome::kStopped) << line;
+    EXPECT_EQ(Launch(line), StartOutcome::kStopped) << line;
     EXPECT_THAT(ui.StatusTexts(), ElementsAre("QBX Marketing & Reporting Module will now exit."));
     EXPECT_FALSE(ui.StatusVisible());
     EXPECT_EQ(ui.Messages().size(), line[0] == '/' ? 1U : 0U);
@@ -71,16 +71,6 @@ TEST_F(StartTest, ARegistryDatabaseCountsForTheConnectionUnlessASwitchNamesOne) 
   EXPECT_EQ(application->hostConnection.DatabaseName(), kDatabase + "_North");
 }
 
-TEST_F(StartTest, GoesOnWithoutADatabase) {
-  ui.Answer("It may not have been configured or initialised yet", MessageAnswer::kNo);
-  ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
-  EXPECT_THAT(steps, ElementsAre("splash", "open", "close"));
-  EXPECT_EQ(application->hostConnection.Flags().status, DatabaseStatus::kDeclined);
-  EXPECT_FALSE(application->hostConnection.Ready());
-  EXPECT_EQ(ui.Messages().size(), 1U) << "the question alone: nothing is read from a server without the database";
-  EXPECT_FALSE(QFile::exists(folder.File(kDatabase + ".db")));
-}
-
 TEST_F(StartTest, ADamagedIniFileMeansDefaults) {
   MakeDatabase(kDatabase);
   const QByteArray damaged("[App\0\xff\xfe]]\nName", 14);
@@ -88,19 +78,6 @@ TEST_F(StartTest, ADamagedIniFileMeansDefaults) {
   ASSERT_EQ(Launch(kUser), StartOutcome::kRunning);
   EXPECT_TRUE(application->hostConnection.Connected());
   EXPECT_EQ(folder.Read("QBX.INI"), damaged);
-}
-
-TEST_F(StartTest, RunsHeadlessOnANamedDatabase) {
-  MakeDatabase("Garage");
-  PutMachine({}, "Database", "Other");
-  ASSERT_EQ(Make().start.RunHeadless({.user = " scheduler ", .databaseName = "Garage", .instance = {}}),
-            StartOutcome::kRunning);
-  EXPECT_EQ(application->hostConnection.DatabaseName(), "Garage");
-  EXPECT_EQ(application->eventContext.user, "scheduler");
-  ui.Answer("back online?", MessageAnswer::kNo);
-  (void)Make().start.RunHeadless({.user = "Jo", .databaseName = "Garrage", .instance = {}});
-  EXPECT_NE(application->ini.Read("Database", "Name"), "Garrage");
-  EXPECT_EQ(Make().start.RunHeadless({}), StartOutcome::kRefused);
 }
 
 TEST_F(StartTest, AnErrorReportWritesAnEvent) {

@@ -20,7 +20,7 @@ TEST(TaggedString, Reads) {
       {"MSG:cut, here", "MSG", "cut"},
   };
   for (const auto& [tagged, key, value] : cases)
-    EXPECT_EQ(strGetTag(QLatin1String(tagged), QLatin1String(key)), QLatin1String(value)) << tagged << " / " << key;
+    EXPECT_EQ(strGetTag(tagged, key), value) << tagged << " / " << key;
 }
 
 TEST(TaggedString, Writes) {
@@ -29,8 +29,7 @@ TEST(TaggedString, Writes) {
       {"A:1", "C", "3", "A:1,C:3"}, {"AMSG:1,B:2", "MSG", "x", "AMSG:x,B:2"},
   };
   for (const auto& [tagged, key, value, result] : cases) {
-    EXPECT_EQ(strSetTag(QLatin1String(tagged), QLatin1String(key), QLatin1String(value)), QLatin1String(result))
-        << tagged << " / " << key;
+    EXPECT_EQ(strSetTag(tagged, key, value), result) << tagged << " / " << key;
   }
 }
 

@@ -43,8 +43,8 @@ TEST(Text, ReadsTheNumberAtTheStart) {
       {"inf", 0, 0},
   };
   for (const NumberCase& each : cases) {
-    EXPECT_EQ(LeadingNumber(QLatin1String(each.text)), each.number) << each.text;
-    EXPECT_EQ(LeadingInteger(QLatin1String(each.text)), each.integer) << each.text;
+    EXPECT_EQ(LeadingNumber(each.text), each.number) << each.text;
+    EXPECT_EQ(LeadingInteger(each.text), each.integer) << each.text;
   }
 }
 
@@ -53,7 +53,7 @@ TEST(Text, WritesTheShortestPlainNumber) {
       {0, "0"},       {-0.0, "0"},      {0.1, "0.1"},         {1250, "1250"},
       {-3.5, "-3.5"}, {1e6, "1000000"}, {0.00001, "0.00001"}, {std::numeric_limits<double>::infinity(), "0"}};
   for (const auto& [number, text] : cases)
-    EXPECT_EQ(ShortestNumber(number), QLatin1String(text));
+    EXPECT_EQ(ShortestNumber(number), text);
 }
 
 TEST(Text, TrimsBlanksOnly) {

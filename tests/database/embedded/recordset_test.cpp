@@ -85,20 +85,6 @@ TEST_F(RecordsetTest, DeletesHereThereAndInClones) {
   EXPECT_EQ(InDatabase(), "145");
 }
 
-TEST_F(RecordsetTest, DeletesWhileWalking) {
-  Recordset rows = Open();
-  for (rows.MoveFirst(); !rows.Eof();) {
-    if (rows.Field("Price").ToDouble() >= 10) {
-      rows.Delete();
-    } else {
-      rows.MoveNext();
-    }
-  }
-  EXPECT_EQ(rows.RecordCount(), 3);
-  EXPECT_EQ(Ids(rows), "235");
-  EXPECT_EQ(InDatabase(), "235");
-}
-
 TEST_F(RecordsetTest, RefusedDeleteKeepsTheRow) {
   server.Run("CREATE TABLE Uses(Item int REFERENCES Items(ID)); INSERT INTO Uses VALUES (1)");
   Recordset rows = Open();

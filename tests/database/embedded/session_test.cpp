@@ -48,7 +48,7 @@ TEST(Opening, ChecksTheLoginOnlyWhereLoginsAreKept) {
   TestServer server;
   server.Run("CREATE TABLE _Logins(Login text, Password text); INSERT INTO _Logins VALUES ('sa', 'Right')");
   for (const char* name : {"Garage", "master"}) {
-    const QString database = QString::fromLatin1(name);
+    const QString database = name;
     EXPECT_EQ(FailureOf([&] { server.Connect(database, {"sa", "right"}); }), "18456: Login failed for user 'sa'.");
     EXPECT_EQ(FailureOf([&] { server.Connect(database, {"SA", "Right"}); }), "");
   }
@@ -77,7 +77,7 @@ TEST(IsEmbeddedServerTest, LooksAtTheNameBeforeTheInstance) {
                                                 {"embedded:", true}, {"Embedded:\\QBX", true},
                                                 {"PC1", false},      {"PC1\\embedded:", false}};
   for (const auto& [server, expected] : cases)
-    EXPECT_EQ(IsEmbeddedServer(QString::fromLatin1(server)), expected) << server;
+    EXPECT_EQ(IsEmbeddedServer(server), expected) << server;
 }
 
 TEST(Values, HaveTheTypesTheColumnsDeclare) {
@@ -94,7 +94,7 @@ TEST(Values, HaveTheTypesTheColumnsDeclare) {
                                                     {"Discount", Value::Decimal(725, 2)},
                                                     {"L", Value(6)}};
   for (const auto& [name, value] : expected)
-    EXPECT_EQ(rows.Field(QString::fromLatin1(name)), value) << name;
+    EXPECT_EQ(rows.Field(name), value) << name;
   EXPECT_EQ(rows.Columns()[0].size, 10);
   EXPECT_EQ(rows.Columns()[0].baseTable, "Customers");
   const Recordset nulls = Recordset::ReadAll(session->Execute("SELECT * FROM Customers WHERE Customer = 'C3'"));
@@ -106,9 +106,9 @@ TEST(Calls, SameStatementWhileItsResultIsStillRead) {
   TestServer server;
   const auto session = server.Connect();
   for (const char* text : {"SELECT Customer FROM Customers ORDER BY Customer", "proc_list"}) {
-    const auto outer = session->Execute(QString::fromLatin1(text));
+    const auto outer = session->Execute(text);
     ASSERT_TRUE(outer->Next());
-    EXPECT_EQ(FirstText(session->Execute(QString::fromLatin1(text))), "C1");
+    EXPECT_EQ(FirstText(session->Execute(text)), "C1");
     ASSERT_TRUE(outer->Next());
     EXPECT_EQ(outer->At(0).ToValue(), Value(QString("C2")));
   }
@@ -133,7 +133,7 @@ TEST(Calls, SchemaChangeReachesAKeptStatement) {
 }
 
 std::string Count(Session& session, const char* table = "Customers") {
-  return FirstText(session.Execute(QString("SELECT COUNT(*) FROM ") + QString::fromLatin1(table)));
+  return FirstText(session.Execute(QString("SELECT COUNT(*) FROM ") + table));
 }
 
 TEST(Transactions, OnlyTheOutermostCommits) {

@@ -27,7 +27,7 @@ class LetterEditorTest : public testing::Test {
   }
 
   QTextEdit& Box() { return *editor_.findChild<QTextEdit*>("rtfLetter"); }
-  QAction& Action(const char* name) { return *editor_.findChild<QAction*>(QLatin1String(name)); }
+  QAction& Action(const char* name) { return *editor_.findChild<QAction*>(name); }
   QString Letter() { return Box().toPlainText(); }
   void Select(int from, int to) {
     QTextCursor cursor = Box().textCursor();
@@ -69,7 +69,7 @@ TEST_F(LetterEditorTest, ButtonsFollowTheSelectionAndChangeIt) {
 
 TEST_F(LetterEditorTest, NamesMissingFontsAsTheyComeAndGo) {
   const auto names = [this](const char* font) {
-    return editor_.findChild<QLabel*>("lblLetterNote")->text().contains(QLatin1String(font));
+    return editor_.findChild<QLabel*>("lblLetterNote")->text().contains(font);
   };
   auto& fonts = *editor_.findChild<QComboBox*>("cmbFontName");
   editor_.Load("{\\rtf1{\\fonttbl{\\f0 Liberation Sans;}}\\f0 text}");
