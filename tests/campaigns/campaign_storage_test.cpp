@@ -6,6 +6,7 @@
 #include <limits>
 #include <type_traits>
 
+#include "campaigns/store_campaign.h"
 #include "campaigns/stored_fields.h"
 #include "support/embedded_host.h"
 
@@ -165,6 +166,19 @@ TEST_F(CampaignStorageTest, AFailureIsReportedUnderTheRoutinesNameAndKeepsWhatWa
     EXPECT_THAT(log, HasSubstr(std::string(" (in ") + routine + ")"));
   }
   EXPECT_EQ(ErrorEvents().size(), 6);
+}
+
+TEST_F(CampaignStorageTest, AFailingDatabaseIsNotTakenForADeletedCampaign) {
+  const auto store = [this](const QString& name) {
+    return StoreCampaign(host.statements, storage, current, host.ui, name, "About");
+  };
+  storage.InitialiseCampaign();
+  ASSERT_TRUE(store("Mine"));
+  host.Run("DROP TABLE Marketing_Campaigns");
+  EXPECT_FALSE(store("Typed"));
+  EXPECT_EQ(host.ui.Messages().size(), 1u) << "the failure alone, no question";
+  EXPECT_EQ(current.record.Campaign_Name, "Typed") << "what was typed is kept";
+  EXPECT_TRUE(current.CampaignChanged) << "and asked about before it is lost";
 }
 
 }  // namespace

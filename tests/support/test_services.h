@@ -1,4 +1,4 @@
-// The small services, with their log in a folder of the test.
+// The log, the status box and the reports, in a folder of the test. Header only: who includes it links qbx_diagnostics.
 
 #pragma once
 

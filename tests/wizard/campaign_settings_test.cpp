@@ -93,9 +93,7 @@ TEST(CampaignSettings, WhatIsNotStoredIsNotInherited) {
 }
 
 TEST_F(Wizard, RowsThatCannotFollowTheirCampaignAreTriedAgain) {
-  steps_.StartNewCampaign();
-  selection_.NodeClick(kAllCustomers);
-  ASSERT_TRUE(steps_.NextStep(0).Moved());
+  SelectEverybody();
   ASSERT_TRUE(steps_.NextStep(1).Moved());
   const int temporary = campaign_.record.ID;
   host_.Run(
@@ -118,9 +116,7 @@ TEST_F(Wizard, RowsThatCannotFollowTheirCampaignAreTriedAgain) {
 }
 
 TEST_F(Wizard, QuittingRemovesTheRowsOfAnUnsavedCampaignWithoutAWord) {
-  steps_.StartNewCampaign();
-  selection_.NodeClick(kAllCustomers);
-  ASSERT_TRUE(steps_.NextStep(0).Moved());
+  SelectEverybody();
   const int id = campaign_.record.ID;
   host_.Run("CREATE TRIGGER Refuse BEFORE DELETE ON [Campaign Results] BEGIN SELECT RAISE(ABORT, 'still in use'); END");
   settings_.Quit();
