@@ -1,4 +1,4 @@
-// Starting a mailshot again: after a pause, after texts were skipped, with rows in doubt, beside another run.
+// Starting a mailshot again: after texts were skipped, with rows in doubt, beside another run.
 
 #include "dispatch/replace_guard.h"
 #include "mailshot_fixture.h"
@@ -7,7 +7,6 @@ namespace qbx::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class MailshotResumeTest : public MailshotFixture {};
 

@@ -1,4 +1,4 @@
-// The data grid as a user meets it: sorting, selecting, finding, copying, deleting, reading again.
+// The data grid as a user meets it: sorting, finding, copying, deleting, reading again.
 
 #include <QApplication>
 #include <QScrollBar>

@@ -4,8 +4,6 @@
 
 #include <sqlite3.h>
 
-#include <QFile>
-
 #include "support/embedded_host.h"
 
 namespace qbx {

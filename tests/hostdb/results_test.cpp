@@ -1,4 +1,4 @@
-// What the database itself keeps true about the rows of a campaign: counters, dates, the send journal, the claim.
+// What the database itself keeps true about the rows of a campaign: counters, dates, the send journal.
 
 #include "hostdb/random_source.h"
 #include "support/embedded_host.h"

@@ -1,12 +1,9 @@
-// The sample garage: the same every time, believable, and harmless.
+// The sample garage: the same every time, and harmless.
 
 #include "hostdb/sample_garage.h"
 
-#include <sqlite3.h>
-
 #include <QRegularExpression>
 
-#include "hostdb/sample_person.h"
 #include "support/embedded_host.h"
 
 namespace qbx {

@@ -1,4 +1,4 @@
-// A campaign that is sent again: after failures, a pause, a crash, and beside a run that is under way.
+// A campaign that is sent again: after failures, a pause, and beside a run that is under way.
 
 #include <gtest/gtest.h>
 #include <signal.h>

@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <QFile>
-
 #include "platform/file_names.h"
 #include "support/temp_folder.h"
 

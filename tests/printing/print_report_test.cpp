@@ -5,8 +5,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QFileInfo>
-
 #include "printing/print_choice.h"
 #include "support/embedded_host.h"
 #include "support/fakes.h"

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <thread>
 
 #include "platform/safe_file.h"

@@ -1,4 +1,4 @@
-// Rows, counters and flags of a campaign.
+// Rows and counters of a campaign.
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,5 @@
 // The send-method rules on the rows of a real host database, and the merge values read from them.
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "results/merge_row.h"
@@ -10,8 +9,6 @@
 
 namespace qbx {
 namespace {
-
-using testing::ElementsAre;
 
 class SendMethodsHostTest : public testing::Test {
  protected:
