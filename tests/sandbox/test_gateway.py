@@ -1,4 +1,4 @@
-"""The SMS gateway over real HTTP; start and end of the program. What the numbers with a meaning answer, tests/dispatch tells."""
+"""The SMS gateway over real HTTP; start and end of the program. tests/dispatch tells what special numbers answer."""
 import http.client
 import signal
 import subprocess

@@ -1,4 +1,4 @@
-"""The mail server over real SMTP: log-in, recording, steering and limits. What the mailboxes with a meaning do, tests/network tells."""
+"""The mail server over real SMTP: log-in, recording, steering, limits. tests/network tells what special mailboxes do."""
 import base64
 import smtplib
 import ssl

@@ -1,4 +1,4 @@
-// Campaign settings between the wizard and the record: copied, and what happens to the rows when saving or quitting fails.
+// Campaign settings between the wizard and the record, and the rows of a campaign when saving or quitting fails.
 
 #include "wizard/campaign_settings.h"
 
