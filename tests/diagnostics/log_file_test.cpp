@@ -17,7 +17,7 @@ TEST(LogFile, AppendsStampedLines) {
   log.SetPath(folder.File("other.log"));
   log.WriteLog("two");
   log.SetPath({});
-  clock.AdvanceSeconds(4 * 3600);
+  clock.AdvanceSeconds(qint64{4} * 3600);
   log.WriteLog("three");
   EXPECT_EQ(folder.Read("MARKETING.LOG"), QByteArray("09:05:07  one \xc3\xa9\r\n13:05:07  three\r\n"));
   EXPECT_EQ(folder.Read("other.log"), QByteArray("09:05:07  two\r\n"));

@@ -27,7 +27,7 @@ class EmailSenderTest : public testing::Test {
   /// Sends to an address and expects the question that follows a failure.
   EmailResult Fail(const QString& to, MessageAnswer answer = MessageAnswer::kNo) {
     desk.host.ui.Answer(kQuestion, answer);
-    const EmailResult result = desk.email.SendEmailMessage(to, "Service due", "Dear all");
+    EmailResult result = desk.email.SendEmailMessage(to, "Service due", "Dear all");
     EXPECT_FALSE(result.sent);
     EXPECT_FALSE(desk.host.lastError.LastEmailError.isEmpty());
     return result;

@@ -60,7 +60,7 @@ class MailshotClaimTest : public MailshotFixture {
  protected:
   /// Lets another run claim the campaign, seen `minutes` ago.
   void Claim(const QString& onComputer, int process, int start, int minutes) {
-    const QString seen = desk.host.clock.Now().addSecs(-60 * minutes).toString("yyyy-MM-dd HH:mm:ss");
+    const QString seen = desk.host.clock.Now().addSecs(qint64{-60} * minutes).toString("yyyy-MM-dd HH:mm:ss");
     desk.host.Run(
         QString(
             "DELETE FROM Campaign_Claims; INSERT INTO Campaign_Claims VALUES (%1, 'ANNE', '%2', %3, '%4', '%5', '%5')")

@@ -31,7 +31,7 @@ inline std::vector<QJsonObject> Mails(const SandboxProcess& sandbox) {
 /// The recipients of a mail, blind copies included, as "a@x.test b@x.test".
 inline QString Recipients(const QJsonObject& mail) {
   QStringList addresses;
-  for (const QJsonValue& address : mail.value("to").toArray())
+  for (const auto& address : mail.value("to").toArray())
     addresses += address.toString();
   return addresses.join(QLatin1Char(' '));
 }

@@ -132,8 +132,8 @@ TEST_F(Export, WritesWorkbooksThatOthersRead) {
 // Texts around the size of a record, so many that the table of sectors outgrows the header of the file.
 TEST_F(Export, ParksTextsOfAnyLengthInARecordAfterTheOther) {
   std::vector<std::string> texts;
-  for (const std::size_t length :
-       {1, 2, 4105, 4106, 4107, 8209, 8210, 8211, 8212, 8213, 8214, 16'436, 16'437, 32'766}) {
+  for (const std::size_t length : std::initializer_list<std::size_t>{1, 2, 4105, 4106, 4107, 8209, 8210, 8211, 8212,
+                                                                     8213, 8214, 16'436, 16'437, 32'766}) {
     for (const char* repeated : {"x", "\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x9A\x97"}) {
       std::string text = length % 2 == 0 ? "a" : "";
       for (std::size_t i = 0; i < length / (repeated[0] == '\xF0' ? 2 : 1); ++i)
@@ -143,6 +143,7 @@ TEST_F(Export, ParksTextsOfAnyLengthInARecordAfterTheOther) {
     }
   }
   std::vector<std::vector<Cell>> cells;
+  cells.reserve(texts.size());
   for (const std::string& text : texts)
     cells.push_back({Text(text)});
   const Recordset rows = Recordset::ReadAll(std::make_unique<HeldSource>(std::vector<Column>{{.name = "T"}}, cells));

@@ -130,19 +130,6 @@ TEST_F(Queries, Vehicles) {
     EXPECT_EQ(Select("Vehicles", c.parameters, "Vehicle"), c.expected) << c.parameters;
 }
 
-TEST_F(Queries, Engines) {
-  constexpr Case kCases[] = {
-      {"", "1GM10 N2.14"},
-      {", @Makes = 'yanmar,Beta Marine'", "1GM10"},
-      {", @Makes = 'Yanmar', @IgnoreMarketingSwitch = 1", "1GM10 2YM15"},
-      {", @FilterMileage = 1, @ToMileage = 100", "N2.14"},
-      {", @FilterYear = 1, @FromYear = 2008, @ToYear = 2009", "1GM10"},
-      {", @FilterModel = 1, @ValueModel = 'n2'", "N2.14"},
-  };
-  for (const Case& c : kCases)
-    EXPECT_EQ(Select("Engines", c.parameters, "Model"), c.expected) << c.parameters;
-}
-
 TEST_F(Queries, RowsSayWhoTheCustomerIs) {
   EXPECT_EQ(Select("Customers", "", "Contact"), "Mr Hartley Bethy Carl Shah Dora  Mr Hill Ms Ward");
   Run("proc_Marketing_AddAllVehicles @CampaignID = -3, @UserID = 'TESTER', @Recall_ID = 2, @FromDate = '2026-01-01'");

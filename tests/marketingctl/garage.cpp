@@ -127,7 +127,7 @@ void Garage::Use(const SandboxProcess& sandbox) const {
 QString Garage::MakeCampaign() const {
   const QJsonValue made = Done("query --query %1 --sms %2 --subject %3 --body %4 --save Everybody",
                                {"All Customers", "Dear {contact}", "For {contact}", "Hello {contact}"});
-  const QString id = QString::number(Number(made, "campaign"));
+  QString id = QString::number(Number(made, "campaign"));
   Done("results %1 --send-by sms=0 email=0 letter=1", {id});
   return id;
 }
@@ -135,7 +135,7 @@ QString Garage::MakeCampaign() const {
 Received Accepted(const SandboxProcess& sandbox, const char* kind) {
   Received received;
   const QByteArray records = sandbox.Ask(QString("/api/") + kind);
-  for (const QJsonValue& record : QJsonDocument::fromJson(records).array()) {
+  for (const auto& record : QJsonDocument::fromJson(records).array()) {
     if (Text(record, "outcome") != "accepted") continue;
     const QJsonValue to = At(record, "to");
     ++received[to.isArray() ? to[0].toString() : to.toString()];

@@ -40,7 +40,7 @@ TEST(MarketingCtl, SendsEveryRowOnceAndMarksIt) {
   ASSERT_EQ(texts.size(), count);
   ASSERT_EQ(mails.size(), count);
   std::map<int, QJsonValue> byRecord;
-  for (const QJsonValue& row : rows)
+  for (const auto& row : rows)
     byRecord.emplace(Number(row, "RecordID"), row);
   for (int i = 0; i < count; ++i) {
     const QJsonValue& row = byRecord[Number(previews[i], "RecordID")];
@@ -50,7 +50,7 @@ TEST(MarketingCtl, SendsEveryRowOnceAndMarksIt) {
     EXPECT_EQ(Text(mails[i], "subject"), Text(previews[i], "subject"));
   }
   EXPECT_EQ(Number(garage.Done("credits"), "credits"), credits - count);
-  for (const QJsonValue& row : garage.Rows("results %1", {id}))
+  for (const auto& row : garage.Rows("results %1", {id}))
     EXPECT_TRUE(Flag(row, "Processed"));
   EXPECT_EQ(At(garage.Done("log --campaign %1", {id}), "results"), At(sent, "log"));
 

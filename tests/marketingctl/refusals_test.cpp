@@ -52,7 +52,7 @@ TEST(MarketingCtlHelp, TopicsAndVersionsNeedNoDatabase) {
   QFile file(QStringLiteral(QBX_DOCS "headless.md"));
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   const QByteArray document = file.readAll();
-  for (const QJsonValue& row : RunCtl(Words("help errors --json")).Rows()) {
+  for (const auto& row : RunCtl(Words("help errors --json")).Rows()) {
     const QString line = QString("| `%1` | %2 |").arg(Text(row, "code"), Text(row, "meaning"));
     EXPECT_TRUE(document.contains(line.toUtf8())) << line.toStdString();
   }

@@ -22,7 +22,7 @@ QJsonValue CampaignLog(const Garage& garage, const QString& id) {
 /// The customers whose rows are in doubt.
 std::set<int> CustomersInDoubt(const Garage& garage, const QString& id) {
   std::set<int> customers;
-  for (const QJsonValue& row : At(CampaignLog(garage, id), "in_doubt").toArray())
+  for (const auto& row : At(CampaignLog(garage, id), "in_doubt").toArray())
     customers.insert(Number(row, "Customer"));
   return customers;
 }
@@ -32,7 +32,7 @@ void ExpectNobodyToldTwice(const SandboxProcess& sandbox, const Garage& garage, 
   const std::set<int> doubtful = CustomersInDoubt(garage, id);
   Received texts = Accepted(sandbox, "texts");
   Received mails = Accepted(sandbox, "mails");
-  for (const QJsonValue& row : garage.Rows("results %1", {id})) {
+  for (const auto& row : garage.Rows("results %1", {id})) {
     const int customer = Number(row, "Customer");
     const int text = texts[Text(row, "Mobile")];
     const int mail = mails[Text(row, "Email")];
@@ -59,7 +59,7 @@ struct ReadyGarage {
   /// The mobile of the row that is sent as number `place`, from 0.
   [[nodiscard]] QByteArray MobileAt(int place) const {
     const int record = Number(garage.Rows("preview %1 --rows 1000", {id})[place], "RecordID");
-    for (const QJsonValue& row : garage.Rows("results %1", {id})) {
+    for (const auto& row : garage.Rows("results %1", {id})) {
       if (Number(row, "RecordID") == record) return Text(row, "Mobile").toUtf8();
     }
     ADD_FAILURE() << "no row at " << place;

@@ -1,4 +1,4 @@
-"""The mail server over real SMTP: log-in, recording, steering, limits. tests/network tells what special mailboxes do."""
+"""The mail server over real SMTP: recording, log-in, steering. tests/network tells what special mailboxes do."""
 import base64
 import smtplib
 import ssl
@@ -7,15 +7,6 @@ from email.message import EmailMessage
 from support import SandboxTest
 
 SENDER = "office@hill.example"
-
-
-def message(subject="Your MOT is due"):
-    mail = EmailMessage()
-    mail["From"] = '"Hill Garage" <office@hill.example>'
-    mail["To"] = "jane@example.com"
-    mail["Subject"] = subject
-    mail.set_content("Dear Jane,\n\n.two dots\n£35 off\n", cte="quoted-printable")
-    return mail
 
 
 class MailTest(SandboxTest):
@@ -31,7 +22,11 @@ class MailTest(SandboxTest):
         return self.sandbox.lines("mails.jsonl")
 
     def test_a_mail_is_recorded_as_it_came(self):
-        mail = message(subject="MOT für Ford & <b>Fiesta</b> – £35 off, while the offer lasts to the end of the month")
+        mail = EmailMessage()
+        mail["From"] = '"Hill Garage" <office@hill.example>'
+        mail["To"] = "jane@example.com"
+        mail["Subject"] = "MOT für Ford & <b>Fiesta</b> – £35 off, while the offer lasts to the end of the month"
+        mail.set_content("Dear Jane,\n\n.two dots\n£35 off\n", cte="quoted-printable")
         client = self.connect()
         client.login("hill", "secret")
         client.send_message(mail, to_addrs=["jane@example.com", "joe@example.com"])
@@ -47,17 +42,6 @@ class MailTest(SandboxTest):
         shown = self.sandbox.api("mails/1")
         self.assertEqual(shown["raw"], raw.decode())
         self.assertIn(["Subject", mail["Subject"]], shown["headers"])
-
-    def test_unusual_content_is_read(self):
-        html = message()
-        html.add_alternative("<p>Hello</p>", subtype="html")
-        for raw, subject, body in [
-                (html.as_bytes(), "Your MOT is due", "Dear Jane,\n\n.two dots\n£35 off\n"),
-                (b"Subject: =?nonsense?q?caf=E9?=\nContent-Type: text/plain; charset=nonsense\n\ncaf\xe9\n", "café", "café\n"),
-                (b"Content-Type: text/html\n\n<p>x</p>\n", "", "<p>x</p>\n"),
-                (b"no header at all", "", "no header at all\n"), (b"", "", "")]:
-            self.connect().sendmail(SENDER, "jane@example.com", raw.replace(b"\n", b"\r\n"))
-            self.assertEqual((self.records()[-1]["subject"], self.records()[-1]["body"]), (subject, body))
 
     def test_log_in(self):
         for user, password, good in [("hill", "secret", True), ("hill", "wrong", False), ("refused", "secret", False)]:
@@ -81,19 +65,6 @@ class MailTest(SandboxTest):
         self.assertEqual(client.data("x"), (451, b"Later"))
         self.sandbox.api("steer", {})
         self.assertEqual(client.sendmail(SENDER, ["x@y.com", "slow@y.com"], "x"), {})
-
-    def test_protocol_limits(self):
-        client = self.connect()
-        self.assertEqual(client.esmtp_features["size"], str(35 * 1024 * 1024))
-        self.assertTrue({"8bitmime", "smtputf8", "starttls", "auth"} <= client.esmtp_features.keys())
-        self.assertEqual(client.mail(SENDER, ["SIZE=99999999"])[0], 552)
-        self.assertEqual(client.docmd("DATA")[0], 503)
-        with self.assertRaises(smtplib.SMTPDataError) as caught:
-            client.sendmail(SENDER, "jane@example.com", "x" * 999)
-        self.assertEqual(caught.exception.smtp_code, 500)
-        client.sendmail(SENDER, "jane@example.com", "x" * 998)
-        client.sendmail("büro@hill.example", "jané@example.com", "x", mail_options=["SMTPUTF8"])
-        self.assertEqual([self.records()[-1]["from"], self.records()[-1]["to"]], ["büro@hill.example", ["jané@example.com"]])
 
 
 class StrictMailTest(SandboxTest):

@@ -71,18 +71,6 @@ TEST_F(ConnectionTest, LongWorkIsPumpedForAndCancelled) {
   EXPECT_EQ(Count(), "3");
 }
 
-TEST_F(ConnectionTest, CancelReachesManyShortCalls) {
-  Open();
-  connection.Driver().Begin();
-  const auto work = [&] {
-    for (;;)
-      connection.Driver().DeleteRow("Customers", "Customer", QString("none"));
-  };
-  EXPECT_EQ(FailureOf([&] { connection.RunLong(work, {}, [] { return true; }); }), "0: Operation cancelled by user");
-  connection.Driver().Rollback();
-  EXPECT_EQ(Count(), "3");
-}
-
 TEST_F(ConnectionTest, ACancelThatComesTooLateHitsNothingElse) {
   Open();
   const auto rows = connection.Driver().Execute("SELECT Customer FROM Customers");
