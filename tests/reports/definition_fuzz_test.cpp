@@ -85,7 +85,8 @@ TEST(DefinitionFuzzTest, DamagedDefinitionsAreRefusedOrLaidOut) {
   HeldRows rows;
   HeldRows::Table& table = rows.tables["SELECT"] = {{"LetterID", "Letter", "NameAddress"}, {}};
   for (int i = 0; i < 5; ++i)
-    table.rows.push_back({Value(i), Value(QString("{\\rtf1 ") + QString("a line\\par ").repeated(60 * i) + "}"),
+    table.rows.push_back({Value(i),
+                          Value(QString("{\\rtf1 ") + QString("a line\\par ").repeated(qsizetype{60} * i) + "}"),
                           Value(QString("A\nB"))});
   int read = 0;
   for (int round = 0; round < (given ? rounds : 200); ++round) {
