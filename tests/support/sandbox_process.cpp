@@ -14,7 +14,7 @@ constexpr int kStartTimeout = 30000;  // milliseconds; several tests may start o
 constexpr int kEndTimeout = 5000;
 
 std::size_t Collect(char* data, std::size_t size, std::size_t count, void* bytes) {
-  static_cast<QByteArray*>(bytes)->append(data, static_cast<qsizetype>(size * count));
+  static_cast<QByteArray*>(bytes)->append(data, static_cast<qsizetype>(size) * static_cast<qsizetype>(count));
   return size * count;
 }
 

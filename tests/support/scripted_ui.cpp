@@ -84,7 +84,7 @@ QString ScriptedUi::InputBox(const InputRequest& request) {
     ADD_FAILURE() << "an input box without a text: \"" << request.prompt.toStdString() << "\"";
     return {};
   }
-  const QString text = found->text;
+  QString text = found->text;
   inputAnswers_.erase(found);
   return text;
 }

@@ -15,7 +15,7 @@ TempFolder::TempFolder() {
 }
 
 QString TempFolder::Write(const QString& name, const QByteArray& bytes) const {
-  const QString path = File(name);
+  QString path = File(name);
   QDir().mkpath(QFileInfo(path).path());
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
