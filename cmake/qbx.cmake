@@ -76,14 +76,18 @@ function(qbx_program name)
   target_link_libraries(${name} PRIVATE qbx_${name} ${ARGN})
 endfunction()
 
-# qbx_tests(<folder> [WIRE] [IN_ENGINE <filter>] LINKS ...) makes one GoogleTest program <folder>_test from every .cpp
-# beside the caller; each test is a CTest test named <folder>.Suite.Name. With WIRE each runs a second time as
-# wire.<folder>.Suite.Name, through SQL Server's protocol (support/wire), except those that the filter IN_ENGINE names,
-# which look into the engine itself.
+# qbx_tests(<folder> [WINDOWS] [WIRE] [IN_ENGINE <filter>] LINKS ...) makes one GoogleTest program <folder>_test from
+# every .cpp beside the caller; each test is a CTest test named <folder>.Suite.Name. WINDOWS: they need windows or fonts.
+# With WIRE each runs a second time as wire.<folder>.Suite.Name, through SQL Server's protocol (support/wire), except
+# those that the filter IN_ENGINE names, which look into the engine itself.
 function(qbx_tests name)
-  cmake_parse_arguments(arg "WIRE" "IN_ENGINE" "LINKS" ${ARGN})
+  cmake_parse_arguments(arg "WINDOWS;WIRE" "IN_ENGINE" "LINKS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   if(sources)
+    if(arg_WINDOWS)
+      list(APPEND sources ${PROJECT_SOURCE_DIR}/tests/support/windows/main.cpp)
+      list(APPEND arg_LINKS Qt6::Widgets)
+    endif()
     add_executable(${name}_test ${sources})
     target_link_libraries(${name}_test PRIVATE ${arg_LINKS} qbx_test_support)
     qbx_reuse_pch(${name}_test qbx_test_pch)

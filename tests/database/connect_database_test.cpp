@@ -11,21 +11,20 @@ namespace {
 using test::Failure;
 using test::Single;
 
-const QString kStatus = QStringLiteral("SELECT DATABASEPROPERTYEX('QBX', 'Status')");
+const QString kStatus = "SELECT DATABASEPROPERTYEX('QBX', 'Status')";
 
 class ConnectTest : public test::DatabaseFixture {
  protected:
   ConnectTest() {
-    settings_.computerName = QStringLiteral("WORKSHOP-PC");
-    settings_.alternativePassword = QStringLiteral("spare");
+    settings_.computerName = "WORKSHOP-PC";
+    settings_.alternativePassword = "spare";
     settings_.readFConfig = [this] { return fConfig_; };
     settings_.storeFConfig = [this](const QString& value) { fConfig_ = value; };
   }
 
-  bool Connect(const QString& server = QStringLiteral("OFFICE"), const QString& database = QStringLiteral("QBX")) {
-    DatabaseConnector connector(connection_, statements_, services_, shell_, diagnostics_, settings_);
-    const bool connected =
-        connector.ConnectDatabase(server, {QStringLiteral("sa"), QStringLiteral("secret")}, database);
+  bool Connect(const QString& server = "OFFICE", const QString& database = "QBX") {
+    DatabaseConnector connector(connection_, statements_, services_, shell_, diagnostics, settings_);
+    const bool connected = connector.ConnectDatabase(server, {"sa", "secret"}, database);
     flags_ = connector.Flags();
     return connected;
   }
@@ -39,220 +38,207 @@ class ConnectTest : public test::DatabaseFixture {
   ConnectionFlags flags_;
   QString fConfig_;
   test::FakeServices manager_;
-  ServiceControl services_{manager_, log_};
+  ServiceControl services_{manager_, log};
   test::FakeShell shell_;
 };
 
 TEST_F(ConnectTest, GoesByWayOfMasterToADatabaseThatIsOnline) {
-  server_.Expect(kStatus, Single(Value(QStringLiteral("Online"))));
+  server_.Expect(kStatus, Single(Value(QString("Online"))));
   EXPECT_TRUE(Connect());
-  EXPECT_EQ(server_.calls,
-            (QStringList{QStringLiteral("open master sa/secret 6"), kStatus, QStringLiteral("open QBX sa/secret 15")}));
+  EXPECT_EQ(server_.calls, (QStringList{"open master sa/secret 6", kStatus, "open QBX sa/secret 15"}));
   EXPECT_EQ(flags_.status, DatabaseStatus::kOnline);
   EXPECT_EQ(connection_.CommandTimeout(), 20);
-  EXPECT_TRUE(ui_.Messages().empty());
+  EXPECT_TRUE(ui.Messages().empty());
 }
 
 TEST_F(ConnectTest, AnotherCompanyGoesStraightToItsDatabase) {
-  settings_.companyCode = QStringLiteral("B");
+  settings_.companyCode = "B";
   EXPECT_TRUE(Connect());
-  EXPECT_EQ(server_.calls, QStringList{QStringLiteral("open QBX sa/secret 6")});
+  EXPECT_EQ(server_.calls, QStringList{"open QBX sa/secret 6"});
 }
 
 TEST_F(ConnectTest, KeepsTheFolderOfMasterItself) {
-  server_.Expect(QStringLiteral("sp_helpfile"),
-                 test::Rows({{.name = QStringLiteral("name")}, {.name = QStringLiteral("filename")}},
-                            {{Value(QStringLiteral("master")), Value(QStringLiteral("C:\\Data\\master.mdf"))}}));
-  EXPECT_TRUE(Connect(QStringLiteral("OFFICE"), QStringLiteral("Master")));
-  EXPECT_EQ(flags_.databaseFileFolder, QLatin1String("C:\\Data\\"));
-  EXPECT_EQ(server_.Count(QStringLiteral("DATABASEPROPERTYEX")), 0);
+  server_.Expect("sp_helpfile", test::Rows({{.name = "name"}, {.name = "filename"}},
+                                           {{Value(QString("master")), Value(QString("C:\\Data\\master.mdf"))}}));
+  EXPECT_TRUE(Connect("OFFICE", "Master"));
+  EXPECT_EQ(flags_.databaseFileFolder, "C:\\Data\\");
+  EXPECT_EQ(server_.Count("DATABASEPROPERTYEX"), 0);
 }
 
 TEST_F(ConnectTest, ARefusedLoginGetsTheAlternativePassword) {
-  FailToOpen(1, QStringLiteral("Login failed for user 'sa'."), kAuthenticationFailed);
-  server_.Expect(kStatus, Single(Value(QStringLiteral("ONLINE"))));
+  FailToOpen(1, "Login failed for user 'sa'.", kAuthenticationFailed);
+  server_.Expect(kStatus, Single(Value(QString("ONLINE"))));
   EXPECT_TRUE(Connect());
   EXPECT_TRUE(flags_.alternativePassword);
   connection_.Reopen();
-  EXPECT_EQ(server_.calls.first(5),
-            (QStringList{QStringLiteral("open master sa/secret 6"), QStringLiteral("open master sa/spare 6"), kStatus,
-                         QStringLiteral("open QBX sa/spare 15"), QStringLiteral("open QBX sa/spare 15")}));
+  EXPECT_EQ(server_.calls.first(5), (QStringList{"open master sa/secret 6", "open master sa/spare 6", kStatus,
+                                                 "open QBX sa/spare 15", "open QBX sa/spare 15"}));
 }
 
 TEST_F(ConnectTest, TheErrorOfTheAlternativePasswordIsTheOneShown) {
-  FailToOpen(1, QStringLiteral("Login failed for user 'sa'."), kAuthenticationFailed);
-  FailToOpen(1, QStringLiteral("[DBNETLIB]Account locked (Connect())."), kAuthenticationFailed);
+  FailToOpen(1, "Login failed for user 'sa'.", kAuthenticationFailed);
+  FailToOpen(1, "[DBNETLIB]Account locked (Connect()).", kAuthenticationFailed);
   EXPECT_FALSE(Connect());
   EXPECT_FALSE(flags_.alternativePassword);
-  const QString message = QStringLiteral(
-      "The following error was reported while attempting connection to the database server.\rAccount locked ");
-  EXPECT_EQ(ui_.MessageTexts(), QStringList{message});
-  EXPECT_EQ(ui_.Messages()[0].icon, MessageIcon::kStop);
-  EXPECT_EQ(LogLines(), (QStringList{QStringLiteral("Database Connect Error: -2147217843, Account locked "), message,
-                                     QStringLiteral("Server:OFFICE  Pw: se")}));
+  const QString message =
+      "The following error was reported while attempting connection to the database server.\rAccount locked ";
+  EXPECT_EQ(ui.MessageTexts(), QStringList{message});
+  EXPECT_EQ(ui.Messages()[0].icon, MessageIcon::kStop);
+  EXPECT_EQ(LogLines(),
+            (QStringList{"Database Connect Error: -2147217843, Account locked ", message, "Server:OFFICE  Pw: se"}));
   EXPECT_FALSE(connection_.IsOpen());
 }
 
 TEST_F(ConnectTest, ADatabaseThatIsNotOnlineIsAskedAbout) {
-  const QString start = QStringLiteral("The database is not currently available.\r\r");
-  const QString end = QStringLiteral("\r\rDo you want to attempt to bring the database back online?");
+  const QString start = "The database is not currently available.\r\r";
+  const QString end = "\r\rDo you want to attempt to bring the database back online?";
   const std::pair<Value, QString> cases[] = {
-      {Value(QStringLiteral("OFFLINE")),
-       QStringLiteral(
-           "It may be in the process of being restored, or has not been configured yet, or may be offline.")},
-      {Value::Null(), QStringLiteral("It may not have been configured or initialised yet, or may be offline.")},
+      {Value(QString("OFFLINE")),
+       "It may be in the process of being restored, or has not been configured yet, or may be offline."},
+      {Value::Null(), "It may not have been configured or initialised yet, or may be offline."},
   };
-  for (const auto& [status, reason] : cases) {
-    ui_.Clear();
+  for (const auto& [state, reason] : cases) {
+    ui.Clear();
     server_.calls.clear();
-    server_.Expect(kStatus, Single(status));
-    ui_.Answer({}, MessageAnswer::kNo);
+    server_.Expect(kStatus, Single(state));
+    ui.Answer({}, MessageAnswer::kNo);
     EXPECT_TRUE(Connect());
-    EXPECT_EQ(ui_.MessageTexts(), QStringList{start + reason + end});
-    EXPECT_EQ(ui_.Messages()[0].question, Question::kBringDatabaseOnline);
+    EXPECT_EQ(ui.MessageTexts(), QStringList{start + reason + end});
+    EXPECT_EQ(ui.Messages()[0].question, Question::kBringDatabaseOnline);
     EXPECT_EQ(flags_.status, DatabaseStatus::kDeclined);
     EXPECT_EQ(server_.calls.last(), kStatus) << "the connection stays on master";
   }
 }
 
 TEST_F(ConnectTest, BringsADatabaseOnline) {
-  server_.Expect(kStatus, Single(Value(QStringLiteral("OFFLINE"))));
-  server_.Expect(kStatus, Single(Value(QStringLiteral("ONLINE"))));
-  ui_.Answer(QStringLiteral("back online?"), MessageAnswer::kYes);
+  server_.Expect(kStatus, Single(Value(QString("OFFLINE"))));
+  server_.Expect(kStatus, Single(Value(QString("ONLINE"))));
+  ui.Answer("back online?", MessageAnswer::kYes);
   EXPECT_TRUE(Connect());
-  EXPECT_EQ(server_.calls, (QStringList{QStringLiteral("open master sa/secret 6"), kStatus,
-                                        QStringLiteral("ALTER DATABASE [QBX] SET ONLINE"), kStatus,
-                                        QStringLiteral("open QBX sa/secret 15")}));
+  EXPECT_EQ(server_.calls, (QStringList{"open master sa/secret 6", kStatus, "ALTER DATABASE [QBX] SET ONLINE", kStatus,
+                                        "open QBX sa/secret 15"}));
   EXPECT_EQ(flags_.status, DatabaseStatus::kOnline);
-  EXPECT_EQ(ui_.StatusTexts(), QStringList{QStringLiteral("Attempting to bring the database online...")});
-  EXPECT_FALSE(ui_.StatusVisible());
+  EXPECT_EQ(ui.StatusTexts(), QStringList{"Attempting to bring the database online..."});
+  EXPECT_FALSE(ui.StatusVisible());
 }
 
 TEST_F(ConnectTest, ADatabaseThatStaysOfflineIsNotAvailable) {
-  server_.Expect(kStatus, Single(Value(QStringLiteral("OFFLINE"))));
-  server_.Expect(QStringLiteral("ALTER"), Failure(QStringLiteral("[X]ALTER DATABASE statement failed.")));
-  ui_.Answer({}, MessageAnswer::kYes);
+  server_.Expect(kStatus, Single(Value(QString("OFFLINE"))));
+  server_.Expect("ALTER", Failure("[X]ALTER DATABASE statement failed."));
+  ui.Answer({}, MessageAnswer::kYes);
   EXPECT_TRUE(Connect());
   EXPECT_EQ(flags_.status, DatabaseStatus::kNotAvailable);
-  EXPECT_EQ(ui_.MessageTexts().last(), QLatin1String("ALTER DATABASE statement failed.\r\n"));
-  EXPECT_EQ(server_.Count(QStringLiteral("open QBX")), 0);
+  EXPECT_EQ(ui.MessageTexts().last(), "ALTER DATABASE statement failed.\r\n");
+  EXPECT_EQ(server_.Count("open QBX"), 0);
 }
 
 TEST_F(ConnectTest, ADatabaseThatCannotBeOpenedCountsAsNeverConnected) {
   server_.opens.push_back(std::nullopt);  // master
-  FailToOpen(1, QStringLiteral("damaged"), kStatementFailed);
-  server_.Expect(kStatus, Single(Value(QStringLiteral("SUSPECT"))));
+  FailToOpen(1, "damaged", kStatementFailed);
+  server_.Expect(kStatus, Single(Value(QString("SUSPECT"))));
   EXPECT_FALSE(Connect());
   EXPECT_EQ(flags_.status, DatabaseStatus::kNotAvailable);
-  EXPECT_EQ(ui_.Messages().size(), 1U) << "what is wrong, and no question";
-  EXPECT_FALSE(statements_.dbExecute(QStringLiteral("SELECT 1")).Ok());
-  EXPECT_EQ(ui_.Messages().size(), 1U) << "later statements fail softly";
+  EXPECT_EQ(ui.Messages().size(), 1U) << "what is wrong, and no question";
+  EXPECT_FALSE(statements_.dbExecute("SELECT 1").Ok());
+  EXPECT_EQ(ui.Messages().size(), 1U) << "later statements fail softly";
 }
 
 TEST_F(ConnectTest, ANameCannotAddToTheConnectionStringOrTheStatement) {
-  EXPECT_FALSE(Connect(QStringLiteral("OFFICE"), QStringLiteral("QBX;Data Source=ELSEWHERE")));
-  EXPECT_FALSE(Connect(QStringLiteral("OFFICE"), QStringLiteral("QBX] SET OFFLINE --")));
+  EXPECT_FALSE(Connect("OFFICE", "QBX;Data Source=ELSEWHERE"));
+  EXPECT_FALSE(Connect("OFFICE", "QBX] SET OFFLINE --"));
   EXPECT_TRUE(server_.calls.isEmpty());
-  EXPECT_EQ(ui_.Messages().size(), 2U);
+  EXPECT_EQ(ui.Messages().size(), 2U);
 }
 
 TEST_F(ConnectTest, OffersToStartTheServiceOfThisComputer) {
-  manager_.states.insert(QStringLiteral("mssql$qbx"), ServiceState::kStopped);
-  FailToOpen(2, QStringLiteral("no answer"));
-  ui_.Answer(QStringLiteral("no answer\r\rThe Database Service on this computer may not be running, or it may be being "
-                            "blocked by your Firewall software.\r\r Do you want to try and start"),
-             MessageAnswer::kYes);
+  manager_.states.insert("mssql$qbx", ServiceState::kStopped);
+  FailToOpen(2, "no answer");
+  ui.Answer(
+      "no answer\r\rThe Database Service on this computer may not be running, or it may be being "
+      "blocked by your Firewall software.\r\r Do you want to try and start",
+      MessageAnswer::kYes);
   settings_.settingsVersion2 = true;
-  EXPECT_FALSE(Connect(QStringLiteral("workshop-pc")));
-  EXPECT_EQ(ui_.Messages()[0].question, Question::kStartDatabaseService);
-  EXPECT_EQ(ui_.Messages().size(), 1U);
-  EXPECT_EQ(shell_.commands,
-            (QStringList{QStringLiteral("netsh firewall set portopening UDP 1434 SQL_Browser ENABLE"),
-                         QStringLiteral("netsh firewall set portopening TCP 445 SQL_Server_NP2 ENABLE"),
-                         QStringLiteral("netsh firewall set portopening TCP 135 SQL_Server_NP ENABLE")}));
-  EXPECT_EQ(fConfig_, QLatin1String("Y"));
-  EXPECT_EQ(manager_.requests, (QStringList{QStringLiteral("mssql$qbx:1"), QStringLiteral("mssql$qbx:0")}));
-  EXPECT_EQ(ui_.StatusTexts(), QStringList(6, QStringLiteral("Please wait a few seconds while the program attempts to "
-                                                             "start the Database Service...")));
-  EXPECT_EQ(ui_.WaitedFor(), 3 * (1600 + 1500));
-  EXPECT_EQ(server_.calls,
-            (QStringList{QStringLiteral("open master sa/secret 6"), QStringLiteral("open master sa/secret 9")}));
-  EXPECT_EQ(LogLines()[1], QLatin1String("Database Connection Attempt 2: no answer"));
-  EXPECT_EQ(LogLines().last(), QLatin1String("Server:workshop-pc\\QBX  Pw: se"));
+  EXPECT_FALSE(Connect("workshop-pc"));
+  EXPECT_EQ(ui.Messages()[0].question, Question::kStartDatabaseService);
+  EXPECT_EQ(ui.Messages().size(), 1U);
+  EXPECT_EQ(shell_.commands, (QStringList{"netsh firewall set portopening UDP 1434 SQL_Browser ENABLE",
+                                          "netsh firewall set portopening TCP 445 SQL_Server_NP2 ENABLE",
+                                          "netsh firewall set portopening TCP 135 SQL_Server_NP ENABLE"}));
+  EXPECT_EQ(fConfig_, "Y");
+  EXPECT_EQ(manager_.requests, (QStringList{"mssql$qbx:1", "mssql$qbx:0"}));
+  EXPECT_EQ(ui.StatusTexts(), QStringList(6,
+                                          "Please wait a few seconds while the program attempts to "
+                                          "start the Database Service..."));
+  EXPECT_EQ(ui.WaitedFor(), 3 * (1600 + 1500));
+  EXPECT_EQ(server_.calls, (QStringList{"open master sa/secret 6", "open master sa/secret 9"}));
+  EXPECT_EQ(LogLines()[1], "Database Connection Attempt 2: no answer");
+  EXPECT_EQ(LogLines().last(), "Server:workshop-pc\\QBX  Pw: se");
 }
 
 TEST_F(ConnectTest, RefusedRequestsShortenTheWaitsAndOpenPortsStayOpen) {
-  fConfig_ = QStringLiteral("Y");
-  FailToOpen(2, QStringLiteral("no answer"));
-  ui_.Answer({}, MessageAnswer::kYes);
-  EXPECT_FALSE(Connect(QStringLiteral("WORKSHOP-PC\\QBX")));
+  fConfig_ = "Y";
+  FailToOpen(2, "no answer");
+  ui.Answer({}, MessageAnswer::kYes);
+  EXPECT_FALSE(Connect("WORKSHOP-PC\\QBX"));
   EXPECT_TRUE(shell_.commands.isEmpty());
-  EXPECT_EQ(ui_.WaitedFor(), 6 * 800);
-}
-
-TEST_F(ConnectTest, DecliningTheStartEndsQuietly) {
-  FailToOpen(2, QStringLiteral("no answer"));
-  ui_.Answer({}, MessageAnswer::kNo);
-  EXPECT_FALSE(Connect(QStringLiteral("WORKSHOP-PC")));
-  EXPECT_EQ(LogLines().last(), QLatin1String("Database Connect Error: -2147467259, no answer"));
-  EXPECT_TRUE(manager_.requests.isEmpty() && ui_.Statuses().empty());
+  EXPECT_EQ(ui.WaitedFor(), 6 * 800);
 }
 
 TEST(ConnectionString, AddressesTheInstance) {
-  const QString server = QStringLiteral("PC1\\QBX");
+  const QString server = "PC1\\QBX";
   ConnectSettings settings;
   settings.settingsVersion2 = true;
-  EXPECT_EQ(BuildConnectionString(server, QStringLiteral("QBX_North"), settings),
-            QLatin1String("Provider=SQLOLEDB;OLE DB Services = -2;Data Source=PC1\\QBX\\QBX;Initial "
-                          "Catalog=QBX_North;"));
+  EXPECT_EQ(BuildConnectionString(server, "QBX_North", settings),
+            "Provider=SQLOLEDB;OLE DB Services = -2;Data Source=PC1\\QBX\\QBX;Initial "
+            "Catalog=QBX_North;");
   settings.overrideAutomaticSettings = true;
   EXPECT_EQ(ServerName(server, settings), server);
 }
 
 TEST(IsLocalServer, KnowsThisComputer) {
-  const QString computer = QStringLiteral("A-VERY-LONG-NAME-OF-A-PC");
+  const QString computer = "A-VERY-LONG-NAME-OF-A-PC";
   for (const char* server : {"LocalHost\\QBX", "127.0.0.1", "a-very-long-nam", "A-VERY-LONG-NAM\\QBX"})
-    EXPECT_TRUE(IsLocalServer(QLatin1String(server), computer)) << server;
+    EXPECT_TRUE(IsLocalServer(server, computer)) << server;
   for (const char* server : {"OFFICE", "A-VERY", "localhost2"})
-    EXPECT_FALSE(IsLocalServer(QLatin1String(server), computer)) << server;
+    EXPECT_FALSE(IsLocalServer(server, computer)) << server;
 }
 
 class DatabaseServiceTest : public ConnectTest {
  protected:
   QString Info() {
-    ShowDatabaseServiceInfo(services_, registry_, ui_);
-    return ui_.MessageTexts().last();
+    ShowDatabaseServiceInfo(services_, registry_, ui);
+    return ui.MessageTexts().last();
   }
   void Put(const QString& key, const QString& name, const QString& text) {
-    registry_.Put(RegistryHive::kLocalMachine, QLatin1String("SOFTWARE\\Microsoft\\Microsoft SQL Server\\") + key, name,
+    registry_.Put(RegistryHive::kLocalMachine, QString("SOFTWARE\\Microsoft\\Microsoft SQL Server\\") + key, name,
                   text);
   }
   test::MemoryRegistryStore registry_;
 };
 
 TEST_F(DatabaseServiceTest, TellsPortAndState) {
-  EXPECT_EQ(Info(), QLatin1String("Database Service may not be installed or discovery is not possible."));
-  EXPECT_EQ(FindDatabaseService(services_), QLatin1String("mssqlserver"));
-  manager_.states.insert(QStringLiteral("mssqlserver"), ServiceState::kStopped);
-  EXPECT_EQ(Info(), QLatin1String("Database Service is installed. TCP Port \r\rService Status: Stopped"));
+  EXPECT_EQ(Info(), "Database Service may not be installed or discovery is not possible.");
+  EXPECT_EQ(FindDatabaseService(services_), "mssqlserver");
+  manager_.states.insert("mssqlserver", ServiceState::kStopped);
+  EXPECT_EQ(Info(), "Database Service is installed. TCP Port \r\rService Status: Stopped");
 
-  manager_.states.insert(QStringLiteral("mssql$qbx"), ServiceState::kRunning);
-  Put(QStringLiteral("Instance Names\\SQL"), QStringLiteral("QBX"), QStringLiteral("MSSQL.1"));
-  const QString ports = QStringLiteral("MSSQL.1\\MSSQLServer\\SuperSocketNetLib\\Tcp\\IPAll");
-  Put(ports, QStringLiteral("TcpPort"), QStringLiteral("1433"));
-  const QString start = QStringLiteral("QBX Database Service is installed. TCP Port ");
-  const QString end = QStringLiteral("\r\rService Status: Running");
-  EXPECT_EQ(Info(), start + QLatin1String("1433") + end);
-  Put(ports, QStringLiteral("TcpDynamicPorts"), QStringLiteral("0"));
-  EXPECT_EQ(Info(), start + QLatin1String("1433") + end);
-  Put(ports, QStringLiteral("TcpDynamicPorts"), QStringLiteral("49170"));
-  EXPECT_EQ(Info(), start + QLatin1String("49170") + end);
+  manager_.states.insert("mssql$qbx", ServiceState::kRunning);
+  Put("Instance Names\\SQL", "QBX", "MSSQL.1");
+  const QString ports = "MSSQL.1\\MSSQLServer\\SuperSocketNetLib\\Tcp\\IPAll";
+  Put(ports, "TcpPort", "1433");
+  const QString start = "QBX Database Service is installed. TCP Port ";
+  const QString end = "\r\rService Status: Running";
+  EXPECT_EQ(Info(), start + QString("1433") + end);
+  Put(ports, "TcpDynamicPorts", "0");
+  EXPECT_EQ(Info(), start + QString("1433") + end);
+  Put(ports, "TcpDynamicPorts", "49170");
+  EXPECT_EQ(Info(), start + QString("49170") + end);
 }
 
 TEST_F(DatabaseServiceTest, AsksASecondTimeWhenTheManagerCannotBeOpened) {
-  manager_.states.insert(QStringLiteral("mssql$qbx"), ServiceState::kRunning);
+  manager_.states.insert("mssql$qbx", ServiceState::kRunning);
   manager_.available = false;
-  EXPECT_EQ(FindDatabaseService(services_), QLatin1String("mssql$qbx"));
+  EXPECT_EQ(FindDatabaseService(services_), "mssql$qbx");
 }
 
 }  // namespace

@@ -6,51 +6,36 @@
 
 #include "database/fake_server.h"
 #include "database/statements.h"
-#include "support/fixed_clock.h"
-#include "support/scripted_ui.h"
-#include "support/temp_folder.h"
+#include "support/test_services.h"
 
 namespace qbx::test {
 
-class DatabaseFixture : public testing::Test {
+class DatabaseFixture : public testing::Test, protected TestServices {
  protected:
   DatabaseFixture() {
     context_.DatabaseVersion = 999;
-    context_.user = QStringLiteral("Jo Brown");
+    context_.user = "Jo Brown";
     context_.campaignId = -7;
-    server_.parameters = {{.name = QStringLiteral("@RETURN_VALUE"), .direction = ParameterDirection::kReturnValue}};
+    server_.parameters = {{.name = "@RETURN_VALUE", .direction = ParameterDirection::kReturnValue}};
     for (const char* name : {"@Username", "@EventType", "@TableID", "@TableKey", "@Details"})
       server_.parameters.push_back({.name = QLatin1String(name)});
   }
 
-  void Open() {
-    connection_.Open(QStringLiteral("Data Source=S;Initial Catalog=QBX;"),
-                     {QStringLiteral("sa"), QStringLiteral("pw")});
-  }
+  void Open() { connection_.Open("Data Source=S;Initial Catalog=QBX;", {"sa", "pw"}); }
 
   /// Lines of the log without their time.
   [[nodiscard]] QStringList LogLines() const {
-    if (folder_.Names().isEmpty()) return {};
-    QStringList lines = QString::fromUtf8(folder_.Read(QStringLiteral("log"))).split(QStringLiteral("\r\n10:20:30  "));
-    lines.first().remove(0, 10);
-    lines.last().chop(2);
-    return lines;
+    if (Log().isEmpty()) return {};
+    return Log().chopped(2).mid(10).split("\r\n10:20:30  ");
   }
 
-  TempFolder folder_;
-  FixedClock clock_;
-  LogFile log_{clock_, folder_.File(QStringLiteral("log"))};
-  ScriptedUi ui_;
-  StatusBox status_{ui_};
-  ErrorReport errors_{log_, status_, ui_};
-  Diagnostics diagnostics_{clock_, log_, ui_, status_, errors_};
   EventContext context_;
   LastError lastError_;
   FakeServer server_;
   Connection connection_{server_.Factory()};
-  EventLog events_{connection_, context_, log_};
-  ErrorInterpretation interpretation_{context_, events_, lastError_, diagnostics_};
-  Statements statements_{connection_, interpretation_, events_, lastError_, diagnostics_};
+  EventLog events_{connection_, context_, log};
+  ErrorInterpretation interpretation_{context_, events_, lastError_, diagnostics};
+  Statements statements_{connection_, interpretation_, events_, lastError_, diagnostics};
 };
 
 }  // namespace qbx::test

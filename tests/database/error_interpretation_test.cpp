@@ -8,106 +8,99 @@ namespace {
 class ErrorInterpretationTest : public test::DatabaseFixture {
  protected:
   /// Reports a failure with these provider texts.
-  QString Report(const QStringList& texts, const QString& pendingText = QStringLiteral("pending"), int number = 1) {
+  QString Report(const QStringList& texts, const QString& pendingText = "pending", int number = 1) {
     std::vector<ProviderError> list;
     for (const QString& text : texts)
       list.push_back({0, {}, text});
     const DatabaseError error(number, pendingText, list);
     connection_.KeepErrors(error);
-    return interpretation_.ReportDatabaseError(&connection_, QStringLiteral("dbExecute"), QStringLiteral("SQL"), error);
+    return interpretation_.ReportDatabaseError(&connection_, "dbExecute", "SQL", error);
   }
 };
 
 TEST_F(ErrorInterpretationTest, WordsWhatTheServerSays) {
   Open();
-  const QString prefix = QStringLiteral("[Vendor][Driver][Server]");
-  const QString taken = QStringLiteral("Violation of PRIMARY KEY constraint 'PK_X'. Cannot insert duplicate key.");
-  const QString terminated = QStringLiteral("The statement has been terminated.");
-  const QString known = QStringLiteral("The Reference value entered already exists for this record type.");
+  const QString prefix = "[Vendor][Driver][Server]";
+  const QString taken = "Violation of PRIMARY KEY constraint 'PK_X'. Cannot insert duplicate key.";
+  const QString terminated = "The statement has been terminated.";
+  const QString known = "The Reference value entered already exists for this record type.";
   const std::pair<QStringList, QString> cases[] = {
-      {{prefix + QLatin1String("Procedure 'proc_x' expects parameter '@CustomerID', which was not supplied.")},
-       QStringLiteral("\r\nMissing Value 'CustomerID'\r\n")},
-      {{QStringLiteral(
-           "INSERT statement conflicted with COLUMN FOREIGN KEY constraint 'FK_1'. The conflict occurred in "
-           "database 'QBX', table 'Customers', column 'Type_ID'.")},
-       QStringLiteral("The value entered for 'Type_ID' does not exist in the table 'Customers', please enter a valid "
-                      "value in 'Type_ID' and try again.")},
+      {{prefix + "Procedure 'proc_x' expects parameter '@CustomerID', which was not supplied."},
+       "\r\nMissing Value 'CustomerID'\r\n"},
+      {{"INSERT statement conflicted with COLUMN FOREIGN KEY constraint 'FK_1'. The conflict occurred in "
+        "database 'QBX', table 'Customers', column 'Type_ID'."},
+       "The value entered for 'Type_ID' does not exist in the table 'Customers', please enter a valid "
+       "value in 'Type_ID' and try again."},
       {{taken}, known},
-      {{taken, terminated}, known + QLatin1String("\r\n\r\nThe operation has been cancelled.")},
+      {{taken, terminated}, known + "\r\n\r\nThe operation has been cancelled."},
       {{terminated, taken}, known},
-      {{QStringLiteral("Line 1: Incorrect syntax near 'FORM'.")}, QStringLiteral("Incorrect syntax  near 'FORM'\r\n")},
-      {{QStringLiteral("First"), QStringLiteral("Syntax error in FROM clause")},
-       QStringLiteral("Incorrect database query specified. First\r\n\r\n")},
-      {{QStringLiteral("DELETE statement conflicted with COLUMN REFERENCE constraint 'FK_2'. The conflict occurred in "
-                       "database 'QBX', table 'Vehicles', column 'Owner_ID'.")},
-       QStringLiteral("The record you attempted to delete cannot be deleted as it has references to 'Vehicles', "
-                      "specifically relating to the column 'Owner_ID'.")},
-      {{prefix + QLatin1String("Could not find stored procedure 'proc_selp_Foo'.")},
-       QStringLiteral("Could not find procedure 'pselect_Foo'.\r\n")},
-      {{QStringLiteral("[A][B]one"), QStringLiteral("two")}, QStringLiteral("one\r\n\r\n\r\ntwo\r\n")},
-      {{QStringLiteral("proc_delp_A proc_sel_B proc_updp_C table_keys")},
-       QStringLiteral("pdelete_A select_B pupdate_C table_ID_\r\n")},
-      {{QStringLiteral("x expects parameter Y")}, QStringLiteral("\r\nMissing Value ''\r\n")},
+      {{"Line 1: Incorrect syntax near 'FORM'."}, "Incorrect syntax  near 'FORM'\r\n"},
+      {{"First", "Syntax error in FROM clause"}, "Incorrect database query specified. First\r\n\r\n"},
+      {{"DELETE statement conflicted with COLUMN REFERENCE constraint 'FK_2'. The conflict occurred in "
+        "database 'QBX', table 'Vehicles', column 'Owner_ID'."},
+       "The record you attempted to delete cannot be deleted as it has references to 'Vehicles', "
+       "specifically relating to the column 'Owner_ID'."},
+      {{prefix + "Could not find stored procedure 'proc_selp_Foo'."}, "Could not find procedure 'pselect_Foo'.\r\n"},
+      {{"[A][B]one", "two"}, "one\r\n\r\n\r\ntwo\r\n"},
+      {{"proc_delp_A proc_sel_B proc_updp_C table_keys"}, "pdelete_A select_B pupdate_C table_ID_\r\n"},
+      {{"x expects parameter Y"}, "\r\nMissing Value ''\r\n"},
   };
   for (const auto& [texts, message] : cases) {
-    ui_.Clear();
+    ui.Clear();
     EXPECT_EQ(Report(texts), message);
-    EXPECT_EQ(ui_.MessageTexts(), QStringList{message});
-    EXPECT_EQ(LogLines().last(), QLatin1String("Database Error - ") + message);
-    EXPECT_TRUE(server_.calls.last().endsWith(QLatin1String("@TableKey=DB @Details=") + message.trimmed().left(80)));
+    EXPECT_EQ(ui.MessageTexts(), QStringList{message});
+    EXPECT_EQ(LogLines().last(), QString("Database Error - ") + message);
+    EXPECT_TRUE(server_.calls.last().endsWith(QString("@TableKey=DB @Details=") + message.trimmed().left(80)));
   }
 }
 
 TEST_F(ErrorInterpretationTest, FallsBackToThePendingError) {
-  EXPECT_EQ(Report({}), QLatin1String("\r\npending"));
-  EXPECT_EQ(Report({}, QStringLiteral("Application uses a value of the wrong type for the current operation."), 3421),
-            QLatin1String("Database Update: \r\nApplication uses a value of the wrong type for the current operation."
-                          "\r\n\r\nA data field may not be filled in correctly, is blank, or has more data than "
-                          "expected.\r\n\r\nPlease ensure that all the required fields have been entered."));
+  EXPECT_EQ(Report({}), "\r\npending");
+  EXPECT_EQ(Report({}, "Application uses a value of the wrong type for the current operation.", 3421),
+            "Database Update: \r\nApplication uses a value of the wrong type for the current operation."
+            "\r\n\r\nA data field may not be filled in correctly, is blank, or has more data than "
+            "expected.\r\n\r\nPlease ensure that all the required fields have been entered.");
 }
 
 TEST_F(ErrorInterpretationTest, AddsAdviceBehindTheLoggedMessage) {
   context_.DatabaseVersion = 98;
-  EXPECT_EQ(Report({QStringLiteral("Timeout expired")}),
-            QLatin1String("\r\nThe operation did not complete in the time expected."
-                          "\r\rA record may be required which may be being edited and which can't be updated at this "
-                          "time.\r\rThis system may need updating! Please do a Check for Updates."));
-  EXPECT_EQ(LogLines().first(),
-            QLatin1String("Database Error - \r\nThe operation did not complete in the time expected."));
+  EXPECT_EQ(Report({"Timeout expired"}),
+            "\r\nThe operation did not complete in the time expected."
+            "\r\rA record may be required which may be being edited and which can't be updated at this "
+            "time.\r\rThis system may need updating! Please do a Check for Updates.");
+  EXPECT_EQ(LogLines().first(), "Database Error - \r\nThe operation did not complete in the time expected.");
   context_.DatabaseVersion = 6;
-  EXPECT_EQ(Report({QStringLiteral("Lock request time out period exceeded.")}),
-            QLatin1String("Lock request time out period exceeded.\r\n\r\rA record may be required which may be being "
-                          "edited and which can't be updated at this time."));
+  EXPECT_EQ(Report({"Lock request time out period exceeded."}),
+            "Lock request time out period exceeded.\r\n\r\rA record may be required which may be being "
+            "edited and which can't be updated at this time.");
 }
 
 TEST_F(ErrorInterpretationTest, OffersToQuitWhenTheNetworkIsGone) {
-  const QStringList lost = {QStringLiteral("[DBNETLIB]General network error. Check your network documentation.")};
+  const QStringList lost = {"[DBNETLIB]General network error. Check your network documentation."};
   for (const MessageAnswer answer : {MessageAnswer::kNo, MessageAnswer::kYes}) {
-    EXPECT_FALSE(ui_.QuitRequested());
-    ui_.Answer(QStringLiteral("\r\n\r\rDatabase connection lost. Recommended to quit the program. OK to quit?"),
-               answer);
+    EXPECT_FALSE(ui.QuitRequested());
+    ui.Answer("\r\n\r\rDatabase connection lost. Recommended to quit the program. OK to quit?", answer);
     Report(lost);
   }
-  EXPECT_TRUE(ui_.QuitRequested());
-  EXPECT_EQ(ui_.Messages().size(), 2U) << "nothing but the questions";
-  EXPECT_EQ(ui_.Messages()[0].question, Question::kQuitAfterLostConnection);
+  EXPECT_TRUE(ui.QuitRequested());
+  EXPECT_EQ(ui.Messages().size(), 2U) << "nothing but the questions";
+  EXPECT_EQ(ui.Messages()[0].question, Question::kQuitAfterLostConnection);
   EXPECT_FALSE(lastError_.DbErrorShown);
 }
 
 TEST_F(ErrorInterpretationTest, WithoutAConnectionOnlyTheStatusBoxCloses) {
-  status_.ShowStatus(QStringLiteral("Working"));
-  const DatabaseError error(1, QStringLiteral("x"), {});
+  status.ShowStatus("Working");
+  const DatabaseError error(1, "x", {});
   EXPECT_EQ(interpretation_.ReportDatabaseError(nullptr, {}, {}, error), QString());
-  EXPECT_FALSE(ui_.StatusVisible());
-  EXPECT_TRUE(ui_.Messages().empty());
+  EXPECT_FALSE(ui.StatusVisible());
+  EXPECT_TRUE(ui.Messages().empty());
   EXPECT_TRUE(LogLines().isEmpty());
 }
 
 TEST(TextBetween, IgnoresCaseAndKeepsTheText) {
-  EXPECT_EQ(TextBetween(QStringLiteral("in Table 'Customers', x"), QStringLiteral("TABLE '"), QStringLiteral("'")),
-            QLatin1String("Customers"));
-  EXPECT_EQ(TextBetween(QStringLiteral("table 'open"), QStringLiteral("table '"), QStringLiteral("'")), QString());
-  EXPECT_EQ(TextBetween(QStringLiteral("none"), QStringLiteral("x"), QStringLiteral("e")), QString());
+  EXPECT_EQ(TextBetween("in Table 'Customers', x", "TABLE '", "'"), "Customers");
+  EXPECT_EQ(TextBetween("table 'open", "table '", "'"), QString());
+  EXPECT_EQ(TextBetween("none", "x", "e"), QString());
 }
 
 }  // namespace

@@ -10,44 +10,39 @@ class EventLogTest : public test::DatabaseFixture {};
 TEST_F(EventLogTest, CutsKeyAndDetails) {
   Open();
   events_.LogEvent(kEventSms, 3, QString(30, u'k'), QString(100, u'd'));
-  EXPECT_EQ(server_.calls.last(),
-            QLatin1String("call proc_addp__Log @Username=Jo Brown @EventType=7 @TableID=3 @TableKey=") +
-                QString(25, u'k') + QLatin1String(" @Details=") + QString(80, u'd'));
+  EXPECT_EQ(server_.calls.last(), QString("call proc_addp__Log @Username=Jo Brown @EventType=7 @TableID=3 @TableKey=") +
+                                      QString(25, u'k') + QString(" @Details=") + QString(80, u'd'));
 }
 
 TEST_F(EventLogTest, AnOlderDatabaseGetsALineOfTheLogFile) {
   Open();
   context_.DatabaseVersion = 61;
-  events_.LogEvent(kEventError, 0, QStringLiteral("DB"), QStringLiteral("not written"));
-  EXPECT_EQ(LogLines(), QStringList{QStringLiteral("Event - Type:6, Table:0, Key:DB")});
+  events_.LogEvent(kEventError, 0, "DB", "not written");
+  EXPECT_EQ(LogLines(), QStringList{"Event - Type:6, Table:0, Key:DB"});
   EXPECT_EQ(server_.calls.size(), 1);
   context_.DatabaseVersion = 62;
-  events_.LogEvent(kEventError, 0, QStringLiteral("DB"), {});
-  EXPECT_EQ(server_.Count(QStringLiteral("proc_addp__Log")), 1);
+  events_.LogEvent(kEventError, 0, "DB", {});
+  EXPECT_EQ(server_.Count("proc_addp__Log"), 1);
 }
 
 TEST_F(EventLogTest, TiesAMarketingEventToTheCampaign) {
   Open();
-  server_.parameters = {{},
-                        {.name = QStringLiteral("@UserID")},
-                        {.name = QStringLiteral("@Event")},
-                        {.name = QStringLiteral("@CampaignID")}};
-  events_.LogMarketingEvent(QStringLiteral("Print Letters"));
-  EXPECT_EQ(server_.calls.last(),
-            QLatin1String("call proc_addp__Marketing_Log @UserID=Jo Brown @Event=Print Letters @CampaignID=-7"));
+  server_.parameters = {{}, {.name = "@UserID"}, {.name = "@Event"}, {.name = "@CampaignID"}};
+  events_.LogMarketingEvent("Print Letters");
+  EXPECT_EQ(server_.calls.last(), "call proc_addp__Marketing_Log @UserID=Jo Brown @Event=Print Letters @CampaignID=-7");
 }
 
 TEST_F(EventLogTest, AFailedEventIsDropped) {
-  events_.LogEvent(kEventError, 0, QStringLiteral("DB"), {});
+  events_.LogEvent(kEventError, 0, "DB", {});
   Open();
-  server_.Expect(QStringLiteral("proc_addp__Log"), test::Failure(QStringLiteral("full")));
-  events_.LogEvent(kEventError, 0, QStringLiteral("DB"), {});
+  server_.Expect("proc_addp__Log", test::Failure("full"));
+  events_.LogEvent(kEventError, 0, "DB", {});
   server_.describeError = test::Lost().error;
-  events_.LogEvent(kEventError, 0, QStringLiteral("DB"), {});
-  events_.LogMarketingEvent(QStringLiteral("Print Letters"));
-  EXPECT_TRUE(ui_.Messages().empty());
+  events_.LogEvent(kEventError, 0, "DB", {});
+  events_.LogMarketingEvent("Print Letters");
+  EXPECT_TRUE(ui.Messages().empty());
   EXPECT_TRUE(LogLines().isEmpty());
-  EXPECT_EQ(server_.Count(QStringLiteral("open ")), 1);
+  EXPECT_EQ(server_.Count("open "), 1);
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ class FakeSession final : public Session {
 
   std::unique_ptr<RowSource> Execute(const QString& batch) override { return server_.Reply(batch); }
   std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override {
-    QString call = QLatin1String("call ") + procedure;
+    QString call = QString("call ") + procedure;
     for (const Parameter& each : parameters) {
       if (each.isSet) call += u' ' + each.name + u'=' + each.value.ToText();
     }
@@ -67,7 +67,7 @@ Answer Rows(std::vector<Column> columns, std::vector<std::vector<Value>> rows) {
 }
 
 Answer Single(const Value& value) {
-  return Rows({{.name = QStringLiteral("Value"), .type = value.Type()}}, {{value}});
+  return Rows({{.name = "Value", .type = value.Type()}}, {{value}});
 }
 
 Answer Failure(const QString& description, int number) {
@@ -75,12 +75,12 @@ Answer Failure(const QString& description, int number) {
 }
 
 Answer Lost() {
-  return Failure(QStringLiteral("The connection is broken"), kUnspecifiedError);
+  return Failure("The connection is broken", kUnspecifiedError);
 }
 
 SessionFactory FakeServer::Factory() {
   return [this](const ConnectionTarget& target, const Login& login, int timeout) -> std::unique_ptr<Session> {
-    calls.append(QStringLiteral("open %1 %2/%3 %4").arg(target.database, login.user, login.password).arg(timeout));
+    calls.append(QString("open %1 %2/%3 %4").arg(target.database, login.user, login.password).arg(timeout));
     if (!opens.empty()) {
       const std::optional<DatabaseError> error = opens.front();
       opens.pop_front();

@@ -31,7 +31,7 @@ class SlowServer {
         : SessionWrapper(std::move(inner)), pumps_(pumps) {}
     std::unique_ptr<RowSource> Execute(const QString& batch) override {
       constexpr int kEnough = 3;
-      while (batch.startsWith(QLatin1String("wait")) && pumps_ < kEnough)
+      while (batch.startsWith("wait") && pumps_ < kEnough)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
       return SessionWrapper::Execute(batch);
     }
@@ -53,17 +53,17 @@ std::unique_ptr<Session> Open(SlowServer& server) {
 TEST(PatientSession, LetsEventsRunWhileTheServerIsSlow) {
   SlowServer server;
   const std::unique_ptr<Session> session = Open(server);
-  (void)session->Execute(QStringLiteral("wait for it"));
+  (void)session->Execute("wait for it");
   EXPECT_GE(server.pumps, 3);
-  EXPECT_EQ(server.Script().Count(QStringLiteral("wait for it")), 1);
+  EXPECT_EQ(server.Script().Count("wait for it"), 1);
 }
 
 TEST(PatientSession, HandsFailuresToTheCallerAndGoesOn) {
   SlowServer server;
   const std::unique_ptr<Session> session = Open(server);
-  server.Script().Expect(QStringLiteral("bad"), Failure(QStringLiteral("no such table")));
-  EXPECT_THROW((void)session->Execute(QStringLiteral("wait, bad")), DatabaseError);
-  EXPECT_NO_THROW((void)session->Execute(QStringLiteral("good")));
+  server.Script().Expect("bad", Failure("no such table"));
+  EXPECT_THROW((void)session->Execute("wait, bad"), DatabaseError);
+  EXPECT_NO_THROW((void)session->Execute("good"));
 }
 
 TEST(PatientSession, RefusesACallThatComesWhileAnotherIsWaitedFor) {
@@ -72,22 +72,22 @@ TEST(PatientSession, RefusesACallThatComesWhileAnotherIsWaitedFor) {
   const auto pump = [&] {
     ++server.pumps;
     if (session) {
-      EXPECT_THROW((void)session->Execute(QStringLiteral("meanwhile")), DatabaseError);
+      EXPECT_THROW((void)session->Execute("meanwhile"), DatabaseError);
     }
   };
   session = PatientSessions(server.Sessions(), pump)({}, {}, 5);
-  (void)session->Execute(QStringLiteral("wait for it"));
-  EXPECT_EQ(server.Script().calls.last(), QStringLiteral("wait for it"));
-  EXPECT_EQ(server.Script().Count(QStringLiteral("meanwhile")), 0);
+  (void)session->Execute("wait for it");
+  EXPECT_EQ(server.Script().calls.last(), "wait for it");
+  EXPECT_EQ(server.Script().Count("meanwhile"), 0);
 }
 
 TEST(PatientSession, AnotherThreadGoesStraightThrough) {
   SlowServer server;
   const std::unique_ptr<Session> session = Open(server);
   server.pumps = 3;
-  std::thread([&session] { (void)session->Execute(QStringLiteral("wait no longer")); }).join();
+  std::thread([&session] { (void)session->Execute("wait no longer"); }).join();
   EXPECT_EQ(server.pumps, 3);
-  EXPECT_EQ(server.Script().Count(QStringLiteral("wait no longer")), 1);
+  EXPECT_EQ(server.Script().Count("wait no longer"), 1);
 }
 
 }  // namespace

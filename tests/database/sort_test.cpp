@@ -27,7 +27,7 @@ class Texts final : public RowSource {
 
  private:
   const std::vector<std::string>& texts_;
-  std::vector<Column> columns_ = {Column{.name = QStringLiteral("Text")}};
+  std::vector<Column> columns_ = {Column{.name = "Text"}};
   int row_ = -1;
 };
 

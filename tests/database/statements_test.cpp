@@ -13,8 +13,8 @@ using test::Single;
 
 class StatementsTest : public test::DatabaseFixture {
  protected:
-  const QString read_ = QStringLiteral("SELECT 1");
-  const QString lostText_ = QStringLiteral("The connection is broken\r\n");
+  const QString read_ = "SELECT 1";
+  const QString lostText_ = "The connection is broken\r\n";
 };
 
 TEST_F(StatementsTest, ThreeLossesOfOneReadAreBridgedSilently) {
@@ -25,12 +25,12 @@ TEST_F(StatementsTest, ThreeLossesOfOneReadAreBridgedSilently) {
   Recordset records;
   EXPECT_FALSE(statements_.dbOpenRec(records, read_));
   EXPECT_EQ(records.Field(0).ToInt(), 42);
-  EXPECT_EQ(server_.Count(QStringLiteral("open QBX sa/pw")), 4);
-  EXPECT_EQ(server_.Count(QStringLiteral("@TableKey=CONN @Details=Connection Lost - reconnected.")), 3);
-  EXPECT_EQ(LogLines(), QStringList(3, QStringLiteral("No DB Connection - reconnecting")));
-  EXPECT_EQ(ui_.WaitedFor(), 750);
-  EXPECT_TRUE(ui_.Messages().empty());
-  EXPECT_TRUE(ui_.Statuses().empty());
+  EXPECT_EQ(server_.Count("open QBX sa/pw"), 4);
+  EXPECT_EQ(server_.Count("@TableKey=CONN @Details=Connection Lost - reconnected."), 3);
+  EXPECT_EQ(LogLines(), QStringList(3, "No DB Connection - reconnecting"));
+  EXPECT_EQ(ui.WaitedFor(), 750);
+  EXPECT_TRUE(ui.Messages().empty());
+  EXPECT_TRUE(ui.Statuses().empty());
 }
 
 TEST_F(StatementsTest, TheFourthLossIsReported) {
@@ -41,57 +41,56 @@ TEST_F(StatementsTest, TheFourthLossIsReported) {
   Recordset records;
   EXPECT_TRUE(statements_.dbOpenRec(records, read_));
   EXPECT_FALSE(records.IsOpen());
-  EXPECT_EQ(server_.Count(QStringLiteral("open QBX")), 4);
-  EXPECT_EQ(ui_.MessageTexts(), QStringList{lostText_});
+  EXPECT_EQ(server_.Count("open QBX"), 4);
+  EXPECT_EQ(ui.MessageTexts(), QStringList{lostText_});
   EXPECT_TRUE(lastError_.DbErrorShown);
 }
 
 TEST_F(StatementsTest, ExecuteBridgesOneLossOnly) {
   Open();
-  const QString sql = QStringLiteral("UPDATE x");
+  const QString sql = "UPDATE x";
   server_.Expect(sql, Lost());
   EXPECT_TRUE(statements_.dbExecute(sql).Ok());
-  EXPECT_TRUE(ui_.Messages().empty());
+  EXPECT_TRUE(ui.Messages().empty());
 
   server_.Expect(sql, Lost());
   server_.Expect(sql, Lost());
   EXPECT_EQ(statements_.dbExecute(sql).errorNumber, kUnspecifiedError);
-  EXPECT_EQ(ui_.MessageTexts(),
-            (QStringList{QStringLiteral("A problem has occured with the database connection. You should quit the "
-                                        "program and restart the computer."),
-                         lostText_}));
+  EXPECT_EQ(ui.MessageTexts(), (QStringList{"A problem has occured with the database connection. You should quit the "
+                                            "program and restart the computer.",
+                                            lostText_}));
   EXPECT_EQ(lastError_.LastEmailErrorNo, kUnspecifiedError);
-  EXPECT_EQ(lastError_.LastEmailError, QLatin1String("The connection is broken"));
-  EXPECT_EQ(LogLines().filter(QStringLiteral("dbExecute Error - UPDATE x")).size(), 3);
+  EXPECT_EQ(lastError_.LastEmailError, "The connection is broken");
+  EXPECT_EQ(LogLines().filter("dbExecute Error - UPDATE x").size(), 3);
 }
 
 TEST_F(StatementsTest, ACommandThatTellsLossesOnceSaysBothInOneBoxAndNothingMoreAfterAYes) {
   Open();
-  const QString sql = QStringLiteral("UPDATE x");
+  const QString sql = "UPDATE x";
   const Statements::TellLossOnce once(statements_);
   for (int loss = 0; loss < 2; ++loss)
-    server_.Expect(sql, Failure(QStringLiteral("General network error"), kUnspecifiedError));
-  ui_.Answer(QStringLiteral("OK to quit?"), MessageAnswer::kYes);
+    server_.Expect(sql, Failure("General network error", kUnspecifiedError));
+  ui.Answer("OK to quit?", MessageAnswer::kYes);
   EXPECT_FALSE(statements_.dbExecute(sql).Ok());
-  ASSERT_EQ(ui_.Messages().size(), 1U);
-  EXPECT_TRUE(ui_.MessageTexts().first().startsWith(QStringLiteral("A problem has occured"))) << "above the question";
-  EXPECT_EQ(server_.Count(QStringLiteral("@TableKey=CONN")), 1) << "whichever routine opened it again";
+  ASSERT_EQ(ui.Messages().size(), 1U);
+  EXPECT_TRUE(ui.MessageTexts().first().startsWith("A problem has occured")) << "above the question";
+  EXPECT_EQ(server_.Count("@TableKey=CONN"), 1) << "whichever routine opened it again";
   const qsizetype calls = server_.calls.size();
   EXPECT_FALSE(statements_.dbExecute(sql).Ok());
   EXPECT_EQ(server_.calls.size(), calls) << "nothing is changed by a program that ends";
-  EXPECT_EQ(ui_.Messages().size(), 1U);
+  EXPECT_EQ(ui.Messages().size(), 1U);
 }
 
 TEST_F(StatementsTest, ALossInsideATransactionIsNeverBridged) {
   Open();
   const Transaction transaction(connection_.Driver());
   server_.Expect(read_, Lost());
-  server_.Expect(QStringLiteral("UPDATE"), Lost());
+  server_.Expect("UPDATE", Lost());
   Recordset records;
   EXPECT_TRUE(statements_.dbOpenRec(records, read_));
-  EXPECT_FALSE(statements_.dbExecute(QStringLiteral("UPDATE x")).Ok());
-  EXPECT_EQ(server_.Count(QStringLiteral("open ")), 1);
-  EXPECT_EQ(ui_.MessageTexts(), (QStringList{lostText_, lostText_}));
+  EXPECT_FALSE(statements_.dbExecute("UPDATE x").Ok());
+  EXPECT_EQ(server_.Count("open "), 1);
+  EXPECT_EQ(ui.MessageTexts(), (QStringList{lostText_, lostText_}));
 }
 
 TEST_F(StatementsTest, WithoutAConnectionEverythingFailsWithoutABox) {
@@ -99,13 +98,13 @@ TEST_F(StatementsTest, WithoutAConnectionEverythingFailsWithoutABox) {
   EXPECT_TRUE(statements_.dbOpenRec(records, read_));
   EXPECT_FALSE(statements_.dbExecute(read_).Ok());
   EXPECT_EQ(statements_.dbRunCommand(read_, true, CommandType::kText, records), -1);
-  EXPECT_FALSE(statements_.dbRunCommandWithParameters(QStringLiteral("proc_x"), {}));
-  EXPECT_EQ(statements_.GetNextKeyID(QStringLiteral("TEMP")), 0);
-  EXPECT_EQ(FillListFromQuery(statements_, read_, QStringLiteral("Name")), std::nullopt);
+  EXPECT_FALSE(statements_.dbRunCommandWithParameters("proc_x", {}));
+  EXPECT_EQ(statements_.GetNextKeyID("TEMP"), 0);
+  EXPECT_EQ(FillListFromQuery(statements_, read_, "Name"), std::nullopt);
   EXPECT_TRUE(server_.calls.isEmpty());
-  EXPECT_TRUE(ui_.Messages().empty());
-  EXPECT_TRUE(ui_.Statuses().empty());
-  EXPECT_EQ(ui_.WaitedFor(), 0);
+  EXPECT_TRUE(ui.Messages().empty());
+  EXPECT_TRUE(ui.Statuses().empty());
+  EXPECT_EQ(ui.WaitedFor(), 0);
 }
 
 TEST_F(StatementsTest, ACommandGivesItsFirstNumber) {
@@ -114,13 +113,13 @@ TEST_F(StatementsTest, ACommandGivesItsFirstNumber) {
       {Single(12), 12},
       {Single(2.5), 2},
       {Single(Value(true)), 1},
-      {Single(Value(QStringLiteral("17"))), 17},
-      {Single(Value(QStringLiteral("17 cars"))), 0},
+      {Single(Value(QString("17"))), 17},
+      {Single(Value(QString("17 cars"))), 0},
       {Single(Value::Null()), 0},
       {Single(Value(qint64{1} << 40)), 0},
-      {Rows({{.name = QStringLiteral("n"), .type = ValueType::kInt}}, {}), 0},
+      {Rows({{.name = "n", .type = ValueType::kInt}}, {}), 0},
       {test::Answer{}, 0},
-      {Failure(QStringLiteral("no")), -1},
+      {Failure("no"), -1},
   };
   for (const auto& [answer, result] : cases) {
     server_.Expect(read_, answer);
@@ -136,66 +135,62 @@ TEST_F(StatementsTest, ACommandGivesItsFirstNumber) {
 
 TEST_F(StatementsTest, FillsParametersInOrderWhateverTheirNames) {
   Open();
-  const QString procedure = QStringLiteral("proc_addp_Thing");
-  EXPECT_TRUE(statements_.dbRunCommandWithParameters(procedure, {Value(1), Value(QStringLiteral("b")), Value(3)}));
-  EXPECT_EQ(server_.calls.last(), QLatin1String("call proc_addp_Thing @Username=1 @EventType=b @TableID=3"));
+  const QString procedure = "proc_addp_Thing";
+  EXPECT_TRUE(statements_.dbRunCommandWithParameters(procedure, {Value(1), Value(QString("b")), Value(3)}));
+  EXPECT_EQ(server_.calls.last(), "call proc_addp_Thing @Username=1 @EventType=b @TableID=3");
 
   EXPECT_FALSE(statements_.dbRunCommandWithParameters(procedure, std::vector<Value>(6, Value(1))));
-  EXPECT_EQ(ui_.MessageTexts(),
-            QStringList{QStringLiteral("\r\nItem cannot be found in the collection corresponding to the requested "
-                                       "name or ordinal.")});
+  EXPECT_EQ(ui.MessageTexts(), QStringList{"\r\nItem cannot be found in the collection corresponding to the requested "
+                                           "name or ordinal."});
 }
 
 TEST_F(StatementsTest, SaysWhichParametersCouldNotBeLoaded) {
   Open();
-  server_.describeError = Failure(QStringLiteral("Could not find stored procedure 'proc_selp_Foo'.")).error;
+  server_.describeError = Failure("Could not find stored procedure 'proc_selp_Foo'.").error;
   Command command;
-  statements_.PrepareCommand(command, QStringLiteral("proc_selp_Foo"));
+  statements_.PrepareCommand(command, "proc_selp_Foo");
   EXPECT_TRUE(command.parameters.empty());
-  EXPECT_EQ(ui_.StatusTexts(),
-            QStringList{QStringLiteral("Unable to load parameters for procedure: proc_selp_Foo...")});
-  EXPECT_FALSE(ui_.StatusVisible());
-  EXPECT_TRUE(ui_.Messages().empty());
+  EXPECT_EQ(ui.StatusTexts(), QStringList{"Unable to load parameters for procedure: proc_selp_Foo..."});
+  EXPECT_FALSE(ui.StatusVisible());
+  EXPECT_TRUE(ui.Messages().empty());
 
-  EXPECT_FALSE(statements_.dbRunCommandWithParameters(QStringLiteral("proc_selp_Foo"), {}));
-  EXPECT_EQ(ui_.MessageTexts(), QStringList{QStringLiteral("Could not find procedure 'pselect_Foo'.\r\n")});
+  EXPECT_FALSE(statements_.dbRunCommandWithParameters("proc_selp_Foo", {}));
+  EXPECT_EQ(ui.MessageTexts(), QStringList{"Could not find procedure 'pselect_Foo'.\r\n"});
 }
 
 TEST_F(StatementsTest, ReadsNullByTheTypeOfTheField) {
   Open();
-  server_.Expect(read_, Rows({{.name = QStringLiteral("Name"), .type = ValueType::kText},
-                              {.name = QStringLiteral("Count"), .type = ValueType::kInt},
-                              {.name = QStringLiteral("Kept"), .type = ValueType::kInt}},
+  server_.Expect(read_, Rows({{.name = "Name", .type = ValueType::kText},
+                              {.name = "Count", .type = ValueType::kInt},
+                              {.name = "Kept", .type = ValueType::kInt}},
                              {{Value::Null(), Value::Null(), Value(5)}}));
   Recordset records;
   ASSERT_FALSE(statements_.dbOpenRec(records, read_));
-  EXPECT_EQ(Statements::sysIsNull(records, QStringLiteral("name")), Value(QString(QLatin1String(""))));
-  EXPECT_EQ(Statements::sysIsNull(records, QStringLiteral("Count")), Value(0));
-  EXPECT_EQ(Statements::sysIsNull(records, QStringLiteral("Kept")).ToInt(), 5);
+  EXPECT_EQ(Statements::sysIsNull(records, "name"), Value(QString("")));
+  EXPECT_EQ(Statements::sysIsNull(records, "Count"), Value(0));
+  EXPECT_EQ(Statements::sysIsNull(records, "Kept").ToInt(), 5);
 }
 
 TEST_F(StatementsTest, FillsAListByTheRulesOfItsTag) {
   Open();
-  server_.Expect(read_,
-                 Rows({{.name = QStringLiteral("Name")}, {.name = QStringLiteral("ID"), .type = ValueType::kInt}},
-                      {{Value(QStringLiteral("Retail trade")), Value(4)}, {Value::Null(), Value(5)}}));
-  const ListRules rules = ListRules::FromTag(QStringLiteral("CAPS:1,MaxLength:6"));
-  const auto rows = FillListFromQuery(statements_, read_, QStringLiteral("Name"), QStringLiteral("ID"), rules);
+  server_.Expect(read_, Rows({{.name = "Name"}, {.name = "ID", .type = ValueType::kInt}},
+                             {{Value(QString("Retail trade")), Value(4)}, {Value::Null(), Value(5)}}));
+  const ListRules rules = ListRules::FromTag("CAPS:1,MaxLength:6");
+  const auto rows = FillListFromQuery(statements_, read_, "Name", "ID", rules);
   ASSERT_TRUE(rows.has_value());
   ASSERT_EQ(rows->size(), 2U);
-  EXPECT_EQ((*rows)[0].text, QLatin1String("RETAIL"));
+  EXPECT_EQ((*rows)[0].text, "RETAIL");
   EXPECT_EQ((*rows)[1].text, QString());
   EXPECT_EQ((*rows)[1].data.ToInt(), 5);
 }
 
 TEST_F(StatementsTest, SelectsByDataOrByTheFirstMatchingText) {
-  const QString text = QStringLiteral("Fleet");
-  const std::vector<ListRow> rows = {
-      {QStringLiteral("Retail"), Value(4)}, {text, Value(5)}, {text, Value(6)}, {QStringLiteral("Trade"), Value(7)}};
+  const QString text = "Fleet";
+  const std::vector<ListRow> rows = {{"Retail", Value(4)}, {text, Value(5)}, {text, Value(6)}, {"Trade", Value(7)}};
   EXPECT_EQ(RowToSelect(rows, text, Value::Null()), 1);
   EXPECT_EQ(RowToSelect(rows, {}, Value(7)), 3);
   EXPECT_EQ(RowToSelect(rows, text, Value(4)), 1) << "the text came later";
-  EXPECT_EQ(RowToSelect(rows, QStringLiteral("none"), Value(9)), -1);
+  EXPECT_EQ(RowToSelect(rows, "none", Value(9)), -1);
 }
 
 }  // namespace

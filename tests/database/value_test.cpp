@@ -35,10 +35,10 @@ TEST(ValueTest, ConvertsWithoutFailing) {
       {Value::Decimal(125000, 4), true, 12, 12.5, "12.5"},
       {Value::Decimal(-5, 2), true, 0, -0.05, "-0.05"},
       {Value::Decimal(1200, 2), true, 12, 12, "12"},
-      {Value(QStringLiteral("12.7 miles")), true, 13, 12.7, "12.7 miles"},
-      {Value(QStringLiteral("  -3")), true, -3, -3, "  -3"},
-      {Value(QStringLiteral("TRUE")), true, 0, 0, "TRUE"},
-      {Value(QStringLiteral("infinity")), false, 0, 0, "infinity"},
+      {Value(QString("12.7 miles")), true, 13, 12.7, "12.7 miles"},
+      {Value(QString("  -3")), true, -3, -3, "  -3"},
+      {Value(QString("TRUE")), true, 0, 0, "TRUE"},
+      {Value(QString("infinity")), false, 0, 0, "infinity"},
       {Value(QDateTime(QDate(2024, 2, 9), QTime(0, 0), Qt::UTC)), true, 0, 0, "09/02/2024"},
       {Value(QDateTime(QDate(2024, 2, 9), QTime(17, 5, 6), Qt::UTC)), true, 0, 0, "09/02/2024 17:05:06"},
   };
@@ -72,7 +72,7 @@ TEST(CellTest, GivesDatesOfBothSidesOfTheEpoch) {
   cell.integer = -1000;
   EXPECT_EQ(cell.ToValue().ToDateTime(), QDateTime(QDate(1969, 12, 31), QTime(23, 59, 59), Qt::UTC));
   cell.integer = 1709251200000;
-  EXPECT_EQ(cell.ToValue().ToText(), QStringLiteral("01/03/2024"));
+  EXPECT_EQ(cell.ToValue().ToText(), "01/03/2024");
 }
 
 TEST(CompareNoCaseTest, FoldsAllOfUnicode) {
@@ -93,11 +93,11 @@ TEST(CompareNoCaseTest, FoldsAllOfUnicode) {
 }
 
 TEST(ConnectionTargetTest, FindsServerAndDatabase) {
-  const ConnectionTarget target = ConnectionTarget::Parse(
-      QStringLiteral("Provider=SQLOLEDB;OLE DB Services = -2;Data Source=PC1\\QBX;Initial Catalog=My Garage;"));
-  EXPECT_EQ(target.server, QStringLiteral("PC1\\QBX"));
-  EXPECT_EQ(target.database, QStringLiteral("My Garage"));
-  EXPECT_TRUE(ConnectionTarget::Parse(QStringLiteral("Data Source=;Initial Catalog=master;")).server.isEmpty());
+  const ConnectionTarget target =
+      ConnectionTarget::Parse("Provider=SQLOLEDB;OLE DB Services = -2;Data Source=PC1\\QBX;Initial Catalog=My Garage;");
+  EXPECT_EQ(target.server, "PC1\\QBX");
+  EXPECT_EQ(target.database, "My Garage");
+  EXPECT_TRUE(ConnectionTarget::Parse("Data Source=;Initial Catalog=master;").server.isEmpty());
 }
 
 }  // namespace

@@ -5,9 +5,7 @@
 #include "diagnostics/error_report.h"
 #include "diagnostics/message_catalogue.h"
 #include "diagnostics/status_box.h"
-#include "support/fixed_clock.h"
-#include "support/scripted_ui.h"
-#include "support/temp_folder.h"
+#include "support/test_services.h"
 
 namespace qbx {
 namespace {
@@ -25,9 +23,9 @@ TEST(StatusBox, AddsDotsToPlainTexts) {
   for (const auto& each : cases) {
     test::ScriptedUi ui;
     StatusBox box(ui);
-    box.ShowStatus(QLatin1String(each.text), true, each.style);
+    box.ShowStatus(each.text, true, each.style);
     ASSERT_EQ(ui.Statuses().size(), 1U);
-    EXPECT_EQ(ui.Statuses()[0].message, QLatin1String(each.shown));
+    EXPECT_EQ(ui.Statuses()[0].message, each.shown);
     EXPECT_EQ(ui.Statuses()[0].highlighted, each.highlighted) << each.text;
     EXPECT_TRUE(ui.Statuses()[0].showCancel);
     EXPECT_TRUE(box.Visible());
@@ -39,52 +37,43 @@ TEST(StatusBox, AddsDotsToPlainTexts) {
   }
 }
 
-class ErrorReportTest : public testing::Test {
- protected:
-  test::TempFolder folder_;
-  test::FixedClock clock_;
-  LogFile log_{clock_, folder_.File(QStringLiteral("log"))};
-  test::ScriptedUi ui_;
-  StatusBox status_{ui_};
-  ErrorReport errors_{log_, status_, ui_};
-};
+struct ErrorReportTest : testing::Test, test::TestServices {};
 
 TEST_F(ErrorReportTest, LogsRecordsAndShows) {
   QStringList events;
-  errors_.SetEventWriter([&](int type, int table, const QString& key, const QString& details) {
-    EXPECT_FALSE(ui_.StatusVisible()) << "the status box would cover the message";
-    EXPECT_TRUE(ui_.Messages().empty());
-    events.append(QStringLiteral("%1/%2/%3/%4").arg(type).arg(table).arg(key, details));
+  errors.SetEventWriter([&](int type, int table, const QString& key, const QString& details) {
+    EXPECT_FALSE(ui.StatusVisible()) << "the status box would cover the message";
+    EXPECT_TRUE(ui.Messages().empty());
+    events.append(QString("%1/%2/%3/%4").arg(type).arg(table).arg(key, details));
   });
-  status_.ShowStatus(QStringLiteral("Working"));
-  errors_.ShowError(12, QStringLiteral("ProcessQuery"), QStringLiteral("Overflow"));
-  EXPECT_EQ(folder_.Read(QStringLiteral("log")),
-            QByteArray("10:20:30  ERROR: Overflow.\rThe Location ID is 12. (in ProcessQuery)\r\n"));
-  EXPECT_EQ(events, QStringList{QStringLiteral("6/0/12/Overflow")});
-  ASSERT_EQ(ui_.Messages().size(), 1U);
-  const Message& message = ui_.Messages()[0];
-  EXPECT_EQ(message.text, QLatin1String("An unexpected error occured.\r\rOverflow.\rThe Location ID is 12.\r\r"
-                                        "Please contact QBX if you are unsure about this message."));
-  EXPECT_EQ(message.title, QLatin1String("Error"));
+  status.ShowStatus("Working");
+  errors.ShowError(12, "ProcessQuery", "Overflow");
+  EXPECT_EQ(Log(), QString("10:20:30  ERROR: Overflow.\rThe Location ID is 12. (in ProcessQuery)\r\n"));
+  EXPECT_EQ(events, QStringList{"6/0/12/Overflow"});
+  ASSERT_EQ(ui.Messages().size(), 1U);
+  const Message& message = ui.Messages()[0];
+  EXPECT_EQ(message.text,
+            "An unexpected error occured.\r\rOverflow.\rThe Location ID is 12.\r\r"
+            "Please contact QBX if you are unsure about this message.");
+  EXPECT_EQ(message.title, "Error");
   EXPECT_EQ(message.icon, MessageIcon::kExclamation);
-  EXPECT_FALSE(ui_.Busy());
+  EXPECT_FALSE(ui.Busy());
 }
 
 TEST_F(ErrorReportTest, AsksForARestartWhenSerious) {
-  errors_.ShowError(3, QStringLiteral("Merge"), QStringLiteral("Out of memory."), true);
-  EXPECT_EQ(ui_.MessageTexts(),
-            QStringList{QLatin1String("An unexpected error occured.\r\rThe Description is: Out of memory.\r"
-                                      "The Location ID is 3.\r\r"
-                                      "You should cancel any unsaved changes and restart the application.")});
+  errors.ShowError(3, "Merge", "Out of memory.", true);
+  EXPECT_EQ(ui.MessageTexts(), QStringList{"An unexpected error occured.\r\rThe Description is: Out of memory.\r"
+                                           "The Location ID is 3.\r\r"
+                                           "You should cancel any unsaved changes and restart the application."});
 }
 
 TEST(MessageCatalogue, FillsPlaceholders) {
-  EXPECT_EQ(AppMessage(108, {QStringLiteral("250")}),
-            QLatin1String("Warning: There are 250 records to be selected - this may take some time.  Are you sure you "
-                          "want to continue?"));
-  EXPECT_TRUE(AppMessage(108).contains(QLatin1String("<<%1>>")));
-  EXPECT_EQ(AppMessage(999), QLatin1String("Message number 999 is missing."));
-  EXPECT_EQ(AppMessage(5, {QStringLiteral("unused")}), QLatin1String("Couldn't write new value."));
+  EXPECT_EQ(AppMessage(108, {"250"}),
+            "Warning: There are 250 records to be selected - this may take some time.  Are you sure you "
+            "want to continue?");
+  EXPECT_TRUE(AppMessage(108).contains("<<%1>>"));
+  EXPECT_EQ(AppMessage(999), "Message number 999 is missing.");
+  EXPECT_EQ(AppMessage(5, {"unused"}), "Couldn't write new value.");
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ class EmailSenderTest : public testing::Test {
   /// Sends to an address and expects the question that follows a failure.
   EmailResult Fail(const QString& to, MessageAnswer answer = MessageAnswer::kNo) {
     desk.host.ui.Answer(kQuestion, answer);
-    const EmailResult result = desk.email.SendEmailMessage(to, "Service due", "Dear all");
+    EmailResult result = desk.email.SendEmailMessage(to, "Service due", "Dear all");
     EXPECT_FALSE(result.sent);
     EXPECT_FALSE(desk.host.lastError.LastEmailError.isEmpty());
     return result;
@@ -37,7 +37,7 @@ class EmailSenderTest : public testing::Test {
   }
   QString Last(const char* value) { return Mails(sandbox).back()[value].toString(); }
   QByteArray Source(int number) {
-    QFile file(sandbox.Folder() + QStringLiteral("/mails/%1.eml").arg(number, 6, 10, QLatin1Char('0')));
+    QFile file(sandbox.Folder() + QString("/mails/%1.eml").arg(number, 6, 10, QLatin1Char('0')));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     return file.readAll();
   }

@@ -1,4 +1,4 @@
-// A desk, its servers on loopback, and a user who agrees to everything.
+// A desk, its servers on loopback, and a user who sends, and goes on after failures.
 
 #pragma once
 
@@ -15,11 +15,10 @@ class MailshotFixture : public testing::Test {
   MailshotFixture() {
     desk.host.ui.OnMessage([this](const Message& message) -> std::optional<MessageAnswer> {
       if (message.question == Question::kSmsCredits) return aboutCredits;
-      if (message.question == Question::kCancelQueuedEmails) return aboutQueue;
       if (message.question == Question::kRepeatDelivered) return aboutDelivered;
-      if (message.question == Question::kUnknownFields) return aboutFields;
-      if (message.question == Question::kGoOnSending) return aboutGoingOn;
-      return std::nullopt;
+      const bool isAboutFailures =
+          message.question == Question::kCancelQueuedEmails || message.question == Question::kGoOnSending;
+      return isAboutFailures ? std::optional(MessageAnswer::kNo) : std::nullopt;
     });
   }
 
@@ -46,10 +45,7 @@ class MailshotFixture : public testing::Test {
   FakeHostInfo computer;
   SendingDesk desk{sandbox.HttpPort(), sandbox.SmtpPort(), computer};
   MessageAnswer aboutCredits = MessageAnswer::kYes;
-  MessageAnswer aboutQueue = MessageAnswer::kNo;
   std::optional<MessageAnswer> aboutDelivered = {};  ///< the question fails a test that does not expect it
-  MessageAnswer aboutFields = MessageAnswer::kNo;
-  MessageAnswer aboutGoingOn = MessageAnswer::kNo;
 };
 
 /// Does something at a step of a run, and writes its progress down.
@@ -59,7 +55,7 @@ class AtPoint final : public MailshotObserver {
   void At(MailshotPoint point, qint64 recordId) override {
     if (point == point_) action_(recordId);
   }
-  void Progress(int done, int total) override { progress += QStringLiteral("%1/%2").arg(done).arg(total); }
+  void Progress(int done, int total) override { progress += QString("%1/%2").arg(done).arg(total); }
 
   QStringList progress;
 

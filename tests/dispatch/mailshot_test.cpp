@@ -123,12 +123,12 @@ TEST_F(MailshotTest, AsksForConsentAgain) {
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.selected) + ": " + c.since);
     desk.host.Run("DELETE FROM Customers; UPDATE _Options SET Using_Vrelo = 0, Only_Send_Comms_When_Opted_In = 0");
-    desk.host.Run(QStringLiteral("UPDATE [Campaign Results] SET (Consent_Response, Marketing, Can_Send_SMS, "
-                                 "Can_Send_Email) = (%1); INSERT INTO Customers (Customer, Consent_Response, "
-                                 "No_Marketing, Can_Send_SMS, Can_Send_Email) SELECT Customer, Consent_Response, "
-                                 "1 - Marketing, Can_Send_SMS, Can_Send_Email FROM [Campaign Results]")
+    desk.host.Run(QString("UPDATE [Campaign Results] SET (Consent_Response, Marketing, Can_Send_SMS, "
+                          "Can_Send_Email) = (%1); INSERT INTO Customers (Customer, Consent_Response, "
+                          "No_Marketing, Can_Send_SMS, Can_Send_Email) SELECT Customer, Consent_Response, "
+                          "1 - Marketing, Can_Send_SMS, Can_Send_Email FROM [Campaign Results]")
                       .arg(c.selected));
-    if (*c.since != 0) desk.host.Run(QStringLiteral("UPDATE Customers SET ") + c.since);
+    if (*c.since != 0) desk.host.Run(QString("UPDATE Customers SET ") + c.since);
     const RowRefusals refusals = SendRefusals(desk.host.connection).OfRow(record);
     EXPECT_EQ(static_cast<int>(refusals.sms) * 10 + static_cast<int>(refusals.email), c.refusals);
   }
@@ -147,7 +147,7 @@ TEST_F(MailshotTest, AsksForConsentAgain) {
 
 TEST_F(MailshotTest, PausesAChannelWhoseServerIsAway) {
   for (int customer = 101; customer <= 106; ++customer)
-    desk.AddRow(customer, QStringLiteral("07700900%1").arg(customer), QStringLiteral("c%1@x.test").arg(customer));
+    desk.AddRow(customer, QString("07700900%1").arg(customer), QString("c%1@x.test").arg(customer));
   sandbox.Steer(R"({"numbers": {"07700900101": "http 503", "07700900102": "page", "07700900103": "code 33",
                                 "07700900104": "html", "07700900105": "http 502", "07700900106": "http 500"}})");
   EXPECT_EQ(desk.Send().end, MailshotEnd::kPaused);
@@ -156,7 +156,7 @@ TEST_F(MailshotTest, PausesAChannelWhoseServerIsAway) {
   EXPECT_EQ(desk.LogTexts().filter("are paused").size(), 1);
 
   for (int customer = 111; customer <= 115; ++customer)
-    desk.AddRow(customer, QStringLiteral("07700900%1").arg(customer), QStringLiteral("c%1@x.test").arg(customer));
+    desk.AddRow(customer, QString("07700900%1").arg(customer), QString("c%1@x.test").arg(customer));
   sandbox.Steer("{}");
   aboutDelivered = MessageAnswer::kNo;
   const QString port = desk.options.SMTP_Port;
@@ -167,19 +167,6 @@ TEST_F(MailshotTest, PausesAChannelWhoseServerIsAway) {
   EXPECT_EQ(summary.emailFailed, ServerWatch::kEnough);
   desk.options.SMTP_Port = port;
   EXPECT_EQ(desk.Send().emailSent, 5);
-}
-
-TEST_F(MailshotTest, CarriesALongBodyUnchanged) {
-  QString body;
-  while (body.size() < 99'000)
-    body += QString::fromUtf8("\"It's\"; DROP -- \u00a35 \u20ac7 \u65e5\u672c \U0001F697 = 50% {1}\n");
-  desk.templates.emailBody = body;
-  desk.templates.sms = QString(1000, u'\'');
-  desk.AddRow(101, "07700900101", "a@x.test");
-  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
-  EXPECT_TRUE(Mails(sandbox).at(0)["body"].toString() == body);
-  EXPECT_TRUE(desk.host.Ask("SELECT Email_Text FROM Emails").ToText() == body);
-  EXPECT_EQ(Texts(sandbox).at(0)["message"].toString(), QString(918, u'\''));
 }
 
 TEST_F(MailshotTest, SendsWhatThePreviewShowed) {
@@ -203,16 +190,6 @@ TEST_F(MailshotTest, SendsWhatThePreviewShowed) {
   EXPECT_EQ(Mails(sandbox)[1]["body"].toString(), second.body);
   ASSERT_TRUE(walk.Read(kCampaign));
   EXPECT_EQ(walk.Count(), 0);
-}
-
-TEST_F(MailshotTest, AsksOnceAboutFieldsThatAreNone) {
-  desk.AddRow(101, "07700900101", "");
-  desk.templates.sms = "Hello {contakt}";
-  desk.templates.emailSubject = "";
-  EXPECT_EQ(desk.Send().end, MailshotEnd::kRefused);
-  aboutFields = MessageAnswer::kYes;
-  EXPECT_EQ(desk.Send().smsSent, 1);
-  EXPECT_EQ(Texts(sandbox)[0]["message"].toString(), "Hello {contakt}");
 }
 
 TEST_F(MailshotTest, WritesNothingInADryRun) {
@@ -298,7 +275,7 @@ TEST_F(MailshotTest, StopsWhenTheBalanceIsUnknownOrTooSmall) {
 
 TEST_F(MailshotTest, StopsWhenTheCreditsRunOutWhileTextsAreLeft) {
   for (int customer = 101; customer <= 104; ++customer)
-    desk.AddRow(customer, QStringLiteral("07700900%1").arg(customer), "");
+    desk.AddRow(customer, QString("07700900%1").arg(customer), "");
   sandbox.Steer(R"({"numbers": {"07700900101": "reply \"1\"|\"0\"|\"5\"|\"0\"|"}})");
   EXPECT_EQ(desk.Send().end, MailshotEnd::kOutOfCredits);
   EXPECT_EQ(Texts(sandbox).size(), 1U);
@@ -309,7 +286,7 @@ TEST_F(MailshotTest, StopsWhenTheCreditsRunOutWhileTextsAreLeft) {
 TEST_F(MailshotTest, SendsTheEMailsThatAreLeftWithoutCredits) {
   desk.AddRow(101, "07700900101", "");
   for (int customer = 102; customer <= 105; ++customer)
-    desk.AddRow(customer, "", QStringLiteral("c%1@x.test").arg(customer));
+    desk.AddRow(customer, "", QString("c%1@x.test").arg(customer));
   sandbox.Steer(R"({"numbers": {"07700900101": "reply \"1\"|\"0\"|\"5\"|\"0\"|"}})");
   EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
   EXPECT_EQ(desk.Processed().size(), 5);
@@ -317,7 +294,7 @@ TEST_F(MailshotTest, SendsTheEMailsThatAreLeftWithoutCredits) {
 
 TEST_F(MailshotTest, NeedsNeitherCreditsNorTheGatewayForEMailsAlone) {
   for (int customer = 101; customer <= 104; ++customer)
-    desk.AddRow(customer, QStringLiteral("07700900%1").arg(customer), QStringLiteral("c%1@x.test").arg(customer));
+    desk.AddRow(customer, QString("07700900%1").arg(customer), QString("c%1@x.test").arg(customer));
   const QString port = desk.options.SMTP_Port;
   desk.options.SMTP_Port = "1";
   EXPECT_EQ(desk.Send().smsSent, 4);
@@ -332,27 +309,6 @@ TEST_F(MailshotTest, NeedsNeitherCreditsNorTheGatewayForEMailsAlone) {
   EXPECT_EQ(desk.Processed().size(), 4);
 }
 
-TEST_F(MailshotTest, LeavesAloneWhatIsWithdrawnMeanwhile) {
-  const qint64 first = desk.AddRow(101, "07700900101", "a@x.test");
-  desk.AddRow(102, "07700900102", "b@x.test");
-  const qint64 third = desk.AddRow(103, "07700900103", "c@x.test");
-  desk.AddRow(104, "07700900104", "d@x.test");
-  AtPoint observer(MailshotPoint::kRowFinished, [&](qint64 record) {
-    if (record != first) return;
-    desk.host.Run("DELETE FROM [Campaign Results] WHERE Customer = 102");
-    ToggleProcessed(third);
-    desk.host.Run("UPDATE [Campaign Results] SET Send_SMS = 0 WHERE Customer = 104");
-  });
-  const MailshotSummary summary = desk.MakeMailshot(observer).Send(kCampaign, desk.templates);
-  EXPECT_EQ(summary.end, MailshotEnd::kFinished);
-  EXPECT_EQ(summary.smsSent + summary.smsFailed + summary.inDoubt, 1);
-  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test", "d@x.test"));
-  EXPECT_EQ(desk.LogTexts().filter("Not sent to: 10").size(), 3);
-  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);  // what is left of the last row is done already
-  EXPECT_EQ(Reached(sandbox).size(), 3);
-  EXPECT_THAT(desk.Processed(), ElementsAre("101", "103", "104"));
-}
-
 TEST_F(MailshotTest, GoesOnWhenRecordsCannotBeWritten) {
   desk.host.Run("DROP TABLE SMS; DROP TABLE Emails");
   desk.AddRow(101, "07700900101", "a@x.test");
@@ -360,32 +316,6 @@ TEST_F(MailshotTest, GoesOnWhenRecordsCannotBeWritten) {
   EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
   EXPECT_THAT(Told(), IsEmpty());
   EXPECT_THAT(desk.Processed(), ElementsAre("101", "102"));
-}
-
-TEST_F(MailshotTest, SendsNothingAgainWhenOnlyTheMarkFailed) {
-  desk.AddRow(101, "07700900101", "a@x.test");
-  desk.host.Run(
-      "CREATE TRIGGER Locked BEFORE UPDATE OF Processed ON [Campaign Results] BEGIN SELECT RAISE(ABORT, 'locked'); "
-      "END");
-  EXPECT_EQ(desk.Send().smsSent, 1);
-  EXPECT_EQ(Told().size(), 1);
-  desk.host.Run("DROP TRIGGER Locked");
-  EXPECT_EQ(desk.Send().end, MailshotEnd::kFinished);
-  EXPECT_THAT(desk.Processed(), ElementsAre("101"));
-  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101", "a@x.test"));
-}
-
-TEST_F(MailshotTest, RecordJournalAndMarkAreOneStepWhenTheProcessEnds) {
-  desk.AddRow(101, "07700900101", "");
-  struct End {};
-  for (const auto& [point, done] : {std::pair(MailshotPoint::kBeforeCommit, 0), {MailshotPoint::kAfterCommit, 1}}) {
-    desk.host.Run("DELETE FROM Send_Journal");
-    AtPoint observer(point, [](qint64) { throw End(); });
-    EXPECT_THROW(desk.MakeMailshot(observer).Send(kCampaign, desk.templates), End);
-    EXPECT_EQ(desk.host.Rows("SELECT Customer FROM SMS").size(), done);
-    EXPECT_EQ(Journal(), QStringList(done ? "101|1|1" : "101|1|0"));
-    EXPECT_EQ(desk.Processed().size(), done);
-  }
 }
 
 TEST_F(MailshotTest, EndsWithAReportWhenTheJournalCannotBeWritten) {

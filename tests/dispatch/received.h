@@ -22,16 +22,16 @@ inline std::vector<QJsonObject> Received(const SandboxProcess& sandbox, const QS
   return all;
 }
 inline std::vector<QJsonObject> Texts(const SandboxProcess& sandbox) {
-  return Received(sandbox, QStringLiteral("texts.jsonl"));
+  return Received(sandbox, "texts.jsonl");
 }
 inline std::vector<QJsonObject> Mails(const SandboxProcess& sandbox) {
-  return Received(sandbox, QStringLiteral("mails.jsonl"));
+  return Received(sandbox, "mails.jsonl");
 }
 
 /// The recipients of a mail, blind copies included, as "a@x.test b@x.test".
 inline QString Recipients(const QJsonObject& mail) {
   QStringList addresses;
-  for (const QJsonValue& address : mail.value(QStringLiteral("to")).toArray())
+  for (const auto& address : mail.value("to").toArray())
     addresses += address.toString();
   return addresses.join(QLatin1Char(' '));
 }
@@ -39,12 +39,12 @@ inline QString Recipients(const QJsonObject& mail) {
 /// Who got something, texts before mails, in order: telephone numbers and addresses.
 inline QStringList Reached(const SandboxProcess& sandbox) {
   const auto arrived = [](const QJsonObject& record) {
-    const QString outcome = record.value(QStringLiteral("outcome")).toString();
-    return outcome == QLatin1String("accepted") || record.value(QStringLiteral("detail")) == QLatin1String("dropdata");
+    const QString outcome = record.value("outcome").toString();
+    return outcome == "accepted" || record.value("detail") == "dropdata";
   };
   QStringList all;
   for (const QJsonObject& text : Texts(sandbox))
-    if (arrived(text)) all += text.value(QStringLiteral("to")).toString();
+    if (arrived(text)) all += text.value("to").toString();
   for (const QJsonObject& mail : Mails(sandbox))
     if (arrived(mail)) all += Recipients(mail);
   return all;

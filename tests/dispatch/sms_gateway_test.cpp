@@ -75,12 +75,12 @@ TEST_F(SmsGatewayTest, TellsAcceptedRefusedAndUncertainApart) {
     EXPECT_EQ(desk.host.ui.Messages().size(), transportFailed ? 1U : 0U);
     if (!transportFailed) {
       const QString events = desk.host.Rows("SELECT EventType, TableID, TableKey, Details FROM _Log").join('\n');
-      EXPECT_EQ(events, c.code ? QStringLiteral("6|7|%1|SENDSMS: Reminder Error").arg(c.code) : QString());
+      EXPECT_EQ(events, c.code ? QString("6|7|%1|SENDSMS: Reminder Error").arg(c.code) : QString());
     }
     QStringList lines;
     if (c.code) {
-      lines += QStringLiteral("SMS Failed to: 101, %1").arg(c.number);
-      lines += QStringLiteral("Failed Reason: ") + SendRefusalReason(c.code, c.number);
+      lines += QString("SMS Failed to: 101, %1").arg(c.number);
+      lines += QString("Failed Reason: ") + SendRefusalReason(c.code, c.number);
     }
     EXPECT_EQ(desk.LogTexts(), lines);
   }

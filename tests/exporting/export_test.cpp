@@ -63,7 +63,7 @@ class Export : public testing::Test {
  protected:
   ExportOutcome Write(ExportFormat format, const char* name, const ExportOptions& options = {},
                       const ExportProgress& progress = {}) {
-    ExportSheet sheet{.title = QStringLiteral("Spring [a/b] \"offer\" of this year"), .columns = {}, .rows = rows_};
+    ExportSheet sheet{.title = "Spring [a/b] \"offer\" of this year", .columns = {}, .rows = rows_};
     for (int i = 0; i < 5; ++i)
       sheet.columns.push_back(MakeExportColumn(rows_.Columns(), i, rows_.Columns()[static_cast<std::size_t>(i)].name));
     return WriteExport(sheet, format, folder_.File(QLatin1String(name)), options, progress);
@@ -80,11 +80,11 @@ class Export : public testing::Test {
   TempFolder folder_;
   const std::string long_ = std::string(40'000, 'x');
   const Recordset rows_ = Recordset::ReadAll(std::make_unique<HeldSource>(
-      std::vector<Column>{{.name = QStringLiteral("N")},
-                          {.name = QStringLiteral("Price"), .type = ValueType::kDecimal, .scale = 2},
-                          {.name = QStringLiteral("Day"), .type = ValueType::kDateTime},
-                          {.name = QStringLiteral("Tick"), .type = ValueType::kBool},
-                          {.name = QStringLiteral("=A \"b\"")}},
+      std::vector<Column>{{.name = "N"},
+                          {.name = "Price", .type = ValueType::kDecimal, .scale = 2},
+                          {.name = "Day", .type = ValueType::kDateTime},
+                          {.name = "Tick", .type = ValueType::kBool},
+                          {.name = "=A \"b\""}},
       std::vector<std::vector<Cell>>{
           {Of(ValueType::kInt, -5), Of(ValueType::kDecimal, -5, 2), Of(ValueType::kDateTime, 0),
            Of(ValueType::kBool, 1), Text("=1+1")},
@@ -101,7 +101,7 @@ class Export : public testing::Test {
 
 TEST_F(Export, WritesCsvByteForByte) {
   ASSERT_EQ(Write(ExportFormat::kCsv, "a.csv", {.headings = true, .formulaSafe = true}).error, QString());
-  EXPECT_EQ(folder_.Read(QStringLiteral("a.csv")).replace(QByteArray(long_.c_str()), "LONG"),
+  EXPECT_EQ(folder_.Read("a.csv").replace(QByteArray(long_.c_str()), "LONG"),
             "\xEF\xBB\xBF\"N\",\"Price\",\"Day\",\"Tick\",\"'=A \"\"b\"\"\"\r\n"
             "\"-5\",\"-0.05\",\"01/01/1970\",\"1\",\"'=1+1\"\r\n"
             "\"9007199254740993\",\"12.50\",\"02/01/1970 01:02:03\",\"0\",\"a,\"\"b\"\"\r\nc\"\r\n"
@@ -132,8 +132,8 @@ TEST_F(Export, WritesWorkbooksThatOthersRead) {
 // Texts around the size of a record, so many that the table of sectors outgrows the header of the file.
 TEST_F(Export, ParksTextsOfAnyLengthInARecordAfterTheOther) {
   std::vector<std::string> texts;
-  for (const std::size_t length :
-       {1, 2, 4105, 4106, 4107, 8209, 8210, 8211, 8212, 8213, 8214, 16'436, 16'437, 32'766}) {
+  for (const std::size_t length : std::initializer_list<std::size_t>{1, 2, 4105, 4106, 4107, 8209, 8210, 8211, 8212,
+                                                                     8213, 8214, 16'436, 16'437, 32'766}) {
     for (const char* repeated : {"x", "\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x9A\x97"}) {
       std::string text = length % 2 == 0 ? "a" : "";
       for (std::size_t i = 0; i < length / (repeated[0] == '\xF0' ? 2 : 1); ++i)
@@ -143,14 +143,13 @@ TEST_F(Export, ParksTextsOfAnyLengthInARecordAfterTheOther) {
     }
   }
   std::vector<std::vector<Cell>> cells;
+  cells.reserve(texts.size());
   for (const std::string& text : texts)
     cells.push_back({Text(text)});
-  const Recordset rows =
-      Recordset::ReadAll(std::make_unique<HeldSource>(std::vector<Column>{{.name = QStringLiteral("T")}}, cells));
-  const ExportSheet sheet{
-      .title = {}, .columns = {MakeExportColumn(rows.Columns(), 0, QStringLiteral("T"))}, .rows = rows};
-  ASSERT_EQ(WriteExport(sheet, ExportFormat::kXls, folder_.File(QStringLiteral("t.xls")), {}, {}).error, QString());
-  ASSERT_GT(folder_.Read(QStringLiteral("t.xls")).size(), 109 * 128 * 512);
+  const Recordset rows = Recordset::ReadAll(std::make_unique<HeldSource>(std::vector<Column>{{.name = "T"}}, cells));
+  const ExportSheet sheet{.title = {}, .columns = {MakeExportColumn(rows.Columns(), 0, "T")}, .rows = rows};
+  ASSERT_EQ(WriteExport(sheet, ExportFormat::kXls, folder_.File("t.xls"), {}, {}).error, QString());
+  ASSERT_GT(folder_.Read("t.xls").size(), 109 * 128 * 512);
   const QJsonArray read = QJsonDocument::fromJson(ReadBack("t.xls")).object()[u"rows"].toArray();
   ASSERT_EQ(read.size(), static_cast<qsizetype>(texts.size()) + 1);
   for (std::size_t i = 0; i < texts.size(); ++i)
@@ -160,15 +159,15 @@ TEST_F(Export, ParksTextsOfAnyLengthInARecordAfterTheOther) {
 TEST_F(Export, LeavesWhatWasThereWhenItFailsOrIsCancelled) {
   for (const ExportFormat format : {ExportFormat::kCsv, ExportFormat::kXlsx, ExportFormat::kXls}) {
     SCOPED_TRACE(static_cast<int>(format));
-    folder_.Write(QStringLiteral("kept"), "older");
+    folder_.Write("kept", "older");
     EXPECT_EQ(Write(format, "kept", {}, [](qint64) { return false; }).end, ExportEnd::kCancelled);
-    EXPECT_EQ(folder_.Read(QStringLiteral("kept")), "older");
+    EXPECT_EQ(folder_.Read("kept"), "older");
     const ExportOutcome failed = Write(format, "none/x");
     EXPECT_EQ(failed.end, ExportEnd::kFailed);
     EXPECT_FALSE(failed.error.isEmpty());
     const FullDisk disk(20'000);
     EXPECT_EQ(Write(format, "kept").error, QString::fromLatin1(std::strerror(EFBIG)));
-    EXPECT_EQ(folder_.Names(), QStringList{QStringLiteral("kept")});
+    EXPECT_EQ(folder_.Names(), QStringList{"kept"});
   }
 }
 

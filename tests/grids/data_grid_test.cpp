@@ -1,4 +1,4 @@
-// The data grid as a user meets it: sorting, selecting, finding, copying, deleting, reading again.
+// The data grid as a user meets it: sorting, finding, copying, deleting, reading again.
 
 #include <QApplication>
 #include <QScrollBar>
@@ -13,9 +13,8 @@ namespace {
 using test::GridFixture;
 
 TEST_F(GridFixture, AHeadingSortsAndTurnsRound) {
-  Run(QStringLiteral(
-      "INSERT INTO Lines VALUES (1, 'bell', 10, '2026-02-01', 1), (2, NULL, 9.5, NULL, 0), "
-      "(3, 'Adams', -1, '2025-12-31', 1), (4, 'BELL', NULL, '2026-01-01', NULL), (5, 'Émile', 100, NULL, 0)"));
+  Run("INSERT INTO Lines VALUES (1, 'bell', 10, '2026-02-01', 1), (2, NULL, 9.5, NULL, 0), "
+      "(3, 'Adams', -1, '2025-12-31', 1), (4, 'BELL', NULL, '2026-01-01', NULL), (5, 'Émile', 100, NULL, 0)");
   Connect();
   grid_.MoveTo(3);
   struct Click {
@@ -30,54 +29,28 @@ TEST_F(GridFixture, AHeadingSortsAndTurnsRound) {
            {"Due", "2 5 3 4 1", "[Due] ASC"},
            {"Ticked", "4 2 5 1 3", "[Ticked] ASC"},
        }) {
-    ClickHeading(QLatin1String(click.field));
-    EXPECT_EQ(Shown(QStringLiteral("ID")), QLatin1String(click.ids)) << click.sort;
-    EXPECT_EQ(grid_.sSortString(), QLatin1String(click.sort));
+    ClickHeading(click.field);
+    EXPECT_EQ(Shown("ID"), click.ids) << click.sort;
+    EXPECT_EQ(grid_.sSortString(), click.sort);
     EXPECT_EQ(grid_.CurrentRow(), 0);
   }
-  Run(QStringLiteral("UPDATE Lines SET Ticked = 1 WHERE ID = 2"));
+  Run("UPDATE Lines SET Ticked = 1 WHERE ID = 2");
   grid_.Requery();
-  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("4 5 1 2 3")) << "sorted anew after reading again";
+  EXPECT_EQ(Shown("ID"), "4 5 1 2 3") << "sorted anew after reading again";
   Connect();
-  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("4 5 1 2 3")) << "and with other rows";
+  EXPECT_EQ(Shown("ID"), "4 5 1 2 3") << "and with other rows";
   grid_.bColSorting(false);
-  ClickHeading(QStringLiteral("ID"));
-  EXPECT_EQ(grid_.sSortString(), QStringLiteral("[Ticked] ASC"));
-}
-
-TEST_F(GridFixture, SelectingManyRowsAsksFirst) {
-  Fill(500);
-  Connect();
-  Press(Qt::Key_A, Qt::ControlModifier);
-  EXPECT_EQ(grid_.SelectedCount(), 500);
-  EXPECT_TRUE(ui.Messages().empty());
-  Press(Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_EQ(grid_.SelectedCount(), 0);
-
-  Run(QStringLiteral("INSERT INTO Lines (ID) VALUES (501)"));
-  grid_.Requery();
-  grid_.MoveTo(7);
-  ui.Answer(QStringLiteral("There are 501 records"), MessageAnswer::kNo);
-  grid_.SelectAll();
-  EXPECT_EQ(grid_.SelectedCount(), 1) << "refused: nothing changes";
-  ui.Answer({}, MessageAnswer::kYes);
-  grid_.SelectAll();
-  EXPECT_EQ(grid_.SelectedCount(), 501);
-  EXPECT_EQ(grid_.CurrentRow(), 0);
-
-  grid_.sFilter(QStringLiteral("ID < 0"));
-  grid_.SelectAll();
-  EXPECT_EQ(ui.Messages().back().text, QStringLiteral("Nothing to be selected."));
+  ClickHeading("ID");
+  EXPECT_EQ(grid_.sSortString(), "[Ticked] ASC");
 }
 
 class DeletingRows : public GridFixture {
  protected:
   DeletingRows() {
-    Run(
-        QStringLiteral("INSERT INTO _Procedures (Name, Header, Body, Version) VALUES ('proc_delp_Lines', "
-                       "'CREATE PROCEDURE proc_delp_Lines @ID int AS', 'DELETE FROM Lines WHERE ID = @ID', 1)"));
+    Run("INSERT INTO _Procedures (Name, Header, Body, Version) VALUES ('proc_delp_Lines', "
+        "'CREATE PROCEDURE proc_delp_Lines @ID int AS', 'DELETE FROM Lines WHERE ID = @ID', 1)");
     Fill(4);
-    grid_.StoredProc(QStringLiteral("Lines"));
+    grid_.StoredProc("Lines");
     QObject::connect(&grid_, &cDataGrid::Deleted, [this](qint64 id) { deleted_ += id; });
     Connect();
   }
@@ -94,71 +67,46 @@ TEST_F(DeletingRows, OnlyAsTheGridAllows) {
   grid_.AllowDelete(true);
   grid_.AllowUpdate(false);
   CtrlDelete();
-  EXPECT_EQ(LastMessage(), QStringLiteral("Rows cannot be deleted from this grid."));
+  EXPECT_EQ(LastMessage(), "Rows cannot be deleted from this grid.");
   EXPECT_EQ(grid_.RowCount(), 4);
   grid_.AllowUpdate(true);
   QTest::keyPress(view_, Qt::Key_Delete, Qt::ControlModifier);  // released elsewhere
   Press(Qt::Key_Delete);
   EXPECT_EQ(grid_.RowCount(), 4) << "a plain Delete deletes nothing";
   CtrlDelete();
-  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("2 3 4"));
-  EXPECT_EQ(Ask(QStringLiteral("SELECT count(*) FROM Lines")).ToInt(), 4)
-      << "a grid that is not editable only hides rows";
-}
-
-TEST_F(DeletingRows, OneByOneInAnEditableGrid) {
-  grid_.AllowDelete(true);
-  grid_.EditMode(true);
-  ClickCell(0, QStringLiteral("ID"));
-  ClickCell(2, QStringLiteral("ID"), Qt::ShiftModifier);
-  CtrlDelete();
-  EXPECT_EQ(LastMessage(), QStringLiteral("Deleting multiple rows is not supported."));
-  EXPECT_EQ(grid_.RowCount(), 4);
-
-  ClickCell(1, QStringLiteral("ID"));
-  CtrlDelete();
-  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("1 3 4"));
-  EXPECT_EQ(Rows(QStringLiteral("SELECT ID FROM Lines")), QStringList({"1", "3", "4"}));
-  EXPECT_EQ(grid_.RecordID(), 3) << "the next row is current";
-  EXPECT_EQ(deleted_, QList<qint64>{2});
-
-  Run(QStringLiteral("DROP TABLE Lines"));
-  CtrlDelete();
-  EXPECT_EQ(LastMessage(), QStringLiteral("Error deleting currently selected row. It may have already been deleted."));
-  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("1 3 4")) << "what is still there is still shown";
-  EXPECT_EQ(deleted_.size(), 1);
+  EXPECT_EQ(Shown("ID"), "2 3 4");
+  EXPECT_EQ(Ask("SELECT count(*) FROM Lines").ToInt(), 4) << "a grid that is not editable only hides rows";
 }
 
 TEST_F(DeletingRows, AllOfThem) {
   grid_.EditMode(true);
   mayDelete_ = false;
   grid_.RemoveRows();
-  EXPECT_EQ(Ask(QStringLiteral("SELECT count(*) FROM Lines")).ToInt(), 4) << "the owner forbids it";
+  EXPECT_EQ(Ask("SELECT count(*) FROM Lines").ToInt(), 4) << "the owner forbids it";
   mayDelete_ = true;
   grid_.RemoveRows();
-  EXPECT_EQ(Ask(QStringLiteral("SELECT count(*) FROM Lines")).ToInt(), 0);
-  EXPECT_EQ(PanelText(), QStringLiteral("No records to display"));
+  EXPECT_EQ(Ask("SELECT count(*) FROM Lines").ToInt(), 0);
+  EXPECT_EQ(PanelText(), "No records to display");
   EXPECT_EQ(deleted_.size(), 4);
 }
 
 TEST_F(GridFixture, InsertingRowsNeedsAnOwnerInEditMode) {
-  Run(
-      QStringLiteral("INSERT INTO _Procedures (Name, Header, Body, Version) VALUES ('proc_addp_Lines_InsertRow', "
-                     "'CREATE PROCEDURE proc_addp_Lines_InsertRow @Header int, @Above int AS', "
-                     "'INSERT INTO Lines (ID, Price) VALUES (@Above + 10, @Header)', 1)"));
+  Run("INSERT INTO _Procedures (Name, Header, Body, Version) VALUES ('proc_addp_Lines_InsertRow', "
+      "'CREATE PROCEDURE proc_addp_Lines_InsertRow @Header int, @Above int AS', "
+      "'INSERT INTO Lines (ID, Price) VALUES (@Above + 10, @Header)', 1)");
   Fill(2);
-  grid_.StoredProc(QStringLiteral("Lines"));
+  grid_.StoredProc("Lines");
   grid_.SetHeaderID(77);
   Connect();
   Press(Qt::Key_Insert, Qt::ControlModifier);
   EXPECT_TRUE(ui.Messages().empty());
   editing_ = true;
   Press(Qt::Key_Insert, Qt::ControlModifier);
-  EXPECT_EQ(ui.MessageTexts(), QStringList(QStringLiteral("Row Inserting is not available on this grid.")));
+  EXPECT_EQ(ui.MessageTexts(), QStringList("Row Inserting is not available on this grid."));
   grid_.bRowInserts(true);
   Press(Qt::Key_Insert, Qt::ControlModifier);
-  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("1 2 11"));
-  EXPECT_EQ(grid_.CellText(2, QStringLiteral("Price")), QStringLiteral("77.00"));
+  EXPECT_EQ(Shown("ID"), "1 2 11");
+  EXPECT_EQ(grid_.CellText(2, "Price"), "77.00");
 }
 
 TEST_F(GridFixture, ReadingAgainKeepsTheUserInPlace) {
@@ -171,137 +119,85 @@ TEST_F(GridFixture, ReadingAgainKeepsTheUserInPlace) {
   ASSERT_EQ(grid_.FirstVisibleRow(), 200);
   view_->horizontalScrollBar()->setValue(90);
 
-  Run(QStringLiteral("DELETE FROM Lines WHERE ID <= 5 OR ID = 350"));  // another desk
+  Run("DELETE FROM Lines WHERE ID <= 5 OR ID = 350");  // another desk
   grid_.Requery();
-  EXPECT_EQ(grid_.CellText(grid_.FirstVisibleRow(), QStringLiteral("ID")), QStringLiteral("201"));
+  EXPECT_EQ(grid_.CellText(grid_.FirstVisibleRow(), "ID"), "201");
   EXPECT_EQ(grid_.RecordID(), 204);
-  EXPECT_EQ(grid_.CurrentField(), QStringLiteral("Due"));
+  EXPECT_EQ(grid_.CurrentField(), "Due");
   EXPECT_EQ(view_->horizontalScrollBar()->value(), 90);
 
-  grid_.sSortString(QStringLiteral("[Ticked] DESC"));
-  grid_.SetFirstVisibleRow(100);
-  grid_.MoveTo(100);
-  const QString below = grid_.CellText(101, QStringLiteral("ID"));
-  Run(QStringLiteral("UPDATE Lines SET Ticked = 0 WHERE ID = %1").arg(grid_.RecordID()));
-  grid_.Requery();
-  EXPECT_EQ(grid_.CellText(grid_.FirstVisibleRow() + 1, QStringLiteral("ID")), below)
-      << "a row that a flip moves away does not take the view with it";
-
-  grid_.sSortString(QStringLiteral("[ID] ASC"));
-  ClickCell(2, QStringLiteral("ID"));
-  ClickCell(4, QStringLiteral("ID"), Qt::ControlModifier);
-  Run(QStringLiteral("DELETE FROM Lines WHERE ID = 7"));
+  grid_.sSortString("[ID] ASC");
+  ClickCell(2, "ID");
+  ClickCell(4, "ID", Qt::ControlModifier);
+  Run("DELETE FROM Lines WHERE ID = 7");
   grid_.Requery();
   EXPECT_EQ(grid_.SelectedCount(), 2);
   Press(Qt::Key_C, Qt::ControlModifier);
-  EXPECT_TRUE(QApplication::clipboard()->text().contains(QLatin1String("\r\n8\tName 8\t12.00")))
-      << "the rows themselves";
+  EXPECT_TRUE(QApplication::clipboard()->text().contains("\r\n8\tName 8\t12.00")) << "the rows themselves";
 
   grid_.Requery([] { throw std::runtime_error("gone"); });
-  EXPECT_EQ(ui.MessageTexts(), QStringList(QStringLiteral("Unexpected error when reloading the grid.")));
+  EXPECT_EQ(ui.MessageTexts(), QStringList("Unexpected error when reloading the grid."));
   EXPECT_EQ(grid_.RowCount(), 393);
 }
 
 TEST_F(GridFixture, TypingFindsInTheSortedColumn) {
-  Run(QStringLiteral(
-      "INSERT INTO Lines (ID, Last_Name) VALUES (1, 'Baker'), (2, 'brown'), (3, 'Ash'), (4, 'Van Dyk'), (5, 'Vance')"));
+  Run("INSERT INTO Lines (ID, Last_Name) VALUES (1, 'Baker'), (2, 'brown'), (3, 'Ash'), (4, 'Van Dyk'), (5, 'Vance')");
   Connect();
-  const auto current = [this] { return grid_.CellText(grid_.CurrentRow(), QStringLiteral("Last_Name")); };
-  QTest::keyClicks(view_, QStringLiteral("4"));
-  EXPECT_EQ(current(), QStringLiteral("Van Dyk")) << "unsorted: in the current column";
+  const auto current = [this] { return grid_.CellText(grid_.CurrentRow(), "Last_Name"); };
+  QTest::keyClicks(view_, "4");
+  EXPECT_EQ(current(), "Van Dyk") << "unsorted: in the current column";
   Press(Qt::Key_Escape);
-  grid_.sSortString(QStringLiteral("Last_Name"));
-  QTest::keyClicks(view_, QStringLiteral("B"));
-  EXPECT_EQ(current(), QStringLiteral("Baker"));
-  QTest::keyClicks(view_, QStringLiteral("r"));
-  EXPECT_EQ(current(), QStringLiteral("brown"));
-  QTest::keyClicks(view_, QStringLiteral("x"));
-  EXPECT_EQ(current(), QStringLiteral("brown")) << "nothing found: stays";
+  grid_.sSortString("Last_Name");
+  QTest::keyClicks(view_, "B");
+  EXPECT_EQ(current(), "Baker");
+  QTest::keyClicks(view_, "r");
+  EXPECT_EQ(current(), "brown");
+  QTest::keyClicks(view_, "x");
+  EXPECT_EQ(current(), "brown") << "nothing found: stays";
   Press(Qt::Key_Backspace);
   Press(Qt::Key_Backspace);
-  EXPECT_EQ(current(), QStringLiteral("Baker"));
+  EXPECT_EQ(current(), "Baker");
   Press(Qt::Key_Escape);
   int clicks = 0;
   QObject::connect(&grid_, &cDataGrid::CellClicked, [&clicks](const QString&, qint64) { ++clicks; });
-  QTest::keyClicks(view_, QStringLiteral("van d"));
-  EXPECT_EQ(current(), QStringLiteral("Van Dyk"));
+  QTest::keyClicks(view_, "van d");
+  EXPECT_EQ(current(), "Van Dyk");
   EXPECT_EQ(clicks, 0) << "a blank inside of what is typed is no click";
-}
-
-TEST_F(GridFixture, OneClickOrSpaceAnswersOnce) {
-  Fill(3);
-  Connect();
-  QStringList clicked;
-  QObject::connect(&grid_, &cDataGrid::CellClicked, [&clicked, this](const QString& field, qint64 id) {
-    clicked += field + QString::number(id);
-    grid_.Requery();
-  });
-  ClickCell(1, QStringLiteral("Ticked"));
-  Press(Qt::Key_Space);
-  ClickCell(2, QStringLiteral("Ticked"), Qt::ControlModifier);
-  QTest::mouseClick(view_->viewport(), Qt::RightButton, {}, view_->visualRect(view_->model()->index(0, 4)).center());
-  EXPECT_EQ(clicked, QStringList({"Ticked2", "Ticked2"}));
-  const QPoint cell = view_->visualRect(view_->model()->index(2, 4)).center();
-  QTest::mouseClick(view_->viewport(), Qt::LeftButton, {}, cell);
-  QTest::mouseDClick(view_->viewport(), Qt::LeftButton, {}, cell);
-  QTest::mouseRelease(view_->viewport(), Qt::LeftButton, {}, cell);
-  EXPECT_EQ(clicked.size(), 3) << "the second click of a double-click is none";
 }
 
 TEST_F(GridFixture, SpaceIsAClickOnTheEditButton) {
   Fill(3);
   Connect();
   QStringList pressed;
-  grid_.AddEditButton(QStringLiteral("Price"));
+  grid_.AddEditButton("Price");
   QObject::connect(&grid_, &cDataGrid::EditButtonClicked,
                    [&pressed](const QString& field, qint64 id) { pressed += field + QString::number(id); });
-  ClickCell(1, QStringLiteral("Price"));
+  ClickCell(1, "Price");
   EXPECT_TRUE(pressed.isEmpty()) << "beside the button";
   Press(Qt::Key_Space);
   EXPECT_EQ(pressed, QStringList("Price2"));
 }
 
-TEST_F(GridFixture, AFlippedFlagStaysFlippedWhenTheRowsCannotBeReadAgain) {
-  Fill(3);
-  Connect();
-  grid_.FlagColumns({QStringLiteral("Ticked")});
-  bool fails = true;
-  QObject::connect(&grid_, &cDataGrid::CellClicked, [this, &fails](const QString&, qint64 id) {
-    Run(QStringLiteral("UPDATE Lines SET Ticked = 1 - Ticked WHERE ID = %1").arg(id));
-    grid_.Requery([this, &fails] {
-      if (fails) throw std::runtime_error("gone");
-      rows_.Requery();
-    });
-  });
-  for (const char* shown : {"Yes Yes Yes", "Yes No Yes"}) {
-    ClickCell(1, QStringLiteral("Ticked"));
-    EXPECT_EQ(Shown(QStringLiteral("Ticked")), QLatin1String(shown));
-  }
-  fails = false;
-  ClickCell(1, QStringLiteral("Ticked"));
-  EXPECT_EQ(Shown(QStringLiteral("Ticked")), QStringLiteral("Yes Yes Yes"));
-}
-
 TEST_F(GridFixture, RefusesRowsThatCannotBeSorted) {
   Fill(3);
   Connect();
-  Recordset forward = Recordset::Forward(connection.Driver().Execute(QStringLiteral("SELECT 1 AS Other")));
+  Recordset forward = Recordset::Forward(connection.Driver().Execute("SELECT 1 AS Other"));
   grid_.ConnectRecordset(forward);
   EXPECT_EQ(ui.Messages().size(), 1u);
   EXPECT_EQ(grid_.DataSource(), &rows_);
-  grid_.sSortString(QStringLiteral("[ID] DESC"));
-  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("3 2 1"));
+  grid_.sSortString("[ID] DESC");
+  EXPECT_EQ(Shown("ID"), "3 2 1");
 }
 
 TEST_F(GridFixture, CopyingGivesWhatIsShown) {
   Fill(3);
-  Run(QStringLiteral("UPDATE Lines SET Last_Name = 'One\r\n2 High St\t' || ID WHERE ID = 1"));
+  Run("UPDATE Lines SET Last_Name = 'One\r\n2 High St\t' || ID WHERE ID = 1");
   Connect();
-  grid_.HideColumns({QStringLiteral("Due")});
+  grid_.HideColumns({"Due"});
   view_->horizontalHeader()->moveSection(4, 0);
   view_->setCurrentIndex(view_->model()->index(1, 2));
   Press(Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("3.00"));
+  EXPECT_EQ(QApplication::clipboard()->text(), "3.00");
   grid_.SelectAll();
   bool hourglass = false;
   const auto watch = QObject::connect(QApplication::clipboard(), &QClipboard::dataChanged,
@@ -309,18 +205,19 @@ TEST_F(GridFixture, CopyingGivesWhatIsShown) {
   Press(Qt::Key_C, Qt::ControlModifier);
   QObject::disconnect(watch);
   EXPECT_TRUE(hourglass && !ui.Busy());
-  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Ticked\tID\tLast Name\tPrice\r\n"
-                                                              "Yes\t1\tOne, 2 High St 1\t1.50\r\n"
-                                                              "No\t2\tName 2\t3.00\r\n"
-                                                              "Yes\t3\t\t4.50\r\n"));
+  EXPECT_EQ(QApplication::clipboard()->text(),
+            "Ticked\tID\tLast Name\tPrice\r\n"
+            "Yes\t1\tOne, 2 High St 1\t1.50\r\n"
+            "No\t2\tName 2\t3.00\r\n"
+            "Yes\t3\t\t4.50\r\n");
 }
 
 TEST_F(GridFixture, AnEmptyGridSaysSo) {
   EXPECT_EQ(PanelText(), QString()) << "nothing connected";
   Connect();
-  EXPECT_EQ(PanelText(), QStringLiteral("No records to display"));
-  grid_.Tag(QStringLiteral("LOCK:1,MSG:Nobody was found"));
-  EXPECT_EQ(PanelText(), QStringLiteral("Nobody was found"));
+  EXPECT_EQ(PanelText(), "No records to display");
+  grid_.Tag("LOCK:1,MSG:Nobody was found");
+  EXPECT_EQ(PanelText(), "Nobody was found");
   grid_.bHideNoRecords(true);
   EXPECT_EQ(PanelText(), QString());
   grid_.bHideNoRecords(false);
@@ -340,32 +237,32 @@ TEST_F(GridFixture, FiltersInWordsAndFindsLines) {
            {"Nonsense = 1", "1 2 3 4 5 6 7 8 9"},
            {"ID = ", "1 2 3 4 5 6 7 8 9"},
        }) {
-    grid_.sFilter(QLatin1String(filter));
-    EXPECT_EQ(Shown(QStringLiteral("ID")), QLatin1String(ids)) << filter;
+    grid_.sFilter(filter);
+    EXPECT_EQ(Shown("ID"), ids) << filter;
   }
-  EXPECT_TRUE(grid_.FindLine(QStringLiteral("Last_Name"), Value(QStringLiteral("name 5"))));
+  EXPECT_TRUE(grid_.FindLine("Last_Name", Value(QString("name 5"))));
   EXPECT_EQ(grid_.RecordID(), 5);
-  EXPECT_FALSE(grid_.FindLine(QStringLiteral("ID"), Value(99)));
+  EXPECT_FALSE(grid_.FindLine("ID", Value(99)));
   EXPECT_EQ(grid_.RecordID(), 5);
 }
 
 TEST_F(GridFixture, FindsATextInWhatIsShown) {
   Fill(9);
-  Run(QStringLiteral("UPDATE Lines SET Last_Name = 'ZOË Tomé' WHERE ID IN (2, 7)"));
+  Run("UPDATE Lines SET Last_Name = 'ZOË Tomé' WHERE ID IN (2, 7)");
   Connect();
-  grid_.HideColumns({QStringLiteral("Due")});
+  grid_.HideColumns({"Due"});
   const auto found = [this](const char* text, cDataGrid::Search search) {
     return grid_.FindText(QString::fromUtf8(text), search)
-               ? grid_.CurrentField() + grid_.CellText(grid_.CurrentRow(), QStringLiteral("ID"))
+               ? grid_.CurrentField() + grid_.CellText(grid_.CurrentRow(), "ID")
                : QString();
   };
   using Search = cDataGrid::Search;
-  EXPECT_EQ(found("oë t", Search::kFromHere), QStringLiteral("Last_Name2"));
-  EXPECT_EQ(found("oË T", Search::kFromHere), QStringLiteral("Last_Name2")) << "typed on: stays";
-  EXPECT_EQ(found("TOMÉ", Search::kNext), QStringLiteral("Last_Name7"));
-  EXPECT_EQ(found("TOMÉ", Search::kNext), QStringLiteral("Last_Name2")) << "once round";
-  EXPECT_EQ(found("zo", Search::kPrevious), QStringLiteral("Last_Name7"));
-  EXPECT_EQ(found("13.50", Search::kFromHere), QStringLiteral("Price9")) << "as it is shown";
+  EXPECT_EQ(found("oë t", Search::kFromHere), "Last_Name2");
+  EXPECT_EQ(found("oË T", Search::kFromHere), "Last_Name2") << "typed on: stays";
+  EXPECT_EQ(found("TOMÉ", Search::kNext), "Last_Name7");
+  EXPECT_EQ(found("TOMÉ", Search::kNext), "Last_Name2") << "once round";
+  EXPECT_EQ(found("zo", Search::kPrevious), "Last_Name7");
+  EXPECT_EQ(found("13.50", Search::kFromHere), "Price9") << "as it is shown";
   EXPECT_EQ(found("2026", Search::kFromHere), QString()) << "not in a hidden column";
   EXPECT_EQ(found("Yes", Search::kFromHere), QString());
 }
@@ -373,10 +270,10 @@ TEST_F(GridFixture, FindsATextInWhatIsShown) {
 TEST_F(GridFixture, ShowingOnlySomeKeepsTheCurrentRow) {
   Fill(9);
   Connect();
-  grid_.sFilter(QStringLiteral("ID > 2"));
+  grid_.sFilter("ID > 2");
   grid_.MoveTo(3);
   grid_.ShowOnly([](const StoredRow& row) { return row.At(0).integer % 3 == 0; });
-  EXPECT_EQ(Shown(QStringLiteral("ID")), QStringLiteral("3 6 9"));
+  EXPECT_EQ(Shown("ID"), "3 6 9");
   EXPECT_EQ(grid_.RecordID(), 6);
   grid_.ShowOnly({});
   EXPECT_EQ(grid_.RowCount(), 7);
@@ -387,7 +284,7 @@ TEST_F(GridFixture, WidthsAreFittedWhenTheFirstRowsCome) {
   Connect();
   const int heading = view_->columnWidth(1);
   view_->setColumnWidth(2, 77);
-  Run(QStringLiteral("INSERT INTO Lines VALUES (1, 'A name that is longer than its heading', 123456789, NULL, 0)"));
+  Run("INSERT INTO Lines VALUES (1, 'A name that is longer than its heading', 123456789, NULL, 0)");
   grid_.Requery();
   EXPECT_GT(view_->columnWidth(1), heading);
   EXPECT_EQ(view_->columnWidth(2), 77) << "as the user left it";
@@ -396,36 +293,33 @@ TEST_F(GridFixture, WidthsAreFittedWhenTheFirstRowsCome) {
 TEST_F(GridFixture, LayoutComesBack) {
   test::MemoryRegistryStore store;
   StartupValues startup;
-  startup.user = QStringLiteral("Jo");
-  startup.ProductKey = QStringLiteral("SOFTWARE\\Test\\");
+  startup.user = "Jo";
+  startup.ProductKey = "SOFTWARE\\Test\\";
   RegistryFailures failures;
   RegistryValues registry({store, diagnostics, failures}, startup);
-  grid_.KeepLayout(registry, QStringLiteral("frmMain"));
+  grid_.KeepLayout(registry, "frmMain");
   Fill(1);
-  grid_.HideColumns({QStringLiteral("Ticked")}, false);
+  grid_.HideColumns({"Ticked"}, false);
   Connect();
   view_->horizontalHeader()->moveSection(4, 1);
   view_->setColumnWidth(2, 123);
   ChooseColumns({"Due", "ID", "Last Name", "Price"});
   EXPECT_EQ(grid_.HiddenFields(), QSet<QString>({"due", "id", "last_name", "price"}));
-  grid_.HideColumns({QStringLiteral("Ticked")});
+  grid_.HideColumns({"Ticked"});
   EXPECT_TRUE(view_->isColumnHidden(4));
   EXPECT_EQ(grid_.HiddenFields().size(), 1) << "the last one comes back when its only neighbour goes";
   ChooseColumns({"Due"});
   grid_.SaveLayout();
-  EXPECT_EQ(
-      registry.sysLoadValueFromRegistry(QStringLiteral("frmMainDataGrid"), QStringLiteral("03-"), {.perUser = true}),
-      QStringLiteral("W:123,V:-1,C:02,N:Price,"));
-  registry.sysSaveValueToRegistry(QStringLiteral("frmMainDataGrid"), QStringLiteral("02-"),
-                                  QStringLiteral("W:70,V:0,C:01"), true);
+  EXPECT_EQ(registry.sysLoadValueFromRegistry("frmMainDataGrid", "03-", {.perUser = true}), "W:123,V:-1,C:02,N:Price,");
+  registry.sysSaveValueToRegistry("frmMainDataGrid", "02-", "W:70,V:0,C:01", true);
 
   QTableView other;
-  other.setObjectName(QStringLiteral("dbgData"));
+  other.setObjectName("dbgData");
   cDataGrid again(statements, diagnostics, options_);
   again.Grid(other);
-  again.KeepLayout(registry, QStringLiteral("frmMain"));
+  again.KeepLayout(registry, "frmMain");
   Recordset changed;
-  ASSERT_FALSE(statements.dbOpenRec(changed, QStringLiteral("SELECT ID, Last_Name, Due, Price, Ticked FROM Lines")));
+  ASSERT_FALSE(statements.dbOpenRec(changed, "SELECT ID, Last_Name, Due, Price, Ticked FROM Lines"));
   again.ConnectRecordset(changed);
   EXPECT_EQ(other.horizontalHeader()->visualIndex(4), 1);
   EXPECT_EQ(other.columnWidth(3), 123) << "found by its name";

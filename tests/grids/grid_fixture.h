@@ -21,18 +21,17 @@ class GridFixture : public testing::Test, public EmbeddedHost, public GridOwner 
   using EmbeddedHost::Run;
 
   GridFixture() {
-    view_->setObjectName(QStringLiteral("dbgData"));
+    view_->setObjectName("dbgData");
     (new QVBoxLayout(&window_))->addWidget(view_);
     window_.resize(600, 300);
     grid_.Grid(*view_);
     grid_.ParentForm(*this);
-    grid_.SetLineID(QStringLiteral("ID"));
+    grid_.SetLineID("ID");
     window_.show();
     view_->setFocus();
-    Run(
-        QStringLiteral("CREATE TABLE Lines(ID integer primary key, Last_Name nvarchar(40) COLLATE NOCASE, Price "
-                       "decimal(10,2), Due date, "
-                       "Ticked bit)"));
+    Run("CREATE TABLE Lines(ID integer primary key, Last_Name nvarchar(40) COLLATE NOCASE, Price "
+        "decimal(10,2), Due date, "
+        "Ticked bit)");
   }
 
   void Grid_KeyUp(int key, Qt::KeyboardModifiers, QTableView&) override { keysUp_ += key; }
@@ -41,13 +40,12 @@ class GridFixture : public testing::Test, public EmbeddedHost, public GridOwner 
 
   /// Makes rows 1 to n; every third has no name.
   void Fill(int rows) {
-    Run(QStringLiteral(
-            "INSERT INTO Lines WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-            "SELECT i, CASE i %% 3 WHEN 0 THEN NULL ELSE 'Name ' || i END, i * 1.5, '2026-01-02', i % 2 FROM n")
+    Run(QString("INSERT INTO Lines WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                "SELECT i, CASE i %% 3 WHEN 0 THEN NULL ELSE 'Name ' || i END, i * 1.5, '2026-01-02', i % 2 FROM n")
             .arg(rows)
-            .replace(QLatin1String("%%"), QLatin1String("%")));
+            .replace("%%", "%"));
   }
-  void Connect(const QString& sql = QStringLiteral("SELECT * FROM Lines ORDER BY ID")) {
+  void Connect(const QString& sql = "SELECT * FROM Lines ORDER BY ID") {
     ASSERT_FALSE(statements.dbOpenRec(rows_, sql));
     grid_.ConnectRecordset(rows_);
   }
@@ -61,7 +59,7 @@ class GridFixture : public testing::Test, public EmbeddedHost, public GridOwner 
   /// Ticks or unticks columns in the menu of the headings.
   void ChooseColumns(const QStringList& headings) {
     Q_EMIT view_->horizontalHeader()->customContextMenuRequested({});
-    auto* menu = view_->findChild<QMenu*>(QStringLiteral("mnuColumns"));
+    auto* menu = view_->findChild<QMenu*>("mnuColumns");
     for (QAction* entry : menu->actions()) {
       if (headings.contains(entry->text())) entry->trigger();
     }
@@ -76,13 +74,13 @@ class GridFixture : public testing::Test, public EmbeddedHost, public GridOwner 
     QStringList cells;
     for (qint64 row = 0; row < grid_.RowCount(); ++row) {
       const QString text = grid_.CellText(row, field);
-      cells += text.isEmpty() ? QStringLiteral("-") : text;
+      cells += text.isEmpty() ? "-" : text;
     }
     return cells.join(QLatin1Char(' '));
   }
   /// Text of the panel over the grid, empty while it is not shown.
   [[nodiscard]] QString PanelText() const {
-    const auto* label = window_.findChild<QLabel*>(QStringLiteral("dbgDataLabel"));
+    const auto* label = window_.findChild<QLabel*>("dbgDataLabel");
     return label != nullptr && label->isVisible() ? label->text() : QString();
   }
 

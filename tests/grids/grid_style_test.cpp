@@ -48,17 +48,17 @@ TEST(GridStyle, ColoursThatCannotBeReadGiveWay) {
 }
 
 TEST(GridStyle, AFontWithoutNameOrSizeIsTheWindows) {
-  const QFont window(QStringLiteral("Serif"), 13);
+  const QFont window("Serif", 13);
   UserOptions options;
   options.GRID_LINEFONT_BOLD = true;
   QFont font = StylesOf(options, {}, window).odd.font;
   EXPECT_EQ(font.family(), window.family());
   EXPECT_EQ(font.pointSize(), 13);
   EXPECT_TRUE(font.bold());
-  options.GRID_LINEFONT = QStringLiteral("Tahoma");
+  options.GRID_LINEFONT = "Tahoma";
   options.GRID_LINEFONT_SIZE = 8;
   font = StylesOf(options, {}, window).even.font;
-  EXPECT_EQ(font.family(), QStringLiteral("Tahoma"));
+  EXPECT_EQ(font.family(), "Tahoma");
   EXPECT_EQ(font.pointSize(), 8);
 }
 
@@ -73,31 +73,27 @@ TEST(GridColumns, CellsAsTheyAreShown) {
     return GridText(cell, gridFormatColumns({column}).front());
   };
   const auto date = [](int precision) {
-    return Column{.name = QStringLiteral("D"), .type = ValueType::kDateTime, .precision = precision};
+    return Column{.name = "D", .type = ValueType::kDateTime, .precision = precision};
   };
-  const auto number = [](int scale) {
-    return Column{.name = QStringLiteral("N"), .type = ValueType::kDecimal, .scale = scale};
-  };
+  const auto number = [](int scale) { return Column{.name = "N", .type = ValueType::kDecimal, .scale = scale}; };
   const Value evening(QDateTime(QDate(1969, 3, 4), QTime(21, 5, 6), Qt::UTC));
   const Value midnight(QDateTime(QDate(2026, 12, 1), QTime(0, 0), Qt::UTC));
-  EXPECT_EQ(shown(date(16), evening), QStringLiteral("04/03/1969"));
-  EXPECT_EQ(shown(date(23), evening), QStringLiteral("04/03/1969 21:05:06"));
-  EXPECT_EQ(shown(date(23), midnight), QStringLiteral("01/12/2026 00:00:00"));
-  EXPECT_EQ(shown(date(0), midnight), QStringLiteral("01/12/2026"));
-  EXPECT_EQ(shown(number(2), Value::Decimal(-5, 2)), QStringLiteral("-0.05"));
-  EXPECT_EQ(shown(number(12), Value(0.5)), QStringLiteral("0.5000000000")) << "ten decimals at most";
+  EXPECT_EQ(shown(date(16), evening), "04/03/1969");
+  EXPECT_EQ(shown(date(23), evening), "04/03/1969 21:05:06");
+  EXPECT_EQ(shown(date(23), midnight), "01/12/2026 00:00:00");
+  EXPECT_EQ(shown(date(0), midnight), "01/12/2026");
+  EXPECT_EQ(shown(number(2), Value::Decimal(-5, 2)), "-0.05");
+  EXPECT_EQ(shown(number(12), Value(0.5)), "0.5000000000") << "ten decimals at most";
   EXPECT_EQ(shown(number(2), Value()), QString());
-  EXPECT_EQ(shown({.name = QStringLiteral("B"), .type = ValueType::kBool}, Value(false)), QStringLiteral("No"));
-  EXPECT_EQ(OneLine(QStringLiteral("\r\nThe Laurels\r\n\r\n2 High St\n")), QStringLiteral("The Laurels, 2 High St"));
+  EXPECT_EQ(shown({.name = "B", .type = ValueType::kBool}, Value(false)), "No");
+  EXPECT_EQ(OneLine("\r\nThe Laurels\r\n\r\n2 High St\n"), "The Laurels, 2 High St");
 }
 
 TEST(GridStatements, KeysThatAreNoNumbersAreQuoted) {
-  EXPECT_EQ(DeleteRowStatement(QStringLiteral("Campaign_Results"), {Value(12)}),
-            QStringLiteral("proc_delp_Campaign_Results ( 12 )"));
-  EXPECT_EQ(DeleteRowStatement(QStringLiteral("X"), {Value(QStringLiteral("O'Neil")), Value(-3), Value()}),
-            QStringLiteral("proc_delp_X ( 'O''Neil', -3, NULL )"));
-  EXPECT_EQ(InsertRowStatement(QStringLiteral("X"), 5, 6, QStringLiteral("'a'")),
-            QStringLiteral("proc_addp_X_InsertRow ( 5, 6, 'a')"));
+  EXPECT_EQ(DeleteRowStatement("Campaign_Results", {Value(12)}), "proc_delp_Campaign_Results ( 12 )");
+  EXPECT_EQ(DeleteRowStatement("X", {Value(QString("O'Neil")), Value(-3), Value()}),
+            "proc_delp_X ( 'O''Neil', -3, NULL )");
+  EXPECT_EQ(InsertRowStatement("X", 5, 6, "'a'"), "proc_addp_X_InsertRow ( 5, 6, 'a')");
 }
 
 }  // namespace

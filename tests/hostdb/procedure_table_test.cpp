@@ -19,7 +19,7 @@ QStringList All(const char* pattern, const QString& text) {
 }
 
 std::string Joined(const char* pattern, const QString& text) {
-  return All(pattern, text).join(QStringLiteral(", ")).toStdString();
+  return All(pattern, text).join(", ").toStdString();
 }
 
 constexpr char kParameter[] = R"(@\w+ \w+(\([\w,]+\))?( = ('[^']*'|[\w.-]+))?)";
@@ -30,18 +30,17 @@ TEST(ProcedureTable, AgreesWithTheHeaders) {
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   const QString text = QString::fromUtf8(file.readAll());
   QMap<QString, QString> documented;
-  for (const QString& line : text.section(QStringLiteral("\n## Procedures"), 1).split(u'\n')) {
+  for (const QString& line : text.section("\n## Procedures", 1).split(u'\n')) {
     for (const QString& name : All(R"(proc_\w+)", line.section(u'|', 1, 1)))
       documented[name] = line.section(u'|', 2, 2);
   }
-  const QString selection = text.section(QStringLiteral("## Selecting"), 1).section(QStringLiteral("Who is"), 0, 0);
+  const QString selection = text.section("## Selecting", 1).section("Who is", 0, 0);
   for (const ProcedureFile& procedure : BuiltInProcedures()) {
     const QString name = QString::fromUtf8(procedure.name);
     const QString header = QString::fromUtf8(procedure.header);
-    if (name.startsWith(QLatin1String("proc_Marketing_AddAll"))) {
+    if (name.startsWith("proc_Marketing_AddAll")) {
       EXPECT_EQ(Joined(kName, selection), Joined(kName, header)) << qPrintable(name);
-    } else if (const QString cell = documented.value(name);
-               cell.contains(QLatin1String("fields")) || cell.contains(QLatin1String("selection"))) {
+    } else if (const QString cell = documented.value(name); cell.contains("fields") || cell.contains("selection")) {
       // Those of a campaign or of a selection stand once, elsewhere.
       for (const QString& parameter : All(kName, documented.take(name)))
         EXPECT_TRUE(All(kName, header).contains(parameter)) << qPrintable(name + u' ' + parameter);

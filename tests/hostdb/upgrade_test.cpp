@@ -69,7 +69,7 @@ struct OldGarage : ::testing::Test {
   int Open(std::span<const EmbeddedSql> upgrades = UpgradeFiles()) {
     EmbeddedEngine engine(folder.Path(), clock, [upgrades](const QString& file) { KeepUpToDateWith(file, upgrades); });
     try {
-      return engine.Connect({QString(), QStringLiteral("Garage")}, {QStringLiteral("sa"), QString()}, 5) ? 0 : -1;
+      return engine.Connect({QString(), "Garage"}, {"sa", QString()}, 5) ? 0 : -1;
     } catch (const DatabaseError& error) {
       refusal = error.Description();
       return error.Errors().front().number;
@@ -85,15 +85,13 @@ struct OldGarage : ::testing::Test {
     upgrades.push_back({name, text});
     return upgrades;
   }
-  [[nodiscard]] QString Copy(int number) const {
-    return folder.File(QStringLiteral("Garage.before-%1.db").arg(number));
-  }
+  [[nodiscard]] QString Copy(int number) const { return folder.File(QString("Garage.before-%1.db").arg(number)); }
 
   test::TempFolder folder;
   test::TempFolder untouched;
   test::FixedClock clock;
-  const QString path = folder.File(QStringLiteral("Garage.db"));
-  const QString old = untouched.File(QStringLiteral("Garage.db"));
+  const QString path = folder.File("Garage.db");
+  const QString old = untouched.File("Garage.db");
   QString refusal;
 };
 
@@ -102,7 +100,7 @@ TEST_F(OldGarage, OpensWithEveryRowAndIsLikeANewOne) {
   EXPECT_EQ(Content(path, old), Content(old, old));
   EXPECT_EQ(Content(Copy(NewestFileNumber()), old), Content(old, old));
   EXPECT_EQ(QFile::permissions(Copy(NewestFileNumber())), QFile::permissions(old));
-  const QString born = folder.File(QStringLiteral("New.db"));
+  const QString born = folder.File("New.db");
   ASSERT_EQ(CreateHostDatabase(born, ExistingFile::kRefuse), std::nullopt);
   EXPECT_EQ(Schema(path), Schema(born));
   const QByteArray number =
@@ -134,9 +132,9 @@ TEST_F(OldGarage, ANewerOneIsRefusedWithItsNumber) {
        "ALTER TABLE _Version ADD COLUMN File_Number int; ALTER TABLE _Version ADD COLUMN Objects_Fingerprint text;"
        "UPDATE _Version SET File_Number = 77");
   EXPECT_EQ(Open(), 948);
-  EXPECT_TRUE(refusal.contains(QStringLiteral("number 77"))) << refusal.toStdString();
+  EXPECT_TRUE(refusal.contains("number 77")) << refusal.toStdString();
   EXPECT_EQ(Content(path, old), Content(old, old));
-  EXPECT_EQ(folder.Names(), QStringList(QStringLiteral("Garage.db")));
+  EXPECT_EQ(folder.Names(), QStringList("Garage.db"));
 }
 
 TEST_F(OldGarage, OneThatDoesNotSayItsNumberIsRefused) {
@@ -146,14 +144,14 @@ TEST_F(OldGarage, OneThatDoesNotSayItsNumberIsRefused) {
        "PRAGMA writable_schema = ON; UPDATE sqlite_master SET rootpage = (SELECT max(rootpage) FROM sqlite_master "
        "WHERE type = 'index') WHERE name = '_Version'");
   EXPECT_EQ(Open(), 5120);
-  EXPECT_TRUE(refusal.contains(QStringLiteral("could not be read"))) << refusal.toStdString();
+  EXPECT_TRUE(refusal.contains("could not be read")) << refusal.toStdString();
 }
 
 TEST_F(OldGarage, OneThatAnotherProgramHasOpenIsRefused) {
   EmbeddedEngine other(folder.Path(), clock);
-  const auto session = other.Connect({QString(), QStringLiteral("Garage")}, {QStringLiteral("sa"), QString()}, 5);
+  const auto session = other.Connect({QString(), "Garage"}, {"sa", QString()}, 5);
   EXPECT_EQ(Open(), 5061);
-  EXPECT_TRUE(refusal.contains(QStringLiteral("another program has it open"))) << refusal.toStdString();
+  EXPECT_TRUE(refusal.contains("another program has it open")) << refusal.toStdString();
   ExpectAsItWas();
 }
 
@@ -187,7 +185,7 @@ TEST_F(OldGarage, AnUpgradeThatFailsOrIsKilledLeavesItWhole) {
     KeepUpToDateWith(path, AndOne("0012-dies", upgrade));  // most of it is in the file already
   };
   EXPECT_EXIT(killed(), ::testing::KilledBySignal(SIGKILL), "");
-  EXPECT_TRUE(QFile::exists(path + QStringLiteral("-journal"))) << "it was in the middle";
+  EXPECT_TRUE(QFile::exists(path + "-journal")) << "it was in the middle";
   ExpectAsItWas();
   EXPECT_EQ(Open(), 0) << refusal.toStdString();
   EXPECT_EQ(Content(path, old), Content(old, old));
@@ -198,7 +196,7 @@ TEST_F(OldGarage, WithoutRoomForTheCopyItIsRefused) {
     std::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{50'000, 50'000};
     setrlimit(RLIMIT_FSIZE, &limit);
-    std::_Exit(Open() == 1105 && refusal.contains(QStringLiteral("copied first")) ? 0 : 1);
+    std::_Exit(Open() == 1105 && refusal.contains("copied first") ? 0 : 1);
   };
   EXPECT_EXIT(full(), ::testing::ExitedWithCode(0), "");
   ExpectAsItWas();
@@ -207,10 +205,10 @@ TEST_F(OldGarage, WithoutRoomForTheCopyItIsRefused) {
 TEST_F(OldGarage, TheLastTwoCopiesAreKept) {
   for (const char* name :
        {"Garage.before-2.db", "Garage.before-10.db", "Garage.before-lunch.db", "Garages.before-1.db"})
-    folder.Write(QString::fromLatin1(name), "a copy");
+    folder.Write(name, "a copy");
   EXPECT_EQ(Open(AndOne("0012-more", "SELECT 1")), 0) << refusal.toStdString();
-  EXPECT_EQ(folder.Names().filter(QStringLiteral("before")).join(u' '),
-            QStringLiteral("Garage.before-10.db Garage.before-12.db Garage.before-lunch.db Garages.before-1.db"));
+  EXPECT_EQ(folder.Names().filter("before").join(u' '),
+            "Garage.before-10.db Garage.before-12.db Garage.before-lunch.db Garages.before-1.db");
   QFile::copy(old, Copy(11));
   EXPECT_THROW(KeepUpToDate(Copy(11)), DatabaseError) << "it would be somebody's database and be removed one day";
   EXPECT_EQ(Content(Copy(11), old), Content(old, old));

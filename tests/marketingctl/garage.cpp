@@ -16,7 +16,7 @@ constexpr int kLongestRun = 100000;  // milliseconds; the computer may be busy w
 QProcessEnvironment CleanEnvironment() {
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   for (const QString& name : environment.keys()) {
-    if (name.startsWith(QStringLiteral("QBX_"))) environment.remove(name);
+    if (name.startsWith("QBX_")) environment.remove(name);
   }
   return environment;
 }
@@ -128,18 +128,17 @@ void Garage::Use(const SandboxProcess& sandbox) const {
 
 QString Garage::MakeCampaign() const {
   const QJsonValue made = Done("query --query %1 --sms %2 --subject %3 --body %4 --save Everybody",
-                               {QStringLiteral("All Customers"), QStringLiteral("Dear {contact}"),
-                                QStringLiteral("For {contact}"), QStringLiteral("Hello {contact}")});
-  const QString id = QString::number(Number(made, "campaign"));
+                               {"All Customers", "Dear {contact}", "For {contact}", "Hello {contact}"});
+  QString id = QString::number(Number(made, "campaign"));
   Done("results %1 --send-by sms=0 email=0 letter=1", {id});
   return id;
 }
 
 Received Accepted(const SandboxProcess& sandbox, const char* kind) {
   Received received;
-  const QByteArray records = sandbox.Ask(QLatin1String("/api/") + QLatin1String(kind));
-  for (const QJsonValue& record : QJsonDocument::fromJson(records).array()) {
-    if (Text(record, "outcome") != QLatin1String("accepted")) continue;
+  const QByteArray records = sandbox.Ask(QString("/api/") + kind);
+  for (const auto& record : QJsonDocument::fromJson(records).array()) {
+    if (Text(record, "outcome") != "accepted") continue;
     const QJsonValue to = At(record, "to");
     ++received[to.isArray() ? to[0].toString() : to.toString()];
   }
@@ -147,8 +146,8 @@ Received Accepted(const SandboxProcess& sandbox, const char* kind) {
 }
 
 int Recorded(const SandboxProcess& sandbox) {
-  return static_cast<int>(FileBytes(sandbox.Folder() + QStringLiteral("/texts.jsonl")).count('\n') +
-                          FileBytes(sandbox.Folder() + QStringLiteral("/mails.jsonl")).count('\n'));
+  return static_cast<int>(FileBytes(sandbox.Folder() + "/texts.jsonl").count('\n') +
+                          FileBytes(sandbox.Folder() + "/mails.jsonl").count('\n'));
 }
 
 void WaitForRecords(const SandboxProcess& sandbox, int records, QProcess& process) {

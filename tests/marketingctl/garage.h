@@ -50,7 +50,7 @@ class Garage {
 
   [[nodiscard]] QString Path() const { return folder_.Path(); }
   [[nodiscard]] const TempFolder& Folder() const { return folder_; }
-  [[nodiscard]] QString DatabaseFile() const { return folder_.File(QStringLiteral("QBXKorvelManager.db")); }
+  [[nodiscard]] QString DatabaseFile() const { return folder_.File("QBXKorvelManager.db"); }
 
   /// A command as user Pat, with --json. \param line  as for Words
   CtlResult Run(const char* line, const QStringList& values = {}, const QByteArray& input = {}) const;

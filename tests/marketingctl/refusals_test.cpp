@@ -23,40 +23,23 @@ void ExpectRefusals(const Garage& garage, std::initializer_list<Refusal> refusal
     const CtlResult result = garage.Run(refusal.command);
     EXPECT_EQ(result.code, refusal.code) << refusal.command << ": " << result.err.constData();
     EXPECT_TRUE(result.err.contains(refusal.message)) << refusal.command << ": " << result.err.constData();
-    EXPECT_EQ(result.Error(), QLatin1String(refusal.error)) << refusal.command;
+    EXPECT_EQ(result.Error(), refusal.error) << refusal.command;
   }
 }
 
 }  // namespace
 
 TEST(MarketingCtlHelp, EveryCommandExplainsItselfWithAnExample) {
-  for (const char* command : {"sample",
-                              "init",
-                              "status",
-                              "options set",
-                              "options get",
-                              "options list",
-                              "campaigns list",
-                              "campaigns show",
-                              "campaigns new",
-                              "campaigns set",
-                              "campaigns copy",
-                              "campaigns rename",
-                              "campaigns delete",
-                              "query",
-                              "results",
-                              "preview",
-                              "credits",
-                              "send",
-                              "report",
-                              "letters",
-                              "log",
-                              "encipher",
-                              "help"}) {
-    const CtlResult help = RunCtl(Words(command) << QStringLiteral("--help"));
-    EXPECT_EQ(help.code, 0) << command;
-    EXPECT_TRUE(help.out.contains("Example")) << command;
-    EXPECT_TRUE(help.err.isEmpty()) << command << ": " << help.err.constData();
+  for (const QString& command :
+       QString(
+           "sample|init|status|options set|options get|options list|campaigns list|campaigns show|campaigns new|"
+           "campaigns set|campaigns copy|campaigns rename|campaigns delete|query|results|preview|credits|send|report|"
+           "letters|log|encipher|help")
+           .split(u'|')) {
+    const CtlResult help = RunCtl(command.split(u' ') << "--help");
+    EXPECT_EQ(help.code, 0) << command.toStdString();
+    EXPECT_TRUE(help.out.contains("Example")) << command.toStdString();
+    EXPECT_TRUE(help.err.isEmpty()) << command.toStdString() << ": " << help.err.constData();
   }
 }
 
@@ -69,8 +52,8 @@ TEST(MarketingCtlHelp, TopicsAndVersionsNeedNoDatabase) {
   QFile file(QStringLiteral(QBX_DOCS "headless.md"));
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   const QByteArray document = file.readAll();
-  for (const QJsonValue& row : RunCtl(Words("help errors --json")).Rows()) {
-    const QString line = QStringLiteral("| `%1` | %2 |").arg(Text(row, "code"), Text(row, "meaning"));
+  for (const auto& row : RunCtl(Words("help errors --json")).Rows()) {
+    const QString line = QString("| `%1` | %2 |").arg(Text(row, "code"), Text(row, "meaning"));
     EXPECT_TRUE(document.contains(line.toUtf8())) << line.toStdString();
   }
 }
@@ -124,14 +107,14 @@ TEST(MarketingCtlRefuses, CommandLinesThatMakeNoSense) {
                              {"sample elsewhere --customers 0", 2, "--customers"},
                              {"sample elsewhere --as-of today", 2, "yyyy-mm-dd"},
                          });
-  EXPECT_EQ(Text(garage.Done("campaigns show 1"), "Campaign_Name"), QStringLiteral("Lapsed customers"));
+  EXPECT_EQ(Text(garage.Done("campaigns show 1"), "Campaign_Name"), "Lapsed customers");
 }
 
 TEST(MarketingCtlRefuses, WhatCannotBeDone) {
   const Garage garage(20);
   garage.Done("options set SMS_Server 127.0.0.1:1");
   garage.Done("query 1");
-  EXPECT_EQ(Text(garage.Done("send 1"), "nothing"), QStringLiteral("not_flagged"));
+  EXPECT_EQ(Text(garage.Done("send 1"), "nothing"), "not_flagged");
   garage.Done("campaigns new Everybody");
   garage.Done("results 1 --send-by sms=0");
   ExpectRefusals(garage, {
@@ -157,22 +140,22 @@ TEST(MarketingCtlRefuses, WhatCannotBeDone) {
   const CtlResult nameless = RunCtl(Words("--folder %1 status", {garage.Path()}));
   EXPECT_EQ(nameless.code, 1);
   EXPECT_TRUE(nameless.err.contains("--user")) << nameless.err.constData();
-  const QByteArray before = garage.Folder().Read(QStringLiteral("QBXKorvelManager.db"));
+  const QByteArray before = garage.Folder().Read("QBXKorvelManager.db");
   for (const char* command : {"sample", "init"}) {
-    const CtlResult again = RunCtl({QLatin1String(command), garage.Path()});
+    const CtlResult again = RunCtl({command, garage.Path()});
     EXPECT_EQ(again.code, 1);
     EXPECT_TRUE(again.err.contains("--replace")) << again.err.constData();
   }
-  EXPECT_EQ(garage.Folder().Read(QStringLiteral("QBXKorvelManager.db")), before);
+  EXPECT_EQ(garage.Folder().Read("QBXKorvelManager.db"), before);
   // A database is made where the program looks for it: of the edition that the INI file says, and never outside the folder.
   const TempFolder boats;
-  boats.Write(QStringLiteral("qbx.ini"), "[App]\nName=MX\n");
+  boats.Write("qbx.ini", "[App]\nName=MX\n");
   for (const char* name : {"../outside", "a;b", "master", " "}) {
     const CtlResult outside = RunCtl({"init", boats.Path(), "--json", "--database", name});
-    EXPECT_EQ(outside.Error(), QStringLiteral("invalid_name")) << name;
+    EXPECT_EQ(outside.Error(), "invalid_name") << name;
   }
   EXPECT_EQ(RunCtl({"init", boats.Path()}).code, 0);
-  EXPECT_TRUE(boats.Names().contains(QStringLiteral("QBXMarnexManager.db")));
+  EXPECT_TRUE(boats.Names().contains("QBXMarnexManager.db"));
 }
 
 TEST(MarketingCtlRefuses, TextsWithoutAgreementToTheirCredits) {
@@ -183,7 +166,7 @@ TEST(MarketingCtlRefuses, TextsWithoutAgreementToTheirCredits) {
   const QString id = garage.MakeCampaign();
   const CtlResult dear = garage.Run("send %1 --yes", {id});
   EXPECT_EQ(dear.code, 1);
-  EXPECT_EQ(dear.Error(), QStringLiteral("no_credits")) << dear.err.constData();
+  EXPECT_EQ(dear.Error(), "no_credits") << dear.err.constData();
   const SandboxProcess rich;
   garage.Use(rich);
   const CtlResult unasked = garage.Run("send %1", {id});
@@ -218,26 +201,26 @@ TEST(MarketingCtlRefuses, ToWorkOnWhatIsDamagedAndLeavesItAsItIs) {
     SCOPED_TRACE(damage.name);
     const Garage garage(20);
     if (damage.sql) garage.Sql(damage.sql);
-    if (damage.file) garage.Folder().Write(QLatin1String(damage.file), damage.bytes);
+    if (damage.file) garage.Folder().Write(damage.file, damage.bytes);
     for (const char* command : {"query 1", "send 1 --yes", "campaigns list"}) {
       const CtlResult result = garage.Run(command);
       EXPECT_EQ(result.code, 1) << command;
-      EXPECT_EQ(result.Error(), QLatin1String(damage.error)) << command;
+      EXPECT_EQ(result.Error(), damage.error) << command;
       EXPECT_TRUE(result.err.contains(damage.message)) << command << ": " << result.err.constData();
     }
     if (!damage.file) continue;
-    EXPECT_EQ(garage.Folder().Read(QLatin1String(damage.file)), damage.bytes);
+    EXPECT_EQ(garage.Folder().Read(damage.file), damage.bytes);
   }
   // What does not exist is named; nothing is asked about bringing it online.
   const TempFolder empty;
   for (const bool folderToo : {false, true}) {
-    const QString folder = folderToo ? empty.File(QStringLiteral("nowhere")) : empty.Path();
+    const QString folder = folderToo ? empty.File("nowhere") : empty.Path();
     const CtlResult nothing = RunCtl(Words("campaigns list --json --user=Pat --folder %1", {folder}));
     EXPECT_EQ(nothing.code, 1);
-    EXPECT_EQ(nothing.Error(), folderToo ? QStringLiteral("no_folder") : QStringLiteral("no_database"));
+    EXPECT_EQ(nothing.Error(), folderToo ? "no_folder" : "no_database");
     EXPECT_FALSE(nothing.err.contains("online") || !nothing.err.contains(folder.toUtf8())) << nothing.err.constData();
   }
-  EXPECT_FALSE(empty.Names().contains(QStringLiteral("QBXKorvelManager.db")));
+  EXPECT_FALSE(empty.Names().contains("QBXKorvelManager.db"));
 }
 
 TEST(MarketingCtlSecrets, AreNeverShownAndWorkAllTheSame) {
@@ -279,8 +262,7 @@ TEST(MarketingCtlSecrets, AreNeverShownAndWorkAllTheSame) {
   EXPECT_EQ(Accepted(sandbox, "texts").size(), 20U);
 
   for (const QString& name : garage.Folder().Names()) {
-    if (name.endsWith(QStringLiteral(".LOG")) || name.endsWith(QStringLiteral(".INI")))
-      shown += garage.Folder().Read(name);
+    if (name.endsWith(".LOG") || name.endsWith(".INI")) shown += garage.Folder().Read(name);
   }
   for (const QByteArray& secret :
        {QByteArray(mailSecret), QByteArray("gateway+secret"), QByteArray("gateway%2Bsecret"), marked.mid(8)}) {

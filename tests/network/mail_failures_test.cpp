@@ -16,9 +16,8 @@ const QByteArray kMessage = "Subject: x\r\n\r\nHello\r\n";
 
 MailResult SendTo(const ScriptServer& server, CurlMailTransport& transport, const QByteArray& message = kMessage,
                   bool useTls = false) {
-  const MailServer settings = {.host = QStringLiteral("127.0.0.1"), .port = server.Port(), .useTls = useTls};
-  return transport.Send(settings, {QStringLiteral("garage@example.org"), {QStringLiteral("ann@example.org")}, message},
-                        {});
+  const MailServer settings = {.host = "127.0.0.1", .port = server.Port(), .useTls = useTls};
+  return transport.Send(settings, {"garage@example.org", {"ann@example.org"}, message}, {});
 }
 
 void Answer(Peer& peer, const QByteArray& command, const QByteArray& answer) {
@@ -135,7 +134,7 @@ TEST(MailFailures, SilenceEndsInATimeOut) {
   EXPECT_EQ(early.outcome, MailOutcome::kRefused);
   EXPECT_TRUE(early.transport);
   EXPECT_FALSE(early.unreachable);
-  EXPECT_TRUE(early.error.contains(QLatin1String("did not answer in time"))) << early.error.toStdString();
+  EXPECT_TRUE(early.error.contains("did not answer in time")) << early.error.toStdString();
   ScriptServer atEnd(silent(true));
   const MailResult late = SendTo(atEnd, transport);
   EXPECT_EQ(late.outcome, MailOutcome::kUncertain);
@@ -163,7 +162,7 @@ TEST(MailFailures, NobodyWaitsForAServerThatDoesNotAnswerQuit) {
     for (int row = 0; row < 2; ++row) {
       const MailResult result = SendTo(server, transport);
       EXPECT_FALSE(result.transport || result.unreachable);
-      EXPECT_TRUE(result.error.contains(QLatin1String("550 no such user"))) << result.error.toStdString();
+      EXPECT_TRUE(result.error.contains("550 no such user")) << result.error.toStdString();
       EXPECT_TRUE(transport.Close());
       EXPECT_EQ(pumps, 0);
     }
@@ -185,7 +184,7 @@ TEST(MailFailures, NothingIsSentInTheClearWhereTlsIsAskedFor) {
     const MailResult result = SendTo(server, transport, kMessage, true);
     EXPECT_EQ(result.outcome, MailOutcome::kRefused);
     EXPECT_TRUE(result.transport && result.unreachable);
-    EXPECT_TRUE(result.error.contains(QLatin1String("No secure connection"))) << result.error.toStdString();
+    EXPECT_TRUE(result.error.contains("No secure connection")) << result.error.toStdString();
   }
   EXPECT_FALSE(heard.contains("MAIL")) << heard.toStdString();
 }
@@ -210,30 +209,8 @@ TEST(MailFailures, AServerThatDoesNotServeIsATransportFailure) {
     const MailResult result = SendTo(server, transport);
     EXPECT_EQ(result.outcome, MailOutcome::kRefused);
     EXPECT_TRUE(result.transport && result.unreachable) << c.part;
-    EXPECT_TRUE(result.error.contains(QLatin1String(c.part))) << result.error.toStdString();
+    EXPECT_TRUE(result.error.contains(c.part)) << result.error.toStdString();
   }
-}
-
-TEST(MailFailures, AnotherServerEndsTheKeptConnectionProperly) {
-  std::atomic<int> leaves = 0;
-  const auto polite = [&leaves](Peer& peer, int) {
-    Greet(peer);
-    TakeMessage(peer);
-    peer.Write("250 taken\r\n");
-    Answer(peer, "QUIT", "221 bye\r\n");
-    ++leaves;
-    EXPECT_EQ(peer.ReadToEnd(), "");
-  };
-  ScriptServer first(polite);
-  ScriptServer second(polite);
-  {
-    CurlMailTransport transport;
-    EXPECT_EQ(SendTo(first, transport).outcome, MailOutcome::kSent);
-    EXPECT_EQ(SendTo(second, transport).outcome, MailOutcome::kSent);
-    EXPECT_EQ(leaves, 1);
-  }
-  second.WaitForClosed(1);
-  EXPECT_EQ(leaves, 2);
 }
 
 TEST(SmtpDialogueTest, ALogInIsNoCommandThatItBeginsLike) {

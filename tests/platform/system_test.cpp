@@ -16,27 +16,25 @@ namespace {
 using test::TempFolder;
 
 TEST(SystemShell, AddressesGetAPrefix) {
-  EXPECT_EQ(WithHttpPrefix(QStringLiteral("www.example.org")), QStringLiteral("http://www.example.org"));
-  EXPECT_EQ(WithHttpPrefix(QStringLiteral("HTTPS://example.org")), QStringLiteral("HTTPS://example.org"));
-  EXPECT_EQ(WithHttpPrefix(QString()), QStringLiteral("http://"));
+  EXPECT_EQ(WithHttpPrefix("www.example.org"), "http://www.example.org");
+  EXPECT_EQ(WithHttpPrefix("HTTPS://example.org"), "HTTPS://example.org");
+  EXPECT_EQ(WithHttpPrefix(QString()), "http://");
 }
 
 TEST(SystemShell, RunsCommandsToTheirEnd) {
   const TempFolder folder;
   SystemShell shell;
-  EXPECT_TRUE(shell.RunHidden(
-      QStringLiteral("read line; echo \"got <$line>\"; echo done > '%1'").arg(folder.File(QStringLiteral("out")))));
-  EXPECT_EQ(folder.Read(QStringLiteral("out")), "done\n");
-  EXPECT_FALSE(shell.RunHidden(QStringLiteral("exit 3")));
-  EXPECT_FALSE(shell.RunHidden(QStringLiteral("no-such-command-here")));
+  EXPECT_TRUE(shell.RunHidden(QString("read line; echo \"got <$line>\"; echo done > '%1'").arg(folder.File("out"))));
+  EXPECT_EQ(folder.Read("out"), "done\n");
+  EXPECT_FALSE(shell.RunHidden("exit 3"));
+  EXPECT_FALSE(shell.RunHidden("no-such-command-here"));
 }
 
 TEST(SystemShell, EndsACommandThatTakesTooLongWithAllItStarted) {
   const TempFolder folder;
   SystemShell shell(200);
-  EXPECT_FALSE(
-      shell.RunHidden(QStringLiteral("sleep 600 & echo $! > '%1'; wait").arg(folder.File(QStringLiteral("pid")))));
-  const QString stat = QStringLiteral("/proc/%1/stat").arg(folder.Read(QStringLiteral("pid")).trimmed().toInt());
+  EXPECT_FALSE(shell.RunHidden(QString("sleep 600 & echo $! > '%1'; wait").arg(folder.File("pid"))));
+  const QString stat = QString("/proc/%1/stat").arg(folder.Read("pid").trimmed().toInt());
   const auto ended = [&stat] {
     QFile file(stat);
     return !file.open(QIODevice::ReadOnly) || file.readAll().contains(") Z ");
@@ -48,21 +46,19 @@ TEST(SystemShell, EndsACommandThatTakesTooLongWithAllItStarted) {
 
 TEST(SystemShell, OpensWithTheDesktopsProgram) {
   const TempFolder folder;
-  const QString opener =
-      folder.Write(QStringLiteral("bin/xdg-open"), "#!/bin/sh\necho \"$#:$1\" > '" +
-                                                       folder.File(QStringLiteral("new")).toLocal8Bit() + "'\nmv '" +
-                                                       folder.File(QStringLiteral("new")).toLocal8Bit() + "' '" +
-                                                       folder.File(QStringLiteral("opened")).toLocal8Bit() + "'\n");
+  const QString opener = folder.Write(
+      "bin/xdg-open", "#!/bin/sh\necho \"$#:$1\" > '" + folder.File("new").toLocal8Bit() + "'\nmv '" +
+                          folder.File("new").toLocal8Bit() + "' '" + folder.File("opened").toLocal8Bit() + "'\n");
   ASSERT_EQ(::chmod(QFile::encodeName(opener).constData(), 0755), 0);
   const QByteArray path = qgetenv("PATH");
-  qputenv("PATH", folder.File(QStringLiteral("bin")).toLocal8Bit() + ":" + path);
+  qputenv("PATH", folder.File("bin").toLocal8Bit() + ":" + path);
   SystemShell shell;
-  EXPECT_TRUE(shell.Open(QStringLiteral("http://example.org/a b&c")));
-  for (int tries = 0; tries < 500 && !QFile::exists(folder.File(QStringLiteral("opened"))); ++tries)
+  EXPECT_TRUE(shell.Open("http://example.org/a b&c"));
+  for (int tries = 0; tries < 500 && !QFile::exists(folder.File("opened")); ++tries)
     ::usleep(10000);
-  EXPECT_EQ(folder.Read(QStringLiteral("opened")), "1:http://example.org/a b&c\n");
-  qputenv("PATH", folder.File(QStringLiteral("nowhere")).toLocal8Bit());
-  EXPECT_FALSE(shell.Open(QStringLiteral("http://example.org")));
+  EXPECT_EQ(folder.Read("opened"), "1:http://example.org/a b&c\n");
+  qputenv("PATH", folder.File("nowhere").toLocal8Bit());
+  EXPECT_FALSE(shell.Open("http://example.org"));
   qputenv("PATH", path);
 }
 

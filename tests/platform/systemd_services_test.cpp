@@ -35,23 +35,21 @@ class Companion {
 // One test, since the library behind the bus reads the bus's address once a process.
 TEST(SystemdServices, AsksAndSteersUnits) {
   const TempFolder folder;
-  const QString address = QStringLiteral("unix:path=%1/bus").arg(folder.Path().replace(u' ', QLatin1String("%20")));
+  const QString address = QString("unix:path=%1/bus").arg(folder.Path().replace(u' ', "%20"));
   qputenv("DBUS_SYSTEM_BUS_ADDRESS", address.toLocal8Bit());
-  const Companion daemon(QStringLiteral("dbus-daemon"),
-                         {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address"),
-                          QStringLiteral("--address=") + address});
-  const auto unitOf = [](const QString& service) {
-    if (service == QLatin1String("ENGINE$GARAGE")) return QStringLiteral("engine@garage");
+  const Companion daemon("dbus-daemon", {"--session", "--nofork", "--print-address", QString("--address=") + address});
+  const auto unitOf = [](const QString& service) -> QString {
+    if (service == "ENGINE$GARAGE") return "engine@garage";
     return service.contains(u'$') ? QString() : service;
   };
   SystemdServices services(unitOf);
   EXPECT_FALSE(services.Available());
-  EXPECT_FALSE(services.Exists(QStringLiteral("running")));
+  EXPECT_FALSE(services.Exists("running"));
   QString error;
-  EXPECT_FALSE(services.FindByListing(QStringLiteral("running"), &error).has_value());
+  EXPECT_FALSE(services.FindByListing("running", &error).has_value());
   EXPECT_FALSE(error.isEmpty());
 
-  const Companion systemd(QStringLiteral("/usr/bin/python3"), {QStringLiteral(QBX_TEST_FOLDER "/mock_systemd.py")});
+  const Companion systemd("/usr/bin/python3", {QStringLiteral(QBX_TEST_FOLDER "/mock_systemd.py")});
   EXPECT_TRUE(services.Available());
   struct Case {
     const char* service;
@@ -67,14 +65,12 @@ TEST(SystemdServices, AsksAndSteersUnits) {
                         {"ENGINE$OTHER", std::nullopt},
                         {"unheard of", std::nullopt}};
   for (const Case& c : cases) {
-    const QString service = QString::fromLatin1(c.service);
+    const QString service = c.service;
     EXPECT_EQ(services.State(service), c.state) << c.service;
     EXPECT_EQ(services.Exists(service), c.state.has_value()) << c.service;
     EXPECT_EQ(services.FindByListing(service, &error), c.state.has_value()) << c.service;
   }
-  const auto request = [&](const char* service, ServiceAction action) {
-    return services.Request(QString::fromLatin1(service), action);
-  };
+  const auto request = [&](const char* service, ServiceAction action) { return services.Request(service, action); };
   EXPECT_FALSE(request("running", ServiceAction::kStart)) << "it runs already";
   EXPECT_FALSE(request("stopped", ServiceAction::kStop)) << "it is stopped already";
   EXPECT_FALSE(request("running", ServiceAction::kPause));
@@ -82,9 +78,9 @@ TEST(SystemdServices, AsksAndSteersUnits) {
   EXPECT_FALSE(request("unheard of", ServiceAction::kStart));
   EXPECT_FALSE(request("failed", ServiceAction::kStart)) << "systemd refuses";
   EXPECT_TRUE(request("ENGINE$GARAGE", ServiceAction::kStart));
-  EXPECT_EQ(services.State(QStringLiteral("ENGINE$GARAGE")), ServiceState::kRunning);
+  EXPECT_EQ(services.State("ENGINE$GARAGE"), ServiceState::kRunning);
   EXPECT_TRUE(request("running", ServiceAction::kStop));
-  EXPECT_EQ(services.State(QStringLiteral("running")), ServiceState::kStopped);
+  EXPECT_EQ(services.State("running"), ServiceState::kStopped);
 }
 
 }  // namespace

@@ -108,7 +108,7 @@ TEST_F(QueryRun, AFailureBetweenThePassesLeavesEverythingAsItWas) {
   EXPECT_THAT(records_, ElementsAre("Records found: 6", "Records found: 6"));
   ASSERT_EQ(host_.ui.Messages().size(), 1U);
   EXPECT_TRUE(host_.ui.MessageTexts()[0].startsWith("An unexpected error occured."));
-  EXPECT_TRUE(QString::fromUtf8(host_.folder.Read("MARKETING.LOG")).contains("(in ProcessQuery)"));
+  EXPECT_TRUE(host_.Log().contains("(in ProcessQuery)"));
   EXPECT_FALSE(host_.ui.StatusVisible());
   EXPECT_FALSE(host_.ui.Busy());
 }

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <thread>
 
 #include "platform/safe_file.h"
@@ -23,33 +22,32 @@ QString TextOf(RegistryStore& store, RegistryHive hive, const QString& key, cons
   QString error;
   const auto values = store.Values(hive, key, &error);
   EXPECT_EQ(error, QString());
-  if (!values) return QStringLiteral("(no key)");
+  if (!values) return "(no key)";
   for (const RegistryValue& value : *values) {
     if (value.name == name) return value.data;
   }
-  return QStringLiteral("(no value)");
+  return "(no value)";
 }
 
 TEST(FileRegistryStore, KeepsEveryKindOfValue) {
   const TempFolder folder;
-  const QString key = QStringLiteral("Garage");
+  const QString key = "Garage";
   const std::vector<RegistryValue> values = {
-      {QString(), RegistryType::kText, QStringLiteral("default")},
-      {QStringLiteral("Quotes \"and\" \\"), RegistryType::kText,
-       QStringLiteral("C:\\new \"x\"\r\nsecond\rthird\nfourth\t; [x] ü€😀")},
-      {QStringLiteral("Empty"), RegistryType::kText, QString(QLatin1String(""))},
-      {QStringLiteral("Number"), RegistryType::kNumber, QStringLiteral("4294967295")},
-      {QStringLiteral("Bytes"), RegistryType::kBinary, QStringLiteral("00ff7e")},
-      {QStringLiteral("No bytes"), RegistryType::kBinary, QString(QLatin1String(""))},
+      {QString(), RegistryType::kText, "default"},
+      {"Quotes \"and\" \\", RegistryType::kText, "C:\\new \"x\"\r\nsecond\rthird\nfourth\t; [x] ü€😀"},
+      {"Empty", RegistryType::kText, QString("")},
+      {"Number", RegistryType::kNumber, "4294967295"},
+      {"Bytes", RegistryType::kBinary, "00ff7e"},
+      {"No bytes", RegistryType::kBinary, QString("")},
   };
-  FileRegistryStore store(folder.File(QStringLiteral("made by the store")));
+  FileRegistryStore store(folder.File("made by the store"));
   for (const RegistryHive hive : {kMachine, kUser}) {
     EXPECT_FALSE(store.KeyExists(hive, key));
     ASSERT_EQ(store.CreateKey(hive, key), QString());
     for (const RegistryValue& value : values)
       EXPECT_EQ(store.SetValue(hive, key, value), QString());
   }
-  FileRegistryStore other(folder.File(QStringLiteral("made by the store")));
+  FileRegistryStore other(folder.File("made by the store"));
   for (const RegistryHive hive : {kMachine, kUser}) {
     QString error;
     const auto read = other.Values(hive, key, &error);
@@ -66,60 +64,48 @@ TEST(FileRegistryStore, KeepsEveryKindOfValue) {
 TEST(FileRegistryStore, KeysFollowTheRulesOfARegistry) {
   const TempFolder folder;
   FileRegistryStore store(folder.Path());
-  EXPECT_NE(store.CreateKey(kUser, QStringLiteral("A\\B")), QString()) << "the parent is missing";
+  EXPECT_NE(store.CreateKey(kUser, "A\\B"), QString()) << "the parent is missing";
   for (const char* key : {"A", "A\\Zebra", "A\\apple", "A\\Zebra\\x"})
-    EXPECT_EQ(store.CreateKey(kUser, QString::fromLatin1(key)), QString());
-  EXPECT_EQ(store.CreateKey(kUser, QStringLiteral("a\\ZEBRA")), QString()) << "it is there already";
-  EXPECT_THAT(store.SubKeys(kUser, QStringLiteral("a")), ElementsAre(QStringLiteral("Zebra"), QStringLiteral("apple")));
-  EXPECT_NE(store.DeleteKey(kUser, QStringLiteral("A\\Zebra")), QString()) << "it has a key below it";
-  EXPECT_EQ(store.DeleteKey(kUser, QStringLiteral("A\\ZEBRA\\X")), QString());
-  EXPECT_EQ(store.DeleteKey(kUser, QStringLiteral("A\\Zebra")), QString());
-  EXPECT_THAT(store.SubKeys(kUser, QStringLiteral("A")), ElementsAre(QStringLiteral("apple")));
-  EXPECT_NE(store.DeleteKey(kUser, QStringLiteral("A\\Zebra")), QString());
+    EXPECT_EQ(store.CreateKey(kUser, key), QString());
+  EXPECT_EQ(store.CreateKey(kUser, "a\\ZEBRA"), QString()) << "it is there already";
+  EXPECT_THAT(store.SubKeys(kUser, "a"), ElementsAre("Zebra", "apple"));
+  EXPECT_NE(store.DeleteKey(kUser, "A\\Zebra"), QString()) << "it has a key below it";
+  EXPECT_EQ(store.DeleteKey(kUser, "A\\ZEBRA\\X"), QString());
+  EXPECT_EQ(store.DeleteKey(kUser, "A\\Zebra"), QString());
+  EXPECT_THAT(store.SubKeys(kUser, "A"), ElementsAre("apple"));
+  EXPECT_NE(store.DeleteKey(kUser, "A\\Zebra"), QString());
 
-  EXPECT_EQ(
-      store.SetValue(kUser, QStringLiteral("A"), {QStringLiteral("Name"), RegistryType::kText, QStringLiteral("1")}),
-      QString());
-  EXPECT_EQ(
-      store.SetValue(kUser, QStringLiteral("A"), {QStringLiteral("NAME"), RegistryType::kText, QStringLiteral("2")}),
-      QString());
-  EXPECT_EQ(TextOf(store, kUser, QStringLiteral("A"), QStringLiteral("Name")), QStringLiteral("2"));
-  EXPECT_NE(store.SetValue(kUser, QStringLiteral("Nowhere"), {QStringLiteral("Name"), RegistryType::kText, {}}),
-            QString());
-  EXPECT_EQ(store.DeleteValue(kUser, QStringLiteral("A"), QStringLiteral("nAME")), QString());
-  EXPECT_NE(store.DeleteValue(kUser, QStringLiteral("A"), QStringLiteral("Name")), QString());
+  EXPECT_EQ(store.SetValue(kUser, "A", {"Name", RegistryType::kText, "1"}), QString());
+  EXPECT_EQ(store.SetValue(kUser, "A", {"NAME", RegistryType::kText, "2"}), QString());
+  EXPECT_EQ(TextOf(store, kUser, "A", "Name"), "2");
+  EXPECT_NE(store.SetValue(kUser, "Nowhere", {"Name", RegistryType::kText, {}}), QString());
+  EXPECT_EQ(store.DeleteValue(kUser, "A", "nAME"), QString());
+  EXPECT_NE(store.DeleteValue(kUser, "A", "Name"), QString());
 
-  const QByteArray before = folder.Read(QStringLiteral("user.reg"));
-  EXPECT_NE(store.CreateKey(kUser, QStringLiteral("A\\two\nlines")), QString());
-  EXPECT_NE(
-      store.SetValue(kUser, QStringLiteral("A"), {QStringLiteral("N"), RegistryType::kNumber, QStringLiteral("-1")}),
-      QString());
-  EXPECT_NE(
-      store.SetValue(kUser, QStringLiteral("A"), {QStringLiteral("N"), RegistryType::kBinary, QStringLiteral("0")}),
-      QString());
-  EXPECT_NE(store.SetValue(kUser, QStringLiteral("A"), {QStringLiteral("N"), RegistryType::kText, QString(QChar(0))}),
-            QString());
-  EXPECT_EQ(folder.Read(QStringLiteral("user.reg")), before);
+  const QByteArray before = folder.Read("user.reg");
+  EXPECT_NE(store.CreateKey(kUser, "A\\two\nlines"), QString());
+  EXPECT_NE(store.SetValue(kUser, "A", {"N", RegistryType::kNumber, "-1"}), QString());
+  EXPECT_NE(store.SetValue(kUser, "A", {"N", RegistryType::kBinary, "0"}), QString());
+  EXPECT_NE(store.SetValue(kUser, "A", {"N", RegistryType::kText, QString(QChar(0))}), QString());
+  EXPECT_EQ(folder.Read("user.reg"), before);
 }
 
 TEST(FileRegistryStore, ReadsAndKeepsWhatOthersWrote) {
   const TempFolder folder;
-  folder.Write(QStringLiteral("machine.reg"),
-               QByteArray(kHeader).replace("\n", "\r\n") +
-                   "; our garage\r\n\r\n[hkey_local_machine\\SOFTWARE\\Korvel "
-                   "Manager\\Login]\r\n\"Server\"=\"PC\\\\SQL\"\r\n; do not touch\r\n"
-                   "\"Retries\"=dword:0000000a\r\n\"Path\"=hex(2):25,00,\\\r\n  "
-                   "41,00,00,00\r\n\"Multi\"=hex(7):61,00,00,00\r\n\"Two\"=\"a\r\nb\"\r\n@=\"d\"\r\n");
+  folder.Write("machine.reg", QByteArray(kHeader).replace("\n", "\r\n") +
+                                  "; our garage\r\n\r\n[hkey_local_machine\\SOFTWARE\\Korvel "
+                                  "Manager\\Login]\r\n\"Server\"=\"PC\\\\SQL\"\r\n; do not touch\r\n"
+                                  "\"Retries\"=dword:0000000a\r\n\"Path\"=hex(2):25,00,\\\r\n  "
+                                  "41,00,00,00\r\n\"Multi\"=hex(7):61,00,00,00\r\n\"Two\"=\"a\r\nb\"\r\n@=\"d\"\r\n");
   FileRegistryStore store(folder.Path());
-  const QString key = QStringLiteral("Software\\Korvel Manager\\Login");
-  EXPECT_EQ(TextOf(store, kMachine, key, QStringLiteral("Server")), QStringLiteral("PC\\SQL"));
-  EXPECT_EQ(TextOf(store, kMachine, key, QStringLiteral("Retries")), QStringLiteral("10"));
-  EXPECT_EQ(TextOf(store, kMachine, key, QStringLiteral("Path")), QStringLiteral("%A"));
-  EXPECT_EQ(TextOf(store, kMachine, key, QStringLiteral("Two")), QStringLiteral("a\r\nb"));
-  EXPECT_EQ(TextOf(store, kMachine, key, QString()), QStringLiteral("d"));
-  ASSERT_EQ(store.SetValue(kMachine, key, {QStringLiteral("Server"), RegistryType::kText, QStringLiteral("new")}),
-            QString());
-  EXPECT_EQ(folder.Read(QStringLiteral("machine.reg")),
+  const QString key = "Software\\Korvel Manager\\Login";
+  EXPECT_EQ(TextOf(store, kMachine, key, "Server"), "PC\\SQL");
+  EXPECT_EQ(TextOf(store, kMachine, key, "Retries"), "10");
+  EXPECT_EQ(TextOf(store, kMachine, key, "Path"), "%A");
+  EXPECT_EQ(TextOf(store, kMachine, key, "Two"), "a\r\nb");
+  EXPECT_EQ(TextOf(store, kMachine, key, QString()), "d");
+  ASSERT_EQ(store.SetValue(kMachine, key, {"Server", RegistryType::kText, "new"}), QString());
+  EXPECT_EQ(folder.Read("machine.reg"),
             QByteArray(kHeader) +
                 "; our garage\n\n[HKEY_LOCAL_MACHINE\\SOFTWARE]\n\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Korvel Manager]\n\n"
                 "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Korvel Manager\\Login]\n; do not "
@@ -147,44 +133,43 @@ TEST(FileRegistryStore, ADamagedFileIsNeverWrittenOver) {
   FileRegistryStore store(folder.Path());
   for (const Case& c : cases) {
     const QByteArray damaged = kHeader + c.body;
-    folder.Write(QStringLiteral("machine.reg"), damaged);
+    folder.Write("machine.reg", damaged);
     QString error;
-    EXPECT_FALSE(store.Values(kMachine, QStringLiteral("A"), &error).has_value()) << c.body.toStdString();
-    EXPECT_TRUE(error.contains(QStringLiteral("line %1:").arg(c.line))) << error.toStdString();
-    EXPECT_FALSE(store.KeyExists(kMachine, QStringLiteral("A")));
-    EXPECT_EQ(store.SetValue(kMachine, QString(), {QStringLiteral("x"), RegistryType::kText, {}}), error);
-    EXPECT_EQ(folder.Read(QStringLiteral("machine.reg")), damaged);
+    EXPECT_FALSE(store.Values(kMachine, "A", &error).has_value()) << c.body.toStdString();
+    EXPECT_TRUE(error.contains(QString("line %1:").arg(c.line))) << error.toStdString();
+    EXPECT_FALSE(store.KeyExists(kMachine, "A"));
+    EXPECT_EQ(store.SetValue(kMachine, QString(), {"x", RegistryType::kText, {}}), error);
+    EXPECT_EQ(folder.Read("machine.reg"), damaged);
   }
-  folder.Write(QStringLiteral("machine.reg"), QByteArray(kHeader) + "[HKEY_LOCAL_MACHINE\\A]\n\"x\"=\"mended\"\n");
-  EXPECT_EQ(TextOf(store, kMachine, QStringLiteral("A"), QStringLiteral("x")), QStringLiteral("mended"));
+  folder.Write("machine.reg", QByteArray(kHeader) + "[HKEY_LOCAL_MACHINE\\A]\n\"x\"=\"mended\"\n");
+  EXPECT_EQ(TextOf(store, kMachine, "A", "x"), "mended");
 }
 
 TEST(FileRegistryStore, WritersAtTheSameTimeLoseNothing) {
   const TempFolder folder;
   const auto write = [&folder](const QString& name) {
     FileRegistryStore store(folder.Path(), 60000);
-    EXPECT_EQ(store.CreateKey(kUser, QStringLiteral("K")), QString());
+    EXPECT_EQ(store.CreateKey(kUser, "K"), QString());
     for (int number = 0; number < 20; ++number) {
-      EXPECT_EQ(store.SetValue(kUser, QStringLiteral("K"), {name + QString::number(number), RegistryType::kText, {}}),
-                QString());
+      EXPECT_EQ(store.SetValue(kUser, "K", {name + QString::number(number), RegistryType::kText, {}}), QString());
     }
   };
-  std::thread other([&write] { write(QStringLiteral("b")); });
-  write(QStringLiteral("a"));
+  std::thread other([&write] { write("b"); });
+  write("a");
   other.join();
   FileRegistryStore store(folder.Path());
   QString error;
-  EXPECT_EQ(store.Values(kUser, QStringLiteral("K"), &error)->size(), 40U);
-  EXPECT_THAT(folder.Names(), ElementsAre(QStringLiteral("user.reg"), QStringLiteral("user.reg.lock")));
+  EXPECT_EQ(store.Values(kUser, "K", &error)->size(), 40U);
+  EXPECT_THAT(folder.Names(), ElementsAre("user.reg", "user.reg.lock"));
 }
 
 TEST(FileRegistryStore, AHeldLockIsReported) {
   const TempFolder folder;
-  const FileLock lock(folder.File(QStringLiteral("user.reg.lock")), 0);
+  const FileLock lock(folder.File("user.reg.lock"), 0);
   ASSERT_TRUE(lock.Locked());
   FileRegistryStore store(folder.Path(), 20);
-  EXPECT_NE(store.CreateKey(kUser, QStringLiteral("K")), QString());
-  EXPECT_EQ(store.CreateKey(kMachine, QStringLiteral("K")), QString());
+  EXPECT_NE(store.CreateKey(kUser, "K"), QString());
+  EXPECT_EQ(store.CreateKey(kMachine, "K"), QString());
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ class Damage {
  public:
   explicit Damage(unsigned seed) : random_(seed) {
     const QDir folder(QStringLiteral(QBX_DEFINITIONS));
-    for (const QString& name : folder.entryList({QStringLiteral("*.rpt")})) {
+    for (const QString& name : folder.entryList({"*.rpt"})) {
       QFile file(folder.filePath(name));
       if (file.open(QIODevice::ReadOnly)) whole_ += file.readAll();
     }
@@ -83,13 +83,14 @@ TEST(DefinitionFuzzTest, DamagedDefinitionsAreRefusedOrLaidOut) {
   Damage damage(static_cast<unsigned>(qEnvironmentVariableIntValue("QBX_REPORT_FUZZ_SEED")));
   const TempFolder folder;
   HeldRows rows;
-  HeldRows::Table& table = rows.tables[u"SELECT"_qs] = {{u"LetterID"_qs, u"Letter"_qs, u"NameAddress"_qs}, {}};
+  HeldRows::Table& table = rows.tables["SELECT"] = {{"LetterID", "Letter", "NameAddress"}, {}};
   for (int i = 0; i < 5; ++i)
-    table.rows.push_back(
-        {Value(i), Value(u"{\\rtf1 "_qs + u"a line\\par "_qs.repeated(60 * i) + u"}"_qs), Value(u"A\nB"_qs)});
+    table.rows.push_back({Value(i),
+                          Value(QString("{\\rtf1 ") + QString("a line\\par ").repeated(qsizetype{60} * i) + "}"),
+                          Value(QString("A\nB"))});
   int read = 0;
   for (int round = 0; round < (given ? rounds : 200); ++round) {
-    const QString path = folder.Write(u"test.rpt"_qs, damage.Definition());
+    const QString path = folder.Write("test.rpt", damage.Definition());
     try {
       const Report report = Report::Open(path);
       const auto pager = report.LayOut(rows);

@@ -56,8 +56,7 @@ class TestReport {
  public:
   /// \param inside  what stands in the report element, without its page
   explicit TestReport(const QByteArray& inside, const QByteArray& page = "<page paper='A4'/>")
-      : report(Report::Open(
-            folder_.Write(QStringLiteral("test.rpt"), "<report version='1'>" + page + inside + "</report>"))) {}
+      : report(Report::Open(folder_.Write("test.rpt", "<report version='1'>" + page + inside + "</report>"))) {}
 
   /// The texts of each page from the top, as "text" or, with places, "text@y" in whole millimetres.
   /// \param pages  as PaintPage has it
@@ -69,7 +68,7 @@ class TestReport {
       std::ranges::stable_sort(page->objects, {}, [](const PlacedObject& placed) { return placed.frame.top(); });
       QStringList texts;
       for (const PlacedObject& placed : page->objects)
-        texts += places ? QStringLiteral("%1@%2").arg(ShownText(placed, pages)).arg(Millimetres(placed.frame.top()))
+        texts += places ? QString("%1@%2").arg(ShownText(placed, pages)).arg(Millimetres(placed.frame.top()))
                         : ShownText(placed, pages);
       all += texts.join(u'|');
     }
@@ -78,11 +77,10 @@ class TestReport {
 
   /// What pdftotext reads in the report's PDF. \param options  such as "-bbox"
   QString PdfText(const QStringList& options) {
-    const QString pdf = folder_.File(QStringLiteral("test.pdf"));
-    EXPECT_TRUE(ExportPdf(report, report.LayOut(rows), pdf, {.title = QStringLiteral("Test")},
-                          [](const ReportPage&) { return true; }));
+    const QString pdf = folder_.File("test.pdf");
+    EXPECT_TRUE(ExportPdf(report, report.LayOut(rows), pdf, {.title = "Test"}, [](const ReportPage&) { return true; }));
     QProcess process;
-    process.start(QStringLiteral("pdftotext"), options + QStringList{pdf, QStringLiteral("-")});
+    process.start("pdftotext", options + QStringList{pdf, "-"});
     EXPECT_TRUE(process.waitForFinished()) << "pdftotext (poppler-utils) is missing";
     return QString::fromUtf8(process.readAllStandardOutput());
   }

@@ -19,7 +19,7 @@ std::vector<std::vector<Word>> WordsOf(const QString& boxes) {
   static const QRegularExpression word(
       QStringLiteral(R"re(<word xMin="(\S+)" yMin="(\S+)" xMax="(\S+)" yMax="(\S+)">([^<]*)</word>)re"));
   std::vector<std::vector<Word>> pages;
-  for (const QString& page : boxes.split(QStringLiteral("<page ")).mid(1)) {
+  for (const QString& page : boxes.split("<page ").mid(1)) {
     std::vector<Word>& words = pages.emplace_back();
     for (auto found = word.globalMatch(page); found.hasNext();) {
       const auto match = found.next();
@@ -34,20 +34,20 @@ TEST(MarketingLetter, OnlyTheAddressStandsInTheWindow) {
   const TempFolder folder;
   TestReport test("");
   test.report = Report::Open(QStringLiteral(QBX_DEFINITIONS "/MarketingLetter.rpt"));
-  const QString lines = QStringLiteral("\"A long line of the garage's own\"").replace(u' ', u'-');
+  const QString lines = QString("\"A long line of the garage's own\"").replace(u' ', u'-');
   for (const char* formula : {"{@CompanyName}", "{@CompanyAddress}", "{@CompanyRegistrationDetails}"})
-    test.report.SetFormulaText(QLatin1String(formula), QStringList(6, lines).join(QStringLiteral(" + Chr(10) + ")));
-  HeldRows::Table& letters = test.rows.tables[u"Letters"_qs] = {{u"LetterID"_qs, u"NameAddress"_qs, u"Letter"_qs}, {}};
-  const QString body = u"{\\rtf1 "_qs + u"Dear Sir, a word \\par "_qs.repeated(90) + u"}"_qs;
+    test.report.SetFormulaText(formula, QStringList(6, lines).join(" + Chr(10) + "));
+  HeldRows::Table& letters = test.rows.tables["Letters"] = {{"LetterID", "NameAddress", "Letter"}, {}};
+  const QString body = QString("{\\rtf1 ") + QString("Dear Sir, a word \\par ").repeated(90) + "}";
   for (int count = 1; count <= 7; ++count) {
-    QString address = u"\r\n"_qs;
+    QString address = "\r\n";
     for (int i = 1; i <= count; ++i)
-      address += QStringLiteral("@Line%1 Westminster Business Park,\r\n\r\n").arg(i);
-    letters.rows.push_back({Value(count), Value(address), Value(count == 1 ? body : u"{\\rtf1 Hello}"_qs)});
+      address += QString("@Line%1 Westminster Business Park,\r\n\r\n").arg(i);
+    letters.rows.push_back({Value(count), Value(address), Value(count == 1 ? body : "{\\rtf1 Hello}")});
   }
   const QRectF window(20, 57, 80, 24);
   const QRectF around = window.adjusted(-5, -5, 5, 5);
-  const auto pages = WordsOf(test.PdfText({u"-bbox"_qs}));
+  const auto pages = WordsOf(test.PdfText({"-bbox"}));
   ASSERT_EQ(pages.size(), 9U) << "the first letter has three pages, each other one page";
   for (size_t number = 0; number < pages.size(); ++number) {
     const int expected = number == 0 ? 1 : number < 3 ? 0 : static_cast<int>(number) - 1;

@@ -29,16 +29,16 @@ QByteArray Nested(int levels) {
 QByteArray Chain(int formulas) {
   QByteArray chain = "<formula name='@0'>''</formula>";
   for (int i = 1; i < formulas; ++i)
-    chain += QStringLiteral("<formula name='@%1'>{@%2}+{@%2}</formula>").arg(i).arg(i - 1).toUtf8();
+    chain += QString("<formula name='@%1'>{@%2}+{@%2}</formula>").arg(i).arg(i - 1).toUtf8();
   return chain;
 }
 
 TEST(RefusedDefinitions, AreNamedWithTheirPlace) {
   const TempFolder folder;
-  folder.Write(QStringLiteral("secret.ppm"), "P6 1 1 255\nabc");
-  folder.Write(QStringLiteral("reports/large.ppm"), "P6 9000 9000 255\nabc");
-  folder.Write(QStringLiteral("reports/text.png"), "no picture");
-  QFile::link(folder.File(QStringLiteral("secret.ppm")), folder.File(QStringLiteral("reports/link.ppm")));
+  folder.Write("secret.ppm", "P6 1 1 255\nabc");
+  folder.Write("reports/large.ppm", "P6 9000 9000 255\nabc");
+  folder.Write("reports/text.png", "no picture");
+  QFile::link(folder.File("secret.ppm"), folder.File("reports/link.ppm"));
   const auto image = [](const QByteArray& file) {
     return WithLine5("<detail height='5'><image x='0' y='0' width='5' height='5' file='" + file + "'/></detail>");
   };
@@ -94,15 +94,14 @@ TEST(RefusedDefinitions, AreNamedWithTheirPlace) {
       {WithLine5("<!--" + QByteArray(kMaxDefinitionBytes, 'x') + "-->"), 0, "too large"},
   };
   for (const Row& row : table) {
-    const QString path = folder.Write(QStringLiteral("reports/test.rpt"), row.xml);
+    const QString path = folder.Write("reports/test.rpt", row.xml);
     try {
       static_cast<void>(LoadDefinition(path));
       ADD_FAILURE() << row.xml.left(300).constData();
     } catch (const ReportError& error) {
       EXPECT_EQ(error.line, row.line) << row.xml.left(300).constData();
       EXPECT_TRUE(error.Description().startsWith(u"test.rpt")) << error.Description().toStdString();
-      EXPECT_TRUE(error.text.contains(QLatin1String(row.says)))
-          << row.xml.left(300).constData() << ": " << error.text.toStdString();
+      EXPECT_TRUE(error.text.contains(row.says)) << row.xml.left(300).constData() << ": " << error.text.toStdString();
     }
   }
 }

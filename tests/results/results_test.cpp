@@ -1,9 +1,8 @@
-// Rows, counters and flags of a campaign.
+// Rows and counters of a campaign.
 
 #include <gmock/gmock.h>
 
 #include "results/counters.h"
-#include "results/flags.h"
 #include "results/results_view.h"
 #include "settings/options.h"
 #include "settings/startup_values.h"
@@ -34,7 +33,6 @@ class ResultRows : public testing::Test {
   test::EmbeddedHost host_;
   Counters counters_{host_.statements, host_.diagnostics};
   ResultsView view_{host_.statements, counters_, host_.diagnostics};
-  ResultFlags flags_{host_.statements, view_, host_.diagnostics};
 };
 
 TEST_F(ResultRows, DisplayReadsTheCampaignsRowsAndCounters) {
@@ -68,53 +66,6 @@ TEST_F(ResultRows, AFailureKeepsTheCampaignsRowsAndGivesUpAnothers) {
   EXPECT_EQ(view_.CampaignId(), 6);
   EXPECT_EQ(counters_.Values().sms, 2);
   EXPECT_EQ(host_.ui.Messages().size(), 4U);
-}
-
-TEST_F(ResultRows, ALostConnectionIsOpenedAgain) {
-  host_.engine.BreakSessions();
-  EXPECT_TRUE(view_.DisplayResults(5));
-  host_.engine.BreakSessions();
-  EXPECT_TRUE(view_.RefreshResults());
-  EXPECT_TRUE(host_.ui.Messages().empty());
-}
-
-TEST_F(ResultRows, ClickingASendFlagFlipsItAndTheCounters) {
-  ASSERT_TRUE(view_.DisplayResults(5));
-  int refreshes = 0;
-  view_.OnRefresh([&refreshes](const std::function<void()>& requery) {
-    ++refreshes;
-    requery();
-  });
-  flags_.ClickCell("send_sms", 13);
-  EXPECT_EQ(counters_.Values().sms, 3);
-  view_.Rows().MoveTo(2);
-  EXPECT_TRUE(view_.Rows().Field("Send_SMS").ToBool());
-  flags_.ClickCell("Send_Letter", 13);
-  EXPECT_EQ(counters_.Values().letters, 0);
-  EXPECT_EQ(refreshes, 2);
-
-  flags_.ClickCell("Lastname", 13);
-  flags_.ClickCell("Send_SMS", 0);
-  EXPECT_EQ(refreshes, 2);
-  EXPECT_FALSE(host_.ui.Busy());
-}
-
-TEST_F(ResultRows, ProcessedIsAskedForUntilTheFirstYes) {
-  ASSERT_TRUE(view_.DisplayResults(5));
-  const QString processed = "SELECT Processed FROM [Campaign Results] WHERE RecordID = 12";
-  host_.ui.Answer("Do you want to adjust the Processed flags?", MessageAnswer::kNo);
-  flags_.ClickCell("Processed", 12);
-  EXPECT_FALSE(host_.Ask(processed).ToBool());
-
-  host_.ui.Answer("Do you want to adjust the Processed flags?", MessageAnswer::kYes);
-  flags_.ClickCell("Processed", 12);
-  EXPECT_TRUE(host_.Ask(processed).ToBool());
-  EXPECT_EQ(host_.ui.Messages().back().question, Question::kChangeProcessedFlags);
-  EXPECT_EQ(counters_.Values().emailsSent, 1);
-
-  flags_.ClickCell("Processed", 12);
-  EXPECT_FALSE(host_.Ask(processed).ToBool());
-  EXPECT_EQ(host_.ui.Messages().size(), 2U);
 }
 
 }  // namespace

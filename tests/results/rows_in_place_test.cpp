@@ -1,5 +1,7 @@
 // Rows that were changed are put into what is shown: the same as reading all again.
 
+#include <numeric>
+
 #include "results/results_view.h"
 #include "support/embedded_host.h"
 
@@ -39,7 +41,7 @@ TEST(RowsInPlace, AreWhatReadingAllAgainGives) {
   const auto same = [&](const std::vector<qint64>& changed, const QString& sql) {
     for (const RowKind kind : {RowKind::kAll, RowKind::kText, RowKind::kInDoubt, RowKind::kSameMobile}) {
       for (const char* sorted : {"", "Send_SMS", "Lastname", "Processed_Date"}) {
-        const int column = view.Rows().ColumnIndex(QLatin1String(sorted));
+        const int column = view.Rows().ColumnIndex(sorted);
         view.Rows().Filter(view.Kinds().Filter(kind, view.Rows()));
         view.Rows().Sort(column, true);
         host.Run(sql);
@@ -53,9 +55,8 @@ TEST(RowsInPlace, AreWhatReadingAllAgainGives) {
   };
   same({7}, "UPDATE [Campaign Results] SET Send_SMS = 1 - Send_SMS WHERE RecordID = 7");
   same({3, 8}, "UPDATE [Campaign Results] SET Processed = 1 - Processed WHERE RecordID IN (3, 8)");
-  std::vector<qint64> many;
-  for (qint64 key = 100; key < 500; ++key)
-    many.push_back(key);
+  std::vector<qint64> many(400);
+  std::iota(many.begin(), many.end(), 100);
   same(many,
        "UPDATE [Campaign Results] SET Send_SMS = 1 - Send_SMS, Send_Letter = 1 WHERE RecordID BETWEEN 100 AND 499");
   same({3, 4, 250, 9999}, "DELETE FROM [Campaign Results] WHERE RecordID IN (3, 4, 250)");

@@ -27,28 +27,27 @@ TEST(Editions, AreFoundByFilesInAnyCase) {
   for (const FilesCase& c : cases) {
     TempFolder folder;
     for (const char* file : c.files)
-      folder.Write(QString::fromLatin1(file), "");
+      folder.Write(file, "");
     EXPECT_EQ(DetectEdition(folder.Path()), c.expected) << testing::PrintToString(c.files);
   }
-  EXPECT_EQ(DetectEdition(QStringLiteral("/no/such/folder")), EditionFlags());
+  EXPECT_EQ(DetectEdition("/no/such/folder"), EditionFlags());
 }
 
 TEST(Editions, TheIniCodeOnlyTurnsFlagsOn) {
   EditionFlags edition = {.boat = true};
-  ApplyEditionCode(edition, QStringLiteral("KO"));
+  ApplyEditionCode(edition, "KO");
   EXPECT_EQ(edition, (EditionFlags{.boat = true}));
-  ApplyEditionCode(edition, QStringLiteral(" ho "));
+  ApplyEditionCode(edition, " ho ");
   EXPECT_EQ(edition, (EditionFlags{.truck = true, .boat = true}));
 }
 
 TEST(Editions, TheLastEditionThatAppliesGivesTheNames) {
-  const EditionNames both =
-      EditionNamesFor({.truck = true, .boat = true}, QStringLiteral("TWO"), QStringLiteral("_North"));
-  EXPECT_EQ(both.productKey, QStringLiteral("SOFTWARE\\QBX Marnex Manager TWO\\"));
-  EXPECT_EQ(both.databaseName, QStringLiteral("QBXMarnexManager_North"));
+  const EditionNames both = EditionNamesFor({.truck = true, .boat = true}, "TWO", "_North");
+  EXPECT_EQ(both.productKey, "SOFTWARE\\QBX Marnex Manager TWO\\");
+  EXPECT_EQ(both.databaseName, "QBXMarnexManager_North");
   const EditionNames garage = EditionNamesFor({}, {}, {});
-  EXPECT_EQ(garage.productKey, QStringLiteral("SOFTWARE\\Korvel Manager\\"));
-  EXPECT_EQ(garage.databaseName, QStringLiteral("QBXKorvelManager"));
+  EXPECT_EQ(garage.productKey, "SOFTWARE\\Korvel Manager\\");
+  EXPECT_EQ(garage.databaseName, "QBXKorvelManager");
 }
 
 }  // namespace

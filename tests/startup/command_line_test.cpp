@@ -49,35 +49,33 @@ TEST(CommandLine, ReadsItsSwitches) {
 TEST(CommandLine, NamesFollowSuffixAndInstance) {
   ScriptedUi ui;
   StartupValues startup;
-  startup.commandLine = QStringLiteral("/instance:two /database:North");
+  startup.commandLine = "/instance:two /database:North";
   ParseCommandLine(startup, ui);
-  EXPECT_EQ(startup.ProductKey, QStringLiteral("SOFTWARE\\Korvel Manager TWO\\"));
-  EXPECT_EQ(startup.databaseName, QStringLiteral("QBXKorvelManager_North"));
+  EXPECT_EQ(startup.ProductKey, "SOFTWARE\\Korvel Manager TWO\\");
+  EXPECT_EQ(startup.databaseName, "QBXKorvelManager_North");
 }
 
 TEST(CommandLine, ATerminalIsAnsweredWithoutAStart) {
-  EXPECT_TRUE(TerminalAnswer({QStringLiteral("--help")})->contains(QStringLiteral("/userid:")));
-  EXPECT_TRUE(TerminalAnswer({QStringLiteral("--version")})->startsWith(QStringLiteral("marketing ")));
-  EXPECT_FALSE(TerminalAnswer({QStringLiteral("/userid:--help")}));
+  EXPECT_TRUE(TerminalAnswer({"--help"})->contains("/userid:"));
+  EXPECT_TRUE(TerminalAnswer({"--version"})->startsWith("marketing "));
+  EXPECT_FALSE(TerminalAnswer({"/userid:--help"}));
 }
 
 TEST(CommandLine, HelpIsShownAndNothingElseIsRead) {
   ScriptedUi ui;
   StartupValues startup;
-  startup.commandLine = QStringLiteral("/? /userid:\"Jo\"");
+  startup.commandLine = "/? /userid:\"Jo\"";
   ParseCommandLine(startup, ui);
-  EXPECT_EQ(ui.MessageTexts(),
-            QStringList(QStringLiteral("Command line options: /Backup /ReIndex /Silent /File:QBX.DAT\r\r"
-                                       "Command line parameters need to be passed in the order shown above.")));
+  EXPECT_EQ(ui.MessageTexts(), QStringList("Command line options: /Backup /ReIndex /Silent /File:QBX.DAT\r\r"
+                                           "Command line parameters need to be passed in the order shown above."));
   EXPECT_EQ(ui.Messages().front().icon, MessageIcon::kInformation);
   EXPECT_EQ(startup.user, QString());
   EXPECT_FALSE(startup.commandLine.isEmpty());
 }
 
 TEST(CommandLine, TheQuotesThatTheShellTookComeBack) {
-  EXPECT_EQ(JoinCommandLine({QStringLiteral("/UserId:Jo Brown"), QStringLiteral("/database:x")}),
-            QStringLiteral("/UserId:\"Jo Brown\" /database:x"));
-  EXPECT_EQ(JoinCommandLine({QStringLiteral("/userid:\"Jo\"")}), QStringLiteral("/userid:\"Jo\""));
+  EXPECT_EQ(JoinCommandLine({"/UserId:Jo Brown", "/database:x"}), "/UserId:\"Jo Brown\" /database:x");
+  EXPECT_EQ(JoinCommandLine({"/userid:\"Jo\""}), "/userid:\"Jo\"");
   EXPECT_EQ(JoinCommandLine({}), QString());
 }
 

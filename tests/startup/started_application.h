@@ -23,24 +23,24 @@ struct StartedApplication {
   FakeServices services;
   FakeShell shell;
   QStringList steps;  ///< of the windows
-  StartWindows windows{.showSplash = [this] { steps += QStringLiteral("splash"); },
-                       .openWindows = [this] { steps += QStringLiteral("open"); },
-                       .closeSplash = [this] { steps += QStringLiteral("close"); }};
+  StartWindows windows{.showSplash = [this] { steps += "splash"; },
+                       .openWindows = [this] { steps += "open"; },
+                       .closeSplash = [this] { steps += "close"; }};
   std::unique_ptr<Application> application;
 
   /// Makes an empty host database in the program folder.
   void MakeDatabase(const QString& name) const {
-    const auto problem = CreateHostDatabase(folder.File(name + QStringLiteral(".db")), ExistingFile::kRefuse);
+    const auto problem = CreateHostDatabase(folder.File(name + ".db"), ExistingFile::kRefuse);
     if (problem) ADD_FAILURE() << problem->toStdString();
   }
   void PutMachine(const QString& subKey, const QString& name, const QString& text) {
-    registry.Put(RegistryHive::kLocalMachine, QStringLiteral("SOFTWARE\\Korvel Manager") + subKey, name, text);
+    registry.Put(RegistryHive::kLocalMachine, QString("SOFTWARE\\Korvel Manager") + subKey, name, text);
   }
   Application& Make() {
     application = std::make_unique<Application>(
         ApplicationSetup{.ui = ui,
                          .clock = clock,
-                         .folders = {folder.Path() + QLatin1Char('/'), folder.File(QStringLiteral("registry"))},
+                         .folders = {folder.Path() + QLatin1Char('/'), folder.File("registry")},
                          .host = &host,
                          .registry = &registry,
                          .services = &services,
@@ -48,12 +48,12 @@ struct StartedApplication {
     return *application;
   }
   StartOutcome Launch(const QString& commandLine) { return Make().start.Run(commandLine, windows); }
-  [[nodiscard]] QString Log() const { return QString::fromUtf8(folder.Read(QStringLiteral("MARKETING.LOG"))); }
+  [[nodiscard]] QString Log() const { return QString::fromUtf8(folder.Read("MARKETING.LOG")); }
 
   /// First field of the first row, read beside the statement routines.
   [[nodiscard]] QString Ask(const QString& sql) const {
     const Recordset rows = Recordset::ReadAll(application->connection.Driver().Execute(sql));
-    return rows.Eof() ? QStringLiteral("(no row)") : rows.Field(0).ToText();
+    return rows.Eof() ? "(no row)" : rows.Field(0).ToText();
   }
 };
 

@@ -9,28 +9,24 @@
 #include "database/statements.h"
 #include "hostdb/database_upgrade.h"
 #include "hostdb/host_database.h"
-#include "support/fixed_clock.h"
-#include "support/scripted_ui.h"
-#include "support/temp_folder.h"
+#include "support/test_services.h"
 #include "support/wire/server_under_test.h"
 
 namespace qbx::test {
 
 /// Opens on a new host database, as user "TESTER". Statements of a test run below the statement routines and fail the
 /// test by themselves.
-struct EmbeddedHost {
+struct EmbeddedHost : TestServices {
   EmbeddedHost() {
-    context.user = QStringLiteral("TESTER");
+    context.user = "TESTER";
     context.DatabaseVersion = kHostSchemaVersion;
     errors.SetEventWriter([this](int type, int table, const QString& key, const QString& details) {
       events.LogEvent(type, table, key, details);
     });
-    const HostDatabaseProblem problem =
-        CreateHostDatabase(folder.File(QStringLiteral("Garage.db")), ExistingFile::kRefuse);
+    const HostDatabaseProblem problem = CreateHostDatabase(folder.File("Garage.db"), ExistingFile::kRefuse);
     if (problem) ADD_FAILURE() << problem->toStdString();
     try {
-      connection.Open(QStringLiteral("Provider=SQLOLEDB;Data Source=;Initial Catalog=Garage;"),
-                      {QStringLiteral("sa"), QString()});
+      connection.Open("Provider=SQLOLEDB;Data Source=;Initial Catalog=Garage;", {"sa", QString()});
     } catch (const DatabaseError& error) {
       ADD_FAILURE() << error.what();
     }
@@ -58,20 +54,13 @@ struct EmbeddedHost {
       QStringList fields;
       for (int i = 0; i < static_cast<int>(rows.Columns().size()); ++i) {
         const Value value = rows.Field(i);
-        fields += value.IsNull() ? QStringLiteral("NULL") : value.ToText();
+        fields += value.IsNull() ? "NULL" : value.ToText();
       }
       lines += fields.join(QLatin1Char('|'));
     }
     return lines;
   }
 
-  TempFolder folder;
-  FixedClock clock;
-  ScriptedUi ui;
-  LogFile log{clock, folder.File(QStringLiteral("MARKETING.LOG"))};
-  StatusBox status{ui};
-  ErrorReport errors{log, status, ui};
-  Diagnostics diagnostics{clock, log, ui, status, errors};
   EmbeddedEngine engine{folder.Path(), clock, KeepUpToDate};
   ServerUnderTest server{engine};
   Connection connection{server.Factory()};

@@ -17,7 +17,7 @@ namespace qbx::test {
 /// A computer "WORKSHOP-PC" on which this process is 4711; the processes that live are those in `processes`.
 class FakeHostInfo final : public HostInfo {
  public:
-  QString computerName = QStringLiteral("WORKSHOP-PC");
+  QString computerName = "WORKSHOP-PC";
   qint64 processId = 4711;
   QHash<qint64, qint64> processes = {{4711, 1000}};  ///< number to start
 
@@ -78,13 +78,9 @@ class FakePrinters final : public Printers {
     QByteArray pdf;
   };
   std::vector<Printer> printers = {
-      {.deviceId = QStringLiteral("office"),
-       .name = QStringLiteral("Office"),
-       .driver = {},
-       .port = {},
-       .isDefault = true},
-      {.deviceId = QStringLiteral("workshop"), .name = QStringLiteral("Workshop"), .driver = {}, .port = {}}};
-  PrinterAbilities abilities = {.bothSides = true, .trays = {QStringLiteral("tray-1"), QStringLiteral("tray-2")}};
+      {.deviceId = "office", .name = "Office", .driver = {}, .port = {}, .isDefault = true},
+      {.deviceId = "workshop", .name = "Workshop", .driver = {}, .port = {}}};
+  PrinterAbilities abilities = {.bothSides = true, .trays = {"tray-1", "tray-2"}};
   QString problem;
   bool silent = false;  ///< answers nothing until it is told to stop
   std::vector<Printed> printed;
@@ -96,7 +92,7 @@ class FakePrinters final : public Printers {
     return printers;
   }
   PrinterAbilities AbilitiesOf(const QString& deviceId, const std::stop_token&) override {
-    return deviceId == QLatin1String("workshop") ? abilities : PrinterAbilities{};
+    return deviceId == "workshop" ? abilities : PrinterAbilities{};
   }
   void Print(const QString& deviceId, const PrintJob& job, const std::stop_token& stop) override {
     static_cast<void>(List(stop));

@@ -12,22 +12,15 @@ class FixedClock final : public Clock {
   FixedClock() = default;
   explicit FixedClock(QDateTime now) : now_(std::move(now)) {}
 
-  [[nodiscard]] QDateTime Now() const override {
-    const QDateTime now = now_;
-    now_ = now_.addMSecs(step_);
-    return now;
-  }
+  [[nodiscard]] QDateTime Now() const override { return now_; }
 
   void Set(const QDateTime& now) { now_ = now; }
   void Set(QDate date, QTime time = QTime(10, 20, 30)) { now_ = QDateTime(date, time); }
   void AdvanceSeconds(qint64 seconds) { now_ = now_.addSecs(seconds); }
   void AdvanceDays(qint64 days) { now_ = now_.addDays(days); }
-  /// Lets every look at the clock move it on, for loops that wait for a time to pass.
-  void SetStep(qint64 milliseconds) { step_ = milliseconds; }
 
  private:
-  mutable QDateTime now_ = QDateTime(QDate(2026, 3, 4), QTime(10, 20, 30));
-  qint64 step_ = 0;
+  QDateTime now_ = QDateTime(QDate(2026, 3, 4), QTime(10, 20, 30));
 };
 
 }  // namespace qbx::test

@@ -14,15 +14,10 @@ QString MemoryRegistryStore::Get(RegistryHive hive, const QString& key, const QS
 }
 
 bool MemoryRegistryStore::KeyExists(RegistryHive hive, const QString& key) {
-  return readError.isEmpty() && Tree(hive).Find(key) != nullptr;
+  return Tree(hive).Find(key) != nullptr;
 }
 
-std::optional<std::vector<RegistryValue>> MemoryRegistryStore::Values(RegistryHive hive, const QString& key,
-                                                                      QString* error) {
-  if (!readError.isEmpty()) {
-    *error = readError;
-    return std::nullopt;
-  }
+std::optional<std::vector<RegistryValue>> MemoryRegistryStore::Values(RegistryHive hive, const QString& key, QString*) {
   const RegistryKey* found = Tree(hive).Find(key);
   if (found == nullptr) return std::nullopt;
   return found->values;
@@ -30,7 +25,7 @@ std::optional<std::vector<RegistryValue>> MemoryRegistryStore::Values(RegistryHi
 
 QStringList MemoryRegistryStore::SubKeys(RegistryHive hive, const QString& key) {
   const RegistryKey* found = Tree(hive).Find(key);
-  return found == nullptr || !readError.isEmpty() ? QStringList() : found->SubKeyNames();
+  return found == nullptr ? QStringList() : found->SubKeyNames();
 }
 
 QString MemoryRegistryStore::CreateKey(RegistryHive hive, const QString& key) {

@@ -7,10 +7,9 @@
 
 namespace qbx::test {
 
-/// Both hives in memory. `readError` and `writeError`, when set, make every read or write fail with that text.
+/// Both hives in memory. `writeError`, when set, makes every write fail with that text.
 class MemoryRegistryStore final : public RegistryStore {
  public:
-  QString readError;
   QString writeError;
 
   /// Writes a value and makes the keys above it: the short way to set a test up.

@@ -14,7 +14,7 @@ constexpr int kStartTimeout = 30000;  // milliseconds; several tests may start o
 constexpr int kEndTimeout = 5000;
 
 std::size_t Collect(char* data, std::size_t size, std::size_t count, void* bytes) {
-  static_cast<QByteArray*>(bytes)->append(data, static_cast<qsizetype>(size * count));
+  static_cast<QByteArray*>(bytes)->append(data, static_cast<qsizetype>(size) * static_cast<qsizetype>(count));
   return size * count;
 }
 
@@ -36,15 +36,13 @@ QByteArray Exchange(const QString& url, const QByteArray* body) {
 
 SandboxProcess::SandboxProcess(const QStringList& arguments) {
   process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  process_.start(QStringLiteral(QBX_SANDBOX),
-                 QStringList{QStringLiteral("--folder"), folder_.Path(), QStringLiteral("--with-parent")} + arguments);
+  process_.start(QStringLiteral(QBX_SANDBOX), QStringList{"--folder", folder_.Path(), "--with-parent"} + arguments);
   QElapsedTimer timer;
   timer.start();
   while (!process_.canReadLine() && timer.elapsed() < kStartTimeout && process_.state() != QProcess::NotRunning) {
     process_.waitForReadyRead(1000);
   }
-  static const QRegularExpression kReady(
-      QStringLiteral("sandbox ready http=(\\d+) smtp=(\\d+) smtps=(\\d+) page=(\\d+) folder="));
+  static const QRegularExpression kReady("sandbox ready http=(\\d+) smtp=(\\d+) smtps=(\\d+) page=(\\d+) folder=");
   const QString line = QString::fromUtf8(process_.readLine());
   const QRegularExpressionMatch match = kReady.match(line);
   if (!match.hasMatch()) ADD_FAILURE() << "the sandbox did not start: " << line.toStdString();
@@ -62,21 +60,21 @@ SandboxProcess::~SandboxProcess() {
 }
 
 QByteArray SandboxProcess::Ask(const QString& path) const {
-  return Exchange(QStringLiteral("http://127.0.0.1:%1%2").arg(pagePort_).arg(path), nullptr);
+  return Exchange(QString("http://127.0.0.1:%1%2").arg(pagePort_).arg(path), nullptr);
 }
 
 void SandboxProcess::Steer(const QByteArray& wishes) const {
-  (void)Exchange(QStringLiteral("http://127.0.0.1:%1/api/steer").arg(pagePort_), &wishes);
+  (void)Exchange(QString("http://127.0.0.1:%1/api/steer").arg(pagePort_), &wishes);
 }
 
 void SandboxProcess::SetCredits(int credits) const {
-  const QByteArray wish = QStringLiteral("{\"credits\": %1}").arg(credits).toUtf8();
-  (void)Exchange(QStringLiteral("http://127.0.0.1:%1/api/credits").arg(pagePort_), &wish);
+  const QByteArray wish = QString("{\"credits\": %1}").arg(credits).toUtf8();
+  (void)Exchange(QString("http://127.0.0.1:%1/api/credits").arg(pagePort_), &wish);
 }
 
 void SandboxProcess::Reset() const {
   const QByteArray nothing = "{}";
-  (void)Exchange(QStringLiteral("http://127.0.0.1:%1/api/reset").arg(pagePort_), &nothing);
+  (void)Exchange(QString("http://127.0.0.1:%1/api/reset").arg(pagePort_), &nothing);
 }
 
 }  // namespace qbx::test

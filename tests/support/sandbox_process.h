@@ -24,12 +24,11 @@ class SandboxProcess {
   [[nodiscard]] int HttpPort() const { return httpPort_; }
   [[nodiscard]] int SmtpPort() const { return smtpPort_; }
   [[nodiscard]] int SmtpsPort() const { return smtpsPort_; }
-  [[nodiscard]] int PagePort() const { return pagePort_; }
   [[nodiscard]] QString Folder() const { return folder_.Path(); }
   /// What `SMS_Server` has to be.
-  [[nodiscard]] QString Gateway() const { return QStringLiteral("http://127.0.0.1:%1").arg(httpPort_); }
+  [[nodiscard]] QString Gateway() const { return QString("http://127.0.0.1:%1").arg(httpPort_); }
   /// The authority that signed the mail server's certificate (PEM).
-  [[nodiscard]] QString AuthorityFile() const { return folder_.File(QStringLiteral("tls/ca.pem")); }
+  [[nodiscard]] QString AuthorityFile() const { return folder_.File("tls/ca.pem"); }
 
   /// Asks the sandbox's page, such as "/api/mails".
   /// \return the answer's body

@@ -11,8 +11,8 @@ namespace {
 /// "Lose any changes ...?" comes only when something would be lost.
 bool MayBeLeft(const QString& part) {
   if (part.isEmpty()) return false;
-  return QStringLiteral("Lose any changes and start a new campaign?").contains(part) ||
-         QStringLiteral("Lose any changes and load an existing campaign?").contains(part);
+  return QString("Lose any changes and start a new campaign?").contains(part) ||
+         QString("Lose any changes and load an existing campaign?").contains(part);
 }
 
 }  // namespace
@@ -84,7 +84,7 @@ QString ScriptedUi::InputBox(const InputRequest& request) {
     ADD_FAILURE() << "an input box without a text: \"" << request.prompt.toStdString() << "\"";
     return {};
   }
-  const QString text = found->text;
+  QString text = found->text;
   inputAnswers_.erase(found);
   return text;
 }

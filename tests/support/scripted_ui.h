@@ -93,7 +93,7 @@ class ScriptedUi final : public UserInterface {
   std::vector<Message> messages_;
   std::vector<InputRequest> inputs_;
   std::vector<StatusView> statuses_;
-  QString title_ = QStringLiteral("QBX Marketing & Reporting Module");
+  QString title_ = "QBX Marketing & Reporting Module";
   bool statusVisible_ = false;
   bool cancelled_ = false;
   bool busy_ = false;

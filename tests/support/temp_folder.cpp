@@ -9,13 +9,13 @@
 namespace qbx::test {
 
 TempFolder::TempFolder() {
-  folder_.emplace(QDir::tempPath() + QStringLiteral("/qbx test XXXXXX"));
+  folder_.emplace(QDir::tempPath() + "/qbx test XXXXXX");
   if (!folder_->isValid()) ADD_FAILURE() << "no temporary folder: " << folder_->errorString().toStdString();
   path_ = folder_->path();
 }
 
 QString TempFolder::Write(const QString& name, const QByteArray& bytes) const {
-  const QString path = File(name);
+  QString path = File(name);
   QDir().mkpath(QFileInfo(path).path());
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {

@@ -20,7 +20,7 @@ TEST(TaggedString, Reads) {
       {"MSG:cut, here", "MSG", "cut"},
   };
   for (const auto& [tagged, key, value] : cases)
-    EXPECT_EQ(strGetTag(QLatin1String(tagged), QLatin1String(key)), QLatin1String(value)) << tagged << " / " << key;
+    EXPECT_EQ(strGetTag(tagged, key), value) << tagged << " / " << key;
 }
 
 TEST(TaggedString, Writes) {
@@ -29,19 +29,18 @@ TEST(TaggedString, Writes) {
       {"A:1", "C", "3", "A:1,C:3"}, {"AMSG:1,B:2", "MSG", "x", "AMSG:x,B:2"},
   };
   for (const auto& [tagged, key, value, result] : cases) {
-    EXPECT_EQ(strSetTag(QLatin1String(tagged), QLatin1String(key), QLatin1String(value)), QLatin1String(result))
-        << tagged << " / " << key;
+    EXPECT_EQ(strSetTag(tagged, key, value), result) << tagged << " / " << key;
   }
 }
 
 TEST(TaggedString, WritesToTheChosenPropertyOnly) {
   TaggedObject object;
-  strSetTag(object, QStringLiteral("K"), QStringLiteral("1"), true, true);
-  strSetTag(object, QStringLiteral("K"), QStringLiteral("2"), false, true);
-  strSetTag(object, QStringLiteral("K"), QStringLiteral("3"), false, false);
-  EXPECT_EQ(object.Caption, QLatin1String("K:1"));
-  EXPECT_EQ(object.TagVariant, QLatin1String("K:2"));
-  EXPECT_EQ(object.Tag, QLatin1String("K:3"));
+  strSetTag(object, "K", "1", true, true);
+  strSetTag(object, "K", "2", false, true);
+  strSetTag(object, "K", "3", false, false);
+  EXPECT_EQ(object.Caption, "K:1");
+  EXPECT_EQ(object.TagVariant, "K:2");
+  EXPECT_EQ(object.Tag, "K:3");
 }
 
 }  // namespace

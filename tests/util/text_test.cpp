@@ -8,9 +8,9 @@ namespace qbx {
 namespace {
 
 TEST(Text, QuotesForSql) {
-  EXPECT_EQ(SqlQuoted(QStringLiteral("O'Brien's")), QLatin1String("'O''Brien''s'"));
-  EXPECT_EQ(SqlQuoted({}), QLatin1String("''"));
-  EXPECT_EQ(SqlDoubled(QStringLiteral("'")), QLatin1String("''"));
+  EXPECT_EQ(SqlQuoted("O'Brien's"), "'O''Brien''s'");
+  EXPECT_EQ(SqlQuoted({}), "''");
+  EXPECT_EQ(SqlDoubled("'"), "''");
 }
 
 struct NumberCase {
@@ -43,8 +43,8 @@ TEST(Text, ReadsTheNumberAtTheStart) {
       {"inf", 0, 0},
   };
   for (const NumberCase& each : cases) {
-    EXPECT_EQ(LeadingNumber(QLatin1String(each.text)), each.number) << each.text;
-    EXPECT_EQ(LeadingInteger(QLatin1String(each.text)), each.integer) << each.text;
+    EXPECT_EQ(LeadingNumber(each.text), each.number) << each.text;
+    EXPECT_EQ(LeadingInteger(each.text), each.integer) << each.text;
   }
 }
 
@@ -53,19 +53,19 @@ TEST(Text, WritesTheShortestPlainNumber) {
       {0, "0"},       {-0.0, "0"},      {0.1, "0.1"},         {1250, "1250"},
       {-3.5, "-3.5"}, {1e6, "1000000"}, {0.00001, "0.00001"}, {std::numeric_limits<double>::infinity(), "0"}};
   for (const auto& [number, text] : cases)
-    EXPECT_EQ(ShortestNumber(number), QLatin1String(text));
+    EXPECT_EQ(ShortestNumber(number), text);
 }
 
 TEST(Text, TrimsBlanksOnly) {
-  EXPECT_EQ(TrimBlanks(QStringLiteral("  a b\t ")), QLatin1String("a b\t"));
-  EXPECT_EQ(TrimBlanks(QStringLiteral("   ")), QString());
+  EXPECT_EQ(TrimBlanks("  a b\t "), "a b\t");
+  EXPECT_EQ(TrimBlanks("   "), QString());
 }
 
 TEST(Text, NeverCutsACharacterInHalf) {
-  const QString car = QStringLiteral("ab\U0001F697");
-  EXPECT_EQ(CutText(car, 3), QLatin1String("ab"));
+  const QString car = "ab\U0001F697";
+  EXPECT_EQ(CutText(car, 3), "ab");
   EXPECT_EQ(CutText(car, 4), car);
-  EXPECT_EQ(CutText(QStringLiteral("abc"), 0), QString());
+  EXPECT_EQ(CutText("abc", 0), QString());
 }
 
 }  // namespace

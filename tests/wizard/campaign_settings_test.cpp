@@ -1,4 +1,4 @@
-// Campaign settings between the wizard and the record: copied, saved, loaded, given up.
+// Campaign settings between the wizard and the record, and the rows of a campaign when saving or quitting fails.
 
 #include "wizard/campaign_settings.h"
 
@@ -92,40 +92,8 @@ TEST(CampaignSettings, WhatIsNotStoredIsNotInherited) {
   EXPECT_EQ(state.filters.cmbFilter[1], -1);
 }
 
-TEST_F(Wizard, SavingGivesTheRowsTheirCampaign) {
-  steps_.StartNewCampaign();
-  selection_.NodeClick(kAllCustomers);
-  ASSERT_TRUE(steps_.NextStep(0).Moved());
-  const int temporary = campaign_.record.ID;
-  EXPECT_FALSE(settings_.SaveCampaignSettings([] {}));
-  EXPECT_EQ(Rows(temporary).size(), 2);
-
-  state_.txtSMS = "It's due";
-  EXPECT_TRUE(settings_.SaveCampaignSettings([this] {
-    campaign_.record.Campaign_Name = "Mine";
-    storage_.SaveCampaign();
-  }));
-  const int saved = campaign_.record.ID;
-  EXPECT_GT(saved, 0);
-  EXPECT_EQ(Rows(temporary).size(), 0);
-  EXPECT_EQ(Rows(saved).size(), 2);
-  EXPECT_EQ(state_.cmbCampaigns.size(), 1U);
-  EXPECT_EQ(WindowCaption("Base", campaign_.record), "Base - [Mine]");
-
-  steps_.StartNewCampaign();
-  EXPECT_EQ(state_.txtSMS, "");
-  EXPECT_FALSE(settings_.LoadCampaignSettings([] { return 0; }));
-  EXPECT_TRUE(settings_.LoadCampaignSettings([&] { return storage_.LoadCampaign(saved) ? saved : 0; }));
-  EXPECT_EQ(state_.txtSMS, "It's due");
-  EXPECT_EQ(state_.selectedNode, kAllCustomers);
-  EXPECT_EQ(results_.CountText(), "2 records ");
-  EXPECT_TRUE(steps_.NextStep(1).Moved());
-}
-
 TEST_F(Wizard, RowsThatCannotFollowTheirCampaignAreTriedAgain) {
-  steps_.StartNewCampaign();
-  selection_.NodeClick(kAllCustomers);
-  ASSERT_TRUE(steps_.NextStep(0).Moved());
+  SelectEverybody();
   ASSERT_TRUE(steps_.NextStep(1).Moved());
   const int temporary = campaign_.record.ID;
   host_.Run(
@@ -148,9 +116,7 @@ TEST_F(Wizard, RowsThatCannotFollowTheirCampaignAreTriedAgain) {
 }
 
 TEST_F(Wizard, QuittingRemovesTheRowsOfAnUnsavedCampaignWithoutAWord) {
-  steps_.StartNewCampaign();
-  selection_.NodeClick(kAllCustomers);
-  ASSERT_TRUE(steps_.NextStep(0).Moved());
+  SelectEverybody();
   const int id = campaign_.record.ID;
   host_.Run("CREATE TRIGGER Refuse BEFORE DELETE ON [Campaign Results] BEGIN SELECT RAISE(ABORT, 'still in use'); END");
   settings_.Quit();
@@ -160,25 +126,6 @@ TEST_F(Wizard, QuittingRemovesTheRowsOfAnUnsavedCampaignWithoutAWord) {
   settings_.Quit();
   EXPECT_EQ(Rows(id).size(), 0);
   EXPECT_TRUE(host_.ui.Messages().empty());
-}
-
-TEST_F(Wizard, ClosingRemovesTheRowsOfAnUnsavedCampaignOnlyWhenChangesAreGivenUp) {
-  steps_.StartNewCampaign();
-  selection_.NodeClick(kAllCustomers);
-  ASSERT_TRUE(steps_.NextStep(0).Moved());
-  const int id = campaign_.record.ID;
-  host_.ui.Answer("have not been saved.\r\rExit QBX Marketing & Reporting Module and lose changes?",
-                  MessageAnswer::kNo);
-  EXPECT_FALSE(settings_.CloseRequest());
-  EXPECT_EQ(host_.ui.Messages().back().defaultAnswer, MessageAnswer::kNo);
-  EXPECT_EQ(Rows(id).size(), 2);
-  campaign_.CampaignChanged = false;
-  EXPECT_TRUE(settings_.CloseRequest());
-  EXPECT_EQ(Rows(id).size(), 2);
-  campaign_.CampaignChanged = true;
-  host_.ui.Answer("lose changes?", MessageAnswer::kYes);
-  EXPECT_TRUE(settings_.CloseRequest());
-  EXPECT_EQ(Rows(id).size(), 0);
 }
 
 TEST_F(Wizard, ACampaignTypeThatTheTreeDoesNotHaveSelectsNothing) {

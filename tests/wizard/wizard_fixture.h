@@ -18,11 +18,16 @@ class Wizard : public testing::Test {
     options_.MOT_Reminder_Name = "MOT";
   }
 
+  /// A new campaign with all customers as its rows.
+  void SelectEverybody() {
+    steps_.StartNewCampaign();
+    selection_.NodeClick(kAllCustomers);
+    ASSERT_TRUE(steps_.NextStep(0).Moved());
+  }
   [[nodiscard]] QStringList Rows(int campaign) {
     return host_.Rows(
         QString("SELECT Customer FROM [Campaign Results] WHERE CampaignID = %1 ORDER BY 1").arg(campaign));
   }
-  QStringList Events() { return host_.Rows("SELECT Details FROM _Log WHERE EventType = 9 ORDER BY LogID"); }
 
   EmbeddedHost host_;
   Options options_;

@@ -29,15 +29,14 @@ class TestServer {
   }
 
   /// Runs SQL on the database file directly.
-  void Run(const char* sql, const QString& name = QStringLiteral("Garage")) {
-    const SqliteFile file(folder.filePath(name + QStringLiteral(".db")), SqliteMode::kCreate);
+  void Run(const char* sql, const QString& name = "Garage") {
+    const SqliteFile file(folder.filePath(name + ".db"), SqliteMode::kCreate);
     RegisterFunctions(file.Handle(), clock);
     ExecuteSql(file.Handle(), "PRAGMA synchronous = OFF; PRAGMA busy_timeout = 5000");
     ExecuteSql(file.Handle(), sql);
   }
 
-  std::unique_ptr<Session> Connect(const QString& name = QStringLiteral("Garage"),
-                                   const Login& login = {QStringLiteral("sa"), {}}) {
+  std::unique_ptr<Session> Connect(const QString& name = "Garage", const Login& login = {"sa", {}}) {
     return server.Connect({QString(), name}, login, 1);
   }
 
@@ -65,7 +64,7 @@ std::string FailureOf(Work work) {
     QStringList numbers;
     for (const ProviderError& entry : error.Errors())
       numbers << QString::number(entry.number);
-    return (numbers.join(QLatin1Char(',')) + QStringLiteral(": ") + error.Description()).toStdString();
+    return (numbers.join(QLatin1Char(',')) + QString(": ") + error.Description()).toStdString();
   }
   return {};
 }

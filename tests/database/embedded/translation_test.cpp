@@ -138,24 +138,24 @@ TEST(StatementError, LeavesNothingBehindAndCarriesThePrefix) {
   TestServer server;
   const auto session = server.Connect();
   try {
-    session->Execute(QStringLiteral("INSERT INTO Customers (Customer, Type_ID) VALUES ('C7', 99)"));
+    session->Execute("INSERT INTO Customers (Customer, Type_ID) VALUES ('C7', 99)");
     FAIL();
   } catch (const DatabaseError& error) {
     EXPECT_EQ(error.Number(), kConstraintFailed);
-    EXPECT_TRUE(error.Errors()[0].description.startsWith(QStringLiteral("[SQL Server]The INSERT")));
-    EXPECT_EQ(error.Errors()[0].sqlState, QStringLiteral("23000"));
+    EXPECT_TRUE(error.Errors()[0].description.startsWith("[SQL Server]The INSERT"));
+    EXPECT_EQ(error.Errors()[0].sqlState, "23000");
   }
-  EXPECT_EQ(FirstText(session->Execute(QStringLiteral("SELECT COUNT(*) FROM Customers"))), "3");
+  EXPECT_EQ(FirstText(session->Execute("SELECT COUNT(*) FROM Customers")), "3");
   EXPECT_FALSE(session->InTransaction());
   // The search for the constraint must not leave the check of foreign keys put off.
-  EXPECT_TRUE(FailureOf([&] { session->Execute(QStringLiteral("DELETE FROM Customer_Types")); }).starts_with("547"));
+  EXPECT_TRUE(FailureOf([&] { session->Execute("DELETE FROM Customer_Types"); }).starts_with("547"));
 }
 
 TEST(StatementError, ProcedureIsAllOrNothing) {
   TestServer server;
   const auto session = server.Connect();
-  EXPECT_TRUE(FailureOf([&] { session->Execute(QStringLiteral("proc_two 99")); }).starts_with("547"));
-  EXPECT_EQ(FirstText(session->Execute(QStringLiteral("SELECT COUNT(*) FROM _Keys"))), "1");
+  EXPECT_TRUE(FailureOf([&] { session->Execute("proc_two 99"); }).starts_with("547"));
+  EXPECT_EQ(FirstText(session->Execute("SELECT COUNT(*) FROM _Keys")), "1");
 }
 
 }  // namespace

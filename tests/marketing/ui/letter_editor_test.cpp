@@ -26,8 +26,8 @@ class LetterEditorTest : public testing::Test {
     Box().setFocus();
   }
 
-  QTextEdit& Box() { return *editor_.findChild<QTextEdit*>(QStringLiteral("rtfLetter")); }
-  QAction& Action(const char* name) { return *editor_.findChild<QAction*>(QLatin1String(name)); }
+  QTextEdit& Box() { return *editor_.findChild<QTextEdit*>("rtfLetter"); }
+  QAction& Action(const char* name) { return *editor_.findChild<QAction*>(name); }
   QString Letter() { return Box().toPlainText(); }
   void Select(int from, int to) {
     QTextCursor cursor = Box().textCursor();
@@ -46,13 +46,12 @@ class LetterEditorTest : public testing::Test {
 };
 
 TEST_F(LetterEditorTest, ButtonsFollowTheSelectionAndChangeIt) {
-  const QString stored =
-      QStringLiteral("{\\rtf1{\\fonttbl{\\f0 Gone Sans;}}\\f0\\fs17 plain \\b bold\\b0\\par\\qr right\\par}");
+  const QString stored = "{\\rtf1{\\fonttbl{\\f0 Gone Sans;}}\\f0\\fs17 plain \\b bold\\b0\\par\\qr right\\par}";
   editor_.Load(stored);
   EXPECT_EQ(edits_, 0);
   EXPECT_EQ(editor_.Stored(), stored);
-  EXPECT_EQ(editor_.findChild<QComboBox*>(QStringLiteral("cmbFontName"))->currentText(), QStringLiteral("Gone Sans"));
-  EXPECT_EQ(editor_.findChild<QComboBox*>(QStringLiteral("cmbFontSize"))->currentText(), QStringLiteral("8.5"));
+  EXPECT_EQ(editor_.findChild<QComboBox*>("cmbFontName")->currentText(), "Gone Sans");
+  EXPECT_EQ(editor_.findChild<QComboBox*>("cmbFontSize")->currentText(), "8.5");
   Select(6, 10);
   EXPECT_TRUE(Action("Bold").isChecked() && Action("AlignLeft").isChecked());
   Select(12, 12);
@@ -62,7 +61,7 @@ TEST_F(LetterEditorTest, ButtonsFollowTheSelectionAndChangeIt) {
   Press(Qt::Key_E, Qt::ControlModifier);
   EXPECT_TRUE(Action("Italic").isChecked() && Action("Center").isChecked());
   EXPECT_GT(edits_, 0);
-  EXPECT_TRUE(editor_.Stored().contains(QStringLiteral("\\i plain\\i0")));
+  EXPECT_TRUE(editor_.Stored().contains("\\i plain\\i0"));
   Press(Qt::Key_Z, Qt::ControlModifier);
   Press(Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(editor_.Stored(), stored) << "all undone";
@@ -70,13 +69,13 @@ TEST_F(LetterEditorTest, ButtonsFollowTheSelectionAndChangeIt) {
 
 TEST_F(LetterEditorTest, NamesMissingFontsAsTheyComeAndGo) {
   const auto names = [this](const char* font) {
-    return editor_.findChild<QLabel*>(QStringLiteral("lblLetterNote"))->text().contains(QLatin1String(font));
+    return editor_.findChild<QLabel*>("lblLetterNote")->text().contains(font);
   };
-  auto& fonts = *editor_.findChild<QComboBox*>(QStringLiteral("cmbFontName"));
-  editor_.Load(QStringLiteral("{\\rtf1{\\fonttbl{\\f0 Liberation Sans;}}\\f0 text}"));
+  auto& fonts = *editor_.findChild<QComboBox*>("cmbFontName");
+  editor_.Load("{\\rtf1{\\fonttbl{\\f0 Liberation Sans;}}\\f0 text}");
   EXPECT_FALSE(names("Fonts"));
   Select(0, 4);
-  fonts.lineEdit()->setText(QStringLiteral("Gone Sans"));
+  fonts.lineEdit()->setText("Gone Sans");
   QTest::keyClick(fonts.lineEdit(), Qt::Key_Return);
   EXPECT_TRUE(names("Gone Sans (shown as"));
   Press(Qt::Key_Z, Qt::ControlModifier);
@@ -85,37 +84,37 @@ TEST_F(LetterEditorTest, NamesMissingFontsAsTheyComeAndGo) {
 
 TEST_F(LetterEditorTest, TabLeavesAndCtrlTabStays) {
   Press(Qt::Key_Tab, Qt::ControlModifier);
-  EXPECT_EQ(Letter(), QStringLiteral("\t"));
+  EXPECT_EQ(Letter(), "\t");
   Press(Qt::Key_Tab);
   EXPECT_TRUE(behind_.hasFocus());
 }
 
 TEST_F(LetterEditorTest, TheClipboardHoldsPlainText) {
-  editor_.Load(QStringLiteral("{\\rtf1 a\\b bold}"));
+  editor_.Load("{\\rtf1 a\\b bold}");
   Select(1, 5);
   Press(Qt::Key_X, Qt::ControlModifier);
-  EXPECT_EQ(Letter(), QStringLiteral("a"));
-  EXPECT_EQ(QGuiApplication::clipboard()->mimeData()->formats(), QStringList(QStringLiteral("text/plain")));
+  EXPECT_EQ(Letter(), "a");
+  EXPECT_EQ(QGuiApplication::clipboard()->mimeData()->formats(), QStringList("text/plain"));
   Select(0, 0);
   Press(Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(Letter(), QStringLiteral("bolda"));
+  EXPECT_EQ(Letter(), "bolda");
   Select(0, 4);
   EXPECT_FALSE(Action("Bold").isChecked()) << "it takes the look of where it is put";
 }
 
 TEST_F(LetterEditorTest, EnterEndsAListAndKeepsAPageBreakAlone) {
   Press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
-  QTest::keyClicks(&Box(), QStringLiteral("item"));
+  QTest::keyClicks(&Box(), "item");
   Press(Qt::Key_Return);
   EXPECT_TRUE(Action("Bullets").isChecked());
   Press(Qt::Key_Return);
   EXPECT_FALSE(Action("Bullets").isChecked());
   Press(Qt::Key_Return, Qt::ControlModifier);
   EXPECT_TRUE(Action("PageBreak").isChecked());
-  QTest::keyClicks(&Box(), QStringLiteral("new page"));
+  QTest::keyClicks(&Box(), "new page");
   Press(Qt::Key_Return);
   EXPECT_FALSE(Action("PageBreak").isChecked());
-  EXPECT_EQ(editor_.Stored().count(QStringLiteral("\\page")), 1);
+  EXPECT_EQ(editor_.Stored().count("\\page"), 1);
 }
 
 TEST_F(LetterEditorTest, MarksAMisspeltWordOnceItIsLeftAndStoresNoMark) {
@@ -130,25 +129,25 @@ TEST_F(LetterEditorTest, MarksAMisspeltWordOnceItIsLeftAndStoresNoMark) {
     }
     return words;
   };
-  const QString stored = QStringLiteral("{\\rtf1 {\\b recieve} \\{dewdate\\}\\par}");
+  const QString stored = "{\\rtf1 {\\b recieve} \\{dewdate\\}\\par}";
   editor_.Load(stored);
-  EXPECT_EQ(marked(), QStringList(QStringLiteral("recieve")));
+  EXPECT_EQ(marked(), QStringList("recieve"));
   EXPECT_TRUE(edits_ == 0 && editor_.Stored() == stored);
   Select(17, 17);
-  QTest::keyClicks(&Box(), QStringLiteral(" teh"));
+  QTest::keyClicks(&Box(), " teh");
   EXPECT_EQ(marked().size(), 1);
-  QTest::keyClicks(&Box(), QStringLiteral(" "));
-  EXPECT_EQ(marked(), QStringList({QStringLiteral("recieve"), QStringLiteral("teh")}));
-  EXPECT_FALSE(editor_.Stored().contains(QStringLiteral("\\ul")));
+  QTest::keyClicks(&Box(), " ");
+  EXPECT_EQ(marked(), QStringList({"recieve", "teh"}));
+  EXPECT_FALSE(editor_.Stored().contains("\\ul"));
   while (Action("Undo").isEnabled())
     Action("Undo").trigger();
   EXPECT_EQ(editor_.Stored(), stored);
 }
 
 TEST_F(LetterEditorTest, FindsRoundTheEnd) {
-  editor_.Load(QStringLiteral("one two one"));
+  editor_.Load("one two one");
   Press(Qt::Key_F, Qt::ControlModifier);
-  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("one"));
+  QTest::keyClicks(QApplication::focusWidget(), "one");
   for (const int expected : {3, 11, 3}) {
     Press(Qt::Key_Return);
     EXPECT_EQ(Box().textCursor().position(), expected);

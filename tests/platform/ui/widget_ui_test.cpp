@@ -47,7 +47,7 @@ class WidgetUiTest : public testing::Test {
 
   WidgetUi ui;
   QWidget window;
-  QPushButton command{QStringLiteral("&Command")};
+  QPushButton command{"&Command"};
   QPushButton pause;
   QLineEdit text;
   QAction shortcut;
@@ -66,7 +66,7 @@ TEST_F(WidgetUiTest, InputIsDroppedWhileLogicWorksAndCountsAgainAfterwards) {
   WhileWorking([this] {
     QTest::mouseClick(&command, Qt::LeftButton);
     ClickThrough(window.windowHandle(), command.geometry().center());
-    QTest::keyClicks(&text, QStringLiteral("abc"));
+    QTest::keyClicks(&text, "abc");
     QTest::keyClick(window.windowHandle(), Qt::Key_X);
     QTest::keyClick(window.windowHandle(), Qt::Key_F5);
     QTest::keyClick(window.windowHandle(), Qt::Key_C, Qt::AltModifier);
@@ -139,33 +139,33 @@ TEST_F(WidgetUiTest, ClosingIsRefusedWhileLogicWorks) {
 TEST_F(WidgetUiTest, TheStatusBoxIsCancelledByItsButtonOrByEsc) {
   for (const bool byKey : {false, true}) {
     text.setFocus();
-    ui.ShowStatusBox({.message = QStringLiteral("Working..."), .showCancel = true});
-    QWidget* box = Shown(QStringLiteral("frmProcessing"));
+    ui.ShowStatusBox({.message = "Working...", .showCancel = true});
+    QWidget* box = Shown("frmProcessing");
     ASSERT_NE(box, nullptr);
     EXPECT_FALSE(ui.StatusCancelled());
     WhileWorking([&] {
       if (byKey) {
         QTest::keyClick(window.windowHandle(), Qt::Key_Escape);
       } else {
-        QTest::mouseClick(box->findChild<QPushButton*>(QStringLiteral("cmdCancel")), Qt::LeftButton);
+        QTest::mouseClick(box->findChild<QPushButton*>("cmdCancel"), Qt::LeftButton);
       }
     });
     EXPECT_TRUE(ui.StatusCancelled()) << byKey;
     ui.CloseStatusBox();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window) && text.hasFocus()) << "the keyboard is back where it was";
   }
-  ui.ShowStatusBox({.message = QStringLiteral("Working...")});
+  ui.ShowStatusBox({.message = "Working..."});
   WhileWorking([this] { QTest::keyClick(window.windowHandle(), Qt::Key_Escape); });
   EXPECT_FALSE(ui.StatusCancelled()) << "no Cancel is offered";
   ui.CloseStatusBox();
 }
 
 TEST_F(WidgetUiTest, ARightClickOnItsTextClosesTheStatusBoxAndRestoresThePointer) {
-  ui.ShowStatusBox({.message = QStringLiteral("Working...")});
+  ui.ShowStatusBox({.message = "Working..."});
   ui.SetBusy(true);
-  QWidget* box = Shown(QStringLiteral("frmProcessing"));
+  QWidget* box = Shown("frmProcessing");
   ASSERT_NE(box, nullptr);
-  WhileWorking([&] { QTest::mouseClick(box->findChild<QLabel*>(QStringLiteral("lblMessage")), Qt::RightButton); });
+  WhileWorking([&] { QTest::mouseClick(box->findChild<QLabel*>("lblMessage"), Qt::RightButton); });
   EXPECT_FALSE(box->isVisible());
   EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
@@ -179,13 +179,12 @@ TEST_F(WidgetUiTest, AMessageIsAnsweredAmidTheWorkWithTheNormalPointer) {
       EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       ASSERT_NE(box, nullptr);
-      EXPECT_EQ(box->text(), QStringLiteral("One\nTwo\n<b>"));
+      EXPECT_EQ(box->text(), "One\nTwo\n<b>");
       EXPECT_EQ(box->defaultButton(), box->button(QMessageBox::No));
       QTest::mouseClick(box->button(QMessageBox::Yes), Qt::LeftButton);
     });
-    answer = ui.ShowMessage({.text = QStringLiteral("One\rTwo\r\n<b>"),
-                             .buttons = MessageButtons::kYesNo,
-                             .defaultAnswer = MessageAnswer::kNo});
+    answer = ui.ShowMessage(
+        {.text = "One\rTwo\r\n<b>", .buttons = MessageButtons::kYesNo, .defaultAnswer = MessageAnswer::kNo});
     QTest::mouseClick(&command, Qt::LeftButton);
   });
   EXPECT_EQ(answer, MessageAnswer::kYes);
@@ -201,24 +200,8 @@ TEST_F(WidgetUiTest, EscInAMessageIsTheAnswerThatDoesLeast) {
                                                             {MessageButtons::kYesNoCancel, MessageAnswer::kCancel}};
   for (const auto& [buttons, expected] : cases) {
     QTimer::singleShot(0, &window, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
-    EXPECT_EQ(ui.ShowMessage({.text = QStringLiteral("?"), .buttons = buttons}), expected);
+    EXPECT_EQ(ui.ShowMessage({.text = "?", .buttons = buttons}), expected);
   }
-}
-
-TEST_F(WidgetUiTest, TheInputBoxGivesTheTypedTextOnOkAlone) {
-  const auto ask = [this](bool ok) {
-    QTimer::singleShot(0, &window, [ok] {
-      QWidget* box = Shown(QStringLiteral("frmInputBox"));
-      ASSERT_NE(box, nullptr);
-      auto* input = box->findChild<QLineEdit*>(QStringLiteral("txtInput"));
-      EXPECT_EQ(input->selectedText(), QStringLiteral("old"));
-      QTest::keyClicks(input, QStringLiteral("new"));
-      QTest::keyClick(input, ok ? Qt::Key_Return : Qt::Key_Escape);
-    });
-    return ui.InputBox({.prompt = QStringLiteral("Name:"), .title = QString(), .defaultText = QStringLiteral("old")});
-  };
-  EXPECT_EQ(ask(true), QStringLiteral("new"));
-  EXPECT_EQ(ask(false), QString());
 }
 
 TEST_F(WidgetUiTest, AQuitThatLogicAskedForWaitsForItsEnd) {

@@ -1,4 +1,4 @@
-// The small services, with their log in a folder of the test.
+// The log, the status box and the reports, in a folder of the test. Header only: who includes it links qbx_diagnostics.
 
 #pragma once
 
@@ -15,13 +15,13 @@ struct TestServices {
   TempFolder folder;
   FixedClock clock;
   ScriptedUi ui;
-  LogFile log{clock, folder.File(QStringLiteral("MARKETING.LOG"))};
+  LogFile log{clock, folder.File("MARKETING.LOG")};
   StatusBox status{ui};
   ErrorReport errors{log, status, ui};
   Diagnostics diagnostics{clock, log, ui, status, errors};
 
   [[nodiscard]] QString Log() const {
-    return QFile::exists(log.Path()) ? QString::fromUtf8(folder.Read(QStringLiteral("MARKETING.LOG"))) : QString();
+    return QFile::exists(log.Path()) ? QString::fromUtf8(folder.Read("MARKETING.LOG")) : QString();
   }
 };
 

@@ -1,12 +1,13 @@
-// The main function of tests that need the fonts, on no display.
+// The main function of tests that need windows or fonts, on no display.
 
 #include <gtest/gtest.h>
 
-#include <QGuiApplication>
+#include <QApplication>
 
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  QGuiApplication application(argc, argv);
+  QApplication application(argc, argv);
+  QApplication::setStyle("Fusion");
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }
