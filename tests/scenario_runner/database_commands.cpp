@@ -1,96 +1,78 @@
-#include "database/database_error.h"
+#include "commands.h"
 #include "scenario_error.h"
 #include "stage.h"
 #include "util/text.h"
-#include "world_commands.h"
 
 namespace qbx::scenario {
-namespace {
 
-void DropProcedure(Stage& stage, const QString& name, bool dropped) {
-  if (stage.Data().Select(QStringLiteral("SELECT 1 FROM _Procedures WHERE Name = %1").arg(SqlQuoted(name))).isEmpty())
-    throw ScenarioError(QStringLiteral("There is no procedure %1.").arg(name));
-  stage.troubles.DropProcedure(name, dropped);
-}
+class DatabaseCommands final : public QObject {
+  Q_OBJECT
+ public:
+  explicit DatabaseCommands(Stage& stage) : on_(stage) {}
 
-// Also while the program is not running, and without opening the database as the program would.
-void SetStatus(Stage& stage, const char* status) {
-  stage.Data().Execute(QStringLiteral("UPDATE _Database_Status SET Status = '%1'").arg(QLatin1String(status)));
-}
+  Q_INVOKABLE QVariantList sql(const QString& select) const { return on_.Data().Select(select); }
+  Q_INVOKABLE int execute(const QString& statements) const { return on_.Data().Execute(statements); }
+  Q_INVOKABLE QStringList calls() const { return on_.troubles.Calls(); }
+  Q_INVOKABLE QVariantList events() const {
+    return sql(
+        "SELECT EventType AS type, TableID AS [table], TableKey AS [key], Details AS details, Username AS user, "
+        "Log_Date AS date FROM _Log ORDER BY LogID");
+  }
+  Q_INVOKABLE QVariantList marketingEvents() const {
+    return sql(
+        "SELECT Event AS event, CampaignID AS campaign, UserID AS user, Log_Date AS date FROM _Marketing_Log "
+        "ORDER BY LogID");
+  }
 
-using Action = void (*)(Stage&, const Arguments&);
+  Q_INVOKABLE void lockDatabase(int milliseconds) const { on_.lock.Hold(on_.Data().File(), milliseconds); }
+  Q_INVOKABLE void unlockDatabase() const { on_.lock.Release(); }
+  Q_INVOKABLE void slowDatabase(int milliseconds) const { on_.troubles.delayMilliseconds = milliseconds; }
+  Q_INVOKABLE void dropProcedure(const QString& name) const { SetDropped(name, true); }
+  Q_INVOKABLE void restoreProcedure(const QString& name) const { SetDropped(name, false); }
+  Q_INVOKABLE void failProcedure(const QString& name, const QString& text) const {
+    on_.troubles.FailProcedure(name, text);
+  }
+  Q_INVOKABLE QVariant databaseStatus() const { return First("SELECT Status FROM _Database_Status"); }
+  Q_INVOKABLE void takeOffline() const { SetStatus("OFFLINE"); }
+  Q_INVOKABLE void bringOnline() const { SetStatus("ONLINE"); }
+  Q_INVOKABLE void breakConnection() const { on_.Program().App().engine.BreakSessions(); }
+  Q_INVOKABLE void loseConnection() const { on_.troubles.refuse = true; }
+  Q_INVOKABLE void restoreConnection() const {
+    on_.troubles.refuse = false;
+    if (on_.Running()) breakConnection();  // what was lost stays lost
+  }
 
-void Add(Bridge& bridge, Stage& stage, const char* name, Action action) {
-  bridge.Add(QLatin1String(name), [&stage, action](const Arguments& arguments) -> QVariant {
-    action(stage, arguments);
-    return {};
-  });
-}
+ public Q_SLOTS:
+  QVariant readOption(const QString& name) const {
+    return First(QStringLiteral("SELECT [%1] FROM _Options WHERE Options_Company = 'A'").arg(name));
+  }
+  int writeOption(const QString& name, const QVariant& value) const {
+    const bool number = value.typeId() == QMetaType::Bool || IsNumber(value);
+    return execute(QStringLiteral("UPDATE _Options SET [%1] = %2 WHERE Options_Company = 'A'")
+                       .arg(name, number ? QString::number(value.toDouble()) : SqlQuoted(value.toString())));
+  }
 
-void AddTroubles(Bridge& bridge, Stage& stage) {
-  Add(bridge, stage, "lockDatabase",
-      [](Stage& on, const Arguments& arguments) { on.lock.Hold(on.Data().File(), NumberAt(arguments, 0)); });
-  Add(bridge, stage, "unlockDatabase", [](Stage& on, const Arguments&) { on.lock.Release(); });
-  Add(bridge, stage, "dropProcedure",
-      [](Stage& on, const Arguments& arguments) { DropProcedure(on, TextAt(arguments, 0), true); });
-  Add(bridge, stage, "restoreProcedure",
-      [](Stage& on, const Arguments& arguments) { DropProcedure(on, TextAt(arguments, 0), false); });
-  Add(bridge, stage, "failProcedure", [](Stage& on, const Arguments& arguments) {
-    on.troubles.FailProcedure(TextAt(arguments, 0), TextAt(arguments, 1));
-  });
-  Add(bridge, stage, "slowDatabase",
-      [](Stage& on, const Arguments& arguments) { on.troubles.delayMilliseconds = NumberAt(arguments, 0); });
-  Add(bridge, stage, "takeOffline", [](Stage& on, const Arguments&) { SetStatus(on, "OFFLINE"); });
-  Add(bridge, stage, "bringOnline", [](Stage& on, const Arguments&) { SetStatus(on, "ONLINE"); });
-  Add(bridge, stage, "breakConnection", [](Stage& on, const Arguments&) { on.Program().App().engine.BreakSessions(); });
-  Add(bridge, stage, "loseConnection", [](Stage& on, const Arguments&) { on.troubles.refuse = true; });
-  Add(bridge, stage, "restoreConnection", [](Stage& on, const Arguments&) {
-    on.troubles.refuse = false;
-    if (on.Running()) on.Program().App().engine.BreakSessions();  // what was lost stays lost
-  });
-}
+ private:
+  [[nodiscard]] QVariant First(const QString& select) const { return sql(select).value(0).toMap().values().value(0); }
 
-}  // namespace
+  void SetDropped(const QString& name, bool dropped) const {
+    if (sql(QStringLiteral("SELECT 1 FROM _Procedures WHERE Name = %1").arg(SqlQuoted(name))).isEmpty())
+      throw ScenarioError(QStringLiteral("There is no procedure %1.").arg(name));
+    on_.troubles.DropProcedure(name, dropped);
+  }
 
-void AddDatabaseCommands(Bridge& bridge, Stage& stage) {
-  AddTroubles(bridge, stage);
-  bridge.Add(QStringLiteral("sql"),
-             [&stage](const Arguments& arguments) -> QVariant { return stage.Data().Select(TextAt(arguments, 0)); });
-  bridge.Add(QStringLiteral("execute"),
-             [&stage](const Arguments& arguments) -> QVariant { return stage.Data().Execute(TextAt(arguments, 0)); });
-  bridge.Add(QStringLiteral("calls"), [&stage](const Arguments&) -> QVariant { return stage.troubles.Calls(); });
-  bridge.Add(QStringLiteral("databaseStatus"), [&stage](const Arguments&) -> QVariant {
-    return stage.Data()
-        .Select(QStringLiteral("SELECT Status FROM _Database_Status"))
-        .value(0)
-        .toMap()
-        .value(QStringLiteral("Status"));
-  });
-  bridge.Add(QStringLiteral("events"), [&stage](const Arguments&) -> QVariant {
-    return stage.Data().Select(
-        QStringLiteral("SELECT EventType AS type, TableID AS [table], TableKey AS [key], Details AS details,"
-                       " Username AS user, Log_Date AS date FROM _Log ORDER BY LogID"));
-  });
-  bridge.Add(QStringLiteral("marketingEvents"), [&stage](const Arguments&) -> QVariant {
-    return stage.Data().Select(
-        QStringLiteral("SELECT Event AS event, CampaignID AS campaign, UserID AS user, Log_Date AS date"
-                       " FROM _Marketing_Log ORDER BY LogID"));
-  });
-  bridge.Add(QStringLiteral("option"), [&stage](const Arguments& arguments) -> QVariant {
-    const QString name = TextAt(arguments, 0);
-    return stage.Data()
-        .Select(QStringLiteral("SELECT [%1] AS value FROM _Options WHERE Options_Company = 'A'").arg(name))
-        .value(0)
-        .toMap()
-        .value(QStringLiteral("value"));
-  });
-  bridge.Add(QStringLiteral("setOption"), [&stage](const Arguments& arguments) -> QVariant {
-    const QVariant value = arguments.value(1);
-    const QString text = value.typeId() == QMetaType::Bool || IsNumber(value) ? QString::number(value.toDouble())
-                                                                              : SqlQuoted(value.toString());
-    return stage.Data().Execute(
-        QStringLiteral("UPDATE _Options SET [%1] = %2 WHERE Options_Company = 'A'").arg(TextAt(arguments, 0), text));
-  });
+  // Also while the program is not running, and without opening the database as the program would.
+  void SetStatus(const char* status) const {
+    execute(QStringLiteral("UPDATE _Database_Status SET Status = '%1'").arg(QLatin1String(status)));
+  }
+
+  Stage& on_;
+};
+
+std::unique_ptr<QObject> MakeDatabaseCommands(Stage& stage) {
+  return std::make_unique<DatabaseCommands>(stage);
 }
 
 }  // namespace qbx::scenario
+
+#include "database_commands.moc"

@@ -2,13 +2,19 @@
 
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <QStringList>
 
-class QObject;
 class QWidget;
 
 namespace qbx::scenario {
+
+/// Whether it is a control of one of these kinds.
+template <class... Kinds>
+[[nodiscard]] bool IsOneOf(const QObject* object) {
+  return (... || (qobject_cast<const Kinds*>(object) != nullptr));
+}
 
 /// A caption as it is read: without the "&" of its mnemonic.
 [[nodiscard]] QString PlainCaption(const QString& caption);

@@ -49,6 +49,8 @@
     return pattern instanceof RegExp ? pattern.test(text) : String(text).indexOf(String(pattern)) >= 0;
   }
 
+  host.functions().forEach(name => { global[name] = (...args) => call(name, ...args); });
+
   // ---- assertions
 
   function verify(condition, explain, text) {
@@ -83,7 +85,7 @@
       return false;
     }
   };
-  global.print = (...values) => call("print", values.map(value => (typeof value === "string" ? value : show(value))).join(" "));
+  global.print = (...values) => call("printLine", values.map(value => (typeof value === "string" ? value : show(value))).join(" "));
 
   // ---- what is answered in advance
 
@@ -116,13 +118,10 @@
   global.onMessage = action => { rule = action; };
   global.acceptNotices = on => { notices = on === undefined || on; };
   global.onWindow = (name, action) => queue(windows, { name: name, action: action });
-  global.messages = () => call("messages");
-  global.inputBoxes = () => call("inputBoxes");
   global.lastMessage = () => {
     const all = call("messages");
     return all.length ? all[all.length - 1] : null;
   };
-  global.clearMessages = () => call("clearMessages");
 
   // The functions below are called by the runner inside other commands; what they return is done to the window.
   host.handle("box", box => {
@@ -215,34 +214,24 @@
     if (abandoned) throw new Abandoned("abandoned");
     verify(mine.count > 0, "the operation ended before anything could be done meanwhile");
   };
-  global.statusTexts = () => call("statusTexts");
-  global.clearStatusTexts = () => call("clearStatusTexts");
-  global.statusBox = () => call("statusBox");
   global.cancelStatus = () => { control("frmProcessing.cmdCancel").click(); };
-  global.busy = () => call("busy");
 
   // ---- controls and windows
 
-  const readable = ["text", "caption", "enabled", "visible", "ticked", "readOnly", "focused", "toolTip", "accessibleName", "colour", "background",
-    "bold", "value", "maximum", "placeholder", "selectedIndex", "selectedText", "selectedTexts", "selectedRows", "items", "keys", "tabs", "currentTab",
-    "rowCount", "columns", "hiddenColumns", "firstVisibleRow", "currentRow", "currentColumn", "sort", "shortcut", "size", "kind", "mnemonic"];
-  const asked = ["cell", "cellColours", "row", "tabEnabled", "columnWidth", "visibleTexts"];
-  const actions = ["click", "doubleClick", "rightClick", "type", "setText", "choose", "toggle", "tick", "untick", "press", "focus", "selectTab",
-    "clickCell", "doubleClickCell", "rightClickCell", "clickHeading", "rightClickHeading", "selectRows", "scrollToRow", "resizeColumn", "moveColumn", "trigger", "close", "resize"];
-
+  const members = host.call("controlMembers", []);
   class Control {
     constructor(name) { this.name = name; }
     toString() { return this.name; }
     toJSON() { return this.name; }
   }
-  readable.forEach(property => Object.defineProperty(Control.prototype, property, {
+  members.readable.forEach(property => Object.defineProperty(Control.prototype, property, {
     get() { return call("read", this.name, property); },
     set(value) { throw new Error(property + " cannot be assigned; use the methods that a user has."); },
   }));
-  asked.forEach(property => { Control.prototype[property] = function (...args) { return call("read", this.name, property, ...args); }; });
-  actions.forEach(action => {
+  members.asked.forEach(question => { Control.prototype[question] = function (...args) { return call("read", this.name, question, args); }; });
+  members.actions.forEach(action => {
     Control.prototype[action] = function (...args) {
-      call("act", this.name, action, ...args);
+      call("act", this.name, action, args);
       return this;
     };
   });
@@ -258,15 +247,9 @@
     return new Proxy(new Control(name), strict);
   }
   global.control = control;
-  global.exists = name => call("exists", name);
-  global.controlNames = window => call("controlNames", window);
-  global.keyboardFaults = () => call("keyboardFaults");
-  global.windows = () => call("windows");
-  global.focusedControl = () => call("focusedControl");
   global.press = (keys, times) => {
     for (let i = 0; i < (times === undefined ? 1 : times); i++) call("press", keys);
   };
-  global.type = text => call("type", text);
   global.selectTab = tab => { control("ssTabMain").selectTab(tab); };
   global.currentTab = () => control("ssTabMain").currentTab;
 
@@ -305,14 +288,7 @@
       call("killAnother");
     }
   };
-  global.closeWindow = name => call("closeWindow", name === undefined ? "frmMain" : name);
-  global.outcome = () => call("outcome");
-  ["sql", "execute", "lockDatabase", "unlockDatabase", "dropProcedure", "restoreProcedure", "failProcedure", "takeOffline", "bringOnline",
-    "databaseStatus", "breakConnection", "loseConnection", "restoreConnection", "slowDatabase", "log", "events", "marketingEvents", "ini", "setIni",
-    "registry", "setRegistry", "files", "readFile", "writeFile", "removeFile", "programFolder", "shellOpened", "shellCommands", "serviceRequests", "printJobs", "printerFails",
-    "steer", "setClock", "advanceClock", "clock", "screenshot", "wait", "clipboard", "setClipboard", "calls", "crash"]
-    .forEach(name => { global[name] = (...args) => call(name, ...args); });
-  global.option = (name, value) => (value === undefined ? call("option", name) : call("setOption", name, value));
+  global.option = (name, value) => (value === undefined ? call("readOption", name) : call("writeOption", name, value));
   global.texts = () => JSON.parse(call("sandbox", "/api/texts"));
   global.mails = () => JSON.parse(call("sandbox", "/api/mails")).map(mail => JSON.parse(call("sandbox", "/api/mails/" + mail.number)));
   global.credits = number => {
