@@ -48,8 +48,7 @@ class Stage {
   [[nodiscard]] const qbx::test::TempFolder& Folder() const;
   [[nodiscard]] qbx::test::SandboxProcess& Sandbox();
   /// The command line of the last start.
-  [[nodiscard]] const QString& CommandLine() const { return wishes_.commandLine; }
-  [[nodiscard]] const QString& DatabaseName() const { return names_.databaseName; }
+  [[nodiscard]] QString CommandLine() const { return wishes_.Text("commandLine"); }
   /// "machine" or "user". \throws ScenarioError
   [[nodiscard]] static RegistryHive ReadHive(const QString& name);
   /// A path below the host product's key; one that begins with "SOFTWARE\" is taken as it is.
@@ -68,12 +67,11 @@ class Stage {
   AnotherProcess another;
 
  private:
-  void MakeGarage(const StartWishes& wishes);
+  void MakeGarage(const QVariant& wish);
   void PutFiles(const StartWishes& wishes) const;
   void PutRegistry(const StartWishes& wishes);
-  void PutServices(const StartWishes& wishes);
   void PutOptions(const StartWishes& wishes);
-  void UseSandbox(const QVariant& wish);
+  void UseSandbox(const QVariant& credits);
 
   Bridge& bridge_;
   QString screenshots_;
