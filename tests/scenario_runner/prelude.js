@@ -306,6 +306,73 @@
     }
   };
 
+  // ---- short ways through the wizard
+
+  global.shown = (...names) => names.map(name => control(name).text);
+  global.count = from => call("sql", "SELECT Count(*) AS n FROM " + from)[0].n;
+  global.refused = (part, action, icon) => {
+    global.clearMessages();
+    global.answer(part);
+    action();
+    global.assertEqual(global.messages().map(box => box.icon), [icon || "exclamation"], "refused with one box: " + part);
+  };
+  global.failing = (procedure, text, action) => {
+    call("failProcedure", procedure, text);
+    global.answer(text);
+    action();
+    call("failProcedure", procedure, "");
+  };
+  global.cancelled = operation => {
+    call("slowDatabase", 300);
+    global.during(operation, () => global.statusBox() !== null && (global.cancelStatus(), true));
+    call("slowDatabase", 0);
+  };
+  global.walkTo = (tab, query) => {
+    if (control("frmMain.cmdNew").visible) control("frmMain.cmdNew").click();
+    control("tvQuery").choose(query === undefined ? "All Customers" : query);
+    if (control("cmbType").visible) control("cmbType").choose(0);
+    for (let step = 0; step < tab - 1; step++) control("cmdNext" + step).click();
+  };
+  global.keepRows = (number, values) => {
+    call("execute", "DELETE FROM [Campaign Results] WHERE RecordID NOT IN (SELECT RecordID FROM [Campaign Results] ORDER BY Customer LIMIT " + number + ")");
+    call("execute", "UPDATE [Campaign Results] SET Mobile = '0770090010' || (RecordID % 10), Email = 'c' || RecordID || '@example.com'" +
+         (values ? ", " + values : ""));
+    return call("sql", "SELECT * FROM [Campaign Results] ORDER BY Customer");
+  };
+  global.write = templates => {
+    global.selectTab(4);
+    control("ssTabLetters").selectTab("Text Message");
+    if (templates.sms !== undefined) control("txtSMS").setText(templates.sms);
+    control("ssTabLetters").selectTab("Email");
+    if (templates.subject !== undefined) control("txtEmailSubject").setText(templates.subject);
+    if (templates.body !== undefined) control("txtEmailBody").setText(templates.body);
+  };
+  global.saveAs = name => {
+    global.onWindow("frmCampaigns", manager => {
+      manager.control("txtName").setText(name);
+      manager.control("cmdSave").click();
+    });
+    control("cmdSave").click();
+  };
+  global.manage = action => {
+    global.onWindow("frmCampaigns", manager => {
+      action(manager, manager.control("lstCampaigns"));
+      if (call("windows")[0] === "frmCampaigns") manager.control("cmdClose").click();
+    });
+    if (control("frmMain.cmdLoad").visible) return control("frmMain.cmdLoad").click();
+    global.answer("Lose any changes and load an existing campaign?", "Yes");
+    control("mnuLoad").trigger();
+  };
+  global.load = name => global.manage((manager, list) => {
+    list.choose(name);
+    manager.control("cmdLoad").click();
+  });
+  global.sentElsewhere = (campaign, action) => {
+    call("execute", "INSERT INTO Campaign_Claims VALUES (" + campaign + ", 'Alex', 'FRONTDESK', 4711, '1', GetDate(), '2026-03-04 10:20:00')");
+    action();
+    call("execute", "DELETE FROM Campaign_Claims");
+  };
+
   // ---- the end of the scenario, called by the runner
 
   host.handle("abandoned", error => error instanceof Abandoned);

@@ -30,9 +30,7 @@ check("the start panel, queries, filters and results; tips and help say what hap
   control("cmdNew").click();
   queries();
   helps("Choose in the tree", "tvQuery");
-  control("tvQuery").choose("All Vehicles");
-  control("cmbType").choose(0);
-  control("cmdNext0").click();
+  walkTo(2, "All Vehicles");
   control("cmbFilter3").choose("Between");
   control("cmbFilter4").choose("Between");
   fine("filters");
