@@ -126,53 +126,7 @@ class TabsControl final : public WidgetControl {
 };
 
 /// Lists, trees and grids.
-class ItemsControl final : public WidgetControl {
-  Q_OBJECT
- public:
-  ItemsControl(QAbstractItemView& view, const QString& name) : WidgetControl(view, name), view_(view) {}
-
-  Q_INVOKABLE QVariant items() const;
-  Q_INVOKABLE QVariant keys() const;
-  Q_INVOKABLE QVariant selectedIndex() const;
-  Q_INVOKABLE QVariant selectedText() const;
-  Q_INVOKABLE QVariant selectedTexts() const;
-  Q_INVOKABLE QVariant selectedRows() const;
-  Q_INVOKABLE QVariant rowCount() const;
-  Q_INVOKABLE QVariant columns() const { return Columns(false); }
-  Q_INVOKABLE QVariant hiddenColumns() const { return Columns(true); }
-  Q_INVOKABLE QVariant firstVisibleRow() const { return view_.indexAt(QPoint(1, 1)).row(); }
-  Q_INVOKABLE QVariant currentRow() const { return view_.currentIndex().row(); }
-  Q_INVOKABLE QVariant currentColumn() const;
-  Q_INVOKABLE QVariant sort() const;
-  Q_INVOKABLE QVariant cell(int row, const QVariant& column) const;
-  Q_INVOKABLE QVariant cellColours(int row, const QVariant& column) const;
-  Q_INVOKABLE QVariant row(int row) const;
-  Q_INVOKABLE QVariant columnWidth(const QVariant& column) const;
-
-  Q_INVOKABLE void choose(const QVariant& item, const QString& keys);
-  Q_INVOKABLE void toggle(const QVariant& item);
-  Q_INVOKABLE void doubleClick(const QVariant& item);
-  Q_INVOKABLE void clickCell(int row, const QVariant& column, const QString& keys);
-  Q_INVOKABLE void doubleClickCell(int row, const QVariant& column, const QString& keys);
-  Q_INVOKABLE void rightClickCell(int row, const QVariant& column, const QString& keys);
-  Q_INVOKABLE void clickHeading(const QVariant& column) { ClickHeading(column, Qt::LeftButton); }
-  Q_INVOKABLE void rightClickHeading(const QVariant& column) { ClickHeading(column, Qt::RightButton); }
-  Q_INVOKABLE void selectRows(const QVariant& rows);
-  Q_INVOKABLE void scrollToRow(int row);
-  Q_INVOKABLE void resizeColumn(const QVariant& column, int pixels);
-  Q_INVOKABLE void moveColumn(const QVariant& column, int place);
-
- private:
-  /// Captions, in the order in which the columns stand on the screen.
-  [[nodiscard]] QStringList Columns(bool hidden) const;
-  /// A column whose cells do nothing when they are clicked.
-  [[nodiscard]] int PlainColumn(int row) const;
-  void ClickItem(const QModelIndex& item, const Click& click);
-  void ClickCell(int row, const QVariant& column, const Click& click);
-  void ClickHeading(const QVariant& column, Qt::MouseButton button);
-  void ChooseAll(const QVariantList& wanted);
-
-  QAbstractItemView& view_;
-};
+[[nodiscard]] std::unique_ptr<Control> MakeItemsControl(QAbstractItemView& view, const QString& name);
+[[nodiscard]] const QMetaObject& ItemsControlType();
 
 }  // namespace qbx::scenario

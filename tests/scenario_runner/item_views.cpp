@@ -17,11 +17,12 @@ void Collect(const QAbstractItemView& view, const QModelIndex& parent, int colum
   }
 }
 
-bool ShowsText(const QModelIndex& item, const QString& text) {
-  for (int column = 0; column < item.model()->columnCount(item.parent()); ++column) {
-    if (PlainLines(item.siblingAtColumn(column).data().toString()) == text) return true;
-  }
-  return false;
+// What the columns of an item show.
+QStringList TextsIn(const QModelIndex& item) {
+  QStringList texts;
+  for (int column = 0; column < item.model()->columnCount(item.parent()); ++column)
+    texts += PlainLines(item.siblingAtColumn(column).data().toString());
+  return texts;
 }
 
 bool HasKey(const QModelIndex& item, const QString& key) {
@@ -105,19 +106,15 @@ QModelIndex ItemOf(const QAbstractItemView& view, const QVariant& item) {
     if (position >= 0 && position < items.size()) return items[position];
   } else {
     for (const QModelIndex& index : items) {
-      if (ShowsText(index, item.toString())) return index;
+      if (TextsIn(index).contains(item.toString())) return index;
     }
     for (const QModelIndex& index : items) {
       if (HasKey(index, item.toString())) return index;
     }
   }
   QStringList rows;
-  for (const QModelIndex& index : items) {
-    QStringList cells;
-    for (int column = 0; column < view.model()->columnCount(index.parent()); ++column)
-      cells += PlainLines(index.siblingAtColumn(column).data().toString());
-    rows += cells.join(QStringLiteral(" | "));
-  }
+  for (const QModelIndex& index : items)
+    rows += TextsIn(index).join(QStringLiteral(" | "));
   throw ScenarioError(
       QStringLiteral("There is no item \"%1\" but %2.").arg(item.toString(), rows.join(QStringLiteral(", "))));
 }
