@@ -309,6 +309,12 @@
   // ---- short ways through the wizard
 
   global.shown = (...names) => names.map(name => control(name).text);
+  global.click = (...names) => names.forEach(name => control(name).click());
+  global.fill = values => Object.keys(values).forEach(name => {
+    const [box, value] = [control(name), values[name]];
+    if (typeof value === "boolean") return value ? box.tick() : box.untick();
+    return /^(cmb|lst|tv)/.test(name) ? box.choose(value) : box.setText(value);
+  });
   global.count = from => call("sql", "SELECT Count(*) AS n FROM " + from)[0].n;
   global.refused = (part, action, icon) => {
     global.clearMessages();
@@ -341,16 +347,17 @@
   };
   global.write = templates => {
     global.selectTab(4);
-    control("ssTabLetters").selectTab("Text Message");
-    if (templates.sms !== undefined) control("txtSMS").setText(templates.sms);
-    control("ssTabLetters").selectTab("Email");
-    if (templates.subject !== undefined) control("txtEmailSubject").setText(templates.subject);
-    if (templates.body !== undefined) control("txtEmailBody").setText(templates.body);
+    const boxes = {sms: ["Text Message", "txtSMS"], subject: ["Email", "txtEmailSubject"], body: ["Email", "txtEmailBody"]};
+    Object.keys(templates).forEach(what => {
+      const [page, box] = boxes[what];
+      control("ssTabLetters").selectTab(page);
+      control(box).setText(templates[what]);
+    });
   };
   global.saveAs = name => {
-    global.onWindow("frmCampaigns", manager => {
-      manager.control("txtName").setText(name);
-      manager.control("cmdSave").click();
+    global.onWindow("frmCampaigns", () => {
+      control("txtName").setText(name);
+      control("cmdSave").click();
     });
     control("cmdSave").click();
   };
@@ -378,17 +385,14 @@
   host.handle("abandoned", error => error instanceof Abandoned);
   host.handle("finish", () => {
     abandoned = false;
-    answers.filter(entry => !mayStayAway(entry.part))
-        .forEach(entry => host.call("fail", ["Nothing asked for the answer \"" + entry.part + "\".", entry.where]));
-    inputs.forEach(entry => host.call("fail", ["No input box asked for the answer \"" + entry.text + "\".", entry.where]));
-    menus.forEach(entry => host.call("fail", ["No menu asked for \"" + entry.entry + "\".", entry.where]));
-    fileAnswers.forEach(entry => host.call("fail", ["No file dialog asked for \"" + entry.path + "\".", entry.where]));
-    windows.forEach(entry => host.call("fail", ["The window " + entry.name + " never opened.", entry.where]));
-    answers = [];
-    inputs = [];
-    menus = [];
-    fileAnswers = [];
-    windows = [];
+    const left = [
+      ...answers.filter(entry => !mayStayAway(entry.part)).map(entry => ["Nothing asked for the answer \"" + entry.part + "\".", entry]),
+      ...inputs.map(entry => ["No input box asked for the answer \"" + entry.text + "\".", entry]),
+      ...menus.map(entry => ["No menu asked for \"" + entry.entry + "\".", entry]),
+      ...fileAnswers.map(entry => ["No file dialog asked for \"" + entry.path + "\".", entry]),
+      ...windows.map(entry => ["The window " + entry.name + " never opened.", entry]),
+    ];
+    left.forEach(([text, entry]) => host.call("fail", [text, entry.where]));
     return assertions;
   });
 })

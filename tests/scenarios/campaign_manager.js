@@ -17,8 +17,7 @@ check("Edit changes name and description of the chosen campaign; the history tel
   window.control("txtName").setText(" ");
   refused("Campaign Name is not valid.", () => window.control("cmdSave").click());
   assertEqual(tabs.currentTab, 1);
-  window.control("txtName").setText("MOT due soon");
-  window.control("txtDescription").setText("Another text");
+  fill({txtName: "MOT due soon", txtDescription: "Another text"});
   window.control("cmdSave").click();
   assertEqual([tabs.currentTab, tabs.tabEnabled(1), window.control("txtDesc").text], [2, false, "Another text"]);
   assert(names(list).includes("MOT due soon") && !names(list).includes("MOT due"));
@@ -154,8 +153,7 @@ check("a long text is cut in the list alone", () => {
     const cut = list.cell(list.selectedIndex, "Description");
     assertMatch(cut, /^First line and many words/);
     assertEqual([cut.length, window.control("txtDesc").text], [300, text]);
-    window.control("cmdEdit").click();
-    window.control("cmdSave").click();
+    click("cmdEdit", "cmdSave");
   });
   assertEqual(stored("Lapsed customers")[0].Campaign_Description, text);
 });

@@ -51,8 +51,7 @@ check("saving again updates it, and a name comes back as it was typed", () => {
   control("cmdNext2").click();
   for (const name of ["O'Brien's \"best\" & <b>bold</b>", "Zo\u00eb \u{1F697}\u{1F4E7} \u65e5\u672c", "[x] %1 {regno} -- 1;"]) {
     onWindow("frmCampaigns", window => {
-      window.control("txtName").setText(name);
-      window.control("txtDescription").setText(name + "\nsecond line");
+      fill({txtName: name, txtDescription: name + "\nsecond line"});
       window.control("cmdSave").click();
     });
     control("cmdSave").click();
@@ -63,8 +62,7 @@ check("saving again updates it, and a name comes back as it was typed", () => {
       assertEqual(shown("txtName", "txtDescription"), [name, name + "\nsecond line"]);
       window.control("ssTabCampaigns").selectTab(2);
       answer("OK to delete the selected Campaign '" + name + "'?", "No");
-      window.control("cmdDelete").click();
-      window.control("cmdClose").click();
+      click("cmdDelete", "cmdClose");
     });
     control("cmdSave").click();
   }

@@ -31,8 +31,7 @@ check("the start panel, queries, filters and results; tips and help say what hap
   queries();
   helps("Choose in the tree", "tvQuery");
   walkTo(2, "All Vehicles");
-  control("cmbFilter3").choose("Between");
-  control("cmbFilter4").choose("Between");
+  fill({cmbFilter3: "Between", cmbFilter4: "Between"});
   fine("filters");
   helps(control("cmbFilter3").toolTip, "cmbFilter3");
   control("cmdNext1").click();

@@ -92,14 +92,10 @@ check("letters that are printed are marked, the others stay due", () => {
     print(window, dialog => {
       assertEqual(dialog.control("cmbPrinter").items, ["Office", "Workshop"]);
       assertEqual(dialog.control("cmbPrinter").selectedText, "Office");
-      dialog.control("cmbPrinter").choose("Workshop");
-      dialog.control("chkBothSides").tick();
-      dialog.control("cmbTray").choose("tray-2");
-      dialog.control("txtLastLetter").setText("2");
+      fill({cmbPrinter: "Workshop", chkBothSides: true, cmbTray: "tray-2", txtLastLetter: "2"});
       dialog.control("cmdNextLetters").click();
       assertEqual([dialog.control("txtFirstLetter").text, dialog.control("txtLastLetter").text, dialog.control("cmdNextLetters").enabled], ["3", "4", false]);
-      dialog.control("txtFirstLetter").setText("");
-      dialog.control("txtLastLetter").setText("2");
+      fill({txtFirstLetter: "", txtLastLetter: "2"});
       screenshot("printer");
       assertEqual(keyboardFaults(), []);
       helps("Next 50");

@@ -64,8 +64,7 @@ check("a new campaign is not sorted as the one before", () => {
 check("a result without rows says so in place of the grid", () => {
   selectTab(1);
   control("cmdNext0").click();
-  control("chkFilter1").tick();
-  control("cmbFilter1").choose(0);
+  fill({chkFilter1: true, cmbFilter1: 0});
   control("cmbData1").setText("Nobody is of this type");
   control("cmdNext1").click();
   assertEqual(control("lblCount").text, "0 records ");

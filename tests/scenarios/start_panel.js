@@ -39,8 +39,7 @@ check("a new campaign opens the wizard", () => {
 });
 
 check("starting again asks: No keeps what was typed, Yes starts afresh; what was not touched is left without a question", () => {
-  control("tvQuery").choose("Top Customers");
-  control("txtCriteria").setText("7");
+  fill({tvQuery: "Top Customers", txtCriteria: "7"});
   control("dteDate0").type("01/02/2026");
   answer(fresh, "No");
   press("Ctrl+N");

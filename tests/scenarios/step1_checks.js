@@ -9,8 +9,7 @@ const choose = query => control("tvQuery").choose(query);
 check("one thing at a time is refused, nothing runs, and each Next is on record", () => {
   choose("Top Customers");
   from.setText("01/01/1980");
-  control("txtCriteria").setText("some");
-  control("txtCriteriaStart").setText("none");
+  fill({txtCriteria: "some", txtCriteriaStart: "none"});
   refused("Please select a Campaign Type.", click, "information");
   assertEqual(lastMessage().caption, "QBX Marketing & Reporting Module");
   control("cmbType").choose("Promotions");

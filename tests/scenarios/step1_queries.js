@@ -64,12 +64,10 @@ check("lapsed customers come with dates, a worked example and a line that says w
 });
 
 check("dates, numbers and reminder carry over from query to query, makes do not", () => {
-  control("dteDate0").setText("01/05/2026");
-  control("dteDate1").setText("");
+  fill({dteDate0: "01/05/2026", dteDate1: ""});
   choose("Top Customers");
   assertEqual(shown("lblCriteria", "lblCriteriaStart", "txtCriteria", "txtCriteriaStart"), ["Records to return:", "Start at record:", "100", "1"]);
-  control("txtCriteria").setText("12");
-  control("txtCriteriaStart").setText("3");
+  fill({txtCriteria: "12", txtCriteriaStart: "3"});
   choose("Based on Reminder Date");
   control("cmbReminder").choose(1);
   choose("Specific Makes");

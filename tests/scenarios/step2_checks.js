@@ -20,8 +20,7 @@ check("Top and Bottom Customers take no vehicle filters, which is said first; fi
   selectTab(1);
   walkTo(2, "Top Customers");
   refused("Vehicle Filters cannot be used when using the Top Customers Query option.", next);
-  control("chkFilter5").untick();
-  control("chkFilter1").tick();
+  fill({chkFilter5: false, chkFilter1: true});
   next();
   assertEqual(currentTab(), 3);
 });
@@ -48,9 +47,7 @@ check("then mileage, year and model; equal bounds pass", () => {
 check("Refresh counts and stays, and takes those out who did not consent", () => {
   start({garage: 200, options: {Only_Send_Comms_When_Opted_In: true}});
   walkTo(2, "All Vehicles");
-  control("chkFilter4").tick();
-  control("cmbFilter4").choose("After");
-  control("txtYear0").setText("2015");
+  fill({chkFilter4: true, cmbFilter4: "After", txtYear0: "2015"});
   const [first, before] = [control("lblRecords0").text, queriesRun()];
   clearStatusTexts();
   control("lblRecords1").press("F5");
@@ -66,8 +63,7 @@ check("filters that are not applied to the rows say so, on both pages", () => {
   start({garage: {customers: 200, seed: 5}, options: {Only_Send_Comms_When_Opted_In: false}});
   walkTo(2, "All Vehicles");
   pending(false);
-  control("chkFilter4").tick();
-  control("cmbFilter4").choose("After");
+  fill({chkFilter4: true, cmbFilter4: "After"});
   control("txtYear0").type("2015");
   pending(true);
   assertEqual(control("dbgFirst").enabled, false);
@@ -79,8 +75,7 @@ check("filters that are not applied to the rows say so, on both pages", () => {
   selectTab(3);
   pending(true);
   selectTab(2);
-  control("chkFilter4").untick();
-  control("chkIncludeOptedOut").tick();
+  fill({chkFilter4: false, chkIncludeOptedOut: true});
   pending(true, "opted-out customers are not among the rows yet");
   acceptNotices();
   next();
@@ -89,7 +84,6 @@ check("filters that are not applied to the rows say so, on both pages", () => {
   control("chkIncludeOptedOut").untick();
   pending(true, "opted-out customers are among the rows still");
   control("chkIncludeOptedOut").tick();
-  control("cmdBack1").click();
-  control("cmdNext0").click();
+  click("cmdBack1", "cmdNext0");
   pending(false, "step 1 includes them as well");
 });

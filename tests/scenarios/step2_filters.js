@@ -52,9 +52,7 @@ function results(fits) {
 let all = 0;
 
 check("a filter that is off is not sent, whatever it holds", () => {
-  control("cmbData1").choose("Trade");
-  control("cmbFilter1").choose("Type Is");
-  control("txtYear0").setText("2015");
+  fill({cmbData1: "Trade", cmbFilter1: "Type Is", txtYear0: "2015"});
   all = results(() => true);
   assertEqual(control("lblRecords0").text, "Records found: " + all);
 });
@@ -64,10 +62,7 @@ check("customer type, is and is not; enquiry source, chosen and typed", () => {
   const trade = results(row => row.Cust_Type === "Trade");
   control("cmbFilter1").choose("Type Is Not");
   assertEqual(results(row => row.Cust_Type !== "Trade") + trade, all);
-  control("chkFilter1").untick();
-  control("chkFilter2").tick();
-  control("cmbFilter2").choose("Source Is");
-  control("cmbData2").choose("Google");
+  fill({chkFilter1: false, chkFilter2: true, cmbFilter2: "Source Is", cmbData2: "Google"});
   results(row => row.Enquiry_Source === "Google");
   control("cmbData2").setText("Radio");
   results(row => row.Enquiry_Source === "Radio");
@@ -75,18 +70,13 @@ check("customer type, is and is not; enquiry source, chosen and typed", () => {
 });
 
 check("year and mileage, one bound and between two", () => {
-  control("chkFilter4").tick();
-  control("cmbFilter4").choose("Before");
+  fill({chkFilter4: true, cmbFilter4: "Before"});
   results(row => row.Year < 2015);
-  control("cmbFilter4").choose("Between");
-  control("txtYear1").setText("2016");
+  fill({cmbFilter4: "Between", txtYear1: "2016"});
   results(row => row.Year >= 2015 && row.Year <= 2016);
-  control("chkFilter4").untick();
-  control("chkFilter3").tick();
-  control("txtMileage0").setText("60000 or so");
+  fill({chkFilter4: false, chkFilter3: true, txtMileage0: "60000 or so"});
   results(row => row.Last_Mileage < 60000);
-  control("cmbFilter3").choose("Between");
-  control("txtMileage1").setText("90000");
+  fill({cmbFilter3: "Between", txtMileage1: "90000"});
   results(row => row.Last_Mileage >= 60000 && row.Last_Mileage <= 90000);
 });
 
@@ -94,8 +84,7 @@ check("a line beside a filter says what it does where its controls do not show i
   const says = text => assertEqual(control("lblFilterNote3").visible ? control("lblFilterNote3").text : "", text);
   control("txtMileage1").setText("50 000");
   says("The first number is above the second.");
-  control("cmbFilter3").choose("Higher Than");
-  control("txtMileage0").setText("80k");
+  fill({cmbFilter3: "Higher Than", txtMileage0: "80k"});
   says("Read as 80.");
   screenshot("step2_notes");
   control("txtMileage0").setText("80,000");
@@ -107,8 +96,7 @@ check("a line beside a filter says what it does where its controls do not show i
 check("model, and a customer query that is filtered by a vehicle's value", () => {
   selectTab(1);
   walkTo(2);
-  control("chkFilter5").tick();
-  control("txtModel").setText("golf");
+  fill({chkFilter5: true, txtModel: "golf"});
   results(row => /golf/i.test(row.Model));
   assertMatch(calls().filter(call => /^proc_Marketing_Add/.test(call)).pop(), "proc_Marketing_AddAllVehicles");
   control("chkFilter5").untick();

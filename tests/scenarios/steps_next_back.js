@@ -27,8 +27,7 @@ check("the campaign runs only when the three steps are complete, one after the o
 
 check("Back goes one step, keeps the steps complete, and is written down", () => {
   selectTab(3);
-  control("cmdBack2").click();
-  control("cmdBack1").click();
+  click("cmdBack2", "cmdBack1");
   assertEqual(currentTab(), 1);
   control("cmdRun").click();
   assertEqual(currentTab(), 5);

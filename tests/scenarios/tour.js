@@ -11,18 +11,14 @@ check("step 1 shows the options of each kind of query", () => {
     if (query === "Specific Makes") control("lstMakes").choose(["Audi", "Ford"]);
     screenshot(picture);
   }
-  control("tvQuery").choose("Based on Reminder Date");
-  control("cmbReminder").choose(0);
-  control("dteDate0").setText("01/03/2026");
-  control("dteDate1").setText("30/04/2026");
+  fill({tvQuery: "Based on Reminder Date", cmbReminder: 0, dteDate0: "01/03/2026", dteDate1: "30/04/2026"});
   screenshot("step1-reminder");
   control("cmdNext0").click();
   assertEqual(currentTab(), 2);
 });
 
 check("step 2 narrows them", () => {
-  control("chkFilter4").tick();
-  control("cmbFilter4").choose("Between");
+  fill({chkFilter4: true, cmbFilter4: "Between"});
   control("txtYear0").type("2010");
   control("txtYear1").type("2020");
   control("cmdApplyFilters").click();
@@ -32,8 +28,7 @@ check("step 2 narrows them", () => {
 });
 
 check("step 3 decides who gets what", () => {
-  control("cmbSendBy0").choose(0);
-  control("cmbSendBy1").choose(0);
+  fill({cmbSendBy0: 0, cmbSendBy1: 0});
   control("cmdSetSendMethods").click();
   const grid = control("dbgData");
   grid.clickHeading("Lastname");
