@@ -25,18 +25,6 @@ QString Assignments(const QVariantMap& values) {
   return parts.join(QStringLiteral(", "));
 }
 
-const char* OutcomeName(StartOutcome outcome) {
-  switch (outcome) {
-    case StartOutcome::kRefused:
-      return "refused";
-    case StartOutcome::kStopped:
-      return "stopped";
-    case StartOutcome::kRunning:
-      break;
-  }
-  return "running";
-}
-
 }  // namespace
 
 QDateTime ReadTime(const QString& text) {
@@ -197,7 +185,8 @@ QString Stage::Launch() {
       .printers = &printers,
       .wrapSessions = [this](SessionFactory inner) { return WithTroubles(std::move(inner), troubles); }};
   program_ = std::make_unique<MarketingProgram>(*ui_, setup);
-  outcome = QLatin1String(OutcomeName(program_->Start(CommandLine())));
+  const StartOutcome started = program_->Start(CommandLine());
+  outcome = started == StartOutcome::kRefused ? "refused" : started == StartOutcome::kStopped ? "stopped" : "running";
   QCoreApplication::processEvents();
   return outcome;
 }

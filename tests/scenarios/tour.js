@@ -17,22 +17,14 @@ check("step 1 shows the options of each kind of query", () => {
   assertEqual(currentTab(), 2);
 });
 
-check("step 2 narrows them", () => {
-  fill({chkFilter4: true, cmbFilter4: "Between"});
-  control("txtYear0").type("2010");
-  control("txtYear1").type("2020");
+check("steps 2 and 3 narrow them, and decide who gets what", () => {
+  fill({chkFilter4: true, cmbFilter4: "Between", txtYear0: "2010", txtYear1: "2020"});
   control("cmdApplyFilters").click();
   screenshot("step2");
   control("cmdNext1").click();
-  assertEqual(currentTab(), 3);
-});
-
-check("step 3 decides who gets what", () => {
   fill({cmbSendBy0: 0, cmbSendBy1: 0});
   control("cmdSetSendMethods").click();
-  const grid = control("dbgData");
-  grid.clickHeading("Lastname");
-  grid.clickCell(3, "Send_SMS");
+  control("dbgData").clickHeading("Lastname").clickCell(3, "Send_SMS");
   screenshot("step3");
   control("cmdNext2").click();
   assertEqual(currentTab(), 4);
@@ -51,24 +43,13 @@ check("steps 4 and 5 stand", () => {
 });
 
 check("the campaign manager and the about box open and close", () => {
-  onWindow("frmCampaigns", window => {
-    window.control("txtName").setText("MOT due, spring");
-    screenshot("save");
-    window.control("cmdSave").click();
-  });
-  control("cmdSave").click();
+  saveAs("MOT due, spring");
   assertMatch(control("frmMain").caption, "[MOT due, spring]");
-  answer("Lose any changes", "Yes");
-  onWindow("frmCampaigns", window => {
+  manage(window => {
     screenshot("load");
     window.control("ssTabCampaigns").selectTab(3);
     screenshot("history");
-    window.control("cmdClose").click();
   });
-  control("mnuLoad").trigger();
-  onWindow("frmAbout", window => {
-    screenshot("about");
-    window.close();
-  });
+  onWindow("frmAbout", about => screenshot("about") || about.close());
   control("mnuAbout").trigger();
 });
