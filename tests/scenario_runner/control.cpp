@@ -1,6 +1,7 @@
 #include "control.h"
 
 #include "find_control.h"
+#include "items_control.h"
 #include "scenario_error.h"
 
 namespace qbx::scenario {
@@ -45,7 +46,7 @@ QVariant TextOf(const QObject& control) {
 
 std::unique_ptr<Control> Control::Of(QObject& object, const QString& name) {
   if (auto* action = qobject_cast<QAction*>(&object)) return std::make_unique<ActionControl>(*action, name);
-  if (auto* view = qobject_cast<QAbstractItemView*>(&object)) return MakeItemsControl(*view, name);
+  if (auto* view = qobject_cast<QAbstractItemView*>(&object)) return std::make_unique<ItemsControl>(*view, name);
   if (auto* combo = qobject_cast<QComboBox*>(&object)) return std::make_unique<ComboControl>(*combo, name);
   if (auto* tabs = qobject_cast<QTabBar*>(&object)) return std::make_unique<TabsControl>(*tabs, *tabs, name);
   if (auto* holder = qobject_cast<QTabWidget*>(&object))
@@ -58,7 +59,7 @@ QVariantMap Control::Members() {
   QStringList asked;
   QStringList actions;
   for (const QMetaObject* kind : {&ActionControl::staticMetaObject, &ComboControl::staticMetaObject,
-                                  &TabsControl::staticMetaObject, &ItemsControlType()}) {
+                                  &TabsControl::staticMetaObject, &ItemsControl::staticMetaObject}) {
     for (int i = QObject::staticMetaObject.methodCount(); i < kind->methodCount(); ++i) {
       const QMetaMethod method = kind->method(i);
       const bool property = method.returnType() == QMetaType::QVariant && method.parameterCount() == 0;

@@ -125,8 +125,4 @@ class TabsControl final : public WidgetControl {
   QTabBar& tabs_;
 };
 
-/// Lists, trees and grids.
-[[nodiscard]] std::unique_ptr<Control> MakeItemsControl(QAbstractItemView& view, const QString& name);
-[[nodiscard]] const QMetaObject& ItemsControlType();
-
 }  // namespace qbx::scenario

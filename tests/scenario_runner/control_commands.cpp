@@ -1,11 +1,6 @@
-#include <QtTest>
+#include "control_commands.h"
 
-#include "commands.h"
-#include "control.h"
-#include "find_control.h"
-#include "keyboard_faults.h"
 #include "scenario_error.h"
-#include "stage.h"
 
 namespace qbx::scenario {
 namespace {
@@ -14,7 +9,9 @@ QWidget& FocusOf(QWidget& window) {
   return window.focusWidget() != nullptr ? *window.focusWidget() : window;
 }
 
-QWidget& Focus() {
+}  // namespace
+
+QWidget& ControlCommands::Focus() {
   if (QWidget* popup = QApplication::activePopupWidget()) return FocusOf(*popup);
   const QList<QWidget*> windows = VisibleWindows();
   if (windows.isEmpty()) throw ScenarioError(QStringLiteral("No window is open that could take keys."));
@@ -26,40 +23,6 @@ QWidget& Focus() {
   };
   return focus != nullptr && reachable(*focus->window()) ? *focus : FocusOf(*windows.constFirst());
 }
-
-}  // namespace
-
-class ControlCommands final : public QObject {
-  Q_OBJECT
- public:
-  explicit ControlCommands(Stage& stage) : stage_(stage) {}
-
-  Q_INVOKABLE bool exists(const QString& name) const { return TryFindControl(name) != nullptr; }
-  Q_INVOKABLE QStringList windows() const;
-  Q_INVOKABLE QStringList controlNames(const QString& window) const;
-  Q_INVOKABLE bool closeWindow(const QVariant& window) const;
-  Q_INVOKABLE void screenshot(const QString& name, const QVariant& window) const;
-  Q_INVOKABLE void wait(int milliseconds) const { QTest::qWait(milliseconds); }
-  Q_INVOKABLE QString focusedControl() const { return NearestName(QApplication::focusWidget()); }
-  Q_INVOKABLE QStringList keyboardFaults() const { return KeyboardFaults(*Focus().window()); }
-  Q_INVOKABLE void type(const QString& text) const { TypeText(Focus(), text); }
-  Q_INVOKABLE QString clipboard() const { return PlainLines(QApplication::clipboard()->text()); }
-  Q_INVOKABLE void setClipboard(const QString& text) const { QApplication::clipboard()->setText(text); }
-
- public Q_SLOTS:
-  void press(const QString& keys) const { PressKeys(Focus(), keys); }
-  QVariantMap controlMembers() const { return Control::Members(); }
-  void find(const QString& name) const { (void)FindControl(name); }
-  QVariant read(const QString& name, const QString& what, const QVariant& arguments) const {
-    return Control::Of(FindControl(name), name)->Read(what, arguments.toList());
-  }
-  void act(const QString& name, const QString& action, const QVariant& arguments) const {
-    Control::Of(FindControl(name), name)->Use(action, arguments.toList());
-  }
-
- private:
-  Stage& stage_;
-};
 
 QStringList ControlCommands::windows() const {
   QStringList names;
@@ -99,10 +62,4 @@ void ControlCommands::screenshot(const QString& name, const QVariant& window) co
   if (!shown.grab().save(file)) throw ScenarioError(QStringLiteral("%1 cannot be written.").arg(file));
 }
 
-std::unique_ptr<QObject> MakeControlCommands(Stage& stage) {
-  return std::make_unique<ControlCommands>(stage);
-}
-
 }  // namespace qbx::scenario
-
-#include "control_commands.moc"

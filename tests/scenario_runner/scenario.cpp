@@ -7,11 +7,13 @@
 #include <QtWidgets/QWidget>
 
 #include "bridge.h"
-#include "commands.h"
+#include "control_commands.h"
+#include "database_commands.h"
 #include "find_control.h"
 #include "report.h"
 #include "stage.h"
 #include "window_watch.h"
+#include "world_commands.h"
 
 namespace qbx::scenario {
 namespace {
@@ -62,12 +64,11 @@ bool RunScenario(const QString& file, const QString& screenshots, const QString&
     return false;
   }
   WindowWatch watch(bridge);
-  const std::unique_ptr<QObject> commands[] = {MakeControlCommands(stage), MakeWorldCommands(stage),
-                                               MakeDatabaseCommands(stage)};
-  for (const std::unique_ptr<QObject>& some : commands)
-    bridge.Add(*some);
-  bridge.Add(report);
-  bridge.Add(watch);
+  ControlCommands control(stage);
+  WorldCommands world(stage);
+  DatabaseCommands database(stage);
+  for (QObject* commands : std::initializer_list<QObject*>{&control, &world, &database, &report, &watch})
+    bridge.Add(*commands);
   LoadPrelude(engine, bridge);
 
   QStringList trace;

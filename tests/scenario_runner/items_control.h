@@ -1,4 +1,6 @@
-// What is read and clicked in lists, trees and grids.
+// Lists, trees and grids, as a scenario has them.
+
+#pragma once
 
 #include "control.h"
 #include "find_control.h"
@@ -6,29 +8,13 @@
 #include "scenario_error.h"
 
 namespace qbx::scenario {
-namespace {
 
-bool TakesManyByClick(const QAbstractItemView& view) {
-  return view.selectionMode() == QAbstractItemView::MultiSelection;
-}
-
-QVariant TextsOf(const QAbstractItemView& view, bool onlySelected) {
-  QStringList texts;
-  for (const QModelIndex& item : AllItems(view)) {
-    if (!onlySelected || view.selectionModel()->isSelected(item)) texts += PlainLines(item.data().toString());
-  }
-  return texts;
-}
-
-}  // namespace
-
-/// Lists, trees and grids.
 class ItemsControl final : public WidgetControl {
   Q_OBJECT
  public:
   ItemsControl(QAbstractItemView& view, const QString& name) : WidgetControl(view, name), view_(view) {}
 
-  Q_INVOKABLE QVariant items() const { return TextsOf(view_, false); }
+  Q_INVOKABLE QVariant items() const { return Texts(false); }
   Q_INVOKABLE QVariant keys() const {
     QVariantList keys;
     for (const QModelIndex& item : AllItems(view_))
@@ -42,8 +28,8 @@ class ItemsControl final : public WidgetControl {
     }
     return -1;
   }
-  Q_INVOKABLE QVariant selectedText() const { return TextsOf(view_, true).toStringList().value(0); }
-  Q_INVOKABLE QVariant selectedTexts() const { return TextsOf(view_, true); }
+  Q_INVOKABLE QVariant selectedText() const { return Texts(true).toStringList().value(0); }
+  Q_INVOKABLE QVariant selectedTexts() const { return Texts(true); }
   Q_INVOKABLE QVariant selectedRows() const {
     QList<int> rows;
     for (const QModelIndex& index : view_.selectionModel()->selectedIndexes()) {
@@ -102,7 +88,7 @@ class ItemsControl final : public WidgetControl {
       ClickItem(ItemOf(view_, item), {.modifiers = ReadModifiers(keys)});
   }
   Q_INVOKABLE void toggle(const QVariant& item) {
-    ClickItem(ItemOf(view_, item), {.modifiers = TakesManyByClick(view_) ? Qt::NoModifier : Qt::ControlModifier});
+    ClickItem(ItemOf(view_, item), {.modifiers = TakesManyByClick() ? Qt::NoModifier : Qt::ControlModifier});
   }
   Q_INVOKABLE void doubleClick(const QVariant& item) {
     if (item.isValid())
@@ -146,6 +132,14 @@ class ItemsControl final : public WidgetControl {
   }
 
  private:
+  [[nodiscard]] bool TakesManyByClick() const { return view_.selectionMode() == QAbstractItemView::MultiSelection; }
+  [[nodiscard]] QVariant Texts(bool onlySelected) const {
+    QStringList texts;
+    for (const QModelIndex& item : AllItems(view_)) {
+      if (!onlySelected || view_.selectionModel()->isSelected(item)) texts += PlainLines(item.data().toString());
+    }
+    return texts;
+  }
   /// Captions, in the order in which the columns stand on the screen.
   [[nodiscard]] QStringList Columns(bool hidden) const {
     const QStringList captions = ColumnCaptions(view_);
@@ -204,7 +198,7 @@ class ItemsControl final : public WidgetControl {
     QList<QPersistentModelIndex> items;
     for (const QVariant& item : wanted)
       items += QPersistentModelIndex(ItemOf(view_, item));
-    if (TakesManyByClick(view_)) {
+    if (TakesManyByClick()) {
       for (const QModelIndex& item : AllItems(view_)) {
         if (view_.selectionModel()->isSelected(item) != items.contains(QPersistentModelIndex(item)))
           ClickItem(item, {});
@@ -218,14 +212,4 @@ class ItemsControl final : public WidgetControl {
   QAbstractItemView& view_;
 };
 
-std::unique_ptr<Control> MakeItemsControl(QAbstractItemView& view, const QString& name) {
-  return std::make_unique<ItemsControl>(view, name);
-}
-
-const QMetaObject& ItemsControlType() {
-  return ItemsControl::staticMetaObject;
-}
-
 }  // namespace qbx::scenario
-
-#include "items_control.moc"

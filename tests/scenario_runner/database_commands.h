@@ -1,4 +1,7 @@
-#include "commands.h"
+// What a scenario can do to the host database.
+
+#pragma once
+
 #include "scenario_error.h"
 #include "stage.h"
 #include "util/text.h"
@@ -69,10 +72,4 @@ class DatabaseCommands final : public QObject {
   Stage& on_;
 };
 
-std::unique_ptr<QObject> MakeDatabaseCommands(Stage& stage) {
-  return std::make_unique<DatabaseCommands>(stage);
-}
-
 }  // namespace qbx::scenario
-
-#include "database_commands.moc"
