@@ -92,6 +92,11 @@ check("more than 500 rows are selected only after a question", () => {
   answer(question, "Yes");
   grid.press("Ctrl+A");
   assertEqual(grid.selectedRows.length, rows);
+  execute("DELETE FROM [Campaign Results] WHERE RecordID NOT IN (SELECT RecordID FROM [Campaign Results] ORDER BY RecordID LIMIT 500)");
+  control("cmbSendBy2").choose(0);
+  control("cmdSetSendMethods").click();
+  grid.press("Ctrl+A");
+  assertEqual(grid.selectedRows.length, 500, "500 rows need no question");
 });
 
 check("colours and fonts are the user's", () => {
