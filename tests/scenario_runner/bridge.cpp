@@ -69,7 +69,7 @@ QVariant CallMethod(QObject& object, const QMetaMethod& method, const Arguments&
   for (int i = 0; i < method.parameterCount(); ++i) {
     const bool asItIs = method.parameterMetaType(i) == variant;
     parameters[i] = asItIs ? arguments.value(i) : AsParameter(arguments.value(i), method.parameterMetaType(i));
-    places.at(i + 1) = asItIs ? &parameters[i] : parameters[i].data();
+    places.at(static_cast<std::size_t>(i) + 1) = asItIs ? &parameters[i] : parameters[i].data();
   }
   object.qt_metacall(QMetaObject::InvokeMetaMethod, method.methodIndex(), places.data());
   return result;

@@ -73,7 +73,7 @@ QVariantMap Control::Members() {
 
 QVariant Control::Read(const QString& what, const Arguments& arguments) {
   const QMetaMethod method = MethodOf(*metaObject(), what);
-  const QVariant value = method.isValid() ? CallMethod(*this, method, arguments) : QtProperty(what);
+  QVariant value = method.isValid() ? CallMethod(*this, method, arguments) : QtProperty(what);
   if (value.isValid()) return value;
   throw ScenarioError(QStringLiteral("%1 (%2) has no \"%3\".").arg(name_, kind().toString(), what));
 }
@@ -91,7 +91,7 @@ void Control::DoesNotTake(const QString& action) const {
 QVariant Control::QtProperty(const QString& what) const {
   const QByteArray property = QtProperties().value(what);
   const QObject* inner = what == "readOnly" || what == "placeholder" ? InnerEdit(object_) : nullptr;
-  const QVariant value = (inner != nullptr ? inner : &object_)->property(property.constData());
+  QVariant value = (inner != nullptr ? inner : &object_)->property(property.constData());
   if (value.typeId() == QMetaType::QKeySequence)
     return value.value<QKeySequence>().toString(QKeySequence::PortableText);
   return value.typeId() == QMetaType::QString ? PlainLines(value.toString()) : value;

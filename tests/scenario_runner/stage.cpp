@@ -29,7 +29,7 @@ QString Assignments(const QVariantMap& values) {
 
 QDateTime ReadTime(const QString& text) {
   for (const char* format : {"yyyy-MM-dd HH:mm:ss", "yyyy-MM-dd HH:mm", "yyyy-MM-dd"}) {
-    const QDateTime time = QDateTime::fromString(text, QLatin1String(format));
+    QDateTime time = QDateTime::fromString(text, QLatin1String(format));
     if (time.isValid()) return time;
   }
   throw ScenarioError(QStringLiteral("\"%1\" is no time like \"2026-03-04 10:20\".").arg(text));
