@@ -11,14 +11,16 @@ namespace qbx::scenario {
 
 using Arguments = QVariantList;
 
-/// Commands by name: the methods that objects give to Qt's meta-object system. prelude.js makes the pleasant functions of them. It also registers
-/// its own functions here ("box", "window", "menu", "pump"), which C++ calls when something happens while a command runs.
+/// Commands by name: the methods that objects give to Qt's meta-object system. prelude.js makes the pleasant functions
+/// of them. It also registers its own functions here ("box", "window", "menu", "pump"), which C++ calls when something
+/// happens while a command runs.
 class Bridge : public QObject {
   Q_OBJECT
  public:
   explicit Bridge(QJSEngine& engine) : engine_(engine) {}
 
-  /// Takes the commands of an object. Its Q_INVOKABLE methods are functions of a scenario as they stand; its slots are for the prelude.
+  /// Takes the commands of an object. Its Q_INVOKABLE methods are functions of a scenario as they stand; its slots are
+  /// for the prelude.
   void Add(QObject& commands);
   /// Names of the commands that are functions of a scenario as they stand.
   Q_INVOKABLE QStringList functions() const { return functions_; }
@@ -40,7 +42,8 @@ class Bridge : public QObject {
 
 /// The method of that name, which is not one of every QObject; an invalid one when there is none.
 [[nodiscard]] QMetaMethod MethodOf(const QMetaObject& type, const QString& name);
-/// Calls it with the arguments as its parameters want them: an argument that was left out or is of another kind is empty, 0 or false.
+/// Calls it with the arguments as its parameters want them: an argument that was left out or is of another kind is
+/// empty, 0 or false.
 /// \return the result, an invalid QVariant for none. \throws what the method throws
 QVariant CallMethod(QObject& object, const QMetaMethod& method, const Arguments& arguments);
 

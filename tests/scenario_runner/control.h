@@ -10,9 +10,10 @@
 
 namespace qbx::scenario {
 
-/// The methods that it gives to the meta-object system are what tests/scenarios/README.md lists: one that returns nothing is an action, one that
-/// returns a QVariant and takes nothing is read as a property. An invalid QVariant says that this kind of control has no such thing. What Qt knows
-/// as a property of the control itself is not written down again, see QtProperties.
+/// The methods that it gives to the meta-object system are what tests/scenarios/README.md lists: one that returns
+/// nothing is an action, one that returns a QVariant and takes nothing is read as a property. An invalid QVariant says
+/// that this kind of control has no such thing. What Qt knows as a property of the control itself is not written down
+/// again, see QtProperties.
 class Control : public QObject {
   Q_OBJECT
  public:

@@ -30,8 +30,8 @@ template <class... Kinds>
 /// Names of the controls and menu entries of a window, sorted.
 [[nodiscard]] QStringList ControlNames(const QWidget& window);
 
-/// A control (QWidget) or menu entry (QAction) by name, looked for in the topmost window first; "window.control" in that window
-/// alone; a window by its own name.
+/// A control (QWidget) or menu entry (QAction) by name, looked for in the topmost window first; "window.control" in
+/// that window alone; a window by its own name.
 /// \return null when there is none
 [[nodiscard]] QObject* TryFindControl(const QString& name);
 /// \throws ScenarioError with the names that are there

@@ -90,7 +90,8 @@
   // ---- what is answered in advance
 
   let answers = [];
-  // These questions come only when something would be lost, so an answer to one of them may be left over; a later one takes its place.
+  // These questions come only when something would be lost, so an answer to one of them may be left over; a later one
+  // takes its place.
   const mayStayAway = part => ["Lose any changes and start a new campaign?", "Lose any changes and load an existing campaign?"]
       .some(text => matches(text, part));
   let inputs = [];

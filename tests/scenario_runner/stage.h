@@ -1,4 +1,5 @@
-// The world around the program of one scenario: folder, host database, registry, computer, sandbox, clock, and the program itself.
+// The world around the program of one scenario: folder, host database, registry, computer, sandbox, clock, and the
+// program itself.
 
 #pragma once
 
@@ -32,7 +33,8 @@ class Stage {
   Stage& operator=(const Stage&) = delete;
 
   /// Ends the program and lays out what the next start finds.
-  /// \param fresh  with a new folder, garage, registry and clock; otherwise those of the last start, changed by what the wishes name
+  /// \param fresh  with a new folder, garage, registry and clock; otherwise those of the last start, changed by what
+  /// the wishes name
   /// \throws ScenarioError
   void Prepare(const QVariantMap& options, bool fresh);
   /// \return "running", "refused" or "stopped"

@@ -15,9 +15,9 @@ class QWidget;
 
 namespace qbx::scenario {
 
-/// Sees every window of the program open. What must be answered before the program goes on is handed to the scenario, from
-/// inside the loop in which the program waits, and the answer is given by pressing the window's own buttons. Whatever the scenario does
-/// not deal with is closed, so that the scenario always comes to its end.
+/// Sees every window of the program open. What must be answered before the program goes on is handed to the scenario,
+/// from inside the loop in which the program waits, and the answer is given by pressing the window's own buttons.
+/// Whatever the scenario does not deal with is closed, so that the scenario always comes to its end.
 class WindowWatch : public QObject {
   Q_OBJECT
  public:

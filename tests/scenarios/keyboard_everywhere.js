@@ -1,4 +1,5 @@
-// Tab reaches everything that can be used, in the order of the eye; it has a name and, where it has a caption, a letter. F1 says what a page does.
+// Tab reaches everything that can be used, in the order of the eye; it has a name and, where it has a caption, a
+// letter. F1 says what a page does.
 
 const fine = where => assertEqual(keyboardFaults(), [], where);
 const helps = (part, from) => {

@@ -1,4 +1,5 @@
-// The program is killed while texts are being written: the next start offers them, and an orderly end leaves nothing behind.
+// The program is killed while texts are being written: the next start offers them, and an orderly end leaves nothing
+// behind.
 
 start();
 control("cmdNew").click();

@@ -1,4 +1,5 @@
-// Letters: the preview with the sample customer, a letter for each row, printing and saving, and what is marked; then the printed results list.
+// Letters: the preview with the sample customer, a letter for each row, printing and saving, and what is marked; then
+// the printed results list.
 
 start();
 walkTo(3);

@@ -1,4 +1,5 @@
-// Step 5: what stands in the way of a mailshot is said in order, one thing at a time; then the question about the credits.
+// Step 5: what stands in the way of a mailshot is said in order, one thing at a time; then the question about the
+// credits.
 
 start({sandbox: true, ini: {Service: {HttpTimeout: "1", SupportTelephone: "01234 567"}},
        options: {QBX_Internal: true, Reminder_From_Email: "  ", SMS_ClientPassword: " "}});

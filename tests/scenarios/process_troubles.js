@@ -2,7 +2,8 @@
 
 const kEmailQuestion = /^QBX could not send email with the current settings\. [^]*\n\nDo you wish to see the error message and cancel any other emails/;
 
-// Rows in the order of the run; what stands beside each is the mobile, the e-mail address, and whether text and e-mail are wanted.
+// Rows in the order of the run; what stands beside each is the mobile, the e-mail address, and whether text and e-mail
+// are wanted.
 function begin(options, rows) {
   start(Object.assign({sandbox: true}, options));
   control("frmMain").resize(780, 540);

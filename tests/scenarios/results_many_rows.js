@@ -1,4 +1,5 @@
-// Step 3 with many rows at once: choosing columns, finding, showing only some, ticking, taking out, and taking that back.
+// Step 3 with many rows at once: choosing columns, finding, showing only some, ticking, taking out, and taking that
+// back.
 
 const stored = () => sql("SELECT * FROM [Campaign Results] ORDER BY RecordID");
 

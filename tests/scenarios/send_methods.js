@@ -50,7 +50,8 @@ check("rules set the flags, empty the lists, and show in the grid and the counte
 
 check("texts, then e-mails, then letters: each rule sees what those before it did; a list without a rule leaves its flag alone", () => {
   apply(1, null, 1);
-  assertEqual(apply(4, 1, 2), ["Send_SMS", "Send_Email", "Send_Letter"]);  // texts are decided on the e-mails as they were before
+  // Texts are decided on the e-mails as they were before.
+  assertEqual(apply(4, 1, 2), ["Send_SMS", "Send_Email", "Send_Letter"]);
   assertEqual(rowsWith("Send_SMS = 1"), rowsWith("NOT ifnull(" + kHasEmail + ", 0)"));
   assertEqual(rowsWith("Send_Email = 1"), []);
   assertEqual(rowsWith("Send_Letter = 1"), rowsWith(kHasEmail));

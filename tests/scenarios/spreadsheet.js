@@ -1,4 +1,5 @@
-// The spreadsheet window: what it takes from the grid, its files, a filling and a file that are cancelled, and what is kept.
+// The spreadsheet window: what it takes from the grid, its files, a filling and a file that are cancelled, and what is
+// kept.
 
 start({garage: {customers: 60}});
 walkTo(3);

@@ -1,4 +1,5 @@
-// Step 1: date boxes are typed or chosen from a calendar, and may be empty; what "Next >" refuses, and what it writes down.
+// Step 1: date boxes are typed or chosen from a calendar, and may be empty; what "Next >" refuses, and what it writes
+// down.
 
 start({options: {Using_Vrelo: true, Only_Send_Comms_When_Opted_In: false}});
 control("cmdNew").click();

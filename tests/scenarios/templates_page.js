@@ -1,4 +1,5 @@
-// Step 4: letter, e-mail and text message are written, previewed and sent to oneself; what would surprise is said beside them.
+// Step 4: letter, e-mail and text message are written, previewed and sent to oneself; what would surprise is said
+// beside them.
 
 start({sandbox: true, options: {Reminder_From_Name: "Hartley Motors", Reminder_From_Email: "office@example.com", Reminder_From_SMS: "Hartley"}});
 control("frmMain").resize(780, 540);  // as small as it goes: everything can be reached

@@ -16,7 +16,8 @@ const set = (name, value) => {
   selectTab(4);
 };
 
-// Which page; what is typed into the input box (null: Cancel); the boxes that follow, each with its answer; what is done before.
+// Which page; what is typed into the input box (null: Cancel); the boxes that follow, each with its answer; what is
+// done before.
 const kEmailFails = "QBX could not send email with the current settings.";
 const cases = {
   "no sender's name": ["Email", undefined, [["EMail Send Settings have not been configured on the E-Reminder Send Settings Tab.\n\nYou need to configure"]]],

@@ -1,5 +1,5 @@
-// Walks past every page and window and takes a picture of each: with --screenshots these are the pictures of the README, and a look at them
-// shows what a change did to the windows.
+// Walks past every page and window and takes a picture of each: with --screenshots these are the pictures of the
+// README, and a look at them shows what a change did to the windows.
 
 start({garage: {customers: 1500, seed: 3}});
 screenshot("start");
