@@ -19,6 +19,16 @@ bool InTransaction(Connection& connection) {
   return connection.IsOpen() && connection.Driver().InTransaction();
 }
 
+/// The user may leave a box open for hours; other desks must not wait for the rows of a transaction meanwhile. What those
+/// who began it still send is refused until they end it.
+void UndoTransaction(Connection& connection) {
+  try {
+    const Transaction inner(connection.Driver());
+  } catch (const DatabaseError&) {
+    // It was undone before, or its connection is lost.
+  }
+}
+
 /// First column of the first row: a number, or a text that is one; 0 for anything else and for what fits no 32 bits.
 int FirstNumber(const Recordset& recordset) {
   if (recordset.Eof() || recordset.Columns().empty()) return 0;
@@ -60,9 +70,7 @@ void Statements::Report(Connection& connection, const char* routine, const QStri
     return;
   }
   connection.KeepErrors(error);
-  // The user may leave a box open for hours. Other desks must not wait for the rows of a transaction meanwhile.
-  while (InTransaction(connection))
-    connection.Driver().Rollback();
+  if (InTransaction(connection)) UndoTransaction(connection);
   interpretation_.ReportDatabaseError(&connection, QLatin1String(routine), sql, error, before);
   if (diagnostics_.ui.QuitRequested()) connection_.StopWork();
 }

@@ -35,7 +35,7 @@ constexpr auto kErrorCodes = std::to_array<ErrorCode>({
     {Reason::kOptionsUnread, "options_unread", "the options could not be read, so nobody's consent is known"},
     {Reason::kNoTemplate, "no_template", "the text or the e-mail of the campaign is empty"},
     {Reason::kUnknownField, "unknown_field",
-     "a text, an e-mail or a letter holds what looks like a merge field and is none, and --allow-unknown-fields was not given"},
+     "a text, an e-mail or a letter holds an unknown merge field, and --allow-unknown-fields was not given"},
     {Reason::kEmptySubject, "empty_subject", "the e-mails would go without a subject"},
     {Reason::kNoAccount, "no_account", "the SMS account or the sender's address is not set"},
     {Reason::kNoCredits, "no_credits", "the SMS account has too few credits"},

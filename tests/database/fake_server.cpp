@@ -45,7 +45,10 @@ class FakeSession final : public Session {
   }
   void Begin() override { ++depth_; }
   void Commit() override { --depth_; }
-  void Rollback() override { depth_ = 0; }
+  void Rollback() override {
+    if (depth_ > 0) --depth_;
+    ++server_.rollbacks;
+  }
   [[nodiscard]] bool InTransaction() const override { return depth_ > 0; }
   void DeleteRow(const QString&, const QString&, const Value&) override {}
   void UpdateRow(const QString&, const QString&, const Value&, std::span<const QString>,

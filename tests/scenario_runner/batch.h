@@ -12,8 +12,8 @@ struct BatchSettings {
   int timeLimitSeconds = 120;
 };
 
-/// Starts this program once per file, so that a crash or a hang fails that scenario alone, and prints "N passed, N failed"
-/// as the last line. Needs a QCoreApplication.
+/// Starts this program once per file, so that a crash or a hang fails that scenario alone, and prints "N passed, N
+/// failed" as the last line. Needs a QCoreApplication.
 /// \return the exit status: 0 when all passed, 1 otherwise
 [[nodiscard]] int RunBatch(const BatchSettings& settings);
 

@@ -1,20 +1,37 @@
 #include "bridge.h"
 
-#include "scenario_error.h"
+#include <QMetaMethod>
+#include <array>
 
 namespace qbx::scenario {
+namespace {
+
+QVariant AsParameter(const QVariant& argument, QMetaType type) {
+  if (type.id() == QMetaType::QString) return argument.toString();
+  if (type.id() == QMetaType::QVariantMap) return argument.toMap();
+  if (type.id() == QMetaType::Bool) return argument.toBool();
+  return IsNumber(argument) ? static_cast<int>(argument.toDouble()) : 0;
+}
+
+}  // namespace
+
+void Bridge::Add(QObject& commands) {
+  const QMetaObject& type = *commands.metaObject();
+  for (int i = QObject::staticMetaObject.methodCount(); i < type.methodCount(); ++i) {
+    const QString name = QString::fromLatin1(type.method(i).name());
+    commands_.insert(name, &commands);
+    if (type.method(i).methodType() == QMetaMethod::Method) functions_ += name;
+  }
+}
 
 QJSValue Bridge::call(const QString& name, const QJSValue& arguments) {
-  const auto found = commands_.constFind(name);
-  if (found == commands_.constEnd()) {
-    engine_.throwError(QStringLiteral("The runner has no command \"%1\".").arg(name));
-    return {};
-  }
-  const Command command = found.value();
   QVariant result;
   QString problem;
   try {
-    result = command(arguments.toVariant().toList());
+    if (QObject* object = commands_.value(name); object != nullptr)
+      result = CallMethod(*object, MethodOf(*object->metaObject(), name), arguments.toVariant().toList());
+    else
+      problem = QStringLiteral("The runner has no command \"%1\".").arg(name);
   } catch (const std::exception& error) {
     problem = QString::fromUtf8(error.what());
     if (problem.isEmpty()) problem = QStringLiteral("failed");
@@ -36,13 +53,26 @@ QVariant Bridge::Invoke(const QString& event, const Arguments& arguments) {
   return function.call(values).toVariant();
 }
 
-QString TextAt(const Arguments& arguments, int index) {
-  return arguments.value(index).toString();
+QMetaMethod MethodOf(const QMetaObject& type, const QString& name) {
+  for (int i = type.methodCount() - 1; i >= QObject::staticMetaObject.methodCount(); --i) {
+    if (type.method(i).name() == name.toLatin1()) return type.method(i);
+  }
+  return {};
 }
 
-int NumberAt(const Arguments& arguments, int index, int missing) {
-  const QVariant value = arguments.value(index);
-  return IsNumber(value) ? static_cast<int>(value.toDouble()) : missing;
+QVariant CallMethod(QObject& object, const QMetaMethod& method, const Arguments& arguments) {
+  const QMetaType variant = QMetaType::fromType<QVariant>();
+  const bool anything = method.returnMetaType() == variant;
+  QVariant result = anything || method.returnType() == QMetaType::Void ? QVariant() : QVariant(method.returnMetaType());
+  QVariantList parameters(method.parameterCount());
+  std::array<void*, 8> places = {anything ? &result : result.data()};
+  for (int i = 0; i < method.parameterCount(); ++i) {
+    const bool asItIs = method.parameterMetaType(i) == variant;
+    parameters[i] = asItIs ? arguments.value(i) : AsParameter(arguments.value(i), method.parameterMetaType(i));
+    places.at(static_cast<std::size_t>(i) + 1) = asItIs ? &parameters[i] : parameters[i].data();
+  }
+  object.qt_metacall(QMetaObject::InvokeMetaMethod, method.methodIndex(), places.data());
+  return result;
 }
 
 bool IsNumber(const QVariant& value) {
@@ -50,8 +80,7 @@ bool IsNumber(const QVariant& value) {
          value.typeId() == QMetaType::LongLong || value.typeId() == QMetaType::UInt;
 }
 
-QVariantList ListAt(const Arguments& arguments, int index) {
-  const QVariant value = arguments.value(index);
+QVariantList ListOf(const QVariant& value) {
   if (value.typeId() == QMetaType::QVariantList) return value.toList();
   return value.isValid() ? QVariantList{value} : QVariantList{};
 }

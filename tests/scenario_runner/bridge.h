@@ -6,23 +6,24 @@
 #include <QJSEngine>
 #include <QObject>
 #include <QVariant>
-#include <functional>
 
 namespace qbx::scenario {
 
 using Arguments = QVariantList;
 
-/// \return the result, an invalid QVariant for none. \throws ScenarioError
-using Command = std::function<QVariant(const Arguments&)>;
-
-/// Commands by name; prelude.js makes the pleasant functions of them. It also registers its own functions here ("box",
-/// "window", "menu", "pump"), which C++ calls when something happens while a command runs.
+/// Commands by name: the methods that objects give to Qt's meta-object system. prelude.js makes the pleasant functions
+/// of them. It also registers its own functions here ("box", "window", "menu", "pump"), which C++ calls when something
+/// happens while a command runs.
 class Bridge : public QObject {
   Q_OBJECT
  public:
   explicit Bridge(QJSEngine& engine) : engine_(engine) {}
 
-  void Add(const QString& name, Command command) { commands_.insert(name, std::move(command)); }
+  /// Takes the commands of an object. Its Q_INVOKABLE methods are functions of a scenario as they stand; its slots are
+  /// for the prelude.
+  void Add(QObject& commands);
+  /// Names of the commands that are functions of a scenario as they stand.
+  Q_INVOKABLE QStringList functions() const { return functions_; }
   /// Runs a command. Its failure is thrown as a JavaScript exception.
   Q_INVOKABLE QJSValue call(const QString& name, const QJSValue& arguments);
   /// Registers a function of the prelude.
@@ -34,15 +35,20 @@ class Bridge : public QObject {
 
  private:
   QJSEngine& engine_;
-  QHash<QString, Command> commands_;
+  QHash<QString, QObject*> commands_;
+  QStringList functions_;
   QHash<QString, QJSValue> handlers_;
 };
 
-/// An argument as text; empty when it was left out.
-[[nodiscard]] QString TextAt(const Arguments& arguments, int index);
-[[nodiscard]] int NumberAt(const Arguments& arguments, int index, int missing = 0);
+/// The method of that name, which is not one of every QObject; an invalid one when there is none.
+[[nodiscard]] QMetaMethod MethodOf(const QMetaObject& type, const QString& name);
+/// Calls it with the arguments as its parameters want them: an argument that was left out or is of another kind is
+/// empty, 0 or false.
+/// \return the result, an invalid QVariant for none. \throws what the method throws
+QVariant CallMethod(QObject& object, const QMetaMethod& method, const Arguments& arguments);
+
 [[nodiscard]] bool IsNumber(const QVariant& value);
-/// A list, also of an argument that is no list but one value.
-[[nodiscard]] QVariantList ListAt(const Arguments& arguments, int index);
+/// A list, also of a value that is none.
+[[nodiscard]] QVariantList ListOf(const QVariant& value);
 
 }  // namespace qbx::scenario

@@ -1,15 +1,6 @@
 #include "control_commands.h"
 
-#include <QtTest>
-#include <QtWidgets>
-
-#include "find_control.h"
-#include "keyboard_faults.h"
-#include "mouse_and_keys.h"
-#include "read_control.h"
 #include "scenario_error.h"
-#include "stage.h"
-#include "use_control.h"
 
 namespace qbx::scenario {
 namespace {
@@ -18,7 +9,9 @@ QWidget& FocusOf(QWidget& window) {
   return window.focusWidget() != nullptr ? *window.focusWidget() : window;
 }
 
-QWidget& Focus() {
+}  // namespace
+
+QWidget& ControlCommands::Focus() {
   if (QWidget* popup = QApplication::activePopupWidget()) return FocusOf(*popup);
   const QList<QWidget*> windows = VisibleWindows();
   if (windows.isEmpty()) throw ScenarioError(QStringLiteral("No window is open that could take keys."));
@@ -31,16 +24,22 @@ QWidget& Focus() {
   return focus != nullptr && reachable(*focus->window()) ? *focus : FocusOf(*windows.constFirst());
 }
 
-QVariant Names(const Arguments& arguments) {
-  const QString window = TextAt(arguments, 0);
+QStringList ControlCommands::windows() const {
+  QStringList names;
+  for (const QWidget* window : VisibleWindows())
+    names += WindowName(*window);
+  return names;
+}
+
+QStringList ControlCommands::controlNames(const QString& window) const {
   if (!window.isEmpty()) return ControlNames(FindWindow(window));
   const QList<QWidget*> windows = VisibleWindows();
   return windows.isEmpty() ? QStringList() : ControlNames(*windows.constFirst());
 }
 
 // Like the cross of the title bar. A window behind a modal one cannot be reached.
-QVariant CloseWindow(const Arguments& arguments) {
-  QWidget& window = FindWindow(TextAt(arguments, 0));
+bool ControlCommands::closeWindow(const QVariant& name) const {
+  QWidget& window = FindWindow(name.isValid() ? name.toString() : QStringLiteral("frmMain"));
   const QWidget* modal = QApplication::activeModalWidget();
   if (modal != nullptr && modal != &window)
     throw ScenarioError(
@@ -51,77 +50,16 @@ QVariant CloseWindow(const Arguments& arguments) {
   return alive == nullptr || !alive->isVisible();
 }
 
-QVariant Screenshot(const Arguments& arguments, const Stage& stage) {
-  const QString file = stage.ScreenshotFile(TextAt(arguments, 0));
-  if (file.isEmpty()) return {};
+void ControlCommands::screenshot(const QString& name, const QVariant& window) const {
+  const QString file = stage_.ScreenshotFile(name);
+  if (file.isEmpty()) return;
   const QList<QWidget*> windows = VisibleWindows();
   if (windows.isEmpty()) throw ScenarioError(QStringLiteral("No window is open."));
   QWidget* menu = QApplication::activePopupWidget();
   QWidget& topmost = menu != nullptr ? *menu : *windows.constFirst();
-  QWidget& window = arguments.size() > 1 ? FindWindow(TextAt(arguments, 1)) : topmost;
+  QWidget& shown = window.isValid() ? FindWindow(window.toString()) : topmost;
   Settle();
-  if (!window.grab().save(file)) throw ScenarioError(QStringLiteral("%1 cannot be written.").arg(file));
-  return {};
-}
-
-void AddWindowCommands(Bridge& bridge, Stage& stage) {
-  bridge.Add(QStringLiteral("windows"), [](const Arguments&) -> QVariant {
-    QStringList names;
-    for (const QWidget* window : VisibleWindows())
-      names += WindowName(*window);
-    return names;
-  });
-  bridge.Add(QStringLiteral("controlNames"), Names);
-  bridge.Add(QStringLiteral("closeWindow"), CloseWindow);
-  bridge.Add(QStringLiteral("screenshot"),
-             [&stage](const Arguments& arguments) { return Screenshot(arguments, stage); });
-  bridge.Add(QStringLiteral("wait"), [](const Arguments& arguments) -> QVariant {
-    QTest::qWait(NumberAt(arguments, 0));
-    return {};
-  });
-}
-
-void AddKeyCommands(Bridge& bridge) {
-  bridge.Add(QStringLiteral("focusedControl"),
-             [](const Arguments&) -> QVariant { return NearestName(QApplication::focusWidget()); });
-  bridge.Add(QStringLiteral("keyboardFaults"),
-             [](const Arguments&) -> QVariant { return KeyboardFaults(*Focus().window()); });
-  bridge.Add(QStringLiteral("press"), [](const Arguments& arguments) -> QVariant {
-    PressKeys(Focus(), TextAt(arguments, 0));
-    return {};
-  });
-  bridge.Add(QStringLiteral("type"), [](const Arguments& arguments) -> QVariant {
-    TypeText(Focus(), TextAt(arguments, 0));
-    return {};
-  });
-  bridge.Add(QStringLiteral("clipboard"),
-             [](const Arguments&) -> QVariant { return PlainLines(QApplication::clipboard()->text()); });
-  bridge.Add(QStringLiteral("setClipboard"), [](const Arguments& arguments) -> QVariant {
-    QApplication::clipboard()->setText(TextAt(arguments, 0));
-    return {};
-  });
-}
-
-}  // namespace
-
-void AddControlCommands(Bridge& bridge, Stage& stage) {
-  bridge.Add(QStringLiteral("find"), [](const Arguments& arguments) -> QVariant {
-    (void)FindControl(TextAt(arguments, 0));
-    return {};
-  });
-  bridge.Add(QStringLiteral("exists"),
-             [](const Arguments& arguments) -> QVariant { return TryFindControl(TextAt(arguments, 0)) != nullptr; });
-  bridge.Add(QStringLiteral("read"), [](const Arguments& arguments) {
-    const QString name = TextAt(arguments, 0);
-    return ReadControl(FindControl(name), name, TextAt(arguments, 1), arguments.mid(2));
-  });
-  bridge.Add(QStringLiteral("act"), [](const Arguments& arguments) -> QVariant {
-    const QString name = TextAt(arguments, 0);
-    UseControl(FindControl(name), name, TextAt(arguments, 1), arguments.mid(2));
-    return {};
-  });
-  AddWindowCommands(bridge, stage);
-  AddKeyCommands(bridge);
+  if (!shown.grab().save(file)) throw ScenarioError(QStringLiteral("%1 cannot be written.").arg(file));
 }
 
 }  // namespace qbx::scenario

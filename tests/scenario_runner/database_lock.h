@@ -7,7 +7,8 @@
 
 namespace qbx::scenario {
 
-/// Holds the write lock of a database file from a thread of its own, so that it can end while the program waits for it. Reading goes on.
+/// Holds the write lock of a database file from a thread of its own, so that it can end while the program waits for it.
+/// Reading goes on.
 class DatabaseLock {
  public:
   DatabaseLock();

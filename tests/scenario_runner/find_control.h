@@ -2,13 +2,19 @@
 
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <QStringList>
 
-class QObject;
 class QWidget;
 
 namespace qbx::scenario {
+
+/// Whether it is a control of one of these kinds.
+template <class... Kinds>
+[[nodiscard]] bool IsOneOf(const QObject* object) {
+  return (... || (qobject_cast<const Kinds*>(object) != nullptr));
+}
 
 /// A caption as it is read: without the "&" of its mnemonic.
 [[nodiscard]] QString PlainCaption(const QString& caption);
@@ -24,8 +30,8 @@ namespace qbx::scenario {
 /// Names of the controls and menu entries of a window, sorted.
 [[nodiscard]] QStringList ControlNames(const QWidget& window);
 
-/// A control (QWidget) or menu entry (QAction) by name, looked for in the topmost window first; "window.control" in that window
-/// alone; a window by its own name.
+/// A control (QWidget) or menu entry (QAction) by name, looked for in the topmost window first; "window.control" in
+/// that window alone; a window by its own name.
 /// \return null when there is none
 [[nodiscard]] QObject* TryFindControl(const QString& name);
 /// \throws ScenarioError with the names that are there

@@ -9,7 +9,8 @@
 
 namespace qbx::scenario {
 
-/// A database file, opened anew for each statement so that no lock is left behind. SQLite's SQL, with the engine's functions.
+/// A database file, opened anew for each statement so that no lock is left behind. SQLite's SQL, with the engine's
+/// functions.
 class HostData {
  public:
   HostData(QString file, const Clock& clock) : file_(std::move(file)), clock_(clock) {}

@@ -8,11 +8,6 @@
 namespace qbx::scenario {
 namespace {
 
-template <class... Kinds>
-bool IsOneOf(const QObject* object) {
-  return (... || (qobject_cast<const Kinds*>(object) != nullptr));
-}
-
 bool IsEditOrList(const QWidget* widget) {
   return IsOneOf<QComboBox, QLineEdit, QAbstractSpinBox, QTabBar, QAbstractItemView, QTextEdit, QPlainTextEdit>(widget);
 }

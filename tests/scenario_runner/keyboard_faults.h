@@ -8,7 +8,8 @@ class QWidget;
 
 namespace qbx::scenario {
 
-/// Walks round a window with Tab, from what has the focus until it comes back. \return a sentence for each fault, see tests/scenarios/README.md
+/// Walks round a window with Tab, from what has the focus until it comes back. \return a sentence for each fault, see
+/// tests/scenarios/README.md
 [[nodiscard]] QStringList KeyboardFaults(QWidget& window);
 
 }  // namespace qbx::scenario

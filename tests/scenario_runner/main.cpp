@@ -58,21 +58,13 @@ int main(int argc, char** argv) {
 
   QCommandLineParser parser;
   parser.setApplicationDescription(
-      QStringLiteral("Runs scenarios against the real windows; tests/scenarios/README.md is their reference."));
-  parser.addPositionalArgument(QStringLiteral("FILE.js ..."),
-                               QStringLiteral("scenarios; each runs in a process of its own"));
-  const QCommandLineOption help(QStringLiteral("help"), QStringLiteral("Shows this help."));
-  const QCommandLineOption screenshots(QStringLiteral("screenshots"),
-                                       QStringLiteral("Folder for the pictures that scenarios take."),
-                                       QStringLiteral("DIR"));
-  const QCommandLineOption limit(QStringLiteral("time-limit"),
-                                 QStringLiteral("Seconds that one scenario may take (120)."), QStringLiteral("SECONDS"),
-                                 QStringLiteral("120"));
-  const QCommandLineOption here(QStringLiteral("here"),
-                                QStringLiteral("Runs one file in this very process, for a debugger."));
-  const QCommandLineOption on(QStringLiteral("on"),
-                              QStringLiteral("With --here: the program folder of another runner, to restart on."),
-                              QStringLiteral("DIR"));
+      "Runs scenarios against the real windows; tests/scenarios/README.md is their reference.");
+  parser.addPositionalArgument("FILE.js ...", "scenarios; each runs in a process of its own");
+  const QCommandLineOption help("help", "Shows this help.");
+  const QCommandLineOption screenshots("screenshots", "Folder for the pictures that scenarios take.", "DIR");
+  const QCommandLineOption limit("time-limit", "Seconds that one scenario may take (120).", "SECONDS", "120");
+  const QCommandLineOption here("here", "Runs one file in this very process, for a debugger.");
+  const QCommandLineOption on("on", "With --here: the program folder of another runner, to restart on.", "DIR");
   parser.addOptions({help, screenshots, limit, here, on});
   QString problem = parser.parse(words) ? QString() : parser.errorText();
   bool isNumber = false;

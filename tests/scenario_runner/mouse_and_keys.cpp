@@ -103,17 +103,13 @@ void PressKeys(QWidget& widget, const QString& keys) {
 }
 
 Qt::KeyboardModifiers ReadModifiers(const QString& text) {
+  static const QHash<QString, Qt::KeyboardModifier> kKeys = {
+      {"ctrl", Qt::ControlModifier}, {"shift", Qt::ShiftModifier}, {"alt", Qt::AltModifier}};
   Qt::KeyboardModifiers modifiers;
   for (const QString& name : text.split(QLatin1Char('+'), Qt::SkipEmptyParts)) {
-    if (name.compare(QLatin1String("Ctrl"), Qt::CaseInsensitive) == 0) {
-      modifiers |= Qt::ControlModifier;
-    } else if (name.compare(QLatin1String("Shift"), Qt::CaseInsensitive) == 0) {
-      modifiers |= Qt::ShiftModifier;
-    } else if (name.compare(QLatin1String("Alt"), Qt::CaseInsensitive) == 0) {
-      modifiers |= Qt::AltModifier;
-    } else {
+    if (!kKeys.contains(name.toLower()))
       throw ScenarioError(QStringLiteral("There is no key \"%1\" to hold.").arg(name));
-    }
+    modifiers |= kKeys[name.toLower()];
   }
   return modifiers;
 }

@@ -49,6 +49,8 @@
     return pattern instanceof RegExp ? pattern.test(text) : String(text).indexOf(String(pattern)) >= 0;
   }
 
+  host.functions().forEach(name => { global[name] = (...args) => call(name, ...args); });
+
   // ---- assertions
 
   function verify(condition, explain, text) {
@@ -83,12 +85,13 @@
       return false;
     }
   };
-  global.print = (...values) => call("print", values.map(value => (typeof value === "string" ? value : show(value))).join(" "));
+  global.print = (...values) => call("printLine", values.map(value => (typeof value === "string" ? value : show(value))).join(" "));
 
   // ---- what is answered in advance
 
   let answers = [];
-  // These questions come only when something would be lost, so an answer to one of them may be left over; a later one takes its place.
+  // These questions come only when something would be lost, so an answer to one of them may be left over; a later one
+  // takes its place.
   const mayStayAway = part => ["Lose any changes and start a new campaign?", "Lose any changes and load an existing campaign?"]
       .some(text => matches(text, part));
   let inputs = [];
@@ -116,13 +119,10 @@
   global.onMessage = action => { rule = action; };
   global.acceptNotices = on => { notices = on === undefined || on; };
   global.onWindow = (name, action) => queue(windows, { name: name, action: action });
-  global.messages = () => call("messages");
-  global.inputBoxes = () => call("inputBoxes");
   global.lastMessage = () => {
     const all = call("messages");
     return all.length ? all[all.length - 1] : null;
   };
-  global.clearMessages = () => call("clearMessages");
 
   // The functions below are called by the runner inside other commands; what they return is done to the window.
   host.handle("box", box => {
@@ -215,34 +215,24 @@
     if (abandoned) throw new Abandoned("abandoned");
     verify(mine.count > 0, "the operation ended before anything could be done meanwhile");
   };
-  global.statusTexts = () => call("statusTexts");
-  global.clearStatusTexts = () => call("clearStatusTexts");
-  global.statusBox = () => call("statusBox");
   global.cancelStatus = () => { control("frmProcessing.cmdCancel").click(); };
-  global.busy = () => call("busy");
 
   // ---- controls and windows
 
-  const readable = ["text", "caption", "enabled", "visible", "ticked", "readOnly", "focused", "toolTip", "accessibleName", "colour", "background",
-    "bold", "value", "maximum", "placeholder", "selectedIndex", "selectedText", "selectedTexts", "selectedRows", "items", "keys", "tabs", "currentTab",
-    "rowCount", "columns", "hiddenColumns", "firstVisibleRow", "currentRow", "currentColumn", "sort", "shortcut", "size", "kind", "mnemonic"];
-  const asked = ["cell", "cellColours", "row", "tabEnabled", "columnWidth", "visibleTexts"];
-  const actions = ["click", "doubleClick", "rightClick", "type", "setText", "choose", "toggle", "tick", "untick", "press", "focus", "selectTab",
-    "clickCell", "doubleClickCell", "rightClickCell", "clickHeading", "rightClickHeading", "selectRows", "scrollToRow", "resizeColumn", "moveColumn", "trigger", "close", "resize"];
-
+  const members = host.call("controlMembers", []);
   class Control {
     constructor(name) { this.name = name; }
     toString() { return this.name; }
     toJSON() { return this.name; }
   }
-  readable.forEach(property => Object.defineProperty(Control.prototype, property, {
+  members.readable.forEach(property => Object.defineProperty(Control.prototype, property, {
     get() { return call("read", this.name, property); },
     set(value) { throw new Error(property + " cannot be assigned; use the methods that a user has."); },
   }));
-  asked.forEach(property => { Control.prototype[property] = function (...args) { return call("read", this.name, property, ...args); }; });
-  actions.forEach(action => {
+  members.asked.forEach(question => { Control.prototype[question] = function (...args) { return call("read", this.name, question, args); }; });
+  members.actions.forEach(action => {
     Control.prototype[action] = function (...args) {
-      call("act", this.name, action, ...args);
+      call("act", this.name, action, args);
       return this;
     };
   });
@@ -258,15 +248,9 @@
     return new Proxy(new Control(name), strict);
   }
   global.control = control;
-  global.exists = name => call("exists", name);
-  global.controlNames = window => call("controlNames", window);
-  global.keyboardFaults = () => call("keyboardFaults");
-  global.windows = () => call("windows");
-  global.focusedControl = () => call("focusedControl");
   global.press = (keys, times) => {
     for (let i = 0; i < (times === undefined ? 1 : times); i++) call("press", keys);
   };
-  global.type = text => call("type", text);
   global.selectTab = tab => { control("ssTabMain").selectTab(tab); };
   global.currentTab = () => control("ssTabMain").currentTab;
 
@@ -305,14 +289,7 @@
       call("killAnother");
     }
   };
-  global.closeWindow = name => call("closeWindow", name === undefined ? "frmMain" : name);
-  global.outcome = () => call("outcome");
-  ["sql", "execute", "lockDatabase", "unlockDatabase", "dropProcedure", "restoreProcedure", "failProcedure", "takeOffline", "bringOnline",
-    "databaseStatus", "breakConnection", "loseConnection", "restoreConnection", "slowDatabase", "log", "events", "marketingEvents", "ini", "setIni",
-    "registry", "setRegistry", "files", "readFile", "writeFile", "removeFile", "programFolder", "shellOpened", "shellCommands", "serviceRequests", "printJobs", "printerFails",
-    "steer", "setClock", "advanceClock", "clock", "screenshot", "wait", "clipboard", "setClipboard", "calls", "crash"]
-    .forEach(name => { global[name] = (...args) => call(name, ...args); });
-  global.option = (name, value) => (value === undefined ? call("option", name) : call("setOption", name, value));
+  global.option = (name, value) => (value === undefined ? call("readOption", name) : call("writeOption", name, value));
   global.texts = () => JSON.parse(call("sandbox", "/api/texts"));
   global.mails = () => JSON.parse(call("sandbox", "/api/mails")).map(mail => JSON.parse(call("sandbox", "/api/mails/" + mail.number)));
   global.credits = number => {
@@ -330,22 +307,93 @@
     }
   };
 
+  // ---- short ways through the wizard
+
+  global.shown = (...names) => names.map(name => control(name).text);
+  global.click = (...names) => names.forEach(name => control(name).click());
+  global.fill = values => Object.keys(values).forEach(name => {
+    const [box, value] = [control(name), values[name]];
+    if (typeof value === "boolean") return value ? box.tick() : box.untick();
+    return /^(cmb|lst|tv)/.test(name) ? box.choose(value) : box.setText(value);
+  });
+  global.count = from => call("sql", "SELECT Count(*) AS n FROM " + from)[0].n;
+  global.refused = (part, action, icon) => {
+    global.clearMessages();
+    global.answer(part);
+    action();
+    global.assertEqual(global.messages().map(box => box.icon), [icon || "exclamation"], "refused with one box: " + part);
+  };
+  global.failing = (procedure, text, action) => {
+    call("failProcedure", procedure, text);
+    global.answer(text);
+    action();
+    call("failProcedure", procedure, "");
+  };
+  global.cancelled = operation => {
+    call("slowDatabase", 300);
+    global.during(operation, () => global.statusBox() !== null && (global.cancelStatus(), true));
+    call("slowDatabase", 0);
+  };
+  global.walkTo = (tab, query) => {
+    if (control("frmMain.cmdNew").visible) control("frmMain.cmdNew").click();
+    control("tvQuery").choose(query === undefined ? "All Customers" : query);
+    if (control("cmbType").visible) control("cmbType").choose(0);
+    for (let step = 0; step < tab - 1; step++) control("cmdNext" + step).click();
+  };
+  global.keepRows = (number, values) => {
+    call("execute", "DELETE FROM [Campaign Results] WHERE RecordID NOT IN (SELECT RecordID FROM [Campaign Results] ORDER BY Customer LIMIT " + number + ")");
+    call("execute", "UPDATE [Campaign Results] SET Mobile = '0770090010' || (RecordID % 10), Email = 'c' || RecordID || '@example.com'" +
+         (values ? ", " + values : ""));
+    return call("sql", "SELECT * FROM [Campaign Results] ORDER BY Customer");
+  };
+  global.write = templates => {
+    global.selectTab(4);
+    const boxes = {sms: ["Text Message", "txtSMS"], subject: ["Email", "txtEmailSubject"], body: ["Email", "txtEmailBody"]};
+    Object.keys(templates).forEach(what => {
+      const [page, box] = boxes[what];
+      control("ssTabLetters").selectTab(page);
+      control(box).setText(templates[what]);
+    });
+  };
+  global.saveAs = name => {
+    global.onWindow("frmCampaigns", () => {
+      control("txtName").setText(name);
+      control("cmdSave").click();
+    });
+    control("cmdSave").click();
+  };
+  global.manage = action => {
+    global.onWindow("frmCampaigns", manager => {
+      action(manager, manager.control("lstCampaigns"));
+      if (call("windows")[0] === "frmCampaigns") manager.control("cmdClose").click();
+    });
+    if (control("frmMain.cmdLoad").visible) return control("frmMain.cmdLoad").click();
+    global.answer("Lose any changes and load an existing campaign?", "Yes");
+    control("mnuLoad").trigger();
+  };
+  global.load = name => global.manage((manager, list) => {
+    list.choose(name);
+    manager.control("cmdLoad").click();
+  });
+  global.sentElsewhere = (campaign, action) => {
+    call("execute", "INSERT INTO Campaign_Claims VALUES (" + campaign + ", 'Alex', 'FRONTDESK', 4711, '1', GetDate(), '2026-03-04 10:20:00')");
+    action();
+    call("execute", "DELETE FROM Campaign_Claims");
+  };
+
   // ---- the end of the scenario, called by the runner
 
   host.handle("abandoned", error => error instanceof Abandoned);
   host.handle("finish", () => {
     abandoned = false;
-    answers.filter(entry => !mayStayAway(entry.part))
-        .forEach(entry => host.call("fail", ["Nothing asked for the answer \"" + entry.part + "\".", entry.where]));
-    inputs.forEach(entry => host.call("fail", ["No input box asked for the answer \"" + entry.text + "\".", entry.where]));
-    menus.forEach(entry => host.call("fail", ["No menu asked for \"" + entry.entry + "\".", entry.where]));
-    fileAnswers.forEach(entry => host.call("fail", ["No file dialog asked for \"" + entry.path + "\".", entry.where]));
-    windows.forEach(entry => host.call("fail", ["The window " + entry.name + " never opened.", entry.where]));
-    answers = [];
-    inputs = [];
-    menus = [];
-    fileAnswers = [];
-    windows = [];
+    const left = [
+      ...answers.filter(entry => !mayStayAway(entry.part)).map(entry => ["Nothing asked for the answer \"" + entry.part + "\".", entry]),
+      ...inputs.map(entry => ["No input box asked for the answer \"" + entry.text + "\".", entry]),
+      ...menus.map(entry => ["No menu asked for \"" + entry.entry + "\".", entry]),
+      ...fileAnswers.map(entry => ["No file dialog asked for \"" + entry.path + "\".", entry]),
+      ...windows.map(entry => ["The window " + entry.name + " never opened.", entry]),
+    ];
+    left.forEach(([text, entry]) => host.call("fail", [text, entry.where]));
     return assertions;
   });
 })

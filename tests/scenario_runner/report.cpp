@@ -24,8 +24,9 @@ void Report::Print(const QString& line) {
   std::fflush(stdout);  // what was printed must be there when the process crashes
 }
 
-void Report::Fail(const QString& text, const QString& stack) {
+void Report::fail(const QString& text, const QString& stack) {
   FailAt(text, LineInStack(stack, file_));
+  failed_(failures_);
 }
 
 void Report::FailAt(const QString& text, int line) {

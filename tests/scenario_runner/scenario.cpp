@@ -5,10 +5,10 @@
 #include <QFileInfo>
 #include <QJSEngine>
 #include <QtWidgets/QWidget>
-#include <cstdlib>
 
 #include "bridge.h"
 #include "control_commands.h"
+#include "database_commands.h"
 #include "find_control.h"
 #include "report.h"
 #include "stage.h"
@@ -24,28 +24,6 @@ void TakeFailurePicture(const Stage& stage, const QString& file, int number) {
       stage.ScreenshotFile(QStringLiteral("%1-failed-%2").arg(QFileInfo(file).baseName()).arg(number));
   const QList<QWidget*> windows = VisibleWindows();
   if (!picture.isEmpty() && !windows.isEmpty()) windows.constFirst()->grab().save(picture);
-}
-
-void AddReportCommands(Bridge& bridge, Report& report, const Stage& stage, const QString& file) {
-  bridge.Add(QStringLiteral("print"), [&report](const Arguments& arguments) -> QVariant {
-    report.Print(QStringLiteral("     ") + TextAt(arguments, 0));
-    return {};
-  });
-  bridge.Add(QStringLiteral("fail"), [&report, &stage, file](const Arguments& arguments) -> QVariant {
-    report.Fail(TextAt(arguments, 0), TextAt(arguments, 1));
-    TakeFailurePicture(stage, file, report.Failures());
-    return {};
-  });
-  // For the runner's own test.
-  bridge.Add(QStringLiteral("crash"), [](const Arguments&) -> QVariant { std::abort(); });
-  bridge.Add(QStringLiteral("checked"), [&report](const Arguments& arguments) -> QVariant {
-    report.Ok(TextAt(arguments, 0));
-    return {};
-  });
-  bridge.Add(QStringLiteral("checkFailed"), [&report](const Arguments& arguments) -> QVariant {
-    report.CheckFailed(TextAt(arguments, 0));
-    return {};
-  });
 }
 
 void LoadPrelude(QJSEngine& engine, Bridge& bridge) {
@@ -69,27 +47,28 @@ void ReportException(const QJSValue& error, const QStringList& trace, Bridge& br
     report.FailAt(error.toString(), property("lineNumber").toInt());
   } else {
     const bool plain = property("name").toString() == QLatin1String("Error");
-    report.Fail(plain ? property("message").toString() : error.toString(), property("stack").toString());
+    report.fail(plain ? property("message").toString() : error.toString(), property("stack").toString());
   }
 }
 
 }  // namespace
 
 bool RunScenario(const QString& file, const QString& screenshots, const QString& folder) {
-  Report report(file);
+  QJSEngine engine;
+  Bridge bridge(engine);
+  Stage stage(bridge, screenshots, folder);
+  Report report(file, [&stage, file](int number) { TakeFailurePicture(stage, file, number); });
   QFile source(file);
   if (!source.open(QIODevice::ReadOnly)) {
     report.FailAt(QStringLiteral("cannot be read: ") + source.errorString(), 0);
     return false;
   }
-  QJSEngine engine;
-  Bridge bridge(engine);
-  Stage stage(bridge, screenshots, folder);
   WindowWatch watch(bridge);
-  AddReportCommands(bridge, report, stage, file);
-  AddWorldCommands(bridge, stage);
-  AddControlCommands(bridge, stage);
-  AddMessageCommands(bridge, watch);
+  ControlCommands control(stage);
+  WorldCommands world(stage);
+  DatabaseCommands database(stage);
+  for (QObject* commands : std::initializer_list<QObject*>{&control, &world, &database, &report, &watch})
+    bridge.Add(*commands);
   LoadPrelude(engine, bridge);
 
   QStringList trace;

@@ -11,8 +11,8 @@
 
 namespace qbx::scenario {
 
-/// The real one, except that it lets the scenario act while the program works, remembers what the status box showed, and takes
-/// no time for waiting.
+/// The real one, except that it lets the scenario act while the program works, remembers what the status box showed,
+/// and takes no time for waiting.
 class ScenarioUi final : public WidgetUi {
  public:
   /// \param meanwhile  called among the events that the program lets run, at most once per pump and never inside itself

@@ -25,23 +25,11 @@ QString Assignments(const QVariantMap& values) {
   return parts.join(QStringLiteral(", "));
 }
 
-const char* OutcomeName(StartOutcome outcome) {
-  switch (outcome) {
-    case StartOutcome::kRefused:
-      return "refused";
-    case StartOutcome::kStopped:
-      return "stopped";
-    case StartOutcome::kRunning:
-      break;
-  }
-  return "running";
-}
-
 }  // namespace
 
 QDateTime ReadTime(const QString& text) {
   for (const char* format : {"yyyy-MM-dd HH:mm:ss", "yyyy-MM-dd HH:mm", "yyyy-MM-dd"}) {
-    const QDateTime time = QDateTime::fromString(text, QLatin1String(format));
+    QDateTime time = QDateTime::fromString(text, QLatin1String(format));
     if (time.isValid()) return time;
   }
   throw ScenarioError(QStringLiteral("\"%1\" is no time like \"2026-03-04 10:20\".").arg(text));
@@ -64,64 +52,70 @@ void Stage::Prepare(const QVariantMap& options, bool fresh) {
   // Read first: a misspelt wish ends nothing.
   QVariantMap merged = options;
   if (!fresh && !merged.contains(QStringLiteral("commandLine")) && !merged.contains(QStringLiteral("user")))
-    merged.insert(QStringLiteral("commandLine"), wishes_.commandLine);
-  StartWishes wishes = StartWishes::Read(merged);
+    merged.insert(QStringLiteral("commandLine"), wishes_["commandLine"]);
+  StartWishes wishes(merged);
   End();
-  if (!fresh && wishes.database.isEmpty()) wishes.database = wishes_.database;
+  if (!fresh) wishes.KeepDatabase(wishes_);
   if (fresh) {
     data_.reset();
     folder_ = std::make_unique<qbx::test::TempFolder>();
     sandbox_.reset();
     registry = {};
     clock = qbx::test::FixedClock();
-    services.states.clear();
-    services.requests.clear();
-    shell.opened.clear();
-    shell.commands.clear();
+    services = {};
+    shell = {};
     printers = {};
   }
   troubles.Reset();
-  troubles.refuse = !wishes.reachable;
-  if (!wishes.clock.isEmpty()) clock.Set(ReadTime(wishes.clock));
+  troubles.refuse = !wishes["reachable"].toBool();
+  if (!wishes.Text("clock").isEmpty()) clock.Set(ReadTime(wishes.Text("clock")));
   PutFiles(wishes);
   names_ = wishes.Names(folder_->Path());
   const bool named = options.contains(QStringLiteral("garage"));
-  if (fresh || named) MakeGarage(wishes);
+  if (fresh || named) MakeGarage(wishes["garage"]);
   data_ = std::make_unique<HostData>(folder_->File(names_.databaseName + QStringLiteral(".db")), clock);
   PutRegistry(wishes);
-  PutServices(wishes);
-  if (wishes.sandbox.toBool() || wishes.sandbox.typeId() == QMetaType::QVariantMap) UseSandbox(wishes.sandbox);
+  const QVariantMap states = wishes.Map("services");
+  for (auto service = states.begin(); service != states.end(); ++service)
+    services.states.insert(service.key(),
+                           service.value() == "running" ? ServiceState::kRunning : ServiceState::kStopped);
+  const QVariant sandbox = wishes["sandbox"];
+  if (sandbox.toBool() || sandbox.typeId() == QMetaType::QVariantMap) UseSandbox(sandbox.toMap().value("credits"));
   PutOptions(wishes);
   wishes_ = wishes;
 }
 
-void Stage::MakeGarage(const StartWishes& wishes) {
+void Stage::MakeGarage(const QVariant& wish) {
   const QString file = folder_->File(names_.databaseName + QStringLiteral(".db"));
+  const QString kind = wish.toString();
   HostDatabaseProblem problem;
-  if (wishes.garage == StartWishes::Garage::kEmpty) {
-    problem = CreateHostDatabase(file, ExistingFile::kReplace);
-  } else if (wishes.garage == StartWishes::Garage::kSample) {
-    problem = MakeSampleGarage(file, {.customers = wishes.customers, .seed = wishes.seed, .asOf = clock.Now().date()},
-                               ExistingFile::kReplace);
-  } else {
+  if (kind == "none") {
     QFile::remove(file);
+  } else if (kind == "empty") {
+    problem = CreateHostDatabase(file, ExistingFile::kReplace);
+  } else {
+    QVariantMap size = wish.toMap();
+    if (IsNumber(wish)) size.insert("customers", wish);
+    problem = MakeSampleGarage(file,
+                               {.customers = size.value("customers", 60).toInt(),
+                                .seed = size.value("seed", 1).toULongLong(),
+                                .asOf = clock.Now().date()},
+                               ExistingFile::kReplace);
   }
   if (problem) throw ScenarioError(*problem);
 }
 
 void Stage::PutFiles(const StartWishes& wishes) const {
-  const QString edition = EditionFile(wishes.edition);
+  const QString edition = wishes.EditionFile();
   if (!edition.isEmpty()) folder_->Write(edition, {});
-  if (wishes.files.typeId() == QMetaType::QVariantMap) {
-    const QVariantMap files = wishes.files.toMap();
-    for (auto file = files.begin(); file != files.end(); ++file)
-      folder_->Write(file.key(), file.value().toString().toUtf8());
-  } else {
-    for (const QVariant& name : wishes.files.toList())
-      folder_->Write(name.toString(), {});
-  }
+  for (const QVariant& name : wishes["files"].toList())
+    folder_->Write(name.toString(), {});
+  const QVariantMap files = wishes.Map("files");
+  for (auto file = files.begin(); file != files.end(); ++file)
+    folder_->Write(file.key(), file.value().toString().toUtf8());
+  const QVariantMap sections = wishes.Map("ini");
   IniFile ini(folder_->File(QStringLiteral("QBX.INI")));
-  for (auto section = wishes.ini.begin(); section != wishes.ini.end(); ++section) {
+  for (auto section = sections.begin(); section != sections.end(); ++section) {
     const QVariantMap keys = section.value().toMap();
     for (auto key = keys.begin(); key != keys.end(); ++key) {
       if (!ini.Write(section.key(), key.key(), key.value().toString()))
@@ -131,20 +125,14 @@ void Stage::PutFiles(const StartWishes& wishes) const {
 }
 
 void Stage::PutRegistry(const StartWishes& wishes) {
-  for (auto hive = wishes.registry.begin(); hive != wishes.registry.end(); ++hive) {
+  const QVariantMap hives = wishes.Map("registry");
+  for (auto hive = hives.begin(); hive != hives.end(); ++hive) {
     const QVariantMap paths = hive.value().toMap();
     for (auto path = paths.begin(); path != paths.end(); ++path) {
       const QVariantMap values = path.value().toMap();
       for (auto value = values.begin(); value != values.end(); ++value)
         registry.Put(ReadHive(hive.key()), RegistryPath(path.key()), value.key(), value.value().toString());
     }
-  }
-}
-
-void Stage::PutServices(const StartWishes& wishes) {
-  for (auto service = wishes.services.begin(); service != wishes.services.end(); ++service) {
-    const bool runs = service.value().toString() == QLatin1String("running");
-    services.states.insert(service.key(), runs ? ServiceState::kRunning : ServiceState::kStopped);
   }
 }
 
@@ -161,23 +149,21 @@ QString Stage::RegistryPath(const QString& path) const {
 }
 
 void Stage::PutOptions(const StartWishes& wishes) {
-  if (!wishes.options.isEmpty())
+  if (!wishes.Map("options").isEmpty())
     data_->Execute(
-        QStringLiteral("UPDATE _Options SET %1 WHERE Options_Company = 'A'").arg(Assignments(wishes.options)));
-  if (wishes.userOptions.isEmpty()) return;
-  const QString user = SqlQuoted(wishes.user);
+        QStringLiteral("UPDATE _Options SET %1 WHERE Options_Company = 'A'").arg(Assignments(wishes.Map("options"))));
+  if (wishes.Map("userOptions").isEmpty()) return;
+  const QString user = SqlQuoted(wishes.Text("user"));
   data_->Execute(
       QStringLiteral(
           "INSERT OR IGNORE INTO _OptionsUser (UserId) VALUES (%1); UPDATE _OptionsUser SET %2 WHERE UserId = %1")
-          .arg(user, Assignments(wishes.userOptions)));
+          .arg(user, Assignments(wishes.Map("userOptions"))));
 }
 
-void Stage::UseSandbox(const QVariant& wish) {
-  if (sandbox_ == nullptr) {
-    const QVariant credits = wish.toMap().value(QStringLiteral("credits"));
+void Stage::UseSandbox(const QVariant& credits) {
+  if (sandbox_ == nullptr)
     sandbox_ = std::make_unique<qbx::test::SandboxProcess>(
         credits.isValid() ? QStringList{QStringLiteral("--credits"), credits.toString()} : QStringList());
-  }
   data_->Execute(QStringLiteral("UPDATE _Options SET SMS_Server = %1, SMTP_Server = '127.0.0.1', SMTP_Port = '%2' "
                                 "WHERE Options_Company = 'A'")
                      .arg(SqlQuoted(sandbox_->Gateway()))
@@ -187,7 +173,7 @@ void Stage::UseSandbox(const QVariant& wish) {
 QString Stage::Launch() {
   if (folder_ == nullptr) throw ScenarioError(QStringLiteral("Nothing was prepared to start."));
   ui_ = std::make_unique<ScenarioUi>(clock, [this] { bridge_.Invoke(QStringLiteral("pump")); });
-  ui_->UseRealPauses(wishes_.realPauses);
+  ui_->UseRealPauses(wishes_["realPauses"].toBool());
   served_ = std::make_unique<qbx::test::ServedFolder>(folder_->Path(), clock);
   const ApplicationSetup setup{
       .ui = *ui_,
@@ -200,7 +186,8 @@ QString Stage::Launch() {
       .printers = &printers,
       .wrapSessions = [this](SessionFactory inner) { return WithTroubles(served_->Wrap(std::move(inner)), troubles); }};
   program_ = std::make_unique<MarketingProgram>(*ui_, setup);
-  outcome = QLatin1String(OutcomeName(program_->Start(wishes_.commandLine)));
+  const StartOutcome started = program_->Start(CommandLine());
+  outcome = started == StartOutcome::kRefused ? "refused" : started == StartOutcome::kStopped ? "stopped" : "running";
   QCoreApplication::processEvents();
   return outcome;
 }

@@ -1,4 +1,5 @@
-// The world around the program of one scenario: folder, host database, registry, computer, sandbox, clock, and the program itself.
+// The world around the program of one scenario: folder, host database, registry, computer, sandbox, clock, and the
+// program itself.
 
 #pragma once
 
@@ -33,7 +34,8 @@ class Stage {
   Stage& operator=(const Stage&) = delete;
 
   /// Ends the program and lays out what the next start finds.
-  /// \param fresh  with a new folder, garage, registry and clock; otherwise those of the last start, changed by what the wishes name
+  /// \param fresh  with a new folder, garage, registry and clock; otherwise those of the last start, changed by what
+  /// the wishes name
   /// \throws ScenarioError
   void Prepare(const QVariantMap& options, bool fresh);
   /// \return "running", "refused" or "stopped"
@@ -49,8 +51,7 @@ class Stage {
   [[nodiscard]] const qbx::test::TempFolder& Folder() const;
   [[nodiscard]] qbx::test::SandboxProcess& Sandbox();
   /// The command line of the last start.
-  [[nodiscard]] const QString& CommandLine() const { return wishes_.commandLine; }
-  [[nodiscard]] const QString& DatabaseName() const { return names_.databaseName; }
+  [[nodiscard]] QString CommandLine() const { return wishes_.Text("commandLine"); }
   /// "machine" or "user". \throws ScenarioError
   [[nodiscard]] static RegistryHive ReadHive(const QString& name);
   /// A path below the host product's key; one that begins with "SOFTWARE\" is taken as it is.
@@ -71,12 +72,11 @@ class Stage {
   AnotherProcess another;
 
  private:
-  void MakeGarage(const StartWishes& wishes);
+  void MakeGarage(const QVariant& wish);
   void PutFiles(const StartWishes& wishes) const;
   void PutRegistry(const StartWishes& wishes);
-  void PutServices(const StartWishes& wishes);
   void PutOptions(const StartWishes& wishes);
-  void UseSandbox(const QVariant& wish);
+  void UseSandbox(const QVariant& credits);
 
   Bridge& bridge_;
   QString screenshots_;

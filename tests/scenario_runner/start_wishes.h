@@ -8,37 +8,25 @@
 
 namespace qbx::scenario {
 
-/// `start({...})`, read.
-struct StartWishes {
-  enum class Garage { kNone, kEmpty, kSample };
+/// `start({...})`, with what it does not name filled in. tests/scenarios/README.md says what each name means.
+class StartWishes {
+ public:
+  StartWishes() = default;
+  /// \throws ScenarioError for a name or a garage that is not known, so that a misspelt one is noticed
+  explicit StartWishes(const QVariantMap& options);
 
-  Garage garage = Garage::kSample;
-  int customers = 60;
-  quint64 seed = 1;
-  QString edition;  ///< name of the edition file's edition; empty: none is put into the program folder
-  QString user = QStringLiteral("Pat");
-  QString commandLine;
-  QString database;  ///< name of the database file; empty: as edition, INI file and command line say
-  QVariantMap ini;
-  QVariantMap registry;
-  QVariantMap options;
-  QVariantMap userOptions;
-  QVariantMap services;
-  QVariant files;
-  QVariant sandbox;
-  QString clock;
-  bool realPauses = false;
-  bool reachable = true;
-
-  /// \throws ScenarioError for a name that is not known, so that a misspelt one is noticed
-  [[nodiscard]] static StartWishes Read(const QVariantMap& options);
-
+  [[nodiscard]] QVariant operator[](const char* name) const { return wishes_.value(QLatin1String(name)); }
+  [[nodiscard]] QString Text(const char* name) const { return (*this)[name].toString(); }
+  [[nodiscard]] QVariantMap Map(const char* name) const { return (*this)[name].toMap(); }
+  /// File that marks the edition, empty for that of garages. \throws ScenarioError for an edition that is not known
+  [[nodiscard]] QString EditionFile() const;
   /// \param programFolder  with the edition files and QBX.INI in it
   [[nodiscard]] EditionNames Names(const QString& programFolder) const;
-};
+  /// Keeps the database of the last start unless another is named.
+  void KeepDatabase(const StartWishes& last);
 
-/// File that marks an edition ("boat", "truck", "parts", "vehicleSales", "commercialVehicle"), empty for "garage".
-/// \throws ScenarioError for an edition that is not known
-[[nodiscard]] QString EditionFile(const QString& edition);
+ private:
+  QVariantMap wishes_;
+};
 
 }  // namespace qbx::scenario

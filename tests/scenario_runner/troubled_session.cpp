@@ -12,10 +12,6 @@ namespace {
 constexpr int kMissingProcedure = 2812;
 constexpr int kRaisedError = 50000;  // what a server gives an error that a procedure raises
 
-DatabaseError RefusedConnection() {
-  return ServerError(17, QStringLiteral("SQL Server does not exist or access denied."), QStringLiteral("08001"));
-}
-
 QString FirstWord(const QString& batch) {
   qsizetype end = 0;
   while (end < batch.size() && (batch[end].isLetterOrNumber() || batch[end] == QLatin1Char('_')))
@@ -66,22 +62,21 @@ class TroubledSession final : public Session {
   void SetCommandTimeout(int seconds) override { inner_->SetCommandTimeout(seconds); }
   bool IsAlive() override { return !troubles_.refuse && inner_->IsAlive(); }
   void Interrupt() override {
-    {
-      const std::lock_guard guard(mutex_);
-      interrupted_ = true;
-    }
+    SetInterrupted(true);
     wake_.notify_all();
     inner_->Interrupt();
   }
   void ForgetInterruption() override {
-    {
-      const std::lock_guard guard(mutex_);
-      interrupted_ = false;
-    }
+    SetInterrupted(false);
     inner_->ForgetInterruption();
   }
 
  private:
+  void SetInterrupted(bool interrupted) {
+    const std::lock_guard guard(mutex_);
+    interrupted_ = interrupted;
+  }
+
   void LoseIfRefused() const {
     if (troubles_.refuse) throw LostConnectionError();
   }
@@ -126,11 +121,7 @@ class TroubledSession final : public Session {
 
 void Troubles::FailProcedure(const QString& name, const QString& text) {
   const std::lock_guard guard(mutex_);
-  if (text.isEmpty()) {
-    failing_.remove(name.toLower());
-  } else {
-    failing_.insert(name.toLower(), text);
-  }
+  failing_[name.toLower()] = text;
 }
 
 QString Troubles::FailureOf(const QString& procedureOrBatch) const {
@@ -140,16 +131,12 @@ QString Troubles::FailureOf(const QString& procedureOrBatch) const {
 
 void Troubles::DropProcedure(const QString& name, bool dropped) {
   const std::lock_guard guard(mutex_);
-  if (dropped) {
-    dropped_.insert(name.toLower());
-  } else {
-    dropped_.remove(name.toLower());
-  }
+  dropped_[name.toLower()] = dropped;
 }
 
 bool Troubles::IsDropped(const QString& procedureOrBatch) const {
   const std::lock_guard guard(mutex_);
-  return !dropped_.isEmpty() && dropped_.contains(FirstWord(procedureOrBatch));
+  return !dropped_.isEmpty() && dropped_.value(FirstWord(procedureOrBatch));
 }
 
 void Troubles::NoteCall(const QString& procedureOrBatch) {
@@ -174,7 +161,8 @@ void Troubles::Reset() {
 SessionFactory WithTroubles(SessionFactory inner, Troubles& troubles) {
   return [inner = std::move(inner), &troubles](const ConnectionTarget& target, const Login& login,
                                                int timeout) -> std::unique_ptr<Session> {
-    if (troubles.refuse) throw RefusedConnection();
+    if (troubles.refuse)
+      throw ServerError(17, QStringLiteral("SQL Server does not exist or access denied."), QStringLiteral("08001"));
     return std::make_unique<TroubledSession>(inner(target, login, timeout), troubles);
   };
 }

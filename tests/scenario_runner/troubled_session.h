@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QHash>
-#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <atomic>
@@ -34,7 +33,7 @@ class Troubles {
  private:
   mutable std::mutex mutex_;
   QHash<QString, QString> failing_;
-  QSet<QString> dropped_;
+  QHash<QString, bool> dropped_;
   QStringList calls_;
 };
 

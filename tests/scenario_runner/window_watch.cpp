@@ -179,13 +179,4 @@ void WindowWatch::LetScenarioAct(QWidget& window) {
   bridge_.Invoke(QStringLiteral("stillOpen"), {name});
 }
 
-void AddMessageCommands(Bridge& bridge, WindowWatch& watch) {
-  bridge.Add(QStringLiteral("messages"), [&watch](const Arguments&) -> QVariant { return watch.Messages(); });
-  bridge.Add(QStringLiteral("inputBoxes"), [&watch](const Arguments&) -> QVariant { return watch.Inputs(); });
-  bridge.Add(QStringLiteral("clearMessages"), [&watch](const Arguments&) -> QVariant {
-    watch.ClearMessages();
-    return {};
-  });
-}
-
 }  // namespace qbx::scenario

@@ -15,17 +15,18 @@ class QWidget;
 
 namespace qbx::scenario {
 
-/// Sees every window of the program open. What must be answered before the program goes on is handed to the scenario, from
-/// inside the loop in which the program waits, and the answer is given by pressing the window's own buttons. Whatever the scenario does
-/// not deal with is closed, so that the scenario always comes to its end.
+/// Sees every window of the program open. What must be answered before the program goes on is handed to the scenario,
+/// from inside the loop in which the program waits, and the answer is given by pressing the window's own buttons.
+/// Whatever the scenario does not deal with is closed, so that the scenario always comes to its end.
 class WindowWatch : public QObject {
+  Q_OBJECT
  public:
   explicit WindowWatch(Bridge& bridge);
   ~WindowWatch() override;
 
-  [[nodiscard]] const QVariantList& Messages() const { return messages_; }
-  [[nodiscard]] const QVariantList& Inputs() const { return inputs_; }
-  void ClearMessages() { messages_.clear(); }
+  Q_INVOKABLE QVariantList messages() const { return messages_; }
+  Q_INVOKABLE QVariantList inputBoxes() const { return inputs_; }
+  Q_INVOKABLE void clearMessages() { messages_.clear(); }
 
  protected:
   bool eventFilter(QObject* object, QEvent* event) override;
@@ -42,7 +43,5 @@ class WindowWatch : public QObject {
   QVariantList messages_;
   QVariantList inputs_;
 };
-
-void AddMessageCommands(Bridge& bridge, WindowWatch& watch);
 
 }  // namespace qbx::scenario

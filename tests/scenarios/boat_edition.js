@@ -1,82 +1,56 @@
 // The boat edition has its own words, a query for engines, and Hours for Mileage.
 
-function queryTexts() {
-  control("cmdNew").click();
-  return control("tvQuery").items;
-}
-const garageTree = ["Customer specific Queries", "All Customers", "Lapsed Customers", "Recent Customers", "Top Customers",
-                    "Bottom Customers", "Vehicle Specific Queries", "All Vehicles", "Specific Makes", "Based on Reminder Date"];
+const described = node => {
+  control("tvQuery").choose(node);
+  return control("txtQueryDesc").text;
+};
 
 check("the boat edition speaks of boats", () => {
-  start({ini: {App: {Name: "MX"}}, database: "QBXMarnexManager", options: {Only_Send_Comms_When_Opted_In: false}});
-  assertEqual(queryTexts(), garageTree.map(text => text.replace("Vehicle", "Boat")).concat("Specific Engines"));
-  const described = node => {
-    control("tvQuery").choose(node);
-    return control("txtQueryDesc").text;
-  };
-  assertEqual(described("Boat Specific Queries"), "Boat Specific Queries");
+  start({edition: "boat", options: {Only_Send_Comms_When_Opted_In: false}});
+  control("cmdNew").click();
+  assertEqual(control("tvQuery").items, ["Customer specific Queries", "All Customers", "Lapsed Customers", "Recent Customers", "Top Customers",
+    "Bottom Customers", "Boat Specific Queries", "All Boats", "Specific Makes", "Based on Reminder Date", "Specific Engines"]);
   assertEqual(described("All Boats"), "All boats in the system (which have an associated customer).");
-  assertEqual(described("Specific Makes"), "All boats which are of a specific Make.");
-  assertEqual(control("fraMakes").caption, "Makes");
   assertEqual(described("Based on Reminder Date"), "All boats with a specific Recall Date.");
   screenshot("boat_step1_reminder");
 });
 
 check("engines have their own list, label and message", () => {
-  control("tvQuery").choose("Specific Engines");
-  assertEqual(control("txtQueryDesc").text, "All engines which are of a specific Make.");
-  assertEqual(control("lblQueryOptions").text, "Choose the Engines to include in the query.");
-  assertEqual(control("fraMakes").caption, "Engines");
-  assertEqual(control("Label1").text, "Engines:");
+  assertEqual(described("Specific Engines"), "All engines which are of a specific Make.");
+  assertEqual(shown("lblQueryOptions", "fraMakes", "Label1"), ["Choose the Engines to include in the query.", "Engines", "Engines:"]);
   assertEqual(control("lstMakes").items, sql("SELECT Description FROM Makes WHERE Kind = 5 ORDER BY 1").map(row => row.Description));
-  answer("Engines Selection is not valid. Please choose one of more Engines.");
-  control("cmdNext0").click();
-  assertEqual(lastMessage().icon, "exclamation");
+  refused("Engines Selection is not valid. Please choose one of more Engines.", () => control("cmdNext0").click());
   control("lstMakes").choose([0]);
-  screenshot("boat_step1_engines");
   control("cmdNext0").click();
   assertMatch(calls().join("\n"), "proc_Marketing_AddAllEngines");
 });
 
-check("the filters say Boat and Hours, and engines have no hours", () => {
-  assertEqual(currentTab(), 2);
-  assertEqual(control("fraVehicleFilter").caption, "Boat Filter");
-  assertEqual(control("chkFilter5").text, "Boat Model is:");
-  assertEqual(control("chkFilter4").text, "Year of Manufacture");
-  ["chkFilter3", "cmbFilter3", "txtMileage0"].forEach(name => assert(!control(name).visible, name));
-  screenshot("boat_step2_engines");
+check("the filters and their messages say Boat and Hours, and engines have no hours", () => {
+  const hours = ["chkFilter3", "cmbFilter3", "txtMileage0"];
+  assertEqual([currentTab(), ...shown("fraVehicleFilter", "chkFilter5", "chkFilter4")], [2, "Boat Filter", "Boat Model is:", "Year of Manufacture"]);
+  hours.forEach(name => assert(!control(name).visible, name));
   selectTab(1);
-  control("tvQuery").choose("Top Customers");
-  control("txtCriteria").setText("25");
-  control("cmdNext0").click();
-  assertEqual(control("chkFilter3").text, "Last known Hours");
-  ["chkFilter3", "cmbFilter3", "txtMileage0"].forEach(name => assert(control(name).visible, name));
+  walkTo(2, "Top Customers");
+  hours.forEach(name => assert(control(name).visible, name));
   screenshot("boat_step2");
-});
-
-check("so do the messages of step 2", () => {
-  const refused = text => {
-    answer(text);
-    control("cmdNext1").click();
-    assertEqual(lastMessage().text, text);
-  };
+  const next = () => control("cmdNext1").click();
   control("chkFilter5").tick();
-  refused("Boat Filters cannot be used when using the Top Customers Query option.");
+  refused("Boat Filters cannot be used when using the Top Customers Query option.", next);
   selectTab(1);
-  control("tvQuery").choose("All Boats");
-  control("cmdNext0").click();
-  refused("You have chosen to filter specific Models, but have not entered a boat model.");
-  answer("You have chosen to filter specific Models, but have not entered a boat model.");
-  control("cmdApplyFilters").click();
-  control("chkFilter3").tick();
-  control("cmbFilter3").choose("Between");
-  control("txtMileage0").setText("900");
-  control("txtMileage1").setText("800");
-  refused("Hours Filter is not valid. Hours From must be less than Hours To");
+  walkTo(2, "All Boats");
+  refused("You have chosen to filter specific Models, but have not entered a boat model.", next);
+  fill({chkFilter3: true, cmbFilter3: "Between", txtMileage0: "900", txtMileage1: "800"});
+  refused("Hours Filter is not valid. Hours From must be less than Hours To", next);
 });
 
-check("the template examples are about a boat's service", () => {
+check("so do the results and the template examples", () => {
+  fill({chkFilter3: false, chkFilter5: false});
+  control("cmdNext1").click();
+  const columns = control("dbgData").columns;
+  assertEqual(["Boat", "Last Hours", "Vehicle", "Last Mileage"].map(name => columns.includes(name)), [true, true, false, false]);
   selectTab(4);
+  control("ssTabLetters").selectTab("Examples");
+  assertMatch(control("lblExample2").text, "For Boat specific Mail Merges you can use boat data");
+  assertMatch(control("txtExample2").text, "your boat {make} {model} may be due for a service replacement");
   assertNoMatch(control("txtExample2").text, /vehicle|cambelt|regno/i);
-  assertMatch(control("txtExample2").text, "service");
 });

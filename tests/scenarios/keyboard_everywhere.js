@@ -1,4 +1,5 @@
-// Tab reaches everything that can be used, in the order of the eye; it has a name and, where it has a caption, a letter. F1 says what a page does.
+// Tab reaches everything that can be used, in the order of the eye; it has a name and, where it has a caption, a
+// letter. F1 says what a page does.
 
 const fine = where => assertEqual(keyboardFaults(), [], where);
 const helps = (part, from) => {
@@ -30,11 +31,8 @@ check("the start panel, queries, filters and results; tips and help say what hap
   control("cmdNew").click();
   queries();
   helps("Choose in the tree", "tvQuery");
-  control("tvQuery").choose("All Vehicles");
-  control("cmbType").choose(0);
-  control("cmdNext0").click();
-  control("cmbFilter3").choose("Between");
-  control("cmbFilter4").choose("Between");
+  walkTo(2, "All Vehicles");
+  fill({cmbFilter3: "Between", cmbFilter4: "Between"});
   fine("filters");
   helps(control("cmbFilter3").toolTip, "cmbFilter3");
   control("cmdNext1").click();

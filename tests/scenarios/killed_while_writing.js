@@ -1,33 +1,20 @@
-// The program is killed while texts are being written: the next start offers them, and an orderly end leaves nothing behind.
+// The program is killed while texts are being written: the next start offers them, and an orderly end leaves nothing
+// behind.
 
 start();
 control("cmdNew").click();
-selectTab(4);
-control("ssTabLetters").selectTab("Text Message");
-control("txtSMS").setText("Stored");
-onWindow("frmCampaigns", window => {
-  window.control("txtName").setText("MOT");
-  window.control("cmdSave").click();
-});
-control("cmdSave").click();
+write({sms: "Stored"});
+saveAs("MOT");
 const drafts = () => files().filter(name => /^MARKETING-DRAFT/.test(name));
-const load = `
-  onWindow("frmCampaigns", window => {
-    window.control("lstCampaigns").choose("MOT");
-    window.control("cmdLoad").click();
-  });
-  control("cmdLoad").click();
-  selectTab(4);`;
-const writeLetter = load + `
+const writeLetter = `
+  load("MOT");
+  selectTab(4);
   control("rtfLetter").type("Dear {contact}");
-  control("ssTabLetters").selectTab("Text Message");
-  control("txtSMS").setText("Your MOT is due");
+  write({sms: "Your MOT is due"});
   wait(60000);`;
 const writeNew = `
   control("cmdNew").click();
-  selectTab(4);
-  control("ssTabLetters").selectTab("Email");
-  control("txtEmailSubject").type("Offer");
+  write({subject: "Offer"});
   wait(60000);`;
 
 check("what was written is taken up in its campaign, and counts as changed", () => {
@@ -44,11 +31,10 @@ check("what was written is taken up in its campaign, and counts as changed", () 
 check("an orderly end removes it, and so does undoing what was written", () => {
   restart();
   assertEqual(drafts(), []);
-  eval(load);
-  control("ssTabLetters").selectTab("Text Message");
-  control("txtSMS").type("x");
+  load("MOT");
+  write({sms: "x"});
   waitFor(() => drafts().length === 1);
-  control("txtSMS").setText("Stored");
+  write({sms: "Stored"});
   waitFor(() => drafts().length === 0);
 });
 

@@ -1,17 +1,12 @@
-// Letters: the preview with the sample customer, a letter for each row, printing and saving, and what is marked; then the printed results list.
+// Letters: the preview with the sample customer, a letter for each row, printing and saving, and what is marked; then
+// the printed results list.
 
 start();
-control("cmdNew").click();
-control("tvQuery").choose("All Customers");
-control("cmdNext0").click();
-control("cmdNext1").click();
-
-execute("DELETE FROM [Campaign Results] WHERE RecordID NOT IN (SELECT RecordID FROM [Campaign Results] ORDER BY Customer LIMIT 6)");
-execute("UPDATE [Campaign Results] SET Send_Letter = 1, Address = '1 High Street' || char(13) || 'Milbury' || char(13) || 'MB1 2AB'");
-const rows = sql("SELECT RecordID, Customer FROM [Campaign Results] ORDER BY Customer");
+walkTo(3);
+const rows = keepRows(6, "Send_Letter = 1, Address = '1 High Street' || char(13) || 'Milbury' || char(13) || 'MB1 2AB'");
 const generate = () => control("cmdGenerateLetters").click();
-const sent = () => sql("SELECT Count(*) AS n FROM Send_Journal WHERE Channel = 3 AND State = 1")[0].n;
-const processed = () => sql("SELECT Count(*) AS n FROM [Campaign Results] WHERE Processed = 1")[0].n;
+const sent = () => count("Send_Journal WHERE Channel = 3 AND State = 1");
+const processed = () => count("[Campaign Results] WHERE Processed = 1");
 
 // Runs `inside` in the window of the report, and closes it.
 function report(inside) {
@@ -98,14 +93,10 @@ check("letters that are printed are marked, the others stay due", () => {
     print(window, dialog => {
       assertEqual(dialog.control("cmbPrinter").items, ["Office", "Workshop"]);
       assertEqual(dialog.control("cmbPrinter").selectedText, "Office");
-      dialog.control("cmbPrinter").choose("Workshop");
-      dialog.control("chkBothSides").tick();
-      dialog.control("cmbTray").choose("tray-2");
-      dialog.control("txtLastLetter").setText("2");
+      fill({cmbPrinter: "Workshop", chkBothSides: true, cmbTray: "tray-2", txtLastLetter: "2"});
       dialog.control("cmdNextLetters").click();
       assertEqual([dialog.control("txtFirstLetter").text, dialog.control("txtLastLetter").text, dialog.control("cmdNextLetters").enabled], ["3", "4", false]);
-      dialog.control("txtFirstLetter").setText("");
-      dialog.control("txtLastLetter").setText("2");
+      fill({txtFirstLetter: "", txtLastLetter: "2"});
       screenshot("printer");
       assertEqual(keyboardFaults(), []);
       helps("Next 50");

@@ -1,19 +1,9 @@
 // Step 5: who is left out, what was delivered before, what nobody knows, and a campaign that somebody else sends.
 
 start({sandbox: true});
-control("cmdNew").click();
-control("tvQuery").choose("All Customers");
-control("cmdNext0").click();
-control("cmdNext1").click();
-execute("DELETE FROM [Campaign Results] WHERE RecordID NOT IN (SELECT RecordID FROM [Campaign Results] ORDER BY Customer LIMIT 4)");
-execute("UPDATE [Campaign Results] SET Send_SMS = 1, Send_Email = 1, Mobile = '0770090010' || (RecordID % 10), Email = 'c' || RecordID || '@example.com'");
-const rows = sql("SELECT * FROM [Campaign Results] ORDER BY Customer");
-control("cmdNext2").click();
-control("ssTabLetters").selectTab("Text Message");
-control("txtSMS").setText("Dear {contact}, your MOT is due.");
-control("ssTabLetters").selectTab("Email");
-control("txtEmailSubject").setText("MOT");
-control("txtEmailBody").setText("Dear {contact}, your MOT is due.");
+walkTo(4);
+const rows = keepRows(4, "Send_SMS = 1, Send_Email = 1");
+write({sms: "Dear {contact}, your MOT is due.", subject: "MOT", body: "Dear {contact}, your MOT is due."});
 selectTab(5);
 
 const send = () => {
@@ -32,11 +22,9 @@ function arrived() {
 }
 
 check("while somebody else sends the campaign it is refused, and those who said no since the query are left out", () => {
-  execute("INSERT INTO Campaign_Claims VALUES (" + rows[0].CampaignID + ", 'ANNE', 'FRONTDESK', 7, '1', GetDate(), '2026-03-04 10:20:00')");
-  answer("This campaign is already being sent by ANNE on computer FRONTDESK (process 7).\n\nPlease wait until that run has finished or was paused.");
-  control("cmdSendSMS").click();
-  assertEqual([lastMessage().icon, arrived()], ["exclamation", ["", "", "", ""]]);
-  execute("DELETE FROM Campaign_Claims");
+  sentElsewhere(rows[0].CampaignID, () => refused("This campaign is already being sent by Alex on computer FRONTDESK (process 4711).\n\n" +
+    "Please wait until that run has finished or was paused.", () => control("cmdSendSMS").click()));
+  assertEqual(arrived(), ["", "", "", ""]);
   execute("UPDATE Customers SET No_Marketing = 1 WHERE Customer = " + rows[0].Customer);
   steer({recipients: {[rows[1].Email]: "550 No such user", [rows[3].Email]: "dropdata"}, numbers: {[rows[2].Mobile]: "no answer"}});
   onMessage(box => (/^QBX could not send email/.test(box.text) ? "No" : undefined));

@@ -2,26 +2,18 @@
 
 const kEmailQuestion = /^QBX could not send email with the current settings\. [^]*\n\nDo you wish to see the error message and cancel any other emails/;
 
-// Rows in the order of the run; what stands beside each is the mobile, the e-mail address, and whether text and e-mail are wanted.
+// Rows in the order of the run; what stands beside each is the mobile, the e-mail address, and whether text and e-mail
+// are wanted.
 function begin(options, rows) {
   start(Object.assign({sandbox: true}, options));
-  control("cmdNew").click();
   control("frmMain").resize(780, 540);
-  control("tvQuery").choose("All Customers");
-  control("cmdNext0").click();
-  control("cmdNext1").click();
-  execute("DELETE FROM [Campaign Results] WHERE RecordID NOT IN (SELECT RecordID FROM [Campaign Results] ORDER BY Customer LIMIT " + rows.length + ")");
-  execute("UPDATE [Campaign Results] SET Contact = ' '");
-  const ids = sql("SELECT RecordID FROM [Campaign Results] ORDER BY Customer").map(row => row.RecordID);
-  rows.forEach(([mobile, email, sms, mail], i) =>
-      execute("UPDATE [Campaign Results] SET Mobile = '" + mobile + "', Email = '" + email + "', Send_SMS = " + sms + ", Send_Email = " + mail +
-              " WHERE RecordID = " + ids[i]));
-  control("cmdNext2").click();
-  control("ssTabLetters").selectTab("Text Message");
-  control("txtSMS").setText("Dear {contact}, your MOT is due.");
-  control("ssTabLetters").selectTab("Email");
-  control("txtEmailSubject").setText("MOT");
-  control("txtEmailBody").setText("Dear {contact}, your MOT is due.");
+  walkTo(4);
+  keepRows(rows.length, "Contact = ' '").forEach((row, i) => {
+    const [mobile, email, sms, mail] = rows[i];
+    execute("UPDATE [Campaign Results] SET Mobile = '" + mobile + "', Email = '" + email + "', Send_SMS = " + sms + ", Send_Email = " + mail +
+            " WHERE RecordID = " + row.RecordID);
+  });
+  write({sms: "Dear {contact}, your MOT is due.", subject: "MOT", body: "Dear {contact}, your MOT is due."});
   selectTab(5);
 }
 const send = () => {

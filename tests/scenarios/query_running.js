@@ -1,9 +1,7 @@
 // While a query runs: the status box, what is disabled, cancelling, and failures.
 
 start({options: {Only_Send_Comms_When_Opted_In: true}});
-control("cmdNew").click();
-control("tvQuery").choose("All Customers");
-
+walkTo(1);
 const rows = () => sql("SELECT RecordID FROM [Campaign Results] ORDER BY 1").map(row => row.RecordID);
 function idle(text) {
   assert(!busy(), text + ": the pointer is normal");
@@ -23,113 +21,62 @@ check("the status box says what is done, and what is left behind is idle", () =>
   idle("after step 2");
 });
 
-check("commands are off while it runs, and the window does not close", () => {
+const slowly = (action, meanwhile) => {
   selectTab(2);
   slowDatabase(200);
-  during(() => control("cmdNext1").click(), () => {
-    if (statusBox() === null) return false;
-    assertEqual(statusBox(), {text: "Processing the Query...", cancel: true});
-    assert(busy());
-    ["cmdNext1", "cmdBack1", "cmdApplyFilters", "cmdSave", "cmdRun", "mnuSave", "mnuStart", "mnuLoad", "mnuExit", "mnuAbout"]
-      .forEach(name => assert(!control("frmMain." + name).enabled, name));
-    assert(!closeWindow());
-    assert(windows().includes("frmProcessing"));
-    screenshot("query_running", "frmMain");
-    screenshot("status_box", "frmProcessing");
-    return true;
-  });
+  during(action, () => statusBox() !== null && (meanwhile(), true));
   slowDatabase(0);
   assertEqual(currentTab(), 3);
   idle("after a slow query");
-});
+};
 
-check("a right click on its text closes the status box; the query goes on", () => {
-  selectTab(2);
-  slowDatabase(200);
-  during(() => control("cmdNext1").click(), () => {
-    if (statusBox() === null) return false;
+check("commands are off while it runs, and the window does not close; a right click on its text closes the status box", () => {
+  slowly(() => control("cmdNext1").click(), () => {
+    assertEqual([statusBox(), busy()], [{text: "Processing the Query...", cancel: true}, true]);
+    ["cmdNext1", "cmdBack1", "cmdApplyFilters", "cmdSave", "cmdRun", "mnuSave", "mnuStart", "mnuLoad", "mnuExit", "mnuAbout"]
+      .forEach(name => assert(!control("frmMain." + name).enabled, name));
+    assert(!closeWindow() && windows().includes("frmProcessing"));
+    screenshot("query_running", "frmMain");
+    screenshot("status_box", "frmProcessing");
+  });
+  slowly(() => control("cmdNext1").click(), () => {
     control("frmProcessing.lblMessage").rightClick();
-    assertEqual(statusBox(), null);
-    assert(!busy());
-    return true;
+    assertEqual([statusBox(), busy()], [null, false]);
   });
-  slowDatabase(0);
-  assertEqual(currentTab(), 3);
-  idle("after a status box that was closed");
 });
 
-check("Cancel leaves the rows as they were and the wizard on its step", () => {
-  [[1, "cmdNext0"], [2, "cmdNext1"], [2, "cmdApplyFilters"]].forEach(([tab, button]) => {
+check("Cancel leaves the rows as they were and the wizard on its step, which is not complete", () => {
+  for (const [tab, button] of [[1, "cmdNext0"], [2, "cmdNext1"], [2, "cmdApplyFilters"]]) {
     selectTab(tab);
-    const before = rows();
-    const counts = tab === 2 ? [control("lblRecords0").text, control("lblRecords1").text] : null;
-    slowDatabase(300);
-    during(() => control(button).click(), () => {
-      if (statusBox() === null) return false;
-      cancelStatus();
-      return true;
-    });
-    slowDatabase(0);
-    assertEqual(rows(), before, button);
-    assertEqual(currentTab(), tab, button);
-    if (counts) assertEqual([control("lblRecords0").text, control("lblRecords1").text], counts);
+    const before = [rows(), currentTab(), ...shown("lblRecords0", "lblRecords1")].slice(0, tab === 2 ? 4 : 2);
+    cancelled(() => control(button).click());
+    assertEqual([rows(), currentTab(), ...shown("lblRecords0", "lblRecords1")].slice(0, tab === 2 ? 4 : 2), before, button);
     idle(button);
-  });
-});
-
-check("a step whose query was cancelled is not complete", () => {
+  }
   answer("Lose any changes and start a new campaign?", "Yes");
   control("mnuStart").trigger();
-  control("tvQuery").choose("All Vehicles");
-  slowDatabase(300);
-  during(() => control("cmdNext0").click(), () => {
-    if (statusBox() === null) return false;
-    cancelStatus();
-    return true;
-  });
-  slowDatabase(0);
-  answer("Step 1 has not been completed.");
-  control("cmdRun").click();
+  cancelled(() => walkTo(2, "All Vehicles"));
+  refused("Step 1 has not been completed.", () => control("cmdRun").click());
 });
 
-function failing(description) {
-  selectTab(2);
-  const before = rows();
-  clearMessages();
-  answer("An unexpected error occured.");
-  control("cmdNext1").click();
-  assertEqual(messages().length, 1);
-  assertMatch(lastMessage().text, description);
-  assertEqual([lastMessage().icon, lastMessage().caption], ["exclamation", "Error"]);
-  assertEqual(currentTab(), 2);
-  assertEqual(rows(), before);
-  idle(description);
-  assertMatch(log().join("\n"), new RegExp("ERROR: [^]*" + description + "[^]*\\(in ProcessQuery\\)"));
-  assert(events().some(event => event.type === 6 && event.details.includes(description)));
-}
-
 check("a procedure that fails, or is missing, is reported, and nothing is lost", () => {
-  control("cmdNext0").click();
-  control("cmdNext1").click();
-  failProcedure("proc_Marketing_AddAllVehicles", "The tables are being rebuilt.");
-  failing("The tables are being rebuilt");
+  walkTo(3, "All Vehicles");
+  const fails = description => {
+    selectTab(2);
+    const before = rows();
+    refused(description, () => control("cmdNext1").click());
+    assertMatch(lastMessage().text, "An unexpected error occured.");
+    assertEqual([lastMessage().caption, currentTab(), rows()], ["Error", 2, before]);
+    idle(description);
+    assertMatch(log().join("\n"), new RegExp("ERROR: [^]*" + description + "[^]*\\(in ProcessQuery\\)"));
+    assert(events().some(event => event.type === 6 && event.details.includes(description)));
+  };
+  failProcedure("proc_Marketing_AddAllVehicles", "The tables are being rebuilt");
+  fails("The tables are being rebuilt");
   failProcedure("proc_Marketing_AddAllVehicles", "");
   dropProcedure("proc_Marketing_AddAllVehicles");
-  failing("proc_Marketing_AddAllVehicles");
+  fails("proc_Marketing_AddAllVehicles");
   restoreProcedure("proc_Marketing_AddAllVehicles");
   control("cmdNext1").click();
   assertEqual(currentTab(), 3);
-});
-
-check("a step whose query failed is not complete", () => {
-  answer("Lose any changes and start a new campaign?", "Yes");
-  control("mnuStart").trigger();
-  control("tvQuery").choose("All Customers");
-  failProcedure("proc_Marketing_AddAllCustomers", "Out of space.");
-  answer("An unexpected error occured.\n\nOut of space.");
-  control("cmdNext0").click();
-  assertEqual(currentTab(), 1);
-  idle("step 1");
-  answer("Step 1 has not been completed.");
-  control("cmdRun").click();
 });

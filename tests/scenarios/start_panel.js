@@ -1,41 +1,30 @@
 // The start panel, the menus, and what opens the wizard.
 
 start();
+const fresh = "Lose any changes and start a new campaign?";
+const other = "Lose any changes and load an existing campaign?";
 
 check("the start panel stands in front of the wizard", () => {
-  assert(control("fraStart").visible);
-  assertEqual(control("lblWelcome").text, "Welcome to QBX Marketing & Reporting Module");
-  assertEqual(control("Label6").text, "The reporting features of this module provide you with a way to interrogate your data based on a " +
-    "variety of starting points and filters which you can apply. The results can be printed, saved or exported to Excel.");
-  assertEqual(control("Label4").text, "The marketing features of this module provide you with a great way to keep in touch with your " +
-    "customers, and generate more revenue for your business.");
-  assertEqual(["cmdNew", "cmdLoad", "cmdClose", "cmdSave", "cmdRun"].map(name => control(name).text), ["Start a new Report / Campaign",
-    "Load a saved Report / Campaign", " X ", "Save Report / Campaign Options", "Run Marketing Campaign"]);
+  assert(control("fraStart").visible && !control("ssTabMain").visible);
+  assertEqual(shown("lblWelcome", "Label6", "Label4"), ["Welcome to QBX Marketing & Reporting Module",
+    "The reporting features of this module provide you with a way to interrogate your data based on a variety of starting points and " +
+    "filters which you can apply. The results can be printed, saved or exported to Excel.",
+    "The marketing features of this module provide you with a great way to keep in touch with your customers, and generate more revenue " +
+    "for your business."]);
+  assertEqual(shown("cmdNew", "cmdLoad", "cmdClose", "cmdSave", "cmdRun"), ["Start a new Report / Campaign", "Load a saved Report / Campaign",
+    " X ", "Save Report / Campaign Options", "Run Marketing Campaign"]);
   ["cmdSave", "cmdRun", "mnuSave"].forEach(name => assert(!control(name).enabled, name));
-  assert(!control("ssTabMain").visible);
+  assertEqual(shown("mnuStart", "mnuLoad", "mnuSave", "mnuExit", "mnuHelp", "mnuAbout"), ["Start a new Report or Campaign...",
+    "Load an existing Report or Campaign...", "Save the current Report / Campaign Settings...", "Exit", "Help", "About"]);
   screenshot("start_panel");
 });
 
-check("menus", () => {
-  assertEqual(["mnuStart", "mnuLoad", "mnuSave", "mnuExit", "mnuHelp", "mnuAbout"].map(name => control(name).text), [
-    "Start a new Report or Campaign...", "Load an existing Report or Campaign...", "Save the current Report / Campaign Settings...",
-    "Exit", "Help", "About"]);
-  assertEqual(["mnuStart", "mnuLoad", "mnuSave"].map(name => control(name).shortcut), ["Ctrl+N", "Ctrl+O", "Ctrl+S"]);
-});
-
-check("the cross of the panel asks, and No stays", () => {
+check("its cross asks, and loading that is given up leaves it", () => {
   answer("Exit QBX Marketing & Reporting Module?", "No");
   control("cmdClose").click();
-  assertEqual(lastMessage().icon, "question");
-  assertEqual(lastMessage().buttons, ["Yes", "No"]);
-  assertEqual(windows(), ["frmMain"]);
-});
-
-check("loading that is given up leaves the panel", () => {
-  onWindow("frmCampaigns", manager => manager.close());
-  control("cmdLoad").click();
-  assert(control("fraStart").visible);
-  assert(!control("cmdRun").enabled);
+  assertEqual([lastMessage().icon, lastMessage().buttons, windows()], ["question", ["Yes", "No"], ["frmMain"]]);
+  manage(() => {});
+  assert(control("fraStart").visible && !control("cmdRun").enabled);
 });
 
 check("a new campaign opens the wizard", () => {
@@ -49,30 +38,19 @@ check("a new campaign opens the wizard", () => {
   screenshot("step1_no_query");
 });
 
-check("starting again asks, and No keeps what was typed", () => {
-  control("tvQuery").choose("Top Customers");
-  control("txtCriteria").setText("7");
+check("starting again asks: No keeps what was typed, Yes starts afresh; what was not touched is left without a question", () => {
+  fill({tvQuery: "Top Customers", txtCriteria: "7"});
   control("dteDate0").type("01/02/2026");
-  answer("Lose any changes and start a new campaign?", "No");
+  answer(fresh, "No");
   press("Ctrl+N");
-  assertEqual(lastMessage().icon, "question");
-  assertEqual(control("txtCriteria").text, "7");
-});
-
-check("Yes starts afresh: no dates, the first group, first step, counts without numbers", () => {
+  assertEqual([lastMessage().icon, control("txtCriteria").text], ["question", "7"]);
   control("cmdNext0").click();
   assertMatch(control("lblRecords0").text, /^Records found: \d+$/);
-  answer("Lose any changes and start a new campaign?", "Yes");
+  answer(fresh, "Yes");
   control("mnuStart").trigger();
-  assertEqual(currentTab(), 1);
-  assertEqual(control("tvQuery").selectedText, "Customer specific Queries");
-  assert(control("fraPickStart").visible);
-  assertEqual([control("dteDate0").text, control("dteDate1").text], ["", ""]);
+  assertEqual([currentTab(), control("tvQuery").selectedText, control("fraPickStart").visible], [1, "Customer specific Queries", true]);
   selectTab(2);
-  assertEqual([control("lblRecords0").text, control("lblRecords1").text], ["Records found:", "Records found:"]);
-});
-
-check("what was not touched is left without a question", () => {
+  assertEqual(shown("dteDate0", "dteDate1", "lblRecords0", "lblRecords1"), ["", "", "Records found:", "Records found:"]);
   clearMessages();
   press("Ctrl+N");
   assertEqual(messages(), []);
@@ -80,57 +58,22 @@ check("what was not touched is left without a question", () => {
 
 check("loading asks first; a loaded campaign is shown with its name and query", () => {
   control("tvQuery").choose("All Vehicles");
-  answer("Lose any changes and load an existing campaign?", "No");
-  control("mnuLoad").trigger();
-  assertEqual([lastMessage().icon, lastMessage().defaultButton], ["question", "No"]);
-  answer("Lose any changes and load an existing campaign?", "Yes");
-  onWindow("frmCampaigns", manager => {
-    manager.control("lstCampaigns").choose("MOT due");
-    manager.control("cmdLoad").click();
-  });
+  answer(other, "No");
   press("Ctrl+O");
+  assertEqual([lastMessage().icon, lastMessage().defaultButton], ["question", "No"]);
+  load("MOT due");
   assertEqual(control("frmMain").caption, "QBX Marketing & Reporting Module - [MOT due]");
-  assertEqual(currentTab(), 1);
-  assertEqual(control("tvQuery").selectedText, "Based on Reminder Date");
-  assertEqual(control("cmbReminder").selectedText, "MOT Reminder");
-  assertEqual([control("dteDate0").text, control("dteDate1").text], ["04/03/2026", "04/05/2026"]);
+  assertEqual([currentTab(), control("tvQuery").selectedText, control("cmbReminder").selectedText], [1, "Based on Reminder Date", "MOT Reminder"]);
+  assertEqual(shown("dteDate0", "dteDate1"), ["04/03/2026", "04/05/2026"]);
 });
 
-check("loading from the start panel opens the wizard", () => {
-  start();
-  onWindow("frmCampaigns", manager => {
-    manager.control("lstCampaigns").choose("Audi, BMW and Volkswagen");
-    manager.control("cmdLoad").click();
-  });
-  control("cmdLoad").click();
-  assert(!control("fraStart").visible);
-  assertEqual(control("tvQuery").selectedText, "Specific Makes");
-  assertEqual(control("txtMakes").text, "Audi, BMW, Volkswagen");
-});
-
-[0, 11].forEach(query => check("a campaign stored with query " + query + " shows none, and looking at it changes nothing", () => {
-  execute("UPDATE Marketing_Campaigns SET CampaignTypeID = " + query + " WHERE Campaign_Name = 'MOT due'");
-  answer("Lose any changes and load an existing campaign?", "Yes");
-  onWindow("frmCampaigns", manager => {
-    manager.control("lstCampaigns").choose("MOT due");
-    manager.control("cmdLoad").click();
-  });
-  control("mnuLoad").trigger();
+check("a campaign stored with a query that is none shows none, and looking at it changes nothing: Exit asks nothing", () => {
+  execute("UPDATE Marketing_Campaigns SET CampaignTypeID = 11 WHERE Campaign_Name = 'MOT due'");
+  load("MOT due");
   control("cmdSave").focus();
   control("tvQuery").focus();
-  assertEqual(control("tvQuery").selectedIndex, -1);
+  assertEqual([control("tvQuery").selectedIndex, control("fraPickStart").visible], [-1, true]);
   assertEqual(control("txtQueryDesc").text, "Please select a Query to see the description.");
-  assert(control("fraPickStart").visible);
-}));
-
-check("Exit closes without a question when nothing changed", () => {
   control("mnuExit").trigger();
-  assertEqual(windows(), []);
-});
-
-check("the cross of the panel, answered Yes, ends the program", () => {
-  start();
-  answer("Exit QBX Marketing & Reporting Module?", "Yes");
-  control("cmdClose").click();
   assertEqual(windows(), []);
 });

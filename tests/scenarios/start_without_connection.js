@@ -3,62 +3,61 @@
 const refusal = "There is no connection to the database, so this cannot be done now.\n\n" +
                 "Please check that the database server is running, and start the program again.";
 
-function refusedOnce(what, action) {
-  clearMessages();
-  answer(refusal);
-  action();
-  assertEqual(messages().map(box => [box.text, box.icon]), [[refusal, "exclamation"]], what);
-}
-
-function usesEverything() {
-  assertMatch(control("lblNoConnection").text, "There is no connection to the database.");
+check("a server that is away is reported with a stop sign", () => {
+  const started = () => assertEqual(start({reachable: false, registry: {machine: {Login: {Server: "FRONTDESK"}}}}), "running");
+  refused("The following error was reported while attempting connection to the database server.", started, "stop");
+  assertMatch(log().join("\n"), /Database Connection Attempt 1: [^]*Database Connection Attempt 2: [^]*Database Connect Error: /);
   assert(control("lblNoConnection").visible);
-  assertMatch(control("lblConnection").text, "Not connected to the database");
-  refusedOnce("load, on the start panel", () => control("cmdLoad").click());
-  assert(control("fraStart").visible);
+  assertMatch(shown("lblNoConnection", "lblConnection").join(), /There is no connection to the database\.[^]*Not connected to the database/);
+  screenshot("no_connection");
+});
 
+check("looking around is quiet, and each command is refused once", () => {
+  refused(refusal, () => control("cmdLoad").click());
+  assert(control("fraStart").visible);
   clearMessages();
   control("cmdNew").click();
-  assertEqual(messages(), [], "a new campaign opens quietly");
   ["Specific Makes", "Based on Reminder Date", "Lapsed Customers", "All Customers"].forEach(query => control("tvQuery").choose(query));
+  [2, 3, 4, 5, 1].forEach(tab => selectTab(tab));
   assertEqual(messages(), []);
-
-  refusedOnce("Next on step 1", () => control("cmdNext0").click());
+  refused(refusal, () => control("cmdNext0").click());
+  refused(refusal, () => control("cmdSave").click());
+  refused(refusal, () => press("Ctrl+S"));
+  refused(refusal, () => control("cmdRun").click());
   assertEqual(currentTab(), 1);
-  refusedOnce("save", () => control("cmdSave").click());
-  refusedOnce("save, by the menu", () => control("mnuSave").trigger());
-  refusedOnce("run", () => control("cmdRun").click());
-  refusedOnce("Ctrl+S", () => press("Ctrl+S"));
-  clearMessages();
-  [2, 3, 4, 5].forEach(tab => selectTab(tab));
-  assertEqual(messages(), [], "looking around is quiet");
   selectTab(2);
   assertEqual(control("cmbData1").items, []);
-  refusedOnce("Refresh", () => control("cmdApplyFilters").click());
-  refusedOnce("Next on step 2", () => control("cmdNext1").click());
-  assertEqual(currentTab(), 2);
+  refused(refusal, () => control("cmdApplyFilters").click());
+  refused(refusal, () => control("cmdNext1").click());
   selectTab(3);
-  refusedOnce("send methods", () => {
-    control("cmbSendBy0").choose(1);
-    control("cmdSetSendMethods").click();
-  });
+  control("cmbSendBy0").choose(1);
+  refused(refusal, () => control("cmdSetSendMethods").click());
   onWindow("frmAbout", about => about.close());
   control("mnuAbout").trigger();
   answer("Campaign details may have changed and have not been saved.", "Yes");
   assert(closeWindow());
-}
-
-check("the server is away", () => {
-  answer("The following error was reported");
-  assertEqual(start({reachable: false, registry: {machine: {Login: {Server: "FRONTDESK"}}}}), "running");
-  screenshot("no_connection");
-  usesEverything();
 });
 
-check("the user declined to bring the database online", () => {
-  answer("It may not have been configured or initialised yet, or may be offline.", "No");
+check("a database that is not there can be declined", () => {
+  answer("The database is not currently available.\n\nIt may not have been configured or initialised yet, or may be offline.\n\n" +
+         "Do you want to attempt to bring the database back online?", "No");
   assertEqual(start({garage: "none"}), "running");
-  assertEqual(lastMessage().text, "The database is not currently available.\n\nIt may not have been configured or initialised yet, " +
-    "or may be offline.\n\nDo you want to attempt to bring the database back online?");
-  usesEverything();
+  refused(refusal, () => control("cmdLoad").click());
+});
+
+check("one that is offline is brought online on request", () => {
+  clearMessages();
+  start({before: () => {
+    takeOffline();
+    answer("It may be in the process of being restored, or has not been configured yet, or may be offline.", "Yes");
+  }});
+  assertEqual([lastMessage().icon, statusTexts(), databaseStatus()], ["question", ["Attempting to bring the database online..."], "ONLINE"]);
+  control("cmdNew").click();
+  assertEqual(messages().length, 1);
+});
+
+check("a program that is older than the database says so, and goes on", () => {
+  refused(/^The QBX Marketing & Reporting Module needs to be updated!\n\n[^]*Update Codes: P-6, DB-7$/,
+          () => start({before: () => execute("UPDATE _Version SET Marketing_Version = 7")}));
+  control("cmdNew").click();
 });

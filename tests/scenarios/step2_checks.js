@@ -1,143 +1,89 @@
-// Step 2: what "Next >" and "Refresh" refuse, in their order.
+// Step 2: what "Next >" and "Refresh" refuse, in their order; what is counted, and that filters wait to be applied.
 
 start({options: {Only_Send_Comms_When_Opted_In: false}});
-control("cmdNew").click();
-
 const modelMissing = "You have chosen to filter specific Models, but have not entered a vehicle model.";
+const next = () => control("cmdNext1").click();
+const refresh = () => control("cmdApplyFilters").click();
 const queriesRun = () => calls().filter(call => /^proc_Marketing_Add/.test(call)).length;
 
-function refused(text, icon, button) {
-  const before = queriesRun();
-  clearMessages();
-  answer(text);
-  control(button || "cmdNext1").click();
-  assertEqual(messages().map(box => [box.text, box.icon]), [[text, icon || "exclamation"]]);
-  assertEqual(currentTab(), 2);
-  assertEqual(queriesRun(), before, "no query has run");
-}
-
-function chooseQuery(query) {
-  selectTab(1);
-  control("tvQuery").choose(query);
-  control("cmdNext0").click();
-  assertEqual(currentTab(), 2);
-}
-
 check("step 2 before step 1 was completed", () => {
-  control("tvQuery").choose("All Customers");
+  walkTo(1);
   selectTab(2);
-  refused("Please go to Step 1 and click Next to complete that step before continuing onto another step.", "information");
+  refused("Please go to Step 1 and click Next to complete that step before continuing onto another step.", next, "information");
   control("chkFilter5").tick();
-  refused(modelMissing);
-  refused("Please complete Step 1 first and click Next.", "exclamation", "cmdApplyFilters");
-  control("chkFilter5").untick();
+  refused(modelMissing, next);
+  refused("Please complete Step 1 first and click Next.", refresh);
+  assertEqual([currentTab(), queriesRun()], [2, 0]);
 });
 
-check("Top and Bottom Customers take no vehicle filters, which is said first", () => {
-  chooseQuery("Top Customers");
-  control("cmbFilter3").choose("Between");
-  control("txtMileage0").setText("60000");
-  control("txtMileage1").setText("50000");
-  [3, 4, 5].forEach(index => {
-    control("chkFilter" + index).tick();
-    refused("Vehicle Filters cannot be used when using the Top Customers Query option.");
-    control("chkFilter" + index).untick();
-  });
-  chooseQuery("Bottom Customers");
-  control("chkFilter3").tick();
-  refused("Vehicle Filters cannot be used when using the Bottom Customers Query option.");
-  control("chkFilter3").untick();
-  control("chkFilter1").tick();
-  control("cmdNext1").click();
-  assertEqual(currentTab(), 3, "filters of the customer are welcome");
+check("Top and Bottom Customers take no vehicle filters, which is said first; filters of the customer are welcome", () => {
+  selectTab(1);
+  walkTo(2, "Top Customers");
+  refused("Vehicle Filters cannot be used when using the Top Customers Query option.", next);
+  fill({chkFilter5: false, chkFilter1: true});
+  next();
+  assertEqual(currentTab(), 3);
 });
 
-check("then mileage, year and model", () => {
-  chooseQuery("All Vehicles");
+check("then mileage, year and model; equal bounds pass", () => {
+  selectTab(1);
+  walkTo(2, "All Vehicles");
   control("chkFilter1").untick();
   [3, 4, 5].forEach(index => control("chkFilter" + index).tick());
-  control("cmbFilter4").choose("Between");
-  control("txtYear0").setText("2016");
-  control("txtYear1").setText("2015");
-  refused("Mileage Filter is not valid. Mileage From must be less than Mileage To");
+  [3, 4].forEach(index => control("cmbFilter" + index).choose("Between"));
+  const fields = {txtMileage0: "60000", txtMileage1: "50000", txtYear0: "2016", txtYear1: "2015", txtModel: "  "};
+  Object.keys(fields).forEach(name => control(name).setText(fields[name]));
+  refused("Mileage Filter is not valid. Mileage From must be less than Mileage To", next);
   control("txtMileage0").setText("50000");
-  refused("Year Filter is not valid. Year From must be less than Year To");
+  refused("Year Filter is not valid. Year From must be less than Year To", next);
   control("txtYear0").setText("2015");
-  refused(modelMissing);
-  control("txtModel").setText("  ");
-  refused(modelMissing);
-  refused(modelMissing, "exclamation", "cmdApplyFilters");
+  refused(modelMissing, next);
+  refused(modelMissing, refresh);
   control("chkFilter5").untick();
-  control("cmdNext1").click();
-  assertEqual(currentTab(), 3, "equal bounds pass");
+  next();
+  assertEqual(currentTab(), 3);
 });
 
-check("Refresh looks only at the model: it counts and stays", () => {
+check("Refresh counts and stays, and takes those out who did not consent", () => {
   start({garage: 200, options: {Only_Send_Comms_When_Opted_In: true}});
-  control("cmdNew").click();
-  chooseQuery("All Vehicles");
-  control("chkFilter4").tick();
-  control("cmbFilter4").choose("After");
-  control("txtYear0").setText("2015");
-  const first = control("lblRecords0").text;
-  const before = queriesRun();
+  walkTo(2, "All Vehicles");
+  fill({chkFilter4: true, cmbFilter4: "After", txtYear0: "2015"});
+  const [first, before] = [control("lblRecords0").text, queriesRun()];
   clearStatusTexts();
   control("lblRecords1").press("F5");
-  assertEqual(queriesRun(), before + 2);
-  assertEqual(statusTexts(), ["Applying Filters to the results...", "Processing the Query..."]);
-  assertEqual(currentTab(), 2);
-  assertEqual(control("lblRecords0").text, first);
+  assertEqual([queriesRun(), statusTexts()], [before + 2, ["Applying Filters to the results...", "Processing the Query..."]]);
   const rows = sql("SELECT count(*) AS n, min(Year) AS oldest, min(ifnull(Consent_Response, 0)) AS consent FROM [Campaign Results]")[0];
-  assertEqual(control("lblRecords1").text, "Records found: " + rows.n);
-  assert(rows.oldest > 2015);
-  assertEqual(rows.consent, 1);
-  answer("Step 2 has not been completed.");
-  control("cmdRun").click();
-  control("cmbFilter4").choose("Between");
-  control("txtYear1").setText("2010");
-  control("cmdApplyFilters").click();
-  assertEqual(control("lblRecords1").text, "Records found: 0");
+  assertEqual([currentTab(), ...shown("lblRecords0", "lblRecords1")], [2, first, "Records found: " + rows.n]);
+  assert(rows.oldest > 2015 && rows.consent === 1);
+  refused("Step 2 has not been completed.", () => control("cmdRun").click());
 });
 
 check("filters that are not applied to the rows say so, on both pages", () => {
-  const pending = /The filters are not applied to these rows yet/;
+  const pending = (is, why) => assertEqual(/The filters are not applied to these rows yet/.test(control("lblFiltersPending").text), is, why);
   start({garage: {customers: 200, seed: 5}, options: {Only_Send_Comms_When_Opted_In: false}});
-  control("cmdNew").click();
-  control("tvQuery").choose("All Vehicles");
-  control("cmdNext0").click();
-  assertEqual(control("lblFiltersPending").text, "");
-  control("chkFilter4").tick();
-  control("cmbFilter4").choose("After");
+  walkTo(2, "All Vehicles");
+  pending(false);
+  fill({chkFilter4: true, cmbFilter4: "After"});
   control("txtYear0").type("2015");
-  assertMatch(control("lblFiltersPending").text, pending);
+  pending(true);
   assertEqual(control("dbgFirst").enabled, false);
-  control("cmdApplyFilters").click();
-  assertEqual(control("lblFiltersPending").text, "");
-  const found = sql("SELECT Count(*) AS n FROM [Campaign Results]")[0].n;
-  assertEqual([control("dbgFirst").enabled, control("dbgFirst").rowCount], [true, Math.min(found, 50)]);
+  refresh();
+  pending(false);
+  assertEqual([control("dbgFirst").enabled, control("dbgFirst").rowCount], [true, Math.min(count("[Campaign Results]"), 50)]);
   selectTab(1);
   control("cmdNext0").click();
-  assertMatch(control("lblFiltersPending").text, pending);
   selectTab(3);
-  assertMatch(control("lblFiltersPending").text, pending);
+  pending(true);
   selectTab(2);
-  control("cmdNext1").click();
-  assertEqual(control("lblFiltersPending").text, "");
-  selectTab(1);
-  control("cmdNext0").click();
-  control("chkFilter4").untick();
-  control("chkIncludeOptedOut").tick();
-  assertMatch(control("lblFiltersPending").text, pending, "opted-out customers are not among the rows yet");
+  fill({chkFilter4: false, chkIncludeOptedOut: true});
+  pending(true, "opted-out customers are not among the rows yet");
   acceptNotices();
-  control("cmdNext1").click();
-  control("cmdBack2").click();
-  assertEqual(control("lblFiltersPending").text, "");
-  control("chkIncludeOptedOut").untick();
-  selectTab(3);
-  assertMatch(control("lblFiltersPending").text, pending, "opted-out customers are among the rows still");
+  next();
+  pending(false);
   selectTab(2);
+  control("chkIncludeOptedOut").untick();
+  pending(true, "opted-out customers are among the rows still");
   control("chkIncludeOptedOut").tick();
-  control("cmdBack1").click();
-  control("cmdNext0").click();
-  assertEqual(control("lblFiltersPending").text, "", "step 1 includes them as well");
+  click("cmdBack1", "cmdNext0");
+  pending(false, "step 1 includes them as well");
 });

@@ -2,15 +2,11 @@
 
 start({sandbox: true, options: {Reminder_From_Name: "", Reminder_From_Email: "  "}});
 control("cmdNew").click();
-selectTab(4);
+write({sms: "Dear {contact}", subject: "MOT", body: "Dear {contact}"});
 const page = name => control("ssTabLetters").selectTab(name);
-page("Text Message");
-control("txtSMS").setText("Dear {contact}");
-control("cmdTestSMS0").click();
-page("Email");
-control("txtEmailSubject").setText("MOT");
-control("txtEmailBody").setText("Dear {contact}");
 control("cmdTestEmail0").click();
+page("Text Message");
+control("cmdTestSMS0").click();
 
 const set = (name, value) => {
   option(name, value);
@@ -20,7 +16,8 @@ const set = (name, value) => {
   selectTab(4);
 };
 
-// Which page; what is typed into the input box (null: Cancel); the boxes that follow, each with its answer; what is done before.
+// Which page; what is typed into the input box (null: Cancel); the boxes that follow, each with its answer; what is
+// done before.
 const kEmailFails = "QBX could not send email with the current settings.";
 const cases = {
   "no sender's name": ["Email", undefined, [["EMail Send Settings have not been configured on the E-Reminder Send Settings Tab.\n\nYou need to configure"]]],
@@ -50,7 +47,7 @@ for (const name of Object.keys(cases)) {
     assertEqual(messages().length, boxes.length);
     assert([texts(), mails()].every(list => list.every(one => one.outcome !== "accepted")));
     if (typed !== undefined) assertEqual(inputBoxes().slice(-1)[0].caption, where === "Email" ? "Send Test Email" : "Send Test SMS from Hartley");
-    assertEqual([control("txtSMS").text, control("txtEmailSubject").text, control("txtEmailBody").text], ["Dear {contact}", "MOT", "Dear {contact}"]);
+    assertEqual(shown("txtSMS", "txtEmailSubject", "txtEmailBody"), ["Dear {contact}", "MOT", "Dear {contact}"]);
   });
 }
 

@@ -1,5 +1,5 @@
-// Walks past every page and window and takes a picture of each: with --screenshots these are the pictures of the README, and a look at them
-// shows what a change did to the windows.
+// Walks past every page and window and takes a picture of each: with --screenshots these are the pictures of the
+// README, and a look at them shows what a change did to the windows.
 
 start({garage: {customers: 1500, seed: 3}});
 screenshot("start");
@@ -11,33 +11,20 @@ check("step 1 shows the options of each kind of query", () => {
     if (query === "Specific Makes") control("lstMakes").choose(["Audi", "Ford"]);
     screenshot(picture);
   }
-  control("tvQuery").choose("Based on Reminder Date");
-  control("cmbReminder").choose(0);
-  control("dteDate0").setText("01/03/2026");
-  control("dteDate1").setText("30/04/2026");
+  fill({tvQuery: "Based on Reminder Date", cmbReminder: 0, dteDate0: "01/03/2026", dteDate1: "30/04/2026"});
   screenshot("step1-reminder");
   control("cmdNext0").click();
   assertEqual(currentTab(), 2);
 });
 
-check("step 2 narrows them", () => {
-  control("chkFilter4").tick();
-  control("cmbFilter4").choose("Between");
-  control("txtYear0").type("2010");
-  control("txtYear1").type("2020");
+check("steps 2 and 3 narrow them, and decide who gets what", () => {
+  fill({chkFilter4: true, cmbFilter4: "Between", txtYear0: "2010", txtYear1: "2020"});
   control("cmdApplyFilters").click();
   screenshot("step2");
   control("cmdNext1").click();
-  assertEqual(currentTab(), 3);
-});
-
-check("step 3 decides who gets what", () => {
-  control("cmbSendBy0").choose(0);
-  control("cmbSendBy1").choose(0);
+  fill({cmbSendBy0: 0, cmbSendBy1: 0});
   control("cmdSetSendMethods").click();
-  const grid = control("dbgData");
-  grid.clickHeading("Lastname");
-  grid.clickCell(3, "Send_SMS");
+  control("dbgData").clickHeading("Lastname").clickCell(3, "Send_SMS");
   screenshot("step3");
   control("cmdNext2").click();
   assertEqual(currentTab(), 4);
@@ -56,24 +43,13 @@ check("steps 4 and 5 stand", () => {
 });
 
 check("the campaign manager and the about box open and close", () => {
-  onWindow("frmCampaigns", window => {
-    window.control("txtName").setText("MOT due, spring");
-    screenshot("save");
-    window.control("cmdSave").click();
-  });
-  control("cmdSave").click();
+  saveAs("MOT due, spring");
   assertMatch(control("frmMain").caption, "[MOT due, spring]");
-  answer("Lose any changes", "Yes");
-  onWindow("frmCampaigns", window => {
+  manage(window => {
     screenshot("load");
     window.control("ssTabCampaigns").selectTab(3);
     screenshot("history");
-    window.control("cmdClose").click();
   });
-  control("mnuLoad").trigger();
-  onWindow("frmAbout", window => {
-    screenshot("about");
-    window.close();
-  });
+  onWindow("frmAbout", about => screenshot("about") || about.close());
   control("mnuAbout").trigger();
 });
