@@ -188,14 +188,22 @@ std::optional<Message> Client::NextRequest() {
   }
 }
 
+/// A request that came before the cancelling and was not begun is not carried out any more.
 void Client::AcknowledgeAttention() {
+  bool dropped = false;
   {
     const std::lock_guard lock(mutex_);
+    dropped = !received_.empty();
+    received_.clear();
     attention_ = false;
     session_->ForgetInterruption();
   }
   changed_.notify_all();
   Answer answer(channel_);
+  if (dropped) {
+    answer.End(Answer::Statement::kOfBatch, {.failed = true});
+    answer.Finish();
+  }
   answer.AttentionTaken();
   answer.Finish();
 }
