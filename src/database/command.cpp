@@ -1,5 +1,3 @@
-// A stored-procedure call with its parameters.
-
 #include "database/command.h"
 
 namespace qbx {

@@ -1,5 +1,3 @@
-// Making the shared connection.
-
 #include "database/connect_database.h"
 
 #include <array>
@@ -38,7 +36,7 @@ bool ByWayOfMaster(const ConnectSettings& settings) {
   return settings.companyCode == QLatin1String("A");
 }
 
-/// The folder part of a path of either system, separator included.
+/// The folder part of a path, with its separator. The path may use "/" or "\".
 QString FolderOf(const QString& path) {
   return path.left(qMax(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/')) + 1);
 }
@@ -53,7 +51,7 @@ QString QuestionToBringOnline(const QString& status) {
          QLatin1String("\r\rDo you want to attempt to bring the database back online?");
 }
 
-/// What keeps a name out of a connection string or a statement; nothing when it can stand there.
+/// Why a name must not stand in a connection string or a statement; nothing when it may.
 std::optional<DatabaseError> NameProblem(const QString& server, const QString& database) {
   for (const QString& name : {server, database}) {
     if (!name.contains(u';') && !name.contains(u']')) continue;
@@ -156,7 +154,7 @@ std::optional<DatabaseError> DatabaseConnector::LeaveMaster(const Target& target
   const std::optional<QString> read = ReadStatus(target.database);
   QString status = read.value_or(QString());
   if (status == kSuspect) {
-    // Nothing that could be offered here mends a damaged file; opening it tells what is wrong with it.
+    // No offer here can mend a damaged file. Opening it reports what is wrong with it.
     flags_.status = DatabaseStatus::kNotAvailable;
     diagnostics_.status.Close();
     std::optional<DatabaseError> damage = Open(target, target.database);

@@ -1,5 +1,3 @@
-// The shared connection: how it is opened, its time-outs, its error list, and what runs on its thread.
-
 #include "database/connection.h"
 
 #include <chrono>
@@ -12,7 +10,7 @@
 namespace qbx {
 namespace {
 
-/// Work on a thread of its own that is waited for on every way out.
+/// Runs work on a thread of its own. Every way out waits for the thread.
 class Worker {
  public:
   explicit Worker(const std::function<void()>& work)
@@ -47,7 +45,7 @@ class Worker {
   std::condition_variable finished_;
   bool done_ = false;
   std::exception_ptr failure_;
-  std::thread thread_;  // the last member: it uses those above
+  std::thread thread_;  // the last member: the thread uses the members above
 };
 
 }  // namespace
@@ -109,7 +107,7 @@ void Connection::RunLong(const std::function<void()>& work, const std::function<
       if (pump) pump();
       if (cancelled && cancelled()) InterruptSession();
     }
-  } catch (...) {  // the work must not outlive what it refers to
+  } catch (...) {  // the work must end before what it refers to
     while (!worker.WaitFor(kPumpInterval))
       InterruptSession();
     throw;

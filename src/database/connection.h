@@ -16,7 +16,7 @@ namespace qbx {
 /// A connection string taken apart: "Provider=SQLOLEDB;...;Data Source=SERVER;Initial Catalog=DATABASE;". It never
 /// holds a login.
 struct ConnectionTarget {
-  QString server;  ///< as in the string, instance suffix included
+  QString server;  ///< as in the string, with the instance
   QString database;
 
   [[nodiscard]] static ConnectionTarget Parse(const QString& connectionString);
@@ -27,13 +27,13 @@ struct Login {
   QString password;
 };
 
-/// Makes a session for a target, or throws DatabaseError.
+/// Opens a session with a target, or throws DatabaseError.
 using SessionFactory = std::function<std::unique_ptr<Session>(const ConnectionTarget& target, const Login& login,
                                                               int connectionTimeoutSeconds)>;
 
-/// One connection of the client library: remembers its string and login, so that it can be re-opened as it was, and the
-/// provider errors of the last failure. All calls from the thread that owns it, one at a time; the work of `RunLong`
-/// uses it in that thread's stead while it waits.
+/// One connection to the server. It remembers its string and login, so that it can be opened again in the same way, and
+/// the provider errors of the last failure. Only the thread that owns it calls it, one call at a time. While that
+/// thread waits in `RunLong`, the work uses it instead.
 class Connection {
  public:
   explicit Connection(SessionFactory factory);
@@ -46,33 +46,34 @@ class Connection {
   /// Opens again with the last string and login.
   /// \throws DatabaseError
   void Reopen();
-  /// Opens again when the server no longer answers. Nothing is done inside a transaction, which is lost as a whole, nor for a connection
-  /// that never was open.
+  /// Opens again when the server does not answer any more. Does nothing inside a transaction, which is lost as a whole,
+  /// and nothing for a connection that was never open.
   /// \return whether it was opened again
   /// \throws DatabaseError
   bool ReopenIfLost();
   void Close();
-  /// For a connection that did not lead to the host database: statements fail softly until it is opened again.
+  /// For a connection that did not lead to the host database: until it is opened again, statements fail without a
+  /// message.
   void CountAsNeverOpen() { wasOpen_ = false; }
 
-  /// Lets nothing through any more, since the program ends: it counts as never open, and as closed. The session stays for a transaction that is still to
-  /// be rolled back.
+  /// Refuses all further work, because the program ends: the connection counts as closed and as never open. The session
+  /// stays, so that an open transaction can still be rolled back.
   void StopWork() { stopped_ = true; }
-  /// For what is tidied up at the very end.
+  /// Allows work again, for the cleaning up at the very end.
   void ResumeWork() { stopped_ = false; }
 
   [[nodiscard]] bool IsOpen() const { return session_ != nullptr && !stopped_; }
-  /// Whether it was ever open (and that counts); until then statements fail softly.
+  /// Whether it was ever open and is not stopped. Without that, statements fail without a message.
   [[nodiscard]] bool WasOpen() const { return wasOpen_ && !stopped_; }
 
-  /// Called after each re-opening, on the thread that asked for it.
+  /// `told` is called after each re-opening, on the thread that asked for it.
   void OnReopened(std::function<void()> told) { reopened_ = std::move(told); }
 
   [[nodiscard]] int CommandTimeout() const { return commandTimeout_; }
   void SetCommandTimeout(int seconds);
   void SetConnectionTimeout(int seconds) { connectionTimeout_ = seconds; }
 
-  /// What it was opened to last.
+  /// The server and database that it was opened with last.
   [[nodiscard]] ConnectionTarget Target() const { return ConnectionTarget::Parse(connectionString_); }
 
   /// The open session.
@@ -83,12 +84,12 @@ class Connection {
   [[nodiscard]] const std::vector<ProviderError>& Errors() const { return errors_; }
   void KeepErrors(const DatabaseError& error) { errors_ = error.Errors(); }
 
-  /// Runs `work` on the database thread while the caller waits and `pump` is called over and over; an exception of
-  /// `work` is thrown again here. `work` must not touch the user interface. Work that is short is not delayed and not
-  /// pumped for.
-  /// \param pump       every 10 ms; may be empty
-  /// \param cancelled  asked between pumps; while true, the running call and those that follow are interrupted; may be
-  ///                   empty
+  /// Runs `work` on the database thread. The caller waits and calls `pump` every 10 ms. An exception of `work` is
+  /// thrown again here. `work` must not touch the user interface. Short work is not delayed, and `pump` is not called
+  /// for it.
+  /// \param pump       may be empty
+  /// \param cancelled  asked between the calls of `pump`; while it is true, the running database call and all later
+  ///                   ones are interrupted; may be empty
   void RunLong(const std::function<void()>& work, const std::function<void()>& pump,
                const std::function<bool()>& cancelled);
 
@@ -97,7 +98,7 @@ class Connection {
 
   SessionFactory factory_;
   std::unique_ptr<Session> session_;
-  std::mutex sessionMutex_;  // the pointer against an interruption while the work re-opens
+  std::mutex sessionMutex_;  // held to interrupt, or to replace the session
   QString connectionString_;
   Login login_;
   int commandTimeout_ = 20;

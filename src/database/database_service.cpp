@@ -1,5 +1,3 @@
-// The service of the database server on this computer.
-
 #include "database/database_service.h"
 
 #include <algorithm>
@@ -22,7 +20,7 @@ constexpr KnownService kStandardService = {"mssqlserver", "", "MSSQLSERVER"};
 
 const QLatin1String kServerKey("SOFTWARE\\Microsoft\\Microsoft SQL Server\\");
 
-/// Asks in both ways; the second way of asking counts when the first finds nothing.
+/// Asks in two ways. The second counts when the first finds nothing.
 bool IsInstalled(ServiceControl& services, const KnownService& service) {
   const QLatin1String name(service.name);
   return services.ServiceExists(name) || services.ServiceExists2(name);

@@ -10,11 +10,11 @@
 
 namespace qbx {
 
-/// The name of the database service: "mssql$qbx" when there is one, otherwise "mssqlserver" (whether or not that
-/// exists).
+/// The name of the database service: "mssql$qbx" when it is installed, otherwise "mssqlserver", installed or not.
 [[nodiscard]] QString FindDatabaseService(ServiceControl& services);
 
-/// Tells the user which database service is installed here, its TCP port and its state, or that none was found.
+/// Tells the user which database service is installed on this computer, with its TCP port and state, or that there is
+/// none.
 void ShowDatabaseServiceInfo(ServiceControl& services, RegistryStore& registry, UserInterface& ui);
 
 }  // namespace qbx

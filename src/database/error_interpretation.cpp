@@ -1,5 +1,3 @@
-// Turning a provider's error list into words for the user.
-
 #include "database/error_interpretation.h"
 
 #include <array>
@@ -66,8 +64,7 @@ QString OwnWords(const QString& message, const QString& text) {
   return before + text.mid(text.lastIndexOf(u']') + 1) + kLineBreak;
 }
 
-/// A phrase of the server and what it makes of the message so far. The first phrase that is found in an error's text
-/// applies.
+/// A phrase of the server, and how it changes the message. Only the first phrase found in an error's text applies.
 struct PhraseRule {
   const char* phrase;
   QString (*apply)(const QString& message, const QString& text);
@@ -97,7 +94,7 @@ QString Interpret(const std::vector<ProviderError>& errors) {
   return message;
 }
 
-/// The names of procedures mean nothing to the user and something to an intruder.
+/// Names of procedures mean nothing to the user, but something to an intruder.
 QString HideProcedureNames(QString message) {
   constexpr std::array<std::array<const char*, 2>, 6> kReplacements = {{
       {"proc_delp_", "pdelete_"},

@@ -14,18 +14,17 @@
 
 namespace qbx {
 
-/// Recognises the common failures of the server by fixed phrases, logs the result, writes an event and shows it.
+/// Recognises the common failures of the server by fixed phrases. Logs the result, writes an event and shows it.
 class ErrorInterpretation {
  public:
   ErrorInterpretation(const EventContext& context, EventLog& events, LastError& lastError, Diagnostics diagnostics);
 
-  /// \param connection  whose error list is read; none: nothing is shown or logged
-  /// \param routine     the statement routine that failed, and
-  /// \param sql         its statement: neither is shown or logged, since a statement can hold what a customer said in
-  ///                    confidence
-  /// \param pending     the error that sent the caller here
-  /// \param before      what is shown above the message, in the same box
-  /// \return the message as built
+  /// \param connection  its error list is read; without a connection nothing is shown or logged
+  /// \param routine     the statement routine that failed. Not shown or logged
+  /// \param sql         its statement. Not shown or logged: a statement can hold what a customer said in confidence
+  /// \param pending     the error that the caller caught
+  /// \param before      shown above the message, in the same box
+  /// \return the whole message
   QString ReportDatabaseError(const Connection* connection, const QString& routine, const QString& sql,
                               const DatabaseError& pending, const QString& before = {});
 
@@ -38,7 +37,7 @@ class ErrorInterpretation {
   Diagnostics diagnostics_;
 };
 
-/// The part of `text` behind the first `start` up to the next `end`, both found without regard to case; empty when
+/// The part of `text` between the first `start` and the next `end`, both found without regard to case; empty when
 /// either is missing.
 [[nodiscard]] QString TextBetween(const QString& text, const QString& start, const QString& end);
 

@@ -1,5 +1,3 @@
-// The two event tables of the host database.
-
 #include "database/event_log.h"
 
 #include "util/text.h"
@@ -12,17 +10,16 @@ constexpr int kFirstVersionWithLog = 62;
 constexpr int kKeyLength = 25;
 constexpr int kDetailsLength = 80;
 
-/// Seconds that an event waits for a lock: it must not hold up the work that it tells of.
+/// Seconds that an event waits for a lock. It must not delay the work that it reports.
 constexpr int kTimeout = 2;
 
-/// Calls below the statement routines: their error handling writes events, so an event that fails must not come back to
-/// them.
+/// Calls without the statement routines. Their error handling writes an event, so a failed event would call them again.
 void CallQuietly(const Connection& connection, Procedure& procedure, Procedure::Arguments arguments) {
   if (!connection.IsOpen()) return;
   try {
     procedure.Execute(arguments);
   } catch (const DatabaseError&) {
-    // A lost event is the smaller harm: reporting it would need another event.
+    // A lost event does less harm: reporting it would need another event.
   }
 }
 

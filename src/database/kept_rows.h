@@ -9,10 +9,10 @@
 
 namespace qbx {
 
-/// Rows that are held here, so that the server is free for the next statement.
+/// Rows kept in memory, so that the server is free for the next statement.
 class KeptRows final : public RowSource {
  public:
-  /// Reads all that is left of the source.
+  /// Reads the remaining rows of the source.
   explicit KeptRows(RowSource& source) : columns_(source.Columns()), rows_(static_cast<int>(columns_.size())) {
     while (source.Next())
       rows_.Append(source);

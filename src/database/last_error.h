@@ -6,7 +6,8 @@
 
 namespace qbx {
 
-/// Filled by a failed `dbExecute` and by a failed e-mail; read by those who show or log it. One, owned by the Application.
+/// Set by a failed `dbExecute` and by a failed e-mail; read by whoever shows or logs it. The Application owns the only
+/// one.
 struct LastError {
   QString LastEmailError;
   int LastEmailErrorNo = 0;

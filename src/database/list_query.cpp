@@ -1,5 +1,3 @@
-// Filling a list from a query, without the list's control.
-
 #include "database/list_query.h"
 
 #include "util/tagged_string.h"
@@ -18,7 +16,7 @@ std::optional<std::vector<ListRow>> FillListFromQuery(Statements& statements, co
                                                       const QString& textField, const QString& dataField,
                                                       const ListRules& rules) {
   Recordset records;
-  // Read whole, so that a connection that drops halfway is a failure of the statement, which knows how to report it.
+  // All rows are read at once. A connection that drops halfway is then a failure of the statement, which reports it.
   if (statements.dbOpenRec(records, sql, CursorType::kForwardOnly, LockType::kReadOnly, kOptionStoredProcedure))
     return std::nullopt;
   if (records.ColumnIndex(textField) < 0) return std::nullopt;

@@ -1,4 +1,4 @@
-// Filling a list from a query, without the list's control. Nothing calls it yet: the lists of today have rules of their own.
+// Filling a list from a query, without the list's control. Nothing calls it yet: today's lists have rules of their own.
 
 #pragma once
 
@@ -15,26 +15,26 @@ struct ListRow {
   Value data;  ///< NULL when no data field was named
 };
 
-/// What the tag of a list control asks for.
+/// What the tag of a list control sets.
 struct ListRules {
   bool upperCase = false;  ///< tag CAPS is "1"
-  int maxLength = 0;       ///< tag MaxLength, above 0; 0: texts are not cut
+  int maxLength = 0;       ///< tag MaxLength; 0: texts are not cut
 
   [[nodiscard]] static ListRules FromTag(const QString& tag);
 };
 
-/// Reads one column (and the data that stands behind each row) of a procedure's rows.
-/// \param dataField  empty: none
-/// \return nothing when the query failed (already reported), or has no such columns
+/// Reads one column of a procedure's rows, and the data of each row.
+/// \param dataField  the column of the data; empty: none
+/// \return nothing when the query failed (already reported) or lacks a column
 [[nodiscard]] std::optional<std::vector<ListRow>> FillListFromQuery(Statements& statements, const QString& sql,
                                                                     const QString& textField,
                                                                     const QString& dataField = {},
                                                                     const ListRules& rules = {});
 
-/// The row that a filled list shows as selected: the last one that was selected while the rows were added, a row being
-/// selected when its data is `data`, or when its text is `text` (which counts for the first such row only).
+/// The row that a filled list shows as selected: the last one that matches. Every row whose data is `data` matches, and
+/// the first row whose text is `text`.
 /// \param data  NULL: no data to select
-/// \return -1 when there is none
+/// \return -1 when no row matches
 [[nodiscard]] int RowToSelect(const std::vector<ListRow>& rows, const QString& text, const Value& data);
 
 }  // namespace qbx

@@ -1,5 +1,3 @@
-// The rows of a client-side recordset, packed.
-
 #include "database/packed_rows.h"
 
 #include <algorithm>
@@ -9,14 +7,14 @@
 namespace qbx {
 namespace {
 
-// The first block and the first chunk are small, so that a result of one row costs little.
+// The first block and the first chunk are small, so that a result of one row takes little memory.
 constexpr std::size_t kFirstRows = 16;
 constexpr std::size_t kRowsPerBlock = 1024;
 constexpr std::size_t kFirstTextChunk = std::size_t{2} << 10;
 constexpr std::size_t kTextChunk = std::size_t{1} << 20;
 constexpr std::size_t kLengthBytes = sizeof(quint32);
 
-// A type byte holds the type in its lower and the scale of a decimal in its upper half.
+// The lower half of a type byte is the type, the upper half the scale of a decimal.
 quint8 TypeByte(const Cell& cell) {
   return static_cast<quint8>(static_cast<unsigned>(cell.type) | (static_cast<unsigned>(cell.scale) << 4U));
 }
@@ -63,7 +61,7 @@ PackedRows PackedRows::Copy() const {
   return copy;
 }
 
-/// Before a cell is changed: takes a block of cells that copies share for this one alone.
+/// Called before a cell changes: copies a block that is shared with another copy.
 void PackedRows::Own(std::size_t block) {
   if (slots_[block].use_count() == 1) return;
   const std::size_t cells = RowsOfBlock(block) * columns_;
@@ -76,7 +74,7 @@ void PackedRows::Own(std::size_t block) {
 }
 
 char* PackedRows::Reserve(std::size_t bytes) {
-  if (bytes > kTextChunk / 4) {  // a long text gets a chunk of its own, so that the current one is not given up for it
+  if (bytes > kTextChunk / 4) {  // a long text gets its own chunk, so that the current chunk is not left half empty
     texts_.push_back(std::make_shared_for_overwrite<char[]>(bytes));
     return texts_.back().get();
   }

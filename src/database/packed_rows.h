@@ -9,16 +9,16 @@
 
 namespace qbx {
 
-/// Rows of a fixed number of columns. A cell is an 8-byte slot and a type byte; text lies length-prefixed in chunks of
-/// 1 MiB. Nothing is allocated per cell, and rows never move. A text that is replaced keeps its old bytes until the
-/// whole is destroyed.
+/// Rows with a fixed number of columns. A cell is a slot of 8 bytes and a type byte. Text is stored with its length in
+/// chunks of 1 MiB. No cell is allocated by itself, and rows never move. A replaced text keeps its old bytes until all
+/// rows are destroyed.
 class PackedRows {
  public:
   explicit PackedRows(int columns) : columns_(static_cast<std::size_t>(columns)) {}
 
   [[nodiscard]] qint64 Count() const { return count_; }
 
-  /// The same rows again, which `Set` of either changes alone. Shares the memory of what neither changes.
+  /// A copy. `Set` changes only the one that it is called on. Both share the memory of the cells that neither changes.
   [[nodiscard]] PackedRows Copy() const;
 
   /// Copies the current row of the source.
@@ -40,7 +40,7 @@ class PackedRows {
 
   std::size_t columns_;
   qint64 count_ = 0;
-  // Shared by copies; a text is never changed in its place.
+  // Shared by copies. A text is never changed in its place.
   std::vector<std::shared_ptr<qint64[]>> slots_;
   std::vector<std::shared_ptr<quint8[]>> types_;
   std::vector<std::shared_ptr<char[]>> texts_;

@@ -14,10 +14,10 @@ namespace {
 
 using Pump = std::function<void()>;
 
-// Most calls are answered in less, and are then not pumped for: input is never dropped by a quick statement.
+// Most calls are answered sooner. Events do not run during a quick statement, so no input is dropped.
 constexpr auto kPatience = std::chrono::milliseconds(20);
 
-/// One thread that works for another one, a call at a time.
+/// One thread that makes the calls of another thread, one at a time.
 class Helper {
  public:
   explicit Helper(Pump pump) : pump_(std::move(pump)), thread_([this] { Serve(); }) {}
@@ -32,19 +32,20 @@ class Helper {
   Helper(const Helper&) = delete;
   Helper& operator=(const Helper&) = delete;
 
-  /// Runs a call on the helper and waits; what it throws is thrown here.
+  /// Runs a call on the helper and waits. Throws what the call throws.
   void Do(const std::function<void()>& call) {
     std::unique_lock lock(mutex_);
     call_ = &call;
     failure_ = nullptr;
-    // Each side wakes the other with the lock given back: whoever wakes would only wait for it, and a run makes several calls a message.
+    // The lock is released before the other thread is woken, which would otherwise wait for it. A run makes several
+    // calls for each message.
     lock.unlock();
     wake_.notify_one();
     lock.lock();
     std::exception_ptr pumpFailure;
     for (auto patience = kPatience; !answered_.wait_for(lock, patience, [this] { return call_ == nullptr; });
          patience = kPumpInterval) {
-      if (pumpFailure) continue;  // the call must not outlive what it refers to
+      if (pumpFailure) continue;  // the call must end before what it refers to
       lock.unlock();
       try {
         pump_();
@@ -87,10 +88,10 @@ class Helper {
   const std::function<void()>* call_ = nullptr;
   std::exception_ptr failure_;
   bool ending_ = false;
-  std::thread thread_;  // the last member: it uses those above
+  std::thread thread_;  // the last member: the thread uses the members above
 };
 
-/// A call that comes while another is waited for is refused: whoever let events run did not expect it.
+/// Refuses a call that comes while another one is running: whoever lets events run does not expect it.
 class OneAtATime {
  public:
   explicit OneAtATime(std::atomic<bool>& busy) : busy_(busy) {

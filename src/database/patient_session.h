@@ -1,4 +1,4 @@
-// Sessions that let the window live while the server takes its time.
+// Sessions that keep the windows alive while the server works.
 
 #pragma once
 
@@ -8,9 +8,9 @@
 
 namespace qbx {
 
-/// Wraps the sessions that a factory makes. A call from the thread that made the session runs on a thread of its own as soon as it is not
-/// answered at once; meanwhile `pump` is called over and over, so that windows repaint. To the caller it stays synchronous. Calls from any
-/// other thread (the work of `Connection::RunLong`) go straight through.
+/// Wraps the sessions that a factory makes. A call from the thread that made the session runs on a helper thread. When
+/// the answer takes longer, `pump` is called again and again, so that windows repaint. The call still returns only with
+/// its result. Calls from any other thread (the work of `Connection::RunLong`) are made directly.
 /// \param pump  lets events run; must not use the session, and must outlive the sessions
 [[nodiscard]] SessionFactory PatientSessions(SessionFactory factory, std::function<void()> pump);
 

@@ -10,24 +10,25 @@
 
 namespace qbx {
 
-/// The layer below the statement routines, for those who catch database errors themselves.
+/// The layer below the statement routines, for code that catches database errors itself.
 ///
 ///   Procedure record(connection, "proc_addp_SMS");
 ///   record.Execute({{"@Customer", customer}, {"@Mobile_Number", mobile}});
 ///
-/// The parameter list is fetched once and kept until the connection is opened anew. Every call may throw DatabaseError.
+/// The parameter list is fetched once and kept until the connection is opened again. Every call may throw
+/// DatabaseError.
 class Procedure {
  public:
   using Arguments = std::initializer_list<std::pair<const char*, Value>>;
 
-  /// \param timeoutSeconds  of each call; 0: that of the connection
+  /// \param timeoutSeconds  for each call; 0: the connection's time-out
   Procedure(Connection& connection, const char* name, int timeoutSeconds = 0)
       : connection_(connection), name_(QString::fromLatin1(name)), timeoutSeconds_(timeoutSeconds) {}
 
-  /// Calls it and discards any rows. What is not named is not sent: the procedure's default holds.
+  /// Calls it and discards its rows. An argument that is not named is not sent, so the procedure's default holds.
   void Execute(Arguments arguments);
   /// Calls it and discards its rows.
-  /// \return whether there was one
+  /// \return whether there was a row
   [[nodiscard]] bool Finds(Arguments arguments);
   /// Calls it and returns its rows.
   [[nodiscard]] Recordset Open(Arguments arguments);

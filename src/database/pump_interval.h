@@ -1,4 +1,4 @@
-// How often events run while a call is waited for.
+// How often events run during a call.
 
 #pragma once
 

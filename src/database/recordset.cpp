@@ -1,5 +1,3 @@
-// A result that can be walked, and, when it is kept on the client's side, counted, sorted, filtered and changed.
-
 #include "database/recordset.h"
 
 #include <algorithm>
@@ -296,7 +294,7 @@ void Recordset::Update() {
   if (!state_) ThrowNotAllowed();
   State& state = *state_;
   state.RequireWritable();
-  // Taken first, so that changes which the server refuses are not shown or written later.
+  // Taken first, so that changes that the server refuses are not shown or written later.
   const bool adding = std::exchange(state.adding, false);
   const std::vector<QString> columns = std::exchange(state.pendingColumns, {});
   const std::vector<Value> values = std::exchange(state.pendingValues, {});

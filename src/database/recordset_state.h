@@ -11,7 +11,7 @@
 
 namespace qbx {
 
-/// What was asked of a recordset that it cannot do.
+/// Throws for a call that this kind of recordset does not allow.
 [[noreturn]] inline void ThrowNotAllowed() {
   constexpr int kNotAllowed = 3219;
   throw DatabaseError(kNotAllowed, QStringLiteral("Operation is not allowed in this context."), {});
@@ -19,25 +19,25 @@ namespace qbx {
 
 class Recordset::State {
  public:
-  /// Rows with what was deleted of them; shared by clones.
+  /// Rows and which of them are deleted; shared by clones.
   struct SharedRows {
     PackedRows rows;
     std::vector<bool> deleted = {};
     qint64 deletedCount = 0;
-    qint64 changes = 0;  ///< of cells
+    qint64 changes = 0;  ///< number of changed cells
   };
 
   std::vector<Column> columns;
-  QHash<QString, int> names;  // as asked for, filled as they are
+  QHash<QString, int> names;  // position by the name that was asked for, filled on demand
 
-  std::unique_ptr<RowSource> source;  // forward-only
+  std::unique_ptr<RowSource> source;  // of a forward-only recordset
   bool started = false;
   bool ended = false;
 
-  std::shared_ptr<SharedRows> shared;  // client-side
+  std::shared_ptr<SharedRows> shared;  // of a client-side recordset
   std::vector<quint32> order;          // stored rows in the current order; may still hold rows deleted since `cleaned`
-  qint64 cleaned = 0;                  // deletions already taken out of `order`
-  SortedRows sorted;                   // all stored rows by the sort
+  qint64 cleaned = 0;                  // number of deletions already taken out of `order`
+  SortedRows sorted;                   // all stored rows in sorted order
   qint64 current = 0;                  // index into `order`
   std::function<bool(const StoredRow& row)> filter;
 
@@ -81,13 +81,13 @@ class Recordset::State {
     GoTo(0);
   }
 
-  /// What a clone changes makes the order of this one be worked out anew.
+  /// A change through a clone makes this recordset sort again.
   void PutCell(quint32 row, int column, const Value& value) {
     shared->rows.Set(row, column, value);
     sorted.Changed(row, column, ++shared->changes);
   }
 
-  /// What was set and never written belongs to the row that is left.
+  /// Values that were set and not written belong to the row that is left, and are dropped.
   void GoTo(qint64 row) {
     DropChanges();
     current = row;
@@ -99,8 +99,8 @@ class Recordset::State {
     pendingValues.clear();
   }
 
-  /// Takes rows deleted meanwhile, here or by a clone, out of `order`; the current row, or the next that is left, stays
-  /// current.
+  /// Takes rows that were deleted here or by a clone out of `order`. The current row stays current, or the next one
+  /// that is left.
   void Clean() {
     if (cleaned == shared->deletedCount) return;
     const auto gone = [this](quint32 row) { return shared->deleted[row]; };
@@ -116,7 +116,7 @@ class Recordset::State {
       ++current;
   }
 
-  /// Fetches the first row of a forward-only result, once somebody wants to know.
+  /// Fetches the first row of a forward-only result when it is first needed.
   void Start() {
     if (started) return;
     started = true;

@@ -21,7 +21,7 @@ int Rank(const Cell& cell) {
   return cell.type == ValueType::kNull ? 0 : cell.type == ValueType::kText ? 2 : 1;
 }
 
-/// Order of two cells of one column and rank.
+/// Compares two cells of one column and rank.
 int CompareCells(const Cell& left, const Cell& right) {
   if (left.type == ValueType::kNull) return 0;
   if (left.type == ValueType::kText) return CompareNoCase(left.utf8, right.utf8);
@@ -33,29 +33,29 @@ int CompareCells(const Cell& left, const Cell& right) {
   return a == b ? 0 : (a < b ? -1 : 1);
 }
 
-/// What decides most comparisons of a sort without looking at the cell again. Cells whose rank and head differ are in the
-/// order of these.
+/// Decides most comparisons of a sort without the cell. When two cells differ in rank and head, their order is that of
+/// rank and head.
 struct SortKey {
   quint64 head = 0;
-  quint64 next = 0;  ///< the same of what is behind; of a head beyond ASCII nothing
+  quint64 next = 0;  ///< the head of the text behind `head`; 0 when `head` has characters beyond ASCII
   quint32 row = 0;
   quint16 rank = 0;
-  bool whole = true;  ///< both are all that there is
+  bool whole = true;  ///< `head` and `next` hold the whole text
 };
 
-/// A number whose order as unsigned integer is that of the double.
+/// A number whose order as an unsigned integer is the order of the double.
 quint64 OrderedBits(double number) {
   const auto bits = std::bit_cast<quint64>(number == 0 ? 0.0 : number);
   constexpr quint64 kSign = quint64{1} << 63U;
   return (bits & kSign) != 0 ? ~bits : bits | kSign;
 }
 
-/// Characters beyond ASCII are alike in a head.
+/// Whether a head has a character beyond ASCII. All of them look the same in a head.
 bool BeyondAscii(quint64 head) {
   return (head & 0x8080808080808080U) != 0;
 }
 
-/// Fills a key from a text, or from the rest of one.
+/// Fills a key from a text, or from the rest of a text.
 void SetHeads(SortKey& key, std::string_view text) {
   key.head = FoldedStart(text);
   key.next = 0;
@@ -63,7 +63,7 @@ void SetHeads(SortKey& key, std::string_view text) {
   if (BeyondAscii(key.head)) return;
   const std::string_view behind = BehindStart(text);
   key.next = FoldedStart(behind);
-  // A zero looks like the end of a text.
+  // A zero character looks like the end of the text.
   key.whole = !BeyondAscii(key.next) && BehindStart(behind).empty() && text.find('\0') == std::string_view::npos;
 }
 
@@ -76,7 +76,7 @@ SortKey KeyOf(const Cell& cell, quint32 row) {
   return key;
 }
 
-/// Whether one row stands before another.
+/// Whether one row comes before another.
 class IsBefore {
  public:
   IsBefore(const PackedRows& rows, int column, bool descending)
@@ -100,17 +100,17 @@ class IsBefore {
 };
 
 constexpr quint16 kTextRank = 2;
-constexpr int kMostHeads = 8;  // each is reached from the start of the text
+constexpr int kMostHeads = 8;  // each is found by walking from the start of the text
 constexpr qint64 kExactInDouble = qint64{1} << 50;
 
-/// Sorts by heads, and where these are alike by those of what is behind them: comparing whole texts means fetching two of them from all over
-/// the memory each time.
+/// Sorts by heads, and rows with equal heads by the heads behind them. Comparing whole texts would read two texts from
+/// distant memory each time.
 class Sorting {
  public:
   Sorting(const PackedRows& rows, int column, bool descending)
       : rows_(rows), column_(column), descending_(descending) {}
 
-  /// \param heads  the heads of each text that are behind one another and the same
+  /// \param heads  how many heads of each text were compared already and are equal
   void Sort(std::span<SortKey> keys, int heads) {
     std::sort(keys.begin(), keys.end(), [descending = descending_](const SortKey& left, const SortKey& right) {
       if (left.rank != right.rank) return (left.rank < right.rank) != descending;
@@ -135,7 +135,7 @@ class Sorting {
     }
     if (std::all_of(keys.begin(), keys.end(), [](const SortKey& key) { return key.whole; })) return;
     if (BeyondAscii(keys.front().head) || BeyondAscii(keys.front().next) || heads > kMostHeads) return SortWhole(keys);
-    bool zero = false;  // looks like the end of a text
+    bool zero = false;  // a zero character looks like the end of a text
     for (SortKey& key : keys) {
       std::string_view text = rows_.At(key.row, column_).utf8;
       zero = zero || text.find('\0') != std::string_view::npos;
@@ -147,14 +147,14 @@ class Sorting {
     Sort(keys, heads);
   }
 
-  /// By whole cells, where the heads are no help.
+  /// Sorts by whole cells, when heads cannot decide.
   void SortWhole(std::span<SortKey> keys) {
     for (SortKey& key : keys)
       key.head = key.next = 0;
     std::sort(keys.begin(), keys.end(), IsBefore(rows_, column_, descending_));
   }
 
-  /// Whether all numbers with that head are the same.
+  /// Whether equal heads of numbers mean equal numbers.
   [[nodiscard]] bool SameNumber(const SortKey& key) const {
     const Cell cell = rows_.At(key.row, column_);
     return cell.type == ValueType::kNull || cell.type == ValueType::kDouble ||

@@ -12,7 +12,7 @@ namespace qbx {
 /// \param order  numbers of rows of `rows`
 void SortRows(std::vector<quint32>& order, const PackedRows& rows, int column, bool descending);
 
-/// Puts a row where `SortRows` would.
+/// Inserts a row where `SortRows` would place it.
 /// \param order  sorted, without the row
 void InsertRow(std::vector<quint32>& order, quint32 row, const PackedRows& rows, int column, bool descending);
 

@@ -6,12 +6,12 @@
 namespace qbx {
 namespace {
 
-// A column that allows no NULL, a foreign key or a check, a unique index, a primary key.
+// NULL where none is allowed; a foreign key or check; a unique index; a primary key.
 constexpr std::array kConstraintNumbers = {515, 547, 2601, 2627};
-// The time of a command is over, a lock could not be had in time.
+// The command took too long; a lock was not free in time.
 constexpr std::array kTimeOutNumbers = {-2, 1222};
-// No right to the database, or none of that name; the login is unknown, of the wrong kind or disabled, or its password
-// is wrong or has to be changed.
+// The database: no right to it, or no such database. The login: unknown, of the wrong kind, disabled, or with a wrong
+// or expired password.
 constexpr std::array kLoginNumbers = {916, 4060, 18452, 18456, 18470, 18486, 18487, 18488};
 
 template <std::size_t size>

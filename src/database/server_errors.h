@@ -1,4 +1,4 @@
-// What every driver says the same way: the pending number of a server's error, and a connection that is lost.
+// What all drivers have in common: the pending number of a server's error, and the error of a lost connection.
 
 #pragma once
 
@@ -6,13 +6,13 @@
 
 namespace qbx {
 
-/// Whether it is the server's number of a violated constraint.
+/// Whether the server's number means a violated constraint.
 [[nodiscard]] bool IsConstraintNumber(int serverNumber);
 
 /// The number of the pending error for an error of the server.
 [[nodiscard]] int PendingNumber(int serverNumber);
 
-/// The connection is lost.
+/// The error of a lost connection.
 [[nodiscard]] DatabaseError LostConnectionError();
 
 }  // namespace qbx

@@ -8,7 +8,8 @@
 
 namespace qbx {
 
-/// Forwards everything. What asks the server goes through `Ask`, where a subclass says how: on another thread, late, or not at all.
+/// Forwards every call. A call that asks the server goes through `Ask`. A subclass decides there how it is made: on
+/// another thread, delayed, or not at all.
 class SessionWrapper : public Session {
  public:
   std::unique_ptr<RowSource> Execute(const QString& batch) override {
@@ -33,7 +34,7 @@ class SessionWrapper : public Session {
         done = true;
         inner_->Rollback();
       });
-    } catch (...) {  // of what the subclass does around it
+    } catch (...) {  // thrown by the subclass around the call
     }
     if (!done) inner_->Rollback();
   }
@@ -62,7 +63,8 @@ class SessionWrapper : public Session {
   explicit SessionWrapper(std::unique_ptr<Session> inner = {}) : inner_(std::move(inner)) {}
   void SetInner(std::unique_ptr<Session> inner) { inner_ = std::move(inner); }
 
-  /// Runs the call, which asks the server. What it throws around a rollback is swallowed, and the rollback made in any case.
+  /// Makes the call. When it is a rollback, an exception of the subclass is swallowed, and the rollback is made in any
+  /// case.
   virtual void Ask(const std::function<void()>& call) = 0;
 
  private:

@@ -8,7 +8,7 @@
 namespace qbx {
 namespace {
 
-/// Rows up to this number are sorted in one by one.
+/// Up to this number, changed rows are placed one by one.
 constexpr std::size_t kFewMoved = 64;
 
 }  // namespace

@@ -1,4 +1,4 @@
-// All rows of a recordset in their order, kept while single rows change.
+// The sorted order of all rows of a recordset, kept while single rows change.
 
 #pragma once
 
@@ -8,21 +8,23 @@
 
 namespace qbx {
 
-/// Sorts once and keeps the order, so that a filter sorts nothing again, and of few rows that were changed only these are sorted in anew.
+/// Sorts once and keeps the order. So a new filter needs no sort, and after a few changes only the changed rows are
+/// placed again.
 ///
-/// Whoever changes cells counts the changes and tells of each that it makes itself; a count that moved on otherwise makes the order be worked out anew.
+/// Whoever changes cells counts all changes, and calls `Changed` for each change of its own. When the count has moved
+/// without such a call, the whole order is sorted again.
 class SortedRows {
  public:
   /// \param column  position of the column; -1: unsorted
   void SortBy(int column, bool descending);
   [[nodiscard]] int Column() const { return column_; }
 
-  /// Other rows are there now.
+  /// Forgets the order, because the rows were replaced.
   void Forget() { changes_ = kUnknown; }
-  /// A cell was changed. \param changes  the count of changes, this one included
+  /// Reports one changed cell. \param changes  the count of changes, with this one
   void Changed(quint32 row, int column, qint64 changes);
 
-  /// The numbers of all rows by the sort.
+  /// The numbers of all rows in sorted order.
   /// \param changes  the count of changes to the rows
   [[nodiscard]] const std::vector<quint32>& Of(const PackedRows& rows, qint64 changes);
 
@@ -32,8 +34,8 @@ class SortedRows {
   int column_ = -1;
   bool descending_ = false;
   std::vector<quint32> rows_;
-  qint64 changes_ = kUnknown;   // that `rows_` has, but for those in `moved_`
-  std::vector<quint32> moved_;  // rows that may stand elsewhere now
+  qint64 changes_ = kUnknown;   // the count that the order is sorted for, apart from the rows of `moved_`
+  std::vector<quint32> moved_;  // rows whose place may have changed
 };
 
 }  // namespace qbx

@@ -1,5 +1,3 @@
-// The routines that carry every statement and stored-procedure call of the program.
-
 #include "database/statements.h"
 
 #include <limits>
@@ -19,17 +17,18 @@ bool InTransaction(Connection& connection) {
   return connection.IsOpen() && connection.Driver().InTransaction();
 }
 
-/// The user may leave a box open for hours; other desks must not wait for the rows of a transaction meanwhile. What those
-/// who began it still send is refused until they end it.
+/// Rolls the open transaction back, since the user may leave the message box open for hours and other desks would wait
+/// for its rows. Later calls inside the transaction are refused until it is ended.
 void UndoTransaction(Connection& connection) {
   try {
     const Transaction inner(connection.Driver());
   } catch (const DatabaseError&) {
-    // It was undone before, or its connection is lost.
+    // It was rolled back before, or its connection is lost.
   }
 }
 
-/// First column of the first row: a number, or a text that is one; 0 for anything else and for what fits no 32 bits.
+/// First column of the first row, when it is a number or a text with a number; 0 for anything else and for a number
+/// beyond 32 bits.
 int FirstNumber(const Recordset& recordset) {
   if (recordset.Eof() || recordset.Columns().empty()) return 0;
   const Value value = recordset.Field(0);
@@ -46,7 +45,7 @@ QString ConnectionProblem() {
       "A problem has occured with the database connection. You should quit the program and restart the computer.");
 }
 
-/// A connection that dropped, or that could not be made again a moment ago.
+/// Whether the connection dropped now, or dropped before and could not be opened again.
 bool IsLost(const Connection& connection, const DatabaseError& error) {
   return error.ConnectionLost() || !connection.IsOpen();
 }
@@ -63,7 +62,7 @@ Statements::Statements(Connection& connection, ErrorInterpretation& interpretati
 
 void Statements::Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error,
                         const QString& before) {
-  // The program that runs without its database says so where the user asked for something, not at every statement.
+  // Without a database, the message belongs to what the user asked for, not to each statement.
   if (!connection.WasOpen()) return;
   if (lossTold_ != nullptr && IsLost(connection, error) && std::exchange(*lossTold_, true)) {
     diagnostics_.log.WriteLog(QLatin1String("Database Error - ") + error.Description());
@@ -134,7 +133,7 @@ Statements::ExecuteResult Statements::Execute(Connection& target, const QString&
     try {
       if (reopens > 0) target.Reopen();
       ExecuteResult result;
-      // Rolled back before the failure is reported, since the report is written to the database as well.
+      // Rolled back before the failure is reported, because the report writes to the database, too.
       std::optional<Transaction> transaction;
       if (whole) transaction.emplace(target.Driver());
       std::unique_ptr<RowSource> rows = target.Driver().Execute(sql);

@@ -1,4 +1,4 @@
-// The routines that carry every statement and stored-procedure call of the program.
+// The routines that run every statement and stored-procedure call of the program.
 
 #pragma once
 
@@ -16,7 +16,7 @@
 
 namespace qbx {
 
-// The platform's numbering, as callers pass it.
+// The numbers that callers pass.
 enum class CursorType { kForwardOnly = 0, kDynamic = 2 };
 enum class LockType { kReadOnly = 1, kOptimistic = 3 };
 enum class CursorLocation { kServer = 2, kClient = 3 };
@@ -24,17 +24,18 @@ enum class CommandType { kText = 1, kStoredProcedure = 4 };
 inline constexpr int kOptionStoredProcedure = 4;
 inline constexpr int kOptionUnspecified = -1;
 
-/// Statements over the shared connection. No routine throws: each catches every database error, hands it to the
-/// interpretation, which logs and shows it, and returns its failure value. A dropped connection is re-opened silently
-/// outside a transaction; a failure inside one rolls it back before it is shown. While the connection was never open, and once the user has agreed to end the program, they fail without showing anything.
+/// Runs statements over the shared connection. No routine throws. Each catches every database error, passes it to the
+/// interpretation, which logs and shows it, and returns its failure value. Outside a transaction a dropped connection
+/// is re-opened silently. A failure inside one rolls it back before the message is shown. While the connection was
+/// never open, and once the user has agreed to end the program, statements fail without a message.
 class Statements {
  public:
   Statements(Connection& connection, ErrorInterpretation& interpretation, EventLog& events, LastError& lastError,
              Diagnostics diagnostics);
 
-  /// Opens a recordset. A server-side forward-only one steps rows as they are asked for, any other is read whole. While
-  /// one is stepped, nothing may be written over the same connection: the rows still to come could change or fail.
-  /// Lock type and options are the platform's; the embedded engine needs neither.
+  /// Opens a recordset. A server-side forward-only recordset reads each row when it is asked for; any other is read at
+  /// once. Until a forward-only recordset is at its end, write nothing over the same connection: the remaining rows
+  /// could change or fail. The embedded engine needs neither lock type nor options.
   /// \param recordset   closed first when open
   /// \param connection  another connection than the shared one
   /// \return true when it FAILED
@@ -42,23 +43,25 @@ class Statements {
                                LockType lock = LockType::kReadOnly, int options = kOptionUnspecified,
                                CursorLocation location = CursorLocation::kClient, Connection* connection = nullptr);
 
-  /// The same for many rows, read whole on the database thread while events run, so that no window freezes. What fails there is tried once more as an
-  /// ordinary statement, which opens a lost connection again and says what is wrong.
+  /// The same for many rows. They are read on the database thread while events run, so that no window freezes. On a
+  /// failure the statement is run once more in the ordinary way, which opens a lost connection again and reports what
+  /// is wrong.
   [[nodiscard]] bool dbOpenRecLong(Recordset& recordset, const QString& sql);
 
   struct ExecuteResult {
-    Recordset records;    ///< forward-only, open only when records were asked for and came
+    Recordset records;    ///< forward-only; open only when records were asked for and there are any
     int errorNumber = 0;  ///< 0: success
     [[nodiscard]] bool Ok() const { return errorNumber == 0; }
   };
   /// Executes a batch.
   ExecuteResult dbExecute(const QString& sql, bool returnRecords = false, Connection* connection = nullptr);
-  /// The same over the shared connection, in a transaction of its own: of a batch that fails or is killed half way nothing stays.
+  /// The same over the shared connection, in its own transaction. When the batch fails or the program is killed,
+  /// nothing of it stays.
   ExecuteResult dbExecuteWhole(const QString& sql);
 
   /// Executes a command text.
-  /// \param returnValue  asks for the first column of the first row (0 when there is none or it is no number);
-  ///                     otherwise the recordset stays open
+  /// \param returnValue  true: return the first column of the first row (0 when there is none or it is no number);
+  ///                     false: the recordset stays open
   /// \return the value, or 0; -1 on failure
   int dbRunCommand(const QString& commandText, bool returnValue, CommandType type, Recordset& recordset,
                    Connection* connection = nullptr);
@@ -67,8 +70,9 @@ class Statements {
   /// \return false when it failed (already reported)
   bool dbRunCommandWithParameters(const QString& procedure, const std::vector<Value>& values);
 
-  /// Makes the command ready to call a procedure: shared connection and its time-out unless set, parameters fetched
-  /// from the server. On failure an event and a status box, and the command has no parameters.
+  /// Prepares the command to call a procedure: sets the shared connection and its time-out unless they are set, and
+  /// fetches the parameters from the server. On failure it writes an event and shows a status box, and the command has
+  /// no parameters.
   void PrepareCommand(Command& command, const QString& procedure);
 
   /// \return the next number of a key ("TEMP" counts down from -1), 0 on failure
@@ -81,8 +85,9 @@ class Statements {
 
   [[nodiscard]] Connection& Shared() { return connection_; }
 
-  /// While one lives, a lost connection is told to the user once, however many statements fail for it; the log has each
-  /// of them. What `dbExecute` says of a second loss stands in the same box. For a command that reads several things in a row.
+  /// While one exists, a lost connection is shown to the user once, however many statements fail because of it. The log
+  /// has each failure. For commands that read several things in a row. A message of `dbExecute` about a second loss is
+  /// shown in the same box.
   class TellLossOnce {
    public:
     explicit TellLossOnce(Statements& statements) : statements_(statements), outer_(statements.lossTold_) {

@@ -1,5 +1,3 @@
-// Comparing text as the host's collation does.
-
 #include "database/text_compare.h"
 
 #include <QChar>
@@ -18,7 +16,7 @@ constexpr std::array<unsigned char, 128> MakeFoldTable() {
 }
 constexpr auto kFold = MakeFoldTable();
 
-/// Takes the next code point off the front; a malformed byte counts as itself.
+/// Removes the next code point from the front. A malformed byte counts as itself.
 char32_t NextFolded(std::string_view& text) {
   const auto first = static_cast<unsigned char>(text.front());
   const std::size_t length = first < 0x80 ? 1 : first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : first >= 0xC0 ? 2 : 1;
@@ -42,7 +40,7 @@ int CompareFolded(std::string_view left, std::string_view right) {
   return left.empty() ? (right.empty() ? 0 : -1) : 1;
 }
 
-/// Bytes that are the same in both from the start, in whole words.
+/// Number of bytes at the start that both texts share, counted in whole words.
 std::size_t SameStart(const char* left, const char* right, std::size_t size) {
   std::size_t i = 0;
   for (; i + sizeof(quint64) <= size; i += sizeof(quint64)) {
@@ -55,7 +53,7 @@ std::size_t SameStart(const char* left, const char* right, std::size_t size) {
   return i;
 }
 
-/// Start of the characters that the bytes at `at` belong to; the bytes in front of them are the same in both texts.
+/// Start of the character that contains the byte at `at`. Before that byte both texts are equal.
 std::size_t CharacterStart(std::string_view left, std::string_view right, std::size_t at) {
   const auto continues = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; };
   while (at > 0 && (continues(left[at]) || continues(right[at])))
@@ -99,7 +97,7 @@ quint64 FoldedStart(std::string_view text) {
     }
     const char32_t code = NextFolded(text);
     start |= quint64{std::min<char32_t>(code, 0x80)} << (kBits - shift);
-    if (code >= 0x80) break;  // letters beyond ASCII are alike here, so nothing behind one may count
+    if (code >= 0x80) break;  // letters beyond ASCII all look the same here, so what follows one must not count
   }
   return start;
 }

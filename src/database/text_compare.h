@@ -8,12 +8,12 @@
 
 namespace qbx {
 
-/// Compares UTF-8 text without regard to case and to blanks at its end, by folded code point; fast while both are ASCII.
+/// Compares UTF-8 texts by folded code point, without regard to case and to blanks at the end. Fast for ASCII.
 /// \return below, at or above zero
 [[nodiscard]] int CompareNoCase(std::string_view left, std::string_view right);
 
-/// The first characters of a text, folded and packed: where two texts differ in this, the smaller comes first; where they
-/// do not, only CompareNoCase knows.
+/// The first characters of a text, folded and packed. When two texts differ in this number, the smaller number comes
+/// first; when they do not, only CompareNoCase can tell.
 [[nodiscard]] quint64 FoldedStart(std::string_view text);
 
 /// The text behind the characters that `FoldedStart` packs.
@@ -34,8 +34,8 @@ class SoughtText {
   [[nodiscard]] bool StartsAt(std::string_view text) const;
 
   std::string_view text_;
-  std::string folded_;   // when all of it is ASCII, else empty
-  unsigned char lower_;  // of its first byte
+  std::string folded_;   // the folded text when all of it is ASCII, else empty
+  unsigned char lower_;  // lower case of its first byte
   unsigned char upper_;
 };
 

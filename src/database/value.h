@@ -9,9 +9,9 @@ namespace qbx {
 
 enum class ValueType : quint8 { kNull, kBool, kInt, kDouble, kDecimal, kText, kDateTime };
 
-/// A value with its type; cheap to copy. A date and time is what a clock on the wall shows, of no time zone: it is kept
-/// as UTC, so that an hour that the summer time leaves out is a time like any other. The `To...` conversions are null-safe: NULL reads as false, 0, 0.0, empty text
-/// or an invalid date. Text that is asked for as a number gives its leading number, 0 when there is none.
+/// A value with its type; cheap to copy. A date and time is the wall clock's, without a time zone. It is kept as UTC,
+/// because UTC has every hour, also the one that the summer time skips. The `To...` conversions are null-safe: NULL
+/// reads as false, 0, 0.0, empty text or an invalid date. Text read as a number gives its leading number, or 0.
 class Value {
  public:
   Value() = default;
@@ -36,12 +36,13 @@ class Value {
   [[nodiscard]] bool ToBool() const;
   [[nodiscard]] qint64 ToInt() const;  ///< a fraction rounds half to even
   [[nodiscard]] double ToDouble() const;
-  /// Numbers in their shortest decimal form, a boolean as "True"/"False", dates as "dd/mm/yyyy" with " HH:mm:ss" unless
-  /// midnight.
+  /// Numbers in their shortest decimal form, a boolean as "True" or "False", dates as "dd/mm/yyyy", followed by "
+  /// HH:mm:ss" unless the time is midnight.
   [[nodiscard]] QString ToText() const;
   [[nodiscard]] QDateTime ToDateTime() const;  ///< the wall clock, as UTC
 
-  /// Date and time of the clock of any time zone as `ToDateTime` gives them; to compare a time of now with a stored one.
+  /// The date and time that a clock in that time zone shows, in the form of `ToDateTime`. To compare the current time
+  /// with a stored one.
   [[nodiscard]] static QDateTime WallClock(const QDateTime& when);
 
   /// Same type and same value; text by code unit.
@@ -58,7 +59,7 @@ class Value {
   QDateTime dateTime_;
 };
 
-/// 10 to the power of a scale, 0 or more.
+/// 10 to the power of a scale, which is 0 or more.
 [[nodiscard]] double PowerOfTen(int exponent);
 
 }  // namespace qbx

@@ -1,5 +1,3 @@
-// The database files of a program folder, as the server's catalogue.
-
 #include "database/embedded/database_files.h"
 
 #include <sqlite3.h>
@@ -32,7 +30,7 @@ std::optional<QString> FirstText(sqlite3* database, const char* sql, std::initia
   return QString::fromUtf8(statement.TextAt(0));
 }
 
-/// The same; nothing also when the statement fails.
+/// The same; also nothing when the statement fails.
 std::optional<QString> TextOrNothing(sqlite3* database, const char* sql) {
   try {
     return FirstText(database, sql);
@@ -136,7 +134,7 @@ bool DatabaseFiles::AcceptsLogin(const QString& user, const QString& password) c
       if (check == LoginCheck::kAccepted) return true;
       refused = refused || check == LoginCheck::kRefused;
     } catch (const SqliteFailure&) {
-      // A damaged file must not keep everybody out of the others; opening it checks the login again.
+      // A damaged file must not lock everybody out of the other databases. Opening it checks the login again.
     }
   }
   return !refused;

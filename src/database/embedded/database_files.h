@@ -1,4 +1,4 @@
-// The database files of a program folder, as the server's catalogue.
+// The database files of a program folder, used as the server's catalogue.
 
 #pragma once
 
@@ -8,7 +8,7 @@ struct sqlite3;
 
 namespace qbx {
 
-/// Finds databases by name and reads and sets their status. Stateless: the folder and the files are the truth.
+/// Finds databases by name, and reads and sets their status. It holds no state of its own: the folder and its files do.
 class DatabaseFiles {
  public:
   explicit DatabaseFiles(const QString& folder);
@@ -16,17 +16,17 @@ class DatabaseFiles {
   [[nodiscard]] const QString& Folder() const { return folder_; }  ///< with a trailing separator
   [[nodiscard]] static bool IsMaster(const QString& database);
 
-  /// Whether there can be a database of that name: it names a file of the folder and can stand in a connection string and a statement.
+  /// Whether a database may have the name: it is a valid file name, and can stand in a connection string and in a
+  /// statement.
   [[nodiscard]] static bool CanBeNamed(const QString& database);
 
   /// The file of a database, found without regard to case; empty when there is none.
   [[nodiscard]] QString FileOf(const QString& database) const;
-  /// "ONLINE" or "OFFLINE"; "SUSPECT" for a file that cannot be read as a database; empty for a database that does not
-  /// exist.
+  /// "ONLINE" or "OFFLINE"; "SUSPECT" when the file cannot be read as a database; empty when there is no such database.
   [[nodiscard]] QString Status(const QString& database) const;
-  /// \throws DatabaseError (5011) when there is no such database, or with what is wrong with its file
+  /// \throws DatabaseError when there is no such database (5011), or when its file is damaged
   void SetStatus(const QString& database, const QString& status) const;
-  /// Whether a login is accepted: by any of the databases that have a table of logins, or because none has.
+  /// Whether a login is accepted: one of the databases with a table of logins has it, or no database has such a table.
   [[nodiscard]] bool AcceptsLogin(const QString& user, const QString& password) const;
 
  private:
@@ -34,12 +34,12 @@ class DatabaseFiles {
 };
 
 enum class LoginCheck { kNoLogins, kAccepted, kRefused };
-/// Whether the database accepts a login: no table `_Logins`, or a row with this pair.
+/// Whether the database accepts a login: it has no table `_Logins`, or the table has a row with this user and password.
 /// \param database  an open connection
 /// \throws DatabaseError when that cannot be read
 [[nodiscard]] LoginCheck CheckLogin(sqlite3* database, const QString& user, const QString& password);
 
-/// The status kept in an open database, "ONLINE" when it keeps none.
+/// The status stored in an open database; "ONLINE" when it stores none.
 [[nodiscard]] QString StoredStatus(sqlite3* database);
 
 }  // namespace qbx

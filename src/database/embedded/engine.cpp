@@ -1,5 +1,3 @@
-// The SQLite engine that plays the host's server: finds database files, opens sessions, keeps the databases' status.
-
 #include "database/embedded/engine.h"
 
 #include <sqlite3.h>
@@ -47,18 +45,19 @@ QString ExistingFile(const DatabaseFiles& files, const QString& name) {
   return file;
 }
 
-/// Sets up a file that was opened, and finds out whether it is a database at all.
+/// Sets up an opened file, and fails when it is no database.
 void PrepareFile(SqliteDatabase& database) {
   database.Run("SELECT count(*) FROM sqlite_master");
   database.Run("PRAGMA journal_mode = WAL");
   database.Run("PRAGMA synchronous = FULL");
   database.Run("PRAGMA foreign_keys = ON");
-  // Kilobytes. A query over tens of thousands of customers spills below that; above it gains nothing, and thousands of letters fill whatever there is.
+  // Kilobytes. With less, a query over tens of thousands of customers spills. More gains nothing, and thousands of
+  // letters fill any size.
   database.Run("PRAGMA cache_size = -11000");
   database.Run("PRAGMA temp_store = MEMORY");
 }
 
-/// \throws DatabaseError when this is no database, or not one for this login
+/// \throws DatabaseError when the file is no database, or the database refuses the login or is offline
 void Admit(SqliteDatabase& database, const Login& login) {
   PrepareFile(database);
   if (CheckLogin(database.Handle(), login.user, login.password) == LoginCheck::kRefused) throw LoginFailed(login.user);

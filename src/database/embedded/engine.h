@@ -1,4 +1,5 @@
-// The SQLite engine that plays the host's server: finds database files, opens sessions, keeps the databases' status.
+// The SQLite engine that takes the place of the host's server: finds database files, opens sessions, stores the status
+// of databases.
 
 #pragma once
 
@@ -15,22 +16,21 @@ namespace qbx {
 class DatabaseFiles;
 class SqliteDatabase;
 
-/// Whether a server name, as configured, selects the embedded engine: the part before the first "\" is empty or
-/// "embedded:".
+/// Whether a configured server name selects the embedded engine: the part before the first "\" is empty or "embedded:".
 [[nodiscard]] bool IsEmbeddedServer(const QString& server);
 
-/// The embedded server of one program folder. A database is the file `<name>.db` there; it is never created here.
-/// "master" always exists and has no file.
+/// The embedded server of one program folder. A database is the file `<name>.db` in that folder; the engine never
+/// creates one. "master" always exists and has no file.
 ///
 ///   EmbeddedEngine engine(folder, clock);
 ///   Connection connection(engine.Factory());
 ///   connection.Open("Data Source=;Initial Catalog=Garage;", {"sa", ""});
 ///
-/// A session stays usable after the engine is gone; the clock must outlive both.
+/// A session stays usable after the engine is destroyed. The clock must outlive both.
 class EmbeddedEngine {
  public:
-  /// Called with the file of a database that the login may have, before a session opens it; the engine has no connection
-  /// to it for this session then. It may throw DatabaseError.
+  /// Called with the file of a database before a session opens it, once the login was accepted. The engine then has no
+  /// connection to the file for this session. It may throw DatabaseError.
   using FileHook = std::function<void(const QString& file)>;
 
   /// \param programFolder  with or without a trailing separator
@@ -38,20 +38,20 @@ class EmbeddedEngine {
   EmbeddedEngine(const EmbeddedEngine&) = delete;
   EmbeddedEngine& operator=(const EmbeddedEngine&) = delete;
 
-  /// Opens a session. The login is checked only when the database has a table `_Logins(Login, Password)`; on "master"
-  /// those of all databases of the folder count.
+  /// Opens a session. The login is checked only when the database has a table `_Logins(Login, Password)`; for "master"
+  /// the tables of all databases in the folder count.
   /// \throws DatabaseError with provider error 4060 (no such database), 18456 (login failed), 942 (offline), 5171 (the
   ///         file is no database)
   [[nodiscard]] std::unique_ptr<Session> Connect(const ConnectionTarget& target, const Login& login,
                                                  int connectionTimeoutSeconds);
-  /// `Connect` as a Connection takes it; the engine must outlive it.
+  /// `Connect` in the form that a Connection takes. The engine must outlive it.
   [[nodiscard]] SessionFactory Factory();
 
-  /// Brings a database online or takes it offline. Sessions that are open stay open.
-  /// \throws DatabaseError (5011) when it does not exist
+  /// Brings a database online or takes it offline. Open sessions stay open.
+  /// \throws DatabaseError (5011) when the database does not exist
   void SetDatabaseStatus(const QString& database, const QString& status) const;
 
-  /// Ends every open session as a restarted server would: its next call fails with kUnspecifiedError. For tests.
+  /// Ends every open session, as a restarted server does: its next call fails with kUnspecifiedError. For tests.
   void BreakSessions() { ++*generation_; }
 
  private:

@@ -1,5 +1,3 @@
-// Failures of the embedded engine, worded as the server it plays words them.
-
 #include "database/embedded/errors.h"
 
 #include <sqlite3.h>
@@ -57,7 +55,7 @@ QString DefaultState(int number) {
   }
 }
 
-/// A client-side failure: it has no number of the server.
+/// A failure on the client's side, which has no number of the server.
 DatabaseError ClientError(int pending, const QString& state, const QString& text) {
   return DatabaseError(pending, text, {{0, state, kPrefix + text}});
 }
@@ -115,7 +113,7 @@ DatabaseError ConstraintError(int code, const QString& message, const FailureCon
 }
 
 struct Wording {
-  const char* pattern;  // of SQLite's message; group 1 is the name
+  const char* pattern;  // matches SQLite's message; group 1 is the name
   int number;
   const char* text;
 };
@@ -156,7 +154,7 @@ DatabaseError StoppedError(StopReason reason) {
   return ServerError(kTimeoutNumber, QStringLiteral("Timeout expired"));
 }
 
-/// Failures of the file rather than of the statement.
+/// The error when the file failed; nothing when the statement did.
 std::optional<DatabaseError> FileError(int primary, const FailureContext& context) {
   switch (primary) {
     case SQLITE_FULL:

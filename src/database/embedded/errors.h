@@ -1,4 +1,4 @@
-// Failures of the embedded engine, worded as the server it plays words them.
+// Failures of the embedded engine, in the server's words.
 
 #pragma once
 
@@ -9,25 +9,25 @@
 
 namespace qbx {
 
-/// Why a running statement was stopped by the engine itself.
+/// Why the engine itself stopped a running statement.
 enum class StopReason { kNone, kTimeout, kCancelled };
 
-/// What stood around a failing SQLite call.
+/// Where an SQLite call failed.
 struct FailureContext {
-  QString database = {};   ///< its name
-  QString file = {};       ///< its file
-  QString statement = {};  ///< the failing statement, may be empty
+  QString database = {};   ///< the database's name
+  QString file = {};       ///< the database's file
+  QString statement = {};  ///< the failed statement; may be empty
   StopReason stopped = StopReason::kNone;
 };
 
-/// An error of the server: the description gets the source prefix in the provider's list. A violated constraint is
+/// An error of the server. In the provider's list the description gets the source prefix. A violated constraint is
 /// followed by the notice that the statement has been terminated.
 [[nodiscard]] DatabaseError ServerError(int number, const QString& description, const QString& sqlState = {});
 
-/// The words for a file that SQLite cannot read as a database.
+/// The message for a file that SQLite cannot read as a database.
 [[nodiscard]] QString NoDatabaseText(const QString& file);
 
-/// A failure of SQLite as the server's error. Violated foreign keys need their names: see
+/// A failure of SQLite as an error of the server. For violated foreign keys, which need their names, see
 /// foreign_keys.h.
 [[nodiscard]] DatabaseError ErrorFromSqlite(const SqliteFailure& failure, const FailureContext& context);
 

@@ -1,5 +1,3 @@
-// Which foreign key a failed statement violated.
-
 #include "database/embedded/foreign_keys.h"
 
 #include <sqlite3.h>
@@ -48,7 +46,7 @@ QString Text(const SqliteStatement& statement, int column) {
   return QString::fromUtf8(statement.TextAt(column));
 }
 
-/// Columns of one foreign key of a table.
+/// Reads the columns of one foreign key of a table.
 void ReadColumns(sqlite3* database, int key, Violation& violation) {
   SqliteStatement list(database, "SELECT \"from\", \"to\" FROM pragma_foreign_key_list(?1) WHERE id = ?2 ORDER BY seq");
   if (!list.Add(violation.child.toStdString()).Add(qint64{key}).Step()) return;
@@ -57,7 +55,7 @@ void ReadColumns(sqlite3* database, int key, Violation& violation) {
   if (violation.parentColumn.isEmpty()) violation.parentColumn = violation.childColumn;
 }
 
-/// Nothing also when it cannot be found out: the failure is reported without names then.
+/// Nothing when the foreign key cannot be found out. The failure is then reported without names.
 std::optional<Violation> FindViolation(sqlite3* database) {
   try {
     SqliteStatement check(database, "PRAGMA foreign_key_check");
@@ -70,7 +68,7 @@ std::optional<Violation> FindViolation(sqlite3* database) {
   }
 }
 
-/// Undoes what is run while it lives, with the check of foreign keys put off.
+/// Defers the check of foreign keys while it exists, and at its end undoes everything that was run.
 class Rehearsal {
  public:
   explicit Rehearsal(sqlite3* database) : database_(database) {

@@ -1,4 +1,4 @@
-// Which foreign key a failed statement violated.
+// Finds out which foreign key a failed statement violated.
 
 #pragma once
 
@@ -8,10 +8,10 @@ namespace qbx {
 
 class PreparedStatement;
 
-/// SQLite does not name the constraint. The statement, whose parameters are still bound, is run again with the check
-/// put off, the violations are looked up, and all of it is undone.
-/// \return error 547: the referenced table and column for a value that does not exist, the referencing ones for a row
-///         that is still referred to
+/// The error of a violated foreign key. SQLite does not name the constraint. So the statement, whose parameters are
+/// still bound, is run again with the check deferred, the violations are read, and the statement is undone.
+/// \return error 547, with the referenced table and column when a value does not exist, and with the referencing ones
+///         when the row is still in use
 [[nodiscard]] DatabaseError ForeignKeyError(PreparedStatement& statement);
 
 }  // namespace qbx

@@ -1,5 +1,3 @@
-// The SQL functions and the collation that the embedded databases rely on.
-
 #include "database/embedded/functions.h"
 
 #include <sqlite3.h>
@@ -102,7 +100,7 @@ void RaiseError(sqlite3_context* context, int, sqlite3_value** arguments) {
 void RegisterFunctions(sqlite3* database, const Clock& clock) {
   constexpr int kPure = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
   sqlite3_create_collation_v2(database, "NOCASE", SQLITE_UTF8, nullptr, Collate, nullptr);
-  auto* clockData = const_cast<Clock*>(&clock);  // SQLite takes a plain pointer; it is only read
+  auto* clockData = const_cast<Clock*>(&clock);  // SQLite takes a plain pointer, but only reads
   sqlite3_create_function_v2(database, "GetDate", 0, SQLITE_UTF8 | SQLITE_INNOCUOUS, clockData, GetDate, nullptr,
                              nullptr, nullptr);
   sqlite3_create_function_v2(database, "Len", 1, kPure, nullptr, Len, nullptr, nullptr, nullptr);

@@ -1,5 +1,3 @@
-// Prepared statements that are kept, and the lease of one for a run.
-
 #include "database/embedded/prepared.h"
 
 #include <sqlite3.h>
@@ -11,7 +9,7 @@ namespace {
 
 constexpr std::size_t kKeptStatements = 64;
 
-/// How a column is read by its declared type ("nvarchar(20)", "decimal(10,2)").
+/// How a column is read, by its declared type ("nvarchar(20)", "decimal(10,2)").
 ColumnReading ReadingOf(const char* declared) {
   if (declared == nullptr) return {};
   const QString type = QString::fromUtf8(declared).trimmed().toLower();
@@ -38,7 +36,7 @@ int DeclaredSize(const char* declared) {
       .toInt();
 }
 
-/// Characters of a date of the declared type when written out.
+/// Number of characters of a date of the declared type as text.
 int DatePrecision(const char* declared) {
   const QString type = QString::fromUtf8(declared).trimmed().toLower();
   return type == QLatin1String("date") ? 10 : type == QLatin1String("smalldatetime") ? 16 : 23;

@@ -1,4 +1,4 @@
-// Prepared statements that are kept, and the lease of one for a run.
+// Prepared statements that are kept for reuse, and the lease of one for a run.
 
 #pragma once
 
@@ -14,13 +14,13 @@
 
 namespace qbx {
 
-/// How a column's stored value is handed over.
+/// How the stored value of a column is handed over.
 struct ColumnReading {
   ValueType type = ValueType::kNull;  ///< kNull: as it is stored
   quint8 scale = 0;
 };
 
-/// One prepared statement with what is known of its result.
+/// One prepared statement, with the description of its result.
 class PreparedStatement {
  public:
   /// Prepares the first statement of `sql`.
@@ -37,7 +37,7 @@ class PreparedStatement {
   [[nodiscard]] bool HasColumns() const { return columnCount_ > 0; }
   [[nodiscard]] bool IsReadOnly() const { return readOnly_; }
 
-  /// Described once, again after the schema changed.
+  /// Described once, and again after the schema changed.
   [[nodiscard]] const std::vector<Column>& Columns();
   [[nodiscard]] const std::vector<ColumnReading>& Readings();
 
@@ -51,13 +51,13 @@ class PreparedStatement {
   int columnCount_ = 0;
   bool readOnly_ = false;
   bool inUse_ = false;
-  int describedAt_ = -1;  // count of re-preparations
+  int describedAt_ = -1;  // how often it was prepared again
   std::vector<Column> columns_;
   std::vector<ColumnReading> readings_;
 };
 
-/// The use of a prepared statement for one run; resets it at the end. While one is in use, a second lease prepares a
-/// copy.
+/// The use of a prepared statement for one run. Its end resets the statement. While a statement is in use, a second
+/// lease prepares a copy.
 class StatementLease {
  public:
   explicit StatementLease(std::shared_ptr<PreparedStatement> statement);
@@ -75,10 +75,10 @@ class StatementLease {
   void BindText(int index, std::string_view utf8);  ///< copied
   void Bind(int index, const Value& value);
 
-  /// \return true at a row, false at the end.
-  /// \throws DatabaseError, a violated foreign key with its names
+  /// \return true at a row, false at the end
+  /// \throws DatabaseError; a violated foreign key with its names
   bool Step();
-  /// Steps to the end, discarding rows.
+  /// Steps to the end and discards the rows.
   void Finish() {
     while (Step()) {
     }
@@ -88,7 +88,7 @@ class StatementLease {
   std::shared_ptr<PreparedStatement> statement_;
 };
 
-/// The statements used last, by their text.
+/// The statements that were used last, by their text.
 class StatementCache {
  public:
   explicit StatementCache(std::shared_ptr<SqliteDatabase> database) : database_(std::move(database)) {}
@@ -98,7 +98,7 @@ class StatementCache {
  private:
   using Entry = std::shared_ptr<PreparedStatement>;
   std::shared_ptr<SqliteDatabase> database_;
-  std::list<Entry> used_;  // the last used first
+  std::list<Entry> used_;  // the statement used last comes first
   std::unordered_map<std::string_view, std::list<Entry>::iterator> bySql_;
 };
 

@@ -1,4 +1,4 @@
-// Reading the header of a stored procedure, and fitting values to its parameters.
+// Reads the header of a stored procedure, and converts values to its parameters.
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-// Stored procedures of the embedded databases: their prepared bodies.
+// Runs stored procedures of the embedded databases.
 
 #include "database/embedded/procedures.h"
 
@@ -32,7 +32,7 @@ StoredProcedure::StoredProcedure(const std::shared_ptr<SqliteDatabase>& database
       Prepare(added);
       writes_ = writes_ || !added.prepared->IsReadOnly();
     } catch (const DatabaseError&) {
-      // It may need a table that a statement in front of it makes; what is wrong with it is reported when it runs.
+      // It may need a table that an earlier statement makes. Its error is reported when it runs.
       added.prepared.reset();
       writes_ = true;
     }
@@ -97,7 +97,7 @@ std::shared_ptr<StoredProcedure> ProcedureCatalogue::Load(const QString& name) {
     body = find.TextAt(1);
   } catch (const SqliteFailure& failure) {
     DatabaseError error = database_->Error(failure);
-    // A database without the table has no procedures; a damaged or locked one is another matter.
+    // A database without the table has no procedures. A damaged or locked one fails in its own way.
     if (!error.Errors().empty() && error.Errors().front().number == 208) throw missing();
     throw error;
   }

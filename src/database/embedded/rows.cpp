@@ -1,5 +1,3 @@
-// A result of the embedded engine.
-
 #include "database/embedded/rows.h"
 
 #include <sqlite3.h>

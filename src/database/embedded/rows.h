@@ -9,11 +9,11 @@
 
 namespace qbx {
 
-/// Steps a statement as rows are asked for.
+/// Steps a statement each time a row is asked for.
 class SqliteRows final : public RowSource {
  public:
   /// \param stepped  whether the statement was stepped once already
-  /// \param atRow    and stands on a row then
+  /// \param atRow    whether that step found a row
   SqliteRows(StatementLease lease, bool stepped, bool atRow);
 
   [[nodiscard]] const std::vector<Column>& Columns() const override { return lease_->Columns(); }
@@ -27,9 +27,9 @@ class SqliteRows final : public RowSource {
   bool atRow_;
 };
 
-/// "yyyy-mm-dd" with or without " hh:mm:ss[.zzz]" (a "T" between them is accepted) as milliseconds since 1970-01-01 of
+/// Reads "yyyy-mm-dd" with or without " hh:mm:ss[.zzz]" (or "T" before the time) as milliseconds since 1970-01-01 of
 /// the wall clock.
-/// \return false when it is no such date
+/// \return false when the text is no such date
 [[nodiscard]] bool ParseDateTime(std::string_view text, qint64& milliseconds);
 
 }  // namespace qbx

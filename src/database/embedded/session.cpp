@@ -1,5 +1,3 @@
-// A session with a database of the embedded engine.
-
 #include "database/embedded/session.h"
 
 #include <sqlite3.h>
@@ -23,7 +21,7 @@ const DeclaredParameter* FindDeclared(const ProcedureHeader& header, const QStri
   return nullptr;
 }
 
-/// Collects the values of a call: given ones first, then defaults.
+/// Collects the values of a call: the given ones first, then defaults.
 class Arguments {
  public:
   explicit Arguments(const ProcedureHeader& header)
@@ -76,8 +74,8 @@ EmbeddedSession::~EmbeddedSession() {
   Rollback();
 }
 
-/// Runs the work of one call. A failure that took the open transaction with it, as an interruption does, dooms those
-/// who still think to be in it.
+/// Runs the work of one call. When a failure rolls the open transaction back, as an interruption does, later calls in
+/// that transaction are refused.
 template <typename Work>
 auto EmbeddedSession::Guarded(Work&& work) {
   try {
@@ -90,7 +88,8 @@ auto EmbeddedSession::Guarded(Work&& work) {
     }
     return work();
   } catch (const DatabaseError& error) {
-    // SQLite rolls back an interrupted write by itself, but not a call that was stopped before or between its statements.
+    // SQLite rolls an interrupted write back by itself. It does not when a call is stopped before or between its
+    // statements.
     const bool takesTransaction = database_->Lost() || error.Number() == kCommandCancelled;
     if (takesTransaction && sqlite3_get_autocommit(database_->Handle()) == 0) {
       database_->Shield(true);

@@ -12,9 +12,9 @@
 
 namespace qbx {
 
-/// Takes statements written for SQL Server. A statement runs in a transaction of its own unless one was begun; a
-/// procedure's body runs in one. Results of statements that only read are stepped as they are asked for, and stay valid
-/// when the session is closed.
+/// Takes statements written for SQL Server. Unless a transaction was begun, each statement runs in its own, and so does
+/// each procedure. The rows of a statement that only reads are read when they are asked for, and stay valid when the
+/// session is closed.
 class EmbeddedSession final : public Session {
  public:
   EmbeddedSession(std::shared_ptr<SqliteDatabase> database, std::shared_ptr<const DatabaseFiles> files);
@@ -60,7 +60,7 @@ class EmbeddedSession final : public Session {
   ProcedureCatalogue procedures_;
   std::vector<Token> tokens_;
   int depth_ = 0;
-  bool doomed_ = false;  // the transaction was undone under the hands of those who began it
+  bool doomed_ = false;  // the transaction was rolled back, but whoever began it does not know
   QString deleteTable_;
   QString deleteKey_;
   std::string deleteSql_;

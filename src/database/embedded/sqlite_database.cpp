@@ -1,5 +1,3 @@
-// One SQLite connection with the limits of a session: time-out, interruption, being broken off.
-
 #include "database/embedded/sqlite_database.h"
 
 #include <sqlite3.h>

@@ -1,4 +1,4 @@
-// One SQLite connection with the limits of a session: time-out, interruption, being broken off.
+// One SQLite connection with the time-out and interruption of a session, which can also be broken off.
 
 #pragma once
 
@@ -12,46 +12,47 @@
 
 namespace qbx {
 
-/// Shared by a session and the results it handed out, so that a result stays valid when its session is closed.
+/// Shared by a session and its results, so that a result stays valid when its session is closed.
 class SqliteDatabase {
  public:
-  /// Opens a file that exists, or ":memory:".
-  /// \param generation  compared with its value now: once it changes, this connection is lost
+  /// Opens an existing file, or ":memory:".
+  /// \param generation  when it changes, this connection is lost
   /// \throws DatabaseError (5171 for a file that is no database)
   SqliteDatabase(const QString& name, const QString& file, std::shared_ptr<const std::atomic<int>> generation);
   SqliteDatabase(const SqliteDatabase&) = delete;
   SqliteDatabase& operator=(const SqliteDatabase&) = delete;
 
-  /// Lets the limits act again after somebody put handlers of their own into the SQLite connection.
+  /// Puts its own handlers back after somebody set others on the SQLite connection.
   void InstallHandlers();
 
   [[nodiscard]] sqlite3* Handle() const { return file_.Handle(); }
   [[nodiscard]] const QString& Name() const { return name_; }
   [[nodiscard]] const QString& File() const { return path_; }
 
-  /// Begins a call: the time starts, an interruption that came too late is forgotten.
+  /// Begins a call: starts its time, and forgets an interruption that came too late.
   /// \throws DatabaseError when the connection is lost
   void BeginCall();
-  /// Gives the running call its full time again, as the reader of a result goes on to its next row.
+  /// Gives the running call its full time again, for the next row of a result.
   void RenewTime() { deadline_ = 0; }
   void SetTimeout(int seconds) { timeoutSeconds_ = seconds; }
   [[nodiscard]] bool Lost() const { return *generation_ != bornIn_; }
 
-  /// From any thread.
+  /// May be called from any thread.
   void Interrupt() { interrupted_ = true; }
   void ForgetInterruption() { interrupted_ = false; }
-  /// \throws DatabaseError when it was interrupted since the call began; for calls too short to be stopped while they run
+  /// For calls too short to be stopped while they run. \throws DatabaseError when it was interrupted since the call
+  /// began
   void ThrowIfInterrupted();
-  /// While set, nothing is interrupted: for rolling back.
+  /// While set, nothing is interrupted. For rolling back.
   void Shield(bool on) { shielded_ = on; }
 
-  /// Runs a statement without result.
+  /// Runs a statement without a result.
   /// \throws DatabaseError
   void Run(const char* sql);
 
   /// \throws DatabaseError for the last failure
   [[noreturn]] void Fail(int code, const QString& statement = {});
-  /// The last failure as it stands, before anything else runs.
+  /// The last failure. Call it before another statement runs.
   [[nodiscard]] DatabaseError Error(int code, const QString& statement = {}) const;
   [[nodiscard]] DatabaseError Error(const SqliteFailure& failure, const QString& statement = {}) const;
 
@@ -66,7 +67,7 @@ class SqliteDatabase {
   std::shared_ptr<const std::atomic<int>> generation_;
   int bornIn_;
   int timeoutSeconds_ = 30;
-  qint64 deadline_ = 0;  // milliseconds of the steady clock; 0: taken at the next look
+  qint64 deadline_ = 0;  // milliseconds of the steady clock; 0: set at the next check
   std::atomic<bool> interrupted_ = false;
   bool shielded_ = false;
   StopReason stopped_ = StopReason::kNone;

@@ -1,5 +1,3 @@
-// Cutting a batch of statements into tokens.
-
 #include "database/embedded/tokenizer.h"
 
 namespace qbx {
@@ -19,7 +17,7 @@ bool IsNameCharacter(char c) {
   return IsNameStart(c) || IsDigit(c) || c == '$' || c == '@';
 }
 
-/// Walks a batch once.
+/// Goes through a batch once.
 class Scanner {
  public:
   explicit Scanner(std::string_view text) : text_(text) {}

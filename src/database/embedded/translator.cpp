@@ -1,5 +1,3 @@
-// Statements written for SQL Server, made into statements that SQLite runs.
-
 #include "database/embedded/translator.h"
 
 #include <algorithm>
@@ -10,7 +8,8 @@
 namespace qbx {
 namespace {
 
-constexpr std::size_t kMostLiterals = 200;  // more stay in the text, so that a statement never has too many parameters
+// Further literals stay in the text, because the number of parameters is limited.
+constexpr std::size_t kMostLiterals = 200;
 
 bool IsAnyWord(const Token& token, std::initializer_list<std::string_view> words) {
   return std::any_of(words.begin(), words.end(), [&token](std::string_view word) { return token.IsWord(word); });
@@ -25,7 +24,7 @@ bool IsHint(const Token& token) {
                    {"NOLOCK", "READUNCOMMITTED", "READPAST", "ROWLOCK", "UPDLOCK", "HOLDLOCK", "TABLOCK", "TABLOCKX"});
 }
 
-/// Walks the tokens of one statement and writes it anew.
+/// Goes through the tokens of one statement and writes the translation.
 class SqlWriter {
  public:
   explicit SqlWriter(Tokens tokens) : tokens_(tokens) { levels_.push_back({}); }
@@ -42,8 +41,8 @@ class SqlWriter {
  private:
   /// One pair of parentheses.
   struct Level {
-    std::string_view top = {};  // rows of TOP, to be written as LIMIT
-    bool bind = false;          // literals stand in conditions or assignments
+    std::string_view top = {};  // the number of rows that TOP asks for, written as LIMIT
+    bool bind = false;          // whether literals become parameters
     bool cast = false;
   };
 
@@ -110,7 +109,7 @@ class SqlWriter {
     }
   }
 
-  /// The server allows to leave out INTO and FROM.
+  /// Writes INTO or FROM, which the server allows to leave out.
   void WriteFiller(const Token& verb) {
     const Token* next = Ahead(0);
     if (next == nullptr || !IsName(*next)) return;
@@ -182,7 +181,7 @@ class SqlWriter {
 
   void WriteSymbol(const Token& token) {
     if (SkipHints()) return;
-    if (token.text == "?" || token.text == ":") ThrowSyntaxError(token.text);  // SQLite would take them for parameters
+    if (token.text == "?" || token.text == ":") ThrowSyntaxError(token.text);  // SQLite would read them as parameters
     if (token.text == "(") {
       const bool cast = at_ > 0 && tokens_[at_ - 1].IsWord("CAST");
       levels_.push_back({{}, levels_.back().bind, cast});
@@ -297,7 +296,7 @@ std::vector<Tokens> SplitStatements(const std::vector<Token>& tokens) {
   for (std::size_t i = 0; i <= tokens.size(); ++i) {
     if (i < tokens.size() && !tokens[i].IsSymbol(";")) continue;
     const Tokens statement(tokens.data() + start, i - start);
-    // The statements of a trigger belong to it, up to its END.
+    // A trigger contains the statements up to its END.
     if (i < tokens.size() && IsTrigger(statement) && !statement.back().IsWord("END")) continue;
     if (!statement.empty()) statements.push_back(statement);
     start = i + 1;

@@ -1,4 +1,4 @@
-// Statements written for SQL Server, made into statements that SQLite runs.
+// Translates statements written for SQL Server into statements for SQLite.
 
 #pragma once
 
@@ -15,17 +15,17 @@ namespace qbx {
 
 using Tokens = std::span<const Token>;
 
-/// The statements of a batch, separated by ";". Empty ones are left out.
+/// The statements of a batch, separated by ";", without empty ones.
 [[nodiscard]] std::vector<Tokens> SplitStatements(const std::vector<Token>& tokens);
 
-/// What a statement asks for, by its first words.
+/// The kind of a statement, by its first words.
 enum class StatementKind { kSql, kCall, kBegin, kCommit, kRollback, kAlterDatabase };
 [[nodiscard]] StatementKind KindOf(Tokens statement);
 
 /// A procedure call written as a statement: `name`, `name ('a')`, `name 50, NULL`, `EXEC name @a = 1`.
 struct WrittenCall {
   QString name;
-  std::vector<std::pair<QString, Value>> arguments;  ///< the name empty when given by position
+  std::vector<std::pair<QString, Value>> arguments;  ///< the name is empty for an argument given by position
 };
 /// \throws DatabaseError (102)
 [[nodiscard]] WrittenCall ParseCall(Tokens statement);
@@ -38,22 +38,21 @@ struct StatusChange {
 /// \throws DatabaseError (102)
 [[nodiscard]] StatusChange ParseStatusChange(Tokens statement);
 
-/// A statement for SQLite; the literals of its conditions and assignments are parameters ?1, ?2, ..., so that
-/// statements that differ in those only are one.
+/// A statement for SQLite. The literals in its conditions and assignments become parameters ?1, ?2, ..., so that
+/// statements that differ only in their values have the same text.
 struct SqlStatement {
   std::string sql;
-  std::vector<Token> literals;  ///< texts and numbers, as written
+  std::vector<Token> literals;  ///< texts and numbers as they are written
 };
-/// Brackets, "dbo.", table hints, TOP, IsNull, N'text' and + between texts are translated, everything else is passed
-/// on.
+/// Translates brackets, "dbo.", table hints, TOP, IsNull, N'text' and + between texts. Everything else stays as it is.
 /// \throws DatabaseError (102, 105, 137)
 [[nodiscard]] SqlStatement TranslateSql(Tokens statement);
 
 /// The value of a literal.
-/// \param negative  a minus stood in front
+/// \param negative  whether a minus stands before it
 [[nodiscard]] Value LiteralValue(const Token& literal, bool negative = false);
 
-/// Fails as the server does at this token.
+/// Throws the server's error for a token that must not stand there.
 /// \throws DatabaseError (102)
 [[noreturn]] void ThrowSyntaxError(std::string_view near);
 
