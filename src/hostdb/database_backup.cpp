@@ -15,7 +15,7 @@ namespace {
 constexpr int kPagesAStep = 2000;
 constexpr int kBusyWaitMs = 50;
 
-/// Copies everything. \return the code of the last step: SQLITE_DONE when the copy is whole
+/// Copies all pages. \return the code of the last step: SQLITE_DONE when the copy is complete
 int CopyPages(sqlite3* from, sqlite3* to, const std::function<bool()>& cancelled) {
   sqlite3_backup* backup = sqlite3_backup_init(to, "main", from, "main");
   if (backup == nullptr) return sqlite3_errcode(to);
@@ -32,10 +32,11 @@ bool SameFile(const QString& path, const QString& other) {
   return QFileInfo::exists(other) && QFileInfo(path).canonicalFilePath() == QFileInfo(other).canonicalFilePath();
 }
 
-/// Copies under a temporary name beside the target and renames what is whole. The copy gets the permissions of the original: a temporary file is
-/// its maker's alone.
+/// Copies under a temporary name beside the target and renames the complete copy. It gives the copy the permissions of
+/// the original, because a temporary file is readable by its maker only.
 /// \param original  the file that is copied
-/// \param copy  fills the file of that name; returns SQLITE_DONE when the copy is whole. It may throw SqliteFailure
+/// \param copy      fills the file of that name and returns SQLITE_DONE when the copy is complete; may throw
+///                  SqliteFailure
 CopyOutcome WriteCopy(const QString& original, const QString& target,
                       const std::function<int(sqlite3* unfinished)>& copy, const std::function<bool()>& cancelled,
                       QString& problem) {
@@ -78,7 +79,7 @@ CopyOutcome CopyHostDatabase(const QString& path, const QString& target, const s
   }
   const auto copy = [&](sqlite3* to) -> int {
     const SqliteFile from(path, SqliteMode::kReadOnly);
-    // Reading from one moment on: what is written meanwhile would begin the copy anew, for ever on a busy database.
+    // Reads the state of one moment. Otherwise every write would restart the copy, without end on a busy database.
     TryExecuteSql(from.Handle(), "BEGIN; SELECT 1 FROM sqlite_master LIMIT 1");
     return CopyPages(from.Handle(), to, cancelled);
   };

@@ -11,14 +11,15 @@ namespace qbx {
 
 enum class CopyOutcome { kCopied, kCancelled, kFailed };
 
-/// Copies a database as it is now, page by page, while others may go on using it. The copy is written under a temporary name beside the
-/// target and renamed when it is whole, so a failure leaves a file of that name as it was. The copy has the original's permissions.
-/// \param cancelled  asked every few pages; true gives the copy up
+/// Copies a database as it is now, page by page, while others use it. The copy gets a temporary name beside the target
+/// and is renamed when it is complete, so a failure leaves an existing target as it was. The copy has the permissions
+/// of the original.
+/// \param cancelled  asked every few pages; true ends the copying
 /// \param problem    why it failed, as a sentence for the user
 [[nodiscard]] CopyOutcome CopyHostDatabase(const QString& path, const QString& target,
                                            const std::function<bool()>& cancelled, QString& problem);
 
-/// The same through a connection that has the database to itself. \return never kCancelled
+/// The same over a connection that has the database to itself. \return never kCancelled
 [[nodiscard]] CopyOutcome CopyOpenDatabase(sqlite3* database, const QString& target, QString& problem);
 
 }  // namespace qbx

@@ -28,25 +28,26 @@ enum Refusal {
   kIsCopy = 5123
 };
 
-/// Stands between the name of a database and the number that it gets, in the name of its copy.
+/// In the name of a copy, stands between the name of the database and its new number.
 constexpr QLatin1String kCopyMark(".before-");
 constexpr int kKeptCopies = 2;
 constexpr int kShortestWaitMs = 20;
 constexpr int kLongestWaitMs = 120;
-constexpr int kMostWaits = 40;             // three seconds: another program may be just closing
-constexpr int kMostWaitsForUpgrade = 400;  // half a minute: another program has the file for itself, to upgrade it
+constexpr int kMostWaits = 40;             // three seconds: another program may just be closing
+constexpr int kMostWaitsForUpgrade = 400;  // half a minute: another program is upgrading the file
 constexpr int kRenewalWaitMs = 2000;
 
-/// What came of one attempt.
+/// The result of one attempt.
 enum class Outcome { kDone, kUpgraded, kOthersHaveIt, kBeingUpgraded };
 
-/// What a host database says of itself.
+/// What a host database says about itself.
 struct FileState {
-  int number = 0;      ///< 0: made before there were numbers
-  QByteArray objects;  ///< the objects that were installed last, as ObjectsFingerprint()
-  int set = 0;         ///< which set they are, as ObjectsSet()
+  int number = 0;      ///< 0: made before databases had numbers
+  QByteArray objects;  ///< the texts of the objects installed last, as ObjectsFingerprint()
+  int set = 0;         ///< the set of these texts, as ObjectsSet()
 
-  /// Whether the objects are older than this program's. Of a set with the same number they are so when they are not the same: that is a developer's.
+  /// Whether the objects are older than this program's. A set with the same number but other texts counts as older: a
+  /// developer made it.
   [[nodiscard]] bool HasOlderObjects() const {
     return set < ObjectsSet() || (set == ObjectsSet() && objects != ObjectsFingerprint());
   }
@@ -83,7 +84,7 @@ void RefuseNewer(const QString& path, const FileState& state, int newest) {
              QStringLiteral(" Install the newer version on this computer, too."));
 }
 
-/// Reads one row. \return nothing when the table or a column is not there
+/// Reads one row. \return nothing when the table or a column is missing
 std::optional<FileState> ReadStateWith(const QString& path, sqlite3* database, const char* sql) {
   try {
     SqliteStatement read(database, sql);
@@ -97,10 +98,10 @@ std::optional<FileState> ReadStateWith(const QString& path, sqlite3* database, c
   Refuse(path, kUnknownAge, QStringLiteral("How old it is is not known, since its table _Version is empty."));
 }
 
-/// Nothing for what is no host database.
+/// Nothing when this is no host database.
 /// \throws SqliteFailure when it cannot be read, DatabaseError when it does not say its number
 std::optional<FileState> ReadState(const QString& path, sqlite3* database) {
-  // The older a database is, the fewer of the columns it has.
+  // An older database has fewer of the columns.
   for (const char* sql : {"SELECT File_Number, Objects_Fingerprint, Objects_Set FROM _Version",
                           "SELECT File_Number, Objects_Fingerprint, 0 FROM _Version",
                           "SELECT 0, NULL, 0, Procedures_Version FROM _Version"}) {
@@ -109,10 +110,11 @@ std::optional<FileState> ReadState(const QString& path, sqlite3* database) {
   return std::nullopt;
 }
 
-/// Nobody else has the file while this lives and `Has()`. The database is out of write-ahead-log mode, since only then others are seen.
+/// While it exists and `Has()`, nobody else has the file. It takes the database out of write-ahead-log mode, in which
+/// other users cannot be noticed.
 class SoleUse {
  public:
-  /// Tries once. \throws SqliteFailure when it fails for another reason than that somebody has the file
+  /// Tries once. \throws SqliteFailure when it fails although nobody else has the file
   explicit SoleUse(sqlite3* database) : database_(database) {
     ExecuteSql(database, "PRAGMA locking_mode = EXCLUSIVE");
     try {
@@ -139,7 +141,7 @@ QDir FolderOf(const QString& path) {
 
 void CopyBeforehand(const QString& path, sqlite3* database, int number) {
   const QDir folder = FolderOf(path);
-  // The copy, and as much again for what the upgrade writes.
+  // Room for the copy, and the same again for what the upgrade writes.
   const qint64 needed = 2 * QFileInfo(path).size();
   if (const qint64 room = QStorageInfo(folder).bytesAvailable(); room >= 0 && room < needed) {
     Refuse(path, kNoRoom,
@@ -164,11 +166,11 @@ void RemoveOldCopies(const QString& path) {
     folder.remove(copies.at(i));
 }
 
-/// Runs the upgrades that the file lacks, if any, and renews the objects, in one transaction.
+/// Runs the missing upgrades and renews the objects, in one transaction.
 void BringUp(const QString& path, sqlite3* database, std::span<const EmbeddedSql> upgrades) {
   ExecuteSql(database, "BEGIN IMMEDIATE");
   try {
-    // Another program may have been here since the first look.
+    // Another program may have upgraded the file since the first look.
     const FileState state = ReadState(path, database).value_or(FileState{});
     const int number = NewestOf(upgrades);
     RefuseNewer(path, state, number);
@@ -202,7 +204,7 @@ Outcome Upgrade(const QString& path, sqlite3* database, std::span<const Embedded
   return Outcome::kUpgraded;
 }
 
-/// Renews the objects. While somebody else writes, or the file cannot be written, it is left for another time.
+/// Renews the objects. When somebody else writes, or the file cannot be written, a later start does it.
 void Renew(const QString& path, sqlite3* database, std::span<const EmbeddedSql> upgrades) {
   if (sqlite3_db_readonly(database, "main") == 1) return;
   sqlite3_busy_timeout(database, kRenewalWaitMs);
@@ -213,7 +215,7 @@ void Renew(const QString& path, sqlite3* database, std::span<const EmbeddedSql> 
   }
 }
 
-/// One attempt, on a connection that is closed behind it.
+/// One attempt, on a connection that is closed at its end.
 Outcome TryToKeepUp(const QString& path, std::span<const EmbeddedSql> upgrades) {
   const SqliteFile file = OpenHostFile(path);
   sqlite3* const database = file.Handle();
@@ -254,7 +256,7 @@ bool KeepUpToDate(const QString& path) {
 
 bool KeepUpToDateWith(const QString& path, std::span<const EmbeddedSql> upgrades) {
   try {
-    // Who waits does so without a connection: of two that begin at once, neither could get the file otherwise.
+    // A program that waits has no connection: otherwise two that start at once could never get the file.
     int waits = 0;
     Outcome outcome = Outcome::kDone;
     for (; (outcome = TryToKeepUp(path, upgrades)) != Outcome::kDone; ++waits) {

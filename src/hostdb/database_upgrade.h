@@ -1,4 +1,4 @@
-// Keeping a database that an older program made in step with this one.
+// Upgrades a database of an older program to this program.
 
 #pragma once
 
@@ -9,26 +9,29 @@
 
 namespace qbx {
 
-/// The number that a database of this program carries (`_Version.File_Number`): that of the last upgrade.
+/// The number of a database of this program (`_Version.File_Number`): the number of the last upgrade.
 [[nodiscard]] int NewestFileNumber();
 
-/// Whether a database's name is one that copies get: it ends in ".before-" and a number. Such a database is neither made nor opened: it would be
-/// removed with the older copies.
+/// Whether a database has the name of a copy: it ends in ".before-" and a number. The program neither makes nor opens
+/// such a database, because it would be removed with the older copies.
 [[nodiscard]] bool IsNameOfCopy(const QString& path);
 
-/// Brings a database up to this program. Meant to be run on every file before it is opened; costs one opening and one small read when there is
-/// nothing to do. The process must have no other connection to the file when an upgrade may be due.
+/// Upgrades a database to this program. Run it on every file before the file is opened. When there is nothing to do, it
+/// costs one opening and one small read. When an upgrade may be due, the process must have no other connection to the
+/// file.
 ///
-/// - Upgrades with a number above the file's run in one transaction, in which nobody else has the file; before that the database is copied to
-///   "<name>.before-N.db" beside it, where N is the number that it gets. The last two copies are kept. Of several programs that begin at the
-///   same moment one does it, and the others wait for it.
-/// - Views, triggers and procedures whose text in this program is another one than it installed last are renewed (see PutObjectsBack), unless a program with a
-///   later set of them was here (`_Version.Objects_Set`): an older program puts nothing back.
+/// - Upgrades with a number above the file's run in one transaction, during which nobody else can use the file. First
+///   the database is copied to "<name>.before-N.db" beside it, where N is its new number. The last two copies are kept.
+///   When several programs start at the same moment, one upgrades and the others wait.
+/// - Views, triggers and procedures are renewed when their text in this program differs from the text that it installed
+///   last (see PutObjectsBack). When a program with a later set of texts was here (`_Version.Objects_Set`), nothing is
+///   renewed: an older program does not put older texts back.
 ///
-/// A database that is no host database is left alone. One that lacks nothing but renewing is left as it is when it cannot be written, or when
-/// somebody else writes for more than two seconds.
-/// \throws DatabaseError with a sentence for the user: 948 the file has a higher number than this program; 5061 another program has it open;
-///         1105 no room for the copy; 3906 it cannot be written; 5069 an upgrade failed; 5120 it does not say its number; 5123 its name is that of a copy. Nothing was changed then.
+/// A database that is no host database stays as it is. So does one that only needs renewing, when it cannot be written
+/// or when somebody else writes for more than two seconds.
+/// \throws DatabaseError with a sentence for the user: 948 the file has a higher number than this program; 5061 another
+///         program has it open; 1105 no room for the copy; 3906 it cannot be written; 5069 an upgrade failed; 5120 it
+///         does not say its number; 5123 it has the name of a copy. Nothing was changed then.
 /// \return whether upgrades were run
 bool KeepUpToDate(const QString& path);
 

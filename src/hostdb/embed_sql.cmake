@@ -1,16 +1,16 @@
-# Writes OUTPUT, a C++ file that holds every .sql file below schema, procedures and upgrades of SOURCE as text. Run as a
-# script.
+# Writes OUTPUT, a C++ file with the text of every .sql file below schema, procedures and upgrades of SOURCE. Writes
+# SCRIPT, too, which makes the same database on SQL Server (see server_script.cmake). Run as a script.
 #
-# A line "-- @include NAME" is replaced by fragments/NAME.sql without the comment at its top, indented as that line is.
-# Fragments may include others. It writes SCRIPT, too: the same database for SQL Server (see server_script.cmake).
+# A line "-- @include NAME" is replaced by fragments/NAME.sql without the comment at its top, indented like the line. A
+# fragment may include others.
 
 cmake_minimum_required(VERSION 3.25)
 include(${CMAKE_CURRENT_LIST_DIR}/refuse_unrecorded.cmake)
 include(${CMAKE_CURRENT_LIST_DIR}/server_script.cmake)
 set(most_includes 200)
 
-# Puts the fragments into the text of a file; those of `first`, a folder, before others of the same name. Brackets and
-# semicolons are why the text is never a list here.
+# Puts the fragments into the text of a file. A fragment in the folder `first` replaces the general one of its name. The
+# text is never made a list, because it has brackets and semicolons.
 function(put_fragments_in file text_variable first)
   set(text "${${text_variable}}")
   foreach(round RANGE ${most_includes})
@@ -65,7 +65,7 @@ foreach(kind folder IN ZIP_LISTS kinds folders)
   foreach(file ${files})
     get_filename_component(name ${file} NAME_WE)
     file(READ ${file} text)
-    if(NOT folder STREQUAL "upgrades")  # what is in a fragment may change, what an upgrade does may not
+    if(NOT folder STREQUAL "upgrades")  # a fragment may change, an upgrade may not
       put_fragments_in(${file} text fragments)
       string(APPEND objects "${text}")
     endif()

@@ -12,20 +12,20 @@ struct EmbeddedSql {
   const char* text;
 };
 
-/// All in the order of their names; those of upgrades begin with their numbers, of four digits.
+/// All files in the order of their names. The names of upgrades begin with a number of four digits.
 [[nodiscard]] std::span<const EmbeddedSql> SchemaFiles();
-/// The schema file that is applied behind the content: filling a table first and indexing it then is much faster.
+/// The schema file that is applied after the content: it is much faster to fill a table first and index it then.
 inline constexpr std::string_view kIndexFile = "indexes";
 [[nodiscard]] std::span<const EmbeddedSql> ProcedureFiles();
 [[nodiscard]] std::span<const EmbeddedSql> UpgradeFiles();
 
-/// Stands for the texts of every schema and procedure file and of the script for SQL Server: another text of any of
-/// them is another fingerprint.
+/// The fingerprint of the texts of all schema and procedure files and of the script for SQL Server. It changes with
+/// each of them.
 [[nodiscard]] const char* ObjectsFingerprint();
-/// The number of this set of texts: those of a later program have a higher one.
+/// The number of this set of texts. A later program has a higher number.
 [[nodiscard]] int ObjectsSet();
 
-/// The script for SQL Server that is made of the same files.
+/// The script for SQL Server, which is made from the same files.
 [[nodiscard]] const char* EmbeddedServerScript();
 
 }  // namespace qbx

@@ -49,7 +49,7 @@ void Build(const QString& path, const std::function<HostDatabaseProblem(sqlite3*
            HostDatabaseProblem* problem) {
   const SqliteFile file = OpenHostFile(path);
   sqlite3* const database = file.Handle();
-  // Nobody sees this file until it is complete, so a journal would protect nothing.
+  // Nobody sees this file before it is complete, so it needs no journal.
   ExecuteSql(database, "PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF; PRAGMA cache_size = -65536; BEGIN");
   ApplySchema(database, false);
   SqliteStatement(database, "INSERT INTO _Version VALUES (?, ?, ?, ?, ?)")
@@ -66,8 +66,8 @@ void Build(const QString& path, const std::function<HostDatabaseProblem(sqlite3*
   ExecuteSql(database, "COMMIT; PRAGMA journal_mode = WAL");
 }
 
-/// Makes sure that nobody has a database open that is about to be replaced, and that no write-ahead log of it stays
-/// behind (it would be applied to the new file).
+/// Makes sure that nobody has the database to be replaced open, and that no write-ahead log of it stays. The log would
+/// be applied to the new file.
 HostDatabaseProblem ClearTheWay(const QString& path) {
   try {
     const SqliteFile file = OpenHostFile(path);

@@ -1,4 +1,4 @@
-// A host database's file as it is opened to be made or changed.
+// Opens the file of a host database to make or change it.
 
 #pragma once
 
@@ -6,8 +6,8 @@
 
 namespace qbx {
 
-/// Opens a file, making it when it is not there, with the functions and the collation that the engine registers on its own connections: an index has
-/// to be built with the order it will be read in.
+/// Opens a file, or makes it when it is missing. Registers the functions and the collation that the engine uses,
+/// because an index must be built in the order in which it is read.
 /// \throws SqliteFailure
 [[nodiscard]] SqliteFile OpenHostFile(const QString& path);
 

@@ -16,7 +16,7 @@ namespace {
 const QByteArray kTrigger = "trigger";
 const QByteArray kProcedure = "procedure";
 
-/// Kind and name, the latter in lower case, of everything that was installed, with the fingerprint of its text.
+/// The fingerprint of the text of every installed object, by its kind and its name in lower case.
 using Installed = QMap<QPair<QByteArray, QByteArray>, QByteArray>;
 
 QByteArray Fingerprint(const QByteArray& text) {
@@ -37,7 +37,7 @@ std::vector<SchemaObject> ReadObjects(sqlite3* database) {
   return objects;
 }
 
-/// The views and triggers that this program brings.
+/// The views and triggers of this program.
 std::vector<SchemaObject> OwnObjects() {
   const SqliteFile scratch = OpenHostFile(QStringLiteral(":memory:"));
   for (const EmbeddedSql& file : SchemaFiles())
@@ -53,7 +53,7 @@ Installed ReadInstalled(sqlite3* database) {
   return installed;
 }
 
-/// Compares what the program brings with what it installed last, and keeps the memory of that.
+/// Compares the texts of the program with the texts that it installed last, and remembers the new ones.
 class Renewal {
  public:
   explicit Renewal(sqlite3* database)
@@ -63,7 +63,7 @@ class Renewal {
             "INSERT INTO _Installed (Kind, Name, Fingerprint) VALUES (?, ?, ?) ON CONFLICT (Kind, Name) DO UPDATE SET Fingerprint = excluded.Fingerprint"),
         forget_(database, "DELETE FROM _Installed WHERE Kind = ? AND Name = ?") {}
 
-  /// Whether the text is another one than the program installed last; then it counts as installed.
+  /// Whether the text differs from the one installed last. The new text then counts as installed.
   [[nodiscard]] bool IsNew(const QByteArray& kind, const QByteArray& name, const QByteArray& text) {
     const QByteArray fingerprint = Fingerprint(text);
     if (before_.take(KeyOf(kind, name)) == fingerprint) return false;
@@ -71,7 +71,7 @@ class Renewal {
     return true;
   }
 
-  /// What was installed once and was not asked for with `IsNew`: kinds and names. It counts as never installed.
+  /// Kinds and names of the installed objects that `IsNew` was not asked for. They no longer count as installed.
   [[nodiscard]] QList<QPair<QByteArray, QByteArray>> Gone() {
     for (const auto& [kind, name] : before_.keys())
       forget_.Add(kind.toStdString()).Add(name.toStdString()).Run();
@@ -114,7 +114,7 @@ bool HasTable(sqlite3* database, const QByteArray& name) {
 
 std::vector<SchemaObject> TakeObjectsAside(sqlite3* database) {
   std::vector<SchemaObject> objects = ReadObjects(database);
-  // The triggers first: those of a view would go with it.
+  // Triggers first, because dropping a view drops its triggers.
   for (auto object = objects.rbegin(); object != objects.rend(); ++object) {
     const QByteArray quoted = '"' + QByteArray(object->name).replace("\"", "\"\"") + '"';
     ExecuteSql(database, QByteArray("DROP " + object->kind + " " + quoted).constData());

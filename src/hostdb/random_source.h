@@ -1,4 +1,4 @@
-// Random numbers that are the same on every machine and with every library, which those of <random> are not.
+// Random numbers that are the same on every machine and with every library, unlike those of <random>.
 
 #pragma once
 
@@ -9,8 +9,8 @@
 
 namespace qbx {
 
-/// xoshiro256**, seeded through splitmix64. Each (seed, stream) pair gives a sequence of its own, so that one customer
-/// of the sample does not depend on how many numbers another one used.
+/// xoshiro256**, seeded through splitmix64. Each (seed, stream) pair has its own sequence, so that the numbers of one
+/// sample customer do not depend on how many numbers another one used.
 class RandomSource {
  public:
   RandomSource(quint64 seed, quint64 stream) {

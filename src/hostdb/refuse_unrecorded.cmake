@@ -1,6 +1,6 @@
-# Stops the build when something changed that databases in use must be told of, and says which line records it.
+# Stops the build after a change that databases in use must take over, and says which line records it.
 
-# Stops the build when an upgrade is no longer the file that was recorded, or one is missing.
+# Stops the build when an upgrade differs from the recorded file, or is missing.
 function(refuse_changed_upgrades files)
   file(STRINGS ${SOURCE}/upgrades/fingerprints.txt recorded REGEX "^[0-9]")
   set(number 0)
@@ -19,7 +19,7 @@ function(refuse_changed_upgrades files)
   endforeach()
 endfunction()
 
-# Takes comments and triggers out of the text of schema/.
+# Removes comments and triggers from the text of schema/.
 function(strip_triggers text_variable)
   set(tables "${${text_variable}}")
   string(REGEX REPLACE "--[^\n]*" "" tables "${tables}")
@@ -39,7 +39,7 @@ function(strip_triggers text_variable)
   set(${text_variable} "${tables}" PARENT_SCOPE)
 endfunction()
 
-# Stops the build when the tables changed and no upgrade says how old ones follow. Views and triggers are renewed by themselves.
+# Stops the build when the tables changed and no upgrade changes existing ones. Views and triggers need no upgrade.
 function(refuse_tables_without_upgrade schema newest newest_file)
   set(tables "${schema}")
   strip_triggers(tables)
@@ -65,8 +65,9 @@ function(refuse_tables_without_upgrade schema newest newest_file)
   message(FATAL_ERROR "The last upgrade is number ${newest}, but upgrades/fingerprints.txt ends with number ${number}.")
 endfunction()
 
-# Stops the build when a schema or procedure file changed and the sets of objects do not say so. Sets ascend, also when a text becomes again what it
-# was: a program replaces what one of a lower set installed, and nothing of a higher one.
+# Stops the build when a schema or procedure file changed and the sets of objects do not record it. A change always gets
+# the next number, even when it restores an earlier text: a program replaces the objects of a lower set, and never those
+# of a higher one.
 function(refuse_unrecorded_objects fingerprint set_variable)
   file(STRINGS ${SOURCE}/upgrades/object_sets.txt recorded REGEX "^[0-9]")
   set(number 0)

@@ -7,16 +7,16 @@ namespace qbx {
 
 namespace {
 
-/// A saved campaign, as far as the sample's differ from each other.
+/// A saved campaign: the values in which those of the sample differ.
 struct Campaign {
   std::string_view name;
   std::string_view description;
-  qint64 query;  ///< its number
+  qint64 query;  ///< the number of its query
   QDate date1;
   QDate date2;
-  std::string_view letter;  ///< what stands between greeting and closing; lines in RTF
+  std::string_view letter;  ///< the lines between greeting and closing, in RTF
   std::string_view subject;
-  std::string_view email;  ///< likewise, plain
+  std::string_view email;  ///< the same as plain text
   std::string_view sms;
   std::string_view makes = {};
   qint64 records = 100;

@@ -32,7 +32,7 @@ void AddNumber(SqliteStatement& statement, std::optional<int> number) {
     statement.AddNull();
 }
 
-/// Writes the customers of a garage one by one with what belongs to them.
+/// Writes the customers of a garage one by one, with all their records.
 class GarageWriter {
  public:
   GarageWriter(sqlite3* database, const SampleGarageSettings& settings)
@@ -55,7 +55,7 @@ class GarageWriter {
     const bool awkward = index % kAwkwardEvery == kAwkwardEvery - 1;
     const int kind = awkward ? index / kAwkwardEvery % AwkwardKinds() : -1;
     if (awkward) MakeAwkward(person, kind);
-    // Recipients that will be refused have to be reached by the saved campaigns, or nobody would ever see it.
+    // The saved campaigns must reach recipients that the sandbox refuses, or nobody would see a failure.
     const bool willFail = awkward && kind < kFailingKinds;
     if (willFail) habit = CustomerHabit::kLapsed;
 

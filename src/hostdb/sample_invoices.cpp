@@ -16,7 +16,7 @@ int Amount(RandomSource& random) {
   return -random.Between(1000, 9000);                    // a credit
 }
 
-/// From one number of days ago down to another.
+/// Adds visits from one number of days ago down to another.
 void AddVisits(RandomSource& random, int from, int to, std::vector<SampleInvoice>& invoices) {
   for (int day = from; day >= to; day -= random.Between(120, 420)) {
     if (random.Chance(15)) invoices.push_back({day + 1, 1, Amount(random)});

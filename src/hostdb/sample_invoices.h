@@ -1,4 +1,4 @@
-// How the customers of the sample garage come and go.
+// When the customers of the sample garage came.
 
 #pragma once
 
@@ -8,20 +8,20 @@
 
 namespace qbx {
 
-/// What kind of customer somebody is; decides when they were invoiced.
+/// The kind of a customer, which decides when they were invoiced.
 enum class CustomerHabit { kRegular, kLapsed, kOnce, kNew, kNever };
 
 [[nodiscard]] CustomerHabit ChooseHabit(RandomSource& random);
 
 /// One document of a customer.
 struct SampleInvoice {
-  int daysAgo = 0;     ///< below 0: ahead
+  int daysAgo = 0;     ///< below 0: in the future
   int recordType = 0;  ///< 0 invoice, 1 estimate, 2 booking
   int pence = 0;
 };
 
-/// Six years of documents, oldest first. A lapsed customer was invoiced more than two years ago and not since (some
-/// came back within the last five months, which does not count as seen again).
+/// Makes six years of documents, oldest first. A lapsed customer was last invoiced more than two years ago. A few
+/// came back within the last five months, which does not count as being seen again.
 /// \param invoices  cleared first
 void MakeInvoices(RandomSource& random, CustomerHabit habit, std::vector<SampleInvoice>& invoices);
 

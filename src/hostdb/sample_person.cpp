@@ -107,10 +107,10 @@ struct Awkward {
   std::string_view mobile = {};
   std::string_view email = {};
   std::string_view address = {};
-  bool companyOnly = false;  ///< nobody's name is known
+  bool companyOnly = false;  ///< the customer has no person's name
 };
 constexpr Awkward kAwkward[] = {
-    // Recipients whom the sandbox refuses; the first kFailingKinds.
+    // Recipients that the sandbox refuses: the first kFailingKinds.
     {.mobile = "07700900902"},
     {.mobile = "07700900903"},
     {.mobile = "07700900922"},

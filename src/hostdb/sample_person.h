@@ -1,4 +1,4 @@
-// Who the customers of the sample garage are.
+// The customers of the sample garage.
 
 #pragma once
 
@@ -29,11 +29,11 @@ struct SamplePerson {
 };
 
 /// An ordinary customer. Mobile numbers lie between 07700 900000 and 07700 900899, telephone numbers in 01632 960, mail
-/// addresses in the example domains: none of them can belong to anybody.
+/// addresses in the example domains. None of them can belong to a real person.
 /// \param customer  the key; makes mail addresses unique
 [[nodiscard]] SamplePerson MakePerson(RandomSource& random, int customer);
 
-/// How many ways of being awkward there are; the first kFailingKinds of them are recipients whom the sandbox refuses.
+/// How many ways of being awkward there are. The first kFailingKinds of them are recipients that the sandbox refuses.
 inline constexpr int kFailingKinds = 8;
 [[nodiscard]] int AwkwardKinds();
 

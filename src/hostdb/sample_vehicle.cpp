@@ -66,7 +66,7 @@ int VehicleYear(RandomSource& random, QDate asOf) {
 
 void GiveRecalls(SampleVehicle& vehicle, RandomSource& random, QDate asOf) {
   const bool needsMot = asOf.year() - vehicle.year >= 3;
-  // Some are overdue, the rest spread over the year ahead.
+  // Some dates are overdue; the others are spread over the coming year.
   if (needsMot && random.Chance(95)) vehicle.recalls[0] = asOf.addDays(random.Between(-40, 325));
   if (random.Chance(80)) vehicle.recalls[1] = asOf.addDays(random.Between(-60, 365));
   for (std::size_t recall = 2; recall < vehicle.recalls.size(); ++recall)
@@ -84,7 +84,7 @@ std::span<const SampleMake> EngineMakes() {
 
 SampleVehicle MakeVehicle(RandomSource& random, QDate asOf) {
   SampleVehicle vehicle;
-  // The makes at the front of the table are the frequent ones.
+  // The first makes of the table are the frequent ones.
   const int last = static_cast<int>(std::size(kVehicleMakes)) - 1;
   const SampleMake& make = kVehicleMakes[std::min(random.Between(0, last), random.Between(0, last))];
   vehicle.make = make.name;

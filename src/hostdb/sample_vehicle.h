@@ -1,4 +1,4 @@
-// What the customers of the sample garage drive.
+// The vehicles of the sample garage.
 
 #pragma once
 
@@ -13,7 +13,7 @@
 
 namespace qbx {
 
-/// A make with the models that the sample uses of it.
+/// A make, with the models that the sample uses.
 struct SampleMake {
   std::string_view name;
   std::array<std::string_view, 4> models;
@@ -31,11 +31,11 @@ struct SampleVehicle {
   std::array<QDate, 6> recalls;  ///< invalid: no date
 };
 
-/// A car or van. Registrations begin with a letter that no issued plate begins with.
+/// A car or van. Registrations begin with a letter that no real registration begins with.
 [[nodiscard]] SampleVehicle MakeVehicle(RandomSource& random, QDate asOf);
-/// A boat; its engine is made with MakeEngine.
+/// A boat. MakeEngine makes its engine.
 [[nodiscard]] SampleVehicle MakeBoat(RandomSource& random, QDate asOf);
-/// The engine of a boat; the mileage is the hours run.
+/// The engine of a boat. The mileage is the hours run.
 [[nodiscard]] SampleVehicle MakeEngine(RandomSource& random, const SampleVehicle& boat);
 
 }  // namespace qbx

@@ -32,7 +32,7 @@ void InstallOnServer(Session& session) {
     for (const QString& batch : BatchesOf(ServerScript()))
       session.Execute(batch);
   } catch (...) {
-    // The server has rolled back by itself; a session that noticed nothing of that is told.
+    // The server has rolled back by itself. The session may not have noticed, so it is told.
     session.Rollback();
     throw;
   }

@@ -1,4 +1,4 @@
-// The host database on SQL Server: the script that makes it, and running that.
+// The host database on SQL Server: the script that makes it, and how to run the script.
 
 #pragma once
 
@@ -9,16 +9,15 @@ namespace qbx {
 
 class Session;
 
-/// The script that makes an empty database one of this program, and brings one of an older program up to date: tables,
-/// views, triggers, procedures and the role with the rights that a login of the program needs. Run again, it renews
-/// what is not a table. All of it is one transaction. It refuses a database of a newer program.
+/// The script that fills an empty database, or upgrades the database of an older program: tables, views, triggers,
+/// procedures, and the role with the rights that a login of the program needs. Run again, it renews everything except
+/// tables. All of it is one transaction. It refuses the database of a newer program.
 [[nodiscard]] QString ServerScript();
 
-/// The batches of a script: what stands between lines that hold nothing but GO, in whatever case, without those that
-/// are empty.
+/// The batches of a script: the texts between lines that hold only GO, in upper or lower case, without empty ones.
 [[nodiscard]] QStringList BatchesOf(const QString& script);
 
-/// Runs ServerScript in the database that the session is in. It needs a login that may make tables there (db_owner).
+/// Runs ServerScript in the database of the session. It needs a login that may make tables there (db_owner).
 /// \throws DatabaseError of the batch that failed; nothing was changed then
 void InstallOnServer(Session& session);
 

@@ -1,20 +1,19 @@
-# Makes the script that installs the host database on SQL Server, and brings an older one up to date. Used by
-# embed_sql.cmake.
+# Makes the script that installs the host database on SQL Server, or upgrades an older one. Used by embed_sql.cmake.
 #
-# Tables, views and procedures come from the files of the embedded database, in which a few words are replaced
-# (docs/host-database.md lists them). What the two dialects cannot say alike stands below sqlserver/. The name and the
-# parameters of a procedure always come from procedures/.
+# Tables, views and procedures come from the files of the embedded database, with a few words replaced
+# (docs/host-database.md lists them). Texts that the two dialects must write differently are below sqlserver/. The name
+# and the parameters of a procedure always come from procedures/.
 
-# The number that the tables had when there was first a script for SQL Server. Later upgrades are there for both.
+# The number of the tables in the first script for SQL Server. Every later upgrade exists for both databases.
 set(first_server_number 6)
-# What only the embedded database has, or the script makes in another way.
+# Tables that only the embedded database has, or that the script makes in another way.
 set(embedded_only _Installed _Procedures _Database_Status _Version Campaign_Results_States)
-# Giving rows back their keys needs more than the right to insert.
+# To insert rows with given keys, the right to insert is not enough.
 set(as_owner proc_addp_Results_Rows_Back)
 
 function(replace_words text_variable)
   set(text "${${text_variable}}")
-  # Keys are looked up in a table that is filled once.
+  # The list of keys is read once, into a table.
   if(text MATCHES "json_each\\('\\[' \\|\\| (@[A-Za-z]+) \\|\\| '\\]'\\)")
     string(REPLACE "${CMAKE_MATCH_0}" "@Keys" text "${text}")
     set(text "DECLARE @Keys TABLE (value int NOT NULL PRIMARY KEY);\nINSERT INTO @Keys (value) SELECT value FROM dbo.Keys_Of(${CMAKE_MATCH_1});${text}")
@@ -27,26 +26,26 @@ function(replace_words text_variable)
     string(REGEX MATCH "^(.*)=(.*)$" parts "${pair}")
     string(REPLACE "${CMAKE_MATCH_1}" "${CMAKE_MATCH_2}" text "${text}")
   endforeach()
-  # A line that begins with this word is a command of its own to FreeTDS' tsql.
+  # FreeTDS' tsql takes a line that begins with this word for one of its commands.
   string(REGEX REPLACE "\n( *)Version " "\n\\1[Version] " text "${text}")
   set(${text_variable} "${text}" PARENT_SCOPE)
 endfunction()
 
-# Adds a batch to a part of the script. One that follows a failed one does nothing: an error rolls back the transaction
-# of all.
+# Adds a batch to a part of the script. All batches are one transaction, which an error rolls back. A batch after the
+# error does nothing.
 function(add_batch part text)
   string(STRIP "${text}" text)
   set_property(GLOBAL APPEND_STRING PROPERTY server_${part} "${text}\nGO\nIF @@TRANCOUNT = 0 SET NOEXEC ON\nGO\n")
 endfunction()
 
-# Adds what makes an object anew: it is dropped first, before anything that it stands on.
+# Adds the batches that drop an object and make it again. It is dropped before the objects that it uses.
 function(add_object kind letters name text)
   add_batch(drop_${kind} "IF OBJECT_ID(N'dbo.${name}', N'${letters}') IS NOT NULL DROP ${kind} ${name}")
   add_batch(${kind} "${text}")
 endfunction()
 
-# The body of a procedure. Several changes are one transaction, and the rows that it returns come behind it, so that
-# nobody who reads them slowly holds it up.
+# The body of a procedure. Several changes are one transaction. The rows that it returns are selected after the
+# transaction, so that a slow reader does not keep it open.
 function(wrap_body text_variable)
   string(STRIP "${${text_variable}}" text)
   string(REGEX MATCHALL "\n *(INSERT INTO [^@]|UPDATE |DELETE FROM )" changes "\n${text}")
@@ -96,7 +95,7 @@ function(add_procedures)
   endforeach()
 endfunction()
 
-# Adds the tables, indexes, first rows and views of `text`, where they are missing.
+# Adds the tables, indexes, first rows and views of `text`. Tables, indexes and first rows are made when missing.
 function(add_tables text)
   while(text MATCHES "(CREATE TABLE|CREATE INDEX|CREATE VIEW|INSERT INTO) (\\[[^]]+\\]|[A-Za-z_]+)([^;]*);")
     set(statement "${CMAKE_MATCH_0}")
@@ -124,7 +123,7 @@ function(add_tables text)
   endwhile()
 endfunction()
 
-# Adds the objects of a folder below sqlserver/.
+# Adds the objects in a folder below sqlserver/.
 function(add_objects folder kind)
   file(GLOB files ${SOURCE}/sqlserver/${folder}/*.sql)
   list(SORT files)
@@ -143,7 +142,7 @@ function(add_objects folder kind)
   endforeach()
 endfunction()
 
-# Adds the upgrades. The parts of one, which lines "GO" divide, run one after the other when the database lacks it.
+# Adds the upgrades. When the database lacks one, its parts, which lines "GO" divide, run one after the other.
 function(add_upgrades newest)
   math(EXPR next "${first_server_number} + 1")
   while(next LESS_EQUAL newest)
@@ -161,9 +160,9 @@ function(add_upgrades newest)
   endwhile()
 endfunction()
 
-# The script, in which the number and the fingerprint of the set of objects still stand as @OBJECTS_SET@ and
-# @OBJECTS_FINGERPRINT@.
-# \param schema   the text of schema/ without its indexes of large tables
+# The script. @OBJECTS_SET@ and @OBJECTS_FINGERPRINT@ in it still stand for the number and the fingerprint of the set of
+# objects.
+# \param schema   the text of schema/ without the indexes of large tables
 # \param newest   the number of the last upgrade
 function(make_server_script schema newest script_variable)
   strip_triggers(schema)
