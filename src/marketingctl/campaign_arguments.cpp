@@ -23,14 +23,14 @@ constexpr char kTo[] = "--to";
   throw CLI::ValidationError(std::string(flag) + ": " + what.toStdString());
 }
 
-/// "word:rest" taken apart at the first colon.
+/// Divides "word:rest" at the first colon.
 std::pair<QString, QString> Condition(const std::string& argument) {
   const QString text = QString::fromStdString(argument);
   const qsizetype colon = text.indexOf(QLatin1Char(':'));
   return colon < 0 ? std::pair(text.toLower(), QString()) : std::pair(text.left(colon).toLower(), text.mid(colon + 1));
 }
 
-/// What the flag of a filter takes: "is:TEXT, is-not:TEXT or none".
+/// The forms that the flag of a filter takes: "is:TEXT, is-not:TEXT or none".
 QString Forms(const FilterRow& row) {
   if (row.value == FilterValue::kNone) return QStringLiteral("on or off");
   QStringList forms;

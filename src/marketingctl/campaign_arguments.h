@@ -1,4 +1,4 @@
-// The settings of a campaign as flags: what `campaigns new`, `campaigns set` and `query` share.
+// The settings of a campaign as flags, for `campaigns new`, `campaigns set` and `query`.
 
 #pragma once
 
@@ -13,10 +13,10 @@
 
 namespace qbx::ctl {
 
-/// What was given on the command line; what was not given changes nothing.
+/// What the command line gave. A setting that was not given is not changed.
 struct CampaignArguments {
   std::optional<std::string> query, from, to, makes, sms, subject, body, letter, description;
-  std::array<std::optional<std::string>, kFilterCount> filters;  ///< by number; those that a campaign stores
+  std::array<std::optional<std::string>, kFilterCount> filters;  ///< by number; only filters that a campaign stores
   std::optional<int> records, start, reminder;
 
   [[nodiscard]] bool operator==(const CampaignArguments&) const = default;
@@ -26,13 +26,14 @@ struct CampaignArguments {
 void DeclareCampaignArguments(CLI::App& command, CampaignArguments& arguments);
 
 /// Puts the arguments into a record.
-/// \param today  what relative dates are relative to
+/// \param today  the day that relative dates are relative to
 /// \throws CLI::ValidationError with a sentence that says which flag is wrong and what it takes
 void ApplyCampaignArguments(const CampaignArguments& arguments, const EditionFlags& edition, const QDate& today,
                             CampaignRecord& record);
 
-/// Whether the dates given are still there when the campaign is loaded: the wizard takes none from before `kEarliestStoredYear`.
-/// \throws CLI::ValidationError when one is not
+/// Checks that the wizard will accept the dates when it loads the campaign: it takes none from before
+/// `kEarliestStoredYear`.
+/// \throws CLI::ValidationError when it will not
 void CheckStoredDates(const CampaignArguments& arguments, const CampaignRecord& record);
 
 }  // namespace qbx::ctl

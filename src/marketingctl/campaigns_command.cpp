@@ -26,7 +26,7 @@ struct CampaignsArguments {
   CampaignArguments settings;
 };
 
-/// For scripts: the host's own columns, dates in ISO 8601.
+/// For scripts: under the names of the host's columns, dates in ISO 8601.
 int ListForScripts(Program& program) {
   Recordset rows;
   if (program.app.statements.dbOpenRec(rows, QStringLiteral("proc_sel_Marketing_Campaigns"))) return kRefused;
@@ -53,7 +53,7 @@ int ListCampaigns(Program& program) {
   return kDone;
 }
 
-/// What the query of a stored campaign selects, as step 1 says it.
+/// What the query of a stored campaign selects, in the words of step 1.
 QString Selects(const Application& app) {
   WizardState state;
   (void)CopyFromRecord(app.campaign.record, state);
@@ -84,7 +84,7 @@ int PrintId(const Program& program, int id) {
   return kDone;
 }
 
-/// Puts the arguments into the current campaign, and says what its filters do then.
+/// Puts the arguments into the current campaign, then prints the notes on its filters.
 void Apply(Program& program, const CampaignArguments& arguments) {
   CampaignRecord& record = program.app.campaign.record;
   ApplyCampaignArguments(arguments, program.app.startup.edition, program.app.clock.Today(), record);

@@ -8,7 +8,7 @@ namespace qbx::ctl {
 
 namespace {
 
-/// How many characters have to be put in, left out or changed to make one text of the other (Levenshtein).
+/// How many characters must be inserted, removed or changed to turn one text into the other (Levenshtein).
 int Distance(const QString& from, const QString& to) {
   std::vector<int> row(static_cast<size_t>(to.size()) + 1);
   std::iota(row.begin(), row.end(), 0);

@@ -1,4 +1,4 @@
-// What somebody may have meant.
+// Suggests a name for a mistyped one.
 
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace qbx::ctl {
 
-/// " Did you mean campaigns?" for a name that is close to one of those there are, otherwise empty.
+/// " Did you mean campaigns?" when one of the names is close to the typed one, otherwise empty.
 [[nodiscard]] QString DidYouMean(const QString& typed, const QStringList& names);
 
 }  // namespace qbx::ctl

@@ -1,4 +1,4 @@
-// The commands of marketingctl, a file each.
+// The commands of marketingctl, one file each.
 
 #pragma once
 

@@ -1,4 +1,4 @@
-// marketingctl connect: whether the database can be reached, and what is wrong when it cannot.
+// marketingctl connect: whether the database can be reached, and if not, what is wrong.
 
 #include <array>
 #include <memory>

@@ -18,7 +18,7 @@ const QLatin1String kRelativeForms(
   throw CLI::ValidationError(std::string(flag) + ": " + what.toStdString());
 }
 
-/// "June has 30 days"; of February with the year.
+/// "June has 30 days"; for February with the year.
 QString LengthOfMonth(int year, int month) {
   constexpr int kFebruary = 2;
   const QString name = QLocale::c().monthName(month);
@@ -26,7 +26,7 @@ QString LengthOfMonth(int year, int month) {
   return QStringLiteral("%1 has %2 days").arg(which).arg(QDate(year, month, 1).daysInMonth());
 }
 
-/// \return an invalid day when the text is not written as one
+/// \return an invalid day when the text is not written in this form
 QDate WrittenDay(const char* flag, const QString& text) {
   static const QRegularExpression form(QStringLiteral("^([0-9]{4})-([0-9]{2})-([0-9]{2})$"));
   const QRegularExpressionMatch match = form.match(text);
@@ -53,7 +53,7 @@ QDate Moved(const QDate& day, int distance, QChar unit) {
   }
 }
 
-/// \return an invalid day when the text is not written as one
+/// \return an invalid day when the text is not written in this form
 QDate RelativeDay(const QString& text, const QDate& today) {
   static const QRegularExpression form(QStringLiteral("^(today|month-start|month-end)?(?:([+-][0-9]{1,5})([dwmy]))?$"));
   const QRegularExpressionMatch match = form.match(text.toLower());
@@ -62,7 +62,8 @@ QDate RelativeDay(const QString& text, const QDate& today) {
   const int distance = match.captured(2).toInt();
   const QChar unit = match.captured(3).isEmpty() ? QChar(u'd') : match.captured(3).front();
   if (!anchor.startsWith(QStringLiteral("month"))) return Moved(today, distance, unit);
-  // Months and years go from month to month, so that every month ends with its own last day; days and weeks go from there.
+  // Months and years count from the month, so that the end of a month stays the end of a month. Days and weeks count
+  // from the day.
   const bool byMonths = unit == u'm' || unit == u'y';
   const QDate first(today.year(), today.month(), 1);
   const QDate month = byMonths ? Moved(first, distance, unit) : first;

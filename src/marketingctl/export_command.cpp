@@ -22,7 +22,7 @@ struct ExportArguments {
   bool formulaSafe = false;
 };
 
-/// The columns that the results grid shows, in the order of the host's.
+/// The columns that the results grid shows, in the host's order.
 std::vector<ExportColumn> ShownColumns(const Application& app, const Recordset& rows) {
   const ResultsPresentation presentation = PresentResults(app.startup.edition, app.options);
   QSet<QString> hidden(presentation.hiddenColumns.begin(), presentation.hiddenColumns.end());

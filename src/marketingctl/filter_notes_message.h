@@ -1,4 +1,4 @@
-// What the filters of a campaign do that one may not expect, on stderr.
+// Prints on stderr what the filters of a campaign do unexpectedly.
 
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace qbx::ctl {
 
-/// Says what step 2 says beside the filters, a line each.
+/// Prints the notes that step 2 shows beside the filters, one a line.
 void TellFilterNotes(UserInterface& ui, const Filters& filters, bool boatEdition);
 
 }  // namespace qbx::ctl

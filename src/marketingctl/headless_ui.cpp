@@ -14,7 +14,7 @@ namespace qbx::ctl {
 
 namespace {
 
-volatile std::sig_atomic_t interrupted = 0;  // a signal handler can reach nothing else
+volatile std::sig_atomic_t interrupted = 0;  // a signal handler can only reach a global
 
 void OnSignal(int signal) {
   if (interrupted != 0) {
@@ -28,12 +28,12 @@ MessageAnswer SafeAnswerTo(const Message& message) {
   return message.question == Question::kQuitAfterLostConnection ? MessageAnswer::kYes : SafeAnswer(message.buttons);
 }
 
-/// What a question means to a run that nobody watches.
+/// How a question is answered without a person.
 struct QuestionRow {
   Question question;
-  const char* flag;       ///< what gives it another answer than the safe one; null: nothing does
-  Reason reason;          ///< what the command is refused for after the safe answer
-  bool harmless = false;  ///< the safe answer leaves nothing undone that the command was called for
+  const char* flag;       ///< the flag for another answer than the safe one, in words for the user; null: there is none
+  Reason reason;          ///< why the command is refused after the safe answer
+  bool harmless = false;  ///< after the safe answer, the command has still done all it was called for
 };
 
 constexpr QuestionRow kQuestions[] = {
@@ -99,14 +99,14 @@ bool HeadlessUi::Interrupted() {
 
 MessageAnswer HeadlessUi::ShowMessage(const Message& message) {
   ClearLine();
-  // Without the database everything that start-up goes on to read fails too; one message is enough.
+  // Without the database, everything that start-up reads later fails, too. One message is enough.
   if (withoutDatabase_ || quitRequested_) return SafeAnswer(message.buttons);
-  // What does not exist cannot be brought online; the command says that it is missing.
+  // A missing database cannot be brought online. The command reports that it is missing.
   if (message.reason == Reason::kNoDatabase && !answers_.contains(static_cast<int>(message.question))) {
     withoutDatabase_ = databaseMissing_ = true;
     return SafeAnswerTo(message);
   }
-  // A run that nobody watches says in one line what happened to its server, for the log of a scheduler.
+  // One line about the server, for the log of a scheduler.
   const bool inOneLine = message.question == Question::kGoOnSending;
   const QByteArray text = TerminalText(inOneLine ? message.text.simplified() : message.text);
   std::fprintf(stderr, "%s%s", text.constData(), inOneLine ? " " : "\n");
@@ -122,7 +122,7 @@ MessageAnswer HeadlessUi::Answer(const Message& message) {
   const bool isGiven = given != answers_.cend();
   const MessageAnswer answer = isGiven ? *given : SafeAnswerTo(message);
   const QuestionRow& row = RowOf(message.question);
-  // What can only be tried again is no question: it failed.
+  // A message with the buttons Abort, Retry and Ignore is no question: something failed.
   const bool failed = message.buttons == MessageButtons::kAbortRetryIgnore;
   warned_ = warned_ || failed;
   if (failed) NoteRefusal(message.reason, message.text);
@@ -156,7 +156,7 @@ void HeadlessUi::CloseStatusBox() {
 }
 
 void HeadlessUi::Wait(int milliseconds) {
-  constexpr int kSlice = 50;  // so that Ctrl+C is heeded soon
+  constexpr int kSlice = 50;  // short, so that Ctrl+C takes effect soon
   for (int left = milliseconds; left > 0 && !Interrupted(); left -= kSlice) {
     std::this_thread::sleep_for(std::chrono::milliseconds(std::min(left, kSlice)));
     PumpEvents();

@@ -1,4 +1,4 @@
-// The user interface of a run that nobody watches.
+// The user interface of a run without a person.
 
 #pragma once
 
@@ -9,22 +9,25 @@
 
 namespace qbx::ctl {
 
-/// Prints messages to stderr and answers questions as the command line said. Waits for the eye cost nothing.
+/// Prints messages to stderr and gives questions the answers of the command line. Pauses that let a person read are
+/// skipped.
 ///
-/// Ctrl+C (SIGINT) and SIGTERM cancel what shows a Cancel button, and are seen in `Interrupted`; a second one ends the process.
+/// Ctrl+C (SIGINT) and SIGTERM cancel whatever shows a Cancel button, and set `Interrupted`. A second one ends the
+/// process.
 class HeadlessUi final : public UserInterface {
  public:
   HeadlessUi();
 
-  /// Fixes the answer to a question; without one it is the safe answer (see docs/headless.md).
+  /// Sets the answer to a question. Without it the question gets its safe answer (see docs/headless.md).
   void SetAnswer(Question question, MessageAnswer answer) { answers_.insert(static_cast<int>(question), answer); }
   [[nodiscard]] static bool Interrupted();
   /// Whether a refusal or a warning was shown.
   [[nodiscard]] bool Warned() const { return warned_; }
-  /// Whether a question was answered with anything but Yes because no flag said otherwise: what it was about was not done.
+  /// Whether a question got another answer than Yes because no flag answers it. What it asked about was not done.
   [[nodiscard]] bool Declined() const { return declined_; }
 
-  /// Whether the server has no database of the name wanted. That is not asked about unless a flag answers: there is nothing to bring online.
+  /// Whether the server has no database of the configured name. Unless a flag answers the question, it is not asked:
+  /// nothing can be brought online.
   [[nodiscard]] bool DatabaseMissing() const { return databaseMissing_; }
 
   void SetApplicationTitle(const QString& title) override { title_ = title; }
@@ -42,7 +45,7 @@ class HeadlessUi final : public UserInterface {
   void RequestQuit() override { quitRequested_ = true; }
   [[nodiscard]] bool QuitRequested() const override { return quitRequested_; }
 
-  /// Shows how far a run is, on a terminal only.
+  /// Shows the progress of a run, on a terminal only.
   void ShowProgress(int done, int total);
   void EndProgress();
 

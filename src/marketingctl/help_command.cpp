@@ -1,4 +1,4 @@
-// marketingctl help: the help of a command, and what is no command: fields, queries, errors.
+// marketingctl help: the help of a command, and the topics fields, queries and errors.
 
 #include <algorithm>
 #include <cstdio>
@@ -14,7 +14,7 @@ namespace qbx::ctl {
 
 namespace {
 
-/// Rows with their columns in the order of a table.
+/// The rows of a topic, with their columns in order.
 struct TopicTable {
   QStringList columns;
   QJsonArray rows;
@@ -63,7 +63,7 @@ constexpr Topic kTopics[] = {{"fields", "Merge fields of texts, e-mails and lett
                              {"queries", "Starting queries, for --query", Queries},
                              {"errors", "Codes of \"error\" in the JSON", Errors}};
 
-/// The texts of a topic are the point of it, so none is cut.
+/// A person reads a topic for its texts, so none is cut.
 void Print(const Topic& topic, bool json) {
   const TopicTable table = topic.table();
   if (json) return PrintJson(table.rows);
@@ -83,7 +83,7 @@ void Print(const Topic& topic, bool json) {
   }
 }
 
-/// \throws CLI::ValidationError for what is neither a topic nor a command
+/// \throws CLI::ValidationError for a word that is neither a topic nor a command
 std::string HelpOf(CLI::App& root, const std::vector<std::string>& words) {
   CLI::App* command = &root;
   std::string before;

@@ -27,7 +27,7 @@ struct LettersArguments {
   bool allowUnknownFields = false;
 };
 
-/// Progress on the terminal, Cancel by Ctrl+C.
+/// Shows progress on the terminal; Ctrl+C cancels.
 class TerminalLetters final : public LetterObserver {
  public:
   explicit TerminalLetters(HeadlessUi& ui) : ui_(ui) {}

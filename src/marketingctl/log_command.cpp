@@ -1,4 +1,4 @@
-// marketingctl log: events, the last results log, and what is in doubt.
+// marketingctl log: events, the last results log, and messages in doubt.
 
 #include <memory>
 
@@ -39,7 +39,7 @@ QJsonArray GeneralEvents(Connection& connection) {
           .arg(kEventsShown))));
 }
 
-/// What needs a person.
+/// What a person has to look at.
 struct Troubles {
   QJsonArray doubt;
   QJsonArray failed;
@@ -75,7 +75,7 @@ void PrintSection(const QString& title, const QJsonArray& rows, const QStringLis
   PrintLine({});
 }
 
-/// What was told of a campaign, or of all.
+/// The events of one campaign, or of all.
 struct Story {
   QString eventsTitle;
   QJsonArray events;

@@ -12,13 +12,14 @@
 
 namespace {
 
-/// Pages need fonts, which need the larger part of Qt; the other commands start in a third of the time without it. No display is used.
+/// Whether the command makes pages. Pages need fonts and with them most of Qt; the other commands start in a third of
+/// the time without it. No display is used.
 bool MakesPages(int argc, char** argv) {
   return std::any_of(argv + 1, argv + argc,
                      [](const std::string_view argument) { return argument == "report" || argument == "letters"; });
 }
 
-/// What Qt says; that a scheduler gives no folder for sockets matters to nobody.
+/// Prints Qt's messages, except the one about a scheduler's missing folder for sockets, which is harmless.
 void PassOn(QtMsgType type, const QMessageLogContext& context, const QString& message) {
   if (!message.contains(QLatin1String("XDG_RUNTIME_DIR")))
     std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, message)));

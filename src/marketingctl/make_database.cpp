@@ -35,7 +35,7 @@ std::optional<QString> DatabaseFileFor(const QString& folder, const GlobalFlags&
                QStringLiteral("). Nothing was changed; --replace makes a new one in its place."));
     return std::nullopt;
   }
-  const QString replaced = DatabaseFiles(dir.path()).FileOf(name);  // perhaps in another case
+  const QString replaced = DatabaseFiles(dir.path()).FileOf(name);  // its name may be in another case
   return replaced.isEmpty() ? dir.filePath(name + QStringLiteral(".db")) : replaced;
 }
 

@@ -38,7 +38,7 @@ struct ValueRule {
   const char* what;
 };
 
-// Texts and numbers that must be more than their type says. An empty text is always one: the option is not set.
+// Rules for texts and numbers beyond their type. An empty text always passes: the option is then not set.
 constexpr ValueRule kValueRules[] = {
     {"SMTP_Port", IsPort, "a port from 1 to 65535"},
     {"SMTP_Server", IsHost, "the name of a server, without blanks"},

@@ -1,4 +1,4 @@
-// What the value of an option can be.
+// The values that an option can have.
 
 #pragma once
 
@@ -10,9 +10,9 @@
 
 namespace qbx::ctl {
 
-/// A value as it was typed, as the option's column takes it: flags are on/off, true/false, yes/no or 1/0.
-/// \param problem  otherwise: what the option is, behind "does not fit NAME, which is"
-/// \return nothing when the option cannot be that
+/// A typed value, converted for the option's column. A flag is on/off, true/false, yes/no or 1/0.
+/// \param problem  on failure: what the option is, to follow "does not fit NAME, which is"
+/// \return nothing when the option cannot have the value
 [[nodiscard]] std::optional<Value> OptionValue(const OptionKey& key, const QString& text, QString& problem);
 
 }  // namespace qbx::ctl

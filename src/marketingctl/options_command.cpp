@@ -22,7 +22,7 @@ struct OptionsArguments {
   std::string value;
 };
 
-/// The key as the program reads it: where it stands in both rows, the own row's.
+/// The key of a name. When both rows have it, the key of the company's own row, which the program reads.
 const OptionKey* FindKey(const QString& name) {
   const OptionKey* found = nullptr;
   for (const OptionKey& key : OptionKeys()) {
@@ -73,7 +73,8 @@ int GetOption(Program& program, const std::string& name) {
   return kDone;
 }
 
-/// Writes one field of the company's row. The value never stands in the text of a statement, which may end up in a log.
+/// Writes one field of the company's row. The statement does not contain the value, because a statement may get into a
+/// log.
 int Store(Application& app, const OptionKey& key, const Value& value) {
   const QString column = QLatin1String(key.name);
   try {
@@ -89,7 +90,7 @@ int SetOption(Program& program, const OptionsArguments& arguments) {
   const OptionKey* key = FindKey(QString::fromStdString(arguments.key));
   if (!key) return UnknownKey(arguments.key);
   if (key->IsSecret() && (arguments.value.empty() || arguments.value[0] != '@')) {
-    // A command line can be seen by everybody on the computer and stays in the shell's history.
+    // Every user of the computer can see a command line, and it stays in the shell's history.
     Refuse(Reason::kUsage, QStringLiteral("A password is set from a file or from standard input: options set ") +
                                QLatin1String(key->name) + QStringLiteral(" @FILE (or @-)."));
     return kUsage;

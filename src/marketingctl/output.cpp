@@ -21,7 +21,7 @@ void Print(const QByteArray& bytes) {
   std::fputc('\n', stdout);
 }
 
-bool jsonPrinted = false;  // of the process, as stdout is
+bool jsonPrinted = false;  // of the process, like stdout
 
 void PrintDocument(const QJsonDocument& document) {
   jsonPrinted = true;

@@ -12,26 +12,27 @@
 
 namespace qbx::ctl {
 
-/// A JSON value of a database value: numbers and booleans as such, NULL as null, dates in ISO 8601.
+/// The JSON value of a database value: numbers and booleans as they are, NULL as null, dates in ISO 8601.
 [[nodiscard]] QJsonValue ToJson(const Value& value);
-/// The current row under the columns' own names.
+/// The current row under the names of its columns.
 [[nodiscard]] QJsonObject RowToJson(const Recordset& rows);
 /// All rows of a client-side recordset.
 [[nodiscard]] QJsonArray RowsToJson(Recordset& rows);
 
-/// Whether a JSON value was printed. A call prints one.
+/// Whether a JSON value was printed. Each call of the program prints one.
 [[nodiscard]] bool JsonPrinted();
 
 /// "1 page", "3 pages".
 [[nodiscard]] QString Counted(int count, const char* noun);
 
 void PrintLine(const QString& line);
-/// A line on stderr, beside the result: a warning, or what was done otherwise than it was said.
+/// Prints a line on stderr, beside the result: a warning, or what was done in another way than the caller asked for.
 void PrintNote(const QString& line);
 void PrintJson(const QJsonObject& object);
 void PrintJson(const QJsonArray& array);
 
-/// Prints objects as an aligned table with the given columns as headings; line breaks become blanks, long texts are cut.
+/// Prints objects as an aligned table with the given columns as headings. Line breaks become blanks, long texts are
+/// cut.
 void PrintTable(const QJsonArray& rows, const QStringList& columns);
 
 }  // namespace qbx::ctl

@@ -24,7 +24,7 @@ struct PreviewArguments {
 /// What is shown of a campaign.
 struct PreviewOutput {
   QJsonArray rows;
-  int count = 0;  ///< rows that a run would send next
+  int count = 0;  ///< number of rows that the next run would send to
   QJsonArray notes;
 };
 
@@ -43,7 +43,7 @@ QJsonObject ToRow(const QJsonValue& recordId, const NextMessage& message) {
           {QStringLiteral("body"), Text(message.body)}};
 }
 
-/// \return false when reading failed; the reason was told
+/// \return false when reading failed; the reason was shown
 bool ReadRows(Application& app, MessageMaker& messages, int wanted, PreviewOutput& shown) {
   NextMessages walk(app.statements);
   if (!walk.Read(app.campaign.record.ID)) return false;

@@ -19,14 +19,15 @@ namespace {
 struct QueryArguments {
   std::string id;  ///< empty: a temporary campaign
   CampaignArguments settings;
-  std::array<std::optional<std::string>, kFilterCount> unstored;  ///< texts of filters, by number
+  /// Values of filters by number; a campaign does not store these filters.
+  std::array<std::optional<std::string>, kFilterCount> unstored;
   std::optional<std::string> campaignType, save;
   bool includeOptedOut = false;
   bool resetProcessed = false;
   bool allowSameName = false;
 };
 
-/// What a stored campaign does not hold goes into the wizard's state.
+/// Puts the values that a stored campaign does not hold into the wizard's state.
 bool ApplyUnstored(const QueryArguments& arguments, CampaignDesk& desk) {
   for (const FilterRow& row : FilterRows()) {
     const std::optional<std::string>& text = arguments.unstored[row.index];
@@ -40,7 +41,7 @@ bool ApplyUnstored(const QueryArguments& arguments, CampaignDesk& desk) {
   return desk.state.filters.chkIncludeOptedOut;
 }
 
-/// The wizard does not take over dates before `kEarliestStoredYear`; here the query runs with the dates that were given or are stored.
+/// Uses the given or stored dates as they are. The wizard would drop dates before `kEarliestStoredYear`.
 void TakeDates(const CampaignRecord& record, QueryOptions& options) {
   for (const auto& [date, i] : {std::pair(record.Date1.date(), 0U), std::pair(record.Date2.date(), 1U)}) {
     QueryOptions probe{.dteDate = {date, date}};
@@ -54,8 +55,8 @@ void WarnOfDates(Program& program) {
   if (!text.isEmpty()) PrintNote(text);
 }
 
-/// Both steps, as "Next >" twice. The notices of the second are shown.
-/// \return how many were done
+/// Does both steps, like "Next >" twice, and shows the notices of the second.
+/// \return how many steps were done
 int RunSteps(Program& program) {
   TellFilterNotes(program.ui, program.desk.state.filters, program.app.startup.edition.boat);
   program.desk.state.bStepComplete = {true, false, false, program.desk.state.bStepComplete[3]};
@@ -69,7 +70,7 @@ int RunSteps(Program& program) {
   return 2;
 }
 
-/// \param stepsDone  of a saved campaign, whose rows stay
+/// \param stepsDone  of a saved campaign, which keeps its rows
 int RefuseUnfinished(int stepsDone) {
   return Refuse(
       stepsDone == 0
@@ -117,7 +118,7 @@ void PrintCounts(Program& program, int campaignId) {
   }
 }
 
-/// Stores which steps are complete and nothing else: what another desk saved while the query ran stays.
+/// Stores only which steps are complete. Everything that another desk saved during the query stays.
 bool StoreCompletion(Application& app, const WizardState& state) {
   CampaignRecord& record = app.campaign.record;
   if (!app.campaignStorage.LoadCampaign(record.ID)) return false;
@@ -143,7 +144,7 @@ int QueryStored(Program& program, const QueryArguments& arguments) {
   return kDone;
 }
 
-/// The rows of a campaign that is not kept go when the command ends.
+/// Removes the rows of a temporary campaign at the end of the command.
 void RemoveRows(Program& program) {
   program.app.statements.dbExecute(QStringLiteral("DELETE FROM [Campaign Results] WHERE CampaignID = ") +
                                    QString::number(program.app.campaign.record.ID));

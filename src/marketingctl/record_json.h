@@ -8,9 +8,9 @@
 
 namespace qbx::ctl {
 
-/// Every field under its own name, the ID first; dates in ISO 8601, null when there is none.
+/// Every field under its own name, the ID first. Dates are in ISO 8601, null when there is none.
 [[nodiscard]] QJsonObject RecordToJson(const CampaignRecord& record);
-/// The same for people, a line a field in the order of the record; long texts are cut.
+/// Prints the record for people, one field a line, in the order of the record. Long texts are cut.
 void PrintRecord(const CampaignRecord& record);
 
 }  // namespace qbx::ctl

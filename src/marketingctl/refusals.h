@@ -1,4 +1,4 @@
-// What a call is refused for: told to a person on stderr, kept for a script.
+// Why a call is refused: shown to a person on stderr, and kept for a script.
 
 #pragma once
 
@@ -17,15 +17,16 @@ struct ErrorCode {
   const char* meaning;
 };
 
-/// All of them, in the order of docs/headless.md.
+/// All codes, in the order of docs/headless.md.
 [[nodiscard]] std::span<const ErrorCode> ErrorCodes();
 
-/// A refusal on stderr, kept like `NoteRefusal` does.
+/// Prints a refusal on stderr and keeps it as `NoteRefusal` does.
 /// \return kRefused
 int Refuse(Reason reason, const QString& text);
 int Refuse(const QString& text);
 
-/// Keeps a refusal that was told already. A process is one call and says one error: the first text, and the first reason that is known.
+/// Keeps a refusal that was already shown. A process handles one call and reports one error: the first text and the
+/// first known reason.
 void NoteRefusal(Reason reason, const QString& text);
 
 /// `{"error": {"code", "message"}}` of this call; empty when nothing was refused.

@@ -29,13 +29,14 @@ Value DateOf(const char* flag, const std::optional<std::string>& text, const QDa
   return text ? Value(DateArgument(flag, *text, today).startOfDay(Qt::UTC)) : Value(QString());
 }
 
-/// A path as it is given, else a report of the program folder.
+/// The path as given when it exists, otherwise a report in the program folder.
 QString PathOf(const Application& app, const std::string& file) {
   const QString path = QString::fromStdString(file);
   return QFileInfo::exists(path) ? path : ReportPath(app.startup.ProgramFolder, path);
 }
 
-/// What the definition reads and the command line does not give. A definition that cannot be opened is told of when it is run.
+/// The flags that the definition needs and the command line lacks. A definition that cannot be opened is reported when
+/// it is run.
 QStringList MissingFlags(const QString& path, const ReportArguments& arguments) {
   QStringList missing;
   try {

@@ -1,4 +1,4 @@
-// marketingctl results: the rows of a campaign, their flags and send methods, taking some out, and what is in doubt of them.
+// marketingctl results: the rows of a campaign: their flags, send methods and doubts, and taking rows out.
 
 #include <algorithm>
 #include <array>
@@ -104,7 +104,7 @@ QString LettersOut(Program& program) {
     const QString line = LettersOutLine(counts, program.desk.counters.Values().letters);
     return line.isEmpty() ? line : QStringLiteral(", ") + line;
   } catch (const DatabaseError&) {
-    return {};  // the rows are shown all the same
+    return {};  // the rows are shown even so
   }
 }
 
@@ -123,7 +123,7 @@ void Print(Program& program) {
             QStringLiteral("; ") + labels.lblEmail0 + QStringLiteral(", ") + labels.lblEmail1);
 }
 
-/// Those of the rows asked for that the campaign does not hold.
+/// The rows of `wanted` that the campaign does not hold.
 std::set<qint64> UnknownRows(Program& program, const std::set<qint64>& wanted) {
   Recordset& rows = program.desk.results.Rows();
   const int key = rows.ColumnIndex(QLatin1String(ResultsView::kRowKey));
@@ -133,7 +133,7 @@ std::set<qint64> UnknownRows(Program& program, const std::set<qint64>& wanted) {
   return unknown;
 }
 
-/// Says on stderr which rows something is true of. \return them for a script
+/// Prints on stderr which rows something applies to. \return the rows, for a script
 QJsonArray TellRows(const char* what, const std::set<qint64>& rows) {
   QJsonArray told;
   QStringList names;
@@ -145,7 +145,7 @@ QJsonArray TellRows(const char* what, const std::set<qint64>& rows) {
   return told;
 }
 
-/// Beside the rows: whose message another row's customer may read.
+/// Prints whether rows share a mobile or an address, so that another row's customer may read the message.
 void TellShared(Program& program, int id) {
   const std::optional<RowSurvey> survey =
       SurveyCampaign(program.app.statements, id, QString(), program.app.clock.Today());

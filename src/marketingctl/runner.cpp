@@ -18,7 +18,7 @@ QString Text(const std::string& text) {
   return QString::fromStdString(text);
 }
 
-/// The command that was named last.
+/// The innermost command that the command line names.
 const CLI::App& Innermost(const CLI::App& root) {
   const CLI::App* app = &root;
   while (!app->get_subcommands().empty())
@@ -86,7 +86,7 @@ void Runner::AddBareCommand(CLI::App& command, std::function<int()> action) {
 }
 
 int Runner::Run(int argc, char** argv) {
-  // A line that cannot be parsed leaves the flags unset.
+  // Looked for by hand: when the line cannot be parsed, no flag is set.
   const bool json = std::find(argv, argv + argc, std::string_view("--json")) != argv + argc;
   const int code = Parse(argc, argv);
   if (json && !JsonPrinted() && (code == kRefused || code == kUsage)) PrintJson(ErrorJson());

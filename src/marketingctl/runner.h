@@ -1,4 +1,4 @@
-// Starting the program for a command.
+// Starts the program for a command.
 
 #pragma once
 
@@ -14,7 +14,7 @@
 
 namespace qbx::ctl {
 
-/// Flags that stand on either side of every command.
+/// Flags that may stand before or behind a command.
 struct GlobalFlags {
   std::string folder;
   std::string database;
@@ -25,7 +25,7 @@ struct GlobalFlags {
   bool startService = false;
 };
 
-/// The program as a command finds it.
+/// The started program, as a command gets it.
 struct Program {
   HeadlessUi& ui;
   Application& app;
@@ -33,10 +33,10 @@ struct Program {
   bool json;
 };
 
-/// The names of the commands below one.
+/// The names of the commands below a command.
 [[nodiscard]] QStringList CommandNames(const CLI::App& app);
 
-/// Collects the commands, runs the one that the command line names.
+/// Collects the commands and runs the one that the command line names.
 class Runner {
  public:
   using Action = std::function<int(Program&)>;
@@ -46,13 +46,14 @@ class Runner {
   [[nodiscard]] CLI::App& Root() { return root_; }
   [[nodiscard]] const GlobalFlags& Flags() const { return flags_; }
 
-  /// A command that needs the database and a user. The action is run once the program was started; a start without a connection ends the command.
+  /// Adds a command that needs the database and a user. The action runs once the program has started. A start without a
+  /// connection ends the command.
   void AddCommand(CLI::App& command, Action action);
-  /// The same, but run whether or not there is a connection.
+  /// Adds a command that runs with or without a connection.
   void AddOfflineCommand(CLI::App& command, Action action);
-  /// A command for which the program only settles its names: it connects by itself, and needs no user.
+  /// Adds a command that connects by itself and needs no user. The program only finds out its names.
   void AddUnconnectedCommand(CLI::App& command, Action action);
-  /// A command that does not start the program at all.
+  /// Adds a command that does not start the program at all.
   void AddBareCommand(CLI::App& command, std::function<int()> action);
 
   /// Parses and runs.

@@ -26,7 +26,7 @@ struct SendArguments {
   bool nothingIsAnError = false;
 };
 
-/// Shows progress, turns Ctrl+C into a pause, and files the results log.
+/// Shows progress, turns Ctrl+C into a pause, and writes the results log.
 class Watch final : public MailshotObserver {
  public:
   /// \param stopOnError  pause after the first row whose e-mail failed
@@ -39,7 +39,7 @@ class Watch final : public MailshotObserver {
   void Failed(Channel channel) override { emailFailed_ = emailFailed_ || channel == Channel::kEmail; }
   void At(MailshotPoint point, qint64) override {
     if (point != MailshotPoint::kRowFinished || paused_) return;
-    // The question whether to cancel the queued e-mails is not asked about an address that is none.
+    // A failed e-mail pauses here, too: for an invalid address nobody is asked whether to cancel the queued e-mails.
     if (!HeadlessUi::Interrupted() && !(stopOnError_ && emailFailed_)) return;
     paused_ = true;
     run_->Pause();
@@ -98,7 +98,8 @@ RowsLeft CountLeft(Application& app, int campaignId) {
 int ExitCodeOf(const MailshotSummary& summary, const RowsLeft& rows, const HeadlessUi& ui) {
   switch (summary.end) {
     case MailshotEnd::kRefused:
-      return ui.Warned() || ui.Declined() ? kRefused : kDone;  // nothing flagged is nothing to do, told as information
+      // With no row flagged there is nothing to do, and only an information is shown.
+      return ui.Warned() || ui.Declined() ? kRefused : kDone;
     case MailshotEnd::kFailed:
       return kRefused;
     case MailshotEnd::kPaused:
@@ -108,21 +109,21 @@ int ExitCodeOf(const MailshotSummary& summary, const RowsLeft& rows, const Headl
     case MailshotEnd::kOutOfCredits:
       break;
   }
-  // Rows whose doubt this run left behind count also when they cannot be counted any more.
+  // This run's own doubtful rows count even when the database cannot be asked any more.
   const int inDoubt = std::max(summary.inDoubt, rows.inDoubt);
   const bool failed =
       summary.smsFailed + summary.emailFailed + inDoubt > 0 || summary.end == MailshotEnd::kOutOfCredits;
   return failed ? kSomeFailed : kDone;
 }
 
-/// Why a run that was not refused had nothing to do; null when it had.
+/// Why a run that was not refused had nothing to do; null when it had something.
 const char* NothingToDo(const MailshotSummary& summary, const RowsLeft& rows, int code) {
   if (summary.end == MailshotEnd::kNothingLeft) return "all_processed";
   if (summary.end != MailshotEnd::kRefused || code != kDone) return nullptr;
   return rows.all == 0 ? "not_queried" : "not_flagged";
 }
 
-/// What the window says about it, it said; this is what comes next on a command line.
+/// Prints the next step on the command line. The messages that windows share were printed before.
 void SayWhatIsMissing(const RowsLeft& rows, int campaignId) {
   if (rows.processed + rows.left > 0) return;
   const QString hint = rows.all == 0
@@ -131,12 +132,12 @@ void SayWhatIsMissing(const RowsLeft& rows, int campaignId) {
   PrintNote(hint.arg(campaignId));
 }
 
-/// Null where no text was due, so that nobody worked it out.
+/// Null when no text was due, because the credits were then not counted.
 QJsonValue CreditsOf(const MailshotSummary& summary, int CreditNeed::*part) {
   return summary.credits ? QJsonValue(*summary.credits.*part) : QJsonValue();
 }
 
-/// What `send` says at its end.
+/// What `send` prints at its end.
 struct SendReport {
   MailshotSummary summary;
   RowsLeft rows;
@@ -210,7 +211,7 @@ int Send(Program& program, const SendArguments& arguments) {
   if (nothing && arguments.nothingIsAnError)
     code = Refuse(Reason::kNothingToSend,
                   QStringLiteral("Nothing was sent, which is an error here (--nothing-is-an-error)."));
-  // A person is not shown the summary of a run that did not take place; a script always finds the same keys.
+  // A person sees no summary of a run that did not take place. A script always gets the same keys.
   const bool refused = code == kRefused && summary.end != MailshotEnd::kFailed;
   if (program.json || !refused) Print(program, {summary, rows, arguments.dryRun, nothing, code});
   return code;

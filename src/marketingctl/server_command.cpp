@@ -14,10 +14,10 @@ namespace qbx::ctl {
 namespace {
 
 constexpr int kLoginSeconds = 20;
-/// Of a batch. An index of a large table takes its time.
+/// For one batch. Making an index of a large table takes long.
 constexpr int kBatchSeconds = 3600;
 
-/// The login that is set, or another one, whose password is the first line of the standard input.
+/// The configured login, or the named one with the first line of the standard input as password.
 Login LoginFor(const LoginSettings& settings, const std::string& name) {
   if (name.empty()) return settings.login;
   std::string password;

@@ -1,4 +1,4 @@
-// Whether a start went well enough for a run that nobody watches.
+// Whether the start was good enough for a run without a person.
 
 #pragma once
 
@@ -16,15 +16,15 @@ struct StartRefusal {
   QString text;
 };
 
-/// A program folder that was named has to exist.
+/// Refuses a program folder that was named and does not exist.
 [[nodiscard]] std::optional<StartRefusal> FolderProblem(const QString& folder);
 
-/// \return what is wrong with an INI file that exists; a missing one is fine
+/// \return what is wrong with an existing INI file; a missing file is fine
 [[nodiscard]] std::optional<StartRefusal> IniProblem(const QString& path);
 
-/// A person sees a warning at the start and decides; unattended, nothing is done on settings that were read in part, since consent is one of
-/// them.
-/// \return why the command must not run, nothing when it may
+/// When settings could be read only in part, a person sees a warning at the start and decides. Without a person the
+/// command is refused, because consent is one of the settings.
+/// \return why the command must not run; nothing when it may
 [[nodiscard]] std::optional<StartRefusal> StartProblem(const Application& app, const HeadlessUi& ui);
 
 }  // namespace qbx::ctl
