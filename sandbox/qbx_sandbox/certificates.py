@@ -1,4 +1,4 @@
-"""The certificates of the mail server: a small authority of its own, and one certificate for localhost."""
+"""The certificates of the mail server: its own small authority, and one certificate for localhost."""
 import ssl
 import subprocess
 import tempfile
@@ -16,11 +16,11 @@ _FILES = ["ca.pem", "server.key", "server.pem"]
 
 
 class CertificateError(Exception):
-    """No certificate could be made; the text says why."""
+    """No certificate could be made. The text says why."""
 
 
 def server_context(folder: Path) -> ssl.SSLContext:
-    """A TLS context with the certificate in `folder`; makes it (and ca.pem, which clients trust) when there is none."""
+    """A TLS context with the certificate in `folder`. Makes it, and ca.pem for clients, when there is none."""
     if not _usable(folder):
         _make(folder)
     context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
@@ -41,7 +41,7 @@ def _make(folder: Path):
     with tempfile.TemporaryDirectory(dir=folder) as name:
         work = Path(name)
         (work / "extensions").write_text(_SERVER_EXTENSIONS)
-        # -config keeps the machine's own settings out; the authority's key is thrown away with the folder.
+        # With -config the machine's settings do not matter. The authority's key is deleted with the folder.
         (work / "config").write_text("[req]\ndistinguished_name = name\n[name]\n")
         _openssl(work, ["req", "-config", "config", "-x509", *_KEY, *_DAYS, "-subj", "/CN=Sandbox authority",
                         "-addext", "basicConstraints=critical,CA:TRUE", "-addext", "keyUsage=critical,keyCertSign,cRLSign",

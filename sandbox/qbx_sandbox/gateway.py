@@ -1,5 +1,5 @@
-"""The SMS gateway: two HTTP GET requests, answered with fields like "1"|"96"|"1001"|"0"| (status, balance, message
-id, code). Status 1 is an accepted account, 0 a refused one, 2 one without credits; a code below 2 is an accepted text.
+"""The SMS gateway: two HTTP GET requests. An answer has fields like "1"|"96"|"1001"|"0"| (status, balance, message id,
+code). Status 1: the account is accepted; 0: refused; 2: out of credits. A code below 2: the text is accepted.
 """
 import asyncio
 import codecs
@@ -11,14 +11,14 @@ from .web import NoAnswer, Request, Response
 
 SEND_PATH = "/sms/send_sms.asp"
 VERIFY_PATH = "/sms/verifyclient.asp"
-OK_PATH = "/sms/ok.asp"  # where the "redirect" behaviour points
+OK_PATH = "/sms/ok.asp"  # the target of the "redirect" behaviour
 
-# The text reached the gateway and is charged, whatever became of the answer.
+# In these cases the text was received and charged, whether or not the answer arrived.
 TAKEN = {"ok", "three fields", "one field", "empty", "four fields", "slow", "broken off", "no answer", "silence"}
 
 
 class Gateway:
-    """`client` and `password` are the only account when given; else every pair with two non-empty halves is one."""
+    """`client` and `password`, when given, are the only account. Otherwise every pair of non-empty values is one."""
 
     def __init__(self, store: Store, steering: Steering, client: str | None, password: str | None):
         self._store = store
@@ -27,7 +27,7 @@ class Gateway:
         self._password = password
 
     def handle(self, request: Request):
-        """The answer to a request; a coroutine when it comes late."""
+        """The answer to a request; a coroutine when it is delayed."""
         if request.method != "GET":
             return Response(status=405, headers={"Allow": "GET"})
         parameters = decode_query(request.query)
@@ -79,7 +79,7 @@ class Gateway:
         return bool(client and password) and client != "refused"
 
     def _answer(self, behaviour: str, plain: bytes):
-        """Turns a behaviour into what goes over the wire; `plain` is the answer of an accepted request."""
+        """The answer of a behaviour, as it is sent. `plain` is the answer to an accepted request."""
         kind, _, rest = behaviour.partition(" ")
         if kind == "status":
             return plain_text(fields(int(rest), self._store.credits if rest == "2" else 0, 0, 0))
@@ -113,7 +113,7 @@ class Gateway:
 
 
 def plain_text(body: bytes, **more) -> Response:
-    """An answer of the gateway itself; what is not one of these (an error page, a notice) is HTML."""
+    """An answer of the gateway itself. Other answers (an error page, a notice) are HTML."""
     return Response(body, content_type="text/plain; charset=windows-1252", **more)
 
 
@@ -122,12 +122,12 @@ def fields(*values: int) -> bytes:
 
 
 def credits_for(length: int) -> int:
-    """Credits of a text of `length` characters: a single text holds 160, each part of a longer one 153."""
+    """Credits of a text with `length` characters: a single text has up to 160, each part of a longer one 153."""
     return 1 if length <= 160 else -(-length // 153)
 
 
 def decode_query(query: bytes) -> dict:
-    """The parameters of a query string. A byte is a Windows-1252 character; only the pound sign comes as UTF-8."""
+    """The parameters of a query string. Each byte is a Windows-1252 character; only the pound sign is UTF-8."""
     result = {}
     for pair in query.split(b"&"):
         name, _, value = pair.partition(b"=")
@@ -140,5 +140,5 @@ def _decode(value: bytes) -> str:
     return codecs.charmap_decode(plain, "strict", _CHARACTERS)[0]
 
 
-# Five bytes have no character in the code page; they stand for the control characters of the same number.
+# Five bytes are no character of the code page. They are read as the control characters of their number.
 _CHARACTERS = "".join(bytes([byte]).decode("cp1252", "ignore") or chr(byte) for byte in range(256))

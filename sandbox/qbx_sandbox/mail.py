@@ -17,7 +17,7 @@ _PLAIN_ADDRESS = re.compile(r"<([A-Za-z0-9.!#$%&'*+/=?^_{|}~-]+@[A-Za-z0-9.-]+)>
 
 
 class Accounts:
-    """Who may log in: the one pair given, else everyone but the user "refused" and the password "wrong"."""
+    """Who may log in: the given pair only; without one, everybody but the user "refused" and the password "wrong"."""
 
     def __init__(self, user: str | None, password: str | None):
         self._user = user
@@ -35,10 +35,10 @@ class Accounts:
 
 
 class Server(SMTP):
-    """One connection. Adds to the base class what the records and the steering need, and shorter ways for the address
-    of nearly every recipient and for the data, which would otherwise be half of the work."""
+    """One connection. Adds to the base class what the records and the steering need. Reads ordinary addresses and the
+    data in a faster way, because the base class spends half of its work on them."""
 
-    line_length_limit = 64 * 1024  # of the buffer below; commands and lines of a message have their own limits
+    line_length_limit = 64 * 1024  # of the buffer; commands and lines of a message have their own limits
 
     def __init__(self, handler, number: int, implicit_tls: bool, **settings):
         super().__init__(handler, data_size_limit=SIZE_LIMIT, enable_SMTPUTF8=True, hostname="localhost",
@@ -55,17 +55,17 @@ class Server(SMTP):
         return "starttls" if self._tls_protocol else ""
 
     def drop(self):
-        """Ends the connection at once; what is written afterwards goes nowhere."""
+        """Ends the connection at once. Later writes are lost."""
         self.transport.abort()
 
     def _reset_timeout(self, duration=None):
-        # The base class starts a timer anew at every command; one for the whole session does here.
+        # The base class restarts a timer at every command. One timer for the whole session is enough here.
         if self._timeout_handle is None:
             super()._reset_timeout(duration)
 
     async def smtp_DATA(self, arg):
         if arg or not self.session.host_name or not self.envelope.rcpt_tos:
-            await super().smtp_DATA(arg)  # which refuses it
+            await super().smtp_DATA(arg)  # refuses the command
             return
         await self.push("354 End data with <CR><LF>.<CR><LF>")
         content = await self._read_data()
@@ -81,7 +81,7 @@ class Server(SMTP):
 
     async def _read_data(self) -> bytes | None:
         """The message up to the final dot, without the doubled dots (RFC 5321, 4.5.2); None when it is too big."""
-        data = bytearray(b"\r\n")  # so that a dot in the first line stands behind a line end like all others
+        data = bytearray(b"\r\n")  # a line end, so that a dot in the first line follows one, too
         too_big = False
         end = -1
         while end < 0:
@@ -94,7 +94,7 @@ class Server(SMTP):
             if len(data) > SIZE_LIMIT and end < 0:
                 too_big = True
                 del data[:-4]
-        self._reader._buffer[:0] = data[end + 5:]  # commands that came right behind the message
+        self._reader._buffer[:0] = data[end + 5:]  # commands that followed the message at once
         if too_big or end > SIZE_LIMIT:
             return None
         return bytes(data[:end + 2]).replace(b"\r\n..", b"\r\n.")[2:]
@@ -105,7 +105,7 @@ class Server(SMTP):
 
 
 class Handler:
-    """What happens to recipients and messages; the base class calls these methods by their names."""
+    """Answers recipients and messages. The base class calls these methods by name."""
 
     def __init__(self, store: Store, steering: Steering):
         self._store = store
@@ -154,15 +154,15 @@ class Handler:
 
 
 def _clean(text: str) -> str:
-    """Text without the stand-ins for bytes that were no UTF-8."""
+    """The text, with a replacement character for every byte that was no UTF-8."""
     return text.encode("utf-8", "surrogateescape").decode("utf-8", "replace")
 
 
 class MailServer:
-    """Makes the servers of both ports; they share the count of connections."""
+    """Makes the servers of both ports, which share the count of connections."""
 
     def __init__(self, store: Store, steering: Steering, accounts: Accounts, context: ssl.SSLContext, auth_needs_tls: bool):
-        logging.getLogger("mail.log").setLevel(logging.CRITICAL)  # a broken-off session is nothing to report here
+        logging.getLogger("mail.log").setLevel(logging.CRITICAL)  # a session that breaks off is not reported
         self._handler = Handler(store, steering)
         self._accounts = accounts
         self._context = context
@@ -170,7 +170,7 @@ class MailServer:
         self._numbers = itertools.count(1)
 
     async def listen(self, port: int, implicit_tls: bool) -> tuple[asyncio.Server, int]:
-        """Serves on 127.0.0.1; port 0 takes a free one. Returns the server and its port; OSError when it is taken."""
+        """Listens on 127.0.0.1; port 0 means a free one. Returns the server and its port; OSError when it is taken."""
         def connection():
             return Server(self._handler, next(self._numbers), implicit_tls, authenticator=self._accounts.check,
                           tls_context=None if implicit_tls else self._context,

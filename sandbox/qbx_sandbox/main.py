@@ -15,6 +15,9 @@ from .store import Store, StoreError
 
 PARENT_CHECK = 0.25  # seconds between two looks at the parent process
 
+_DESCRIPTION = """\
+An SMS gateway and a mail server on loopback. They deliver to nobody, keep what they received in a
+folder and show it on a web page. One line on standard output tells the ports once all is ready."""
 _EXAMPLE = """\
 example:
   sandbox --folder ~/garage-sandbox --credits 500
@@ -39,9 +42,7 @@ JSON interface, on the port of the page:
 def parse_arguments(arguments):
     parser = argparse.ArgumentParser(
         prog="sandbox", formatter_class=argparse.RawDescriptionHelpFormatter,
-        description="An SMS gateway and a mail server on loopback. They deliver to nobody, keep what they received in a\n"
-                    "folder and show it on a web page. One line on standard output tells the ports once all is ready.",
-        epilog=_EXAMPLE + steering.help_table())
+        description=_DESCRIPTION, epilog=_EXAMPLE + steering.help_table())
     add = parser.add_argument
     add("--folder", type=Path, required=True, metavar="DIR", help="where everything received is kept; made when missing")
     add("--http", type=_port, default=0, metavar="PORT", help="port of the SMS gateway (default: a free one)")
@@ -67,7 +68,7 @@ def parse_arguments(arguments):
 
 
 def _version() -> str:
-    """The launcher of the build tree says it, an installed sandbox has it beside itself."""
+    """The launcher of the build tree sets the version; an installed sandbox has a file with it."""
     file = Path(__file__).resolve().parent.parent / "VERSION"
     return os.environ.get("QBX_VERSION") or (file.read_text().strip() if file.exists() else "unknown")
 
@@ -85,7 +86,7 @@ def _amount(text: str) -> int:
 
 
 async def serve(options, parent: int):
-    """Runs all four servers until a signal, or the end of the parent, asks for the end."""
+    """Runs all four servers until a signal comes or the parent ends."""
     stop = asyncio.Event()
     loop = asyncio.get_running_loop()
     loop.set_exception_handler(_report)
@@ -112,8 +113,8 @@ async def serve(options, parent: int):
 
 
 async def _until_end(stop: asyncio.Event, parent: int | None):
-    # Asking for the parent again and again, rather than a signal from the kernel, because such a signal would also
-    # come when only the thread that started this process ends.
+    # Looks for the parent again and again. The kernel could send a signal instead, but also sends it when only the
+    # thread that started this process ends.
     while not stop.is_set() and parent in (None, os.getppid()):
         try:
             await asyncio.wait_for(stop.wait(), None if parent is None else PARENT_CHECK)
@@ -122,7 +123,7 @@ async def _until_end(stop: asyncio.Event, parent: int | None):
 
 
 def _report(loop, context):
-    """Clients that vanish or distrust the certificate are daily business here and no error of the sandbox."""
+    """A client that vanishes or distrusts the certificate is no error of the sandbox."""
     if not isinstance(context.get("exception"), OSError):
         loop.default_exception_handler(context)
 

@@ -1,4 +1,4 @@
-"""Reading a received message (RFC 5322, MIME): the values that are recorded and those that the page shows."""
+"""Reads a received message (RFC 5322, MIME): the values for the records and for the page."""
 from email import message_from_bytes
 from email.errors import HeaderParseError
 from email.header import decode_header
@@ -6,7 +6,7 @@ from email.message import Message
 
 
 def summary(raw: bytes) -> dict:
-    """Sender, subject and plain text of a message, decoded; empty where there is none. Never fails."""
+    """Sender, subject and plain text of a message, decoded; empty when missing. Never fails."""
     parsed = message_from_bytes(raw)
     return {"sender": decoded(parsed["From"]), "subject": decoded(parsed["Subject"]), "body": plain_text(parsed)}
 
@@ -17,7 +17,7 @@ def headers(raw: bytes) -> list:
 
 
 def decoded(value) -> str:
-    """A header value without folding, encoded words (RFC 2047) resolved."""
+    """A header value without folding, with encoded words (RFC 2047) decoded."""
     if value is None:
         return ""
     text = str(value).replace("\r", "").replace("\n", "")
@@ -30,7 +30,7 @@ def decoded(value) -> str:
 
 
 def plain_text(parsed: Message) -> str:
-    """The first plain part; an HTML part as it stands when there is no other text. Line ends are LF."""
+    """The first plain part, or the source of an HTML part when there is no other. Line ends are LF."""
     parts = [(part.get_content_type(), part) for part in parsed.walk()]
     chosen = [part for kind, part in parts if kind == "text/plain"] or [part for kind, part in parts if kind[:5] == "text/"]
     return _content(chosen[0]).replace("\r\n", "\n") if chosen else ""

@@ -1,4 +1,4 @@
-"""The web page that shows what was received, and the JSON interface beside it."""
+"""The web page that shows everything received, and its JSON interface."""
 import json
 from pathlib import Path
 from urllib.parse import parse_qs
@@ -10,13 +10,13 @@ from .web import Request, Response
 
 _STATIC = Path(__file__).parent / "static"
 _FILES = {"/": ("index.html", "text/html"), "/page.css": ("page.css", "text/css"), "/page.js": ("page.js", "text/javascript")}
-# What arrived is shown as text only; even if some of it were taken for markup, nothing in it could run or load.
+# The page shows received text as text only. Should some be taken for markup, nothing in it may run or load.
 _POLICY = {"Content-Security-Policy": "default-src 'self'; img-src 'self' data:; frame-ancestors 'none'",
            "X-Content-Type-Options": "nosniff", "Cache-Control": "no-store"}
 
 
 class Page:
-    """`ports` is filled in once all servers listen."""
+    """`ports` is filled when all servers listen."""
 
     def __init__(self, store: Store, steering: Steering):
         self._store = store
@@ -58,7 +58,7 @@ class Page:
                 self._steering.clear()
             else:
                 return _json({"error": "no such page"}, 404)
-        except ValueError as error:  # of the JSON reader, and SteeringError
+        except ValueError as error:  # raised by the JSON reader, and SteeringError
             return _json({"error": str(error)}, 400)
         return _json(self._state())
 
@@ -83,7 +83,7 @@ def _credits(wishes) -> int:
 
 
 def _records(records: list, request: Request) -> Response:
-    """Those with a number above `since`, at most `limit` of them."""
+    """The records with a number above `since`, at most `limit` of them."""
     query = parse_qs(request.query.decode("latin-1"))
     try:
         since = max(0, int(query.get("since", ["0"])[0]))

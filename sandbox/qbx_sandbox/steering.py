@@ -1,11 +1,11 @@
-"""Which recipients get something other than a plain "accepted", and what they get.
+"""Which recipients get another answer than "accepted", and which.
 
-A behaviour is a short phrase ("code 33", "broken off", "550 No such user"). Some numbers and mailbox names have one
-built in; any other can be given one while the sandbox runs.
+A behaviour is a short phrase ("code 33", "broken off", "550 No such user"). Some numbers and mailbox names have a
+behaviour from the start; any other can get one while the sandbox runs.
 """
 import re
 
-# The range 07700 900000 to 900999 is kept free for fiction by the United Kingdom's regulator: nobody owns these numbers.
+# The United Kingdom's regulator reserves 07700 900000 to 900999 for fiction: nobody has these numbers.
 BUILT_IN_NUMBERS = {
     "07700900900": "status 0",
     "07700900902": "code 2",
@@ -76,13 +76,14 @@ RECIPIENT_BEHAVIOURS = {
 }
 
 _NUMBER_PATTERN = re.compile(
-    r"(ok|status [02]|code ([2-9]|[1-9]\d{1,8})|three fields|one field|empty|four fields|http [45]\d\d|redirect|slow|broken off"
-    r"|no answer|silence|garbage|html|page|reply .*)", re.DOTALL)
+    "|".join(["ok", "status [02]", r"code ([2-9]|[1-9]\d{1,8})", "three fields", "one field", "empty", "four fields",
+              r"http [45]\d\d", "redirect", "slow", "broken off", "no answer", "silence", "garbage", "html", "page",
+              "reply .*"]), re.DOTALL)
 _RECIPIENT_PATTERN = re.compile(r"(ok|(data )?[45]\d\d [^\r\n]+|drop|dropdata|slow|quit421|quitdrop)")
 
 
 class SteeringError(ValueError):
-    """A behaviour that nobody knows, or a steering request of the wrong shape."""
+    """An unknown behaviour, or a malformed steering request."""
 
 
 def normal_number(number: str) -> str:
@@ -96,14 +97,14 @@ def normal_number(number: str) -> str:
 
 
 class Steering:
-    """The behaviours in force. `delay` is in seconds and serves every "slow" behaviour."""
+    """The behaviours in force. `delay`, in seconds, holds for every "slow" behaviour."""
 
     def __init__(self, delay: float):
         self._delay_at_start = delay
         self.clear()
 
     def clear(self):
-        """Back to what is built in."""
+        """Back to the behaviours of the start."""
         self.delay = self._delay_at_start
         self.credit_query = "ok"
         self._numbers = {}
@@ -114,7 +115,7 @@ class Steering:
         return self._numbers.get(digits) or BUILT_IN_NUMBERS.get(digits, "ok")
 
     def for_recipient(self, address: str) -> str:
-        """The whole address decides first, then the mailbox name or what follows a "+" in it."""
+        """By the whole address; without one for it, by the mailbox name, or by the part of the name after a "+"."""
         address = address.lower()
         if address in self._recipients:
             return self._recipients[address]
@@ -122,12 +123,12 @@ class Steering:
         return BUILT_IN_MAILBOXES.get(mailbox, "ok")
 
     def in_force(self) -> dict:
-        """All that is steered, built in or added: "numbers", "recipients", "mailboxes", "credit_query", "delay"."""
+        """All behaviours, built in or added: "numbers", "recipients", "mailboxes", "credit_query", "delay"."""
         return {"numbers": BUILT_IN_NUMBERS | self._numbers, "recipients": self._recipients,
                 "mailboxes": BUILT_IN_MAILBOXES, "credit_query": self.credit_query, "delay": self.delay}
 
     def apply(self, wishes: dict):
-        """Adds the behaviours of a request; an empty one clears all. Nothing changes when any part is wrong.
+        """Adds the behaviours of a request. An empty request clears all; one with a wrong part changes nothing.
 
         Keys: "numbers" and "recipients" (each maps to a behaviour), "credit_query" (a behaviour of a number, used for
         the balance request) and "delay" (seconds).

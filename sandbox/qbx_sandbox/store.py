@@ -1,10 +1,10 @@
-"""What was received: kept in memory for the page, and written to the folder as it arrives.
+"""Everything received: kept in memory for the page, and written to the folder at once.
 
-    texts.jsonl        one JSON object a line, a text each
-    mails.jsonl        one JSON object a line, a mail (or a refused recipient) each; of a body the first 100,000 characters
+    texts.jsonl        one JSON object a line for each text
+    mails.jsonl        one JSON object a line for each mail or refused recipient, with 100,000 characters of a body
     mails/000001.eml   the message exactly as it came
 
-Records of an earlier start in the same folder are read back, and the numbering goes on.
+Records of an earlier start in the same folder are read again, and the numbering continues.
 """
 import fcntl
 import functools
@@ -20,7 +20,7 @@ LONGEST_BODY = 100_000
 
 
 class StoreError(Exception):
-    """The folder cannot be used; the text says why."""
+    """The folder cannot be used. The text says why."""
 
 
 class Store:
@@ -30,14 +30,14 @@ class Store:
         self.folder = folder
         self._credits_at_start = credits
         self.credits = credits
-        self.resets = 0  # lets a page notice that what it shows is gone
+        self.resets = 0  # tells a page that its records are gone
         try:
             (folder / "mails").mkdir(parents=True, exist_ok=True)
             self._lock = open(folder / "sandbox.lock", "w")
             fcntl.flock(self._lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
             self.texts = _read_records(folder / "texts.jsonl")
             self.mails = _read_records(folder / "mails.jsonl")
-            # Unbuffered: a line is in the file, whole, when a request is answered.
+            # Unbuffered: when a request is answered, its whole line is in the file.
             self._text_file = open(folder / "texts.jsonl", "ab", buffering=0)
             self._mail_file = open(folder / "mails.jsonl", "ab", buffering=0)
         except BlockingIOError:
@@ -52,13 +52,13 @@ class Store:
         return self._next_message_id - 1
 
     def record_text(self, fields: dict):
-        """Numbers, stamps and keeps one text; `fields` are those that the gateway knows."""
+        """Keeps one text with a number and the time. `fields` comes from the gateway."""
         record = {"number": len(self.texts) + 1, "time": _now(), **fields, "balance": self.credits}
         self._text_file.write(_line(record))
         self.texts.append(record)
 
     def record_mail(self, fields: dict, raw: bytes | None):
-        """Numbers, stamps and keeps one mail. Without `raw` it is a recipient that was refused before any data."""
+        """Keeps one mail with a number and the time. Without `raw` it is a recipient refused before any data."""
         number = len(self.mails) + 1
         record = {"number": number, "time": _now(), **fields, "file": "", "size": 0, "sender": "", "subject": "", "body": ""}
         if raw is not None:
@@ -66,18 +66,18 @@ class Store:
             record["size"] = len(raw)
             record.update(message.summary(raw))
             record["body"] = record["body"][:LONGEST_BODY]
-            # No detour over a temporary name: a message belongs to the records only once its line is written.
+            # Needs no temporary name: a message is part of the records only when its line is written.
             with open(f"{self.folder}/{record['file']}", "wb", buffering=0) as file:
                 file.write(raw)
         self._mail_file.write(_line(record))
         self.mails.append(record)
 
     def raw_mail(self, record: dict) -> bytes:
-        """The message as it came; empty for a recipient that was refused before any data."""
+        """The message as it came; empty for a recipient refused before any data."""
         return (self.folder / record["file"]).read_bytes() if record["file"] else b""
 
     def reset(self):
-        """Forgets everything received; credits and numbers are as at the first start."""
+        """Forgets everything received. Credits and numbers start again."""
         self._text_file.truncate(0)
         self._mail_file.truncate(0)
         for record in self.mails:
@@ -94,7 +94,7 @@ _encode = json.JSONEncoder(ensure_ascii=False).encode
 
 
 def _now() -> str:
-    """Local time with milliseconds and the distance from UTC."""
+    """Local time with milliseconds and the offset from UTC."""
     seconds, fraction = divmod(time.time_ns() // 1_000_000, 1000)
     moment, zone = _second(seconds)
     return f"{moment}.{fraction:03}{zone}"

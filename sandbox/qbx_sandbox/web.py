@@ -1,4 +1,4 @@
-"""A small HTTP/1.1 server on asyncio: kept connections, and answers that are late, broken or missing on purpose."""
+"""A small HTTP/1.1 server on asyncio. It keeps connections, and can delay, break or omit an answer on purpose."""
 import asyncio
 from dataclasses import dataclass, field
 from http.client import responses
@@ -23,8 +23,8 @@ class Response:
     status: int = 200
     content_type: str = "text/html"
     headers: dict = field(default_factory=dict)
-    cut_after: int | None = None  # bytes of the body that are sent before the answer ends too early
-    hang: bool = False  # with cut_after: leave the connection open, silently, instead of closing it
+    cut_after: int | None = None  # bytes of the body that are sent before the answer breaks off
+    hang: bool = False  # with cut_after: the connection stays open and silent
 
 
 class NoAnswer(Response):
@@ -35,11 +35,11 @@ Handler = Callable[[Request], Union[Response, Awaitable[Response]]]
 
 
 class BadRequest(Exception):
-    """What came is no HTTP request that is answered here; the value is the status."""
+    """The input is no HTTP request that this server answers. The value is the status."""
 
 
 class Connection(asyncio.Protocol):
-    """One client. Requests are answered in their order; a late answer holds up those behind it."""
+    """One client. Requests are answered in their order; a delayed answer delays all later ones."""
 
     def __init__(self, handler: Handler, number: int):
         self._handler = handler
@@ -84,7 +84,7 @@ class Connection(asyncio.Protocol):
         self._pump()
 
     def _take_request(self):
-        """The next whole request and whether the connection is kept after it; None while bytes are missing."""
+        """The next whole request, and whether the connection is kept after it; None while bytes are missing."""
         end = self._buffer.find(b"\r\n\r\n")
         if end < 0 or end > MAX_HEAD:
             if len(self._buffer) > MAX_HEAD:
@@ -127,7 +127,7 @@ class Connection(asyncio.Protocol):
         head = "\r\n".join(lines).encode("latin-1") + b"\r\n\r\n"
         self._transport.write(head + response.body[:response.cut_after])
         if response.cut_after is not None and response.hang:
-            self._finished = True  # nothing more is read or answered; the client gives up some time
+            self._finished = True  # nothing more is read or answered, until the client gives up
         elif response.cut_after is not None or not keep:
             self._finish()
 
@@ -137,7 +137,7 @@ class Connection(asyncio.Protocol):
 
 
 async def listen(handler: Handler, port: int) -> tuple[asyncio.Server, int]:
-    """Serves on 127.0.0.1; port 0 takes a free one. Returns the server and its port; OSError when it is taken."""
+    """Listens on 127.0.0.1; port 0 means a free one. Returns the server and its port; OSError when it is taken."""
     count = 0
 
     def connection():

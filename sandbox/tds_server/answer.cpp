@@ -1,5 +1,3 @@
-// The answer to a client: its tokens, written as they are known and sent in parts.
-
 #include "tds_server/answer.h"
 
 #include <algorithm>
@@ -65,7 +63,7 @@ bool IsNull(const Cell& cell) {
 }  // namespace
 
 void Answer::LoginAccepted(quint32 version) {
-  // A client knows by the program's name what dialect of the protocol follows.
+  // By the program's name, a client knows which dialect of the protocol follows.
   out_.U8(kLoginAcceptedToken).Sized([&](ByteWriter& token) {
     token.U8(1).BigEndian(version, 4).ShortText(QStringLiteral("Microsoft SQL Server")).U8(11).U8(0).BigEndian(3000, 2);
   });
@@ -120,7 +118,7 @@ void Answer::Columns(const std::vector<WireColumn>& columns) {
   for (const WireColumn& column : columns) {
     out_.U32(0).U16(kMayBeUpdated | (column.isNullable ? kNullable : 0));
     WriteType(out_, column.type);
-    // Long texts tell the table that they come from.
+    // A column of long text names its table.
     if (column.type.id == TypeId::kNText || column.type.id == TypeId::kText) out_.U8(1).LongerText(QStringLiteral("t"));
     out_.ShortText(column.name);
   }

@@ -1,4 +1,4 @@
-// The answer to a client: its tokens, written as they are known and sent in parts.
+// The answer to a client: tokens that are sent in parts while they are written.
 
 #pragma once
 
@@ -18,14 +18,14 @@ struct WireColumn {
   bool isNullable = true;
 };
 
-/// What a statement's end says besides that it has ended.
+/// What the end of a statement says besides.
 struct Ending {
   bool more = false;  ///< something follows in this answer
   bool failed = false;
   std::optional<quint64> count = {};  ///< of rows
 };
 
-/// One message to a client. What was written is sent whenever there are 64 KB of it, and at the end.
+/// One message to a client. The written bytes are sent whenever there are 64 KB of them, and at the end.
 class Answer {
  public:
   /// Which statement ends: one of a batch, one inside a procedure, or the procedure.
@@ -53,9 +53,9 @@ class Answer {
   void End(Statement statement, const Ending& ending);
   void AttentionTaken();
 
-  /// Sends what is there, the end of the message behind it.
+  /// Sends the written bytes and ends the message.
   void Finish();
-  /// Sends what is there and half of what was written last; the message never ends.
+  /// Sends the written bytes and half of the last token. The message never ends.
   void BreakOff();
 
   void SetInTransaction(bool on) { inTransaction_ = on; }

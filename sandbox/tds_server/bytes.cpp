@@ -1,5 +1,3 @@
-// Numbers and texts as the wire has them: little-endian, UTF-16.
-
 #include "tds_server/bytes.h"
 
 #include <cstring>

@@ -8,13 +8,13 @@
 
 namespace qbx::tds {
 
-/// What came is not what the protocol allows. The connection is given up.
+/// The received bytes break the protocol. The connection is given up.
 class ProtocolError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// Reads through bytes that it does not own. Every read throws ProtocolError where there are too few left.
+/// Reads through bytes that it does not own. Every read throws ProtocolError when too few bytes are left.
 class ByteReader {
  public:
   explicit ByteReader(QByteArrayView bytes) : bytes_(bytes) {}
@@ -34,15 +34,15 @@ class ByteReader {
   QByteArrayView Bytes(qsizetype count);
   void Skip(qsizetype count) { (void)Bytes(count); }
   QString Text(qsizetype units);
-  QString ShortText() { return Text(U8()); }    ///< the length in front in one byte
-  QString LongerText() { return Text(U16()); }  ///< in two
+  QString ShortText() { return Text(U8()); }    ///< after its length in one byte
+  QString LongerText() { return Text(U16()); }  ///< after its length in two bytes
 
  private:
   QByteArrayView bytes_;
   qsizetype at_ = 0;
 };
 
-/// Puts bytes behind one another.
+/// Appends bytes.
 class ByteWriter {
  public:
   ByteWriter& U8(unsigned value) { return Number(value, 1); }
@@ -54,16 +54,16 @@ class ByteWriter {
   ByteWriter& BigEndian(quint64 value, int bytes);
 
   ByteWriter& Bytes(QByteArrayView bytes);
-  ByteWriter& Text(const QString& text);        ///< no length
-  ByteWriter& ShortText(const QString& text);   ///< the length in front in one byte; cut where it is too long
-  ByteWriter& LongerText(const QString& text);  ///< in two
-  /// What `write` puts, the count of its bytes in front in two.
+  ByteWriter& Text(const QString& text);        ///< without its length
+  ByteWriter& ShortText(const QString& text);   ///< after its length in one byte; a longer text is cut
+  ByteWriter& LongerText(const QString& text);  ///< after its length in two bytes
+  /// What `write` appends, after the number of its bytes in two bytes.
   template <typename Write>
   ByteWriter& Sized(const Write& write);
 
   [[nodiscard]] const QByteArray& Data() const { return bytes_; }
   [[nodiscard]] qsizetype Size() const { return bytes_.size(); }
-  /// Takes the first bytes out.
+  /// Removes and returns the first bytes.
   QByteArray Take(qsizetype count);
 
  private:

@@ -1,5 +1,3 @@
-// What clients ask a server about its procedures and tables.
-
 #include "tds_server/catalogue.h"
 
 #include <QRegularExpression>
@@ -19,7 +17,7 @@ WireColumn Number(const char* name, int bytes) {
   return {QLatin1String(name), {TypeId::kIntN, bytes}};
 }
 
-/// A parameter by its name, or by its place where it has none.
+/// A parameter by its name, or by its position when it has no name.
 QString Given(const std::vector<SentParameter>& parameters, const char* name, std::size_t place) {
   for (std::size_t i = 0; i < parameters.size(); ++i) {
     const SentParameter& parameter = parameters[i];
@@ -74,7 +72,7 @@ struct OdbcType {
   const char* name;
   int odbc;
   int precision;  // 0: as declared
-  int bytes;      // 0: two a character
+  int bytes;      // 0: two for each character
   int old;        // the server's own old number
 };
 constexpr OdbcType kOdbcTypes[] = {
@@ -148,7 +146,7 @@ std::vector<Value> ParameterRow(const QString& database, const QString& procedur
           isNumber ? Value(10) : Value(),
           Value(ordinal == 0 ? 0 : 1),
           Value(),
-          Value(),  // a default is never told
+          Value(),  // a default is never shown
           Value(type.odbc),
           Value(),
           isText ? Value(bytes) : Value(),

@@ -1,4 +1,4 @@
-// What clients ask a server about its procedures and tables.
+// Answers what clients ask about procedures and tables.
 
 #pragma once
 
@@ -8,8 +8,8 @@
 
 namespace qbx::tds {
 
-/// Writes the rows of one of the catalogue's procedures: sp_sproc_columns, sp_stored_procedures, sp_tables.
-/// \return its return code; nothing when it is none of them
+/// Writes the rows of a catalogue procedure: sp_sproc_columns, sp_stored_procedures or sp_tables.
+/// \return its return code; nothing when it is another procedure
 [[nodiscard]] std::optional<int> WriteCatalogue(ClientState& client, const QString& procedure,
                                                 const std::vector<SentParameter>& parameters, Answer& answer);
 

@@ -37,7 +37,7 @@ void AddExtension(X509* certificate, X509V3_CTX& context, int id, const char* va
   X509_add_ext(certificate, extension.get(), -1);
 }
 
-/// \param issuer  none: it signs itself
+/// \param issuer  null: the certificate signs itself
 Certificate Sign(const QByteArray& name, EVP_PKEY* key, X509* issuer, EVP_PKEY* issuerKey, const QByteArray& host) {
   Certificate certificate(X509_new());
   X509_set_version(certificate.get(), X509_VERSION_3);

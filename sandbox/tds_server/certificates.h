@@ -1,4 +1,4 @@
-// Certificates to try encryption with: an authority of one's own, and a server's certificate that it signed.
+// Certificates to test encryption with: an authority, and a server's certificate signed by it.
 
 #pragma once
 
@@ -8,14 +8,15 @@ namespace qbx::tds {
 
 /// Files (PEM) of one server.
 struct CertificateFiles {
-  QString authority;  ///< what a client has to trust
+  QString authority;  ///< the authority that a client must trust
   QString certificate;
   QString key;
 };
 
-/// Makes them anew in a folder that exists. A client that knows another folder's authority must refuse this server.
-/// \param host  the name that the certificate is for; the address 127.0.0.1 is added to "localhost"
-/// \throws ProtocolError where they cannot be written
+/// Makes new certificates in an existing folder. A client that knows another folder's authority must refuse this
+/// server.
+/// \param host  the name in the certificate; "localhost" also gets the address 127.0.0.1
+/// \throws ProtocolError when they cannot be written
 [[nodiscard]] CertificateFiles MakeCertificates(const QString& folder, const QString& host);
 
 }  // namespace qbx::tds

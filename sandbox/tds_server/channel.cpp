@@ -1,5 +1,3 @@
-// The packets of the protocol over a socket, in the clear or encrypted.
-
 #include "tds_server/channel.h"
 
 #include <algorithm>

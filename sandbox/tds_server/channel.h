@@ -26,7 +26,7 @@ struct Message {
   QByteArray body;
 };
 
-/// How much of what is given is sent.
+/// How much of the given bytes is sent.
 enum class SendPart {
   kFullPackets,  ///< more of the message will follow
   kAll,          ///< the message stays open
@@ -44,10 +44,10 @@ class Channel {
   /// \return the count of bytes sent
   qsizetype Send(MessageType type, QByteArrayView bytes, SendPart part);
 
-  /// Agrees on TLS inside of pre-login messages; what follows is encrypted.
-  /// \throws ProtocolError where the client refuses
+  /// Agrees on TLS inside pre-login messages. All later bytes are encrypted.
+  /// \throws ProtocolError when the client refuses
   void Encrypt(const TlsIdentity& identity);
-  /// What follows is in the clear: only the login was to be encrypted.
+  /// Later bytes are not encrypted, because only the login was to be.
   void EndEncryption() { tls_.reset(); }
 
   void SetPacketSize(int bytes) { packetSize_ = bytes; }

@@ -1,5 +1,3 @@
-// One client of the server, from its first word to its last.
-
 #include "tds_server/client.h"
 
 #include <algorithm>
@@ -13,7 +11,7 @@ namespace {
 constexpr int kFirstPacketSize = 4096;
 constexpr int kLargestPacketSize = 32767;
 constexpr quint32 kVersion = 0x74000004;
-constexpr int kDeadlock = 1205;  // takes the transaction with it
+constexpr int kDeadlock = 1205;  // rolls the transaction back
 constexpr int kOffline = 942;
 constexpr std::chrono::milliseconds kBetweenInterruptions(10);
 
@@ -23,12 +21,12 @@ void Client::Run() {
   try {
     if (LogIn()) Serve();
   } catch (const ProtocolError&) {
-    // The connection ends: there is nobody to tell.
+    // The connection ends, so nobody can be told.
   } catch (const RequestAbandoned&) {
   }
   const std::lock_guard lock(mutex_);
   over_ = true;
-  session_.reset();  // what it had begun is rolled back now
+  session_.reset();  // rolls back an open transaction now
   channel_.Wire().Close();
 }
 
@@ -141,7 +139,7 @@ void Client::Serve() {
   interrupter.join();
 }
 
-/// Reads what the client sends, and notices when it goes.
+/// Reads what the client sends, and notices when the client goes.
 void Client::Read() {
   try {
     while (std::optional<Message> message = channel_.Receive()) {
@@ -159,8 +157,8 @@ void Client::Read() {
   Shut();
 }
 
-/// Interrupts the running statement for as long as a cancelling is not acknowledged: one interruption can come just
-/// before the statement begins.
+/// Interrupts the running statement until the cancelling is acknowledged. One interruption is not enough: it can come
+/// just before the statement begins.
 void Client::HandleAttentions() {
   std::unique_lock lock(mutex_);
   while (!over_) {

@@ -1,4 +1,4 @@
-// One client of the server, from its first word to its last.
+// One client of the server, from its first byte to its last.
 
 #pragma once
 
@@ -15,15 +15,15 @@
 
 namespace qbx::tds {
 
-// The server's numbers for a login that is refused.
+// The server's numbers for a refused login.
 inline constexpr int kLoginFailed = 18456;
 inline constexpr int kCannotOpenDatabase = 4060;
 
-/// What the clients of one server did, for who wants to know.
+/// What the clients of one server did.
 struct Counters {
   std::atomic<int> connections = 0;
   std::atomic<int> logins = 0;
-  std::atomic<int> encryptedLogins = 0;  ///< those whose whole connection is encrypted
+  std::atomic<int> encryptedLogins = 0;  ///< logins with the whole connection encrypted
   std::atomic<int> requests = 0;
   std::atomic<int> attentions = 0;
 };
@@ -31,21 +31,22 @@ struct Counters {
 /// What all clients of a server share; outlives them.
 struct ServerParts {
   EmbeddedEngine& engine;
-  const TlsIdentity* identity = nullptr;  ///< none: the server cannot encrypt
+  const TlsIdentity* identity = nullptr;  ///< null: the server cannot encrypt
   Faults faults = {};
   Counters counters = {};
-  std::function<void(int client, const QString& request)> told =
-      {};  ///< of each request, by many threads; may be empty
+  /// Called with each request, by many threads; may be empty.
+  std::function<void(int client, const QString& request)> told = {};
 };
 
-/// Serves one connection. While a thread carries out the requests, another one reads, so that a cancelling is noticed.
+/// Serves one connection. While one thread carries out the requests, another one reads, so that a cancelling is
+/// noticed.
 class Client {
  public:
   Client(int socket, int number, ServerParts& parts) : channel_(socket), number_(number), parts_(parts) {}
 
   /// Serves it until it ends; throws nothing.
   void Run();
-  /// From any thread: the connection ends.
+  /// Ends the connection. May be called from any thread.
   void Shut();
   [[nodiscard]] bool IsOver() const { return over_; }
 
@@ -64,8 +65,8 @@ class Client {
   void CarryOut(const Message& request, Requests& requests, ClientState& state);
   void AcknowledgeAttention();
 
-  /// Does what a fault asks for.
-  /// \throws RequestAbandoned where nothing may follow
+  /// Carries out a fault.
+  /// \throws RequestAbandoned when nothing may follow
   void Suffer(const Fault& fault, Answer& answer);
   void EndConnection(FaultKind kind);
 
@@ -76,7 +77,7 @@ class Client {
   bool encryptsAll_ = false;
   std::unique_ptr<Session> session_;
 
-  std::mutex mutex_;  // what follows, and the session against an interruption that comes too late
+  std::mutex mutex_;  // guards what follows, and keeps a late interruption away from the session
   std::condition_variable changed_;
   std::deque<Message> received_;
   bool attention_ = false;

@@ -1,5 +1,3 @@
-// What the columns of a result are declared as.
-
 #include "tds_server/column_types.h"
 
 #include <algorithm>
@@ -9,7 +7,7 @@ namespace {
 
 constexpr std::size_t kMostRowsRead = 200;
 
-/// How the columns of a table were declared, by their names in lower case.
+/// The declared types of the columns of a table, by name in lower case.
 using TableTypes = QHash<QString, QString>;
 
 TableTypes TypesOfTable(Session& session, const QString& table) {

@@ -1,4 +1,4 @@
-// What the columns of a result are declared as.
+// The declared types of the columns of a result.
 
 #pragma once
 
@@ -16,12 +16,12 @@ using HeldRow = std::vector<Value>;
 /// The start of a result.
 struct ResultStart {
   std::vector<WireColumn> columns;
-  std::vector<HeldRow> rows;  ///< the first ones, as far as they had to be read
-  bool isAll = false;         ///< there are no more; the source must not be asked again
+  std::vector<HeldRow> rows;  ///< the first rows, as far as they had to be read
+  bool isAll = false;         ///< `rows` has all rows, and the source must not be asked again
 };
 
-/// Declares the columns of a result as a server does. A column of a table has the table's type; an expression has the
-/// type of its values in the first rows, which are read for that.
+/// Declares the columns of a result as a server does. A column of a table has its declared type. An expression has the
+/// type of its values in the first rows, which are read to find out.
 [[nodiscard]] ResultStart StartResult(Session& session, RowSource& rows);
 
 }  // namespace qbx::tds

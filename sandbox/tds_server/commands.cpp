@@ -1,5 +1,3 @@
-// What a running server is told, one line of JSON each.
-
 #include "tds_server/commands.h"
 
 #include <QJsonDocument>
@@ -59,7 +57,7 @@ QByteArray Line(const QJsonObject& object) {
   return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
 }
 
-/// \return what is wrong with it; empty: nothing
+/// \return what is wrong with the command; empty: nothing
 QString AddFault(Server& server, const QJsonObject& command) {
   const auto number = [&command](const char* name, int otherwise) {
     return command[QLatin1String(name)].toInt(otherwise);

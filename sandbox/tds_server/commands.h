@@ -1,4 +1,4 @@
-// What a running server is told, one line of JSON each.
+// Commands to a running server, one line of JSON each.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace qbx::tds {
 
-/// What the commands are, for --help.
+/// The help of the commands, for --help.
 extern const char* const kCommandHelp;
 
 /// Carries out one command.

@@ -1,5 +1,3 @@
-// The engine's errors as a server of today words them.
-
 #include "tds_server/error_wording.h"
 
 #include <QRegularExpression>
@@ -24,7 +22,7 @@ constexpr std::array kClasses = {
     NumberClass{4060, 11}, NumberClass{942, 14},  NumberClass{18456, 14},
 };
 
-/// Failures of one statement: those behind it run.
+/// Errors of one statement only: later statements run.
 constexpr std::array kOfOneStatement = {201, 220, 515, 547, 2601, 2627, 2812, 8114, 8115, 8134, 8144, 8145, 8152};
 
 struct Wording {
@@ -32,7 +30,7 @@ struct Wording {
   const char* today;
 };
 
-/// Names stand in double quotes today, and constraints are called otherwise.
+/// A current server puts names in double quotes, and names constraints in another way.
 constexpr std::array kWordings = {
     Wording{"^(\\w+) statement conflicted with COLUMN REFERENCE constraint '([^']*)'",
             "The \\1 statement conflicted with the REFERENCE constraint \"\\2\""},

@@ -1,4 +1,4 @@
-// The engine's errors as a server of today words them.
+// Words the engine's errors as a current server does.
 
 #pragma once
 
@@ -7,10 +7,10 @@
 
 namespace qbx::tds {
 
-/// Writes all of its errors, with their classes.
+/// Writes all entries of an error, with their classes.
 void WriteError(Answer& answer, const DatabaseError& error);
 
-/// Whether the statements behind the failed one are left out.
+/// Whether the statements after the failed one are left out.
 [[nodiscard]] bool EndsBatch(const DatabaseError& error);
 
 }  // namespace qbx::tds

@@ -1,5 +1,3 @@
-// What goes wrong on demand, and when.
-
 #include "tds_server/faults.h"
 
 namespace qbx::tds {

@@ -10,17 +10,17 @@
 namespace qbx::tds {
 
 enum class FaultKind {
-  kHang,          ///< answers nothing any more, also no cancelling
+  kHang,          ///< answers nothing any more, not even a cancelling
   kClose,         ///< ends the connection
-  kReset,         ///< breaks it off
-  kSlow,          ///< waits first; a cancelling is heeded
+  kReset,         ///< resets it
+  kSlow,          ///< waits first; can be cancelled
   kError,         ///< answers with an error
   kNoEncryption,  ///< says that it cannot encrypt (at kConnect)
 };
 
 enum class FaultMoment {
-  kConnect,   ///< before the first word
-  kLogin,     ///< when the login has come
+  kConnect,   ///< before the first message
+  kLogin,     ///< after the login has arrived
   kRequest,   ///< before a request is carried out
   kAnswered,  ///< after it was carried out, before its answer
   kRow,       ///< in the middle of a row of its answer
@@ -29,8 +29,8 @@ enum class FaultMoment {
 struct Fault {
   FaultKind kind = FaultKind::kClose;
   FaultMoment moment = FaultMoment::kRequest;
-  QString match = {};      ///< only requests with this text in them count, without regard to case; empty: all
-  int skip = 0;            ///< so many go well first
+  QString match = {};      ///< counts only requests with this text, without regard to case; empty: all requests
+  int skip = 0;            ///< so many requests go well first
   int times = 1;           ///< how often it happens; 0: until it is cleared
   int row = 1;             ///< of kRow: which one
   int milliseconds = 500;  ///< of kSlow
@@ -38,12 +38,12 @@ struct Fault {
   QString text = {};
 };
 
-/// The faults of one server. Any thread may ask and change them.
+/// The faults of one server. Any thread may ask for them and change them.
 class Faults {
  public:
   void Add(const Fault& fault);
   void Clear();
-  /// Counts one more occasion.
+  /// Counts one occasion.
   /// \return the fault that happens at it
   [[nodiscard]] std::optional<Fault> At(FaultMoment moment, const QString& text = {});
   /// How many have happened since they were cleared.

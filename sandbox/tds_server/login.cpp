@@ -1,5 +1,3 @@
-// What a client says before it may ask for anything: the pre-login and the login message.
-
 #include "tds_server/login.h"
 
 #include <algorithm>
@@ -44,7 +42,7 @@ enum Part {
   kDatabasePart
 };
 
-/// A password is veiled, not encrypted.
+/// A password is scrambled, not encrypted.
 QString Unveiled(QByteArrayView veiled) {
   QByteArray bytes = veiled.toByteArray();
   for (char& byte : bytes) {
@@ -82,7 +80,7 @@ Encryption WantedEncryption(QByteArrayView preLogin) {
 
 QByteArray PreLoginAnswer(Encryption encryption) {
   constexpr int kVersionLength = 6;
-  constexpr int kFirst = 11;  // behind the list of two options
+  constexpr int kFirst = 11;  // after the list of two options
   ByteWriter answer;
   answer.U8(kVersionOption).BigEndian(kFirst, 2).BigEndian(kVersionLength, 2);
   answer.U8(kEncryptionOption).BigEndian(kFirst + kVersionLength, 2).BigEndian(1, 2).U8(kEnd);

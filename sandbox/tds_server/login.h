@@ -1,4 +1,4 @@
-// What a client says before it may ask for anything: the pre-login and the login message.
+// The messages before the first request: the pre-login and the login.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace qbx::tds {
 
-/// What is agreed on about encryption, by its number on the wire.
+/// The agreement on encryption, by its number on the wire.
 enum class Encryption : quint8 { kLoginOnly = 0, kAll = 1, kImpossible = 2, kRequired = 3 };
 
 /// What a client's pre-login message asks for.

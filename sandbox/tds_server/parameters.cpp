@@ -1,5 +1,3 @@
-// The parameters of a procedure call as a client sends them.
-
 #include "tds_server/parameters.h"
 
 #include <cmath>

@@ -20,7 +20,7 @@ struct SentParameter {
 };
 
 /// Reads one parameter: its name, type and value.
-/// \throws ProtocolError for a type that is not known here
+/// \throws ProtocolError for an unknown type
 [[nodiscard]] SentParameter ReadParameter(ByteReader& in);
 
 /// A value as a statement writes it: N'text', 1.5, NULL.

@@ -1,5 +1,3 @@
-// The requests of a client that has logged in: batches, procedure calls, transactions.
-
 #include "tds_server/requests.h"
 
 #include "database/embedded/errors.h"

@@ -9,23 +9,23 @@
 
 namespace qbx::tds {
 
-/// Carries out the requests of one client. What is prepared lives as long as this.
+/// Carries out the requests of one client. Prepared statements live as long as it.
 class Requests {
  public:
   explicit Requests(ClientState& client) : client_(client) {}
 
-  /// Writes the answer to a request, but for the end of the message.
+  /// Writes the answer to a request, without the end of the message.
   /// \throws ProtocolError, RequestAbandoned
   void Carry(const Message& message, Answer& answer);
 
-  /// What a fault may look for in a request: its statement or the name of its procedure, with the texts among its
-  /// parameters behind it.
+  /// The text of a request, in which a fault looks for its `match`: the statement or the procedure's name, followed by
+  /// the text parameters.
   [[nodiscard]] static QString TextOf(const Message& message);
 
  private:
   struct ProcedureRequest {
     QString name;
-    int number = 0;  ///< of those that have one instead of a name
+    int number = 0;  ///< of a procedure called by number instead of name
     std::vector<SentParameter> parameters;
   };
   struct PreparedText {

@@ -1,5 +1,3 @@
-// Making a client's statement into one that the engine takes.
-
 #include "tds_server/rewriting.h"
 
 #include "database/embedded/errors.h"
@@ -28,7 +26,8 @@ std::size_t EndOfOption(Tokens statement) {
   return end;
 }
 
-/// A call without arguments of one of the functions that tell of the server, as what is asked for.
+/// The name ("@@...") for a call of a function about the server; empty when there is no such call. `length` is its
+/// number of tokens.
 QString AskedOfServer(Tokens rest, std::size_t& length) {
   const auto symbol = [&rest](std::size_t i, const char* text) { return i < rest.size() && rest[i].IsSymbol(text); };
   length = 3;
@@ -40,7 +39,7 @@ QString AskedOfServer(Tokens rest, std::size_t& length) {
   return {};
 }
 
-/// Whether it is the "max" of "nvarchar(max)", which SQLite does not know.
+/// Whether the token is the "max" of "nvarchar(max)", which SQLite does not know.
 bool IsNoLimit(Tokens statement, std::size_t i) {
   return statement[i].IsWord("MAX") && i > 0 && i + 1 < statement.size() && statement[i - 1].IsSymbol("(") &&
          statement[i + 1].IsSymbol(")");

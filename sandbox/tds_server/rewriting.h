@@ -1,5 +1,5 @@
-// Making a client's statement into one that the engine takes: variables become literals, and so do the few functions
-// that tell something about the server.
+// Rewrites a client's statement for the engine: variables become literals, and so do the few functions that return
+// something about the server.
 
 #pragma once
 
@@ -13,13 +13,13 @@
 
 namespace qbx::tds {
 
-/// The value of a variable (with "@") or of what the server tells of itself (with "@@"); nothing where there is none.
+/// The value of a variable ("@...") or of a value of the server ("@@..."); nothing when there is none.
 using ValueOf = std::function<std::optional<Value>(const QString& name)>;
 
-/// Cuts a batch into its statements: at ";", and behind each SET of an option, which clients write without one.
+/// Cuts a batch into its statements: at ";", and after each SET of an option, which clients write without ";".
 [[nodiscard]] std::vector<Tokens> CutBatch(const std::vector<Token>& tokens);
 
-/// Whether it sets an option of the session, which means nothing here.
+/// Whether it sets an option of the session, which has no effect here.
 [[nodiscard]] bool SetsOption(Tokens statement);
 
 /// \throws DatabaseError (137) for a variable without a value

@@ -1,5 +1,3 @@
-// The server: listens on loopback and serves each client in a thread of its own.
-
 #include "tds_server/server.h"
 
 #include <arpa/inet.h>
@@ -15,7 +13,7 @@ namespace qbx::tds {
 namespace {
 
 /// Listens on loopback.
-/// \param port  0: any, which is written there then
+/// \param port  0: any free port, which is then written to it
 int OpenListener(int& port) {
   const int handle = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   const int on = 1;

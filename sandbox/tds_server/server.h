@@ -1,4 +1,4 @@
-// The server: listens on loopback and serves each client in a thread of its own.
+// The server: listens on loopback and serves each client in its own thread.
 
 #pragma once
 
@@ -11,17 +11,17 @@
 
 namespace qbx::tds {
 
-/// A SQL Server's stand-in in front of an engine, from construction to destruction.
+/// Stands in for a SQL Server, in front of an engine, from construction to destruction.
 ///
 ///   EmbeddedEngine engine(folder, clock);
 ///   tds::Server server(engine);
 ///   // clients connect to 127.0.0.1, server.Port()
 class Server {
  public:
-  /// \param engine    outlives the server
-  /// \param port      0: any that is free
-  /// \param identity  for encryption; none: the server cannot encrypt. It outlives the server.
-  /// \throws ProtocolError where it cannot listen there
+  /// \param engine    must outlive the server
+  /// \param port      0: any free port
+  /// \param identity  for encryption; null: the server cannot encrypt. Must outlive the server.
+  /// \throws ProtocolError when it cannot listen on the port
   explicit Server(EmbeddedEngine& engine, int port = 0, const TlsIdentity* identity = nullptr);
   ~Server();
   Server(const Server&) = delete;
@@ -31,12 +31,12 @@ class Server {
   [[nodiscard]] Faults& PlannedFaults() { return parts_.faults; }
   [[nodiscard]] const Counters& Counted() const { return parts_.counters; }
 
-  /// Has each request told, on the client's thread; before the first client comes.
+  /// Sets what is called with each request, on the client's thread. Call it before the first client connects.
   void OnRequest(std::function<void(int client, const QString& request)> told) { parts_.told = std::move(told); }
 
   /// Refuses new connections, or takes them again at the same port.
   void SetListening(bool on);
-  /// Ends all connections there are, as a server does that is started anew.
+  /// Ends all open connections, as a restarted server does.
   void EndConnections();
 
  private:
@@ -55,7 +55,7 @@ class Server {
   std::thread listening_;
   std::mutex mutex_;
   std::list<Served> served_;
-  int clients_ = 50;  // as on a server, the first numbers are its own
+  int clients_ = 50;  // as on a server, which uses the first numbers itself
 };
 
 }  // namespace qbx::tds

@@ -1,5 +1,3 @@
-// A connected socket that blocks, and how it can end.
-
 #include "tds_server/socket.h"
 
 #include <netinet/in.h>

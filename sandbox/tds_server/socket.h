@@ -1,4 +1,4 @@
-// A connected socket that blocks, and how it can end.
+// A connected, blocking socket, and the ways it can end.
 
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace qbx::tds {
 
-/// Owns a connected socket. One thread may read while another writes; Shut may come from any.
+/// Owns a connected socket. One thread may read while another writes. Shut may be called from any thread.
 class Socket {
  public:
   explicit Socket(int handle);
@@ -18,18 +18,18 @@ class Socket {
   /// Waits for bytes.
   /// \return none at the end of the connection
   [[nodiscard]] QByteArray Receive();
-  /// \throws ProtocolError where the other side is gone
+  /// \throws ProtocolError when the other side is gone
   void Send(QByteArrayView bytes);
-  /// Wakes whoever reads or writes: the connection ends.
+  /// Ends the connection and wakes the threads that read or write.
   void Shut();
-  /// Frees it, once nobody reads or writes any more.
+  /// Frees the socket. No thread may use it any more.
   void Close();
-  /// Lets the connection end with a reset instead of a farewell, once nobody uses it any more.
+  /// Makes the connection end with a reset. No thread may use it any more.
   void ResetAtEnd();
 
  private:
   int handle_;
-  int stop_;  // readable once it ends
+  int stop_;  // becomes readable at the end
   std::atomic<bool> resets_ = false;
 };
 

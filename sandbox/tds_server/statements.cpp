@@ -1,5 +1,3 @@
-// Running the statements of a client on the engine, and writing what comes of them.
-
 #include "tds_server/statements.h"
 
 #include "database/embedded/errors.h"
@@ -13,7 +11,7 @@ QString ContentOf(const Token& token) {
   return QString::fromStdString(token.Content());
 }
 
-/// What a server tells of itself.
+/// The values that a server returns about itself.
 std::optional<Value> Told(const QString& name, const ClientState& client) {
   const QString asked = name.toUpper();
   if (asked == QLatin1String("@@TRANCOUNT")) return Value(client.session.InTransaction() ? 1 : 0);
@@ -120,8 +118,8 @@ StatementRunner::Outcome StatementRunner::RunOne(Tokens statement, Variables& va
   }
 }
 
-/// Looks at the condition in front of a statement: IF @@TRANCOUNT > 0, all that clients send.
-/// \param statement  left without it
+/// Tests the condition before a statement. Clients only send IF @@TRANCOUNT > 0.
+/// \param statement  loses the condition
 bool StatementRunner::Passes(Tokens& statement, const Variables& variables) {
   if (!statement[0].IsWord("IF") || statement.size() < 5) return true;
   const QString condition = Rewritten(statement.subspan(1, 3), Values(variables, client_));
@@ -177,7 +175,7 @@ StatementRunner::Outcome StatementRunner::RunSql(Tokens statement, const Variabl
   return Outcome::kDone;
 }
 
-/// EXEC @rc = name ...: the return code goes into the variable.
+/// EXEC @rc = name ...: the variable gets the return code.
 StatementRunner::Outcome StatementRunner::RunExec(Tokens statement, Variables& variables, bool more) {
   QString code;
   if (statement.size() > 3 && statement[1].kind == TokenKind::kParameter && statement[2].IsSymbol("=")) {
@@ -228,7 +226,7 @@ quint64 StatementRunner::WriteRows(RowSource& rows) {
 }
 
 /// Writes an error.
-/// \return whether the statements behind it still run
+/// \return whether later statements still run
 StatementRunner::Outcome StatementRunner::Report(const DatabaseError& error) {
   if (error.ConnectionLost() || error.Number() == kCommandCancelled)
     throw RequestAbandoned{.undoes = client_.session.InTransaction()};

@@ -1,4 +1,4 @@
-// Running the statements of a client on the engine, and writing what comes of them.
+// Runs the statements of a client on the engine, and writes their results.
 
 #pragma once
 
@@ -17,9 +17,9 @@
 
 namespace qbx::tds {
 
-/// Thrown where the rest of a request is to be left: the connection ends, or the client has cancelled.
+/// Thrown to leave the rest of a request: the connection ends, or the client has cancelled.
 struct RequestAbandoned {
-  bool undoes = false;  ///< the engine has undone the open transaction
+  bool undoes = false;  ///< the engine has rolled back the open transaction
 };
 
 /// The values of the variables of a batch and of the parameters of a statement, by name with "@".
@@ -37,7 +37,7 @@ struct ClientState {
   Session& session;
   QString database;
   int number = 0;
-  quint64 transaction = 0;  ///< its descriptor, 0: none is open
+  quint64 transaction = 0;  ///< its descriptor; 0: none is open
   quint64 transactions = 0;
   int lastCount = 0;  ///< rows of the last statement
   /// Called before each row.
@@ -45,19 +45,19 @@ struct ClientState {
   std::function<void(Answer& answer, qint64 row)> beforeRow = {};
 };
 
-/// Runs statements of one client. Each statement is a call of the session of its own, so that one that fails leaves
-/// the others as a server does.
+/// Runs statements of one client. Each statement is a separate call of the session, so that after a failed statement
+/// the others run as on a server.
 class StatementRunner {
  public:
   StatementRunner(ClientState& client, Answer& answer, Answer::Statement place)
       : client_(client), answer_(answer), place_(place) {}
 
   /// Runs a batch.
-  /// \param more  whether more of the answer follows behind it
-  /// \return whether all of it went well
+  /// \param more  whether more of the answer follows
+  /// \return whether every statement succeeded
   bool Run(const QString& batch, Variables& variables, bool more);
-  /// Runs one call, its results written as those of a procedure.
-  /// \return the procedure's return code; nothing where it failed
+  /// Runs one call and writes its results as those of a procedure.
+  /// \return the procedure's return code; nothing when it failed
   std::optional<int> Call(const QString& call);
 
  private:
@@ -77,9 +77,9 @@ class StatementRunner {
   Answer::Statement place_;
 };
 
-/// Undoes the open transaction, all of it.
+/// Rolls the whole open transaction back.
 void UndoTransaction(Session& session);
-/// Tells a client whether a transaction was begun or ended since it was told last.
+/// Tells a client that a transaction was begun or ended, if it was not told before.
 void TellTransaction(ClientState& client, Answer& answer, bool committed);
 
 }  // namespace qbx::tds

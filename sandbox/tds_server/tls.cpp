@@ -1,5 +1,3 @@
-// The server's side of TLS, apart from any socket.
-
 #include "tds_server/tls.h"
 
 #include <openssl/err.h>
@@ -22,7 +20,7 @@ namespace {
 
 TlsIdentity::TlsIdentity(const QString& certificateFile, const QString& keyFile)
     : context_(SSL_CTX_new(TLS_server_method())) {
-  // The handshake travels in packets that end with it; TLS 1.3 would send tickets behind it.
+  // The packets of the handshake end with it, but TLS 1.3 would send tickets afterwards.
   SSL_CTX_set_max_proto_version(context_, TLS1_2_VERSION);
   const bool good = SSL_CTX_use_certificate_chain_file(context_, certificateFile.toLocal8Bit().constData()) == 1 &&
                     SSL_CTX_use_PrivateKey_file(context_, keyFile.toLocal8Bit().constData(), SSL_FILETYPE_PEM) == 1 &&

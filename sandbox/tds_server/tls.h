@@ -1,4 +1,4 @@
-// The server's side of TLS, apart from any socket.
+// The server's side of TLS, without a socket.
 
 #pragma once
 
@@ -12,12 +12,12 @@ struct ssl_st;
 
 namespace qbx::tds {
 
-/// What a server identifies itself with.
+/// The certificate and key that identify a server.
 class TlsIdentity {
  public:
-  /// \param certificateFile  PEM, with the chain behind it
+  /// \param certificateFile  PEM, followed by the chain
   /// \param keyFile          PEM
-  /// \throws ProtocolError where they cannot be read or do not belong together
+  /// \throws ProtocolError when they cannot be read or do not belong together
   TlsIdentity(const QString& certificateFile, const QString& keyFile);
   ~TlsIdentity();
   TlsIdentity(const TlsIdentity&) = delete;
@@ -28,8 +28,8 @@ class TlsIdentity {
   ssl_ctx_st* context_;
 };
 
-/// One connection's TLS: bytes of the wire go in, bytes for the wire come out. One thread may decrypt while another
-/// encrypts.
+/// TLS of one connection. Takes bytes from the wire and returns bytes for the wire. One thread may decrypt while
+/// another encrypts.
 class TlsSession {
  public:
   explicit TlsSession(const TlsIdentity& identity);
@@ -37,9 +37,9 @@ class TlsSession {
   TlsSession(const TlsSession&) = delete;
   TlsSession& operator=(const TlsSession&) = delete;
 
-  /// Goes on with the handshake.
-  /// \return what has to be sent
-  /// \throws ProtocolError where the client refuses
+  /// Continues the handshake.
+  /// \return the bytes to send
+  /// \throws ProtocolError when the client refuses
   [[nodiscard]] QByteArray Handshake(QByteArrayView received);
   [[nodiscard]] bool IsReady() const { return ready_; }
 

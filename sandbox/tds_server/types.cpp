@@ -1,5 +1,3 @@
-// The types of the wire: how a column is declared to a client, and how its values are written.
-
 #include "tds_server/types.h"
 
 #include <algorithm>
@@ -71,7 +69,7 @@ qint64 IntegerOf(const Cell& cell) {
   return exact ? cell.integer : std::llround(NumberOf(cell));
 }
 
-/// The number times 10 to the power of `scale`, exact where the cell is.
+/// The number times 10 to the power of `scale`; exact when the cell is.
 qint64 ScaledOf(const Cell& cell, int scale) {
   if (cell.type == ValueType::kDecimal && cell.scale == scale) return cell.integer;
   return std::llround(NumberOf(cell) * PowerOfTen(scale));
@@ -120,7 +118,7 @@ void WriteDate(ByteWriter& out, const WireType& type, const Cell& cell) {
   } else if (type.size == 4) {
     out.U16(static_cast<unsigned>(days + kDaysTo1970)).U16(static_cast<unsigned>(rest / 60'000));
   } else {
-    // In steps of a 300th of a second, as the server keeps it.
+    // In steps of 1/300 second, as the server stores it.
     const qint64 steps = std::min((rest * 3 + 5) / 10, kMillisecondsOfDay * 3 / 10 - 1);
     out.I32(static_cast<qint32>(days + kDaysTo1970)).U32(static_cast<quint32>(steps));
   }
@@ -141,7 +139,7 @@ void WriteText(ByteWriter& out, const WireType& type, const Cell& cell) {
     if (!bytes.isEmpty()) out.U32(static_cast<quint32>(bytes.size())).Bytes(bytes);
     out.U32(0);
   } else {
-    // SQLite keeps what is longer than its declaration, a server never has it.
+    // SQLite stores text longer than its declaration, a server does not.
     const QByteArray kept = bytes.left(type.size);
     out.U16(static_cast<unsigned>(kept.size())).Bytes(kept);
   }

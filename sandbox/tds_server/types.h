@@ -9,7 +9,7 @@
 
 namespace qbx::tds {
 
-/// A type's number on the wire. Those with an N may be NULL.
+/// The number of a type on the wire. Types with an N may be NULL.
 enum class TypeId : quint8 {
   kNull = 0x1F,
   kText = 0x23,
@@ -47,16 +47,16 @@ enum class TypeId : quint8 {
 
 struct WireType {
   TypeId id = TypeId::kNVarChar;
-  int size = 0;  ///< bytes; of nvarchar and varchar 0xFFFF: without a limit
+  int size = 0;  ///< bytes; 0xFFFF for nvarchar and varchar: without a limit
   int precision = 0;
   int scale = 0;
 };
 
-/// A type as a CREATE TABLE writes it: "nvarchar(50)", "decimal(10,2)", "ntext".
-/// \return false where it is no type of the server
+/// Reads a type as CREATE TABLE writes it: "nvarchar(50)", "decimal(10,2)", "ntext".
+/// \return false when it is no type of the server
 [[nodiscard]] bool TypeFromWords(const QString& words, WireType& type);
 
-/// The type of an expression, of which only a value is known.
+/// The type of an expression, by its value.
 [[nodiscard]] WireType TypeOfValue(ValueType value);
 
 /// A value as a cell.
@@ -64,7 +64,7 @@ struct WireType {
 [[nodiscard]] Cell CellOf(const Value& value, QByteArray& utf8);
 
 void WriteType(ByteWriter& out, const WireType& type);
-/// \param cell  made to fit the type
+/// \param cell  is converted to the type
 void WriteValue(ByteWriter& out, const WireType& type, const Cell& cell);
 
 }  // namespace qbx::tds

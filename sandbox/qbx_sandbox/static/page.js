@@ -1,4 +1,4 @@
-// Shows what the sandbox received. Asks for news once a second; everything received is put in as text, never as markup.
+// Shows everything that the sandbox received, and asks for more once a second. It is inserted as text, never as markup.
 "use strict";
 
 const PAGE = 200; // records fetched at once
@@ -30,7 +30,7 @@ function moment(record) {
 
 const number = (text) => text.replace(/^(0\d{4})(\d{6})$/, "$1 $2");
 
-/** The newest records of one kind, and older ones on request. `place` puts an element at the new or the old end. */
+/** The newest records of one kind; older ones on request. `place` inserts an element at the new or the old end. */
 class Feed {
   constructor(path, render, place, empty, earlier) {
     Object.assign(this, { path, render, place, empty, earlier });
