@@ -18,7 +18,7 @@ struct WireColumn {
   bool isNullable = true;
 };
 
-/// What the end of a statement says besides.
+/// What the end of a statement says, beside the statement.
 struct Ending {
   bool more = false;  ///< something follows in this answer
   bool failed = false;

@@ -8,7 +8,7 @@
 
 namespace qbx {
 
-/// Marks a stored value whose rest is encoded by cBase64. The host may write such values; nothing here reads or makes one yet.
+/// Marks a stored value whose rest is encoded by cBase64. The host may write one; nothing here reads or writes it yet.
 inline constexpr char kBase64Marker[] = "b64!";
 
 /// Base64 with the standard alphabet and "=" padding (RFC 4648), broken into lines of 76 characters by CR LF (RFC
