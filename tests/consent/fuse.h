@@ -10,8 +10,8 @@
 
 namespace qbx::consent {
 
-/// Counts the calls of a process. At the last one the process ends, in the middle of a batch if there is one, or the call
-/// fails.
+/// Counts the calls of a process. At the last call the process ends, in the middle of a batch if there is one, or the
+/// call fails.
 struct Fuse {
   int left = 0;                 ///< calls up to the last one; 0: none is counted
   QString procedure = {};       ///< the last call is the next one of this procedure

@@ -37,8 +37,8 @@ struct RunReport {
 ///   1. Nobody who may not be contacted, as asked when the message was announced.
 ///   2. Nobody twice, unless the user agreed.
 ///   3. Nothing unmerged, and to the right address.
-///   4. What was due is sent, failed with a reason, left out with a reason, or in doubt; and a row counts as processed only
-///      when its messages went out.
+///   4. Every due message is sent, failed with a reason, left out with a reason, or in doubt. A row counts as processed
+///      only when its messages went out.
 class Ledger final : public Postbox {
  public:
   Ledger(const World& world, Story& story, const Clock& clock) : world_(world), story_(story), clock_(clock) {}

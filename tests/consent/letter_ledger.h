@@ -16,7 +16,8 @@ struct LetterReport {
   QStringList log;     ///< its lines of the results log
 };
 
-/// The rules of the `Ledger` for letters. A letter is announced when it is made, and arrives when it is printed or stands in a file.
+/// The rules of the `Ledger` for letters. A letter is announced when it is made. It arrives when it is printed or its
+/// file is written.
 class LetterLedger {
  public:
   static constexpr int kAll = std::numeric_limits<int>::max();

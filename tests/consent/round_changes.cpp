@@ -98,7 +98,8 @@ void Round::TakeManyOut() {
   });
 }
 
-/// A row comes back as it was when nothing happened to it meanwhile. Once there was a run nothing has to come back but rows that were out.
+/// Undoes the last change. A row comes back unchanged if nothing happened to it since. After a run, only rows that were
+/// taken out must come back.
 void Round::UndoLast() {
   if (!last_) {
     if (user_->desk->edits.LastChange().isEmpty()) return;

@@ -32,7 +32,7 @@ struct LetterPlan {
   LetterMoment dies = LetterMoment::kNever;
 };
 
-/// Two users, PAT and JO, on one database. PAT does the steps and sends; JO sets flags, wants to send too, or takes over.
+/// Two users, PAT and JO, on one database. PAT does the steps and sends. JO sets flags, tries to send, or takes over.
 class Round {
  public:
   Round(const RoundWishes& wishes, int number, Story& story)

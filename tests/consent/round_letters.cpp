@@ -84,7 +84,8 @@ void Round::OtherWantsLetters() {
   (void)other.desk->MakeLetterRun(reports, nobody).GenerateLetters(campaign_, AsRtf(letters_.letter), {});
 }
 
-/// The first user's computer is silent for long, between the last letter and the file or the printer. The second makes the letters meanwhile.
+/// The first user's computer is silent for a long time after the last letter, before the file or the printer. Meanwhile
+/// the second user makes the letters.
 void Round::OtherMakesLetters() {
   DeskUser& other = Other();
   if (other.app.host.ComputerName() == QLatin1String(kComputer)) return;

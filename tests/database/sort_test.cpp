@@ -31,8 +31,8 @@ class Texts final : public RowSource {
   int row_ = -1;
 };
 
-// Letters that fold across the border of ASCII (the Kelvin sign is a "k"), long ones, a zero, and texts that differ only
-// far behind their start.
+// Letters that fold to ASCII (the Kelvin sign is a "k"), long letters, a zero character, and texts that differ only far
+// behind their start.
 TEST(RecordsetSort, AgreesWithComparingWholeTexts) {
   const std::vector<std::string> parts = {
       "a", "A", "b", "K", "\u212A", "k", "\u00E9", "\u00C9", "\U0001F600", std::string(1, '\0'), " ", "aaaaaaaa"};

@@ -1,5 +1,8 @@
 #!/usr/bin/python3
-"""Prints the cells of a workbook as another program reads them: JSON of name, frozen, filter, titles and rows of [type, value]."""
+"""Prints the cells of a workbook as another program reads them.
+
+The output is JSON: name, frozen, filter, titles, and rows of [type, value].
+"""
 import datetime
 import json
 import sys

@@ -29,7 +29,7 @@ class HostDatabase : public ::testing::Test, public test::EmbeddedHost {
 };
 
 TEST_F(HostDatabase, EveryProcedureIsReadAndPrepared) {
-  // A transaction that is rolled back, and NULL wherever nothing better is known: it is enough that SQLite understands every statement.
+  // SQLite only has to understand every statement. So every argument is NULL, and the transaction is rolled back.
   for (const ProcedureFile& procedure : BuiltInProcedures()) {
     SCOPED_TRACE(procedure.name.toStdString());
     const QString name = QString::fromUtf8(procedure.name);

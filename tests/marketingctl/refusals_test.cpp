@@ -147,7 +147,8 @@ TEST(MarketingCtlRefuses, WhatCannotBeDone) {
     EXPECT_TRUE(again.err.contains("--replace")) << again.err.constData();
   }
   EXPECT_EQ(garage.Folder().Read("QBXKorvelManager.db"), before);
-  // A database is made where the program looks for it: of the edition that the INI file says, and never outside the folder.
+  // A database is made where the program looks for it: under the name of the edition in the INI file, and never outside
+  // the folder.
   const TempFolder boats;
   boats.Write("qbx.ini", "[App]\nName=MX\n");
   for (const char* name : {"../outside", "a;b", "master", " "}) {

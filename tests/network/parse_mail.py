@@ -1,4 +1,4 @@
-"""Reads an e-mail from standard input with Python's own parser and prints what it says as JSON, with every defect it finds."""
+"""Reads an e-mail from standard input with Python's parser, and prints its content and its defects as JSON."""
 import email
 import email.header
 import email.policy
@@ -11,7 +11,7 @@ message = email.message_from_bytes(raw, policy=email.policy.SMTP)
 
 
 def people(name):
-    """Display name and address of everyone in a header. By the older parser, since the newer one puts blanks between encoded words."""
+    """Display names and addresses of a header. Uses the older parser: the newer puts blanks between encoded words."""
     unfolded = [value.replace("\r\n", "") for value in email.message_from_bytes(raw).get_all(name, [])]
     pairs = email.utils.getaddresses(unfolded)
     return [[str(email.header.make_header(email.header.decode_header(person))), address] for person, address in pairs]

@@ -28,8 +28,8 @@ class Peer {
   QByteArray buffer_;
 };
 
-/// Accepts connections one after the other and hands each with its number (from 1 on) to the script, in a thread of its own. The connection
-/// is closed when the script returns.
+/// Accepts connections one after the other in its own thread. Calls the script with each connection and its number
+/// (from 1), and closes the connection when the script returns.
 class ScriptServer {
  public:
   using Script = std::function<void(Peer&, int number)>;

@@ -1,4 +1,4 @@
-// The letters of the program in their envelope: a window shows what stands 20 to 100 mm from the left and 57 to 81 mm from the top.
+// The program's letters in their envelope. Its window shows 20 to 100 mm from the left and 57 to 81 mm from the top.
 
 #include <gtest/gtest.h>
 

@@ -7,8 +7,8 @@
 
 namespace qbx {
 
-/// The text with its looks: "<left 20 disc 1>" in front of a paragraph, "[b i 10pt Arial]" where characters change, each
-/// without what every letter of the tests has (12 points Tahoma). Lengths are in pixels.
+/// The text with its formats: "<left 20 disc 1>" before a paragraph, "[b i 10pt Arial]" where characters change. The
+/// usual format of the tests, 12 points Tahoma, is left out. Lengths are in pixels.
 [[nodiscard]] QString Described(const QTextDocument& document);
 
 }  // namespace qbx

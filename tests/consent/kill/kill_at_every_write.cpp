@@ -1,5 +1,5 @@
-// Ends "marketingctl send" at each of its writes, syncs and sends in turn, resumes it, and holds what arrived against the
-// promises: nothing twice, nothing lost. By hand; see ../README.md.
+// Ends "marketingctl send" at each of its writes, syncs and sends in turn, resumes it, and checks the messages that
+// arrived: none twice, none lost. Run by hand; see ../README.md.
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,4 +1,5 @@
-// The program is killed in the middle of a run: the next start shows the message that was on its way, and repeats nothing that arrived.
+// The program is killed in the middle of a run. The next start shows the message that was being sent, and repeats no
+// message that arrived.
 
 start({sandbox: true});
 control("cmdNew").click();

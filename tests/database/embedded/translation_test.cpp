@@ -13,7 +13,7 @@ struct StatementCase {
   const char* then = nullptr;
 };
 
-/// GoogleTest names what it cannot print after its bytes, addresses among them, so that the name differs from run to run.
+/// Without it GoogleTest names a case after its bytes, which contain addresses, so the name would differ between runs.
 void PrintTo(const StatementCase& test, std::ostream* out) {
   *out << test.batch;
 }
