@@ -11,12 +11,12 @@ namespace qbx::ctl {
 namespace {
 
 constexpr auto kErrorCodes = std::to_array<ErrorCode>({
-    {Reason::kUsage, "usage", "the command line makes no sense (exit code 2)"},
+    {Reason::kUsage, "usage", "the command line is wrong (exit code 2)"},
     {Reason::kNoUser, "no_user", "nobody was named with --user or QBX_USER"},
     {Reason::kNoFolder, "no_folder", "the program folder does not exist"},
     {Reason::kNoDatabase, "no_database", "there is no database of that name"},
     {Reason::kDatabaseAway, "database_away",
-     "the database cannot be worked with: offline, damaged, newer than the program, or its server is away"},
+     "the database cannot be used: it is offline, damaged or newer than the program, or its server is unavailable"},
     {Reason::kStartFailed, "start_failed",
      "the program did not start well: damaged files, options that cannot be read"},
     {Reason::kDatabaseExists, "database_exists", "the folder holds a database, and --replace was not given"},
@@ -30,7 +30,7 @@ constexpr auto kErrorCodes = std::to_array<ErrorCode>({
     {Reason::kRowsProcessed, "rows_processed",
      "something of the campaign went out, and --reset-processed was not given"},
     {Reason::kNotAgreed, "not_agreed", "a question was not answered with Yes by a flag, such as --yes"},
-    {Reason::kClaimed, "claimed", "a run of the campaign is under way"},
+    {Reason::kClaimed, "claimed", "the campaign is being sent"},
     {Reason::kNotManager, "not_manager", "only the user \"manager\" may do it"},
     {Reason::kOptionsUnread, "options_unread", "the options could not be read, so nobody's consent is known"},
     {Reason::kNoTemplate, "no_template", "the text or the e-mail of the campaign is empty"},
