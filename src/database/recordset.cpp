@@ -76,6 +76,7 @@ void Recordset::MoveNext() {
   if (state_->ClientSide()) {
     state_->GoTo(state_->current + 1);
   } else {
+    state_->ended = true;  // also when it fails
     state_->ended = !state_->source->Next();
   }
 }

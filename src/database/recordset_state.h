@@ -120,6 +120,7 @@ class Recordset::State {
   void Start() {
     if (started) return;
     started = true;
+    ended = true;  // also when it fails
     ended = !source->Next();
   }
 

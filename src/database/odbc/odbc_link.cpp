@@ -47,6 +47,12 @@ OdbcLink::~OdbcLink() {
   ::SQLDisconnect(connection_.Get());
 }
 
+std::optional<std::chrono::nanoseconds> OdbcLink::TimeLeftSince(std::chrono::steady_clock::time_point started) const {
+  if (timeLimit_ <= 0) return std::nullopt;
+  const auto spent = std::chrono::steady_clock::now() - started;
+  return std::chrono::seconds(timeLimit_) - spent;
+}
+
 void OdbcLink::Interrupt() {
   const std::lock_guard lock(runningMutex_);
   interrupted_ = true;
@@ -81,7 +87,11 @@ void OdbcLink::Fail(const std::vector<NativeError>& records) {
   dead_ = dead_ || DriverSaysDead() || std::ranges::any_of(records, [](const NativeError& record) {
             return record.number == 0 && record.sqlState == kCursorStateWrong;
           });
-  const bool timedOut = std::exchange(timedOut_, false);
+  bool timedOut = false;
+  {
+    const std::lock_guard lock(runningMutex_);
+    timedOut = std::exchange(timedOut_, false);
+  }
   const bool interrupted = mayInterrupt_ && interrupted_.exchange(false);
   throw FailureOfCall(records, dead_,
                       timedOut      ? CallEnd::kTimedOut
@@ -89,19 +99,35 @@ void OdbcLink::Fail(const std::vector<NativeError>& records) {
                                     : CallEnd::kFailed);
 }
 
+void OdbcLink::GiveUp() {
+  if (std::exchange(dead_, true)) return;
+  ::SQLDisconnect(connection_.Get());
+}
+
 OdbcLink::Turn::Turn(OdbcLink& link, const OdbcHandle& statement, int exchanges, MayInterrupt mayInterrupt)
-    : link_(link), exchanges_(exchanges > 0), watched_(exchanges > 0 && link.timeLimit_ > 0) {
-  if (link.dead_) throw LostConnectionError();
-  {
-    const std::lock_guard lock(link.runningMutex_);
-    link.mayInterrupt_ = mayInterrupt == MayInterrupt::kYes;
-    link.timedOut_ = false;
-    if (link.mayInterrupt_ && link.interrupted_.exchange(false)) throw FailureOfCall({}, false, CallEnd::kCancelled);
-    link.running_ = statement.Get();
-    link.cancelled_ = {};
-  }
+    : link_(link), exchanges_(true), watched_(link.timeLimit_ > 0) {
+  Start(statement, mayInterrupt);
   link.roundTrips_ += exchanges;
   if (watched_) link.watchdog_.Watch(std::chrono::seconds(link.timeLimit_) + kGrace);
+}
+
+OdbcLink::Turn::Turn(OdbcLink& link, const OdbcHandle& statement, std::optional<std::chrono::nanoseconds> left,
+                     MayInterrupt mayInterrupt)
+    : link_(link), exchanges_(false), watched_(left.has_value()) {
+  Start(statement, mayInterrupt);
+  if (watched_)
+    link.watchdog_.Watch(std::chrono::ceil<std::chrono::milliseconds>(std::max(*left, std::chrono::nanoseconds(0))) +
+                         kGrace);
+}
+
+void OdbcLink::Turn::Start(const OdbcHandle& statement, MayInterrupt mayInterrupt) {
+  if (link_.dead_) throw LostConnectionError();
+  const std::lock_guard lock(link_.runningMutex_);
+  link_.mayInterrupt_ = mayInterrupt == MayInterrupt::kYes;
+  link_.timedOut_ = false;
+  if (link_.mayInterrupt_ && link_.interrupted_.exchange(false)) throw FailureOfCall({}, false, CallEnd::kCancelled);
+  link_.running_ = statement.Get();
+  link_.cancelled_ = {};
 }
 
 OdbcLink::Turn::~Turn() {

@@ -6,6 +6,9 @@
 #include <atomic>
 #include <chrono>
 #include <mutex>
+#include <optional>
+#include <utility>
+#include <vector>
 
 #include "database/odbc/odbc_handles.h"
 #include "database/odbc/watchdog.h"
@@ -36,6 +39,9 @@ class OdbcLink {
 
   [[nodiscard]] int TimeLimit() const { return timeLimit_; }
   void SetTimeLimit(int seconds) { timeLimit_ = seconds; }
+  /// What is left of the time limit of a statement; nothing when there is no limit.
+  [[nodiscard]] std::optional<std::chrono::nanoseconds> TimeLeftSince(
+      std::chrono::steady_clock::time_point started) const;
 
   void Interrupt();
   void ForgetInterruption() { interrupted_ = false; }
@@ -48,6 +54,9 @@ class OdbcLink {
   /// \throws DatabaseError
   [[noreturn]] void Fail(const std::vector<NativeError>& records);
 
+  /// Ends the connection, so that the server undoes what is open. No statement may live.
+  void GiveUp();
+
   enum class MayInterrupt { kYes, kNo };
 
   /// While one lives the statement is the running one.
@@ -57,11 +66,17 @@ class OdbcLink {
     /// \param mayInterrupt  no: it has to come to its end, but for its time limit
     /// \throws DatabaseError  when the connection is dead, or an interruption is waiting
     Turn(OdbcLink& link, const OdbcHandle& statement, int exchanges, MayInterrupt mayInterrupt = MayInterrupt::kYes);
+    /// For fetching what a statement left at the server.
+    /// \param left  of the statement's time limit; none: no limit
+    Turn(OdbcLink& link, const OdbcHandle& statement, std::optional<std::chrono::nanoseconds> left,
+         MayInterrupt mayInterrupt);
     ~Turn();
     Turn(const Turn&) = delete;
     Turn& operator=(const Turn&) = delete;
 
    private:
+    void Start(const OdbcHandle& statement, MayInterrupt mayInterrupt);
+
     OdbcLink& link_;
     bool exchanges_;
     bool watched_;

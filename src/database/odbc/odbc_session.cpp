@@ -74,11 +74,13 @@ std::unique_ptr<RowSource> OdbcSession::OpenRead(const QString& select) {
   FreeConnection();
   CheckTransaction();
   auto statement = std::make_unique<OdbcStatement>(link_->Handle(), link_->TimeLimit(), link_->DataAnywhere());
+  const auto started = std::chrono::steady_clock::now();
   const OdbcLink::Turn turn(*link_, statement->Handle(), kExchanges);
   try {
     OdbcParameters none;
     const SQLRETURN ran = statement->Run(select, none, false);
-    if (SQL_SUCCEEDED(ran) && statement->HasColumns()) return std::make_unique<OpenRows>(link_, std::move(statement));
+    if (SQL_SUCCEEDED(ran) && statement->HasColumns())
+      return std::make_unique<OpenRows>(link_, std::move(statement), link_->TimeLeftSince(started));
     OdbcOutcome outcome = statement->ReadAll(ran, {});
     if (outcome.errors.empty()) return std::move(outcome.last);
     link_->Fail(outcome.errors);
@@ -144,10 +146,8 @@ std::vector<Parameter> OdbcSession::DescribeProcedure(const QString& procedure) 
 
 void OdbcSession::Begin() {
   if (depth_ == 0) {
-    Send(QStringLiteral("BEGIN TRANSACTION"));
+    SendBoundary(QStringLiteral("BEGIN TRANSACTION"));
     (void)link_->TakeFailed();
-  } else {
-    CheckTransaction();
   }
   ++depth_;
 }
@@ -156,19 +156,32 @@ void OdbcSession::Commit() {
   if (depth_ == 0)
     throw Refusal(3902, QStringLiteral("The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."));
   CheckTransaction();
-  if (depth_ == 1) Send(QStringLiteral("COMMIT TRANSACTION"), MayInterrupt::kNo);
+  if (depth_ == 1) SendBoundary(QStringLiteral("COMMIT TRANSACTION"));
   --depth_;
 }
 
 void OdbcSession::Rollback() {
   if (depth_ == 0) return;
   try {
-    if (!doomed_) Send(QStringLiteral("ROLLBACK TRANSACTION"), MayInterrupt::kNo);
+    if (!doomed_) SendBoundary(QStringLiteral("ROLLBACK TRANSACTION"));
   } catch (const DatabaseError&) {
-    // The server has rolled back already, or does so for a connection that is lost.
+    // The server has rolled back already, or does so now that the connection is given up.
   }
   --depth_;
   doomed_ = depth_ > 0;
+}
+
+/// Begins or ends a transaction. When that fails, nobody knows whether one is open: the server may have done it and its
+/// answer came too late. All that follows would belong to it.
+void OdbcSession::SendBoundary(const QString& sql) {
+  try {
+    Send(sql, MayInterrupt::kNo);
+  } catch (const DatabaseError& error) {
+    const bool noneOpen = std::ranges::any_of(
+        error.Errors(), [](const ProviderError& each) { return each.number == 3902 || each.number == 3903; });
+    if (!noneOpen) link_->GiveUp();
+    throw;
+  }
 }
 
 void OdbcSession::DeleteRow(const QString& table, const QString& keyColumn, const Value& key) {

@@ -59,6 +59,7 @@ class OdbcSession final : public Session {
             OdbcLink::MayInterrupt mayInterrupt = OdbcLink::MayInterrupt::kYes);
   Sent Send(const QString& sql, OdbcLink::MayInterrupt mayInterrupt = OdbcLink::MayInterrupt::kYes);
   [[nodiscard]] std::unique_ptr<RowSource> OpenRead(const QString& select);
+  void SendBoundary(const QString& sql);
   void FreeConnection();
   void CheckTransaction();
   void ForgetWrongDescription(const QString& procedure, const DatabaseError& error);

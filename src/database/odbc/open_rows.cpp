@@ -2,12 +2,16 @@
 
 #include <utility>
 
+#include "database/odbc/native_errors.h"
+
 namespace qbx {
 
-OpenRows::OpenRows(std::shared_ptr<OdbcLink> link, std::unique_ptr<OdbcStatement> statement)
+OpenRows::OpenRows(std::shared_ptr<OdbcLink> link, std::unique_ptr<OdbcStatement> statement,
+                   std::optional<std::chrono::nanoseconds> left)
     : link_(std::move(link)),
       statement_(std::move(statement)),
-      rows_(std::make_unique<OdbcRows>(statement_->Handle(), link_->DataAnywhere())) {
+      rows_(std::make_unique<OdbcRows>(statement_->Handle(), link_->DataAnywhere())),
+      left_(left) {
   columns_ = rows_->Columns();
   link_->openRows = this;
 }
@@ -16,16 +20,19 @@ OpenRows::~OpenRows() {
   Release();
 }
 
+Cell OpenRows::At(int column) const {
+  if (kept_) return kept_->At(keptRow_, column);
+  return rows_ ? rows_->At(column) : Cell();
+}
+
 bool OpenRows::Next() {
-  if (kept_) {
-    if (++keptRow_ < kept_->Count()) return true;
-    if (failure_) throw *std::exchange(failure_, std::nullopt);
-    return false;
-  }
+  if (kept_ && ++keptRow_ < kept_->Count()) return true;
+  if (failure_) throw DatabaseError(*failure_);
   if (!rows_) return false;
   try {
-    atRow_ = Fetch();
-  } catch (...) {
+    atRow_ = Fetch(OdbcLink::MayInterrupt::kYes);
+  } catch (const DatabaseError& error) {
+    failure_ = error;
     Release();
     throw;
   }
@@ -33,13 +40,19 @@ bool OpenRows::Next() {
   return atRow_;
 }
 
-bool OpenRows::Fetch() {
-  const OdbcLink::Turn turn(*link_, statement_->Handle(), 0);
+/// Takes the time that it needs from what is left of the statement's.
+bool OpenRows::Fetch(OdbcLink::MayInterrupt mayInterrupt) {
+  if (left_ && left_->count() <= 0) throw FailureOfCall({}, false, CallEnd::kTimedOut);
+  const OdbcLink::Turn turn(*link_, statement_->Handle(), left_, mayInterrupt);
+  const auto started = std::chrono::steady_clock::now();
+  bool row = false;
   try {
-    if (rows_->Next()) return true;
+    row = rows_->Next();
   } catch (const OdbcFailure& failure) {
     link_->Fail(failure.records);
   }
+  if (left_) *left_ -= std::chrono::steady_clock::now() - started;
+  if (row) return true;
   const OdbcOutcome rest = statement_->ReadAll(::SQLMoreResults(statement_->Handle().Get()), {});
   if (!rest.errors.empty()) link_->Fail(rest.errors);
   return false;
@@ -51,7 +64,7 @@ void OpenRows::KeepRest() {
   if (atRow_) kept.Append(*rows_);
   keptRow_ = atRow_ ? 0 : -1;
   try {
-    while (Fetch())
+    while (Fetch(OdbcLink::MayInterrupt::kNo))
       kept.Append(*rows_);
   } catch (const DatabaseError& error) {
     failure_ = error;

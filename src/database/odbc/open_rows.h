@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -17,31 +18,34 @@ namespace qbx {
 class OpenRows final : public RowSource {
  public:
   /// \param statement  that was run, and stands on a result with columns
-  OpenRows(std::shared_ptr<OdbcLink> link, std::unique_ptr<OdbcStatement> statement);
+  /// \param left       of the statement's time limit, for fetching its rows; none: no limit
+  OpenRows(std::shared_ptr<OdbcLink> link, std::unique_ptr<OdbcStatement> statement,
+           std::optional<std::chrono::nanoseconds> left);
   ~OpenRows() override;
   OpenRows(const OpenRows&) = delete;
   OpenRows& operator=(const OpenRows&) = delete;
 
   [[nodiscard]] const std::vector<Column>& Columns() const override { return columns_; }
   bool Next() override;
-  [[nodiscard]] Cell At(int column) const override { return kept_ ? kept_->At(keptRow_, column) : rows_->At(column); }
+  [[nodiscard]] Cell At(int column) const override;
 
   /// Fetches what is left, so that the connection is free; the current row stays current. A failure is thrown once the
   /// rows before it were stepped.
   void KeepRest();
 
  private:
-  [[nodiscard]] bool Fetch();
+  [[nodiscard]] bool Fetch(OdbcLink::MayInterrupt mayInterrupt);
   void Release();
 
   std::shared_ptr<OdbcLink> link_;
   std::unique_ptr<OdbcStatement> statement_;
   std::vector<Column> columns_;
   std::unique_ptr<OdbcRows> rows_;
+  std::optional<std::chrono::nanoseconds> left_;
   bool atRow_ = false;
   std::optional<PackedRows> kept_;
   qint64 keptRow_ = -1;
-  std::optional<DatabaseError> failure_;  // behind the kept rows
+  std::optional<DatabaseError> failure_;  // behind the last row
 };
 
 }  // namespace qbx

@@ -152,6 +152,42 @@ TEST(OdbcSession, KeepsATransactionWhole) {
   EXPECT_EQ(wire.Ask("SELECT Count(*) FROM T"), QStringLiteral("0"));
 }
 
+// What the program does next would belong to a transaction that nobody commits.
+TEST(OdbcSession, GivesUpAConnectionWhoseTransactionMayBeOpen) {
+  for (const char* boundary : {"BEGIN", "COMMIT", "ROLLBACK"}) {
+    Wire wire;
+    wire.session->Execute(QStringLiteral("CREATE TABLE T (K int)"));
+    wire.session->SetCommandTimeout(1);
+    wire.server.PlannedFaults().Add({.kind = FaultKind::kSlow,
+                                     .moment = FaultMoment::kAnswered,
+                                     .match = QString::fromLatin1(boundary),
+                                     .milliseconds = 60'000});
+    (void)Wire::NumberOf([&] {
+      Transaction transaction(*wire.session);
+      if (boundary == std::string_view("COMMIT")) transaction.Commit();
+    });
+    EXPECT_FALSE(wire.session->IsAlive()) << boundary;
+    EXPECT_FALSE(wire.session->InTransaction()) << boundary;
+    EXPECT_NE(Wire::NumberOf([&] { wire.session->Execute(QStringLiteral("INSERT INTO T VALUES (1)")); }), 0)
+        << boundary;
+  }
+}
+
+TEST(OdbcSession, LimitsTheTimeOfAllRowsOfAStatement) {
+  Wire wire;
+  wire.session->Execute(QStringLiteral(
+      "CREATE TABLE T (K int); WITH n(k) AS (SELECT 1 UNION ALL SELECT k + 1 FROM n WHERE k < 2000) INSERT INTO T SELECT k FROM n"));
+  wire.session->SetCommandTimeout(1);
+  const std::unique_ptr<RowSource> rows = wire.session->Execute(QStringLiteral("SELECT a.K FROM T a, T b, T c"));
+  EXPECT_EQ(Wire::NumberOf([&] {
+              while (rows->Next()) {
+              }
+            }),
+            kCommandTimedOut);
+  EXPECT_EQ(Wire::NumberOf([&] { (void)rows->Next(); }), kCommandTimedOut) << "not the end";
+  EXPECT_TRUE(rows->At(0).ToValue().IsNull());
+}
+
 TEST(OdbcSession, KnowsALostConnectionFromASlowOneAndFromACancelledOne) {
   for (const FaultMoment moment : {FaultMoment::kRequest, FaultMoment::kAnswered, FaultMoment::kRow}) {
     for (const FaultKind kind : {FaultKind::kClose, FaultKind::kReset}) {
