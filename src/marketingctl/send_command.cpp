@@ -46,7 +46,8 @@ class Watch final : public MailshotObserver {
   }
   void Progress(int done, int total) override { program_.ui.ShowProgress(done, total); }
   [[nodiscard]] QString SettleHint(int campaignId) const override {
-    return QStringLiteral("\"marketingctl log %1\" lists them and says how they are settled.").arg(campaignId);
+    return QStringLiteral("\"marketingctl log --campaign %1\" lists them and says how they are settled.")
+        .arg(campaignId);
   }
 
  private:
@@ -58,8 +59,9 @@ class Watch final : public MailshotObserver {
   bool paused_ = false;
 };
 
-/// Rows of the campaign after the run.
+/// Rows of the campaign after the run; not known when the database cannot be asked any more.
 struct RowsLeft {
+  bool known = true;
   int all = 0;
   int processed = 0;
   int left = 0;
@@ -87,12 +89,14 @@ RowsLeft CountLeft(Application& app, int campaignId) {
   rows.all = CountRows(app.statements, {}, campaignId);
   rows.processed = CountRows(app.statements, flagged + QStringLiteral(" AND Processed = 1"), campaignId);
   rows.left = CountRows(app.statements, flagged + QStringLiteral(" AND Processed = 0"), campaignId);
+  rows.known = rows.all >= 0 && rows.processed >= 0 && rows.left >= 0;
   try {
-    rows.inDoubt = CountDoubt(app.connection, campaignId);
+    if (rows.known) rows.inDoubt = CountDoubt(app.connection, campaignId);
   } catch (const DatabaseError& error) {
     Refuse(error.Description());
+    rows.known = false;
   }
-  return rows;
+  return rows.known ? rows : RowsLeft{.known = false};
 }
 
 int ExitCodeOf(const MailshotSummary& summary, const RowsLeft& rows, const HeadlessUi& ui) {
@@ -120,12 +124,13 @@ int ExitCodeOf(const MailshotSummary& summary, const RowsLeft& rows, const Headl
 const char* NothingToDo(const MailshotSummary& summary, const RowsLeft& rows, int code) {
   if (summary.end == MailshotEnd::kNothingLeft) return "all_processed";
   if (summary.end != MailshotEnd::kRefused || code != kDone) return nullptr;
+  if (!rows.known) return nullptr;
   return rows.all == 0 ? "not_queried" : "not_flagged";
 }
 
 /// Prints the next step on the command line. The messages that windows share were printed before.
 void SayWhatIsMissing(const RowsLeft& rows, int campaignId) {
-  if (rows.processed + rows.left > 0) return;
+  if (!rows.known || rows.processed + rows.left > 0) return;
   const QString hint = rows.all == 0
                            ? QStringLiteral("The campaign has no rows: \"query %1\" selects them.")
                            : QStringLiteral("No row is flagged: \"results %1 --send-by sms=0 email=0\" flags them.");
@@ -135,6 +140,14 @@ void SayWhatIsMissing(const RowsLeft& rows, int campaignId) {
 /// Null when no text was due, because the credits were then not counted.
 QJsonValue CreditsOf(const MailshotSummary& summary, int CreditNeed::*part) {
   return summary.credits ? QJsonValue(*summary.credits.*part) : QJsonValue();
+}
+
+QString RowsText(const RowsLeft& rows) {
+  if (!rows.known) return QStringLiteral("Rows: not known, the database cannot be reached.");
+  return QStringLiteral("Rows: %1 processed, %2 left, %3 in doubt.")
+      .arg(rows.processed)
+      .arg(rows.left)
+      .arg(rows.inDoubt);
 }
 
 /// What `send` prints at its end.
@@ -148,14 +161,15 @@ struct SendReport {
 
 void Print(Program& program, const SendReport& report) {
   const auto& [summary, rows, dryRun, nothing, code] = report;
+  const auto counted = [&known = rows.known](int count) { return known ? QJsonValue(count) : QJsonValue(); };
   if (program.json) {
     QJsonObject object{{QStringLiteral("sms_sent"), summary.smsSent},
                        {QStringLiteral("sms_failed"), summary.smsFailed},
                        {QStringLiteral("email_sent"), summary.emailSent},
                        {QStringLiteral("email_failed"), summary.emailFailed},
-                       {QStringLiteral("processed"), rows.processed},
-                       {QStringLiteral("left"), rows.left},
-                       {QStringLiteral("in_doubt"), rows.inDoubt},
+                       {QStringLiteral("processed"), counted(rows.processed)},
+                       {QStringLiteral("left"), counted(rows.left)},
+                       {QStringLiteral("in_doubt"), counted(rows.inDoubt)},
                        {QStringLiteral("left_out"), summary.leftOut},
                        {QStringLiteral("delivered_before"), summary.deliveredBefore},
                        {QStringLiteral("credits_required"), CreditsOf(summary, &CreditNeed::toGo)},
@@ -169,15 +183,13 @@ void Print(Program& program, const SendReport& report) {
   }
   for (const QString& line : program.desk.resultsLog.Lines())
     PrintLine(line.simplified());
-  PrintLine(
-      (dryRun ? QStringLiteral("Would send: %1 texts (%2 would fail), %3 e-mails (%4 would fail). ")
-              : QStringLiteral("Sent: %1 texts (%2 failed), %3 e-mails (%4 failed). "))
-          .arg(summary.smsSent)
-          .arg(summary.smsFailed)
-          .arg(summary.emailSent)
-          .arg(summary.emailFailed) +
-      QStringLiteral("Rows: %1 processed, %2 left, %3 in doubt.").arg(rows.processed).arg(rows.left).arg(rows.inDoubt) +
-      (summary.leftOut > 0 ? QStringLiteral(" Left out: %1.").arg(summary.leftOut) : QString()));
+  PrintLine((dryRun ? QStringLiteral("Would send: %1 texts (%2 would fail), %3 e-mails (%4 would fail). ")
+                    : QStringLiteral("Sent: %1 texts (%2 failed), %3 e-mails (%4 failed). "))
+                .arg(summary.smsSent)
+                .arg(summary.smsFailed)
+                .arg(summary.emailSent)
+                .arg(summary.emailFailed) +
+            RowsText(rows) + (summary.leftOut > 0 ? QStringLiteral(" Left out: %1.").arg(summary.leftOut) : QString()));
 }
 
 int Send(Program& program, const SendArguments& arguments) {
