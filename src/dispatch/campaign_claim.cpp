@@ -30,8 +30,9 @@ bool CampaignClaim::Alive(const Recordset& claim) const {
     return RunsBeside(host_, claim.Field(QStringLiteral("ProcessID")).ToInt(),
                       claim.Field(QStringLiteral("ProcessStart")).ToInt());
   }
-  const QDateTime seen = claim.Field(QStringLiteral("LastSeen")).ToDateTime();
-  return seen.isValid() && seen.secsTo(Value::WallClock(clock_.Now())) < qint64{kSilence} * 60;
+  // The database compares two times of its own clock. This computer's clock may be in another time zone.
+  const Value silent = claim.Field(QStringLiteral("Silent"));
+  return !silent.IsNull() && silent.ToInt() < qint64{kSilence} * 60;
 }
 
 std::optional<ClaimHolder> CampaignClaim::HeldBy(int campaignId) {
