@@ -44,7 +44,8 @@ std::optional<ClaimHolder> CampaignClaim::HeldBy(int campaignId) {
 }
 
 std::optional<ClaimHolder> CampaignClaim::Take(int campaignId) {
-  // The transaction holds the write lock from its start, so nobody takes the campaign between looking and taking.
+  // Nobody takes the campaign between looking and taking. The program's own database has one writer at a time; on a
+  // server the look holds the claim until the transaction ends.
   Transaction transaction(connection_.Driver());
   if (std::optional<ClaimHolder> holder = HeldBy(campaignId)) return holder;
   take_.Execute({{"@CampaignID", campaignId},
