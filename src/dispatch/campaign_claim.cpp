@@ -30,8 +30,9 @@ bool CampaignClaim::Alive(const Recordset& claim) const {
     return RunsBeside(host_, claim.Field(QStringLiteral("ProcessID")).ToInt(),
                       claim.Field(QStringLiteral("ProcessStart")).ToInt());
   }
-  const QDateTime seen = claim.Field(QStringLiteral("LastSeen")).ToDateTime();
-  return seen.isValid() && seen.secsTo(Value::WallClock(clock_.Now())) < qint64{kSilence} * 60;
+  // The database compares two times of its own clock. This computer's clock may be in another time zone.
+  const Value silent = claim.Field(QStringLiteral("Silent"));
+  return !silent.IsNull() && silent.ToInt() < qint64{kSilence} * 60;
 }
 
 std::optional<ClaimHolder> CampaignClaim::HeldBy(int campaignId) {
@@ -43,7 +44,8 @@ std::optional<ClaimHolder> CampaignClaim::HeldBy(int campaignId) {
 }
 
 std::optional<ClaimHolder> CampaignClaim::Take(int campaignId) {
-  // The transaction holds the write lock from its start, so nobody takes the campaign between looking and taking.
+  // Nobody takes the campaign between looking and taking. The program's own database has one writer at a time; on a
+  // server the look holds the claim until the transaction ends.
   Transaction transaction(connection_.Driver());
   if (std::optional<ClaimHolder> holder = HeldBy(campaignId)) return holder;
   take_.Execute({{"@CampaignID", campaignId},

@@ -105,7 +105,8 @@ RowChange RowChanges::Change(int campaignId, const std::vector<qint64>& rows, co
   std::vector<qint64> keys = rows;
   std::sort(keys.begin(), keys.end());
   keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
-  // The transaction holds the write lock from its start, so no run can claim the campaign meanwhile.
+  // No run can claim the campaign until the transaction ends. The program's own database has one writer at a time; on a
+  // server the look at the claim holds it, and the reading of the rows holds these.
   Transaction transaction(connection_.Driver());
   change.refusal = guard_.LookAtClaim(campaignId);
   if (change.refusal) return change;

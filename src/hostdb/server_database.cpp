@@ -1,5 +1,6 @@
 #include "hostdb/server_database.h"
 
+#include "database/database_error.h"
 #include "database/session.h"
 #include "hostdb/embedded_sql.h"
 
@@ -27,13 +28,25 @@ QStringList BatchesOf(const QString& script) {
   return batches;
 }
 
+namespace {
+
+/// Ends the transaction that the script began in a batch, which the session knows nothing of.
+void RollBackScript(Session& session) {
+  try {
+    session.Execute(QStringLiteral("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION"));
+  } catch (const DatabaseError&) {
+    // The connection is lost, and the server rolls back by itself.
+  }
+}
+
+}  // namespace
+
 void InstallOnServer(Session& session) {
   try {
     for (const QString& batch : BatchesOf(ServerScript()))
       session.Execute(batch);
   } catch (...) {
-    // The server has rolled back by itself. The session may not have noticed, so it is told.
-    session.Rollback();
+    RollBackScript(session);
     throw;
   }
 }

@@ -3,6 +3,6 @@
 Period (FirstDay, DayAfter) AS (
   SELECT CASE WHEN trim(@FromDate) <> '' AND trim(@ToDate) <> '' THEN min(@FromDate, @ToDate) ELSE @FromDate END,
     CASE WHEN trim(@ToDate) = '' THEN '9999-12-31'
-      WHEN trim(@FromDate) = '' THEN date(@ToDate, '+1 day')
-      ELSE date(max(@FromDate, @ToDate), '+1 day') END
+      WHEN trim(@FromDate) = '' THEN ifnull(date(@ToDate, '+1 day'), '9999-12-31')
+      ELSE ifnull(date(max(@FromDate, @ToDate), '+1 day'), '9999-12-31') END
 )

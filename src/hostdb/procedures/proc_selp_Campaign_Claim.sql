@@ -1,6 +1,7 @@
--- Who is sending a campaign: one row, or none.
+-- Who is sending a campaign: one row, or none. Silent: the seconds since LastSeen, by the database's own clock.
 CREATE PROCEDURE proc_selp_Campaign_Claim
   @CampaignID int
 AS
-SELECT CampaignID, UserID, Computer, ProcessID, ProcessStart, Claimed, LastSeen
+SELECT CampaignID, UserID, Computer, ProcessID, ProcessStart, Claimed, LastSeen,
+  CAST(strftime('%s', GetDate()) AS int) - CAST(strftime('%s', LastSeen) AS int) AS Silent
 FROM Campaign_Claims WHERE CampaignID = @CampaignID;

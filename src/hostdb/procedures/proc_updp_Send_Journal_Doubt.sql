@@ -10,7 +10,7 @@ AS
 -- The rows are given as a range of keys, so that one row costs one look-up and not a walk through the campaign.
 UPDATE [Campaign Results] SET Processed = 1
 WHERE @Sent = 1 AND CampaignID = @CampaignID
-  AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 9223372036854775807 ELSE @RecordID END
+  AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 2147483647 ELSE @RecordID END
   AND Processed = 0 AND (Send_SMS = 1 OR Send_Email = 1)
   AND EXISTS (SELECT 1 FROM Send_Journal j WHERE j.RecordID = [Campaign Results].RecordID AND j.Channel IN (1, 2) AND j.State = 0)
   AND (Send_SMS = 0 OR EXISTS (
@@ -19,7 +19,7 @@ WHERE @Sent = 1 AND CampaignID = @CampaignID
     SELECT 1 FROM Send_Journal j WHERE j.RecordID = [Campaign Results].RecordID AND j.Channel = 2 AND j.State IN (0, 1)));
 UPDATE Send_Journal SET State = 1, UserID = @UserID, Changed = GetDate()
 WHERE @Sent = 1 AND CampaignID = @CampaignID AND Channel IN (1, 2) AND State = 0
-  AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 9223372036854775807 ELSE @RecordID END;
+  AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 2147483647 ELSE @RecordID END;
 DELETE FROM Send_Journal
 WHERE @Sent = 0 AND CampaignID = @CampaignID AND Channel IN (1, 2) AND State = 0
-  AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 9223372036854775807 ELSE @RecordID END;
+  AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 2147483647 ELSE @RecordID END;

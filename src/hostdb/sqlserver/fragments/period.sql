@@ -1,10 +1,11 @@
 -- A table of a WITH clause: the days between @FromDate and @ToDate, both included. The dates are text yyyy-mm-dd and
--- may come in either order or be empty (no bound on that side).
+-- may come in either order or be empty (no bound on that side). A datetime holds the years from 1753 to 9999.
 Period (FirstDay, DayAfter) AS (
-  SELECT
-    CONVERT(datetime, CASE WHEN ltrim(rtrim(@FromDate)) = '' THEN '1753-01-01'
-      WHEN ltrim(rtrim(@ToDate)) <> '' AND @ToDate < @FromDate THEN @ToDate
-      ELSE @FromDate END, 120),
-    CASE WHEN ltrim(rtrim(@ToDate)) = '' THEN CONVERT(datetime, '9999-12-31', 120)
-      ELSE DATEADD(day, 1, CONVERT(datetime, CASE WHEN @FromDate > @ToDate THEN @FromDate ELSE @ToDate END, 120)) END
+  SELECT CONVERT(datetime, CASE WHEN First_Text < '1753-01-01' THEN '1753-01-01' ELSE First_Text END, 120),
+    DATEADD(day, 1, CONVERT(datetime, CASE WHEN Last_Text < '1753-01-01' THEN '1753-01-01' WHEN Last_Text > '9999-12-30' THEN '9999-12-30'
+      ELSE Last_Text END, 120))
+  FROM (
+    SELECT CASE WHEN ltrim(rtrim(@ToDate)) <> '' AND @ToDate < @FromDate THEN @ToDate ELSE @FromDate END AS First_Text,
+      CASE WHEN ltrim(rtrim(@ToDate)) = '' THEN '9999-12-30' WHEN @FromDate > @ToDate THEN @FromDate ELSE @ToDate END AS Last_Text
+  ) bounds
 )

@@ -3,7 +3,7 @@
 Ranked (Customer, Position) AS (
   SELECT Customer, Position
   FROM (
-    SELECT Customer, Position, ROW_NUMBER() OVER (ORDER BY Position, Customer) - CASE WHEN @CriteriaStart >= 1 THEN CAST(@CriteriaStart AS int) ELSE 1 END AS Place
+    SELECT Customer, Position, ROW_NUMBER() OVER (ORDER BY Position, Customer) - CASE WHEN @CriteriaStart > 2147483647 THEN 2147483647 WHEN @CriteriaStart >= 1 THEN CAST(@CriteriaStart AS int) ELSE 1 END AS Place
     FROM (
       SELECT i.Customer, sum(i.Total) * CASE WHEN @Top = 1 THEN -1 ELSE 1 END AS Position
       FROM Services i
@@ -15,5 +15,5 @@ Ranked (Customer, Position) AS (
       GROUP BY i.Customer
     ) totals
   ) placed
-  WHERE Place >= 0 AND Place < CAST(@Criteria AS int)
+  WHERE Place >= 0 AND Place < CASE WHEN @Criteria > 2147483647 THEN 2147483647 WHEN @Criteria >= 1 THEN CAST(@Criteria AS int) ELSE 0 END
 )

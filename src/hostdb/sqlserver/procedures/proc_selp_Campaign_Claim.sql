@@ -1,3 +1,3 @@
 -- Inside a transaction nobody else can look until it ends, so that of two desks only one finds the campaign free.
-SELECT CampaignID, UserID, Computer, ProcessID, ProcessStart, Claimed, LastSeen
+SELECT CampaignID, UserID, Computer, ProcessID, ProcessStart, Claimed, LastSeen, DATEDIFF(second, LastSeen, GetDate()) AS Silent
 FROM Campaign_Claims WITH (UPDLOCK, HOLDLOCK) WHERE CampaignID = @CampaignID;

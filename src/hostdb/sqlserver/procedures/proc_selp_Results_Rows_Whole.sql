@@ -1,3 +1,10 @@
+-- The rows are held first: they are what is taken out behind.
+DECLARE @Held TABLE (RecordID int NOT NULL PRIMARY KEY);
+INSERT INTO @Held (RecordID)
+SELECT r.RecordID
+FROM json_each('[' || @RecordIDs || ']') k
+JOIN [Campaign Results] r WITH (UPDLOCK) ON r.RecordID = k.value
+WHERE r.CampaignID = @CampaignID;
 -- What Fields_Of takes apart: the state's fields, and behind them those of the row.
 SELECT r.RecordID,
   STUFF(s.State, LEN(s.State), 1, '')
@@ -28,7 +35,6 @@ SELECT r.RecordID,
     + isnull(CAST(r.Can_Send_Letter AS nvarchar(11)) + '|', '~n|')
     + '}' AS Whole,
   (SELECT max(RecordID) FROM [Campaign Results] WHERE CampaignID = @CampaignID) AS Newest_Row
-FROM json_each('[' || @RecordIDs || ']') k
-JOIN [Campaign Results] r ON r.RecordID = k.value
-JOIN Campaign_Results_States s ON s.RecordID = r.RecordID
-WHERE r.CampaignID = @CampaignID;
+FROM @Held h
+JOIN [Campaign Results] r ON r.RecordID = h.RecordID
+JOIN Campaign_Results_States s ON s.RecordID = r.RecordID;

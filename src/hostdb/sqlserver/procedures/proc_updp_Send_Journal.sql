@@ -1,4 +1,7 @@
--- The row is held until the end, so that of two desks only one begins its message.
+-- The row is held until the end, so that of two desks only one begins its message. It is held by a statement of its own:
+-- with READ_COMMITTED_SNAPSHOT a statement reads the journal as it was when the statement began, before it had waited.
+DECLARE @Held int;
+SELECT @Held = RecordID FROM [Campaign Results] WITH (UPDLOCK) WHERE RecordID = @RecordID AND CampaignID = @CampaignID;
 DECLARE @Noted TABLE (RecordID int NOT NULL);
 INSERT INTO @Noted (RecordID)
 SELECT RecordID

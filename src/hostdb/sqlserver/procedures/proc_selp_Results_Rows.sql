@@ -1,0 +1,13 @@
+-- The rows are held first. Their states, which the caller compares with what it kept, then stay until its transaction
+-- ends. Without a transaction they are held for the first statement only.
+DECLARE @Held TABLE (RecordID int NOT NULL PRIMARY KEY);
+INSERT INTO @Held (RecordID)
+SELECT r.RecordID
+FROM json_each('[' || @RecordIDs || ']') k
+JOIN [Campaign Results] r WITH (UPDLOCK) ON r.RecordID = k.value
+WHERE r.CampaignID = @CampaignID;
+SELECT r.RecordID, r.Send_SMS, r.Send_Email, r.Send_Letter, r.Mobile, r.Email, r.Address, f.SMS_Refusal, f.Email_Refusal, f.Letter_Refusal, s.State
+FROM @Held h
+JOIN [Campaign Results] r ON r.RecordID = h.RecordID
+JOIN Campaign_Results_States s ON s.RecordID = r.RecordID
+JOIN Send_Refusals f ON f.RecordID = r.RecordID;
