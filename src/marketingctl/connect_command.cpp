@@ -23,6 +23,7 @@ constexpr std::array kProblemCodes = {
     ProblemCode{ConnectionProblem::kNoAnswer, "no_answer"},
     ProblemCode{ConnectionProblem::kNoSqlServer, "no_sql_server"},
     ProblemCode{ConnectionProblem::kDriverMissing, "no_driver"},
+    ProblemCode{ConnectionProblem::kSettingRefused, "unusable_setting"},
     ProblemCode{ConnectionProblem::kCannotEncrypt, "cannot_encrypt"},
     ProblemCode{ConnectionProblem::kCertificateRefused, "certificate_refused"},
     ProblemCode{ConnectionProblem::kLoginRefused, "login_refused"},

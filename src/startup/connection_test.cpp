@@ -169,6 +169,7 @@ class Test {
 
   void Explain(const DatabaseError& error) {
     if (error.Number() == kNoDriver) return Tell(ConnectionProblem::kDriverMissing, error.Description());
+    if (error.Number() == kUnusableSetting) return Tell(ConnectionProblem::kSettingRefused, error.Description());
     if (Says(error, kMissingProcedure) || Says(error, kMissingObject))
       return Tell(ConnectionProblem::kHostTablesMissing);
     if (Says(error, kOffline)) return Tell(ConnectionProblem::kDatabaseOffline);

@@ -18,6 +18,7 @@ enum class ConnectionProblem {
   kNoAnswer,
   kNoSqlServer,  ///< something else answers there
   kDriverMissing,
+  kSettingRefused,      ///< a value in the registry cannot be used; nothing was sent
   kCannotEncrypt,       ///< encryption is set, and the server offers none
   kCertificateRefused,  ///< encryption is set, and the server's certificate is not trusted
   kLoginRefused,

@@ -85,6 +85,8 @@ TEST_F(SqlServerTest, SaysInATestWhatIsWrong) {
   EXPECT_EQ(Problem(), ConnectionProblem::kLoginRefused);
   Set("Driver", QStringLiteral("No Such Driver"));
   EXPECT_EQ(Problem(), ConnectionProblem::kDriverMissing);
+  Set("Driver", QStringLiteral("No}Driver"));
+  EXPECT_EQ(Problem(), ConnectionProblem::kSettingRefused);
   Set("Driver", QString());
   Set("Encrypt", QStringLiteral("Y"));
   const int logins = server.Counted().logins;

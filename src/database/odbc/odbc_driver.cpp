@@ -49,7 +49,7 @@ void OdbcDriver::WriteFreeTdsFile(const QString& text) const {
   const QByteArray bytes = text.toUtf8();
   if (!folder_->isValid() || !file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
       file.write(bytes) != bytes.size())
-    Refuse(kAuthenticationFailed,
+    Refuse(kUnusableSetting,
            QStringLiteral("The settings for an encrypted connection could not be written to %1.").arg(file.fileName()));
 }
 
