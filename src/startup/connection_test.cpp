@@ -111,6 +111,10 @@ class Test {
   bool ServerAnswers() {
     app_.sqlServer.SetUp(login_.sqlServer);
     findings_.driver = login_.sqlServer.driver;
+    if (const QString& refusal = login_.sqlServer.refusal; !refusal.isEmpty()) {
+      Tell(ConnectionProblem::kSettingRefused, refusal);
+      return false;
+    }
     try {
       const ServerAddress address = LocateServer(findings_.server);
       findings_.host = address.host;

@@ -88,6 +88,8 @@ TEST_F(SqlServerTest, SaysInATestWhatIsWrong) {
   Set("Driver", QStringLiteral("No}Driver"));
   EXPECT_EQ(Problem(), ConnectionProblem::kSettingRefused);
   Set("Driver", QString());
+  Set("Encrypt", QStringLiteral("Yes"));
+  EXPECT_EQ(Problem(), ConnectionProblem::kSettingRefused);
   Set("Encrypt", QStringLiteral("Y"));
   const int logins = server.Counted().logins;
   EXPECT_EQ(Problem(), ConnectionProblem::kCannotEncrypt);

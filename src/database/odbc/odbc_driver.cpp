@@ -34,6 +34,7 @@ SessionFactory OdbcDriver::Factory() {
 
 std::unique_ptr<Session> OdbcDriver::Connect(const ConnectionTarget& target, const Login& login,
                                              int loginTimeoutSeconds) {
+  if (!settings_.refusal.isEmpty()) Refuse(kUnusableSetting, settings_.refusal);
   const ServerAddress address = LocateServer(target.server);
   const OdbcConnectionString composed = ComposeConnectionString(address, target.database, login, settings_);
   if (!composed.freeTdsFile.isEmpty()) WriteFreeTdsFile(composed.freeTdsFile);
