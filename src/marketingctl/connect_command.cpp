@@ -26,6 +26,7 @@ constexpr std::array kProblemCodes = {
     ProblemCode{ConnectionProblem::kSettingRefused, "unusable_setting"},
     ProblemCode{ConnectionProblem::kCannotEncrypt, "cannot_encrypt"},
     ProblemCode{ConnectionProblem::kCertificateRefused, "certificate_refused"},
+    ProblemCode{ConnectionProblem::kConnectionLost, "connection_lost"},
     ProblemCode{ConnectionProblem::kLoginRefused, "login_refused"},
     ProblemCode{ConnectionProblem::kNoDatabase, "no_database"},
     ProblemCode{ConnectionProblem::kDatabaseOffline, "database_offline"},

@@ -118,6 +118,10 @@ TEST_F(SqlServerTest, EncryptsOnlyWithACertificateThatIsTrustedForTheName) {
   EXPECT_EQ(encrypting.Counted().logins, 0);
   EXPECT_EQ(Problem(), ConnectionProblem::kNone);
   EXPECT_EQ(encrypting.Counted().encryptedLogins, encrypting.Counted().logins);
+  encrypting.PlannedFaults().Add({.kind = tds::FaultKind::kClose, .moment = tds::FaultMoment::kLogin});
+  EXPECT_EQ(Problem(), ConnectionProblem::kConnectionLost);
+  encrypting.PlannedFaults().Add({.kind = tds::FaultKind::kReset, .moment = tds::FaultMoment::kRequest});
+  EXPECT_EQ(Problem(), ConnectionProblem::kConnectionLost);
   at("localhost.localdomain");
   EXPECT_NE(Problem(), ConnectionProblem::kNone);
 }
