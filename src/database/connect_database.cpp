@@ -129,7 +129,8 @@ std::optional<DatabaseError> DatabaseConnector::TryToOpen(Target& target) {
       return failure;
     }
     diagnostics_.log.WriteLog(QStringLiteral("Database Connection Attempt %1: ").arg(attempt) + failure->Description());
-    if (attempt == kAttempts || failure->Number() == kNoDriver) return failure;
+    const bool hopeless = failure->Number() == kNoDriver || failure->Number() == kUnusableSetting;
+    if (attempt == kAttempts || hopeless) return failure;
   }
 }
 

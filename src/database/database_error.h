@@ -17,6 +17,7 @@ inline constexpr int kConstraintFailed = -2147217873;      ///< a constraint was
 inline constexpr int kCommandTimedOut = -2147217871;       ///< the command took too long, or waited too long for a lock
 inline constexpr int kCommandCancelled = -2147217842;      ///< the command was cancelled
 inline constexpr int kAuthenticationFailed = -2147217843;  ///< the login failed, or may not open the database
+inline constexpr int kUnusableSetting = 3001;              ///< a setting cannot be used; nothing was sent to a server
 inline constexpr int kItemNotFound = 3265;                 ///< there is no field or parameter of that name or position
 inline constexpr int kWrongType = 3421;                    ///< a value does not fit its field or parameter
 inline constexpr int kNoDriver = 3706;                     ///< this build has no driver for the server

@@ -55,12 +55,23 @@ Login ChooseLogin(const LoginKey& key, const ServiceSettings& service, bool vers
   return login;
 }
 
+/// Takes the registry value `Encrypt`. What is neither yes nor no must not connect without encryption unnoticed.
+void ReadEncryption(const LoginKey& key, OdbcSettings& settings) {
+  const QString value = TrimBlanks(key.Text("Encrypt"));
+  settings.encrypt = EqualsNoCase(value, QStringLiteral("Y"));
+  if (settings.encrypt || value.isEmpty() || EqualsNoCase(value, QStringLiteral("N"))) return;
+  settings.refusal =
+      QStringLiteral(
+          "The registry value Login\\Encrypt is \"%1\". It has to be Y (with encryption) or N (without). Nothing was sent to the server.")
+          .arg(value);
+}
+
 /// How a SQL Server is reached.
 OdbcSettings ReadSqlServerSettings(const LoginKey& key, const ServiceSettings& service) {
   OdbcSettings settings;
   const QString driver = key.Text("Driver");
   if (!driver.isEmpty()) settings.driver = driver;
-  settings.encrypt = EqualsNoCase(TrimBlanks(key.Text("Encrypt")), QStringLiteral("Y"));
+  ReadEncryption(key, settings);
   settings.authorities = service.caFile;
   settings.application = QStringLiteral("QBX Marketing");
   return settings;

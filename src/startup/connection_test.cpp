@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "database/odbc/native_errors.h"
 #include "database/recordset.h"
 #include "util/text.h"
 
@@ -50,7 +51,10 @@ QString WordsFor(ConnectionProblem problem, const ConnectionFindings& findings) 
           "The server offers no encryption, and the registry value Login\\Encrypt wants it. Nothing was sent to it. Give the server a certificate, or set the value to N.");
     case ConnectionProblem::kCertificateRefused:
       return QStringLiteral(
-          "The server's certificate is not trusted, or is for another name than the one that is connected to. Nothing was sent to it. Put the authority that signed it into the file that the INI file names, or connect by the name in the certificate.");
+          "Most likely the server's certificate is not trusted, or is for another name than the one that is connected to. If so, nothing was sent to it. Put the authority that signed it into the file that the INI file names, or connect by the name in the certificate. A connection that is lost during the log-in looks the same: try again, too.");
+    case ConnectionProblem::kConnectionLost:
+      return QStringLiteral(
+          "The server ended the connection during the log-in or just after it. Try again. If it happens again, look into the server's log; a server that only knows encryption older than TLS 1.2 may do the same.");
     case ConnectionProblem::kNoDatabase:
       return QStringLiteral("The server has no database \"%1\", or the login may not see it.").arg(findings.database);
     case ConnectionProblem::kDatabaseOffline:
@@ -111,6 +115,10 @@ class Test {
   bool ServerAnswers() {
     app_.sqlServer.SetUp(login_.sqlServer);
     findings_.driver = login_.sqlServer.driver;
+    if (const QString& refusal = login_.sqlServer.refusal; !refusal.isEmpty()) {
+      Tell(ConnectionProblem::kSettingRefused, refusal);
+      return false;
+    }
     try {
       const ServerAddress address = LocateServer(findings_.server);
       findings_.host = address.host;
@@ -135,6 +143,7 @@ class Test {
     const ConnectionTarget target{findings_.server, database};
     std::unique_ptr<Session> session = embedded_ ? app_.engine.Connect(target, login, kLoginSeconds)
                                                  : app_.sqlServer.Connect(target, login, kLoginSeconds);
+    opened_ = true;
     session->SetCommandTimeout(kTimeLimitSeconds);
     return session;
   }
@@ -169,6 +178,7 @@ class Test {
 
   void Explain(const DatabaseError& error) {
     if (error.Number() == kNoDriver) return Tell(ConnectionProblem::kDriverMissing, error.Description());
+    if (error.Number() == kUnusableSetting) return Tell(ConnectionProblem::kSettingRefused, error.Description());
     if (Says(error, kMissingProcedure) || Says(error, kMissingObject))
       return Tell(ConnectionProblem::kHostTablesMissing);
     if (Says(error, kOffline)) return Tell(ConnectionProblem::kDatabaseOffline);
@@ -179,8 +189,15 @@ class Test {
           QStringLiteral("The server refused the login \"%1\": %2").arg(login_.login.user, error.Description()));
     if (error.Description().startsWith(QLatin1String("Timeout expired")))
       return Tell(ConnectionProblem::kNoAnswer, error.Description());
-    if (error.ConnectionLost() && login_.sqlServer.encrypt && !embedded_)
-      return Tell(ConnectionProblem::kCertificateRefused);
+    if (error.ConnectionLost() && !embedded_) return ExplainLoss(error);
+    Tell(ConnectionProblem::kOther, error.Description());
+  }
+
+  /// Encryption is no matter of a connection that stood.
+  void ExplainLoss(const DatabaseError& error) {
+    const NoConnection why = WhyNoConnection(error.Errors(), login_.sqlServer.encrypt);
+    if (opened_ || why == NoConnection::kEnded) return Tell(ConnectionProblem::kConnectionLost);
+    if (why == NoConnection::kNotEncrypted) return Tell(ConnectionProblem::kCertificateRefused);
     Tell(ConnectionProblem::kOther, error.Description());
   }
 
@@ -203,6 +220,7 @@ class Test {
   LoginSettings login_;
   ConnectionFindings findings_;
   bool embedded_ = false;
+  bool opened_ = false;  ///< the server took the login
 };
 
 }  // namespace

@@ -18,8 +18,10 @@ enum class ConnectionProblem {
   kNoAnswer,
   kNoSqlServer,  ///< something else answers there
   kDriverMissing,
+  kSettingRefused,      ///< a value in the registry cannot be used; nothing was sent
   kCannotEncrypt,       ///< encryption is set, and the server offers none
-  kCertificateRefused,  ///< encryption is set, and the server's certificate is not trusted
+  kCertificateRefused,  ///< encryption is set, and most likely the server's certificate is not trusted
+  kConnectionLost,      ///< during the log-in, or just after it
   kLoginRefused,
   kNoDatabase,
   kDatabaseOffline,

@@ -85,7 +85,11 @@ TEST_F(SqlServerTest, SaysInATestWhatIsWrong) {
   EXPECT_EQ(Problem(), ConnectionProblem::kLoginRefused);
   Set("Driver", QStringLiteral("No Such Driver"));
   EXPECT_EQ(Problem(), ConnectionProblem::kDriverMissing);
+  Set("Driver", QStringLiteral("No}Driver"));
+  EXPECT_EQ(Problem(), ConnectionProblem::kSettingRefused);
   Set("Driver", QString());
+  Set("Encrypt", QStringLiteral("Yes"));
+  EXPECT_EQ(Problem(), ConnectionProblem::kSettingRefused);
   Set("Encrypt", QStringLiteral("Y"));
   const int logins = server.Counted().logins;
   EXPECT_EQ(Problem(), ConnectionProblem::kCannotEncrypt);
@@ -114,6 +118,10 @@ TEST_F(SqlServerTest, EncryptsOnlyWithACertificateThatIsTrustedForTheName) {
   EXPECT_EQ(encrypting.Counted().logins, 0);
   EXPECT_EQ(Problem(), ConnectionProblem::kNone);
   EXPECT_EQ(encrypting.Counted().encryptedLogins, encrypting.Counted().logins);
+  encrypting.PlannedFaults().Add({.kind = tds::FaultKind::kClose, .moment = tds::FaultMoment::kLogin});
+  EXPECT_EQ(Problem(), ConnectionProblem::kConnectionLost);
+  encrypting.PlannedFaults().Add({.kind = tds::FaultKind::kReset, .moment = tds::FaultMoment::kRequest});
+  EXPECT_EQ(Problem(), ConnectionProblem::kConnectionLost);
   at("localhost.localdomain");
   EXPECT_NE(Problem(), ConnectionProblem::kNone);
 }

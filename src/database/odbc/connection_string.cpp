@@ -20,7 +20,7 @@ Dialect DialectOf(const QString& driver) {
 [[noreturn]] void RefuseValue(const QString& what) {
   const QString text =
       QStringLiteral("%1 holds characters that cannot be handed to the database driver. Choose another one.").arg(what);
-  throw DatabaseError(kAuthenticationFailed, text, {{0, QString(), text}});
+  throw DatabaseError(kUnusableSetting, text, {{0, QString(), text}});
 }
 
 /// The value in braces, so that nothing in it means anything. FreeTDS takes it as it stands up to the first "};",

@@ -17,6 +17,7 @@ struct OdbcSettings {
   /// system always.
   QString authorities = {};
   QString application = {};  ///< what the server shows for this program
+  QString refusal = {};      ///< why nothing may be connected to with what is set; empty: it may
 };
 
 /// The strings for one connection. Time limits are no part of them: FreeTDS has one word for those of the log-in and of

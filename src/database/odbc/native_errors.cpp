@@ -22,6 +22,7 @@ enum NativeNumber {
   kFirstOfFreeTds = 20000,
   kConnectionFailed = 20002,
   kTimeOut = 20003,
+  kUnexpectedEnd = 20017,
   kSeeServerErrors = 20018,
   kLastOfFreeTds = 20999,
 };
@@ -117,13 +118,18 @@ DatabaseError OwnError(int number, ProviderError own, const std::vector<NativeEr
   return DatabaseError(number, std::move(text), std::move(errors));
 }
 
-bool SaysTimeOut(const NativeError& record) {
+/// \param record  a NativeError or a ProviderError
+bool SaysTimeOut(const auto& record) {
   return record.sqlState == kTimeOutState || record.number == kTimeOut;
 }
 
-bool SaysEncryption(const NativeError& record) {
-  return record.number == kConnectionFailed || record.text.contains(QLatin1String("SSL")) ||
-         record.text.contains(QLatin1String("certificate"), Qt::CaseInsensitive);
+bool SaysEncryption(const ProviderError& error) {
+  return error.number == kConnectionFailed || error.description.contains(QLatin1String("SSL")) ||
+         error.description.contains(QLatin1String("certificate"), Qt::CaseInsensitive);
+}
+
+bool SaysEnd(const ProviderError& error) {
+  return error.number == kUnexpectedEnd;
 }
 
 /// The driver manager's own: no such driver is registered, or its library cannot be loaded.
@@ -143,11 +149,18 @@ DatabaseError DriverMissing(const QString& driver) {
   return DatabaseError(kNoDriver, text, {{0, QStringLiteral("IM002"), text}});
 }
 
-/// Why there is no connection, as far as the driver's own records tell.
-QString ReasonOfNoConnection(const std::vector<NativeError>& records, bool encrypt) {
-  if (std::ranges::any_of(records, SaysTimeOut)) return QStringLiteral("Timeout expired. The server does not answer.");
-  if (encrypt && std::ranges::any_of(records, SaysEncryption))
-    return QStringLiteral("The server offers no encrypted connection, or its certificate is not trusted.");
+QString WordsFor(NoConnection reason) {
+  switch (reason) {
+    case NoConnection::kTimedOut:
+      return QStringLiteral("Timeout expired. The server does not answer.");
+    case NoConnection::kEnded:
+      return QStringLiteral("The server ended the connection during the log-in.");
+    case NoConnection::kNotEncrypted:
+      return QStringLiteral(
+          "The server offers no encrypted connection, its certificate is not trusted, or the connection was lost during the log-in.");
+    case NoConnection::kUnknown:
+      break;
+  }
   return QStringLiteral("SQL Server does not exist or access denied.");
 }
 
@@ -156,7 +169,7 @@ QString ReasonOfNoConnection(const std::vector<NativeError>& records, bool encry
 DatabaseError FailureOfCall(const std::vector<NativeError>& records, bool dead, CallEnd end) {
   if (end == CallEnd::kCancelled)
     return OwnError(kCommandCancelled, {0, QStringLiteral("HY008"), QStringLiteral("Operation cancelled by user")}, {});
-  if (end == CallEnd::kTimedOut || std::ranges::any_of(records, SaysTimeOut))
+  if (end == CallEnd::kTimedOut || std::ranges::any_of(records, SaysTimeOut<NativeError>))
     return OwnError(kCommandTimedOut, {0, kTimeOutState, QStringLiteral("Timeout expired")}, records);
   if (dead) {
     const DatabaseError lost = LostConnectionError();
@@ -170,6 +183,13 @@ DatabaseError FailureOfCall(const std::vector<NativeError>& records, bool dead, 
                        std::move(errors));
 }
 
+NoConnection WhyNoConnection(const std::vector<ProviderError>& errors, bool encrypt) {
+  if (std::ranges::any_of(errors, SaysTimeOut<ProviderError>)) return NoConnection::kTimedOut;
+  if (std::ranges::any_of(errors, SaysEnd)) return NoConnection::kEnded;
+  const bool notEncrypted = encrypt && std::ranges::any_of(errors, SaysEncryption);
+  return notEncrypted ? NoConnection::kNotEncrypted : NoConnection::kUnknown;
+}
+
 DatabaseError FailureToConnect(const std::vector<NativeError>& records, const QString& driver, bool encrypt) {
   if (std::ranges::any_of(records, SaysNoDriver)) return DriverMissing(driver);
   std::vector<NativeError> said;
@@ -180,7 +200,7 @@ DatabaseError FailureToConnect(const std::vector<NativeError>& records, const QS
   std::vector<ProviderError> errors = InKnownWords(records, false);
   for (const ProviderError& error : errors)
     words << error.description.mid(StartOfText(error.description));
-  QString text = ReasonOfNoConnection(records, encrypt);
+  QString text = WordsFor(WhyNoConnection(errors, encrypt));
   if (!words.isEmpty()) text += QLatin1String(" (") + words.join(QLatin1String("; ")) + u')';
   return DatabaseError(kUnspecifiedError, text, std::move(errors));
 }

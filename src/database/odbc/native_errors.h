@@ -36,6 +36,18 @@ enum class CallEnd {
 [[nodiscard]] DatabaseError FailureOfCall(const std::vector<NativeError>& records, bool dead,
                                           CallEnd end = CallEnd::kFailed);
 
+/// What came between the attempt to connect and the connection, as far as a driver tells.
+enum class NoConnection {
+  kTimedOut,
+  kEnded,         ///< the server ended the connection before it answered the login
+  kNotEncrypted,  ///< the certificate is not trusted, or there is none. FreeTDS says the same of a reset connection.
+  kUnknown,
+};
+
+/// \param errors   of the failure to connect
+/// \param encrypt  whether an encrypted connection was asked for
+[[nodiscard]] NoConnection WhyNoConnection(const std::vector<ProviderError>& errors, bool encrypt);
+
 /// The failure to connect. What the server said counts; without a word of it the error is kNoDriver where the driver is
 /// missing, else kUnspecifiedError.
 /// \param driver   its name

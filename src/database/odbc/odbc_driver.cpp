@@ -34,6 +34,7 @@ SessionFactory OdbcDriver::Factory() {
 
 std::unique_ptr<Session> OdbcDriver::Connect(const ConnectionTarget& target, const Login& login,
                                              int loginTimeoutSeconds) {
+  if (!settings_.refusal.isEmpty()) Refuse(kUnusableSetting, settings_.refusal);
   const ServerAddress address = LocateServer(target.server);
   const OdbcConnectionString composed = ComposeConnectionString(address, target.database, login, settings_);
   if (!composed.freeTdsFile.isEmpty()) WriteFreeTdsFile(composed.freeTdsFile);
@@ -49,7 +50,7 @@ void OdbcDriver::WriteFreeTdsFile(const QString& text) const {
   const QByteArray bytes = text.toUtf8();
   if (!folder_->isValid() || !file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
       file.write(bytes) != bytes.size())
-    Refuse(kAuthenticationFailed,
+    Refuse(kUnusableSetting,
            QStringLiteral("The settings for an encrypted connection could not be written to %1.").arg(file.fileName()));
 }
 

@@ -30,7 +30,8 @@ class OdbcDriver {
   void SetUp(const OdbcSettings& settings);
   [[nodiscard]] const OdbcSettings& Settings() const { return settings_; }
 
-  /// \throws DatabaseError  kNoDriver where the driver is not installed
+  /// \throws DatabaseError  kNoDriver where the driver is not installed; kUnusableSetting, before anything is sent,
+  ///                        where the driver cannot be told what is set
   [[nodiscard]] std::unique_ptr<Session> Connect(const ConnectionTarget& target, const Login& login,
                                                  int loginTimeoutSeconds);
   /// `Connect` as a Connection takes it; the driver must outlive it and its sessions.

@@ -133,7 +133,8 @@ std::vector<Parameter> ReadParameterList(const OdbcHandle& statement, const QStr
 
 DatabaseError ProcedureMissing(const QString& procedure) {
   constexpr int kNoProcedure = 2812;
-  const QString text = QStringLiteral("Could not find stored procedure '%1'.").arg(procedure);
+  const QString text =
+      QStringLiteral("Could not find stored procedure '%1', or the login may not use it.").arg(procedure);
   return DatabaseError(PendingNumber(kNoProcedure), text,
                        {{kNoProcedure, QStringLiteral("42000"), QLatin1String("[SQL Server]") + text}});
 }

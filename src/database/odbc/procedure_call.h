@@ -38,7 +38,8 @@ class NamedCall {
 [[nodiscard]] std::vector<Parameter> ReadParameterList(const OdbcHandle& statement, const QString& procedure,
                                                        bool dataAnywhere);
 
-/// That there is no such procedure, as a call of it would tell.
+/// That there is no such procedure, as a call of it would tell. A server shows the parameters of those procedures only
+/// that the login may use.
 [[nodiscard]] DatabaseError ProcedureMissing(const QString& procedure);
 
 }  // namespace qbx

@@ -13,7 +13,7 @@ constexpr qsizetype kLongestInstance = 32;  // bytes; the question for its port 
 
 [[noreturn]] void RefuseName(const QString& server) {
   const QString text = QStringLiteral("\"%1\" cannot be the name of a server.").arg(server);
-  throw DatabaseError(kAuthenticationFailed, text, {{0, QString(), text}});
+  throw DatabaseError(kUnusableSetting, text, {{0, QString(), text}});
 }
 
 bool OfHost(QChar character) {
