@@ -16,7 +16,8 @@ using MayInterrupt = OdbcLink::MayInterrupt;
 
 constexpr std::size_t kKeysOfStatement = 500;
 constexpr int kExchanges = 1;
-constexpr int kExchangesOfPrepared = 2;  // it is run, and forgotten again
+constexpr int kExchangesOfPrepared = 2;         // it is run, and forgotten again
+constexpr int kNoTransactionToRollBack = 3903;  // the server's number
 constexpr auto kSurelyAlive = std::chrono::seconds(2);
 constexpr int kProbeSeconds = 5;
 // The server's numbers for a call that does not fit the procedure: it was changed since it was described.
@@ -91,6 +92,7 @@ std::unique_ptr<RowSource> OdbcSession::OpenRead(const QString& select) {
 
 /// The connection has one statement at a time.
 void OdbcSession::FreeConnection() {
+  if (link_->IsDead()) throw LostConnectionError();
   if (link_->openRows != nullptr) link_->openRows->KeepRest();
 }
 
@@ -164,22 +166,22 @@ void OdbcSession::Rollback() {
   if (depth_ == 0) return;
   try {
     if (!doomed_) SendBoundary(QStringLiteral("ROLLBACK TRANSACTION"));
-  } catch (const DatabaseError&) {
-    // The server has rolled back already, or does so now that the connection is given up.
+  } catch (const DatabaseError& error) {
+    const bool undoneBefore = std::ranges::any_of(
+        error.Errors(), [](const ProviderError& each) { return each.number == kNoTransactionToRollBack; });
+    if (!undoneBefore) link_->GiveUp();
   }
   --depth_;
   doomed_ = depth_ > 0;
 }
 
-/// Begins or ends a transaction. When that fails, nobody knows whether one is open: the server may have done it and its
-/// answer came too late. All that follows would belong to it.
+/// Begins or ends a transaction. When the answer comes too late, nobody knows whether one is open, and all that follows
+/// would belong to it.
 void OdbcSession::SendBoundary(const QString& sql) {
   try {
     Send(sql, MayInterrupt::kNo);
   } catch (const DatabaseError& error) {
-    const bool noneOpen = std::ranges::any_of(
-        error.Errors(), [](const ProviderError& each) { return each.number == 3902 || each.number == 3903; });
-    if (!noneOpen) link_->GiveUp();
+    if (error.Number() == kCommandTimedOut || error.Number() == kCommandCancelled) link_->GiveUp();
     throw;
   }
 }
