@@ -17,16 +17,6 @@ bool InTransaction(Connection& connection) {
   return connection.IsOpen() && connection.Driver().InTransaction();
 }
 
-/// Rolls the open transaction back, since the user may leave the message box open for hours and other desks would wait
-/// for its rows. Later calls inside the transaction are refused until it is ended.
-void UndoTransaction(Connection& connection) {
-  try {
-    const Transaction inner(connection.Driver());
-  } catch (const DatabaseError&) {
-    // It was rolled back before, or its connection is lost.
-  }
-}
-
 /// First column of the first row, when it is a number or a text with a number; 0 for anything else and for a number
 /// beyond 32 bits.
 int FirstNumber(const Recordset& recordset) {
@@ -69,7 +59,6 @@ void Statements::Report(Connection& connection, const char* routine, const QStri
     return;
   }
   connection.KeepErrors(error);
-  if (InTransaction(connection)) UndoTransaction(connection);
   interpretation_.ReportDatabaseError(&connection, QLatin1String(routine), sql, error, before);
   if (diagnostics_.ui.QuitRequested()) connection_.StopWork();
 }

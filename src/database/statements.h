@@ -26,8 +26,8 @@ inline constexpr int kOptionUnspecified = -1;
 
 /// Runs statements over the shared connection. No routine throws. Each catches every database error, passes it to the
 /// interpretation, which logs and shows it, and returns its failure value. Outside a transaction a dropped connection
-/// is re-opened silently. A failure inside one rolls it back before the message is shown. While the connection was
-/// never open, and once the user has agreed to end the program, statements fail without a message.
+/// is re-opened silently. While the connection was never open, and once the user has agreed to end the program,
+/// statements fail without a message.
 class Statements {
  public:
   Statements(Connection& connection, ErrorInterpretation& interpretation, EventLog& events, LastError& lastError,

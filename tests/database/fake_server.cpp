@@ -45,10 +45,7 @@ class FakeSession final : public Session {
   }
   void Begin() override { ++depth_; }
   void Commit() override { --depth_; }
-  void Rollback() override {
-    if (depth_ > 0) --depth_;
-    ++server_.rollbacks;
-  }
+  void Rollback() override { depth_ = 0; }
   [[nodiscard]] bool InTransaction() const override { return depth_ > 0; }
   void DeleteRow(const QString&, const QString&, const Value&) override {}
   void UpdateRow(const QString&, const QString&, const Value&, std::span<const QString>,

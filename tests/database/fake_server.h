@@ -33,7 +33,6 @@ class FakeServer {
   std::deque<std::optional<DatabaseError>> opens;  ///< outcomes of the next opens
   std::vector<Parameter> parameters;               ///< what every procedure is described with
   std::optional<DatabaseError> describeError;
-  int rollbacks = 0;
 
   /// The next statement or call that holds `part` gets this answer.
   void Expect(const QString& part, Answer answer) { answers_.push_back({part, std::move(answer)}); }

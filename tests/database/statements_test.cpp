@@ -93,18 +93,6 @@ TEST_F(StatementsTest, ALossInsideATransactionIsNeverBridged) {
   EXPECT_EQ(ui.MessageTexts(), (QStringList{lostText_, lostText_}));
 }
 
-TEST_F(StatementsTest, NoBoxWaitsInATransaction) {
-  Open();
-  const Transaction transaction(connection_.Driver());
-  server_.Expect(read_, Failure("Invalid object name 'Nowhere'."));
-  ui.OnMessage([this](const Message&) {
-    EXPECT_EQ(server_.rollbacks, 1);
-    return std::nullopt;
-  });
-  Recordset records;
-  EXPECT_TRUE(statements_.dbOpenRec(records, read_));
-}
-
 TEST_F(StatementsTest, WithoutAConnectionEverythingFailsWithoutABox) {
   Recordset records;
   EXPECT_TRUE(statements_.dbOpenRec(records, read_));

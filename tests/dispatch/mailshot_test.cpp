@@ -318,6 +318,20 @@ TEST_F(MailshotTest, GoesOnWhenRecordsCannotBeWritten) {
   EXPECT_THAT(desk.Processed(), ElementsAre("101", "102"));
 }
 
+TEST_F(MailshotTest, AMarkThatFailsKeepsWhatWentOutAndIsMadeUpForByTheNextRun) {
+  desk.AddRow(101, "07700900101", "");
+  desk.host.Run(
+      "CREATE TRIGGER Refuse BEFORE UPDATE OF Processed ON [Campaign Results] BEGIN SELECT RAISE(ABORT, 'not now'); END");
+  AtPoint observer(MailshotPoint::kRowStarted, [](qint64) {});
+  EXPECT_EQ(desk.MakeMailshot(observer).Send(kCampaign, desk.templates).inDoubt, 0);
+  EXPECT_TRUE(desk.Processed().isEmpty());
+  EXPECT_EQ(desk.host.Ask("SELECT count(*) FROM SMS").ToInt(), 1);
+  desk.host.Run("DROP TRIGGER Refuse");
+  (void)desk.Send();
+  EXPECT_THAT(desk.Processed(), ElementsAre("101"));
+  EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101"));
+}
+
 TEST_F(MailshotTest, EndsWithAReportWhenTheJournalCannotBeWritten) {
   desk.AddRow(101, "07700900101", "");
   desk.AddRow(102, "07700900102", "");
