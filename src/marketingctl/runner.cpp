@@ -56,8 +56,9 @@ Runner::Runner(CLI::App& root) : root_(root) {
       ->type_name("NAME");
   root_.add_option("--instance", flags_.instance, "Instance of the host product")->type_name("NAME");
   root_
-      .add_option("--user", flags_.user,
-                  "Who this is done as; QBX_USER does as well. Needed by all but sample, init, server, connect and encipher")
+      .add_option(
+          "--user", flags_.user,
+          "Who this is done as; QBX_USER does as well. Needed by all but sample, init, server, connect and encipher")
       ->envname("QBX_USER")
       ->type_name("NAME");
   root_.add_flag("--json", flags_.json, "Print JSON for scripts instead of text");
