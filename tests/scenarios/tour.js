@@ -42,6 +42,22 @@ check("steps 4 and 5 stand", () => {
   assertMatch(clipboard(), /^[0-9]+ rows\. Text [0-9]+, .*Left out: Opted out [0-9]+/);
 });
 
+check("a sample campaign shows its letter and its e-mail, ready to read", () => {
+  load("Lapsed customers");
+  selectTab(4);
+  control("ssTabLetters").selectTab("Printed Letter");
+  onWindow("frmReportView", window => {
+    assertEqual(waitFor(() => window.control("lblPages").text === "of 1"), true);
+    window.control("cmbZoom").choose("Width");
+    screenshot("letter");
+    window.control("cmdClose").click();
+  });
+  control("cmdPreview").click();
+  control("ssTabLetters").selectTab("Email");
+  control("cmdTestEmail0").click();
+  screenshot("email");
+});
+
 check("the campaign manager and the about box open and close", () => {
   saveAs("MOT due, spring");
   assertMatch(control("frmMain").caption, "[MOT due, spring]");
