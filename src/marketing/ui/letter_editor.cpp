@@ -244,15 +244,20 @@ void LetterEditor::FillFontLists() {
   sizes->setLocale(QLocale::c());
   ui_->cmbFontSize->setValidator(sizes);
 
+  // Return also chooses the list's entry: what the selection already has is not one more step to undo.
   const auto setName = [this] {
+    const QString name = ui_->cmbFontName->currentText().trimmed();
     QTextCharFormat look;
-    look.setFontFamilies({ui_->cmbFontName->currentText().trimmed()});
-    if (!ui_->cmbFontName->currentText().isEmpty()) Apply(look);
+    look.setFontFamilies({name});
+    if (name == Selected().family) return ui_->rtfLetter->setFocus();
+    if (!name.isEmpty()) Apply(look);
   };
   const auto setSize = [this] {
+    const double points = ui_->cmbFontSize->currentText().toDouble();
     QTextCharFormat look;
-    look.setFontPointSize(ui_->cmbFontSize->currentText().toDouble());
-    if (look.fontPointSize() >= 1) Apply(look);
+    look.setFontPointSize(points);
+    if (points == Selected().points) return ui_->rtfLetter->setFocus();
+    if (points >= 1) Apply(look);
   };
   connect(ui_->cmbFontName, &QComboBox::textActivated, this, setName);
   connect(ui_->cmbFontName->lineEdit(), &QLineEdit::returnPressed, this, setName);
