@@ -30,10 +30,9 @@ qint64 ReadColumn(sqlite3_stmt* statement, int column) {
 SqliteFile OpenPlain(const QString& file, const Clock& clock) {
   SqliteFile database(file, SqliteMode::kExisting);
   RegisterFunctions(database.Handle(), clock);
-  ExecuteSql(
-      database.Handle(),
-      "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA foreign_keys = ON; PRAGMA cache_size = -11000; "
-      "PRAGMA temp_store = MEMORY");
+  ExecuteSql(database.Handle(),
+             "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA cache_size = -11000; "
+             "PRAGMA temp_store = MEMORY");
   return database;
 }
 

@@ -50,7 +50,6 @@ void PrepareFile(SqliteDatabase& database) {
   database.Run("SELECT count(*) FROM sqlite_master");
   database.Run("PRAGMA journal_mode = WAL");
   database.Run("PRAGMA synchronous = FULL");
-  database.Run("PRAGMA foreign_keys = ON");
   // Kilobytes. With less, a query over tens of thousands of customers spills. More gains nothing, and thousands of
   // letters fill any size.
   database.Run("PRAGMA cache_size = -11000");
