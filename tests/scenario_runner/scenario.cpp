@@ -1,6 +1,5 @@
 #include "scenario.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJSEngine>

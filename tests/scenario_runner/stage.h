@@ -5,7 +5,6 @@
 
 #include <QString>
 #include <memory>
-#include <optional>
 
 #include "another_process.h"
 #include "bridge.h"

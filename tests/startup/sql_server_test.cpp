@@ -75,9 +75,11 @@ TEST_F(SqlServerTest, SaysInATestWhatIsWrong) {
   Set("SQLLoginUser", QStringLiteral("garage"));
   EXPECT_EQ(Problem(), ConnectionProblem::kNone);
   EXPECT_EQ(Problem("Nowhere"), ConnectionProblem::kNoDatabase);
-  engine.SetDatabaseStatus(QString::fromLatin1(kServerDatabase), QStringLiteral("OFFLINE"));
+  const auto master = engine.Connect({QString(), QStringLiteral("master")}, {}, 5);
+  const QString status = QStringLiteral("ALTER DATABASE [%1] SET ").arg(QLatin1String(kServerDatabase));
+  master->Execute(status + QStringLiteral("OFFLINE"));
   EXPECT_EQ(Problem(), ConnectionProblem::kDatabaseOffline);
-  engine.SetDatabaseStatus(QString::fromLatin1(kServerDatabase), QStringLiteral("ONLINE"));
+  master->Execute(status + QStringLiteral("ONLINE"));
   OnServer("DELETE FROM _Procedures WHERE Name = 'proc__OptionVersion'");
   EXPECT_EQ(Problem(), ConnectionProblem::kHostTablesMissing);
   OnServer(

@@ -11,7 +11,6 @@
 #include <QSize>
 #include <QStyleOptionViewItem>
 #include <QStyledItemDelegate>
-#include <QTextDocument>
 #include <QToolTip>
 #include <QTreeWidget>
 #include <QTreeWidgetItem>

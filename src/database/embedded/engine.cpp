@@ -110,8 +110,4 @@ std::shared_ptr<SqliteDatabase> EmbeddedEngine::Open(const QString& name, const 
   return database;
 }
 
-void EmbeddedEngine::SetDatabaseStatus(const QString& database, const QString& status) const {
-  files_->SetStatus(database, status);
-}
-
 }  // namespace qbx

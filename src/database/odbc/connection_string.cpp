@@ -77,10 +77,8 @@ OdbcConnectionString ComposeConnectionString(const ServerAddress& address, const
   add("Database=", database, QStringLiteral("The database's name"));
   add("UID=", login.user, QStringLiteral("The user of the database login"));
   // The password comes last: the driver manager reads "}}" as one brace, and a keyword after it would be lost.
-  OdbcConnectionString composed;
-  composed.forLog = text + QLatin1String("PWD=***;");
   add("PWD=", login.password, QStringLiteral("The password of the database login"));
-  composed.text = text;
+  OdbcConnectionString composed = {.text = text};
   if (dialect == Dialect::kFreeTds && settings.encrypt) composed.freeTdsFile = FreeTdsFile(address, settings);
   return composed;
 }

@@ -20,14 +20,13 @@ struct OdbcSettings {
   QString refusal = {};      ///< why these settings allow no connection; empty: they do
 };
 
-/// The strings for one connection. They hold no time limits, which are attributes of the connection: FreeTDS has one
-/// keyword for the time limits of the log-in and of all statements, Microsoft's driver has none.
+/// What a driver needs for one connection. Time limits are no part of it, but attributes of the connection: FreeTDS has
+/// one keyword for the time limits of the log-in and of all statements, Microsoft's driver has none.
 struct OdbcConnectionString {
-  QString text;    ///< for SQLDriverConnectW; never shown or logged, because it holds the password
-  QString forLog;  ///< `text` with "***" for the password
+  QString text;  ///< for SQLDriverConnectW; never shown or logged, because it holds the password
   /// The content of the file that the environment variable FREETDSCONF names; empty when no file is needed. Without
   /// this file, FreeTDS does not check certificates.
-  QString freeTdsFile;
+  QString freeTdsFile = {};
 };
 
 /// \param address  with its port

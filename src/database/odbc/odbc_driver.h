@@ -4,7 +4,6 @@
 
 #include <QTemporaryDir>
 #include <memory>
-#include <optional>
 
 #include "database/connection.h"
 #include "database/odbc/connection_string.h"

@@ -16,7 +16,6 @@
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QStyleOptionViewItem>
-#include <QTextDocument>
 #include <QToolTip>
 #include <cmath>
 
