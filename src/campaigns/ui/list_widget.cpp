@@ -11,6 +11,7 @@
 #include <QSize>
 #include <QStyleOptionViewItem>
 #include <QStyledItemDelegate>
+#include <QTextDocument>
 #include <QToolTip>
 #include <QTreeWidget>
 #include <QTreeWidgetItem>

@@ -16,6 +16,7 @@
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QStyleOptionViewItem>
+#include <QTextDocument>
 #include <QToolTip>
 #include <cmath>
 
