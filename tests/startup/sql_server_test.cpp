@@ -45,7 +45,7 @@ struct SqlServerTest : testing::Test, StartedApplication {
   }
 };
 
-TEST_F(SqlServerTest, WorksThereAndGoesOnAfterTheConnectionWasLost) {
+TEST_F(SqlServerTest, RunsStatementsAndReopensALostConnection) {
   ASSERT_EQ(Launch(QStringLiteral("/userid:\"Pat\"")), StartOutcome::kRunning);
   ASSERT_TRUE(application->hostConnection.Ready());
   OnServer(
@@ -71,7 +71,7 @@ TEST_F(SqlServerTest, WorksThereAndGoesOnAfterTheConnectionWasLost) {
   EXPECT_TRUE(application->statements.dbOpenRec(rows, QStringLiteral("SELECT 1")));
 }
 
-TEST_F(SqlServerTest, SaysInATestWhatIsWrong) {
+TEST_F(SqlServerTest, NamesTheProblemInATestOfTheConnection) {
   Set("SQLLoginUser", QStringLiteral("garage"));
   EXPECT_EQ(Problem(), ConnectionProblem::kNone);
   EXPECT_EQ(Problem("Nowhere"), ConnectionProblem::kNoDatabase);

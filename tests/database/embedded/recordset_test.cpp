@@ -68,7 +68,7 @@ TEST_F(RecordsetTest, FilterAndSortStayThroughARequery) {
   EXPECT_EQ(rows.RecordCount(), 7);
 }
 
-TEST_F(RecordsetTest, DeletesHereThereAndInClones) {
+TEST_F(RecordsetTest, DeletesInItselfTheDatabaseAndClones) {
   Recordset rows = Open();
   Recordset clone = rows.Clone();
   clone.MoveTo(3);
