@@ -1,6 +1,8 @@
-// What the database layer costs over plain SQLite calls on the same file.
+// Compares the database layer with plain SQLite calls on the same file, of 100,000 rows and 30 columns.
 //
-//   database_bench [ROUNDS]     makes a database of 100,000 rows and 30 columns; medians over rounds run in turn
+//   database_bench [ROUNDS]
+//
+// Prints medians. The two sides run in turn.
 
 #include <sqlite3.h>
 
@@ -28,7 +30,7 @@ constexpr int kRows = 100'000;
 constexpr int kColumns = 30;
 constexpr int kCalls = 20'000;
 
-/// Two thirds text, one third numbers and dates, as a campaign's rows are.
+/// Two thirds text, one third numbers and dates, as in the rows of a campaign.
 void MakeDatabase(sqlite3* database) {
   QByteArray create = "PRAGMA journal_mode = WAL; BEGIN; CREATE TABLE Big(ID integer primary key";
   QByteArray select = "i";
@@ -80,7 +82,7 @@ void InTransaction(qbx::Session& session, const std::function<void(int)>& call) 
 struct Measure {
   const char* name;
   std::function<void()> work;
-  double perCall;  // divides the time, 0: milliseconds of the whole
+  double perCall;  // divides the time; 0: print the milliseconds of the whole
   std::vector<double> times = {};
 };
 

@@ -1,9 +1,11 @@
-// The rows of a results grid written to files, beside what does the least that can be done.
+// Measures how the rows of a results grid are written to files, and compares it with other programs.
 //
-//   export_bench [ROWS [ROUNDS]]    medians over rounds; 100,000 rows of 27 columns, 5 rounds
+//   export_bench [ROWS [ROUNDS]]    default: 100,000 rows of 27 columns, 5 rounds
 //
-// CSV stands beside the sqlite3 shell, which reads the same rows from a database in the same folder; the .xlsx workbook beside the library alone, called in a loop with values at hand;
-// the .xls workbook, of 65,535 rows at most, beside LibreOffice where that is installed, which makes one of the same rows as CSV.
+// Prints medians. CSV is compared with the sqlite3 shell, which reads the same rows from a database in the same folder.
+// The .xlsx workbook is compared with the library alone, called in a loop with prepared values. The .xls workbook has
+// at most 65,535 rows. It is compared with LibreOffice, if that is installed, which converts a CSV file of the same
+// rows.
 
 #include <sys/resource.h>
 #include <xlsxwriter.h>
@@ -24,7 +26,7 @@ constexpr int kColumns = 27;
 constexpr int kMostXlsRows = 65'535;
 constexpr char kText[] = "12 Orchard Drive, Little Marden";
 
-/// Columns as the results have them: most of them text, then numbers, dates and flags.
+/// Columns as in the results: most of them text, then numbers, dates and flags.
 class Rows : public RowSource {
  public:
   explicit Rows(int rows) : left_(rows) {

@@ -1,13 +1,14 @@
-// What the results grid costs: from the end of a query to a painted grid, sorting, scrolling, finding, filtering, and changing flags.
+// Measures the results grid: from the end of a query to a painted grid, sorting, scrolling, finding, filtering, and
+// changing flags.
 //
-//   grid_bench [ROUNDS [CUSTOMERS]]     medians over rounds run in turn; needs no display
+//   grid_bench [ROUNDS [CUSTOMERS]]
 //
-// Beside it: the same rows stepped and every column read as text through the C API of SQLite.
+// Prints medians. Needs no display. The comparison steps through the same rows with the C API of SQLite and reads every
+// column as text. The two sides run in turn.
 
 #include <malloc.h>
 
 #include <QApplication>
-#include <QHeaderView>
 #include <QImage>
 #include <QTableView>
 #include <algorithm>
@@ -28,7 +29,7 @@ using namespace qbx::bench;
 constexpr int kCampaign = -3;
 constexpr int kShownColumns = 30;
 
-/// The grid as the results page has it.
+/// The grid, set up as on the results page.
 class ResultsGrid {
  public:
   explicit ResultsGrid(SampleProgram& program)
@@ -52,7 +53,7 @@ class ResultsGrid {
     view_.render(&image_);
   }
 
-  /// Drops the rows, so that the next display starts as the first did.
+  /// Drops the rows, so that the next display starts like the first.
   void Forget() {
     grid_.Clear();
     Results().Rows().Close();
@@ -64,7 +65,7 @@ class ResultsGrid {
     Paint();
   }
 
-  /// \param flag  one that the grid is not sorted by, so that the row stays where it is
+  /// \param flag  the grid is not sorted by it, so that the row keeps its place
   void Flip(const QString& flag) {
     const QString before = grid_.CellText(grid_.CurrentRow(), flag);
     program_.Desk().edits.ClickCell(flag, grid_.RecordID());
@@ -146,7 +147,7 @@ void Show(const char* what, const std::vector<double>& times) {
   std::printf("%-44s %9.1f ms\n", what, Median(times));
 }
 
-/// Times of what is done in each round, in the order of the first.
+/// The times of each step, in the order of the first round.
 class Times {
  public:
   template <typename Work>
@@ -167,7 +168,7 @@ class Times {
 
 constexpr qint64 kSelected = 1'000;
 
-/// What is done all day in the rows; everything is painted.
+/// The usual work in the rows. Every change is painted.
 void WorkInRows(ResultsGrid& grid, Times& times) {
   const QString email = QStringLiteral("Send_Email");
   times.Take("kinds of all rows, read for the first time", [&] { (void)grid.Results().Kinds(); });
@@ -210,7 +211,7 @@ int main(int argc, char** argv) {
     const SqliteFile garage = OpenPlain(program.File(), program.Time());
     ExecuteSql(
         garage.Handle(),
-        "UPDATE Customers SET No_Marketing = 0, Consent_Response = 0; UPDATE _Options SET Only_Send_Comms_When_Opted_In = 0");  // nobody is left out
+        "UPDATE Customers SET No_Marketing = 0, Consent_Response = 0; UPDATE _Options SET Only_Send_Comms_When_Opted_In = 0");
   }
   program.Start();
   RunQuery(program);

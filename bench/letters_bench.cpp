@@ -1,10 +1,11 @@
-// What a letter costs: merged, journalled, stored, read again as rich text, laid out and written to one PDF file.
+// Measures letters: merged, journalled, stored, read again as rich text, laid out and written to one PDF file.
 //
-//   letters_bench [LETTERS [ROUNDS]]    medians over rounds run in turn; needs no display
+//   letters_bench [LETTERS [ROUNDS]]
 //
-// Beside it: the same text as HTML, put into a QTextDocument a letter and painted into a PDF file by the library alone. Processor time of both is given too,
-// since the commits of a busy disk hide what the program costs; the peak of memory is that of the process once its garage is made, so compare
-// one round of 100 and of 10,000 letters.
+// Prints medians. Needs no display. The comparison uses the library alone: for each letter, it puts the same text as
+// HTML into a QTextDocument and paints it into a PDF file. The two sides run in turn. Processor time is printed, too,
+// because the commits on a busy disk hide the cost of the program. The peak of memory counts from the made garage on.
+// To judge it, compare one round of 100 letters with one of 10,000.
 
 #include <malloc.h>
 
@@ -61,7 +62,7 @@ QString LetterHtml(int number) {
       .arg(QString::fromLatin1(kTest), list, QString::fromLatin1(kPlace), QString::fromLatin1(kSold));
 }
 
-/// The library alone.
+/// The comparison: the library alone.
 void WriteWithLibrary(const QString& path, int letters) {
   QPdfWriter writer(path);
   writer.setPageSize(QPageSize(QPageSize::A4));
@@ -107,13 +108,13 @@ long PeakKilobytes() {
   return 0;
 }
 
-/// Gives back what making the garage took, and begins to count anew.
+/// Returns the memory that making the garage took, and begins to count again.
 void ForgetPeak() {
   malloc_trim(0);
   std::ofstream("/proc/self/clear_refs") << "5";
 }
 
-/// Rows of a campaign that all get a letter.
+/// The rows of a campaign, all with a letter.
 int MakeRows(SampleProgram& program, int letters) {
   CampaignRecord& record = program.App().campaign.record;
   record.ID = 1;

@@ -1,12 +1,12 @@
-// What a mailshot costs of its own: merge, journal, record, mark and counters, over a bare libcurl loop that sends the same
-// bytes over one kept connection and makes the same durable commits to the same disk.
+// Compares a mailshot (merge, journal, send, record, mark and counters) with a bare libcurl loop. The loop sends the
+// same bytes over one kept connection and makes the same durable commits to the same disk.
 //
-//   mailshot_bench email|text [ROWS [ROUNDS]]     medians over rounds run in turn; TMPDIR chooses the disk
+//   mailshot_bench email|text [ROWS [ROUNDS]]     TMPDIR chooses the disk
 //
-// Times are given twice: elapsed, and of the sending thread on its processor, which is steadier on a busy computer.
+// Prints medians. The two sides run in turn. Both elapsed time and processor time of the sending thread are printed.
+// The processor time is steadier on a busy computer.
 
 #include <QCoreApplication>
-#include <array>
 #include <cstring>
 
 #include "mailshot_peer.h"
@@ -75,7 +75,7 @@ class Bench {
     SendOurs();
     sink_.Keep(false);
     std::vector<std::string> bytes = sink_.TakeKept();
-    if (kind_ == Kind::kText) bytes.erase(bytes.begin());  // the question about the credits
+    if (kind_ == Kind::kText) bytes.erase(bytes.begin());  // the request about the credits
     const std::vector<SentMessage> messages = ReadSent(database_->Handle(), kind_, std::move(bytes));
     MailshotPeer peer(kind_, peerFile_, program_.Time(), kCampaign, sink_.Port());
     const SqliteFile peerDatabase = OpenPlain(peerFile_, program_.Time());

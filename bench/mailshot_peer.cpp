@@ -7,7 +7,7 @@
 namespace qbx::bench {
 namespace {
 
-/// What is left of a message to be handed over.
+/// The part of a message that libcurl has not taken yet.
 struct Upload {
   std::string_view left;
 };

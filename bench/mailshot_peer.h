@@ -1,4 +1,4 @@
-// The peer of the mailshot: a bare libcurl loop over one kept connection, and the durable commits of a run.
+// The comparison for a mailshot: a bare libcurl loop over one kept connection, with the durable commits of a run.
 
 #pragma once
 
@@ -11,17 +11,17 @@
 
 namespace qbx::bench {
 
-/// One message as the program sent it, with what it wrote about it.
+/// One message of the program, with the values that the program stored about it.
 struct SentMessage {
-  std::string bytes;     ///< the message, or the target of the request
-  std::string customer;  ///< texts of its record in the host database
+  std::string bytes;     ///< the e-mail, or the target of the request to the gateway
+  std::string customer;  ///< texts of the record in the host database
   std::string recipient;
   std::string subject;  ///< of an e-mail
   std::string text;
   qint64 recordId = 0;  ///< of the campaign's row
 };
 
-/// Sends what the program sent, with the same statements before and after each message.
+/// Sends the program's messages again, with the same statements before and after each message.
 class MailshotPeer {
  public:
   enum class Kind { kEmail, kText };

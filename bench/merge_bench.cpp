@@ -1,9 +1,10 @@
-// What merging costs: the compiled template against the chain of case-insensitive replaces that defines its result.
+// Compares the compiled template with the chain of case-insensitive replaces that defines its result.
 //
-//   merge_bench [ROUNDS [ROWS]]     a mailing-sized template and made-up customers; medians over rounds run in turn
-//   merge_bench DIR COUNT qbx       the template DIR/t.txt and the rows DIR/d.tsv (ten fields a row, in the order of
-//   replacing);
-//                                   prints elapsed seconds, bytes and a hash, to stand beside other engines
+//   merge_bench [ROUNDS [ROWS]]     merges a template of usual size for made-up customers
+//   merge_bench DIR COUNT qbx       merges the template DIR/t.txt with the rows DIR/d.tsv
+//
+// The first prints medians of the two sides, which run in turn. The second prints elapsed seconds, bytes and a hash, to
+// compare them with other engines. Its rows have ten fields, in the order of replacing.
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -31,7 +32,7 @@ double Seconds(const std::function<void()>& work) {
   return qbx::bench::Milliseconds(work) / 1000;
 }
 
-/// 900 characters with eight fields, as a reminder letter has them.
+/// 900 characters with eight fields, like a reminder letter.
 QString MadeUpTemplate() {
   QString text =
       u"Dear {contact},\n\nOur records show that your {make} {model}, registration {regno}, is due for its annual test "
@@ -68,7 +69,7 @@ std::vector<MergeValues> MadeUpCustomers() {
   return customers;
 }
 
-/// The chain as it would be written with the library's own replace.
+/// The chain, written with the library's own replace.
 void ReplaceChain(const QString& text, const MergeValues& v, const QString& today, QString& merged) {
   const std::array<std::pair<QString, const QString*>, 10> fields{{{u"{contact}"_qs, &v.contact},
                                                                    {u"{make}"_qs, &v.make},

@@ -1,8 +1,9 @@
-// What reading over the network costs in the session over a bare ODBC loop that binds the same columns.
+// Compares reading through a session with a bare ODBC loop that binds the same columns.
 //
-//   odbc_bench [ROUNDS [ROWS]]     rows of 30 columns from a server in a process of its own; medians over rounds run in turn
+//   odbc_bench [ROUNDS [ROWS]]
 //
-// Times are given twice: elapsed, which is mostly the server's, and of the processor in this process.
+// Reads rows of 30 columns from a server in another process. Prints medians. The two sides run in turn. Elapsed time,
+// which is mostly the server's, and processor time of this process are printed.
 
 #include <sql.h>
 #include <sqlext.h>
@@ -34,7 +35,7 @@ bool IsDate(int column) {
   return column % 6 == 3;
 }
 
-/// Two thirds text, one third numbers and dates, as a campaign's rows are.
+/// Two thirds text, one third numbers and dates, as in the rows of a campaign.
 void MakeRows(const QString& file, int rows) {
   if (CreateHostDatabase(file, ExistingFile::kRefuse)) Fail("there is no database");
   const SqliteFile database(file, SqliteMode::kExisting);
@@ -52,7 +53,7 @@ void MakeRows(const QString& file, int rows) {
   ExecuteSql(database.Handle(), create.constData());
 }
 
-/// The server, which ends with its standard input.
+/// The server. It ends when its standard input ends.
 class ServerProcess {
  public:
   explicit ServerProcess(const QString& folder) {
@@ -74,7 +75,7 @@ class ServerProcess {
   int port_ = 0;
 };
 
-/// The loop that whoever knows the columns writes: one row bound, nothing kept.
+/// The comparison: a loop written for these columns. It binds one row and keeps none.
 class BareLoop {
  public:
   explicit BareLoop(const QString& connection) {
@@ -156,7 +157,7 @@ int main(int argc, char** argv) {
   const ServerAddress address{.host = QStringLiteral("127.0.0.1"), .instance = {}, .port = server.Port()};
   const Login login{QStringLiteral("sa"), QString()};
   OdbcDriver driver;
-  // A connection of its own for each: those that are open longer get another treatment from the scheduler.
+  // Each side opens its own connection, because the scheduler treats connections of different ages differently.
   const auto connect = [&] {
     return driver.Connect({QStringLiteral("127.0.0.1,%1").arg(server.Port()), QStringLiteral("Bench")}, login, 10);
   };

@@ -1,10 +1,9 @@
-// The longest time that the main window does not paint while a query runs, and with it the longest that a click on Cancel waits: on the
-// embedded database as it is, and with a server that takes its time for every call.
+// Measures the longest time in which the main window does not paint while a query runs. A click on Cancel waits at most
+// as long. Uses the embedded database, without a delay and with a delay for every call.
 //
-//   paint_bench [CUSTOMERS [DELAY...]]     delays in milliseconds, 0 50 500 at first
+//   paint_bench [CUSTOMERS [DELAY...]]     delays in milliseconds; default: 0 50 500
 
 #include <QtWidgets>
-#include <thread>
 
 #include "hostdb/sample_garage.h"
 #include "marketing/program.h"
@@ -18,7 +17,7 @@ namespace {
 using namespace qbx;
 using namespace qbx::bench;
 
-/// Asks the window to paint every few milliseconds and notes when it did.
+/// Asks the window every few milliseconds to paint, and notes when it painted.
 class PaintWatch : public QObject {
  public:
   explicit PaintWatch(QWidget& window) {
@@ -64,7 +63,7 @@ void Measure(const QString& folder, int delay) {
            .folders = {.program = folder + QLatin1Char('/'), .registry = folder},
            .wrapSessions = [delay](SessionFactory inner) { return SlowSessions(std::move(inner), delay); }});
   if (program.Start(QStringLiteral("/userid:\"Bench\"")) != StartOutcome::kRunning) Fail("The program did not start.");
-  program.App().options.Only_Send_Comms_When_Opted_In = false;  // rows are not deleted one by one, each with its delay
+  program.App().options.Only_Send_Comms_When_Opted_In = false;  // removes no rows, each with the delay
   frmMain& window = *program.MainWindow();
   Find<QPushButton>(window, "cmdNew").click();
   auto& tree = Find<QTreeWidget>(window, "tvQuery");

@@ -1,7 +1,9 @@
-// What running a query costs over plain SQLite calls that do the same work: both steps of "All Customers", the removal of
-// rows without consent, and the reads ahead whose rows are not used.
+// Compares running a query with plain SQLite calls that do the same work: both steps of "All Customers", the removal of
+// rows without consent, and reading ahead rows that are not used.
 //
-//   query_bench [ROUNDS [CUSTOMERS]]     medians over rounds run in turn
+//   query_bench [ROUNDS [CUSTOMERS]]
+//
+// Prints medians. The two sides run in turn.
 
 #include <sqlite3.h>
 
@@ -22,7 +24,7 @@ constexpr int kCampaign = -3;
 constexpr char kUser[] = "Bench";
 constexpr char kProcedure[] = "proc_Marketing_AddAllCustomers";
 
-/// What the procedure does for "All Customers", and nothing else.
+/// The comparison: only the statements of the procedure for "All Customers".
 class PlainQuery {
  public:
   PlainQuery(const QString& file, const Clock& clock)
@@ -55,7 +57,7 @@ class PlainQuery {
   std::vector<SqliteStatement> body_;  ///< the first deletes, the second inserts, the last selects
 };
 
-/// Ours, through the program's own objects.
+/// The program's own objects.
 class ProgramQuery {
  public:
   explicit ProgramQuery(SampleProgram& program) : program_(program) {
@@ -64,7 +66,7 @@ class ProgramQuery {
     record.CampaignTypeID = kAllCustomers;
   }
 
-  /// Both steps. \return rows after the second
+  /// Runs both steps. \return the number of rows after the second
   qint64 BothSteps(bool removeWithoutConsent) {
     program_.App().options.Only_Send_Comms_When_Opted_In = removeWithoutConsent;
     for (const int step : {0, 1}) {
@@ -86,7 +88,7 @@ class ProgramQuery {
   SampleProgram& program_;
 };
 
-/// Nobody consented, nobody is left out: every customer is selected, and removed where consent is demanded.
+/// Leaves nobody out and lets nobody consent: the query selects every customer, and removes all when it needs consent.
 void MakeCustomersAlike(const SampleProgram& program) {
   const SqliteFile database = OpenPlain(program.File(), program.Time());
   ExecuteSql(database.Handle(),
@@ -117,7 +119,7 @@ int main(int argc, char** argv) {
       if (ours.BothSteps(true) != 0) Fail("rows without consent are left");
     }));
     times[3].push_back(Milliseconds([&] { ours.ReadAhead(); }));
-    ours.BothSteps(false);  // the next round finds rows to replace, as the others did
+    ours.BothSteps(false);  // so that the next round replaces rows, too
   }
 
   std::array<double, 4> medians;

@@ -1,8 +1,9 @@
-// A long list as a report: from the rows in the database to its first page, and to its last.
+// Measures a report of a long list: the time to its first page and to its last.
 //
-//   report_bench [ROWS [ROUNDS]]    medians over rounds; needs no display
+//   report_bench [ROWS [ROUNDS]]
 //
-// "Handed over" is the list as the grid prints it, from rows that are in memory already. "Read" is the definition's own query, read into a temporary file.
+// Prints medians. Needs no display. "Handed over" is the list as the grid prints it, with rows that are in memory.
+// "Read" is a definition with its own query, whose rows are read into a temporary file.
 
 #include <QGuiApplication>
 
@@ -22,7 +23,7 @@ struct Cost {
   int pages = 0;
 };
 
-/// Lays out all pages, and measures the first one by itself.
+/// Lays out all pages, and also measures the first one alone.
 void LayOut(const Report& report, ReportDatabase& database, Cost& cost) {
   std::unique_ptr<Pager> pager;
   cost.firstPage.push_back(Milliseconds([&] {

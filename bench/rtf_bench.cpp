@@ -1,10 +1,10 @@
-// What it costs to load a large letter into a document and to store it.
+// Measures how a large letter is loaded into a document and stored.
 //
-//   rtf_bench [ROUNDS [KIB]]      medians over rounds run in turn; needs no display
+//   rtf_bench [ROUNDS [KIB]]
 //
-// Beside it: the same text without its looks put into a document by the library alone. The letter of KIB kibibytes (default
-// 1024) has a dozen paragraphs with changing looks again and again; two more of that size have nothing but list items, and
-// one large picture.
+// Prints medians. Needs no display. The letter has KIB kibibytes (default 1024). It repeats a dozen paragraphs of
+// different looks. A second letter has list items only, a third one a single large picture. The comparison puts the
+// same text without its looks into a document, with the library alone. The two sides run in turn.
 
 #include <QGuiApplication>
 #include <QTextDocument>

@@ -1,6 +1,9 @@
-// From the start of the process to the first painted frame: the window program on a sample garage beside a Qt program that shows one label.
+// Measures the time from the start of the process to the first painted frame: of the window program on a sample garage,
+// and of a Qt program that shows one label.
 //
-//   startup_bench [ROUNDS]     medians over rounds run in turn; offscreen, and on the display when there is one
+//   startup_bench [ROUNDS]
+//
+// Prints medians, offscreen and, when there is a display, on it. The two programs run in turn.
 
 #include <QtCore>
 
@@ -33,7 +36,7 @@ void Measure(const char* name, const QString& platform, const QString& garage, i
   const auto program = [&] {
     return Run(folder + QStringLiteral("startup_program"), {QStringLiteral("/userid:Bench")}, surroundings);
   };
-  (void)label();  // the page cache
+  (void)label();  // fills the page cache
   (void)program();
   std::vector<double> labels;
   std::vector<double> programs;

@@ -1,4 +1,4 @@
-// The least Qt program with a window: one label. Ends at its first paint; what start-up is compared with.
+// The smallest Qt program with a window: one label. Ends at its first paint. Start-up is compared with it.
 
 #include <unistd.h>
 

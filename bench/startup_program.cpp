@@ -1,4 +1,4 @@
-// The window program as it starts, splash and log-on included. Ends at the first paint of the main window.
+// The window program with splash and log-on. Ends at the first paint of the main window.
 
 #include <unistd.h>
 

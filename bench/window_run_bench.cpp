@@ -1,10 +1,12 @@
-// What the windows add to a mailshot: the longest time in which its progress could not be painted, the processor time a row beside the same run without
-// windows, and how many messages still go after "Pause Sending".
+// Measures what the windows add to a mailshot: the longest time in which its progress could not be painted, the
+// processor time for a row compared with a run without windows, and how many messages are still sent after "Pause
+// Sending".
 //
-//   window_run_bench email|text [ROUNDS [ROWS...]]     5 rounds of 1000, 5000 and 20000 rows at first; TMPDIR chooses the disk
+//   window_run_bench email|text [ROUNDS [ROWS...]]     default: 5 rounds of 1000, 5000 and 20000 rows
 //
-// On the display when there is one, else offscreen; QT_QPA_PLATFORM chooses. Pauses for the eye take no time. Rounds are run in turn, processor times are those of all threads of this process;
-// the servers run in another one.
+// Runs on the display when there is one, otherwise offscreen; QT_QPA_PLATFORM chooses. TMPDIR chooses the disk. Pauses
+// that only let the user read take no time. The two sides run in turn. Processor times are of all threads of this
+// process. The servers run in another process.
 
 #include <QtWidgets>
 #include <cstring>
@@ -27,7 +29,7 @@ using namespace qbx::bench;
 constexpr int kHeadlessCampaign = -5;
 constexpr int kDemandEvery = 40;  // milliseconds
 
-/// Windows without pauses, whose every question is answered Yes.
+/// Windows without pauses. Every question is answered Yes.
 class HurriedUi final : public WidgetUi {
  public:
   MessageAnswer ShowMessage(const Message& message) override {
@@ -37,7 +39,7 @@ class HurriedUi final : public WidgetUi {
   void Pause(int) override { PumpEvents(); }
 };
 
-/// Notes when one of some widgets is painted.
+/// Notes when any of some widgets is painted.
 class PaintWatch final : public QObject {
  public:
   void Watch(QWidget& widget) { widget.installEventFilter(this); }
@@ -118,7 +120,7 @@ class Bench {
   }
   [[nodiscard]] QString File() const { return garage_.filePath(QStringLiteral("QBXKorvelManager.db")); }
 
-  /// Goes to the last page with a campaign whose rows are due.
+  /// Opens the last page with a campaign of due rows.
   void OpenCampaign() {
     if (program_.Start(QStringLiteral("/userid:\"Bench\"")) != StartOutcome::kRunning)
       Fail("The program did not start.");
@@ -136,7 +138,7 @@ class Bench {
   }
 
   void ExpectAll() const {
-    const int questions = channel_ == Channel::kSms ? 1 : 0;  // about the credits
+    const int questions = channel_ == Channel::kSms ? 1 : 0;  // the one about the credits
     if (sink_.TakeCount() != rows_ + questions) Fail("the messages did not all arrive");
   }
 
@@ -155,7 +157,7 @@ class Bench {
     ResetMailshot(windowData_->Handle());
     const double before = ProcessMilliseconds();
     watch_.Start();
-    // While the rows are read nothing changes on the screen; that it could is seen by what is painted on demand.
+    // Nothing changes on the screen while the rows are read. Paints on demand show that it could.
     auto& line = Find<QWidget>("lblRunProgress");
     QTimer demand;
     QObject::connect(&demand, &QTimer::timeout, &line, qOverload<>(&QWidget::update));
@@ -214,7 +216,7 @@ int main(int argc, char** argv) {
   SettleTimeZone();
   QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
-  std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);  // a run takes minutes, also into a file
+  std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);  // shows each line at once, also in a file
   std::printf("%s, %s\n", argv[1], qPrintable(QGuiApplication::platformName()));
   std::vector<int> rows;
   for (int i = 3; i < argc; ++i)

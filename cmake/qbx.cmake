@@ -1,4 +1,4 @@
-# Three functions that every CMakeLists.txt of the tree uses: a folder of logic, a program, a folder of tests.
+# Functions that all CMakeLists.txt use, for folders of logic, of windows and of tests, and for programs.
 # The link lines of the folders show the architecture. Keep them minimal, and PRIVATE unless a header needs them.
 
 add_library(qbx_options INTERFACE)
@@ -18,26 +18,21 @@ target_link_libraries(qbx_pch PUBLIC qbx_options Qt6::Core)
 target_precompile_headers(qbx_pch PRIVATE <QDateTime> <QHash> <QString> <QStringList> <QVariant> <functional> <memory> <optional>
                           <string> <variant> <vector>)
 
-# qbx_reuse_pch(<target> <pch target>) lets the target share the headers that <pch target> compiled.
+# qbx_reuse_pch(<target> <pch target>) lets the target use the compiled headers of <pch target>.
 function(qbx_reuse_pch target from)
   if(QBX_PCH)
     target_precompile_headers(${target} REUSE_FROM ${from})
   endif()
 endfunction()
 
-# qbx_library(<folder>) makes the library qbx_<folder> from every .cpp beside the caller. A folder with headers only
-# becomes an interface library, so that others can link it, too. A main.cpp is left to qbx_program.
+# qbx_library(<folder>) makes the library qbx_<folder> from every .cpp beside the caller. A main.cpp is left to
+# qbx_program.
 function(qbx_library name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
-  if(sources)
-    add_library(qbx_${name} STATIC ${sources})
-    target_link_libraries(qbx_${name} PUBLIC qbx_options Qt6::Core)
-    qbx_reuse_pch(qbx_${name} qbx_pch)
-  else()
-    add_library(qbx_${name} INTERFACE)
-    target_link_libraries(qbx_${name} INTERFACE qbx_options Qt6::Core)
-  endif()
+  add_library(qbx_${name} STATIC ${sources})
+  target_link_libraries(qbx_${name} PUBLIC qbx_options Qt6::Core)
+  qbx_reuse_pch(qbx_${name} qbx_pch)
 endfunction()
 
 # The same for windows, which also share the widget headers.
@@ -59,17 +54,6 @@ function(qbx_ui_library name)
   qbx_reuse_pch(qbx_${name}_ui qbx_widgets_pch)
 endfunction()
 
-# qbx_links(<folder> PUBLIC ... PRIVATE ...) is target_link_libraries that also takes an interface library.
-function(qbx_links name)
-  cmake_parse_arguments(arg "" "" "PUBLIC;PRIVATE" ${ARGN})
-  get_target_property(type qbx_${name} TYPE)
-  if(type STREQUAL "INTERFACE_LIBRARY")
-    target_link_libraries(qbx_${name} INTERFACE ${arg_PUBLIC} ${arg_PRIVATE})
-  else()
-    target_link_libraries(qbx_${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
-  endif()
-endfunction()
-
 # qbx_program(<folder>) makes the program <folder> from the main.cpp beside the caller and the folder's library.
 function(qbx_program name)
   add_executable(${name} main.cpp)
@@ -77,25 +61,23 @@ function(qbx_program name)
 endfunction()
 
 # qbx_tests(<folder> [WINDOWS] [WIRE] [IN_ENGINE <filter>] LINKS ...) makes one GoogleTest program <folder>_test from
-# every .cpp beside the caller; each test is a CTest test named <folder>.Suite.Name. WINDOWS: they need windows or fonts.
-# With WIRE each runs a second time as wire.<folder>.Suite.Name, through SQL Server's protocol (support/wire), except
-# those that the filter IN_ENGINE names, which look into the engine itself.
+# every .cpp beside the caller. Each test is a CTest test <folder>.Suite.Name. WINDOWS: the tests need windows or fonts.
+# WIRE: each test also runs as wire.<folder>.Suite.Name, through SQL Server's protocol (support/wire). The filter
+# IN_ENGINE excludes tests of the engine itself.
 function(qbx_tests name)
   cmake_parse_arguments(arg "WINDOWS;WIRE" "IN_ENGINE" "LINKS" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
-  if(sources)
-    if(arg_WINDOWS)
-      list(APPEND sources ${PROJECT_SOURCE_DIR}/tests/support/windows/main.cpp)
-      list(APPEND arg_LINKS Qt6::Widgets)
-    endif()
-    add_executable(${name}_test ${sources})
-    target_link_libraries(${name}_test PRIVATE ${arg_LINKS} qbx_test_support)
-    qbx_reuse_pch(${name}_test qbx_test_pch)
-    gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
-    if(arg_WIRE)
-      target_link_libraries(${name}_test PRIVATE qbx_test_wire)
-      gtest_discover_tests(${name}_test TEST_PREFIX wire.${name}. TEST_LIST ${name}_wire_tests TEST_FILTER "-${arg_IN_ENGINE}" DISCOVERY_TIMEOUT 60
-                           PROPERTIES TIMEOUT 120 ENVIRONMENT QBX_TEST_WIRE=1)
-    endif()
+  if(arg_WINDOWS)
+    list(APPEND sources ${PROJECT_SOURCE_DIR}/tests/support/windows/main.cpp)
+    list(APPEND arg_LINKS Qt6::Widgets)
+  endif()
+  add_executable(${name}_test ${sources})
+  target_link_libraries(${name}_test PRIVATE ${arg_LINKS} qbx_test_support)
+  qbx_reuse_pch(${name}_test qbx_test_pch)
+  gtest_discover_tests(${name}_test TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+  if(arg_WIRE)
+    target_link_libraries(${name}_test PRIVATE qbx_test_wire)
+    gtest_discover_tests(${name}_test TEST_PREFIX wire.${name}. TEST_LIST ${name}_wire_tests TEST_FILTER "-${arg_IN_ENGINE}" DISCOVERY_TIMEOUT 60
+                         PROPERTIES TIMEOUT 120 ENVIRONMENT QBX_TEST_WIRE=1)
   endif()
 endfunction()

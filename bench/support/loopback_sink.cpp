@@ -20,7 +20,7 @@ class Reader {
  public:
   explicit Reader(int connection) : connection_(connection) {}
 
-  /// \return what came before the mark, nothing when the connection ended
+  /// \return the bytes before the mark; nothing at the end of the connection
   std::optional<std::string> UpTo(std::string_view mark) {
     std::size_t searched = 0;
     for (;;) {
@@ -47,7 +47,7 @@ void Say(int connection, std::string_view text) {
   if (::send(connection, text.data(), text.size(), MSG_NOSIGNAL) < 0) return;
 }
 
-/// The text of a message without the dots that protect it on its way.
+/// A message without its dot-stuffing.
 std::string Unstuffed(std::string text) {
   for (std::size_t at = text.find("\r\n.."); at != std::string::npos; at = text.find("\r\n..", at + 3))
     text.erase(at + 2, 1);

@@ -1,4 +1,4 @@
-// A mail server and an SMS gateway that take everything at once, so that what is measured is the sender.
+// A mail server and an SMS gateway that accept everything at once, so that only the sender is measured.
 
 #pragma once
 
@@ -9,12 +9,12 @@
 
 namespace qbx::bench {
 
-/// Listens on a free port of 127.0.0.1. A connection has a thread of its own; messages come over one at a time.
+/// Listens on a free port of 127.0.0.1, with a thread for each connection. Only one connection sends at a time.
 class LoopbackSink {
  public:
   enum class Protocol {
-    kSmtp,  ///< takes every message
-    kHttp,  ///< answers every GET as the gateway answers a text that it took, with plenty of credits left
+    kSmtp,  ///< accepts every message
+    kHttp,  ///< answers every GET like a gateway that accepted a text and has plenty of credits left
   };
 
   explicit LoopbackSink(Protocol protocol);
@@ -23,10 +23,10 @@ class LoopbackSink {
   LoopbackSink& operator=(const LoopbackSink&) = delete;
 
   [[nodiscard]] int Port() const { return port_; }
-  /// Messages or requests taken since the last call.
+  /// The number of messages or requests since the last call.
   [[nodiscard]] int TakeCount() { return count_.exchange(0); }
 
-  /// While on, what comes is kept: messages as they were before dot-stuffing, or the request targets.
+  /// Keeps what arrives while on: messages without dot-stuffing, or the targets of requests.
   void Keep(bool on) { keep_ = on; }
   [[nodiscard]] std::vector<std::string> TakeKept();
 
@@ -40,7 +40,7 @@ class LoopbackSink {
   Protocol protocol_;
   int listener_ = -1;
   int port_ = 0;
-  std::vector<int> connections_;  // these two belong to the listening thread while it lives
+  std::vector<int> connections_;  // only the listening thread uses these two while it runs
   std::vector<std::thread> talks_;
   std::atomic<int> count_ = 0;
   std::atomic<bool> keep_ = false;

@@ -1,4 +1,4 @@
-// Rows for a mailshot, none of which can fail.
+// Rows for a mailshot. All of them can be sent.
 
 #pragma once
 
@@ -9,13 +9,13 @@
 
 namespace qbx::bench {
 
-/// Texts of the length that people write.
+/// Texts of usual length.
 [[nodiscard]] MailshotTemplates SampleTemplates();
 
-/// Replaces all rows and customers of a database by `rows` that are flagged for one channel.
+/// Replaces all rows and customers of a database by `rows` rows with the send flag of one channel.
 void AddMailshotRows(sqlite3* database, int campaignId, Channel channel, int rows);
 
-/// Makes every row due again.
+/// Makes all rows due again.
 void ResetMailshot(sqlite3* database);
 
 }  // namespace qbx::bench

@@ -9,7 +9,8 @@
 namespace qbx::bench {
 namespace {
 
-/// Reads a column as its storage says. \return something that depends on it, so that nothing is optimised away
+/// Reads a column as the type that is stored.
+/// \return a number that depends on the value, so that the compiler keeps the reading
 qint64 ReadColumn(sqlite3_stmt* statement, int column) {
   switch (sqlite3_column_type(statement, column)) {
     case SQLITE_NULL:
@@ -30,10 +31,9 @@ qint64 ReadColumn(sqlite3_stmt* statement, int column) {
 SqliteFile OpenPlain(const QString& file, const Clock& clock) {
   SqliteFile database(file, SqliteMode::kExisting);
   RegisterFunctions(database.Handle(), clock);
-  ExecuteSql(
-      database.Handle(),
-      "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA foreign_keys = ON; PRAGMA cache_size = -11000; "
-      "PRAGMA temp_store = MEMORY");
+  ExecuteSql(database.Handle(),
+             "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA cache_size = -11000; "
+             "PRAGMA temp_store = MEMORY");
   return database;
 }
 

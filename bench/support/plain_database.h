@@ -1,4 +1,4 @@
-// SQLite with nothing but its owners around it, as a program without any layer of ours would use it.
+// SQLite without the layers of the program, for comparisons.
 
 #pragma once
 
@@ -11,18 +11,18 @@
 
 namespace qbx::bench {
 
-// A refusal of SQLite is thrown and ends the process.
+// A failure of SQLite is thrown and ends the process.
 
-/// Opens with the functions, the collation and the pragmas that the program's own connection has (WAL, synchronous FULL).
+/// Opens a file with the functions, the collation and the pragmas of the program's connection (WAL, synchronous FULL).
 [[nodiscard]] SqliteFile OpenPlain(const QString& file, const Clock& clock);
-/// The statements of a stored procedure that is built into the program, in their order.
+/// The statements of one of the program's stored procedures, in their order.
 [[nodiscard]] std::vector<SqliteStatement> PrepareProcedure(sqlite3* database, const char* name);
 
-/// Binds by name; a statement that does not have the name is left alone.
+/// Binds a value by name. Does nothing when the statement lacks the name.
 void Bind(SqliteStatement& statement, const char* name, qint64 value);
 void Bind(SqliteStatement& statement, const char* name, std::string_view text);
 
-/// Steps to the end with every column of every row read, resets. \return the number of rows
+/// Reads every column of every row and resets the statement. \return the number of rows
 qint64 StepThrough(SqliteStatement& statement);
 
 }  // namespace qbx::bench

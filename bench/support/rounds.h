@@ -1,4 +1,4 @@
-// What every measuring program needs: time, medians, giving up.
+// What all measuring programs share: time, medians, ending after an error.
 
 #pragma once
 
@@ -13,7 +13,7 @@
 
 namespace qbx::bench {
 
-/// Ends the program: a result that is wrong is not worth measuring.
+/// Ends the program, because a wrong result must not be measured.
 [[noreturn]] inline void Fail(const char* what) {
   std::fprintf(stderr, "%s\n", what);
   std::exit(1);
@@ -32,23 +32,23 @@ template <typename Work>
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// Processor time that this thread has used, in milliseconds: what is left of a measurement when other programs want the
-/// processor and the disk, too.
+/// The processor time of this thread, in milliseconds. Other programs that use the processor and the disk hardly change
+/// it.
 [[nodiscard]] inline double ThreadMilliseconds() {
   timespec time = {};
   clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
   return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
-/// The same of all threads of this process.
+/// The processor time of all threads of this process, in milliseconds.
 [[nodiscard]] inline double ProcessMilliseconds() {
   timespec time = {};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
   return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
-/// Keeps this process on the processor that it runs on: on a busy computer it matters more than anything measured whether
-/// the two threads of a conversation stand on the same one.
+/// Keeps this process on its present processor. On a busy computer, it matters more than all else whether two threads
+/// that talk to each other run on the same processor.
 inline void StayOnOneProcessor() {
   cpu_set_t processors;
   CPU_ZERO(&processors);

@@ -1,4 +1,4 @@
-// The program, started without windows on a sample garage in a folder that goes away at the end.
+// The program without windows, on a sample garage in a temporary folder.
 
 #pragma once
 
@@ -11,16 +11,16 @@
 
 namespace qbx::bench {
 
-/// The folder is made below TMPDIR, so the disk is chosen there.
+/// Makes the folder below TMPDIR, which chooses the disk.
 class SampleProgram {
  public:
   /// Makes the garage. Ends the process when something fails.
   explicit SampleProgram(int customers);
 
-  /// Starts the program on it, once the database is as it shall be.
+  /// Starts the program. Call it after all changes to the database.
   void Start();
 
-  /// The database file, and its copy for a peer, made now.
+  /// The database file, and a new copy of it for the comparison.
   [[nodiscard]] QString File() const;
   [[nodiscard]] QString CopyForPeer() const;
 

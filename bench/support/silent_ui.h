@@ -1,4 +1,4 @@
-// A user interface that nobody looks at: waits for the eye cost nothing, every question is answered Yes.
+// A user interface without a user: it has no pauses, and answers every question Yes.
 
 #pragma once
 
@@ -25,7 +25,7 @@ class SilentUi final : public UserInterface {
   void RequestQuit() override {}
   [[nodiscard]] bool QuitRequested() const override { return false; }
 
-  /// The last message that was no question.
+  /// The last message that is not a question.
   [[nodiscard]] const QString& LastMessage() const { return last_; }
 
  private:

@@ -20,7 +20,7 @@ int Get(int channel) {
   return number;
 }
 
-/// Ends with the process at the other end of the channel.
+/// Ends when the process at the other end of the channel ends.
 [[noreturn]] void Serve(LoopbackSink::Protocol protocol, int channel) {
   LoopbackSink sink(protocol);
   Put(channel, sink.Port());

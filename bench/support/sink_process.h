@@ -1,4 +1,4 @@
-// The loopback sink in a process of its own, so that the processor time of this one is the sender's alone.
+// The loopback sink in another process, so that this process only uses the processor time of the sender.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace qbx::bench {
 
-/// Made first thing in a program: it forks, which a process with threads or windows must not.
+/// Make it first in a program, because it forks, which a process with threads or windows must not do.
 class SinkProcess {
  public:
   explicit SinkProcess(LoopbackSink::Protocol protocol);
@@ -17,11 +17,11 @@ class SinkProcess {
   SinkProcess& operator=(const SinkProcess&) = delete;
 
   [[nodiscard]] int Port() const { return port_; }
-  /// Messages or requests taken since the last call.
+  /// The number of messages or requests since the last call.
   [[nodiscard]] int TakeCount() const;
 
  private:
-  int channel_ = -1;  // a request is one byte, an answer one number
+  int channel_ = -1;  // each request is one byte, each answer one number
   int port_ = 0;
   pid_t process_ = 0;
 };

@@ -1,4 +1,4 @@
-// A server that takes its time.
+// A slow server.
 
 #pragma once
 
@@ -24,7 +24,7 @@ class SlowSession final : public SessionWrapper {
   std::chrono::milliseconds delay_;
 };
 
-/// \param delay  milliseconds that every call takes longer
+/// \param delay  the additional time of every call, in milliseconds
 [[nodiscard]] inline SessionFactory SlowSessions(SessionFactory inner, int delay) {
   return [inner = std::move(inner), delay](const ConnectionTarget& target, const Login& login, int timeout) {
     return std::make_unique<SlowSession>(inner(target, login, timeout), delay);

@@ -1,5 +1,3 @@
-// Certificates to try encryption with.
-
 #include "tds_server/certificates.h"
 
 #include <openssl/evp.h>

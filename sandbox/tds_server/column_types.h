@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <QHash>
 #include <vector>
 
 #include "database/session.h"

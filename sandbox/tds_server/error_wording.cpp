@@ -32,12 +32,8 @@ struct Wording {
 
 /// A current server puts names in double quotes, and names constraints in another way.
 constexpr std::array kWordings = {
-    Wording{"^(\\w+) statement conflicted with COLUMN REFERENCE constraint '([^']*)'",
-            "The \\1 statement conflicted with the REFERENCE constraint \"\\2\""},
     Wording{"^(\\w+) statement conflicted with CHECK constraint '([^']*)'",
             "The \\1 statement conflicted with the CHECK constraint \"\\2\""},
-    Wording{"occurred in database ['\"]([^'\"]*)['\"], table '([^']*)'",
-            "occurred in database \"\\1\", table \"dbo.\\2\""},
     Wording{"occurred in database '([^']*)'", "occurred in database \"\\1\""},
 };
 

@@ -18,7 +18,7 @@ enum class Encryption : quint8 { kLoginOnly = 0, kAll = 1, kImpossible = 2, kReq
 [[nodiscard]] QByteArray PreLoginAnswer(Encryption encryption);
 
 struct LoginMessage {
-  quint32 version = 0;  ///< 0x74000004 and the like
+  quint32 version = 0;  ///< for example 0x74000004
   int packetSize = 0;
   QString host;
   QString user;

@@ -1,6 +1,6 @@
 #include "tds_server/parameters.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstring>
 #include <limits>
 

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QString>
-#include <vector>
 
 #include "database/value.h"
 #include "tds_server/bytes.h"

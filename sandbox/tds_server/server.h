@@ -3,7 +3,6 @@
 #pragma once
 
 #include <list>
-#include <memory>
 #include <mutex>
 #include <thread>
 

@@ -2,9 +2,7 @@
 
 #pragma once
 
-#include <QHash>
 #include <QString>
-#include <atomic>
 #include <functional>
 #include <map>
 

@@ -29,7 +29,7 @@ struct ConnectSettings {
 
 enum class DatabaseStatus { kOnline = 0, kNotAvailable = 1, kDeclined = 2 };
 
-/// What connecting found out. Kept for the whole run.
+/// What connecting found out. Kept for the whole run. Nothing reads localServer and databaseFileFolder yet.
 struct ConnectionFlags {
   bool localServer = false;          ///< the server name means this computer
   bool alternativePassword = false;  ///< the alternative password is in use

@@ -21,7 +21,6 @@ inline constexpr int kUnusableSetting = 3001;              ///< a setting cannot
 inline constexpr int kItemNotFound = 3265;                 ///< there is no field or parameter of that name or position
 inline constexpr int kWrongType = 3421;                    ///< a value does not fit its field or parameter
 inline constexpr int kNoDriver = 3706;                     ///< this build has no driver for the server
-inline constexpr int kObjectClosed = 3704;                 ///< the object is closed
 inline constexpr int kConnectionClosed = 3709;             ///< the connection is closed
 
 /// One entry of the provider's error list.

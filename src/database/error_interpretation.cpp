@@ -70,6 +70,7 @@ struct PhraseRule {
   QString (*apply)(const QString& message, const QString& text);
 };
 
+// The program's own tables have no foreign keys, but other tables of a SQL Server may have them.
 constexpr std::array kPhraseRules = {
     PhraseRule{"EXPECTS PARAMETER", MissingValue},
     PhraseRule{"FOREIGN KEY CONSTRAINT", ForeignKey},

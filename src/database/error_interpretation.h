@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QString>
-#include <vector>
 
 #include "database/connection.h"
 #include "database/database_error.h"

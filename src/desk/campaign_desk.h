@@ -2,8 +2,6 @@
 
 #pragma once
 
-#include <QString>
-
 #include "dispatch/credit_estimate.h"
 #include "dispatch/email_sender.h"
 #include "dispatch/mailshot.h"

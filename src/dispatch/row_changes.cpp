@@ -105,8 +105,8 @@ RowChange RowChanges::Change(int campaignId, const std::vector<qint64>& rows, co
   std::vector<qint64> keys = rows;
   std::sort(keys.begin(), keys.end());
   keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
-  // No run can claim the campaign until the transaction ends. The program's own database has one writer at a time; on a
-  // server the look at the claim holds it, and the reading of the rows holds these.
+  // No run can claim the campaign until the transaction ends. The embedded database has one writer at a time. On a
+  // server, reading the claim and the rows locks them.
   Transaction transaction(connection_.Driver());
   change.refusal = guard_.LookAtClaim(campaignId);
   if (change.refusal) return change;

@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <QString>
 #include <string>
 
 #include "exporting/compound_file.h"

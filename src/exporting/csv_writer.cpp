@@ -2,7 +2,6 @@
 // programs that the file is not in a Windows code page.
 
 #include <charconv>
-#include <cstring>
 
 #include "exporting/cell_date.h"
 #include "exporting/export_parts.h"

@@ -7,7 +7,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <filesystem>
-#include <string>
 
 #include "hostdb/database_upgrade.h"
 #include "hostdb/embedded_sql.h"

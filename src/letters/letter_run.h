@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QString>
-#include <functional>
 #include <vector>
 
 #include "dispatch/campaign_claim.h"

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QHash>
-#include <atomic>
 
 #include "platform/user_interface.h"
 

@@ -1,7 +1,5 @@
 // marketingctl sample: a believable garage to try the program on.
 
-#include <QDir>
-#include <QFileInfo>
 #include <memory>
 
 #include "hostdb/sample_garage.h"

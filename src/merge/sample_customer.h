@@ -2,8 +2,6 @@
 
 #pragma once
 
-#include <QString>
-
 #include "merge/merge_fields.h"
 
 namespace qbx {

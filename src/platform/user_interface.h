@@ -3,8 +3,6 @@
 #pragma once
 
 #include <QString>
-#include <initializer_list>
-#include <vector>
 
 namespace qbx {
 

@@ -2,8 +2,6 @@
 
 #pragma once
 
-#include <optional>
-
 #include "database/connection.h"
 #include "diagnostics/diagnostics.h"
 #include "reports/report.h"

@@ -5,7 +5,6 @@
 #include <QSet>
 #include <QString>
 #include <functional>
-#include <memory>
 #include <optional>
 
 #include "database/event_log.h"

@@ -1,7 +1,6 @@
 #include "printing/report_fields.h"
 
 #include <QHash>
-#include <functional>
 
 #include "util/date_text.h"
 #include "util/typed_date.h"

@@ -4,7 +4,6 @@
 
 #include <QString>
 #include <functional>
-#include <memory>
 #include <vector>
 
 #include "database/value.h"

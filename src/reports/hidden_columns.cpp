@@ -1,6 +1,5 @@
 #include "reports/hidden_columns.h"
 
-#include <algorithm>
 #include <map>
 
 namespace qbx {

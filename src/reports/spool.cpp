@@ -1,7 +1,5 @@
 #include "reports/spool.h"
 
-#include <QFile>
-
 #include "reports/report_error.h"
 
 namespace qbx {

@@ -1,7 +1,6 @@
 #include "reports/text_fit.h"
 
 #include <QFontMetricsF>
-#include <QGuiApplication>
 #include <QImage>
 #include <cmath>
 

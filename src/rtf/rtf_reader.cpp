@@ -16,10 +16,6 @@ qsizetype RtfStart(const QString& text) {
 
 }  // namespace
 
-bool BeginsAsRtf(const QString& text) {
-  return RtfStart(text) >= 0;
-}
-
 RtfLosses ReadRtf(const QString& text, QTextDocument& document) {
   const QStringView read = QStringView(text).first(std::min(text.size(), kMaxRtfCharacters));
   document.setUndoRedoEnabled(false);

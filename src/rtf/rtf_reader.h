@@ -17,9 +17,6 @@ inline constexpr qsizetype kMaxRtfDepth = 500;
 /// alphabetical order. A letter that is edited and stored loses it; the text of tables and text boxes stays.
 using RtfLosses = QStringList;
 
-/// Whether a text begins as RTF does.
-[[nodiscard]] bool BeginsAsRtf(const QString& text);
-
 /// Reads a text into a document and drops the document's contents and undo steps. RTF is read with its fonts, colours,
 /// paragraphs, lists, page breaks and pictures; any other text is plain text. Damaged and unknown parts are skipped, so
 /// reading always succeeds.

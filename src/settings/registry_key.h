@@ -36,7 +36,7 @@ inline constexpr quint32 kKeyAllAccess = 0xF003F;
 ///   QString server = registry.GetValue("Server");
 ///
 /// No operation throws. A failure gives an empty or false result and a log line. The first failure of a run is shown in
-/// a box, unless bNoErrors is set. Nothing calls SetDefault, SetValueCount, SubKeyCount, GetName and GetSubKey yet.
+/// a box, unless bNoErrors is set. Only IsMissing, GetValue by name, SetValue and AutoCreate have callers yet.
 class CRegistry {
  public:
   explicit CRegistry(RegistryServices services);

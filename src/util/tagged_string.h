@@ -26,6 +26,7 @@ struct TaggedObject {
 [[nodiscard]] QString strSetTag(const QString& tagged, const QString& key, const QString& value);
 
 /// Sets a pair in the object's Caption if `useCaption`, else in its TagVariant if `useTagVariant`, else in its Tag.
+/// Nothing calls it yet.
 void strSetTag(TaggedObject& object, const QString& key, const QString& value, bool useCaption, bool useTagVariant);
 
 }  // namespace qbx

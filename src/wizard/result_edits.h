@@ -3,7 +3,6 @@
 #pragma once
 
 #include <functional>
-#include <utility>
 
 #include "campaigns/campaign_record.h"
 #include "database/statements.h"

@@ -1,4 +1,4 @@
-// A plan as the words of the command line.
+// A plan as arguments of the command line.
 
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace qbx::consent {
 
-/// A filter that a command line has no word for (ticked, with no condition chosen) is unticked.
+/// Unticks filters that a command line cannot express: ticked ones without a condition.
 void KeepToCommandLine(QueryPlan& plan);
 
 /// "query --query ... --save Round".

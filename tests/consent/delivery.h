@@ -16,24 +16,24 @@ struct Delivery {
   QString text;
 };
 
-/// What the program was told about it.
+/// What the program learned about it.
 enum class Outcome {
   kAccepted,
   kRefused,    ///< it did not go out
-  kUncertain,  ///< nobody knows
+  kUncertain,  ///< the program cannot know
 };
 
-/// Told of every message that a server was given.
+/// Is told of every message that a server got.
 class Postbox {
  public:
   virtual ~Postbox() = default;
-  /// \param arrived  it really reached the customer
+  /// \param arrived  whether it reached the customer
   virtual void Received(const Delivery& delivery, Outcome outcome, bool arrived) = 0;
 };
 
-/// The text that the address of a request to the gateway carries.
+/// Reads the text from the address of a request to the gateway.
 [[nodiscard]] Delivery ReadText(const QString& url);
-/// The e-mail that a mail server was given.
+/// Reads the e-mail that a mail server got.
 [[nodiscard]] Delivery ReadMail(const QStringList& recipients, const QByteArray& message);
 
 }  // namespace qbx::consent

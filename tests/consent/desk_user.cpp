@@ -53,7 +53,7 @@ SessionFactory DeskUser::Fused(SessionFactory factory) {
 
 void DeskUser::Die() {
   computer_.Die();
-  // The number stays taken, with no process behind it.
+  // The number stays in use, without a process.
   surroundings_.processes[process_] = 0;
 }
 

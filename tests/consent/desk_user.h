@@ -1,4 +1,4 @@
-// A user at a desk: the whole program but its windows, on the garage's database.
+// A user at a desk: the whole program without its windows, on the garage's database.
 
 #pragma once
 
@@ -20,12 +20,12 @@ namespace qbx::consent {
 struct Surroundings {
   QString folder;  ///< of the program, with the database
   test::FixedClock clock;
-  QHash<qint64, qint64> processes = {};  ///< that live, number to start
+  QHash<qint64, qint64> processes = {};  ///< the running ones; start times by number
   HttpClient* gateway = nullptr;
   MailTransport* mail = nullptr;
 };
 
-/// A computer of the garage: its processes are those of the surroundings.
+/// A computer of the garage. Its processes are `Surroundings::processes`.
 class Computer final : public HostInfo {
  public:
   Computer(const Surroundings& surroundings, QString name, qint64 process)
@@ -33,7 +33,7 @@ class Computer final : public HostInfo {
   [[nodiscard]] QString ComputerName() const override { return name_; }
   [[nodiscard]] qint64 ProcessId() const override { return process_; }
   [[nodiscard]] qint64 ProcessStart(qint64 id) const override { return surroundings_.processes.value(id, 0); }
-  /// The process is no more: what is taken down behind it gives nothing back.
+  /// Ends the process. Destructors that run afterwards change nothing.
   void Die() { process_ = -1; }
 
  private:
@@ -50,15 +50,15 @@ class DeskUser {
   DeskUser(const DeskUser&) = delete;
   DeskUser& operator=(const DeskUser&) = delete;
 
-  /// Ends without a word, as a crash does; only the destructor is left to be called.
+  /// Ends like a crash. Afterwards only the destructor may be called.
   void Die();
   [[nodiscard]] const QString& User() const { return user_; }
 
-  /// Steps 1 and 2, as clicks do them. \return whether the program did the step
+  /// Does a step as a click does. \return whether the program did the step
   bool StepOne(const QueryPlan& plan);
   bool StepTwo(const QueryPlan& plan);
   bool RefreshStepTwo(const QueryPlan& plan);
-  /// "Next >" of step 3's page before, then the templates; keeps the campaign under a name.
+  /// Presses "Next >" of step 3, enters the templates, and saves the campaign under a name.
   bool Save(const QString& name, const MailshotTemplates& templates);
   bool Load(int campaign);
   [[nodiscard]] int Campaign() const { return app.campaign.record.ID; }
@@ -81,7 +81,7 @@ class DeskUser {
   RoundUi ui;
   Fuse fuse;
   Application app;
-  std::unique_ptr<CampaignDesk> desk;  ///< made once the application was started
+  std::unique_ptr<CampaignDesk> desk;  ///< made after the start of the application
 };
 
 }  // namespace qbx::consent

@@ -13,10 +13,10 @@ namespace qbx::consent {
 /// Counts the calls of a process. At the last call the process ends, in the middle of a batch if there is one, or the
 /// call fails.
 struct Fuse {
-  int left = 0;                 ///< calls up to the last one; 0: none is counted
+  int left = 0;                 ///< calls up to and including the last one; 0: does not count
   QString procedure = {};       ///< the last call is the next one of this procedure
   bool fails = false;           ///< the last call fails, and the process lives on
-  std::function<void()> burnt;  ///< takes the process out of the list of those that live
+  std::function<void()> burnt;  ///< removes the process from the running ones
 };
 
 /// A session whose every call burns the fuse.
@@ -51,7 +51,7 @@ class FusedSession final : public SessionWrapper {
   }
 
  private:
-  /// A claim is given back by a destructor, which must not throw: that call is always made.
+  /// Releases a claim for a destructor, which must not throw. So the fuse never stops this call.
   class Pause {
    public:
     Pause(Fuse& fuse, const QString& procedure) : fuse_(fuse), left_(fuse.left) {

@@ -9,7 +9,7 @@ QString Shown(const Number& number) {
 
 }  // namespace
 
-/// Somebody with a row, mostly.
+/// A customer, in most cases one with a row.
 Customer* HostProgram::Choose() {
   if (world_.customers.empty()) return nullptr;
   if (!ledger_.rows.empty() && random_.Chance(85)) {
@@ -75,7 +75,7 @@ void HostProgram::WithdrawOne(Customer& customer) {
     case 6:
       customer.canLetter = random_.Chance(60) ? Number(0) : Number();
       break;
-    default:  // somebody says yes after all: nobody is left out for that
+    default:  // consent: leaves nobody out
       customer.consent = 1;
       customer.canSms = customer.canEmail = customer.canLetter = 1;
       customer.noMarketing = false;

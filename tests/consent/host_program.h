@@ -1,4 +1,4 @@
-// The host product beside the program: it changes customers, options and rows behind the program's back.
+// The host product, which changes customers, options and rows while the program runs.
 
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace qbx::consent {
 
-/// Every change is made in the database and in the model.
+/// Makes each change both in the database and in the model.
 class HostProgram {
  public:
   HostProgram(World& world, Ledger& ledger, Story& story, const QString& file, quint64 seed)
@@ -24,7 +24,7 @@ class HostProgram {
   [[nodiscard]] sqlite3* Database() const { return file_.Handle(); }
 
  private:
-  static constexpr int kPatience = 60'000;  // milliseconds; the program writes as well
+  static constexpr int kPatience = 60'000;  // milliseconds; the program also writes
 
   [[nodiscard]] Customer* Choose();
   void WithdrawOne(Customer& customer);

@@ -132,10 +132,10 @@ void Ledger::CheckAnnounced(Row& row, Channel channel) {
 void Ledger::CheckContent(const Row& row, const Delivery& delivery) {
   const auto compare = [&](const QString& got, const auto& wanted, const QString& what) {
     if (HoldsField(got)) Fault(row, delivery.channel, what + QStringLiteral(" has an UNMERGED field: ") + got);
-    // Midnight may have come while the message was under way.
+    // Midnight may have passed while the message was on its way.
     const QString now = wanted(clock_.Today());
     if (got == now || got == wanted(since_)) return;
-    // What is between the servers of an e-mail may change how its lines end.
+    // Servers may change the line ends of an e-mail on its way.
     const bool mail = delivery.channel == Channel::kEmail;
     if (mail && (Unbroken(got) == Unbroken(now) || Unbroken(got) == Unbroken(wanted(since_)))) return;
     Fault(row, delivery.channel,
@@ -243,7 +243,7 @@ void Ledger::CheckDoubt(const Row& row, const StoredRow& stored) {
   }
 }
 
-/// A run has marked the row: nothing of it may be left.
+/// Checks that a row that a run marked has no message left to send.
 void Ledger::CheckMark(Row& row, const StoredRow& stored) {
   if (stored.processed && !row.processed) {
     const bool noNumber = row.mobile.size() < kShortestMobileToSend && row.mail.wanted;
@@ -267,7 +267,7 @@ void Ledger::CheckDone(const Row& row, const StoredRow& stored, Channel channel,
     if (half.refused && !named) Fault(row, channel, QStringLiteral("failed without a line in the results log"));
     return;
   }
-  // What was typed is no number: there is nothing to send to, and the product says nothing of it.
+  // The typed text is no number. The program then sends nothing and gives no reason.
   if (channel == Channel::kSms && (row.mobile.size() < kShortestMobileToSend || !NumberOf(row.mobile))) return;
   const bool noAddress = channel == Channel::kEmail && AddressesOf(row.email).isEmpty();
   if (!noAddress && AskAgain(row, channel, world_) == Verdict::kMust)

@@ -1,4 +1,4 @@
-// What has become of every message of a campaign, and the rules that it is held against.
+// Knows what happened to each message of a campaign, and checks it against the rules.
 
 #pragma once
 
@@ -12,31 +12,31 @@
 
 namespace qbx::consent {
 
-/// What the database says of a row after a run.
+/// A row in the database after a run.
 struct StoredRow {
   qint64 record = 0;
   int customer = 0;
   QString vehicle;
   bool sms = false, mail = false, letter = false, processed = false;
   JournalEntry journal;
-  bool letterDoubt = false;  ///< its letter was about to appear in a file
+  bool letterDoubt = false;  ///< its letter is in doubt
 };
 
-/// How a run went.
+/// The outcome of a run.
 struct RunReport {
-  bool finished = false;      ///< it came to the last row by itself, and no channel was paused
+  bool finished = false;      ///< it reached the last row, and no channel was paused
   bool textsSkipped = false;  ///< "No: Send Email Only"
   bool died = false;
   QStringList log;  ///< its lines of the results log
 };
 
-/// Whether a line of the results log names the customer: a reason.
+/// Whether a line of the results log gives a reason for the customer.
 [[nodiscard]] bool NamesCustomer(const QStringList& log, int customer);
 
-/// Hears of everything that is sent. The rules:
-///   1. Nobody who may not be contacted, as asked when the message was announced.
-///   2. Nobody twice, unless the user agreed.
-///   3. Nothing unmerged, and to the right address.
+/// Is told of everything that is sent. The rules:
+///   1. Nobody gets a message against their consent at the time when it was announced.
+///   2. Nobody gets a message twice, unless the user agreed.
+///   3. Every message is merged, and goes to the right address.
 ///   4. Every due message is sent, failed with a reason, left out with a reason, or in doubt. A row counts as processed
 ///      only when its messages went out.
 class Ledger final : public Postbox {
@@ -46,36 +46,36 @@ class Ledger final : public Postbox {
   std::vector<Row> rows;  ///< replaced by `Take` only
   MailshotTemplates templates;
 
-  /// A query has replaced the rows.
+  /// Call it after a query replaced the rows.
   void Take(std::vector<Row> selected);
   [[nodiscard]] Row* Find(qint64 record);
   [[nodiscard]] Row* Whose(const Delivery& delivery);
   /// \param tag  "{lastname}/{regno}"
   [[nodiscard]] Row* WithTag(const QString& tag);
 
-  // What a run does.
+  // The events of a run.
   void RunBegins();
-  /// The program is about to announce a message of a row: what the customer says now counts.
+  /// The program is about to announce a message of a row. The present consent counts.
   void Announces(qint64 record);
-  /// What is true of a message now.
+  /// The present state of a message.
   [[nodiscard]] Announcement Look(const Row& row, Channel channel) const;
   void RowStarts(qint64 record);
   void Received(const Delivery& delivery, Outcome outcome, bool arrived) override;
-  /// A mail server refused this recipient before it was given a message.
+  /// A mail server refused this recipient before it got a message.
   void Refused(const QString& address);
   /// Question 1 was asked.
-  /// \param customers  how many it named
+  /// \param customers  the number in the question
   void AskedToRepeat(int customers, bool yes);
-  /// Customers with a due row of which one half arrived.
-  /// \param otherFailed  only those whose other half a server refused, and who may still be sent both
+  /// The number of customers with a due row of which only one message arrived.
+  /// \param otherFailed  counts only customers whose other message a server refused, and who still may get both
   [[nodiscard]] std::set<int> HalfDelivered(bool otherFailed) const;
-  /// A message of this row was on its way when its process ended, or when another run looked.
+  /// A message of this row was on its way when its process ended, or when another run read the rows.
   void MayBeInDoubt(qint64 record);
-  /// A person has said what became of the messages of a row that were in doubt.
+  /// A person decided about the messages of a row that were in doubt.
   void Settled(const StoredRow& before, const StoredRow& now, bool arrived);
   void RunEnds(const RunReport& report, const std::vector<StoredRow>& stored);
 
-  /// Messages that reached somebody, over all runs.
+  /// The number of messages that arrived, in all runs.
   [[nodiscard]] int Arrived() const { return arrived_; }
 
  private:
@@ -94,7 +94,7 @@ class Ledger final : public Postbox {
   bool mustAsk_ = false;
   bool asked_ = false;
   bool repeating_ = false;
-  QDate since_;  ///< the day when the message that comes next was begun
+  QDate since_;  ///< the day on which the next message was begun
   int arrived_ = 0;
 };
 

@@ -12,7 +12,7 @@ QString OneBreak(QString text) {
   return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
 }
 
-/// Values go into RTF unchanged, where braces are no text.
+/// Values are inserted into RTF unchanged, so braces in them are no text.
 FieldValues InRtf(FieldValues values) {
   for (QString* value : {&values.contact, &values.make, &values.model, &values.title, &values.firstname})
     value->remove(u'{').remove(u'}');

@@ -1,4 +1,4 @@
-// What has become of the letters of a campaign.
+// Knows what happened to each letter of a campaign.
 
 #pragma once
 
@@ -8,7 +8,7 @@
 
 namespace qbx::consent {
 
-/// How a run of letters went.
+/// The outcome of a run of letters.
 struct LetterReport {
   bool finished = false;  ///< all letters were printed or saved, and nothing failed
   bool died = false;
@@ -27,14 +27,14 @@ class LetterLedger {
 
   QString letter;  ///< the template without its RTF
 
-  /// \param again  letters that went out are to be made again
+  /// \param again  whether letters that went out are made again
   void RunBegins(bool again);
-  /// The world is about to change. \param made  letters that were made until now
+  /// The world is about to change. \param made  the number of letters so far
   void Disturbs(int made);
   /// \param number  of the letter in its run, 1 the first
-  /// \param text    of which only the beginning, up to the colon, is known of a file
+  /// \param text    from a file, only its beginning up to the colon
   void Arrived(int number, const QString& text, const std::optional<QString>& nameAddress);
-  /// Letters that arrived, over all runs.
+  /// The number of letters that arrived, in all runs.
   [[nodiscard]] int Count() const { return count_; }
   void RunEnds(const LetterReport& report, const std::vector<StoredRow>& stored);
 
@@ -57,7 +57,7 @@ class LetterLedger {
   int count_ = 0;
 };
 
-/// Tells of the letters that stand in a PDF file; of none when there is no such file.
+/// Reports the letters in a PDF file. Without the file, it reports none.
 void ReadLetterFile(const QString& file, LetterLedger& letters);
 
 /// A plain template as RTF.

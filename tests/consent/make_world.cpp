@@ -5,7 +5,7 @@ namespace {
 
 constexpr int kFirstCustomer = 1001;
 
-/// One of the values that a flag of consent can have. Most people said yes, or the rounds would have little to send.
+/// One of the values of a consent flag. Most customers consent, so that the rounds have much to send.
 Number Answer(RandomSource& random, std::initializer_list<Number> others, int yesPercent) {
   if (random.Chance(yesPercent)) return 1;
   return random.Pick(std::vector<Number>(others));
@@ -75,7 +75,7 @@ Text Email(RandomSource& random, const World& world, int key) {
   }
 }
 
-/// No random numbers: garages stay what they were before there were addresses.
+/// Uses no random numbers, so that each seed keeps its garage from before there were addresses.
 Text Address(int key) {
   if (key % 7 == 0) return {};
   if (key % 7 == 1) return QStringLiteral("The Old Mill");

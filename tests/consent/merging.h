@@ -1,4 +1,4 @@
-// What a message has to say and where it has to go, worked out plainly.
+// The expected text and address of a message, computed in a simple way.
 
 #pragma once
 
@@ -14,14 +14,14 @@ struct FieldValues {
 
 /// Every field of the template replaced, one after the other.
 [[nodiscard]] QString Merged(const QString& text, const FieldValues& values, const QDate& today);
-/// Whether a field was left standing.
+/// Whether a text still has a merge field.
 [[nodiscard]] bool HoldsField(const QString& text);
 
-/// The number that a text goes to; nothing when what was typed is none.
+/// The number for a text; nothing when the typed text is no number.
 [[nodiscard]] std::optional<QString> NumberOf(const QString& mobile);
-/// Characters below which nothing is sent to what was typed.
+/// A typed number with fewer characters gets no text.
 inline constexpr int kShortestMobileToSend = 9;
-/// The addresses that an e-mail goes to; none when what was typed cannot be sent to.
+/// The addresses for an e-mail; none when the typed text has no usable address.
 [[nodiscard]] QStringList AddressesOf(const QString& email);
 
 }  // namespace qbx::consent

@@ -1,4 +1,4 @@
-// What a user asks for in steps 1 to 3: query, options, filters, send methods.
+// A user's choices in steps 1 to 3: query, options, filters, send methods.
 
 #pragma once
 
@@ -14,7 +14,7 @@ namespace qbx::consent {
 struct QueryPlan {
   int query = kAllCustomers;
   QueryOptions options;
-  Filters filters;  ///< those of step 2; "Include Opted Out" is ticked in step 1
+  Filters filters;  ///< of step 2; "Include Opted Out" is ticked in step 1
   bool refreshFirst = false;
 };
 

@@ -200,7 +200,7 @@ void RealRound::MakeLetters(bool wild) {
   ++counts_.runs;
   QString file = folder_.Path() + QStringLiteral("/letters%1.pdf").arg(++files_);
   QStringList words{QStringLiteral("letters"), QString::number(campaign_), QStringLiteral("--pdf"), file};
-  // A person has looked whether the file of the last call is there.
+  // A person looked for the file of the last call.
   if (files_ > 1)
     words << QStringLiteral("--in-doubt")
           << (QFile::exists(lastFile_) ? QStringLiteral("sent") : QStringLiteral("not-sent"));
@@ -229,7 +229,7 @@ void RealRound::MakeLetters(bool wild) {
 }
 
 /// Waits for some messages, then kills the program or lets a customer say no.
-/// \return what was true of every row before that
+/// \return the states of all rows before that
 QHash<qint64, std::array<Announcement, 2>> RealRound::Disturb(QProcess& process) {
   QHash<qint64, std::array<Announcement, 2>> before;
   const int until = post_.Count() + random_.Between(0, static_cast<int>(ledger_.rows.size()));
@@ -252,7 +252,7 @@ QHash<qint64, std::array<Announcement, 2>> RealRound::Disturb(QProcess& process)
 void RealRound::EndRun(const Ended& ended, const QHash<qint64, std::array<Announcement, 2>>& before) {
   const int named = ended.json.value(QStringLiteral("delivered_before")).toInt();
   const auto expected = static_cast<int>(ledger_.HalfDelivered(true).size());
-  // A program that was killed names nobody any more.
+  // A killed program writes no reasons any more.
   if (named > 0 || (ended.code < 0 && expected > 0)) ledger_.AskedToRepeat(ended.code < 0 ? expected : named, repeat_);
   for (const Row& row : ledger_.rows)
     ledger_.RowStarts(row.record);
@@ -271,7 +271,7 @@ void RealRound::EndRun(const Ended& ended, const QHash<qint64, std::array<Announ
   ledger_.RunEnds(report, stored);
 }
 
-/// A process that is killed has one message on its way at most.
+/// Checks that a killed process had at most one message on its way.
 void RealRound::NoteDoubt(const std::vector<StoredRow>& stored) {
   int doubtful = 0;
   for (const StoredRow& now : stored) {

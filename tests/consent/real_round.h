@@ -7,8 +7,8 @@
 
 namespace qbx::consent {
 
-/// Plays a round. Garage, campaign and plan are the same whenever seed and number are; at which message the program is
-/// killed is counted, but what it had done by then is up to the computer.
+/// Plays a round. Seed and number determine garage, campaign and plan, and at which message the program is killed. What
+/// the program has done by then also depends on the computer's speed.
 RoundCounts PlayRealRound(const RoundWishes& wishes, int number, const test::SandboxProcess& sandbox, Story& story);
 
 }  // namespace qbx::consent

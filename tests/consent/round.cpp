@@ -71,7 +71,7 @@ bool Round::Compare(bool filtered, const QString& step) {
   return !story_.Failed();
 }
 
-/// What the desk says of those who were left out.
+/// Checks what the desk says about customers who were left out.
 bool Round::CompareLosses(bool startCounted, bool filtered) {
   const LeftOut& told = user_->desk->state.leftOut;
   if (!told.after || !told.before) {
@@ -98,7 +98,7 @@ bool Round::SelectRows() {
                   .arg(world_.settings.onlyOptedIn)
                   .arg(world_.settings.usingPlatform) +
               Describe(plan_));
-  if (seen_.onlyOptedIn) plan_.filters.chkIncludeOptedOut = false;  // the program refuses it
+  if (seen_.onlyOptedIn) plan_.filters.chkIncludeOptedOut = false;  // the program refuses this
   Between(20);
   const auto refused = [this] {
     story_.Fault(QStringLiteral("the step was refused: ") + user_->ui.lastMessage);
@@ -119,7 +119,7 @@ bool Round::SelectRows() {
 }
 
 /// Lets the process end at one of its calls to the database.
-/// \return whether it came to that
+/// \return whether the process ended
 bool Round::Dies(int calls, const std::function<void()>& step) {
   user_->fuse.left = random_.Between(1, calls);
   try {
@@ -133,7 +133,7 @@ bool Round::Dies(int calls, const std::function<void()>& step) {
   return false;
 }
 
-/// The rows are those of one step or of the other, never something in between.
+/// Checks that the rows are either from before the step or from after it.
 void Round::DieInQuery() {
   const bool died = Dies(60, [this] {
     if (user_->StepOne(plan_)) (void)user_->StepTwo(plan_);
@@ -146,7 +146,7 @@ void Round::DieInQuery() {
   StartUser();
 }
 
-/// Each channel is done or not.
+/// Each channel is either done or not begun.
 void Round::DieInMethods(const SendMethods& methods) {
   if (!Dies(14, [&] { (void)user_->desk->edits.ApplySendMethods(methods); })) {
     return ApplyMethods(ledger_.rows, methods, seen_);

@@ -11,7 +11,7 @@ struct RoundWishes {
   int customers = 0;  ///< of the garage; 0: a few
 };
 
-/// What a round held against the rules.
+/// The result of a round.
 struct RoundCounts {
   qint64 rows = 0;
   qint64 arrived = 0;
@@ -29,7 +29,7 @@ struct RoundCounts {
   }
 };
 
-/// Plays a round. It is the same whenever seed, number and customers are.
+/// Plays a round. Seed, number and customers determine all of it.
 RoundCounts PlayRound(const RoundWishes& wishes, int number, Story& story);
 
 }  // namespace qbx::consent

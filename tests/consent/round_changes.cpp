@@ -1,4 +1,4 @@
-// What a user does to the rows between two steps, one or many at once, and takes back.
+// A user's changes to one or many rows between two steps, and their undoing.
 
 #include <algorithm>
 
@@ -28,7 +28,7 @@ bool CanBeTicked(const Row& row, Channel channel, const World& world) {
 
 }  // namespace
 
-/// Some of the rows that are there, in any order.
+/// Some of the rows, in any order.
 std::vector<qint64> Round::SomeRows() {
   std::vector<qint64> records;
   const int percent = random_.Pick(std::array{10, 50, 100});
@@ -38,8 +38,8 @@ std::vector<qint64> Round::SomeRows() {
   return records;
 }
 
-/// PAT makes a change, which can be taken back from then on.
-/// \param records  rows that it makes different
+/// PAT makes a change, which can then be undone.
+/// \param records  the rows that it changes
 void Round::Changes(const std::vector<qint64>& records, const std::function<void()>& change) {
   LastChange last{.run = counts_.runs};
   for (const qint64 record : records)
@@ -122,7 +122,7 @@ void Round::UndoLast() {
   last_.reset();
 }
 
-/// The rows that are there are those that nobody took out, with the model's flags.
+/// Checks that the rows are all that nobody took out, with the model's flags.
 void Round::CheckRows() {
   const std::vector<StoredRow> stored = ReadRows(host_.Database(), campaign_);
   CompareFlags(stored, ledger_, story_);

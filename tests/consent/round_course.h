@@ -19,16 +19,16 @@ inline constexpr char kOtherComputer[] = "OFFICE-PC";
 /// Seconds after which a claim of another computer is void.
 inline constexpr qint64 kLongSilence = qint64{CampaignClaim::kSilence + 1} * 60;
 
-/// Where a process can end with letters that are looked at.
+/// Where a process can end while its letters are shown.
 enum class LetterMoment { kLookedAt, kPrinted, kMarked, kNever };
 
 /// What the user does with the letters that he makes.
 struct LetterPlan {
-  bool wild = false;  ///< something happens meanwhile
+  bool wild = false;  ///< something disturbs the run
   bool again = false;
   bool saved = false;                ///< to a file, without a preview
   int printed = LetterLedger::kAll;  ///< letters
-  bool marksByHand = false;          ///< prints elsewhere, and says so when the preview is closed
+  bool marksByHand = false;          ///< prints elsewhere, and marks the letters when the preview closes
   LetterMoment dies = LetterMoment::kNever;
 };
 
@@ -88,13 +88,13 @@ class Round {
   void DieInQuery();
   void DieInMethods(const SendMethods& methods);
 
-  // Changes of many rows, and taking the last one back.
+  // Changes of many rows, and undoing the last one.
   struct ChangedRow {
     Row before;
     std::optional<StoredRow> after = {};  ///< nothing: it was taken out
   };
   struct LastChange {
-    qint64 run = 0;  ///< how many there were before
+    qint64 run = 0;  ///< the number of runs before
     std::vector<ChangedRow> rows = {};
   };
   void ChangeMany();
@@ -153,7 +153,7 @@ class Round {
   int campaign_ = 0;
   bool saved_ = false;
   std::optional<LastChange> last_;  ///< of the first user
-  bool restarted_ = false;          ///< what step 2 showed is not there any more
+  bool restarted_ = false;          ///< the program was restarted, so step 2 shows nothing
   RoundCounts counts_;
 };
 

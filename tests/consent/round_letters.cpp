@@ -1,4 +1,4 @@
-// The letters of a round: made, looked at, printed, saved, and what disturbs that.
+// The letters of a round: making, viewing, printing and saving them, and disturbances.
 
 #include <QFile>
 #include <exception>
@@ -9,7 +9,7 @@
 namespace qbx::consent {
 namespace {
 
-/// Looks on while letters are made.
+/// Watches while letters are made.
 class LetterWatch final : public LetterObserver {
  public:
   explicit LetterWatch(std::function<void(int)> progress, std::function<void()> ends = {})
@@ -28,7 +28,7 @@ class LetterWatch final : public LetterObserver {
   std::function<void()> ends_;
 };
 
-/// The person in front of a preview.
+/// The user of a preview.
 class Reader final : public ReportOutlet {
  public:
   explicit Reader(std::function<TakenOut(const ReportRun&)> look) : look_(std::move(look)) {}
@@ -47,7 +47,7 @@ void Round::DiesAt(LetterMoment moment) {
   throw ProcessEnds{};
 }
 
-/// Prints all of what is in the preview, a part of it or nothing.
+/// Prints all letters of the preview, some or none.
 TakenOut Round::LookAtLetters(const ReportRun& run) {
   letters_.Disturbs(LetterLedger::kAll);
   Between(letterPlan_.wild ? 30 : 0);
@@ -71,7 +71,7 @@ TakenOut Round::LookAtLetters(const ReportRun& run) {
   return taken;
 }
 
-/// While a preview is open nobody else makes letters of the campaign, or sends it.
+/// Checks that nobody else can make letters of the campaign or send it while a preview is open.
 void Round::OtherWantsLetters() {
   DeskUser& other = Other();
   story_.Tell(QStringLiteral("  JO wants letters"));
@@ -129,7 +129,7 @@ void Round::MakeLetters(bool wild) {
   story_.Tell(QStringLiteral("PAT makes letters, again %1, %2")
                   .arg(letterPlan_.again)
                   .arg(letterPlan_.saved ? file : QStringLiteral("prints %1").arg(letterPlan_.printed)));
-  // A person has looked whether the file of the last run is there.
+  // A person looked for the file of the last run.
   user_->ui.answers = {.lettersAgain = letterPlan_.again,
                        .lettersOut = QFile::exists(lastFile_),
                        .markLetters = letterPlan_.marksByHand};

@@ -1,4 +1,4 @@
-// The runs of a round, what disturbs them, and what people do between them.
+// The runs of a round, their disturbances, and the users' work between them.
 
 #include "consent/round_course.h"
 #include "dispatch/settle_doubt.h"
@@ -45,7 +45,7 @@ std::function<void()> Round::MakeAction(MailshotPoint point) {
   if (die < 77 && saved_) return [this, onItsWay] { OtherTakesOver(onItsWay); };
   if (die < 85)
     return [this] {
-      if (around_.clock.Today() != today_) return;  // once a run is enough
+      if (around_.clock.Today() != today_) return;  // only once in a run
       story_.Tell(QStringLiteral("  the next day begins"));
       around_.clock.AdvanceDays(1);
     };
@@ -107,9 +107,9 @@ void Round::DisturbedRun() {
   if (counts_.deaths > deaths) Restart();
 }
 
-/// Somebody else wants to send, change or delete what is being sent. All of it is refused.
+/// Another user tries to send, change or delete the campaign that is being sent. The program refuses all of it.
 void Round::OtherMeddles() {
-  if (takenOver_ || around_.clock.Today() != today_) return;  // after such a silence a claim is void
+  if (takenOver_ || around_.clock.Today() != today_) return;  // after so long, a claim is void
   DeskUser& other = Other();
   story_.Tell(QStringLiteral("  JO meddles"));
   MailshotObserver nobody;
@@ -126,7 +126,7 @@ void Round::OtherMeddles() {
       break;
     case 3:
       other.desk->edits.ClickCell(QStringLiteral("Send_SMS"), random_.Pick(ledger_.rows).record);
-      break;  // that no flag was changed is seen at the end of the run
+      break;  // the end of the run checks that no flag has changed
     default:
       done = other.desk->MakeMailshot(nobody).Send(campaign_, ledger_.templates).end != MailshotEnd::kRefused;
       break;
@@ -134,7 +134,7 @@ void Round::OtherMeddles() {
   if (done) story_.Fault(QStringLiteral("a campaign that is being sent was changed, or sent by another one"));
 }
 
-/// The computer was silent for so long that another one goes on in its place.
+/// The computer was silent for so long that another one takes the run over.
 void Round::OtherTakesOver(bool onItsWay) {
   if (other_ && other_->app.host.ComputerName() == QLatin1String(kComputer)) return;
   story_.Tell(QStringLiteral("  silence; JO takes over"));
@@ -167,7 +167,7 @@ void Round::BetweenRuns() {
   }
 }
 
-/// The user selects anew although some were written to: they are written to again, as he agreed.
+/// The user runs the query again although some customers got messages. They get them again, because the user agreed.
 void Round::SelectAgain() {
   if (restarted_) return;
   story_.Tell(QStringLiteral("PAT selects again"));
@@ -180,7 +180,7 @@ void Round::SelectAgain() {
   CompareFlags(ReadRows(host_.Database(), campaign_), ledger_, story_);
 }
 
-/// "Processed" is unticked by hand: the row is due whole again.
+/// Unticks "Processed" by hand, so that all messages of the row are due again.
 void Round::Reopen(Row& row) {
   story_.Tell(QStringLiteral("PAT unticks ") + row.Name());
   user_->desk->results.DisplayResults(campaign_);
@@ -193,7 +193,7 @@ void Round::Reopen(Row& row) {
   });
 }
 
-/// A person finds out what became of the messages in doubt, and says so.
+/// A person decides about the messages in doubt.
 void Round::SettleDoubts() {
   const bool byTicking = random_.Chance(50);
   for (const StoredRow& stored : ReadRows(host_.Database(), campaign_)) {
@@ -225,7 +225,7 @@ void Round::SettleOne(const StoredRow& stored, bool arrived) {
     if (now.record == stored.record) ledger_.Settled(stored, now, arrived);
 }
 
-/// All is well again: what is left goes out, and one run more has nothing to do.
+/// Without trouble, checks that a run sends the remaining messages and that the next run has nothing to do.
 void Round::LastRuns() {
   gateway_.weather.Set(0);
   mail_.weather.Set(0);

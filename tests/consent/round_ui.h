@@ -9,7 +9,7 @@
 
 namespace qbx::consent {
 
-/// How the questions of a run are answered.
+/// The answers to the questions of a run.
 struct Answers {
   MessageAnswer credits = MessageAnswer::kYes;
   bool repeatDelivered = false;
@@ -17,10 +17,10 @@ struct Answers {
   bool cancelQueued = false;
   bool lettersAgain = false;
   bool lettersOut = false;   ///< letters in doubt went out
-  bool markLetters = false;  ///< that were neither printed nor saved
+  bool markLetters = false;  ///< marks letters that were neither printed nor saved
 };
 
-/// Answers as told, and notes in the story what was shown.
+/// Gives these answers, and writes what was shown into the story.
 class RoundUi final : public UserInterface {
  public:
   explicit RoundUi(Story& story) : story_(story) {}

@@ -6,7 +6,7 @@ namespace {
 constexpr int kShortestMobileOfRule = 6;
 constexpr int kShortestEmailOfRule = 6;
 
-/// Consented, not asked, opted out: the further on, the stricter.
+/// Consented, not asked, opted out: from the mildest to the strictest.
 int StrictnessOfConsent(const Number& consent) {
   switch (consent.value_or(0)) {
     case 1:
@@ -34,7 +34,7 @@ bool HasNoEmail(const Row& row) {
   return WithoutTrailingBlanks(row.email).size() < kShortestEmailOfRule || row.email.indexOf(QLatin1Char('@')) < 1;
 }
 
-/// An "All except ..." rule: everybody who agreed, then nobody of the exceptions.
+/// An "All except ..." rule: flags everybody who agreed, then unflags the exceptions.
 bool Except(bool flag, bool agreed, bool exception) {
   return (flag || agreed) && !exception;
 }

@@ -1,4 +1,4 @@
-// The rows of a campaign as the model keeps them.
+// The rows of a campaign in the model.
 
 #pragma once
 
@@ -11,28 +11,28 @@ namespace qbx::consent {
 /// One message of a row: its text or its e-mail.
 struct Half {
   bool wanted = false;     ///< the row's send flag
-  bool delivered = false;  ///< when it went last the program was told that it arrived; a person can take that back
-  int arrived = 0;         ///< how often it reached the customer since it was last due anew
-  bool permit = false;     ///< the user agreed that it goes once more
-  bool mayDoubt = false;   ///< an answer was lost or a process ended with it on its way
-  bool attempted = false;  ///< in the present run a server was given it
-  bool refused = false;    ///< a server refused it when it was given it last
+  bool delivered = false;  ///< the program knows that the last one arrived; a person can revoke that
+  int arrived = 0;         ///< how often it arrived since it last became due
+  bool permit = false;     ///< the user agreed to send it again
+  bool mayDoubt = false;   ///< an answer was lost, or a process ended while it was on its way
+  bool attempted = false;  ///< a server got it in the present run
+  bool refused = false;    ///< a server refused it the last time
 };
 
 /// The letter of a row.
 struct Post {
   bool delivered = false;  ///< noted as sent
-  int arrived = 0;         ///< how often it was printed or saved since it was last due anew
-  bool permit = false;     ///< it may go once more: the user agreed, or the program ended before it could note it
+  int arrived = 0;         ///< how often it was printed or saved since it last became due
+  bool permit = false;     ///< it may go again: the user agreed, or the program ended before it noted it
 };
 
-/// Whether a message of a row may go now that its customer was asked again.
+/// Whether a message of a row may go after a new look at the customer's consent.
 enum class Verdict {
-  kMust,  ///< nothing stands against it
+  kMust,  ///< nothing forbids it
   kMustNot,
 };
 
-/// What was true of a message when it was announced.
+/// The state of a message when it was announced.
 struct Announcement {
   Verdict verdict = Verdict::kMustNot;
   bool wanted = false;
@@ -44,7 +44,7 @@ struct Row {
   QString vehicle;
   FieldValues values;
   QString mobile, email, address;
-  // The answers that the row was selected with.
+  // The consent when the row was selected.
   Number consent, canSms, canEmail, canLetter;
   bool marketing = true;
 
@@ -52,10 +52,10 @@ struct Row {
   bool letter = false;
   Post post;
   bool processed = false;
-  bool gone = false;       ///< somebody deleted it
-  bool doubt = false;      ///< nobody knew what became of a message when the last run ended
-  bool due = false;        ///< when the present run began
-  bool disturbed = false;  ///< somebody changed it, or its customer, since the present run began
+  bool gone = false;       ///< it was deleted
+  bool doubt = false;      ///< a message was in doubt when the last run ended
+  bool due = false;        ///< at the start of the present run
+  bool disturbed = false;  ///< it or its customer was changed since the present run began
 
   std::optional<std::array<Announcement, 2>> announced;  ///< text and e-mail; nothing: none is under way
 
@@ -73,12 +73,12 @@ struct Row {
   return channel == Channel::kSms ? QStringLiteral("text") : QStringLiteral("e-mail");
 }
 
-/// The row that a query has to give, with the answers of now.
+/// The row that a query must select, with the present consent.
 [[nodiscard]] Row MakeRow(const Picked& picked);
 
 [[nodiscard]] Verdict AskAgain(const Row& row, Channel channel, const World& world);
 
-/// What send methods make of the flags.
+/// Applies send methods to the flags.
 void ApplyMethods(std::vector<Row>& rows, const SendMethods& methods, const Settings& settings);
 
 }  // namespace qbx::consent

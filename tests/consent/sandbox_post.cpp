@@ -21,7 +21,7 @@ bool Accepted(const QJsonObject& record) {
   return record.value(QStringLiteral("outcome")) == QLatin1String("accepted");
 }
 
-/// What the program can know of a message: what the sandbox does is written in its --help.
+/// What the program can know about a message. The sandbox's --help says what it does.
 Outcome OutcomeOf(const QJsonObject& record) {
   static const QStringList kNobodyKnows = {QStringLiteral("http 500"),  QStringLiteral("http 502"),
                                            QStringLiteral("http 504"),  QStringLiteral("html"),
@@ -110,7 +110,7 @@ void SandboxPost::Tell(Ledger& ledger, const QHash<qint64, std::array<Announceme
       Row* row = ledger.Whose(delivery);
       if (row != nullptr) {
         ledger.Announces(row->record);
-        // The one that was under way when the mark was set, and those before it, were announced before.
+        // Messages before the mark were announced before it, and so was the next one, which was on its way.
         if (mark_ && i <= (*mark_)[place]) row->announced = before.value(row->record);
       }
       ledger.Received(delivery, OutcomeOf(record), Arrived(record));

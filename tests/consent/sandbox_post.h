@@ -1,4 +1,4 @@
-// What the sandbox received, told to the ledger.
+// Reports to the ledger what the sandbox received.
 
 #pragma once
 
@@ -9,20 +9,20 @@
 
 namespace qbx::consent {
 
-/// Reads the records that have come since it looked last.
+/// Reads the new records since the last look.
 class SandboxPost {
  public:
   explicit SandboxPost(const test::SandboxProcess& sandbox);
 
-  /// Answers some customers in one of the ways in which servers fail; everybody else is well served.
+  /// Makes the servers fail for some customers, in one of several ways.
   void SteerSome(const std::vector<Row>& rows, RandomSource& random, int percent) const;
   void SteerNobody() const { sandbox_.Steer("{}"); }
 
-  /// Records so far, over both servers.
+  /// The number of records so far, of both servers.
   [[nodiscard]] int Count() const;
-  /// Notes how far the records are: a message that comes after the next one of its server was announced later.
+  /// Sets the mark after the present records. From each server, one more message may have been announced before it.
   void Mark();
-  /// Tells the ledger of everything new. What was announced before the mark, if there is one, goes by `before`.
+  /// Reports all new records to the ledger. A message from before the mark was announced with the state in `before`.
   void Tell(Ledger& ledger, const QHash<qint64, std::array<Announcement, 2>>& before);
 
  private:

@@ -5,7 +5,7 @@
 namespace qbx::consent {
 namespace {
 
-/// The two dates, whichever comes first, both days included.
+/// The range between two dates in either order, both days included.
 struct Period {
   QDate first, last;
   explicit Period(const QueryOptions& options)
@@ -86,7 +86,7 @@ class Selector {
     return plan_.query > kVehicleGroup || Ticked(kFilterMileage) || Ticked(kFilterYear) || Ticked(kFilterModel);
   }
 
-  /// What the host leaves out by itself.
+  /// The customers that the host leaves out by itself.
   [[nodiscard]] bool HostAllows(const Customer& customer) const {
     if (customer.noMarketing && !Ticked(kFilterNoMarketing)) return false;
     return customer.consent.value_or(0) != 2 || plan_.filters.chkIncludeOptedOut;
@@ -179,7 +179,7 @@ class Selector {
     return Plain(vehicle.model).contains(WithoutBlanksAround(plan_.filters.txtModel), Qt::CaseInsensitive);
   }
 
-  /// The places of a ranking, which is made of those whom the host allows.
+  /// The places of a ranking of all customers that the host allows.
   [[nodiscard]] std::vector<int> Ranked() const {
     if (!IsRanking()) return {};
     std::map<int, qint64> spent;

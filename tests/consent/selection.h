@@ -1,4 +1,4 @@
-// Who a query has to select, worked out by plain loops.
+// The customers that a query must select, computed by simple loops.
 
 #pragma once
 
@@ -9,19 +9,19 @@
 
 namespace qbx::consent {
 
-/// A row that a query has to give.
+/// A row that a query must select.
 struct Picked {
   const Customer* customer = nullptr;
-  const Vehicle* vehicle = nullptr;  ///< nothing: a row of the customer alone
+  const Vehicle* vehicle = nullptr;  ///< null: a row of the customer alone
   QDate due;                         ///< of the reminder query
 };
 
-/// \param filtered  step 2: with the filters; else step 1
+/// \param filtered  true: step 2, with the filters; false: step 1
 /// \param settings  the options as the desk knows them
 [[nodiscard]] std::vector<Picked> Select(const World& world, const QueryPlan& plan, bool filtered,
                                          const Settings& settings);
 
-/// How many rows a query has to leave out, and why.
+/// The number of rows that a query must leave out, by reason.
 struct Losses {
   qint64 optedOut = 0;
   qint64 noMarketing = 0;

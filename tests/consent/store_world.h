@@ -1,4 +1,4 @@
-// A garage of the model as a host database, and what the host changes in it later.
+// Writes a garage of the model into a host database, and later changes of the host.
 
 #pragma once
 
@@ -9,16 +9,16 @@
 
 namespace qbx::consent {
 
-/// Where the program finds its servers; the sink in the process needs neither.
+/// Where the program finds its servers. The sink in the process needs neither.
 struct ServerPorts {
   int http = 0;
   int smtp = 0;
 };
 
-/// Puts everything into an empty host database.
+/// Writes everything into an empty host database.
 void StoreWorld(const World& world, const ServerPorts& ports, sqlite3* database);
 
-/// Writes what can change after the query: everything about the consent of one customer.
+/// Writes the consent of one customer, which can change after the query.
 void StoreConsent(const Customer& customer, sqlite3* database);
 void RemoveCustomer(int customer, sqlite3* database);
 void StoreSettings(const Settings& settings, sqlite3* database);

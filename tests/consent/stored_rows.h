@@ -1,4 +1,4 @@
-// What the database says of a campaign's rows.
+// The rows of a campaign in the database.
 
 #pragma once
 
@@ -10,16 +10,16 @@ namespace qbx::consent {
 
 [[nodiscard]] std::vector<StoredRow> ReadRows(sqlite3* database, int campaign);
 
-/// Holds the rows of a query against those that it has to give, and takes over their keys.
+/// Compares the rows of a query with the expected ones.
 /// \return the rows, each with its key
 [[nodiscard]] std::vector<Row> CompareSelection(const std::vector<StoredRow>& stored, const std::vector<Picked>& picked,
                                                 const QString& step, Story& story);
 
-/// Whether the rows are these, and whether their flags are.
+/// Whether the rows and their flags are the expected ones.
 [[nodiscard]] bool SameRows(const std::vector<StoredRow>& stored, const std::vector<Picked>& picked);
 [[nodiscard]] bool SameFlags(const std::vector<StoredRow>& stored, const std::vector<Row>& rows);
 
-/// Holds the flags against those that the model has.
+/// Compares the flags with the model's.
 void CompareFlags(const std::vector<StoredRow>& stored, Ledger& ledger, Story& story);
 
 }  // namespace qbx::consent

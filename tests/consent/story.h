@@ -1,4 +1,4 @@
-// What happened in a round, and what was wrong.
+// The events of a round, and its faults.
 
 #pragma once
 
@@ -10,7 +10,7 @@ namespace qbx::consent {
 class Story {
  public:
   void Tell(const QString& line) { lines_ += line; }
-  /// A rule that was broken; the round ends at its next step.
+  /// Records a broken rule. The round ends at its next step.
   void Fault(const QString& line) {
     lines_ += QStringLiteral("FAULT: ") + line;
     ++faults_;

@@ -1,4 +1,4 @@
-// Looks over the shoulder of a run, and disturbs it where the plan says so.
+// Watches a run, and disturbs it as planned.
 
 #pragma once
 
@@ -9,14 +9,14 @@
 
 namespace qbx::consent {
 
-/// Thrown at a step of a run: the process ends here. Nothing of the program catches it.
+/// Thrown at a step of a run to end the process. The program does not catch it.
 struct ProcessEnds {};
 
 class Watch final : public MailshotObserver {
  public:
   struct Disturbance {
     MailshotPoint point;
-    int nth;  ///< time that the run comes to the point
+    int nth;  ///< at which passing of the point, from 1
     std::function<void()> action;
   };
   Watch(Ledger& ledger, std::vector<Disturbance> disturbances)
@@ -31,9 +31,9 @@ class Watch final : public MailshotObserver {
       if (disturbance.point == point && disturbance.nth == nth) disturbance.action();
     if (point == MailshotPoint::kBeforeJournal) ledger_.Announces(record);
   }
-  /// The row that the run is at.
+  /// The present row of the run.
   [[nodiscard]] qint64 Record() const { return record_; }
-  /// A message may have left whose outcome is not on disk.
+  /// Whether a message may have left whose outcome is not on disk.
   [[nodiscard]] bool OnItsWay() const { return onItsWay_; }
 
  private:

@@ -25,7 +25,7 @@ QString Fields(int status, int credits, int id, int code) {
 }
 
 HttpReply ErrorPage(int status) {
-  // A proxy says these three after the text was passed on.
+  // A proxy gives these three after it passed the text on.
   const bool inDoubt = status == 500 || status == 502 || status == 504;
   HttpReply reply;
   reply.error = QStringLiteral("The SMS gateway answered with HTTP status %1.").arg(status);

@@ -1,4 +1,4 @@
-// A gateway and a mail server in the process, in good and bad weather.
+// A gateway and a mail server in the process, with and without trouble.
 
 #pragma once
 
@@ -9,17 +9,17 @@
 
 namespace qbx::consent {
 
-/// What happens to messages on their way. Bad spells last for some messages, as they do in life.
+/// Decides what happens to messages on their way. Trouble lasts for several messages, as in reality.
 class Weather {
  public:
   Weather(quint64 seed, quint64 stream) : random_(seed, stream) {}
 
-  /// \param trouble  per cent of messages at which a bad spell begins; 0: all is well
+  /// \param trouble  per cent of messages at which trouble begins; 0: none
   void Set(int trouble) {
     trouble_ = trouble;
     left_ = 0;
   }
-  /// \return 0 when all is well, else the kind of trouble, from 1 to `kinds`
+  /// \return 0 without trouble, otherwise the kind of trouble, from 1 to `kinds`
   [[nodiscard]] int Next(int kinds) {
     if (left_ == 0 && random_.Chance(trouble_)) {
       left_ = random_.Chance(60) ? 1 : random_.Between(2, 5);

@@ -1,4 +1,4 @@
-// A garage as the model sees it: plain values, the truth that everything is held against.
+// The model of a garage: plain values, with which everything is compared.
 
 #pragma once
 
@@ -12,14 +12,14 @@
 
 namespace qbx::consent {
 
-/// Nothing: the host's NULL.
+/// Nothing means the host's NULL.
 using Text = std::optional<QString>;
 using Number = std::optional<int>;
 
 struct Customer {
   int key = 0;
   Text title, firstname, contact, mobile, email, address;
-  QString lastname;  ///< names its customer, so that a message that arrived tells whose it is
+  QString lastname;  ///< different for each customer, so that a message shows its receiver
   int type = 0;      ///< position in `World::types` + 1, 0: none
   int source = 0;
   bool noMarketing = false;
@@ -38,7 +38,7 @@ struct Vehicle {
 
 struct Invoice {
   int customer = 0;
-  int kind = 0;  ///< 0: an invoice; anything else counts for nothing
+  int kind = 0;  ///< 0: an invoice; other kinds are ignored
   QDate day;
   int pence = 0;
 };
@@ -50,7 +50,7 @@ struct Settings {
 };
 
 struct World {
-  std::map<int, Customer> customers;  ///< by key; one who is gone is not in it
+  std::map<int, Customer> customers;  ///< by key, without deleted ones
   std::vector<Vehicle> vehicles;
   std::vector<Invoice> invoices;
   QStringList types;
@@ -63,12 +63,12 @@ struct World {
   }
 };
 
-/// NULL as the empty text that everything but SQL takes it for.
+/// A NULL becomes an empty text, as everywhere except in SQL.
 [[nodiscard]] inline QString Plain(const Text& text) {
   return text.value_or(QString());
 }
 
-/// Blanks at the end, which never count.
+/// Removes blanks at the end, which never count.
 [[nodiscard]] inline QString WithoutTrailingBlanks(QString text) {
   while (text.endsWith(QLatin1Char(' ')))
     text.chop(1);

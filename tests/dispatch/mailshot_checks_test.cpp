@@ -55,7 +55,7 @@ TEST(MailshotChecks, AskAboutTemplatesThatTheRunUses) {
   EXPECT_EQ(both->defaultAnswer, MessageAnswer::kNo);
 }
 
-TEST(MailshotChecks, SeeThatNothingIsLeft) {
+TEST(MailshotChecks, NoticeThatNothingIsLeft) {
   EXPECT_EQ(Shown(CheckOutstanding({.sms = 2, .smsSent = 2, .emails = 1, .emailsSent = 1})),
             "i No results left to process. You can manually untick the Processed flag on the Results Tab if you want "
             "to send any particular message again.");

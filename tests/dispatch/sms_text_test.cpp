@@ -30,7 +30,7 @@ TEST(SmsText, GoesOutWithWholeLineBreaks) {
   EXPECT_EQ(SmsAsSent(QString::fromUtf8(" \u00a3 \u65e5\U0001F600 ")), QString::fromUtf8("\u00a3 ??"));
 }
 
-TEST(SmsText, IsLookedAtBeforeItGoes) {
+TEST(SmsText, IsCheckedBeforeItIsSent) {
   const QString text = QString::fromUtf8("?\u65e5 \u2019n\u2019 \U0001F600\u65e5 \u20ac{\u00e9\u00ea}\r\n\u03a9");
   EXPECT_EQ(CharactersNotSent(text), QString::fromUtf8("\u65e5\U0001F600\u03a9"));
   EXPECT_EQ(CharactersOutsideGsm(text), QString::fromUtf8("\u2019\u00ea"));

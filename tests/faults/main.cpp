@@ -1,8 +1,8 @@
-// fault_table: runs the program through each fault at each place of the road of one campaign, and says what came of it.
+// fault_table: causes each fault at each place of a campaign, and prints what the program did.
 //
-// The program is marketingctl, its server the small one in front of a sample garage. After each fault the same command
-// runs again without one. It must end with a clear message or as if nothing had been, within its time-outs; nobody may
-// be sent to twice, nobody be left out, and no row be lost.
+// The program is marketingctl. Its server is tds_server with a sample garage. After each fault, the same command runs
+// again without a fault. The command must end within its time-outs, with a clear message or as without the fault.
+// Nobody may get a message twice or be left out, and no row may be lost.
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
@@ -24,7 +24,7 @@ constexpr int kWithConsent = 9;
 constexpr int kNoticeable = 10000;  // milliseconds
 constexpr int kLongestRun = 90000;  // milliseconds: three time-outs and a busy computer
 
-/// One garage behind a server of its own, with a campaign of which nothing was sent.
+/// One garage with its own server, and a campaign of which nothing was sent.
 class Road {
  public:
   explicit Road(const test::SandboxProcess& sandbox) : sandbox_(sandbox), garage_(kCustomers) {
@@ -50,7 +50,7 @@ class Road {
                                        QStringLiteral("All Customers")});
   }
 
-  /// What is wrong now that the command has run again without a fault; empty: nothing.
+  /// What is wrong after the command ran again without a fault; empty: nothing.
   [[nodiscard]] QString Wrong(Promise promise) const {
     const QString rows =
         One("SELECT count(DISTINCT Customer) || '/' || count(*) FROM [Campaign Results] WHERE CampaignID = %1");
@@ -118,7 +118,7 @@ struct Outcome {
   bool good = false;
 };
 
-/// What was said last, which is what went wrong.
+/// The last message, which tells what went wrong.
 QString Said(const test::CtlResult& result) {
   QString text = QString::fromUtf8(result.err).simplified();
   const qsizetype answered = text.lastIndexOf(QLatin1String("[answered"));
@@ -128,7 +128,7 @@ QString Said(const test::CtlResult& result) {
   return QStringLiteral("%1: %2").arg(result.code).arg(text.left(160));
 }
 
-/// Whether a second run ended as it may: well, with something in doubt, or because the first had done its work.
+/// Whether the second run ended in an allowed way: done, with something in doubt, or with nothing left to do.
 bool EndedWell(const test::CtlResult& again) {
   return again.code == 0 || again.code == 3 || again.err.contains("doubt") || again.out.contains("doubt") ||
          again.out.contains("already");

@@ -1,4 +1,4 @@
-// The table: where on the road of one campaign something goes wrong, and what.
+// The table of faults, and of places in the work on a campaign.
 
 #pragma once
 
@@ -8,19 +8,19 @@
 
 namespace qbx::faults {
 
-/// What has to hold once the command has run again.
+/// What must hold after the command ran again.
 enum class Promise {
   kRows,      ///< each customer who may be contacted has one row
-  kMessages,  ///< and got each message once, or it is in doubt
+  kMessages,  ///< and each message arrived once or is in doubt
   kLetters,   ///< and each letter went out or is in doubt
-  kSaved,     ///< the new campaign is there once
+  kSaved,     ///< the new campaign exists once
 };
 
-/// A point of the road: a command of the program, and the request at which the fault happens.
+/// A place: a command of the program, and the request at which the fault happens.
 struct Place {
   const char* name;
   const char* command;  ///< %1: the campaign, %2: a file for letters, %3: the starting query
-  const char* match;    ///< in the request; nullptr: the fault is one of connecting
+  const char* match;    ///< a part of the request; nullptr: the fault happens while connecting
   int skip = 0;
   Promise promise = Promise::kRows;
 };
@@ -50,10 +50,10 @@ struct Trouble {
   tds::FaultKind kind;
   tds::FaultMoment moment;
   int number = 0;       ///< of an error
-  bool byHand = false;  ///< left out in CI: it lasts as long as a time-out, or is much like another
+  bool byHand = false;  ///< not in CI, because it takes as long as a time-out, or resembles another
 };
 
-/// At a request.
+/// Faults at a request.
 constexpr std::array kTroubles = {
     Trouble{"closed before", tds::FaultKind::kClose, tds::FaultMoment::kRequest},
     Trouble{"closed after", tds::FaultKind::kClose, tds::FaultMoment::kAnswered, 0, true},
@@ -67,7 +67,7 @@ constexpr std::array kTroubles = {
     Trouble{"hangs after", tds::FaultKind::kHang, tds::FaultMoment::kAnswered, 0, true},
 };
 
-/// While connecting; it goes on for as long as the command runs.
+/// Faults while connecting. They last as long as the command runs.
 constexpr std::array kConnectTroubles = {
     Trouble{"closed at connect", tds::FaultKind::kClose, tds::FaultMoment::kConnect},
     Trouble{"reset at login", tds::FaultKind::kReset, tds::FaultMoment::kLogin},

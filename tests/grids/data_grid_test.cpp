@@ -12,7 +12,7 @@ namespace {
 
 using test::GridFixture;
 
-TEST_F(GridFixture, AHeadingSortsAndTurnsRound) {
+TEST_F(GridFixture, AHeadingSortsAndReversesTheOrder) {
   Run("INSERT INTO Lines VALUES (1, 'bell', 10, '2026-02-01', 1), (2, NULL, 9.5, NULL, 0), "
       "(3, 'Adams', -1, '2025-12-31', 1), (4, 'BELL', NULL, '2026-01-01', NULL), (5, 'Émile', 100, NULL, 0)");
   Connect();

@@ -133,7 +133,7 @@ TEST_F(HostDatabase, ADatabaseInUseIsNotReplaced) {
   EXPECT_EQ(Run("proc_sel_Marketing_Campaigns").RecordCount(), 0);
 }
 
-TEST_F(HostDatabase, ObjectsAreRenewedWhenOurTextChangesAndOnlyThen) {
+TEST_F(HostDatabase, ObjectsAreRenewedOnlyWhenTheirTextChanges) {
   const auto look = [this] {
     return Rows(
         "SELECT (SELECT COUNT(*) FROM _Procedures WHERE Name = 'proc__OptionVersion'), "

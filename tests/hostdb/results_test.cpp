@@ -85,7 +85,7 @@ TEST_F(Results, ToggleFlipsTheFourFlagsAndNothingElse) {
   }
 }
 
-TEST_F(Results, WhatIsNotKnownOfMobileAndEmailIsEmpty) {
+TEST_F(Results, UnknownMobilesAndEmailsAreEmpty) {
   Run("INSERT INTO [Campaign Results] (RecordID, CampaignID, Mobile) VALUES (1, 3, NULL), (2, 3, '07700900001')");
   Run("UPDATE [Campaign Results] SET Mobile = NULL WHERE RecordID = 2");
   Run("INSERT INTO Customers (Customer) VALUES (7)");

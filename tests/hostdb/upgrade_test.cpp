@@ -164,7 +164,7 @@ TEST_F(OldGarage, OfProgramsThatBeginAtOnceNoneIsRefused) {
   EXPECT_EQ(Content(path, old), Content(old, old));
 }
 
-TEST_F(OldGarage, OneThatOnlyLacksRenewingIsOpenedWhileSomebodyWrites) {
+TEST_F(OldGarage, OneThatOnlyHasOldObjectsIsOpenedWhileSomebodyWrites) {
   ASSERT_EQ(Open(), 0) << refusal.toStdString();
   Rows(path, "UPDATE _Version SET Objects_Fingerprint = 'another'");
   const SqliteFile other = OpenHostFile(path);

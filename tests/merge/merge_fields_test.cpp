@@ -85,7 +85,7 @@ TEST(MergeFieldsTest, ReplacesWhatItKnowsAndLeavesTheRest) {
   }
 }
 
-TEST(MergeFieldsTest, NamesTheFieldsThatAreNoneOrStayEmpty) {
+TEST(MergeFieldsTest, NamesUnknownAndEmptyFields) {
   const QString longest(30, u'x');
   const std::tuple<QString, QStringList, QStringList> cases[] = {
       {u"{Contact} {CURRENTDATE}"_qs, {}, {}},

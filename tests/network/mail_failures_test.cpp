@@ -213,7 +213,7 @@ TEST(MailFailures, AServerThatDoesNotServeIsATransportFailure) {
   }
 }
 
-TEST(SmtpDialogueTest, ALogInIsNoCommandThatItBeginsLike) {
+TEST(SmtpDialogueTest, ACodedLogInIsNeverTakenForACommand) {
   for (const char* line : {"QUITabcd", "MAILbGF0", "RCPTeHh4", "EHLOd29y", "DATAbGF0"}) {
     SmtpDialogue dialogue;
     dialogue.ClientSaid("EHLO desk\r\n");

@@ -5,7 +5,6 @@
 #include <QByteArray>
 #include <atomic>
 #include <functional>
-#include <string>
 #include <thread>
 
 namespace qbx::test {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QProcess>
-#include <memory>
 
 #include "support/temp_folder.h"
 

@@ -32,7 +32,7 @@ TEST(FormulaTest, Values) {
     EXPECT_EQ(Formula::Parse(text).Evaluate(&LookUp).ToText(), expected) << text.toStdString();
 }
 
-TEST(FormulaTest, WhatIsNone) {
+TEST(FormulaTest, RefusesTextsThatAreNoFormula) {
   const std::pair<const char*, const char*> table[] = {
       {"\"open", "character 6: the text has no end"},
       {"1 2", "character 3: a \"+\" is missing"},

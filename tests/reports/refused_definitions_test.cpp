@@ -106,7 +106,7 @@ TEST(RefusedDefinitions, AreNamedWithTheirPlace) {
   }
 }
 
-TEST(RefusedDefinitions, StatementsThatOnlyReadAndOthers) {
+TEST(RefusedDefinitions, AllowOnlyStatementsThatRead) {
   for (const char* reads :
        {"SELECT * FROM [Campaign Results] R WHERE R.A = {?@A} ORDER BY R.B", "select 'it''s; DROP TABLE T' AS [Into]",
         "SELECT A -- not a comment's end; DELETE\nFROM T", "SELECT /* only; reads */ A FROM T",

@@ -34,7 +34,7 @@ class Mutator {
     QString text = Any(corpus_);
     for (qsizetype changes = 1 + Below(8); changes > 0; --changes)
       Change(text);
-    return BeginsAsRtf(text) ? text : u"{\\rtf1 "_qs + text;
+    return text.startsWith(u"{\\rtf"_qs) ? text : u"{\\rtf1 "_qs + text;
   }
 
  private:

@@ -89,7 +89,7 @@ TEST(RtfReaderTest, OtherTextsAreLoadedAsTheyAre) {
   EXPECT_EQ(document.toPlainText(), u"a"_qs);
 }
 
-TEST(RtfReaderTest, CapsHold) {
+TEST(RtfReaderTest, StopsAtItsLimits) {
   QTextDocument document;
   ReadRtf(u"{\\rtf1 a"_qs + u"{"_qs.repeated(100'000) + u"deep"_qs + u"}"_qs.repeated(100'000) + u"b}"_qs, document);
   EXPECT_EQ(document.toPlainText(), u"ab"_qs);

@@ -43,7 +43,7 @@ TEST_F(SelectionTest, WhatASelectionHasInCommon) {
   EXPECT_FALSE(LookOf(1, 1).bold) << "what is typed next";
 }
 
-TEST_F(SelectionTest, BulletsComeAndGo) {
+TEST_F(SelectionTest, SetsAndRemovesBullets) {
   Read(u"a\\par b\\par c\\par");
   SetBullets(Select(0, 3), true);
   EXPECT_EQ(Described(document_), u"<left 24 disc 1>a\n<left 24 disc 2>b\nc"_qs);
@@ -56,7 +56,7 @@ TEST_F(SelectionTest, BulletsComeAndGo) {
   EXPECT_EQ(Described(document_), u"a\nb\nc"_qs);
 }
 
-TEST_F(SelectionTest, PageBreaksComeAndGo) {
+TEST_F(SelectionTest, SetsAndRemovesPageBreaks) {
   Read(u"abc");
   QTextCursor cursor = Select(1, 1);
   TogglePageBreak(cursor);

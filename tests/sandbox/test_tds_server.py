@@ -1,4 +1,4 @@
-"""The server that speaks SQL Server's protocol, asked by clients that others wrote."""
+"""tds_server, tested with two independent clients."""
 import json
 import re
 import subprocess
@@ -36,7 +36,7 @@ class TdsServer(unittest.TestCase):
     def connect(cls):
         return pytds.connect("127.0.0.1", DATABASE, "sa", "secret", port=cls.port, autocommit=True, login_timeout=3)
 
-    def test_one_client_reads_and_writes(self):
+    def test_a_python_client_reads_and_writes(self):
         long = "é€😀" * 100000
         with self.connect() as connection, connection.cursor() as cursor:
             cursor.execute("CREATE TABLE Kinds (N smallint, T ntext, M money, D decimal(9,2), W smalldatetime, B bit)")
@@ -64,7 +64,7 @@ class TdsServer(unittest.TestCase):
             cursor.execute("SELECT count(*) FROM Keys")
             self.assertEqual(cursor.fetchall(), [(1,)])
 
-    def test_faults_come_on_demand(self):
+    def test_faults_happen_on_demand(self):
         self.tell(fault="wrong-password")
         with self.assertRaisesRegex(pytds.Error, "Login failed"):
             self.connect()
@@ -85,7 +85,7 @@ class TdsServer(unittest.TestCase):
         self.assertIn("error", self.tell(fault="close", at="noon"))
         self.tell(clear=True)
 
-    def test_another_client_agrees(self):
+    def test_a_javascript_client_reads_and_writes(self):
         build = PROGRAMS.parent / "npm" / "foreign"
         ended = subprocess.run([HERE.parent / "support" / "with_npm", HERE / "foreign", build, "smoke.mjs", str(self.port)],
                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)

@@ -12,9 +12,9 @@ class AnotherProcess {
  public:
   ~AnotherProcess() { Kill(); }
 
-  /// Runs a scenario on a program folder that is laid out already. It does not outlive this process.
+  /// Runs a scenario on a prepared program folder. The other runner ends with this process.
   void Start(const QString& source, const QString& folder);
-  /// \throws ScenarioError when it ended by itself
+  /// \throws ScenarioError when it has ended by itself
   void ExpectRunning();
   void Kill();
 

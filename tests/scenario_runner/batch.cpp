@@ -17,8 +17,7 @@ bool RunOne(const QString& file, const BatchSettings& settings) {
   QStringList arguments = {QStringLiteral("--here")};
   if (!settings.screenshots.isEmpty()) arguments += {QStringLiteral("--screenshots"), settings.screenshots};
   QProcess process;
-  // Under the sanitizers: the libraries of the platform (fonts) keep what they have until the end, which is no leak of
-  // ours.
+  // For the sanitizers: libraries of the platform (fonts) keep memory until the end. That is no leak of the program.
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
   if (!environment.contains(QStringLiteral("ASAN_OPTIONS")))
     environment.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"));

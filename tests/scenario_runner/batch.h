@@ -1,4 +1,4 @@
-// Several scenarios, each in a process of its own.
+// Runs several scenarios, each in its own process.
 
 #pragma once
 
@@ -12,7 +12,7 @@ struct BatchSettings {
   int timeLimitSeconds = 120;
 };
 
-/// Starts this program once per file, so that a crash or a hang fails that scenario alone, and prints "N passed, N
+/// Starts this program once for each file, so that a crash or a hang only fails one scenario. Prints "N passed, N
 /// failed" as the last line. Needs a QCoreApplication.
 /// \return the exit status: 0 when all passed, 1 otherwise
 [[nodiscard]] int RunBatch(const BatchSettings& settings);

@@ -36,7 +36,7 @@ QJSValue Bridge::call(const QString& name, const QJSValue& arguments) {
     problem = QString::fromUtf8(error.what());
     if (problem.isEmpty()) problem = QStringLiteral("failed");
   }
-  // Outside the handler: the engine unwinds with jumps of its own.
+  // Outside the handler, because the engine leaves functions with jumps.
   if (!problem.isEmpty()) {
     engine_.throwError(problem);
     return {};

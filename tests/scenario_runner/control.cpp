@@ -7,7 +7,7 @@
 namespace qbx::scenario {
 namespace {
 
-/// What a scenario calls a property to what Qt calls it.
+/// Qt's names of properties, by their names in scenarios.
 const QHash<QString, QByteArray>& QtProperties() {
   static const QHash<QString, QByteArray> kNames = {{"enabled", "enabled"},   {"visible", "visible"},
                                                     {"toolTip", "toolTip"},   {"accessibleName", "accessibleName"},
@@ -17,7 +17,7 @@ const QHash<QString, QByteArray>& QtProperties() {
   return kNames;
 }
 
-// The line edit inside a control that is made of several, such as a date box.
+// The line edit inside a control such as a date box.
 const QLineEdit* InnerEdit(const QObject& control) {
   if (const auto* edit = qobject_cast<const QLineEdit*>(&control)) return edit;
   return control.isWidgetType() ? control.findChild<QLineEdit*>() : nullptr;
@@ -106,7 +106,7 @@ QVariant Control::caption() const {
   return window ? object_.property("windowTitle") : text();
 }
 
-// What Alt is pressed with, such as "Alt+N"; empty without an accelerator.
+// The accelerator of a control, such as "Alt+N"; empty without one.
 QVariant Control::mnemonic() const {
   const QVariant caption = object_.property(IsOneOf<QGroupBox>(&object_) ? "title" : "text");
   return QKeySequence::mnemonic(caption.toString()).toString(QKeySequence::PortableText);

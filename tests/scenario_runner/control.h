@@ -1,4 +1,4 @@
-// A control as a scenario has it: what can be seen of it and done to it, by kind of control.
+// A control for scenarios: what a scenario can read and do, by kind of control.
 
 #pragma once
 
@@ -10,23 +10,22 @@
 
 namespace qbx::scenario {
 
-/// The methods that it gives to the meta-object system are what tests/scenarios/README.md lists: one that returns
-/// nothing is an action, one that returns a QVariant and takes nothing is read as a property. An invalid QVariant says
-/// that this kind of control has no such thing. What Qt knows as a property of the control itself is not written down
-/// again, see QtProperties.
+/// tests/scenarios/README.md lists its methods in the meta-object system. A method without a result is an action. A
+/// method without parameters that returns a QVariant is a property. An invalid QVariant means that this kind of control
+/// lacks the property. Properties that Qt has itself are in QtProperties.
 class Control : public QObject {
   Q_OBJECT
  public:
   Control(QObject& object, QString name) : object_(object), name_(std::move(name)) {}
 
-  /// A control or menu entry that was found, as what it is.
+  /// Makes the right kind for a control or menu entry.
   [[nodiscard]] static std::unique_ptr<Control> Of(QObject& object, const QString& name);
-  /// Names of all that any kind has: {"readable", "asked", "actions"}.
+  /// The names of all methods of all kinds: {"readable", "asked", "actions"}.
   [[nodiscard]] static QVariantMap Members();
 
-  /// \throws ScenarioError when this kind does not have it
+  /// \throws ScenarioError when this kind lacks it
   [[nodiscard]] QVariant Read(const QString& what, const Arguments& arguments);
-  /// \throws ScenarioError when this kind does not take it, or a person could not do it now
+  /// \throws ScenarioError when this kind lacks it, or a person could not do it now
   void Use(const QString& action, const Arguments& arguments);
 
   Q_INVOKABLE QVariant text() const;
@@ -36,11 +35,11 @@ class Control : public QObject {
 
  protected:
   [[nodiscard]] const QString& Name() const { return name_; }
-  /// \throws ScenarioError that says so
+  /// \throws ScenarioError always
   [[noreturn]] void DoesNotTake(const QString& action) const;
 
  private:
-  /// What Qt calls it, asked of the control, or of the line edit inside one that is made of several.
+  /// A property of Qt: of the control, or of the line edit inside it.
   [[nodiscard]] QVariant QtProperty(const QString& what) const;
 
   QObject& object_;
@@ -75,7 +74,7 @@ class WidgetControl : public Control {
   Q_INVOKABLE QVariant background() const { return widget_.palette().color(widget_.backgroundRole()).name(); }
   Q_INVOKABLE QVariant bold() const { return widget_.font().bold(); }
   Q_INVOKABLE QVariant size() const { return QVariantMap{{"width", widget_.width()}, {"height", widget_.height()}}; }
-  /// Everything that can be read in a window or frame, for a look at the whole of it.
+  /// All text in a window or frame.
   Q_INVOKABLE QStringList visibleTexts() const;
 
   Q_INVOKABLE void click(const QString& keys);
@@ -92,7 +91,7 @@ class WidgetControl : public Control {
   Q_INVOKABLE void resize(int width, int height);
 
  private:
-  /// What takes the keys: the part of the control that has the focus, or all of it.
+  /// The widget that gets keys: the part of the control that has the focus, or the control itself.
   [[nodiscard]] QWidget& KeyTarget() const;
   void SetTicked(bool on);
 

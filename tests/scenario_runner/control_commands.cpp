@@ -15,7 +15,7 @@ QWidget& ControlCommands::Focus() {
   if (QWidget* popup = QApplication::activePopupWidget()) return FocusOf(*popup);
   const QList<QWidget*> windows = VisibleWindows();
   if (windows.isEmpty()) throw ScenarioError(QStringLiteral("No window is open that could take keys."));
-  // A modal window that has just opened may not be active yet; keys are for it all the same.
+  // Keys are for a modal window, even if it has just opened and is not active yet.
   QWidget* focus = QApplication::focusWidget();
   const QWidget* modal = QApplication::activeModalWidget();
   const auto reachable = [modal](const QWidget& window) {
@@ -37,7 +37,7 @@ QStringList ControlCommands::controlNames(const QString& window) const {
   return windows.isEmpty() ? QStringList() : ControlNames(*windows.constFirst());
 }
 
-// Like the cross of the title bar. A window behind a modal one cannot be reached.
+// Like a click on the cross of the title bar. Refuses a window behind a modal one.
 bool ControlCommands::closeWindow(const QVariant& name) const {
   QWidget& window = FindWindow(name.isValid() ? name.toString() : QStringLiteral("frmMain"));
   const QWidget* modal = QApplication::activeModalWidget();

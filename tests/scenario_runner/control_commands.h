@@ -40,7 +40,7 @@ class ControlCommands final : public QObject {
   }
 
  private:
-  /// What has the focus, or gets it when keys are pressed.
+  /// The widget that has the focus, or gets it with the next key.
   [[nodiscard]] static QWidget& Focus();
 
   Stage& stage_;

@@ -42,7 +42,7 @@ class DatabaseCommands final : public QObject {
   Q_INVOKABLE void loseConnection() const { on_.troubles.refuse = true; }
   Q_INVOKABLE void restoreConnection() const {
     on_.troubles.refuse = false;
-    if (on_.Running()) breakConnection();  // what was lost stays lost
+    if (on_.Running()) breakConnection();  // lost sessions stay lost
   }
 
  public Q_SLOTS:
@@ -64,7 +64,7 @@ class DatabaseCommands final : public QObject {
     on_.troubles.DropProcedure(name, dropped);
   }
 
-  // Also while the program is not running, and without opening the database as the program would.
+  // Also works while the program is not running, without opening the database like the program.
   void SetStatus(const char* status) const {
     execute(QStringLiteral("UPDATE _Database_Status SET Status = '%1'").arg(QLatin1String(status)));
   }

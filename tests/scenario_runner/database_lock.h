@@ -1,4 +1,4 @@
-// Somebody else who holds the host database.
+// Another user who locks the host database.
 
 #pragma once
 
@@ -7,8 +7,8 @@
 
 namespace qbx::scenario {
 
-/// Holds the write lock of a database file from a thread of its own, so that it can end while the program waits for it.
-/// Reading goes on.
+/// Holds the write lock of a database file in its own thread, so that it can release the lock while the program waits
+/// for it. Others can still read.
 class DatabaseLock {
  public:
   DatabaseLock();
@@ -17,8 +17,8 @@ class DatabaseLock {
   DatabaseLock& operator=(const DatabaseLock&) = delete;
 
   /// Returns when the lock is held.
-  /// \param milliseconds  after which it is released; 0: not before Release
-  /// \throws ScenarioError when it cannot be had
+  /// \param milliseconds  the time until it is released; 0: only Release releases it
+  /// \throws ScenarioError when it cannot get the lock
   void Hold(const QString& file, int milliseconds);
   void Release();
 

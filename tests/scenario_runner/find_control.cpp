@@ -12,7 +12,7 @@ bool IsPopup(const QWidget& window) {
   return type == Qt::Popup || type == Qt::ToolTip;
 }
 
-// Several may have the name when a window was opened twice; the one that can be seen is meant.
+// When a window was opened twice, several controls have the name. The visible one counts.
 QObject* FindIn(const QWidget& window, const QString& name) {
   const QList<QWidget*> widgets = window.findChildren<QWidget*>(name);
   for (QWidget* widget : widgets) {

@@ -16,12 +16,12 @@ template <class... Kinds>
   return (... || (qobject_cast<const Kinds*>(object) != nullptr));
 }
 
-/// A caption as it is read: without the "&" of its mnemonic.
+/// A caption without the "&" of its accelerator.
 [[nodiscard]] QString PlainCaption(const QString& caption);
 /// A text with "\n" for every kind of line break.
 [[nodiscard]] QString PlainLines(const QString& text);
 
-/// Name of a control, or of what it is a part of when it has none; empty for null.
+/// The name of a control, or else of the control that it is a part of; empty for null.
 [[nodiscard]] QString NearestName(const QWidget* widget);
 /// Name of a window: its object name, its class without one.
 [[nodiscard]] QString WindowName(const QWidget& window);
@@ -30,11 +30,11 @@ template <class... Kinds>
 /// Names of the controls and menu entries of a window, sorted.
 [[nodiscard]] QStringList ControlNames(const QWidget& window);
 
-/// A control (QWidget) or menu entry (QAction) by name, looked for in the topmost window first; "window.control" in
-/// that window alone; a window by its own name.
+/// Finds a control (QWidget) or menu entry (QAction) by name, first in the topmost window. "window.control" is only
+/// looked for in this window. A window is found by its own name.
 /// \return null when there is none
 [[nodiscard]] QObject* TryFindControl(const QString& name);
-/// \throws ScenarioError with the names that are there
+/// \throws ScenarioError with the existing names
 [[nodiscard]] QObject& FindControl(const QString& name);
 /// \throws ScenarioError
 [[nodiscard]] QWidget& FindWindow(const QString& name);

@@ -1,4 +1,4 @@
-// The host database as a scenario sees it: beside the program, on a connection of its own.
+// The host database for scenarios, on a connection beside the program's.
 
 #pragma once
 
@@ -9,14 +9,14 @@
 
 namespace qbx::scenario {
 
-/// A database file, opened anew for each statement so that no lock is left behind. SQLite's SQL, with the engine's
+/// A database file. Each statement opens it again, so that no lock stays. The SQL is SQLite's, with the engine's
 /// functions.
 class HostData {
  public:
   HostData(QString file, const Clock& clock) : file_(std::move(file)), clock_(clock) {}
 
   /// \return a map for each row, by column name; NULL is null
-  /// \throws ScenarioError with SQLite's words and the statement
+  /// \throws ScenarioError with SQLite's message and the statement
   [[nodiscard]] QVariantList Select(const QString& sql) const;
   /// Runs statements. \return rows changed by the last of them
   int Execute(const QString& sql) const;

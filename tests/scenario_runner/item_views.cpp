@@ -17,7 +17,7 @@ void Collect(const QAbstractItemView& view, const QModelIndex& parent, int colum
   }
 }
 
-// What the columns of an item show.
+// The texts of an item in all columns.
 QStringList TextsIn(const QModelIndex& item) {
   QStringList texts;
   for (int column = 0; column < item.model()->columnCount(item.parent()); ++column)

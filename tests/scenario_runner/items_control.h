@@ -1,4 +1,4 @@
-// Lists, trees and grids, as a scenario has them.
+// Lists, trees and grids for scenarios.
 
 #pragma once
 
@@ -140,7 +140,7 @@ class ItemsControl final : public WidgetControl {
     }
     return texts;
   }
-  /// Captions, in the order in which the columns stand on the screen.
+  /// The captions, in the order of the columns on the screen.
   [[nodiscard]] QStringList Columns(bool hidden) const {
     const QStringList captions = ColumnCaptions(view_);
     const QHeaderView* header = HeaderOf(view_);
@@ -151,7 +151,7 @@ class ItemsControl final : public WidgetControl {
     }
     return columns;
   }
-  /// A column whose cells do nothing when they are clicked.
+  /// A column whose cells do nothing on a click.
   [[nodiscard]] int PlainColumn(int row) const {
     const QHeaderView* header = HeaderOf(view_);
     for (int place = 0; header != nullptr && place < header->count(); ++place) {
@@ -193,7 +193,7 @@ class ItemsControl final : public WidgetControl {
                        header->viewport()->height() / 2);
     ClickAt(*header->viewport(), place, Name(), {.button = button});
   }
-  // Exactly these, by clicks.
+  // Selects exactly these items, by clicks.
   void ChooseAll(const QVariantList& wanted) {
     QList<QPersistentModelIndex> items;
     for (const QVariant& item : wanted)

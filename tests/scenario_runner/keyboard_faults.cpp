@@ -12,7 +12,7 @@ bool IsEditOrList(const QWidget* widget) {
   return IsOneOf<QComboBox, QLineEdit, QAbstractSpinBox, QTabBar, QAbstractItemView, QTextEdit, QPlainTextEdit>(widget);
 }
 
-/// Something that a person uses, and no part of a control of Qt's, such as the button that clears a box.
+/// Whether a person uses the widget, and it is not an inner part of a Qt control, such as the button that clears a box.
 bool CanBeUsed(const QWidget& widget) {
   if (!widget.isVisible() || !widget.isEnabled()) return false;
   for (const QWidget* at = widget.parentWidget(); at != nullptr && !at->isWindow(); at = at->parentWidget())
@@ -21,7 +21,7 @@ bool CanBeUsed(const QWidget& widget) {
   return takesTab || IsEditOrList(&widget) || IsOneOf<QAbstractButton>(&widget);
 }
 
-/// Along the rows, then down, among what stands in the same frame.
+/// The order of controls in one frame: along a row, then down.
 bool InReadingOrder(const QWidget& first, const QWidget& second) {
   if (first.isAncestorOf(&second) || second.isAncestorOf(&first)) return first.isAncestorOf(&second);
   const QWidget* a = &first;
@@ -44,10 +44,10 @@ QStringList OrderFaults(const QWidgetList& walk) {
     if (!InReadingOrder(*walk[i], *next))
       faults += QStringLiteral("Tab goes back from %1 to %2.").arg(NearestName(walk[i]), NearestName(next));
   }
-  return faults.size() > 1 ? faults : QStringList();  // once round it goes back to the beginning
+  return faults.size() > 1 ? faults : QStringList();  // after the last one it returns to the first
 }
 
-/// The captions of a widget that may have a letter for Alt.
+/// The captions of a widget that can have an accelerator.
 QStringList Captions(const QWidget* widget) {
   QStringList captions;
   const auto* label = qobject_cast<const QLabel*>(widget);
@@ -103,7 +103,7 @@ QStringList KeyboardFaults(QWidget& window) {
     walk += at;
     QTest::keyClick(at, Qt::Key_Tab);
   }
-  walk.removeOne(&window);  // the first Tab of a window without a focus
+  walk.removeOne(&window);  // gets the first Tab in a window without a focus
   if (start) start->setFocus();
   for (const QWidget* control : window.findChildren<QWidget*>()) {
     if (control->window() != &window || !CanBeUsed(*control)) continue;

@@ -1,4 +1,4 @@
-// Whether a window can be used by keyboard alone, and by somebody who hears it.
+// Checks that a window can be used with the keyboard alone, and with a screen reader.
 
 #pragma once
 
@@ -8,8 +8,8 @@ class QWidget;
 
 namespace qbx::scenario {
 
-/// Walks round a window with Tab, from what has the focus until it comes back. \return a sentence for each fault, see
-/// tests/scenarios/README.md
+/// Goes through a window with Tab, from the focus until it returns there.
+/// \return a sentence for each fault, see tests/scenarios/README.md
 [[nodiscard]] QStringList KeyboardFaults(QWidget& window);
 
 }  // namespace qbx::scenario

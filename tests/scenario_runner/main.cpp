@@ -14,7 +14,7 @@ namespace {
 
 using qbx::scenario::BatchSettings;
 
-// What the offscreen platform says of itself at every window would bury what matters.
+// Hides the messages of the offscreen platform about itself, which come with each window.
 void PrintUnlessNoise(QtMsgType type, const QMessageLogContext& context, const QString& text) {
   if (text.startsWith(QLatin1String("This plugin does not support")) ||
       text.startsWith(QLatin1String("QStandardPaths:")))
@@ -22,7 +22,7 @@ void PrintUnlessNoise(QtMsgType type, const QMessageLogContext& context, const Q
   std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
 }
 
-/// Without a display: a screen as people have it, where nothing else was asked for.
+/// Without a display and another wish, sets a screen of usual size.
 class OffscreenScreen {
  public:
   OffscreenScreen() {
@@ -44,7 +44,7 @@ int RunHere(int argc, char** argv, const BatchSettings& settings, const QString&
   QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("marketing"));
   qbx::ApplyLook();
-  // Closing the main window must not end the loops in which the scenario goes on.
+  // Closing the main window must not end the event loops of the scenario.
   QApplication::setQuitOnLastWindowClosed(false);
   return qbx::scenario::RunScenario(settings.files.value(0), settings.screenshots, folder) ? 0 : 1;
 }

@@ -12,7 +12,7 @@ namespace {
 void Activate(QWidget& window) {
   if (QApplication::activeWindow() == &window || window.windowType() == Qt::Tool) return;
   window.activateWindow();
-  // Without a window system that answers at once, shortcuts would go nowhere.
+  // Shortcuts need an active window, which a window system may only make later.
   for (int i = 0; i < 20 && QApplication::activeWindow() != &window; ++i)
     QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
 }
@@ -34,7 +34,7 @@ void Settle() {
 
 void MakeUsable(QWidget& widget, const QString& what) {
   const QWidget* modal = QApplication::activeModalWidget();
-  // The status box belongs to the window that works, modal or not.
+  // The status box can be used with any window, even a modal one.
   if (modal != nullptr && widget.window() != modal && WindowName(*widget.window()) != QLatin1String("frmProcessing"))
     throw ScenarioError(QStringLiteral("%1 cannot be used while %2 is open.").arg(what, WindowName(*modal)));
   if (!widget.isVisible()) throw ScenarioError(QStringLiteral("%1 is not visible.").arg(what));
@@ -64,7 +64,7 @@ void ClickAt(QWidget& widget, QPoint point, const QString& what, const Click& cl
   } else {
     QTest::mouseClick(&widget, click.button, click.modifiers, point);
     if (click.button == Qt::RightButton && alive != nullptr) {
-      // The platform would make this one of the press.
+      // The platform would derive this event from the press.
       QContextMenuEvent menu(QContextMenuEvent::Mouse, point, widget.mapToGlobal(point), click.modifiers);
       QCoreApplication::sendEvent(&widget, &menu);
     }
@@ -82,7 +82,7 @@ void TypeText(QWidget& widget, const QString& text) {
     } else if (character == U'\t') {
       QTest::keyClick(&widget, Qt::Key_Tab);
     } else {
-      const bool ascii = character < 0x80;  // the library knows the keys of no others
+      const bool ascii = character < 0x80;  // the library only knows keys for ASCII
       const Qt::Key key = ascii ? QTest::asciiToKey(static_cast<char>(character)) : Qt::Key_unknown;
       QTest::sendKeyEvent(QTest::Click, &widget, key, QString::fromUcs4(&character, 1), Qt::NoModifier);
     }
@@ -97,7 +97,7 @@ void PressKeys(QWidget& widget, const QString& keys) {
   Activate(*widget.window());
   QTest::keyClick(&widget, sequence[0].key(), sequence[0].keyboardModifiers());
   Settle();
-  // An accelerator holds its button down for the eye, and clicks when it lets go.
+  // An accelerator shows its button pressed for a moment, and then clicks it.
   (void)QTest::qWaitFor([] { return !AnyButtonDown(); }, 1000);
   Settle();
 }

@@ -1,4 +1,4 @@
-// What a hand can do: clicks that arrive where they are aimed, and keys that go to what has the focus.
+// Mouse and keyboard: clicks must reach their target, and keys go to the focus.
 
 #pragma once
 
@@ -17,7 +17,7 @@ struct Click {
 };
 
 /// Scrolls a control into view.
-/// \param what  how messages name it
+/// \param what  its name in messages
 /// \throws ScenarioError when a person could not use it: disabled, invisible, behind a modal window
 void MakeUsable(QWidget& widget, const QString& what);
 /// Clicks a point of a control, in its own coordinates.
@@ -27,11 +27,11 @@ void ClickAt(QWidget& widget, QPoint point, const QString& what, const Click& cl
 /// Types characters; "\n" is Return, "\t" is Tab.
 void TypeText(QWidget& widget, const QString& text);
 /// Presses "Ctrl+S", "F5", "Return".
-/// \throws ScenarioError for keys that are not known
+/// \throws ScenarioError for unknown keys
 void PressKeys(QWidget& widget, const QString& keys);
 /// "Ctrl", "Shift", "Ctrl+Shift", empty.
 [[nodiscard]] Qt::KeyboardModifiers ReadModifiers(const QString& text);
-/// Lets the events run that an action left behind.
+/// Runs the pending events of an action.
 void Settle();
 
 }  // namespace qbx::scenario

@@ -21,7 +21,7 @@ int LineInStack(const QString& stack, const QString& file) {
 void Report::Print(const QString& line) {
   const QByteArray utf8 = (line + QLatin1Char('\n')).toUtf8();
   std::fwrite(utf8.constData(), 1, static_cast<std::size_t>(utf8.size()), stdout);
-  std::fflush(stdout);  // what was printed must be there when the process crashes
+  std::fflush(stdout);  // keeps the output when the process crashes
 }
 
 void Report::fail(const QString& text, const QString& stack) {

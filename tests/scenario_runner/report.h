@@ -23,7 +23,7 @@ class Report : public QObject {
  public Q_SLOTS:
   void printLine(const QString& text) const { Print(QStringLiteral("     ") + text); }
   void checked(const QString& check) const { Print(QStringLiteral("ok   ") + check); }
-  /// A failure that was printed already is also a check's.
+  /// Counts a failure that was printed before as a failed check.
   void checkFailed(const QString& check) const { printLine(QStringLiteral("(in \"%1\")").arg(check)); }
   /// \param stack  of JavaScript; its innermost line of the scenario is named
   void fail(const QString& text, const QString& stack);

@@ -1,6 +1,5 @@
 #include "scenario.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJSEngine>
@@ -18,7 +17,7 @@
 namespace qbx::scenario {
 namespace {
 
-// What stood on the screen when something failed tells more than the line.
+// A picture of the screen at a failure tells more than the line.
 void TakeFailurePicture(const Stage& stage, const QString& file, int number) {
   const QString picture =
       stage.ScreenshotFile(QStringLiteral("%1-failed-%2").arg(QFileInfo(file).baseName()).arg(number));

@@ -12,8 +12,8 @@ namespace qbx::scenario {
 ///     FAIL tests/scenarios/steps.js:14: is "No", expected "Yes"
 ///
 /// Needs a QApplication. \param screenshots  folder for `screenshot`; empty: none are taken
-/// \param folder  program folder of another runner, on which `restart` goes on; empty: none
-/// \return whether it passed: it could be read, made at least one assertion, and nothing failed
+/// \param folder  program folder of another runner, which `restart` uses; empty: none
+/// \return whether it passed: it was read, made at least one assertion, and nothing failed
 [[nodiscard]] bool RunScenario(const QString& file, const QString& screenshots, const QString& folder);
 
 }  // namespace qbx::scenario

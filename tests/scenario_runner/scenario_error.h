@@ -1,4 +1,4 @@
-// What a scenario asked for and cannot be had.
+// A wish of a scenario that cannot be fulfilled.
 
 #pragma once
 
@@ -7,7 +7,7 @@
 
 namespace qbx::scenario {
 
-/// Thrown by commands; arrives in the scenario as a JavaScript exception with this text.
+/// Thrown by commands. The scenario gets it as a JavaScript exception with this text.
 class ScenarioError : public std::exception {
  public:
   explicit ScenarioError(const QString& text) : text_(text), utf8_(text.toUtf8()) {}

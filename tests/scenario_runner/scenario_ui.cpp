@@ -39,8 +39,8 @@ void ScenarioUi::Wait(int milliseconds) {
   clock_.Set(clock_.Now().addMSecs(milliseconds));
 }
 
-// From a timer, so that the scenario acts where a person's clicks would arrive: among the events, with the program's
-// own rules for them in force.
+// Uses a timer, so that the scenario acts among the events, like a person's clicks. Then the program's own rules for
+// events apply.
 void ScenarioUi::Schedule() {
   if (scheduled_ || acting_) return;
   scheduled_ = true;

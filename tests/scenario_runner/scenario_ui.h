@@ -1,4 +1,4 @@
-// The user interface of the program under a scenario.
+// The user interface of the program in a scenario.
 
 #pragma once
 
@@ -11,8 +11,8 @@
 
 namespace qbx::scenario {
 
-/// The real one, except that it lets the scenario act while the program works, remembers what the status box showed,
-/// and takes no time for waiting.
+/// The real one, with these differences: the scenario can act while the program works, the texts of the status box are
+/// kept, and waits take no time.
 class ScenarioUi final : public WidgetUi {
  public:
   /// \param meanwhile  called among the events that the program lets run, at most once per pump and never inside itself
@@ -23,9 +23,9 @@ class ScenarioUi final : public WidgetUi {
   void CloseStatusBox() override;
   void SetBusy(bool busy) override;
   void PumpEvents() override;
-  /// Pumps once; waits as well with real pauses.
+  /// Pumps once. Only waits when pauses are real.
   void Pause(int milliseconds) override;
-  /// The same, and the clock goes on: what is waited for may look at it.
+  /// Also advances the clock, because the awaited condition may read it.
   void Wait(int milliseconds) override;
 
   void UseRealPauses(bool on) { realPauses_ = on; }
@@ -45,7 +45,7 @@ class ScenarioUi final : public WidgetUi {
   bool realPauses_ = false;
   bool scheduled_ = false;
   bool acting_ = false;
-  QObject timerOwner_;  // no timer outlives this
+  QObject timerOwner_;  // owns the timers, which must end before the rest
 };
 
 }  // namespace qbx::scenario

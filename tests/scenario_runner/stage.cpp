@@ -49,7 +49,7 @@ Stage::~Stage() {
 
 void Stage::Prepare(const QVariantMap& options, bool fresh) {
   if (!fresh && folder_ == nullptr) throw ScenarioError(QStringLiteral("restart needs a start before it."));
-  // Read first: a misspelt wish ends nothing.
+  // Reads the wishes first, so that a misspelt one does not end the program.
   QVariantMap merged = options;
   if (!fresh && !merged.contains(QStringLiteral("commandLine")) && !merged.contains(QStringLiteral("user")))
     merged.insert(QStringLiteral("commandLine"), wishes_["commandLine"]);

@@ -5,7 +5,6 @@
 
 #include <QString>
 #include <memory>
-#include <optional>
 
 #include "another_process.h"
 #include "bridge.h"
@@ -27,15 +26,15 @@ namespace qbx::scenario {
 class Stage {
  public:
   /// \param screenshots  folder for pictures, empty for none
-  /// \param folder       program folder of another runner, on which `restart` goes on; empty: there is none
+  /// \param folder       program folder of another runner, which `restart` uses; empty: none
   Stage(Bridge& bridge, const QString& screenshots, const QString& folder);
   ~Stage();
   Stage(const Stage&) = delete;
   Stage& operator=(const Stage&) = delete;
 
-  /// Ends the program and lays out what the next start finds.
-  /// \param fresh  with a new folder, garage, registry and clock; otherwise those of the last start, changed by what
-  /// the wishes name
+  /// Ends the program and prepares the next start.
+  /// \param fresh  true: a new folder, garage, registry and clock; false: keeps them from the last start, with the
+  ///               changes in the wishes
   /// \throws ScenarioError
   void Prepare(const QVariantMap& options, bool fresh);
   /// \return "running", "refused" or "stopped"
@@ -54,7 +53,7 @@ class Stage {
   [[nodiscard]] QString CommandLine() const { return wishes_.Text("commandLine"); }
   /// "machine" or "user". \throws ScenarioError
   [[nodiscard]] static RegistryHive ReadHive(const QString& name);
-  /// A path below the host product's key; one that begins with "SOFTWARE\" is taken as it is.
+  /// A path below the host product's key. A path that begins with "SOFTWARE\" stays unchanged.
   [[nodiscard]] QString RegistryPath(const QString& path) const;
   [[nodiscard]] QString ScreenshotFile(const QString& name) const;
 
@@ -67,7 +66,7 @@ class Stage {
   Troubles troubles;
   DatabaseLock lock;
   QString outcome;  ///< of the last Launch
-  /// Ends every open session as a restarted server would.
+  /// Ends all open sessions, as a restarted server does.
   void BreakConnections();
   AnotherProcess another;
 

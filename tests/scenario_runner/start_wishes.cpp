@@ -9,7 +9,7 @@
 namespace qbx::scenario {
 namespace {
 
-// Every name, with what it is when it is left out.
+// All names with their defaults.
 const QVariantMap kUnnamed = {{"garage", "small"},   {"edition", "garage"}, {"user", "Pat"},    {"commandLine", {}},
                               {"database", {}},      {"ini", {}},           {"registry", {}},   {"options", {}},
                               {"userOptions", {}},   {"files", {}},         {"sandbox", {}},    {"clock", {}},
@@ -22,7 +22,7 @@ const QHash<QString, QString> kEditionFiles = {{"garage", ""},
                                                {"boat", "QBXMARNEX.EXE"},
                                                {"truck", "QBXHOVLIN.EXE"}};
 
-// What stands behind a switch of the command line.
+// The value of a switch of the command line.
 QString SwitchValue(const QString& commandLine, const QString& name) {
   const QRegularExpression pattern(QStringLiteral("/%1:\\s*([^\\s/]+)").arg(name),
                                    QRegularExpression::CaseInsensitiveOption);

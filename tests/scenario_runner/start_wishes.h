@@ -1,4 +1,4 @@
-// What a scenario says about a start.
+// The wishes of a scenario for a start.
 
 #pragma once
 
@@ -8,17 +8,17 @@
 
 namespace qbx::scenario {
 
-/// `start({...})`, with what it does not name filled in. tests/scenarios/README.md says what each name means.
+/// The wishes in `start({...})`, with defaults. tests/scenarios/README.md explains each one.
 class StartWishes {
  public:
   StartWishes() = default;
-  /// \throws ScenarioError for a name or a garage that is not known, so that a misspelt one is noticed
+  /// \throws ScenarioError for an unknown name or garage, so that a misspelt one is noticed
   explicit StartWishes(const QVariantMap& options);
 
   [[nodiscard]] QVariant operator[](const char* name) const { return wishes_.value(QLatin1String(name)); }
   [[nodiscard]] QString Text(const char* name) const { return (*this)[name].toString(); }
   [[nodiscard]] QVariantMap Map(const char* name) const { return (*this)[name].toMap(); }
-  /// File that marks the edition, empty for that of garages. \throws ScenarioError for an edition that is not known
+  /// The file that marks the edition, empty for the garage edition. \throws ScenarioError for an unknown edition
   [[nodiscard]] QString EditionFile() const;
   /// \param programFolder  with the edition files and QBX.INI in it
   [[nodiscard]] EditionNames Names(const QString& programFolder) const;

@@ -10,7 +10,7 @@ namespace qbx::scenario {
 namespace {
 
 constexpr int kMissingProcedure = 2812;
-constexpr int kRaisedError = 50000;  // what a server gives an error that a procedure raises
+constexpr int kRaisedError = 50000;  // a server's number for errors that procedures raise
 
 QString FirstWord(const QString& batch) {
   qsizetype end = 0;

@@ -1,4 +1,4 @@
-// Troubles of a database server, put between the program and its sessions.
+// Troubles of a database server, in sessions between the program and the real ones.
 
 #pragma once
 
@@ -12,17 +12,17 @@
 
 namespace qbx::scenario {
 
-/// What goes wrong. The sessions look at it from the database thread.
+/// The troubles. Sessions read them in the database thread.
 class Troubles {
  public:
   std::atomic<int> delayMilliseconds = 0;  ///< before each statement and call
   std::atomic<bool> refuse = false;        ///< no session can be opened, and open ones are lost
 
-  /// Lets calls of a procedure fail with a text; an empty text lets them work again.
+  /// Makes calls of a procedure fail with a text; an empty text ends this.
   void FailProcedure(const QString& name, const QString& text);
   /// The text for a procedure, or for a batch that calls it; empty: it works.
   [[nodiscard]] QString FailureOf(const QString& procedureOrBatch) const;
-  /// Lets a procedure be missing, or be there again.
+  /// Makes a procedure missing, or brings it back.
   void DropProcedure(const QString& name, bool dropped);
   [[nodiscard]] bool IsDropped(const QString& procedureOrBatch) const;
   void NoteCall(const QString& procedureOrBatch);

@@ -1,4 +1,4 @@
-// What a hand does to a control that is no list: the mouse, the keys, ticks, tabs, and the lists that drop down.
+// Actions on controls that are no lists: mouse, keys, ticks, tabs, and drop-down lists.
 
 #include <QtTest>
 
@@ -9,7 +9,7 @@
 namespace qbx::scenario {
 namespace {
 
-// A tick box reacts where its mark and text are, not everywhere in its space.
+// A tick box only reacts on its mark and text.
 QPoint PointOf(const QWidget& widget) {
   if (IsOneOf<QCheckBox, QRadioButton>(&widget)) {
     QStyleOptionButton option;
@@ -69,7 +69,7 @@ void WidgetControl::type(const QString& text) {
   TypeText(KeyTarget(), text);
 }
 
-// As somebody pastes it: what the box does to what is typed, it does to this.
+// Pastes the text, so that the box treats it like typed text.
 void WidgetControl::setText(const QString& text) {
   QWidget& edit = EditOf(widget_, Name());
   MakeUsable(edit, Name());

@@ -35,7 +35,7 @@ QStringList ButtonTexts(const QMessageBox& box) {
 }
 
 QVariantMap Describe(const QMessageBox& box) {
-  // A text that is too long for the box stands whole in its details.
+  // The details of a box have the whole text when it is too long.
   QString text = box.detailedText().isEmpty() ? box.text() : box.detailedText();
   if (!box.informativeText().isEmpty()) text += QStringLiteral("\n\n") + box.informativeText();
   return {{QStringLiteral("text"), PlainLines(text)},
@@ -65,7 +65,7 @@ bool WindowWatch::eventFilter(QObject* object, QEvent* event) {
   QWidget* window = static_cast<QWidget*>(object);
   const bool menu = qobject_cast<QMenu*>(window) != nullptr;
   if (!window->isWindow() || !(window->isModal() || menu)) return false;
-  // The window is not in its loop yet; the timer fires inside it.
+  // The window has not begun its event loop yet. The timer fires inside the loop.
   QTimer::singleShot(0, window, [this, window] {
     if (window->isVisible()) Opened(*window);
   });
@@ -86,7 +86,7 @@ void WindowWatch::Opened(QWidget& window) {
     LetScenarioAct(window);
   }
   if (alive != nullptr && alive->isVisible()) alive->close();
-  // A box without a way to be closed.
+  // The box cannot be closed.
   if (alive != nullptr && alive->isVisible()) {
     if (auto* dialog = qobject_cast<QDialog*>(alive.data()))
       dialog->done(QDialog::Rejected);
@@ -112,7 +112,7 @@ void WindowWatch::AnswerBox(QMessageBox& box) {
                                                    .arg(description.value(QStringLiteral("text")).toString(), wanted,
                                                         ButtonTexts(box).join(QStringLiteral(", ")))});
   }
-  // What does the least: the button that Escape stands for, or the last one.
+  // The least harmful button: the one for Escape, or the last one.
   if (box.escapeButton() == nullptr && !box.buttons().isEmpty()) box.buttons().constLast()->click();
 }
 

@@ -1,9 +1,8 @@
-// Message boxes, input boxes and other modal windows that open while the scenario's command has not returned.
+// Message boxes, input boxes and other modal windows that open during a command of the scenario.
 
 #pragma once
 
 #include <QObject>
-#include <QPointer>
 #include <QVariantList>
 
 #include "bridge.h"
@@ -15,9 +14,9 @@ class QWidget;
 
 namespace qbx::scenario {
 
-/// Sees every window of the program open. What must be answered before the program goes on is handed to the scenario,
-/// from inside the loop in which the program waits, and the answer is given by pressing the window's own buttons.
-/// Whatever the scenario does not deal with is closed, so that the scenario always comes to its end.
+/// Notices every window that the program opens. When the program waits for an answer, this asks the scenario from
+/// inside the program's event loop, and answers by pressing the window's own buttons. It closes windows that the
+/// scenario does not answer, so that the scenario always ends.
 class WindowWatch : public QObject {
   Q_OBJECT
  public:

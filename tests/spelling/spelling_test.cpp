@@ -8,7 +8,7 @@
 namespace qbx {
 namespace {
 
-TEST(SpellingTest, WordsAreWhatSomebodyCouldHaveMisspelt) {
+TEST(SpellingTest, OnlyWordsOfPlainLanguageAreChecked) {
   const QString text =
       "Dear {contact}, don’t miss {due date}'s MOT (AB12 CDE): e.g. visit www.x.uk, hartley.co.uk/mot or mail Jo@x.uk. "
       "MOTs 3rd café-bar {not 1 field!} end.Next a";

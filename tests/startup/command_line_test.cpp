@@ -55,7 +55,7 @@ TEST(CommandLine, NamesFollowSuffixAndInstance) {
   EXPECT_EQ(startup.databaseName, "QBXKorvelManager_North");
 }
 
-TEST(CommandLine, ATerminalIsAnsweredWithoutAStart) {
+TEST(CommandLine, AnswersATerminalWithoutAStart) {
   EXPECT_TRUE(TerminalAnswer({"--help"})->contains("/userid:"));
   EXPECT_TRUE(TerminalAnswer({"--version"})->startsWith("marketing "));
   EXPECT_FALSE(TerminalAnswer({"/userid:--help"}));
@@ -73,7 +73,7 @@ TEST(CommandLine, HelpIsShownAndNothingElseIsRead) {
   EXPECT_FALSE(startup.commandLine.isEmpty());
 }
 
-TEST(CommandLine, TheQuotesThatTheShellTookComeBack) {
+TEST(CommandLine, RestoresTheQuotesThatAShellRemoves) {
   EXPECT_EQ(JoinCommandLine({"/UserId:Jo Brown", "/database:x"}), "/UserId:\"Jo Brown\" /database:x");
   EXPECT_EQ(JoinCommandLine({"/userid:\"Jo\""}), "/userid:\"Jo\"");
   EXPECT_EQ(JoinCommandLine({}), QString());

@@ -45,7 +45,7 @@ struct SqlServerTest : testing::Test, StartedApplication {
   }
 };
 
-TEST_F(SqlServerTest, WorksThereAndGoesOnAfterTheConnectionWasLost) {
+TEST_F(SqlServerTest, RunsStatementsAndReopensALostConnection) {
   ASSERT_EQ(Launch(QStringLiteral("/userid:\"Pat\"")), StartOutcome::kRunning);
   ASSERT_TRUE(application->hostConnection.Ready());
   OnServer(
@@ -71,13 +71,15 @@ TEST_F(SqlServerTest, WorksThereAndGoesOnAfterTheConnectionWasLost) {
   EXPECT_TRUE(application->statements.dbOpenRec(rows, QStringLiteral("SELECT 1")));
 }
 
-TEST_F(SqlServerTest, SaysInATestWhatIsWrong) {
+TEST_F(SqlServerTest, NamesTheProblemInATestOfTheConnection) {
   Set("SQLLoginUser", QStringLiteral("garage"));
   EXPECT_EQ(Problem(), ConnectionProblem::kNone);
   EXPECT_EQ(Problem("Nowhere"), ConnectionProblem::kNoDatabase);
-  engine.SetDatabaseStatus(QString::fromLatin1(kServerDatabase), QStringLiteral("OFFLINE"));
+  const auto master = engine.Connect({QString(), QStringLiteral("master")}, {}, 5);
+  const QString status = QStringLiteral("ALTER DATABASE [%1] SET ").arg(QLatin1String(kServerDatabase));
+  master->Execute(status + QStringLiteral("OFFLINE"));
   EXPECT_EQ(Problem(), ConnectionProblem::kDatabaseOffline);
-  engine.SetDatabaseStatus(QString::fromLatin1(kServerDatabase), QStringLiteral("ONLINE"));
+  master->Execute(status + QStringLiteral("ONLINE"));
   OnServer("DELETE FROM _Procedures WHERE Name = 'proc__OptionVersion'");
   EXPECT_EQ(Problem(), ConnectionProblem::kHostTablesMissing);
   OnServer(

@@ -1,5 +1,5 @@
-// An empty host database behind the real engine and the real statement routines. Header only: a test folder that uses
-// it links qbx_hostdb and qbx_test_wire.
+// An empty host database with the real engine and the real statement routines. A test folder that includes this links
+// qbx_hostdb and qbx_test_wire.
 
 #pragma once
 
@@ -14,8 +14,8 @@
 
 namespace qbx::test {
 
-/// Opens on a new host database, as user "TESTER". Statements of a test run below the statement routines and fail the
-/// test by themselves.
+/// A connection to a new host database, as user "TESTER". `Run`, `Ask` and `Rows` use the connection directly, and fail
+/// the test after an error.
 struct EmbeddedHost : TestServices {
   EmbeddedHost() {
     context.user = "TESTER";

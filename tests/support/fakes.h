@@ -14,24 +14,24 @@
 
 namespace qbx::test {
 
-/// A computer "WORKSHOP-PC" on which this process is 4711; the processes that live are those in `processes`.
+/// A computer "WORKSHOP-PC" with the running processes in `processes`. This process is 4711.
 class FakeHostInfo final : public HostInfo {
  public:
   QString computerName = "WORKSHOP-PC";
   qint64 processId = 4711;
-  QHash<qint64, qint64> processes = {{4711, 1000}};  ///< number to start
+  QHash<qint64, qint64> processes = {{4711, 1000}};  ///< start times by number
 
   [[nodiscard]] QString ComputerName() const override { return computerName; }
   [[nodiscard]] qint64 ProcessId() const override { return processId; }
   [[nodiscard]] qint64 ProcessStart(qint64 id) const override { return processes.value(id, 0); }
 };
 
-/// Services that exist are those in `states`. Requests are written down as "name:action" and change nothing else.
+/// Has the services in `states`. Keeps requests as "name:action", without other effects.
 class FakeServices final : public ServiceManager {
  public:
   bool available = true;
-  bool accept = true;    ///< what `Request` answers for a service that exists
-  QString listingError;  ///< not empty: `FindByListing` fails with it
+  bool accept = true;    ///< the result of `Request` for an existing service
+  QString listingError;  ///< unless empty: the failure of `FindByListing`
   QHash<QString, ServiceState> states;
   QStringList requests;
 
@@ -52,7 +52,7 @@ class FakeServices final : public ServiceManager {
   }
 };
 
-/// Writes down what it was asked for.
+/// Keeps all requests.
 class FakeShell final : public Shell {
  public:
   bool accept = true;
@@ -69,7 +69,7 @@ class FakeShell final : public Shell {
   }
 };
 
-/// Printers that keep what they print: the bytes of each file.
+/// Printers that keep the bytes of each printed file.
 class FakePrinters final : public Printers {
  public:
   struct Printed {
@@ -82,7 +82,7 @@ class FakePrinters final : public Printers {
       {.deviceId = "workshop", .name = "Workshop", .driver = {}, .port = {}}};
   PrinterAbilities abilities = {.bothSides = true, .trays = {"tray-1", "tray-2"}};
   QString problem;
-  bool silent = false;  ///< answers nothing until it is told to stop
+  bool silent = false;  ///< does not answer until it is told to stop
   std::vector<Printed> printed;
 
   std::vector<Printer> List(const std::stop_token& stop) override {

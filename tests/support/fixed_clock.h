@@ -6,7 +6,7 @@
 
 namespace qbx::test {
 
-/// Stands still until it is told otherwise. Starts at 4 March 2026, 10:20:30 local time (a Wednesday).
+/// Only moves when it is set. Starts at 4 March 2026, 10:20:30 local time (a Wednesday).
 class FixedClock final : public Clock {
  public:
   FixedClock() = default;

@@ -1,4 +1,4 @@
-// The main function of every test program: an application object for those parts of Qt that need one, then GoogleTest.
+// The main function of test programs: makes the application object that parts of Qt need, and runs GoogleTest.
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-// A registry that is gone with the test.
+// A registry in memory.
 
 #pragma once
 
@@ -7,12 +7,12 @@
 
 namespace qbx::test {
 
-/// Both hives in memory. `writeError`, when set, makes every write fail with that text.
+/// Has both hives. When `writeError` is set, every write fails with this text.
 class MemoryRegistryStore final : public RegistryStore {
  public:
   QString writeError;
 
-  /// Writes a value and makes the keys above it: the short way to set a test up.
+  /// Writes a value, and makes the keys above it. For setting up a test.
   void Put(RegistryHive hive, const QString& key, const QString& name, const QString& text);
   /// \return the value's data, empty when there is none
   [[nodiscard]] QString Get(RegistryHive hive, const QString& key, const QString& name);

@@ -1,11 +1,11 @@
-// How texts look in the message of a failed test.
+// Shows texts in the messages of failed tests.
 
 #pragma once
 
 #include <QString>
 #include <ostream>
 
-/// GoogleTest finds this by its name, and would print a QString unit by unit without it.
+/// GoogleTest calls this by its name. Without it, it would print each unit of a QString as a number.
 inline void PrintTo(const QString& text, std::ostream* stream) {
   *stream << '"' << text.toStdString() << '"';
 }

@@ -1,4 +1,4 @@
-// The gateway and the mail server on loopback, as a process of their own.
+// The gateway and the mail server on loopback, in another process.
 
 #pragma once
 
@@ -11,8 +11,8 @@
 
 namespace qbx::test {
 
-/// Starts a sandbox on free ports with an empty folder, waits until it answers, and ends it with the test. A sandbox
-/// that does not start fails the test.
+/// Starts a sandbox on free ports with an empty folder, waits until it answers, and ends it with the test. The test
+/// fails when the sandbox does not start.
 class SandboxProcess {
  public:
   /// \param arguments  more options of the sandbox, such as {"--credits", "5"}
@@ -25,18 +25,18 @@ class SandboxProcess {
   [[nodiscard]] int SmtpPort() const { return smtpPort_; }
   [[nodiscard]] int SmtpsPort() const { return smtpsPort_; }
   [[nodiscard]] QString Folder() const { return folder_.Path(); }
-  /// What `SMS_Server` has to be.
+  /// The value for `SMS_Server`.
   [[nodiscard]] QString Gateway() const { return QString("http://127.0.0.1:%1").arg(httpPort_); }
   /// The authority that signed the mail server's certificate (PEM).
   [[nodiscard]] QString AuthorityFile() const { return folder_.File("tls/ca.pem"); }
 
-  /// Asks the sandbox's page, such as "/api/mails".
+  /// Asks for a path of the sandbox's page, such as "/api/mails".
   /// \return the answer's body
   [[nodiscard]] QByteArray Ask(const QString& path) const;
-  /// Changes what numbers and recipients get; JSON as the sandbox's --help describes it.
+  /// Changes the answers for numbers and recipients. The sandbox's --help describes the JSON.
   void Steer(const QByteArray& wishes) const;
   void SetCredits(int credits) const;
-  /// Forgets everything received and steered; the credits are as at the start.
+  /// Forgets everything received and steered, and restores the credits.
   void Reset() const;
 
  private:

@@ -12,7 +12,7 @@
 
 namespace qbx::test {
 
-/// Answers from a script and writes down everything that was shown.
+/// Answers from a script, and keeps everything that was shown.
 ///
 ///   ScriptedUi ui;
 ///   ui.Answer("Do you wish to process", MessageAnswer::kYes);   // the next box whose text holds this
@@ -20,9 +20,9 @@ namespace qbx::test {
 ///   ...
 ///   EXPECT_THAT(ui.MessageTexts(), ElementsAre("Campaign saved."));
 ///
-/// A box with more than one button, and an input box, that nothing answers fail the test with their text (and get the
-/// answer "No", "Cancel", empty). So do answers left over at the end, except to "Lose any changes ...?",
-/// which comes only when something would be lost. A box with one button needs no answer.
+/// A box with several buttons, or an input box, without an answer in the script fails the test (and gets the answer
+/// "No", "Cancel", empty). Answers that are left at the end fail the test, too, except for "Lose any changes ...?",
+/// which only comes when something would be lost. A box with one button needs no answer.
 class ScriptedUi final : public UserInterface {
  public:
   using MessageRule = std::function<std::optional<MessageAnswer>(const Message&)>;
@@ -30,19 +30,19 @@ class ScriptedUi final : public UserInterface {
   ScriptedUi() = default;
   ~ScriptedUi() override;
 
-  /// Queues an answer for one box with several buttons whose text holds `part` (empty: any). The first that fits is
-  /// used up.
+  /// Adds an answer for one box with several buttons whose text has `part` (empty: any box). The first answer that fits
+  /// a box is used, once.
   void Answer(const QString& part, MessageAnswer answer);
-  /// Queues the text for the next input box whose prompt holds `part` (empty: any); an empty text is Cancel.
+  /// Adds a text for the next input box whose prompt has `part` (empty: any); an empty text means Cancel.
   void AnswerInput(const QString& text, const QString& part = {});
-  /// Asked for every message box before the queue, boxes with one button included; what it leaves open goes to the
-  /// queue. A place to look at the state behind the box as well.
+  /// Sets a function that is asked about every message box, before the added answers. When it gives none, they are
+  /// used. It can also check the state of the program during the box.
   void OnMessage(MessageRule rule) { rule_ = std::move(rule); }
-  /// Called by every PumpEvents, Pause and Wait: what the user does meanwhile.
+  /// Sets the user's actions during PumpEvents, Pause and Wait.
   void OnPump(std::function<void()> action) { pump_ = std::move(action); }
-  /// Called after every change of the status box.
+  /// Sets a function that is called after every change of the status box.
   void OnStatus(std::function<void(const StatusView&)> action) { status_ = std::move(action); }
-  /// Presses Cancel of the status box, which holds until the box shows another text.
+  /// Presses Cancel of the status box. This lasts until the box shows another text.
   void PressCancel() { cancelled_ = true; }
 
   [[nodiscard]] const std::vector<Message>& Messages() const { return messages_; }
@@ -56,9 +56,9 @@ class ScriptedUi final : public UserInterface {
   [[nodiscard]] int PumpCount() const { return pumps_; }
   /// Sum of all pauses in milliseconds.
   [[nodiscard]] qint64 PausedFor() const { return pausedFor_; }
-  /// Sum of all waits in milliseconds; none is slept.
+  /// Sum of all waits in milliseconds. They take no time.
   [[nodiscard]] qint64 WaitedFor() const { return waitedFor_; }
-  /// Forgets what was shown; queued answers stay.
+  /// Forgets what was shown, but keeps the answers.
   void Clear();
 
   void SetApplicationTitle(const QString& title) override { title_ = title; }

@@ -1,4 +1,4 @@
-// A folder that lives as long as a test.
+// A folder for the time of a test.
 
 #pragma once
 
@@ -10,11 +10,11 @@
 
 namespace qbx::test {
 
-/// Makes an empty folder (with a blank in its name, as users have) and removes it with all it holds.
+/// Makes an empty folder, with a blank in its name as on users' computers, and removes it with its contents.
 class TempFolder {
  public:
   TempFolder();
-  /// Stands on a folder that another process made and removes.
+  /// Uses a folder that another process makes and removes.
   explicit TempFolder(const QString& existing) : path_(existing) {}
 
   /// Without a separator at the end.

@@ -1,4 +1,5 @@
-// The log, the status box and the reports, in a folder of the test. Header only: who includes it links qbx_diagnostics.
+// The log, the status box and the error reports, in a folder of the test. A test folder that includes this links
+// qbx_diagnostics.
 
 #pragma once
 

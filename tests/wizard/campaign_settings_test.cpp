@@ -56,7 +56,7 @@ TEST(CampaignSettings, ARecordComesBackAsItWas) {
   EXPECT_EQ(copy, FullRecord());
 }
 
-TEST(CampaignSettings, NumbersAndDatesThatAreNone) {
+TEST(CampaignSettings, ReadsTextsThatAreNoNumberOrDate) {
   WizardState state;
   state.options.dteDate = {QDate(), QDate(2026, 1, 2)};
   state.options.txtCriteria = "12.5 rows";

@@ -50,7 +50,6 @@ void PrepareFile(SqliteDatabase& database) {
   database.Run("SELECT count(*) FROM sqlite_master");
   database.Run("PRAGMA journal_mode = WAL");
   database.Run("PRAGMA synchronous = FULL");
-  database.Run("PRAGMA foreign_keys = ON");
   // Kilobytes. With less, a query over tens of thousands of customers spills. More gains nothing, and thousands of
   // letters fill any size.
   database.Run("PRAGMA cache_size = -11000");
@@ -109,10 +108,6 @@ std::shared_ptr<SqliteDatabase> EmbeddedEngine::Open(const QString& name, const 
   RegisterFunctions(database->Handle(), clock_);
   RegisterServerFunctions(database->Handle(), files_);
   return database;
-}
-
-void EmbeddedEngine::SetDatabaseStatus(const QString& database, const QString& status) const {
-  files_->SetStatus(database, status);
 }
 
 }  // namespace qbx

@@ -47,10 +47,6 @@ class EmbeddedEngine {
   /// `Connect` in the form that a Connection takes. The engine must outlive it.
   [[nodiscard]] SessionFactory Factory();
 
-  /// Brings a database online or takes it offline. Open sessions stay open.
-  /// \throws DatabaseError (5011) when the database does not exist
-  void SetDatabaseStatus(const QString& database, const QString& status) const;
-
   /// Ends every open session, as a restarted server does: its next call fails with kUnspecifiedError. For tests.
   void BreakSessions() { ++*generation_; }
 

@@ -99,12 +99,6 @@ DatabaseError ConstraintError(int code, const QString& message, const FailureCon
           kConflict,
           QStringLiteral("%1 statement conflicted with CHECK constraint '%2'. The conflict occurred in database '%3'.")
               .arg(Verb(context.statement), detail, context.database));
-    case SQLITE_CONSTRAINT_FOREIGNKEY:
-      return ServerError(
-          kConflict,
-          QStringLiteral(
-              "The %1 statement conflicted with a FOREIGN KEY constraint. The conflict occurred in database '%2'.")
-              .arg(Verb(context.statement), context.database));
     case SQLITE_CONSTRAINT_TRIGGER:
       return ServerError(kUserError, message);
     default:

@@ -27,8 +27,7 @@ struct FailureContext {
 /// The message for a file that SQLite cannot read as a database.
 [[nodiscard]] QString NoDatabaseText(const QString& file);
 
-/// A failure of SQLite as an error of the server. For violated foreign keys, which need their names, see
-/// foreign_keys.h.
+/// A failure of SQLite as an error of the server.
 [[nodiscard]] DatabaseError ErrorFromSqlite(const SqliteFailure& failure, const FailureContext& context);
 
 }  // namespace qbx

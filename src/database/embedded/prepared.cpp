@@ -2,8 +2,6 @@
 
 #include <sqlite3.h>
 
-#include "database/embedded/foreign_keys.h"
-
 namespace qbx {
 namespace {
 
@@ -151,7 +149,6 @@ bool StatementLease::Step() {
   const int code = statement_->statement_.StepOnly();
   if (code == SQLITE_ROW) return true;
   if (code == SQLITE_DONE) return false;
-  if (code == SQLITE_CONSTRAINT_FOREIGNKEY) throw ForeignKeyError(*statement_);
   statement_->Database().Fail(code, QString::fromStdString(statement_->Sql()));
 }
 

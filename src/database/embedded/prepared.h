@@ -30,7 +30,6 @@ class PreparedStatement {
   PreparedStatement& operator=(const PreparedStatement&) = delete;
 
   [[nodiscard]] sqlite3_stmt* Handle() const { return statement_.Handle(); }
-  [[nodiscard]] SqliteStatement& Statement() { return statement_; }
   [[nodiscard]] SqliteDatabase& Database() const { return *database_; }
   [[nodiscard]] const std::shared_ptr<SqliteDatabase>& SharedDatabase() const { return database_; }
   [[nodiscard]] const std::string& Sql() const { return sql_; }
@@ -76,7 +75,7 @@ class StatementLease {
   void Bind(int index, const Value& value);
 
   /// \return true at a row, false at the end
-  /// \throws DatabaseError; a violated foreign key with its names
+  /// \throws DatabaseError
   bool Step();
   /// Steps to the end and discards the rows.
   void Finish() {

@@ -2,8 +2,6 @@
 
 #pragma once
 
-#include <memory>
-
 #include "database/embedded/prepared.h"
 #include "database/session.h"
 

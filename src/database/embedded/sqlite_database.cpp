@@ -89,11 +89,7 @@ void SqliteDatabase::Run(const char* sql) {
 }
 
 void SqliteDatabase::Fail(int code, const QString& statement) {
-  throw Error(code, statement);
-}
-
-DatabaseError SqliteDatabase::Error(int code, const QString& statement) const {
-  return Error(SqliteFailure(Handle(), code), statement);
+  throw Error(SqliteFailure(Handle(), code), statement);
 }
 
 DatabaseError SqliteDatabase::Error(const SqliteFailure& failure, const QString& statement) const {

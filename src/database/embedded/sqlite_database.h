@@ -53,7 +53,6 @@ class SqliteDatabase {
   /// \throws DatabaseError for the last failure
   [[noreturn]] void Fail(int code, const QString& statement = {});
   /// The last failure. Call it before another statement runs.
-  [[nodiscard]] DatabaseError Error(int code, const QString& statement = {}) const;
   [[nodiscard]] DatabaseError Error(const SqliteFailure& failure, const QString& statement = {}) const;
 
  private:

@@ -3,11 +3,11 @@
 namespace qbx {
 namespace {
 
-// The name of the one entry of FreeTDS's file. Where the driver does not find the file it takes this for a host, so
-// that it must never be one.
+// The name of the only entry of FreeTDS's file. Without the file, the driver takes it for the name of a host. So it
+// must be a name that no host can have.
 const QLatin1String kEntry("sqlserver.invalid");
 
-/// A driver's way to write a value.
+/// How a driver reads values in a connection string.
 enum class Dialect { kFreeTds, kMicrosoft };
 
 Dialect DialectOf(const QString& driver) {
@@ -16,15 +16,16 @@ Dialect DialectOf(const QString& driver) {
   return microsoft ? Dialect::kMicrosoft : Dialect::kFreeTds;
 }
 
-/// \throws DatabaseError  naming what the value is, never the value
+/// \param what  the name of the value; the error never shows the value itself
+/// \throws DatabaseError (kUnusableSetting)
 [[noreturn]] void RefuseValue(const QString& what) {
   const QString text =
       QStringLiteral("%1 holds characters that cannot be handed to the database driver. Choose another one.").arg(what);
   throw DatabaseError(kUnusableSetting, text, {{0, QString(), text}});
 }
 
-/// The value in braces, so that nothing in it means anything. FreeTDS takes it as it stands up to the first "};",
-/// Microsoft's driver up to the first brace that is not doubled.
+/// The value in braces, which take the special meaning from all its characters. FreeTDS reads the value up to the first
+/// "};". Microsoft's driver reads it up to the first brace that is not doubled.
 QString Braced(QString value, Dialect dialect, const QString& what) {
   if (value.contains(QChar(u'\0'))) RefuseValue(what);
   if (dialect == Dialect::kMicrosoft)
@@ -34,7 +35,8 @@ QString Braced(QString value, Dialect dialect, const QString& what) {
   return u'{' + value + u'}';
 }
 
-/// One entry that the connection string names: the certificate is checked against the host's name in it.
+/// The content of FreeTDS's file: the entry that the connection string names. FreeTDS compares the certificate with the
+/// host in this entry.
 QString FreeTdsFile(const ServerAddress& address, const OdbcSettings& settings) {
   if (settings.authorities.contains(u'\n')) RefuseValue(QStringLiteral("The name of the file of authorities"));
   const QString authorities = settings.authorities.isEmpty() ? QStringLiteral("system") : settings.authorities;
@@ -43,16 +45,16 @@ QString FreeTdsFile(const ServerAddress& address, const OdbcSettings& settings) 
       .arg(kEntry, address.host, QString::number(address.port), authorities);
 }
 
-/// The words in front of the database and the login.
+/// The keywords before the database and the login.
 QString ServerWords(const ServerAddress& address, const OdbcSettings& settings, Dialect dialect) {
   const QString port = QString::number(address.port);
   if (dialect == Dialect::kMicrosoft)
-    // The program opens a lost connection again itself, and has to know that it was lost.
+    // The driver must not reconnect: the program does it itself, and must know that the connection was lost.
     return QStringLiteral("Server=tcp:%1,%2;Encrypt=%3;TrustServerCertificate=no;ConnectRetryCount=0;")
         .arg(address.host, port, settings.encrypt ? QStringLiteral("yes") : QStringLiteral("no"));
   if (settings.encrypt)
     return QStringLiteral("Servername=%1;TDS_Version=7.4;ClientCharset=UTF-8;Encryption=require;").arg(kEntry);
-  // Large packets save a third of the time that this computer spends on a large result.
+  // With large packets, a large result takes this computer a third less time.
   return QStringLiteral("Server=%1;Port=%2;TDS_Version=7.4;ClientCharset=UTF-8;Encryption=request;PacketSize=32767;")
       .arg(address.host, port);
 }
@@ -68,16 +70,15 @@ OdbcConnectionString ComposeConnectionString(const ServerAddress& address, const
   const auto add = [&](const char* word, const QString& value, const QString& what) {
     text += QLatin1String(word) + Braced(value, dialect, what) + u';';
   };
-  // The interpretation of errors looks for English words, and dates in statements are written year, month, day.
+  // The interpretation of errors looks for English words. With this language, the server also reads the dates of
+  // statements as year, month, day.
   text += QLatin1String("Language=us_english;");
   if (!settings.application.isEmpty()) add("APP=", settings.application, QStringLiteral("The program's name"));
   add("Database=", database, QStringLiteral("The database's name"));
   add("UID=", login.user, QStringLiteral("The user of the database login"));
-  // The password comes last: the driver manager reads "}}" as one brace, which must not swallow a word behind it.
-  OdbcConnectionString composed;
-  composed.forLog = text + QLatin1String("PWD=***;");
+  // The password comes last: the driver manager reads "}}" as one brace, and a keyword after it would be lost.
   add("PWD=", login.password, QStringLiteral("The password of the database login"));
-  composed.text = text;
+  OdbcConnectionString composed = {.text = text};
   if (dialect == Dialect::kFreeTds && settings.encrypt) composed.freeTdsFile = FreeTdsFile(address, settings);
   return composed;
 }

@@ -1,4 +1,4 @@
-// What an ODBC driver is told to connect with.
+// The connection string of an ODBC driver.
 
 #pragma once
 
@@ -11,27 +11,26 @@ namespace qbx {
 
 /// How the program reaches a SQL Server.
 struct OdbcSettings {
-  QString driver = QStringLiteral("FreeTDS");  ///< the driver's name as registered, or the file of its library
-  bool encrypt = false;  ///< all is encrypted and the server's certificate checked, or no connection
-  /// FreeTDS: a file (PEM) of the authorities that sign certificates; empty: the system's. Microsoft's driver asks the
-  /// system always.
+  QString driver = QStringLiteral("FreeTDS");  ///< the driver's registered name, or the file of its library
+  bool encrypt = false;  ///< encrypts everything and checks the server's certificate, or refuses to connect
+  /// FreeTDS only: a file (PEM) of the authorities that sign certificates; empty: the system's. Microsoft's driver
+  /// always uses the system's.
   QString authorities = {};
-  QString application = {};  ///< what the server shows for this program
-  QString refusal = {};      ///< why nothing may be connected to with what is set; empty: it may
+  QString application = {};  ///< the name of this program that the server shows
+  QString refusal = {};      ///< why these settings allow no connection; empty: they do
 };
 
-/// The strings for one connection. Time limits are no part of them: FreeTDS has one word for those of the log-in and of
-/// every statement, Microsoft's driver none. They are attributes of the connection.
+/// What a driver needs for one connection. Time limits are no part of it, but attributes of the connection: FreeTDS has
+/// one keyword for the time limits of the log-in and of all statements, Microsoft's driver has none.
 struct OdbcConnectionString {
-  QString text;    ///< for SQLDriverConnectW; holds the password, so it is never shown or logged
-  QString forLog;  ///< the same with "***" for the password
-  /// The file that FreeTDS has to find by its environment variable FREETDSCONF, since it checks a certificate in no
-  /// other way; empty where no file is needed.
-  QString freeTdsFile;
+  QString text;  ///< for SQLDriverConnectW; never shown or logged, because it holds the password
+  /// The content of the file that the environment variable FREETDSCONF names; empty when no file is needed. Without
+  /// this file, FreeTDS does not check certificates.
+  QString freeTdsFile = {};
 };
 
-/// \param address   with its port
-/// \throws DatabaseError  for what the driver cannot be told, as a password with "};" in it
+/// \param address  with its port
+/// \throws DatabaseError (kUnusableSetting)  when the driver cannot read a value, for example a password with "};"
 [[nodiscard]] OdbcConnectionString ComposeConnectionString(const ServerAddress& address, const QString& database,
                                                            const Login& login, const OdbcSettings& settings);
 

@@ -25,17 +25,17 @@ using SteadyClock = std::chrono::steady_clock;
 using Addresses = std::shared_ptr<addrinfo>;
 
 constexpr auto kAskAgain = std::chrono::milliseconds(500);
-constexpr char kQuestion = 4;  // "at which port is the instance of this name?"
+constexpr char kQuestion = 4;  // "which port has the instance of this name?"
 constexpr char kAnswer = 5;
-constexpr qsizetype kAnswerHeader = 3;         // the mark and the length, low byte first
+constexpr qsizetype kAnswerHeader = 3;         // kAnswer and the length, low byte first
 constexpr std::size_t kLongestAnswer = 65536;  // more than a datagram holds
-constexpr int kNoNetwork = -1;                 // an instance that accepts no connections over the network
+constexpr int kNoNetwork = -1;                 // the instance accepts no connections over the network
 
 [[noreturn]] void Fail(int number, const QString& text) {
   throw DatabaseError(number, text, {{0, QString(), text}});
 }
 
-/// The time that is left, and what goes on meanwhile.
+/// The time left for a search. Keeps the caller's pump going meanwhile.
 class Waiting {
  public:
   explicit Waiting(const InstanceSearch& search) : search_(search), end_(SteadyClock::now() + search.limit) {}
@@ -54,7 +54,7 @@ class Waiting {
   SteadyClock::time_point end_;
 };
 
-/// A datagram socket that hears one computer only.
+/// A datagram socket that receives from one computer only.
 class Datagrams {
  public:
   explicit Datagrams(const addrinfo& peer)
@@ -74,7 +74,7 @@ class Datagrams {
     if (IsOpen() && ::send(socket_, bytes.constData(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL) < 0)
       CloseUnlessBusy();
   }
-  /// One datagram, or nothing; a computer where nobody listens closes the socket.
+  /// Receives one datagram, if there is one. Closes the socket when nobody listens at the port.
   std::optional<QByteArray> Receive() {
     QByteArray bytes(kLongestAnswer, Qt::Uninitialized);
     const ssize_t length = ::recv(socket_, bytes.data(), kLongestAnswer, 0);
@@ -102,7 +102,7 @@ Addresses LookUp(const std::string& host, const std::string& port) {
   return {found, ::freeaddrinfo};
 }
 
-/// The addresses of a host; none when it has none, or when looking for them took too long.
+/// The addresses of a host; null when it has none, or the look-up takes too long.
 Addresses AddressesOf(const QString& host, int port, const Waiting& waiting) {
   std::promise<Addresses> promise;
   std::future<Addresses> found = promise.get_future();
@@ -115,8 +115,8 @@ Addresses AddressesOf(const QString& host, int port, const Waiting& waiting) {
   return found.get();
 }
 
-/// The port of an instance in an answer, a list "key;value;key;value;;" for each instance that it tells of.
-/// \return nothing when the answer is none, or does not tell of the instance
+/// The port of an instance in an answer, which has a list "key;value;key;value;;" for each instance.
+/// \return kNoNetwork for an instance without a port; nothing when the bytes are no answer or lack the instance
 std::optional<int> PortInAnswer(const QByteArray& answer, const QString& instance) {
   if (answer.size() < kAnswerHeader || answer[0] != kAnswer) return std::nullopt;
   const int length = static_cast<quint8>(answer[1]) + 256 * static_cast<quint8>(answer[2]);
@@ -129,7 +129,7 @@ std::optional<int> PortInAnswer(const QByteArray& answer, const QString& instanc
     const QString& value = words[at + 1];
     if (EqualsNoCase(key, QStringLiteral("InstanceName"))) isOurs = EqualsNoCase(value, instance);
     if (key == QLatin1String("tcp")) {
-      const int number = value.toUShort();  // 0 for what is no port
+      const int number = value.toUShort();  // 0: no number of a port
       port = number > 0 ? number : kNoNetwork;
     }
     if (key.isEmpty() && isOurs) return port;
@@ -139,8 +139,8 @@ std::optional<int> PortInAnswer(const QByteArray& answer, const QString& instanc
   return isOurs ? std::optional(port) : std::nullopt;
 }
 
-/// Asks all addresses of the host, and takes the first answer that tells of the instance.
-/// \return nothing when the time is over, or nobody listens
+/// Asks all addresses of the host, and takes the first answer that lists the instance.
+/// \return kNoNetwork for an instance without a port; nothing when the time is over, or nobody listens
 std::optional<int> AskForPort(const addrinfo* first, const QString& instance, const Waiting& waiting) {
   const QByteArray question = kQuestion + instance.toUtf8() + '\0';
   std::vector<Datagrams> sockets;

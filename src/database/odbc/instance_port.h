@@ -1,4 +1,4 @@
-// At which port an instance listens: asked of the service on the server that knows its instances.
+// Finds the port of an instance: a service on the server's computer knows the ports of its instances.
 
 #pragma once
 
@@ -10,23 +10,24 @@
 
 namespace qbx {
 
-/// How the answer is waited for.
+/// How to wait for the answer.
 struct InstanceSearch {
-  std::chrono::milliseconds limit = std::chrono::seconds(2);  ///< for the host's address and the answer together
+  std::chrono::milliseconds limit = std::chrono::seconds(2);  ///< for finding the host and waiting for the answer
   std::function<void()> pump = {};                            ///< called every 10 ms; may be empty
   std::function<bool()> cancelled = {};                       ///< asked every 10 ms; may be empty
-  int port = 1434;                                            ///< of the service, UDP
+  int port = 1434;                                            ///< UDP port of the service
 };
 
-/// Reads a server's name and finds out the port where none was written, so that a driver has only to connect.
+/// Reads a server's name, and finds the port of its instance when the name has no port.
 ///
 ///   const ServerAddress address = LocateServer(target.server, {.pump = pump});
 ///
-/// The question is asked again every half second, since a datagram may be lost. What is no answer to it is passed over;
-/// it comes from the asked computer only. Any thread may call this; the host's address is looked up in one of its own,
-/// because that cannot be interrupted.
+/// Asks the service again every half second, because a datagram may be lost. Accepts datagrams from the server's
+/// computer only, and ignores what is not the answer. Any thread may call this. A thread of its own looks up the host's
+/// address, because a look-up cannot be interrupted.
 /// \return the address, always with a port
-/// \throws DatabaseError  kUnspecifiedError where the port could not be found out, kCommandCancelled
+/// \throws DatabaseError  kUnusableSetting when the name cannot be a server's, kUnspecifiedError when the port was not
+///                        found, kCommandCancelled
 [[nodiscard]] ServerAddress LocateServer(const QString& server, const InstanceSearch& search = {});
 
 }  // namespace qbx

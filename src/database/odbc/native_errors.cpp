@@ -18,7 +18,7 @@ enum NativeNumber {
   kDatabaseChanged = 5701,
   kLanguageChanged = 5703,
   kLoginFailed = 18456,
-  // FreeTDS's own, for which this range is reserved
+  // the range of FreeTDS's own numbers
   kFirstOfFreeTds = 20000,
   kConnectionFailed = 20002,
   kTimeOut = 20003,
@@ -31,8 +31,8 @@ const QLatin1String kServerPrefix("[SQL Server]");
 const QLatin1String kWarningState("01000");
 const QLatin1String kTimeOutState("HYT00");
 
-/// How the server words an error today, and how it is known here. Without words of today's, those that are known are
-/// put in front where the text does not have them: the server may speak another language.
+/// The words of a current server for an error, and the words that the interpretation of errors looks for. When `today`
+/// is empty, a text in another language gets the known words in front of it.
 struct Wording {
   int number;
   const char* today;
@@ -49,7 +49,7 @@ constexpr std::array kWordings = {
     Wording{kLoginFailed, "", "Login failed for user"},
 };
 
-/// Where the server's own text begins, behind the prefixes.
+/// Where the server's own text begins, after the prefixes.
 qsizetype StartOfText(const QString& text) {
   const qsizetype server = text.indexOf(kServerPrefix);
   if (server >= 0) return server + kServerPrefix.size();
@@ -71,7 +71,7 @@ bool IsFromServer(const NativeError& record) {
 
 namespace {
 
-/// Whether a record says nothing about a failure.
+/// Whether a record tells nothing about a failure.
 bool IsNoise(const NativeError& record) {
   return record.number == kDatabaseChanged || record.number == kLanguageChanged || record.number == kSeeServerErrors;
 }
@@ -102,7 +102,8 @@ std::vector<ProviderError> InKnownWords(const std::vector<NativeError>& records,
   return errors;
 }
 
-/// The error that the others go with. A database that cannot be opened comes with a failed login, which it is not.
+/// The error that gives the whole its number and text. A server also reports a failed login when it cannot open the
+/// database; then the database's error leads.
 const ProviderError& LeadingError(const std::vector<ProviderError>& errors) {
   auto lead = std::ranges::find(errors, static_cast<int>(kCannotOpenDatabase), &ProviderError::number);
   if (lead == errors.end())
@@ -110,7 +111,7 @@ const ProviderError& LeadingError(const std::vector<ProviderError>& errors) {
   return lead == errors.end() ? errors.front() : *lead;
 }
 
-/// An error with words of its own, what the server said behind it.
+/// An error with a text of the program, followed by the server's errors.
 DatabaseError OwnError(int number, ProviderError own, const std::vector<NativeError>& records) {
   std::vector<ProviderError> errors = InKnownWords(records, true);
   QString text = own.description;
@@ -132,7 +133,7 @@ bool SaysEnd(const ProviderError& error) {
   return error.number == kUnexpectedEnd;
 }
 
-/// The driver manager's own: no such driver is registered, or its library cannot be loaded.
+/// Whether the driver manager reports that the driver is not registered, or that its library cannot be loaded.
 bool SaysNoDriver(const NativeError& record) {
   return record.sqlState == QLatin1String("IM002") || record.sqlState == QLatin1String("IM003") ||
          record.text.contains(QLatin1String("Can't open lib"));

@@ -1,4 +1,4 @@
-// A driver's errors in the words and numbers that the rest of the program knows.
+// Turns a driver's errors into DatabaseError, with the words and numbers that the program interprets.
 
 #pragma once
 
@@ -11,47 +11,48 @@ namespace qbx {
 
 /// One diagnostic record of a driver.
 struct NativeError {
-  int number = 0;    ///< the native one: the server's, or the driver's own
-  QString sqlState;  ///< five characters; drivers differ too much in it to go by it, but for a time-out
-  QString text;      ///< with the prefixes in brackets
+  int number = 0;    ///< the server's, or the driver's own
+  QString sqlState;  ///< five characters; drivers disagree about most states, so few are looked at
+  QString text;      ///< with its prefixes in brackets
 };
 
-/// Whether it is an error of the server, not one of the driver's own.
+/// Whether the record is the server's, not the driver's own.
 [[nodiscard]] bool IsFromServer(const NativeError& record);
 
 /// What the session knows about a failed call besides its records.
 enum class CallEnd {
   kFailed,
-  kTimedOut,   ///< its time was over, and it was cancelled for that
-  kCancelled,  ///< the user cancelled it
+  kTimedOut,   ///< cancelled because its time was over
+  kCancelled,  ///< cancelled by the user
 };
 
-/// The failure of a statement or a call. Today's servers no longer word some failures as the interpretation of errors
-/// looks for them, and quote names with double quotes where it cuts at single ones: both are put back. Of the driver's
-/// own records those that only say that something failed are left out.
-/// \param records  all of them, in the driver's order
-/// \param dead     whether the driver counts the connection as dead since the call. Then the error is that of a lost
-///                 connection, with what the server said before it behind it; except where the time was over or the
-///                 user cancelled: a repetition would take as long again, and the next call finds the connection dead.
+/// The failure of a statement or a call. Current servers word some errors differently from the words that the
+/// interpretation of errors looks for, and put names in double quotes instead of single ones. The result has the words
+/// and quotes of the interpretation. It leaves out the driver's records that only say that something failed.
+/// \param records  all records, in the driver's order
+/// \param dead     whether the connection was lost in this call. Then the error is that of a lost connection, followed
+///                 by the server's errors. But a time-out and a cancelling keep their own error: the caller would
+///                 repeat the call after a lost connection, which would take as long again. The next call reports the
+///                 loss.
 [[nodiscard]] DatabaseError FailureOfCall(const std::vector<NativeError>& records, bool dead,
                                           CallEnd end = CallEnd::kFailed);
 
-/// What came between the attempt to connect and the connection, as far as a driver tells.
+/// Why an attempt to connect failed, as far as a driver tells it.
 enum class NoConnection {
   kTimedOut,
   kEnded,         ///< the server ended the connection before it answered the login
-  kNotEncrypted,  ///< the certificate is not trusted, or there is none. FreeTDS says the same of a reset connection.
+  kNotEncrypted,  ///< there is no trusted certificate. FreeTDS reports a reset connection in the same way.
   kUnknown,
 };
 
-/// \param errors   of the failure to connect
-/// \param encrypt  whether an encrypted connection was asked for
+/// \param errors   the errors of the failed attempt
+/// \param encrypt  whether the program wanted an encrypted connection
 [[nodiscard]] NoConnection WhyNoConnection(const std::vector<ProviderError>& errors, bool encrypt);
 
-/// The failure to connect. What the server said counts; without a word of it the error is kNoDriver where the driver is
+/// The error of a failed attempt to connect: the server's error, if it sent one. Otherwise kNoDriver when the driver is
 /// missing, else kUnspecifiedError.
-/// \param driver   its name
-/// \param encrypt  whether an encrypted connection was asked for
+/// \param driver   the driver's name
+/// \param encrypt  whether the program wanted an encrypted connection
 [[nodiscard]] DatabaseError FailureToConnect(const std::vector<NativeError>& records, const QString& driver,
                                              bool encrypt);
 

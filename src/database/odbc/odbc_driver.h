@@ -1,10 +1,9 @@
-// The way to every SQL Server: an ODBC driver, as it is set up.
+// The ODBC driver of the program, and its settings.
 
 #pragma once
 
 #include <QTemporaryDir>
 #include <memory>
-#include <optional>
 
 #include "database/connection.h"
 #include "database/odbc/connection_string.h"
@@ -13,7 +12,7 @@
 
 namespace qbx {
 
-/// Makes the sessions of one program.
+/// Makes all sessions of the program with SQL Servers.
 ///
 ///   OdbcDriver driver;
 ///   driver.SetUp({.encrypt = true});
@@ -25,26 +24,26 @@ class OdbcDriver {
   OdbcDriver& operator=(const OdbcDriver&) = delete;
   ~OdbcDriver();
 
-  /// Holds for connections that are made afterwards. On the thread that the program began with: FreeTDS takes its file
-  /// of settings from the environment.
+  /// Sets up later connections. Only the main thread may call it, because it changes an environment variable: FreeTDS
+  /// takes the name of its file of settings from there.
   void SetUp(const OdbcSettings& settings);
   [[nodiscard]] const OdbcSettings& Settings() const { return settings_; }
 
-  /// \throws DatabaseError  kNoDriver where the driver is not installed; kUnusableSetting, before anything is sent,
-  ///                        where the driver cannot be told what is set
+  /// \throws DatabaseError  kNoDriver when the driver is not installed; kUnusableSetting when the settings or the names
+  ///                        cannot be used, and nothing was sent to the server
   [[nodiscard]] std::unique_ptr<Session> Connect(const ConnectionTarget& target, const Login& login,
                                                  int loginTimeoutSeconds);
-  /// `Connect` as a Connection takes it; the driver must outlive it and its sessions.
+  /// `Connect` as a function for a Connection. The driver must outlive the Connection and its sessions.
   [[nodiscard]] SessionFactory Factory();
 
-  /// Exchanges with servers so far, without those of connecting.
+  /// The number of exchanges with servers so far. Connecting does not count.
   [[nodiscard]] qint64 RoundTripCount() const { return roundTrips_; }
 
  private:
   void WriteFreeTdsFile(const QString& text) const;
 
   OdbcSettings settings_;
-  std::unique_ptr<QTemporaryDir> folder_;  // that no other user can look into
+  std::unique_ptr<QTemporaryDir> folder_;  // no other user can read it
   RoundTrips roundTrips_ = 0;
 };
 

@@ -1,4 +1,4 @@
-// The handles of the ODBC driver manager, with owners.
+// The handles of the ODBC driver manager, as objects that free them.
 
 #pragma once
 
@@ -14,22 +14,22 @@
 
 namespace qbx {
 
-/// What the parts of a session throw among themselves: the records of a call that failed.
+/// The records of a failed call. The parts of a session throw it; it never leaves the session.
 struct OdbcFailure {
   std::vector<NativeError> records;
 };
 
-/// One handle of the driver manager, freed with its owner.
+/// Owns one handle of the driver manager.
 class OdbcHandle {
  public:
-  /// \throws DatabaseError  when the driver manager has none to give
+  /// \throws DatabaseError  when the driver manager has no handle left
   OdbcHandle(SQLSMALLINT type, SQLHANDLE parent);
   OdbcHandle(OdbcHandle&& other) noexcept : type_(other.type_), handle_(std::exchange(other.handle_, nullptr)) {}
   OdbcHandle& operator=(OdbcHandle&&) = delete;
   ~OdbcHandle();
 
   [[nodiscard]] SQLHANDLE Get() const { return handle_; }
-  /// All records of the last call; any other call on the handle wipes them.
+  /// All records of the last call on the handle. The next call deletes them.
   [[nodiscard]] std::vector<NativeError> Records() const;
 
  private:
@@ -37,12 +37,12 @@ class OdbcHandle {
   SQLHANDLE handle_ = nullptr;
 };
 
-/// A number as attributes are handed over.
+/// A number as the value of an attribute.
 [[nodiscard]] inline SQLPOINTER OdbcNumber(std::size_t number) {
   return std::bit_cast<SQLPOINTER>(number);
 }
 
-/// A text as the driver manager takes it, ended by a zero.
+/// A text as the driver manager wants it, with a zero at its end.
 [[nodiscard]] std::vector<SQLWCHAR> OdbcText(const QString& text);
 
 }  // namespace qbx

@@ -7,7 +7,7 @@
 namespace qbx {
 namespace {
 
-// The driver's own limit goes first where the server says nothing at all.
+// The watchdog barks this long after the time limit. When the server sends nothing, the driver's own limit comes first.
 constexpr auto kGrace = std::chrono::milliseconds(250);
 constexpr auto kCancelAgain = std::chrono::milliseconds(500);
 const QLatin1String kCursorStateWrong("24000");
@@ -37,7 +37,7 @@ OdbcLink::OdbcLink(const QString& text, int loginTimeoutSeconds, RoundTrips& rou
   std::vector<SQLWCHAR> units = OdbcText(text);
   const SQLRETURN connected =
       ::SQLDriverConnectW(connection_.Get(), nullptr, units.data(), SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
-  std::ranges::fill(units, SQLWCHAR{0});  // it holds the password
+  std::ranges::fill(units, SQLWCHAR{0});  // the password
   if (!SQL_SUCCEEDED(connected)) throw OdbcFailure{connection_.Records()};
   dataAnywhere_ = FetchesAnywhere(connection_);
   answered_ = std::chrono::steady_clock::now();
@@ -66,8 +66,8 @@ void OdbcLink::TimeIsOver() {
   Cancel();
 }
 
-/// A cancelling that meets the very end of a statement confuses the driver, so it is not asked for over and over; one
-/// that came before the statement was on its way is lost, so it is asked for again.
+/// One cancelling is not enough: the driver ignores it before it has sent the statement. Too many do harm: a cancelling
+/// at the end of a statement confuses the driver. So there is a pause between two of them.
 void OdbcLink::Cancel() {
   const auto now = std::chrono::steady_clock::now();
   if (now - cancelled_ < kCancelAgain) return;
@@ -83,7 +83,7 @@ bool OdbcLink::DriverSaysDead() const {
 
 void OdbcLink::Fail(const std::vector<NativeError>& records) {
   failed_ = true;
-  // No statement is left half read here, so a driver that says so does not recover.
+  // This program reads every result to its end. A driver that claims otherwise is confused, and does not recover.
   dead_ = dead_ || DriverSaysDead() || std::ranges::any_of(records, [](const NativeError& record) {
             return record.number == 0 && record.sqlState == kCursorStateWrong;
           });

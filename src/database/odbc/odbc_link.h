@@ -1,5 +1,5 @@
-// One connection with a server, and what concerns every call over it: whose turn it is, how long it may take, whether
-// somebody wants it to end, and whether the connection is still there.
+// One connection with a server, and what all its calls share: the running statement, the time limit, interruption, and
+// whether the connection is lost.
 
 #pragma once
 
@@ -17,13 +17,13 @@ namespace qbx {
 
 class OpenRows;
 
-/// Counts exchanges with servers: each is a wait for the network.
+/// Counts exchanges with servers. Each one waits for the network.
 using RoundTrips = std::atomic<qint64>;
 
 class OdbcLink {
  public:
   /// Connects.
-  /// \param text  for the driver; overwritten
+  /// \param text  the connection string; its copy for the driver is overwritten, because it holds the password
   /// \throws OdbcFailure
   OdbcLink(const QString& text, int loginTimeoutSeconds, RoundTrips& roundTrips);
   ~OdbcLink();
@@ -31,43 +31,43 @@ class OdbcLink {
   OdbcLink& operator=(const OdbcLink&) = delete;
 
   [[nodiscard]] const OdbcHandle& Handle() const { return connection_; }
-  /// Whether the driver fetches piece by piece anywhere in a row.
+  /// Whether the driver can fetch every column of a row piece by piece, not only those after the last bound one.
   [[nodiscard]] bool DataAnywhere() const { return dataAnywhere_; }
   [[nodiscard]] bool IsDead() const { return dead_; }
-  /// When the server last answered.
+  /// When the server answered last.
   [[nodiscard]] std::chrono::steady_clock::time_point Answered() const { return answered_; }
 
   [[nodiscard]] int TimeLimit() const { return timeLimit_; }
   void SetTimeLimit(int seconds) { timeLimit_ = seconds; }
-  /// What is left of the time limit of a statement; nothing when there is no limit.
+  /// The rest of a statement's time limit; nothing when there is no limit.
   [[nodiscard]] std::optional<std::chrono::nanoseconds> TimeLeftSince(
       std::chrono::steady_clock::time_point started) const;
 
   void Interrupt();
   void ForgetInterruption() { interrupted_ = false; }
 
-  /// Whether something failed since this was asked last: then the server may have undone the transaction.
+  /// Whether a call failed since this was asked last. After a failure, the server may have rolled back the transaction.
   [[nodiscard]] bool TakeFailed() { return std::exchange(failed_, false); }
 
-  /// Ends a call that failed.
-  /// \param records  of the handle that was called, read before anything else was
+  /// Throws the error of a failed call.
+  /// \param records  of the called handle, read before any other call on it
   /// \throws DatabaseError
   [[noreturn]] void Fail(const std::vector<NativeError>& records);
 
-  /// Ends the connection, so that the server undoes what is open. No statement may live.
+  /// Ends the connection, so that the server rolls back the open transaction. No statement may exist.
   void GiveUp();
 
   enum class MayInterrupt { kYes, kNo };
 
-  /// While one lives the statement is the running one.
+  /// Makes a statement the running one, from construction to destruction.
   class Turn {
    public:
-    /// \param exchanges  with the server that the call takes
-    /// \param mayInterrupt  no: it has to come to its end, but for its time limit
-    /// \throws DatabaseError  when the connection is dead, or an interruption is waiting
+    /// \param exchanges     how many exchanges with the server the call takes
+    /// \param mayInterrupt  kNo: only the time limit ends the call early
+    /// \throws DatabaseError  when the connection is dead, or an interruption is pending
     Turn(OdbcLink& link, const OdbcHandle& statement, int exchanges, MayInterrupt mayInterrupt = MayInterrupt::kYes);
-    /// For fetching what a statement left at the server.
-    /// \param left  of the statement's time limit; none: no limit
+    /// For fetching the rest of a statement's rows from the server.
+    /// \param left  the rest of the statement's time limit; none: no limit
     Turn(OdbcLink& link, const OdbcHandle& statement, std::optional<std::chrono::nanoseconds> left,
          MayInterrupt mayInterrupt);
     ~Turn();
@@ -82,7 +82,7 @@ class OdbcLink {
     bool watched_;
   };
 
-  /// The rows that are stepped now; null: none.
+  /// The rows that still need the connection; null: none.
   OpenRows* openRows = nullptr;
 
  private:
@@ -99,12 +99,12 @@ class OdbcLink {
   int timeLimit_ = 0;
   std::chrono::steady_clock::time_point answered_;
   std::atomic<bool> interrupted_ = false;
-  std::mutex runningMutex_;  // the handle against an interruption while it is freed
+  std::mutex runningMutex_;  // keeps an interruption away from a handle that is being freed
   SQLHANDLE running_ = nullptr;
   bool mayInterrupt_ = true;
   bool timedOut_ = false;
-  std::chrono::steady_clock::time_point cancelled_ = {};  // when the running statement was cancelled last
-  Watchdog watchdog_;                                     // the last member: it uses those above
+  std::chrono::steady_clock::time_point cancelled_ = {};  // when the running statement was last cancelled
+  Watchdog watchdog_;                                     // the last member, because it uses the others
 };
 
 }  // namespace qbx

@@ -3,7 +3,7 @@
 namespace qbx {
 namespace {
 
-constexpr qsizetype kLongestShortText = 4000;  // UTF-16 units; beyond that a text is of the type without a limit
+constexpr qsizetype kLongestShortText = 4000;  // UTF-16 units; a longer text has the type without a limit
 constexpr SQLULEN kMomentSize = 27;
 constexpr SQLSMALLINT kMomentScale = 3;
 constexpr SQLULEN kDecimalDigits = 19;
@@ -12,7 +12,7 @@ bool IsNumber(ValueType type) {
   return type == ValueType::kInt || type == ValueType::kDouble || type == ValueType::kDecimal;
 }
 
-/// The value as the type that was declared, where it is another one. A text that is a number is left to the server.
+/// The value, converted to the declared type. The server converts a text to a number.
 Value Converted(const Value& value, ValueType declared) {
   if (value.IsNull() || value.Type() == declared) return value;
   const bool isText = value.Type() == ValueType::kText;
@@ -90,7 +90,7 @@ void OdbcParameters::PutValue(Item& item, const Value& value) {
   }
 }
 
-/// The size has to hold the text: what is longer would be cut without a word.
+/// The size must be the whole text's: the driver cuts a longer text without an error.
 void OdbcParameters::PutText(Item& item, const QString& text) {
   const qsizetype units = text.size();
   item.text = OdbcText(text);
@@ -110,7 +110,7 @@ void OdbcParameters::PutMoment(Item& item, const QDateTime& when) {
   item.length = sizeof(item.moment);
 }
 
-/// As text, which loses nothing of a fixed-point number.
+/// Sends the number as text, which keeps all its digits.
 void OdbcParameters::PutDecimal(Item& item, const Value& value) {
   const auto scale = static_cast<qsizetype>(value.Scale());
   const bool negative = value.Unscaled() < 0;

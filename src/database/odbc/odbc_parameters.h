@@ -1,4 +1,4 @@
-// Values that go to the server beside a statement's text.
+// The values that go to the server beside the text of a statement.
 
 #pragma once
 
@@ -10,11 +10,11 @@
 
 namespace qbx {
 
-/// The values for the "?" of a statement, in their order. They stay in their places until the statement was run.
+/// The values for the "?" of a statement, in their order. The driver reads them from here while the statement runs.
 class OdbcParameters {
  public:
-  /// \param declared  what the server wants, where that is known: a NULL goes as that type, and a value that is of
-  ///                  another one is turned into it here, so that it is turned in the same way for every server
+  /// \param declared  the type that the server wants; kNull: not known. A NULL is sent as this type. A value of another
+  ///                  type is converted here, because servers convert in different ways.
   void Add(const Value& value, ValueType declared = ValueType::kNull);
   [[nodiscard]] bool IsEmpty() const { return items_.empty(); }
 

@@ -12,7 +12,7 @@ namespace {
 constexpr SQLULEN kLongestBoundText = 4000;  // UTF-16 units
 constexpr SQLLEN kDecimalBytes = 64;
 constexpr std::size_t kPieceUnits = 32768;
-constexpr std::size_t kBytesOfUnit = 3;  // of UTF-8, at most
+constexpr std::size_t kBytesOfUnit = 3;  // at most, in UTF-8
 constexpr std::size_t kAlignment = 8;
 constexpr qint64 kMillisecondsOfDay = 86'400'000;
 
@@ -21,7 +21,7 @@ bool IsShortText(SQLSMALLINT sqlType, SQLULEN size) {
   return text && size > 0 && size <= kLongestBoundText;
 }
 
-/// "-12.50" as -1250 with a scale of 2; what has too many digits becomes a number with an exponent.
+/// "-12.50" as -1250 with a scale of 2. A number with too many digits becomes a floating-point number.
 Cell DecimalCell(std::string_view text) {
   constexpr std::size_t kLongestScale = 15;
   Cell cell;
@@ -42,10 +42,10 @@ Cell DecimalCell(std::string_view text) {
   return cell;
 }
 
-/// Days since 1970-01-01 of a date of the calendar of today.
+/// Days since 1970-01-01, in the Gregorian calendar.
 qint64 DaysOf(const SQL_TIMESTAMP_STRUCT& moment) {
   const qint64 year =
-      moment.year - (moment.month <= 2 ? 1 : 0);  // March is the first month, so that leap days are last
+      moment.year - (moment.month <= 2 ? 1 : 0);  // a year begins in March here, so that a leap day is its last day
   const qint64 era = year / 400;
   const qint64 yearOfEra = year - era * 400;
   const qint64 dayOfYear = (153 * (moment.month + (moment.month > 2 ? -3 : 9)) + 2) / 5 + moment.day - 1;
@@ -57,8 +57,8 @@ qint64 MillisecondsOf(const SQL_TIMESTAMP_STRUCT& moment) {
   return DaysOf(moment) * kMillisecondsOfDay + seconds * 1000 + moment.fraction / 1'000'000;
 }
 
-/// Copies the front of a text, as far as it is ASCII; four units at a time, since most texts are nothing else.
-/// \return how far that was
+/// Copies the ASCII characters at the front of a text. Takes four at a time, because most texts are all ASCII.
+/// \return how many it copied
 std::size_t CopyAscii(const SQLWCHAR* units, std::size_t count, char* to) {
   constexpr std::size_t kStep = 4;
   std::size_t at = 0;
@@ -122,7 +122,7 @@ OdbcRows::OdbcRows(const OdbcHandle& statement, bool anywhere) : statement_(stat
 }
 
 OdbcRows::~OdbcRows() {
-  ::SQLFreeStmt(statement_.Get(), SQL_UNBIND);  // a next result of the statement has other columns
+  ::SQLFreeStmt(statement_.Get(), SQL_UNBIND);  // the next result of the statement has other columns
 }
 
 void OdbcRows::Describe(SQLUSMALLINT number) {
@@ -239,7 +239,7 @@ void OdbcRows::PutText(std::size_t column, const SQLWCHAR* units, std::size_t co
   cell.utf8 = {utf8.data(), size};
 }
 
-/// A piece may end in the middle of a pair of surrogates: the pieces are joined before they become UTF-8.
+/// Joins the pieces before it converts them to UTF-8, because a piece may end in the middle of a surrogate pair.
 void OdbcRows::ReadLongText(std::size_t column) {
   cells_[column] = {};
   for (std::size_t filled = 0;;) {

@@ -1,4 +1,4 @@
-// The rows of an ODBC statement, read as they are asked for.
+// Reads the rows of an ODBC statement, one at a time.
 
 #pragma once
 
@@ -9,16 +9,16 @@
 
 namespace qbx {
 
-/// How a type of the server is held here; a type that is nothing else, as text.
+/// The type of a cell for a type of the server; text for all other types.
 [[nodiscard]] ValueType TypeOfSqlType(SQLSMALLINT sqlType);
 
-/// Reads the current result of a statement once, into the cells that the rest of the program knows. Numbers, dates and
-/// short texts are bound and come with the row; long texts are fetched piece by piece.
+/// Reads the current result of a statement once, into cells. Numbers, dates and short texts are bound, so they come
+/// with the row. Long texts are fetched piece by piece.
 class OdbcRows final : public RowSource {
  public:
-  /// \param statement  stands on a result with columns, and outlives this
-  /// \param anywhere   whether the driver fetches piece by piece anywhere in a row, not only behind the last bound
-  ///                   column
+  /// \param statement  its current result has columns. It must outlive this object.
+  /// \param anywhere   whether the driver can fetch every column piece by piece, not only those after the last bound
+  ///                   one
   /// \throws OdbcFailure
   OdbcRows(const OdbcHandle& statement, bool anywhere);
   OdbcRows(const OdbcRows&) = delete;
@@ -31,13 +31,13 @@ class OdbcRows final : public RowSource {
   [[nodiscard]] Cell At(int column) const override { return cells_[static_cast<std::size_t>(column)]; }
 
  private:
-  /// Where a column's value comes to.
+  /// Where the driver puts the value of a column.
   struct Place {
     SQLSMALLINT cType = SQL_C_WCHAR;
-    SQLLEN bytes = 0;        ///< 0: a long text, which has no place in the row
-    bool bound = false;      ///< comes with the row
+    SQLLEN bytes = 0;        ///< 0: a long text, which is not part of `row_`
+    bool bound = false;      ///< the value comes with the row
     std::size_t offset = 0;  ///< in `row_`
-    SQLLEN length = 0;       ///< of the present value, or SQL_NULL_DATA
+    SQLLEN length = 0;       ///< of the current value in bytes, or SQL_NULL_DATA
     std::vector<char> utf8 = {};
   };
 

@@ -16,11 +16,12 @@ using MayInterrupt = OdbcLink::MayInterrupt;
 
 constexpr std::size_t kKeysOfStatement = 500;
 constexpr int kExchanges = 1;
-constexpr int kExchangesOfPrepared = 2;         // it is run, and forgotten again
+constexpr int kExchangesOfPrepared = 2;         // to run the statement, and to free it at the server
 constexpr int kNoTransactionToRollBack = 3903;  // the server's number
 constexpr auto kSurelyAlive = std::chrono::seconds(2);
 constexpr int kProbeSeconds = 5;
-// The server's numbers for a call that does not fit the procedure: it was changed since it was described.
+// The server's numbers for a call that does not fit the procedure, because the procedure has changed since it was
+// described.
 constexpr std::array kWrongCall = {201, 2812, 8144, 8145, 8146};
 
 DatabaseError Refusal(int serverNumber, const QString& text) {
@@ -90,13 +91,14 @@ std::unique_ptr<RowSource> OdbcSession::OpenRead(const QString& select) {
   }
 }
 
-/// The connection has one statement at a time.
+/// A connection can run only one statement at a time.
 void OdbcSession::FreeConnection() {
   if (link_->IsDead()) throw LostConnectionError();
   if (link_->openRows != nullptr) link_->openRows->KeepRest();
 }
 
-/// What was done in a transaction that the server undid must not go on by single statements.
+/// Refuses to go on after the server rolled back the transaction: later statements would be stored without the earlier
+/// ones.
 void OdbcSession::CheckTransaction() {
   if (depth_ > 0 && !doomed_ && link_->TakeFailed()) {
     const Sent sent = Send(QStringLiteral("SELECT @@TRANCOUNT AS Depth"), MayInterrupt::kNo);
@@ -175,8 +177,8 @@ void OdbcSession::Rollback() {
   doomed_ = depth_ > 0;
 }
 
-/// Begins or ends a transaction. When the answer comes too late, nobody knows whether one is open, and all that follows
-/// would belong to it.
+/// Begins or ends a transaction. Without an answer in time, nobody knows whether a transaction is open. All later
+/// statements would belong to it, so the connection is given up.
 void OdbcSession::SendBoundary(const QString& sql) {
   try {
     Send(sql, MayInterrupt::kNo);

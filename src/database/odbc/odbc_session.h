@@ -12,23 +12,23 @@
 
 namespace qbx {
 
-/// One statement at a time, each with a handle of its own that is freed once its rows are read. Only the rows of a
-/// batch that is one SELECT are stepped as they are asked for; all others are read at once, since a procedure that is
-/// given up half way would leave the rest undone.
+/// Runs one statement at a time. Each statement has its own handle, which is freed after its rows are read. Only a
+/// batch of one SELECT fetches its rows while the caller steps through them. All other results are read at once: a
+/// procedure whose results are not read to the end does not do all its work.
 ///
-/// Transactions are statements ("BEGIN TRANSACTION"), because the driver's own take one exchange more. When the server
-/// undoes one by itself (a deadlock, say), nothing is let through until it is rolled back here as well.
+/// Transactions are statements ("BEGIN TRANSACTION"), because the driver's own way takes one exchange more. When the
+/// server rolls one back by itself, for example after a deadlock, every call fails until Rollback.
 class OdbcSession final : public Session {
  public:
   explicit OdbcSession(std::shared_ptr<OdbcLink> link) : link_(std::move(link)) {}
-  /// Rows that are still open keep the connection, but not what was begun on it.
+  /// Rolls back the open transaction. Open rows keep the connection open, but not the transaction.
   ~OdbcSession() override;
   OdbcSession(const OdbcSession&) = delete;
   OdbcSession& operator=(const OdbcSession&) = delete;
 
   std::unique_ptr<RowSource> Execute(const QString& batch) override;
   std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override;
-  /// Asks the server once for each procedure.
+  /// Asks the server only once for each procedure.
   [[nodiscard]] std::vector<Parameter> DescribeProcedure(const QString& procedure) override;
 
   void Begin() override;
@@ -37,15 +37,15 @@ class OdbcSession final : public Session {
   [[nodiscard]] bool InTransaction() const override { return depth_ > 0; }
 
   void DeleteRow(const QString& table, const QString& keyColumn, const Value& key) override;
-  /// One batch, whatever the number of rows, where the keys are whole numbers.
+  /// Sends one batch for all rows when all keys are whole numbers.
   void DeleteRows(const QString& table, const QString& keyColumn, std::span<const Value> keys) override;
   void UpdateRow(const QString& table, const QString& keyColumn, const Value& key, std::span<const QString> columns,
                  std::span<const Value> values) override;
   void InsertRow(const QString& table, std::span<const QString> columns, std::span<const Value> values) override;
 
   void SetCommandTimeout(int seconds) override { link_->SetTimeLimit(seconds); }
-  /// The driver notices a lost connection only when it is used, so the server is asked, unless it answered a moment
-  /// ago.
+  /// Asks the server, unless it answered a moment ago: the driver does not notice a lost connection before its next
+  /// use.
   [[nodiscard]] bool IsAlive() override;
   void Interrupt() override { link_->Interrupt(); }
   void ForgetInterruption() override { link_->ForgetInterruption(); }
@@ -67,7 +67,7 @@ class OdbcSession final : public Session {
   std::shared_ptr<OdbcLink> link_;
   QHash<QString, std::vector<Parameter>> described_;
   int depth_ = 0;
-  bool doomed_ = false;  // the transaction was undone under the hands of those who began it
+  bool doomed_ = false;  // the server rolled back the transaction, and Rollback was not called yet
 };
 
 }  // namespace qbx

@@ -9,8 +9,8 @@
 namespace qbx {
 namespace {
 
-/// Takes the records over.
-/// \return whether the server said something: after what only the driver says, there is nothing more to read
+/// Appends the records.
+/// \return whether one of them is the server's; after an error of the driver alone, there is nothing more to read
 bool Append(std::vector<NativeError>& errors, std::vector<NativeError> more) {
   const bool fromServer = std::ranges::any_of(more, IsFromServer);
   if (more.empty()) more.push_back({0, QStringLiteral("HY000"), QStringLiteral("The driver gave no reason.")});
@@ -35,7 +35,7 @@ SQLRETURN OdbcStatement::Run(const QString& sql, OdbcParameters& parameters, boo
 
 OdbcOutcome OdbcStatement::ReadAll(SQLRETURN ran, const QString& setApart) {
   OdbcOutcome outcome;
-  // "No data" from the run is the success of a statement without rows and count; from then on it is the end.
+  // Returned by the run, "no data" is the success of a statement without rows and count. Returned later, it is the end.
   do {
     try {
       if (ran == SQL_ERROR || ran == SQL_INVALID_HANDLE) throw OdbcFailure{handle_.Records()};

@@ -1,4 +1,4 @@
-// One statement on its way: run, its results read, its failures collected.
+// Runs one statement, reads its results, and collects its errors.
 
 #pragma once
 
@@ -11,14 +11,14 @@
 
 namespace qbx {
 
-/// What one run of a statement left.
+/// The results and errors of one run of a statement.
 struct OdbcOutcome {
-  std::unique_ptr<RowSource> last;   ///< its last result with columns, read to its end; null: none
-  std::unique_ptr<RowSource> apart;  ///< the result that was to be set apart; null: none
-  std::vector<NativeError> errors;   ///< of all its results, as they came; empty: it succeeded
+  std::unique_ptr<RowSource> last;   ///< the last result with columns, read to its end; null: none
+  std::unique_ptr<RowSource> apart;  ///< the result that `setApart` named; null: none
+  std::vector<NativeError> errors;   ///< of all results, in the order of arrival; empty: success
 };
 
-/// A statement's handle while it is run.
+/// A statement with its handle.
 class OdbcStatement {
  public:
   /// \throws DatabaseError
@@ -26,19 +26,19 @@ class OdbcStatement {
 
   [[nodiscard]] const OdbcHandle& Handle() const { return handle_; }
 
-  /// \param prepared  costs one more exchange with the server, and gives the errors of all statements of a batch
-  /// \return as the driver's call; a failure leaves its records on the handle
-  /// \throws OdbcFailure  for a parameter that the driver does not take
+  /// \param prepared  costs one more exchange with the server, but gives the errors of all statements of a batch
+  /// \return the result of the driver's call; after a failure, the handle has the records
+  /// \throws OdbcFailure  when the driver does not accept a parameter
   SQLRETURN Run(const QString& sql, OdbcParameters& parameters, bool prepared);
 
-  /// Reads all results to their ends. A failure of the server does not end the reading: the rest may tell more.
-  /// \param ran       what was returned by the call that led to the present result
-  /// \param setApart  name of the first column of a result that is not one of the statement's own; empty: there is none
+  /// Reads all results to their ends. It goes on after an error of the server, because more errors may follow.
+  /// \param ran       the result of the driver's call that led to the current result
+  /// \param setApart  the name of the first column of the result to keep apart from the others; empty: there is none
   [[nodiscard]] OdbcOutcome ReadAll(SQLRETURN ran, const QString& setApart);
 
-  /// Whether the present result has columns.
+  /// Whether the current result has columns.
   [[nodiscard]] bool HasColumns() const;
-  /// Of the present result; -1: not known.
+  /// The number of rows that the current result changed; -1: not known.
   [[nodiscard]] SQLLEN ChangedRows() const;
 
  private:

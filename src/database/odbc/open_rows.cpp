@@ -40,7 +40,7 @@ bool OpenRows::Next() {
   return atRow_;
 }
 
-/// Takes the time that it needs from what is left of the statement's.
+/// Subtracts the time that it needs from `left_`.
 bool OpenRows::Fetch(OdbcLink::MayInterrupt mayInterrupt) {
   if (left_ && left_->count() <= 0) throw FailureOfCall({}, false, CallEnd::kTimedOut);
   const OdbcLink::Turn turn(*link_, statement_->Handle(), left_, mayInterrupt);

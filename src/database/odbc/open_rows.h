@@ -1,4 +1,4 @@
-// Rows that are stepped while the server holds the rest.
+// Rows that the caller steps through while the server has the rest.
 
 #pragma once
 
@@ -13,12 +13,13 @@
 
 namespace qbx {
 
-/// The rows of a statement that only reads. A connection has one statement at a time: when the next one comes, the rest
-/// is fetched and kept here. Destroying it before the end gives up the rest. It keeps the connection open.
+/// The rows of a statement that only reads. A connection can run only one statement at a time: before the next
+/// statement, the rest of the rows is fetched and kept here. Destruction before the end gives up the rest. The object
+/// keeps the connection open.
 class OpenRows final : public RowSource {
  public:
-  /// \param statement  that was run, and stands on a result with columns
-  /// \param left       of the statement's time limit, for fetching its rows; none: no limit
+  /// \param statement  was run, and its current result has columns
+  /// \param left       the rest of the statement's time limit, for fetching its rows; none: no limit
   OpenRows(std::shared_ptr<OdbcLink> link, std::unique_ptr<OdbcStatement> statement,
            std::optional<std::chrono::nanoseconds> left);
   ~OpenRows() override;
@@ -29,8 +30,8 @@ class OpenRows final : public RowSource {
   bool Next() override;
   [[nodiscard]] Cell At(int column) const override;
 
-  /// Fetches what is left, so that the connection is free; the current row stays current. A failure is thrown once the
-  /// rows before it were stepped.
+  /// Fetches the rest of the rows, so that the connection is free. The current row stays current. After a failure, Next
+  /// returns the rows before it, and then throws it.
   void KeepRest();
 
  private:
@@ -45,7 +46,7 @@ class OpenRows final : public RowSource {
   bool atRow_ = false;
   std::optional<PackedRows> kept_;
   qint64 keptRow_ = -1;
-  std::optional<DatabaseError> failure_;  // behind the last row
+  std::optional<DatabaseError> failure_;  // to throw after the last row
 };
 
 }  // namespace qbx

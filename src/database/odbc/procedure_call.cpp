@@ -10,10 +10,10 @@
 namespace qbx {
 namespace {
 
-constexpr int kLongestSized = 4000;  // beyond it a text has no limit
+constexpr int kLongestSized = 4000;  // a longer text has no declared limit
 const QLatin1String kReturn("@QbxReturn");
 
-// Columns of the list of parameters, from 0.
+// The columns of the list of parameters, counted from 0.
 enum ListColumn { kProcedureName = 2, kParameterName = 3, kDirection = 4, kDataType = 5, kSize = 7 };
 
 QString WithoutBrackets(const QString& name) {
@@ -112,7 +112,7 @@ void NamedCall::Take(RowSource& outcome, std::span<Parameter> parameters) {
 
 std::vector<Parameter> ReadParameterList(const OdbcHandle& statement, const QString& procedure, bool dataAnywhere) {
   const QString name = WithoutBrackets(procedure.section(u'.', -1));
-  QString pattern = name;  // without characters that stand for others
+  QString pattern = name;  // in which no character may stand for others
   pattern.replace(u'_', QLatin1String("\\_")).replace(u'%', QLatin1String("\\%"));
   std::vector<SQLWCHAR> text = OdbcText(pattern);
   if (!SQL_SUCCEEDED(::SQLProcedureColumnsW(statement.Get(), nullptr, 0, nullptr, 0, text.data(), SQL_NTS, nullptr, 0)))
@@ -120,11 +120,11 @@ std::vector<Parameter> ReadParameterList(const OdbcHandle& statement, const QStr
   OdbcRows rows(statement, dataAnywhere);
   std::vector<Parameter> list;
   while (rows.Next()) {
-    // "proc_x;1": the number is that of one of several procedures of a name.
+    // "proc_x;1": procedures of one name have numbers.
     const QString found = rows.At(kProcedureName).ToValue().ToText().section(u';', 0, 0);
     if (!EqualsNoCase(found, name)) continue;
     Parameter parameter = ParameterFrom(rows);
-    // Another schema may have a procedure of that name: its list begins anew.
+    // Another schema may have a procedure of the same name. Its list begins with a return value too.
     if (!list.empty() && parameter.direction == ParameterDirection::kReturnValue) break;
     list.push_back(std::move(parameter));
   }

@@ -1,4 +1,4 @@
-// A procedure with named parameters: its list as the server tells it, and the text of a call.
+// Procedures with named parameters: asks the server for the parameters, and writes a call as a statement.
 
 #pragma once
 
@@ -11,11 +11,11 @@
 
 namespace qbx {
 
-/// ODBC has no named parameters, and no way to leave one out, so a call is a statement that makes it.
+/// The statement that calls a procedure. ODBC's own calls cannot name parameters or leave one out.
 class NamedCall {
  public:
-  /// Name of the first column of the row behind the procedure's own results, which has the return value and the
-  /// outputs.
+  /// The statement's last result is one row with the return value and the output parameters. This is the name of its
+  /// first column.
   static constexpr char kOutcomeColumn[] = "QbxReturn";
 
   NamedCall(const QString& procedure, std::span<const Parameter> parameters);
@@ -23,7 +23,7 @@ class NamedCall {
   [[nodiscard]] const QString& Text() const { return text_; }
   [[nodiscard]] OdbcParameters& Values() { return values_; }
 
-  /// Puts the row into the parameters.
+  /// Puts the return value and the output parameters of that row into the parameters.
   static void Take(RowSource& outcome, std::span<Parameter> parameters);
 
  private:
@@ -31,15 +31,15 @@ class NamedCall {
   OdbcParameters values_;
 };
 
-/// Asks for the parameter list.
-/// \param statement  a fresh one
-/// \return empty: there is no such procedure
+/// Asks the server for the parameters of a procedure.
+/// \param statement  a new one
+/// \return empty when the procedure does not exist, or the login may not use it
 /// \throws OdbcFailure
 [[nodiscard]] std::vector<Parameter> ReadParameterList(const OdbcHandle& statement, const QString& procedure,
                                                        bool dataAnywhere);
 
-/// That there is no such procedure, as a call of it would tell. A server shows the parameters of those procedures only
-/// that the login may use.
+/// The error of a call of a procedure that does not exist. A server also hides the parameters of a procedure that the
+/// login may not use.
 [[nodiscard]] DatabaseError ProcedureMissing(const QString& procedure);
 
 }  // namespace qbx

@@ -9,7 +9,7 @@ namespace qbx {
 namespace {
 
 constexpr int kHighestPort = 65535;
-constexpr qsizetype kLongestInstance = 32;  // bytes; the question for its port has room for no more
+constexpr qsizetype kLongestInstance = 32;  // bytes; the question for its port cannot hold more
 
 [[noreturn]] void RefuseName(const QString& server) {
   const QString text = QStringLiteral("\"%1\" cannot be the name of a server.").arg(server);
@@ -24,7 +24,8 @@ bool OfInstance(QChar character) {
   return character.isLetterOrNumber() || QStringLiteral("_$#-").contains(character);
 }
 
-/// Takes the port off the host; 0 when there is none, -1 when it is none.
+/// Removes the port from the host.
+/// \return 0 when there is no port, -1 when it is not a valid one
 int TakePort(QString& host) {
   const bool oneColon = host.count(u':') == 1;
   const qsizetype mark = host.contains(u',') ? host.indexOf(u',') : oneColon ? host.indexOf(u':') : -1;
@@ -44,7 +45,7 @@ ServerAddress ServerAddress::Parse(const QString& server) {
   ServerAddress address;
   address.host = place.section(u'\\', 0, 0).trimmed();
   address.instance = place.section(u'\\', 1, 1).trimmed();
-  // "HOST\INSTANCE,1500": the port stands behind the instance just as well.
+  // "HOST\INSTANCE,1500": the port may also follow the instance.
   const int portOfInstance = TakePort(address.instance);
   address.port = TakePort(address.host);
   if (address.port == 0) address.port = portOfInstance;

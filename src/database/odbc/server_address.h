@@ -1,4 +1,4 @@
-// Where a SQL Server listens: the name that a person wrote, taken apart.
+// The address of a SQL Server: reads the name that a person wrote.
 
 #pragma once
 
@@ -8,17 +8,17 @@ namespace qbx {
 
 inline constexpr int kDefaultServerPort = 1433;
 
-/// A server's name taken apart.
+/// The parts of a server's name.
 struct ServerAddress {
   QString host;
-  QString instance;  ///< empty: the default instance, or a port was written
-  int port = 0;      ///< 0: to be found out from the instance
+  QString instance;  ///< empty: the default instance, or the name has a port
+  int port = 0;      ///< 0: not known yet, the instance has it
 
-  /// Reads "HOST", "HOST\INSTANCE", "HOST,1500" and "HOST:1500", with "tcp:" in front or not. A port makes the instance
-  /// needless; of two instances, the first holds. "." and "(local)" are this computer, an IPv6 address takes its port
-  /// behind a comma only. The host has no character that would mean something in a connection string or in a file of
+  /// Reads "HOST", "HOST\INSTANCE", "HOST,1500" and "HOST:1500", with or without "tcp:" in front. With a port, the
+  /// instance is ignored. Of two instances, the first counts. "." and "(local)" are this computer. The port of an IPv6
+  /// address must follow a comma. The host has no character with a meaning in a connection string or in a file of
   /// settings.
-  /// \throws DatabaseError  for what cannot be a server's name
+  /// \throws DatabaseError (kUnusableSetting)  when the text cannot be a server's name
   [[nodiscard]] static ServerAddress Parse(const QString& server);
 
   friend bool operator==(const ServerAddress&, const ServerAddress&) = default;

@@ -17,18 +17,18 @@ namespace {
 using SteadyClock = std::chrono::steady_clock;
 using AddressList = std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)>;
 
-constexpr qsizetype kHeader = 8;  // type, status, length (2, high byte first), and four that do not matter here
+constexpr qsizetype kHeader = 8;  // type, status, length (2 bytes, high byte first), and 4 bytes without use here
 constexpr char kAnswerType = 4;
-constexpr qsizetype kOption = 5;  // mark, place and length, each high byte first
+constexpr qsizetype kOption = 5;  // mark (1 byte), place and length (2 bytes each, high byte first)
 constexpr char kVersionMark = 0;
 constexpr char kEncryptionMark = 1;
 constexpr char kEndMark = '\xFF';
 
-/// The question: a version of this side, and that encryption is left to the server.
+/// The message to the server: a version, and that the client leaves encryption to the server.
 QByteArray Question() {
   constexpr std::array<char, 26> kPacket = {0x12,     1, 0,  26, 0, 0, 1, 0,  // one packet of 26 bytes
-                                            0,        0, 11, 0,  6,           // the version stands at 11, 6 bytes
-                                            1,        0, 17, 0,  1,           // encryption at 17, 1 byte
+                                            0,        0, 11, 0,  6,           // version: place 11, 6 bytes
+                                            1,        0, 17, 0,  1,           // encryption: place 17, 1 byte
                                             kEndMark, 9, 0,  0,  0, 0, 0, 0};
   return {kPacket.data(), kPacket.size()};
 }
@@ -44,7 +44,7 @@ class ProbeSocket {
   ProbeSocket& operator=(const ProbeSocket&) = delete;
 
   [[nodiscard]] int Descriptor() const { return socket_; }
-  /// \return whether it became ready in time
+  /// \return whether the socket became ready in time
   [[nodiscard]] bool WaitFor(short what, SteadyClock::time_point end) const {
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - SteadyClock::now()).count();
     pollfd polled = {socket_, what, 0};
@@ -68,7 +68,7 @@ ServerPresence Reach(const ProbeSocket& socket, const addrinfo& peer, SteadyCloc
   return errno == ECONNREFUSED ? ServerPresence::kPortClosed : ServerPresence::kNoAnswer;
 }
 
-/// One answer, whole; nothing when there is none.
+/// Receives one whole answer; nothing when the time is over.
 std::optional<QByteArray> Receive(const ProbeSocket& socket, SteadyClock::time_point end) {
   QByteArray answer;
   qsizetype wanted = kHeader;
@@ -86,7 +86,7 @@ std::optional<QByteArray> Receive(const ProbeSocket& socket, SteadyClock::time_p
   return answer;
 }
 
-/// What an answer holds under a mark; empty when it has none.
+/// The bytes of an answer's option; empty when it lacks the option.
 QByteArray OptionOf(const QByteArray& answer, char mark) {
   const QByteArray body = answer.mid(kHeader);
   const auto number = [&body](qsizetype at) {

@@ -1,4 +1,4 @@
-// A look at a server before anybody logs in: whether it is there, and what it does about encryption.
+// Asks a server, without a login, whether it is there and what it encrypts.
 
 #pragma once
 
@@ -10,14 +10,14 @@
 namespace qbx {
 
 enum class ServerPresence {
-  kNameUnknown,  ///< no computer has that name
-  kPortClosed,   ///< the computer refuses connections there
-  kNoAnswer,     ///< nothing comes back
-  kStranger,     ///< something answers, but not as a SQL Server does
+  kNameUnknown,  ///< no computer has this name
+  kPortClosed,   ///< the computer refuses connections at the port
+  kNoAnswer,     ///< no answer in time
+  kStranger,     ///< a program that is not a SQL Server answers
   kThere,
 };
 
-/// How much of a connection the server encrypts when a client leaves it to the server.
+/// What the server encrypts when the client leaves the choice to it.
 enum class ServerEncryption { kNone, kLoginOnly, kAll };
 
 struct ServerProbe {
@@ -26,9 +26,9 @@ struct ServerProbe {
   QString version = {};  ///< "15.0.4123"
 };
 
-/// Asks what a client asks first, which needs no login, and hangs up.
+/// Sends the first message of a client, which needs no login, reads the answer, and ends the connection.
 /// \param address  with its port
-/// \param limit    for all of it
+/// \param limit    of the whole call
 [[nodiscard]] ServerProbe ProbeServer(const ServerAddress& address, std::chrono::milliseconds limit);
 
 }  // namespace qbx

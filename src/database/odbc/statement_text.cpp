@@ -16,7 +16,8 @@ bool IsOfWord(QChar character) {
   return character.isLetterOrNumber() || character == u'_';
 }
 
-/// Where the part that begins here ends: a text or a name in quotes, a comment, a word, or one character.
+/// Where the part that begins at `from` ends. A part is a text or a name in quotes, a comment, a word, or one
+/// character.
 qsizetype EndOfPart(const QString& sql, qsizetype from) {
   const auto behind = [&](const QString& mark, qsizetype start) {
     const qsizetype found = sql.indexOf(mark, start);
@@ -39,7 +40,7 @@ bool IsQuotedText(const QString& part) {
   return part.startsWith(u'\'');
 }
 
-/// A statement of a batch, in parts.
+/// The parts of one statement.
 using Parts = QStringList;
 
 bool IsBlank(const QString& part) {
@@ -64,7 +65,8 @@ std::vector<Parts> SplitBatch(const QString& batch) {
   return statements;
 }
 
-/// A doubled quote makes two parts of one text; the mark stands in front of the first.
+/// Puts N before a text in quotes with a character beyond ASCII. A text with a doubled quote is two parts; only the
+/// first one gets the N.
 void MarkUnicode(Parts& statement) {
   for (qsizetype at = 0; at < statement.size(); ++at) {
     const bool marked = at > 0 && EqualsNoCase(statement[at - 1], QStringLiteral("N"));

@@ -1,4 +1,4 @@
-// A batch as the program writes it, made into one that the server takes.
+// Turns a batch of the program into one that the server accepts.
 
 #pragma once
 
@@ -8,9 +8,9 @@ namespace qbx {
 
 /// How a batch is sent.
 enum class BatchKind {
-  kRead,        ///< one SELECT: its rows may be stepped, and given up half way
-  kOne,         ///< one statement, or what has to be sent as it is
-  kStatements,  ///< several that read or change rows, or call procedures: the errors of all of them are wanted
+  kRead,        ///< one SELECT: the caller may step through its rows, and stop before the end
+  kOne,         ///< one other statement, or a batch to send unprepared
+  kStatements,  ///< several statements that read or change rows or call procedures; reports the errors of all of them
 };
 
 struct BatchText {
@@ -18,11 +18,11 @@ struct BatchText {
   BatchKind kind = BatchKind::kOne;
 };
 
-/// Calls that are written as statements, "proc_x (1, 'a')", "proc_x 50" or "sp_helpfile", get the word and the form
-/// that the server wants. A text in quotes with a character that is not in every code page is marked as Unicode.
+/// Writes calls such as "proc_x (1, 'a')", "proc_x 50" and "sp_helpfile" as EXEC statements. Marks a text in quotes as
+/// Unicode when it has a character beyond ASCII.
 [[nodiscard]] BatchText ServerBatch(const QString& batch);
 
-/// A name in brackets.
+/// A name in brackets, as statements need it.
 [[nodiscard]] QString BracketedName(const QString& name);
 
 }  // namespace qbx

@@ -15,7 +15,7 @@ void Watchdog::Watch(std::chrono::milliseconds time) {
   std::unique_lock lock(mutex_);
   end_ = std::chrono::steady_clock::now() + time;
   if (!thread_.joinable()) thread_ = std::thread([this] { Serve(); });
-  // A thread that wakes earlier anyway sees the new end then: most statements cost no waking.
+  // A thread that will wake before the new end need not be woken now. This spares a wake-up for most statements.
   const bool inTime = wakesAt_ && *wakesAt_ <= *end_;
   lock.unlock();
   if (!inTime) wake_.notify_one();

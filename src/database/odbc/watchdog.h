@@ -1,4 +1,4 @@
-// Ends what takes too long.
+// Ends a call that takes too long.
 
 #pragma once
 
@@ -11,8 +11,8 @@
 
 namespace qbx {
 
-/// Calls `bark` once when the time is over that it was given. A driver's own time-out starts anew with every packet
-/// that comes; this one does not. The thread starts with the first time that is given.
+/// Calls `bark` once when a time is over. A driver's own time-out starts again with each packet; this one does not. The
+/// thread starts with the first call of Watch.
 class Watchdog {
  public:
   /// \param bark  called on the watchdog's thread
@@ -21,8 +21,10 @@ class Watchdog {
   Watchdog(const Watchdog&) = delete;
   Watchdog& operator=(const Watchdog&) = delete;
 
+  /// Starts to watch, in place of what was watched before.
+  /// \param time  from now until `bark`
   void Watch(std::chrono::milliseconds time);
-  /// After it returned, `bark` is neither called nor running.
+  /// Stops watching. When it returns, `bark` is not running and will not be called.
   void Rest();
 
  private:
@@ -33,8 +35,8 @@ class Watchdog {
   std::function<void()> bark_;
   std::mutex mutex_;
   std::condition_variable wake_;
-  std::optional<Time> end_;      // of what is watched
-  std::optional<Time> wakesAt_;  // the thread looks by itself then
+  std::optional<Time> end_;      // when to bark
+  std::optional<Time> wakesAt_;  // when the sleeping thread wakes by itself
   bool ending_ = false;
   std::thread thread_;
 };

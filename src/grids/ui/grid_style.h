@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <QBrush>
 #include <QColor>
 #include <QFont>
 #include <QPalette>

@@ -5,7 +5,6 @@
 #include <QAction>
 #include <QKeySequence>
 #include <QString>
-#include <QTableView>
 #include <functional>
 #include <vector>
 

@@ -1,6 +1,5 @@
 #include "marketing/ui/troubles_list.h"
 
-#include <QHeaderView>
 #include <QPushButton>
 #include <QString>
 #include <QStringList>

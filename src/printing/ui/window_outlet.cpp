@@ -1,7 +1,5 @@
 #include "printing/ui/window_outlet.h"
 
-#include <QWidget>
-
 #include "printing/ui/frmSelectPrinter.h"
 #include "reports/report_error.h"
 

@@ -56,9 +56,9 @@ TEST(Opening, ChecksTheLoginOnlyWhereLoginsAreKept) {
 
 TEST(Opening, RefusesAnOfflineDatabaseUntilItIsBroughtOnline) {
   TestServer server;
-  server.engine.SetDatabaseStatus("Garage", "OFFLINE");
-  EXPECT_TRUE(FailureOf([&] { server.Connect(); }).starts_with("942"));
   const auto master = server.Connect("master");
+  master->Execute("ALTER DATABASE [Garage] SET OFFLINE");
+  EXPECT_TRUE(FailureOf([&] { server.Connect(); }).starts_with("942"));
   const QString ask = "SELECT DATABASEPROPERTYEX('Garage', 'Status')";
   EXPECT_EQ(FirstText(master->Execute(ask)), "OFFLINE");
   master->Execute("ALTER DATABASE [Garage] SET ONLINE");

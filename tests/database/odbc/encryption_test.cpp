@@ -1,4 +1,4 @@
-// Encryption with a server whose certificate is good, is another's, is for another name, or that has none.
+// Encrypted connections with servers of good, foreign, wrongly named and missing certificates.
 
 #include <gtest/gtest.h>
 
@@ -10,11 +10,11 @@
 namespace qbx::test {
 namespace {
 
-/// What came of a connection with encryption asked for.
+/// The outcome of one attempt to connect.
 struct Tried {
   bool connected = false;
-  int logins = 0;     ///< that the server got to see
-  int encrypted = 0;  ///< of them
+  int logins = 0;     ///< logins that the server received
+  int encrypted = 0;  ///< how many of them came over an encrypted connection
 };
 
 Tried Try(const tds::TlsIdentity* identity, const QString& authorities, bool encrypt = true) {
@@ -35,7 +35,7 @@ Tried Try(const tds::TlsIdentity* identity, const QString& authorities, bool enc
   return tried;
 }
 
-TEST(Encryption, GoesOnWithACheckedCertificateOnly) {
+TEST(Encryption, ConnectsOnlyWithATrustedCertificate) {
   const TempFolder folder;
   const TempFolder others;
   const TempFolder renamed;
@@ -51,13 +51,13 @@ TEST(Encryption, GoesOnWithACheckedCertificateOnly) {
   const Tried checked = Try(&identity, good.authority);
   EXPECT_TRUE(checked.connected);
   EXPECT_EQ(checked.encrypted, 1);
-  // A password is never sent where the server is not known to be the right one.
+  // The password is never sent to a server without a trusted certificate.
   for (const Tried& refused :
        {Try(&identity, other.authority), Try(&otherName, wrongName.authority), Try(nullptr, good.authority)}) {
     EXPECT_FALSE(refused.connected);
     EXPECT_EQ(refused.logins, 0);
   }
-  // Without encryption asked for, the login alone is encrypted where the server can.
+  // Without the wish for encryption, only the login is encrypted, if the server can encrypt.
   const Tried plain = Try(&identity, {}, false);
   EXPECT_TRUE(plain.connected);
   EXPECT_EQ(plain.encrypted, 0);

@@ -10,7 +10,8 @@
 namespace qbx {
 namespace {
 
-/// The port found, or the number of the error, where every question is answered with these datagrams.
+/// Finds the port of an instance, while a socket answers each question with all the given datagrams.
+/// \return the port, or the number of the error
 int Found(const std::vector<QByteArray>& answers, InstanceSearch search = {.limit = std::chrono::seconds(30)}) {
   const int server = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
   sockaddr_in address = {.sin_family = AF_INET, .sin_port = 0, .sin_addr = {htonl(INADDR_LOOPBACK)}, .sin_zero = {}};
@@ -18,7 +19,7 @@ int Found(const std::vector<QByteArray>& answers, InstanceSearch search = {.limi
   auto* place = reinterpret_cast<sockaddr*>(&address);
   EXPECT_TRUE(::bind(server, place, length) == 0 && ::getsockname(server, place, &length) == 0);
   search.port = ntohs(address.sin_port);
-  search.pump = [&] {  // the asker's own events: it has to let them run
+  search.pump = [&] {  // answers from inside the search, which must call its pump
     char bytes[64];
     const ssize_t got = ::recvfrom(server, bytes, sizeof(bytes), 0, place, &length);
     if (got < 0) return;
@@ -45,23 +46,23 @@ QByteArray Instance(const QByteArray& name, const QByteArray& rest) {
   return "ServerName;PC1;InstanceName;" + name + ";IsClustered;No;Version;9.0;" + rest + ";;";
 }
 
-TEST(InstancePort, ComesFromTheAnswerThatTellsOfTheInstance) {
+TEST(InstancePort, ComesFromTheAnswerThatListsTheInstance) {
   EXPECT_EQ(Found({Answer(Instance("A", "tcp;1") + Instance("QBX", "np;x;tcp;2") + Instance("B", "tcp;3"))}), 2);
   for (const char* rest : {"np;x", "tcp;0", "tcp;65536", "tcp;-5", "tcp;x", "tcp;"})
     EXPECT_EQ(Found({Answer(Instance("QBX", rest) + Instance("B", "tcp;3"))}), kUnspecifiedError) << rest;
-  // What is no answer, is cut or tells of others is passed over.
+  // Ignores datagrams that are no answer, are cut off, or list other instances only.
   EXPECT_EQ(Found({"", "\5", QByteArray("\5\0\0", 3), "\4\1\1x", Answer(Instance("QBX", "tcp;1"), 1),
                    Answer(QByteArray(60000, ';')), Answer(Instance("OTHER", "tcp;1")),
                    Answer(Instance("qbx", "tcp;57137;np;x"))}),
             57137);
 }
 
-TEST(InstancePort, IsWaitedForOnlySoLong) {
+TEST(InstancePort, EndsTheSearchAfterItsTimeLimitAndWhenCancelled) {
   EXPECT_EQ(Found({}, {.limit = std::chrono::milliseconds(30)}), kUnspecifiedError);
   EXPECT_EQ(Found({}, {.limit = std::chrono::hours(1), .cancelled = [] { return true; }}), kCommandCancelled);
 }
 
-TEST(InstancePort, IsNotAskedForWhereItIsWritten) {
+TEST(InstancePort, IsReadFromTheNameWhenItIsThere) {
   const char* written[] = {"PC1",      "PC1,1433",     "tcp:PC1,1500",   "PC1,1500",         "PC1:1500\\QBX",
                            "PC1,1500", ".\\QBX, 1500", "localhost,1500", "::1\\MSSQLSERVER", "::1,1433"};
   for (std::size_t at = 0; at < std::size(written); at += 2) {

@@ -7,7 +7,7 @@
 namespace qbx {
 namespace {
 
-/// From lines "number~state~text".
+/// Reads records from lines "number~state~text".
 std::vector<NativeError> Records(const char* lines) {
   std::vector<NativeError> records;
   for (const QString& line : QString::fromLatin1(lines).split(u'\n', Qt::SkipEmptyParts))
@@ -15,7 +15,7 @@ std::vector<NativeError> Records(const char* lines) {
   return records;
 }
 
-TEST(NativeErrors, ComeInTheWordsOfTheInterpretation) {
+TEST(NativeErrors, GetTheWordsThatTheInterpretationLooksFor) {
   const std::string network =
       "[DBNETLIB][ConnectionWrite (send()).]General network error. Check your network documentation.|";
   const struct {
@@ -47,7 +47,7 @@ TEST(NativeErrors, ComeInTheWordsOfTheInterpretation) {
   }
 }
 
-TEST(NativeErrors, TellWhyThereIsNoConnection) {
+TEST(NativeErrors, TellWhyConnectingFailed) {
   const auto describe = [](const char* records, bool encrypt = false) {
     return std::string(FailureToConnect(Records(records), QStringLiteral("FreeTDS"), encrypt).what());
   };

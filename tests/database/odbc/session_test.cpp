@@ -13,7 +13,7 @@ using tds::FaultKind;
 using tds::FaultMoment;
 using test::Wire;
 
-TEST(OdbcSession, BringsEveryTypeThereAndBack) {
+TEST(OdbcSession, WritesAndReadsEveryType) {
   Wire wire;
   wire.session->Execute(
       QStringLiteral("CREATE TABLE T (K int, B bit, I int, F float, M money, W datetime, N nvarchar(50), L ntext)"));
@@ -50,7 +50,7 @@ TEST(OdbcSession, BringsEveryTypeThereAndBack) {
   EXPECT_EQ(wire.Ask("SELECT Count(*) FROM T WHERE N = 'O''Brien €😀'"), QStringLiteral("1"));
 }
 
-TEST(OdbcSession, CallsWithTheParametersThatAreSet) {
+TEST(OdbcSession, SendsOnlyTheParametersThatAreSet) {
   Wire wire;
   std::vector<Parameter> list = wire.session->DescribeProcedure(QStringLiteral("PROC_ADDP__LOG"));
   ASSERT_GT(list.size(), 5U);
@@ -72,7 +72,7 @@ TEST(OdbcSession, CallsWithTheParametersThatAreSet) {
   wire.session->Call(QStringLiteral("proc_addp__Log"), list);
   EXPECT_EQ(list[0].value, Value(0));
   EXPECT_EQ(wire.Ask("SELECT Username FROM _Log WHERE Details IS NULL"), QStringLiteral("P'at"));
-  // As statements.
+  // Calls written as statements.
   for (const char* call : {"proc_selp_Results_Counters (1)", "proc_selp_Results_Counters 1", "sp_helpfile"})
     EXPECT_GT(wire.Read(call).Columns().size(), 1U) << call;
   try {
@@ -83,7 +83,7 @@ TEST(OdbcSession, CallsWithTheParametersThatAreSet) {
   }
 }
 
-TEST(OdbcSession, TellsTheErrorsOfAllStatementsOfABatch) {
+TEST(OdbcSession, ReportsTheErrorsOfAllStatementsOfABatch) {
   Wire wire;
   try {
     wire.session->Execute(QStringLiteral("SELECT * FROM Nothing_One; SELECT 1; SELECT * FROM Nothing_Two"));
@@ -97,7 +97,7 @@ TEST(OdbcSession, TellsTheErrorsOfAllStatementsOfABatch) {
   EXPECT_EQ(wire.Ask("SELECT 7; SELECT 8"), QStringLiteral("8"));
 }
 
-TEST(OdbcSession, StepsRowsWhileOtherStatementsRun) {
+TEST(OdbcSession, StepsThroughRowsWhileOtherStatementsRun) {
   Wire wire;
   wire.session->Execute(QStringLiteral("CREATE TABLE T (K int, N nvarchar(20))"));
   for (int key = 1; key <= 5; ++key)
@@ -129,7 +129,7 @@ TEST(OdbcSession, DeletesManyRowsInOneExchange) {
   EXPECT_EQ(wire.Ask("SELECT Sum(K) FROM T"), QStringLiteral("1"));
 }
 
-TEST(OdbcSession, KeepsATransactionWhole) {
+TEST(OdbcSession, StoresAllOrNothingOfATransaction) {
   Wire wire;
   wire.session->Execute(QStringLiteral("CREATE TABLE T (K int)"));
   const QString insert = QStringLiteral("INSERT INTO T VALUES (1)");
@@ -142,7 +142,7 @@ TEST(OdbcSession, KeepsATransactionWhole) {
   EXPECT_EQ(wire.Ask("SELECT Count(*) FROM T"), QStringLiteral("0"));
   wire.session->Begin();
   wire.session->Execute(insert);
-  // The server undoes it, as it does to the victim of a deadlock: the rest must not be written by itself.
+  // The server rolls the transaction back, as after a deadlock. Later statements must not be stored on their own.
   EXPECT_NE(
       Wire::NumberOf([&] { wire.session->Execute(QStringLiteral("ROLLBACK TRANSACTION; SELECT * FROM Nothing")); }), 0);
   EXPECT_NE(Wire::NumberOf([&] { wire.session->Execute(insert); }), 0);
@@ -152,7 +152,7 @@ TEST(OdbcSession, KeepsATransactionWhole) {
   EXPECT_EQ(wire.Ask("SELECT Count(*) FROM T"), QStringLiteral("0"));
 }
 
-// What the program does next would belong to a transaction that nobody commits.
+// Later statements would belong to a transaction that nobody commits.
 TEST(OdbcSession, GivesUpAConnectionWhoseTransactionMayBeOpen) {
   for (const char* boundary : {"BEGIN", "COMMIT", "ROLLBACK"}) {
     Wire wire;
@@ -174,7 +174,7 @@ TEST(OdbcSession, GivesUpAConnectionWhoseTransactionMayBeOpen) {
   }
 }
 
-TEST(OdbcSession, LimitsTheTimeOfAllRowsOfAStatement) {
+TEST(OdbcSession, LimitsTheTimeOfAStatementWithAllItsRows) {
   Wire wire;
   wire.session->Execute(QStringLiteral(
       "CREATE TABLE T (K int); WITH n(k) AS (SELECT 1 UNION ALL SELECT k + 1 FROM n WHERE k < 2000) INSERT INTO T SELECT k FROM n"));
@@ -189,7 +189,7 @@ TEST(OdbcSession, LimitsTheTimeOfAllRowsOfAStatement) {
   EXPECT_TRUE(rows->At(0).ToValue().IsNull());
 }
 
-TEST(OdbcSession, KnowsALostConnectionFromASlowOneAndFromACancelledOne) {
+TEST(OdbcSession, TellsLostConnectionsTimeOutsAndCancellingsApart) {
   for (const FaultMoment moment : {FaultMoment::kRequest, FaultMoment::kAnswered, FaultMoment::kRow}) {
     for (const FaultKind kind : {FaultKind::kClose, FaultKind::kReset}) {
       Wire wire;

@@ -1,4 +1,4 @@
-// A session over the ODBC driver with the small server in front of an empty host database.
+// A session over the ODBC driver with tds_server, which serves an empty host database.
 
 #pragma once
 
@@ -14,7 +14,7 @@ namespace qbx::test {
 struct Wire {
   std::unique_ptr<Session> Connect() { return driver.Connect({ServerName(), QStringLiteral("Garage")}, login, 10); }
   [[nodiscard]] QString ServerName() const { return QStringLiteral("127.0.0.1,%1").arg(server.Port()); }
-  /// The number of the error of a call; 0: it succeeded.
+  /// The number of the error that a call throws; 0: none.
   template <typename Call>
   static int NumberOf(const Call& call) {
     try {

@@ -144,7 +144,7 @@ TEST_F(LetterEditorTest, MarksAMisspeltWordOnceItIsLeftAndStoresNoMark) {
   EXPECT_EQ(editor_.Stored(), stored);
 }
 
-TEST_F(LetterEditorTest, FindsRoundTheEnd) {
+TEST_F(LetterEditorTest, FindsOnFromTheBeginning) {
   editor_.Load("one two one");
   Press(Qt::Key_F, Qt::ControlModifier);
   QTest::keyClicks(QApplication::focusWidget(), "one");

@@ -1,4 +1,4 @@
-// Another client's way through the server that speaks TDS: node smoke.mjs PORT. Ends with 1 at the first difference.
+// Tests tds_server with a JavaScript client: node smoke.mjs PORT. Exits with 1 after the first difference.
 import assert from "node:assert/strict";
 import { Connection, Request, TYPES } from "tedious";
 
@@ -52,7 +52,7 @@ await ask(connection, "execSqlBatch", "DELETE FROM Smoke");
 await new Promise((done, failed) => connection.rollbackTransaction((error) => (error ? failed(error) : done())));
 assert.equal((await ask(connection, "execSqlBatch", "SELECT N FROM Smoke")).rows.length, 2);
 
-// A cancelling stops what runs, and the connection is good for more.
+// A cancelling stops the running statement and keeps the connection.
 const endless = "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT count(*) FROM n";
 setTimeout(() => connection.cancel(), 300);
 await assert.rejects(ask(connection, "execSqlBatch", endless), { code: "ECANCEL" });

@@ -1,4 +1,4 @@
-// The main function of tests that need windows or fonts, on no display.
+// The main function of tests that need windows or fonts, without a display.
 
 #include <gtest/gtest.h>
 

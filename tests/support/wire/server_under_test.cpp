@@ -13,10 +13,9 @@ QString NameOf(const tds::Server& server) {
   return QStringLiteral("127.0.0.1,%1").arg(server.Port());
 }
 
-/// A statement may first have to be compiled.
-constexpr int kSeconds = 120;
+constexpr int kSeconds = 120;  // a SQL Server compiles each statement first
 
-/// Leaves of a database what the script for SQL Server makes, but for its last keys.
+/// Brings a SQL Server's database back to its state after the script, with new last keys.
 void EmptyDatabase(Session& session) {
   static constexpr const char* kTables[] = {"[Campaign Results]",
                                             "Send_Journal",

@@ -1,4 +1,4 @@
-// The one place from which the tests of a database take their server.
+// The server for tests that need a database.
 
 #pragma once
 
@@ -13,13 +13,12 @@ class Server;
 
 namespace qbx::test {
 
-/// Gives sessions of an engine: its own, or, where the environment has QBX_TEST_WIRE, sessions over ODBC with the small
-/// server in front of it, so that the same tests run through the wire. By hand, with QBX_TEST_SERVER="server,port
-/// database login password", it is a SQL Server, in whose database the script was run and which every test empties
-/// first.
+/// Makes sessions with an engine. With QBX_TEST_WIRE in the environment, the sessions use ODBC and tds_server, so that
+/// the same tests run through the wire. With QBX_TEST_SERVER="server,port database login password", the sessions use a
+/// SQL Server instead of the engine. Its database must have been set up with the script. Each test empties it first.
 class ServerUnderTest {
  public:
-  /// \param engine  outlives this
+  /// \param engine  must outlive this object
   explicit ServerUnderTest(EmbeddedEngine& engine);
   ~ServerUnderTest();
 
@@ -27,9 +26,9 @@ class ServerUnderTest {
   [[nodiscard]] static bool IsSqlServer();
 
   [[nodiscard]] std::unique_ptr<Session> Connect(const ConnectionTarget& target, const Login& login, int seconds);
-  /// `Connect` as a Connection takes it; this must outlive it.
+  /// `Connect` as a function for a Connection. This object must outlive the Connection.
   [[nodiscard]] SessionFactory Factory();
-  /// Ends every open session as a restarted server would.
+  /// Ends all open sessions, as a restarted server does.
   void BreakSessions();
 
  private:
@@ -38,21 +37,21 @@ class ServerUnderTest {
   OdbcDriver driver_;
 };
 
-/// The small server in front of a program folder, where the tests run through the wire; otherwise nothing. For programs
-/// that find their server by its name.
+/// Serves a program folder with tds_server when the tests run through the wire; otherwise it does nothing. For tests of
+/// programs, which find their server by its name.
 class ServedFolder {
  public:
-  /// \param clock  outlives this
+  /// \param clock  must outlive this object
   ServedFolder(const QString& folder, const Clock& clock);
   ~ServedFolder();
 
-  /// What the program is to be told as its server; empty for the embedded engine.
+  /// The server's name for the programs; empty for the embedded engine.
   [[nodiscard]] QString ServerName() const;
-  /// Tells programs that work in this folder, by their registry.
+  /// Writes the server's name into the registry of the programs that work in this folder.
   void TellPrograms() const;
-  /// The factory of a program that was told nothing, brought to this server; the folder must outlive it.
+  /// Makes a factory that connects to this server in place of the embedded engine. This object must outlive it.
   [[nodiscard]] SessionFactory Wrap(SessionFactory sessions) const;
-  /// Ends every open session as a restarted server would.
+  /// Ends all open sessions, as a restarted server does.
   void BreakSessions();
 
  private:
