@@ -27,8 +27,8 @@ inline constexpr int kOptionUnspecified = -1;
 
 /// Runs statements over the shared connection. No routine throws. Each catches every database error, passes it to the
 /// interpretation, which logs and shows it, and returns its failure value. Outside a transaction a dropped connection
-/// is re-opened silently, and a server that restarts is waited for. Inside a transaction, what the user is told waits
-/// until it ended. While the connection was never open, and once the user has agreed to end the program, statements fail
+/// is re-opened silently, and a server that restarts is waited for. Inside a transaction, messages are shown when it
+/// has ended. While the connection was never open, and once the user has agreed to end the program, statements fail
 /// without a message.
 class Statements {
  public:

@@ -51,12 +51,14 @@ struct Trouble {
   tds::FaultMoment moment;
   int number = 0;       ///< of an error
   bool byHand = false;  ///< left out in CI: it lasts as long as a time-out, or is much like another
+  int refusals = 0;     ///< so many attempts to connect again are refused after it
 };
 
 /// At a request.
 constexpr std::array kTroubles = {
     Trouble{"closed before", tds::FaultKind::kClose, tds::FaultMoment::kRequest},
     Trouble{"closed after", tds::FaultKind::kClose, tds::FaultMoment::kAnswered, 0, true},
+    Trouble{"restart of 6 seconds", tds::FaultKind::kClose, tds::FaultMoment::kRequest, 0, true, 3},
     Trouble{"reset before", tds::FaultKind::kReset, tds::FaultMoment::kRequest, 0, true},
     Trouble{"reset after", tds::FaultKind::kReset, tds::FaultMoment::kAnswered},
     Trouble{"closed in a row, if it has one", tds::FaultKind::kClose, tds::FaultMoment::kRow, 0, true},
