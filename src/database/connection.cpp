@@ -146,6 +146,21 @@ void Connection::RunLong(const std::function<void()>& work, const std::function<
   worker.Finish();
 }
 
+Session& Transaction::Begun(Connection& connection, IfLost ifLost) {
+  if (ifLost == IfLost::kReopen && connection.WasOpen() && !connection.InTransaction()) {
+    connection.ReopenIfLost();
+    try {
+      return Begun(connection, IfLost::kFail);
+    } catch (const DatabaseError& error) {
+      if (!error.ConnectionLost()) throw;
+    }
+    connection.Reopen();
+  }
+  Session& session = connection.Driver();
+  session.Begin();
+  return session;
+}
+
 void Connection::InterruptSession() {
   const std::lock_guard lock(sessionMutex_);
   if (session_) session_->Interrupt();

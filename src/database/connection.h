@@ -132,7 +132,13 @@ class Connection {
 /// A transaction that rolls back unless it was committed.
 class Transaction {
  public:
-  explicit Transaction(Connection& connection) : Transaction(connection.Driver()) { connection_ = &connection; }
+  enum class IfLost {
+    kReopen,  ///< open a lost connection again and begin there: nothing of the transaction has been done yet
+    kFail,    ///< for a thread that may not open it, or where something belongs to the session
+  };
+  /// \throws DatabaseError
+  explicit Transaction(Connection& connection, IfLost ifLost = IfLost::kReopen)
+      : session_(Begun(connection, ifLost)), connection_(&connection) {}
   /// For a session that no `Connection` holds.
   explicit Transaction(Session& session) : session_(session) { session_.Begin(); }
   ~Transaction() {
@@ -147,6 +153,8 @@ class Transaction {
   }
 
  private:
+  [[nodiscard]] static Session& Begun(Connection& connection, IfLost ifLost);
+
   Session& session_;
   Connection* connection_ = nullptr;
   bool done_ = false;

@@ -271,8 +271,6 @@ void MailshotRun::LeaveOut(Row& row, Channel channel, Refusal refusal) {
 template <typename Record>
 void MailshotRun::Settle(Row& row, Channel channel, Sent sent, const QString& reason, Record record) {
   if (sent == Sent::kUncertain) return;  // it stays at "sending"
-  // The gateway or the mail server may have been slow, and the connection lost meanwhile.
-  services_.statements.Shared().ReopenIfLost();
   Transaction transaction(services_.statements.Shared());
   record();
   // A row that was deleted while its message was being sent no longer has a journal.

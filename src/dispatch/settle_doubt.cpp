@@ -11,7 +11,6 @@ namespace qbx {
 DoubtSettlement SettleDoubt(Connection& connection, ReplaceGuard& guard, const QString& user, int campaignId,
                             const std::set<qint64>& rows, DoubtOutcome outcome) {
   DoubtSettlement settlement;
-  connection.ReopenIfLost();
   // The transaction holds the write lock from its start, so no run can claim the campaign meanwhile.
   Transaction transaction(connection);
   settlement.refusal = guard.LookAtClaim(campaignId);

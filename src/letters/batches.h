@@ -13,7 +13,7 @@ namespace qbx {
 /// write.
 class Batches {
  public:
-  explicit Batches(Connection& connection) : connection_(connection) { transaction_.emplace(connection); }
+  explicit Batches(Connection& connection) : connection_(connection) { Begin(); }
   ~Batches() {
     try {
       Commit();
@@ -31,10 +31,12 @@ class Batches {
   void Between(const std::function<void()>& work) {
     Commit();
     work();
-    transaction_.emplace(connection_);
+    Begin();
   }
 
  private:
+  // The table of letters belongs to the session.
+  void Begin() { transaction_.emplace(connection_, Transaction::IfLost::kFail); }
   void Commit() {
     if (transaction_) transaction_->Commit();
     transaction_.reset();

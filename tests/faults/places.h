@@ -35,6 +35,7 @@ constexpr std::array kPlaces = {
     Place{"toggle", "results %1 --send-by sms=0 email=0 letter=0", "UPDATE [Campaign Results] SET"},
     Place{"begin of a change", "results %1 --send-by sms=0 email=0 letter=0", "BEGIN TRANSACTION"},
     Place{"journal", "send %1 --yes", "[proc_updp_Send_Journal]", 4, Promise::kMessages},
+    Place{"begin of a message", "send %1 --yes", "BEGIN TRANSACTION", 6, Promise::kMessages},
     Place{"record", "send %1 --yes", "[proc_addp_SMS]", 2, Promise::kMessages},
     Place{"mark", "send %1 --yes", "SET Processed = 1", 2, Promise::kMessages},
     Place{"commit of a message", "send %1 --yes", "COMMIT", 6, Promise::kMessages},
