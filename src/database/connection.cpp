@@ -1,14 +1,22 @@
 #include "database/connection.h"
 
+#include <array>
 #include <chrono>
 #include <condition_variable>
 #include <exception>
 #include <thread>
+#include <utility>
 
 #include "database/pump_interval.h"
+#include "database/server_errors.h"
 
 namespace qbx {
 namespace {
+
+using std::chrono::seconds;
+
+constexpr std::array kWaits = {seconds(1), seconds(2), seconds(3), seconds(5)};  // for a server that restarts
+constexpr auto kLastAttempt = seconds(15);
 
 /// Runs work on a thread of its own. Every way out waits for the thread.
 class Worker {
@@ -68,15 +76,26 @@ void Connection::Open(const QString& connectionString, const Login& login) {
     throw;
   }
   wasOpen_ = true;
+  patient_ = true;
 }
 
 void Connection::Reopen() {
-  Open(QString(connectionString_), Login(login_));
+  const auto started = std::chrono::steady_clock::now();
+  for (auto wait = kWaits.begin();; ++wait) {
+    try {
+      Open(QString(connectionString_), Login(login_));
+      break;
+    } catch (const DatabaseError& error) {
+      const bool mayTry = wait_ && patient_ && wait != kWaits.end() && MayComeBack(error);
+      patient_ = mayTry && std::chrono::steady_clock::now() + *wait <= started + kLastAttempt && wait_(*wait);
+      if (!patient_) throw;
+    }
+  }
   if (reopened_) reopened_();
 }
 
 bool Connection::ReopenIfLost() {
-  if (!WasOpen() || (session_ && (session_->InTransaction() || session_->IsAlive()))) return false;
+  if (!WasOpen() || InTransaction() || (session_ && session_->IsAlive())) return false;
   Reopen();
   return true;
 }
@@ -99,6 +118,17 @@ Session& Connection::Driver() {
   return *session_;
 }
 
+void Connection::AfterTransaction(std::function<void()> act) {
+  if (!InTransaction()) return act();
+  afterTransaction_.push_back(std::move(act));
+}
+
+void Connection::TransactionEnded() {
+  if (InTransaction()) return;
+  for (const auto& act : std::exchange(afterTransaction_, {}))
+    act();
+}
+
 void Connection::RunLong(const std::function<void()>& work, const std::function<void()>& pump,
                          const std::function<bool()>& cancelled) {
   Worker worker(work);
@@ -114,6 +144,21 @@ void Connection::RunLong(const std::function<void()>& work, const std::function<
   }
   if (session_) session_->ForgetInterruption();
   worker.Finish();
+}
+
+Session& Transaction::Begun(Connection& connection, IfLost ifLost) {
+  if (ifLost == IfLost::kReopen && connection.WasOpen() && !connection.InTransaction()) {
+    connection.ReopenIfLost();
+    try {
+      return Begun(connection, IfLost::kFail);
+    } catch (const DatabaseError& error) {
+      if (!error.ConnectionLost()) throw;
+    }
+    connection.Reopen();
+  }
+  Session& session = connection.Driver();
+  session.Begin();
+  return session;
 }
 
 void Connection::InterruptSession() {

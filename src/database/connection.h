@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -31,6 +32,10 @@ struct Login {
 using SessionFactory = std::function<std::unique_ptr<Session>(const ConnectionTarget& target, const Login& login,
                                                               int connectionTimeoutSeconds)>;
 
+/// Waits before the next attempt to open a lost connection.
+/// \return whether to go on; false when the user does not want to wait
+using WaitForServer = std::function<bool(std::chrono::milliseconds time)>;
+
 /// One connection to the server. It remembers its string and login, so that it can be opened again in the same way, and
 /// the provider errors of the last failure. Only the thread that owns it calls it, one call at a time. While that
 /// thread waits in `RunLong`, the work uses it instead.
@@ -43,7 +48,9 @@ class Connection {
 
   /// \throws DatabaseError
   void Open(const QString& connectionString, const Login& login);
-  /// Opens again with the last string and login.
+  /// Opens again with the last string and login. While the server is away it tries again after 1, 2, 3 and 5 seconds,
+  /// but begins no attempt later than 15 seconds after the first. After a re-opening that failed, the next ones try
+  /// once, until one succeeds.
   /// \throws DatabaseError
   void Reopen();
   /// Opens again when the server does not answer any more. Does nothing inside a transaction, which is lost as a whole,
@@ -68,6 +75,13 @@ class Connection {
 
   /// `told` is called after each re-opening, on the thread that asked for it.
   void OnReopened(std::function<void()> told) { reopened_ = std::move(told); }
+  /// How a re-opening waits, on the thread that asked for it. Without it each re-opening tries once.
+  void OnServerAway(WaitForServer wait) { wait_ = std::move(wait); }
+
+  [[nodiscard]] bool InTransaction() const { return session_ && session_->InTransaction(); }
+  /// Calls `act` now, or, inside a transaction, when its outermost `Transaction` has ended. For what waits for the
+  /// user: on a server, others wait for the rows that a transaction has changed.
+  void AfterTransaction(std::function<void()> act);
 
   [[nodiscard]] int CommandTimeout() const { return commandTimeout_; }
   void SetCommandTimeout(int seconds);
@@ -94,7 +108,10 @@ class Connection {
                const std::function<bool()>& cancelled);
 
  private:
+  friend class Transaction;
+
   void InterruptSession();
+  void TransactionEnded();
 
   SessionFactory factory_;
   std::unique_ptr<Session> session_;
@@ -105,16 +122,28 @@ class Connection {
   int connectionTimeout_ = 15;
   bool wasOpen_ = false;
   bool stopped_ = false;
+  bool patient_ = true;  // whether a re-opening waits for the server
   std::function<void()> reopened_;
+  WaitForServer wait_;
+  std::vector<std::function<void()>> afterTransaction_;
   std::vector<ProviderError> errors_;
 };
 
 /// A transaction that rolls back unless it was committed.
 class Transaction {
  public:
+  enum class IfLost {
+    kReopen,  ///< open a lost connection again and begin there: nothing of the transaction has been done yet
+    kFail,    ///< for a thread that may not open it, or where something belongs to the session
+  };
+  /// \throws DatabaseError
+  explicit Transaction(Connection& connection, IfLost ifLost = IfLost::kReopen)
+      : session_(Begun(connection, ifLost)), connection_(&connection) {}
+  /// For a session that no `Connection` holds.
   explicit Transaction(Session& session) : session_(session) { session_.Begin(); }
   ~Transaction() {
     if (!done_) session_.Rollback();
+    if (connection_ != nullptr) connection_->TransactionEnded();
   }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
@@ -124,7 +153,10 @@ class Transaction {
   }
 
  private:
+  [[nodiscard]] static Session& Begun(Connection& connection, IfLost ifLost);
+
   Session& session_;
+  Connection* connection_ = nullptr;
   bool done_ = false;
 };
 

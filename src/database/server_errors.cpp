@@ -13,6 +13,8 @@ constexpr std::array kTimeOutNumbers = {-2, 1222};
 // The database: no right to it, or no such database. The login: unknown, of the wrong kind, disabled, or with a wrong
 // or expired password.
 constexpr std::array kLoginNumbers = {916, 4060, 18452, 18456, 18470, 18486, 18487, 18488};
+// The database: cannot be started, opened or recovered yet. The server: stops, is paused, or is being upgraded.
+constexpr std::array kPassingNumbers = {904, 921, 922, 4060, 6005, 17142, 18401};
 
 template <std::size_t size>
 bool Has(const std::array<int, size>& numbers, int number) {
@@ -29,6 +31,12 @@ int PendingNumber(int serverNumber) {
   if (IsConstraintNumber(serverNumber)) return kConstraintFailed;
   if (Has(kTimeOutNumbers, serverNumber)) return kCommandTimedOut;
   return Has(kLoginNumbers, serverNumber) ? kAuthenticationFailed : kStatementFailed;
+}
+
+bool MayComeBack(const DatabaseError& error) {
+  return error.ConnectionLost() || std::ranges::any_of(error.Errors(), [](const ProviderError& each) {
+           return Has(kPassingNumbers, each.number);
+         });
 }
 
 DatabaseError LostConnectionError() {

@@ -1,4 +1,5 @@
-// What all drivers have in common: the pending number of a server's error, and the error of a lost connection.
+// What all drivers have in common: the pending number of a server's error, which failures pass, and the error of a lost
+// connection.
 
 #pragma once
 
@@ -11,6 +12,10 @@ namespace qbx {
 
 /// The number of the pending error for an error of the server.
 [[nodiscard]] int PendingNumber(int serverNumber);
+
+/// Whether a server that restarts can be behind a failure to connect: nobody answers yet, the server starts or stops,
+/// or it has not recovered the database yet. A login that is refused is not: trying again could lock it.
+[[nodiscard]] bool MayComeBack(const DatabaseError& error);
 
 /// The error of a lost connection.
 [[nodiscard]] DatabaseError LostConnectionError();

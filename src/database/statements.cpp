@@ -1,5 +1,6 @@
 #include "database/statements.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -11,11 +12,8 @@ constexpr int kReopensOfRead = 3;
 constexpr int kReopensOfExecute = 1;
 constexpr int kReopenPause = 250;
 constexpr int kUnreadableParametersPause = 1500;
+constexpr auto kWaitSlice = std::chrono::milliseconds(100);  // short, so that Cancel takes effect soon
 constexpr int kFailed = -1;
-
-bool InTransaction(Connection& connection) {
-  return connection.IsOpen() && connection.Driver().InTransaction();
-}
 
 /// First column of the first row, when it is a number or a text with a number; 0 for anything else and for a number
 /// beyond 32 bits.
@@ -48,10 +46,27 @@ Statements::Statements(Connection& connection, ErrorInterpretation& interpretati
       interpretation_(interpretation),
       events_(events),
       lastError_(lastError),
-      diagnostics_(diagnostics) {}
+      diagnostics_(diagnostics) {
+  connection.OnServerAway([this](std::chrono::milliseconds time) { return WaitForServer(time); });
+}
+
+bool Statements::WaitForServer(std::chrono::milliseconds time) {
+  for (auto left = time; left.count() > 0; left -= kWaitSlice) {
+    diagnostics_.ui.Wait(static_cast<int>(std::min(left, kWaitSlice).count()));
+    if (diagnostics_.ui.QuitRequested()) return false;
+    if (diagnostics_.status.OffersCancel() && diagnostics_.status.Cancelled()) return false;
+  }
+  return true;
+}
 
 void Statements::Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error,
                         const QString& before) {
+  connection.AfterTransaction(
+      [this, &connection, routine, sql, error, before] { Tell(connection, routine, sql, error, before); });
+}
+
+void Statements::Tell(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error,
+                      const QString& before) {
   // Without a database, the message belongs to what the user asked for, not to each statement.
   if (!connection.WasOpen()) return;
   if (lossTold_ != nullptr && IsLost(connection, error) && std::exchange(*lossTold_, true)) {
@@ -68,7 +83,7 @@ bool Statements::dbOpenRec(Recordset& recordset, const QString& sql, CursorType 
   Connection& target = connection != nullptr ? *connection : connection_;
   recordset.Close();
   const bool stepwise = cursor == CursorType::kForwardOnly && location == CursorLocation::kServer;
-  const bool mayReopen = target.WasOpen() && !InTransaction(target);
+  const bool mayReopen = target.WasOpen() && !target.InTransaction();
   for (int reopens = 0;; ++reopens) {
     try {
       if (reopens > 0) target.Reopen();
@@ -117,14 +132,14 @@ Statements::ExecuteResult Statements::dbExecuteWhole(const QString& sql) {
 }
 
 Statements::ExecuteResult Statements::Execute(Connection& target, const QString& sql, bool returnRecords, bool whole) {
-  const bool mayReopen = target.WasOpen() && !InTransaction(target);
+  const bool mayReopen = target.WasOpen() && !target.InTransaction();
   for (int reopens = 0;; ++reopens) {
     try {
       if (reopens > 0) target.Reopen();
       ExecuteResult result;
       // Rolled back before the failure is reported, because the report writes to the database, too.
       std::optional<Transaction> transaction;
-      if (whole) transaction.emplace(target.Driver());
+      if (whole) transaction.emplace(target, Transaction::IfLost::kFail);
       std::unique_ptr<RowSource> rows = target.Driver().Execute(sql);
       if (transaction) transaction->Commit();
       if (returnRecords && rows != nullptr) result.records = Recordset::Forward(std::move(rows));
@@ -200,7 +215,8 @@ std::optional<DatabaseError> Statements::Prepare(Command& command, const QString
     command.parameters = command.connection->Driver().DescribeProcedure(procedure);
     return std::nullopt;
   } catch (const DatabaseError& error) {
-    if (command.connection->WasOpen()) ShowUnreadableParameters(procedure, error);
+    if (command.connection->WasOpen())
+      command.connection->AfterTransaction([this, procedure, error] { ShowUnreadableParameters(procedure, error); });
     return error;
   }
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <optional>
 #include <vector>
 
@@ -26,8 +27,9 @@ inline constexpr int kOptionUnspecified = -1;
 
 /// Runs statements over the shared connection. No routine throws. Each catches every database error, passes it to the
 /// interpretation, which logs and shows it, and returns its failure value. Outside a transaction a dropped connection
-/// is re-opened silently. While the connection was never open, and once the user has agreed to end the program,
-/// statements fail without a message.
+/// is re-opened silently, and a server that restarts is waited for. Inside a transaction, messages are shown when it
+/// has ended. While the connection was never open, and once the user has agreed to end the program, statements fail
+/// without a message.
 class Statements {
  public:
   Statements(Connection& connection, ErrorInterpretation& interpretation, EventLog& events, LastError& lastError,
@@ -107,6 +109,9 @@ class Statements {
   ExecuteResult Execute(Connection& target, const QString& sql, bool returnRecords, bool whole);
   void Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error,
               const QString& before = {});
+  void Tell(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error,
+            const QString& before);
+  [[nodiscard]] bool WaitForServer(std::chrono::milliseconds time);
   void ShowConnectionProblem();
   std::optional<DatabaseError> Prepare(Command& command, const QString& procedure);
   void ShowUnreadableParameters(const QString& procedure, const DatabaseError& error);

@@ -271,7 +271,7 @@ void MailshotRun::LeaveOut(Row& row, Channel channel, Refusal refusal) {
 template <typename Record>
 void MailshotRun::Settle(Row& row, Channel channel, Sent sent, const QString& reason, Record record) {
   if (sent == Sent::kUncertain) return;  // it stays at "sending"
-  Transaction transaction(services_.statements.Shared().Driver());
+  Transaction transaction(services_.statements.Shared());
   record();
   // A row that was deleted while its message was being sent no longer has a journal.
   sent == Sent::kYes ? (void)journal_.Write(row.recordId, plan_.campaignId, channel, JournalState::kSent)
@@ -287,7 +287,8 @@ bool MailshotRun::IsLastMessage(const Row& row, Channel channel) const {
 }
 
 void MailshotRun::Mark(Row& row) {
-  // A failure was reported. The journal keeps what went out, so the next run only marks the row.
+  // A failure is reported when the transaction has ended. The journal keeps what went out, so the next run only marks
+  // the row.
   services_.statements.dbExecute(QStringLiteral("UPDATE [Campaign Results] SET Processed = 1 WHERE RecordID = ") +
                                  QString::number(row.recordId));
   row.marked = true;

@@ -13,7 +13,7 @@ namespace qbx {
 /// write.
 class Batches {
  public:
-  explicit Batches(Session& session) : session_(session) { transaction_.emplace(session); }
+  explicit Batches(Connection& connection) : connection_(connection) { Begin(); }
   ~Batches() {
     try {
       Commit();
@@ -31,16 +31,18 @@ class Batches {
   void Between(const std::function<void()>& work) {
     Commit();
     work();
-    transaction_.emplace(session_);
+    Begin();
   }
 
  private:
+  // The table of letters belongs to the session.
+  void Begin() { transaction_.emplace(connection_, Transaction::IfLost::kFail); }
   void Commit() {
     if (transaction_) transaction_->Commit();
     transaction_.reset();
   }
 
-  Session& session_;
+  Connection& connection_;
   std::optional<Transaction> transaction_;
 };
 

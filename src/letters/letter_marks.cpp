@@ -38,7 +38,7 @@ LetterMarks::LetterMarks(Connection& connection, QString user) : connection_(con
 
 LetterMarks::Marked LetterMarks::WentOut(int campaignId, const std::vector<qint64>& rows) {
   Marked marked;
-  Transaction transaction(connection_.Driver());
+  Transaction transaction(connection_);
   Recordset sent = Procedure(connection_, "proc_updp_Letters_Sent")
                        .Open({{"@CampaignID", campaignId}, {"@Rows", KeyList(rows)}, {"@UserID", user_}});
   for (sent.MoveFirst(); !sent.Eof(); sent.MoveNext())
@@ -52,11 +52,13 @@ LetterMarks::Marked LetterMarks::WentOut(int campaignId, const std::vector<qint6
 void LetterMarks::AboutToAppear(int campaignId, const std::vector<qint64>& rows, const QString& file) {
   // The end of a path says more than its beginning.
   const QString path = QFileInfo(file).absoluteFilePath().right(kLongestFile);
+  connection_.ReopenIfLost();
   Procedure(connection_, "proc_updp_Letters_File")
       .Execute({{"@CampaignID", campaignId}, {"@Rows", KeyList(rows)}, {"@File", path}});
 }
 
 void LetterMarks::NotOut(int campaignId, const std::vector<qint64>& rows) {
+  connection_.ReopenIfLost();
   Procedure(connection_, "proc_updp_Letters_File").Execute({{"@CampaignID", campaignId}, {"@Rows", KeyList(rows)}});
 }
 

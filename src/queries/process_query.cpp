@@ -166,7 +166,7 @@ QueryOutcome QueryProcessor::RunWithReopen(std::span<const Pass> passes) {
     } catch (const QueryCancelled&) {
       return QueryOutcome::kCancelled;
     } catch (const DatabaseError&) {
-      if (run.cancelled) return QueryOutcome::kCancelled;
+      if (run.cancelled || (!run.commitStarted && CancelPressed())) return QueryOutcome::kCancelled;
       if (repeated || run.commitStarted || IsAlive(connection)) throw;
     }
   }
@@ -188,7 +188,7 @@ QueryOutcome QueryProcessor::RunPasses(std::span<const Pass> passes, RunState& r
         .onlyOptedIn = options_.Only_Send_Comms_When_Opted_In && !(pass.kind == QueryPass::kStart && pass.applyFilters),
         .usingPlatform = options_.Using_Vrelo};
     const auto work = [&] {
-      if (!transaction) transaction = std::make_unique<Transaction>(connection.Driver());
+      if (!transaction) transaction = std::make_unique<Transaction>(connection, Transaction::IfLost::kFail);
       if (!count.parameters.empty()) counts.reasons = ReadReasons(Recordset::ReadAll(count.Open()));
       if (rule.onlyOptedIn) {
         Recordset rows = Recordset::ReadAll(command.Open());
@@ -248,7 +248,11 @@ bool QueryProcessor::ReadAhead() {
 
 // A new status text clears the flag of the Cancel button, so the flag is checked first.
 void QueryProcessor::StopIfCancelled() const {
-  if (diagnostics_.status.Visible() && diagnostics_.status.Cancelled()) throw QueryCancelled();
+  if (CancelPressed()) throw QueryCancelled();
+}
+
+bool QueryProcessor::CancelPressed() const {
+  return diagnostics_.status.Visible() && diagnostics_.status.Cancelled();
 }
 
 QueryRequest QueryProcessor::Request() const {

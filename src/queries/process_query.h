@@ -81,6 +81,7 @@ class QueryProcessor {
   bool Announce(const Pass& pass);
   bool ReadAhead();
   void StopIfCancelled() const;
+  [[nodiscard]] bool CancelPressed() const;
   [[nodiscard]] Command Prepare(const ProcedureCall& call);
   [[nodiscard]] Command PreparePass(const Pass& pass);
   [[nodiscard]] Command PrepareCount(const Pass& pass);

@@ -33,15 +33,15 @@ TEST_F(StatementsTest, ThreeLossesOfOneReadAreBridgedSilently) {
   EXPECT_TRUE(ui.Statuses().empty());
 }
 
-TEST_F(StatementsTest, TheFourthLossIsReported) {
+TEST_F(StatementsTest, TheFourthLossIsReportedAfterOneWaitForTheServer) {
   Open();
   server_.Expect(read_, Lost());
-  for (int loss = 0; loss < 3; ++loss)
-    server_.opens.push_back(Lost().error);
+  server_.opens.assign(5 + 1 + 1, Lost().error);
   Recordset records;
   EXPECT_TRUE(statements_.dbOpenRec(records, read_));
   EXPECT_FALSE(records.IsOpen());
-  EXPECT_EQ(server_.Count("open QBX"), 4);
+  EXPECT_EQ(server_.Count("open QBX"), 1 + 7);
+  EXPECT_EQ(ui.WaitedFor(), 750 + 11'000);
   EXPECT_EQ(ui.MessageTexts(), QStringList{lostText_});
   EXPECT_TRUE(lastError_.DbErrorShown);
 }
@@ -64,6 +64,18 @@ TEST_F(StatementsTest, ExecuteBridgesOneLossOnly) {
   EXPECT_EQ(LogLines().filter("dbExecute Error - UPDATE x").size(), 3);
 }
 
+TEST_F(StatementsTest, AServerThatRestartsIsWaitedForUnlessItRefusesTheLogin) {
+  Open();
+  server_.Expect("UPDATE x", Lost());
+  server_.opens = {Lost().error, Failure("Cannot open database", 4060).error, std::nullopt,
+                   Failure("Login failed", 18456).error};
+  EXPECT_TRUE(statements_.dbExecute("UPDATE x").Ok());
+  EXPECT_TRUE(ui.Messages().empty());
+  server_.Expect("UPDATE x", Lost());
+  EXPECT_FALSE(statements_.dbExecute("UPDATE x").Ok());
+  EXPECT_EQ(ui.WaitedFor(), 3000);
+}
+
 TEST_F(StatementsTest, ACommandThatTellsLossesOnceSaysBothInOneBoxAndNothingMoreAfterAYes) {
   Open();
   const QString sql = "UPDATE x";
@@ -81,16 +93,19 @@ TEST_F(StatementsTest, ACommandThatTellsLossesOnceSaysBothInOneBoxAndNothingMore
   EXPECT_EQ(ui.Messages().size(), 1U);
 }
 
-TEST_F(StatementsTest, ALossInsideATransactionIsNeverBridged) {
+TEST_F(StatementsTest, ALossInsideATransactionIsNotBridgedAndIsToldAfterIt) {
   Open();
-  const Transaction transaction(connection_.Driver());
-  server_.Expect(read_, Lost());
-  server_.Expect("UPDATE", Lost());
-  Recordset records;
-  EXPECT_TRUE(statements_.dbOpenRec(records, read_));
-  EXPECT_FALSE(statements_.dbExecute("UPDATE x").Ok());
+  {
+    const Transaction transaction(connection_);
+    server_.Expect(read_, Lost());
+    server_.Expect("UPDATE", Failure("No"));
+    Recordset records;
+    EXPECT_TRUE(statements_.dbOpenRec(records, read_));
+    EXPECT_FALSE(statements_.dbExecute("UPDATE x").Ok());
+    EXPECT_TRUE(ui.Messages().empty());
+  }
   EXPECT_EQ(server_.Count("open "), 1);
-  EXPECT_EQ(ui.MessageTexts(), (QStringList{lostText_, lostText_}));
+  EXPECT_EQ(ui.MessageTexts(), (QStringList{lostText_, "No\r\n"}));
 }
 
 TEST_F(StatementsTest, WithoutAConnectionEverythingFailsWithoutABox) {

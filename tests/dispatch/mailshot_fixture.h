@@ -14,6 +14,7 @@ class MailshotFixture : public testing::Test {
  protected:
   MailshotFixture() {
     desk.host.ui.OnMessage([this](const Message& message) -> std::optional<MessageAnswer> {
+      EXPECT_FALSE(desk.host.connection.InTransaction()) << "other desks wait behind: " << message.text.toStdString();
       if (message.question == Question::kSmsCredits) return aboutCredits;
       if (message.question == Question::kRepeatDelivered) return aboutDelivered;
       const bool isAboutFailures =

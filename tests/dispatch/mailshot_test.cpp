@@ -318,11 +318,11 @@ TEST_F(MailshotTest, GoesOnWhenRecordsCannotBeWritten) {
   EXPECT_THAT(desk.Processed(), ElementsAre("101", "102"));
 }
 
-TEST_F(MailshotTest, AMarkThatFailsKeepsWhatWentOutAndIsMadeUpForByTheNextRun) {
+TEST_F(MailshotTest, ALostConnectionAndAFailedMarkKeepWhatWentOutAndTheNextRunMarksIt) {
   desk.AddRow(101, "07700900101", "");
   desk.host.Run(
       "CREATE TRIGGER Refuse BEFORE UPDATE OF Processed ON [Campaign Results] BEGIN SELECT RAISE(ABORT, 'not now'); END");
-  AtPoint observer(MailshotPoint::kRowStarted, [](qint64) {});
+  AtPoint observer(MailshotPoint::kAfterSend, [this](qint64) { desk.host.connection.Close(); });
   EXPECT_EQ(desk.MakeMailshot(observer).Send(kCampaign, desk.templates).inDoubt, 0);
   EXPECT_TRUE(desk.Processed().isEmpty());
   EXPECT_EQ(desk.host.Ask("SELECT count(*) FROM SMS").ToInt(), 1);

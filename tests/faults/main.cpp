@@ -21,8 +21,9 @@ namespace {
 
 constexpr int kCustomers = 12;
 constexpr int kWithConsent = 9;
-constexpr int kNoticeable = 10000;  // milliseconds
-constexpr int kLongestRun = 90000;  // milliseconds: three time-outs and a busy computer
+constexpr int kConnectionsOfStart = 2;  // with the master database, then with the program's
+constexpr int kNoticeable = 10000;      // milliseconds
+constexpr int kLongestRun = 90000;      // milliseconds: three time-outs and a busy computer
 
 /// One garage with its own server, and a campaign of which nothing was sent.
 class Road {
@@ -145,6 +146,9 @@ Outcome Play(const test::SandboxProcess& sandbox, const Place& place, const Trou
                                      .row = 0,
                                      .number = trouble.number,
                                      .text = QStringLiteral("Transaction was deadlocked. Rerun the transaction.")});
+  if (trouble.refusals > 0)
+    road.Server().PlannedFaults().Add(
+        {.moment = tds::FaultMoment::kConnect, .skip = kConnectionsOfStart, .times = trouble.refusals});
   QElapsedTimer timer;
   timer.start();
   const test::CtlResult first = road.Run(place);

@@ -35,6 +35,7 @@ constexpr std::array kPlaces = {
     Place{"toggle", "results %1 --send-by sms=0 email=0 letter=0", "UPDATE [Campaign Results] SET"},
     Place{"begin of a change", "results %1 --send-by sms=0 email=0 letter=0", "BEGIN TRANSACTION"},
     Place{"journal", "send %1 --yes", "[proc_updp_Send_Journal]", 4, Promise::kMessages},
+    Place{"begin of a message", "send %1 --yes", "BEGIN TRANSACTION", 6, Promise::kMessages},
     Place{"record", "send %1 --yes", "[proc_addp_SMS]", 2, Promise::kMessages},
     Place{"mark", "send %1 --yes", "SET Processed = 1", 2, Promise::kMessages},
     Place{"commit of a message", "send %1 --yes", "COMMIT", 6, Promise::kMessages},
@@ -51,12 +52,14 @@ struct Trouble {
   tds::FaultMoment moment;
   int number = 0;       ///< of an error
   bool byHand = false;  ///< not in CI, because it takes as long as a time-out, or resembles another
+  int refusals = 0;     ///< how many attempts to connect again are refused after it
 };
 
 /// Faults at a request.
 constexpr std::array kTroubles = {
     Trouble{"closed before", tds::FaultKind::kClose, tds::FaultMoment::kRequest},
     Trouble{"closed after", tds::FaultKind::kClose, tds::FaultMoment::kAnswered, 0, true},
+    Trouble{"restart of 6 seconds", tds::FaultKind::kClose, tds::FaultMoment::kRequest, 0, true, 3},
     Trouble{"reset before", tds::FaultKind::kReset, tds::FaultMoment::kRequest, 0, true},
     Trouble{"reset after", tds::FaultKind::kReset, tds::FaultMoment::kAnswered},
     Trouble{"closed in a row, if it has one", tds::FaultKind::kClose, tds::FaultMoment::kRow, 0, true},
