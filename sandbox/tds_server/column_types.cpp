@@ -1,5 +1,6 @@
 #include "tds_server/column_types.h"
 
+#include <QHash>
 #include <algorithm>
 
 namespace qbx::tds {

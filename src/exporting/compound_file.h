@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QIODevice>
+#include <QString>
 #include <string_view>
 
 namespace qbx {

@@ -45,7 +45,7 @@ class RandomSource {
 
   template <typename Table>
   const auto& Pick(const Table& table) {
-    return table[static_cast<std::size_t>(Between(0, static_cast<int>(std::size(table)) - 1))];
+    return std::begin(table)[Between(0, static_cast<int>(std::size(table)) - 1)];
   }
 
  private:

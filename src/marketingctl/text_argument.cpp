@@ -19,7 +19,7 @@ QString Decode(QByteArray bytes) {
 }  // namespace
 
 QString TextArgument(const std::string& argument) {
-  const QString text = QString::fromStdString(argument);
+  QString text = QString::fromStdString(argument);
   if (!text.startsWith(QLatin1Char('@'))) return text;
   if (text.startsWith(QStringLiteral("@@"))) return text.mid(1);
   QFile file;

@@ -15,7 +15,7 @@ namespace {
 constexpr char kFolder[] = "Reports";
 
 std::optional<QString> Find(const QString& programFolder, const QString& name) {
-  if (const auto path = FindFileNoCase(programFolder, QString::fromLatin1(kFolder) + u'/' + name)) return path;
+  if (auto path = FindFileNoCase(programFolder, QString::fromLatin1(kFolder) + u'/' + name)) return path;
   return FindFileNoCase(programFolder, name);
 }
 

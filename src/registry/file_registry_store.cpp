@@ -101,7 +101,7 @@ QString FileRegistryStore::DeleteKey(RegistryHive hive, const QString& key) {
 }
 
 QString FileRegistryStore::SetValue(RegistryHive hive, const QString& key, const RegistryValue& value) {
-  const QString problem = CheckRegistryValue(value);
+  QString problem = CheckRegistryValue(value);
   if (!problem.isEmpty()) return problem;
   return ChangeHive(hive, [&](RegistryTree& tree) { return tree.SetValue(key, value); });
 }

@@ -18,7 +18,6 @@ qint64 NewProcess(Surroundings& surroundings) {
 
 DeskUser::DeskUser(Surroundings& surroundings, Story& story, const QString& user, const QString& computer)
     : surroundings_(surroundings),
-      story_(story),
       user_(user),
       process_(NewProcess(surroundings)),
       computer_(surroundings, computer, process_),

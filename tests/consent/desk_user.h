@@ -67,7 +67,6 @@ class DeskUser {
   [[nodiscard]] SessionFactory Fused(SessionFactory factory);
 
   Surroundings& surroundings_;
-  Story& story_;
   QString user_;
   qint64 process_;
   test::MemoryRegistryStore registry_;

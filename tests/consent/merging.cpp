@@ -12,7 +12,7 @@ QString DateText(const QDate& day) {
 
 /// The name for a greeting, as the host makes it.
 QString ContactOf(const Customer& customer) {
-  const QString contact = WithoutBlanksAround(Plain(customer.contact));
+  QString contact = WithoutBlanksAround(Plain(customer.contact));
   if (!contact.isEmpty()) return contact;
   const QString title = WithoutBlanksAround(Plain(customer.title));
   const QString lastname = WithoutBlanksAround(customer.lastname);

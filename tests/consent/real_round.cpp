@@ -260,7 +260,7 @@ void RealRound::EndRun(const Ended& ended, const QHash<qint64, std::array<Announ
 
   RunReport report;
   report.died = ended.code < 0;
-  for (const QJsonValue& line : ended.json.value(QStringLiteral("log")).toArray())
+  for (const auto& line : ended.json.value(QStringLiteral("log")).toArray())
     report.log += line.toString();
   for (const QString& line : report.log)
     story_.Tell(QStringLiteral("    log: ") + line.section(QStringLiteral(" - "), 1).simplified());

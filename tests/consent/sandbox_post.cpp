@@ -90,7 +90,7 @@ Delivery SandboxPost::ToDelivery(const QJsonObject& record, Channel channel) con
             .text = record.value(QStringLiteral("message")).toString()};
   }
   QStringList to;
-  for (const QJsonValue& address : record.value(QStringLiteral("to")).toArray())
+  for (const auto& address : record.value(QStringLiteral("to")).toArray())
     to += address.toString();
   return ReadMail(to, FileBytes(sandbox_.Folder() + u'/' + record.value(QStringLiteral("file")).toString()));
 }

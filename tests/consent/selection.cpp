@@ -189,6 +189,7 @@ class Selector {
       spent[invoice.customer] += invoice.pence;
     }
     std::vector<std::pair<qint64, int>> places;
+    places.reserve(spent.size());
     for (const auto& [customer, pence] : spent)
       places.emplace_back(plan_.query == kTopCustomers ? -pence : pence, customer);
     std::sort(places.begin(), places.end());

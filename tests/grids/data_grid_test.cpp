@@ -1,6 +1,7 @@
 // The data grid as a user meets it: sorting, finding, copying, deleting, reading again.
 
 #include <QApplication>
+#include <QClipboard>
 #include <QScrollBar>
 
 #include "grids/grid_fixture.h"
