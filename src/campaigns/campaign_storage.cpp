@@ -158,7 +158,7 @@ bool CampaignStorage::DeleteCampaign(int campaignId) {
   std::optional<Message> refusal;
   const bool ran = Call("DeleteCampaign", "proc_delp_Marketing_Campaign", [&](Command& command) {
     // The transaction holds the write lock from its start, so no run can claim the campaign meanwhile.
-    Transaction transaction(statements_.Shared().Driver());
+    Transaction transaction(statements_.Shared());
     if (deletionGuard_) refusal = deletionGuard_(campaignId);
     if (refusal) return;
     command.SetParameter(QStringLiteral("@CampaignID"), campaignId);

@@ -75,10 +75,22 @@ void Connection::Reopen() {
   if (reopened_) reopened_();
 }
 
+bool Connection::IsLost() {
+  return WasOpen() && (session_ == nullptr || !session_->IsAlive());
+}
+
 bool Connection::ReopenIfLost() {
   if (!WasOpen() || (session_ && (session_->InTransaction() || session_->IsAlive()))) return false;
   Reopen();
   return true;
+}
+
+void Connection::TellTransactionEnded() {
+  if (!transactionEnded_ || !IsOpen() || session_->InTransaction()) return;
+  try {
+    transactionEnded_();
+  } catch (...) {  // the end of the transaction stands, whatever the listener does
+  }
 }
 
 void Connection::Close() {

@@ -63,11 +63,16 @@ class Connection {
   void ResumeWork() { stopped_ = false; }
 
   [[nodiscard]] bool IsOpen() const { return session_ != nullptr && !stopped_; }
+  /// Whether it was open and the server does not answer now. Asks the server.
+  [[nodiscard]] bool IsLost();
   /// Whether it was ever open and is not stopped. Without that, statements fail without a message.
   [[nodiscard]] bool WasOpen() const { return wasOpen_ && !stopped_; }
 
   /// `told` is called after each re-opening, on the thread that asked for it.
   void OnReopened(std::function<void()> told) { reopened_ = std::move(told); }
+  /// `told` is called after each outermost `Transaction` of this connection, committed or rolled back.
+  void OnTransactionEnded(std::function<void()> told) { transactionEnded_ = std::move(told); }
+  void TellTransactionEnded();
 
   [[nodiscard]] int CommandTimeout() const { return commandTimeout_; }
   void SetCommandTimeout(int seconds);
@@ -106,25 +111,36 @@ class Connection {
   bool wasOpen_ = false;
   bool stopped_ = false;
   std::function<void()> reopened_;
+  std::function<void()> transactionEnded_;
   std::vector<ProviderError> errors_;
 };
 
 /// A transaction that rolls back unless it was committed.
 class Transaction {
  public:
+  explicit Transaction(Connection& connection) : Transaction(connection.Driver()) { connection_ = &connection; }
+  /// Nobody is told of its end.
   explicit Transaction(Session& session) : session_(session) { session_.Begin(); }
   ~Transaction() {
-    if (!done_) session_.Rollback();
+    if (done_) return;
+    session_.Rollback();
+    TellEnd();
   }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
   void Commit() {
     session_.Commit();
     done_ = true;
+    TellEnd();
   }
 
  private:
+  void TellEnd() {
+    if (connection_ != nullptr) connection_->TellTransactionEnded();
+  }
+
   Session& session_;
+  Connection* connection_ = nullptr;
   bool done_ = false;
 };
 

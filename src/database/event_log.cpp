@@ -1,5 +1,7 @@
 #include "database/event_log.h"
 
+#include <utility>
+
 #include "util/text.h"
 
 namespace qbx {
@@ -33,6 +35,7 @@ EventLog::EventLog(Connection& connection, const EventContext& context, const Lo
       addMarketingEvent_(connection, "proc_addp__Marketing_Log", kTimeout) {
   connection.OnReopened(
       [this] { LogEvent(kEventError, 0, QStringLiteral("CONN"), QStringLiteral("Connection Lost - reconnected.")); });
+  connection.OnTransactionEnded([this] { WriteHeld(); });
 }
 
 void EventLog::LogEvent(int eventType, int tableId, const QString& key, const QString& details) {
@@ -40,12 +43,26 @@ void EventLog::LogEvent(int eventType, int tableId, const QString& key, const QS
     log_.WriteLog(QStringLiteral("Event - Type:%1, Table:%2, Key:").arg(eventType).arg(tableId) + key);
     return;
   }
+  const Event event{eventType, tableId, CutText(key, kKeyLength), CutText(details, kDetailsLength)};
+  const bool mayBeUndone = connection_.IsOpen() && connection_.Driver().InTransaction();
+  if (eventType == kEventError && mayBeUndone)
+    held_.push_back(event);
+  else
+    Write(event);
+}
+
+void EventLog::Write(const Event& event) {
   CallQuietly(connection_, addEvent_,
               {{"@Username", context_.user},
-               {"@EventType", eventType},
-               {"@TableID", tableId},
-               {"@TableKey", CutText(key, kKeyLength)},
-               {"@Details", CutText(details, kDetailsLength)}});
+               {"@EventType", event.type},
+               {"@TableID", event.tableId},
+               {"@TableKey", event.key},
+               {"@Details", event.details}});
+}
+
+void EventLog::WriteHeld() {
+  for (const Event& event : std::exchange(held_, {}))
+    Write(event);
 }
 
 void EventLog::LogMarketingEvent(const QString& event) {

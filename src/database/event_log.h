@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <vector>
 
 #include "database/connection.h"
 #include "database/event_context.h"
@@ -16,7 +17,8 @@ enum EventType { kEventError = 6, kEventSms = 7, kEventPrint = 8, kEventMarketin
 inline constexpr char kMarketingKey[] = "MARKETING";
 
 /// Writes events, and one for each re-opening of its connection. Swallows its own failures, so that an error report can
-/// itself write an event; shows nothing.
+/// itself write an event; shows nothing. An error inside a transaction is written after the transaction has ended, since
+/// a rollback would undo the event, too.
 class EventLog {
  public:
   EventLog(Connection& connection, const EventContext& context, const LogFile& log);
@@ -30,11 +32,22 @@ class EventLog {
   void LogMarketingEvent(const QString& event);
 
  private:
+  struct Event {
+    int type = 0;
+    int tableId = 0;
+    QString key;
+    QString details;
+  };
+
+  void Write(const Event& event);
+  void WriteHeld();
+
   Connection& connection_;
   const EventContext& context_;
   const LogFile& log_;
   Procedure addEvent_;
   Procedure addMarketingEvent_;
+  std::vector<Event> held_;  // until the transaction ends
 };
 
 }  // namespace qbx

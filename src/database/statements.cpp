@@ -124,7 +124,7 @@ Statements::ExecuteResult Statements::Execute(Connection& target, const QString&
       ExecuteResult result;
       // Rolled back before the failure is reported, because the report writes to the database, too.
       std::optional<Transaction> transaction;
-      if (whole) transaction.emplace(target.Driver());
+      if (whole) transaction.emplace(target);
       std::unique_ptr<RowSource> rows = target.Driver().Execute(sql);
       if (transaction) transaction->Commit();
       if (returnRecords && rows != nullptr) result.records = Recordset::Forward(std::move(rows));

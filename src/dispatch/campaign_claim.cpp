@@ -46,7 +46,7 @@ std::optional<ClaimHolder> CampaignClaim::HeldBy(int campaignId) {
 std::optional<ClaimHolder> CampaignClaim::Take(int campaignId) {
   // Nobody takes the campaign between looking and taking. The program's own database has one writer at a time; on a
   // server the look holds the claim until the transaction ends.
-  Transaction transaction(connection_.Driver());
+  Transaction transaction(connection_);
   if (std::optional<ClaimHolder> holder = HeldBy(campaignId)) return holder;
   take_.Execute({{"@CampaignID", campaignId},
                  {"@UserID", user_},

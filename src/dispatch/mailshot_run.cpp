@@ -271,7 +271,7 @@ void MailshotRun::LeaveOut(Row& row, Channel channel, Refusal refusal) {
 template <typename Record>
 void MailshotRun::Settle(Row& row, Channel channel, Sent sent, const QString& reason, Record record) {
   if (sent == Sent::kUncertain) return;  // it stays at "sending"
-  Transaction transaction(services_.statements.Shared().Driver());
+  Transaction transaction(services_.statements.Shared());
   record();
   // A row that was deleted while its message was being sent no longer has a journal.
   sent == Sent::kYes ? (void)journal_.Write(row.recordId, plan_.campaignId, channel, JournalState::kSent)

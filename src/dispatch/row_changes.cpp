@@ -107,7 +107,7 @@ RowChange RowChanges::Change(int campaignId, const std::vector<qint64>& rows, co
   keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
   // No run can claim the campaign until the transaction ends. The program's own database has one writer at a time; on a
   // server the look at the claim holds it, and the reading of the rows holds these.
-  Transaction transaction(connection_.Driver());
+  Transaction transaction(connection_);
   change.refusal = guard_.LookAtClaim(campaignId);
   if (change.refusal) return change;
   LastChange kept;
@@ -202,7 +202,7 @@ bool RowChanges::KeepOne(int campaignId, LastChange kept, const std::function<vo
                          const std::function<bool()>& change) {
   std::optional<Transaction> transaction;
   try {
-    transaction.emplace(connection_.Driver());
+    transaction.emplace(connection_);
     read(kept);
   } catch (const DatabaseError&) {
     // For example after a lost connection, which the change opens again. The change matters more than Undo.
@@ -219,7 +219,7 @@ bool RowChanges::KeepOne(int campaignId, LastChange kept, const std::function<vo
 
 RowChange RowChanges::Undo(int campaignId) {
   RowChange change;
-  Transaction transaction(connection_.Driver());
+  Transaction transaction(connection_);
   change.refusal = guard_.LookAtClaim(campaignId);
   if (change.refusal) return change;
   if (last_.tookOut)

@@ -42,7 +42,7 @@ bool SendJournal::Write(qint64 recordId, int campaignId, Channel channel, Journa
 }
 
 bool SendJournal::BeginAgain(qint64 recordId, int campaignId, Channel channel) {
-  Transaction transaction(connection_.Driver());
+  Transaction transaction(connection_);
   forget_.Execute({{"@RecordID", recordId}, {"@Channel", static_cast<int>(channel)}});
   if (!Write(recordId, campaignId, channel, JournalState::kSending)) return false;
   transaction.Commit();

@@ -12,7 +12,7 @@ DoubtSettlement SettleDoubt(Connection& connection, ReplaceGuard& guard, const Q
                             const std::set<qint64>& rows, DoubtOutcome outcome) {
   DoubtSettlement settlement;
   // The transaction holds the write lock from its start, so no run can claim the campaign meanwhile.
-  Transaction transaction(connection.Driver());
+  Transaction transaction(connection);
   settlement.refusal = guard.LookAtClaim(campaignId);
   if (settlement.refusal) return settlement;
   std::set<qint64> settled;

@@ -13,7 +13,7 @@ namespace qbx {
 /// write.
 class Batches {
  public:
-  explicit Batches(Session& session) : session_(session) { transaction_.emplace(session); }
+  explicit Batches(Connection& connection) : connection_(connection) { transaction_.emplace(connection); }
   ~Batches() {
     try {
       Commit();
@@ -31,7 +31,7 @@ class Batches {
   void Between(const std::function<void()>& work) {
     Commit();
     work();
-    transaction_.emplace(session_);
+    transaction_.emplace(connection_);
   }
 
  private:
@@ -40,7 +40,7 @@ class Batches {
     transaction_.reset();
   }
 
-  Session& session_;
+  Connection& connection_;
   std::optional<Transaction> transaction_;
 };
 

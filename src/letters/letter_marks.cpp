@@ -38,7 +38,7 @@ LetterMarks::LetterMarks(Connection& connection, QString user) : connection_(con
 
 LetterMarks::Marked LetterMarks::WentOut(int campaignId, const std::vector<qint64>& rows) {
   Marked marked;
-  Transaction transaction(connection_.Driver());
+  Transaction transaction(connection_);
   Recordset sent = Procedure(connection_, "proc_updp_Letters_Sent")
                        .Open({{"@CampaignID", campaignId}, {"@Rows", KeyList(rows)}, {"@UserID", user_}});
   for (sent.MoveFirst(); !sent.Eof(); sent.MoveNext())

@@ -181,7 +181,7 @@ bool LetterRun::CreateLetters(const QString& letter, LettersTable& letters) {
   bool cancelled = false;
   {
     const ShownProgress shown(observer_, total);
-    Batches batches(services_.statements.Shared().Driver());
+    Batches batches(services_.statements.Shared());
     for (rows_.MoveFirst(); !rows_.Eof() && !cancelled; rows_.MoveNext()) {
       if (!MayGetLetter(rows_)) continue;
       merge.Merge(MergeRow(rows_, BlankContact::kBecomesCustomer), services_.diagnostics.clock.Today(), merged);

@@ -188,7 +188,7 @@ QueryOutcome QueryProcessor::RunPasses(std::span<const Pass> passes, RunState& r
         .onlyOptedIn = options_.Only_Send_Comms_When_Opted_In && !(pass.kind == QueryPass::kStart && pass.applyFilters),
         .usingPlatform = options_.Using_Vrelo};
     const auto work = [&] {
-      if (!transaction) transaction = std::make_unique<Transaction>(connection.Driver());
+      if (!transaction) transaction = std::make_unique<Transaction>(connection);
       if (!count.parameters.empty()) counts.reasons = ReadReasons(Recordset::ReadAll(count.Open()));
       if (rule.onlyOptedIn) {
         Recordset rows = Recordset::ReadAll(command.Open());
