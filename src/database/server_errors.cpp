@@ -31,6 +31,10 @@ int PendingNumber(int serverNumber) {
   return Has(kLoginNumbers, serverNumber) ? kAuthenticationFailed : kStatementFailed;
 }
 
+bool SaysConnectionLost(const QString& message) {
+  return message.contains(QLatin1String("general network error"), Qt::CaseInsensitive);
+}
+
 DatabaseError LostConnectionError() {
   const QString text =
       QStringLiteral("[DBNETLIB][ConnectionWrite (send()).]General network error. Check your network documentation.");

@@ -12,6 +12,9 @@ namespace qbx {
 /// The number of the pending error for an error of the server.
 [[nodiscard]] int PendingNumber(int serverNumber);
 
+/// Whether a message for the user is about a lost connection.
+[[nodiscard]] bool SaysConnectionLost(const QString& message);
+
 /// The error of a lost connection.
 [[nodiscard]] DatabaseError LostConnectionError();
 
