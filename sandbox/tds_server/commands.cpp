@@ -17,7 +17,7 @@ const char* const kCommandHelp =
 fault: close, reset, hang (no cancelling is heeded), slow ("ms"), error ("number", "text"), no-encryption, wrong-password, offline.
 at: connect, login, request (before it is carried out), answered (after it was), row (in the middle of row number "row").
 Only requests with the text "match" in them count; "skip" of them go well first; "times": 0 is for ever.
-The end of the input ends the server.)";
+A command with another key is refused. The end of the input ends the server.)";
 
 namespace {
 
