@@ -17,7 +17,7 @@ const char* const kCommandHelp =
 fault: close, reset, hang (no cancelling is heeded), slow ("ms"), error ("number", "text"), no-encryption, wrong-password, offline.
 at: connect, login, request (before it is carried out), answered (after it was), row (in the middle of row number "row").
 Only requests with the text "match" in them count; "skip" of them go well first; "times": 0 is for ever.
-The end of the input ends the server.)";
+A command with another key is refused. The end of the input ends the server.)";
 
 namespace {
 
@@ -44,6 +44,41 @@ constexpr std::array kMomentWords = {
     Word<FaultMoment>{"row", FaultMoment::kRow},
 };
 
+/// What a command may hold.
+struct CommandKey {
+  const char* name;
+  QJsonValue::Type type;
+  bool ofFault = false;
+};
+
+constexpr std::array kKeys = {
+    CommandKey{"clear", QJsonValue::Bool},          CommandKey{"listening", QJsonValue::Bool},
+    CommandKey{"endConnections", QJsonValue::Bool}, CommandKey{"fault", QJsonValue::String},
+    CommandKey{"at", QJsonValue::String, true},     CommandKey{"match", QJsonValue::String, true},
+    CommandKey{"skip", QJsonValue::Double, true},   CommandKey{"times", QJsonValue::Double, true},
+    CommandKey{"row", QJsonValue::Double, true},    CommandKey{"ms", QJsonValue::Double, true},
+    CommandKey{"number", QJsonValue::Double, true}, CommandKey{"text", QJsonValue::String, true},
+};
+
+QString TypeName(QJsonValue::Type type) {
+  return type == QJsonValue::Bool     ? QStringLiteral("true or false")
+         : type == QJsonValue::Double ? QStringLiteral("a number")
+                                      : QStringLiteral("a text");
+}
+
+/// \return what is wrong with the keys of a command; empty: nothing
+QString KeyProblem(const QJsonObject& command) {
+  for (auto given = command.begin(); given != command.end(); ++given) {
+    const auto known =
+        std::ranges::find_if(kKeys, [&given](const CommandKey& key) { return given.key() == QLatin1String(key.name); });
+    if (known == kKeys.end()) return QStringLiteral("no such key: %1").arg(given.key());
+    if (given->type() != known->type) return QStringLiteral("%1 has to be %2").arg(given.key(), TypeName(known->type));
+    if (known->ofFault && !command.contains(QLatin1String("fault")))
+      return QStringLiteral("%1 says something of a fault, and the command has none").arg(given.key());
+  }
+  return {};
+}
+
 template <typename Meaning, std::size_t count>
 bool Mean(const std::array<Word<Meaning>, count>& words, const QString& word, Meaning& meaning) {
   const auto found =
@@ -65,9 +100,12 @@ QString AddFault(Server& server, const QJsonObject& command) {
   const QString kind = command[QLatin1String("fault")].toString();
   Fault fault;
   if (!Mean(kKindWords, kind, fault.kind)) return QStringLiteral("no such fault: %1").arg(kind);
-  QString moment = command[QLatin1String("at")].toString();
-  if (kind == QLatin1String("no-encryption")) moment = QStringLiteral("connect");
-  if (kind == QLatin1String("wrong-password") || kind == QLatin1String("offline")) moment = QStringLiteral("login");
+  const QString given = command[QLatin1String("at")].toString();
+  const bool atLogin = kind == QLatin1String("wrong-password") || kind == QLatin1String("offline");
+  const QString moment = kind == QLatin1String("no-encryption") ? QStringLiteral("connect")
+                         : atLogin                              ? QStringLiteral("login")
+                                                                : given;
+  if (!given.isEmpty() && given != moment) return QStringLiteral("%1 happens at %2 only").arg(kind, moment);
   if (!Mean(kMomentWords, moment, fault.moment)) return QStringLiteral("no such moment: %1").arg(moment);
   fault.match = command[QLatin1String("match")].toString();
   fault.skip = number("skip", fault.skip);
@@ -98,6 +136,7 @@ QByteArray CarryOutCommand(Server& server, const QByteArray& line) {
   const QJsonDocument document = QJsonDocument::fromJson(line);
   if (!document.isObject()) return Line({{QStringLiteral("error"), QStringLiteral("a command is one JSON object")}});
   const QJsonObject command = document.object();
+  if (const QString wrong = KeyProblem(command); !wrong.isEmpty()) return Line({{QStringLiteral("error"), wrong}});
   if (command[QLatin1String("clear")].toBool()) server.PlannedFaults().Clear();
   if (command.contains(QLatin1String("listening"))) server.SetListening(command[QLatin1String("listening")].toBool());
   if (command[QLatin1String("endConnections")].toBool()) server.EndConnections();

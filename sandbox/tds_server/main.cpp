@@ -1,9 +1,11 @@
 // Entry point of tds_server.
 
 #include <CLI/CLI.hpp>
+#include <QFileInfo>
 #include <cstdio>
 #include <iostream>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 #include "hostdb/database_upgrade.h"
@@ -42,9 +44,11 @@ std::function<void(int client, const QString& request)> Tracer(const std::string
 }
 
 void Run(const Options& options) {
+  const QString folder = QString::fromLocal8Bit(options.folder.c_str());
+  if (!QFileInfo(folder).isDir()) throw std::runtime_error("there is no folder " + options.folder);
   const qbx::SystemClock clock;
   const std::unique_ptr<qbx::tds::TlsIdentity> identity = MakeIdentity(options);
-  qbx::EmbeddedEngine engine(QString::fromLocal8Bit(options.folder.c_str()), clock, qbx::KeepUpToDate);
+  qbx::EmbeddedEngine engine(folder, clock, qbx::KeepUpToDate);
   qbx::tds::Server server(engine, options.port, identity.get());
   if (!options.trace.empty()) server.OnRequest(Tracer(options.trace));
   std::printf("tds_server ready port=%d\n", server.Port());

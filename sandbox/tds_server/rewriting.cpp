@@ -1,13 +1,24 @@
 #include "tds_server/rewriting.h"
 
+#include <QRegularExpression>
+
 #include "database/embedded/errors.h"
 #include "tds_server/parameters.h"
 
 namespace qbx::tds {
 namespace {
 
+/// Inside a text literal, a server drops a "\" together with the line break behind it.
 QString TextOf(const Token& token) {
-  return QString::fromUtf8(token.text.data(), static_cast<qsizetype>(token.text.size()));
+  static const QRegularExpression kContinued(QStringLiteral("\\\\\\r?\\n"));
+  QString text = QString::fromUtf8(token.text.data(), static_cast<qsizetype>(token.text.size()));
+  return token.kind == TokenKind::kString ? text.remove(kContinued) : text;
+}
+
+/// Whether the token is the "+" beside a text, for which SQLite has another sign.
+bool JoinsTexts(Tokens statement, std::size_t i) {
+  return statement[i].IsSymbol("+") && i > 0 && i + 1 < statement.size() &&
+         (statement[i - 1].kind == TokenKind::kString || statement[i + 1].kind == TokenKind::kString);
 }
 
 bool StartsStatement(const Token& token) {
@@ -80,7 +91,9 @@ QString Rewritten(Tokens statement, const ValueOf& valueOf) {
     }
     if (!text.isEmpty()) text += u' ';
     if (asked.isEmpty()) {
-      text += IsNoLimit(statement, i) ? QStringLiteral("-1") : TextOf(token);
+      text += IsNoLimit(statement, i)    ? QStringLiteral("-1")
+              : JoinsTexts(statement, i) ? QStringLiteral("||")
+                                         : TextOf(token);
       continue;
     }
     const std::optional<Value> value = valueOf(asked);

@@ -51,16 +51,6 @@ QString QuestionToBringOnline(const QString& status) {
          QLatin1String("\r\rDo you want to attempt to bring the database back online?");
 }
 
-/// Why a name must not stand in a connection string or a statement; nothing when it may.
-std::optional<DatabaseError> NameProblem(const QString& server, const QString& database) {
-  for (const QString& name : {server, database}) {
-    if (!name.contains(u';') && !name.contains(u']')) continue;
-    const QString text = QStringLiteral("\"%1\" cannot be the name of a server or a database.").arg(name);
-    return DatabaseError(kAuthenticationFailed, text, {});
-  }
-  return std::nullopt;
-}
-
 QString ReadableDescription(const DatabaseError& error) {
   QString description = error.Description();
   description.remove(QLatin1String("[DBNETLIB]"));
@@ -68,6 +58,15 @@ QString ReadableDescription(const DatabaseError& error) {
 }
 
 }  // namespace
+
+std::optional<DatabaseError> NameProblem(const QString& server, const QString& database) {
+  for (const QString& name : {server, database}) {
+    if (!name.contains(u';') && !name.contains(u']')) continue;
+    const QString text = QStringLiteral("\"%1\" cannot be the name of a server or a database.").arg(name);
+    return DatabaseError(kUnusableSetting, text, {});
+  }
+  return std::nullopt;
+}
 
 QString ServerName(const QString& server, const ConnectSettings& settings) {
   const bool ownInstance = settings.settingsVersion2 && !settings.overrideAutomaticSettings;

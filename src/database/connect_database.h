@@ -37,6 +37,9 @@ struct ConnectionFlags {
   QString databaseFileFolder = {};  ///< with a separator at the end; only when the database is "master"
 };
 
+/// Why a name must not stand in a connection string or a statement (kUnusableSetting); nothing when both may.
+[[nodiscard]] std::optional<DatabaseError> NameProblem(const QString& server, const QString& database);
+
 /// The full server name: the given name, followed by "\QBX" when settings version 2 applies and is not overridden.
 [[nodiscard]] QString ServerName(const QString& server, const ConnectSettings& settings);
 

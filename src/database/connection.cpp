@@ -94,8 +94,12 @@ void Connection::Reopen() {
   if (reopened_) reopened_();
 }
 
+bool Connection::IsLost() {
+  return WasOpen() && (session_ == nullptr || !session_->IsAlive());
+}
+
 bool Connection::ReopenIfLost() {
-  if (!WasOpen() || InTransaction() || (session_ && session_->IsAlive())) return false;
+  if (InTransaction() || !IsLost()) return false;
   Reopen();
   return true;
 }

@@ -70,6 +70,8 @@ class Connection {
   void ResumeWork() { stopped_ = false; }
 
   [[nodiscard]] bool IsOpen() const { return session_ != nullptr && !stopped_; }
+  /// Whether it was open and the server does not answer now. Asks the server.
+  [[nodiscard]] bool IsLost();
   /// Whether it was ever open and is not stopped. Without that, statements fail without a message.
   [[nodiscard]] bool WasOpen() const { return wasOpen_ && !stopped_; }
 

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "database/server_errors.h"
+
 namespace qbx {
 
 namespace {
@@ -147,7 +149,7 @@ QString ErrorInterpretation::ReportDatabaseError(const Connection* connection, c
         kTwoReturns +
         QLatin1String("A record may be required which may be being edited and which can't be updated at this time.");
   const QString above = before.isEmpty() ? QString() : before + kTwoReturns;
-  if (Contains(message, "general network error")) {
+  if (SaysConnectionLost(message)) {
     OfferToQuit(above + message);
     return message;
   }

@@ -40,12 +40,18 @@ void EventLog::LogEvent(int eventType, int tableId, const QString& key, const QS
     log_.WriteLog(QStringLiteral("Event - Type:%1, Table:%2, Key:").arg(eventType).arg(tableId) + key);
     return;
   }
-  CallQuietly(connection_, addEvent_,
-              {{"@Username", context_.user},
-               {"@EventType", eventType},
-               {"@TableID", tableId},
-               {"@TableKey", CutText(key, kKeyLength)},
-               {"@Details", CutText(details, kDetailsLength)}});
+  const auto write = [this, eventType, tableId, key, details] {
+    CallQuietly(connection_, addEvent_,
+                {{"@Username", context_.user},
+                 {"@EventType", eventType},
+                 {"@TableID", tableId},
+                 {"@TableKey", CutText(key, kKeyLength)},
+                 {"@Details", CutText(details, kDetailsLength)}});
+  };
+  if (eventType == kEventError)
+    connection_.AfterTransaction(write);
+  else
+    write();
 }
 
 void EventLog::LogMarketingEvent(const QString& event) {

@@ -16,7 +16,8 @@ enum EventType { kEventError = 6, kEventSms = 7, kEventPrint = 8, kEventMarketin
 inline constexpr char kMarketingKey[] = "MARKETING";
 
 /// Writes events, and one for each re-opening of its connection. Swallows its own failures, so that an error report can
-/// itself write an event; shows nothing.
+/// itself write an event; shows nothing. An error inside a transaction is written after the end of the transaction,
+/// because a rollback would undo the event, too.
 class EventLog {
  public:
   EventLog(Connection& connection, const EventContext& context, const LogFile& log);

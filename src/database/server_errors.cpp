@@ -39,6 +39,10 @@ bool MayComeBack(const DatabaseError& error) {
          });
 }
 
+bool SaysConnectionLost(const QString& message) {
+  return message.contains(QLatin1String("general network error"), Qt::CaseInsensitive);
+}
+
 DatabaseError LostConnectionError() {
   const QString text =
       QStringLiteral("[DBNETLIB][ConnectionWrite (send()).]General network error. Check your network documentation.");

@@ -17,6 +17,9 @@ namespace qbx {
 /// or it has not recovered the database yet. A login that is refused is not: trying again could lock it.
 [[nodiscard]] bool MayComeBack(const DatabaseError& error);
 
+/// Whether a message for the user is about a lost connection.
+[[nodiscard]] bool SaysConnectionLost(const QString& message);
+
 /// The error of a lost connection.
 [[nodiscard]] DatabaseError LostConnectionError();
 

@@ -13,7 +13,8 @@ namespace qbx {
 class LogFile {
  public:
   /// \param fallbackPath  the file as long as no path is set (the program folder's "MARKETING.LOG")
-  LogFile(const Clock& clock, QString fallbackPath);
+  /// \param writes        false: every line is lost
+  LogFile(const Clock& clock, QString fallbackPath, bool writes = true);
 
   /// \param path  empty for the fallback
   void SetPath(const QString& path) { path_ = path; }
@@ -25,6 +26,7 @@ class LogFile {
   const Clock& clock_;
   QString path_;
   QString fallbackPath_;
+  bool writes_;
 };
 
 }  // namespace qbx

@@ -39,15 +39,41 @@ void RollBackScript(Session& session) {
   }
 }
 
+/// The first line of a batch that is no comment.
+QString FirstLine(const QString& batch) {
+  for (const QString& line : batch.split(u'\n'))
+    if (!line.startsWith(QLatin1String("--"))) return line.trimmed();
+  return {};
+}
+
+/// The error of a batch, with words to find the batch by.
+DatabaseError InBatch(const DatabaseError& error, qsizetype number, const QStringList& batches) {
+  const QString place = QStringLiteral("batch %1 of the %2 of the script, which begins \"%3\"")
+                            .arg(number)
+                            .arg(batches.size())
+                            .arg(FirstLine(batches[number - 1]));
+  const QString text =
+      error.ConnectionLost()
+          ? QStringLiteral(
+                "The connection to the server was lost in %1. The server undoes what was not finished. Run the command again: what is done already does no harm.")
+                .arg(place)
+          : QStringLiteral("The server refused %1. Nothing was changed. It said: %2").arg(place, error.Description());
+  return DatabaseError(error.Number(), text, error.Errors());
+}
+
 }  // namespace
 
 void InstallOnServer(Session& session) {
+  const QStringList batches = BatchesOf(ServerScript());
+  qsizetype number = 0;
   try {
-    for (const QString& batch : BatchesOf(ServerScript()))
+    for (const QString& batch : batches) {
+      ++number;
       session.Execute(batch);
-  } catch (...) {
+    }
+  } catch (const DatabaseError& error) {
     RollBackScript(session);
-    throw;
+    throw InBatch(error, number, batches);
   }
 }
 

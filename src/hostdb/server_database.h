@@ -18,7 +18,8 @@ class Session;
 [[nodiscard]] QStringList BatchesOf(const QString& script);
 
 /// Runs ServerScript in the database of the session. It needs a login that may make tables there (db_owner).
-/// \throws DatabaseError of the batch that failed; nothing was changed then
+/// \throws DatabaseError of the batch that failed, which it names. Nothing was changed then, unless the connection was
+///         lost in the last batch.
 void InstallOnServer(Session& session);
 
 }  // namespace qbx

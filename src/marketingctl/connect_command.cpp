@@ -24,6 +24,7 @@ constexpr std::array kProblemCodes = {
     ProblemCode{ConnectionProblem::kNoSqlServer, "no_sql_server"},
     ProblemCode{ConnectionProblem::kDriverMissing, "no_driver"},
     ProblemCode{ConnectionProblem::kSettingRefused, "unusable_setting"},
+    ProblemCode{ConnectionProblem::kPasswordUnreadable, "password_unreadable"},
     ProblemCode{ConnectionProblem::kCannotEncrypt, "cannot_encrypt"},
     ProblemCode{ConnectionProblem::kCertificateRefused, "certificate_refused"},
     ProblemCode{ConnectionProblem::kConnectionLost, "connection_lost"},
@@ -31,6 +32,7 @@ constexpr std::array kProblemCodes = {
     ProblemCode{ConnectionProblem::kNoDatabase, "no_database"},
     ProblemCode{ConnectionProblem::kDatabaseOffline, "database_offline"},
     ProblemCode{ConnectionProblem::kHostTablesMissing, "host_tables_missing"},
+    ProblemCode{ConnectionProblem::kCompanyMissing, "company_missing"},
     ProblemCode{ConnectionProblem::kOther, "other"},
 };
 
@@ -53,6 +55,11 @@ QJsonValue EncryptionText(const std::optional<ServerEncryption>& encryption) {
   return {};
 }
 
+Reason ReasonOf(ConnectionProblem problem) {
+  if (problem == ConnectionProblem::kNoDatabase) return Reason::kNoDatabase;
+  return problem == ConnectionProblem::kCompanyMissing ? Reason::kStartFailed : Reason::kDatabaseAway;
+}
+
 int Connect(Program& program) {
   const ConnectionFindings findings = TestConnection(program.app);
   const bool fine = findings.problem == ConnectionProblem::kNone;
@@ -69,16 +76,14 @@ int Connect(Program& program) {
       {QStringLiteral("moduleVersion"), findings.moduleVersion},
       {QStringLiteral("problem"), CodeOf(findings.problem)},
   };
-  if (!fine) {
-    const bool missing = findings.problem == ConnectionProblem::kNoDatabase;
-    Refuse(missing ? Reason::kNoDatabase : Reason::kDatabaseAway, findings.text);
-  }
+  if (!fine) Refuse(ReasonOf(findings.problem), findings.text);
   if (program.json) {
     QJsonObject object = fine ? QJsonObject() : ErrorJson();
     for (const auto& [name, value] : facts)
       object.insert(name, value);
     PrintJson(object);
   } else {
+    if (fine) PrintLine(QStringLiteral("The connection works."));
     for (const auto& [name, value] : facts)
       PrintLine(name.leftJustified(20) + value.toVariant().toString());
   }
@@ -93,7 +98,7 @@ void AddConnectCommand(Runner& runner) {
   auto test = std::make_shared<bool>(false);
   command.add_flag("--test", *test, "Only try; nothing is changed or logged")->required();
   command.footer("Example: marketingctl --folder garage connect --test\nEnds with 1 when it does not work.");
-  runner.AddUnconnectedCommand(command, [test](Program& program) { return Connect(program); });
+  runner.AddUnloggedCommand(command, [test](Program& program) { return Connect(program); });
 }
 
 }  // namespace qbx::ctl

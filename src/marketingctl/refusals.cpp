@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <optional>
 
+#include "database/server_errors.h"
 #include "marketingctl/exit_codes.h"
 
 namespace qbx::ctl {
@@ -45,6 +46,7 @@ constexpr auto kErrorCodes = std::to_array<ErrorCode>({
     {Reason::kLettersInDoubt, "letters_in_doubt",
      "letters may stand in a file and were not marked, and --in-doubt was not given"},
     {Reason::kInterrupted, "interrupted", "the query, the letters or the report were interrupted"},
+    {Reason::kScriptRefused, "script_refused", "the server refused a batch of the script that \"server install\" runs"},
     {Reason::kOther, "failed", "anything else; the message says what"},
 });
 
@@ -82,9 +84,15 @@ int Refuse(const QString& text) {
 }
 
 void NoteRefusal(Reason reason, const QString& text) {
+  if (reason == Reason::kOther && SaysConnectionLost(text)) reason = Reason::kDatabaseAway;
   std::optional<KeptRefusal>& kept = Kept();
   if (!kept) kept = {reason, text.simplified()};
   if (kept->reason == Reason::kOther) kept->reason = reason;
+}
+
+void NoteLostDatabase(Connection& connection) {
+  std::optional<KeptRefusal>& kept = Kept();
+  if (kept && kept->reason == Reason::kOther && connection.IsLost()) kept->reason = Reason::kDatabaseAway;
 }
 
 QJsonObject ErrorJson() {

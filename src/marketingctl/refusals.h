@@ -6,6 +6,7 @@
 #include <QString>
 #include <span>
 
+#include "database/connection.h"
 #include "platform/user_interface.h"
 
 namespace qbx::ctl {
@@ -28,6 +29,9 @@ int Refuse(const QString& text);
 /// Keeps a refusal that was already shown. A process handles one call and reports one error: the first text and the
 /// first known reason.
 void NoteRefusal(Reason reason, const QString& text);
+
+/// Gives a refusal without a known reason the reason of a lost database when the database does not answer.
+void NoteLostDatabase(Connection& connection);
 
 /// `{"error": {"code", "message"}}` of this call; empty when nothing was refused.
 [[nodiscard]] QJsonObject ErrorJson();

@@ -82,6 +82,12 @@ void Runner::AddUnconnectedCommand(CLI::App& command, Action action) {
       [this, action = std::move(action)] { chosen_ = [this, action] { return Start(action, Needs::kNames); }; });
 }
 
+void Runner::AddUnloggedCommand(CLI::App& command, Action action) {
+  command.callback([this, action = std::move(action)] {
+    chosen_ = [this, action] { return Start(action, Needs::kNamesUnlogged); };
+  });
+}
+
 void Runner::AddBareCommand(CLI::App& command, std::function<int()> action) {
   command.callback([this, action = std::move(action)] { chosen_ = action; });
 }
@@ -133,12 +139,14 @@ int Runner::Start(const Action& action, Needs needs) {
   const SystemClock clock;
   const Folders folders = FindFolders(Text(flags_.folder));
   if (const auto problem = FolderProblem(folders.program)) return Refuse(problem->reason, problem->text);
-  Application app({.ui = ui, .clock = clock, .folders = folders});
+  const bool namesOnly = needs == Needs::kNames || needs == Needs::kNamesUnlogged;
+  Application app({.ui = ui, .clock = clock, .folders = folders, .writesLog = needs != Needs::kNamesUnlogged});
   if (const auto problem = IniProblem(app.ini.Path())) return Refuse(problem->reason, problem->text);
+  if (const auto problem = namesOnly ? RegistryProblem(app.registryStore) : std::nullopt)
+    return Refuse(problem->reason, problem->text);
   const HeadlessStart request{
       .user = Text(flags_.user), .databaseName = Text(flags_.database), .instance = Text(flags_.instance)};
-  const StartOutcome outcome =
-      needs == Needs::kNames ? app.start.SettleHeadless(request) : app.start.RunHeadless(request);
+  const StartOutcome outcome = namesOnly ? app.start.SettleHeadless(request) : app.start.RunHeadless(request);
   if (outcome != StartOutcome::kRunning)
     return Refuse(Reason::kNoUser, QStringLiteral("Say who this is done as: --user NAME or QBX_USER."));
   if (needs == Needs::kConnection) {
@@ -149,6 +157,7 @@ int Runner::Start(const Action& action, Needs needs) {
   Program program{ui, app, desk, flags_.json};
   const int code = action(program);
   ui.EndProgress();
+  NoteLostDatabase(app.connection);
   return code == kDone && ui.QuitRequested() ? static_cast<int>(kRefused) : code;
 }
 

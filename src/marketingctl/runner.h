@@ -53,6 +53,8 @@ class Runner {
   void AddOfflineCommand(CLI::App& command, Action action);
   /// Adds a command that connects by itself and needs no user. The program only finds out its names.
   void AddUnconnectedCommand(CLI::App& command, Action action);
+  /// The same, for a command that writes no log.
+  void AddUnloggedCommand(CLI::App& command, Action action);
   /// Adds a command that does not start the program at all.
   void AddBareCommand(CLI::App& command, std::function<int()> action);
 
@@ -62,7 +64,7 @@ class Runner {
 
  private:
   [[nodiscard]] int Parse(int argc, char** argv);
-  enum class Needs { kNames, kStart, kConnection };
+  enum class Needs { kNamesUnlogged, kNames, kStart, kConnection };
   [[nodiscard]] int Start(const Action& action, Needs needs);
   [[nodiscard]] int Misused(const CLI::ParseError& error) const;
 

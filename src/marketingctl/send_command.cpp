@@ -103,7 +103,7 @@ int ExitCodeOf(const MailshotSummary& summary, const RowsLeft& rows, const Headl
   switch (summary.end) {
     case MailshotEnd::kRefused:
       // With no row flagged there is nothing to do, and only an information is shown.
-      return ui.Warned() || ui.Declined() ? kRefused : kDone;
+      return ui.Warned() || ui.Declined() || ui.QuitRequested() ? kRefused : kDone;
     case MailshotEnd::kFailed:
       return kRefused;
     case MailshotEnd::kPaused:
@@ -117,7 +117,8 @@ int ExitCodeOf(const MailshotSummary& summary, const RowsLeft& rows, const Headl
   const int inDoubt = std::max(summary.inDoubt, rows.inDoubt);
   const bool failed =
       summary.smsFailed + summary.emailFailed + inDoubt > 0 || summary.end == MailshotEnd::kOutOfCredits;
-  return failed ? kSomeFailed : kDone;
+  if (failed) return kSomeFailed;
+  return ui.QuitRequested() ? kRefused : kDone;
 }
 
 /// Why a run that was not refused had nothing to do; null when it had something.
@@ -177,7 +178,10 @@ void Print(Program& program, const SendReport& report) {
                        {QStringLiteral("dry_run"), dryRun},
                        {QStringLiteral("nothing"), nothing ? QJsonValue(QLatin1String(nothing)) : QJsonValue()},
                        {QStringLiteral("log"), QJsonArray::fromStringList(program.desk.resultsLog.Lines())}};
-    if (code == kRefused) object.insert(QStringLiteral("error"), ErrorJson()[QStringLiteral("error")]);
+    if (code == kRefused) {
+      NoteLostDatabase(program.app.connection);
+      object.insert(QStringLiteral("error"), ErrorJson()[QStringLiteral("error")]);
+    }
     PrintJson(object);
     return;
   }

@@ -33,14 +33,19 @@ int Install(Program& program, const std::string& loginName) {
                                                       .overrideAutomaticSettings = settings.overrideAutomaticSettings});
   if (IsEmbeddedServer(server))
     return Refuse(QStringLiteral("No SQL Server is set. \"marketingctl init\" makes an embedded database."));
+  if (loginName.empty() && !settings.passwordFailure.isEmpty())
+    return Refuse(Reason::kDatabaseAway, settings.passwordFailure);
+  bool connected = false;
   try {
     app.sqlServer.SetUp(settings.sqlServer);
     const std::unique_ptr<Session> session =
         app.sqlServer.Connect({server, app.startup.databaseName}, LoginFor(settings, loginName), kLoginSeconds);
     session->SetCommandTimeout(kBatchSeconds);
+    connected = true;
     InstallOnServer(*session);
   } catch (const DatabaseError& error) {
-    return Refuse(Reason::kDatabaseAway, error.Description());
+    const bool refused = connected && !error.ConnectionLost();
+    return Refuse(refused ? Reason::kScriptRefused : Reason::kDatabaseAway, error.Description());
   }
   if (program.json)
     PrintJson(QJsonObject{{QStringLiteral("server"), server}, {QStringLiteral("database"), app.startup.databaseName}});

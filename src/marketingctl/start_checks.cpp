@@ -42,7 +42,16 @@ std::optional<StartRefusal> IniProblem(const QString& path) {
           QStringLiteral(" is damaged: it is not text. It was left as it is; repair or remove it, then try again.")};
 }
 
-std::optional<StartRefusal> StartProblem(const Application& app, const HeadlessUi& ui) {
+std::optional<StartRefusal> RegistryProblem(RegistryStore& registry) {
+  for (const RegistryHive hive : {RegistryHive::kLocalMachine, RegistryHive::kCurrentUser}) {
+    QString error;
+    (void)registry.Values(hive, QString(), &error);
+    if (!error.isEmpty()) return StartRefusal{Reason::kStartFailed, error};
+  }
+  return std::nullopt;
+}
+
+std::optional<StartRefusal> StartProblem(Application& app, const HeadlessUi& ui) {
   if (!app.hostConnection.Connected() || ui.QuitRequested()) {
     return StartRefusal{Reason::kDatabaseAway,
                         QStringLiteral("There is no connection to the database, so nothing was done.")};
@@ -54,6 +63,10 @@ std::optional<StartRefusal> StartProblem(const Application& app, const HeadlessU
         QStringLiteral(
             "The database \"%1\" of %2 is not available, so nothing was done. \"status\" shows what the program connects to.")
             .arg(app.startup.databaseName, app.startup.ProgramFolder)};
+  }
+  if (ui.Warned() && app.connection.IsLost()) {
+    return StartRefusal{Reason::kDatabaseAway,
+                        QStringLiteral("The connection to the database was lost, so nothing was done.")};
   }
   if (ui.Warned()) {
     return StartRefusal{Reason::kStartFailed,

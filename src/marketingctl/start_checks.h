@@ -22,9 +22,12 @@ struct StartRefusal {
 /// \return what is wrong with an existing INI file; a missing file is fine
 [[nodiscard]] std::optional<StartRefusal> IniProblem(const QString& path);
 
+/// \return why a file of the registry cannot be read; missing files are fine
+[[nodiscard]] std::optional<StartRefusal> RegistryProblem(RegistryStore& registry);
+
 /// When settings could be read only in part, a person sees a warning at the start and decides. Without a person the
 /// command is refused, because consent is one of the settings.
 /// \return why the command must not run; nothing when it may
-[[nodiscard]] std::optional<StartRefusal> StartProblem(const Application& app, const HeadlessUi& ui);
+[[nodiscard]] std::optional<StartRefusal> StartProblem(Application& app, const HeadlessUi& ui);
 
 }  // namespace qbx::ctl

@@ -19,7 +19,7 @@ QString EditionText(const EditionFlags& edition) {
 }
 
 int Status(Program& program) {
-  const Application& app = program.app;
+  Application& app = program.app;
   const bool connected = app.hostConnection.Ready();
   const QString server = app.hostConnection.Server();
   const QList<QPair<QString, QJsonValue>> facts = {

@@ -64,6 +64,7 @@ enum class Reason {
   kNothingToSend,
   kLettersInDoubt,
   kInterrupted,
+  kScriptRefused,
 };
 
 /// One message box. Line breaks are carriage returns ("\r"); each interface converts them.

@@ -77,6 +77,7 @@ std::optional<QString> HostCipher::Encipher(const QString& text, QString* error)
 }
 
 QString HostCipher::Decipher(const QString& enciphered, const QString& what) {
+  failures_.remove(what);
   if (enciphered.isEmpty()) return {};
   QString error;
   if (LoadKey(&error)) {
@@ -85,7 +86,9 @@ QString HostCipher::Decipher(const QString& enciphered, const QString& what) {
     if (text) return *text;
     error = QStringLiteral("It was not enciphered with this installation's key.");
   }
-  log_.WriteLog(QStringLiteral("The stored %1 could not be deciphered. %2").arg(what, error));
+  const QString failure = QStringLiteral("The stored %1 could not be deciphered. %2").arg(what, error);
+  failures_.insert(what, failure);
+  log_.WriteLog(failure);
   return {};
 }
 

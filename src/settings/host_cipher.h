@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 #include <optional>
 
@@ -33,6 +34,10 @@ class HostCipher {
   /// \return the text; empty, with one log line, when it cannot be deciphered. An empty text gives an empty text.
   [[nodiscard]] QString Decipher(const QString& enciphered, const QString& what);
 
+  /// Why the value could not be deciphered when it was read last; empty when it could, or was never read.
+  /// \param what  as in `Decipher`
+  [[nodiscard]] QString Failure(const QString& what) const { return failures_.value(what); }
+
   /// The value of an option: deciphered after the marker "b64!/", unchanged without it.
   [[nodiscard]] QString Reveal(const QString& stored, const QString& what);
 
@@ -47,6 +52,7 @@ class HostCipher {
   QString keyFile_;
   const LogFile& log_;
   QByteArray key_;
+  QHash<QString, QString> failures_;
 };
 
 }  // namespace qbx

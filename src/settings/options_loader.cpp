@@ -18,6 +18,10 @@ QString ResolveSender(const QString& stored, const QString& senderId) {
 
 }  // namespace
 
+QString OptionsCall(const QString& companyCode) {
+  return QStringLiteral("proc_selp__Option(%1)").arg(SqlQuoted(companyCode));
+}
+
 OptionsLoader::OptionsLoader(Statements& statements, IniFile& ini, HostCipher& cipher, StartupValues& startup,
                              EventContext& context, Options& options, Diagnostics diagnostics)
     : statements_(statements),
@@ -77,7 +81,7 @@ bool OptionsLoader::ReadRows() {
 }
 
 bool OptionsLoader::OpenRow(const QString& companyCode, Recordset& row) {
-  return !statements_.dbOpenRec(row, QStringLiteral("proc_selp__Option(%1)").arg(SqlQuoted(companyCode))) && !row.Eof();
+  return !statements_.dbOpenRec(row, OptionsCall(companyCode)) && !row.Eof();
 }
 
 bool OptionsLoader::ReadKeys(const Recordset& row, OptionSource source) {

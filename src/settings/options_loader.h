@@ -12,6 +12,9 @@
 
 namespace qbx {
 
+/// The call that reads the options of a company; no row when it has none.
+[[nodiscard]] QString OptionsCall(const QString& companyCode);
+
 /// Fills `Options`. Called after every successful connection, and again before each query run.
 class OptionsLoader {
  public:

@@ -78,7 +78,15 @@ class Section {
   QString programFolder_;
 };
 
+QString SecretName(const char* name) {
+  return QStringLiteral("value %1 of section Service").arg(QString::fromLatin1(name));
+}
+
 }  // namespace
+
+QString BuiltInPasswordName(bool version2) {
+  return SecretName(version2 ? kBuiltInPassword2 : kBuiltInPassword);
+}
 
 QString ServiceKeyFile(const IniFile& ini, const QString& programFolder) {
   return Section(ini, programFolder).Path(kKeyFile);
@@ -86,10 +94,7 @@ QString ServiceKeyFile(const IniFile& ini, const QString& programFolder) {
 
 ServiceSettings ReadServiceSettings(const IniFile& ini, const QString& programFolder, HostCipher& cipher) {
   const Section section(ini, programFolder);
-  const auto secret = [&](const char* name) {
-    return cipher.Decipher(section.Text(name),
-                           QStringLiteral("value %1 of section Service").arg(QString::fromLatin1(name)));
-  };
+  const auto secret = [&](const char* name) { return cipher.Decipher(section.Text(name), SecretName(name)); };
   return {.keyFile = section.Path(kKeyFile),
           .builtInPassword = secret(kBuiltInPassword),
           .builtInPassword2 = secret(kBuiltInPassword2),

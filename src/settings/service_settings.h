@@ -32,6 +32,9 @@ struct ServiceSettings {
   int mailTimeout = 300;                ///< seconds for one e-mail
 };
 
+/// The name by which `HostCipher::Failure` knows the built-in password of the old settings or of version 2.
+[[nodiscard]] QString BuiltInPasswordName(bool version2);
+
 /// The path of the key file that the section names, by default "QBX.KEY" in the program folder.
 [[nodiscard]] QString ServiceKeyFile(const IniFile& ini, const QString& programFolder);
 

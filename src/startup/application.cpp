@@ -50,7 +50,7 @@ Application::Application(const ApplicationSetup& setup)
     : startup(ValuesFor(setup.folders.program)),
       ui(setup.ui),
       clock(setup.clock),
-      log(clock, startup.ProgramFolder + QStringLiteral("MARKETING.LOG")),
+      log(clock, startup.ProgramFolder + QStringLiteral("MARKETING.LOG"), setup.writesLog),
       status(ui),
       errors(log, status, ui),
       diagnostics{clock, log, ui, status, errors},

@@ -30,6 +30,7 @@ struct ApplicationSetup {
   UserInterface& ui;
   const Clock& clock;
   Folders folders;
+  bool writesLog = true;  ///< false: the log file stays as it is
   // Stand-ins for tests; for a null pointer the real object is made.
   const HostInfo* host = nullptr;
   RegistryStore* registry = nullptr;

@@ -19,11 +19,15 @@ class LoginKey {
     return registry_.sysLoadValueFromLocalMachine(QString::fromLatin1(kLogin), QString::fromLatin1(name),
                                                   QString::fromLatin1(defaultValue));
   }
-  [[nodiscard]] QString Secret(const char* name) const {
-    return cipher_.Decipher(Text(name), QStringLiteral("registry value Login\\%1").arg(QString::fromLatin1(name)));
-  }
+  [[nodiscard]] QString Secret(const char* name) const { return cipher_.Decipher(Text(name), SecretName(name)); }
+  /// Why the last `Secret` of this name could not be deciphered; empty when it could.
+  [[nodiscard]] QString Failure(const char* name) const { return cipher_.Failure(SecretName(name)); }
 
  private:
+  [[nodiscard]] static QString SecretName(const char* name) {
+    return QStringLiteral("registry value Login\\%1").arg(QString::fromLatin1(name));
+  }
+
   RegistryValues& registry_;
   HostCipher& cipher_;
 };
@@ -34,25 +38,34 @@ QString ReadServer(RegistryValues& registry, const LoginKey& key) {
   return registry.sysLoadValueFromRegistry(QString::fromLatin1(kLogin), QStringLiteral("Server"));
 }
 
-/// The login to use: the registry's own, else the database user's, else the built-in default.
-Login ChooseLogin(const LoginKey& key, const ServiceSettings& service, bool version2Defaults) {
+/// Takes the login to use: the registry's own, else the database user's, else the built-in default.
+void ReadLogin(const LoginKey& key, const ServiceSettings& service, const HostCipher& cipher, LoginSettings& settings) {
   Login database = {key.Text("DBUsername"), key.Secret("DBPassword")};
+  QString failure = key.Failure("DBPassword");
   if (TrimBlanks(database.user).toUpper() == QStringLiteral("QBX")) {
     database = {QString::fromLatin1(kServerAdministrator), service.builtInPassword2};
+    failure.clear();
   }
-  Login login;
+  Login& login = settings.login;
   login.user = key.Text("SQLLoginUser");
   if (login.user.isEmpty()) login.user = database.user;
   if (login.user.isEmpty()) login.user = QString::fromLatin1(kServerAdministrator);
 
   if (!key.Text("SQLLoginPassword").isEmpty()) {
     login.password = key.Secret("SQLLoginPassword");
+    failure = key.Failure("SQLLoginPassword");
   } else if (!database.password.isEmpty()) {
     login.password = database.password;
   } else {
-    login.password = version2Defaults ? service.builtInPassword2 : service.builtInPassword;
+    const bool version2 = settings.settingsVersion2 && !settings.overrideAutomaticSettings;
+    login.password = version2 ? service.builtInPassword2 : service.builtInPassword;
+    if (failure.isEmpty()) failure = cipher.Failure(BuiltInPasswordName(version2));
   }
-  return login;
+  if (failure.isEmpty()) return;
+  settings.passwordFailure =
+      failure +
+      QStringLiteral(
+          " Copy the key file of the computer that enciphered it to this one, or store here what \"marketingctl encipher\" prints.");
 }
 
 /// Takes the registry value `Encrypt`. What is neither yes nor no must not connect without encryption unnoticed.
@@ -93,7 +106,7 @@ LoginSettings ReadLoginSettings(RegistryValues& registry, const IniFile& ini, co
   settings.server = ReadServer(registry, key);
   settings.settingsVersion2 = UsesSettingsVersion2(ini, programFolder);
   settings.overrideAutomaticSettings = key.Text("OverrideAutomaticSettings") == QStringLiteral("Y");
-  settings.login = ChooseLogin(key, service, settings.settingsVersion2 && !settings.overrideAutomaticSettings);
+  ReadLogin(key, service, cipher, settings);
   settings.sqlServer = ReadSqlServerSettings(key, service);
   return settings;
 }

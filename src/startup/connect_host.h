@@ -19,6 +19,7 @@ struct LoginSettings {
   QString companyCode;
   QString server;
   Login login;
+  QString passwordFailure = {};  ///< why the stored password cannot be deciphered, and what to do; empty: it can
   bool settingsVersion2 = false;
   bool overrideAutomaticSettings = false;
   OdbcSettings sqlServer = {};

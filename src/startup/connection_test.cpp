@@ -51,7 +51,7 @@ QString WordsFor(ConnectionProblem problem, const ConnectionFindings& findings) 
           "The server offers no encryption, and the registry value Login\\Encrypt wants it. Nothing was sent to it. Give the server a certificate, or set the value to N.");
     case ConnectionProblem::kCertificateRefused:
       return QStringLiteral(
-          "Most likely the server's certificate is not trusted, or is for another name than the one that is connected to. If so, nothing was sent to it. Put the authority that signed it into the file that the INI file names, or connect by the name in the certificate. A connection that is lost during the log-in looks the same: try again, too.");
+          "The server's certificate was refused, or the connection broke while it was checked: the driver does not tell which. Try again first. If it stays so, the certificate is not trusted, or is for another name than the one in Server. Name the file of the authority that signed it as CaFile in the section Service of the INI file, or connect by the name in the certificate. To a server whose certificate was refused no login was sent.");
     case ConnectionProblem::kConnectionLost:
       return QStringLiteral(
           "The server ended the connection during the log-in or just after it. Try again. If it happens again, look into the server's log; a server that only knows encryption older than TLS 1.2 may do the same.");
@@ -68,6 +68,19 @@ QString WordsFor(ConnectionProblem problem, const ConnectionFindings& findings) 
   }
 }
 
+/// The words for an open port where nothing answers; empty for everything else.
+QString SilenceOf(ServerPresence presence, const ConnectionFindings& findings) {
+  const QString what = presence == ServerPresence::kSilent
+                           ? QStringLiteral("nothing came back in %1 seconds").arg(kLoginSeconds)
+                       : presence == ServerPresence::kHungUp ? QStringLiteral("it was ended at once")
+                                                             : QString();
+  if (what.isEmpty()) return {};
+  return QStringLiteral(
+             "Port %1 of %2 took the connection, but %3. If that is the right port, SQL Server hangs there, is starting or is ending; otherwise check the port.")
+      .arg(findings.port)
+      .arg(findings.host, what);
+}
+
 ConnectionProblem ProblemOf(ServerPresence presence) {
   switch (presence) {
     case ServerPresence::kNameUnknown:
@@ -75,7 +88,10 @@ ConnectionProblem ProblemOf(ServerPresence presence) {
     case ServerPresence::kPortClosed:
       return ConnectionProblem::kPortClosed;
     case ServerPresence::kNoAnswer:
+    case ServerPresence::kSilent:
       return ConnectionProblem::kNoAnswer;
+    case ServerPresence::kHungUp:
+      return ConnectionProblem::kConnectionLost;
     case ServerPresence::kStranger:
       return ConnectionProblem::kNoSqlServer;
     case ServerPresence::kThere:
@@ -98,7 +114,8 @@ class Test {
     embedded_ = IsEmbeddedServer(findings_.server);
     if (embedded_) findings_.server.clear();
     try {
-      if (embedded_ || ServerAnswers()) UseDatabase(Open(findings_.database));
+      if (const std::optional<DatabaseError> refusal = NameProblem(login_.server, findings_.database)) throw *refusal;
+      if (embedded_ || (PasswordIsKnown() && ServerAnswers())) UseDatabase(Open(findings_.database));
     } catch (const DatabaseError& error) {
       Explain(error);
     }
@@ -109,6 +126,13 @@ class Test {
   void Tell(ConnectionProblem problem, const QString& text = {}) {
     findings_.problem = problem;
     findings_.text = text.isEmpty() ? WordsFor(problem, findings_) : text;
+  }
+
+  bool PasswordIsKnown() {
+    if (login_.passwordFailure.isEmpty()) return true;
+    Tell(ConnectionProblem::kPasswordUnreadable,
+         login_.passwordFailure + QStringLiteral(" Nothing was sent to the server."));
+    return false;
   }
 
   /// Before anything is sent that only the right server should see.
@@ -128,7 +152,7 @@ class Test {
       if (probe.presence == ServerPresence::kThere)
         findings_.encryption = login_.sqlServer.encrypt ? ServerEncryption::kAll : probe.encryption;
       if (const ConnectionProblem problem = ProblemOf(probe.presence); problem != ConnectionProblem::kNone)
-        Tell(problem);
+        Tell(problem, SilenceOf(probe.presence, findings_));
       else if (login_.sqlServer.encrypt && probe.encryption == ServerEncryption::kNone)
         Tell(ConnectionProblem::kCannotEncrypt);
     } catch (const DatabaseError& error) {
@@ -174,6 +198,20 @@ class Test {
     if (versions.Eof()) return Tell(ConnectionProblem::kHostTablesMissing);
     findings_.databaseVersion = static_cast<int>(versions.Field(QStringLiteral("Version")).ToInt());
     findings_.moduleVersion = static_cast<int>(versions.Field(QStringLiteral("Marketing_Version")).ToInt());
+    CheckCompany(*session);
+  }
+
+  /// A start reads the options of company "A", and those of its own company.
+  void CheckCompany(Session& session) {
+    for (const QString& company : {QStringLiteral("A"), login_.companyCode}) {
+      const std::unique_ptr<RowSource> row = session.Execute(OptionsCall(company));
+      if (row && row->Next()) continue;
+      return Tell(
+          ConnectionProblem::kCompanyMissing,
+          QStringLiteral(
+              "The database \"%1\" can be opened, but its table _Options has no row of the company \"%2\". It needs one of company \"A\", and one of the company that the registry value Login\\Company names.")
+              .arg(findings_.database, company));
+    }
   }
 
   void Explain(const DatabaseError& error) {

@@ -18,14 +18,16 @@ enum class ConnectionProblem {
   kNoAnswer,
   kNoSqlServer,  ///< something else answers there
   kDriverMissing,
-  kSettingRefused,      ///< a value in the registry cannot be used; nothing was sent
+  kSettingRefused,      ///< what is set cannot be used; nothing was sent
+  kPasswordUnreadable,  ///< the stored password cannot be deciphered; nothing was sent
   kCannotEncrypt,       ///< encryption is set, and the server offers none
-  kCertificateRefused,  ///< encryption is set, and most likely the server's certificate is not trusted
+  kCertificateRefused,  ///< encryption is set; the certificate was refused, or the connection broke meanwhile
   kConnectionLost,      ///< during the log-in, or just after it
   kLoginRefused,
   kNoDatabase,
   kDatabaseOffline,
   kHostTablesMissing,  ///< a database, but not of the host product
+  kCompanyMissing,     ///< it has no options of the company that is set
   kOther,
 };
 

@@ -32,6 +32,18 @@ TEST_F(EventLogTest, TiesAMarketingEventToTheCampaign) {
   EXPECT_EQ(server_.calls.last(), "call proc_addp__Marketing_Log @UserID=Jo Brown @Event=Print Letters @CampaignID=-7");
 }
 
+TEST_F(EventLogTest, AnErrorInATransactionIsWrittenWhenARollbackCannotUndoIt) {
+  Open();
+  {
+    const Transaction outer(connection_);
+    Transaction inner(connection_);
+    events_.LogEvent(kEventError, 0, "DB", "why it is rolled back");
+    inner.Commit();
+    EXPECT_EQ(server_.Count("proc_addp__Log"), 0);
+  }
+  EXPECT_EQ(server_.Count("@Details=why it is rolled back"), 1);
+}
+
 TEST_F(EventLogTest, AFailedEventIsDropped) {
   events_.LogEvent(kEventError, 0, "DB", {});
   Open();

@@ -82,7 +82,10 @@ class TdsServer(unittest.TestCase):
                     cursor.execute(many)
                     cursor.fetchall()
             self.assertEqual(self.tell(clear=False)["faults"], 1)
-        self.assertIn("error", self.tell(fault="close", at="noon"))
+        for wrong in ({"fault": "close", "at": "noon"}, {"fault": "offline", "at": "row"}, {"fault": "slow", "at": "login", "seconds": 1}, {"at": "login"}, {"listening": "no"}):
+            self.assertIn("error", self.tell(**wrong), wrong)
+        nowhere = subprocess.run([PROGRAMS / "tds_server", "--folder", "/nowhere"], stdin=subprocess.DEVNULL, capture_output=True, text=True)
+        self.assertEqual((nowhere.returncode, nowhere.stdout, nowhere.stderr), (1, "", "tds_server: there is no folder /nowhere\n"))
         self.tell(clear=True)
 
     def test_a_javascript_client_reads_and_writes(self):

@@ -75,6 +75,10 @@ TEST_F(SqlServerTest, NamesTheProblemInATestOfTheConnection) {
   Set("SQLLoginUser", QStringLiteral("garage"));
   EXPECT_EQ(Problem(), ConnectionProblem::kNone);
   EXPECT_EQ(Problem("Nowhere"), ConnectionProblem::kNoDatabase);
+  EXPECT_EQ(Problem("Some;where"), ConnectionProblem::kSettingRefused);
+  Set("Company", QStringLiteral("B"));
+  EXPECT_EQ(Problem(), ConnectionProblem::kCompanyMissing);
+  Set("Company", QString());
   const auto master = engine.Connect({QString(), QStringLiteral("master")}, {}, 5);
   const QString status = QStringLiteral("ALTER DATABASE [%1] SET ").arg(QLatin1String(kServerDatabase));
   master->Execute(status + QStringLiteral("OFFLINE"));
@@ -103,7 +107,14 @@ TEST_F(SqlServerTest, NamesTheProblemInATestOfTheConnection) {
   Set("Server", QStringLiteral("127.0.0.1,%1").arg(server.Port()));
   server.SetListening(false);
   EXPECT_EQ(Problem(), ConnectionProblem::kPortClosed);
+  tds::Server closing(engine);
+  closing.PlannedFaults().Add({.kind = tds::FaultKind::kClose, .moment = tds::FaultMoment::kConnect});
+  Set("Server", QStringLiteral("127.0.0.1,%1").arg(closing.Port()));
+  EXPECT_EQ(Problem(), ConnectionProblem::kConnectionLost);
   EXPECT_FALSE(QFile::exists(folder.File(QStringLiteral("MARKETING.LOG"))));
+  Set("SQLLoginPassword", QStringLiteral("secret"));
+  EXPECT_EQ(Problem(), ConnectionProblem::kPasswordUnreadable);
+  EXPECT_EQ(closing.Counted().logins, 0);
 }
 
 TEST_F(SqlServerTest, EncryptsOnlyWithACertificateThatIsTrustedForTheName) {
@@ -116,6 +127,8 @@ TEST_F(SqlServerTest, EncryptsOnlyWithACertificateThatIsTrustedForTheName) {
   at("localhost");
   Set("Encrypt", QStringLiteral("y"));
   EXPECT_EQ(Problem(), ConnectionProblem::kCertificateRefused);
+  folder.Write(QStringLiteral("QBX.INI"), "[Service]\nCaFile=nowhere.pem\n");
+  EXPECT_EQ(Problem(), ConnectionProblem::kSettingRefused);
   folder.Write(QStringLiteral("QBX.INI"), "[Service]\nCaFile=" + files.authority.toUtf8() + "\n");
   EXPECT_EQ(encrypting.Counted().logins, 0);
   EXPECT_EQ(Problem(), ConnectionProblem::kNone);

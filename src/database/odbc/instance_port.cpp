@@ -182,7 +182,7 @@ int FindInstancePort(const ServerAddress& address, const InstanceSearch& search)
     Fail(
         kUnspecifiedError,
         QStringLiteral(
-            "SQL Server does not exist or access denied. The computer %1 did not tell where its instance %2 is. The service SQL Server Browser has to run there, and the firewall to let UDP port %3 through; or write the port behind the server's name, after a comma.")
+            "SQL Server does not exist or access denied. The computer %1 did not tell the port of an instance %2. Check how the instance is written. The service SQL Server Browser has to run there, and the firewall has to let UDP port %3 through. Or write the port in place of the instance: %1,PORT.")
             .arg(address.host, address.instance, QString::number(search.port)));
   if (*port == kNoNetwork)
     Fail(

@@ -37,12 +37,28 @@ std::unique_ptr<Session> OdbcDriver::Connect(const ConnectionTarget& target, con
   if (!settings_.refusal.isEmpty()) Refuse(kUnusableSetting, settings_.refusal);
   const ServerAddress address = LocateServer(target.server);
   const OdbcConnectionString composed = ComposeConnectionString(address, target.database, login, settings_);
-  if (!composed.freeTdsFile.isEmpty()) WriteFreeTdsFile(composed.freeTdsFile);
+  if (!composed.freeTdsFile.isEmpty()) {
+    CheckAuthorities();
+    WriteFreeTdsFile(composed.freeTdsFile);
+  }
   try {
     return std::make_unique<OdbcSession>(std::make_shared<OdbcLink>(composed.text, loginTimeoutSeconds, roundTrips_));
   } catch (const OdbcFailure& failure) {
     throw FailureToConnect(failure.records, settings_.driver, settings_.encrypt);
   }
+}
+
+/// FreeTDS does not tell a file that is missing from a certificate that is not trusted.
+void OdbcDriver::CheckAuthorities() const {
+  if (settings_.authorities.isEmpty()) return;
+  QFile file(settings_.authorities);
+  const bool opened = file.open(QIODevice::ReadOnly);
+  if (opened && file.readAll().contains("-----BEGIN")) return;
+  Refuse(
+      kUnusableSetting,
+      QStringLiteral(
+          "The file of certificate authorities %1 cannot be used: %2. Nothing was sent to the server. The INI file names it as CaFile in the section Service.")
+          .arg(file.fileName(), opened ? QStringLiteral("it holds no certificate (PEM)") : file.errorString()));
 }
 
 void OdbcDriver::WriteFreeTdsFile(const QString& text) const {

@@ -40,6 +40,7 @@ class OdbcDriver {
   [[nodiscard]] qint64 RoundTripCount() const { return roundTrips_; }
 
  private:
+  void CheckAuthorities() const;
   void WriteFreeTdsFile(const QString& text) const;
 
   OdbcSettings settings_;

@@ -44,6 +44,9 @@ class ProbeSocket {
   ProbeSocket& operator=(const ProbeSocket&) = delete;
 
   [[nodiscard]] int Descriptor() const { return socket_; }
+  void Send(const QByteArray& bytes) const {
+    ::send(socket_, bytes.constData(), static_cast<std::size_t>(bytes.size()), MSG_NOSIGNAL);
+  }
   /// \return whether the socket became ready in time
   [[nodiscard]] bool WaitFor(short what, SteadyClock::time_point end) const {
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - SteadyClock::now()).count();
@@ -68,7 +71,8 @@ ServerPresence Reach(const ProbeSocket& socket, const addrinfo& peer, SteadyCloc
   return errno == ECONNREFUSED ? ServerPresence::kPortClosed : ServerPresence::kNoAnswer;
 }
 
-/// Receives one whole answer; nothing when the time is over.
+/// Receives one whole answer, or the beginning of one that is no server's; nothing when the time is over. The answer is
+/// empty when the other side ended the connection.
 std::optional<QByteArray> Receive(const ProbeSocket& socket, SteadyClock::time_point end) {
   QByteArray answer;
   qsizetype wanted = kHeader;
@@ -79,6 +83,7 @@ std::optional<QByteArray> Receive(const ProbeSocket& socket, SteadyClock::time_p
     if (got < 0 && (errno == EAGAIN || errno == EINTR)) continue;
     if (got <= 0) break;
     answer.append(bytes, got);
+    if (answer[0] != kAnswerType) break;
     if (answer.size() >= kHeader)
       wanted =
           qMax(kHeader, static_cast<qsizetype>(static_cast<quint8>(answer[2]) * 256 + static_cast<quint8>(answer[3])));
@@ -117,10 +122,16 @@ ServerProbe ProbeAddress(const addrinfo& peer, SteadyClock::time_point end) {
   const ProbeSocket socket(peer);
   const ServerPresence presence = Reach(socket, peer, end);
   if (presence != ServerPresence::kThere) return {.presence = presence};
-  const QByteArray question = Question();
-  ::send(socket.Descriptor(), question.constData(), static_cast<std::size_t>(question.size()), MSG_NOSIGNAL);
-  const std::optional<QByteArray> answer = Receive(socket, end);
-  return answer ? Understand(*answer) : ServerProbe{.presence = ServerPresence::kNoAnswer};
+  socket.Send(Question());
+  const SteadyClock::time_point now = SteadyClock::now();
+  std::optional<QByteArray> answer = Receive(socket, now + (end - now) / 2);
+  if (!answer) {
+    // Programs that read lines of text, such as web servers, wait for the end of one.
+    socket.Send("\r\n\r\n");
+    answer = Receive(socket, end);
+  }
+  if (!answer) return {.presence = ServerPresence::kSilent};
+  return answer->isEmpty() ? ServerProbe{.presence = ServerPresence::kHungUp} : Understand(*answer);
 }
 
 }  // namespace
@@ -134,9 +145,10 @@ ServerProbe ProbeServer(const ServerAddress& address, std::chrono::milliseconds 
   if (::getaddrinfo(address.host.toStdString().c_str(), port.c_str(), &wanted, &found) != 0)
     return {.presence = ServerPresence::kNameUnknown};
   const AddressList addresses(found, ::freeaddrinfo);
-  ServerProbe probe;
+  ServerProbe probe{.presence = ServerPresence::kPortClosed};
   for (const addrinfo* peer = found; peer != nullptr; peer = peer->ai_next) {
-    probe = ProbeAddress(*peer, end);
+    const ServerProbe tried = ProbeAddress(*peer, end);
+    if (tried.presence >= probe.presence) probe = tried;
     if (probe.presence == ServerPresence::kThere) break;
   }
   return probe;

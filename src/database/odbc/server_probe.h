@@ -9,10 +9,13 @@
 
 namespace qbx {
 
+/// Of several addresses, the last in this order counts.
 enum class ServerPresence {
   kNameUnknown,  ///< no computer has this name
   kPortClosed,   ///< the computer refuses connections at the port
-  kNoAnswer,     ///< no answer in time
+  kNoAnswer,     ///< the computer does not answer in time, or cannot be reached
+  kHungUp,       ///< something listens at the port, and ends the connection without a word
+  kSilent,       ///< something listens at the port, and says nothing in time
   kStranger,     ///< a program that is not a SQL Server answers
   kThere,
 };

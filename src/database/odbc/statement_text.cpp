@@ -1,5 +1,6 @@
 #include "database/odbc/statement_text.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 #include <algorithm>
 #include <array>
@@ -65,6 +66,14 @@ std::vector<Parts> SplitBatch(const QString& batch) {
   return statements;
 }
 
+/// In a text, the server drops a "\" together with the line break behind it. Such a text is written as a sum
+/// of two, with an empty one without limit between them: a sum of short texts is cut at 4000 characters.
+void KeepLineBreaks(Parts& statement) {
+  static const QRegularExpression kBreak(QStringLiteral("\\\\(?=[\\r\\n])"));
+  for (QString& part : statement)
+    if (IsQuotedText(part)) part.replace(kBreak, QStringLiteral("\\' + CAST(N'' AS nvarchar(max)) + N'"));
+}
+
 /// Puts N before a text in quotes with a character beyond ASCII. A text with a doubled quote is two parts; only the
 /// first one gets the N.
 void MarkUnicode(Parts& statement) {
@@ -119,6 +128,8 @@ BatchText ServerBatch(const QString& batch) {
   QStringList statements;
   for (Parts& statement : parts) {
     const bool call = IsCall(statement);
+    // An argument of a call cannot be a sum.
+    if (!call && !EqualsNoCase(statement.first(), QStringLiteral("EXEC"))) KeepLineBreaks(statement);
     MarkUnicode(statement);
     statements += call ? CallText(statement) : statement.join(QString());
   }

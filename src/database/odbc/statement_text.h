@@ -19,7 +19,7 @@ struct BatchText {
 };
 
 /// Writes calls such as "proc_x (1, 'a')", "proc_x 50" and "sp_helpfile" as EXEC statements. Marks a text in quotes as
-/// Unicode when it has a character beyond ASCII.
+/// Unicode when it has a character beyond ASCII. Keeps a "\" at the end of a line of a text, except in calls.
 [[nodiscard]] BatchText ServerBatch(const QString& batch);
 
 /// A name in brackets, as statements need it.

@@ -34,6 +34,13 @@ namespace {
 
 constexpr char kFormName[] = "frmMain";
 
+/// Where the database is.
+QString PlaceOfDatabase(const Application& app) {
+  const QString& server = app.hostConnection.Server();
+  return IsEmbeddedServer(server) ? QStringLiteral("The database is in the folder %1").arg(app.startup.ProgramFolder)
+                                  : QStringLiteral("Database Server: %1").arg(server);
+}
+
 }  // namespace
 
 frmMain::frmMain(Application& app, CampaignDesk& desk, WidgetUi& ui, WindowLayout& layout)
@@ -139,6 +146,7 @@ void frmMain::ShowConnection() {
   line->setText(
       connected ? QStringLiteral("User: %1    Database: %2").arg(app_.startup.user, app_.hostConnection.DatabaseName())
                 : QStringLiteral("User: %1    Not connected to the database").arg(app_.startup.user));
+  line->setToolTip(PlaceOfDatabase(app_));
   statusBar()->addWidget(line);
   statusBar()->addPermanentWidget(new QLabel(QStringLiteral("F1: what this page does"), this));
   if (!connected) {

@@ -48,6 +48,7 @@ TEST(OdbcSession, WritesAndReadsEveryType) {
             0);
   wire.session->DeleteRow(QStringLiteral("T"), columns[0], Value(2));
   EXPECT_EQ(wire.Ask("SELECT Count(*) FROM T WHERE N = 'O''Brien €😀'"), QStringLiteral("1"));
+  EXPECT_EQ(wire.Ask("SELECT 'it''s C:\\\nand D:\\\r\n'"), QStringLiteral("it's C:\\\nand D:\\\r\n"));
 }
 
 TEST(OdbcSession, SendsOnlyTheParametersThatAreSet) {
