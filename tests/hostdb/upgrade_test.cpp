@@ -157,6 +157,7 @@ TEST_F(OldGarage, OneThatAnotherProgramHasOpenIsRefused) {
 
 TEST_F(OldGarage, OfProgramsThatBeginAtOnceNoneIsRefused) {
   std::vector<std::future<void>> programs;
+  programs.reserve(4);
   for (int i = 0; i < 4; ++i)
     programs.push_back(std::async(std::launch::async, [this] { KeepUpToDate(path); }));
   for (std::future<void>& program : programs)

@@ -29,7 +29,7 @@ struct MergeCase {
 };
 
 TEST(MergeFieldsTest, ReplacesWhatItKnowsAndLeavesTheRest) {
-  const MergeValues sample = SampleMergeValues();
+  const MergeValues& sample = SampleMergeValues();
   const std::vector<MergeCase> cases{
       {"every field",
        u"{title}|{firstname}|{lastname}|{contact}|{make}|{model}|{regno}|{duedate}|{duetime}|{currentdate}"_qs, sample,

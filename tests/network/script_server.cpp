@@ -21,7 +21,7 @@ QByteArray Peer::ReadTo(const QByteArray& end) {
     if (!ReadMore()) return std::exchange(buffer_, {});
   }
   const qsizetype length = buffer_.indexOf(end) + end.size();
-  const QByteArray read = buffer_.left(length);
+  QByteArray read = buffer_.left(length);
   buffer_.remove(0, length);
   return read;
 }

@@ -137,7 +137,7 @@ std::map<QString, int> KillAtEveryWrite::Arrived() const {
   std::map<QString, int> arrived;
   for (const char* kind : {"texts", "mails"}) {
     const QByteArray records = sandbox_.Ask(QLatin1String("/api/") + QLatin1String(kind));
-    for (const QJsonValue& record : QJsonDocument::fromJson(records).array()) {
+    for (const auto& record : QJsonDocument::fromJson(records).array()) {
       if (record[QStringLiteral("outcome")] != QStringLiteral("accepted")) continue;
       const QJsonValue to = record[QStringLiteral("to")];
       ++arrived[to.isArray() ? to[0].toString() : to.toString()];
@@ -169,7 +169,7 @@ void KillAtEveryWrite::One(int call, bool after) {
   }
   // The row of a message in doubt is left alone whole.
   std::map<int, int> doubtful;
-  for (const QJsonValue& message : log.json.value(QStringLiteral("in_doubt")).toArray()) {
+  for (const auto& message : log.json.value(QStringLiteral("in_doubt")).toArray()) {
     ++doubtful[message[QStringLiteral("Customer")].toInt()];
     ++doubts_;
     const bool text = message[QStringLiteral("Channel")].toInt() == 1;
