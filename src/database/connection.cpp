@@ -152,13 +152,11 @@ void Connection::RunLong(const std::function<void()>& work, const std::function<
 
 Session& Transaction::Begun(Connection& connection, IfLost ifLost) {
   if (ifLost == IfLost::kReopen && connection.WasOpen() && !connection.InTransaction()) {
-    connection.ReopenIfLost();
     try {
       return Begun(connection, IfLost::kFail);
-    } catch (const DatabaseError& error) {
-      if (!error.ConnectionLost()) throw;
+    } catch (const DatabaseError&) {
+      if (!connection.ReopenIfLost()) throw;
     }
-    connection.Reopen();
   }
   Session& session = connection.Driver();
   session.Begin();

@@ -40,7 +40,6 @@ OdbcLink::OdbcLink(const QString& text, int loginTimeoutSeconds, RoundTrips& rou
   std::ranges::fill(units, SQLWCHAR{0});  // the password
   if (!SQL_SUCCEEDED(connected)) throw OdbcFailure{connection_.Records()};
   dataAnywhere_ = FetchesAnywhere(connection_);
-  answered_ = std::chrono::steady_clock::now();
 }
 
 OdbcLink::~OdbcLink() {
@@ -105,7 +104,7 @@ void OdbcLink::GiveUp() {
 }
 
 OdbcLink::Turn::Turn(OdbcLink& link, const OdbcHandle& statement, int exchanges, MayInterrupt mayInterrupt)
-    : link_(link), exchanges_(true), watched_(link.timeLimit_ > 0) {
+    : link_(link), watched_(link.timeLimit_ > 0) {
   Start(statement, mayInterrupt);
   link.roundTrips_ += exchanges;
   if (watched_) link.watchdog_.Watch(std::chrono::seconds(link.timeLimit_) + kGrace);
@@ -113,7 +112,7 @@ OdbcLink::Turn::Turn(OdbcLink& link, const OdbcHandle& statement, int exchanges,
 
 OdbcLink::Turn::Turn(OdbcLink& link, const OdbcHandle& statement, std::optional<std::chrono::nanoseconds> left,
                      MayInterrupt mayInterrupt)
-    : link_(link), exchanges_(false), watched_(left.has_value()) {
+    : link_(link), watched_(left.has_value()) {
   Start(statement, mayInterrupt);
   if (watched_)
     link.watchdog_.Watch(std::chrono::ceil<std::chrono::milliseconds>(std::max(*left, std::chrono::nanoseconds(0))) +
@@ -134,7 +133,6 @@ OdbcLink::Turn::~Turn() {
   if (watched_) link_.watchdog_.Rest();
   const std::lock_guard lock(link_.runningMutex_);
   link_.running_ = nullptr;
-  if (exchanges_) link_.answered_ = std::chrono::steady_clock::now();
 }
 
 }  // namespace qbx

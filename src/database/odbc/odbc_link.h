@@ -34,8 +34,6 @@ class OdbcLink {
   /// Whether the driver can fetch every column of a row piece by piece, not only those after the last bound one.
   [[nodiscard]] bool DataAnywhere() const { return dataAnywhere_; }
   [[nodiscard]] bool IsDead() const { return dead_; }
-  /// When the server answered last.
-  [[nodiscard]] std::chrono::steady_clock::time_point Answered() const { return answered_; }
 
   [[nodiscard]] int TimeLimit() const { return timeLimit_; }
   void SetTimeLimit(int seconds) { timeLimit_ = seconds; }
@@ -78,7 +76,6 @@ class OdbcLink {
     void Start(const OdbcHandle& statement, MayInterrupt mayInterrupt);
 
     OdbcLink& link_;
-    bool exchanges_;
     bool watched_;
   };
 
@@ -97,7 +94,6 @@ class OdbcLink {
   bool dead_ = false;
   bool failed_ = false;
   int timeLimit_ = 0;
-  std::chrono::steady_clock::time_point answered_;
   std::atomic<bool> interrupted_ = false;
   std::mutex runningMutex_;  // keeps an interruption away from a handle that is being freed
   SQLHANDLE running_ = nullptr;

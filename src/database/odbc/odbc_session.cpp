@@ -18,7 +18,6 @@ constexpr std::size_t kKeysOfStatement = 500;
 constexpr int kExchanges = 1;
 constexpr int kExchangesOfPrepared = 2;         // to run the statement, and to free it at the server
 constexpr int kNoTransactionToRollBack = 3903;  // the server's number
-constexpr auto kSurelyAlive = std::chrono::seconds(2);
 constexpr int kProbeSeconds = 5;
 // The server's numbers for a call that does not fit the procedure, because the procedure has changed since it was
 // described.
@@ -28,6 +27,21 @@ DatabaseError Refusal(int serverNumber, const QString& text) {
   return DatabaseError(PendingNumber(serverNumber), text,
                        {{serverNumber, QStringLiteral("42000"), QLatin1String("[SQL Server]") + text}});
 }
+
+/// The time limit for what a server that is there answers at once.
+class ShortLimit {
+ public:
+  explicit ShortLimit(OdbcLink& link) : link_(link), before_(link.TimeLimit()) {
+    link_.SetTimeLimit(before_ > 0 ? std::min(before_, kProbeSeconds) : kProbeSeconds);
+  }
+  ~ShortLimit() { link_.SetTimeLimit(before_); }
+  ShortLimit(const ShortLimit&) = delete;
+  ShortLimit& operator=(const ShortLimit&) = delete;
+
+ private:
+  OdbcLink& link_;
+  int before_;
+};
 
 QString WhereKey(const QString& keyColumn) {
   return QLatin1String(" WHERE ") + BracketedName(keyColumn);
@@ -150,6 +164,8 @@ std::vector<Parameter> OdbcSession::DescribeProcedure(const QString& procedure) 
 
 void OdbcSession::Begin() {
   if (depth_ == 0) {
+    FreeConnection();
+    const ShortLimit limit(*link_);  // a server that is there begins at once
     SendBoundary(QStringLiteral("BEGIN TRANSACTION"));
     (void)link_->TakeFailed();
   }
@@ -244,17 +260,14 @@ void OdbcSession::InsertRow(const QString& table, std::span<const QString> colum
 
 bool OdbcSession::IsAlive() {
   if (link_->IsDead()) return false;
-  if (link_->openRows != nullptr || std::chrono::steady_clock::now() - link_->Answered() < kSurelyAlive) return true;
-  const int limit = link_->TimeLimit();
-  link_->SetTimeLimit(kProbeSeconds);
-  bool answers = true;
+  if (link_->openRows != nullptr) return true;
+  const ShortLimit limit(*link_);
   try {
     Send(QStringLiteral("SELECT 1 AS Alive"), MayInterrupt::kNo);
   } catch (const DatabaseError&) {
-    answers = false;
+    return false;
   }
-  link_->SetTimeLimit(limit);
-  return answers;
+  return true;
 }
 
 }  // namespace qbx
