@@ -43,6 +43,11 @@ bool SaysConnectionLost(const QString& message) {
   return message.contains(QLatin1String("general network error"), Qt::CaseInsensitive);
 }
 
+QString TransactionDoomedText() {
+  return QStringLiteral(
+      "The current transaction cannot be committed and cannot support operations that write to the log file. Roll back the transaction.");
+}
+
 DatabaseError LostConnectionError() {
   const QString text =
       QStringLiteral("[DBNETLIB][ConnectionWrite (send()).]General network error. Check your network documentation.");

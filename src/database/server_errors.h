@@ -20,6 +20,10 @@ namespace qbx {
 /// Whether a message for the user is about a lost connection.
 [[nodiscard]] bool SaysConnectionLost(const QString& message);
 
+/// The server's number and words for a call in a transaction that it has rolled back already.
+inline constexpr int kTransactionDoomed = 3930;
+[[nodiscard]] QString TransactionDoomedText();
+
 /// The error of a lost connection.
 [[nodiscard]] DatabaseError LostConnectionError();
 

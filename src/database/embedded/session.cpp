@@ -5,6 +5,7 @@
 #include "database/embedded/errors.h"
 #include "database/embedded/rows.h"
 #include "database/kept_rows.h"
+#include "database/server_errors.h"
 
 namespace qbx {
 namespace {
@@ -80,12 +81,7 @@ template <typename Work>
 auto EmbeddedSession::Guarded(Work&& work) {
   try {
     database_->BeginCall();
-    if (doomed_) {
-      throw ServerError(
-          3930,
-          QStringLiteral(
-              "The current transaction cannot be committed and cannot support operations that write to the log file. Roll back the transaction."));
-    }
+    if (doomed_) throw ServerError(kTransactionDoomed, TransactionDoomedText());
     return work();
   } catch (const DatabaseError& error) {
     // SQLite rolls an interrupted write back by itself. It does not when a call is stopped before or between its

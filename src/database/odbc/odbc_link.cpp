@@ -81,7 +81,6 @@ bool OdbcLink::DriverSaysDead() const {
 }
 
 void OdbcLink::Fail(const std::vector<NativeError>& records) {
-  failed_ = true;
   // This program reads every result to its end. A driver that claims otherwise is confused, and does not recover.
   dead_ = dead_ || DriverSaysDead() || std::ranges::any_of(records, [](const NativeError& record) {
             return record.number == 0 && record.sqlState == kCursorStateWrong;
@@ -92,10 +91,11 @@ void OdbcLink::Fail(const std::vector<NativeError>& records) {
     timedOut = std::exchange(timedOut_, false);
   }
   const bool interrupted = mayInterrupt_ && interrupted_.exchange(false);
-  throw FailureOfCall(records, dead_,
-                      timedOut      ? CallEnd::kTimedOut
-                      : interrupted ? CallEnd::kCancelled
-                                    : CallEnd::kFailed);
+  failure_ = FailureOfCall(records, dead_,
+                           timedOut      ? CallEnd::kTimedOut
+                           : interrupted ? CallEnd::kCancelled
+                                         : CallEnd::kFailed);
+  throw DatabaseError(*failure_);
 }
 
 void OdbcLink::GiveUp() {

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "database/database_error.h"
 #include "database/odbc/odbc_handles.h"
 #include "database/odbc/watchdog.h"
 
@@ -44,8 +45,8 @@ class OdbcLink {
   void Interrupt();
   void ForgetInterruption() { interrupted_ = false; }
 
-  /// Whether a call failed since this was asked last. After a failure, the server may have rolled back the transaction.
-  [[nodiscard]] bool TakeFailed() { return std::exchange(failed_, false); }
+  /// The failure of a call since this was asked last. After one, the server may have rolled back the transaction.
+  [[nodiscard]] std::optional<DatabaseError> TakeFailure() { return std::exchange(failure_, {}); }
 
   /// Throws the error of a failed call.
   /// \param records  of the called handle, read before any other call on it
@@ -92,7 +93,7 @@ class OdbcLink {
   RoundTrips& roundTrips_;
   bool dataAnywhere_ = false;
   bool dead_ = false;
-  bool failed_ = false;
+  std::optional<DatabaseError> failure_;
   int timeLimit_ = 0;
   std::atomic<bool> interrupted_ = false;
   std::mutex runningMutex_;  // keeps an interruption away from a handle that is being freed

@@ -114,15 +114,14 @@ void OdbcSession::FreeConnection() {
 /// Refuses to go on after the server rolled back the transaction: later statements would be stored without the earlier
 /// ones.
 void OdbcSession::CheckTransaction() {
-  if (depth_ > 0 && !doomed_ && link_->TakeFailed()) {
-    const Sent sent = Send(QStringLiteral("SELECT @@TRANCOUNT AS Depth"), MayInterrupt::kNo);
-    doomed_ = !sent.outcome.last || !sent.outcome.last->Next() || sent.outcome.last->At(0).ToValue().ToInt() == 0;
+  if (depth_ > 0 && !doomed_) {
+    if (std::optional<DatabaseError> failure = link_->TakeFailure()) {
+      const Sent sent = Send(QStringLiteral("SELECT @@TRANCOUNT AS Depth"), MayInterrupt::kNo);
+      doomed_ = !sent.outcome.last || !sent.outcome.last->Next() || sent.outcome.last->At(0).ToValue().ToInt() == 0;
+      if (doomed_) doomedBy_ = std::move(failure);
+    }
   }
-  if (doomed_)
-    throw Refusal(
-        3930,
-        QStringLiteral(
-            "The current transaction cannot be committed and cannot support operations that write to the log file. Roll back the transaction."));
+  if (doomed_) throw doomedBy_ ? *doomedBy_ : Refusal(kTransactionDoomed, TransactionDoomedText());
 }
 
 std::unique_ptr<RowSource> OdbcSession::Call(const QString& procedure, std::span<Parameter> parameters) {
@@ -167,7 +166,8 @@ void OdbcSession::Begin() {
     FreeConnection();
     const ShortLimit limit(*link_);  // a server that is there begins at once
     SendBoundary(QStringLiteral("BEGIN TRANSACTION"));
-    (void)link_->TakeFailed();
+    (void)link_->TakeFailure();
+    doomedBy_.reset();
   }
   ++depth_;
 }

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <memory>
+#include <optional>
 
 #include "database/odbc/odbc_link.h"
 #include "database/odbc/odbc_statement.h"
@@ -67,7 +68,8 @@ class OdbcSession final : public Session {
   std::shared_ptr<OdbcLink> link_;
   QHash<QString, std::vector<Parameter>> described_;
   int depth_ = 0;
-  bool doomed_ = false;  // the server rolled back the transaction, and Rollback was not called yet
+  bool doomed_ = false;                    // the server rolled back the transaction, and Rollback was not called yet
+  std::optional<DatabaseError> doomedBy_;  // why, for all that comes later in the transaction
 };
 
 }  // namespace qbx
