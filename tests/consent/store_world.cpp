@@ -43,9 +43,12 @@ void StoreVehicles(const World& world, Session& database) {
 }
 
 void StoreInvoices(const World& world, Session& database) {
-  HostStatement row(database, "INSERT INTO Services (Record_Type, Invoice_Date, Customer, Total) VALUES (?, ?, ?, ?)");
+  HostStatement row(
+      database, "INSERT INTO Services (RecordID, Record_Type, Invoice_Date, Customer, Total) VALUES (?, ?, ?, ?, ?)");
+  int key = 0;
   for (const Invoice& invoice : world.invoices)
-    (row << Number(invoice.kind) << invoice.day << Number(invoice.customer) << invoice.pence / 100.0).Run();
+    (row << Number(++key) << Number(invoice.kind) << invoice.day << Number(invoice.customer) << invoice.pence / 100.0)
+        .Run();
 }
 
 }  // namespace

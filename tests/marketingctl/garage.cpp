@@ -112,7 +112,7 @@ void Garage::Sql(const char* statements) const {
 }
 
 void Garage::MakeEverybodyReachable() const {
-  Sql("UPDATE Customers SET Mobile = replace('07510%', '%', Customer + 100000), Email = replace('c%@example.com', '%', Customer), "
+  Sql("UPDATE Customers SET Mobile = replace('07510%', '%', CAST(Customer + 100000 AS varchar(9))), Email = replace('c%@example.com', '%', CAST(Customer AS varchar(9))), "
       "Consent_Response = 1,"
       " No_Marketing = 0, Can_Send_SMS = 1, Can_Send_Email = 1, Can_Send_Letter = 1");
 }

@@ -32,7 +32,9 @@ QString RefusingTrigger(const QRegularExpressionMatch& trigger) {
            trigger.captured(QStringLiteral("text")));
 }
 
-QString WithKeys(const QString& sql) {
+/// With the keys that are given, and the names of its own tables.
+QString InItsTables(QString sql) {
+  sql.replace(QStringLiteral("sqlite_master WHERE type = 'table'"), QStringLiteral("sys.tables"));
   static const QRegularExpression counted(QStringLiteral(
       "INSERT INTO (\\[Campaign Results\\]|Marketing_Campaigns\\w*|Letters|SMS|Emails|_Log|_Marketing_Log) \\((?:RecordID|ID|LetterID|LogID)\\b"));
   const QRegularExpressionMatch found = counted.match(sql);
@@ -57,7 +59,7 @@ QStringList InServerWords(const QString& sql) {
     before = sql.left(found.capturedStart()).trimmed();
     batches += RefusingTrigger(found);
   }
-  if (!before.isEmpty()) batches.prepend(WithKeys(before));
+  if (!before.isEmpty()) batches.prepend(InItsTables(before));
   return batches;
 }
 
