@@ -19,7 +19,7 @@ namespace qbx::consent {
 /// What every desk of a garage shares.
 struct Surroundings {
   QString folder;  ///< of the program, with the database
-  test::FixedClock clock;
+  test::FixedClock clock = {};
   QHash<qint64, qint64> processes = {};  ///< the running ones; start times by number
   HttpClient* gateway = nullptr;
   MailTransport* mail = nullptr;

@@ -1,5 +1,7 @@
 #include "consent/host_program.h"
 
+#include "consent/host_statement.h"
+
 namespace qbx::consent {
 namespace {
 
@@ -89,7 +91,7 @@ void HostProgram::ChangeRow() {
   if (row.gone || row.processed) return;
   row.disturbed = true;
   const auto run = [&](const char* statement) {
-    SqliteStatement(Database(), statement).Add(row.record).Run();
+    (HostStatement(Database(), statement) << Number(static_cast<int>(row.record))).Run();
     story_.Tell(QStringLiteral("  other program: ") + row.Name() + QStringLiteral(": ") + QLatin1String(statement));
   };
   switch (random_.Between(0, 2)) {

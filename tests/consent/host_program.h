@@ -10,10 +10,8 @@ namespace qbx::consent {
 /// Makes each change both in the database and in the model.
 class HostProgram {
  public:
-  HostProgram(World& world, Ledger& ledger, Story& story, const QString& file, quint64 seed)
-      : world_(world), ledger_(ledger), story_(story), random_(seed, 21), file_(OpenHostFile(file)) {
-    sqlite3_busy_timeout(Database(), kPatience);
-  }
+  HostProgram(World& world, Ledger& ledger, Story& story, std::unique_ptr<Session> database, quint64 seed)
+      : world_(world), ledger_(ledger), story_(story), random_(seed, 21), database_(std::move(database)) {}
 
   /// A customer takes back an answer (or gives one), is set to "No Marketing" or deleted; or an option is switched on.
   void Withdraw();
@@ -21,11 +19,9 @@ class HostProgram {
   void ChangeRow();
 
   [[nodiscard]] RandomSource& Random() { return random_; }
-  [[nodiscard]] sqlite3* Database() const { return file_.Handle(); }
+  [[nodiscard]] Session& Database() const { return *database_; }
 
  private:
-  static constexpr int kPatience = 60'000;  // milliseconds; the program also writes
-
   [[nodiscard]] Customer* Choose();
   void WithdrawOne(Customer& customer);
   void Disturb(int customer);
@@ -34,7 +30,7 @@ class HostProgram {
   Ledger& ledger_;
   Story& story_;
   RandomSource random_;
-  SqliteFile file_;
+  std::unique_ptr<Session> database_;
 };
 
 }  // namespace qbx::consent

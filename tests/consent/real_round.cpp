@@ -31,8 +31,9 @@ class RealRound {
         world_(MakeGarage(number, wishes)),
         ledger_(world_, story, clock_),
         letters_(ledger_, world_, story, clock_),
-        host_(world_, ledger_, story, folder_.DatabaseFile(), RoundSeed(wishes.seed, number)),
+        host_(world_, ledger_, story, served_.Connect(), RoundSeed(wishes.seed, number)),
         post_(sandbox) {
+    served_.Fill();
     StoreWorld(world_, {sandbox.HttpPort(), sandbox.SmtpPort()}, host_.Database());
     sandbox.SetCredits(1'000'000);
     served_.TellPrograms();

@@ -54,7 +54,7 @@ void Round::Changes(const std::vector<qint64>& records, const std::function<void
 
 void Round::ChangeMany() {
   // Another computer cannot see that the process of a claim has died: it waits.
-  around_.clock.AdvanceSeconds(kLongSilence);
+  LongSilence();
   user_->desk->results.DisplayResults(campaign_);
   const int die = random_.Between(0, 99);
   if (die < 40) {

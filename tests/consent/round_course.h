@@ -17,7 +17,7 @@ inline constexpr char kComputer[] = "WORKSHOP-PC";
 inline constexpr char kOtherComputer[] = "OFFICE-PC";
 
 /// Seconds after which a claim of another computer is void.
-inline constexpr qint64 kLongSilence = qint64{CampaignClaim::kSilence + 1} * 60;
+inline constexpr int kLongSilence = (CampaignClaim::kSilence + 1) * 60;
 
 /// Where a process can end while its letters are shown.
 enum class LetterMoment { kLookedAt, kPrinted, kMarked, kNever };
@@ -44,10 +44,10 @@ class Round {
         letters_(ledger_, world_, story, around_.clock),
         gateway_(ledger_, seed_),
         mail_(ledger_, seed_),
-        host_(world_, ledger_, story, folder_.DatabaseFile(), seed_) {
-    around_.folder = folder_.Path();
+        host_(world_, ledger_, story, served_.Connect(), seed_) {
     around_.gateway = &gateway_;
     around_.mail = &mail_;
+    served_.Fill();
     StoreWorld(world_, {}, host_.Database());
   }
 
@@ -82,6 +82,7 @@ class Round {
   bool PrepareRows();
   void Click(DeskUser& user);
   void Between(int percent);
+  void LongSilence();
   bool Compare(bool filtered, const QString& step);
   bool CompareLosses(bool startCounted, bool filtered);
   bool Dies(int calls, const std::function<void()>& step);
@@ -132,7 +133,8 @@ class Round {
   quint64 seed_;
   RandomSource random_;
   GarageFolder folder_;
-  Surroundings around_;
+  Surroundings around_{.folder = folder_.Path()};
+  test::ServedFolder served_{folder_.Path(), around_.clock};
   World world_;
   Ledger ledger_;
   LetterLedger letters_;

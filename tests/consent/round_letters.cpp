@@ -91,7 +91,7 @@ void Round::OtherMakesLetters() {
   if (other.app.host.ComputerName() == QLatin1String(kComputer)) return;
   story_.Tell(QStringLiteral("  silence; JO makes the letters"));
   letters_.Disturbs(LetterLedger::kAll);
-  around_.clock.AdvanceSeconds(kLongSilence);
+  LongSilence();
   LetterWatch nobody([](int) {});
   Reader reader([](const ReportRun&) { return TakenOut(); });
   ReportPrinter reports = other.desk->MakeReportPrinter(reader);

@@ -143,7 +143,7 @@ void Round::OtherTakesOver(bool onItsWay) {
     other_ = std::make_unique<DeskUser>(around_, story_, QStringLiteral("JO"), QLatin1String(kOtherComputer));
     if (!other_->Load(campaign_)) story_.Fault(QStringLiteral("the campaign could not be loaded"));
   }
-  around_.clock.AdvanceSeconds(kLongSilence);
+  LongSilence();
   if (onItsWay) ledger_.MayBeInDoubt(watch_->Record());
   Watch* const outer = watch_;
   Mailshot* const outerRun = run_;

@@ -2,10 +2,8 @@
 
 #pragma once
 
-#include <sqlite3.h>
-
 #include "consent/world.h"
-#include "hostdb/host_file.h"
+#include "database/session.h"
 
 namespace qbx::consent {
 
@@ -16,11 +14,11 @@ struct ServerPorts {
 };
 
 /// Writes everything into an empty host database.
-void StoreWorld(const World& world, const ServerPorts& ports, sqlite3* database);
+void StoreWorld(const World& world, const ServerPorts& ports, Session& database);
 
 /// Writes the consent of one customer, which can change after the query.
-void StoreConsent(const Customer& customer, sqlite3* database);
-void RemoveCustomer(int customer, sqlite3* database);
-void StoreSettings(const Settings& settings, sqlite3* database);
+void StoreConsent(const Customer& customer, Session& database);
+void RemoveCustomer(int customer, Session& database);
+void StoreSettings(const Settings& settings, Session& database);
 
 }  // namespace qbx::consent

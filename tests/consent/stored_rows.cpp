@@ -3,21 +3,22 @@
 #include <algorithm>
 #include <map>
 
-#include "sqlite/sqlite_file.h"
+#include "consent/host_statement.h"
 
 namespace qbx::consent {
 namespace {
 
 constexpr char kRows[] =
-    "SELECT r.RecordID, r.Customer, ifnull(r.Vehicle, ''), r.Send_SMS, r.Send_Email, r.Send_Letter, r.Processed, "
+    "SELECT r.RecordID, r.Customer, r.Vehicle, r.Send_SMS, r.Send_Email, r.Send_Letter, r.Processed, "
     "(SELECT State FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 1), "
     "(SELECT State FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 2), "
     "(SELECT State FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 3), "
-    "EXISTS (SELECT 1 FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 3 AND State = 0 AND Reason IS NOT NULL) "
+    "(SELECT Reason FROM Send_Journal j WHERE j.RecordID = r.RecordID AND Channel = 3 AND State = 0) "
     "FROM [Campaign Results] r WHERE CampaignID = ?";
 
-JournalState StateAt(const SqliteStatement& statement, int column) {
-  return statement.IsNullAt(column) ? JournalState::kNone : static_cast<JournalState>(statement.IntegerAt(column));
+JournalState StateAt(const Recordset& rows, int column) {
+  const Value state = rows.Field(column);
+  return state.IsNull() ? JournalState::kNone : static_cast<JournalState>(state.ToInt());
 }
 
 QString Flags(bool sms, bool mail, bool letter) {
@@ -26,21 +27,19 @@ QString Flags(bool sms, bool mail, bool letter) {
 
 }  // namespace
 
-std::vector<StoredRow> ReadRows(sqlite3* database, int campaign) {
+std::vector<StoredRow> ReadRows(Session& database, int campaign) {
   std::vector<StoredRow> rows;
-  SqliteStatement statement(database, kRows);
-  statement.Add(qint64{campaign});
-  while (statement.Step()) {
+  for (Recordset found = (HostStatement(database, kRows) << Number(campaign)).Run(); !found.Eof(); found.MoveNext()) {
     StoredRow row;
-    row.record = statement.IntegerAt(0);
-    row.customer = static_cast<int>(statement.IntegerAt(1));
-    row.vehicle = QString::fromUtf8(statement.TextAt(2));
-    row.sms = statement.IntegerAt(3) == 1;
-    row.mail = statement.IntegerAt(4) == 1;
-    row.letter = statement.IntegerAt(5) == 1;
-    row.processed = statement.IntegerAt(6) == 1;
-    row.journal = {StateAt(statement, 7), StateAt(statement, 8), StateAt(statement, 9)};
-    row.letterDoubt = statement.IntegerAt(10) == 1;
+    row.record = found.Field(0).ToInt();
+    row.customer = static_cast<int>(found.Field(1).ToInt());
+    row.vehicle = found.Field(2).ToText();
+    row.sms = found.Field(3).ToBool();
+    row.mail = found.Field(4).ToBool();
+    row.letter = found.Field(5).ToBool();
+    row.processed = found.Field(6).ToBool();
+    row.journal = {StateAt(found, 7), StateAt(found, 8), StateAt(found, 9)};
+    row.letterDoubt = !found.Field(10).IsNull();
     rows.push_back(row);
   }
   return rows;

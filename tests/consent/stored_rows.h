@@ -2,13 +2,12 @@
 
 #pragma once
 
-#include <sqlite3.h>
-
 #include "consent/ledger.h"
+#include "database/session.h"
 
 namespace qbx::consent {
 
-[[nodiscard]] std::vector<StoredRow> ReadRows(sqlite3* database, int campaign);
+[[nodiscard]] std::vector<StoredRow> ReadRows(Session& database, int campaign);
 
 /// Compares the rows of a query with the expected ones.
 /// \return the rows, each with its key

@@ -132,7 +132,8 @@ TEST_F(MailshotClaimTest, HoldsTheCampaignWhileItRunsAndSaysThatItLives) {
   desk.AddRow(102, "07700900102", "");
   QStringList claims;
   AtPoint observer(MailshotPoint::kRowStarted, [&](qint64) {
-    claims += desk.host.Rows("SELECT UserID, Computer, ProcessID, LastSeen > Claimed FROM Campaign_Claims");
+    claims += desk.host.Rows(
+        "SELECT UserID, Computer, ProcessID, CASE WHEN LastSeen > Claimed THEN 1 ELSE 0 END FROM Campaign_Claims");
     desk.host.clock.AdvanceSeconds(61);
   });
   EXPECT_EQ(desk.MakeMailshot(observer).Send(kCampaign, desk.templates).end, MailshotEnd::kFinished);

@@ -29,8 +29,9 @@ TEST_F(MailshotTest, SendsBothChannelsAndMarksTheRows) {
   EXPECT_EQ(Mails(sandbox)[1]["subject"].toString(), "Your Ford");
   EXPECT_EQ(Mails(sandbox)[0]["connection"], Mails(sandbox)[1]["connection"]);
   EXPECT_THAT(desk.Processed(), ElementsAre("101", "102", "103"));
-  EXPECT_THAT(desk.host.Rows("SELECT Customer, Mobile_Number, Message, MessageID > 0 FROM SMS"),
-              ElementsAre("101|07700900101|Hello Mr 101|1", "102|07700900102|Hello Mr 102|1"));
+  EXPECT_THAT(
+      desk.host.Rows("SELECT Customer, Mobile_Number, Message, CASE WHEN MessageID > 0 THEN 1 ELSE 0 END FROM SMS"),
+      ElementsAre("101|07700900101|Hello Mr 101|1", "102|07700900102|Hello Mr 102|1"));
   EXPECT_THAT(desk.host.Rows("SELECT AC_Ref, Email_To, Email_Subject, Email_Text FROM Emails"),
               ElementsAre("101|a@x.test|Your Ford|Dear Mr 101", "103|c@x.test|Your Ford|Dear Mr 103"));
   EXPECT_THAT(desk.LogTexts(), ElementsAre("Processing 2 SMS Texts and 2 Emails", "Processing Finished"));
@@ -123,11 +124,13 @@ TEST_F(MailshotTest, AsksForConsentAgain) {
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.selected) + ": " + c.since);
     desk.host.Run("DELETE FROM Customers; UPDATE _Options SET Using_Vrelo = 0, Only_Send_Comms_When_Opted_In = 0");
-    desk.host.Run(QString("UPDATE [Campaign Results] SET (Consent_Response, Marketing, Can_Send_SMS, "
-                          "Can_Send_Email) = (%1); INSERT INTO Customers (Customer, Consent_Response, "
-                          "No_Marketing, Can_Send_SMS, Can_Send_Email) SELECT Customer, Consent_Response, "
-                          "1 - Marketing, Can_Send_SMS, Can_Send_Email FROM [Campaign Results]")
-                      .arg(c.selected));
+    const QStringList selected = QString(c.selected).split(", ");
+    desk.host.Run(
+        QString(
+            "UPDATE [Campaign Results] SET Consent_Response = %1, Marketing = %2, Can_Send_SMS = %3, Can_Send_Email = %4; "
+            "INSERT INTO Customers (Customer, Consent_Response, No_Marketing, Can_Send_SMS, Can_Send_Email) SELECT Customer, "
+            "Consent_Response, 1 - Marketing, Can_Send_SMS, Can_Send_Email FROM [Campaign Results]")
+            .arg(selected[0], selected[1], selected[2], selected[3]));
     if (*c.since != 0) desk.host.Run(QString("UPDATE Customers SET ") + c.since);
     const RowRefusals refusals = SendRefusals(desk.host.connection).OfRow(record);
     EXPECT_EQ(static_cast<int>(refusals.sms) * 10 + static_cast<int>(refusals.email), c.refusals);

@@ -19,16 +19,16 @@ INSERT INTO Customers (Customer, Title, Firstname, Lastname, Company, Contact, A
   (7, 'Mr', 'Gale', 'Wood', NULL, NULL, NULL, NULL, 1, NULL, 1, 1),
   (8, 'Mr', 'Hugo', 'King', NULL, NULL, NULL, NULL, 1, NULL, 0, 2),
   (9, 'Ms', 'Iris', 'Ward', NULL, NULL, NULL, NULL, 1, NULL, 0, NULL);
-INSERT INTO Services (Record_Type, Invoice_Date, Customer, Total) VALUES
-  (0, '2023-05-01', 1, 100), (0, '2023-05-01', 2, 100), (0, '2024-03-04', 2, 10.3), (0, '2023-05-01', 3, 200),
-  (0, '2025-09-04 14:30:00', 3, 10), (0, '2023-05-01', 4, 50.1), (0, '2025-09-05', 4, 60.2), (0, '2024-06-01', 5, 500),
-  (1, '2023-05-01', 6, 7000), (1, '2024-06-01', 6, 7000), (0, '2023-05-01', 7, 9999), (0, '2023-05-01', 8, 9999);
-INSERT INTO Vehicles (Vehicle, Customer, Make, Model, Year, Last_Mileage, Recall_Date1, Recall_Date2) VALUES
-  ('D', 5, 'Alfa Romeo', '100%_GT', NULL, 1000, NULL, NULL), ('A', 1, 'Ford', 'Fiesta', 2010, 60000, '2026-04-01', NULL),
-  ('B', 1, 'AUDI', 'A4', 2015, 80000, '2026-05-05', '2026-04-10'), ('C', 2, 'Audi', 'A3', 2016, NULL, '2026-03-04', NULL),
-  ('E', 7, 'Ford', 'Focus', 2014, 70000, '2026-03-20', NULL), ('F', NULL, 'Ford', 'Ka', 2012, 50000, '2026-03-20', NULL);
-INSERT INTO Engines (Vehicle, Customer, Make, Model, Year, Last_Mileage) VALUES
-  ('SSR 1', 1, 'Yanmar', '1GM10', 2009, 300), ('SSR 1', 1, 'Nanni', 'N2.14', 2012, 40), ('SSR 2', 7, 'Yanmar', '2YM15', 2015, 10);
+INSERT INTO Services (RecordID, Record_Type, Invoice_Date, Customer, Total) VALUES
+  (1, 0, '2023-05-01', 1, 100), (2, 0, '2023-05-01', 2, 100), (3, 0, '2024-03-04', 2, 10.3), (4, 0, '2023-05-01', 3, 200),
+  (5, 0, '2025-09-04 14:30:00', 3, 10), (6, 0, '2023-05-01', 4, 50.1), (7, 0, '2025-09-05', 4, 60.2), (8, 0, '2024-06-01', 5, 500),
+  (9, 1, '2023-05-01', 6, 7000), (10, 1, '2024-06-01', 6, 7000), (11, 0, '2023-05-01', 7, 9999), (12, 0, '2023-05-01', 8, 9999);
+INSERT INTO Vehicles (VehicleID, Vehicle, Customer, Make, Model, Year, Last_Mileage, Recall_Date1, Recall_Date2) VALUES
+  (1, 'D', 5, 'Alfa Romeo', '100%_GT', NULL, 1000, NULL, NULL), (2, 'A', 1, 'Ford', 'Fiesta', 2010, 60000, '2026-04-01', NULL),
+  (3, 'B', 1, 'AUDI', 'A4', 2015, 80000, '2026-05-05', '2026-04-10'), (4, 'C', 2, 'Audi', 'A3', 2016, NULL, '2026-03-04', NULL),
+  (5, 'E', 7, 'Ford', 'Focus', 2014, 70000, '2026-03-20', NULL), (6, 'F', NULL, 'Ford', 'Ka', 2012, 50000, '2026-03-20', NULL);
+INSERT INTO Engines (EngineID, Vehicle, Customer, Make, Model, Year, Last_Mileage) VALUES
+  (1, 'SSR 1', 1, 'Yanmar', '1GM10', 2009, 300), (2, 'SSR 1', 1, 'Nanni', 'N2.14', 2012, 40), (3, 'SSR 2', 7, 'Yanmar', '2YM15', 2015, 10);
 )sql";
 
 class Queries : public ::testing::Test, public test::EmbeddedHost {

@@ -37,8 +37,8 @@ TEST_F(Results, CountersAgreeWithACountWhateverHappens) {
   const auto number = [&random](int from, int to) { return QString::number(random.Between(from, to)); };
   const QString rows = "[Campaign Results]";
   const QString count =
-      "SELECT IsNull(SUM(Send_Letter), 0), IsNull(SUM(Send_SMS), 0), IsNull(SUM(Send_SMS * Processed), 0), "
-      "IsNull(SUM(Send_Email), 0), IsNull(SUM(Send_Email * Processed), 0) FROM [Campaign Results] WHERE CampaignID = %1";
+      "SELECT IsNull(SUM(0 + Send_Letter), 0), IsNull(SUM(0 + Send_SMS), 0), IsNull(SUM((0 + Send_SMS) * Processed), 0), "
+      "IsNull(SUM(0 + Send_Email), 0), IsNull(SUM((0 + Send_Email) * Processed), 0) FROM [Campaign Results] WHERE CampaignID = %1";
   connection.Driver().Begin();
   for (int step = 0; step < 400; ++step) {
     const char* change =

@@ -5,8 +5,6 @@
 #include <QFile>
 #include <QThread>
 
-#include "hostdb/host_file.h"
-
 namespace qbx::test {
 
 namespace {
@@ -88,6 +86,7 @@ CtlResult Finish(QProcess& process) {
 Garage::Garage(int customers) {
   const CtlResult made = RunCtl(Words("sample %1 --customers %2", {Path(), QString::number(customers)}));
   EXPECT_EQ(made.code, 0) << made.err.constData();
+  served_.Fill();
   served_.TellPrograms();
 }
 
@@ -109,13 +108,11 @@ std::unique_ptr<QProcess> Garage::Start(const char* line, const QStringList& val
 }
 
 void Garage::Sql(const char* statements) const {
-  const SqliteFile file = OpenHostFile(DatabaseFile());
-  ExecuteSql(file.Handle(), "PRAGMA busy_timeout = 20000");  // a server closes its sessions a moment after its clients
-  ExecuteSql(file.Handle(), statements);
+  served_.Connect()->Execute(QString::fromUtf8(statements));
 }
 
 void Garage::MakeEverybodyReachable() const {
-  Sql("UPDATE Customers SET Mobile = printf('0751%07d', Customer), Email = 'c' || Customer || '@example.com', "
+  Sql("UPDATE Customers SET Mobile = replace('07510%', '%', CAST(Customer + 100000 AS varchar(9))), Email = replace('c%@example.com', '%', CAST(Customer AS varchar(9))), "
       "Consent_Response = 1,"
       " No_Marketing = 0, Can_Send_SMS = 1, Can_Send_Email = 1, Can_Send_Letter = 1");
 }

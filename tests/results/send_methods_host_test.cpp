@@ -18,7 +18,7 @@ class SendMethodsHostTest : public testing::Test {
         "Can_Send_Letter) VALUES "
         "(1, 12, '07700900001', 'ann@example.com', 1, 1, 1), (2, 12, '12345', 'b@b.c   ', 1, NULL, 0), "
         "(3, 12, '      ', '@example.com', NULL, 1, 1), (4, 12, '123456', 'noaddress', 0, 0, NULL), "
-        "(5, 12, NULL, NULL, 1, 1, 1), (6, 12, '07700900006', NULL, 1, 0, 1), (7, 13, '07700900007', 'eve@example.com', 1, 1, 1)");
+        "(5, 12, '', '', 1, 1, 1), (6, 12, '07700900006', '', 1, 0, 1), (7, 13, '07700900007', 'eve@example.com', 1, 1, 1)");
   }
   /// The rows with a flag, "1 2 3".
   QString With(const QString& flag) {

@@ -11,6 +11,7 @@
 #include "hostdb/host_database.h"
 #include "support/test_services.h"
 #include "support/wire/server_under_test.h"
+#include "support/wire/server_words.h"
 
 namespace qbx::test {
 
@@ -35,7 +36,10 @@ struct EmbeddedHost : TestServices {
   /// Runs a batch and returns the rows of its last result.
   Recordset Run(const QString& sql) {
     try {
-      return Recordset::ReadAll(connection.Driver().Execute(sql));
+      Recordset rows;
+      for (const QString& batch : ServerUnderTest::IsSqlServer() ? InServerWords(sql) : QStringList(sql))
+        rows = Recordset::ReadAll(connection.Driver().Execute(batch));
+      return rows;
     } catch (const DatabaseError& error) {
       ADD_FAILURE() << error.what() << " in: " << sql.toStdString();
       return {};

@@ -20,6 +20,8 @@ SELECT
   ValueLastKnownMileage1, ValueLastKnownMileage2, ValueYearOfManufacture1, ValueYearOfManufacture2, GetDate(), @UserID
 FROM Marketing_Campaigns WHERE ID = @CampaignID;
 INSERT INTO Marketing_Campaigns_History (Record_Date, CampaignID, Campaign_Name, Event, UserID)
-SELECT GetDate(), last_insert_rowid(), @Campaign_Name, 'Copied from ' || ifnull(Campaign_Name, ''), @UserID
-FROM Marketing_Campaigns WHERE ID = @CampaignID;
+SELECT GetDate(), copied.ID, copied.Campaign_Name, 'Copied from ' || ifnull(saved.Campaign_Name, ''), @UserID
+FROM Marketing_Campaigns copied
+CROSS JOIN Marketing_Campaigns saved ON saved.ID = @CampaignID
+WHERE copied.ID = last_insert_rowid();
 SELECT CampaignID AS ID FROM Marketing_Campaigns_History WHERE ID = last_insert_rowid();

@@ -46,10 +46,9 @@ World FiveCustomers() {
 class KillAtEveryWrite {
  public:
   KillAtEveryWrite() {
-    {
-      const SqliteFile file = OpenHostFile(folder_.DatabaseFile());
-      StoreWorld(FiveCustomers(), {sandbox_.HttpPort(), sandbox_.SmtpPort()}, file.Handle());
-    }
+    const SystemClock clock;
+    StoreWorld(FiveCustomers(), {sandbox_.HttpPort(), sandbox_.SmtpPort()},
+               *test::ServedFolder(folder_.Path(), clock).ConnectToFile());
     const Ended made =
         Run(folder_.Path(), {QStringLiteral("query"), QStringLiteral("--query"), QStringLiteral("All Customers"),
                              QStringLiteral("--sms"), QStringLiteral("Dear {contact}"), QStringLiteral("--subject"),
@@ -80,6 +79,7 @@ class KillAtEveryWrite {
     explicit Copy(const QString& from) {
       for (const QString& name : QDir(from).entryList(QDir::Files))
         QFile::copy(from + u'/' + name, folder_.File(name));
+      served_.Fill();
       served_.TellPrograms();
     }
     [[nodiscard]] QString Path() const { return folder_.Path(); }

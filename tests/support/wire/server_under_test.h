@@ -38,7 +38,8 @@ class ServerUnderTest {
 };
 
 /// Serves a program folder with tds_server when the tests run through the wire; otherwise it does nothing. For tests of
-/// programs, which find their server by its name.
+/// programs, which find their server by its name. With QBX_TEST_SERVER that SQL Server takes the place of the folder's
+/// database: its database has the name that the program looks for, and its login has no password.
 class ServedFolder {
  public:
   /// \param clock  must outlive this object
@@ -49,6 +50,11 @@ class ServedFolder {
   [[nodiscard]] QString ServerName() const;
   /// Writes the server's name into the registry of the programs that work in this folder.
   void TellPrograms() const;
+  /// Copies what the folder's database holds to the SQL Server, if there is one.
+  void Fill() const;
+  /// A session beside the programs: of the folder's database, or of the SQL Server.
+  [[nodiscard]] std::unique_ptr<Session> Connect() const;
+  [[nodiscard]] std::unique_ptr<Session> ConnectToFile() const;
   /// Makes a factory that connects to this server in place of the embedded engine. This object must outlive it.
   [[nodiscard]] SessionFactory Wrap(SessionFactory sessions) const;
   /// Ends all open sessions, as a restarted server does.
@@ -56,6 +62,9 @@ class ServedFolder {
 
  private:
   struct Served;
+
+  QString folder_;
+  const Clock& clock_;
   std::unique_ptr<Served> served_;
 };
 

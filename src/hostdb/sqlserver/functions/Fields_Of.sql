@@ -6,7 +6,7 @@ RETURNS @Fields TABLE (Record int NOT NULL, Field int NOT NULL, Value nvarchar(2
 AS
 BEGIN
   DECLARE @From int = 1, @At int = 1, @End int, @Inside int = 0, @Record int = 0, @Field int = 0, @Value nvarchar(2000);
-  DECLARE @Piece nvarchar(4000) = SUBSTRING(@Rows, 1, 4000);
+  DECLARE @Piece nvarchar(4000) = isnull(SUBSTRING(@Rows, 1, 4000), '');
   WHILE 1 = 1
   BEGIN
     IF @At > 2000
