@@ -1,4 +1,4 @@
--- In a trigger of [Campaign Results]: the counters gain what the new row stands for.
+-- In a trigger of [Campaign Results]: adds the new row to the counters.
 INSERT INTO Campaign_Results_Counters
 VALUES (new.CampaignID, new.Send_Letter, new.Send_SMS, new.Send_SMS * new.Processed, new.Send_Email, new.Send_Email * new.Processed)
 ON CONFLICT (CampaignID) DO UPDATE SET

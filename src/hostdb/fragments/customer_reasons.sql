@@ -1,5 +1,5 @@
--- In a CASE: why the customer c is not selected, the first reason in the order of the filters. The numbers are
--- explained in proc_sel_Left_Out.
+-- In a CASE: why the customer c is not selected. The first reason in the order of the filters counts. proc_sel_Left_Out
+-- explains the numbers.
 WHEN CASE WHEN (
   -- @include not_opted_out
 ) THEN 1 ELSE 0 END = 0 THEN -1

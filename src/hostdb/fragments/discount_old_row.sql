@@ -1,4 +1,4 @@
--- In a trigger of [Campaign Results]: the counters lose what the old row stood for.
+-- In a trigger of [Campaign Results]: subtracts the old row from the counters.
 UPDATE Campaign_Results_Counters SET
   ByLetter = ByLetter - old.Send_Letter,
   BySMS = BySMS - old.Send_SMS,

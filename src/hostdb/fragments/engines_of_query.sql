@@ -1,4 +1,4 @@
--- The engines v, each with its customer c, whoever may be contacted, before the filters.
+-- The engines v, each with its customer c, before the filters, whether or not the customers may be contacted.
 FROM Engines v
 CROSS JOIN Marketing_Customers c ON c.Customer = v.Customer
 WHERE 1 = 1

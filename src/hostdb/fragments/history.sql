@@ -1,4 +1,4 @@
--- A run of a saved campaign is kept in its history.
+-- Adds the run of a saved campaign to its history.
 INSERT INTO Marketing_Campaigns_History (Record_Date, CampaignID, Campaign_Name, Event, UserID)
 SELECT GetDate(), ID, Campaign_Name, 'Query run' || CASE WHEN ltrim(rtrim(@CampaignType)) <> '' THEN ': ' || @CampaignType ELSE '' END, @UserID
 FROM Marketing_Campaigns WHERE ID = @CampaignID;

@@ -1,4 +1,5 @@
--- A table of a WITH clause: the makes of @Makes, which are separated by commas. The first row and empty names stand for no make.
+-- A table of a WITH clause: the makes of @Makes, which are separated by commas. The first row and rows with an empty
+-- name stand for no make.
 Chosen (Make, Rest) AS (
   SELECT '', ifnull(@Makes, '') || ','
   UNION ALL

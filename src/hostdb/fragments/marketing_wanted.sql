@@ -1,2 +1,2 @@
--- A condition on the customer c: no switch "No Marketing", unless the call asks for those who have it.
+-- A condition on the customer c: the switch "No Marketing" is off, or the call asks for customers who have it on.
 (@IgnoreMarketingSwitch = 1 OR c.No_Marketing = 0)

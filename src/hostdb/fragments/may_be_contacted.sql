@@ -1,4 +1,4 @@
--- Conditions on the customer c, without which nobody is selected.
+-- Conditions on the customer c. A customer who does not meet them is never selected.
 AND
 -- @include not_opted_out
 AND

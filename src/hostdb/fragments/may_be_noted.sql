@@ -1,5 +1,6 @@
--- A condition on a row of [Campaign Results]: what the send journal is about to hold of its message may be noted.
--- "Sending" may be while the message is due, was not begun, and nothing is against it.
+-- A condition on a row of [Campaign Results]: @State may be noted for its message in the send journal. "Sending" may be
+-- noted while the message is due, was not begun before and has no refusal. A letter that was begun and not sent may be
+-- begun again.
 AND (@State <> 0
      OR (Processed = 0
          AND CASE @Channel WHEN 1 THEN Send_SMS WHEN 2 THEN Send_Email ELSE Send_Letter END = 1

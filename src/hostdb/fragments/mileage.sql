@@ -1,5 +1,5 @@
--- A condition on the vehicle or engine v: one bound alone is exclusive, two are inclusive. A mileage that is not known
--- meets no bound.
+-- A condition on the vehicle or engine v: the mileage. A bound that stands alone is exclusive, two bounds are
+-- inclusive. An unknown mileage meets no bound.
 CASE WHEN @FilterMileage = 0 OR (@FromMileage IS NULL AND @ToMileage IS NULL) THEN 1
   WHEN @ToMileage IS NULL AND v.Last_Mileage > @FromMileage THEN 1
   WHEN @FromMileage IS NULL AND v.Last_Mileage < @ToMileage THEN 1

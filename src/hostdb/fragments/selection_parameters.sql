@@ -1,4 +1,4 @@
--- The parameters of every selection, so that all three can be called alike.
+-- The parameters of every selection, so that all three can be called in the same way.
 @CampaignID int,
 @UserID nvarchar(50),
 @FromDate nvarchar(10) = '',

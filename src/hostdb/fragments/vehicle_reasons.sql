@@ -1,4 +1,4 @@
--- In a CASE, behind the reasons of the customer: why the vehicle or engine v is not selected.
+-- In a CASE, after the reasons of the customer: why the vehicle or engine v is not selected.
 WHEN CASE WHEN (
   -- @include mileage
 ) THEN 1 ELSE 0 END = 0 THEN 3

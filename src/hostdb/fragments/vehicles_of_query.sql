@@ -1,4 +1,5 @@
--- The vehicles v, each with its customer c, of every query but a ranking, whoever may be contacted, before the filters.
+-- The vehicles v, each with its customer c, of every query except a ranking, before the filters, whether or not the
+-- customers may be contacted.
 FROM (
   SELECT *,
     CASE @Recall_ID WHEN 1 THEN Recall_Date1 WHEN 2 THEN Recall_Date2 WHEN 3 THEN Recall_Date3

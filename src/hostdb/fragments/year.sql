@@ -1,5 +1,5 @@
--- A condition on the vehicle or engine v: @FromYear is exclusive; @ToYear is inclusive when it stands alone or is
--- @FromYear + 1, else exclusive. A year that is not known meets no bound.
+-- A condition on the vehicle or engine v: the year. @FromYear is exclusive. @ToYear is inclusive when it stands alone
+-- or is @FromYear + 1, and exclusive otherwise. An unknown year meets no bound.
 CASE WHEN @FilterYear = 0 OR (@FromYear IS NULL AND @ToYear IS NULL) THEN 1
   WHEN ifnull(v.Year, 0) <= ifnull(@FromYear, 0) THEN 0
   WHEN @ToYear IS NULL OR v.Year < @ToYear THEN 1

@@ -1,14 +1,17 @@
--- Selects customers for a campaign, one row a customer: all, lapsed (an invoice before the two dates and none between them), recent (an
--- invoice between them), or the top or bottom spenders (@Criteria customers from place @CriteriaStart on, by what was invoiced between the
--- dates; ties by customer key).
--- The earlier rows of the campaign are deleted; the new ones come without send flags. Returned are the rows of the campaign, RecordID
--- first. @Turnover is accepted and changes nothing, and so do here the parameters of vehicles.
+-- Selects customers for a campaign and adds one row for each customer. It selects all customers, lapsed ones (an
+-- invoice before the period and none in it), recent ones (an invoice in the period), or the top or bottom spenders. The
+-- period reaches from @FromDate to @ToDate.
+-- The top or bottom spenders are @Criteria customers, from place @CriteriaStart on. They are ordered by the sum of
+-- their invoices in the period, and by their key when the sums are equal.
+-- The earlier rows of the campaign are deleted. The new rows have no send flags. Returns the rows of the campaign, with
+-- RecordID as the first column.
+-- @Turnover is accepted and has no effect. The parameters of vehicles have no effect here either.
 CREATE PROCEDURE proc_Marketing_AddAllCustomers
   -- @include selection_parameters
 AS
 DELETE FROM [Campaign Results] WHERE CampaignID = @CampaignID;
 
--- All, lapsed, recent.
+-- All, lapsed or recent customers.
 WITH
 -- @include period
 -- @include result_columns
@@ -19,7 +22,7 @@ WITH
   -- @include customer_filters
 ORDER BY c.Customer;
 
--- Top, bottom: the ranking is made first, the filters narrow it.
+-- Top or bottom spenders. The ranking is made first. The filters then leave out some of its customers.
 WITH
 -- @include period
 ,

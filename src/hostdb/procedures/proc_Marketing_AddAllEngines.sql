@@ -1,7 +1,9 @@
--- Selects the engines of boats for a campaign, one row an engine with its customer; Vehicle is the boat, Last_Mileage the hours run.
--- @Makes are makes of engines. Mileage (hours), year and model are those of the engine and are compared as for vehicles.
--- The earlier rows of the campaign are deleted; the new ones come without send flags. Returned are the rows of the campaign, RecordID
--- first. @Turnover is accepted and changes nothing, and so do here the parameters of customer and reminder queries.
+-- Selects the engines of boats for a campaign and adds one row for each engine, with its customer. Vehicle is the
+-- registration of the boat, Last_Mileage the hours run. @Makes are makes of engines. Mileage (hours), year and model
+-- are those of the engine and are compared as for vehicles.
+-- The earlier rows of the campaign are deleted. The new rows have no send flags. Returns the rows of the campaign, with
+-- RecordID as the first column.
+-- @Turnover is accepted and has no effect. The parameters of customer and reminder queries have no effect here either.
 CREATE PROCEDURE proc_Marketing_AddAllEngines
   -- @include selection_parameters
 AS

@@ -1,8 +1,10 @@
--- Selects vehicles for a campaign, one row a vehicle with its customer: all, of certain makes, or with a due date between the two dates
--- (@Recall_ID 1 to 6). A customer query that is narrowed by mileage, year or model comes here too: then it is the vehicles of the lapsed,
--- recent, top or bottom customers.
--- The earlier rows of the campaign are deleted; the new ones come without send flags. Returned are the rows of the campaign, RecordID
--- first. @Turnover is accepted and changes nothing.
+-- Selects vehicles for a campaign and adds one row for each vehicle, with its customer. It selects all vehicles, those
+-- of certain makes, or those with a due date in the period from @FromDate to @ToDate (@Recall_ID 1 to 6). A customer
+-- query that is narrowed by mileage, year or model uses this procedure, too. It then selects the vehicles of the
+-- lapsed, recent, top or bottom customers.
+-- The earlier rows of the campaign are deleted. The new rows have no send flags. Returns the rows of the campaign, with
+-- RecordID as the first column.
+-- @Turnover is accepted and has no effect.
 CREATE PROCEDURE proc_Marketing_AddAllVehicles
   -- @include selection_parameters
 AS
@@ -22,7 +24,7 @@ WITH RECURSIVE
   -- @include customer_filters
 ORDER BY v.Customer, v.VehicleID;
 
--- Vehicles of top or bottom customers: the ranking is made first, the filters narrow it.
+-- Vehicles of top or bottom spenders. The ranking is made first. The filters then leave out some of its vehicles.
 WITH
 -- @include period
 ,

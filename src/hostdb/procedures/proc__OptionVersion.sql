@@ -1,4 +1,5 @@
--- The versions of the database: one row with Version (the host schema) and Marketing_Version (the level of the marketing module).
+-- Returns the versions of the database in one row. Version is that of the host schema, Marketing_Version is the level
+-- of the marketing module.
 CREATE PROCEDURE proc__OptionVersion
 AS
 SELECT Version, Marketing_Version FROM _Version;

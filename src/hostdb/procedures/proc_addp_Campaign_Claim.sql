@@ -1,5 +1,5 @@
--- Claims a campaign for a run, in place of whoever held it. The caller has looked first, inside the same transaction, whether the present
--- claim is alive.
+-- Claims a campaign for a run. An earlier claim is replaced, whoever held it. The caller checks first, in the same
+-- transaction, whether the present claim is alive.
 CREATE PROCEDURE proc_addp_Campaign_Claim
   @CampaignID int,
   @UserID nvarchar(50),

@@ -1,4 +1,4 @@
--- Records an e-mail that the mail server took.
+-- Records an e-mail that the mail server accepted.
 CREATE PROCEDURE proc_addp_Email
   @AC_Ref nvarchar(15),
   @AC_Type smallint = 1,

@@ -1,4 +1,4 @@
--- Saves a new campaign and returns its number: one row, one column. Leaves a row in the history.
+-- Saves a new campaign and adds a row to the history. Returns the number of the campaign in one row with one column.
 CREATE PROCEDURE proc_addp_Marketing_Campaign
   @Version int,
   @CampaignTypeID int,

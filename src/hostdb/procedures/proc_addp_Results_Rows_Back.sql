@@ -1,6 +1,6 @@
--- Puts rows back that were taken out of a campaign, under their keys, with their flags and what the send journal held of them. @Rows is [whole, ...] as
--- proc_selp_Results_Rows_Whole gave them. Nothing comes back once a query gave the campaign newer rows than @NewestRow, or when it was deleted.
--- Returns the keys of the rows that came.
+-- Restores deleted rows of a campaign, with their keys, their flags and their entries in the send journal. @Rows is
+-- [whole, ...], as proc_selp_Results_Rows_Whole returned them. Restores nothing when the campaign was deleted, or when
+-- a query gave it rows with keys above @NewestRow. Returns the keys of the restored rows.
 CREATE PROCEDURE proc_addp_Results_Rows_Back
   @CampaignID int,
   @NewestRow int,

@@ -1,4 +1,5 @@
--- Records a text message that was handed to the gateway. @MessageID is the gateway's number, 0 when it refused.
+-- Records a text message that was handed to the gateway. @MessageID is the number that the gateway gave it, or 0 when
+-- the gateway refused it.
 CREATE PROCEDURE proc_addp_SMS
   @Customer nvarchar(50),
   @Mobile_Number nvarchar(50),

@@ -1,4 +1,4 @@
--- Writes one event of the general event log.
+-- Adds an event to the general event log.
 CREATE PROCEDURE proc_addp__Log
   @Username nvarchar(50),
   @EventType smallint,

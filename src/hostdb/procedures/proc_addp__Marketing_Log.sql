@@ -1,5 +1,5 @@
--- Writes one marketing event of a campaign. A trigger repeats it in the campaign history and, unless it says that a user was turned away,
--- notes it as the last run of the campaign.
+-- Adds a marketing event of a campaign. A trigger copies the event to the campaign history. Unless the event says that
+-- a user was turned away, the trigger also sets the last run of the campaign.
 CREATE PROCEDURE proc_addp__Marketing_Log
   @UserID nvarchar(50),
   @Event nvarchar(max),

@@ -1,4 +1,4 @@
--- Gives a user the options that everybody starts with. A user who has options keeps them.
+-- Gives a user the default options. A user who has options keeps them.
 CREATE PROCEDURE proc_addp__OptionsUser
   @UserId nvarchar(50)
 AS

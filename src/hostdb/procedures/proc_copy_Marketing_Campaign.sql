@@ -1,5 +1,6 @@
--- Makes a new campaign from a saved one, with all its settings and templates, under another name. The results are not copied, so no step
--- of the copy counts as completed. Leaves a row in the history and returns the new number; a campaign that is not there is an error.
+-- Makes a new campaign from a saved one, with all its settings and templates, under another name. The results are not
+-- copied, so no step of the copy counts as completed. Adds a row to the history. Returns the number of the new
+-- campaign. A campaign that is not stored is an error.
 CREATE PROCEDURE proc_copy_Marketing_Campaign
   @CampaignID int,
   @Campaign_Name nvarchar(255),

@@ -1,4 +1,4 @@
--- Gives a claim back. Only the process that holds it can: a claim that another run took over stays.
+-- Gives a claim back. Only the process that holds the claim can do so. A claim that another run took over stays.
 CREATE PROCEDURE proc_delp_Campaign_Claim
   @CampaignID int,
   @ProcessID int,

@@ -1,4 +1,4 @@
--- Takes one row out of the results of its campaign, with what the send journal holds of it.
+-- Deletes one row from the results of its campaign, with its entries in the send journal.
 CREATE PROCEDURE proc_delp_Campaign_Results
   @RecordID int
 AS

@@ -1,5 +1,5 @@
--- Deletes a saved campaign with its results, what the send journal holds of them, its counters and its claim. Its history stays and gets
--- one more row.
+-- Deletes a saved campaign with its results, their entries in the send journal, its counters and its claim. Its history
+-- stays and gets one more row.
 CREATE PROCEDURE proc_delp_Marketing_Campaign
   @CampaignID int,
   @UserID nvarchar(50)

@@ -1,4 +1,5 @@
--- Takes some rows out of the results of a campaign, with what the send journal holds of them. @RecordIDs: keys separated by commas.
+-- Deletes some rows from the results of a campaign, with their entries in the send journal. @RecordIDs holds the keys
+-- of the rows, separated by commas.
 CREATE PROCEDURE proc_delp_Results_Rows
   @CampaignID int,
   @RecordIDs nvarchar(max)

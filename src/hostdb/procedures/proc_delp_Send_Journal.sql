@@ -1,4 +1,5 @@
--- Clears what the send journal holds of a message of a results row: @Channel 1 text, 2 e-mail, 3 letter.
+-- Deletes the entry of one message of a results row from the send journal. @Channel: 1 text message, 2 e-mail,
+-- 3 letter.
 CREATE PROCEDURE proc_delp_Send_Journal
   @RecordID int,
   @Channel smallint

@@ -1,8 +1,10 @@
--- Counts the rows that a selection leaves out, and why. The parameters are those of the selection; nothing is changed. @RowsOf is what the rows are:
--- 0 customers, 1 vehicles, 2 engines. @Filters 0 counts only who may not be contacted, which is quick.
--- Returned is a row for each reason that occurs, with the number of rows that have it: -1 opted out, 0 "No Marketing", 1 customer type,
--- 2 enquiry source, 3 mileage, 4 year, 5 model; NULL has none. A row counts with its first reason in this order, so that each is a number of those that the
--- reasons before it left. Of a ranking, -1 and 0 are customers with an invoice between the dates.
+-- Counts the rows that a selection leaves out, by reason. The parameters are those of the selection. Nothing is
+-- changed. @RowsOf says what a row is: 0 a customer, 1 a vehicle, 2 an engine. With @Filters 0 only those who may not
+-- be contacted are counted, which is quick.
+-- Returns a row for each reason that occurs, with the number of rows that have it. -1 is opted out, 0 "No Marketing",
+-- 1 customer type, 2 enquiry source, 3 mileage, 4 year, 5 model. NULL means no reason: the row is selected. A row
+-- counts under its first reason in this order only. So the number of a reason counts rows to which no earlier reason
+-- applies. In a ranking, -1 and 0 count customers with an invoice in the period.
 CREATE PROCEDURE proc_sel_Left_Out
   @RowsOf smallint,
   @Filters bit,
@@ -35,7 +37,8 @@ Candidates (Reason) AS (
     AND EXISTS (SELECT 1 FROM Services i WHERE i.Customer = c.Customer AND i.Record_Type = 0
                 AND i.Invoice_Date >= (SELECT FirstDay FROM Period) AND i.Invoice_Date < (SELECT DayAfter FROM Period))
   UNION ALL
-  -- One selection for customers and vehicles: a ranking that is named twice is worked out for every query.
+  -- Customers and vehicles share this selection, so that Ranked is named once. A ranking that is named twice is worked
+  -- out even for a query that needs none.
   -- @include reason_of_row
   FROM Ranked r
   CROSS JOIN Marketing_Customers c ON c.Customer = r.Customer

@@ -1,4 +1,5 @@
--- The makes of one kind by name: 0 makes of vehicles, 5 makes of engines. Columns RecordID and Description.
+-- Returns the makes of one kind, ordered by name: RecordID and Description. @Kind: 0 makes of vehicles, 5 makes of
+-- engines.
 CREATE PROCEDURE proc_sel_Makes_all
   @Kind smallint = 0
 AS

@@ -1,5 +1,5 @@
--- What happened to campaigns: saves, copies, deletions, query runs and marketing events, the latest last. @Count is how many of the most
--- recent ones, 0 all of them.
+-- Returns the events of campaigns, the latest last: saves, copies, deletions, query runs and marketing events. @Count
+-- is the number of latest events to return. 0 returns all of them.
 CREATE PROCEDURE proc_sel_Marketing_Campaigns_History
   @Count int = 50
 AS

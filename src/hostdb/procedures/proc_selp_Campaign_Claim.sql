@@ -1,4 +1,5 @@
--- Who is sending a campaign: one row, or none. Silent: the seconds since LastSeen, by the database's own clock.
+-- Returns who is sending a campaign: one row, or none. Silent is the number of seconds since LastSeen, by the clock of
+-- the database.
 CREATE PROCEDURE proc_selp_Campaign_Claim
   @CampaignID int
 AS

@@ -1,4 +1,5 @@
--- The rows of a campaign as the results grid shows them, in the order they were selected in; RecordID first.
+-- Returns the rows of a campaign as the results grid shows them, in the order of their selection. RecordID is the first
+-- column.
 CREATE PROCEDURE proc_selp_Campaign_Results
   @CampaignID int
 AS

@@ -1,5 +1,6 @@
--- How many customers of a campaign got their text or their e-mail by an earlier run while the other one failed: one row, one column. Counted
--- are rows that still ask for both, are not processed and may still be sent.
+-- Returns, in one row with one column, how many customers of a campaign got one of their two messages from an earlier
+-- run while the other one failed. The two messages are the text message and the e-mail. It counts only rows that still
+-- ask for both, are not processed and may still be sent.
 CREATE PROCEDURE proc_selp_Delivered_Before
   @CampaignID int
 AS

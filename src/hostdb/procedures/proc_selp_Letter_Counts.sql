@@ -1,4 +1,5 @@
--- How many letters of a campaign went out (Made), and how many customers get none because the mailshot processed their row first (By_Mailshot).
+-- Returns two counts of a campaign in one row. Made is the number of letters that went out. By_Mailshot is the number
+-- of customers who get no letter because the mailshot processed their row first.
 CREATE PROCEDURE proc_selp_Letter_Counts
   @CampaignID int
 AS

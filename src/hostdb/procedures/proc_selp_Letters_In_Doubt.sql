@@ -1,5 +1,6 @@
--- The letters of a campaign that were about to appear in a file when the program ended, so that it is not known whether they stand there: RecordID,
--- Letter_File, Changed. A row that was marked by hand since is settled.
+-- Returns the letters of a campaign that were about to be saved to a file when the program ended: RecordID,
+-- Letter_File, Changed. It is not known whether the file has them. A row that was since marked as processed by hand is
+-- settled and is not returned.
 CREATE PROCEDURE proc_selp_Letters_In_Doubt
   @CampaignID int
 AS

@@ -1,4 +1,4 @@
--- One saved campaign: its row, or no row when it is not there.
+-- Returns one saved campaign, or no row when it is not stored.
 CREATE PROCEDURE proc_selp_Marketing_Campaign
   @CampaignID int
 AS

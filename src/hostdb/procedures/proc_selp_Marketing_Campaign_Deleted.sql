@@ -1,4 +1,4 @@
--- Who deleted a campaign, and when; no row when the history does not say.
+-- Returns who deleted a campaign and when, or no row when the history does not say.
 CREATE PROCEDURE proc_selp_Marketing_Campaign_Deleted
   @CampaignID int
 AS

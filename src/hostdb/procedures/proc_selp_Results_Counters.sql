@@ -1,5 +1,6 @@
--- The counters of a campaign, always one row: rows to get a letter, an SMS, an e-mail, and how many of the last two are processed. Read,
--- never counted.
+-- Returns the counters of a campaign, always in one row: the numbers of rows that ask for a letter, a text message and
+-- an e-mail, and how many of the rows for a text message and for an e-mail are processed. The counters are stored. The
+-- rows are never counted.
 CREATE PROCEDURE proc_selp_Results_Counters
   @CampaignID int
 AS

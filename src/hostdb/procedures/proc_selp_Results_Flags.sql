@@ -1,4 +1,5 @@
--- What a change of flags leaves different in some rows of a campaign. @RecordIDs: keys separated by commas. A row that is gone is not returned.
+-- Returns the columns of some rows of a campaign that a change of flags can alter. @RecordIDs holds the keys of the
+-- rows, separated by commas. A row that is gone is not returned.
 CREATE PROCEDURE proc_selp_Results_Flags
   @CampaignID int,
   @RecordIDs nvarchar(max)

@@ -1,5 +1,7 @@
--- Some rows of a campaign before or after a change: where their messages would go, what is against these, and the state that a change can be told by
--- and taken back to (see the view Campaign_Results_States). @RecordIDs: keys separated by commas. A row that is gone is not returned.
+-- Returns some rows of a campaign before or after a change: where their messages would go, why a message must not go
+-- (see the view Send_Refusals), and the state of the row (see the view Campaign_Results_States). The state shows
+-- whether the row was changed. proc_updp_Results_Rows_Back restores it. @RecordIDs holds the keys of the rows,
+-- separated by commas. A row that is gone is not returned.
 CREATE PROCEDURE proc_selp_Results_Rows
   @CampaignID int,
   @RecordIDs nvarchar(max)

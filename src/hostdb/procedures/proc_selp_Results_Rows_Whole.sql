@@ -1,5 +1,6 @@
--- All of some rows of a campaign, so that they can be put back once they were taken out: Whole is for proc_addp_Results_Rows_Back alone. Newest_Row is the
--- last key that the campaign has. @RecordIDs: keys separated by commas.
+-- Returns all of some rows of a campaign, so that the rows can be restored after they are deleted. Only
+-- proc_addp_Results_Rows_Back reads Whole. Newest_Row is the highest key of a row of the campaign. @RecordIDs holds the
+-- keys of the rows, separated by commas.
 CREATE PROCEDURE proc_selp_Results_Rows_Whole
   @CampaignID int,
   @RecordIDs nvarchar(max)

@@ -1,4 +1,5 @@
--- What the send journal holds of a campaign, by row: RecordID, Channel (1 text, 2 e-mail, 3 letter), State (0 sending, 1 sent, 2 failed).
+-- Returns the entries of a campaign in the send journal, ordered by row: RecordID, Channel (1 text message, 2 e-mail,
+-- 3 letter) and State (0 sending, 1 sent, 2 failed).
 CREATE PROCEDURE proc_selp_Send_Journal
   @CampaignID int
 AS

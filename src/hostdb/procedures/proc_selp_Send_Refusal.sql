@@ -1,5 +1,5 @@
--- Why the text, the e-mail or the letter of one results row must not go any more: one row with the reasons (see the view Send_Refusals), or none when the
--- row is gone.
+-- Returns why the text message, the e-mail or the letter of one results row must no longer go: one row with the reasons
+-- (see the view Send_Refusals), or no row when the results row is gone.
 CREATE PROCEDURE proc_selp_Send_Refusal
   @RecordID int
 AS

@@ -1,4 +1,5 @@
--- The rows of a campaign whose text, e-mail or letter must not go any more, with the reasons (see the view Send_Refusals); 0 where nothing is against it.
+-- Returns the rows of a campaign whose text message, e-mail or letter must no longer go, with the reasons (see the view
+-- Send_Refusals). 0 means that the message may go.
 CREATE PROCEDURE proc_selp_Send_Refusals
   @CampaignID int
 AS

@@ -1,5 +1,6 @@
--- The texts and e-mails of a campaign that need a person, with whom they were for: those that were begun and have no outcome (State 0), so that it is not
--- known whether they went out, and those that failed (State 2) in rows that are not processed, with the reason.
+-- Returns the text messages and e-mails of a campaign that somebody must look at, with their customers. State 0 is a
+-- message that was begun and has no outcome, so that it is not known whether it went out. State 2 is a message that
+-- failed, with the reason. Its row is returned only while it is not processed.
 CREATE PROCEDURE proc_selp_Send_Troubles
   @CampaignID int
 AS

@@ -1,4 +1,4 @@
--- The options of one user, or no row when the user has none yet.
+-- Returns the options of one user, or no row when the user has none yet.
 CREATE PROCEDURE proc_selp__OptionsUser
   @UserId nvarchar(50)
 AS

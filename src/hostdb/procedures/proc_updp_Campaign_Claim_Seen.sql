@@ -1,5 +1,5 @@
--- Says that the run holding the claim is alive. Returns the campaign; no row comes back when the claim is another one's (any more), and then
--- that run must end.
+-- Notes that the run which holds the claim is alive. Returns the campaign. Returns no row when the run does not hold
+-- the claim any more. That run must then end.
 CREATE PROCEDURE proc_updp_Campaign_Claim_Seen
   @CampaignID int,
   @Computer nvarchar(255),

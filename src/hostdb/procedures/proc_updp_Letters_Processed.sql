@@ -1,4 +1,4 @@
--- Marks the rows of a campaign that get nothing but a letter, whose letter went out. Returns their keys.
+-- Marks rows of a campaign as processed when they ask for a letter only and the letter went out. Returns their keys.
 CREATE PROCEDURE proc_updp_Letters_Processed
   @CampaignID int
 AS

@@ -1,4 +1,5 @@
--- Notes that letters went out. @Rows: their rows, "4711,4712". Returns the keys of those that the campaign (still) holds.
+-- Notes that letters went out. @Rows holds the keys of their rows, as in "4711,4712". Returns the keys of the rows that
+-- the campaign still has.
 CREATE PROCEDURE proc_updp_Letters_Sent
   @CampaignID int,
   @Rows nvarchar(max),

@@ -1,4 +1,4 @@
--- Rewrites a saved campaign. Leaves a row in the history; a campaign that is not there is an error.
+-- Overwrites a saved campaign and adds a row to the history. A campaign that is not stored is an error.
 CREATE PROCEDURE proc_updp_Marketing_Campaign
   @CampaignID int,
   @Version int,

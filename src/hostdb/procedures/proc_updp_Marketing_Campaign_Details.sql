@@ -1,5 +1,5 @@
--- Changes the name and description of a saved campaign. Leaves a row in the history, under the new name; a campaign that is not there is
--- an error.
+-- Changes the name and description of a saved campaign. Adds a row with the new name to the history. A campaign that is
+-- not stored is an error.
 CREATE PROCEDURE proc_updp_Marketing_Campaign_Details
   @CampaignID int,
   @Campaign_Name nvarchar(255),

@@ -1,5 +1,7 @@
--- Flips one flag of a results row: Send_SMS, Send_Email, Send_Letter or Processed; any other column is an error.
--- Ticking Processed settles what the send journal holds of the row's text and e-mail as sent; unticking clears it, so that the row is due whole again.
+-- Changes one flag of a results row to its opposite: Send_SMS, Send_Email, Send_Letter or Processed. Any other column
+-- is an error.
+-- Ticking Processed sets the entries of the text message and the e-mail of the row in the send journal to sent.
+-- Unticking it deletes all entries of the row, so that the whole row is due again.
 CREATE PROCEDURE proc_updp_Marketing_ToggleCheckbox
   @RecordID int,
   @Column nvarchar(50)

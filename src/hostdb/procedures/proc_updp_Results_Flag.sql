@@ -1,4 +1,5 @@
--- Sets one send flag in some rows of a campaign: Send_SMS, Send_Email or Send_Letter; any other column is an error. @RecordIDs: keys separated by commas.
+-- Sets one send flag in some rows of a campaign: Send_SMS, Send_Email or Send_Letter. Any other column is an error.
+-- @RecordIDs holds the keys of the rows, separated by commas.
 CREATE PROCEDURE proc_updp_Results_Flag
   @CampaignID int,
   @RecordIDs nvarchar(max),

@@ -1,10 +1,11 @@
--- Takes some rows of a campaign back to a state that they had: flags, when they were processed, and what the send journal held of them. @Rows is
--- [[key, state], ...] with states as proc_selp_Results_Rows gave them. The caller has seen, inside the same transaction, that nothing else changed these rows.
+-- Restores an earlier state of some rows of a campaign: their flags, when they were processed, and their entries in the
+-- send journal. @Rows is [[key, state], ...] with states as proc_selp_Results_Rows returned them. The caller has
+-- checked, in the same transaction, that nothing else changed these rows.
 CREATE PROCEDURE proc_updp_Results_Rows_Back
   @CampaignID int,
   @Rows nvarchar(max)
 AS
--- Not indexed: the rows are looked up by their keys, and the campaign is not gone through for each.
+-- NOT INDEXED makes the database look up each row by its key. It does not go through the campaign for each row.
 UPDATE [Campaign Results] NOT INDEXED SET
   Send_SMS = k.value ->> '$[1][0]', Send_Email = k.value ->> '$[1][1]', Send_Letter = k.value ->> '$[1][2]', Processed = k.value ->> '$[1][3]'
 FROM json_each(@Rows) k

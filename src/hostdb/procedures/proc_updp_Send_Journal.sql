@@ -1,7 +1,9 @@
--- Notes how far a message of a results row is: @Channel 1 text, 2 e-mail, 3 letter; @State 0 sending, 1 sent, 2 failed, for the @Reason. Returns the key of the row.
--- No row comes back when the campaign does not hold that row (any more). For "sending" none comes back either when the row was processed, its
--- flag was taken away or the message was begun meanwhile (at another desk, by another run), and when the customer's answer is stricter now than
--- the one the row was selected with: then the message must not go out. A letter that was made and neither printed nor saved may be made again.
+-- Notes how far a message of a results row is. @Channel: 1 text message, 2 e-mail, 3 letter. @State: 0 sending, 1 sent,
+-- 2 failed. @Reason says why the message failed. Returns the key of the row.
+-- Returns no row when the campaign does not have the row (any more). For "sending" it also returns no row when the row
+-- was processed, its flag was removed or the message was begun meanwhile, at another desk or by another run. The same
+-- holds when the customer's answer is stricter now than when the row was selected (see the view Send_Refusals). Without
+-- a row the message must not go out. A letter that was made, but neither printed nor saved, may be made again.
 CREATE PROCEDURE proc_updp_Send_Journal
   @RecordID int,
   @CampaignID int,

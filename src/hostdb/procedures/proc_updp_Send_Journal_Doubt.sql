@@ -1,13 +1,13 @@
--- Settles the texts and e-mails of a campaign, or of one of its rows (@RecordID; 0 all of them), that were begun and have no outcome. @Sent 1: they count
--- as sent, and a row with nothing left to send is marked as processed. @Sent 0: they are forgotten, so that they are due again. What else is on
--- record of a row stays.
+-- Settles the text messages and e-mails of a campaign that were begun and have no outcome. @RecordID names the row they
+-- belong to, 0 means all rows. With @Sent 1 they count as sent, and a row with nothing left to send is marked as
+-- processed. With @Sent 0 their entries are deleted, so that they are due again. All other entries of a row stay.
 CREATE PROCEDURE proc_updp_Send_Journal_Doubt
   @CampaignID int,
   @RecordID int,
   @Sent bit,
   @UserID nvarchar(50)
 AS
--- The rows are given as a range of keys, so that one row costs one look-up and not a walk through the campaign.
+-- The rows are given as a range of keys, so that one row costs one look-up and not a pass through the campaign.
 UPDATE [Campaign Results] SET Processed = 1
 WHERE @Sent = 1 AND CampaignID = @CampaignID
   AND RecordID BETWEEN CASE @RecordID WHEN 0 THEN 1 ELSE @RecordID END AND CASE @RecordID WHEN 0 THEN 2147483647 ELSE @RecordID END

@@ -1,7 +1,8 @@
 -- The rows that a query selected for a campaign, and their counters.
 
--- Keys are never used again, so that what is noted about a row (a message on its way) can never meet another row. Mobile and Email are empty
--- where they are not known, also when somebody writes NULL: rules compare them, and a comparison passes over NULL.
+-- A key is never used again, so that a note about a row, such as a message on its way, never refers to another row.
+-- Mobile and Email are empty when they are not known, also when somebody writes NULL. Rules compare these columns, and
+-- no comparison with NULL is true.
 CREATE TABLE [Campaign Results] (
   RecordID integer PRIMARY KEY AUTOINCREMENT,
   CampaignID int NOT NULL,
@@ -36,7 +37,8 @@ CREATE TABLE [Campaign Results] (
   Can_Send_Email bit,
   Can_Send_Letter bit
 );
--- The first gives a campaign's rows in the order they were selected in, the second serves the runs, which go through them by customer.
+-- The first index gives the rows of a campaign in the order of their selection. The second one serves the runs, which
+-- go through the rows by customer.
 CREATE INDEX Campaign_Results_Campaign ON [Campaign Results] (CampaignID);
 CREATE INDEX Campaign_Results_Customer ON [Campaign Results] (CampaignID, Customer);
 
@@ -48,8 +50,8 @@ SELECT RecordID, Customer, Title, Firstname, Lastname, Send_SMS, Send_Email, Sen
   UserID, Created_Date, Consent_Response, Can_Send_SMS, Can_Send_Email, Can_Send_Letter, CampaignID
 FROM [Campaign Results];
 
--- The counters of a campaign. The triggers below keep them exact whoever changes a row, so nothing ever counts the rows. A campaign without
--- a counted row has no counters.
+-- The counters of a campaign. The triggers below keep them exact, whoever changes a row, so the rows are never counted.
+-- A campaign without a counted row has no counters.
 CREATE TABLE Campaign_Results_Counters (
   CampaignID integer PRIMARY KEY,
   ByLetter int NOT NULL DEFAULT 0,
@@ -59,7 +61,7 @@ CREATE TABLE Campaign_Results_Counters (
   ByEmail_Processed int NOT NULL DEFAULT 0
 );
 
--- New rows come without flags and skip this.
+-- A selection adds rows without send flags. This trigger does nothing for them.
 CREATE TRIGGER Campaign_Results_Count_Insert AFTER INSERT ON [Campaign Results]
 WHEN new.Send_SMS OR new.Send_Email OR new.Send_Letter
 BEGIN
@@ -82,7 +84,8 @@ BEGIN
   -- @include discount_old_row
 END;
 
--- Saving an unsaved campaign gives its rows another campaign number: the counters and the send journal move along.
+-- When an unsaved campaign is saved, its rows get another campaign number. The counters move to that number, and so do
+-- the entries of the send journal (see Send_Journal_Row_Moved).
 CREATE TRIGGER Campaign_Results_Count_Move AFTER UPDATE OF CampaignID ON [Campaign Results]
 WHEN new.CampaignID <> old.CampaignID
   AND (new.Send_SMS OR new.Send_Email OR new.Send_Letter OR old.Send_SMS OR old.Send_Email OR old.Send_Letter)

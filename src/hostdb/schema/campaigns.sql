@@ -39,7 +39,8 @@ CREATE TABLE Marketing_Campaigns (
   Last_Run datetime
 );
 
--- One row for each thing done to or with a campaign. The name is kept as it was then, so that a deleted campaign stays readable.
+-- One row for each event of a campaign. Campaign_Name is the name that the campaign had then, so that the events of a
+-- deleted campaign still have its name.
 CREATE TABLE Marketing_Campaigns_History (
   ID integer PRIMARY KEY AUTOINCREMENT,
   Record_Date datetime NOT NULL,

@@ -10,9 +10,10 @@ CREATE TABLE Enquiry_Sources (
   Description nvarchar(50) NOT NULL COLLATE NOCASE
 );
 
--- Customer is the key the program shows and orders by. Address holds the lines above the postcode, separated by CR. No_Marketing is the
--- switch "No Marketing" of the customer card. Consent_Response: NULL or 0 not asked, 1 consented, 2 opted out. Can_Send_...: what the
--- customer agreed to, NULL when never asked.
+-- Customer is the key that the program shows and orders by. Address holds the lines above the postcode, separated by
+-- CR. No_Marketing is the switch "No Marketing" of the customer card. Consent_Response: NULL or 0 not asked,
+-- 1 consented, 2 opted out. Can_Send_SMS, Can_Send_Email and Can_Send_Letter: what the customer agreed to, NULL when
+-- never asked.
 CREATE TABLE Customers (
   Customer integer PRIMARY KEY,
   Title nvarchar(20) COLLATE NOCASE,
@@ -34,8 +35,9 @@ CREATE TABLE Customers (
   Can_Send_Letter bit
 );
 
--- A customer as a campaign row shows one. Address is what goes on an envelope below the name: the company, the address lines, the postcode.
--- Contact is the name for a greeting ("Mr Hartley"): as kept with the customer, else title and last name, else first and last name.
+-- A customer as a campaign row shows one. Address is what goes on an envelope below the name: the company, the address
+-- lines, the postcode. Contact is the name for a greeting ("Mr Hartley"). It is the contact of the customer if there is
+-- one, otherwise title and last name, otherwise first and last name.
 CREATE VIEW Marketing_Customers AS
 SELECT
   c.Customer,

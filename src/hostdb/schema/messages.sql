@@ -1,4 +1,4 @@
--- What was produced for customers: letters to be printed, the texts and e-mails that were sent.
+-- What was produced for customers: the letters to be printed, and the text messages and e-mails that were sent.
 
 -- The letters of the last run or preview of each session.
 CREATE TABLE Letters (

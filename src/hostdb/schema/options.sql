@@ -1,6 +1,7 @@
--- Options: one row for each company, one row for each user. A NULL reads as empty, 0 or false.
+-- Options: one row for each company and one row for each user. NULL reads as empty, 0 or false.
 
--- Options_Company is the company code that a row belongs to ("A" the main company); every other column is an option key.
+-- Options_Company is the code of the company that a row belongs to. "A" is the main company. Every other column is an
+-- option key.
 CREATE TABLE _Options (
   Options_Company nvarchar(10) NOT NULL PRIMARY KEY COLLATE NOCASE,
   -- read from the row of company "A"
@@ -102,7 +103,7 @@ CREATE TABLE _Options (
   LabourDesc nvarchar(100)
 );
 
--- The defaults are what a user starts with. Colours are 24-bit numbers, red in the lowest byte.
+-- The defaults are the options of a new user. Colours are 24-bit numbers, red in the lowest byte.
 CREATE TABLE _OptionsUser (
   UserId nvarchar(50) NOT NULL PRIMARY KEY COLLATE NOCASE,
   SORTED_COLUMN_COLOUR int DEFAULT 14737632,

@@ -1,8 +1,10 @@
--- What keeps a run from contacting anybody twice: the journal of messages and the claim on a campaign.
+-- The journal of messages and the claim on a campaign. They keep a run from contacting anybody twice.
 
--- One row for each message of a campaign row. Channel 1 text, 2 e-mail, 3 letter. State 0 sending, 1 sent, 2 failed. A text or an e-mail that is
--- found at "sending" while nobody sends is in doubt: it may have gone out. A letter at "sending" was made and neither printed nor saved. Reason says
--- why a message failed; of a letter at "sending" it is the file that it was about to appear in, and such a letter is in doubt, too.
+-- One row for each message of a campaign row. Channel: 1 text message, 2 e-mail, 3 letter. State: 0 sending, 1 sent,
+-- 2 failed.
+-- A text message or an e-mail at "sending" is in doubt while nobody sends: it may have gone out. A letter at "sending"
+-- was made, but neither printed nor saved. Reason says why a message failed. In the entry of a letter at "sending" it
+-- names the file to which the letter was about to be saved. A letter with such a file is in doubt, too.
 CREATE TABLE Send_Journal (
   RecordID int NOT NULL,
   Channel smallint NOT NULL CHECK (Channel IN (1, 2, 3)),
@@ -26,19 +28,22 @@ BEGIN
   UPDATE Send_Journal SET CampaignID = new.CampaignID WHERE RecordID = new.RecordID;
 END;
 
--- What can be changed of a results row and be taken back: its flags, when it was processed, and what the send journal holds of it, in one text. Two
--- states of a row are the same when their texts are.
+-- What a change of a results row can alter and what taking it back restores, in one text: its flags, when it was
+-- processed, and its entries in the send journal. Two states of a row are the same when their texts are the same.
 CREATE VIEW Campaign_Results_States AS
 SELECT r.RecordID, r.CampaignID,
   json_array(r.Send_SMS, r.Send_Email, r.Send_Letter, r.Processed, r.Processed_Date,
     json((SELECT json_group_array(json_array(j.Channel, j.State, j.UserID, j.Changed, j.Reason)) FROM Send_Journal j WHERE j.RecordID = r.RecordID))) AS State
 FROM [Campaign Results] r;
 
--- Why a message of a results row must not go any more: the customer's answer is stricter now than the one the row was selected with, or only
--- customers who opted in may be contacted by now. What the user chose on purpose (customers who opted out, "No Marketing", flags set by hand)
--- stays as it was chosen. 0: nothing against it. 1 the customer is gone (which is a No to everything), 2 opted out, 3 not opted in, 4 No
--- Marketing, 5 no longer agrees to this channel.
--- Answers in order of strictness. Consent: 0 consented, 1 not asked, 2 opted out. A channel: 0 agreed, 1 never asked, 2 refused.
+-- Why a message of a results row must no longer go. Either the customer's answer is stricter now than when the row was
+-- selected, or only customers who opted in may be contacted now. What the user chose on purpose stays allowed:
+-- customers who opted out, "No Marketing", flags set by hand.
+-- A refusal is 0 when nothing is against the message. 1: the customer was deleted, which counts as a refusal of every
+-- message. 2: the customer opted out. 3: the customer has not opted in. 4: "No Marketing". 5: the customer no longer
+-- agrees to this channel.
+-- The numbers of the answers grow with their strictness. Consent: 0 consented, 1 not asked, 2 opted out. Channel:
+-- 0 agreed, 1 never asked, 2 refused.
 CREATE VIEW Send_Refusals AS
 SELECT RecordID, CampaignID,
   CASE WHEN Refusal <> 0 THEN Refusal WHEN SMS_Now > SMS_Then AND (AskChannels = 1 OR SMS_Now = 2) THEN 5 ELSE 0 END AS SMS_Refusal,
@@ -75,8 +80,8 @@ FROM (
   ) answers
 ) judged;
 
--- Who is sending a campaign now. The process is named by its number and its start on its computer, so that a number that was given out
--- again is not taken for the run that claimed.
+-- Who is sending a campaign now. A process is identified by its computer, its number and its start. The computer may
+-- give the number to another process later. That process is then not mistaken for the run that claimed the campaign.
 CREATE TABLE Campaign_Claims (
   CampaignID integer PRIMARY KEY,
   UserID nvarchar(50) COLLATE NOCASE,

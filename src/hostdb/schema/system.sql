@@ -1,8 +1,9 @@
--- What the database knows about itself: versions, whether it is online, the procedures, counted keys, the event logs.
+-- Data about the database itself: versions, whether it is online, the procedures, the last keys, the event logs.
 
--- One row. Version is the host's schema, Marketing_Version the level of the marketing module. File_Number is the last upgrade that this file
--- has; Objects_Fingerprint stands for the views, triggers and procedures that were installed last, and Objects_Set says which set they are: one of a
--- lower number is never put in the place of one of a higher.
+-- One row. Version is that of the host schema, Marketing_Version the level of the marketing module. File_Number is the
+-- number of the last upgrade that this file has. Objects_Fingerprint identifies the views, triggers and procedures that
+-- were installed last. Objects_Set is the number of their set. A set with a lower number never replaces one with a
+-- higher number.
 CREATE TABLE _Version (
   Version int NOT NULL,
   Marketing_Version int NOT NULL,
@@ -11,7 +12,8 @@ CREATE TABLE _Version (
   Objects_Set int NOT NULL DEFAULT 0
 );
 
--- The views, triggers and procedures that the program installed, each with the fingerprint of the text that it installed last.
+-- The views, triggers and procedures that the program installed, each with the fingerprint of the text that was
+-- installed last.
 CREATE TABLE _Installed (
   Kind nvarchar(10) NOT NULL,
   Name nvarchar(128) NOT NULL COLLATE NOCASE,
@@ -32,7 +34,7 @@ CREATE TABLE _Procedures (
   Version int NOT NULL
 );
 
--- The last key handed out of each kind and the step to the next. Keys are never handed out twice.
+-- The last key of each kind that was given, and the step to the next one. No key is given twice.
 CREATE TABLE _Keys (
   Key_Name nvarchar(50) NOT NULL PRIMARY KEY COLLATE NOCASE,
   Last_Value int NOT NULL,
@@ -40,7 +42,7 @@ CREATE TABLE _Keys (
 );
 INSERT INTO _Keys VALUES ('TEMP', 0, -1), ('CUSTOMER', 1000, 1);
 
--- The host's general event log. EventType 6 errors, 7 texts, 8 exports, 9 marketing.
+-- The host's general event log. EventType: 6 errors, 7 text messages, 8 exports, 9 marketing.
 CREATE TABLE _Log (
   LogID integer PRIMARY KEY AUTOINCREMENT,
   Log_Date datetime NOT NULL,
@@ -51,7 +53,7 @@ CREATE TABLE _Log (
   Details nvarchar(80) COLLATE NOCASE
 );
 
--- Marketing events, tied to the campaign that was current.
+-- Marketing events, each with the campaign that was current then.
 CREATE TABLE _Marketing_Log (
   LogID integer PRIMARY KEY AUTOINCREMENT,
   Log_Date datetime NOT NULL,
@@ -60,7 +62,8 @@ CREATE TABLE _Marketing_Log (
   CampaignID int
 );
 
--- Every marketing event appears in the history too; one that says a run began is the campaign's last run.
+-- Every marketing event appears in the history, too. An event that says that a run began sets the last run of the
+-- campaign.
 CREATE TRIGGER Marketing_Log_History AFTER INSERT ON _Marketing_Log
 BEGIN
   INSERT INTO Marketing_Campaigns_History (Record_Date, CampaignID, Campaign_Name, Event, UserID)

@@ -1,9 +1,9 @@
--- Installs the tables, views, triggers and procedures of the marketing program in the database that the connection is
--- in, or brings those of an older program up to date. What is there already stays: tables of the host and their rows.
--- Close the program on every desk first, and make a backup.
+-- Installs the tables, views, triggers and procedures of the marketing program in the database of the connection, or
+-- upgrades those of an older program. The tables that the host has already stay, with their rows. First close the
+-- program on every desk and make a backup.
 --
--- Run it with any tool that takes lines GO as the ends of batches. All of it is one transaction: an error anywhere
--- leaves the database as it was.
+-- Run the script with any tool that takes lines GO as the ends of batches. The whole script is one transaction. An
+-- error anywhere leaves the database as it was.
 SET ANSI_NULLS ON
 SET QUOTED_IDENTIFIER ON
 SET ANSI_PADDING ON

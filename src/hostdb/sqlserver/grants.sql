@@ -1,5 +1,5 @@
--- The role that a login of the program needs, and no more: on each table the statements that the program itself sends,
--- and every procedure.
+-- The role has only the rights that a login of the program needs. On each table these are the statements that the
+-- program itself sends. It also has the right to every procedure.
 IF DATABASE_PRINCIPAL_ID(N'Marketing_Program') IS NULL EXEC (N'CREATE ROLE Marketing_Program')
 GRANT SELECT ON [Campaign Results] TO Marketing_Program
 GRANT UPDATE ON [Campaign Results] TO Marketing_Program

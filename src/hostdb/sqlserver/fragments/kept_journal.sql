@@ -1,4 +1,4 @@
--- What the send journal held of the rows @Kept comes back.
+-- Restores the entries of the rows @Kept in the send journal.
 INSERT INTO Send_Journal (RecordID, CampaignID, Channel, State, UserID, Changed, Reason)
 SELECT k.RecordID, @CampaignID, (s.Field - 2) / 4, CAST(s.Value AS smallint), u.Value, CONVERT(datetime, c.Value, 121), n.Value
 FROM @Kept k

@@ -1,5 +1,6 @@
--- A table of a WITH clause, behind the period: the top or bottom spenders among those who may be contacted, @Criteria
--- customers from place @CriteriaStart on, by what was invoiced in the period; ties by customer key.
+-- A table of a WITH clause, after the period: the top or bottom spenders among the customers who may be contacted.
+-- These are @Criteria customers, from place @CriteriaStart on. They are ordered by the sum of their invoices in the
+-- period, and by their key when the sums are equal.
 Ranked (Customer, Position) AS (
   SELECT Customer, Position
   FROM (

@@ -1,6 +1,6 @@
--- Takes records apart, "{4711|1|~n|}": Record from 1, Field from 0, Value with "~n" as NULL. What stands between two
--- records is passed over. A piece of the text is looked at, at a time, since every look into a long text costs its
--- length. No field has 2000 characters.
+-- Splits records, as in "{4711|1|~n|}", into fields. Record counts from 1, Field from 0. A field "~n" gives a Value of
+-- NULL. Text between two records is ignored. The function copies the text piece by piece, because every look into a
+-- long text takes time in proportion to its length. Every field has fewer than 2000 characters.
 CREATE FUNCTION Fields_Of (@Rows nvarchar(max))
 RETURNS @Fields TABLE (Record int NOT NULL, Field int NOT NULL, Value nvarchar(2000) NULL)
 AS

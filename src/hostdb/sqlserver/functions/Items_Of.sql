@@ -1,5 +1,5 @@
--- The items of a list, separated by commas; an item has at most 2000 characters. A piece of the list is looked at, at a
--- time, since every look into a long text costs its length.
+-- Splits a list at its commas. An item has at most 2000 characters. The function copies the list piece by piece,
+-- because every look into a long list takes time in proportion to its length.
 CREATE FUNCTION Items_Of (@List nvarchar(max))
 RETURNS @Items TABLE (Value nvarchar(2000) NOT NULL)
 AS

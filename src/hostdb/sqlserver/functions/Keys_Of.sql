@@ -1,4 +1,4 @@
--- The keys of a list, "4711,4712", each once.
+-- The keys of a list, as in "4711,4712", each once.
 CREATE FUNCTION Keys_Of (@Keys nvarchar(max))
 RETURNS @List TABLE (value int NOT NULL PRIMARY KEY)
 AS

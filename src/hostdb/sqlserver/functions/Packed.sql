@@ -1,4 +1,4 @@
--- A text as a field of a record: it holds none of the characters that end one ("|") or a record ("}").
+-- Makes a text a field of a record. The field contains none of the characters that end a field ("|") or a record ("}").
 CREATE FUNCTION Packed (@Text nvarchar(max))
 RETURNS nvarchar(max)
 AS

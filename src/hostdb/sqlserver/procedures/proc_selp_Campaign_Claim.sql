@@ -1,4 +1,5 @@
--- LastSeen is in UTC: a local time would seem an hour older when summer time begins.
--- Inside a transaction nobody else can look until it ends, so that of two desks only one finds the campaign free.
+-- LastSeen is in UTC, because a local time would seem an hour older when summer time begins.
+-- In a transaction nobody else can look until the transaction ends, so that of two desks only one finds the campaign
+-- free.
 SELECT CampaignID, UserID, Computer, ProcessID, ProcessStart, Claimed, LastSeen, DATEDIFF(second, LastSeen, GetUtcDate()) AS Silent
 FROM Campaign_Claims WITH (UPDLOCK, HOLDLOCK) WHERE CampaignID = @CampaignID;

@@ -1,5 +1,5 @@
--- The rows are held first. Their states, which the caller compares with what it kept, then stay until its transaction
--- ends. Without a transaction they are held for the first statement only.
+-- The rows are locked first. Their states, which the caller compares with earlier ones, then stay the same until the
+-- transaction of the caller ends. Without a transaction the rows are locked for the first statement only.
 DECLARE @Held TABLE (RecordID int NOT NULL PRIMARY KEY);
 INSERT INTO @Held (RecordID)
 SELECT r.RecordID

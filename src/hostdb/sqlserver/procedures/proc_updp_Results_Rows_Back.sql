@@ -12,7 +12,7 @@ SELECT k.RecordID, CAST(max(CASE Field WHEN 1 THEN Value END) AS int), CAST(max(
 FROM @Kept k JOIN @Fields f ON f.Record = k.Record WHERE f.Field BETWEEN 1 AND 5 GROUP BY k.RecordID;
 UPDATE r SET Send_SMS = s.Send_SMS, Send_Email = s.Send_Email, Send_Letter = s.Send_Letter, Processed = s.Processed
 FROM [Campaign Results] r JOIN @States s ON s.RecordID = r.RecordID;
--- Behind the trigger that sets the date.
+-- This comes after the trigger, which sets the date.
 UPDATE r SET Processed_Date = s.Processed_Date
 FROM [Campaign Results] r JOIN @States s ON s.RecordID = r.RecordID
 WHERE isnull(r.Processed_Date, 0) <> isnull(s.Processed_Date, 0);

@@ -1,5 +1,6 @@
--- The row is held until the end, so that of two desks only one begins its message. It is held by a statement of its own:
--- with READ_COMMITTED_SNAPSHOT a statement reads the journal as it was when the statement began, before it had waited.
+-- The row is locked until the end, so that of two desks only one begins its message. A statement of its own locks it.
+-- With READ_COMMITTED_SNAPSHOT a statement reads the journal as it was when the statement began, before it waited for
+-- the lock.
 DECLARE @Held int;
 SELECT @Held = RecordID FROM [Campaign Results] WITH (UPDLOCK) WHERE RecordID = @RecordID AND CampaignID = @CampaignID;
 DECLARE @Noted TABLE (RecordID int NOT NULL);

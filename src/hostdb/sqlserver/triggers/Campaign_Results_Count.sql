@@ -1,5 +1,5 @@
--- The counters follow every change of rows, whatever its kind: they gain what the new rows stand for and lose what the
--- old ones did. A campaign without a counted row has no counters.
+-- Every change of rows changes the counters, whatever its kind. The new rows are added, the old ones subtracted. A
+-- campaign without a counted row has no counters.
 CREATE TRIGGER Campaign_Results_Count ON [Campaign Results] AFTER INSERT, UPDATE, DELETE AS
 BEGIN
   SET NOCOUNT ON;

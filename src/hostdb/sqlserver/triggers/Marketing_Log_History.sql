@@ -1,4 +1,5 @@
--- Every marketing event appears in the history too; one that says a run began is the campaign's last run.
+-- Every marketing event appears in the history, too. An event that says that a run began sets the last run of the
+-- campaign.
 CREATE TRIGGER Marketing_Log_History ON _Marketing_Log AFTER INSERT AS
 BEGIN
   SET NOCOUNT ON;

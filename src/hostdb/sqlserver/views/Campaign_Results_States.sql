@@ -1,6 +1,6 @@
--- What can be changed of a results row and be taken back: its key and flags, when it was processed, and what the send
--- journal holds of its three channels, in one text that Fields_Of takes apart. Two states of a row are the same when
--- their texts are.
+-- What a change of a results row can alter and what taking it back restores, in one text that Fields_Of splits: the key
+-- of the row, its flags, when it was processed, and the entries of its three channels in the send journal. Two states
+-- of a row are the same when their texts are the same.
 CREATE VIEW Campaign_Results_States AS
 SELECT r.RecordID, r.CampaignID,
   CAST('{' AS nvarchar(max)) + CAST(r.RecordID AS nvarchar(11)) + '|' + CAST(r.Send_SMS AS nvarchar(1)) + '|' + CAST(r.Send_Email AS nvarchar(1)) + '|'
