@@ -140,12 +140,10 @@ class Transaction {
   };
   /// \throws DatabaseError
   explicit Transaction(Connection& connection, IfLost ifLost = IfLost::kReopen)
-      : session_(Begun(connection, ifLost)), connection_(&connection) {}
-  /// For a session that no `Connection` holds.
-  explicit Transaction(Session& session) : session_(session) { session_.Begin(); }
+      : session_(Begun(connection, ifLost)), connection_(connection) {}
   ~Transaction() {
     if (!done_) session_.Rollback();
-    if (connection_ != nullptr) connection_->TransactionEnded();
+    connection_.TransactionEnded();
   }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
@@ -158,7 +156,7 @@ class Transaction {
   [[nodiscard]] static Session& Begun(Connection& connection, IfLost ifLost);
 
   Session& session_;
-  Connection* connection_ = nullptr;
+  Connection& connection_;
   bool done_ = false;
 };
 
