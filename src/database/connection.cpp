@@ -115,6 +115,7 @@ void Connection::SetCommandTimeout(int seconds) {
 }
 
 Session& Connection::Driver() {
+  if (session_ == nullptr && WasOpen()) throw LostConnectionError();
   if (!IsOpen()) {
     const QString text = QStringLiteral("The connection is closed.");
     throw DatabaseError(kUnspecifiedError, text, {{0, QStringLiteral("08003"), text}});

@@ -93,7 +93,8 @@ class Connection {
   [[nodiscard]] ConnectionTarget Target() const { return ConnectionTarget::Parse(connectionString_); }
 
   /// The open session.
-  /// \throws DatabaseError with kUnspecifiedError when the connection is closed
+  /// \throws DatabaseError with kUnspecifiedError when the connection is closed; the error of a lost connection when it
+  ///         was open before
   [[nodiscard]] Session& Driver();
 
   /// The provider errors of the last failure, for the interpretation.
