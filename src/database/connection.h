@@ -36,6 +36,10 @@ using SessionFactory = std::function<std::unique_ptr<Session>(const ConnectionTa
 /// \return whether to go on; false when the user does not want to wait
 using WaitForServer = std::function<bool(std::chrono::milliseconds time)>;
 
+/// Called when the first attempt has failed. Its result waits before the later attempts, and is destroyed with the last
+/// one.
+using BeginWaiting = std::function<WaitForServer()>;
+
 /// One connection to the server. It remembers its string and login, so that it can be opened again in the same way, and
 /// the provider errors of the last failure. Only the thread that owns it calls it, one call at a time. While that
 /// thread waits in `RunLong`, the work uses it instead.
@@ -78,7 +82,7 @@ class Connection {
   /// `told` is called after each re-opening, on the thread that asked for it.
   void OnReopened(std::function<void()> told) { reopened_ = std::move(told); }
   /// How a re-opening waits, on the thread that asked for it. Without it each re-opening tries once.
-  void OnServerAway(WaitForServer wait) { wait_ = std::move(wait); }
+  void OnServerAway(BeginWaiting begin) { beginWaiting_ = std::move(begin); }
 
   [[nodiscard]] bool InTransaction() const { return session_ && session_->InTransaction(); }
   /// Calls `act` now, or, inside a transaction, when its outermost `Transaction` has ended. For what waits for the
@@ -127,7 +131,7 @@ class Connection {
   bool stopped_ = false;
   bool patient_ = true;  // whether a re-opening waits for the server
   std::function<void()> reopened_;
-  WaitForServer wait_;
+  BeginWaiting beginWaiting_;
   std::vector<std::function<void()>> afterTransaction_;
   std::vector<ProviderError> errors_;
 };
