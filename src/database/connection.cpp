@@ -81,13 +81,16 @@ void Connection::Open(const QString& connectionString, const Login& login) {
 
 void Connection::Reopen() {
   const auto started = std::chrono::steady_clock::now();
-  for (auto wait = kWaits.begin();; ++wait) {
+  WaitForServer wait;
+  for (auto time = kWaits.begin();; ++time) {
     try {
       Open(QString(connectionString_), Login(login_));
       break;
     } catch (const DatabaseError& error) {
-      const bool mayTry = wait_ && patient_ && wait != kWaits.end() && MayComeBack(error);
-      patient_ = mayTry && std::chrono::steady_clock::now() + *wait <= started + kLastAttempt && wait_(*wait);
+      const bool mayTry = beginWaiting_ && patient_ && time != kWaits.end() && MayComeBack(error) &&
+                          std::chrono::steady_clock::now() + *time <= started + kLastAttempt;
+      if (mayTry && !wait) wait = beginWaiting_();
+      patient_ = mayTry && wait(*time);
       if (!patient_) throw;
     }
   }
@@ -115,6 +118,7 @@ void Connection::SetCommandTimeout(int seconds) {
 }
 
 Session& Connection::Driver() {
+  if (session_ == nullptr && WasOpen()) throw LostConnectionError();
   if (!IsOpen()) {
     const QString text = QStringLiteral("The connection is closed.");
     throw DatabaseError(kUnspecifiedError, text, {{0, QStringLiteral("08003"), text}});

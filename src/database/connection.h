@@ -36,6 +36,10 @@ using SessionFactory = std::function<std::unique_ptr<Session>(const ConnectionTa
 /// \return whether to go on; false when the user does not want to wait
 using WaitForServer = std::function<bool(std::chrono::milliseconds time)>;
 
+/// Called when the first attempt has failed. Its result waits before the later attempts, and is destroyed with the last
+/// one.
+using BeginWaiting = std::function<WaitForServer()>;
+
 /// One connection to the server. It remembers its string and login, so that it can be opened again in the same way, and
 /// the provider errors of the last failure. Only the thread that owns it calls it, one call at a time. While that
 /// thread waits in `RunLong`, the work uses it instead.
@@ -78,7 +82,7 @@ class Connection {
   /// `told` is called after each re-opening, on the thread that asked for it.
   void OnReopened(std::function<void()> told) { reopened_ = std::move(told); }
   /// How a re-opening waits, on the thread that asked for it. Without it each re-opening tries once.
-  void OnServerAway(WaitForServer wait) { wait_ = std::move(wait); }
+  void OnServerAway(BeginWaiting begin) { beginWaiting_ = std::move(begin); }
 
   [[nodiscard]] bool InTransaction() const { return session_ && session_->InTransaction(); }
   /// Calls `act` now, or, inside a transaction, when its outermost `Transaction` has ended. For what waits for the
@@ -93,7 +97,8 @@ class Connection {
   [[nodiscard]] ConnectionTarget Target() const { return ConnectionTarget::Parse(connectionString_); }
 
   /// The open session.
-  /// \throws DatabaseError with kUnspecifiedError when the connection is closed
+  /// \throws DatabaseError with kUnspecifiedError when the connection is closed; the error of a lost connection when it
+  ///         was open before
   [[nodiscard]] Session& Driver();
 
   /// The provider errors of the last failure, for the interpretation.
@@ -126,7 +131,7 @@ class Connection {
   bool stopped_ = false;
   bool patient_ = true;  // whether a re-opening waits for the server
   std::function<void()> reopened_;
-  WaitForServer wait_;
+  BeginWaiting beginWaiting_;
   std::vector<std::function<void()>> afterTransaction_;
   std::vector<ProviderError> errors_;
 };
@@ -140,12 +145,10 @@ class Transaction {
   };
   /// \throws DatabaseError
   explicit Transaction(Connection& connection, IfLost ifLost = IfLost::kReopen)
-      : session_(Begun(connection, ifLost)), connection_(&connection) {}
-  /// For a session that no `Connection` holds.
-  explicit Transaction(Session& session) : session_(session) { session_.Begin(); }
+      : session_(Begun(connection, ifLost)), connection_(connection) {}
   ~Transaction() {
     if (!done_) session_.Rollback();
-    if (connection_ != nullptr) connection_->TransactionEnded();
+    connection_.TransactionEnded();
   }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
@@ -158,7 +161,7 @@ class Transaction {
   [[nodiscard]] static Session& Begun(Connection& connection, IfLost ifLost);
 
   Session& session_;
-  Connection* connection_ = nullptr;
+  Connection& connection_;
   bool done_ = false;
 };
 

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <limits>
+#include <memory>
 #include <utility>
+
+#include "diagnostics/wait_box.h"
 
 namespace qbx {
 
@@ -47,14 +50,16 @@ Statements::Statements(Connection& connection, ErrorInterpretation& interpretati
       events_(events),
       lastError_(lastError),
       diagnostics_(diagnostics) {
-  connection.OnServerAway([this](std::chrono::milliseconds time) { return WaitForServer(time); });
+  connection.OnServerAway([this] {
+    const auto box = std::make_shared<WaitBox>(diagnostics_, QStringLiteral("Waiting for the database"));
+    return [this, box](std::chrono::milliseconds time) { return WaitForServer(*box, time); };
+  });
 }
 
-bool Statements::WaitForServer(std::chrono::milliseconds time) {
+bool Statements::WaitForServer(WaitBox& box, std::chrono::milliseconds time) {
   for (auto left = time; left.count() > 0; left -= kWaitSlice) {
     diagnostics_.ui.Wait(static_cast<int>(std::min(left, kWaitSlice).count()));
-    if (diagnostics_.ui.QuitRequested()) return false;
-    if (diagnostics_.status.OffersCancel() && diagnostics_.status.Cancelled()) return false;
+    if (diagnostics_.ui.QuitRequested() || !box.GoOn()) return false;
   }
   return true;
 }

@@ -17,6 +17,8 @@
 
 namespace qbx {
 
+class WaitBox;
+
 // The numbers that callers pass.
 enum class CursorType { kForwardOnly = 0, kDynamic = 2 };
 enum class LockType { kReadOnly = 1, kOptimistic = 3 };
@@ -111,7 +113,7 @@ class Statements {
               const QString& before = {});
   void Tell(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error,
             const QString& before);
-  [[nodiscard]] bool WaitForServer(std::chrono::milliseconds time);
+  [[nodiscard]] bool WaitForServer(WaitBox& box, std::chrono::milliseconds time);
   void ShowConnectionProblem();
   std::optional<DatabaseError> Prepare(Command& command, const QString& procedure);
   void ShowUnreadableParameters(const QString& procedure, const DatabaseError& error);

@@ -1,6 +1,6 @@
 #include "printing/connected_rows.h"
 
-#include "printing/wait_box.h"
+#include "diagnostics/wait_box.h"
 
 namespace qbx {
 

@@ -4,7 +4,7 @@
 #include <future>
 
 #include "database/pump_interval.h"
-#include "printing/wait_box.h"
+#include "diagnostics/wait_box.h"
 
 namespace qbx {
 

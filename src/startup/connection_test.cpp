@@ -114,7 +114,7 @@ class Test {
     embedded_ = IsEmbeddedServer(findings_.server);
     if (embedded_) findings_.server.clear();
     try {
-      if (const std::optional<DatabaseError> refusal = NameProblem(login_.server, findings_.database)) throw *refusal;
+      if (const std::optional<DatabaseError> refusal = NameProblem({}, findings_.database)) throw *refusal;
       if (embedded_ || (PasswordIsKnown() && ServerAnswers())) UseDatabase(Open(findings_.database));
     } catch (const DatabaseError& error) {
       Explain(error);

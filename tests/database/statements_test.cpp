@@ -1,5 +1,7 @@
 #include "database/statements.h"
 
+#include <thread>
+
 #include "database/database_fixture.h"
 #include "database/list_query.h"
 
@@ -74,6 +76,19 @@ TEST_F(StatementsTest, AServerThatRestartsIsWaitedForUnlessItRefusesTheLogin) {
   server_.Expect("UPDATE x", Lost());
   EXPECT_FALSE(statements_.dbExecute("UPDATE x").Ok());
   EXPECT_EQ(ui.WaitedFor(), 3000);
+}
+
+TEST_F(StatementsTest, CancelEndsTheWaitingForAServerAndTheConnectionCountsAsLost) {
+  Open();
+  server_.Expect("UPDATE x", Lost());
+  server_.opens.assign(2, Lost().error);
+  ui.OnPump([] { std::this_thread::sleep_for(std::chrono::milliseconds(50)); });
+  ui.OnStatus([this](const StatusView&) { ui.PressCancel(); });
+  EXPECT_FALSE(statements_.dbExecute("UPDATE x").Ok());
+  EXPECT_EQ(ui.StatusTexts(), QStringList{"Waiting for the database..."});
+  EXPECT_FALSE(ui.StatusVisible());
+  ui.Answer("OK to quit?", MessageAnswer::kYes);
+  EXPECT_FALSE(statements_.dbRunCommandWithParameters("proc_x", {}));
 }
 
 TEST_F(StatementsTest, ACommandThatTellsLossesOnceSaysBothInOneBoxAndNothingMoreAfterAYes) {

@@ -111,6 +111,9 @@ TEST_F(SqlServerTest, NamesTheProblemInATestOfTheConnection) {
   closing.PlannedFaults().Add({.kind = tds::FaultKind::kClose, .moment = tds::FaultMoment::kConnect});
   Set("Server", QStringLiteral("127.0.0.1,%1").arg(closing.Port()));
   EXPECT_EQ(Problem(), ConnectionProblem::kConnectionLost);
+  Set("Server", QStringLiteral("a;b"));
+  EXPECT_EQ(Problem(), ConnectionProblem::kServerName);
+  Set("Server", QStringLiteral("127.0.0.1,%1").arg(closing.Port()));
   EXPECT_FALSE(QFile::exists(folder.File(QStringLiteral("MARKETING.LOG"))));
   Set("SQLLoginPassword", QStringLiteral("secret"));
   EXPECT_EQ(Problem(), ConnectionProblem::kPasswordUnreadable);

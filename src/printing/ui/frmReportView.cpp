@@ -18,10 +18,10 @@
 #include <QStringList>
 #include <QWidget>
 
+#include "diagnostics/wait_box.h"
 #include "platform/ui/modal.h"
 #include "printing/ui/frmSelectPrinter.h"
 #include "printing/ui/report_help.h"
-#include "printing/wait_box.h"
 #include "reports/page_search.h"
 #include "reports/report_error.h"
 #include "ui_frmReportView.h"

@@ -1,4 +1,4 @@
-#include "printing/wait_box.h"
+#include "diagnostics/wait_box.h"
 
 namespace qbx {
 
