@@ -145,10 +145,12 @@ class Transaction {
   };
   /// \throws DatabaseError
   explicit Transaction(Connection& connection, IfLost ifLost = IfLost::kReopen)
-      : session_(Begun(connection, ifLost)), connection_(connection) {}
+      : session_(Begun(connection, ifLost)), connection_(&connection) {}
+  /// For a session that no `Connection` holds.
+  explicit Transaction(Session& session) : session_(session) { session_.Begin(); }
   ~Transaction() {
     if (!done_) session_.Rollback();
-    connection_.TransactionEnded();
+    if (connection_ != nullptr) connection_->TransactionEnded();
   }
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
@@ -161,7 +163,7 @@ class Transaction {
   [[nodiscard]] static Session& Begun(Connection& connection, IfLost ifLost);
 
   Session& session_;
-  Connection& connection_;
+  Connection* connection_ = nullptr;
   bool done_ = false;
 };
 

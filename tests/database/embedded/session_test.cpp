@@ -140,26 +140,30 @@ TEST(Transactions, OnlyTheOutermostCommits) {
   TestServer server;
   const auto session = server.Connect();
   const auto other = server.Connect();
-  session->Begin();
-  session->Begin();
-  session->Execute("DELETE FROM Customers");
-  session->Commit();
-  EXPECT_TRUE(session->InTransaction());
-  EXPECT_EQ(Count(*other), "3");
-  session->Commit();
+  {
+    Transaction outer(*session);
+    {
+      Transaction inner(*session);
+      session->Execute("DELETE FROM Customers");
+      inner.Commit();
+    }
+    EXPECT_TRUE(session->InTransaction());
+    EXPECT_EQ(Count(*other), "3");
+    outer.Commit();
+  }
   EXPECT_EQ(Count(*other), "0");
 }
 
 TEST(Transactions, InnerRollbackTakesTheOuterWithIt) {
   TestServer server;
   const auto session = server.Connect();
-  session->Begin();
-  session->Execute("DELETE FROM Customers");
-  session->Begin();
-  session->Rollback();
-  EXPECT_TRUE(FailureOf([&] { session->Execute("DELETE FROM Customers"); }).starts_with("3930"));
-  EXPECT_TRUE(FailureOf([&] { session->Commit(); }).starts_with("3930"));
-  session->Rollback();
+  {
+    Transaction outer(*session);
+    session->Execute("DELETE FROM Customers");
+    { Transaction inner(*session); }
+    EXPECT_TRUE(FailureOf([&] { session->Execute("DELETE FROM Customers"); }).starts_with("3930"));
+    EXPECT_TRUE(FailureOf([&] { outer.Commit(); }).starts_with("3930"));
+  }
   EXPECT_FALSE(session->InTransaction());
   EXPECT_EQ(Count(*session), "3");
 }
