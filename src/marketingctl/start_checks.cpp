@@ -53,8 +53,9 @@ std::optional<StartRefusal> RegistryProblem(RegistryStore& registry) {
 
 std::optional<StartRefusal> StartProblem(Application& app, const HeadlessUi& ui) {
   if (!app.hostConnection.Connected() || ui.QuitRequested()) {
-    return StartRefusal{Reason::kDatabaseAway,
-                        QStringLiteral("There is no connection to the database, so nothing was done.")};
+    return StartRefusal{
+        Reason::kDatabaseAway,
+        QStringLiteral("There is no connection to the database, so nothing was done. \"connect --test\" tells more.")};
   }
   if (ui.DatabaseMissing()) return MissingDatabase(app);
   if (!app.hostConnection.Ready()) {

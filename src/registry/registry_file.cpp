@@ -156,7 +156,8 @@ class RegistryParser {
     if (character == u'\\' || character == u'"') return character;
     if (character == u'n') return u'\n';
     if (character == u'r') return u'\r';
-    throw Damage{QStringLiteral("a backslash stands before a character other than \\, \", n or r")};
+    throw Damage{QStringLiteral(
+        "a backslash stands before a character other than \\, \", n or r; write \\ inside quotes twice")};
   }
 
   QString TakeLine() {

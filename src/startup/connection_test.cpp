@@ -224,9 +224,16 @@ class Test {
     if (error.Number() == kAuthenticationFailed)
       return Tell(
           ConnectionProblem::kLoginRefused,
-          QStringLiteral("The server refused the login \"%1\": %2").arg(login_.login.user, error.Description()));
+          QStringLiteral(
+              "The server refused the login \"%1\": %2 Check SQLLoginUser and SQLLoginPassword in the registry key Login.")
+              .arg(login_.login.user, error.Description()));
     if (error.Description().startsWith(QLatin1String("Timeout expired")))
-      return Tell(ConnectionProblem::kNoAnswer, error.Description());
+      return Tell(
+          ConnectionProblem::kNoAnswer,
+          QStringLiteral(
+              "SQL Server is there, but it did not answer %1 in %2 seconds. It may be starting, or overloaded. Try again; if it stays so, look into the server's log.")
+              .arg(opened_ ? QStringLiteral("a statement") : QStringLiteral("the log-in"))
+              .arg(opened_ ? kTimeLimitSeconds : kLoginSeconds));
     if (error.ConnectionLost() && !embedded_) return ExplainLoss(error);
     Tell(ConnectionProblem::kOther, error.Description());
   }
@@ -248,7 +255,10 @@ class Test {
       const QString status = read.Field(0).ToText();
       if (status.isEmpty()) return Tell(ConnectionProblem::kNoDatabase);
       if (!EqualsNoCase(status, QStringLiteral("ONLINE"))) return Tell(ConnectionProblem::kDatabaseOffline);
-      Tell(ConnectionProblem::kLoginRefused, error.Description());
+      Tell(ConnectionProblem::kLoginRefused,
+           QStringLiteral(
+               "The database \"%1\" is online, but the login \"%2\" may not open it. Give it a user there: %3")
+               .arg(findings_.database, login_.login.user, error.Description()));
     } catch (const DatabaseError&) {
       Tell(ConnectionProblem::kNoDatabase, error.Description());
     }

@@ -12,7 +12,8 @@ constexpr int kHighestPort = 65535;
 constexpr qsizetype kLongestInstance = 32;  // bytes; the question for its port cannot hold more
 
 [[noreturn]] void RefuseName(const QString& server) {
-  const QString text = QStringLiteral("\"%1\" cannot be the name of a server.").arg(server);
+  const QString text =
+      QStringLiteral("\"%1\" cannot be the name of a server. Write HOST, HOST\\INSTANCE or HOST,PORT.").arg(server);
   throw DatabaseError(kUnusableSetting, text, {{0, QString(), text}});
 }
 
