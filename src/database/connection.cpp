@@ -154,6 +154,11 @@ void Connection::RunLong(const std::function<void()>& work, const std::function<
   worker.Finish();
 }
 
+Transaction::~Transaction() {
+  if (!done_) session_.Rollback();
+  if (connection_ != nullptr) connection_->TransactionEnded();
+}
+
 Session& Transaction::Begun(Connection& connection, IfLost ifLost) {
   if (ifLost == IfLost::kReopen && connection.WasOpen() && !connection.InTransaction()) {
     try {

@@ -148,10 +148,7 @@ class Transaction {
       : session_(Begun(connection, ifLost)), connection_(&connection) {}
   /// For a session that no `Connection` holds.
   explicit Transaction(Session& session) : session_(session) { session_.Begin(); }
-  ~Transaction() {
-    if (!done_) session_.Rollback();
-    if (connection_ != nullptr) connection_->TransactionEnded();
-  }
+  ~Transaction();
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
   void Commit() {
