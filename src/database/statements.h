@@ -5,6 +5,7 @@
 #include <QString>
 #include <chrono>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "database/command.h"
@@ -105,6 +106,21 @@ class Statements {
     Statements& statements_;
     bool* outer_;
     bool told_ = false;
+  };
+
+  /// While one exists, a lost connection is only logged. For callers that open it again by themselves.
+  class LogLossOnly {
+   public:
+    explicit LogLossOnly(Statements& statements)
+        : statements_(statements), outer_(std::exchange(statements.lossTold_, &told_)) {}
+    ~LogLossOnly() { statements_.lossTold_ = outer_; }
+    LogLossOnly(const LogLossOnly&) = delete;
+    LogLossOnly& operator=(const LogLossOnly&) = delete;
+
+   private:
+    Statements& statements_;
+    bool* outer_;
+    bool told_ = true;
   };
 
  private:

@@ -238,11 +238,25 @@ void MailshotRun::LogWithdrawn(const Row& row) {
                                         QStringLiteral(". The row was deleted, processed or changed meanwhile."));
 }
 
+void MailshotRun::ThroughLoss(const Row& row, Channel channel, JournalState to, const std::function<void()>& work) {
+  Connection& connection = services_.statements.Shared();
+  try {
+    return work();
+  } catch (const DatabaseError&) {
+    if (!connection.ReopenIfLost()) throw;
+  }
+  // Nobody else writes these entries: this run holds the campaign.
+  if (journal_.Read(plan_.campaignId).value(row.recordId).Of(channel) != to) work();
+}
+
 std::optional<MailshotRun::Sent> MailshotRun::Announce(Row& row, Channel channel) {
   observer_.At(MailshotPoint::kBeforeJournal, row.recordId);
-  const bool begun = row.journal.Of(channel) == JournalState::kSent
-                         ? journal_.BeginAgain(row.recordId, plan_.campaignId, channel)
-                         : journal_.Write(row.recordId, plan_.campaignId, channel, JournalState::kSending);
+  bool begun = true;
+  ThroughLoss(row, channel, JournalState::kSending, [&] {
+    begun = row.journal.Of(channel) == JournalState::kSent
+                ? journal_.BeginAgain(row.recordId, plan_.campaignId, channel)
+                : journal_.Write(row.recordId, plan_.campaignId, channel, JournalState::kSending);
+  });
   if (begun) {
     observer_.At(MailshotPoint::kAfterJournal, row.recordId);
     return std::nullopt;
@@ -271,14 +285,17 @@ void MailshotRun::LeaveOut(Row& row, Channel channel, Refusal refusal) {
 template <typename Record>
 void MailshotRun::Settle(Row& row, Channel channel, Sent sent, const QString& reason, Record record) {
   if (sent == Sent::kUncertain) return;  // it stays at "sending"
-  Transaction transaction(services_.statements.Shared());
-  record();
-  // A row that was deleted while its message was being sent no longer has a journal.
-  sent == Sent::kYes ? (void)journal_.Write(row.recordId, plan_.campaignId, channel, JournalState::kSent)
-                     : (void)journal_.Write(row.recordId, plan_.campaignId, channel, JournalState::kFailed, reason);
-  if (sent == Sent::kYes && IsLastMessage(row, channel) && !row.failed && !row.unfinished) Mark(row);
-  observer_.At(MailshotPoint::kBeforeCommit, row.recordId);
-  transaction.Commit();
+  const JournalState state = sent == Sent::kYes ? JournalState::kSent : JournalState::kFailed;
+  ThroughLoss(row, channel, state, [&] {
+    const Statements::LogLossOnly quiet(services_.statements);
+    Transaction transaction(services_.statements.Shared());
+    record();
+    // A row that was deleted while its message was being sent no longer has a journal.
+    (void)journal_.Write(row.recordId, plan_.campaignId, channel, state, sent == Sent::kYes ? QString() : reason);
+    if (sent == Sent::kYes && IsLastMessage(row, channel) && !row.failed && !row.unfinished) Mark(row);
+    observer_.At(MailshotPoint::kBeforeCommit, row.recordId);
+    transaction.Commit();
+  });
   observer_.At(MailshotPoint::kAfterCommit, row.recordId);
 }
 

@@ -335,6 +335,23 @@ TEST_F(MailshotTest, ALostConnectionAndAFailedMarkKeepWhatWentOutAndTheNextRunMa
   EXPECT_THAT(Reached(sandbox), ElementsAre("07700900101"));
 }
 
+TEST_F(MailshotTest, GoesOnWhenTheConnectionIsLostWhileAMessageIsWrittenDown) {
+  for (const MailshotPoint point :
+       {MailshotPoint::kBeforeJournal, MailshotPoint::kAfterSend, MailshotPoint::kBeforeCommit}) {
+    const int customer = 101 + static_cast<int>(point);
+    desk.AddRow(customer, "07700900101", "a@x.test");
+    bool broken = false;
+    AtPoint observer(point, [&](qint64) {
+      if (!std::exchange(broken, true)) desk.host.server.BreakSessions();
+    });
+    EXPECT_EQ(desk.MakeMailshot(observer).Send(kCampaign, desk.templates).end, MailshotEnd::kFinished);
+    EXPECT_TRUE(desk.Processed().contains(QString::number(customer)));
+    EXPECT_EQ(desk.host.Ask(QString("SELECT count(*) FROM SMS WHERE Customer = '%1'").arg(customer)).ToInt(), 1);
+  }
+  EXPECT_EQ(Reached(sandbox).size(), 6);
+  EXPECT_THAT(Told(), IsEmpty());
+}
+
 TEST_F(MailshotTest, EndsWithAReportWhenTheJournalCannotBeWritten) {
   desk.AddRow(101, "07700900101", "");
   desk.AddRow(102, "07700900102", "");
