@@ -40,6 +40,9 @@ class CampaignClaim {
   /// Renews the claim when it is time to.
   /// \return false when another run holds the campaign by now: this run must end
   [[nodiscard]] bool Renew();
+  /// Whether it was renewed so lately that nobody can have taken the campaign over. For when the database cannot be
+  /// asked.
+  [[nodiscard]] bool IsFresh() const { return renewed_.secsTo(clock_.Now()) < kSilence * 60 / 2; }
 
  private:
   [[nodiscard]] bool Alive(const Recordset& claim) const;

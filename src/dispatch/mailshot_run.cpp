@@ -243,7 +243,7 @@ void MailshotRun::ThroughLoss(const Row& row, Channel channel, JournalState to, 
   try {
     return work();
   } catch (const DatabaseError&) {
-    if (!connection.ReopenIfLost()) throw;
+    if (!connection.ReopenIfLost() || !claim_.IsFresh()) throw;
   }
   // Nobody else writes these entries: this run holds the campaign.
   if (journal_.Read(plan_.campaignId).value(row.recordId).Of(channel) != to) work();

@@ -307,8 +307,13 @@ void LetterRun::TookOut(const TakenOut& taken) {
 bool LetterRun::MayGoOn() {
   try {
     lost_ = lost_ || !claim_.Renew();
-  } catch (const DatabaseError&) {
-    return !lost_;  // the next important statement fails, too, and reports it
+  } catch (const DatabaseError& error) {
+    if (claim_.IsFresh()) return !lost_;  // the next important statement fails, too, and reports it
+    Tell(QStringLiteral(
+             "It could not be told whether another run took the campaign over, so no letter was printed.\r\r") +
+             error.Description(),
+         MessageIcon::kExclamation);
+    return false;
   }
   if (lost_)
     Tell(
