@@ -39,6 +39,10 @@ bool MayComeBack(const DatabaseError& error) {
          });
 }
 
+bool IsDeadlock(const DatabaseError& error) {
+  return std::ranges::any_of(error.Errors(), [](const ProviderError& each) { return each.number == 1205; });
+}
+
 bool SaysConnectionLost(const QString& message) {
   return message.contains(QLatin1String("general network error"), Qt::CaseInsensitive);
 }

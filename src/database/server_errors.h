@@ -20,6 +20,9 @@ namespace qbx {
 /// Whether a message for the user is about a lost connection.
 [[nodiscard]] bool SaysConnectionLost(const QString& message);
 
+/// Whether the server rolled the work back to end a deadlock, so that it can be done again.
+[[nodiscard]] bool IsDeadlock(const DatabaseError& error);
+
 /// The server's number and words for a call in a transaction that it has rolled back already.
 inline constexpr int kTransactionDoomed = 3930;
 [[nodiscard]] QString TransactionDoomedText();

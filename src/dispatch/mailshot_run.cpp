@@ -1,5 +1,6 @@
 #include "dispatch/mailshot_run.h"
 
+#include "database/server_errors.h"
 #include "dispatch/result_rows.h"
 #include "platform/event_breaks.h"
 #include "results/merge_row.h"
@@ -242,8 +243,9 @@ void MailshotRun::ThroughLoss(const Row& row, Channel channel, JournalState to, 
   Connection& connection = services_.statements.Shared();
   try {
     return work();
-  } catch (const DatabaseError&) {
-    if (!connection.ReopenIfLost() || !claim_.IsFresh()) throw;
+  } catch (const DatabaseError& error) {
+    const bool mayTryAgain = IsDeadlock(error) || connection.ReopenIfLost();
+    if (!mayTryAgain || !claim_.IsFresh()) throw;
   }
   // Nobody else writes these entries: this run holds the campaign.
   if (journal_.Read(plan_.campaignId).value(row.recordId).Of(channel) != to) work();

@@ -71,8 +71,9 @@ class MailshotRun {
   void SendEmail(Row& row);
   [[nodiscard]] Sent SendSMSToMobile(Row& row);
   [[nodiscard]] Sent ProcessEmail(Row& row);
-  /// Runs work that brings a message to a journal state. When the connection is lost meanwhile, it is opened again. The
-  /// work is then done once more, unless the journal has the state: the server had done it, and only its answer was lost.
+  /// Runs work that brings a message to a journal state. When the connection is lost meanwhile, it is opened again.
+  /// Then, and after a deadlock, the work is done once more, unless the journal has the state: the server had done it,
+  /// and only its answer was lost.
   void ThroughLoss(const Row& row, Channel channel, JournalState to, const std::function<void()>& work);
   /// Records "sending".
   /// \return why the message must not go; nothing when it may
