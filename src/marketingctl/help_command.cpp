@@ -22,7 +22,7 @@ struct TopicTable {
 
 TopicTable Fields() {
   QJsonArray rows;
-  for (const FieldMeaning& field : FieldMeanings(QDate::currentDate())) {
+  for (const FieldMeaning& field : FieldMeanings(QDate::currentDate(), false)) {
     rows.append(QJsonObject{{QStringLiteral("field"), field.field},
                             {QStringLiteral("example"), field.example},
                             {QStringLiteral("meaning"), field.meaning}});

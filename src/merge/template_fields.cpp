@@ -2,6 +2,7 @@
 
 #include "merge/field_patterns.h"
 #include "merge/sample_customer.h"
+#include "util/boat_wording.h"
 
 namespace qbx {
 namespace {
@@ -61,12 +62,15 @@ qsizetype FieldLength(QStringView text, bool richText) {
   return closed ? end + opening.size() : 0;
 }
 
-std::vector<FieldMeaning> FieldMeanings(QDate today) {
+std::vector<FieldMeaning> FieldMeanings(QDate today, bool boatEdition) {
   std::vector<FieldMeaning> meanings;
   meanings.reserve(std::size(kMergeFields));
   for (const MergeField& field : kMergeFields) {
     const QString pattern = FieldPattern(field, false);
-    meanings.push_back({pattern, QString::fromLatin1(field.meaning), MergeFields(pattern, SampleMergeValues(), today)});
+    const QString meaning = QString::fromLatin1(field.meaning);
+    meanings.push_back({.field = pattern,
+                        .meaning = boatEdition ? BoatWording(meaning) : meaning,
+                        .example = MergeFields(pattern, SampleMergeValues(), today)});
   }
   return meanings;
 }

@@ -23,7 +23,8 @@ struct FieldMeaning {
 };
 /// All ten merge fields, in the order in which they are replaced.
 /// \param today  what "{currentdate}" shows
-[[nodiscard]] std::vector<FieldMeaning> FieldMeanings(QDate today);
+/// \param boatEdition  whether the meanings are in the words of the boat edition
+[[nodiscard]] std::vector<FieldMeaning> FieldMeanings(QDate today, bool boatEdition);
 
 /// The length of the field at the start of the text, with its braces; 0 when the text does not begin with a field. A
 /// field is "{", a letter, up to 29 more letters, digits, blanks, "_" or "-", and "}". It need not be one of the ten.

@@ -1,6 +1,7 @@
 #include "queries/filter_table.h"
 
 #include "queries/starting_queries.h"
+#include "util/boat_wording.h"
 
 namespace qbx {
 

@@ -1,6 +1,7 @@
 #include "queries/query_catalogue.h"
 
 #include "settings/options.h"
+#include "util/boat_wording.h"
 #include "util/text.h"
 
 namespace qbx {

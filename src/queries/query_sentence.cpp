@@ -5,6 +5,7 @@
 
 #include "queries/date_check.h"
 #include "queries/starting_queries.h"
+#include "util/boat_wording.h"
 #include "util/date_text.h"
 #include "util/text.h"
 #include "util/typed_number.h"

@@ -176,9 +176,4 @@ std::optional<Message> CheckQueryOptions(const StartingQuery& query, const Query
   return CheckReminder(query, options);
 }
 
-QString BoatWording(QString text) {
-  return text.replace(QLatin1String("vehicle"), QLatin1String("boat"))
-      .replace(QLatin1String("Vehicle"), QLatin1String("Boat"));
-}
-
 }  // namespace qbx

@@ -91,7 +91,4 @@ struct StartingQuery {
 /// The refusal of a reminder query without a reminder.
 [[nodiscard]] std::optional<Message> CheckReminder(const StartingQuery& query, const QueryOptions& options);
 
-/// A text in the words of the boat edition: boats instead of vehicles.
-[[nodiscard]] QString BoatWording(QString text);
-
 }  // namespace qbx

@@ -1,5 +1,7 @@
 #include "wizard/template_examples.h"
 
+#include "util/boat_wording.h"
+
 namespace qbx {
 namespace {
 
@@ -25,10 +27,8 @@ TemplateExamples MakeTemplateExamples(bool boatEdition) {
           QStringLiteral(
               "We wanted to let you know that according to our records, your vehicle {make} {model} with Rego No {regno} may be due for a cambelt replacement in the next few months. Please call us to book in for this important work.")};
   if (!boatEdition) return examples;
-  for (QString* text : {&examples.lblExample1, &examples.lblExample2, &examples.txtExample2}) {
-    text->replace(QStringLiteral("vehicle"), QStringLiteral("boat"));
-    text->replace(QStringLiteral("Vehicle"), QStringLiteral("Boat"));
-  }
+  for (QString* text : {&examples.lblExample1, &examples.lblExample2, &examples.txtExample2})
+    *text = BoatWording(*text);
   examples.txtExample2.remove(QStringLiteral(" with Rego No {regno}"));
   examples.txtExample2.replace(QStringLiteral("cambelt"), QStringLiteral("service"));
   return examples;

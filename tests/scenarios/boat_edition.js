@@ -53,4 +53,7 @@ check("so do the results and the template examples", () => {
   assertMatch(control("lblExample2").text, "For Boat specific Mail Merges you can use boat data");
   assertMatch(control("txtExample2").text, "your boat {make} {model} may be due for a service replacement");
   assertNoMatch(control("txtExample2").text, /vehicle|cambelt|regno/i);
+  control("ssTabLetters").selectTab("Text Message");
+  answerMenu("{make}   make of the boat, in a campaign of boats (Vauxhall)");
+  control("cmdInsertText").click();
 });

@@ -39,8 +39,8 @@ void EmailPane::Connect() {
     ui_->cmdTestEmail0->setFocus();
   });
   connect(ui_->walkEmail, &PreviewWalk::Moved, this, &EmailPane::ShowMessage);
-  FillInsertMenu(*ui_->cmdInsertEmail, App().clock.Today(),
-                 {{QStringLiteral("How to stop"), StopEmailsSentence(App().options)}}, [this](const QString& text) {
+  FillInsertMenu(*ui_->cmdInsertEmail, App(), {{QStringLiteral("How to stop"), StopEmailsSentence(App().options)}},
+                 [this](const QString& text) {
                    // The subject may hold fields, too. The menu leaves the focus in subject or body.
                    if (focusWidget() == ui_->txtEmailSubject) {
                      ui_->txtEmailSubject->insert(text);

@@ -6,17 +6,18 @@
 #include <QToolButton>
 
 #include "merge/template_fields.h"
+#include "startup/application.h"
 
 namespace qbx {
 
-void FillInsertMenu(QToolButton& button, QDate today, const std::vector<InsertEntry>& more,
+void FillInsertMenu(QToolButton& button, const Application& app, const std::vector<InsertEntry>& more,
                     const std::function<void(const QString&)>& insert) {
   auto* menu = new QMenu(&button);
   const auto add = [&](const QString& caption, const QString& text) {
     QObject::connect(menu->addAction(QString(caption).replace(QLatin1Char('&'), QStringLiteral("&&"))),
                      &QAction::triggered, &button, [insert, text] { insert(text); });
   };
-  for (const FieldMeaning& field : FieldMeanings(today)) {
+  for (const FieldMeaning& field : FieldMeanings(app.clock.Today(), app.startup.edition.boat)) {
     const QString example = field.example.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(field.example);
     add(QStringLiteral("%1   %2%3").arg(field.field, field.meaning, example), field.field);
   }

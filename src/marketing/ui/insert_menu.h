@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <QDate>
 #include <QString>
 #include <functional>
 #include <vector>
@@ -11,6 +10,8 @@ class QToolButton;
 
 namespace qbx {
 
+class Application;
+
 /// A further entry of the menu, below the fields.
 struct InsertEntry {
   QString caption;
@@ -18,8 +19,9 @@ struct InsertEntry {
 };
 
 /// Gives a button a menu with all merge fields and their sample values.
+/// \param app     gives the day and the edition
 /// \param insert  called with the text to insert
-void FillInsertMenu(QToolButton& button, QDate today, const std::vector<InsertEntry>& more,
+void FillInsertMenu(QToolButton& button, const Application& app, const std::vector<InsertEntry>& more,
                     const std::function<void(const QString& text)>& insert);
 
 }  // namespace qbx

@@ -6,6 +6,7 @@
 #include "queries/filter_table.h"
 #include "queries/starting_queries.h"
 #include "results/send_methods.h"
+#include "util/boat_wording.h"
 #include "wizard/step_checks.h"
 
 namespace qbx {

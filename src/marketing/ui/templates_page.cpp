@@ -59,8 +59,7 @@ TemplatesPage::TemplatesPage(const PageParts& parts) : WizardPage(parts), ui_(st
     Desk().selection.Changed();
     Edited();
   });
-  FillInsertMenu(*ui_->cmdInsertLetter, App().clock.Today(), {},
-                 [this](const QString& text) { ui_->letterEditor->Insert(text); });
+  FillInsertMenu(*ui_->cmdInsertLetter, App(), {}, [this](const QString& text) { ui_->letterEditor->Insert(text); });
 }
 
 TemplatesPage::~TemplatesPage() {

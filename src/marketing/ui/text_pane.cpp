@@ -33,8 +33,7 @@ void TextPane::Connect() {
     ui_->cmdTestSMS0->setFocus();
   });
   connect(ui_->walkSMS, &PreviewWalk::Moved, this, &TextPane::ShowMessage);
-  FillInsertMenu(*ui_->cmdInsertText, App().clock.Today(),
-                 {{QStringLiteral("How to stop"), StopTextsSentence(App().options)}},
+  FillInsertMenu(*ui_->cmdInsertText, App(), {{QStringLiteral("How to stop"), StopTextsSentence(App().options)}},
                  [this](const QString& text) { ui_->txtSMS->insertPlainText(text); });
 }
 
