@@ -46,19 +46,26 @@ QString FirstLine(const QString& batch) {
   return {};
 }
 
+/// What became of a batch that failed.
+QString Outcome(const DatabaseError& error, const QString& place) {
+  if (error.ConnectionLost())
+    return QStringLiteral(
+               "The connection to the server was lost in %1. The server undoes what was not finished. Run the command again: what is done already does no harm.")
+        .arg(place);
+  if (error.Number() == kCommandTimedOut)
+    return QStringLiteral(
+               "The server did not finish %1 in time, and was told to stop. Run the command again: what is done already does no harm.")
+        .arg(place);
+  return QStringLiteral("The server refused %1. Nothing was changed. It said: %2").arg(place, error.Description());
+}
+
 /// The error of a batch, with words to find the batch by.
 DatabaseError InBatch(const DatabaseError& error, qsizetype number, const QStringList& batches) {
   const QString place = QStringLiteral("batch %1 of the %2 of the script, which begins \"%3\"")
                             .arg(number)
                             .arg(batches.size())
                             .arg(FirstLine(batches[number - 1]));
-  const QString text =
-      error.ConnectionLost()
-          ? QStringLiteral(
-                "The connection to the server was lost in %1. The server undoes what was not finished. Run the command again: what is done already does no harm.")
-                .arg(place)
-          : QStringLiteral("The server refused %1. Nothing was changed. It said: %2").arg(place, error.Description());
-  return DatabaseError(error.Number(), text, error.Errors());
+  return DatabaseError(error.Number(), Outcome(error, place), error.Errors());
 }
 
 }  // namespace

@@ -44,8 +44,13 @@ int Install(Program& program, const std::string& loginName) {
     connected = true;
     InstallOnServer(*session);
   } catch (const DatabaseError& error) {
-    const bool refused = connected && !error.ConnectionLost();
-    return Refuse(refused ? Reason::kScriptRefused : Reason::kDatabaseAway, error.Description());
+    if (connected)
+      return Refuse(error.ConnectionLost() ? Reason::kDatabaseAway : Reason::kScriptRefused, error.Description());
+    return Refuse(
+        Reason::kDatabaseAway,
+        QStringLiteral(
+            "There is no connection to the database \"%1\" on %2, so nothing was done. It was said: %3 \"connect --test\" tells more.")
+            .arg(app.startup.databaseName, server, error.Description()));
   }
   if (program.json)
     PrintJson(QJsonObject{{QStringLiteral("server"), server}, {QStringLiteral("database"), app.startup.databaseName}});

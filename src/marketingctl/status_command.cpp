@@ -31,7 +31,7 @@ int Status(Program& program) {
       {QStringLiteral("computer"), app.host.ComputerName()},
       {QStringLiteral("user"), app.startup.user},
       {QStringLiteral("server"), server.isEmpty() ? QStringLiteral("embedded:") : server},
-      {QStringLiteral("database"), app.hostConnection.DatabaseName()},
+      {QStringLiteral("database"), app.startup.databaseName},
       {QStringLiteral("connected"), connected},
       {QStringLiteral("databaseVersion"), app.options.DatabaseVersion},
       {QStringLiteral("moduleVersion"), app.options.ModuleDatabaseVersion},
