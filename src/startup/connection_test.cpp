@@ -4,15 +4,16 @@
 #include <algorithm>
 #include <array>
 
+#include "database/odbc/certificate_check.h"
 #include "database/odbc/native_errors.h"
 #include "database/recordset.h"
+#include "startup/connection_words.h"
 #include "util/text.h"
 
 namespace qbx {
 namespace {
 
-constexpr int kLoginSeconds = 6;
-constexpr auto kProbeLimit = std::chrono::seconds(6);
+constexpr auto kProbeLimit = std::chrono::seconds(kLoginLimitSeconds);
 constexpr int kTimeLimitSeconds = 20;
 constexpr int kTimedAnswers = 5;
 
@@ -26,61 +27,6 @@ enum ServerNumber {
 
 bool Says(const DatabaseError& error, int number) {
   return std::ranges::any_of(error.Errors(), [number](const ProviderError& each) { return each.number == number; });
-}
-
-/// The words for a problem that the driver has none for.
-QString WordsFor(ConnectionProblem problem, const ConnectionFindings& findings) {
-  const QString place = QStringLiteral("port %1 of %2").arg(findings.port).arg(findings.host);
-  switch (problem) {
-    case ConnectionProblem::kNameUnknown:
-      return QStringLiteral("No computer of the name %1 is known here. Check how it is written, and the network.")
-          .arg(findings.host);
-    case ConnectionProblem::kPortClosed:
-      return QStringLiteral(
-                 "Nothing listens at %1. Start SQL Server there, switch on TCP/IP for it, and check the port.")
-          .arg(place);
-    case ConnectionProblem::kNoAnswer:
-      return QStringLiteral(
-                 "Nothing came back from %1 in %2 seconds. Is the computer on, and does the firewall let this port through?")
-          .arg(place)
-          .arg(kLoginSeconds);
-    case ConnectionProblem::kNoSqlServer:
-      return QStringLiteral("What listens at %1 is no SQL Server. Check the port.").arg(place);
-    case ConnectionProblem::kCannotEncrypt:
-      return QStringLiteral(
-          "The server offers no encryption, and the registry value Login\\Encrypt wants it. Nothing was sent to it. Give the server a certificate, or set the value to N.");
-    case ConnectionProblem::kCertificateRefused:
-      return QStringLiteral(
-          "The server's certificate was refused, or the connection broke while it was checked: the driver does not tell which. Try again first. If it stays so, the certificate is not trusted, or is for another name than the one in Server. Name the file of the authority that signed it as CaFile in the section Service of the INI file, or connect by the name in the certificate. To a server whose certificate was refused no login was sent.");
-    case ConnectionProblem::kConnectionLost:
-      return QStringLiteral(
-          "The server ended the connection during the log-in or just after it. Try again. If it happens again, look into the server's log; a server that only knows encryption older than TLS 1.2 may do the same.");
-    case ConnectionProblem::kNoDatabase:
-      if (findings.server.isEmpty())
-        return QStringLiteral("There is no database \"%1\" in the program folder.").arg(findings.database);
-      return QStringLiteral("The server has no database \"%1\", or the login may not see it.").arg(findings.database);
-    case ConnectionProblem::kDatabaseOffline:
-      return QStringLiteral("The database \"%1\" is there, but not online.").arg(findings.database);
-    case ConnectionProblem::kHostTablesMissing:
-      return QStringLiteral(
-                 "The database \"%1\" can be opened, but does not have the tables and procedures of the host product.")
-          .arg(findings.database);
-    default:
-      return {};
-  }
-}
-
-/// The words for an open port where nothing answers; empty for everything else.
-QString SilenceOf(ServerPresence presence, const ConnectionFindings& findings) {
-  const QString what = presence == ServerPresence::kSilent
-                           ? QStringLiteral("nothing came back in %1 seconds").arg(kLoginSeconds)
-                       : presence == ServerPresence::kHungUp ? QStringLiteral("it was ended at once")
-                                                             : QString();
-  if (what.isEmpty()) return {};
-  return QStringLiteral(
-             "Port %1 of %2 took the connection, but %3. If that is the right port, SQL Server hangs there, is starting or is ending; otherwise check the port.")
-      .arg(findings.port)
-      .arg(findings.host, what);
 }
 
 ConnectionProblem ProblemOf(ServerPresence presence) {
@@ -154,7 +100,7 @@ class Test {
       if (probe.presence == ServerPresence::kThere)
         findings_.encryption = login_.sqlServer.encrypt ? ServerEncryption::kAll : probe.encryption;
       if (const ConnectionProblem problem = ProblemOf(probe.presence); problem != ConnectionProblem::kNone)
-        Tell(problem, SilenceOf(probe.presence, findings_));
+        Tell(problem, SilenceWords(probe.presence, findings_));
       else if (login_.sqlServer.encrypt && probe.encryption == ServerEncryption::kNone)
         Tell(ConnectionProblem::kCannotEncrypt);
     } catch (const DatabaseError& error) {
@@ -167,8 +113,8 @@ class Test {
 
   std::unique_ptr<Session> OpenWith(const QString& database, const Login& login) {
     const ConnectionTarget target{findings_.server, database};
-    std::unique_ptr<Session> session = embedded_ ? app_.engine.Connect(target, login, kLoginSeconds)
-                                                 : app_.sqlServer.Connect(target, login, kLoginSeconds);
+    std::unique_ptr<Session> session = embedded_ ? app_.engine.Connect(target, login, kLoginLimitSeconds)
+                                                 : app_.sqlServer.Connect(target, login, kLoginLimitSeconds);
     opened_ = true;
     session->SetCommandTimeout(kTimeLimitSeconds);
     return session;
@@ -235,7 +181,7 @@ class Test {
           QStringLiteral(
               "SQL Server is there, but it did not answer %1 in %2 seconds. It may be starting, or overloaded. Try again; if it stays so, look into the server's log.")
               .arg(opened_ ? QStringLiteral("a statement") : QStringLiteral("the log-in"))
-              .arg(opened_ ? kTimeLimitSeconds : kLoginSeconds));
+              .arg(opened_ ? kTimeLimitSeconds : kLoginLimitSeconds));
     if (error.ConnectionLost() && !embedded_) return ExplainLoss(error);
     Tell(ConnectionProblem::kOther, error.Description());
   }
@@ -244,8 +190,17 @@ class Test {
   void ExplainLoss(const DatabaseError& error) {
     const NoConnection why = WhyNoConnection(error.Errors(), login_.sqlServer.encrypt);
     if (opened_ || why == NoConnection::kEnded) return Tell(ConnectionProblem::kConnectionLost);
-    if (why == NoConnection::kNotEncrypted) return Tell(ConnectionProblem::kCertificateRefused);
+    if (why == NoConnection::kNotEncrypted) return ExplainCertificate();
     Tell(ConnectionProblem::kOther, error.Description());
+  }
+
+  /// The driver says the same of a certificate that is not trusted and of a connection that broke meanwhile.
+  void ExplainCertificate() {
+    const CertificateFindings certificate =
+        CheckCertificate(LocateServer(findings_.server), AuthoritiesInUse(login_.sqlServer), kProbeLimit);
+    const bool good = certificate.fault == CertificateFault::kNone;
+    if (good || certificate.fault == CertificateFault::kNotShown) return Tell(ConnectionProblem::kConnectionLost);
+    Tell(ConnectionProblem::kCertificateRefused, CertificateWords(certificate, findings_));
   }
 
   /// A server says the same of a database that is not there and of one that is offline.

@@ -61,6 +61,10 @@ QString ServerWords(const ServerAddress& address, const OdbcSettings& settings, 
 
 }  // namespace
 
+QString AuthoritiesInUse(const OdbcSettings& settings) {
+  return DialectOf(settings.driver) == Dialect::kFreeTds ? settings.authorities : QString();
+}
+
 OdbcConnectionString ComposeConnectionString(const ServerAddress& address, const QString& database, const Login& login,
                                              const OdbcSettings& settings) {
   const Dialect dialect = DialectOf(settings.driver);

@@ -20,6 +20,9 @@ struct OdbcSettings {
   QString refusal = {};      ///< why these settings allow no connection; empty: they do
 };
 
+/// The file of authorities that the driver uses; empty: the system's.
+[[nodiscard]] QString AuthoritiesInUse(const OdbcSettings& settings);
+
 /// What a driver needs for one connection. Time limits are no part of it, but attributes of the connection: FreeTDS has
 /// one keyword for the time limits of the log-in and of all statements, Microsoft's driver has none.
 struct OdbcConnectionString {

@@ -1,0 +1,24 @@
+// What the test of the connection says.
+
+#pragma once
+
+#include <QString>
+
+#include "database/odbc/certificate_check.h"
+#include "startup/connection_test.h"
+
+namespace qbx {
+
+/// How long the test waits for an answer before the login, and for the login.
+inline constexpr int kLoginLimitSeconds = 6;
+
+/// A problem that the driver has no words for.
+[[nodiscard]] QString WordsFor(ConnectionProblem problem, const ConnectionFindings& findings);
+
+/// An open port where nothing answers; empty for everything else.
+[[nodiscard]] QString SilenceWords(ServerPresence presence, const ConnectionFindings& findings);
+
+/// A certificate that the driver did not accept, and what can be done.
+[[nodiscard]] QString CertificateWords(const CertificateFindings& certificate, const ConnectionFindings& findings);
+
+}  // namespace qbx
