@@ -10,13 +10,14 @@
 #include "database/connection.h"
 #include "database/procedure.h"
 #include "platform/user_interface.h"
+#include "printing/report_place.h"
 
 namespace qbx {
 
-/// Letters that were about to be saved to a file when the program ended. It is unknown whether the file holds them.
+/// Letters that were about to be saved to a file or printed when the program ended. It is unknown whether they were.
 struct LettersInDoubt {
   std::vector<qint64> rows = {};
-  QString file = {};
+  ReportPlace place = {};
   QDateTime since = {};
 };
 
@@ -25,8 +26,8 @@ struct LettersInDoubt {
 
 /// The marks of a campaign's letters. Each call sends all letters to the host at once. Calls throw DatabaseError.
 ///
-/// A file is renamed first, and the marks follow. So the letters are recorded before the renaming (`AboutToAppear`). A
-/// run that is killed in between leaves them in doubt.
+/// A file is renamed or handed to the printer first, and the marks follow. So the letters are recorded before
+/// (`AboutToGoOut`). A run that is killed in between leaves them in doubt.
 class LetterMarks {
  public:
   LetterMarks(Connection& connection, QString user);
@@ -39,9 +40,9 @@ class LetterMarks {
   /// Records that letters were printed or saved: they count as sent, and rows that get nothing else as processed. In
   /// one transaction.
   Marked WentOut(int campaignId, const std::vector<qint64>& rows);
-  /// Records that the letters are in a complete file, which is about to be renamed.
-  void AboutToAppear(int campaignId, const std::vector<qint64>& rows, const QString& file);
-  /// Records that the file was not saved or did not go out: its letters are still due.
+  /// Records that the letters are complete, and about to be saved or printed there.
+  void AboutToGoOut(int campaignId, const std::vector<qint64>& rows, const ReportPlace& place);
+  /// Records that the letters did not go out: they are still due.
   void NotOut(int campaignId, const std::vector<qint64>& rows);
   [[nodiscard]] LettersInDoubt InDoubt(int campaignId);
 

@@ -119,7 +119,7 @@ bool LetterRun::MayBegin(const QString& letter) {
   return true;
 }
 
-/// Asks about the letters that an earlier run may have saved to a file.
+/// Asks about the letters that an earlier run may have saved to a file or printed.
 /// \return false when the user does not know yet
 bool LetterRun::SettleDoubt() {
   const LettersInDoubt doubt = letterMarks_.InDoubt(campaignId_);
@@ -275,16 +275,16 @@ std::vector<qint64> LetterRun::RowsOf(const TakenOut& taken) const {
   return rows;
 }
 
-void LetterRun::AboutToAppear(const TakenOut& taken, const QString& file) {
+void LetterRun::AboutToGoOut(const TakenOut& taken, const ReportPlace& place) {
   if (!marks_) return;
   // The claim may have expired since the last letter was made.
   if (!MayGoOn()) throw ReportCancelled{};
   NotOut();
   announced_ = RowsOf(taken);
-  letterMarks_.AboutToAppear(campaignId_, announced_, file);
+  letterMarks_.AboutToGoOut(campaignId_, announced_, place);
 }
 
-/// Records that the announced file was not saved, except for rows that `TookOut` was told of.
+/// Records that the announced letters did not go out, except for rows that `TookOut` was told of.
 void LetterRun::NotOut() {
   if (announced_.empty()) return;
   try {

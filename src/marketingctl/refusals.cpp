@@ -44,7 +44,7 @@ constexpr auto kErrorCodes = std::to_array<ErrorCode>({
     {Reason::kGatewayAway, "gateway_away", "the SMS gateway cannot be reached"},
     {Reason::kNothingToSend, "nothing_to_send", "nothing was due, and --nothing-is-an-error was given"},
     {Reason::kLettersInDoubt, "letters_in_doubt",
-     "letters may stand in a file and were not marked, and --in-doubt was not given"},
+     "letters may have been saved or printed and were not marked, and --in-doubt was not given"},
     {Reason::kInterrupted, "interrupted", "the query, the letters or the report were interrupted"},
     {Reason::kScriptRefused, "script_refused", "the server refused a batch of the script that \"server install\" runs"},
     {Reason::kOther, "failed", "anything else; the message says what"},

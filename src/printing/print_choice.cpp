@@ -26,7 +26,8 @@ void KeepWhole(TakenOut& taken, ReportPages& pages, const PageRange& range) {
 }  // namespace
 
 TakenOut PrintPages(const ReportRun& run, ReportPages& pages, PrintService& service, const PrintChoice& choice,
-                    const std::function<bool()>& goesOn) {
+                    const std::function<bool()>& goesOn,
+                    const std::function<void(const TakenOut& printed)>& beforePrinted) {
   const QTemporaryDir folder;
   const QString file = folder.filePath(QStringLiteral("report.pdf"));
   TakenOut taken;
@@ -38,14 +39,15 @@ TakenOut PrintPages(const ReportRun& run, ReportPages& pages, PrintService& serv
                   .wholeSheets = choice.bothSides},
                  RecordingDocuments(taken, goesOn)))
     return {};
+  taken.all = choice.range.HoldsAll();
+  if (!taken.all) KeepWhole(taken, pages, choice.range);
+  if (beforePrinted) beforePrinted(taken);
   service.Print(choice.printer, {.file = file,
                                  .title = run.caption,
                                  .copies = std::max(1, choice.copies),
                                  .bothSides = choice.bothSides,
                                  .tray = choice.tray,
                                  .paper = run.report.Paper().size / kUnitsPerMillimetre});
-  taken.all = choice.range.HoldsAll();
-  if (!taken.all) KeepWhole(taken, pages, choice.range);
   return taken;
 }
 

@@ -21,11 +21,14 @@ struct PrintChoice {
 };
 
 /// Writes the chosen pages to a file and puts it into the printer's queue.
-/// \param goesOn  asked between pages; false stops
+/// \param goesOn         asked between pages; false stops
+/// \param beforePrinted  called when the pages are written, right before the printer gets them; after an exception it
+///                       does not get them
 /// \return what was put into the queue; nothing when it was stopped. A document counts when all its pages were.
 /// \throws ReportError when a page cannot be made or the printer does not accept the file
 [[nodiscard]] TakenOut PrintPages(const ReportRun& run, ReportPages& pages, PrintService& service,
-                                  const PrintChoice& choice, const std::function<bool()>& goesOn);
+                                  const PrintChoice& choice, const std::function<bool()>& goesOn,
+                                  const std::function<void(const TakenOut& printed)>& beforePrinted = {});
 
 /// Writes all pages to a PDF file.
 /// \param beforePlaced  called when the pages are written, right before the file is renamed; an exception leaves the

@@ -156,7 +156,7 @@ void ReportPrinter::WritePdfFile(ConnectedRows& database) {
   };
   const auto beforePlaced = [this] {
     taken_.all = range_.HoldsAll();
-    if (follower_ != nullptr) follower_->AboutToAppear(taken_, state.pdfFileName);
+    if (follower_ != nullptr) follower_->AboutToGoOut(taken_, {.name = state.pdfFileName});
   };
   const PdfChoices choices{.title = state.reportTitle.isEmpty() ? state.reportName : state.reportTitle,
                            .range = range_,

@@ -11,6 +11,7 @@
 #include "diagnostics/diagnostics.h"
 #include "printing/connected_rows.h"
 #include "printing/report_fields.h"
+#include "printing/report_place.h"
 #include "printing/report_state.h"
 #include "printing/taken_out.h"
 #include "reports/pdf_export.h"
@@ -25,12 +26,12 @@ enum class ReportMode { kPreview = 0, kPrint = 1, kPdf = 2 };
 class ReportFollower {
  public:
   virtual ~ReportFollower() = default;
-  /// Called when a PDF file is complete, right before it is renamed. An exception leaves the old file in place;
-  /// `ReportCancelled` is not reported to the user.
-  /// \param taken  everything in the file
-  virtual void AboutToAppear(const TakenOut& taken, const QString& file) {
+  /// Called when the pages are complete, right before their PDF file is renamed or handed to the printer. An exception
+  /// leaves the old file in place, or the printer without the pages; `ReportCancelled` is not reported to the user.
+  /// \param taken  everything in the pages
+  virtual void AboutToGoOut(const TakenOut& taken, const ReportPlace& place) {
     static_cast<void>(taken);
-    static_cast<void>(file);
+    static_cast<void>(place);
   }
   /// Called when something was printed or saved.
   /// \param taken  everything that was printed or saved so far

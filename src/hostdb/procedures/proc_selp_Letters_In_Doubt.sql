@@ -1,5 +1,5 @@
--- Returns the letters of a campaign that were about to be saved to a file when the program ended: RecordID,
--- Letter_File, Changed. It is not known whether the file has them. A row that was since marked as processed by hand is
+-- Returns the letters of a campaign that were about to go to a file or a printer when the program ended: RecordID,
+-- Letter_File, Changed. It is not known whether they did. A row that was since marked as processed by hand is
 -- settled and is not returned.
 CREATE PROCEDURE proc_selp_Letters_In_Doubt
   @CampaignID int

@@ -1,5 +1,5 @@
--- Notes that letters at "sending" are about to be saved to the file @File. NULL notes that they are not. @Rows holds
--- the keys of their rows, as in "4711,4712".
+-- Notes that letters at "sending" are about to go to @File, a file or a printer ("printer:Office"). NULL notes that
+-- they are not. @Rows holds the keys of their rows, as in "4711,4712".
 CREATE PROCEDURE proc_updp_Letters_File
   @CampaignID int,
   @Rows nvarchar(max),

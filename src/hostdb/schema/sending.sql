@@ -4,7 +4,7 @@
 -- 2 failed.
 -- A text message or an e-mail at "sending" is in doubt while nobody sends: it may have gone out. A letter at "sending"
 -- was made, but neither printed nor saved. Reason says why a message failed. In the entry of a letter at "sending" it
--- names the file to which the letter was about to be saved. A letter with such a file is in doubt, too.
+-- names the file or the printer ("printer:Office") that the letter was about to go to. Such a letter is in doubt, too.
 CREATE TABLE Send_Journal (
   RecordID int NOT NULL,
   Channel smallint NOT NULL CHECK (Channel IN (1, 2, 3)),

@@ -293,6 +293,11 @@ void frmReportView::Guarded(const QString& status,
   });
 }
 
+/// Details are only a part of the report.
+void frmReportView::AboutToGoOut(const TakenOut& taken, const ReportPlace& place) {
+  if (!ShowsDetails()) run_.follower.AboutToGoOut(taken, place);
+}
+
 /// The number of letters of the report, 0 as long as it is unknown.
 int frmReportView::CountLetters() {
   return Pages().IsComplete() ? Pages().At(Pages().Count()).document : 0;
@@ -329,7 +334,9 @@ void frmReportView::PrintView() {
 void frmReportView::PrintOn(const PrintChoice& choice) {
   bool queued = false;
   Guarded(QStringLiteral("Printing the report"), [&](const auto& goesOn) {
-    TakenOut taken = PrintPages(run_, Pages(), parts_.printers, choice, goesOn);
+    TakenOut taken = PrintPages(run_, Pages(), parts_.printers, choice, goesOn, [&](const TakenOut& printed) {
+      AboutToGoOut(printed, {.kind = ReportPlace::Kind::kPrinter, .name = choice.printer.name});
+    });
     // The printer may also have got a part of a letter, which counts as nothing.
     queued = taken.Any() || !parts_.diagnostics.status.Cancelled();
     return taken;
@@ -356,9 +363,7 @@ void frmReportView::Export() {
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return;
   const QString path = dialog.selectedFiles().constFirst();
   Guarded(QStringLiteral("Saving the report"), [&](const auto& goesOn) {
-    return SavePages(run_, Pages(), path, goesOn, [&](const TakenOut& all) {
-      if (!ShowsDetails()) run_.follower.AboutToAppear(all, path);
-    });
+    return SavePages(run_, Pages(), path, goesOn, [&](const TakenOut& all) { AboutToGoOut(all, {.name = path}); });
   });
 }
 

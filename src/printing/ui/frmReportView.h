@@ -74,6 +74,7 @@ class frmReportView : public QDialog {
   void ShowCount();
   void Zoom(int steps);
   void Find();
+  void AboutToGoOut(const TakenOut& taken, const ReportPlace& place);
   [[nodiscard]] int CountLetters();
   void Print();
   void PrintView();
