@@ -60,7 +60,7 @@ class MailshotClaimTest : public MailshotFixture {
  protected:
   /// Lets another run claim the campaign, seen `minutes` ago.
   void Claim(const QString& onComputer, int process, int start, int minutes) {
-    const QString seen = desk.host.clock.Now().addSecs(qint64{-60} * minutes).toString("yyyy-MM-dd HH:mm:ss");
+    const QString seen = desk.host.clock.Now().toUTC().addSecs(qint64{-60} * minutes).toString("yyyy-MM-dd HH:mm:ss");
     desk.host.Run(
         QString(
             "DELETE FROM Campaign_Claims; INSERT INTO Campaign_Claims VALUES (%1, 'ANNE', '%2', %3, '%4', '%5', '%5')")
@@ -133,11 +133,11 @@ TEST_F(MailshotClaimTest, HoldsTheCampaignWhileItRunsAndSaysThatItLives) {
   QStringList claims;
   AtPoint observer(MailshotPoint::kRowStarted, [&](qint64) {
     claims += desk.host.Rows(
-        "SELECT UserID, Computer, ProcessID, CASE WHEN LastSeen > Claimed THEN 1 ELSE 0 END FROM Campaign_Claims");
+        "SELECT UserID, Computer, ProcessID, strftime('%s', GetUtcDate()) - strftime('%s', LastSeen) FROM Campaign_Claims");
     desk.host.clock.AdvanceSeconds(61);
   });
   EXPECT_EQ(desk.MakeMailshot(observer).Send(kCampaign, desk.templates).end, MailshotEnd::kFinished);
-  EXPECT_THAT(claims, ElementsAre("TESTER|WORKSHOP-PC|4711|0", "TESTER|WORKSHOP-PC|4711|1"));
+  EXPECT_THAT(claims, ElementsAre("TESTER|WORKSHOP-PC|4711|0", "TESTER|WORKSHOP-PC|4711|0"));
 }
 
 }  // namespace

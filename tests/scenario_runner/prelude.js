@@ -376,7 +376,7 @@
     manager.control("cmdLoad").click();
   });
   global.sentElsewhere = (campaign, action) => {
-    call("execute", "INSERT INTO Campaign_Claims VALUES (" + campaign + ", 'Alex', 'FRONTDESK', 4711, '1', GetDate(), '2026-03-04 10:20:00')");
+    call("execute", "INSERT INTO Campaign_Claims VALUES (" + campaign + ", 'Alex', 'FRONTDESK', 4711, '1', GetDate(), GetUtcDate())");
     action();
     call("execute", "DELETE FROM Campaign_Claims");
   };

@@ -36,9 +36,20 @@ int Collate(void*, int leftSize, const void* left, int rightSize, const void* ri
                        {static_cast<const char*>(right), static_cast<std::size_t>(rightSize)});
 }
 
+QDateTime NowOf(sqlite3_context* context) {
+  return static_cast<const Clock*>(sqlite3_user_data(context))->Now();
+}
+
+void ResultTime(sqlite3_context* context, const QDateTime& time) {
+  ResultText(context, time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")));
+}
+
 void GetDate(sqlite3_context* context, int, sqlite3_value**) {
-  const auto* clock = static_cast<const Clock*>(sqlite3_user_data(context));
-  ResultText(context, clock->Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")));
+  ResultTime(context, NowOf(context));
+}
+
+void GetUtcDate(sqlite3_context* context, int, sqlite3_value**) {
+  ResultTime(context, NowOf(context).toUTC());
 }
 
 void Len(sqlite3_context* context, int, sqlite3_value** arguments) {
@@ -102,6 +113,8 @@ void RegisterFunctions(sqlite3* database, const Clock& clock) {
   sqlite3_create_collation_v2(database, "NOCASE", SQLITE_UTF8, nullptr, Collate, nullptr);
   auto* clockData = const_cast<Clock*>(&clock);  // SQLite takes a plain pointer, but only reads
   sqlite3_create_function_v2(database, "GetDate", 0, SQLITE_UTF8 | SQLITE_INNOCUOUS, clockData, GetDate, nullptr,
+                             nullptr, nullptr);
+  sqlite3_create_function_v2(database, "GetUtcDate", 0, SQLITE_UTF8 | SQLITE_INNOCUOUS, clockData, GetUtcDate, nullptr,
                              nullptr, nullptr);
   sqlite3_create_function_v2(database, "Len", 1, kPure, nullptr, Len, nullptr, nullptr, nullptr);
   sqlite3_create_function_v2(database, "CharIndex", 2, kPure, nullptr, CharIndex, nullptr, nullptr, nullptr);

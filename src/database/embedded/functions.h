@@ -11,7 +11,7 @@ namespace qbx {
 /// Registers functions and a collation on a connection. Whoever creates or opens a database file without the engine
 /// must call this first.
 /// - the collation NOCASE: without regard to case for all of Unicode (by folded code point) and to blanks at the end;
-/// - `GetDate()`: local time of the clock as text "yyyy-mm-dd hh:mm:ss.zzz";
+/// - `GetDate()`, `GetUtcDate()`: local time and UTC of the clock as text "yyyy-mm-dd hh:mm:ss.zzz";
 /// - `Len(text)`: UTF-16 units without trailing blanks;
 /// - `CharIndex(find, text [, start])`: position from 1, without regard to case; 0: not found;
 /// - `Lower(text)`, `Upper(text)` for all of Unicode;

@@ -8,4 +8,4 @@ CREATE PROCEDURE proc_addp_Campaign_Claim
   @ProcessStart nvarchar(50)
 AS
 REPLACE INTO Campaign_Claims (CampaignID, UserID, Computer, ProcessID, ProcessStart, Claimed, LastSeen)
-VALUES (@CampaignID, @UserID, @Computer, @ProcessID, @ProcessStart, GetDate(), GetDate());
+VALUES (@CampaignID, @UserID, @Computer, @ProcessID, @ProcessStart, GetDate(), GetUtcDate());

@@ -6,6 +6,6 @@ CREATE PROCEDURE proc_updp_Campaign_Claim_Seen
   @ProcessID int,
   @ProcessStart nvarchar(50)
 AS
-UPDATE Campaign_Claims SET LastSeen = GetDate()
+UPDATE Campaign_Claims SET LastSeen = GetUtcDate()
 WHERE CampaignID = @CampaignID AND Computer = @Computer AND ProcessID = @ProcessID AND ProcessStart = @ProcessStart
 RETURNING CampaignID;

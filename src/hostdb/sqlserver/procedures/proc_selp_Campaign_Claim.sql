@@ -1,4 +1,3 @@
--- LastSeen is in UTC, because a local time would seem an hour older when summer time begins.
 -- In a transaction nobody else can look until the transaction ends, so that of two desks only one finds the campaign
 -- free.
 SELECT CampaignID, UserID, Computer, ProcessID, ProcessStart, Claimed, LastSeen, DATEDIFF(second, LastSeen, GetUtcDate()) AS Silent
