@@ -46,7 +46,7 @@ int main(int argc, char** argv) {
   command.add_option("--seed", wishes.seed, "Another seed: other rounds");
   command.add_option("--round", only, "This round alone");
   command.add_option("--real-every", realEvery, "Every Nth round with the real program and the sandbox (0: none)");
-  command.add_option("--customers", wishes.customers, "Customers of each garage (default: 3 to 45)");
+  command.add_option("--customers", wishes.customers, "Customers of each garage (default: 3 to 70)");
   command.add_flag("--story", story, "Tell what happened in every round");
   CLI11_PARSE(command, argc, argv);
   if (only > 0) {

@@ -33,8 +33,14 @@ MailshotTemplates MakeTemplates(RandomSource& random) {
 
 void Round::StartUser() {
   seen_ = world_.settings;
+  RefuseOptedOut();
   last_.reset();
   user_ = std::make_unique<DeskUser>(around_, story_, QStringLiteral("PAT"), QLatin1String(kComputer));
+}
+
+/// The program refuses "Include Opted Out" while only customers who opted in get messages.
+void Round::RefuseOptedOut() {
+  if (seen_.onlyOptedIn) plan_.filters.chkIncludeOptedOut = false;
 }
 
 DeskUser& Round::Other() {
@@ -99,7 +105,7 @@ bool Round::SelectRows() {
                   .arg(world_.settings.onlyOptedIn)
                   .arg(world_.settings.usingPlatform) +
               Describe(plan_));
-  if (seen_.onlyOptedIn) plan_.filters.chkIncludeOptedOut = false;  // the program refuses this
+  RefuseOptedOut();
   Between(20);
   const auto refused = [this] {
     story_.Fault(QStringLiteral("the step was refused: ") + user_->ui.lastMessage);

@@ -78,6 +78,7 @@ class Round {
   void Restart();
 
   // Steps 1 to 4.
+  void RefuseOptedOut();
   bool SelectRows();
   bool PrepareRows();
   void Click(DeskUser& user);
