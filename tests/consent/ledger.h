@@ -19,7 +19,7 @@ struct StoredRow {
   QString vehicle;
   bool sms = false, mail = false, letter = false, processed = false;
   JournalEntry journal;
-  bool letterDoubt = false;  ///< its letter is in doubt
+  QString letterFile = {};  ///< the file in which its letter may stand; empty: it is not in doubt
 };
 
 /// The outcome of a run.

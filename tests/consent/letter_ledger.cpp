@@ -98,7 +98,7 @@ void LetterLedger::CheckRow(Row& row, const StoredRow& now, const LetterReport& 
   if (!sent && row.post.delivered) Fault(row, QStringLiteral("lost its mark"));
   if (!sent && arrivedNow_.contains(row.record)) {
     if (report.finished) Fault(row, QStringLiteral("went out and is not noted as sent"));
-    if (report.saved && !now.letterDoubt)
+    if (report.saved && now.letterFile.isEmpty())
       Fault(row, QStringLiteral("stands in a file, and is neither noted as sent nor in doubt"));
     row.post.permit = row.post.permit || !report.saved;
   }

@@ -100,7 +100,6 @@ class RealRound {
   int campaign_ = 0;
   bool repeat_ = false;
   int files_ = 0;
-  QString lastFile_;
   RoundCounts counts_;
 };
 
@@ -201,10 +200,13 @@ void RealRound::MakeLetters(bool wild) {
   ++counts_.runs;
   QString file = folder_.Path() + QStringLiteral("/letters%1.pdf").arg(++files_);
   QStringList words{QStringLiteral("letters"), QString::number(campaign_), QStringLiteral("--pdf"), file};
-  // A person looked for the file of the last call.
-  if (files_ > 1)
+  // A person looks for the file in which the letters may stand.
+  for (const StoredRow& row : ReadRows(host_.Database(), campaign_)) {
+    if (row.letterFile.isEmpty()) continue;
     words << QStringLiteral("--in-doubt")
-          << (QFile::exists(lastFile_) ? QStringLiteral("sent") : QStringLiteral("not-sent"));
+          << (QFile::exists(row.letterFile) ? QStringLiteral("sent") : QStringLiteral("not-sent"));
+    break;
+  }
   letters_.RunBegins(false);
   const auto process = Start(words);
   if (wild && random_.Chance(70)) {
@@ -225,7 +227,6 @@ void RealRound::MakeLetters(bool wild) {
   report.saved = true;
   report.log = ended.complaints;
   ReadLetterFile(file, letters_);
-  lastFile_ = file;
   letters_.RunEnds(report, ReadRows(host_.Database(), campaign_));
 }
 

@@ -30,6 +30,7 @@ struct LetterPlan {
   int printed = LetterLedger::kAll;  ///< letters
   bool marksByHand = false;          ///< prints elsewhere, and marks the letters when the preview closes
   LetterMoment dies = LetterMoment::kNever;
+  bool renewalFails = false;  ///< the first renewal of the claim after a long silence
 };
 
 /// Two users, PAT and JO, on one database. PAT does the steps and sends. JO sets flags, tries to send, or takes over.
@@ -150,7 +151,6 @@ class Round {
   Mailshot* run_ = nullptr;
   LetterPlan letterPlan_;
   int files_ = 0;
-  QString lastFile_;
   bool takenOver_ = false;  ///< the present run lost its claim to another computer
   QDate today_;             ///< when the present run began
   int campaign_ = 0;

@@ -1,6 +1,5 @@
 // The letters of a round: making, viewing, printing and saving them, and disturbances.
 
-#include <QFile>
 #include <exception>
 
 #include "consent/round_course.h"
@@ -92,6 +91,10 @@ void Round::OtherMakesLetters() {
   story_.Tell(QStringLiteral("  silence; JO makes the letters"));
   letters_.Disturbs(LetterLedger::kAll);
   LongSilence();
+  if (letterPlan_.renewalFails) {
+    user_->fuse.procedure = QStringLiteral("proc_updp_Campaign_Claim_Seen");
+    user_->fuse.fails = true;
+  }
   LetterWatch nobody([](int) {});
   Reader reader([](const ReportRun&) { return TakenOut(); });
   ReportPrinter reports = other.desk->MakeReportPrinter(reader);
@@ -111,6 +114,7 @@ LetterPlan Round::PlanLetters(bool wild) {
   if (printed >= 15 && printed < 35) plan.printed = random_.Between(1, 10);
   plan.marksByHand = plan.printed == LetterLedger::kAll && random_.Chance(20);
   plan.dies = static_cast<LetterMoment>(random_.Between(0, 11));
+  plan.renewalFails = random_.Chance(40);
   if (random_.Chance(40)) {
     user_->fuse.left = random_.Between(1, 40 + 4 * static_cast<int>(ledger_.rows.size()));
     user_->fuse.fails = random_.Chance(40);
@@ -129,10 +133,7 @@ void Round::MakeLetters(bool wild) {
   story_.Tell(QStringLiteral("PAT makes letters, again %1, %2")
                   .arg(letterPlan_.again)
                   .arg(letterPlan_.saved ? file : QStringLiteral("prints %1").arg(letterPlan_.printed)));
-  // A person looked for the file of the last run.
-  user_->ui.answers = {.lettersAgain = letterPlan_.again,
-                       .lettersOut = QFile::exists(lastFile_),
-                       .markLetters = letterPlan_.marksByHand};
+  user_->ui.answers = {.lettersAgain = letterPlan_.again, .markLetters = letterPlan_.marksByHand};
   letters_.RunBegins(letterPlan_.again);
   const qsizetype logged = user_->desk->resultsLog.Lines().size();
   LetterReport report;
@@ -162,7 +163,6 @@ void Round::MakeLetters(bool wild) {
     story_.Tell(QStringLiteral("    log: ") + line.section(QStringLiteral(" - "), 1).simplified());
   story_.Tell(report.died ? QStringLiteral("  DIES") : QStringLiteral("  done %1").arg(summary.done));
   ReadLetterFile(file, letters_);
-  if (letterPlan_.saved) lastFile_ = file;
   const bool printsAll = letterPlan_.saved || letterPlan_.printed == LetterLedger::kAll;
   report.finished = summary.done && printsAll;
   letters_.RunEnds(report, ReadRows(host_.Database(), campaign_));

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QFile>
 #include <functional>
 
 #include "consent/story.h"
@@ -16,7 +17,6 @@ struct Answers {
   bool goOnSending = false;
   bool cancelQueued = false;
   bool lettersAgain = false;
-  bool lettersOut = false;   ///< letters in doubt went out
   bool markLetters = false;  ///< marks letters that were neither printed nor saved
 };
 
@@ -63,7 +63,12 @@ class RoundUi final : public UserInterface {
       return yesNo(answers.repeatDelivered);
     }
     if (message.question == Question::kLettersAgain) return yesNo(answers.lettersAgain);
-    if (message.question == Question::kLettersInDoubt) return yesNo(answers.lettersOut);
+    if (message.question == Question::kLettersInDoubt) {
+      // The person looks for the file that the question names.
+      const QString file =
+          message.text.section(QStringLiteral(" to appear in "), 1).section(QStringLiteral(" at "), 0, 0);
+      return yesNo(QFile::exists(file));
+    }
     if (message.text.contains(QStringLiteral("neither printed nor saved"))) return yesNo(answers.markLetters);
     if (message.buttons == MessageButtons::kAbortRetryIgnore) return MessageAnswer::kAbort;
     if (message.text.contains(QStringLiteral("Go on sending?"))) {
