@@ -5,6 +5,7 @@
 
 #include "database/embedded/errors.h"
 #include "database/server_errors.h"
+#include "database/session_wrapper.h"
 
 namespace qbx::scenario {
 namespace {
@@ -19,56 +20,55 @@ QString FirstWord(const QString& batch) {
   return batch.left(end).toLower();
 }
 
-class TroubledSession final : public Session {
+class TroubledSession final : public SessionWrapper {
  public:
-  TroubledSession(std::unique_ptr<Session> inner, Troubles& troubles) : inner_(std::move(inner)), troubles_(troubles) {}
+  TroubledSession(std::unique_ptr<Session> inner, Troubles& troubles)
+      : SessionWrapper(std::move(inner)), troubles_(troubles) {}
 
   std::unique_ptr<RowSource> Execute(const QString& batch) override {
     Suffer(batch);
-    return inner_->Execute(batch);
+    return SessionWrapper::Execute(batch);
   }
   std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override {
     Suffer(procedure);
-    return inner_->Call(procedure, parameters);
+    return SessionWrapper::Call(procedure, parameters);
   }
   std::vector<Parameter> DescribeProcedure(const QString& procedure) override {
-    LoseIfRefused();
     MissIfDropped(procedure);
-    return inner_->DescribeProcedure(procedure);
+    return SessionWrapper::DescribeProcedure(procedure);
   }
-  void Begin() override {
-    LoseIfRefused();
-    inner_->Begin();
-  }
-  void Commit() override {
-    LoseIfRefused();
-    inner_->Commit();
-  }
-  void Rollback() override { inner_->Rollback(); }
-  bool InTransaction() const override { return inner_->InTransaction(); }
   void DeleteRow(const QString& table, const QString& keyColumn, const Value& key) override {
     Suffer(QStringLiteral("DELETE ") + table);
-    inner_->DeleteRow(table, keyColumn, key);
+    SessionWrapper::DeleteRow(table, keyColumn, key);
+  }
+  void DeleteRows(const QString& table, const QString& keyColumn, std::span<const Value> keys) override {
+    Suffer(QStringLiteral("DELETE ") + table);
+    SessionWrapper::DeleteRows(table, keyColumn, keys);
   }
   void UpdateRow(const QString& table, const QString& keyColumn, const Value& key, std::span<const QString> columns,
                  std::span<const Value> values) override {
     Suffer(QStringLiteral("UPDATE ") + table);
-    inner_->UpdateRow(table, keyColumn, key, columns, values);
+    SessionWrapper::UpdateRow(table, keyColumn, key, columns, values);
   }
   void InsertRow(const QString& table, std::span<const QString> columns, std::span<const Value> values) override {
     Suffer(QStringLiteral("INSERT ") + table);
-    inner_->InsertRow(table, columns, values);
+    SessionWrapper::InsertRow(table, columns, values);
   }
-  void SetCommandTimeout(int seconds) override { inner_->SetCommandTimeout(seconds); }
-  bool IsAlive() override { return !troubles_.refuse && inner_->IsAlive(); }
+  bool IsAlive() override { return !troubles_.refuse && SessionWrapper::IsAlive(); }
   void Interrupt() override {
     SetInterrupted(true);
     wake_.notify_all();
-    inner_->Interrupt();
+    SessionWrapper::Interrupt();
   }
   void ForgetInterruption() override {
     SetInterrupted(false);
-    inner_->ForgetInterruption();
+    SessionWrapper::ForgetInterruption();
+  }
+
+ protected:
+  void Ask(const std::function<void()>& call) override {
+    LoseIfRefused();
+    call();
   }
 
  private:
@@ -110,7 +110,6 @@ class TroubledSession final : public Session {
     throw DatabaseError(kCommandCancelled, text, {{0, QStringLiteral("HY008"), text}});
   }
 
-  std::unique_ptr<Session> inner_;
   Troubles& troubles_;
   std::mutex mutex_;
   std::condition_variable wake_;
