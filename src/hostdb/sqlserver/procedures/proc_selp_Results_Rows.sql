@@ -1,11 +1,6 @@
 -- The rows are locked first. Their states, which the caller compares with earlier ones, then stay the same until the
 -- transaction of the caller ends. Without a transaction the rows are locked for the first statement only.
-DECLARE @Held TABLE (RecordID int NOT NULL PRIMARY KEY);
-INSERT INTO @Held (RecordID)
-SELECT r.RecordID
-FROM json_each('[' || @RecordIDs || ']') k
-JOIN [Campaign Results] r WITH (UPDLOCK) ON r.RecordID = k.value
-WHERE r.CampaignID = @CampaignID;
+-- @include held_rows
 SELECT r.RecordID, r.Send_SMS, r.Send_Email, r.Send_Letter, r.Mobile, r.Email, r.Address, f.SMS_Refusal, f.Email_Refusal, f.Letter_Refusal, s.State
 FROM @Held h
 JOIN [Campaign Results] r ON r.RecordID = h.RecordID

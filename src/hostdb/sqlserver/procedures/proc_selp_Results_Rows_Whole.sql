@@ -1,10 +1,5 @@
 -- The rows are locked first, because the caller deletes them afterwards.
-DECLARE @Held TABLE (RecordID int NOT NULL PRIMARY KEY);
-INSERT INTO @Held (RecordID)
-SELECT r.RecordID
-FROM json_each('[' || @RecordIDs || ']') k
-JOIN [Campaign Results] r WITH (UPDLOCK) ON r.RecordID = k.value
-WHERE r.CampaignID = @CampaignID;
+-- @include held_rows
 -- A record that Fields_Of can split: the fields of the state, then those of the row.
 SELECT r.RecordID,
   STUFF(s.State, LEN(s.State), 1, '')
