@@ -10,13 +10,18 @@
 
 namespace qbx::consent {
 
+/// What happens at the last call. After the first one no process is left; the others fail the call.
+enum class Burns { kEndsProcess, kDiskFull, kDeadlock };
+
 /// Counts the calls of a process. At the last call the process ends, in the middle of a batch if there is one, or the
 /// call fails.
 struct Fuse {
-  int left = 0;                 ///< calls up to and including the last one; 0: does not count
-  QString procedure = {};       ///< the last call is the next one of this procedure
-  bool fails = false;           ///< the last call fails, and the process lives on
+  int left = 0;            ///< calls up to and including the last one; 0: does not count
+  QString procedure = {};  ///< the last call is the next one of this procedure
+  Burns burns = Burns::kEndsProcess;
   std::function<void()> burnt;  ///< removes the process from the running ones
+
+  void PutOut() { *this = {.burnt = burnt}; }
 };
 
 /// A session whose every call burns the fuse.
@@ -26,14 +31,15 @@ class FusedSession final : public SessionWrapper {
 
   std::unique_ptr<RowSource> Execute(const QString& batch) override {
     const qsizetype second = batch.indexOf(QStringLiteral("; "));
-    if (fuse_.left != 1 || second < 0 || fuse_.fails) return SessionWrapper::Execute(batch);
+    if (fuse_.left != 1 || second < 0 || fuse_.burns != Burns::kEndsProcess) return SessionWrapper::Execute(batch);
     fuse_.left = 0;
     (void)SessionWrapper::Execute(batch.left(second));
     End();
   }
   std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override {
     if (!fuse_.procedure.isEmpty() && procedure == fuse_.procedure) {
-      fuse_ = {.left = 0, .procedure = {}, .fails = fuse_.fails, .burnt = fuse_.burnt};
+      fuse_.left = 0;
+      fuse_.procedure.clear();
       End();
     }
     const Pause pause(fuse_, procedure);
@@ -43,9 +49,14 @@ class FusedSession final : public SessionWrapper {
     const Pause pause(fuse_, procedure);
     return SessionWrapper::DescribeProcedure(procedure);
   }
+  void Rollback() override {
+    doomed_ = false;
+    SessionWrapper::Rollback();
+  }
 
  protected:
   void Ask(const std::function<void()>& call) override {
+    if (doomed_) Deadlock();
     if (fuse_.left > 0 && --fuse_.left == 0) End();
     call();
   }
@@ -71,12 +82,21 @@ class FusedSession final : public SessionWrapper {
   };
 
   [[noreturn]] void End() {
-    if (fuse_.fails) throw DatabaseError(kStatementFailed, QStringLiteral("The disk is full."), {});
+    if (fuse_.burns == Burns::kDiskFull) throw DatabaseError(kStatementFailed, QStringLiteral("The disk is full."), {});
+    if (fuse_.burns == Burns::kDeadlock) {
+      doomed_ = InTransaction();
+      Deadlock();
+    }
     fuse_.burnt();
     throw ProcessEnds{};
   }
+  [[noreturn]] static void Deadlock() {
+    const QString text = QStringLiteral("Transaction was deadlocked. Rerun the transaction.");
+    throw DatabaseError(kStatementFailed, text, {{1205, QStringLiteral("40001"), text}});
+  }
 
   Fuse& fuse_;
+  bool doomed_ = false;  ///< its transaction can only be rolled back
 };
 
 }  // namespace qbx::consent

@@ -4,6 +4,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <algorithm>
+#include <utility>
 
 namespace qbx::consent {
 namespace {
@@ -63,6 +64,13 @@ void LetterLedger::RunBegins(bool again) {
 
 void LetterLedger::Disturbs(int made) {
   before_.emplace_back(made, LookAtAll());
+}
+
+void LetterLedger::AtAnotherDesk(const std::function<void()>& run) {
+  Disturbs(kAll);
+  const auto before = std::exchange(before_, {});
+  run();
+  before_ = before;
 }
 
 void LetterLedger::Arrived(int number, const QString& text, const std::optional<QString>& nameAddress) {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <functional>
 #include <limits>
 
 #include "consent/ledger.h"
@@ -31,6 +32,8 @@ class LetterLedger {
   void RunBegins(bool again);
   /// The world is about to change. \param made  the number of letters so far
   void Disturbs(int made);
+  /// Another desk makes letters meanwhile. They are held against the world as it is now.
+  void AtAnotherDesk(const std::function<void()>& run);
   /// \param number  of the letter in its run, 1 the first
   /// \param text    from a file, only its beginning up to the colon
   void Arrived(int number, const QString& text, const std::optional<QString>& nameAddress);

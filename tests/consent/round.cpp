@@ -136,7 +136,7 @@ bool Round::Dies(int calls, const std::function<void()>& step) {
     ++counts_.deaths;
     return true;
   }
-  user_->fuse.left = 0;
+  user_->fuse.PutOut();
   return false;
 }
 

@@ -89,19 +89,20 @@ void Round::OtherMakesLetters() {
   DeskUser& other = Other();
   if (other.app.host.ComputerName() == QLatin1String(kComputer)) return;
   story_.Tell(QStringLiteral("  silence; JO makes the letters"));
-  letters_.Disturbs(LetterLedger::kAll);
   LongSilence();
   if (letterPlan_.renewalFails) {
     user_->fuse.procedure = QStringLiteral("proc_updp_Campaign_Claim_Seen");
-    user_->fuse.fails = true;
+    user_->fuse.burns = Burns::kDiskFull;
   }
   LetterWatch nobody([](int) {});
   Reader reader([](const ReportRun&) { return TakenOut(); });
   ReportPrinter reports = other.desk->MakeReportPrinter(reader);
   const QString file = folder_.Path() + QStringLiteral("/jo%1.pdf").arg(++files_);
-  (void)other.desk->MakeLetterRun(reports, nobody)
-      .GenerateLetters(campaign_, AsRtf(letters_.letter), {.pdfFile = file});
-  ReadLetterFile(file, letters_);
+  letters_.AtAnotherDesk([&] {
+    (void)other.desk->MakeLetterRun(reports, nobody)
+        .GenerateLetters(campaign_, AsRtf(letters_.letter), {.pdfFile = file});
+    ReadLetterFile(file, letters_);
+  });
 }
 
 LetterPlan Round::PlanLetters(bool wild) {
@@ -117,11 +118,11 @@ LetterPlan Round::PlanLetters(bool wild) {
   plan.renewalFails = random_.Chance(40);
   if (random_.Chance(40)) {
     user_->fuse.left = random_.Between(1, 40 + 4 * static_cast<int>(ledger_.rows.size()));
-    user_->fuse.fails = random_.Chance(40);
+    if (random_.Chance(40)) user_->fuse.burns = Burns::kDiskFull;
   } else if (random_.Chance(40)) {
     user_->fuse.procedure =
         random_.Chance(30) ? QStringLiteral("proc_updp_Letters_File") : QStringLiteral("proc_updp_Letters_Sent");
-    user_->fuse.fails = random_.Chance(30);
+    if (random_.Chance(30)) user_->fuse.burns = Burns::kDiskFull;
   }
   return plan;
 }
@@ -166,9 +167,7 @@ void Round::MakeLetters(bool wild) {
   const bool printsAll = letterPlan_.saved || letterPlan_.printed == LetterLedger::kAll;
   report.finished = summary.done && printsAll;
   letters_.RunEnds(report, ReadRows(host_.Database(), campaign_));
-  user_->fuse.left = 0;
-  user_->fuse.fails = false;
-  user_->fuse.procedure.clear();
+  user_->fuse.PutOut();
   if (report.died) Restart();
 }
 

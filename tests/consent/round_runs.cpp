@@ -98,12 +98,11 @@ void Round::DisturbedRun() {
   }
   if (random_.Chance(25)) {
     user_->fuse.left = random_.Between(1, 15 * (1 + static_cast<int>(ledger_.rows.size())));
-    user_->fuse.fails = random_.Chance(50);
+    if (random_.Chance(60)) user_->fuse.burns = random_.Chance(50) ? Burns::kDiskFull : Burns::kDeadlock;
   }
   const qint64 deaths = counts_.deaths;
   (void)Run(*user_, MakeDisturbances());
-  user_->fuse.left = 0;
-  user_->fuse.fails = false;
+  user_->fuse.PutOut();
   if (counts_.deaths > deaths) Restart();
 }
 
