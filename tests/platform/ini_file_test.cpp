@@ -90,6 +90,7 @@ TEST(IniFile, WhatCannotBeWrittenLeavesTheFileAlone) {
   EXPECT_FALSE(utf16.Write("App", "A", "1"));
   EXPECT_EQ(folder.Read("wide.ini"), wide);
   EXPECT_FALSE(IniFile(folder.File("no folder/QBX.INI")).Write("App", "A", "1"));
+  EXPECT_FALSE(IniFile(folder.Path()).Write("App", "A", "1"));
 }
 
 TEST(FileNames, AreFoundWithoutRegardToCase) {
