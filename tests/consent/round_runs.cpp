@@ -144,11 +144,19 @@ void Round::OtherTakesOver(bool onItsWay) {
   }
   LongSilence();
   if (onItsWay) ledger_.MayBeInDoubt(watch_->Record());
+  if (random_.Chance(50)) {  // what JO sends may be in doubt
+    gateway_.weather.Set(60);
+    mail_.weather.Set(60);
+  }
   Watch* const outer = watch_;
   Mailshot* const outerRun = run_;
   (void)Run(*other_, {});
   watch_ = outer;
   run_ = outerRun;
+  if (random_.Chance(60)) {
+    user_->fuse.procedure = QStringLiteral("proc_updp_Send_Journal");
+    user_->fuse.burns = Burns::kDeadlock;
+  }
 }
 
 void Round::BetweenRuns() {
