@@ -19,7 +19,7 @@ struct StoredRow {
   QString vehicle;
   bool sms = false, mail = false, letter = false, processed = false;
   JournalEntry journal;
-  QString letterFile = {};  ///< the file in which its letter may stand; empty: it is not in doubt
+  QString letterPlace = {};  ///< the file or printer that may have its letter; empty: it is not in doubt
 };
 
 /// The outcome of a run.

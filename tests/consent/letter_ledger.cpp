@@ -106,9 +106,9 @@ void LetterLedger::CheckRow(Row& row, const StoredRow& now, const LetterReport& 
   if (!sent && row.post.delivered) Fault(row, QStringLiteral("lost its mark"));
   if (!sent && arrivedNow_.contains(row.record)) {
     if (report.finished) Fault(row, QStringLiteral("went out and is not noted as sent"));
-    if (report.saved && now.letterFile.isEmpty())
-      Fault(row, QStringLiteral("stands in a file, and is neither noted as sent nor in doubt"));
-    row.post.permit = row.post.permit || !report.saved;
+    if (report.announced && now.letterPlace.isEmpty())
+      Fault(row, QStringLiteral("went out, and is neither noted as sent nor in doubt"));
+    row.post.permit = row.post.permit || !report.announced;
   }
   row.post.delivered = sent;
   if (now.processed && !row.processed && (row.sms.wanted || row.mail.wanted || !sent))

@@ -13,8 +13,8 @@ namespace qbx::consent {
 struct LetterReport {
   bool finished = false;  ///< all letters were printed or saved, and nothing failed
   bool died = false;
-  bool saved = false;  ///< to a file, not printed from a preview
-  QStringList log;     ///< its lines of the results log
+  bool announced = false;  ///< its letters were recorded before they went out: the program itself saved or printed them
+  QStringList log;         ///< its lines of the results log
 };
 
 /// The rules of the `Ledger` for letters. A letter is announced when it is made. It arrives when it is printed or its

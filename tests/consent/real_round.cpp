@@ -202,9 +202,9 @@ void RealRound::MakeLetters(bool wild) {
   QStringList words{QStringLiteral("letters"), QString::number(campaign_), QStringLiteral("--pdf"), file};
   // A person looks for the file in which the letters may stand.
   for (const StoredRow& row : ReadRows(host_.Database(), campaign_)) {
-    if (row.letterFile.isEmpty()) continue;
+    if (row.letterPlace.isEmpty()) continue;
     words << QStringLiteral("--in-doubt")
-          << (QFile::exists(row.letterFile) ? QStringLiteral("sent") : QStringLiteral("not-sent"));
+          << (QFile::exists(row.letterPlace) ? QStringLiteral("sent") : QStringLiteral("not-sent"));
     break;
   }
   letters_.RunBegins(false);
@@ -224,7 +224,7 @@ void RealRound::MakeLetters(bool wild) {
   LetterReport report;
   report.finished = ended.code == kCodeDone;
   report.died = ended.code < 0;
-  report.saved = true;
+  report.announced = true;
   report.log = ended.complaints;
   ReadLetterFile(file, letters_);
   letters_.RunEnds(report, ReadRows(host_.Database(), campaign_));

@@ -20,7 +20,7 @@ inline constexpr char kOtherComputer[] = "OFFICE-PC";
 inline constexpr int kLongSilence = (CampaignClaim::kSilence + 1) * 60;
 
 /// Where a process can end while its letters are shown.
-enum class LetterMoment { kLookedAt, kPrinted, kMarked, kNever };
+enum class LetterMoment { kLookedAt, kAnnounced, kPrinted, kMarked, kNever };
 
 /// What the user does with the letters that he makes.
 struct LetterPlan {
@@ -121,6 +121,7 @@ class Round {
   void MakeLetters(bool wild);
   [[nodiscard]] LetterPlan PlanLetters(bool wild);
   [[nodiscard]] TakenOut LookAtLetters(const ReportRun& run);
+  [[nodiscard]] bool Announce(ReportFollower& follower, const TakenOut& taken);
   void OtherWantsLetters();
   void OtherMakesLetters();
   void DiesAt(LetterMoment moment);
@@ -150,6 +151,7 @@ class Round {
   Watch* watch_ = nullptr;
   Mailshot* run_ = nullptr;
   LetterPlan letterPlan_;
+  bool lettersPrinted_ = false;  ///< the printer got the letters that were last announced for it
   int files_ = 0;
   bool takenOver_ = false;  ///< the present run lost its claim to another computer
   QDate today_;             ///< when the present run began

@@ -58,16 +58,37 @@ TakenOut Round::LookAtLetters(const ReportRun& run) {
           .arg(user_->app.startup.RunKey));
   TakenOut taken;
   if (!run.follower.MayGoOn()) return taken;
+  std::vector<std::pair<QString, QString>> printed;  // text and address
   for (int number = 1; rows->Next() && number <= letterPlan_.printed; ++number) {
-    letters_.Arrived(number, LetterText(rows->At(1).ToText()), rows->At(2).ToText());
+    printed.emplace_back(LetterText(rows->At(1).ToText()), rows->At(2).ToText());
     taken.documents.insert(number);
     taken.keys.insert(rows->At(0).ToText());
   }
+  if (!letterPlan_.marksByHand && taken.Any() && !Announce(run.follower, taken)) return {};
+  for (size_t i = 0; i < printed.size(); ++i)
+    letters_.Arrived(static_cast<int>(i) + 1, printed[i].first, printed[i].second);
   if (letterPlan_.marksByHand || !taken.Any()) return {};
+  lettersPrinted_ = true;
   DiesAt(LetterMoment::kPrinted);
   run.follower.TookOut(taken);
   DiesAt(LetterMoment::kMarked);
   return taken;
+}
+
+/// Tells the run which letters the printer is about to get.
+/// \return false when it must not get them
+bool Round::Announce(ReportFollower& follower, const TakenOut& taken) {
+  lettersPrinted_ = false;
+  try {
+    follower.AboutToGoOut(taken, {.kind = ReportPlace::Kind::kPrinter, .name = QStringLiteral("Office")});
+  } catch (const ReportCancelled&) {
+    return false;
+  } catch (const DatabaseError& error) {
+    story_.Tell(QStringLiteral("    not printed: ") + error.Description());
+    return false;
+  }
+  DiesAt(LetterMoment::kAnnounced);
+  return true;
 }
 
 /// Checks that nobody else can make letters of the campaign or send it while a preview is open.
@@ -114,7 +135,7 @@ LetterPlan Round::PlanLetters(bool wild) {
   if (printed < 15) plan.printed = 0;
   if (printed >= 15 && printed < 35) plan.printed = random_.Between(1, 10);
   plan.marksByHand = plan.printed == LetterLedger::kAll && random_.Chance(20);
-  plan.dies = static_cast<LetterMoment>(random_.Between(0, 11));
+  plan.dies = static_cast<LetterMoment>(random_.Between(0, 12));
   plan.renewalFails = random_.Chance(40);
   if (random_.Chance(40)) {
     user_->fuse.left = random_.Between(1, 40 + 4 * static_cast<int>(ledger_.rows.size()));
@@ -134,11 +155,12 @@ void Round::MakeLetters(bool wild) {
   story_.Tell(QStringLiteral("PAT makes letters, again %1, %2")
                   .arg(letterPlan_.again)
                   .arg(letterPlan_.saved ? file : QStringLiteral("prints %1").arg(letterPlan_.printed)));
-  user_->ui.answers = {.lettersAgain = letterPlan_.again, .markLetters = letterPlan_.marksByHand};
+  user_->ui.answers = {
+      .lettersAgain = letterPlan_.again, .lettersPrinted = lettersPrinted_, .markLetters = letterPlan_.marksByHand};
   letters_.RunBegins(letterPlan_.again);
   const qsizetype logged = user_->desk->resultsLog.Lines().size();
   LetterReport report;
-  report.saved = letterPlan_.saved;
+  report.announced = letterPlan_.saved || !letterPlan_.marksByHand;
   LetterSummary summary;
   LetterWatch watch(
       [&](int made) {

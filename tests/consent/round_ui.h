@@ -17,7 +17,8 @@ struct Answers {
   bool goOnSending = false;
   bool cancelQueued = false;
   bool lettersAgain = false;
-  bool markLetters = false;  ///< marks letters that were neither printed nor saved
+  bool lettersPrinted = false;  ///< the printer has the letters that were last handed to it
+  bool markLetters = false;     ///< marks letters that were neither printed nor saved
 };
 
 /// Gives these answers, and writes what was shown into the story.
@@ -63,12 +64,7 @@ class RoundUi final : public UserInterface {
       return yesNo(answers.repeatDelivered);
     }
     if (message.question == Question::kLettersAgain) return yesNo(answers.lettersAgain);
-    if (message.question == Question::kLettersInDoubt) {
-      // The person looks for the file that the question names.
-      const QString file =
-          message.text.section(QStringLiteral(" to appear in "), 1).section(QStringLiteral(" at "), 0, 0);
-      return yesNo(QFile::exists(file));
-    }
+    if (message.question == Question::kLettersInDoubt) return yesNo(LettersWentOut(message.text));
     if (message.text.contains(QStringLiteral("neither printed nor saved"))) return yesNo(answers.markLetters);
     if (message.buttons == MessageButtons::kAbortRetryIgnore) return MessageAnswer::kAbort;
     if (message.text.contains(QStringLiteral("Go on sending?"))) {
@@ -76,6 +72,12 @@ class RoundUi final : public UserInterface {
       return yesNo(answers.goOnSending);
     }
     return MessageAnswer::kYes;
+  }
+
+  /// The person looks at the printer or for the file that the question names.
+  [[nodiscard]] bool LettersWentOut(const QString& question) const {
+    if (question.contains(QStringLiteral(" to be handed to the printer "))) return answers.lettersPrinted;
+    return QFile::exists(question.section(QStringLiteral(" to appear in "), 1).section(QStringLiteral(" at "), 0, 0));
   }
 
   Story& story_;

@@ -39,7 +39,7 @@ std::vector<StoredRow> ReadRows(Session& database, int campaign) {
     row.letter = found.Field(5).ToBool();
     row.processed = found.Field(6).ToBool();
     row.journal = {StateAt(found, 7), StateAt(found, 8), StateAt(found, 9)};
-    row.letterFile = found.Field(10).ToText();
+    row.letterPlace = found.Field(10).ToText();
     rows.push_back(row);
   }
   return rows;
