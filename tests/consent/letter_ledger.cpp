@@ -106,7 +106,8 @@ void LetterLedger::CheckRow(Row& row, const StoredRow& now, const LetterReport& 
   if (!sent && row.post.delivered) Fault(row, QStringLiteral("lost its mark"));
   if (!sent && arrivedNow_.contains(row.record)) {
     if (report.finished) Fault(row, QStringLiteral("went out and is not noted as sent"));
-    if (report.announced && now.letterPlace.isEmpty())
+    // A letter of a processed row goes out only when the user wants letters again. It keeps its record then.
+    if (report.announced && now.letterPlace.isEmpty() && !row.processed)
       Fault(row, QStringLiteral("went out, and is neither noted as sent nor in doubt"));
     row.post.permit = row.post.permit || !report.announced;
   }
