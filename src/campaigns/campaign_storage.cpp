@@ -180,7 +180,7 @@ bool CampaignStorage::Call(const char* routine, const char* procedure, const std
     run(command);
     return true;
   } catch (const DatabaseError& error) {
-    diagnostics_.errors.ShowError(0, QString::fromLatin1(routine), error.Description());
+    statements_.ShowFailure(0, QString::fromLatin1(routine), error);
     return false;
   }
 }

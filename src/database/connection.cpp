@@ -75,26 +75,35 @@ void Connection::Open(const QString& connectionString, const Login& login) {
     KeepErrors(error);
     throw;
   }
+  ++sessionsOpened_;
   wasOpen_ = true;
   patient_ = true;
 }
 
 void Connection::Reopen() {
+  OpenPatiently();
+  if (!reopened_) return;
+  const WaitForServer wait = Waiting(MayCancel::kNo);
+  reopened_();
+}
+
+void Connection::OpenPatiently() {
   const auto started = std::chrono::steady_clock::now();
-  WaitForServer wait;
+  const WaitForServer wait = Waiting(MayCancel::kYes);
   for (auto time = kWaits.begin();; ++time) {
     try {
-      Open(QString(connectionString_), Login(login_));
-      break;
+      return Open(QString(connectionString_), Login(login_));
     } catch (const DatabaseError& error) {
-      const bool mayTry = beginWaiting_ && patient_ && time != kWaits.end() && MayComeBack(error) &&
+      const bool mayTry = wait && patient_ && time != kWaits.end() && MayComeBack(error) &&
                           std::chrono::steady_clock::now() + *time <= started + kLastAttempt;
-      if (mayTry && !wait) wait = beginWaiting_();
       patient_ = mayTry && wait(*time);
       if (!patient_) throw;
     }
   }
-  if (reopened_) reopened_();
+}
+
+WaitForServer Connection::Waiting(MayCancel mayCancel) const {
+  return beginWaiting_ ? beginWaiting_(mayCancel) : WaitForServer();
 }
 
 bool Connection::IsLost() {
@@ -102,7 +111,9 @@ bool Connection::IsLost() {
 }
 
 bool Connection::ReopenIfLost() {
-  if (InTransaction() || !IsLost()) return false;
+  if (InTransaction()) return false;
+  const WaitForServer wait = Waiting(MayCancel::kYes);
+  if (!IsLost()) return false;
   Reopen();
   return true;
 }
@@ -161,6 +172,7 @@ Transaction::~Transaction() {
 
 Session& Transaction::Begun(Connection& connection, IfLost ifLost) {
   if (ifLost == IfLost::kReopen && connection.WasOpen() && !connection.InTransaction()) {
+    const WaitForServer wait = connection.Waiting(MayCancel::kNo);
     try {
       return Begun(connection, IfLost::kFail);
     } catch (const DatabaseError&) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "database/database_error.h"
+#include "database/server_wait.h"
 #include "database/session.h"
 
 namespace qbx {
@@ -31,14 +32,6 @@ struct Login {
 /// Opens a session with a target, or throws DatabaseError.
 using SessionFactory = std::function<std::unique_ptr<Session>(const ConnectionTarget& target, const Login& login,
                                                               int connectionTimeoutSeconds)>;
-
-/// Waits before the next attempt to open a lost connection.
-/// \return whether to go on; false when the user does not want to wait
-using WaitForServer = std::function<bool(std::chrono::milliseconds time)>;
-
-/// Called when the first attempt has failed. Its result waits before the later attempts, and is destroyed with the last
-/// one.
-using BeginWaiting = std::function<WaitForServer()>;
 
 /// One connection to the server. It remembers its string and login, so that it can be opened again in the same way, and
 /// the provider errors of the last failure. Only the thread that owns it calls it, one call at a time. While that
@@ -74,15 +67,19 @@ class Connection {
   void ResumeWork() { stopped_ = false; }
 
   [[nodiscard]] bool IsOpen() const { return session_ != nullptr && !stopped_; }
+  /// How many sessions have been opened so far. It tells the open session from all earlier ones.
+  [[nodiscard]] int SessionsOpened() const { return sessionsOpened_; }
   /// Whether it was open and the server does not answer now. Asks the server.
   [[nodiscard]] bool IsLost();
+  /// Whether it was open, and could not be opened again after it was lost. Asks nobody.
+  [[nodiscard]] bool IsAway() const { return WasOpen() && session_ == nullptr; }
   /// Whether it was ever open and is not stopped. Without that, statements fail without a message.
   [[nodiscard]] bool WasOpen() const { return wasOpen_ && !stopped_; }
 
   /// `told` is called after each re-opening, on the thread that asked for it.
   void OnReopened(std::function<void()> told) { reopened_ = std::move(told); }
-  /// How a re-opening waits, on the thread that asked for it. Without it each re-opening tries once.
-  void OnServerAway(BeginWaiting begin) { beginWaiting_ = std::move(begin); }
+  /// How this waits for the server, on the thread that asked for it. Without it each re-opening tries once.
+  void OnWaiting(BeginWaiting begin) { beginWaiting_ = std::move(begin); }
 
   [[nodiscard]] bool InTransaction() const { return session_ && session_->InTransaction(); }
   /// Calls `act` now, or, inside a transaction, when its outermost `Transaction` has ended. For what waits for the
@@ -117,6 +114,8 @@ class Connection {
  private:
   friend class Transaction;
 
+  [[nodiscard]] WaitForServer Waiting(MayCancel mayCancel) const;
+  void OpenPatiently();
   void InterruptSession();
   void TransactionEnded();
 
@@ -127,6 +126,7 @@ class Connection {
   Login login_;
   int commandTimeout_ = 20;
   int connectionTimeout_ = 15;
+  int sessionsOpened_ = 0;
   bool wasOpen_ = false;
   bool stopped_ = false;
   bool patient_ = true;  // whether a re-opening waits for the server

@@ -2,16 +2,18 @@
 
 #pragma once
 
-#include <functional>
-
 #include "database/connection.h"
 
 namespace qbx {
 
 /// Wraps the sessions that a factory makes. A call from the thread that made the session runs on a helper thread. When
-/// the answer takes longer, `pump` is called again and again, so that windows repaint. The call still returns only with
-/// its result. Calls from any other thread (the work of `Connection::RunLong`) are made directly.
-/// \param pump  lets events run; must not use the session, and must outlive the sessions
-[[nodiscard]] SessionFactory PatientSessions(SessionFactory factory, std::function<void()> pump);
+/// the answer takes longer, a wait begins, which lets events run again and again, so that windows repaint. Calls from any
+/// other thread (the work of `Connection::RunLong`) are made directly.
+///
+/// When the wait ends because the user cancels, connecting is left to itself, and any other call is interrupted. When
+/// the server does not even answer to that, the call is left to itself, and the session is lost. Both fail as a lost
+/// connection ("Operation cancelled by user"). The call ends by its time limit; the factory's destructor waits for it.
+/// \param begin  must not use the session, and must outlive the sessions
+[[nodiscard]] SessionFactory PatientSessions(SessionFactory factory, BeginWaiting begin);
 
 }  // namespace qbx

@@ -4,12 +4,12 @@ namespace qbx {
 
 void Procedure::Prepare(Arguments arguments) {
   Session& driver = connection_.Driver();
-  if (preparedFor_ != &driver) {
+  if (preparedFor_ != connection_.SessionsOpened()) {
     command_.connection = &connection_;
     command_.commandText = name_;
     command_.commandTimeout = timeoutSeconds_;
     command_.parameters = driver.DescribeProcedure(name_);
-    preparedFor_ = &driver;
+    preparedFor_ = connection_.SessionsOpened();
   }
   for (Parameter& parameter : command_.parameters)
     parameter.isSet = false;

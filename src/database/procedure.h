@@ -40,7 +40,7 @@ class Procedure {
   QString name_;
   int timeoutSeconds_;
   Command command_;
-  const Session* preparedFor_ = nullptr;
+  int preparedFor_ = 0;  // see Connection::SessionsOpened
 };
 
 }  // namespace qbx

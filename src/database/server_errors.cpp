@@ -15,6 +15,7 @@ constexpr std::array kTimeOutNumbers = {-2, 1222};
 constexpr std::array kLoginNumbers = {916, 4060, 18452, 18456, 18470, 18486, 18487, 18488};
 // The database: cannot be started, opened or recovered yet. The server: stops, is paused, or is being upgraded.
 constexpr std::array kPassingNumbers = {904, 921, 922, 4060, 6005, 17142, 18401};
+constexpr int kDeadlockVictim = 1205;  // the transaction was chosen to end a deadlock
 
 template <std::size_t size>
 bool Has(const std::array<int, size>& numbers, int number) {
@@ -40,7 +41,7 @@ bool MayComeBack(const DatabaseError& error) {
 }
 
 bool IsDeadlock(const DatabaseError& error) {
-  return std::ranges::any_of(error.Errors(), [](const ProviderError& each) { return each.number == 1205; });
+  return std::ranges::any_of(error.Errors(), [](const ProviderError& each) { return each.number == kDeadlockVictim; });
 }
 
 bool SaysConnectionLost(const QString& message) {

@@ -62,6 +62,8 @@ class SessionWrapper : public Session {
  protected:
   explicit SessionWrapper(std::unique_ptr<Session> inner = {}) : inner_(std::move(inner)) {}
   void SetInner(std::unique_ptr<Session> inner) { inner_ = std::move(inner); }
+  [[nodiscard]] Session& Inner() const { return *inner_; }
+  [[nodiscard]] std::unique_ptr<Session> TakeInner() { return std::move(inner_); }
 
   /// Makes the call. When it is a rollback, an exception of the subclass is swallowed, and the rollback is made in any
   /// case.

@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "diagnostics/wait_box.h"
+#include "database/server_errors.h"
 
 namespace qbx {
 
@@ -15,7 +15,7 @@ constexpr int kReopensOfRead = 3;
 constexpr int kReopensOfExecute = 1;
 constexpr int kReopenPause = 250;
 constexpr int kUnreadableParametersPause = 1500;
-constexpr auto kWaitSlice = std::chrono::milliseconds(100);  // short, so that Cancel takes effect soon
+constexpr auto kNoTime = std::chrono::milliseconds(0);
 constexpr int kFailed = -1;
 
 /// First column of the first row, when it is a number or a text with a number; 0 for anything else and for a number
@@ -49,19 +49,9 @@ Statements::Statements(Connection& connection, ErrorInterpretation& interpretati
       interpretation_(interpretation),
       events_(events),
       lastError_(lastError),
-      diagnostics_(diagnostics) {
-  connection.OnServerAway([this] {
-    const auto box = std::make_shared<WaitBox>(diagnostics_, QStringLiteral("Waiting for the database"));
-    return [this, box](std::chrono::milliseconds time) { return WaitForServer(*box, time); };
-  });
-}
-
-bool Statements::WaitForServer(WaitBox& box, std::chrono::milliseconds time) {
-  for (auto left = time; left.count() > 0; left -= kWaitSlice) {
-    diagnostics_.ui.Wait(static_cast<int>(std::min(left, kWaitSlice).count()));
-    if (diagnostics_.ui.QuitRequested() || !box.GoOn()) return false;
-  }
-  return true;
+      diagnostics_(diagnostics),
+      wait_(diagnostics) {
+  connection.OnWaiting([this](MayCancel mayCancel) { return wait_.Begin(mayCancel); });
 }
 
 void Statements::Report(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error,
@@ -74,13 +64,25 @@ void Statements::Tell(Connection& connection, const char* routine, const QString
                       const QString& before) {
   // Without a database, the message belongs to what the user asked for, not to each statement.
   if (!connection.WasOpen()) return;
-  if (lossTold_ != nullptr && IsLost(connection, error) && std::exchange(*lossTold_, true)) {
-    diagnostics_.log.WriteLog(QLatin1String("Database Error - ") + error.Description());
-    return;
-  }
+  if (!MayTell(connection, error)) return;
   connection.KeepErrors(error);
   interpretation_.ReportDatabaseError(&connection, QLatin1String(routine), sql, error, before);
   if (diagnostics_.ui.QuitRequested()) connection_.StopWork();
+}
+
+bool Statements::MayTell(const Connection& connection, const DatabaseError& error) {
+  if (telling_ == nullptr) return true;
+  const bool lost = IsLost(connection, error);
+  const bool tells =
+      telling_->tells_ == Tells::kLossOnce
+          ? !lost || std::exchange(telling_->toldOf_, connection.SessionsOpened()) != connection.SessionsOpened()
+          : !lost && !IsDeadlock(error);
+  if (!tells) diagnostics_.log.WriteLog(QLatin1String("Database Error - ") + error.Description());
+  return tells;
+}
+
+void Statements::ShowFailure(int location, const QString& routine, const DatabaseError& error) {
+  if (MayTell(connection_, error)) diagnostics_.errors.ShowError(location, routine, error.Description());
 }
 
 bool Statements::dbOpenRec(Recordset& recordset, const QString& sql, CursorType cursor, LockType, int,
@@ -89,6 +91,7 @@ bool Statements::dbOpenRec(Recordset& recordset, const QString& sql, CursorType 
   recordset.Close();
   const bool stepwise = cursor == CursorType::kForwardOnly && location == CursorLocation::kServer;
   const bool mayReopen = target.WasOpen() && !target.InTransaction();
+  WaitForServer wait = wait_.Begin(mayReopen ? MayCancel::kYes : MayCancel::kNo);
   for (int reopens = 0;; ++reopens) {
     try {
       if (reopens > 0) target.Reopen();
@@ -98,11 +101,12 @@ bool Statements::dbOpenRec(Recordset& recordset, const QString& sql, CursorType 
       recordset.SetSource([&target, sql] { return target.Driver().Execute(sql); });
       return false;
     } catch (const DatabaseError& error) {
-      if (mayReopen && IsLost(target, error) && reopens < kReopensOfRead) {
+      if (mayReopen && IsLost(target, error) && reopens < kReopensOfRead && wait(kNoTime)) {
         diagnostics_.log.WriteLog(QStringLiteral("No DB Connection - reconnecting"));
         diagnostics_.ui.Wait(kReopenPause);
         continue;
       }
+      wait = {};
       Report(target, "dbOpenRec", sql, error);
       return true;
     }
@@ -113,8 +117,9 @@ bool Statements::dbOpenRecLong(Recordset& recordset, const QString& sql) {
   if (connection_.IsOpen()) {
     try {
       Recordset rows;
+      const WaitForServer wait = wait_.Begin(MayCancel::kNo);
       connection_.RunLong([&] { rows = Recordset::ReadAll(connection_.Driver().Execute(sql)); },
-                          [this] { diagnostics_.ui.PumpEvents(); }, {});
+                          [&wait] { (void)wait(kNoTime); }, {});
       rows.SetSource([this, sql] { return connection_.Driver().Execute(sql); });
       recordset = std::move(rows);
       return false;
@@ -138,6 +143,7 @@ Statements::ExecuteResult Statements::dbExecuteWhole(const QString& sql) {
 
 Statements::ExecuteResult Statements::Execute(Connection& target, const QString& sql, bool returnRecords, bool whole) {
   const bool mayReopen = target.WasOpen() && !target.InTransaction();
+  WaitForServer wait = wait_.Begin(MayCancel::kNo);
   for (int reopens = 0;; ++reopens) {
     try {
       if (reopens > 0) target.Reopen();
@@ -156,12 +162,14 @@ Statements::ExecuteResult Statements::Execute(Connection& target, const QString&
       QString before;
       if (mayReopen && IsLost(target, error)) {
         if (reopens < kReopensOfExecute) continue;
-        if (lossTold_ == nullptr) {
+        wait = {};
+        if (telling_ == nullptr) {
           ShowConnectionProblem();
         } else {
           before = ConnectionProblem();
         }
       }
+      wait = {};
       Report(target, "dbExecute", sql, error, before);
       return {.records = {}, .errorNumber = error.Number() != 0 ? error.Number() : kUnspecifiedError};
     }

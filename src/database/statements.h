@@ -14,11 +14,10 @@
 #include "database/event_log.h"
 #include "database/last_error.h"
 #include "database/recordset.h"
+#include "database/server_wait.h"
 #include "diagnostics/diagnostics.h"
 
 namespace qbx {
-
-class WaitBox;
 
 // The numbers that callers pass.
 enum class CursorType { kForwardOnly = 0, kDynamic = 2 };
@@ -90,38 +89,40 @@ class Statements {
 
   [[nodiscard]] Connection& Shared() { return connection_; }
 
-  /// While one exists, a lost connection is shown to the user once, however many statements fail because of it. The log
-  /// has each failure. For commands that read several things in a row. A message of `dbExecute` about a second loss is
-  /// shown in the same box.
-  class TellLossOnce {
+  /// Begins a wait for the server.
+  [[nodiscard]] WaitForServer BeginWaiting(MayCancel mayCancel) { return wait_.Begin(mayCancel); }
+
+  /// Which failures of statements the user is told. The log has each failure.
+  enum class Tells {
+    /// A lost connection once until it is opened again, however many statements fail because of it. For commands that
+    /// make several calls. A message of `dbExecute` about a second loss is shown in the same box.
+    kLossOnce,
+    /// Neither a lost connection nor a deadlock. For callers that do the work again, or tell that it failed.
+    kNothingBridged,
+  };
+  /// While one exists, only these failures are told. A `kLossOnce` inside another one belongs to that one.
+  class Telling {
    public:
-    explicit TellLossOnce(Statements& statements) : statements_(statements), outer_(statements.lossTold_) {
-      if (outer_ == nullptr) statements_.lossTold_ = &told_;
+    Telling(Statements& statements, Tells tells) : statements_(statements), outer_(statements.telling_), tells_(tells) {
+      if (outer_ == nullptr || tells == Tells::kNothingBridged) statements_.telling_ = this;
     }
-    ~TellLossOnce() { statements_.lossTold_ = outer_; }
-    TellLossOnce(const TellLossOnce&) = delete;
-    TellLossOnce& operator=(const TellLossOnce&) = delete;
+    ~Telling() { statements_.telling_ = outer_; }
+    Telling(const Telling&) = delete;
+    Telling& operator=(const Telling&) = delete;
 
    private:
+    friend class Statements;
+
     Statements& statements_;
-    bool* outer_;
-    bool told_ = false;
+    Telling* outer_;
+    Tells tells_;
+    int toldOf_ = -1;  // the session whose loss the user was told: see Connection::SessionsOpened
   };
 
-  /// While one exists, a lost connection is only logged. For callers that open it again by themselves.
-  class LogLossOnly {
-   public:
-    explicit LogLossOnly(Statements& statements)
-        : statements_(statements), outer_(std::exchange(statements.lossTold_, &told_)) {}
-    ~LogLossOnly() { statements_.lossTold_ = outer_; }
-    LogLossOnly(const LogLossOnly&) = delete;
-    LogLossOnly& operator=(const LogLossOnly&) = delete;
-
-   private:
-    Statements& statements_;
-    bool* outer_;
-    bool told_ = true;
-  };
+  /// For code that catches the failures of its calls itself: shows one as an unexpected error, unless the user is not to
+  /// be told (`Telling`).
+  /// \param location, routine  as `ErrorReport::ShowError`
+  void ShowFailure(int location, const QString& routine, const DatabaseError& error);
 
  private:
   ExecuteResult Execute(Connection& target, const QString& sql, bool returnRecords, bool whole);
@@ -129,7 +130,8 @@ class Statements {
               const QString& before = {});
   void Tell(Connection& connection, const char* routine, const QString& sql, const DatabaseError& error,
             const QString& before);
-  [[nodiscard]] bool WaitForServer(WaitBox& box, std::chrono::milliseconds time);
+  /// Whether the user is told of a failure. From then on its loss of the connection counts as told.
+  [[nodiscard]] bool MayTell(const Connection& connection, const DatabaseError& error);
   void ShowConnectionProblem();
   std::optional<DatabaseError> Prepare(Command& command, const QString& procedure);
   void ShowUnreadableParameters(const QString& procedure, const DatabaseError& error);
@@ -139,7 +141,8 @@ class Statements {
   EventLog& events_;
   LastError& lastError_;
   Diagnostics diagnostics_;
-  bool* lossTold_ = nullptr;  // of the outermost TellLossOnce
+  ServerWait wait_;
+  Telling* telling_ = nullptr;
 };
 
 }  // namespace qbx

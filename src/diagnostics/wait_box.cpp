@@ -4,13 +4,15 @@ namespace qbx {
 
 namespace {
 
-constexpr int kShowAfter = 330;           // milliseconds
 constexpr int kProgressInterval = 1'000;  // milliseconds; each change of the box waits a moment for the eye
 
 }  // namespace
 
-WaitBox::WaitBox(const Diagnostics& diagnostics, QString text)
-    : diagnostics_(diagnostics), text_(std::move(text)), isOfAnother_(diagnostics.status.OffersCancel()) {
+WaitBox::WaitBox(const Diagnostics& diagnostics, QString text, int showAfter)
+    : diagnostics_(diagnostics),
+      text_(std::move(text)),
+      showAfter_(showAfter),
+      isOfAnother_(diagnostics.status.OffersCancel()) {
   since_.start();
 }
 
@@ -18,12 +20,17 @@ WaitBox::~WaitBox() {
   if (shown_) diagnostics_.status.Close();
 }
 
-bool WaitBox::GoOn() {
-  if (!isOfAnother_ && !shown_ && since_.elapsed() >= kShowAfter) Show();
+bool WaitBox::GoOn(bool mayCancel) {
+  const bool changes = shown_ ? mayCancel != offersCancel_ : since_.elapsed() >= showAfter_;
+  const bool wouldReplace = !shown_ && !mayCancel && diagnostics_.status.Visible();
+  if (changes && !isOfAnother_ && !wouldReplace && !cancelled_) {
+    offersCancel_ = mayCancel;
+    Show();
+  }
   diagnostics_.ui.PumpEvents();
   // Before this box is shown, Cancel belongs to another box.
-  cancelled_ = cancelled_ || ((isOfAnother_ || shown_) && diagnostics_.status.Cancelled());
-  return !cancelled_;
+  cancelled_ = cancelled_ || (mayCancel && (isOfAnother_ || shown_) && diagnostics_.status.Cancelled());
+  return !cancelled_ || !mayCancel;
 }
 
 void WaitBox::ShowProgress(const QString& progress) {
@@ -33,7 +40,8 @@ void WaitBox::ShowProgress(const QString& progress) {
 
 void WaitBox::Show() {
   shown_ = true;
-  diagnostics_.status.ShowStatus(progress_.isEmpty() ? text_ : QStringLiteral("%1: %2").arg(text_, progress_), true);
+  diagnostics_.status.ShowStatus(progress_.isEmpty() ? text_ : QStringLiteral("%1: %2").arg(text_, progress_),
+                                 offersCancel_);
   since_.restart();
 }
 

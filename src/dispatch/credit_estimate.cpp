@@ -19,7 +19,7 @@ std::optional<CreditNeed> CreditEstimate::EstimateSMSCredits(int campaignId, con
     if (need) kept_ = Kept{wish, *need};
     return need;
   } catch (const DatabaseError& error) {
-    diagnostics_.errors.ShowError(0, QStringLiteral("EstimateSMSCredits"), error.Description());
+    statements_.ShowFailure(0, QStringLiteral("EstimateSMSCredits"), error);
     return std::nullopt;
   }
 }

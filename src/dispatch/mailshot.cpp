@@ -54,6 +54,7 @@ void Mailshot::Pause() {
 }
 
 MailshotSummary Mailshot::Send(int campaignId, const MailshotTemplates& templates, MailshotMode mode) {
+  const Statements::Telling once(services_.statements, Statements::Tells::kLossOnce);
   if (mode == MailshotMode::kSend) services_.events.LogMarketingEvent(QStringLiteral("Processing SMS and Emails"));
   if (!MaySend(services_.options, services_.user)) {
     if (mode == MailshotMode::kSend) services_.events.LogMarketingEvent(QStringLiteral("Not a Manager User"));
@@ -68,6 +69,7 @@ MailshotSummary Mailshot::Send(int campaignId, const MailshotTemplates& template
   }
   services_.state.StopSending = false;
   services_.counters.UpdateCounters(campaignId);
+  if (services_.statements.Shared().IsAway()) return {.end = MailshotEnd::kFailed};  // as the counters have told
   const CounterValues& counters = services_.counters.Values();
   if (const auto refusal = CheckTemplates(counters, templates)) {
     Tell(*refusal);
@@ -134,7 +136,7 @@ void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templ
 }
 
 void Mailshot::ReportBreakdown(const DatabaseError& error) {
-  services_.diagnostics.errors.ShowError(kRunLocation, QStringLiteral("ProcessSMSandEmail"), error.Description());
+  services_.statements.ShowFailure(kRunLocation, QStringLiteral("ProcessSMSandEmail"), error);
 }
 
 /// \return whether customers who got one message of their row earlier get the whole row again

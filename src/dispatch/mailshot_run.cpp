@@ -289,7 +289,7 @@ void MailshotRun::Settle(Row& row, Channel channel, Sent sent, const QString& re
   if (sent == Sent::kUncertain) return;  // it stays at "sending"
   const JournalState state = sent == Sent::kYes ? JournalState::kSent : JournalState::kFailed;
   ThroughLoss(row, channel, state, [&] {
-    const Statements::LogLossOnly quiet(services_.statements);
+    const Statements::Telling quiet(services_.statements, Statements::Tells::kNothingBridged);
     Transaction transaction(services_.statements.Shared());
     record();
     // A row that was deleted while its message was being sent no longer has a journal.

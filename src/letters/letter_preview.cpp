@@ -20,7 +20,7 @@ void PreviewLetter(const LetterPreviewParts& parts, const QString& letter) {
     letters.Add({.letter = MergeFields(letter, SampleMergeValues(), parts.diagnostics.clock.Today()),
                  .nameAddress = QString::fromUtf16(kSampleNameAddress)});
   } catch (const DatabaseError& error) {
-    parts.diagnostics.errors.ShowError(kPreviewLocation, QStringLiteral("LetterPreview"), error.Description());
+    parts.statements.ShowFailure(kPreviewLocation, QStringLiteral("LetterPreview"), error);
     return;
   }
   static_cast<void>(parts.reports.PrintReport(LetterReportPath(parts.startup.ProgramFolder, parts.options),

@@ -47,11 +47,13 @@ LetterRun::LetterRun(const LetterServices& services, LetterObserver& observer)
       claim_(services.statements.Shared(), services.host, services.diagnostics.clock, services.startup.user) {}
 
 LetterSummary LetterRun::GenerateLetters(int campaignId, const QString& letter, const LetterChoices& choices) {
+  const Statements::Telling once(services_.statements, Statements::Tells::kLossOnce);
   summary_ = {};
   campaignId_ = campaignId;
   marks_ = choices.markProcessed;
   services_.events.LogMarketingEvent(QStringLiteral("Generate Letters"));
   services_.counters.UpdateCounters(campaignId);
+  if (services_.statements.Shared().IsAway()) return summary_;  // as the counters have told
   if (!MayBegin(letter)) return summary_;
   try {
     if (const auto holder = claim_.Take(campaignId)) {
@@ -61,7 +63,7 @@ LetterSummary LetterRun::GenerateLetters(int campaignId, const QString& letter, 
     if (!SettleDoubt()) return summary_;
     again_ = AskForAgain();
   } catch (const DatabaseError& error) {
-    services_.diagnostics.errors.ShowError(kCreateLocation, QStringLiteral("CreateLetters"), error.Description());
+    services_.statements.ShowFailure(kCreateLocation, QStringLiteral("CreateLetters"), error);
     return summary_;
   }
   LettersTable letters(services_.statements, services_.startup.RunKey);
@@ -89,7 +91,7 @@ bool LetterRun::MakeLetters(const QString& letter, LettersTable& letters) {
     services_.resultsLog.LogProcessResult(QStringLiteral("Creating Letters"));
     if (!CreateLetters(letter, letters)) return false;
   } catch (const DatabaseError& error) {
-    services_.diagnostics.errors.ShowError(kCreateLocation, QStringLiteral("CreateLetters"), error.Description());
+    services_.statements.ShowFailure(kCreateLocation, QStringLiteral("CreateLetters"), error);
     return false;
   }
   if (summary_.letters == 0) {
@@ -290,8 +292,7 @@ void LetterRun::NotOut() {
   try {
     letterMarks_.NotOut(campaignId_, std::exchange(announced_, {}));
   } catch (const DatabaseError& error) {
-    services_.diagnostics.errors.ShowError(kMarkLocation, QStringLiteral("MarkLettersAsProcessed"),
-                                           error.Description());
+    services_.statements.ShowFailure(kMarkLocation, QStringLiteral("MarkLettersAsProcessed"), error);
   }
 }
 
@@ -337,8 +338,7 @@ bool LetterRun::MarkLettersAsProcessed(const TakenOut& taken) {
     sent_ += marked.rows;
     done = true;
   } catch (const DatabaseError& error) {
-    services_.diagnostics.errors.ShowError(kMarkLocation, QStringLiteral("MarkLettersAsProcessed"),
-                                           error.Description());
+    services_.statements.ShowFailure(kMarkLocation, QStringLiteral("MarkLettersAsProcessed"), error);
   }
   services_.counters.UpdateCounters(campaignId_);
   return done;

@@ -13,10 +13,10 @@ namespace qbx {
 namespace {
 
 /// Keeps windows alive while the server is slow to answer.
-ApplicationSetup WithPatience(ApplicationSetup setup) {
+ApplicationSetup WithPatience(ApplicationSetup setup, BeginWaiting begin) {
   const auto inner = setup.wrapSessions;
-  setup.wrapSessions = [inner, &ui = setup.ui](SessionFactory sessions) {
-    return PatientSessions(inner ? inner(std::move(sessions)) : std::move(sessions), [&ui] { ui.PumpEvents(); });
+  setup.wrapSessions = [inner, begin = std::move(begin)](SessionFactory sessions) {
+    return PatientSessions(inner ? inner(std::move(sessions)) : std::move(sessions), begin);
   };
   return setup;
 }
@@ -24,7 +24,9 @@ ApplicationSetup WithPatience(ApplicationSetup setup) {
 }  // namespace
 
 MarketingProgram::MarketingProgram(WidgetUi& ui, const ApplicationSetup& setup)
-    : ui_(ui), app_(WithPatience(setup)), layout_(std::make_unique<WindowLayout>(app_.registry)) {
+    : ui_(ui),
+      app_(WithPatience(setup, [this](MayCancel mayCancel) { return app_.statements.BeginWaiting(mayCancel); })),
+      layout_(std::make_unique<WindowLayout>(app_.registry)) {
   ui_.SetWindowMemory(
       {.restore = [this](QWidget& window, const QString& form) { layout_->RestoreWindow(window, form); },
        .keep = [this](const QWidget& window, const QString& form) { layout_->SaveWindow(window, form); }});

@@ -44,7 +44,7 @@ void Counters::UpdateCounters(int campaignId) {
                .emails = counter("ByEmail"),
                .emailsSent = counter("ByEmail_Processed")};
   } catch (const DatabaseError& error) {
-    diagnostics_.errors.ShowError(0, QStringLiteral("UpdateCounters"), error.Description());
+    statements_.ShowFailure(0, QStringLiteral("UpdateCounters"), error);
   }
 }
 

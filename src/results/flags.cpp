@@ -41,7 +41,7 @@ void ResultFlags::ToggleCheckBox(const QString& column, qint64 recordId) {
   try {
     toggled = around_ ? around_(column, recordId, flip) : flip();
   } catch (const DatabaseError& error) {
-    diagnostics_.errors.ShowError(0, QStringLiteral("ToggleCheckBox"), error.Description());
+    statements_.ShowFailure(0, QStringLiteral("ToggleCheckBox"), error);
   }
   diagnostics_.ui.SetBusy(false);
   if (toggled) view_.RefreshRows({recordId});

@@ -76,7 +76,7 @@ bool ResultsView::Refresh(const std::function<void()>& readRows) {
     else
       requery();
   } catch (const DatabaseError& error) {
-    diagnostics_.errors.ShowError(0, QStringLiteral("RefreshResults"), error.Description());
+    statements_.ShowFailure(0, QStringLiteral("RefreshResults"), error);
   }
   if (read_) read_();
   return read;

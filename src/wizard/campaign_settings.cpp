@@ -128,7 +128,7 @@ CampaignSettings::CampaignSettings(Statements& statements, CurrentCampaign& camp
 void CampaignSettings::SetupCampaignData() {
   diagnostics_.ui.SetBusy(true);
   std::optional<QString> failure;
-  const Statements::TellLossOnce once(statements_);
+  const Statements::Telling once(statements_, Statements::Tells::kLossOnce);
   try {
     FollowRows();
     FillLists();
@@ -173,7 +173,7 @@ bool CampaignSettings::SaveCampaignSettings(const std::function<void()>& save) {
   save();
   const int newId = campaign_.record.ID;
   if (newId < 1 || diagnostics_.ui.QuitRequested()) return false;
-  const Statements::TellLossOnce once(statements_);
+  const Statements::Telling once(statements_, Statements::Tells::kLossOnce);
   // A stored campaign that was deleted meanwhile gets a new number. Rows with its old number may still exist, or may
   // have been selected since.
   if (oldId != 0 && newId != oldId) unfollowed_.push_back({.from = oldId, .to = newId});
@@ -235,7 +235,7 @@ bool CampaignSettings::CloseRequest() {
                          .buttons = MessageButtons::kYesNo,
                          .defaultAnswer = MessageAnswer::kNo};
   if (diagnostics_.ui.ShowMessage(question) != MessageAnswer::kYes) return false;
-  const Statements::TellLossOnce once(statements_);
+  const Statements::Telling once(statements_, Statements::Tells::kLossOnce);
   FollowRows();
   const int id = campaign_.record.ID;
   if (id < 0) statements_.dbExecute(DeletionOfRows(id));

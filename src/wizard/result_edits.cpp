@@ -88,7 +88,7 @@ RowChange ResultEdits::Change(const char* routine, const std::vector<qint64>& ro
     done = change(parts_.campaign.record.ID);
   } catch (const DatabaseError& error) {
     failed = true;
-    diagnostics_.errors.ShowError(0, QString::fromLatin1(routine), error.Description());
+    parts_.statements.ShowFailure(0, QString::fromLatin1(routine), error);
   }
   diagnostics_.ui.SetBusy(false);
   if (failed) return {};

@@ -46,8 +46,14 @@ class SlowServer {
   FakeServer server_;
 };
 
-std::unique_ptr<Session> Open(SlowServer& server) {
-  return PatientSessions(server.Sessions(), [&server] { ++server.pumps; })({}, {}, 5);
+/// Sessions whose waits let `pump` run.
+std::unique_ptr<Session> Open(SlowServer& server, std::function<void()> pump = {}) {
+  const auto wait = [&server, pump = std::move(pump)](std::chrono::milliseconds) {
+    ++server.pumps;
+    if (pump) pump();
+    return true;
+  };
+  return PatientSessions(server.Sessions(), [wait](MayCancel) { return wait; })({}, {}, 5);
 }
 
 TEST(PatientSession, LetsEventsRunWhileTheServerIsSlow) {
@@ -70,15 +76,33 @@ TEST(PatientSession, RefusesACallThatComesWhileAnotherIsWaitedFor) {
   SlowServer server;
   std::unique_ptr<Session> session;
   const auto pump = [&] {
-    ++server.pumps;
     if (session) {
       EXPECT_THROW((void)session->Execute("meanwhile"), DatabaseError);
     }
   };
-  session = PatientSessions(server.Sessions(), pump)({}, {}, 5);
+  session = Open(server, pump);
   (void)session->Execute("wait for it");
   EXPECT_EQ(server.Script().calls.last(), "wait for it");
   EXPECT_EQ(server.Script().Count("meanwhile"), 0);
+}
+
+TEST(PatientSession, ACallThatIsNotAnsweredEvenWhenItIsCancelledIsLeftToItselfAndTheSessionIsLost) {
+  SlowServer server;
+  bool cancelled = false;
+  const SessionFactory sessions = PatientSessions(server.Sessions(), [&](MayCancel mayCancel) {
+    return [&, mayCancel](std::chrono::milliseconds) { return !cancelled || mayCancel == MayCancel::kNo; };
+  });
+  const std::unique_ptr<Session> session = sessions({}, {}, 5);
+  cancelled = true;
+  try {
+    (void)session->Execute("wait for ever");
+    FAIL() << "it returned before the server answered";
+  } catch (const DatabaseError& error) {
+    EXPECT_TRUE(error.ConnectionLost());
+  }
+  EXPECT_FALSE(session->IsAlive());
+  EXPECT_THROW(session->Begin(), DatabaseError);
+  server.pumps = 3;  // the call ends, and with it the helper
 }
 
 TEST(PatientSession, AnotherThreadGoesStraightThrough) {

@@ -94,7 +94,7 @@ TEST_F(StatementsTest, CancelEndsTheWaitingForAServerAndTheConnectionCountsAsLos
 TEST_F(StatementsTest, ACommandThatTellsLossesOnceSaysBothInOneBoxAndNothingMoreAfterAYes) {
   Open();
   const QString sql = "UPDATE x";
-  const Statements::TellLossOnce once(statements_);
+  const Statements::Telling once(statements_, Statements::Tells::kLossOnce);
   for (int loss = 0; loss < 2; ++loss)
     server_.Expect(sql, Failure("General network error", kUnspecifiedError));
   ui.Answer("OK to quit?", MessageAnswer::kYes);
@@ -106,6 +106,24 @@ TEST_F(StatementsTest, ACommandThatTellsLossesOnceSaysBothInOneBoxAndNothingMore
   EXPECT_FALSE(statements_.dbExecute(sql).Ok());
   EXPECT_EQ(server_.calls.size(), calls) << "nothing is changed by a program that ends";
   EXPECT_EQ(ui.Messages().size(), 1U);
+}
+
+TEST_F(StatementsTest, ALossIsToldOnceForEachSessionAndWhatACallerBridgesIsOnlyLogged) {
+  Open();
+  const Statements::Telling once(statements_, Statements::Tells::kLossOnce);
+  server_.Expect("UPDATE x", Lost());
+  server_.opens = {Failure("Login failed", 18456).error};
+  EXPECT_FALSE(statements_.dbExecute("UPDATE x").Ok());
+  statements_.ShowFailure(5400, "Send", *Lost().error);
+  EXPECT_EQ(ui.Messages().size(), 1U) << "one cause";
+  connection_.Reopen();
+  statements_.ShowFailure(5400, "Send", *Lost().error);
+  EXPECT_EQ(ui.Messages().size(), 2U) << "the connection was open in between";
+  const Statements::Telling quiet(statements_, Statements::Tells::kNothingBridged);
+  server_.Expect("UPDATE x", Failure("deadlocked", 1205));
+  EXPECT_FALSE(statements_.dbExecute("UPDATE x").Ok());
+  EXPECT_EQ(ui.Messages().size(), 2U);
+  EXPECT_EQ(LogLines().filter("Database Error - deadlocked").size(), 1);
 }
 
 TEST_F(StatementsTest, ALossInsideATransactionIsNotBridgedAndIsToldAfterIt) {

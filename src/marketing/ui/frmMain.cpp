@@ -169,7 +169,7 @@ void frmMain::WithDatabase(const std::function<void()>& command) {
 }
 
 void frmMain::StartNewCampaign() {
-  const Statements::TellLossOnce once(app_.statements);
+  const Statements::Telling once(app_.statements, Statements::Tells::kLossOnce);
   const DraftKeeper::Hold hold(desk_.drafts);
   Guarded([this] { desk_.steps.StartNewCampaign(); });
   desk_.drafts.Saved();
@@ -231,7 +231,7 @@ CampaignManagerParts frmMain::ManagerParts() {
 }
 
 void frmMain::RunCampaign() {
-  const Statements::TellLossOnce once(app_.statements);
+  const Statements::Telling once(app_.statements, Statements::Tells::kLossOnce);
   StepResult result;
   WithDatabase([this, &result] { result = desk_.steps.RunCampaign(); });
   ShowPages();  // the options were read again
@@ -240,7 +240,7 @@ void frmMain::RunCampaign() {
 }
 
 void frmMain::Next(int index) {
-  const Statements::TellLossOnce once(app_.statements);
+  const Statements::Telling once(app_.statements, Statements::Tells::kLossOnce);
   StepResult result;
   const auto step = [this, index, &result] { result = desk_.steps.NextStep(index); };
   WizardSteps::RunsQuery(index) ? WithDatabase(step) : Guarded(step);
@@ -249,7 +249,7 @@ void frmMain::Next(int index) {
 }
 
 void frmMain::Back(int index) {
-  const Statements::TellLossOnce once(app_.statements);
+  const Statements::Telling once(app_.statements, Statements::Tells::kLossOnce);
   StepResult result;
   Guarded([this, index, &result] { result = desk_.steps.BackStep(index); });
   Go(result);
@@ -270,7 +270,7 @@ void frmMain::TabOpened(int index) {
   if (!ui_->ssTabMain->isEnabled() || index < 0) return;
   WizardPage& page = Page(index);
   {
-    const Statements::TellLossOnce once(app_.statements);
+    const Statements::Telling once(app_.statements, Statements::Tells::kLossOnce);
     Guarded([this, index] { desk_.steps.TabOpened(index + 1); });
     page.ShowState();
   }

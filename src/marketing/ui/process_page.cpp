@@ -116,7 +116,7 @@ void ProcessPage::ShowTroubles() {
   try {
     ui_->fraTroubles->Show(ReadSendTroubles(App().connection, App().campaign.record.ID));
   } catch (const DatabaseError& error) {
-    App().diagnostics.errors.ShowError(kTroublesLocation, QStringLiteral("ShowTroubles"), error.Description());
+    App().statements.ShowFailure(kTroublesLocation, QStringLiteral("ShowTroubles"), error);
   }
 }
 
@@ -158,11 +158,12 @@ void ProcessPage::ShowLetterCounts() {
     ui_->lblLettersOut->setText(LettersOutLine(counts, Desk().counters.Values().letters));
     ui_->lblLettersMissed->setText(LettersMissedLine(counts, Desk().counters.Values()));
   } catch (const DatabaseError& error) {
-    App().diagnostics.errors.ShowError(kTroublesLocation, QStringLiteral("ShowLetterCounts"), error.Description());
+    App().statements.ShowFailure(kTroublesLocation, QStringLiteral("ShowLetterCounts"), error);
   }
 }
 
 void ProcessPage::GenerateLetters() {
+  const Statements::Telling once(App().statements, Statements::Tells::kLossOnce);
   Run([this] {
     LettersView view(*ui_->pbLetters, App().status);
     static_cast<void>(
@@ -173,6 +174,7 @@ void ProcessPage::GenerateLetters() {
 }
 
 void ProcessPage::SendMailshots() {
+  const Statements::Telling once(App().statements, Statements::Tells::kLossOnce);
   Run([this] {
     ui_->cmdPause->setEnabled(true);
     ui_->cmdPause->setFocus();
@@ -214,7 +216,7 @@ void ProcessPage::Settle(const std::set<qint64>& rows, DoubtOutcome outcome) {
           SettleDoubt(App().connection, Desk().guard, App().startup.user, App().campaign.record.ID, rows, outcome);
       if (settlement.refusal) App().ui.ShowMessage(*settlement.refusal);
     } catch (const DatabaseError& error) {
-      App().diagnostics.errors.ShowError(kTroublesLocation, QStringLiteral("SettleDoubt"), error.Description());
+      App().statements.ShowFailure(kTroublesLocation, QStringLiteral("SettleDoubt"), error);
     }
     Desk().estimate.Invalidate();
     Desk().resultsLog.ProcessResultsLogged = true;

@@ -1,0 +1,47 @@
+// How the user waits for a server that does not answer.
+
+#pragma once
+
+#include <QElapsedTimer>
+#include <chrono>
+#include <functional>
+#include <optional>
+
+#include "diagnostics/diagnostics.h"
+#include "diagnostics/wait_box.h"
+
+namespace qbx {
+
+/// Whether the user may cancel what the server is asked.
+enum class MayCancel {
+  kNo,
+  kYes,
+  kAsAround,  ///< as the wait around this one; no, when there is none
+};
+
+/// Waits for some time, letting events run; 0: only lets events run.
+/// \return whether to go on; false when the user does not want to wait and may cancel
+using WaitForServer = std::function<bool(std::chrono::milliseconds time)>;
+
+/// Begins a wait, which ends when its result is destroyed.
+using BeginWaiting = std::function<WaitForServer(MayCancel mayCancel)>;
+
+/// The status box "Waiting for the database...". It opens when a wait has lasted a second, has a Cancel button where the
+/// user may cancel, and closes at the end of the wait. A wait may begin inside another one and then has the same box, so
+/// that the box does not flicker between several calls. Only the thread of the user interface waits.
+class ServerWait {
+ public:
+  explicit ServerWait(const Diagnostics& diagnostics) : diagnostics_(diagnostics) {}
+
+  [[nodiscard]] WaitForServer Begin(MayCancel mayCancel);
+
+ private:
+  class Stretch;
+
+  Diagnostics diagnostics_;
+  Stretch* innermost_ = nullptr;
+  std::optional<WaitBox> box_;    // of the outermost
+  QElapsedTimer sinceCancelled_;  // since the end of a cancelled wait
+};
+
+}  // namespace qbx
