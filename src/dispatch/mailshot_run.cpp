@@ -241,6 +241,7 @@ void MailshotRun::LogWithdrawn(const Row& row) {
 
 void MailshotRun::ThroughLoss(const Row& row, Channel channel, JournalState to, const std::function<void()>& work) {
   Connection& connection = services_.statements.Shared();
+  const WaitForServer wait = services_.statements.BeginWaiting(MayCancel::kNo);
   try {
     return work();
   } catch (const DatabaseError& error) {
