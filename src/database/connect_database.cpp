@@ -116,6 +116,7 @@ bool DatabaseConnector::ConnectDatabase(const QString& server, const Login& logi
 
 std::optional<DatabaseError> DatabaseConnector::TryToOpen(Target& target) {
   const QString first = ByWayOfMaster(settings_) ? QString(kMaster) : target.database;
+  const WaitForServer wait = statements_.BeginWaiting(MayCancel::kYes);
   for (int attempt = 1;; ++attempt) {
     connection_.SetConnectionTimeout(kFirstConnectionTimeout + (attempt - 1) * kMoreTimePerAttempt);
     diagnostics_.ui.PumpEvents();
@@ -129,7 +130,7 @@ std::optional<DatabaseError> DatabaseConnector::TryToOpen(Target& target) {
     }
     diagnostics_.log.WriteLog(QStringLiteral("Database Connection Attempt %1: ").arg(attempt) + failure->Description());
     const bool hopeless = failure->Number() == kNoDriver || failure->Number() == kUnusableSetting;
-    if (attempt == kAttempts || hopeless) return failure;
+    if (attempt == kAttempts || hopeless || !wait(std::chrono::milliseconds(0))) return failure;
   }
 }
 

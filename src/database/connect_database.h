@@ -65,7 +65,7 @@ class DatabaseConnector {
   /// Closes the connection and opens it again. It makes two attempts of 6 and 9 seconds; after a refused login it tries
   /// the alternative password. With company code "A" it reads the database's status first, and the user may bring an
   /// offline database online. A damaged database ("SUSPECT") and a name with ";" or "]" are failures. A server that
-  /// this build has no driver for is tried once, and no service is offered for it.
+  /// this build has no driver for is tried once, and no service is offered for it. Cancel ends the attempts.
   /// \return whether the connection is open at the end. True also when the database is not available: the connection is
   ///         then with "master", and `Flags()` has the status.
   bool ConnectDatabase(const QString& server, const Login& login, const QString& database);

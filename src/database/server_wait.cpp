@@ -34,10 +34,12 @@ class ServerWait::Stretch {
   Stretch& operator=(const Stretch&) = delete;
 
   [[nodiscard]] bool Wait(milliseconds time) {
+    UserInterface& ui = all_.diagnostics_.ui;
     for (;; time -= kSlice) {
-      if (!GoOn()) return false;
+      if (!all_.box_->GoOn(mayCancel_)) return false;
       if (time.count() <= 0) return true;
-      all_.diagnostics_.ui.Wait(static_cast<int>(std::min(time, kSlice).count()));
+      ui.Wait(static_cast<int>(std::min(time, kSlice).count()));
+      if (mayCancel_ && ui.QuitRequested()) return false;
     }
   }
 
@@ -47,9 +49,6 @@ class ServerWait::Stretch {
     all_.box_.emplace(all_.diagnostics_, QStringLiteral("Waiting for the database"), kShowAfter);
     const QElapsedTimer& since = all_.sinceCancelled_;
     if (since.isValid() && since.elapsed() < kSameCommand) all_.box_->Cancel();
-  }
-  [[nodiscard]] bool GoOn() {
-    return all_.box_->GoOn(mayCancel_) && !(mayCancel_ && all_.diagnostics_.ui.QuitRequested());
   }
 
   ServerWait& all_;

@@ -23,7 +23,7 @@ WaitBox::~WaitBox() {
 bool WaitBox::GoOn(bool mayCancel) {
   const bool changes = shown_ ? mayCancel != offersCancel_ : since_.elapsed() >= showAfter_;
   const bool wouldReplace = !shown_ && !mayCancel && diagnostics_.status.Visible();
-  if (changes && !isOfAnother_ && !wouldReplace && !cancelled_) {
+  if (changes && !isOfAnother_ && !wouldReplace && !(cancelled_ && mayCancel)) {
     offersCancel_ = mayCancel;
     Show();
   }

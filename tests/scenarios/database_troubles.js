@@ -56,6 +56,18 @@ check("while somebody else writes for a moment a flag waits for him", () => {
   assertEqual(sendsText(2), 1);
 });
 
+check("a box says after a second that the server does not answer; Cancel is there for reading, not for a change", () => {
+  clearStatusTexts();
+  grid.clickCell(3, "Send SMS");
+  assertEqual(statusTexts(), [], "quick answers");
+  slowDatabase(1500);
+  during(() => grid.clickCell(3, "Send SMS"), () => (statusBox() || {}).cancel === false && (screenshot("waiting_for_a_change", "frmMain"), slowDatabase(0), true));
+  slowDatabase(9000);
+  answer("Operation cancelled by user");
+  during(() => manage(() => {}), () => (statusBox() || {}).cancel && (screenshot("waiting_for_rows", "frmProcessing"), slowDatabase(0), cancelStatus(), true));
+  assertEqual([sendsText(3), statusTexts()], [0, Array(2).fill("Waiting for the database...")]);
+});
+
 check("the window closes although the server is gone", () => {
   selectTab(2);
   control("chkFilter1").tick();
