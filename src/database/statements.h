@@ -119,9 +119,8 @@ class Statements {
     int toldOf_ = -1;  // the session whose loss the user was told: see Connection::SessionsOpened
   };
 
-  /// For code that catches the failures of its calls itself: shows one as an unexpected error, unless the user is not to
-  /// be told (`Telling`).
-  /// \param location, routine  as `ErrorReport::ShowError`
+  /// For code that catches the failures of its calls itself: shows one as an unexpected error, unless the user is not
+  /// to be told (`Telling`). The parameters are those of `ErrorReport::ShowError`.
   void ShowFailure(int location, const QString& routine, const DatabaseError& error);
 
  private:

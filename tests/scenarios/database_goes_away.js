@@ -22,6 +22,8 @@ check("each command says it once", () => {
   toldOnce("a list of makes", () => control("tvQuery").choose("Specific Makes"));
   toldOnce("load", () => manage(() => {}));
   toldOnce("the last tab", () => selectTab(5));
+  toldOnce("texts and e-mails", () => control("cmdSendSMS").click());
+  toldOnce("letters", () => control("cmdGenerateLetters").click());
   toldOnce("a new campaign", () => control("mnuStart").trigger());
   assertEqual(currentTab(), 1);
   toldOnce("run", () => control("cmdRun").click());

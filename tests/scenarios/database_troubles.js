@@ -61,7 +61,7 @@ check("a box says after a second that the server does not answer; Cancel is ther
   grid.clickCell(3, "Send SMS");
   assertEqual(statusTexts(), [], "quick answers");
   slowDatabase(1500);
-  during(() => grid.clickCell(3, "Send SMS"), () => (statusBox() || {}).cancel === false && (screenshot("waiting_for_a_change", "frmMain"), slowDatabase(0), true));
+  during(() => grid.clickCell(3, "Send SMS"), () => (statusBox() || {}).cancel === false && (screenshot("waiting_for_a_change", "frmProcessing"), slowDatabase(0), true));
   slowDatabase(9000);
   answer("Operation cancelled by user");
   during(() => manage(() => {}), () => (statusBox() || {}).cancel && (screenshot("waiting_for_rows", "frmProcessing"), slowDatabase(0), cancelStatus(), true));
