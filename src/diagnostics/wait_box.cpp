@@ -4,7 +4,9 @@ namespace qbx {
 
 namespace {
 
-constexpr int kProgressInterval = 1'000;  // milliseconds; each change of the box waits a moment for the eye
+// A box without Cancel only informs. Most of what cannot be cancelled is over sooner: an event has 2 seconds.
+constexpr int kShowWithoutCancelAfter = 2'500;  // milliseconds
+constexpr int kProgressInterval = 1'000;        // milliseconds; each change of the box waits a moment for the eye
 
 }  // namespace
 
@@ -21,7 +23,8 @@ WaitBox::~WaitBox() {
 }
 
 bool WaitBox::GoOn(bool mayCancel) {
-  const bool changes = shown_ ? mayCancel != offersCancel_ : since_.elapsed() >= showAfter_;
+  const int showAfter = mayCancel ? showAfter_ : kShowWithoutCancelAfter;
+  const bool changes = shown_ ? mayCancel != offersCancel_ : since_.elapsed() >= showAfter;
   const bool wouldReplace = !shown_ && !mayCancel && diagnostics_.status.Visible();
   if (changes && !isOfAnother_ && !wouldReplace && !(cancelled_ && mayCancel)) {
     offersCancel_ = mayCancel;

@@ -15,7 +15,7 @@ class WaitBox {
  public:
   static constexpr int kShowAfter = 330;
 
-  /// \param showAfter  milliseconds
+  /// \param showAfter  milliseconds; of work that cannot be cancelled it takes longer
   WaitBox(const Diagnostics& diagnostics, QString text, int showAfter = kShowAfter);
   ~WaitBox();
   WaitBox(const WaitBox&) = delete;
