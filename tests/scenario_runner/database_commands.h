@@ -18,16 +18,16 @@ class DatabaseCommands final : public QObject {
   Q_INVOKABLE QStringList calls() const { return on_.troubles.Calls(); }
   Q_INVOKABLE QVariantList events() const {
     return sql(
-        "SELECT EventType AS type, TableID AS [table], TableKey AS [key], Details AS details, Username AS user, "
+        "SELECT EventType AS type, TableID AS [table], TableKey AS [key], Details AS details, Username AS [user], "
         "Log_Date AS date FROM _Log ORDER BY LogID");
   }
   Q_INVOKABLE QVariantList marketingEvents() const {
     return sql(
-        "SELECT Event AS event, CampaignID AS campaign, UserID AS user, Log_Date AS date FROM _Marketing_Log "
+        "SELECT Event AS event, CampaignID AS campaign, UserID AS [user], Log_Date AS date FROM _Marketing_Log "
         "ORDER BY LogID");
   }
 
-  Q_INVOKABLE void lockDatabase(int milliseconds) const { on_.lock.Hold(on_.Data().File(), milliseconds); }
+  Q_INVOKABLE void lockDatabase(int milliseconds) const { on_.LockDatabase(milliseconds); }
   Q_INVOKABLE void unlockDatabase() const { on_.lock.Release(); }
   Q_INVOKABLE void slowDatabase(int milliseconds) const { on_.troubles.delayMilliseconds = milliseconds; }
   Q_INVOKABLE void dropProcedure(const QString& name) const { SetDropped(name, true); }

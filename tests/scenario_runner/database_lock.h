@@ -2,13 +2,12 @@
 
 #pragma once
 
-#include <QString>
+#include <functional>
 #include <memory>
 
 namespace qbx::scenario {
 
-/// Holds the write lock of a database file in its own thread, so that it can release the lock while the program waits
-/// for it. Others can still read.
+/// Holds a lock of the host database in its own thread, so that it can release the lock while the program waits for it.
 class DatabaseLock {
  public:
   DatabaseLock();
@@ -17,9 +16,10 @@ class DatabaseLock {
   DatabaseLock& operator=(const DatabaseLock&) = delete;
 
   /// Returns when the lock is held.
+  /// \param lock          gets the lock; it is released when what this returns is destroyed
   /// \param milliseconds  the time until it is released; 0: only Release releases it
   /// \throws ScenarioError when it cannot get the lock
-  void Hold(const QString& file, int milliseconds);
+  void Hold(std::function<std::shared_ptr<void>()> lock, int milliseconds);
   void Release();
 
  private:

@@ -342,7 +342,7 @@
   };
   global.keepRows = (number, values) => {
     call("execute", "DELETE FROM [Campaign Results] WHERE RecordID NOT IN (SELECT RecordID FROM [Campaign Results] ORDER BY Customer LIMIT " + number + ")");
-    call("execute", "UPDATE [Campaign Results] SET Mobile = '0770090010' || (RecordID % 10), Email = 'c' || RecordID || '@example.com'" +
+    call("execute", "UPDATE [Campaign Results] SET Mobile = '0770090010' || cast(RecordID % 10 AS varchar(9)), Email = 'c' || cast(RecordID AS varchar(9)) || '@example.com'" +
          (values ? ", " + values : ""));
     return call("sql", "SELECT * FROM [Campaign Results] ORDER BY Customer");
   };

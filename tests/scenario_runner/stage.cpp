@@ -25,6 +25,14 @@ QString Assignments(const QVariantMap& values) {
   return parts.join(QStringLiteral(", "));
 }
 
+// Locks the rows of all campaigns on a server until the session ends.
+std::shared_ptr<void> LockRows(const qbx::test::ServedFolder& served) {
+  std::shared_ptr<Session> session = served.Connect();
+  session->Begin();
+  session->Execute(QStringLiteral("UPDATE [Campaign Results] SET CampaignID = CampaignID"));
+  return session;
+}
+
 }  // namespace
 
 QDateTime ReadTime(const QString& text) {
@@ -74,6 +82,7 @@ void Stage::Prepare(const QVariantMap& options, bool fresh) {
   const bool named = options.contains(QStringLiteral("garage"));
   if (fresh || named) MakeGarage(wishes["garage"]);
   data_ = std::make_unique<HostData>(folder_->File(names_.databaseName + QStringLiteral(".db")), clock);
+  if (qbx::test::ServerUnderTest::IsSqlServer()) UseSqlServer(fresh || named);
   PutRegistry(wishes);
   const QVariantMap states = wishes.Map("services");
   for (auto service = states.begin(); service != states.end(); ++service)
@@ -103,6 +112,13 @@ void Stage::MakeGarage(const QVariant& wish) {
                                ExistingFile::kReplace);
   }
   if (problem) throw ScenarioError(*problem);
+}
+
+void Stage::UseSqlServer(bool fill) {
+  const qbx::test::ServedFolder served(folder_->Path(), clock, names_.databaseName);
+  if (server_ == nullptr) server_ = served.Connect();
+  if (fill && QFile::exists(data_->File())) served.Fill();
+  data_->UseServer(*server_);
 }
 
 void Stage::PutFiles(const StartWishes& wishes) const {
@@ -156,7 +172,7 @@ void Stage::PutOptions(const StartWishes& wishes) {
   const QString user = SqlQuoted(wishes.Text("user"));
   data_->Execute(
       QStringLiteral(
-          "INSERT OR IGNORE INTO _OptionsUser (UserId) VALUES (%1); UPDATE _OptionsUser SET %2 WHERE UserId = %1")
+          "INSERT INTO _OptionsUser (UserId) SELECT %1 WHERE NOT EXISTS (SELECT 1 FROM _OptionsUser WHERE UserId = %1); UPDATE _OptionsUser SET %2 WHERE UserId = %1")
           .arg(user, Assignments(wishes.Map("userOptions"))));
 }
 
@@ -192,9 +208,15 @@ QString Stage::Launch() {
   return outcome;
 }
 
+void Stage::LockDatabase(int milliseconds) {
+  lock.Hold([this, data = &Data()] { return server_ == nullptr ? data->LockFile() : LockRows(*served_); },
+            milliseconds);
+}
+
 void Stage::BreakConnections() {
   Program().App().engine.BreakSessions();
   served_->BreakSessions();
+  if (server_ != nullptr) data_->EndOtherSessions();
 }
 
 void Stage::End() {

@@ -66,12 +66,17 @@ class Stage {
   Troubles troubles;
   DatabaseLock lock;
   QString outcome;  ///< of the last Launch
+  /// Another user writes. The program's writing waits until the lock is released, reading goes on.
+  /// \param milliseconds  as DatabaseLock::Hold has it
+  void LockDatabase(int milliseconds);
   /// Ends all open sessions, as a restarted server does.
   void BreakConnections();
   AnotherProcess another;
 
  private:
   void MakeGarage(const QVariant& wish);
+  /// \param fill  whether the garage was made anew
+  void UseSqlServer(bool fill);
   void PutFiles(const StartWishes& wishes) const;
   void PutRegistry(const StartWishes& wishes);
   void PutOptions(const StartWishes& wishes);
@@ -83,6 +88,7 @@ class Stage {
   EditionNames names_;
   std::unique_ptr<qbx::test::TempFolder> folder_;
   std::unique_ptr<qbx::test::SandboxProcess> sandbox_;
+  std::unique_ptr<Session> server_;  ///< beside the program, with QBX_TEST_SERVER
   std::unique_ptr<HostData> data_;
   std::unique_ptr<qbx::test::ServedFolder> served_;
   std::unique_ptr<ScenarioUi> ui_;

@@ -112,9 +112,8 @@ check("the keyboard alone edits, deletes and loads", () => {
 });
 
 check("the history shows the last 50 events, and all of them after View All", () => {
-  execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 70) " +
-          "INSERT INTO Marketing_Campaigns_History (Record_Date, CampaignID, Campaign_Name, Event, UserID) " +
-          "SELECT '2026-03-01 08:05:00', 1, 'Event ' || i, 'Campaign changed', 'Alex' FROM n");
+  execute("INSERT INTO Marketing_Campaigns_History (Record_Date, CampaignID, Campaign_Name, Event, UserID) VALUES " +
+          Array.from({length: 70}, (_, i) => "('2026-03-01 08:05:00', 1, 'Event " + (i + 1) + "', 'Campaign changed', 'Alex')").join(", "));
   manage(window => {
     window.control("ssTabCampaigns").selectTab(3);
     const history = window.control("lstHistory");

@@ -75,7 +75,7 @@ function deletedMeanwhile(user) {
 }
 
 check("a campaign that was deleted meanwhile can be saved as a new one: rows and journal that were left follow", () => {
-  execute("INSERT INTO Send_Journal SELECT min(RecordID), 1, 2, CampaignID, 'Pat', '2026-03-04', NULL FROM [Campaign Results] WHERE CampaignID = " + id);
+  execute("INSERT INTO Send_Journal SELECT min(RecordID), 1, 2, max(CampaignID), 'Pat', '2026-03-04', NULL FROM [Campaign Results] WHERE CampaignID = " + id);
   deletedMeanwhile("pat");
   answer("The Campaign has been deleted.\n\nSave it as a new Campaign?", "Yes");
   answer(/./);

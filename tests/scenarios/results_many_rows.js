@@ -7,7 +7,7 @@ start({garage: {customers: 200, seed: 5}});
 walkTo(3);
 const grid = control("dbgData");
 const total = grid.rowCount;
-const withMobile = count("[Campaign Results] WHERE length(Mobile) > 5");
+const withMobile = count("[Campaign Results] WHERE Len(Mobile) > 5");
 
 check("a column is hidden and shown in the menu of the headings, and by the keyboard", () => {
   answerMenu("Address");

@@ -1,8 +1,8 @@
 // Step 3: the frame "Send Methods" sets the flags of all rows of the campaign by rules.
 
 const rowsWith = condition => sql("SELECT Customer FROM [Campaign Results] WHERE CampaignID < 0 AND " + condition + " ORDER BY Customer");
-const kHasMobile = "Mobile <> '' AND length(Mobile) > 5";
-const kHasEmail = "Email <> '' AND instr(Email, '@') > 1";
+const kHasMobile = "Mobile <> '' AND Len(Mobile) > 5";
+const kHasEmail = "Email <> '' AND CharIndex('@', Email) > 1";
 const chosen = () => [0, 1, 2].map(i => control("cmbSendBy" + i).selectedIndex);
 
 function begin(options) {
@@ -52,7 +52,7 @@ check("texts, then e-mails, then letters: each rule sees what those before it di
   apply(1, null, 1);
   // Texts are decided on the e-mails as they were before.
   assertEqual(apply(4, 1, 2), ["Send_SMS", "Send_Email", "Send_Letter"]);
-  assertEqual(rowsWith("Send_SMS = 1"), rowsWith("NOT ifnull(" + kHasEmail + ", 0)"));
+  assertEqual(rowsWith("Send_SMS = 1"), rowsWith("NOT (" + kHasEmail + ")"));
   assertEqual(rowsWith("Send_Email = 1"), []);
   assertEqual(rowsWith("Send_Letter = 1"), rowsWith(kHasEmail));
 });

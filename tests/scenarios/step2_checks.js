@@ -52,7 +52,7 @@ check("Refresh counts and stays, and takes those out who did not consent", () =>
   clearStatusTexts();
   control("lblRecords1").press("F5");
   assertEqual([queriesRun(), statusTexts()], [before + 2, ["Applying Filters to the results...", "Processing the Query..."]]);
-  const rows = sql("SELECT count(*) AS n, min(Year) AS oldest, min(ifnull(Consent_Response, 0)) AS consent FROM [Campaign Results]")[0];
+  const rows = sql("SELECT count(*) AS n, min(Year) AS oldest, min(coalesce(Consent_Response, 0)) AS consent FROM [Campaign Results]")[0];
   assertEqual([currentTab(), ...shown("lblRecords0", "lblRecords1")], [2, first, "Records found: " + rows.n]);
   assert(rows.oldest > 2015 && rows.consent === 1);
   refused("Step 2 has not been completed.", () => control("cmdRun").click());

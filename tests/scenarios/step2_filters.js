@@ -140,5 +140,5 @@ check("where only those who opted in are written to, Include Opted Out cannot be
   assertEqual([lastMessage().caption, control("chkIncludeOptedOut").ticked], ["Your settings prevent this option", false]);
   const found = name => Number(control(name).text.replace("Records found: ", ""));
   assert(found("lblRecords1") < found("lblRecords0"), "those who did not consent are taken out");
-  assertEqual(count("[Campaign Results] WHERE ifnull(Consent_Response, 0) <> 1"), 0);
+  assertEqual(count("[Campaign Results] WHERE coalesce(Consent_Response, 0) <> 1"), 0);
 });

@@ -7,7 +7,7 @@ control("tvQuery").choose("All Customers");
 control("cmdNext0").click();
 control("cmdNext1").click();
 execute("DELETE FROM [Campaign Results] WHERE RecordID NOT IN (SELECT RecordID FROM [Campaign Results] ORDER BY Customer LIMIT 6)");
-execute("UPDATE [Campaign Results] SET Send_SMS = 1, Send_Email = 1, Mobile = '0770090010' || (RecordID % 10), Email = 'c' || RecordID || '@example.com'");
+execute("UPDATE [Campaign Results] SET Send_SMS = 1, Send_Email = 1, Mobile = '0770090010' || cast(RecordID % 10 AS varchar(9)), Email = 'c' || cast(RecordID AS varchar(9)) || '@example.com'");
 const row = Array.from(sql("SELECT Mobile, Email FROM [Campaign Results] ORDER BY Customer"));
 selectTab(4);
 control("ssTabLetters").selectTab("Text Message");

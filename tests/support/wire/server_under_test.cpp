@@ -126,8 +126,9 @@ struct ServedFolder::Served {
   tds::Server server{engine};
 };
 
-ServedFolder::ServedFolder(const QString& folder, const Clock& clock)
+ServedFolder::ServedFolder(const QString& folder, const Clock& clock, const QString& database)
     : folder_(folder),
+      database_(database.isEmpty() ? QString::fromLatin1(kDatabase) : database),
       clock_(clock),
       served_(ServerUnderTest::IsWire() ? std::make_unique<Served>(folder, clock) : nullptr) {}
 
@@ -162,6 +163,9 @@ void ServedFolder::Fill() const {
   for (const ServerTable& table : kTables)  // triggers count
     if (table.name != std::string_view("Campaign_Results_Counters")) CopyRows(*from, *to, table);
   CopyRows(*from, *to, {"_Keys"});
+  const Value version =
+      Recordset::ReadAll(from->Execute(QStringLiteral("SELECT Marketing_Version FROM _Version"))).Field(0);
+  to->Execute(QStringLiteral("UPDATE _Version SET Marketing_Version = %1").arg(version.ToInt()));
   to->Commit();
 }
 
@@ -171,8 +175,7 @@ std::unique_ptr<Session> ServedFolder::Connect() const {
 
 std::unique_ptr<Session> ServedFolder::ConnectToFile() const {
   std::unique_ptr<Session> session =
-      EmbeddedEngine(folder_, clock_, KeepUpToDate)
-          .Connect({.server = {}, .database = QString::fromLatin1(kDatabase)}, {}, kSeconds);
+      EmbeddedEngine(folder_, clock_, KeepUpToDate).Connect({.server = {}, .database = database_}, {}, kSeconds);
   session->SetCommandTimeout(kSeconds);
   return session;
 }

@@ -42,8 +42,9 @@ class ServerUnderTest {
 /// database: its database has the name that the program looks for, and its login has no password.
 class ServedFolder {
  public:
-  /// \param clock  must outlive this object
-  ServedFolder(const QString& folder, const Clock& clock);
+  /// \param clock     must outlive this object
+  /// \param database  name of the folder's database, without its ending; empty: that of a garage
+  ServedFolder(const QString& folder, const Clock& clock, const QString& database = {});
   ~ServedFolder();
 
   /// The server's name for the programs; empty for the embedded engine.
@@ -64,6 +65,7 @@ class ServedFolder {
   struct Served;
 
   QString folder_;
+  QString database_;
   const Clock& clock_;
   std::unique_ptr<Served> served_;
 };

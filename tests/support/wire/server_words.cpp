@@ -32,8 +32,16 @@ QString RefusingTrigger(const QRegularExpressionMatch& trigger) {
            trigger.captured(QStringLiteral("text")));
 }
 
+/// With TOP for LIMIT, and + between texts.
+QString InItsGrammar(QString sql) {
+  static const QRegularExpression limit(QStringLiteral("SELECT ([^()]*) LIMIT (\\d+)"));
+  sql.replace(limit, QStringLiteral("SELECT TOP (\\2) \\1"));
+  return sql.replace(QStringLiteral("||"), QStringLiteral("+"));
+}
+
 /// With the keys that are given, and the names of its own tables.
 QString InItsTables(QString sql) {
+  sql.replace(QStringLiteral("FROM _Procedures"), QStringLiteral("FROM sys.procedures"));
   sql.replace(QStringLiteral("sqlite_master WHERE type = 'table'"), QStringLiteral("sys.tables"));
   static const QRegularExpression counted(QStringLiteral(
       "INSERT INTO (\\[Campaign Results\\]|Marketing_Campaigns\\w*|Letters|SMS|Emails|_Log|_Marketing_Log) \\((?:RecordID|ID|LetterID|LogID)\\b"));
@@ -59,7 +67,7 @@ QStringList InServerWords(const QString& sql) {
     before = sql.left(found.capturedStart()).trimmed();
     batches += RefusingTrigger(found);
   }
-  if (!before.isEmpty()) batches.prepend(InItsTables(before));
+  if (!before.isEmpty()) batches.prepend(InItsTables(InItsGrammar(before)));
   return batches;
 }
 

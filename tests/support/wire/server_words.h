@@ -6,8 +6,9 @@
 
 namespace qbx::test {
 
-/// The batches that do there what a test asks for: rows with given keys in tables that count their keys, a procedure
-/// that is missing, a trigger that refuses a change. All else stays as it is.
+/// The batches that do there what a test asks for: rows with given keys in tables that count their keys, the first rows
+/// (LIMIT), texts put together (||), a procedure that is missing, a trigger that refuses a change. All else stays as it
+/// is.
 [[nodiscard]] QStringList InServerWords(const QString& sql);
 
 }  // namespace qbx::test
