@@ -264,7 +264,7 @@ std::optional<MailshotRun::Sent> MailshotRun::Announce(Row& row, Channel channel
     observer_.At(MailshotPoint::kAfterJournal, row.recordId);
     return std::nullopt;
   }
-  const Refusal refusal = refusals_.OfRow(row.recordId).Of(channel);
+  const Refusal refusal = refusals_.OfRow(row.recordId).value_or(RowRefusals()).Of(channel);
   if (refusal == Refusal::kNone) return Sent::kWithdrawn;
   LeaveOut(row, channel, refusal);
   return Sent::kLeftOut;

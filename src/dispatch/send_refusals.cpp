@@ -51,8 +51,9 @@ QHash<qint64, RowRefusals> SendRefusals::Refusals(Recordset rows) {
   return refusals;
 }
 
-RowRefusals SendRefusals::OfRow(qint64 recordId) {
-  return Refusals(row_.Open({{"@RecordID", recordId}})).value(recordId);
+std::optional<RowRefusals> SendRefusals::OfRow(qint64 recordId) {
+  const QHash<qint64, RowRefusals> refusals = Refusals(row_.Open({{"@RecordID", recordId}}));
+  return refusals.isEmpty() ? std::nullopt : std::optional(refusals.value(recordId));
 }
 
 QHash<qint64, RowRefusals> SendRefusals::OfCampaign(int campaignId) {

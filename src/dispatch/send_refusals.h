@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QString>
+#include <optional>
 
 #include "database/connection.h"
 #include "database/procedure.h"
@@ -44,7 +45,8 @@ class SendRefusals {
 
   explicit SendRefusals(Connection& connection);
 
-  [[nodiscard]] RowRefusals OfRow(qint64 recordId);
+  /// \return nothing when the row is gone
+  [[nodiscard]] std::optional<RowRefusals> OfRow(qint64 recordId);
   /// The refusals of a campaign's rows, by key; rows without one are missing.
   [[nodiscard]] QHash<qint64, RowRefusals> OfCampaign(int campaignId);
 

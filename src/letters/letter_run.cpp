@@ -214,11 +214,12 @@ bool LetterRun::MayGetLetter(const Recordset& row) {
   const qint64 recordId = row.Field(QStringLiteral("RecordID")).ToInt();
   // A letter that went out keeps its record, whether or not this copy is printed.
   const bool begins = !wentOut && journal_.Write(recordId, campaignId_, Channel::kLetter, JournalState::kSending);
-  const QString refusal = begins ? QString() : RefusalText(refusals_.OfRow(recordId).letter, Channel::kLetter);
-  if (begins || (wentOut && refusal.isEmpty())) {
+  const std::optional<RowRefusals> refusals = begins ? std::nullopt : refusals_.OfRow(recordId);
+  if (begins || (wentOut && refusals && refusals->letter == Refusal::kNone)) {
     made_.push_back(recordId);
     return true;
   }
+  const QString refusal = refusals ? RefusalText(refusals->letter, Channel::kLetter) : QString();
   LeaveOut(row, refusal.isEmpty() ? QStringLiteral("The row was changed meanwhile at another desk.") : refusal);
   return false;
 }

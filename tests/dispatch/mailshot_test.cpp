@@ -132,7 +132,7 @@ TEST_F(MailshotTest, AsksForConsentAgain) {
             "Consent_Response, 1 - Marketing, Can_Send_SMS, Can_Send_Email FROM [Campaign Results]")
             .arg(selected[0], selected[1], selected[2], selected[3]));
     if (*c.since != 0) desk.host.Run(QString("UPDATE Customers SET ") + c.since);
-    const RowRefusals refusals = SendRefusals(desk.host.connection).OfRow(record);
+    const RowRefusals refusals = SendRefusals(desk.host.connection).OfRow(record).value();
     EXPECT_EQ(static_cast<int>(refusals.sms) * 10 + static_cast<int>(refusals.email), c.refusals);
   }
   desk.AddRow(102, "07700900102", "b@x.test");
