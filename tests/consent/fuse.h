@@ -39,7 +39,7 @@ class FusedSession final : public SessionWrapper {
   std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override {
     if (!fuse_.procedure.isEmpty() && procedure == fuse_.procedure) {
       fuse_.left = 0;
-      fuse_.procedure.clear();
+      if (fuse_.burns != Burns::kDiskFull) fuse_.procedure.clear();  // a full disk stays full
       End();
     }
     const Pause pause(fuse_, procedure);

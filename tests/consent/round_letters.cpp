@@ -57,7 +57,10 @@ TakenOut Round::LookAtLetters(const ReportRun& run) {
       QStringLiteral("SELECT LetterID, Letter, NameAddress FROM [Letters] WHERE SessionID = '%1' ORDER BY LetterID")
           .arg(user_->app.startup.RunKey));
   TakenOut taken;
-  if (!run.follower.MayGoOn()) return taken;
+  if (!run.follower.MayGoOn()) {
+    user_->ui.answers.markLetters = false;
+    return taken;
+  }
   std::vector<std::pair<QString, QString>> printed;  // text and address
   for (int number = 1; rows->Next() && number <= letterPlan_.printed; ++number) {
     printed.emplace_back(LetterText(rows->At(1).ToText()), rows->At(2).ToText());
