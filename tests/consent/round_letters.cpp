@@ -139,7 +139,7 @@ LetterPlan Round::PlanLetters(bool wild) {
   if (printed >= 15 && printed < 35) plan.printed = random_.Between(1, 10);
   plan.marksByHand = plan.printed == LetterLedger::kAll && random_.Chance(20);
   plan.dies = static_cast<LetterMoment>(random_.Between(0, 12));
-  plan.renewalFails = random_.Chance(40);
+  plan.renewalFails = random_.Chance(70);
   if (random_.Chance(40)) {
     user_->fuse.left = random_.Between(1, 40 + 4 * static_cast<int>(ledger_.rows.size()));
     if (random_.Chance(40)) user_->fuse.burns = Burns::kDiskFull;
