@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "campaigns/campaign_record.h"
+#include "database/server_errors.h"
 #include "queries/date_check.h"
 #include "queries/plain_messages.h"
 #include "queries/starting_queries.h"
@@ -151,8 +152,8 @@ QueryOutcome QueryProcessor::Run(std::span<const Pass> passes) {
   return outcome;
 }
 
-// A lost connection loses its transaction, so the run is repeated once from its start. After the commit was requested
-// it is unknown whether it was made, so the failure is reported instead.
+// A lost connection and a deadlock end the transaction, so the run is repeated once from its start. When the connection
+// is lost after the commit was requested, it is unknown whether it was made, so the failure is reported instead.
 QueryOutcome QueryProcessor::RunWithReopen(std::span<const Pass> passes) {
   Connection& connection = statements_.Shared();
   if (!connection.WasOpen())
@@ -165,9 +166,10 @@ QueryOutcome QueryProcessor::RunWithReopen(std::span<const Pass> passes) {
       return RunPasses(passes, run);
     } catch (const QueryCancelled&) {
       return QueryOutcome::kCancelled;
-    } catch (const DatabaseError&) {
+    } catch (const DatabaseError& error) {
       if (run.cancelled || (!run.commitStarted && CancelPressed())) return QueryOutcome::kCancelled;
-      if (repeated || run.commitStarted || IsAlive(connection)) throw;
+      const bool undone = IsDeadlock(error) || (!run.commitStarted && !IsAlive(connection));
+      if (repeated || !undone) throw;
     }
   }
 }
