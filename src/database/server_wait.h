@@ -26,9 +26,10 @@ using WaitForServer = std::function<bool(std::chrono::milliseconds time)>;
 /// Begins a wait, which ends when its result is destroyed.
 using BeginWaiting = std::function<WaitForServer(MayCancel mayCancel)>;
 
-/// The status box "Waiting for the database...". It opens when a wait has lasted a second, later where the
-/// user may not cancel. It has a Cancel button where the user may cancel, and closes at the end of the wait. A wait may begin inside another one and then has the same
-/// box, so that the box does not flicker between several calls. Only the thread of the user interface waits.
+/// The status box "Waiting for the database...". It opens when a wait has lasted a second, later where the user may not
+/// cancel. It has a Cancel button where the user may cancel, and closes at the end of the wait. A wait may begin inside
+/// another one and then has the same box, so that the box does not flicker between several calls. Only the thread of
+/// the user interface waits.
 class ServerWait {
  public:
   explicit ServerWait(const Diagnostics& diagnostics) : diagnostics_(diagnostics) {}
