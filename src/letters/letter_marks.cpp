@@ -48,7 +48,7 @@ Message LettersInDoubtQuestion(const LettersInDoubt& doubt) {
   return {
       .text =
           QStringLiteral(
-              "%1 %2 at %3 when the program ended, and %4 not marked. %5\r\rDid they go out? \"Yes\" marks them as sent, \"No\" makes them again, \"Cancel\" leaves everything as it is.")
+              "%1 %2 at %3, and %4 not marked. %5\r\rDid they go out? \"Yes\" marks them as sent, \"No\" makes them again, \"Cancel\" leaves everything as it is.")
               .arg(count == 1 ? QStringLiteral("1 letter was about")
                               : QStringLiteral("%1 letters were about").arg(count),
                    Intent(doubt.place), SecondText(doubt.since),

@@ -14,7 +14,7 @@
 
 namespace qbx {
 
-/// Letters that were about to be saved to a file or printed when the program ended. It is unknown whether they were.
+/// Letters that were about to be saved to a file or printed, and were not marked. It is unknown whether they were.
 struct LettersInDoubt {
   std::vector<qint64> rows = {};
   ReportPlace place = {};

@@ -262,7 +262,8 @@ TakenOut LetterRun::OpenLetterReport(const LetterChoices& choices) {
     case ReportOutcome::kLookedAt:
       break;
   }
-  if (lost_) return {};  // another run makes these letters now
+  if (lost_) return {};                 // another run makes these letters now
+  if (!mayBeOut_.isEmpty()) return {};  // the next run asks
   const Message question{.text = QStringLiteral("The letters were neither printed nor saved. Mark them as processed?"),
                          .icon = MessageIcon::kQuestion,
                          .buttons = MessageButtons::kYesNo,
@@ -284,10 +285,16 @@ void LetterRun::AboutToGoOut(const TakenOut& taken, const ReportPlace& place) {
   if (!MayGoOn()) throw ReportCancelled{};
   NotOut();
   announced_ = RowsOf(taken);
+  LeaveInDoubt();
   letterMarks_.AboutToGoOut(campaignId_, announced_, place);
 }
 
-/// Records that the announced letters did not go out, except for rows that `TookOut` was told of.
+/// Keeps rows whose letter may be out from being recorded as not out, also when it is printed again in vain.
+void LetterRun::LeaveInDoubt() {
+  std::erase_if(announced_, [this](qint64 row) { return mayBeOut_.contains(row); });
+}
+
+/// Records that the announced letters did not go out, except for rows whose letter may be out.
 void LetterRun::NotOut() {
   if (announced_.empty()) return;
   try {
@@ -297,11 +304,16 @@ void LetterRun::NotOut() {
   }
 }
 
+void LetterRun::MayBeOut() {
+  mayBeOut_ += QSet<qint64>(announced_.begin(), announced_.end());
+  LeaveInDoubt();
+}
+
 void LetterRun::TookOut(const TakenOut& taken) {
   if (!marks_) return;
   const std::vector<qint64> rows = RowsOf(taken);
-  const QSet<qint64> out(rows.begin(), rows.end());
-  std::erase_if(announced_, [&out](qint64 row) { return out.contains(row); });
+  mayBeOut_ += QSet<qint64>(rows.begin(), rows.end());
+  LeaveInDoubt();
   MarkLettersAsProcessed(taken);
 }
 

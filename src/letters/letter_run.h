@@ -60,8 +60,8 @@ class LetterObserver {
 /// rows that become "sent" are marked. A customer who said no since the query gets none. A run that broke off can be
 /// repeated: it makes the letters that did not go out. Letters that went out once and are made again keep their record.
 ///
-/// A run that is killed while its file is being saved or handed to the printer leaves these letters in doubt, and the
-/// next run asks about them.
+/// A run that is killed while its file is being saved or handed to the printer leaves these letters in doubt, and so
+/// does one that is not told whether the printer got them. The next run asks about them.
 ///
 /// The campaign is claimed from the first letter until the destructor, so that no other run makes letters of it.
 class LetterRun : private ReportFollower {
@@ -85,8 +85,10 @@ class LetterRun : private ReportFollower {
   bool MarkLettersAsProcessed(const TakenOut& taken);
   [[nodiscard]] std::vector<qint64> RowsOf(const TakenOut& taken) const;
   void NotOut();
+  void LeaveInDoubt();
   void LogExport(const QString& path);
   void AboutToGoOut(const TakenOut& taken, const ReportPlace& place) override;
+  void MayBeOut() override;
   void TookOut(const TakenOut& taken) override;
   [[nodiscard]] bool MayGoOn() override;
   void LeaveOut(const Recordset& row, const QString& reason);
@@ -107,7 +109,8 @@ class LetterRun : private ReportFollower {
   std::vector<qint64> made_;            // rows whose letter was made, in the order of the letters
   QStringList keys_;                    // keys of these letters
   QSet<qint64> sent_;                   // rows that were recorded as sent
-  std::vector<qint64> announced_;       // rows that were recorded as about to go out
+  std::vector<qint64> announced_;       // rows that were recorded as about to go out, and did not yet
+  QSet<qint64> mayBeOut_;               // rows whose letter went out, or may have
   LetterSummary summary_;
 };
 

@@ -25,7 +25,8 @@ struct PrintChoice {
 /// \param beforePrinted  called when the pages are written, right before the printer gets them; after an exception it
 ///                       does not get them
 /// \return what was put into the queue; nothing when it was stopped. A document counts when all its pages were.
-/// \throws ReportError when a page cannot be made or the printer does not accept the file
+/// \throws ReportError      when a page cannot be made or the printer does not accept the file
+/// \throws PrintingUnknown  when the printer may have the file
 [[nodiscard]] TakenOut PrintPages(const ReportRun& run, ReportPages& pages, PrintService& service,
                                   const PrintChoice& choice, const std::function<bool()>& goesOn,
                                   const std::function<void(const TakenOut& printed)>& beforePrinted = {});

@@ -33,6 +33,8 @@ class ReportFollower {
     static_cast<void>(taken);
     static_cast<void>(place);
   }
+  /// Called when nobody knows whether the pages of the last `AboutToGoOut` went out.
+  virtual void MayBeOut() {}
   /// Called when something was printed or saved.
   /// \param taken  everything that was printed or saved so far
   virtual void TookOut(const TakenOut& taken) { static_cast<void>(taken); }

@@ -68,7 +68,7 @@ void PrintService::Print(const Printer& printer, const PrintJob& job) {
     throw PlainReportError{
         {QStringLiteral("The printer \"%1\" did not take the report: %2").arg(printer.name, error.text)}};
   }
-  throw PlainReportError{
+  throw PrintingUnknown{
       {QStringLiteral(
            "It is not known whether the printer \"%1\" has the report. Look at its queue before you print again.")
            .arg(printer.name)}};

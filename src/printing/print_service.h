@@ -13,6 +13,9 @@
 
 namespace qbx {
 
+/// Thrown when nobody knows whether a printer has got a report.
+struct PrintingUnknown : PlainReportError {};
+
 /// Each call runs on its own thread while events are pumped. A longer call shows the status box with its Cancel button;
 /// one that takes too long is given up. A call that was given up is told to stop and ends by itself; the destructor
 /// waits for it.
@@ -27,7 +30,8 @@ class PrintService {
   /// \throws PlainReportError
   [[nodiscard]] std::optional<PrinterAbilities> AbilitiesOf(const QString& deviceId);
   /// Puts a file into the queue of a printer.
-  /// \throws PlainReportError, also when the user pressed Cancel; the printer may have the file then
+  /// \throws PlainReportError     the printer did not take it
+  /// \throws PrintingUnknown      the user pressed Cancel, or the answer took too long
   void Print(const Printer& printer, const PrintJob& job);
 
  private:

@@ -228,7 +228,7 @@ TEST_F(PrintReportTest, ASilentPrintServiceCanBeCancelled) {
   try {
     service.Print(printers.printers[0], {.file = {}, .title = {}});
     ADD_FAILURE() << "nobody knows whether it is printed";
-  } catch (const PlainReportError& error) {
+  } catch (const PrintingUnknown& error) {
     EXPECT_TRUE(error.text.startsWith("It is not known whether")) << error.text.toStdString();
   }
   EXPECT_EQ(host.ui.StatusTexts().last(), "Printing the report...") << "the box of the printing stays";

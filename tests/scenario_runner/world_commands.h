@@ -43,6 +43,7 @@ class WorldCommands final : public QObject {
   Q_INVOKABLE QStringList serviceRequests() const { return on_.services.requests; }
   Q_INVOKABLE QVariantList printJobs() const;
   Q_INVOKABLE void printerFails(const QString& problem) const { on_.printers.problem = problem; }
+  Q_INVOKABLE void printersAnswer(bool answer) const { on_.printers.silent = !answer; }
   Q_INVOKABLE QString clock() const { return on_.clock.Now().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); }
   Q_INVOKABLE void setClock(const QString& time) const { on_.clock.Set(ReadTime(time)); }
   Q_INVOKABLE void advanceClock(int seconds) const { on_.clock.AdvanceSeconds(seconds); }

@@ -110,6 +110,10 @@ check("letters that are printed are marked, the others stay due", () => {
     assertEqual(sql("SELECT * FROM Announced").map(row => row.File), ["printer:Workshop", "printer:Workshop"], "and announced before");
     assertMatch(window.control("lblQueued").text, "In the queue of the printer \"Workshop\"");
     screenshot("queued");
+    onPump(() => count("Send_Journal WHERE Reason IS NOT NULL") > 0 && (cancelStatus(), true));
+    answer("It is not known whether the printer \"Workshop\" has the report.");
+    print(window, () => printersAnswer(false));
+    printersAnswer(true);
     printerFails("out of paper");
     answer("The printer \"Workshop\" did not take the report: out of paper");
     print(window, () => {});
@@ -121,6 +125,7 @@ check("letters that are printed are marked, the others stay due", () => {
 });
 
 check("what is left is saved, and asked about when made again", () => {
+  answer("2 letters were about to be handed to the printer \"Workshop\" at ", "No");
   answer("Do you want to generate letters for results which have been processed before as part of this campaign?", "No");
   report(window => {
     answerFile(programFolder() + "/no folder/letters.pdf");

@@ -334,9 +334,15 @@ void frmReportView::PrintView() {
 void frmReportView::PrintOn(const PrintChoice& choice) {
   bool queued = false;
   Guarded(QStringLiteral("Printing the report"), [&](const auto& goesOn) {
-    TakenOut taken = PrintPages(run_, Pages(), parts_.printers, choice, goesOn, [&](const TakenOut& printed) {
-      AboutToGoOut(printed, {.kind = ReportPlace::Kind::kPrinter, .name = choice.printer.name});
-    });
+    TakenOut taken;
+    try {
+      taken = PrintPages(run_, Pages(), parts_.printers, choice, goesOn, [&](const TakenOut& printed) {
+        AboutToGoOut(printed, {.kind = ReportPlace::Kind::kPrinter, .name = choice.printer.name});
+      });
+    } catch (const PrintingUnknown&) {
+      if (!ShowsDetails()) run_.follower.MayBeOut();
+      throw;
+    }
     // The printer may also have got a part of a letter, which counts as nothing.
     queued = taken.Any() || !parts_.diagnostics.status.Cancelled();
     return taken;
