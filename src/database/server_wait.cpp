@@ -36,7 +36,10 @@ class ServerWait::Stretch {
   [[nodiscard]] bool Wait(milliseconds time) {
     UserInterface& ui = all_.diagnostics_.ui;
     for (;; time -= kSlice) {
-      if (!all_.box_->GoOn(mayCancel_)) return false;
+      if (!all_.box_->GoOn(mayCancel_)) {
+        ++all_.cancellations_;
+        return false;
+      }
       if (time.count() <= 0) return true;
       ui.Wait(static_cast<int>(std::min(time, kSlice).count()));
       if (mayCancel_ && ui.QuitRequested()) return false;

@@ -35,12 +35,15 @@ class ServerWait {
   explicit ServerWait(const Diagnostics& diagnostics) : diagnostics_(diagnostics) {}
 
   [[nodiscard]] WaitForServer Begin(MayCancel mayCancel);
+  /// How often a wait was told that the user cancelled. For work of many calls, which ends when it has grown.
+  [[nodiscard]] int Cancellations() const { return cancellations_; }
 
  private:
   class Stretch;
 
   Diagnostics diagnostics_;
   Stretch* innermost_ = nullptr;
+  int cancellations_ = 0;
   std::optional<WaitBox> box_;    // of the outermost
   QElapsedTimer sinceCancelled_;  // since the end of a cancelled wait
 };

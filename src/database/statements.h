@@ -91,6 +91,8 @@ class Statements {
 
   /// Begins a wait for the server.
   [[nodiscard]] WaitForServer BeginWaiting(MayCancel mayCancel) { return wait_.Begin(mayCancel); }
+  /// See `ServerWait::Cancellations`.
+  [[nodiscard]] int Cancellations() const { return wait_.Cancellations(); }
 
   /// Which failures of statements the user is told. The log has each failure.
   enum class Tells {

@@ -68,8 +68,10 @@ MailshotSummary Mailshot::Send(int campaignId, const MailshotTemplates& template
     return {};
   }
   services_.state.StopSending = false;
+  cancellations_ = services_.statements.Cancellations();
   services_.counters.UpdateCounters(campaignId);
-  if (services_.statements.Shared().IsAway()) return {.end = MailshotEnd::kFailed};  // as the counters have told
+  if (services_.statements.Shared().IsAway() || ReadingCancelled())
+    return {.end = MailshotEnd::kFailed};  // as the counters have told
   const CounterValues& counters = services_.counters.Values();
   if (const auto refusal = CheckTemplates(counters, templates)) {
     Tell(*refusal);
@@ -110,6 +112,10 @@ void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templ
   }
   const QString over = RemindersOverText(services_.statements, campaignId, services_.diagnostics.clock.Today());
   if (!over.isEmpty()) services_.resultsLog.LogProcessResult(over);
+  if (ReadingCancelled()) {
+    summary.end = MailshotEnd::kFailed;
+    return;
+  }
   MailshotPlan plan{.campaignId = campaignId, .mode = mode};
   plan.repeatDelivered = AskAboutDelivered(campaignId, summary);
   const bool textsOutstanding = counters.sms - counters.smsSent > 0;
@@ -137,6 +143,11 @@ void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templ
 
 void Mailshot::ReportBreakdown(const DatabaseError& error) {
   services_.statements.ShowFailure(kRunLocation, QStringLiteral("ProcessSMSandEmail"), error);
+}
+
+/// Whether the user cancelled a reading of this command. Then nothing is to be sent.
+bool Mailshot::ReadingCancelled() const {
+  return services_.statements.Cancellations() != cancellations_;
 }
 
 /// \return whether customers who got one message of their row earlier get the whole row again

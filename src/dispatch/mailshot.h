@@ -97,6 +97,7 @@ class Mailshot {
   void ProcessSMSandEmail(int campaignId, const MailshotTemplates& templates, MailshotMode mode,
                           MailshotSummary& summary);
   void ReportBreakdown(const DatabaseError& error);
+  [[nodiscard]] bool ReadingCancelled() const;
   enum class Credits { kSendAll, kEmailOnly, kStop };
   [[nodiscard]] bool AskAboutDelivered(int campaignId, MailshotSummary& summary);
   [[nodiscard]] Credits CheckCredits(const MailshotPlan& plan, const QString& smsTemplate, MailshotSummary& summary);
@@ -104,6 +105,7 @@ class Mailshot {
 
   MailshotServices services_;
   MailshotObserver& observer_;
+  int cancellations_ = 0;  // of reads, before the command
 };
 
 }  // namespace qbx

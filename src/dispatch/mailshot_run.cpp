@@ -18,6 +18,7 @@ MailshotRun::MailshotRun(const MailshotServices& services, MailshotObserver& obs
       journal_(services.statements.Shared(), services.user),
       refusals_(services.statements.Shared()),
       messages_(templates),
+      cancellations_(services.statements.Cancellations()),
       counters_(services.counters.Values()),
       summary_(summary) {
   texts_.open = plan.sendTexts;
@@ -74,10 +75,16 @@ void MailshotRun::Run() {
     if (dryRun_) continue;
     services_.counters.UpdateCounters(plan_.campaignId);
     counters_ = services_.counters.Values();
+    if (ReadingCancelled()) services_.state.StopSending = true;
   }
   // A run that was stopped has not counted its last row yet.
-  if (!dryRun_) services_.counters.UpdateCounters(plan_.campaignId);
+  if (!dryRun_ && !ReadingCancelled()) services_.counters.UpdateCounters(plan_.campaignId);
   if (services_.state.StopSending || texts_.paused || emails_.paused) summary_.end = MailshotEnd::kPaused;
+}
+
+/// Whether the user cancelled the counting, which happens between two rows.
+bool MailshotRun::ReadingCancelled() const {
+  return services_.statements.Cancellations() != cancellations_;
 }
 
 void MailshotRun::TellTakenOver() {

@@ -85,6 +85,7 @@ class MailshotRun {
   /// \param reason  of a failure
   template <typename Record>
   void Settle(Row& row, Channel channel, Sent sent, const QString& reason, Record record);
+  [[nodiscard]] bool ReadingCancelled() const;
   void TellTakenOver();
   void LogWithdrawn(const Row& row);
   [[nodiscard]] bool IsLastMessage(const Row& row, Channel channel) const;
@@ -109,6 +110,7 @@ class MailshotRun {
   SendRefusals refusals_;
   DueRows due_;  ///< as of the start of the run
   MessageMaker messages_;
+  int cancellations_;  // of the user, before the run
   Recordset rows_;
   CounterValues counters_;
   int done_ = 0;

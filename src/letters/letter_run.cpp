@@ -52,8 +52,10 @@ LetterSummary LetterRun::GenerateLetters(int campaignId, const QString& letter, 
   campaignId_ = campaignId;
   marks_ = choices.markProcessed;
   services_.events.LogMarketingEvent(QStringLiteral("Generate Letters"));
+  const int cancellations = services_.statements.Cancellations();
   services_.counters.UpdateCounters(campaignId);
-  if (services_.statements.Shared().IsAway()) return summary_;  // as the counters have told
+  if (services_.statements.Shared().IsAway() || services_.statements.Cancellations() != cancellations)
+    return summary_;  // as the counters have told
   if (!MayBegin(letter)) return summary_;
   try {
     if (const auto holder = claim_.Take(campaignId)) {

@@ -25,6 +25,14 @@ check("a pause acts after the current row; everything else is off meanwhile", ()
   assert(!exists("frmSendEmail") || !control("frmSendEmail").visible, "the window of the e-mails is closed");
 });
 
+check("Cancel while the database is waited for pauses, too", () => {
+  answer("approximately", "Yes");
+  answer("Operation cancelled by user");
+  const before = texts().length;
+  during(send, () => texts().length > before && (slowDatabase(1500), (statusBox() || {}).cancel) && (slowDatabase(0), cancelStatus(), true));
+  assertEqual(texts().length, before + 1);
+});
+
 check("going on sends the rest, and nothing twice; what failed is listed with its reason", () => {
   steer({numbers: {[record[rows - 1].Mobile]: "code 33"}});
   answer("approximately", "Yes");
