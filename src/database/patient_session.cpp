@@ -222,14 +222,24 @@ class PatientSession final : public SessionWrapper {
     const OneAtATime turn(busy_);
     Session& inner = Inner();
     if (!IsOwner() || !helper_) return call(inner);
-    const auto result = std::make_shared<Result>();
+    auto result = std::make_shared<Result>();
     bool stopped = false;
     const auto stop = [&inner, &stopped] {
       stopped = true;
       inner.Interrupt();
     };
-    if (!helper_->Do([call = std::move(call), &inner, result] { *result = call(inner); }, MayCancel::kAsAround, stop))
+    bool answered = false;
+    try {
+      answered =
+          helper_->Do([call = std::move(call), &inner, result] { *result = call(inner); }, MayCancel::kAsAround, stop);
+    } catch (...) {
+      if (stopped) inner.ForgetInterruption();  // the call may have failed for another reason
+      throw;
+    }
+    if (!answered) {
+      result.reset();  // rows must not outlive the session, which the helper destroys
       GiveUp();
+    }
     if (stopped) inner.ForgetInterruption();
     return std::move(*result);
   }
