@@ -122,9 +122,12 @@ QString TextOf(const ASN1_STRING* text) {
   return QString::fromUtf8(reinterpret_cast<const char*>(ASN1_STRING_get0_data(text)), ASN1_STRING_length(text));
 }
 
+/// Empty for bytes that are no address: nobody has checked the certificate before.
 QString AddressText(const ASN1_STRING* bytes) {
+  const auto size = static_cast<std::size_t>(ASN1_STRING_length(bytes));
+  if (size != sizeof(in_addr) && size != sizeof(in6_addr)) return {};
   char text[INET6_ADDRSTRLEN] = "";
-  const int family = ASN1_STRING_length(bytes) == 4 ? AF_INET : AF_INET6;
+  const int family = size == sizeof(in_addr) ? AF_INET : AF_INET6;
   return QString::fromLatin1(::inet_ntop(family, ASN1_STRING_get0_data(bytes), text, sizeof(text)));
 }
 
@@ -144,6 +147,7 @@ QStringList NamesIn(X509* certificate) {
     if (name->type == GEN_DNS) texts += TextOf(name->d.dNSName);
     if (name->type == GEN_IPADD) texts += AddressText(name->d.iPAddress);
   }
+  texts.removeAll(QString());
   if (texts.isEmpty()) texts += SubjectName(certificate);
   return texts;
 }

@@ -46,8 +46,8 @@ Reached ProbeSocket::Connect(ProbeEnd end) const {
   if (::connect(socket_, peer_.ai_addr, peer_.ai_addrlen) == 0) return Reached::kConnected;
   if (errno == EINPROGRESS) {
     if (!WaitFor(POLLOUT, end)) return Reached::kNoAnswer;
-    socklen_t size = sizeof(errno);
     int failure = 0;
+    socklen_t size = sizeof(failure);
     ::getsockopt(socket_, SOL_SOCKET, SO_ERROR, &failure, &size);
     if (failure == 0) return Reached::kConnected;
     errno = failure;
