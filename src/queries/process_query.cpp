@@ -159,6 +159,7 @@ QueryOutcome QueryProcessor::RunWithReopen(std::span<const Pass> passes) {
   if (!connection.WasOpen())
     throw DatabaseError(kUnspecifiedError, QStringLiteral("There is no connection to the database."), {});
   connection.SetCommandTimeout(kCommandTimeoutSeconds);
+  const int cancellations = statements_.Cancellations();
   for (bool repeated = false;; repeated = true) {
     RunState run;
     try {
@@ -168,8 +169,9 @@ QueryOutcome QueryProcessor::RunWithReopen(std::span<const Pass> passes) {
       return QueryOutcome::kCancelled;
     } catch (const DatabaseError& error) {
       if (run.cancelled || (!run.commitStarted && CancelPressed())) return QueryOutcome::kCancelled;
+      const bool refused = statements_.Cancellations() != cancellations;  // by the user, before the query began
       const bool undone = IsDeadlock(error) || (!run.commitStarted && !IsAlive(connection));
-      if (repeated || !undone) throw;
+      if (repeated || refused || !undone) throw;
     }
   }
 }
