@@ -50,8 +50,7 @@ class ServerWait::Stretch {
   /// Cancel also holds for what the cancelled command asks next.
   void OpenBox() {
     all_.box_.emplace(all_.diagnostics_, QStringLiteral("Waiting for the database"), kShowAfter);
-    const QElapsedTimer& since = all_.sinceCancelled_;
-    if (since.isValid() && since.elapsed() < kSameCommand) all_.box_->Cancel();
+    if (all_.CancelHolds()) all_.box_->Cancel();
   }
 
   ServerWait& all_;
@@ -62,6 +61,16 @@ class ServerWait::Stretch {
 WaitForServer ServerWait::Begin(MayCancel mayCancel) {
   const auto stretch = std::make_shared<Stretch>(*this, mayCancel);
   return [stretch](milliseconds time) { return stretch->Wait(time); };
+}
+
+bool ServerWait::CancelHolds() const {
+  return sinceCancelled_.isValid() && sinceCancelled_.elapsed() < kSameCommand;
+}
+
+void ServerWait::TellOfFailure(const std::function<void()>& show) {
+  const bool held = CancelHolds();
+  show();
+  if (held) sinceCancelled_.start();
 }
 
 }  // namespace qbx

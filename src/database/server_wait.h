@@ -35,11 +35,16 @@ class ServerWait {
   explicit ServerWait(const Diagnostics& diagnostics) : diagnostics_(diagnostics) {}
 
   [[nodiscard]] WaitForServer Begin(MayCancel mayCancel);
+  /// Shows a message about a failure, while no wait runs. The time in which the user reads it does not count: Cancel
+  /// still holds afterwards for what the cancelled command asks next.
+  void TellOfFailure(const std::function<void()>& show);
   /// How often a wait was told that the user cancelled. For work of many calls, which ends when it has grown.
   [[nodiscard]] int Cancellations() const { return cancellations_; }
 
  private:
   class Stretch;
+
+  [[nodiscard]] bool CancelHolds() const;
 
   Diagnostics diagnostics_;
   Stretch* innermost_ = nullptr;

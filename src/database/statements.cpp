@@ -66,7 +66,8 @@ void Statements::Tell(Connection& connection, const char* routine, const QString
   if (!connection.WasOpen()) return;
   if (!MayTell(connection, error)) return;
   connection.KeepErrors(error);
-  interpretation_.ReportDatabaseError(&connection, QLatin1String(routine), sql, error, before);
+  wait_.TellOfFailure(
+      [&] { interpretation_.ReportDatabaseError(&connection, QLatin1String(routine), sql, error, before); });
   if (diagnostics_.ui.QuitRequested()) connection_.StopWork();
 }
 
@@ -82,7 +83,8 @@ bool Statements::MayTell(const Connection& connection, const DatabaseError& erro
 }
 
 void Statements::ShowFailure(int location, const QString& routine, const DatabaseError& error) {
-  if (MayTell(connection_, error)) diagnostics_.errors.ShowError(location, routine, error.Description());
+  if (!MayTell(connection_, error)) return;
+  wait_.TellOfFailure([&] { diagnostics_.errors.ShowError(location, routine, error.Description()); });
 }
 
 bool Statements::dbOpenRec(Recordset& recordset, const QString& sql, CursorType cursor, LockType, int,
@@ -177,8 +179,10 @@ Statements::ExecuteResult Statements::Execute(Connection& target, const QString&
 }
 
 void Statements::ShowConnectionProblem() {
-  diagnostics_.ui.ShowMessage(
-      {.text = ConnectionProblem(), .icon = MessageIcon::kExclamation, .defaultAnswer = MessageAnswer::kOk});
+  wait_.TellOfFailure([this] {
+    diagnostics_.ui.ShowMessage(
+        {.text = ConnectionProblem(), .icon = MessageIcon::kExclamation, .defaultAnswer = MessageAnswer::kOk});
+  });
 }
 
 int Statements::dbRunCommand(const QString& commandText, bool returnValue, CommandType, Recordset& recordset,

@@ -84,9 +84,14 @@ TEST_F(StatementsTest, CancelEndsTheWaitingForAServerAndTheConnectionCountsAsLos
   server_.opens.assign(2, Lost().error);
   ui.OnPump([] { std::this_thread::sleep_for(std::chrono::milliseconds(50)); });
   ui.OnStatus([this](const StatusView&) { ui.PressCancel(); });
+  ui.OnMessage([](const Message&) -> std::optional<MessageAnswer> {
+    std::this_thread::sleep_for(std::chrono::milliseconds(600));  // somebody reads it
+    return std::nullopt;
+  });
   EXPECT_FALSE(statements_.dbExecute("UPDATE x").Ok());
   EXPECT_EQ(ui.StatusTexts(), QStringList{"Waiting for the database..."});
   EXPECT_FALSE(ui.StatusVisible());
+  EXPECT_FALSE(statements_.BeginWaiting(MayCancel::kYes)(std::chrono::milliseconds(0))) << "the same command";
   ui.Answer("OK to quit?", MessageAnswer::kYes);
   EXPECT_FALSE(statements_.dbRunCommandWithParameters("proc_x", {}));
 }
