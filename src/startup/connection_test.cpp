@@ -198,9 +198,10 @@ class Test {
   void ExplainCertificate() {
     const ServerAddress found{.host = findings_.host, .instance = {}, .port = findings_.port};
     const CertificateFindings certificate = CheckCertificate(found, AuthoritiesInUse(login_.sqlServer), kProbeLimit);
-    const bool good = certificate.fault == CertificateFault::kNone;
-    if (good || certificate.fault == CertificateFault::kNotShown) return Tell(ConnectionProblem::kConnectionLost);
-    Tell(ConnectionProblem::kCertificateRefused, CertificateWords(certificate, findings_));
+    const bool refused =
+        certificate.fault != CertificateFault::kNone && certificate.fault != CertificateFault::kNotShown;
+    Tell(refused ? ConnectionProblem::kCertificateRefused : ConnectionProblem::kConnectionLost,
+         CertificateWords(certificate, findings_));
   }
 
   /// A server says the same of a database that is not there and of one that is offline.

@@ -4,6 +4,12 @@
 
 namespace qbx {
 
+namespace {
+
+constexpr qsizetype kNamesTold = 5;
+
+}  // namespace
+
 QString WordsFor(ConnectionProblem problem, const ConnectionFindings& findings) {
   const QString place = QStringLiteral("port %1 of %2").arg(findings.port).arg(findings.host);
   switch (problem) {
@@ -56,7 +62,13 @@ QString SilenceWords(ServerPresence presence, const ConnectionFindings& findings
 
 QString CertificateWords(const CertificateFindings& certificate, const ConnectionFindings& findings) {
   const QString nothing = QStringLiteral(" No login was sent to it.");
+  const QString ended = WordsFor(ConnectionProblem::kConnectionLost, findings);
   switch (certificate.fault) {
+    case CertificateFault::kNone:
+      return ended +
+             QStringLiteral(" The server's certificate is trusted here, though the driver may see it otherwise.");
+    case CertificateFault::kNotShown:
+      return ended;
     case CertificateFault::kUnknownAuthority:
       return QStringLiteral(
                  "The server's certificate is not trusted: no authority that this computer knows has signed it (%1). Name the file of the authority as CaFile in the section Service of the INI file.")
@@ -65,7 +77,7 @@ QString CertificateWords(const CertificateFindings& certificate, const Connectio
     case CertificateFault::kOtherName:
       return QStringLiteral(
                  "The server's certificate was issued for %1, not for %2. Write a name of the certificate into Server.")
-                 .arg(certificate.names.join(QStringLiteral(", ")), findings.host) +
+                 .arg(certificate.names.mid(0, kNamesTold).join(QStringLiteral(", ")), findings.host) +
              nothing;
     case CertificateFault::kOutOfDate:
       return QStringLiteral(

@@ -118,8 +118,11 @@ CertificateFault FaultOf(long result) {
   }
 }
 
+/// Without characters that control a terminal.
 QString TextOf(const ASN1_STRING* text) {
-  return QString::fromUtf8(reinterpret_cast<const char*>(ASN1_STRING_get0_data(text)), ASN1_STRING_length(text));
+  QString name =
+      QString::fromUtf8(reinterpret_cast<const char*>(ASN1_STRING_get0_data(text)), ASN1_STRING_length(text));
+  return name.removeIf([](QChar each) { return !each.isPrint(); });
 }
 
 /// Empty for bytes that are no address: nobody has checked the certificate before.

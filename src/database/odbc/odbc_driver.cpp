@@ -1,6 +1,7 @@
 #include "database/odbc/odbc_driver.h"
 
 #include <QFile>
+#include <QSaveFile>
 
 #include "database/odbc/odbc_session.h"
 
@@ -61,11 +62,11 @@ void OdbcDriver::CheckAuthorities() const {
           .arg(file.fileName(), opened ? QStringLiteral("it holds no certificate (PEM)") : file.errorString()));
 }
 
+/// The file changes as a whole: a connection that the user does not wait for any more may still read it.
 void OdbcDriver::WriteFreeTdsFile(const QString& text) const {
-  QFile file(folder_->filePath(QStringLiteral("freetds.conf")));
+  QSaveFile file(folder_->filePath(QStringLiteral("freetds.conf")));
   const QByteArray bytes = text.toUtf8();
-  if (!folder_->isValid() || !file.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
-      file.write(bytes) != bytes.size())
+  if (!folder_->isValid() || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
     Refuse(kUnusableSetting,
            QStringLiteral("The settings for an encrypted connection could not be written to %1.").arg(file.fileName()));
 }
