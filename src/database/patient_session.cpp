@@ -9,6 +9,7 @@
 #include <optional>
 #include <thread>
 
+#include "database/kept_rows.h"
 #include "database/pump_interval.h"
 #include "database/server_errors.h"
 #include "database/session_wrapper.h"
@@ -169,6 +170,30 @@ class OneAtATime {
   std::atomic<bool>& busy_;
 };
 
+class PatientSession;
+
+/// A result whose rows the helper reads when all of them are wanted at once.
+class PatientRows final : public RowSource {
+ public:
+  /// \param session  expires with the session
+  PatientRows(std::shared_ptr<RowSource> rows, std::weak_ptr<PatientSession*> session)
+      : columns_(rows->Columns()), rows_(std::move(rows)), session_(std::move(session)) {}
+
+  [[nodiscard]] const std::vector<Column>& Columns() const override { return columns_; }
+  bool Next() override {
+    stepped_ = true;
+    return rows_ && rows_->Next();
+  }
+  [[nodiscard]] Cell At(int column) const override { return rows_->At(column); }
+  [[nodiscard]] PackedRows* Packed() override;
+
+ private:
+  std::vector<Column> columns_;
+  std::shared_ptr<RowSource> rows_;  // null when reading them failed
+  std::weak_ptr<PatientSession*> session_;
+  bool stepped_ = false;
+};
+
 class PatientSession final : public SessionWrapper {
  public:
   PatientSession(const SessionFactory& factory, const ConnectionTarget& target, const Login& login, int timeout,
@@ -180,7 +205,7 @@ class PatientSession final : public SessionWrapper {
   }
 
   std::unique_ptr<RowSource> Execute(const QString& batch) override {
-    return AskPatiently<std::unique_ptr<RowSource>>([batch](Session& inner) { return inner.Execute(batch); });
+    return Patient(AskPatiently<std::unique_ptr<RowSource>>([batch](Session& inner) { return inner.Execute(batch); }));
   }
   std::unique_ptr<RowSource> Call(const QString& procedure, std::span<Parameter> parameters) override {
     struct Called {
@@ -194,7 +219,7 @@ class PatientSession final : public SessionWrapper {
           return result;
         });
     std::ranges::move(called.parameters, parameters.begin());
-    return std::move(called.rows);
+    return Patient(std::move(called.rows));
   }
   [[nodiscard]] std::vector<Parameter> DescribeProcedure(const QString& procedure) override {
     return AskPatiently<std::vector<Parameter>>(
@@ -203,6 +228,14 @@ class PatientSession final : public SessionWrapper {
   [[nodiscard]] bool IsAlive() override {
     return AskPatiently<bool>([](Session& inner) { return inner.IsAlive(); });
   }
+
+  /// Reads a result of this session to its end.
+  /// \param rows  in no other hands: they must not outlive the session, which a call that was left to itself destroys
+  [[nodiscard]] std::shared_ptr<RowSource> ReadWhole(std::shared_ptr<RowSource> rows) {
+    return AskPatiently<std::shared_ptr<RowSource>>(
+        [rows = std::move(rows)](Session&) { return std::make_shared<KeptRows>(*rows); });
+  }
+  [[nodiscard]] bool IsOwner() const { return std::this_thread::get_id() == owner_; }
 
  protected:
   void Ask(const std::function<void()>& call) override {
@@ -214,7 +247,10 @@ class PatientSession final : public SessionWrapper {
   }
 
  private:
-  [[nodiscard]] bool IsOwner() const { return std::this_thread::get_id() == owner_; }
+  [[nodiscard]] std::unique_ptr<RowSource> Patient(std::unique_ptr<RowSource> rows) {
+    if (!rows || !IsOwner()) return rows;
+    return std::make_unique<PatientRows>(std::move(rows), self_);
+  }
 
   /// Makes a call that the user may cancel.
   template <typename Result>
@@ -252,11 +288,21 @@ class PatientSession final : public SessionWrapper {
     throw DatabaseError(kUnspecifiedError, text, {{0, QStringLiteral("HY008"), text}});
   }
 
+  const std::shared_ptr<PatientSession*> self_ = std::make_shared<PatientSession*>(this);
   const std::thread::id owner_ = std::this_thread::get_id();
   std::atomic<bool> busy_ = false;
   std::shared_ptr<LeftHelpers> left_;
   std::unique_ptr<Helper> helper_;  // null when its call was left to itself
 };
+
+PackedRows* PatientRows::Packed() {
+  if (stepped_ || !rows_) return nullptr;
+  if (PackedRows* const packed = rows_->Packed()) return packed;
+  const std::shared_ptr<PatientSession*> session = session_.lock();
+  if (!session || !(*session)->IsOwner()) return nullptr;
+  rows_ = (*session)->ReadWhole(std::move(rows_));
+  return rows_->Packed();
+}
 
 }  // namespace
 

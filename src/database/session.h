@@ -46,7 +46,8 @@ class RowSource {
   /// \return false at the end
   virtual bool Next() = 0;
   [[nodiscard]] virtual Cell At(int column) const = 0;
-  /// All rows when they are in memory already, else null. The caller may move them out instead of stepping.
+  /// All rows when they can be had at once, else null. The caller may move them out instead of stepping. May read them,
+  /// and throw as Next.
   [[nodiscard]] virtual PackedRows* Packed() { return nullptr; }
 };
 

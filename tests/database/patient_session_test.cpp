@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "database/fake_server.h"
+#include "database/recordset.h"
 #include "database/session_wrapper.h"
 
 namespace qbx::test {
@@ -25,6 +26,22 @@ class SlowServer {
   FakeServer& Script() { return server_; }
 
  private:
+  /// Each row comes after three times as many pumps.
+  class SlowRows final : public RowSource {
+   public:
+    SlowRows(std::unique_ptr<RowSource> inner, std::atomic<int>& pumps) : inner_(std::move(inner)), pumps_(pumps) {}
+    const std::vector<Column>& Columns() const override { return inner_->Columns(); }
+    bool Next() override {
+      for (const int enough = pumps_ + 3; pumps_ < enough;)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+      return inner_->Next();
+    }
+    Cell At(int column) const override { return inner_->At(column); }
+
+   private:
+    std::unique_ptr<RowSource> inner_;
+    std::atomic<int>& pumps_;
+  };
   class SlowSession final : public SessionWrapper {
    public:
     SlowSession(std::unique_ptr<Session> inner, std::atomic<int>& pumps)
@@ -33,7 +50,9 @@ class SlowServer {
       constexpr int kEnough = 3;
       while (batch.startsWith("wait") && pumps_ < kEnough)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
-      return SessionWrapper::Execute(batch);
+      std::unique_ptr<RowSource> rows = SessionWrapper::Execute(batch);
+      if (rows) rows = std::make_unique<SlowRows>(std::move(rows), pumps_);
+      return rows;
     }
 
    protected:
@@ -62,6 +81,8 @@ TEST(PatientSession, LetsEventsRunWhileTheServerIsSlow) {
   (void)session->Execute("wait for it");
   EXPECT_GE(server.pumps, 3);
   EXPECT_EQ(server.Script().Count("wait for it"), 1);
+  server.Script().Expect("rows", Rows({{.name = "n"}}, {{Value(1)}, {Value(2)}}));
+  EXPECT_EQ(Recordset::ReadAll(session->Execute("rows")).RecordCount(), 2) << "events run while rows are read, too";
 }
 
 TEST(PatientSession, HandsFailuresToTheCallerAndGoesOn) {
