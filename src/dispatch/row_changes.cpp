@@ -185,12 +185,17 @@ void RowChanges::KeepWhole(int campaignId, const QString& keys, LastChange& kept
   }
 }
 
-bool RowChanges::Keep(int campaignId, qint64 recordId, const QString& what, const std::function<bool()>& change) {
+bool RowChanges::Keep(int campaignId, qint64 recordId, const std::optional<SeenFlag>& seen, const QString& what,
+                      const std::function<bool()>& change) {
+  bool turned = false;
   const auto read = [&](LastChange& kept) {
-    const QHash<qint64, QByteArray> before = States(campaignId, {recordId});
-    if (before.contains(recordId)) kept.rows.push_back({.recordId = recordId, .before = before.value(recordId)});
+    const Recordset row = Procedure(connection_, "proc_selp_Results_Rows")
+                              .Open({{"@CampaignID", campaignId}, {"@RecordIDs", KeyList({recordId})}});
+    if (row.Eof()) return;
+    turned = seen && row.ColumnIndex(seen->column) >= 0 && row.Field(seen->column).ToBool() != seen->ticked;
+    if (!turned) kept.rows.push_back({.recordId = recordId, .before = Bytes(row, "State")});
   };
-  return KeepOne(campaignId, {.what = what}, read, change);
+  return KeepOne(campaignId, {.what = what}, read, [&] { return turned || change(); });
 }
 
 bool RowChanges::KeepTakenOut(int campaignId, qint64 recordId, const std::function<bool()>& takeOut) {

@@ -46,10 +46,18 @@ class RowChanges {
   [[nodiscard]] RowChange SetFlag(int campaignId, Channel flag, bool ticked, const std::vector<qint64>& rows);
   /// Takes rows out of the campaign, with their entries in the send journal.
   [[nodiscard]] RowChange TakeOut(int campaignId, const std::vector<qint64>& rows);
-  /// Runs a change of one row's flags and keeps it for Undo. The change is made even when its earlier state cannot be
-  /// read.
+  /// A flag of a row, as the user saw it.
+  struct SeenFlag {
+    QString column;
+    bool ticked = false;
+  };
+  /// Runs the change of one row's flag and keeps it for Undo. A send flag that another desk has turned round since the
+  /// user saw it is as the user wants it, and stays. The change is made even when its earlier state cannot be read.
+  /// \param seen    nothing when the row is not shown
   /// \param change  \return whether the change was made
-  bool Keep(int campaignId, qint64 recordId, const QString& what, const std::function<bool()>& change);
+  /// \return whether the flag is now as the user wants it
+  bool Keep(int campaignId, qint64 recordId, const std::optional<SeenFlag>& seen, const QString& what,
+            const std::function<bool()>& change);
   /// Runs the removal of one row and keeps it for Undo.
   bool KeepTakenOut(int campaignId, qint64 recordId, const std::function<bool()>& takeOut);
 

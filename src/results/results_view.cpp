@@ -15,6 +15,13 @@ QString RowsOf(int campaignId) {
   return QStringLiteral("proc_selp_Campaign_Results (%1)").arg(campaignId);
 }
 
+Message ReplacedMessage() {
+  return {
+      .text = QStringLiteral(
+          "The results of this campaign were made anew at another desk. They have been read again, and nothing was changed."),
+      .icon = MessageIcon::kExclamation};
+}
+
 }  // namespace
 
 ResultsPresentation PresentResults(const EditionFlags& edition, const Options& options) {
@@ -56,9 +63,33 @@ bool ResultsView::RefreshResults() {
 }
 
 bool ResultsView::RefreshRows(const std::vector<qint64>& changed) {
-  return Refresh([this, &changed] {
-    if (!PutRows(changed)) ReadAgain();
+  Put put = Put::kShown;
+  const bool read = Refresh([&] {
+    put = PutRows(changed);
+    if (put != Put::kShown) ReadAgain();
   });
+  if (read && put == Put::kReplaced) diagnostics_.ui.ShowMessage(ReplacedMessage());
+  return read;
+}
+
+/// Whether a query has made rows of the campaign since the shown ones were read.
+bool ResultsView::HasNewerRows() const {
+  qint64 newestShown = 0;
+  const int key = rows_.ColumnIndex(QString::fromLatin1(kRowKey));
+  rows_.Visit([&](const StoredRow& row) { newestShown = std::max(newestShown, row.At(key).integer); });
+  const Recordset newest = Recordset::ReadAll(statements_.Shared().Driver().Execute(
+      QStringLiteral("SELECT MAX(RecordID) AS Newest FROM [Campaign Results] WHERE CampaignID = %1").arg(campaignId_)));
+  return newest.Field(0).ToInt() > newestShown;
+}
+
+std::optional<bool> ResultsView::ShownFlag(qint64 recordId, const QString& column) const {
+  const int key = rows_.ColumnIndex(QString::fromLatin1(kRowKey));
+  const int flag = rows_.ColumnIndex(column);
+  std::optional<bool> shown;
+  rows_.Visit([&](const StoredRow& row) {
+    if (row.At(key).integer == recordId) shown = row.At(flag).ToValue().ToBool();
+  });
+  return shown;
 }
 
 bool ResultsView::Refresh(const std::function<void()>& readRows) {
@@ -89,19 +120,20 @@ void ResultsView::ReadAgain() {
   rows_.ArrangeAgain();  // the filter may depend on the kinds
 }
 
-/// \return false when all rows must be read again, because some are new or the host cannot read single rows
-bool ResultsView::PutRows(const std::vector<qint64>& changed) {
+ResultsView::Put ResultsView::PutRows(const std::vector<qint64>& changed) {
+  const QSet<qint64> keys(changed.begin(), changed.end());
   Recordset fresh;
   try {
     Procedure flags(statements_.Shared(), "proc_selp_Results_Flags");
     fresh = flags.Open({{"@CampaignID", campaignId_}, {"@RecordIDs", KeyList(changed)}});
+    if (fresh.RecordCount() < keys.size() && HasNewerRows()) return Put::kReplaced;
   } catch (const DatabaseError&) {
-    return false;  // reading all rows reports the failure
+    return Put::kImpossible;  // reading all rows reports the failure
   }
-  if (!PutFlags(fresh, QSet<qint64>(changed.begin(), changed.end()))) return false;
+  if (!PutFlags(fresh, keys)) return Put::kImpossible;
   if (kindsRead_) kinds_.ReadAgain(fresh, changed, ReadTroubles());
   rows_.ArrangeAgain();
-  return true;
+  return Put::kShown;
 }
 
 /// Also drops rows that the database no longer has.

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "database/recordset.h"
@@ -81,8 +82,10 @@ class ResultsView {
 
   /// Some rows of the campaign were changed or taken out in the database. Reads counters, flags and kinds of only these
   /// rows and puts them into `Rows()`, with the same result as reading all rows again. The grid is told as by
-  /// `RefreshResults`.
+  /// `RefreshResults`. When a query at another desk has replaced the rows meanwhile, the user is told.
   bool RefreshRows(const std::vector<qint64>& changed);
+  /// What a flag of a row is shown as; nothing for a row that is not shown.
+  [[nodiscard]] std::optional<bool> ShownFlag(qint64 recordId, const QString& column) const;
   /// The kinds of the rows; found out at the first call after the rows were read.
   [[nodiscard]] const RowKinds& Kinds();
 
@@ -95,7 +98,13 @@ class ResultsView {
   void ReadAgainWith(const QString& sql, Recordset& rows);
   bool Refresh(const std::function<void()>& readRows);
   void ReadAgain();
-  [[nodiscard]] bool PutRows(const std::vector<qint64>& changed);
+  enum class Put {
+    kShown,
+    kImpossible,  ///< some rows are new, or the host cannot read single rows
+    kReplaced,    ///< a query has replaced the rows
+  };
+  [[nodiscard]] Put PutRows(const std::vector<qint64>& changed);
+  [[nodiscard]] bool HasNewerRows() const;
   [[nodiscard]] bool PutFlags(const Recordset& fresh, QSet<qint64> changed);
   [[nodiscard]] Recordset ReadTroubles();
 

@@ -20,7 +20,10 @@ QString FlippedText(const QString& column) {
 ResultEdits::ResultEdits(Parts parts, Diagnostics diagnostics) : parts_(std::move(parts)), diagnostics_(diagnostics) {
   parts_.flags.Around([this](const QString& column, qint64 recordId, const std::function<bool()>& flip) {
     // The question about Processed may have been open for a long time.
-    return MayEdit() && parts_.changes.Keep(parts_.results.CampaignId(), recordId, FlippedText(column), flip);
+    if (!MayEdit()) return false;
+    std::optional<RowChanges::SeenFlag> seen;
+    if (const std::optional<bool> ticked = parts_.results.ShownFlag(recordId, column)) seen = {column, *ticked};
+    return parts_.changes.Keep(parts_.results.CampaignId(), recordId, seen, FlippedText(column), flip);
   });
   parts_.results.OnOtherRows([this] { parts_.changes.Forget(); });
 }

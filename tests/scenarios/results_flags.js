@@ -97,6 +97,17 @@ check("a row that another desk took out goes when it is deleted or flipped, and 
   }
 });
 
+check("a flag that another desk turned round stays as the click wants it; results made anew there are read again", () => {
+  const wanted = grid.cell(0, "Send SMS") === "Yes" ? "No" : "Yes";
+  execute("UPDATE [Campaign Results] SET Send_SMS = 1 - Send_SMS WHERE RecordID = " + grid.cell(0, "RecordID"));
+  grid.clickCell(0, "Send SMS");
+  assertEqual([grid.cell(0, "Send SMS"), flag(0, "Send_SMS")], [wanted, wanted === "Yes" ? 1 : 0]);
+  execute("UPDATE [Campaign Results] SET RecordID = RecordID + 5000");
+  const before = stored();
+  refused("The results of this campaign were made anew at another desk.", () => grid.clickCell(0, "Send SMS"));
+  assertEqual([stored(), grid.rowCount], [before, before.length]);
+});
+
 check("a deletion or a toggle that fails is reported and changes nothing", () => {
   const before = stored();
   failing("proc_delp_Campaign_Results", "not today", () => {
