@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "database/procedure.h"
 #include "dispatch/campaign_claim.h"
 #include "dispatch/mailshot_checks.h"
 #include "dispatch/send_journal.h"
@@ -48,6 +49,20 @@ std::optional<Message> ReplaceGuard::LookAtClaim(int campaignId) {
   } catch (const DatabaseError& error) {
     return UnknownMessage(error);
   }
+}
+
+std::optional<Message> ReplaceGuard::LookForCampaign(int campaignId) {
+  if (campaignId <= 0) return std::nullopt;  // it has no name yet
+  try {
+    Procedure campaign(connection_, "proc_selp_Marketing_Campaign");
+    if (campaign.Finds({{"@CampaignID", campaignId}})) return std::nullopt;
+  } catch (const DatabaseError&) {
+    return std::nullopt;
+  }
+  return Message{
+      .text = QStringLiteral(
+          "This campaign was deleted at another desk, so nothing was sent.\r\rSave it as a new campaign, and send it then."),
+      .icon = MessageIcon::kExclamation};
 }
 
 }  // namespace qbx

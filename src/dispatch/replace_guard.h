@@ -24,6 +24,9 @@ class ReplaceGuard {
   [[nodiscard]] Finding Look(int campaignId);
   /// Only the refusal: for changing single rows and for deleting the campaign. Never throws.
   [[nodiscard]] std::optional<Message> LookAtClaim(int campaignId);
+  /// Refuses to send a campaign that was saved, and that another desk has deleted: nobody could look at the run later.
+  /// Never throws; a failure to find out is left to the run.
+  [[nodiscard]] std::optional<Message> LookForCampaign(int campaignId);
 
  private:
   Connection& connection_;

@@ -72,14 +72,17 @@ bool ResultsView::RefreshRows(const std::vector<qint64>& changed) {
   return read;
 }
 
-/// Whether a query has made rows of the campaign since the shown ones were read.
 bool ResultsView::HasNewerRows() const {
   qint64 newestShown = 0;
   const int key = rows_.ColumnIndex(QString::fromLatin1(kRowKey));
   rows_.Visit([&](const StoredRow& row) { newestShown = std::max(newestShown, row.At(key).integer); });
-  const Recordset newest = Recordset::ReadAll(statements_.Shared().Driver().Execute(
-      QStringLiteral("SELECT MAX(RecordID) AS Newest FROM [Campaign Results] WHERE CampaignID = %1").arg(campaignId_)));
-  return newest.Field(0).ToInt() > newestShown;
+  const QString sql = QStringLiteral("SELECT MAX(RecordID) AS Newest FROM [Campaign Results] WHERE CampaignID = %1");
+  try {
+    const Recordset newest = Recordset::ReadAll(statements_.Shared().Driver().Execute(sql.arg(campaignId_)));
+    return newest.Field(0).ToInt() > newestShown;
+  } catch (const DatabaseError&) {
+    return false;
+  }
 }
 
 std::optional<bool> ResultsView::ShownFlag(qint64 recordId, const QString& column) const {

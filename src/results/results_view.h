@@ -84,6 +84,9 @@ class ResultsView {
   /// rows and puts them into `Rows()`, with the same result as reading all rows again. The grid is told as by
   /// `RefreshResults`. When a query at another desk has replaced the rows meanwhile, the user is told.
   bool RefreshRows(const std::vector<qint64>& changed);
+  /// Whether a query at another desk has made rows of the campaign since the shown ones were read. False also when the
+  /// database does not tell.
+  [[nodiscard]] bool HasNewerRows() const;
   /// What a flag of a row is shown as; nothing for a row that is not shown.
   [[nodiscard]] std::optional<bool> ShownFlag(qint64 recordId, const QString& column) const;
   /// The kinds of the rows; found out at the first call after the rows were read.
@@ -104,7 +107,6 @@ class ResultsView {
     kReplaced,    ///< a query has replaced the rows
   };
   [[nodiscard]] Put PutRows(const std::vector<qint64>& changed);
-  [[nodiscard]] bool HasNewerRows() const;
   [[nodiscard]] bool PutFlags(const Recordset& fresh, QSet<qint64> changed);
   [[nodiscard]] Recordset ReadTroubles();
 

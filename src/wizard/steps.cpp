@@ -135,7 +135,7 @@ void WizardSteps::TabOpened(int tab) {
   if (!rowsFollowed) return;
   if (parts_.results.OutOfDate(campaign))
     parts_.results.DisplayResults(campaign);
-  else if (parts_.resultsLog.ProcessResultsLogged)
+  else if (parts_.resultsLog.ProcessResultsLogged || parts_.results.HasNewerRows())
     parts_.results.RefreshResults();
   parts_.resultsLog.ProcessResultsLogged = false;
 }

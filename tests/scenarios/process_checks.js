@@ -55,6 +55,16 @@ check("the logs name what was refused", () => {
               lines.map(line => [7, 0, line]));
 });
 
+check("a campaign that another desk deleted is not sent until it is saved again", () => {
+  saveAs("Soon gone");
+  execute("DELETE FROM Marketing_Campaigns WHERE Campaign_Name = 'Soon gone'");
+  for (const act of [send, () => control("cmdGenerateLetters").click()])
+    refused("This campaign was deleted at another desk, so nothing was sent.", act);
+  answer("The campaign is no longer stored.");
+  answer("Save it as a new Campaign?", "Yes");
+  saveAs("Here again");
+});
+
 check("templates that would surprise are asked about last, and No sends nothing", () => {
   answer("approximately 3 SMS credits", "Yes");
   answer("The e-mail has no subject.\n{contakt} is no merge field and goes out as it stands.\n\nSend all the same?", "No");

@@ -106,6 +106,10 @@ check("a flag that another desk turned round stays as the click wants it; result
   const before = stored();
   refused("The results of this campaign were made anew at another desk.", () => grid.clickCell(0, "Send SMS"));
   assertEqual([stored(), grid.rowCount], [before, before.length]);
+  execute("UPDATE [Campaign Results] SET RecordID = RecordID + 5000");
+  selectTab(2);
+  selectTab(3);
+  assertEqual(grid.cell(0, "RecordID"), String(stored()[0].RecordID), "also by opening the page");
 });
 
 check("a deletion or a toggle that fails is reported and changes nothing", () => {

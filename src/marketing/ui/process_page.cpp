@@ -162,8 +162,16 @@ void ProcessPage::ShowLetterCounts() {
   }
 }
 
+/// \return false when another desk has deleted the campaign; the user was told
+bool ProcessPage::CampaignIsThere() {
+  const std::optional<Message> refusal = Desk().guard.LookForCampaign(App().campaign.record.ID);
+  if (refusal) App().ui.ShowMessage(*refusal);
+  return !refusal;
+}
+
 void ProcessPage::GenerateLetters() {
   const Statements::Telling once(App().statements, Statements::Tells::kLossOnce);
+  if (!CampaignIsThere()) return;
   Run([this] {
     LettersView view(*ui_->pbLetters, App().status);
     static_cast<void>(
@@ -175,6 +183,7 @@ void ProcessPage::GenerateLetters() {
 
 void ProcessPage::SendMailshots() {
   const Statements::Telling once(App().statements, Statements::Tells::kLossOnce);
+  if (!CampaignIsThere()) return;
   Run([this] {
     ui_->cmdPause->setEnabled(true);
     ui_->cmdPause->setFocus();

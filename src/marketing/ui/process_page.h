@@ -30,6 +30,7 @@ class ProcessPage : public WizardPage {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  [[nodiscard]] bool CampaignIsThere();
   void GenerateLetters();
   void SendMailshots();
   void ShowCounters();
