@@ -134,6 +134,9 @@ void Mailshot::ProcessSMSandEmail(int campaignId, const MailshotTemplates& templ
   } catch (const DatabaseError& error) {
     ReportBreakdown(error);
     summary.end = MailshotEnd::kFailed;
+    if (mode == MailshotMode::kSend)
+      services_.resultsLog.LogProcessResult(
+          QStringLiteral("The database failed. What went out is recorded: send again later, and nothing goes twice."));
   }
   services_.estimate.Invalidate();
   if (summary.inDoubt > 0)

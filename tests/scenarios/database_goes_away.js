@@ -20,7 +20,7 @@ check("each command says it once", () => {
   toldOnce("Next", () => control("cmdNext0").click());
   assertEqual(currentTab(), 1);
   toldOnce("a list of makes", () => control("tvQuery").choose("Specific Makes"));
-  toldOnce("load", () => manage(() => {}));
+  toldOnce("load", () => manage(window => assertMatch(window.control("lblCreatedBy").text, "could not be read")));
   toldOnce("the last tab", () => selectTab(5));
   toldOnce("texts and e-mails", () => control("cmdSendSMS").click());
   toldOnce("letters", () => control("cmdGenerateLetters").click());

@@ -41,6 +41,8 @@ bool frmCampaigns::LoadCampaigns() {
     }
   }
   if (QTreeWidgetItem* current = ui_->lstCampaigns->currentItem()) ui_->lstCampaigns->scrollToItem(current);
+  if (!rows)
+    ui_->lblCreatedBy->setText(QStringLiteral("The campaigns could not be read. Close this window and open it again."));
   if (!rows && !parts_.statements.Shared().WasOpen()) {
     Tell(QStringLiteral("There is no connection to the database, so the campaigns cannot be shown."));
   }
