@@ -35,7 +35,9 @@ QString WordsFor(ConnectionProblem problem, const ConnectionFindings& findings) 
           "The server ended the connection during the log-in or just after it. Try again. If it happens again, look into the server's log; a server that only knows encryption older than TLS 1.2 may do the same.");
     case ConnectionProblem::kNoDatabase:
       if (findings.server.isEmpty())
-        return QStringLiteral("There is no database \"%1\" in the program folder.").arg(findings.database);
+        return QStringLiteral(
+                   "No SQL Server is set (value Server of the registry key Login), so a database in the program folder is used, and there is no database \"%1\" in it.")
+            .arg(findings.database);
       return QStringLiteral("The server has no database \"%1\", or the login may not see it.").arg(findings.database);
     case ConnectionProblem::kDatabaseOffline:
       return QStringLiteral("The database \"%1\" is there, but not online.").arg(findings.database);

@@ -120,6 +120,9 @@ TEST_F(SqlServerTest, NamesTheProblemInATestOfTheConnection) {
   Set("SQLLoginPassword", QStringLiteral("secret"));
   EXPECT_EQ(Problem(), ConnectionProblem::kPasswordUnreadable);
   EXPECT_EQ(closing.Counted().logins, 0);
+  Set("Server", QString());
+  EXPECT_EQ(Problem("Nowhere"), ConnectionProblem::kNoDatabase);
+  EXPECT_TRUE(said.startsWith(QLatin1String("No SQL Server is set")));
 }
 
 TEST_F(SqlServerTest, EncryptsOnlyWithACertificateThatIsTrustedForTheName) {
