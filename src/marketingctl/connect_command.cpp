@@ -6,6 +6,7 @@
 #include "marketingctl/commands.h"
 #include "marketingctl/output.h"
 #include "startup/connection_test.h"
+#include "startup/connection_words.h"
 
 namespace qbx::ctl {
 
@@ -55,23 +56,42 @@ QJsonValue EncryptionText(const std::optional<ServerEncryption>& encryption) {
   return {};
 }
 
+/// To two digits that are not zeros in front.
+double Rounded(double milliseconds) {
+  return QString::number(milliseconds, 'g', 2).toDouble();
+}
+
 Reason ReasonOf(ConnectionProblem problem) {
   if (problem == ConnectionProblem::kNoDatabase) return Reason::kNoDatabase;
   return problem == ConnectionProblem::kCompanyMissing ? Reason::kStartFailed : Reason::kDatabaseAway;
 }
 
+using Facts = QList<QPair<QString, QJsonValue>>;
+
+/// For people: of a connection that works, only what there is to say.
+void PrintFacts(const ConnectionFindings& findings, const Facts& facts) {
+  const bool fine = findings.problem == ConnectionProblem::kNone;
+  if (fine) PrintLine(QStringLiteral("The connection works."));
+  if (const QString warning = EncryptionWarning(findings); fine && !warning.isEmpty()) PrintLine(warning);
+  for (const auto& [name, value] : facts) {
+    const QString text = value.toVariant().toString();
+    if (!fine || !text.isEmpty()) PrintLine(name.leftJustified(20) + text);
+  }
+}
+
 int Connect(Program& program) {
   const ConnectionFindings findings = TestConnection(program.app);
   const bool fine = findings.problem == ConnectionProblem::kNone;
-  const QList<QPair<QString, QJsonValue>> facts = {
+  const Facts facts = {
       {QStringLiteral("server"), findings.server.isEmpty() ? QStringLiteral("embedded:") : findings.server},
       {QStringLiteral("port"), findings.port},
       {QStringLiteral("driver"), findings.driver},
+      {QStringLiteral("login"), findings.login},
       {QStringLiteral("database"), findings.database},
       {QStringLiteral("serverVersion"), findings.serverVersion},
       {QStringLiteral("encryption"), EncryptionText(findings.encryption)},
       {QStringLiteral("alternativePassword"), findings.alternativePassword},
-      {QStringLiteral("roundTripMs"), findings.roundTripMilliseconds},
+      {QStringLiteral("roundTripMs"), Rounded(findings.roundTripMilliseconds)},
       {QStringLiteral("databaseVersion"), findings.databaseVersion},
       {QStringLiteral("moduleVersion"), findings.moduleVersion},
       {QStringLiteral("problem"), CodeOf(findings.problem)},
@@ -83,9 +103,7 @@ int Connect(Program& program) {
       object.insert(name, value);
     PrintJson(object);
   } else {
-    if (fine) PrintLine(QStringLiteral("The connection works."));
-    for (const auto& [name, value] : facts)
-      PrintLine(name.leftJustified(20) + value.toVariant().toString());
+    PrintFacts(findings, facts);
   }
   return fine ? kDone : kRefused;
 }

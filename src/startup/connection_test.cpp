@@ -60,7 +60,10 @@ class Test {
     findings_.server = ServerName(login_.server, naming);
     findings_.database = app_.startup.databaseName;
     embedded_ = IsEmbeddedServer(findings_.server);
-    if (embedded_) findings_.server.clear();
+    if (embedded_)
+      findings_.server.clear();
+    else
+      findings_.login = login_.login.user;
     try {
       if (const std::optional<DatabaseError> refusal = NameProblem({}, findings_.database)) throw *refusal;
       if (embedded_ || (PasswordIsKnown() && ServerAnswers())) UseDatabase(Open(findings_.database));

@@ -39,6 +39,7 @@ struct ConnectionFindings {
   QString host = {};
   int port = 0;
   QString driver = {};
+  QString login = {};  ///< the user of the login for a SQL Server
   QString database = {};
   QString serverVersion = {};
   std::optional<ServerEncryption> encryption = {};

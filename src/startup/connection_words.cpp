@@ -91,4 +91,11 @@ QString CertificateWords(const CertificateFindings& certificate, const Connectio
   }
 }
 
+QString EncryptionWarning(const ConnectionFindings& findings) {
+  if (findings.encryption != ServerEncryption::kNone) return {};
+  return QStringLiteral(
+             "The password of \"%1\" went over the network unencrypted, since the server offers no encryption. Give the server a certificate, then set the registry value Login\\Encrypt to Y.")
+      .arg(findings.login);
+}
+
 }  // namespace qbx

@@ -21,4 +21,7 @@ inline constexpr int kLoginLimitSeconds = 6;
 /// A certificate that the driver did not accept, and what can be done.
 [[nodiscard]] QString CertificateWords(const CertificateFindings& certificate, const ConnectionFindings& findings);
 
+/// What to say of a connection that works but is not encrypted at all; empty for every other one.
+[[nodiscard]] QString EncryptionWarning(const ConnectionFindings& findings);
+
 }  // namespace qbx
