@@ -29,6 +29,10 @@ bool Says(const DatabaseError& error, int number) {
   return std::ranges::any_of(error.Errors(), [number](const ProviderError& each) { return each.number == number; });
 }
 
+bool SaysNoConnection(const ProviderError& error) {
+  return error.sqlState.startsWith(QLatin1String("08"));
+}
+
 ConnectionProblem ProblemOf(ServerPresence presence) {
   switch (presence) {
     case ServerPresence::kNameUnknown:
@@ -194,6 +198,9 @@ class Test {
     const NoConnection why = WhyNoConnection(error.Errors(), login_.sqlServer.encrypt);
     if (opened_ || why == NoConnection::kEnded) return Tell(ConnectionProblem::kConnectionLost);
     if (why == NoConnection::kNotEncrypted) return ExplainCertificate();
+    // The server was there a moment ago, so a driver that finds none lost the connection.
+    if (std::ranges::any_of(error.Errors(), SaysNoConnection))
+      return Tell(ConnectionProblem::kConnectionLost, LossWords(error, findings_));
     Tell(ConnectionProblem::kOther, error.Description());
   }
 

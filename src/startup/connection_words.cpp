@@ -62,6 +62,14 @@ QString SilenceWords(ServerPresence presence, const ConnectionFindings& findings
       .arg(findings.host, what);
 }
 
+QString LossWords(const DatabaseError& error, const ConnectionFindings& findings) {
+  QStringList said;
+  for (const ProviderError& each : error.Errors())
+    said << each.description;
+  return WordsFor(ConnectionProblem::kConnectionLost, findings) +
+         QStringLiteral(" The driver says: %1").arg(said.join(QStringLiteral("; ")));
+}
+
 QString CertificateWords(const CertificateFindings& certificate, const ConnectionFindings& findings) {
   const QString nothing = QStringLiteral(" No login was sent to it.");
   const QString ended = WordsFor(ConnectionProblem::kConnectionLost, findings);

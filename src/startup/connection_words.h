@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include "database/database_error.h"
 #include "database/odbc/certificate_check.h"
 #include "startup/connection_test.h"
 
@@ -17,6 +18,9 @@ inline constexpr int kLoginLimitSeconds = 6;
 
 /// An open port where nothing answers; empty for everything else.
 [[nodiscard]] QString SilenceWords(ServerPresence presence, const ConnectionFindings& findings);
+
+/// A connection that was lost during the log-in for a reason that only the driver may know.
+[[nodiscard]] QString LossWords(const DatabaseError& error, const ConnectionFindings& findings);
 
 /// A certificate that the driver did not accept, and what can be done.
 [[nodiscard]] QString CertificateWords(const CertificateFindings& certificate, const ConnectionFindings& findings);

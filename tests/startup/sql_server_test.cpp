@@ -76,6 +76,8 @@ TEST_F(SqlServerTest, RunsStatementsAndReopensALostConnection) {
 TEST_F(SqlServerTest, NamesTheProblemInATestOfTheConnection) {
   Set("SQLLoginUser", QStringLiteral("garage"));
   EXPECT_EQ(Problem(), ConnectionProblem::kNone);
+  server.PlannedFaults().Add({.kind = tds::FaultKind::kReset, .moment = tds::FaultMoment::kLogin});
+  EXPECT_EQ(Problem(), ConnectionProblem::kConnectionLost);
   EXPECT_EQ(Problem("Nowhere"), ConnectionProblem::kNoDatabase);
   EXPECT_EQ(Problem("Some;where"), ConnectionProblem::kSettingRefused);
   Set("Company", QStringLiteral("B"));
