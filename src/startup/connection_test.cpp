@@ -207,11 +207,12 @@ class Test {
   /// The driver says the same of a certificate that is not trusted and of a connection that broke meanwhile.
   void ExplainCertificate() {
     const ServerAddress found{.host = findings_.host, .instance = {}, .port = findings_.port};
-    const CertificateFindings certificate = CheckCertificate(found, AuthoritiesInUse(login_.sqlServer), kProbeLimit);
+    const QString authorities = AuthoritiesInUse(login_.sqlServer);
+    const CertificateFindings certificate = CheckCertificate(found, authorities, kProbeLimit);
     const bool refused =
         certificate.fault != CertificateFault::kNone && certificate.fault != CertificateFault::kNotShown;
     Tell(refused ? ConnectionProblem::kCertificateRefused : ConnectionProblem::kConnectionLost,
-         CertificateWords(certificate, findings_));
+         CertificateWords(certificate, authorities, findings_));
   }
 
   /// A server says the same of a database that is not there and of one that is offline.

@@ -70,9 +70,25 @@ QString LossWords(const DatabaseError& error, const ConnectionFindings& findings
          QStringLiteral(" The driver says: %1").arg(said.join(QStringLiteral("; ")));
 }
 
-QString CertificateWords(const CertificateFindings& certificate, const ConnectionFindings& findings) {
+namespace {
+
+/// \param authorities  the file of authorities in use; empty: the system's
+QString AuthorityWords(const QString& reason, const QString& authorities) {
+  if (authorities.isEmpty())
+    return QStringLiteral(
+               "The server's certificate is not trusted: no authority that this computer knows has signed it (%1). Name the file of the authority as CaFile in the section Service of the INI file.")
+        .arg(reason);
+  return QStringLiteral(
+             "The server's certificate is not trusted: no authority in the file %1 has signed it (%2). CaFile in the section Service of the INI file names that file. Name the file of the authority that did sign it.")
+      .arg(authorities, reason);
+}
+
+}  // namespace
+
+QString CertificateWords(const CertificateFindings& certificate, const QString& authorities,
+                         const ConnectionFindings& findings) {
   const QString nothing = QStringLiteral(" No login was sent to it.");
-  const QString ended = WordsFor(ConnectionProblem::kConnectionLost, findings);
+  QString ended = WordsFor(ConnectionProblem::kConnectionLost, findings);
   switch (certificate.fault) {
     case CertificateFault::kNone:
       return ended +
@@ -80,10 +96,7 @@ QString CertificateWords(const CertificateFindings& certificate, const Connectio
     case CertificateFault::kNotShown:
       return ended;
     case CertificateFault::kUnknownAuthority:
-      return QStringLiteral(
-                 "The server's certificate is not trusted: no authority that this computer knows has signed it (%1). Name the file of the authority as CaFile in the section Service of the INI file.")
-                 .arg(certificate.reason) +
-             nothing;
+      return AuthorityWords(certificate.reason, authorities) + nothing;
     case CertificateFault::kOtherName:
       return QStringLiteral(
                  "The server's certificate was issued for %1, not for %2. Write a name of the certificate into Server.")

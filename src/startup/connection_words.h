@@ -23,7 +23,9 @@ inline constexpr int kLoginLimitSeconds = 6;
 [[nodiscard]] QString LossWords(const DatabaseError& error, const ConnectionFindings& findings);
 
 /// A certificate that the driver did not accept, and what can be done.
-[[nodiscard]] QString CertificateWords(const CertificateFindings& certificate, const ConnectionFindings& findings);
+/// \param authorities  the file of authorities in use; empty: the system's
+[[nodiscard]] QString CertificateWords(const CertificateFindings& certificate, const QString& authorities,
+                                       const ConnectionFindings& findings);
 
 /// What to say of a connection that works but is not encrypted at all; empty for every other one.
 [[nodiscard]] QString EncryptionWarning(const ConnectionFindings& findings);

@@ -138,8 +138,10 @@ TEST_F(SqlServerTest, EncryptsOnlyWithACertificateThatIsTrustedForTheName) {
   Set("Encrypt", QStringLiteral("y"));
   EXPECT_EQ(Problem(), ConnectionProblem::kCertificateRefused);
   EXPECT_TRUE(said.contains(QLatin1String("no authority that this computer knows has signed it")));
-  folder.Write(QStringLiteral("QBX.INI"), "[Service]\nCaFile=nowhere.pem\n");
-  EXPECT_EQ(Problem(), ConnectionProblem::kSettingRefused);
+  for (const QByteArray& useless : {QByteArray("nowhere.pem"), files.key.toUtf8()}) {
+    folder.Write(QStringLiteral("QBX.INI"), "[Service]\nCaFile=" + useless + "\n");
+    EXPECT_EQ(Problem(), ConnectionProblem::kSettingRefused);
+  }
   folder.Write(QStringLiteral("QBX.INI"), "[Service]\nCaFile=" + files.authority.toUtf8() + "\n");
   EXPECT_EQ(encrypting.Counted().logins, 0);
   EXPECT_EQ(Problem(), ConnectionProblem::kNone);

@@ -1,6 +1,8 @@
 #include "database/odbc/certificate_check.h"
 
 #include <arpa/inet.h>
+#include <openssl/err.h>
+#include <openssl/pem.h>
 #include <openssl/ssl.h>
 #include <openssl/x509v3.h>
 
@@ -15,6 +17,7 @@ namespace {
 using TlsContext = std::unique_ptr<SSL_CTX, decltype(&::SSL_CTX_free)>;
 using TlsSession = std::unique_ptr<SSL, decltype(&::SSL_free)>;
 using Certificate = std::unique_ptr<X509, decltype(&::X509_free)>;
+using TextReader = std::unique_ptr<BIO, decltype(&::BIO_free_all)>;
 using Names = std::unique_ptr<GENERAL_NAMES, decltype(&::GENERAL_NAMES_free)>;
 
 TlsContext MakeContext(const QString& authorities) {
@@ -70,7 +73,7 @@ class Packets {
       received_ += bytes;
     }
     const qsizetype length = PacketLength(received_);
-    const QByteArray content = received_.mid(kPacketHeader, length - kPacketHeader);
+    QByteArray content = received_.mid(kPacketHeader, length - kPacketHeader);
     received_.remove(0, length);
     return content;
   }
@@ -174,6 +177,13 @@ CertificateFindings Understand(SSL* session) {
 }
 
 }  // namespace
+
+bool HoldsCertificate(const QByteArray& pem) {
+  const TextReader reader(BIO_new_mem_buf(pem.constData(), static_cast<int>(pem.size())), ::BIO_free_all);
+  const Certificate certificate(PEM_read_bio_X509(reader.get(), nullptr, nullptr, nullptr), ::X509_free);
+  ERR_clear_error();
+  return certificate != nullptr;
+}
 
 CertificateFindings CheckCertificate(const ServerAddress& address, const QString& authorities,
                                      std::chrono::milliseconds limit) {

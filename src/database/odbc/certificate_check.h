@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QDate>
 #include <QString>
 #include <QStringList>
@@ -28,6 +29,9 @@ struct CertificateFindings {
   QDate until = {};        ///< the last one
   QString reason = {};     ///< the library's words for the fault
 };
+
+/// Whether a text (PEM) has a certificate in it that can be read, beside whatever else.
+[[nodiscard]] bool HoldsCertificate(const QByteArray& pem);
 
 /// Agrees with the server on encryption as a client does before its login (TLS 1.2 in the server's first packets), and
 /// ends the connection.

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QSaveFile>
 
+#include "database/odbc/certificate_check.h"
 #include "database/odbc/odbc_session.h"
 
 namespace qbx {
@@ -54,7 +55,7 @@ void OdbcDriver::CheckAuthorities() const {
   if (settings_.authorities.isEmpty()) return;
   QFile file(settings_.authorities);
   const bool opened = file.open(QIODevice::ReadOnly);
-  if (opened && file.readAll().contains("-----BEGIN")) return;
+  if (opened && HoldsCertificate(file.readAll())) return;
   Refuse(
       kUnusableSetting,
       QStringLiteral(
