@@ -1,5 +1,6 @@
 #include "database/odbc/server_address.h"
 
+#include <QStringList>
 #include <algorithm>
 
 #include "database/database_error.h"
@@ -23,6 +24,11 @@ bool OfHost(QChar character) {
 
 bool OfInstance(QChar character) {
   return character.isLetterOrNumber() || QStringLiteral("_$#-").contains(character);
+}
+
+/// Whether a backslash is written twice, or has nothing behind it. The instance, or the port behind it, would be lost.
+bool HasEmptyPart(const QString& place) {
+  return std::ranges::any_of(place.split(u'\\'), [](const QString& part) { return part.trimmed().isEmpty(); });
 }
 
 /// Removes the port from the host.
@@ -53,7 +59,7 @@ ServerAddress ServerAddress::Parse(const QString& server) {
   if (address.host == QLatin1String(".") || EqualsNoCase(address.host, QStringLiteral("(local)")))
     address.host = QStringLiteral("localhost");
   if (EqualsNoCase(address.instance, QStringLiteral("MSSQLSERVER"))) address.instance.clear();
-  const bool good = address.port >= 0 && portOfInstance >= 0 && !address.host.isEmpty() &&
+  const bool good = address.port >= 0 && portOfInstance >= 0 && !address.host.isEmpty() && !HasEmptyPart(place) &&
                     std::ranges::all_of(address.host, OfHost) && std::ranges::all_of(address.instance, OfInstance) &&
                     address.instance.toUtf8().size() <= kLongestInstance;
   if (!good) RefuseName(server);

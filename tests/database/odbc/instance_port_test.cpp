@@ -70,7 +70,8 @@ TEST(InstancePort, IsReadFromTheNameWhenItIsThere) {
     EXPECT_EQ(address.host + QStringLiteral(",%1").arg(address.port), QLatin1String(written[at + 1]));
   }
   EXPECT_EQ(ServerAddress::Parse(QStringLiteral("PC1\\QBX\\QBX")).instance, QLatin1String("QBX"));
-  for (const char* server : {"", "\\QBX", "PC1,", "PC1,70000", "np:\\\\PC1\\x", "PC1;PWD=x", "PC1\n[x]", "PC1\\a;b"})
+  for (const char* server : {"", "\\QBX", "PC1,", "PC1,70000", "np:\\\\PC1\\x", "PC1;PWD=x", "PC1\n[x]", "PC1\\a;b",
+                             "PC1\\", "PC1\\\\QBX,14399"})
     EXPECT_THROW((void)ServerAddress::Parse(QString::fromLatin1(server)), DatabaseError) << server;
 }
 
