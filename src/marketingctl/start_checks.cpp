@@ -9,16 +9,18 @@ namespace qbx::ctl {
 
 namespace {
 
-StartRefusal MissingDatabase(const Application& app) {
-  const QString name = app.startup.databaseName;
+QString PlaceOfDatabase(const Application& app) {
   const QString server = app.hostConnection.Server();
-  if (!IsEmbeddedServer(server))
-    return {Reason::kNoDatabase,
-            QStringLiteral("There is no database \"%1\" on the server %2, so nothing was done.").arg(name, server)};
-  return {Reason::kNoDatabase,
-          QStringLiteral(
-              "There is no database \"%1\" in the folder %2, so nothing was done. \"init\" and \"sample\" make one.")
-              .arg(name, app.startup.ProgramFolder)};
+  return IsEmbeddedServer(server) ? QStringLiteral("in the folder %1").arg(app.startup.ProgramFolder)
+                                  : QStringLiteral("on the server %1").arg(server);
+}
+
+StartRefusal MissingDatabase(const Application& app) {
+  const QString text =
+      IsEmbeddedServer(app.hostConnection.Server())
+          ? QStringLiteral("There is no database \"%1\" %2, so nothing was done. \"init\" and \"sample\" make one.")
+          : QStringLiteral("There is no database \"%1\" %2, so nothing was done.");
+  return {Reason::kNoDatabase, text.arg(app.startup.databaseName, PlaceOfDatabase(app))};
 }
 
 }  // namespace
@@ -61,9 +63,8 @@ std::optional<StartRefusal> StartProblem(Application& app, const HeadlessUi& ui)
   if (!app.hostConnection.Ready()) {
     return StartRefusal{
         Reason::kDatabaseAway,
-        QStringLiteral(
-            "The database \"%1\" of %2 is not available, so nothing was done. \"status\" shows what the program connects to.")
-            .arg(app.startup.databaseName, app.startup.ProgramFolder)};
+        QStringLiteral("The database \"%1\" %2 is not available, so nothing was done. \"connect --test\" tells more.")
+            .arg(app.startup.databaseName, PlaceOfDatabase(app))};
   }
   if (ui.Warned() && app.connection.IsLost()) {
     return StartRefusal{Reason::kDatabaseAway,
