@@ -4,7 +4,9 @@
 #include <openssl/pem.h>
 #include <openssl/x509v3.h>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 
 #include "tds_server/bytes.h"
@@ -58,7 +60,8 @@ Certificate Sign(const QByteArray& name, EVP_PKEY* key, X509* issuer, EVP_PKEY* 
 template <typename Write>
 QString WriteFile(const QString& path, const Write& write) {
   const std::unique_ptr<std::FILE, Freed<std::fclose>> file(std::fopen(path.toLocal8Bit().constData(), "w"));
-  if (!file || write(file.get()) != 1) throw ProtocolError("a certificate cannot be written");
+  if (!file || write(file.get()) != 1 || std::fflush(file.get()) != 0)
+    throw ProtocolError(path.toStdString() + " cannot be written: " + std::strerror(errno));
   return path;
 }
 
