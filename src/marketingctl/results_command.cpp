@@ -266,7 +266,7 @@ std::string RulesHelp() {
     }
   }
   help += QStringLiteral(
-      "Examples: marketingctl --folder garage --user Pat results 12 --send-by sms=0 email=0 letter=1\n          marketingctl --folder garage --user Pat results 12 --toggle 4711 Processed --yes\n          marketingctl --folder garage --user Pat results 12 --settle-doubt not-sent --rows 4711,4712 --yes\n          marketingctl --folder garage --user Pat results 12 --untick Send_SMS --rows 4711,4712");
+      "Examples: marketingctl --folder garage --user Pat results 12 --send-by sms=0 email=0 letter=1\n            (a text to everybody with a mobile number, an email to everybody with an address, no letter to anybody)\n          marketingctl --folder garage --user Pat results 12 --toggle 4711 Processed --yes\n          marketingctl --folder garage --user Pat results 12 --settle-doubt not-sent --rows 4711,4712 --yes\n          marketingctl --folder garage --user Pat results 12 --untick Send_SMS --rows 4711,4712");
   return help.toStdString();
 }
 
@@ -277,8 +277,10 @@ void AddResultsCommand(Runner& runner) {
   CLI::App& command = *runner.Root().add_subcommand(
       "results", "List the rows of a campaign, set send methods, change flags, take rows out, settle doubt");
   DeclareCampaign(command, arguments->id)->required();
-  CLI::Option* sendBy =
-      command.add_option("--send-by", arguments->sendBy, "Rules for all rows: sms=N email=N letter=N")->expected(1, 3);
+  CLI::Option* sendBy = command
+                            .add_option("--send-by", arguments->sendBy,
+                                        "Rules for all rows, by their numbers below: sms=N email=N letter=N")
+                            ->expected(1, 3);
   CLI::Option* toggle =
       command
           .add_option("--toggle", arguments->toggle, "Flip Send_SMS, Send_Email, Send_Letter or Processed of one row")
