@@ -143,7 +143,7 @@ QString ErrorInterpretation::ReportDatabaseError(const Connection* connection, c
   if (connection == nullptr) return {};
   QString message = HideProcedureNames(Interpret(connection->Errors()));
   if (message.isEmpty()) message = PendingInstead(pending);
-  diagnostics_.log.WriteLog(QLatin1String("Database Error - ") + message);
+  diagnostics_.log.WriteLog(kDatabaseErrorPrefix + message);
   if (Contains(message, "the time expected") || Contains(message, "time out period"))
     message +=
         kTwoReturns +

@@ -13,6 +13,9 @@
 
 namespace qbx {
 
+/// What stands in the log before the words of an error.
+inline constexpr QLatin1String kDatabaseErrorPrefix("Database Error - ");
+
 /// Recognises the common failures of the server by fixed phrases. Logs the result, writes an event and shows it.
 class ErrorInterpretation {
  public:

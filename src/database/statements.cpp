@@ -78,7 +78,7 @@ bool Statements::MayTell(const Connection& connection, const DatabaseError& erro
       telling_->tells_ == Tells::kLossOnce
           ? !lost || std::exchange(telling_->toldOf_, connection.SessionsOpened()) != connection.SessionsOpened()
           : !lost && !IsDeadlock(error);
-  if (!tells) diagnostics_.log.WriteLog(QLatin1String("Database Error - ") + error.Description());
+  if (!tells) diagnostics_.log.WriteLog(kDatabaseErrorPrefix + error.Description());
   return tells;
 }
 

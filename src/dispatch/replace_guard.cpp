@@ -2,22 +2,13 @@
 
 #include <algorithm>
 
+#include "database/error_interpretation.h"
 #include "database/procedure.h"
 #include "dispatch/campaign_claim.h"
 #include "dispatch/mailshot_checks.h"
 #include "dispatch/send_journal.h"
 
 namespace qbx {
-namespace {
-
-Message UnknownMessage(const DatabaseError& error) {
-  return {
-      .text = QStringLiteral("It could not be told whether this campaign is being sent, so nothing was changed.\r\r") +
-              error.Description(),
-      .icon = MessageIcon::kExclamation};
-}
-
-}  // namespace
 
 ReplaceGuard::ReplaceGuard(Connection& connection, const HostInfo& host, Diagnostics diagnostics)
     : connection_(connection), host_(host), diagnostics_(diagnostics) {}
@@ -35,7 +26,7 @@ ReplaceGuard::Finding ReplaceGuard::Look(int campaignId) {
         finding.messagesOnRecord ||
         Procedure(connection_, "proc_selp_Letters_In_Doubt").Finds({{"@CampaignID", campaignId}});
   } catch (const DatabaseError& error) {
-    finding.refusal = UnknownMessage(error);
+    finding.refusal = Unknown(error);
   }
   return finding;
 }
@@ -47,8 +38,16 @@ std::optional<Message> ReplaceGuard::LookAtClaim(int campaignId) {
     if (const std::optional<ClaimHolder> holder = claim.HeldBy(campaignId)) return ClaimedMessage(*holder);
     return std::nullopt;
   } catch (const DatabaseError& error) {
-    return UnknownMessage(error);
+    return Unknown(error);
   }
+}
+
+Message ReplaceGuard::Unknown(const DatabaseError& error) const {
+  diagnostics_.log.WriteLog(kDatabaseErrorPrefix + error.Description());
+  return {
+      .text = QStringLiteral("It could not be told whether this campaign is being sent, so nothing was changed.\r\r") +
+              error.Description(),
+      .icon = MessageIcon::kExclamation};
 }
 
 std::optional<Message> ReplaceGuard::LookForCampaign(int campaignId) {

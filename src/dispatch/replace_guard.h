@@ -29,6 +29,9 @@ class ReplaceGuard {
   [[nodiscard]] std::optional<Message> LookForCampaign(int campaignId);
 
  private:
+  /// Logs the error.
+  [[nodiscard]] Message Unknown(const DatabaseError& error) const;
+
   Connection& connection_;
   const HostInfo& host_;
   Diagnostics diagnostics_;

@@ -151,7 +151,7 @@ void frmMain::ShowConnection() {
   statusBar()->addPermanentWidget(new QLabel(QStringLiteral("F1: what this page does"), this));
   if (!connected) {
     ui_->lblNoConnection->setText(QStringLiteral(
-        "There is no connection to the database. Campaigns cannot be loaded, saved or run until there is one."));
+        "There is no connection to the database. Campaigns cannot be loaded, saved or run until there is one. Start the program again when the database can be reached."));
   }
 }
 
