@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <limits>
 #include <vector>
 
 #include "database/packed_rows.h"
@@ -13,10 +14,18 @@ namespace qbx {
 class KeptRows final : public RowSource {
  public:
   /// Reads the remaining rows of the source.
-  explicit KeptRows(RowSource& source) : columns_(source.Columns()), rows_(static_cast<int>(columns_.size())) {
-    while (source.Next())
+  /// \param atMost  reads no more than that many
+  explicit KeptRows(RowSource& source, qint64 atMost = std::numeric_limits<qint64>::max())
+      : columns_(source.Columns()), rows_(static_cast<int>(columns_.size())) {
+    Read(source, atMost);
+  }
+
+  /// Reads further rows of the source.
+  void Read(RowSource& source, qint64 atMost = std::numeric_limits<qint64>::max()) {
+    for (; atMost > 0 && source.Next(); --atMost)
       rows_.Append(source);
   }
+  [[nodiscard]] qint64 Count() const { return rows_.Count(); }
 
   [[nodiscard]] const std::vector<Column>& Columns() const override { return columns_; }
   bool Next() override { return ++row_ < rows_.Count(); }

@@ -22,6 +22,8 @@ using std::chrono::steady_clock;
 
 // Most calls are answered sooner. Events do not run during a quick statement, so no input is dropped.
 constexpr auto kPatience = milliseconds(20);
+// So many rows come with the answer. They are read at once, since a run reads few rows several times for each message.
+constexpr qint64 kQuickRows = 64;
 // A server that works stops a call sooner. After that it counts as one that does not answer at all.
 constexpr auto kStopPatience = milliseconds(1'000);
 
@@ -229,11 +231,13 @@ class PatientSession final : public SessionWrapper {
     return AskPatiently<bool>([](Session& inner) { return inner.IsAlive(); });
   }
 
-  /// Reads a result of this session to its end.
+  /// Reads the remaining rows of a result of this session.
   /// \param rows  in no other hands: they must not outlive the session, which a call that was left to itself destroys
-  [[nodiscard]] std::shared_ptr<RowSource> ReadWhole(std::shared_ptr<RowSource> rows) {
-    return AskPatiently<std::shared_ptr<RowSource>>(
-        [rows = std::move(rows)](Session&) { return std::make_shared<KeptRows>(*rows); });
+  void ReadRest(std::shared_ptr<RowSource> rows, std::shared_ptr<KeptRows> into) {
+    (void)AskPatiently<bool>([rows = std::move(rows), into = std::move(into)](Session&) {
+      into->Read(*rows);
+      return true;
+    });
   }
   [[nodiscard]] bool IsOwner() const { return std::this_thread::get_id() == owner_; }
 
@@ -300,7 +304,10 @@ PackedRows* PatientRows::Packed() {
   if (PackedRows* const packed = rows_->Packed()) return packed;
   const std::shared_ptr<PatientSession*> session = session_.lock();
   if (!session || !(*session)->IsOwner()) return nullptr;
-  rows_ = (*session)->ReadWhole(std::move(rows_));
+  std::shared_ptr<RowSource> source = std::move(rows_);
+  const auto kept = std::make_shared<KeptRows>(*source, kQuickRows);
+  if (kept->Count() == kQuickRows) (*session)->ReadRest(std::move(source), kept);
+  rows_ = kept;
   return rows_->Packed();
 }
 
