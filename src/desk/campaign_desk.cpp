@@ -6,7 +6,7 @@ CampaignDesk::CampaignDesk(Application& app, SendEmailView& view)
     : resultsLog(app.clock, app.ui),
       guard(app.connection, app.host, app.diagnostics),
       rowChanges(app.connection, guard),
-      counters(app.statements, app.diagnostics),
+      counters(app.statements),
       results(app.statements, counters, app.diagnostics),
       firstRows(app.statements),
       flags(app.statements, results, app.diagnostics),

@@ -23,8 +23,7 @@ CounterLabels MakeCounterLabels(const CounterValues& values, const CreditNeed& c
           .lblEmail1 = SentText(values.emailsSent, values.emails)};
 }
 
-Counters::Counters(Statements& statements, Diagnostics diagnostics)
-    : statements_(statements), diagnostics_(diagnostics) {}
+Counters::Counters(Statements& statements) : statements_(statements) {}
 
 void Counters::UpdateCounters(int campaignId) {
   Recordset row;

@@ -5,7 +5,6 @@
 #include <QString>
 
 #include "database/statements.h"
-#include "diagnostics/diagnostics.h"
 
 namespace qbx {
 
@@ -49,7 +48,7 @@ struct CounterLabels {
 /// The program's counters.
 class Counters {
  public:
-  Counters(Statements& statements, Diagnostics diagnostics);
+  explicit Counters(Statements& statements);
 
   /// Reads the counters of a campaign; NULL becomes 0. When the host returns no row or fails (reported), they keep
   /// their values.
@@ -58,7 +57,6 @@ class Counters {
 
  private:
   Statements& statements_;
-  Diagnostics diagnostics_;
   CounterValues values_;
 };
 

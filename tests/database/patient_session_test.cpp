@@ -68,12 +68,13 @@ class SlowServer {
 
 /// Sessions whose waits let `pump` run.
 std::unique_ptr<Session> Open(SlowServer& server, std::function<void()> pump = {}) {
-  const auto wait = [&server, pump = std::move(pump)](std::chrono::milliseconds) {
+  auto wait = [&server, pump = std::move(pump)](std::chrono::milliseconds) {
     ++server.pumps;
     if (pump) pump();
     return true;
   };
-  return PatientSessions(server.Sessions(), [wait](MayCancel) { return wait; })({}, {}, 5);
+  return PatientSessions(server.Sessions(), [wait = std::move(wait)](MayCancel) -> WaitForServer { return wait; })(
+      {}, {}, 5);
 }
 
 TEST(PatientSession, LetsEventsRunWhileTheServerIsSlow) {

@@ -93,7 +93,7 @@ struct SendingDesk {
                      resultsLog, state,   host.diagnostics, "TESTER"};
   EmailSender email{mail,        mime,  options,        service, host.connection,
                     host.events, state, host.lastError, view,    host.diagnostics};
-  Counters counters{host.statements, host.diagnostics};
+  Counters counters{host.statements};
   CreditEstimate estimate{host.statements, host.diagnostics};
 };
 

@@ -31,7 +31,7 @@ class ResultRows : public testing::Test {
   }
 
   test::EmbeddedHost host_;
-  Counters counters_{host_.statements, host_.diagnostics};
+  Counters counters_{host_.statements};
   ResultsView view_{host_.statements, counters_, host_.diagnostics};
 };
 

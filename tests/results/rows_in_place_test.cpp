@@ -39,7 +39,7 @@ TEST(RowsInPlace, AreWhatReadingAllAgainGives) {
            rows.join(", "));
   host.Run(
       "INSERT INTO Send_Journal (RecordID, Channel, State, CampaignID, Changed) VALUES (3, 1, 0, 5, '2026-01-01'), (4, 2, 2, 5, '2026-01-01')");
-  Counters counters(host.statements, host.diagnostics);
+  Counters counters(host.statements);
   ResultsView view(host.statements, counters, host.diagnostics);
   ResultsView again(host.statements, counters, host.diagnostics);
   ASSERT_TRUE(view.DisplayResults(5));

@@ -66,8 +66,9 @@ QVariantList RowsOf(Session& server, const QString& sql) {
       Recordset rows = Recordset::ReadAll(std::move(result));
       for (maps.clear(); !rows.Eof(); rows.MoveNext()) {
         QVariantMap row;
-        for (int column = 0; column < static_cast<int>(rows.Columns().size()); ++column)
-          row.insert(rows.Columns()[column].name, ValueAt(rows, column));
+        int column = 0;
+        for (const Column& each : rows.Columns())
+          row.insert(each.name, ValueAt(rows, column++));
         maps += QVariant(row);
       }
     }

@@ -36,7 +36,7 @@ class Wizard : public testing::Test {
   CurrentCampaign campaign_;
   WizardState state_;
   CampaignStorage storage_{host_.statements, host_.events, host_.context, host_.diagnostics, campaign_};
-  Counters counters_{host_.statements, host_.diagnostics};
+  Counters counters_{host_.statements};
   CreditEstimate estimate_{host_.statements, host_.diagnostics};
   ResultsView results_{host_.statements, counters_, host_.diagnostics};
   FirstRows firstRows_{host_.statements};
